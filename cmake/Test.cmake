@@ -1,0 +1,26 @@
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# tambo_test(name SOURCES ... LIBRARIES ... [QT] [LABEL unit|window|plugin|slow])
+# One test program; every case is a CTest test of its own. With QT it runs under an application
+# object on the offscreen platform, and fails on any message that the case did not announce.
+function(tambo_test name)
+    cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE
+        TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
+        SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+        BUILD_DIR="${PROJECT_BINARY_DIR}")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::flags GTest::gmock)
+    if(arg_QT)
+        target_link_libraries(${name} PRIVATE test_support)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    endif()
+    if(NOT arg_LABEL)
+        set(arg_LABEL unit)
+    endif()
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
+        PROPERTIES LABELS "${arg_LABEL}" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

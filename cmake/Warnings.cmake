@@ -1,0 +1,12 @@
+# What every target of the project is compiled with; linked privately, so none of it leaks out.
+add_library(tambo_flags INTERFACE)
+add_library(Tambo::flags ALIAS tambo_flags)
+target_compile_options(tambo_flags INTERFACE -Wall -Wextra -Wpedantic
+                                             $<$<BOOL:${TAMBO_WERROR}>:-Werror>)
+target_compile_definitions(tambo_flags INTERFACE QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(TAMBO_SANITIZE)
+    target_compile_options(tambo_flags INTERFACE -fsanitize=address,undefined
+                                                 -fno-sanitize-recover=undefined
+                                                 -fno-omit-frame-pointer)
+    target_link_options(tambo_flags INTERFACE -fsanitize=address,undefined)
+endif()

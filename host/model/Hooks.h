@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the model asks of the program around it. Every hook may be left empty.
+#pragma once
+
+#include "Color.h"
+
+#include <functional>
+#include <string>
+
+namespace TAMBO {
+
+class Compound;
+
+enum class LogSeverity { Info, Warning, Error };
+
+struct ModelHooks
+{
+    std::function<void(const std::string &message, LogSeverity severity)> log;
+    // Compound::ShowMenu().
+    std::function<void(Compound &object)> showMenu;
+    // After a guard was refused because of a lock.
+    std::function<void(const Compound &locked)> refused;
+    // After every change, published or not, and after undo and redo: the workbench's own views.
+    std::function<void()> changed;
+};
+
+[[nodiscard]] ModelHooks &modelHooks() noexcept;
+
+// Mixed half and half into the colour of a selected residue. Bright yellow unless set.
+void setSelectionColor(Color color) noexcept;
+
+} // namespace TAMBO

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What file readers produce: plain values without any tie to loaded objects. Objects are made from
+// them in one go, so a file that turns out to be bad leaves nothing behind.
+#pragma once
+
+#include "GappedSequence.h"
+#include "SequenceNumber.h"
+#include "Vertex.h"
+
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+struct AtomRecord
+{
+    std::string name;
+    std::string element;
+    Vertex position;
+};
+
+struct ResidueRecord
+{
+    std::string typeName;
+    // One letter; a modified residue has its parent's, an unknown one 'X'.
+    char letter = 'X';
+    SequenceNumber number;
+    std::vector<AtomRecord> atoms;
+    // An amino acid of the chain; otherwise a ligand, a nucleotide or another group. Waters are
+    // left out by the readers.
+    bool isAminoAcid = true;
+};
+
+struct ChainRecord
+{
+    // Empty for a blank chain identifier.
+    std::string name;
+    std::vector<ResidueRecord> residues;
+};
+
+struct ElementRecord
+{
+    std::string name;
+    // 'H' or 'E'.
+    char type = 'H';
+    std::string chain;
+    SequenceNumber first;
+    SequenceNumber last;
+};
+
+// The first model of a structure file.
+struct StructureRecord
+{
+    std::string name;
+    unsigned long models = 1;
+    std::vector<ChainRecord> chains;
+    std::vector<ElementRecord> elements;
+    // Things worth a line in the log that did not prevent reading.
+    std::vector<std::string> remarks;
+};
+
+// What an alignment file says about the structure of a row.
+struct StructureLink
+{
+    // As written: a file name or a code; empty when the row names no structure.
+    std::string structure;
+    // Empty when the file does not say.
+    std::string chain;
+    std::string first;
+    std::string last;
+};
+
+struct RowRecord
+{
+    std::string name;
+    std::string description;
+    GappedSequence sequence;
+    StructureLink link;
+};
+
+struct AlignmentRecord
+{
+    std::string name;
+    std::vector<RowRecord> rows;
+    // Rows of one length. Otherwise these are sequences, and no alignment is made of them.
+    bool isAligned = true;
+    std::vector<std::string> remarks;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A multiple sequence alignment: rows are sequences, columns are positions, a cell is a residue or
+// a gap. Rows and columns count from 0; a column range is half-open.
+#pragma once
+
+#include "Compound.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace TAMBO {
+
+class AlignmentTable;
+
+// What a view needs to draw a cell. A gap has the letter '\0'.
+struct AlignmentCell
+{
+    char letter = '\0';
+    // As Compound::GetColor() of the residue; unspecified for a gap.
+    Color color;
+
+    [[nodiscard]] constexpr bool isGap() const noexcept { return letter == '\0'; }
+};
+
+// The most frequent letter of a column, gaps not counted; of equally frequent ones the letter with
+// the smallest character code. A column without a residue has the letter '-' and the count 0.
+struct AlignmentMajority
+{
+    char letter = '-';
+    unsigned long count = 0;
+};
+
+// Reading out of bounds gives null or an empty value. An edit with an index out of bounds, or of a
+// locked alignment, changes nothing. No edit but remove() and removeRow() drops a residue, and none
+// changes the order of a row's residues.
+class TAMBO_API Alignment : public Compound
+{
+public:
+    using Range = std::pair<unsigned long, unsigned long>;
+
+    ~Alignment() override;
+
+    // ---- Reading
+
+    [[nodiscard]] unsigned long width() const noexcept { return m_Width; }
+    // The length of column 0: 0 when there are no columns, whatever rows there may be.
+    [[nodiscard]] unsigned long height() const noexcept { return m_Width == 0 ? 0 : m_RowCount; }
+    // The current column range; empty when first is not below second.
+    [[nodiscard]] const Range &range() const noexcept { return m_Range; }
+
+    // The residue in a cell, or null for a gap.
+    [[nodiscard]] Compound *getItem(unsigned long row, unsigned long col) const;
+    // A column as one entry per row, null for gaps.
+    [[nodiscard]] std::vector<Compound *> getCol(unsigned long col) const;
+    // All columns. A view of the table made for the call: its cost is rows x columns.
+    [[nodiscard]] std::vector<std::vector<Compound *>> columns() const;
+    // The peptide of a row.
+    [[nodiscard]] Compound *GetSeq(unsigned long row) const;
+    [[nodiscard]] std::string GetSeqName(unsigned long row) const;
+    // The row as text with one character per column, '-' for a gap. The flag is kept for callers
+    // that pass false; true leaves the gaps out.
+    [[nodiscard]] std::string GetSequence(unsigned long row, bool withoutGaps) const;
+
+    // ---- Reading without making residue objects, for passes over many cells
+
+    // '\0' for a gap.
+    [[nodiscard]] char letterAt(unsigned long row, unsigned long col) const;
+    // Appends to out the cells [begin, end) of a row; columns out of bounds are left out.
+    void readRow(unsigned long row, unsigned long begin, unsigned long end,
+                 std::vector<AlignmentCell> &out) const;
+    // Appends to out one letter per row, '\0' for gaps.
+    void readColumn(unsigned long col, std::vector<char> &out) const;
+    [[nodiscard]] AlignmentMajority majority(unsigned long col) const;
+    // True when every residue of the row is selected, and for a row that holds only gaps.
+    [[nodiscard]] bool isRowSelected(unsigned long row) const;
+    // True when the column holds a residue and every residue in it is selected.
+    [[nodiscard]] bool isColumnSelected(unsigned long col) const;
+    // Changes whenever the shape, the order of rows, the place of a cell, or what the numbering
+    // shows (residue numbers, secondary structure) may have changed. Never goes back to an earlier
+    // value.
+    [[nodiscard]] unsigned long layoutRevision() const noexcept;
+
+    // ---- Editing, inside a guard
+
+    // A new alignment of the first n rows over all columns (all rows when n is larger), already
+    // added to the workbench's objects. It has cells of its own over the same sequences.
+    Alignment *duplicate(unsigned long n) const;
+
+    void range(const Range &range);
+    void rangeAll();
+    // Sets the selection of every residue in the columns of the range.
+    void select(const Range &range, bool selected);
+    void remove(const Range &range);
+    void remove(unsigned long col);
+    void removeRow(unsigned long row);
+    // Inserts count columns of gaps before col; col equal to width() appends.
+    void insertGapCol(unsigned long col, unsigned long count);
+    // The cells from col on move right by one; the alignment grows by a column only when the row's
+    // last cell is a residue.
+    void insertGap(unsigned long row, unsigned long col);
+    // point: the one gap at from is taken out and put in so that it stands at to. Otherwise the
+    // whole run of gaps around from moves by to - from, stopping at the row's ends. From a residue:
+    // the residue and what follows it slide, right by inserting gaps before it, left into the gaps
+    // directly before it.
+    void moveGap(unsigned long row, unsigned long from, unsigned long to, bool point);
+    // Row from moves to place to, the rows between close up.
+    void bubbleRow(unsigned long from, unsigned long to);
+    // One ungapped row from column 0 per peptide; columns are appended as needed.
+    void addRows(const std::vector<Compound *> &sequences);
+    // Matches columns along the first sequence that both alignments hold and appends the rows that
+    // this one lacks. Without a common sequence the rows are appended as they stand.
+    void combine(const Alignment &other);
+
+    // ---- Compound
+
+    std::string Name() const override;
+    char TypeCode() const override;
+    std::string TypeName() const override;
+    Compound *Parent() const override;
+    std::size_t ChildCount() const override;
+    Compound *Child(std::size_t index) const override;
+    bool IsLocked() const override;
+    Vertex Position() const override;
+    Color OwnColor() const override;
+    void AssignColor(const Color &color) override;
+    void SetSelected(bool selected) override;
+    bool IsSelected() const override;
+
+    // The workbench's own door to the table behind this interface.
+    [[nodiscard]] AlignmentTable &table() noexcept { return *m_Table; }
+    [[nodiscard]] const AlignmentTable &table() const noexcept { return *m_Table; }
+
+protected:
+    // Made by the workbench only.
+    explicit Alignment(std::unique_ptr<AlignmentTable> table);
+
+private:
+    friend class AlignmentTable;
+
+    std::unique_ptr<AlignmentTable> m_Table;
+    unsigned long m_Width = 0;
+    unsigned long m_RowCount = 0;
+    Range m_Range{0, 0};
+};
+
+} // namespace TAMBO

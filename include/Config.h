@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The settings store and the directories of the workbench.
+#pragma once
+
+#include "Export.h"
+#include "Setting.h"
+
+#include <string>
+
+class TAMBO_API Config
+{
+public:
+    // The user's value, else the shipped default, else an empty Setting.
+    [[nodiscard]] static Setting GetSetting(const std::string &section, const std::string &key);
+    // Directories, without a trailing "/".
+    [[nodiscard]] static std::string GetIconDir();
+    // Private to the user (mode 0700) and made when first asked for.
+    [[nodiscard]] static std::string GetPersonalTmpDir();
+};
