@@ -10,3 +10,10 @@ if(TAMBO_SANITIZE)
                                                  -fno-omit-frame-pointer)
     target_link_options(tambo_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(TAMBO_COVERAGE)
+    target_compile_options(tambo_flags INTERFACE --coverage)
+    target_link_options(tambo_flags INTERFACE --coverage)
+endif()
+
+# Between optimised and debuggable: enough of both for a run of all tests under the sanitizers.
+set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g1")

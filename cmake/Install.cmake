@@ -1,0 +1,32 @@
+# The workbench with its plug-in, and a development component for those who write another.
+include(CMakePackageConfigHelpers)
+
+add_custom_target(workbench)
+foreach(part tambo KALMO2)
+    if(TARGET ${part})
+        add_dependencies(workbench ${part})
+    endif()
+endforeach()
+
+if(TARGET tambo)
+    install(TARGETS tambo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
+endif()
+if(TARGET KALMO2)
+    install(TARGETS KALMO2 LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
+endif()
+install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
+        PATTERN CMakeLists.txt EXCLUDE)
+install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
+
+set(kit_dir lib/cmake/TamboKit)
+install(TARGETS tambo_kit EXPORT TamboKitTargets
+        FILE_SET HEADERS DESTINATION include/tambo COMPONENT development)
+install(EXPORT TamboKitTargets NAMESPACE Tambo:: DESTINATION ${kit_dir} COMPONENT development)
+configure_package_config_file(cmake/TamboKitConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfig.cmake INSTALL_DESTINATION ${kit_dir})
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersion.cmake
+              cmake/TamboPlugin.cmake
+        DESTINATION ${kit_dir} COMPONENT development)
