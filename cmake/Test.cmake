@@ -1,8 +1,19 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+# What every test runs with. The sanitizers' reports name the line; a leak counts as a failure, but
+# for those of libraries that are listed with their reason.
+set(TAMBO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+if(TAMBO_SANITIZE)
+    list(APPEND TAMBO_TEST_ENVIRONMENT
+        ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1
+        UBSAN_OPTIONS=print_stacktrace=1
+        LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp)
+endif()
+
 # tambo_test(name SOURCES ... LIBRARIES ... [QT] [LABEL unit|window|plugin|slow])
-# One test program; every case is a CTest test of its own. With QT it runs under an application
+# One test program; every case is a CTest test of its own, but under the sanitizers, where starting
+# a process costs more than a case, the program is one test. With QT it runs under an application
 # object on the offscreen platform, and fails on any message that the case did not announce.
 function(tambo_test name)
     cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
@@ -21,6 +32,12 @@ function(tambo_test name)
     if(NOT arg_LABEL)
         set(arg_LABEL unit)
     endif()
-    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
-        PROPERTIES LABELS "${arg_LABEL}" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    if(TAMBO_SANITIZE)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES
+            LABELS "${arg_LABEL}" ENVIRONMENT "${TAMBO_TEST_ENVIRONMENT}")
+    else()
+        gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
+            PROPERTIES LABELS "${arg_LABEL}" ENVIRONMENT "${TAMBO_TEST_ENVIRONMENT}")
+    endif()
 endfunction()
