@@ -28,5 +28,5 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersi
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersion.cmake
-              cmake/TamboPlugin.cmake
+              cmake/TamboPlugin.cmake cmake/plugin.exports
         DESTINATION ${kit_dir} COMPONENT development)
