@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the residues of one alignment row stand: one bit a column, with counts at regular steps so
+// that a column's place among the residues is found in a few operations.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace TAMBO {
+
+// So many gaps before a column, as it counts without any of the runs.
+struct GapRun
+{
+    std::uint64_t column = 0;
+    std::uint64_t count = 0;
+};
+
+// Columns without a word of their own are gaps, so a row ends nowhere: the alignment's width is not
+// kept here, and appending columns to an alignment does not touch its rows.
+class OccupancyRow
+{
+public:
+    using Column = std::uint64_t;
+    using Word = std::uint64_t;
+
+    static constexpr Column kWordColumns = 64;
+    // Columns per count; at most this many columns are looked at to find a residue's place.
+    static constexpr Column kBlockColumns = 256;
+    static constexpr std::size_t kBlockWords = kBlockColumns / kWordColumns;
+
+    OccupancyRow() = default;
+    // Bit c % 64 of word c / 64 is column c.
+    explicit OccupancyRow(std::vector<Word> words);
+    // Residues in the first columns, no gaps between them.
+    [[nodiscard]] static OccupancyRow filled(Column residues);
+
+    [[nodiscard]] bool isResidue(Column column) const noexcept
+    {
+        return (word(column / kWordColumns) >> column % kWordColumns & 1) != 0;
+    }
+    // The number of residues before a column.
+    [[nodiscard]] std::uint32_t rank(Column column) const noexcept;
+    // The column of a residue; ordinal is below residues().
+    [[nodiscard]] Column columnOf(std::uint32_t ordinal) const noexcept;
+    [[nodiscard]] std::uint32_t residues() const noexcept { return m_Residues; }
+    // One past the column of the last residue.
+    [[nodiscard]] Column end() const noexcept;
+    // The first and one past the last column of the run of gaps around a gap. A run behind the last
+    // residue ends at limit.
+    [[nodiscard]] Column gapRunBegin(Column column) const noexcept;
+    [[nodiscard]] Column gapRunEnd(Column column, Column limit) const noexcept;
+
+    // Whole words, for passes over many columns; 0 beyond the last one kept.
+    [[nodiscard]] Word word(std::size_t index) const noexcept
+    {
+        return index < m_Words.size() ? m_Words[index] : 0;
+    }
+    // The number of residues before column block * kBlockColumns.
+    [[nodiscard]] std::uint32_t blockRank(std::size_t block) const noexcept
+    {
+        return block < m_Ranks.size() ? m_Ranks[block] : m_Residues;
+    }
+    // The columns [begin, begin + count) as words that start at bit 0.
+    [[nodiscard]] std::vector<Word> columns(Column begin, Column count) const;
+
+    // What stands at column and behind it moves right.
+    void insertGaps(Column column, Column count);
+    // The columns vanish with what stands in them, and what stands behind them moves left.
+    void removeColumns(Column begin, Column count);
+    // The gaps [from, from + count) are taken out and put in so that they begin at to.
+    void moveGaps(Column from, Column count, Column to);
+    // Runs in ascending order open at once, or are closed again.
+    void openGaps(const std::vector<GapRun> &runs);
+    void closeGaps(const std::vector<GapRun> &runs);
+    // Overwrites the columns [begin, begin + count) with words that start at bit 0.
+    void setColumns(Column begin, Column count, const std::vector<Word> &bits);
+
+    // On the heap.
+    [[nodiscard]] std::size_t bytes() const noexcept;
+
+    friend bool operator==(const OccupancyRow &a, const OccupancyRow &b) noexcept
+    {
+        return a.m_Words == b.m_Words;
+    }
+
+private:
+    [[nodiscard]] Word bitsAt(Column column) const noexcept;
+    void storeBits(Column column, Word bits, Column count) noexcept;
+    void copyDown(Column from, Column count, Column to) noexcept;
+    void copyUp(Column from, Column count, Column to) noexcept;
+    void copyFrom(const OccupancyRow &other, Column from, Column count, Column to) noexcept;
+    void clear(Column begin, Column count) noexcept;
+    void extendTo(Column columns);
+    void trim();
+    void recount(Column begin, Column end);
+
+    // The last word is never 0.
+    std::vector<Word> m_Words;
+    std::vector<std::uint32_t> m_Ranks;
+    std::uint32_t m_Residues = 0;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "OccupancyRow.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+using TAMBO::OccupancyRow;
+
+namespace {
+
+OccupancyRow row(const std::string &text)
+{
+    std::vector<OccupancyRow::Word> words((text.size() + 63) / 64);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '-')
+            words[i / 64] |= OccupancyRow::Word(1) << i % 64;
+    }
+    return OccupancyRow(std::move(words));
+}
+
+std::string text(const OccupancyRow &row, std::size_t width)
+{
+    std::string result;
+    for (std::size_t i = 0; i < width; ++i)
+        result += row.isResidue(i) ? 'x' : '-';
+    return result;
+}
+
+std::string randomText(std::mt19937 &random, std::size_t width)
+{
+    // From almost empty to almost full, so that long runs of both kinds occur.
+    const unsigned density = random() % 11;
+    std::string result(width, '-');
+    for (char &c : result)
+        c = random() % 10 < density ? 'x' : '-';
+    return result;
+}
+
+void expectSame(const OccupancyRow &row, const std::string &expected)
+{
+    const std::size_t width = expected.size() + 70;
+    ASSERT_EQ(text(row, width), expected + std::string(70, '-'));
+    std::uint32_t count = 0;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(row.rank(i), count) << "column " << i << " of " << expected;
+        if (i % OccupancyRow::kBlockColumns == 0) {
+            ASSERT_EQ(row.blockRank(i / OccupancyRow::kBlockColumns), count);
+        }
+        if (expected[i] != '-') {
+            ASSERT_EQ(row.columnOf(count++), i);
+        }
+    }
+    ASSERT_EQ(row.rank(width), count);
+    ASSERT_EQ(row.residues(), count);
+    const std::size_t last = expected.find_last_not_of('-');
+    ASSERT_EQ(row.end(), last == std::string::npos ? 0 : last + 1);
+}
+
+} // namespace
+
+TEST(OccupancyRow, EmptyRowHoldsNoResidue)
+{
+    const OccupancyRow empty;
+    EXPECT_EQ(empty.residues(), 0U);
+    EXPECT_EQ(empty.end(), 0U);
+    EXPECT_EQ(empty.rank(1000), 0U);
+    EXPECT_FALSE(empty.isResidue(0));
+    EXPECT_EQ(empty.gapRunBegin(5), 0U);
+    EXPECT_EQ(empty.gapRunEnd(5, 9), 9U);
+    EXPECT_EQ(empty.bytes(), 0U);
+}
+
+TEST(OccupancyRow, FilledRowHasItsResiduesFirstAtEveryWordBoundary)
+{
+    for (const std::size_t width : {1U, 63U, 64U, 65U, 127U, 128U, 129U, 255U, 256U, 257U, 1000U})
+        expectSame(OccupancyRow::filled(width), std::string(width, 'x'));
+    expectSame(OccupancyRow::filled(0), "");
+}
+
+TEST(OccupancyRow, WordsOfGapsAtTheEndTakeNoMemory)
+{
+    const OccupancyRow one = row("x" + std::string(10000, '-'));
+    EXPECT_LE(one.bytes(), 64U);
+    EXPECT_EQ(one.end(), 1U);
+}
+
+TEST(OccupancyRow, GapRunIsBoundedByResiduesAndByTheLimit)
+{
+    const std::string gaps(200, '-');
+    const OccupancyRow sample = row("--x" + gaps + "x--");
+    EXPECT_EQ(sample.gapRunBegin(1), 0U);
+    EXPECT_EQ(sample.gapRunEnd(0, 206), 2U);
+    for (const std::size_t column : {3U, 64U, 127U, 202U}) {
+        EXPECT_EQ(sample.gapRunBegin(column), 3U) << column;
+        EXPECT_EQ(sample.gapRunEnd(column, 206), 203U) << column;
+    }
+    EXPECT_EQ(sample.gapRunBegin(205), 204U);
+    EXPECT_EQ(sample.gapRunEnd(204, 206), 206U);
+}
+
+TEST(OccupancyRow, ColumnsGivesWordsThatStartAtTheFirstOne)
+{
+    const OccupancyRow sample = row(std::string(60, '-') + "x-xx-xxx" + std::string(80, 'x'));
+    EXPECT_EQ(sample.columns(60, 8), std::vector<OccupancyRow::Word>{0b11101101});
+    EXPECT_EQ(sample.columns(60, 3), std::vector<OccupancyRow::Word>{0b101});
+    EXPECT_EQ(sample.columns(0, 64).size(), 1U);
+    EXPECT_EQ(sample.columns(0, 65).size(), 2U);
+    EXPECT_EQ(sample.columns(500, 3), std::vector<OccupancyRow::Word>{0});
+}
+
+TEST(OccupancyRow, EditsAgreeWithPlainTextAtEveryWidth)
+{
+    std::mt19937 random(20240229);
+    for (const std::size_t width :
+         {1U, 2U, 63U, 64U, 65U, 127U, 128U, 129U, 255U, 256U, 257U, 300U, 513U, 1030U}) {
+        for (int round = 0; round < 400; ++round) {
+            std::string expected = randomText(random, width);
+            OccupancyRow actual = row(expected);
+            ASSERT_NO_FATAL_FAILURE(expectSame(actual, expected));
+            for (int step = 0; step < 4; ++step) {
+                const std::size_t begin = random() % (expected.size() + 1);
+                const std::size_t most = random() % 3 == 0 ? 400 : 5;
+                switch (random() % 5) {
+                case 0: {
+                    const std::size_t count = random() % most;
+                    actual.insertGaps(begin, count);
+                    expected.insert(begin, count, '-');
+                    break;
+                }
+                case 1: {
+                    const std::size_t count =
+                        std::min<std::size_t>(random() % most, expected.size() - begin);
+                    actual.removeColumns(begin, count);
+                    expected.erase(begin, count);
+                    break;
+                }
+                case 2: {
+                    // A stretch of gaps, anywhere.
+                    std::size_t from = expected.find('-', begin);
+                    if (from == std::string::npos)
+                        break;
+                    std::size_t end = from;
+                    while (end < expected.size() && expected[end] == '-')
+                        ++end;
+                    const std::size_t count = 1 + random() % (end - from);
+                    const std::size_t to = random() % (expected.size() - count + 1);
+                    actual.moveGaps(from, count, to);
+                    expected.erase(from, count);
+                    expected.insert(to, count, '-');
+                    break;
+                }
+                case 3: {
+                    std::vector<TAMBO::GapRun> runs;
+                    std::string opened = expected;
+                    std::size_t added = 0;
+                    for (std::size_t at = random() % 9; at <= expected.size();
+                         at += 1 + random() % 99) {
+                        runs.push_back({at, 1 + random() % 7});
+                        opened.insert(at + added, runs.back().count, '-');
+                        added += runs.back().count;
+                    }
+                    const OccupancyRow before = actual;
+                    actual.openGaps(runs);
+                    ASSERT_NO_FATAL_FAILURE(expectSame(actual, opened));
+                    actual.closeGaps(runs);
+                    ASSERT_EQ(actual, before);
+                    break;
+                }
+                default: {
+                    const std::size_t count =
+                        std::min<std::size_t>(random() % most, expected.size() - begin);
+                    const std::string piece = randomText(random, count);
+                    actual.setColumns(begin, count, row(piece).columns(0, count));
+                    expected.replace(begin, count, piece);
+                }
+                }
+                ASSERT_NO_FATAL_FAILURE(expectSame(actual, expected));
+                EXPECT_EQ(actual, row(expected));
+            }
+        }
+    }
+}
