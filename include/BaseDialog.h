@@ -9,25 +9,31 @@
 #include <QString>
 
 class QBoxLayout;
+class QDialogButtonBox;
 
-// Buttons are given as a sum: 1 OK, 2 Cancel, 4 Apply. Size and place are remembered under the
-// caption.
+// Size and place are remembered under the caption. Whatever way the dialog is left, but by OK, ends
+// in Cancel().
 class TAMBO_API BaseDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    // spacing: pixels between controls. helpText: shown by the dialog's What's-this help.
-    // modal, vertical: whether the dialog blocks its window, and whether the buttons stand in a
-    // column at the right.
+    enum Button { OkButton = 1, CancelButton = 2, ApplyButton = 4 };
+
+    // buttons: a sum of Button. spacing: pixels between controls. helpText: shown by the dialog's
+    // What's-this help. vertical: the buttons stand in a column at the right. modal: the dialog
+    // blocks its window also when it is not run with exec().
     BaseDialog(const QString &caption, const QSize &size, int buttons, int spacing,
-               const QString &helpText, bool modal, bool vertical, QWidget *parent,
+               const QString &helpText, bool vertical, bool modal, QWidget *parent,
                const char *name);
     ~BaseDialog() override;
 
-    // Ends the construction and gives the widget that holds the controls.
-    QWidget *StartWidget();
+    // The layout that takes the controls, which become children of the dialog.
     [[nodiscard]] QBoxLayout *GetTopLevelLayout() const;
+    // Ends the construction: adds the buttons behind the controls. Gives the widget that the
+    // controls are children of, the dialog itself.
+    QWidget *StartWidget();
+    // Whether the user wants tool tips.
     [[nodiscard]] bool ShowToolTips() const;
 
 public slots:
@@ -36,6 +42,8 @@ public slots:
     virtual void Ok();
     virtual void Cancel();
     virtual void Apply();
+    void reject() override;
+    void done(int result) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -44,9 +52,10 @@ protected:
 private:
     void savePlace() const;
 
-    QString m_PlaceKey;
     QSize m_FirstSize;
-    QWidget *m_Controls = nullptr;
-    QBoxLayout *m_TopLevelLayout = nullptr;
+    int m_ButtonSum;
+    bool m_Vertical;
     bool m_Placed = false;
+    QBoxLayout *m_TopLevelLayout = nullptr;
+    QDialogButtonBox *m_Buttons = nullptr;
 };

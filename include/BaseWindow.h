@@ -37,10 +37,16 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void choosePlace();
+    void stepAsideOfTwins();
     void savePlace() const;
 
     QString m_PlaceKey;
     QSize m_FirstSize;
+    bool m_FixedSize;
     bool m_Placed = false;
+    // Inside close(bool), which calls Kill() itself.
     bool m_Closing = false;
+    // Closed at the frame; Kill() comes from the event loop.
+    bool m_KillPending = false;
 };

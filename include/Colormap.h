@@ -11,13 +11,17 @@
 class TAMBO_API Colormap
 {
 public:
-    // file: a colour map of the user or of the installation, such as "BlueRed.cm". steps: how many
-    // colours are interpolated. A file that cannot be read gives a grey map and a line in the log.
+    // file: a colour map of the user or of the installation, such as "BlueRed.cm". steps: into how
+    // many equal steps the map is divided; an even number keeps its middle colour. name: what the
+    // caller calls the map. No file gives a grey map; one that cannot be read also a line in the
+    // log.
     Colormap(const std::string &file, int steps, const std::string &name);
 
     void setMinMax(float minimum, float maximum);
-    // Values outside the bounds get the colour of the nearer bound.
+    // Values outside the bounds get the colour of the nearer bound, no number at all is white. A
+    // minimum above the maximum turns the map round.
     [[nodiscard]] Color lookupValue(float value) const;
+    [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
 
 private:
     std::vector<Color> m_Colors;

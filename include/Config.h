@@ -14,6 +14,7 @@ public:
     [[nodiscard]] static Setting GetSetting(const std::string &section, const std::string &key);
     // Directories, without a trailing "/".
     [[nodiscard]] static std::string GetIconDir();
-    // Private to the user (mode 0700) and made when first asked for.
+    // Private to the user (mode 0700) and made when first asked for. When none can be had, a path
+    // below which nothing can be opened.
     [[nodiscard]] static std::string GetPersonalTmpDir();
 };

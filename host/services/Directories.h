@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the workbench finds what was installed with it and keeps what belongs to the user. All
+// without a trailing "/"; none is created by asking for it.
+#pragma once
+
+#include <QString>
+
+namespace TAMBO::services {
+
+// The environment variable TAMBO_SHARE_DIR moves the first; TAMBO_USER_DIR moves the others below
+// one directory, for a portable installation and for tests.
+class Directories
+{
+public:
+    // Icons, colour maps, scales, help, default settings: ../share/tambo beside the program.
+    [[nodiscard]] static QString shared();
+    // The user's settings, own colour maps and scales.
+    [[nodiscard]] static QString config();
+    // The log and the places of windows.
+    [[nodiscard]] static QString data();
+    // Files of running jobs.
+    [[nodiscard]] static QString scratch();
+};
+
+} // namespace TAMBO::services

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HelpWindow.h"
+
+#include "Directories.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTextBrowser>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QToolBar>
+
+namespace TAMBO::services {
+
+namespace {
+
+constexpr int kMargin = 24;
+constexpr int kSearchWidth = 240;
+const QString kContents = QStringLiteral("index.html");
+
+QString helpDirectory()
+{
+    return Directories::shared() + QStringLiteral("/help");
+}
+
+// Only pages of the help itself, wherever a link or a setting may point.
+QUrl pageAddress(const QString &document)
+{
+    const QUrl asked(document);
+    const QString name = asked.path();
+    const bool isPage =
+        !name.isEmpty() && !name.contains('/') && QFileInfo(helpDirectory() + '/' + name).isFile();
+    QUrl address = QUrl::fromLocalFile(helpDirectory() + '/' + (isPage ? name : kContents));
+    if (isPage)
+        address.setFragment(asked.fragment());
+    return address;
+}
+
+} // namespace
+
+HelpWindow::HelpWindow()
+    : BaseWindow(tr("Help"), QSize(760, 700), QStringLiteral("Help"), false, nullptr, "HelpWindow"),
+      m_Pages(new QTextBrowser(this))
+{
+    // Open help keeps nobody from leaving the workbench.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    m_Pages->setOpenLinks(false);
+    m_Pages->setFrameShape(QFrame::NoFrame);
+    m_Pages->setSearchPaths({helpDirectory()});
+    m_Pages->document()->setDocumentMargin(kMargin);
+    setCentralWidget(m_Pages);
+    m_Message = new QLabel(this);
+    statusBar()->addWidget(m_Message);
+    makeToolBar();
+    connect(m_Pages, &QTextBrowser::anchorClicked, this, &HelpWindow::follow);
+    connect(m_Pages, &QTextBrowser::sourceChanged, this, [this] {
+        setWindowTitle(tr("Help: %1").arg(m_Pages->documentTitle()));
+        say(QString());
+    });
+    m_Pages->setFocus();
+}
+
+HelpWindow::~HelpWindow() = default;
+
+void HelpWindow::makeToolBar()
+{
+    QToolBar *bar = addToolBar(tr("Help"));
+    bar->setObjectName(QStringLiteral("HelpBar"));
+    bar->setMovable(false);
+    const auto add = [&](QStyle::StandardPixmap icon, const QString &text,
+                         const QList<QKeySequence> &keys) {
+        QAction *action = bar->addAction(style()->standardIcon(icon), text);
+        action->setShortcuts(keys);
+        action->setToolTip(tr("%1 (%2)").arg(text, keys.first().toString()));
+        return action;
+    };
+    QAction *back = add(QStyle::SP_ArrowBack, tr("Back"), {QKeySequence(Qt::ALT | Qt::Key_Left)});
+    QAction *forward =
+        add(QStyle::SP_ArrowForward, tr("Forward"), {QKeySequence(Qt::ALT | Qt::Key_Right)});
+    QAction *contents =
+        add(QStyle::SP_DirHomeIcon, tr("Contents"), {QKeySequence(Qt::ALT | Qt::Key_Home)});
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(back, &QAction::triggered, m_Pages, &QTextBrowser::backward);
+    connect(forward, &QAction::triggered, m_Pages, &QTextBrowser::forward);
+    connect(contents, &QAction::triggered, this, [this] { showDocument(QString()); });
+    connect(m_Pages, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(m_Pages, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+
+    auto *gap = new QWidget(bar);
+    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    bar->addWidget(gap);
+    m_Search = new QLineEdit(bar);
+    m_Search->setPlaceholderText(tr("Find on this page (Ctrl+F)"));
+    m_Search->setAccessibleName(tr("Find on this page"));
+    m_Search->setClearButtonEnabled(true);
+    m_Search->setMaximumWidth(kSearchWidth);
+    bar->addWidget(m_Search);
+    connect(m_Search, &QLineEdit::textEdited, this, &HelpWindow::searchWhileTyping);
+    connect(m_Search, &QLineEdit::returnPressed, this, [this] { search(Direction::Forward); });
+
+    const auto key = [this](const QKeySequence &keys, auto what) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, what);
+    };
+    key(QKeySequence::Find, [this] {
+        m_Search->setFocus();
+        m_Search->selectAll();
+    });
+    key(Qt::Key_F3, [this] { search(Direction::Forward); });
+    key(Qt::SHIFT | Qt::Key_F3, [this] { search(Direction::Backward); });
+    key(Qt::Key_Escape, [this] {
+        if (m_Search->hasFocus())
+            m_Pages->setFocus();
+        else
+            BaseWindow::close();
+    });
+}
+
+void HelpWindow::showDocument(const QString &document)
+{
+    m_Pages->setSource(pageAddress(document));
+}
+
+QUrl HelpWindow::document() const
+{
+    return m_Pages->source();
+}
+
+void HelpWindow::follow(const QUrl &link)
+{
+    if (!link.isLocalFile() && !link.isRelative())
+        return;
+    QString document = link.fileName();
+    if (document.isEmpty())
+        document = m_Pages->source().fileName();
+    if (link.hasFragment())
+        document += '#' + link.fragment();
+    showDocument(document);
+}
+
+void HelpWindow::searchWhileTyping()
+{
+    // The hit grows with the text instead of jumping to the next one.
+    QTextCursor cursor = m_Pages->textCursor();
+    cursor.setPosition(cursor.selectionStart());
+    m_Pages->setTextCursor(cursor);
+    search(Direction::Forward);
+}
+
+void HelpWindow::search(Direction direction)
+{
+    const QString text = m_Search->text();
+    say(QString());
+    if (text.isEmpty())
+        return;
+    const QTextDocument::FindFlags flags =
+        direction == Direction::Backward ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    if (m_Pages->find(text, flags))
+        return;
+    const QTextCursor before = m_Pages->textCursor();
+    m_Pages->moveCursor(direction == Direction::Backward ? QTextCursor::End : QTextCursor::Start);
+    if (m_Pages->find(text, flags)) {
+        say(tr("Search went on at the other end of the page"));
+        return;
+    }
+    m_Pages->setTextCursor(before);
+    say(tr("\"%1\" is not on this page").arg(text));
+}
+
+void HelpWindow::say(const QString &text)
+{
+    m_Message->setText(text);
+}
+
+void HelpWindow::Kill(BaseWindow *window)
+{
+    delete window;
+}
+
+} // namespace TAMBO::services

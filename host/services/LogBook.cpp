@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LogBook.h"
+
+#include "Directories.h"
+#include "Hooks.h"
+
+#include <QByteArray>
+
+namespace TAMBO::services {
+
+namespace {
+
+QtMessageHandler s_NextHandler = nullptr;
+
+const char *severityName(Logger::Severity severity)
+{
+    switch (severity) {
+    case Logger::Severity::Info:
+        return "info";
+    case Logger::Severity::Warning:
+        return "warning";
+    case Logger::Severity::Error:
+        return "error";
+    }
+    return "";
+}
+
+Logger::Severity fromModel(LogSeverity severity)
+{
+    switch (severity) {
+    case LogSeverity::Info:
+        return Logger::Severity::Info;
+    case LogSeverity::Warning:
+        return Logger::Severity::Warning;
+    case LogSeverity::Error:
+        break;
+    }
+    return Logger::Severity::Error;
+}
+
+void routeToolkitMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    // A slot of the log dock may itself make the toolkit complain.
+    thread_local bool isWriting = false;
+    if (!isWriting && type != QtDebugMsg) {
+        isWriting = true;
+        const bool isError = type == QtCriticalMsg || type == QtFatalMsg;
+        LogBook::instance().write(text, type == QtInfoMsg ? Logger::Severity::Info
+                                        : isError         ? Logger::Severity::Error
+                                                          : Logger::Severity::Warning);
+        isWriting = false;
+    }
+    if (s_NextHandler != nullptr)
+        s_NextHandler(type, context, text);
+}
+
+} // namespace
+
+LogBook::LogBook(const QString &path, std::size_t entries, qint64 fileSize)
+    : m_Largest(entries), m_File(path.isEmpty() ? nullptr : new LogFile(path, fileSize))
+{
+    qRegisterMetaType<TAMBO::services::LogEntry>();
+}
+
+LogBook::~LogBook() = default;
+
+LogBook &LogBook::instance()
+{
+    static auto *book = new LogBook(Directories::data() + QStringLiteral("/tambo.log"));
+    return *book;
+}
+
+void LogBook::write(const QString &text, Logger::Severity severity)
+{
+    QString line = text;
+    while (!line.isEmpty() && line.back().isSpace())
+        line.chop(1);
+    if (line.isEmpty())
+        return;
+
+    LogEntry entry;
+    LogEntry complaint;
+    {
+        const std::lock_guard lock(m_Mutex);
+        entry = add(line, severity);
+        if (m_File && !writeToFile(entry)) {
+            complaint = add(QStringLiteral("The log file cannot be written: %1: %2")
+                                .arg(m_File->path(), m_File->error()),
+                            Logger::Severity::Warning);
+            m_File.reset();
+        }
+    }
+    emit written(entry);
+    if (complaint.number != 0)
+        emit written(complaint);
+}
+
+LogEntry LogBook::add(const QString &text, Logger::Severity severity)
+{
+    LogEntry entry{++m_Count, QDateTime::currentDateTime(), severity, text};
+    m_Entries.push_back(entry);
+    if (m_Entries.size() > m_Largest)
+        m_Entries.pop_front();
+    return entry;
+}
+
+bool LogBook::writeToFile(const LogEntry &entry)
+{
+    // The further lines of a text are set in, so that every entry starts with its time.
+    QString text = entry.text;
+    text.replace('\n', QStringLiteral("\n    "));
+    const QString line = QStringLiteral("%1 %2 %3\n")
+                             .arg(entry.time.toString(Qt::ISODateWithMs),
+                                  QString::fromLatin1(severityName(entry.severity)), text);
+    return m_File->append(line.toUtf8());
+}
+
+std::vector<LogEntry> LogBook::entries() const
+{
+    const std::lock_guard lock(m_Mutex);
+    return {m_Entries.begin(), m_Entries.end()};
+}
+
+void LogBook::clear()
+{
+    const std::lock_guard lock(m_Mutex);
+    m_Entries.clear();
+}
+
+QString LogBook::path() const
+{
+    const std::lock_guard lock(m_Mutex);
+    return m_File ? m_File->path() : QString();
+}
+
+void LogBook::routeMessages()
+{
+    modelHooks().log = [](const std::string &message, LogSeverity severity) {
+        instance().write(QString::fromStdString(message), fromModel(severity));
+    };
+    const QtMessageHandler before = qInstallMessageHandler(routeToolkitMessage);
+    if (before != routeToolkitMessage)
+        s_NextHandler = before;
+}
+
+} // namespace TAMBO::services

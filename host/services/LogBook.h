@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The log of the workbench: the latest entries in memory for the log dock, all of them in a file.
+// May be written from any thread.
+#pragma once
+
+#include "LogFile.h"
+#include "Logger.h"
+
+#include <QDateTime>
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace TAMBO::services {
+
+struct LogEntry
+{
+    // Counts all entries of this run from 1.
+    quint64 number = 0;
+    QDateTime time;
+    Logger::Severity severity = Logger::Severity::Info;
+    QString text;
+};
+
+class LogBook : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr std::size_t kEntries = 10000;
+    static constexpr qint64 kFileSize = 1 << 20;
+
+    // An empty path keeps the log in memory only.
+    explicit LogBook(const QString &path, std::size_t entries = kEntries,
+                     qint64 fileSize = kFileSize);
+    ~LogBook() override;
+
+    // The book behind Logger, with tambo.log in the user's data directory. Never destroyed, so that
+    // the last destructor of the program can still write to it.
+    static LogBook &instance();
+
+    // A text without any character but blanks is not worth an entry.
+    void write(const QString &text, Logger::Severity severity);
+    // The latest ones, oldest first.
+    [[nodiscard]] std::vector<LogEntry> entries() const;
+    void clear();
+    [[nodiscard]] QString path() const;
+
+    // Sends the toolkit's warnings, and what the model has to say, here. What showed messages
+    // before goes on showing them.
+    static void routeMessages();
+
+signals:
+    // Emitted in the thread that wrote.
+    void written(const TAMBO::services::LogEntry &entry);
+
+private:
+    LogEntry add(const QString &text, Logger::Severity severity);
+    bool writeToFile(const LogEntry &entry);
+
+    mutable std::mutex m_Mutex;
+    std::deque<LogEntry> m_Entries;
+    std::size_t m_Largest;
+    quint64 m_Count = 0;
+    std::unique_ptr<LogFile> m_File;
+};
+
+} // namespace TAMBO::services
+
+Q_DECLARE_METATYPE(TAMBO::services::LogEntry)

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginLoader.h"
+
+#include "Logger.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <exception>
+#include <iterator>
+
+namespace TAMBO::services {
+
+namespace {
+
+QString lastError()
+{
+    const char *text = ::dlerror();
+    return QString::fromLocal8Bit(text != nullptr ? text : "unknown error");
+}
+
+// What is being handled, in words.
+QString currentException()
+{
+    try {
+        throw;
+    } catch (const std::exception &exception) {
+        return QString::fromLocal8Bit(exception.what());
+    } catch (...) {
+        return QStringLiteral("an unknown exception");
+    }
+}
+
+template <typename Function>
+bool resolve(void *library, const char *name, Function &function, PluginRecord &record)
+{
+    function = reinterpret_cast<Function>(::dlsym(library, name));
+    if (function != nullptr)
+        return true;
+    record.state = PluginState::LacksFunction;
+    record.reason =
+        QStringLiteral("%1 has no function %2").arg(record.name, QString::fromLatin1(name));
+    return false;
+}
+
+} // namespace
+
+const PluginRecord &PluginLoader::load(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    const auto known = std::ranges::find(m_Records, path, &PluginRecord::file);
+    if (known != m_Records.end() && known->state != PluginState::MissingFile)
+        return *known;
+
+    const bool isNew = known == m_Records.end();
+    if (isNew) {
+        m_Records.push_back({path, info.fileName(), PluginState::MissingFile, {}});
+        m_Functions.emplace_back();
+    }
+    PluginRecord &record = isNew ? m_Records.back() : *known;
+    open(record, m_Functions[indexOf(record)]);
+    if (!record.isUsable())
+        Logger::Write(QStringLiteral("The plug-in cannot be used: %1").arg(record.reason),
+                      Logger::Severity::Error);
+    return record;
+}
+
+void PluginLoader::open(PluginRecord &record, Functions &functions)
+{
+    if (!QFileInfo(record.file).isFile()) {
+        record.state = PluginState::MissingFile;
+        record.reason = QStringLiteral("%1: there is no such file").arg(record.file);
+        return;
+    }
+    void *library = nullptr;
+    try {
+        library = ::dlopen(QFile::encodeName(record.file).constData(),
+                           RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    } catch (...) {
+        record.state = PluginState::ThrewOnLoad;
+        record.reason = QStringLiteral("%1 failed while it was loaded: %2")
+                            .arg(record.name, currentException());
+        return;
+    }
+    if (library == nullptr) {
+        const QString error = lastError();
+        const bool isUnresolved = error.contains(QStringLiteral("undefined symbol"));
+        record.state = isUnresolved ? PluginState::UnresolvedSymbol : PluginState::Broken;
+        record.reason = error;
+        return;
+    }
+    if (!resolve(library, "Execute0", functions.execute, record) ||
+        !resolve(library, "IsDone", functions.isDone, record) ||
+        !resolve(library, "Cleanup", functions.cleanup, record))
+        return;
+    record.state = PluginState::Loaded;
+    record.reason.clear();
+}
+
+const PluginRecord *PluginLoader::find(const QString &name) const
+{
+    const auto found = std::ranges::find(m_Records, name, &PluginRecord::name);
+    return found == m_Records.end() ? nullptr : &*found;
+}
+
+std::size_t PluginLoader::indexOf(const PluginRecord &plugin) const
+{
+    const auto found = std::ranges::find_if(
+        m_Records, [&](const PluginRecord &record) { return &record == &plugin; });
+    return std::size_t(std::distance(m_Records.begin(), found));
+}
+
+template <typename Function>
+bool PluginLoader::call(std::size_t index, const char *name, Function function)
+{
+    if (index >= m_Records.size() || !m_Records[index].isUsable())
+        return false;
+    try {
+        function(m_Functions[index]);
+        return true;
+    } catch (...) {
+        PluginRecord &record = m_Records[index];
+        record.state = PluginState::ThrewInCall;
+        record.reason = QStringLiteral("%1 failed in %2: %3")
+                            .arg(record.name, QString::fromLatin1(name), currentException());
+        Logger::Write(QStringLiteral("The plug-in is not used any more: %1").arg(record.reason),
+                      Logger::Severity::Error);
+        return false;
+    }
+}
+
+bool PluginLoader::execute(const PluginRecord &plugin)
+{
+    return call(indexOf(plugin), "Execute0", [](const Functions &f) { f.execute(); });
+}
+
+std::optional<bool> PluginLoader::isDone(const PluginRecord &plugin)
+{
+    bool done = false;
+    if (!call(indexOf(plugin), "IsDone", [&](const Functions &f) { done = f.isDone(); }))
+        return {};
+    return done;
+}
+
+bool PluginLoader::shutDown()
+{
+    bool allDone = true;
+    for (std::size_t index = m_Records.size(); index-- > 0;) {
+        const PluginRecord &record = m_Records[index];
+        if (isDone(record).value_or(true))
+            continue;
+        call(index, "Cleanup", [](const Functions &f) { f.cleanup(); });
+        if (isDone(record).value_or(true))
+            continue;
+        allDone = false;
+        Logger::Write(QStringLiteral("%1 has not finished").arg(record.name),
+                      Logger::Severity::Warning);
+    }
+    return allDone;
+}
+
+} // namespace TAMBO::services

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SelectObject.h"
+
+#include "CandidateModel.h"
+#include "Logger.h"
+#include "SelectObjectAnswers.h"
+#include "Subscriber.h"
+#include "WindowPlaces.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSortFilterProxyModel>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
+
+namespace TAMBO {
+
+using namespace services;
+
+namespace {
+
+constexpr QSize kFirstSize(560, 460);
+constexpr int kNameWidth = 300;
+const QString kPlaceKey = QStringLiteral("SelectObject");
+
+} // namespace
+
+// The inside of the dialog. It follows the deletions of objects, since jobs that end while the
+// dialog is open may delete what it offers.
+class SelectObject::Picker : public QObject, private Subscriber
+{
+public:
+    using Write = std::function<void(const std::vector<Compound *> &)>;
+
+    Picker(SelectObject &dialog, const std::vector<Compound *> &candidates,
+           CandidateModel::Ticks ticks, Write write);
+
+    void preselect(const std::vector<Compound *> &objects);
+    // False for a single choice without anything chosen.
+    bool writeChoice();
+    // The result of exec() when there is an answer.
+    int answer(const std::optional<std::vector<Compound *>> &given);
+    [[nodiscard]] bool isSeveral() const noexcept { return m_Ticks == CandidateModel::Ticks::With; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void commUpdate() override { }
+    void commAdd() override { }
+    void commDelete() override { m_Model.forgetDeletedObjects(); }
+
+    void makeList();
+    void makeButtons(QVBoxLayout &layout);
+    void filter(const QString &text);
+    void selectFirstIfNone();
+    void toggleCurrent();
+    void tickAllShown(bool ticked);
+    void refresh();
+    [[nodiscard]] int currentRow() const;
+    [[nodiscard]] bool isOffered(Compound *object) const { return m_Model.rowOf(object) >= 0; }
+
+    SelectObject &m_Dialog;
+    std::vector<Compound *> m_Candidates;
+    CandidateModel::Ticks m_Ticks;
+    Write m_Write;
+    CandidateModel m_Model;
+    QSortFilterProxyModel m_Shown;
+    QLineEdit *m_Filter;
+    QTreeView *m_List;
+    QLabel *m_Counts;
+    QPushButton *m_Ok = nullptr;
+};
+
+SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *> &candidates,
+                             CandidateModel::Ticks ticks, Write write)
+    : m_Dialog(dialog),
+      m_Candidates(candidates),
+      m_Ticks(ticks),
+      m_Write(std::move(write)),
+      m_Model(candidates, ticks),
+      m_Filter(new QLineEdit(&dialog)),
+      m_List(new QTreeView(&dialog)),
+      m_Counts(new QLabel(&dialog))
+{
+    auto *layout = new QVBoxLayout(&dialog);
+    auto *heading = new QLabel(isSeveral() ? tr("Choose one or several:") : tr("Choose one:"));
+    heading->setBuddy(m_Filter);
+    layout->addWidget(heading);
+    m_Filter->setPlaceholderText(tr("Type a part of the name"));
+    m_Filter->setAccessibleName(tr("Part of the name"));
+    m_Filter->setClearButtonEnabled(true);
+    m_Filter->installEventFilter(this);
+    layout->addWidget(m_Filter);
+    makeList();
+    layout->addWidget(m_List, 1);
+    makeButtons(*layout);
+
+    connect(m_Filter, &QLineEdit::textChanged, this, [this](const QString &text) { filter(text); });
+    connect(&m_Model, &QAbstractItemModel::dataChanged, this, [this] { refresh(); });
+    connect(&m_Model, &QAbstractItemModel::rowsRemoved, this, [this] { refresh(); });
+    connect(m_List->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { refresh(); });
+    connect(m_List, &QTreeView::doubleClicked, this, [this] {
+        if (isSeveral())
+            toggleCurrent();
+        else
+            m_Dialog.accept();
+    });
+    selectFirstIfNone();
+    refresh();
+    m_Filter->setFocus();
+}
+
+void SelectObject::Picker::makeList()
+{
+    m_Shown.setSourceModel(&m_Model);
+    m_Shown.setFilterKeyColumn(CandidateModel::NameColumn);
+    m_Shown.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_Shown.setSortCaseSensitivity(Qt::CaseInsensitive);
+    m_Shown.setSortRole(CandidateModel::kSortRole);
+    m_List->setModel(&m_Shown);
+    m_List->setAccessibleName(tr("Objects"));
+    m_List->setRootIsDecorated(false);
+    m_List->setUniformRowHeights(true);
+    m_List->setAlternatingRowColors(true);
+    m_List->setAllColumnsShowFocus(true);
+    m_List->setTextElideMode(Qt::ElideMiddle);
+    // In the order of the candidates until the user asks for another.
+    m_List->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    m_List->setSortingEnabled(true);
+    m_List->setColumnWidth(CandidateModel::NameColumn, kNameWidth);
+    m_List->installEventFilter(this);
+}
+
+void SelectObject::Picker::makeButtons(QVBoxLayout &layout)
+{
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_Counts, 1);
+    if (isSeveral()) {
+        const auto add = [&](const QString &text, bool ticked) {
+            auto *button = new QPushButton(text, &m_Dialog);
+            button->setAutoDefault(false);
+            connect(button, &QPushButton::clicked, this, [this, ticked] { tickAllShown(ticked); });
+            row->addWidget(button);
+        };
+        add(tr("Select &all"), true);
+        add(tr("Select &none"), false);
+    }
+    layout.addLayout(row);
+    auto *box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &m_Dialog);
+    m_Ok = box->button(QDialogButtonBox::Ok);
+    m_Ok->setDefault(true);
+    connect(box, &QDialogButtonBox::accepted, &m_Dialog, &SelectObject::accept);
+    connect(box, &QDialogButtonBox::rejected, &m_Dialog, &SelectObject::reject);
+    layout.addWidget(box);
+}
+
+bool SelectObject::Picker::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() == Qt::Key_Space && isSeveral() && key->modifiers() == Qt::NoModifier) {
+        toggleCurrent();
+        return true;
+    }
+    if (watched != m_Filter)
+        return false;
+    switch (key->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        QCoreApplication::sendEvent(m_List, event);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void SelectObject::Picker::filter(const QString &text)
+{
+    m_Shown.setFilterFixedString(text);
+    selectFirstIfNone();
+    refresh();
+}
+
+void SelectObject::Picker::selectFirstIfNone()
+{
+    if (currentRow() < 0 && m_Shown.rowCount() > 0)
+        m_List->setCurrentIndex(m_Shown.index(0, CandidateModel::NameColumn));
+}
+
+int SelectObject::Picker::currentRow() const
+{
+    const QModelIndex current = m_Shown.mapToSource(m_List->currentIndex());
+    return current.isValid() ? current.row() : -1;
+}
+
+void SelectObject::Picker::toggleCurrent()
+{
+    if (const int row = currentRow(); row >= 0)
+        m_Model.setTicked(row, !m_Model.isTicked(row));
+}
+
+void SelectObject::Picker::tickAllShown(bool ticked)
+{
+    for (int shown = 0; shown < m_Shown.rowCount(); ++shown)
+        m_Model.setTicked(m_Shown.mapToSource(m_Shown.index(shown, 0)).row(), ticked);
+}
+
+void SelectObject::Picker::refresh()
+{
+    const int all = m_Model.rowCount();
+    const int shown = m_Shown.rowCount();
+    QString text =
+        shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
+    if (isSeveral())
+        text += tr(", %1 chosen").arg(m_Model.ticked().size());
+    m_Counts->setText(text);
+    m_Ok->setEnabled(isSeveral() || currentRow() >= 0);
+}
+
+void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
+{
+    for (Compound *object : objects) {
+        const int row = m_Model.rowOf(object);
+        if (row < 0)
+            continue;
+        if (isSeveral())
+            m_Model.setTicked(row, true);
+        else
+            m_List->setCurrentIndex(
+                m_Shown.mapFromSource(m_Model.index(row, CandidateModel::NameColumn)));
+    }
+}
+
+bool SelectObject::Picker::writeChoice()
+{
+    if (isSeveral()) {
+        m_Write(m_Model.ticked());
+        return true;
+    }
+    const int row = currentRow();
+    if (row < 0)
+        return false;
+    m_Write({m_Model.object(row)});
+    return true;
+}
+
+int SelectObject::Picker::answer(const std::optional<std::vector<Compound *>> &given)
+{
+    if (!given)
+        return QDialog::Rejected;
+    std::vector<Compound *> choice;
+    for (Compound *candidate : m_Candidates)
+        if (isOffered(candidate) && std::ranges::count(*given, candidate) > 0)
+            choice.push_back(candidate);
+    if (!isSeveral() && choice.empty()) {
+        Logger::Write(QStringLiteral("The object chosen in advance is not offered: %1")
+                          .arg(m_Dialog.windowTitle()),
+                      Logger::Severity::Warning);
+        return QDialog::Rejected;
+    }
+    m_Write(choice);
+    return QDialog::Accepted;
+}
+
+SelectObject::SelectObject(const std::vector<Compound *> &candidates, Compound *&chosen,
+                           QWidget *parent, QString caption)
+    : QDialog(parent),
+      m_Picker(std::make_unique<Picker>(
+          *this, candidates, CandidateModel::Ticks::Without,
+          [&chosen](const std::vector<Compound *> &choice) { chosen = choice.front(); }))
+{
+    setWindowTitle(caption);
+    m_Picker->preselect({chosen});
+    SelectObjectAnswers::setLastQuestion({caption, candidates, false, parent});
+}
+
+SelectObject::SelectObject(const std::vector<Compound *> &candidates,
+                           std::vector<Compound *> &chosen, QWidget *parent, QString caption)
+    : QDialog(parent),
+      m_Picker(std::make_unique<Picker>(
+          *this, candidates, CandidateModel::Ticks::With,
+          [&chosen](const std::vector<Compound *> &choice) { chosen = choice; }))
+{
+    setWindowTitle(caption);
+    m_Picker->preselect(chosen);
+    SelectObjectAnswers::setLastQuestion({caption, candidates, true, parent});
+}
+
+SelectObject::~SelectObject() = default;
+
+int SelectObject::exec()
+{
+    if (!SelectObjectAnswers::isEmpty()) {
+        const int result = m_Picker->answer(SelectObjectAnswers::take());
+        setResult(result);
+        return result;
+    }
+    if (!WindowPlaces::restore(*this, kPlaceKey))
+        resize(kFirstSize);
+    const int result = QDialog::exec();
+    WindowPlaces::remember(*this, kPlaceKey);
+    return result;
+}
+
+void SelectObject::accept()
+{
+    if (m_Picker->writeChoice())
+        QDialog::accept();
+}
+
+} // namespace TAMBO
