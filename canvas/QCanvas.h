@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A plane of items that any number of views show, with the interface of the toolkit's version 3.
+// It may have a lattice: a grid of cells whose items are made when somebody asks for them.
+#pragma once
+
+#include "CellLattice.h"
+#include "QCanvasItem.h"
+
+#include <QColor>
+#include <QObject>
+#include <QSize>
+
+#include <memory>
+#include <vector>
+
+class HandedOutItems;
+class ItemIndex;
+class LatticePainter;
+class LatticeSource;
+class QCanvasView;
+
+class QCanvas : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit QCanvas(QObject *parent = nullptr, const char *name = nullptr);
+    QCanvas(int width, int height);
+    // Deletes all items.
+    ~QCanvas() override;
+
+    // Items keep their places; views keep their scroll position as far as the new size allows.
+    void resize(int width, int height);
+    [[nodiscard]] int width() const noexcept { return m_Size.width(); }
+    [[nodiscard]] int height() const noexcept { return m_Size.height(); }
+    [[nodiscard]] QSize size() const noexcept { return m_Size; }
+    [[nodiscard]] QRect rect() const noexcept { return {QPoint(0, 0), m_Size}; }
+    [[nodiscard]] bool onCanvas(int x, int y) const { return rect().contains(x, y); }
+    [[nodiscard]] bool onCanvas(const QPoint &point) const { return rect().contains(point); }
+
+    // White at the start; also around the canvas where a view is larger.
+    [[nodiscard]] QColor backgroundColor() const { return m_Background; }
+    void setBackgroundColor(const QColor &color);
+
+    // In the order of making. With a lattice this makes an item for every cell of it: for few cells
+    // and for tests; to get rid of the items use clear().
+    [[nodiscard]] QCanvasItemList allItems();
+    // The visible items there, from the top item down. They stay alive until control is back in the
+    // event loop, even when the canvas is rebuilt meanwhile; canvas() of such an item is null.
+    [[nodiscard]] QCanvasItemList collisions(const QPoint &point);
+    [[nodiscard]] QCanvasItemList collisions(const QRect &rect);
+
+    // Replaces the lattice. The cells count as visible items of depth 0, made now and row by row.
+    void setLattice(const CellLattice &lattice, std::unique_ptr<LatticeSource> source);
+    [[nodiscard]] const CellLattice &lattice() const noexcept { return m_Lattice; }
+    // Deletes all items and the lattice.
+    void clear();
+
+    // What changed is painted after the next update().
+    void setAllChanged();
+    void setChanged(const QRect &rect);
+    // Background and items, in the canvas's coordinates, whatever the painter paints on.
+    void drawArea(const QRect &rect, QPainter *painter);
+
+public slots:
+    virtual void update();
+
+signals:
+    void resized();
+
+private:
+    friend class QCanvasItem;
+    friend class QCanvasView;
+
+    friend class HandedOutItems;
+
+    void addItem(QCanvasItem *item);
+    void removeItem(QCanvasItem *item);
+    void unlink(QCanvasItem *item);
+    // A visible item: takes it out of the index for a change and puts it back after it.
+    void itemLeaves(QCanvasItem &item);
+    void itemEnters(QCanvasItem &item);
+    void itemChanged(const QCanvasItem &item);
+    [[nodiscard]] QCanvasItem *latticeItem(const Cell &cell);
+    [[nodiscard]] HandedOutItems &handedOut();
+    void addLatticeItems(const CellRange &cells, QCanvasItemList &out);
+    void fillBackground(const QRect &rect, QPainter *painter) const;
+
+    QSize m_Size;
+    QColor m_Background{Qt::white};
+    std::vector<QCanvasView *> m_Views;
+
+    QCanvasItem *m_First = nullptr;
+    QCanvasItem *m_Last = nullptr;
+    unsigned long m_NextSerial = 0;
+    std::unique_ptr<ItemIndex> m_Index;
+
+    CellLattice m_Lattice;
+    std::unique_ptr<LatticeSource> m_Source;
+    std::unique_ptr<LatticePainter> m_LatticePainter;
+    unsigned long m_LatticeSerial = 0;
+    bool m_MakingLatticeItem = false;
+    HandedOutItems *m_HandedOut = nullptr;
+
+    std::vector<QRect> m_Changed;
+    bool m_AllChanged = true;
+    // Items may set their text while they are drawn; that asks for no further painting.
+    bool m_Drawing = false;
+};

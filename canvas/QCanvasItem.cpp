@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "QCanvasItem.h"
+
+#include "ItemPool.h"
+#include "QCanvas.h"
+
+QCanvasItem::QCanvasItem(QCanvas *canvas) : m_Canvas(canvas)
+{
+    if (m_Canvas != nullptr)
+        m_Canvas->addItem(this);
+}
+
+QCanvasItem::~QCanvasItem()
+{
+    if (m_Canvas != nullptr)
+        m_Canvas->removeItem(this);
+}
+
+void *QCanvasItem::operator new(std::size_t size)
+{
+    return ItemPool::take(size);
+}
+
+void QCanvasItem::operator delete(void *memory, std::size_t size) noexcept
+{
+    ItemPool::giveBack(memory, size);
+}
+
+void QCanvasItem::move(double x, double y)
+{
+    aboutToChange();
+    m_X = x;
+    m_Y = y;
+    hasChanged();
+}
+
+void QCanvasItem::setZ(double z)
+{
+    m_Z = z;
+    if (m_Visible && m_Canvas != nullptr)
+        m_Canvas->itemChanged(*this);
+}
+
+void QCanvasItem::setVisible(bool visible)
+{
+    if (visible == m_Visible)
+        return;
+    aboutToChange();
+    m_Visible = visible;
+    hasChanged();
+}
+
+int QCanvasItem::rtti() const
+{
+    return Rtti_Item;
+}
+
+bool QCanvasItem::collidesWith(const QCanvasItem *other) const
+{
+    return other != nullptr && boundingRect().intersects(other->boundingRect());
+}
+
+void QCanvasItem::aboutToChange()
+{
+    if (m_Visible && m_Canvas != nullptr)
+        m_Canvas->itemLeaves(*this);
+}
+
+void QCanvasItem::hasChanged()
+{
+    if (m_Visible && m_Canvas != nullptr)
+        m_Canvas->itemEnters(*this);
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Something that stands on a canvas and draws itself. Not a QObject; the canvas owns it, and
+// deleting it takes it off the canvas.
+#pragma once
+
+#include <QList>
+#include <QRect>
+
+#include <cstddef>
+
+class QCanvas;
+class QCanvasItem;
+class QPainter;
+
+using QCanvasItemList = QList<QCanvasItem *>;
+
+class QCanvasItem
+{
+public:
+    enum RttiValues { Rtti_Item = 0, Rtti_Text = 3, Rtti_Rectangle = 5 };
+
+    // At (0, 0, 0), hidden. Without a canvas the item is nobody's.
+    explicit QCanvasItem(QCanvas *canvas);
+    virtual ~QCanvasItem();
+    QCanvasItem(const QCanvasItem &) = delete;
+    QCanvasItem &operator=(const QCanvasItem &) = delete;
+
+    // A rebuild makes tens of thousands of items at once, so they come from a pool.
+    static void *operator new(std::size_t size);
+    static void operator delete(void *memory, std::size_t size) noexcept;
+
+    [[nodiscard]] double x() const noexcept { return m_X; }
+    [[nodiscard]] double y() const noexcept { return m_Y; }
+    // Items with a higher z are in front; of equal ones, the item made last.
+    [[nodiscard]] double z() const noexcept { return m_Z; }
+    void move(double x, double y);
+    void moveBy(double dx, double dy) { move(m_X + dx, m_Y + dy); }
+    void setX(double x) { move(x, m_Y); }
+    void setY(double y) { move(m_X, y); }
+    void setZ(double z);
+
+    [[nodiscard]] bool isVisible() const noexcept { return m_Visible; }
+    void setVisible(bool visible);
+    void show() { setVisible(true); }
+    void hide() { setVisible(false); }
+
+    // Null once the canvas has been destroyed or has thrown the item out.
+    [[nodiscard]] QCanvas *canvas() const noexcept { return m_Canvas; }
+
+    virtual void draw(QPainter &painter) = 0;
+    [[nodiscard]] virtual int rtti() const;
+    // What the item covers, in whole pixels of the canvas.
+    [[nodiscard]] virtual QRect boundingRect() const = 0;
+    [[nodiscard]] bool collidesWith(const QCanvasItem *other) const;
+
+protected:
+    // An area that holds whatever the item may draw. It may be too large, but must be cheap.
+    [[nodiscard]] virtual QRect reach() const { return boundingRect(); }
+    // To be called around every change of what reach() gives.
+    void aboutToChange();
+    void hasChanged();
+
+private:
+    friend class HandedOutItems;
+    friend class ItemIndex;
+    friend class ItemList;
+    friend class QCanvas;
+
+    QCanvas *m_Canvas;
+    double m_X = 0;
+    double m_Y = 0;
+    double m_Z = 0;
+    unsigned long m_Serial = 0;
+    // Neighbours in the order of making, and in the index.
+    QCanvasItem *m_Before = nullptr;
+    QCanvasItem *m_After = nullptr;
+    QCanvasItem *m_IndexBefore = nullptr;
+    QCanvasItem *m_IndexAfter = nullptr;
+    int m_IndexPlace = -1;
+    bool m_Visible = false;
+    // Made for a cell of the lattice, and not listed among the canvas's own items.
+    bool m_OfLattice = false;
+    bool m_HandedOut = false;
+};

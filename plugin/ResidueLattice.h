@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Fills the lattice of the residue canvas from an alignment.
+#pragma once
+
+#include "LatticeSource.h"
+
+namespace TAMBO {
+class Alignment;
+struct AlignmentCell;
+}
+
+class ResidueLattice : public LatticeSource
+{
+public:
+    // The alignment must outlive the lattice.
+    ResidueLattice(TAMBO::Alignment *alignment, const QFont &font);
+    ~ResidueLattice() override;
+
+    // A cell for every place of the alignment as it is now.
+    [[nodiscard]] static CellLattice latticeOf(const TAMBO::Alignment &alignment, int cellWidth,
+                                               int cellHeight);
+
+    [[nodiscard]] QCanvasItem *makeItem(QCanvas &canvas, const Cell &cell,
+                                        const QRect &rect) override;
+    void readCells(unsigned long row, unsigned long begin, unsigned long end,
+                   std::vector<CellLook> &out) const override;
+    void drawCell(QPainter &painter, const QRectF &rect, const CellLook &look) const override;
+    [[nodiscard]] QFont font() const override { return m_Font; }
+
+private:
+    TAMBO::Alignment *m_Target;
+    QFont m_Font;
+    // Kept between calls for its memory only.
+    mutable std::vector<TAMBO::AlignmentCell> m_Cells;
+};

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The scrolled views of an editor window: View over the residues, where gaps are edited, and Panel
+// over the column marks and over the sequence names.
+#pragma once
+
+#include "QCanvasView.h"
+
+#include <QSize>
+
+#include <functional>
+
+class QCanvasRectangle;
+class QPainter;
+
+class View : public QCanvasView
+{
+    Q_OBJECT
+
+public:
+    View(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flags);
+    ~View() override;
+
+signals:
+    void ReArrange();
+    void Update();
+
+public slots:
+    // Paints a rectangle of the contents on any painter.
+    void print(QPainter *painter, int x, int y, int width, int height);
+
+protected:
+    void contentsMousePressEvent(QMouseEvent *event) override;
+    void contentsMouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    bool m_Dragging;
+    unsigned long m_Row;
+    unsigned long m_Col;
+
+    void endDrag();
+    void insertGap(QMouseEvent *event, const class ResidueItem &item);
+    void moveGap(QMouseEvent *event, const class ResidueItem &item);
+    [[nodiscard]] class ResidueItem *itemAt(const QPoint &point) const;
+    [[nodiscard]] QString toolTipAt(const QPoint &point) const;
+};
+
+class Panel : public QCanvasView
+{
+    Q_OBJECT
+
+public:
+    Panel(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flags);
+    ~Panel() override;
+
+    // The panel asks its editor window for the size of a cell whenever it needs it.
+    void setCellSizeSource(std::function<QSize()> source);
+    // The range marker belongs to the header canvas; null forgets it. The marker gets its colours.
+    void setMarker(QCanvasRectangle *marker);
+    // Before the header's items are deleted: forgets the marker, and no column is in the range.
+    void resetRange();
+    // The current column range, half-open.
+    [[nodiscard]] unsigned long begin() const noexcept { return m_Begin; }
+    [[nodiscard]] unsigned long end() const noexcept { return m_End; }
+
+signals:
+    void ReArrange();
+    void Update();
+    void RemoveRow(unsigned long row);
+    void RemoveCol(unsigned long col);
+    void InsertCol(unsigned long col);
+    void ReRange(unsigned long begin, unsigned long end);
+
+public slots:
+    // Without a marker only the bounds are kept.
+    void SetRange(unsigned long begin, unsigned long end);
+
+protected:
+    void contentsMousePressEvent(QMouseEvent *event) override;
+    void contentsMouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    bool m_Dragging;
+    unsigned long m_Row;
+    unsigned long m_Begin;
+    unsigned long m_End;
+    QCanvasRectangle *m_Marker;
+
+    std::function<QSize()> m_CellSize;
+};
