@@ -68,6 +68,8 @@ struct StructureLink
     std::string chain;
     std::string first;
     std::string last;
+    // Of a row that runs over several chains; otherwise the same chain, or empty.
+    std::string lastChain;
 };
 
 struct RowRecord
@@ -76,6 +78,9 @@ struct RowRecord
     std::string description;
     GappedSequence sequence;
     StructureLink link;
+    // The numbers of letters before each break between two chains. A break written into the row
+    // has a column there, which is a gap.
+    std::vector<std::uint64_t> chainBreaks;
 };
 
 struct AlignmentRecord

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ByteSource.h"
+
+#include "FormatText.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{1} << 20U;
+
+} // namespace
+
+// The state of the decompression between two calls.
+class ByteSource::Inflater
+{
+public:
+    Inflater() : m_Input(kPiece)
+    {
+        // 16: a gzip header is expected.
+        m_Ready = inflateInit2(&m_Stream, 16 + MAX_WBITS) == Z_OK;
+    }
+    ~Inflater()
+    {
+        if (m_Ready)
+            inflateEnd(&m_Stream);
+    }
+    Inflater(const Inflater &) = delete;
+    Inflater &operator=(const Inflater &) = delete;
+
+    void give(const char *bytes, std::size_t count)
+    {
+        std::copy_n(bytes, count, m_Input.data());
+        have(count);
+    }
+    void have(std::size_t count)
+    {
+        m_Stream.next_in = reinterpret_cast<Bytef *>(m_Input.data());
+        m_Stream.avail_in = static_cast<uInt>(count);
+    }
+
+    std::vector<char> m_Input;
+    z_stream m_Stream{};
+    bool m_Ready = false;
+    bool m_AtMemberEnd = false;
+    bool m_Finished = false;
+};
+
+ByteSource::ByteSource(const std::filesystem::path &path, const ReadProgress &progress)
+    : m_FileName(cleanText(path.filename().string())), m_Progress(progress)
+{
+    m_File = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (m_File < 0) {
+        m_Failure = failureOf(m_FileName, std::string("cannot be opened: ") + std::strerror(errno));
+        return;
+    }
+    struct stat status
+    {
+    };
+    if (::fstat(m_File, &status) == 0) {
+        if (S_ISDIR(status.st_mode))
+            m_Failure = failureOf(m_FileName, "is a folder, not a file");
+        else if (S_ISREG(status.st_mode))
+            m_Size = static_cast<std::uint64_t>(status.st_size);
+    }
+}
+
+ByteSource::~ByteSource()
+{
+    if (m_File >= 0)
+        ::close(m_File);
+}
+
+std::size_t ByteSource::read(char *room, std::size_t size)
+{
+    if (m_Failure)
+        return 0;
+    std::size_t got = 0;
+    if (!m_Started) {
+        m_Started = true;
+        if (!reportProgress())
+            return 0;
+        got = readFile(room, std::min(size, kPiece));
+        const bool gzip = got >= 2 && std::memcmp(room, "\x1f\x8b", 2) == 0;
+        if (gzip) {
+            m_Inflater = std::make_unique<Inflater>();
+            m_Inflater->give(room, got);
+            got = 0;
+        }
+    }
+    if (m_Inflater)
+        return readCompressed(room, size);
+    while (got < size && !m_Failure) {
+        const std::size_t more = readFile(room + got, std::min(size - got, kPiece));
+        if (more == 0)
+            break;
+        got += more;
+    }
+    return m_Failure ? 0 : got;
+}
+
+// Up to size bytes as they stand in the file.
+std::size_t ByteSource::readFile(char *room, std::size_t size)
+{
+    std::size_t got = 0;
+    while (got < size) {
+        const ssize_t count = ::read(m_File, room + got, size - got);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0) {
+            m_Failure =
+                failureOf(m_FileName, std::string("cannot be read: ") + std::strerror(errno));
+            return 0;
+        }
+        if (count == 0)
+            break;
+        got += static_cast<std::size_t>(count);
+    }
+    m_Done += got;
+    if (got > 0 && !reportProgress())
+        return 0;
+    return got;
+}
+
+std::size_t ByteSource::readCompressed(char *room, std::size_t size)
+{
+    Inflater &inflater = *m_Inflater;
+    z_stream &stream = inflater.m_Stream;
+    stream.next_out = reinterpret_cast<Bytef *>(room);
+    stream.avail_out = static_cast<uInt>(std::min(size, kPiece));
+    const std::size_t wanted = stream.avail_out;
+    if (!inflater.m_Ready)
+        m_Failure = failureOf(m_FileName, "cannot be decompressed: out of memory");
+    while (stream.avail_out > 0 && !inflater.m_Finished && !m_Failure) {
+        if (stream.avail_in == 0) {
+            const std::size_t count = readFile(inflater.m_Input.data(), kPiece);
+            inflater.have(count);
+            if (count == 0 && !m_Failure) {
+                inflater.m_Finished = true;
+                if (!inflater.m_AtMemberEnd)
+                    m_Failure = failureOf(m_FileName, "the compressed data stop before their end");
+            }
+            continue;
+        }
+        if (inflater.m_AtMemberEnd) {
+            // Several compressed files may follow one another; padding after the last is none.
+            if (*stream.next_in != 0x1f) {
+                inflater.m_Finished = true;
+                continue;
+            }
+            inflateReset(&stream);
+            inflater.m_AtMemberEnd = false;
+        }
+        const int state = inflate(&stream, Z_NO_FLUSH);
+        if (state == Z_STREAM_END)
+            inflater.m_AtMemberEnd = true;
+        else if (state != Z_OK && state != Z_BUF_ERROR)
+            m_Failure = failureOf(m_FileName,
+                                  std::string("the compressed data are damaged (") +
+                                      (stream.msg != nullptr ? stream.msg : "unknown cause") + ')');
+    }
+    return m_Failure ? 0 : wanted - stream.avail_out;
+}
+
+bool ByteSource::reportProgress()
+{
+    if (!m_Progress || m_Progress(m_Done, m_Size))
+        return true;
+    m_Failure = Failure{};
+    return false;
+}
+
+} // namespace TAMBO::formats

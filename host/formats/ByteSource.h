@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The bytes of a plain or gzip file in pieces, whichever of the two it is. Owned by one reading.
+#pragma once
+
+#include "FileReader.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace TAMBO::formats {
+
+class ByteSource
+{
+public:
+    // A file that cannot be opened shows as a failure.
+    ByteSource(const std::filesystem::path &path, const ReadProgress &progress);
+    ~ByteSource();
+    ByteSource(const ByteSource &) = delete;
+    ByteSource &operator=(const ByteSource &) = delete;
+
+    // Up to size bytes; none only at the end of the file and after a failure.
+    [[nodiscard]] std::size_t read(char *room, std::size_t size);
+    // Set when the file cannot be read or is damaged, and with an empty message when cancelled.
+    [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
+    // The name in messages.
+    [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }
+    // Bytes on disk.
+    [[nodiscard]] std::uint64_t size() const noexcept { return m_Size; }
+
+private:
+    class Inflater;
+
+    std::size_t readFile(char *room, std::size_t size);
+    std::size_t readCompressed(char *room, std::size_t size);
+    bool reportProgress();
+
+    std::string m_FileName;
+    const ReadProgress &m_Progress;
+    int m_File = -1;
+    std::uint64_t m_Size = 0;
+    std::uint64_t m_Done = 0;
+    bool m_Started = false;
+    std::unique_ptr<Inflater> m_Inflater;
+    std::optional<Failure> m_Failure;
+};
+
+} // namespace TAMBO::formats

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FastaReader.h"
+
+#include "FormatText.h"
+#include "InsertColumns.h"
+#include "RowBuilder.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace TAMBO::formats {
+
+namespace {
+
+class FastaParser
+{
+public:
+    explicit FastaParser(TextReader &reader) : m_Reader(reader) { }
+
+    Result<FileContents> run();
+
+private:
+    void beginRow();
+    void addResidues(std::string_view text);
+    void finishRow();
+    void finish();
+    bool isDotlessA2m() const;
+    void dropStopColumn();
+    void remark(std::uint64_t line, const std::string &text)
+    {
+        m_Alignment.remarks.push_back(at(m_Reader.fileName(), line, text));
+    }
+    void fail(std::uint64_t line, const std::string &cause)
+    {
+        if (!m_Failure)
+            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+    }
+
+    TextReader &m_Reader;
+    AlignmentRecord m_Alignment;
+    RowBuilder m_Row;
+    std::optional<Failure> m_Failure;
+    std::uint64_t m_HeaderLine = 0;
+    // Per row, the columns that are capitals or dashes: what A2M calls columns.
+    std::vector<std::uint64_t> m_MatchColumns;
+    std::size_t m_RowsWithStop = 0;
+    bool m_EndsWithStop = false;
+    bool m_HasOtherGaps = false;
+    bool m_HasLowerCase = false;
+    bool m_HasPrologue = false;
+};
+
+Result<FileContents> FastaParser::run()
+{
+    while (!m_Failure && m_Reader.nextLine()) {
+        const char first = m_Reader.lineStart().front();
+        if (first == '>') {
+            finishRow();
+            beginRow();
+            continue;
+        }
+        if (first == ';')
+            continue;
+        std::string_view piece;
+        while (!m_Failure && m_Reader.nextPiece(piece))
+            addResidues(piece);
+    }
+    if (!m_Failure)
+        finishRow();
+    if (m_Reader.failure())
+        return *m_Reader.failure();
+    if (!m_Failure)
+        finish();
+    if (m_Failure)
+        return *m_Failure;
+    FileContents contents;
+    contents.format = "fasta";
+    contents.alignments.push_back(std::move(m_Alignment));
+    return contents;
+}
+
+void FastaParser::beginRow()
+{
+    m_HeaderLine = m_Reader.line();
+    const std::string header = m_Reader.restOfLine();
+    std::string_view text = trimmed(std::string_view(header).substr(1));
+    const std::size_t nameEnd = std::min(
+        static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isBlank) - text.begin()),
+        text.size());
+    RowRecord row;
+    row.name = cleanText(text.substr(0, nameEnd));
+    row.description = cleanText(trimmed(text.substr(nameEnd)));
+    if (row.name.empty())
+        remark(m_HeaderLine, "a sequence without a name");
+    m_Alignment.rows.push_back(std::move(row));
+}
+
+void FastaParser::addResidues(std::string_view text)
+{
+    if (m_Alignment.rows.empty()) {
+        if (!m_HasPrologue && !trimmed(text).empty()) {
+            m_HasPrologue = true;
+            remark(m_Reader.line(), "text before the first \">\" was left out");
+        }
+        return;
+    }
+    while (!text.empty()) {
+        const std::size_t count = m_Row.append(text);
+        if (count > 0)
+            m_EndsWithStop = false;
+        text.remove_prefix(count);
+        if (text.empty())
+            break;
+        const char character = text.front();
+        text.remove_prefix(1);
+        if (character == '*') {
+            // A stop keeps its column, so that the rows stay in step.
+            m_Row.appendGap();
+            m_EndsWithStop = true;
+        } else if (character == '?') {
+            m_Row.appendLetter('X');
+            m_EndsWithStop = false;
+        } else if (!isBlank(character)) {
+            return fail(m_Reader.line(),
+                        "found " + shown(character) +
+                            ", expected a residue letter or a gap (\"-\", \".\" or \"~\")");
+        }
+    }
+}
+
+void FastaParser::finishRow()
+{
+    if (m_Alignment.rows.empty())
+        return;
+    RowRecord &row = m_Alignment.rows.back();
+    if (m_Row.width() == 0)
+        return fail(m_HeaderLine,
+                    "found no residues after " + shown('>' + row.name) + ", expected at least one");
+    m_MatchColumns.push_back(m_Row.width() - m_Row.lowerCaseCount());
+    m_HasLowerCase |= m_Row.lowerCaseCount() > 0;
+    m_HasOtherGaps |= m_Row.hasOtherGaps();
+    m_RowsWithStop += m_EndsWithStop ? 1 : 0;
+    m_EndsWithStop = false;
+    row.sequence = m_Row.take();
+}
+
+void FastaParser::finish()
+{
+    std::vector<RowRecord> &rows = m_Alignment.rows;
+    m_Alignment.name = baseName(m_Reader.fileName());
+    if (m_RowsWithStop == rows.size())
+        dropStopColumn();
+    const auto [least, most] =
+        std::minmax_element(rows.begin(), rows.end(), [](const RowRecord &a, const RowRecord &b) {
+            return a.sequence.width < b.sequence.width;
+        });
+    const std::uint64_t shortest = least->sequence.width;
+    const std::uint64_t longest = most->sequence.width;
+    m_Alignment.isAligned = shortest == longest;
+    if (m_Alignment.isAligned)
+        return;
+    if (isDotlessA2m()) {
+        openInsertColumns(rows);
+        m_Alignment.isAligned = true;
+        return;
+    }
+    const bool hasGaps = std::any_of(rows.begin(), rows.end(), [](const RowRecord &row) {
+        return row.sequence.letters.size() < row.sequence.width;
+    });
+    if (hasGaps)
+        m_Alignment.remarks.push_back(describeUneven(m_Reader.fileName(), shortest, longest));
+}
+
+bool FastaParser::isDotlessA2m() const
+{
+    return m_HasLowerCase && !m_HasOtherGaps && m_MatchColumns.front() > 0 &&
+           std::adjacent_find(m_MatchColumns.begin(), m_MatchColumns.end(),
+                              std::not_equal_to<>()) == m_MatchColumns.end();
+}
+
+// Where every row ends in a stop, that column says nothing.
+void FastaParser::dropStopColumn()
+{
+    for (RowRecord &row : m_Alignment.rows) {
+        GappedSequence &sequence = row.sequence;
+        --sequence.width;
+        sequence.occupancy.resize((sequence.width + 63) / 64);
+    }
+    for (std::uint64_t &columns : m_MatchColumns)
+        --columns;
+}
+
+} // namespace
+
+Result<FileContents> readFasta(TextReader &reader)
+{
+    return FastaParser(reader).run();
+}
+
+} // namespace TAMBO::formats

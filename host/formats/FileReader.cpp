@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FileReader.h"
+
+#include "FastaReader.h"
+#include "FileFormat.h"
+#include "FormatText.h"
+#include "MmcifReader.h"
+#include "PdbReader.h"
+#include "PirReader.h"
+#include "TextReader.h"
+
+namespace TAMBO {
+
+namespace {
+
+using namespace formats;
+
+Result<FileContents> read(TextReader &reader)
+{
+    const std::string_view head = reader.head();
+    if (reader.failure())
+        return *reader.failure();
+    const FileFormat format = recognise(head);
+    switch (format) {
+    case FileFormat::Pir:
+        return readPir(reader);
+    case FileFormat::Fasta:
+        return readFasta(reader);
+    case FileFormat::Pdb:
+        return readPdb(reader);
+    case FileFormat::Mmcif:
+        return readMmcif(reader);
+    default:
+        return failureOf(reader.fileName(), describeUnreadable(format, head));
+    }
+}
+
+} // namespace
+
+Result<FileContents> readFile(const std::filesystem::path &path, const ReadProgress &progress)
+{
+    ByteSource source(path, progress);
+    TextReader reader(source);
+    return read(reader);
+}
+
+} // namespace TAMBO

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The wording that readers share: where something stands in a file, and text of files made fit to
+// be shown.
+#pragma once
+
+#include "Result.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace TAMBO::formats {
+
+// "x.ali:7: cause"
+[[nodiscard]] std::string at(const std::string &file, std::uint64_t line, const std::string &cause);
+[[nodiscard]] Failure failureAt(const std::string &file, std::uint64_t line,
+                                const std::string &cause);
+[[nodiscard]] Failure failureOf(const std::string &file, const std::string &cause);
+
+// Why rows with gaps are no alignment.
+[[nodiscard]] std::string describeUneven(const std::string &file, std::uint64_t shortest,
+                                         std::uint64_t longest);
+
+// A character for a message: between quotation marks when it can be shown, "byte 0x07" otherwise.
+[[nodiscard]] std::string shown(char character);
+// The start of a text for a message, between quotation marks.
+[[nodiscard]] std::string shown(std::string_view text);
+
+[[nodiscard]] bool isBlank(char character) noexcept;
+[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
+
+// UTF-8 without control characters; a text that is not UTF-8 is taken for Latin-1.
+[[nodiscard]] std::string cleanText(std::string_view text);
+
+// The file's name without ".gz" and its last extension.
+[[nodiscard]] std::string baseName(const std::string &file);
+
+} // namespace TAMBO::formats

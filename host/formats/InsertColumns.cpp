@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "InsertColumns.h"
+
+#include <algorithm>
+
+namespace TAMBO::formats {
+
+namespace {
+
+bool isInserted(char cell) noexcept
+{
+    return cell >= 'a' && cell <= 'z';
+}
+
+// How many inserted residues stand before each column, and after the last one.
+std::vector<std::uint32_t> insertionLengths(const std::string &cells)
+{
+    std::vector<std::uint32_t> lengths(1);
+    for (const char cell : cells) {
+        if (isInserted(cell))
+            ++lengths.back();
+        else
+            lengths.push_back(0);
+    }
+    return lengths;
+}
+
+std::string spread(const std::string &cells, const std::vector<std::uint32_t> &longest)
+{
+    std::string wide;
+    std::size_t column = 0;
+    std::uint32_t inserted = 0;
+    const auto closeInsertion = [&] {
+        wide.append(longest[column] - inserted, '-');
+        inserted = 0;
+        ++column;
+    };
+    for (const char cell : cells) {
+        if (isInserted(cell))
+            ++inserted;
+        else
+            closeInsertion();
+        wide += cell;
+    }
+    closeInsertion();
+    return wide;
+}
+
+} // namespace
+
+void openInsertColumns(std::vector<RowRecord> &rows)
+{
+    std::vector<std::uint32_t> longest;
+    for (const RowRecord &row : rows) {
+        const std::vector<std::uint32_t> lengths = insertionLengths(row.sequence.text());
+        longest.resize(std::max(longest.size(), lengths.size()));
+        for (std::size_t i = 0; i < lengths.size(); ++i)
+            longest[i] = std::max(longest[i], lengths[i]);
+    }
+    for (RowRecord &row : rows) {
+        GappedSequence wide;
+        wide.append(spread(row.sequence.text(), longest));
+        row.sequence = std::move(wide);
+    }
+}
+
+} // namespace TAMBO::formats

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Puts the text of a PDB file in order before the coordinate library reads it: real files have
+// bookkeeping in the last columns, lines cut short, models without an end, and free text.
+#pragma once
+
+#include "Records.h"
+#include "Result.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TAMBO::formats {
+
+class PdbText
+{
+public:
+    explicit PdbText(std::string fileName) : m_FileName(std::move(fileName)) { }
+
+    // One line after the other, without its end.
+    void add(std::string_view line);
+    // To be called after the last line.
+    void finish();
+
+    [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
+    // ATOM, HETATM and TER records of the first model alone.
+    [[nodiscard]] const std::string &coordinates() const noexcept { return m_Coordinates; }
+    [[nodiscard]] unsigned long models() const noexcept { return m_Models; }
+    [[nodiscard]] const std::vector<ElementRecord> &elements() const noexcept { return m_Elements; }
+    [[nodiscard]] const std::vector<std::string> &remarks() const noexcept { return m_Remarks; }
+
+private:
+    void addAtom(std::string_view line, std::string_view record);
+    void addHelix(std::string_view line);
+    void addStrand(std::string_view line);
+    void blankSegments();
+    void fail(std::string_view found, const char *expected);
+
+    std::string m_FileName;
+    std::string m_Coordinates;
+    std::vector<ElementRecord> m_Elements;
+    std::vector<std::string> m_Remarks;
+    std::optional<Failure> m_Failure;
+    std::uint64_t m_Line = 0;
+    unsigned long m_Models = 0;
+    bool m_ModelHasAtoms = false;
+    std::uint64_t m_Incomplete = 0;
+    std::uint64_t m_FirstIncompleteLine = 0;
+    bool m_HasBookkeeping = false;
+};
+
+} // namespace TAMBO::formats

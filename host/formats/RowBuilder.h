@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Builds one row after the other from the text of a file, in room that is used again for each.
+#pragma once
+
+#include "CellScan.h"
+#include "GappedSequence.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace TAMBO::formats {
+
+class RowBuilder
+{
+public:
+    // Appends residues and gaps up to the first character that is neither, and says how many.
+    [[nodiscard]] std::size_t append(std::string_view text);
+    void appendGap();
+    void appendLetter(char letter);
+
+    [[nodiscard]] std::uint64_t width() const noexcept { return m_Width; }
+    [[nodiscard]] std::uint64_t letterCount() const noexcept { return m_LetterCount; }
+    [[nodiscard]] std::uint64_t lowerCaseCount() const noexcept { return m_LowerCaseCount; }
+    // Gaps that were not written '-'.
+    [[nodiscard]] bool hasOtherGaps() const noexcept { return m_HasOtherGaps; }
+
+    // The row, with no room to spare in it; the next one begins empty.
+    [[nodiscard]] GappedSequence take();
+
+private:
+    void makeRoom(std::size_t columns);
+    void appendCells(const char *text, unsigned count, std::uint64_t letters);
+    void copyLetters(const char *text, std::uint64_t letters);
+
+    std::string m_Letters;
+    std::vector<std::uint64_t> m_Occupancy;
+    std::uint64_t m_Width = 0;
+    std::size_t m_LetterCount = 0;
+    std::uint64_t m_LowerCaseCount = 0;
+    bool m_HasOtherGaps = false;
+};
+
+} // namespace TAMBO::formats

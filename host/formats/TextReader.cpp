@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "TextReader.h"
+
+#include <cstring>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 20U;
+// What readers may look at to tell what kind of line begins.
+constexpr std::size_t kLineStart = 4;
+
+} // namespace
+
+TextReader::TextReader(ByteSource &source) : m_Source(source), m_Buffer(kBufferSize) { }
+
+std::string_view TextReader::head()
+{
+    while (m_End < m_Buffer.size() && fill()) {
+    }
+    return {m_Buffer.data() + m_Position, m_End - m_Position};
+}
+
+bool TextReader::nextLine()
+{
+    std::string_view skipped;
+    while (nextPiece(skipped)) {
+    }
+    while (m_End - m_Position < kLineStart && fill()) {
+    }
+    if (m_Position == m_End)
+        return false;
+    ++m_Line;
+    m_LineIsDone = false;
+    return true;
+}
+
+std::string_view TextReader::lineStart() const noexcept
+{
+    return {m_Buffer.data() + m_Position, m_End - m_Position};
+}
+
+bool TextReader::nextPiece(std::string_view &piece)
+{
+    if (m_LineIsDone)
+        return false;
+    if (m_Position == m_End && !fill()) {
+        m_LineIsDone = true;
+        return false;
+    }
+    const char *start = m_Buffer.data() + m_Position;
+    const void *end = std::memchr(start, '\n', m_End - m_Position);
+    if (end == nullptr) {
+        piece = {start, m_End - m_Position};
+        m_Position = m_End;
+        return true;
+    }
+    piece = {start, static_cast<std::size_t>(static_cast<const char *>(end) - start)};
+    m_Position += piece.size() + 1;
+    m_LineIsDone = true;
+    return true;
+}
+
+std::string TextReader::restOfLine()
+{
+    std::string line;
+    std::string_view piece;
+    while (nextPiece(piece))
+        line += piece;
+    return line;
+}
+
+std::string TextReader::restOfText()
+{
+    std::string text;
+    text.reserve(m_Source.size());
+    do {
+        text.append(m_Buffer.data() + m_Position, m_End - m_Position);
+        m_Position = m_End;
+    } while (fill());
+    return text;
+}
+
+// Keeps what was not read yet and adds what fits; false when the text has no more.
+bool TextReader::fill()
+{
+    const std::size_t kept = m_End - m_Position;
+    if (m_Position > 0) {
+        std::memmove(m_Buffer.data(), m_Buffer.data() + m_Position, kept);
+        m_Position = 0;
+        m_End = kept;
+    }
+    while (m_End < m_Buffer.size()) {
+        char *room = m_Buffer.data() + m_End;
+        std::size_t size = m_Source.read(room, m_Buffer.size() - m_End);
+        if (size == 0)
+            return false;
+        if (m_IsFirstPiece) {
+            m_IsFirstPiece = false;
+            if (size >= 3 && std::memcmp(room, "\xef\xbb\xbf", 3) == 0) {
+                size -= 3;
+                std::memmove(room, room + 3, size);
+            }
+        }
+        m_End += unifyLineEnds(room, size);
+        if (m_End > kept)
+            return true;
+    }
+    return false;
+}
+
+std::size_t TextReader::unifyLineEnds(char *text, std::size_t size)
+{
+    char *from = text;
+    char *const end = text + size;
+    if (m_AfterCarriageReturn && *from == '\n')
+        ++from;
+    m_AfterCarriageReturn = end[-1] == '\r';
+    char *to = text;
+    while (from != end) {
+        auto *carriageReturn =
+            static_cast<char *>(std::memchr(from, '\r', static_cast<std::size_t>(end - from)));
+        char *stop = carriageReturn == nullptr ? end : carriageReturn;
+        const auto length = static_cast<std::size_t>(stop - from);
+        if (to != from)
+            std::memmove(to, from, length);
+        to += length;
+        from = stop;
+        if (carriageReturn == nullptr)
+            break;
+        *to++ = '\n';
+        ++from;
+        if (from != end && *from == '\n')
+            ++from;
+    }
+    return static_cast<std::size_t>(to - text);
+}
+
+} // namespace TAMBO::formats
