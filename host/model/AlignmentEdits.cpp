@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentEdits.h"
+
+#include <numeric>
+#include <utility>
+
+namespace TAMBO {
+
+using Column = AlignmentTable::Column;
+using Range = AlignmentTable::Range;
+
+// ---- Gaps and rows
+
+std::unique_ptr<Edit> GapEdit::apply()
+{
+    const Move &move = m_Move;
+    m_Table.moveGaps(move.row, move.from, move.count, move.to, move.growth);
+    return std::make_unique<GapEdit>(m_Table, m_Kind,
+                                     Move{move.row, move.to, move.count, move.from, -move.growth});
+}
+
+std::unique_ptr<Edit> RowMoveEdit::apply()
+{
+    m_Table.moveRow(m_From, m_To);
+    return std::make_unique<RowMoveEdit>(m_Table, m_To, m_From);
+}
+
+InsertRowsEdit::InsertRowsEdit(AlignmentTable &table, const char *kind,
+                               std::vector<std::size_t> indices, AlignmentTable::Rows rows,
+                               Column width)
+    : AlignmentEdit(table, kind),
+      m_Indices(std::move(indices)),
+      m_Rows(std::move(rows)),
+      m_Width(width)
+{ }
+
+std::unique_ptr<Edit> InsertRowsEdit::apply()
+{
+    const Column before = m_Table.width();
+    m_Table.insertRows(m_Indices, std::move(m_Rows), m_Width);
+    return std::make_unique<RemoveRowsEdit>(m_Table, m_Kind, std::move(m_Indices), before);
+}
+
+std::size_t InsertRowsEdit::bytes() const
+{
+    return std::accumulate(m_Rows.begin(), m_Rows.end(),
+                           sizeof(*this) + m_Indices.capacity() * sizeof(m_Indices[0]) +
+                               m_Rows.capacity() * sizeof(m_Rows[0]),
+                           [](std::size_t sum, const auto &row) { return sum + row->bytes(); });
+}
+
+RemoveRowsEdit::RemoveRowsEdit(AlignmentTable &table, const char *kind,
+                               std::vector<std::size_t> indices, Column width)
+    : AlignmentEdit(table, kind), m_Indices(std::move(indices)), m_Width(width)
+{ }
+
+std::unique_ptr<Edit> RemoveRowsEdit::apply()
+{
+    const Column before = m_Table.width();
+    AlignmentTable::Rows rows = m_Table.takeRows(m_Indices, m_Width);
+    return std::make_unique<InsertRowsEdit>(m_Table, m_Kind, std::move(m_Indices), std::move(rows),
+                                            before);
+}
+
+std::size_t RemoveRowsEdit::bytes() const
+{
+    return sizeof(*this) + m_Indices.capacity() * sizeof(m_Indices[0]);
+}
+
+// ---- Columns
+
+ColumnEdit::RangeStep ColumnEdit::finishRange(const Range &before) const
+{
+    if (m_RangeStep.isWayBack && before == m_RangeStep.expected)
+        m_Table.setRange(m_RangeStep.restored);
+    return {true, m_Table.alignment().range(), before};
+}
+
+OpenColumnsEdit::OpenColumnsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                                 const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Runs(std::move(runs))
+{ }
+
+std::unique_ptr<Edit> OpenColumnsEdit::apply()
+{
+    const Range before = m_Table.alignment().range();
+    m_Table.openColumns(m_Runs);
+    return std::make_unique<CloseColumnsEdit>(m_Table, m_Kind, std::move(m_Runs),
+                                              finishRange(before));
+}
+
+std::size_t OpenColumnsEdit::bytes() const
+{
+    return sizeof(*this) + m_Runs.capacity() * sizeof(GapRun);
+}
+
+CloseColumnsEdit::CloseColumnsEdit(AlignmentTable &table, const char *kind,
+                                   std::vector<GapRun> runs, const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Runs(std::move(runs))
+{ }
+
+std::unique_ptr<Edit> CloseColumnsEdit::apply()
+{
+    const Range before = m_Table.alignment().range();
+    m_Table.closeColumns(m_Runs);
+    return std::make_unique<OpenColumnsEdit>(m_Table, m_Kind, std::move(m_Runs),
+                                             finishRange(before));
+}
+
+std::size_t CloseColumnsEdit::bytes() const
+{
+    return sizeof(*this) + m_Runs.capacity() * sizeof(GapRun);
+}
+
+std::unique_ptr<Edit> RemoveColumnsEdit::apply()
+{
+    const Range before = m_Table.alignment().range();
+    RestoreColumnsEdit::Cells cells;
+    cells.bits.reserve(m_Table.rowCount() * m_Count);
+    std::vector<ResidueRun> removed;
+    m_Table.changeColumns(m_Begin, m_Count, 0, [&](AlignmentRow &row, std::size_t index) {
+        cells.bits.append(row.cells().columns(m_Begin, m_Count), m_Count);
+        removed.clear();
+        row.removeColumns(m_Begin, m_Count, removed);
+        for (const ResidueRun &run : removed)
+            cells.residues.push_back({std::uint32_t(index), run});
+    });
+    cells.residues.shrink_to_fit();
+    return std::make_unique<RestoreColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count, std::move(cells),
+                                                finishRange(before));
+}
+
+RestoreColumnsEdit::RestoreColumnsEdit(AlignmentTable &table, const char *kind, Column begin,
+                                       Column count, Cells cells, const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Begin(begin), m_Count(count), m_Cells(std::move(cells))
+{ }
+
+std::unique_ptr<Edit> RestoreColumnsEdit::apply()
+{
+    const Range before = m_Table.alignment().range();
+    auto next = m_Cells.residues.begin();
+    m_Table.changeColumns(m_Begin, 0, m_Count, [&](AlignmentRow &row, std::size_t index) {
+        std::vector<ResidueRun> residues;
+        for (; next != m_Cells.residues.end() && next->row == index; ++next)
+            residues.push_back(next->run);
+        row.restoreColumns(m_Begin, m_Count, m_Cells.bits.bits(index * m_Count, m_Count),
+                           std::move(residues));
+    });
+    return std::make_unique<RemoveColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count,
+                                               finishRange(before));
+}
+
+std::size_t RestoreColumnsEdit::bytes() const
+{
+    return sizeof(*this) + m_Cells.bits.bytes() + m_Cells.residues.capacity() * sizeof(RowResidues);
+}
+
+ReplaceColumnsEdit::ReplaceColumnsEdit(AlignmentTable &table, const char *kind,
+                                       const Stretch &stretch, BitBuffer bits,
+                                       const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Stretch(stretch), m_Bits(std::move(bits))
+{ }
+
+std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
+{
+    const Range before = m_Table.alignment().range();
+    const Stretch &stretch = m_Stretch;
+    BitBuffer former;
+    former.reserve(m_Table.rowCount() * stretch.oldCount);
+    const auto change = [&](AlignmentRow &row, std::size_t index) {
+        OccupancyRow &cells = row.cells();
+        former.append(cells.columns(stretch.begin, stretch.oldCount), stretch.oldCount);
+        if (stretch.newCount < stretch.oldCount)
+            cells.removeColumns(stretch.begin + stretch.newCount,
+                                stretch.oldCount - stretch.newCount);
+        else
+            cells.insertGaps(stretch.begin + stretch.oldCount, stretch.newCount - stretch.oldCount);
+        cells.setColumns(stretch.begin, stretch.newCount,
+                         m_Bits.bits(index * stretch.newCount, stretch.newCount));
+    };
+    m_Table.changeColumns(stretch.begin, stretch.oldCount, stretch.newCount, change);
+    return std::make_unique<ReplaceColumnsEdit>(
+        m_Table, m_Kind, Stretch{stretch.begin, stretch.newCount, stretch.oldCount},
+        std::move(former), finishRange(before));
+}
+
+} // namespace TAMBO

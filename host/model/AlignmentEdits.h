@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The changes of an alignment. Each keeps what its change needs: places and counts, the bits of
+// removed cells, the rows that are out of the table.
+#pragma once
+
+#include "AlignmentTable.h"
+#include "BitBuffer.h"
+#include "Edit.h"
+
+#include <memory>
+#include <vector>
+
+namespace TAMBO {
+
+class AlignmentEdit : public Edit
+{
+public:
+    const char *kind() const override { return m_Kind; }
+    Compound *subject() const override { return &m_Table.alignment(); }
+
+protected:
+    AlignmentEdit(AlignmentTable &table, const char *kind) : m_Table(table), m_Kind(kind) { }
+
+    AlignmentTable &m_Table;
+    // A literal.
+    const char *m_Kind;
+};
+
+// Gaps of one row move. Gaps typed in come from behind the row's end, which may widen the
+// alignment.
+class GapEdit final : public AlignmentEdit
+{
+public:
+    struct Move
+    {
+        std::size_t row = 0;
+        AlignmentTable::Column from = 0;
+        AlignmentTable::Column count = 0;
+        AlignmentTable::Column to = 0;
+        // Columns that come to the alignment's end before, or leave it after the move.
+        long growth = 0;
+    };
+
+    GapEdit(AlignmentTable &table, const char *kind, const Move &move)
+        : AlignmentEdit(table, kind), m_Move(move)
+    { }
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override { return sizeof(*this); }
+
+private:
+    Move m_Move;
+};
+
+class RowMoveEdit final : public AlignmentEdit
+{
+public:
+    RowMoveEdit(AlignmentTable &table, std::size_t from, std::size_t to)
+        : AlignmentEdit(table, "move row"), m_From(from), m_To(to)
+    { }
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override { return sizeof(*this); }
+
+private:
+    std::size_t m_From;
+    std::size_t m_To;
+};
+
+class InsertRowsEdit final : public AlignmentEdit
+{
+public:
+    InsertRowsEdit(AlignmentTable &table, const char *kind, std::vector<std::size_t> indices,
+                   AlignmentTable::Rows rows, AlignmentTable::Column width);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    std::vector<std::size_t> m_Indices;
+    AlignmentTable::Rows m_Rows;
+    AlignmentTable::Column m_Width;
+};
+
+class RemoveRowsEdit final : public AlignmentEdit
+{
+public:
+    RemoveRowsEdit(AlignmentTable &table, const char *kind, std::vector<std::size_t> indices,
+                   AlignmentTable::Column width);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    std::vector<std::size_t> m_Indices;
+    AlignmentTable::Column m_Width;
+};
+
+// A change of columns moves the current range along. The way back leads to exactly the range there
+// was, unless the user has set another one in between.
+class ColumnEdit : public AlignmentEdit
+{
+protected:
+    struct RangeStep
+    {
+        bool isWayBack = false;
+        AlignmentTable::Range expected;
+        AlignmentTable::Range restored;
+    };
+
+    ColumnEdit(AlignmentTable &table, const char *kind, const RangeStep &step)
+        : AlignmentEdit(table, kind), m_RangeStep(step)
+    { }
+
+    // Sets the range after the change; before is the range there was. Gives the inverse's step.
+    [[nodiscard]] RangeStep finishRange(const AlignmentTable::Range &before) const;
+
+    RangeStep m_RangeStep;
+};
+
+// Columns of gaps open.
+class OpenColumnsEdit final : public ColumnEdit
+{
+public:
+    OpenColumnsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                    const RangeStep &step = {});
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    std::vector<GapRun> m_Runs;
+};
+
+class CloseColumnsEdit final : public ColumnEdit
+{
+public:
+    CloseColumnsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                     const RangeStep &step);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    std::vector<GapRun> m_Runs;
+};
+
+// Columns vanish with what stands in them.
+class RemoveColumnsEdit final : public ColumnEdit
+{
+public:
+    RemoveColumnsEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
+                      AlignmentTable::Column count, const RangeStep &step = {})
+        : ColumnEdit(table, kind, step), m_Begin(begin), m_Count(count)
+    { }
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override { return sizeof(*this); }
+
+private:
+    AlignmentTable::Column m_Begin;
+    AlignmentTable::Column m_Count;
+};
+
+class RestoreColumnsEdit final : public ColumnEdit
+{
+public:
+    // Which residues a row had in the columns, where its other residues do not tell.
+    struct RowResidues
+    {
+        std::uint32_t row = 0;
+        ResidueRun run;
+    };
+    struct Cells
+    {
+        // Of each row in turn.
+        BitBuffer bits;
+        std::vector<RowResidues> residues;
+    };
+
+    RestoreColumnsEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
+                       AlignmentTable::Column count, Cells cells, const RangeStep &step);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    AlignmentTable::Column m_Begin;
+    AlignmentTable::Column m_Count;
+    Cells m_Cells;
+};
+
+// The residues in a stretch of columns are placed anew.
+class ReplaceColumnsEdit final : public ColumnEdit
+{
+public:
+    struct Stretch
+    {
+        AlignmentTable::Column begin = 0;
+        AlignmentTable::Column oldCount = 0;
+        AlignmentTable::Column newCount = 0;
+    };
+
+    ReplaceColumnsEdit(AlignmentTable &table, const char *kind, const Stretch &stretch,
+                       BitBuffer bits, const RangeStep &step = {});
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override { return sizeof(*this) + m_Bits.bytes(); }
+
+private:
+    Stretch m_Stretch;
+    BitBuffer m_Bits;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One row of an alignment: a sequence, where its residues stand, and which of them they are.
+#pragma once
+
+#include "OccupancyRow.h"
+#include "Peptide.h"
+#include "RowLabel.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+// Consecutive residues of a sequence.
+struct ResidueRun
+{
+    std::uint32_t index = 0;
+    std::uint32_t count = 0;
+
+    friend bool operator==(const ResidueRun &, const ResidueRun &) = default;
+};
+
+class AlignmentRow
+{
+public:
+    using Column = OccupancyRow::Column;
+
+    // The row's residues are the sequence's first ones.
+    AlignmentRow(Peptide &sequence, OccupancyRow cells);
+    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label);
+
+    [[nodiscard]] Peptide &sequence() const noexcept { return *m_Sequence; }
+    // As the views show it: the label's name, or else the sequence's.
+    [[nodiscard]] std::string name() const;
+    // Null for a row without one.
+    [[nodiscard]] const RowLabel *label() const noexcept { return m_Label.get(); }
+    [[nodiscard]] const OccupancyRow &cells() const noexcept { return m_Cells; }
+    // For edits that keep the number of residues.
+    [[nodiscard]] OccupancyRow &cells() noexcept { return m_Cells; }
+
+    // Which residue of the sequence the row's ordinal-th one is.
+    [[nodiscard]] std::uint32_t residueIndex(std::uint32_t ordinal) const noexcept;
+    // True when the row holds the whole sequence.
+    [[nodiscard]] bool isComplete() const noexcept
+    {
+        return m_Segments.empty() && m_Cells.residues() == m_Sequence->residueCount();
+    }
+    // The residues [begin, end) of the row as runs of the sequence's.
+    [[nodiscard]] std::vector<ResidueRun> residueRuns(std::uint32_t begin, std::uint32_t end) const;
+
+    // Calls visit(column, index of the residue in the sequence) for the residues in [begin, end).
+    template <typename Visit> void forEachResidue(Column begin, Column end, Visit visit) const;
+
+    // The columns vanish with their residues. The residues are appended to removed unless
+    // impliedResidues() gives them.
+    void removeColumns(Column begin, Column count, std::vector<ResidueRun> &removed);
+    // The columns come back; with empty residues those that impliedResidues() gives.
+    void restoreColumns(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
+                        std::vector<ResidueRun> residues);
+
+    [[nodiscard]] std::size_t bytes() const noexcept;
+
+private:
+    // The row's residues from ordinal on are the sequence's from index on.
+    struct Segment
+    {
+        std::uint32_t ordinal = 0;
+        std::uint32_t index = 0;
+    };
+
+    [[nodiscard]] std::size_t segmentOf(std::uint32_t ordinal) const noexcept;
+    [[nodiscard]] ResidueRun impliedResidues(std::uint32_t ordinal, std::uint32_t count,
+                                             std::uint32_t total) const;
+    void setResidues(const std::vector<ResidueRun> &runs);
+
+    Peptide *m_Sequence;
+    OccupancyRow m_Cells;
+    // Ascending from ordinal 0. Empty while the residues are the sequence's first ones.
+    std::vector<Segment> m_Segments;
+    // Never changes, so copies of the row share it.
+    std::shared_ptr<const RowLabel> m_Label;
+};
+
+template <typename Visit>
+void AlignmentRow::forEachResidue(Column begin, Column end, Visit visit) const
+{
+    constexpr Column kWordColumns = OccupancyRow::kWordColumns;
+    end = std::min(end, m_Cells.end());
+    if (begin >= end)
+        return;
+    std::uint32_t ordinal = m_Cells.rank(begin);
+    std::size_t segment = segmentOf(ordinal);
+    // The difference between index and ordinal holds until the next segment begins.
+    std::uint32_t shift = 0;
+    std::uint32_t until = ~std::uint32_t(0);
+    const auto enter = [&] {
+        shift = m_Segments[segment].index - m_Segments[segment].ordinal;
+        until =
+            segment + 1 < m_Segments.size() ? m_Segments[segment + 1].ordinal : ~std::uint32_t(0);
+    };
+    if (!m_Segments.empty())
+        enter();
+    for (std::size_t i = begin / kWordColumns; i * kWordColumns < end; ++i) {
+        OccupancyRow::Word bits = m_Cells.word(i);
+        const Column first = i * kWordColumns;
+        if (first < begin)
+            bits &= ~OccupancyRow::Word(0) << (begin - first);
+        if (end - first < kWordColumns)
+            bits &= (OccupancyRow::Word(1) << (end - first)) - 1;
+        for (; bits != 0; bits &= bits - 1, ++ordinal) {
+            if (ordinal == until) {
+                ++segment;
+                enter();
+            }
+            visit(first + Column(std::countr_zero(bits)), ordinal + shift);
+        }
+    }
+}
+
+} // namespace TAMBO

@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentTable.h"
+
+#include "AlignmentEdits.h"
+#include "ChangeScope.h"
+#include "Revisions.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace TAMBO {
+
+namespace {
+
+using Column = AlignmentTable::Column;
+using Range = AlignmentTable::Range;
+
+constexpr Column kBehindAll = std::numeric_limits<Column>::max();
+// Counting anew is cheaper than following this many whole rows.
+constexpr std::size_t kManyRows = 16;
+
+// The only kind of alignment there is; the interface leaves making one to the workbench.
+class StoredAlignment final : public Alignment
+{
+public:
+    explicit StoredAlignment(std::unique_ptr<AlignmentTable> table)
+        : Alignment(std::move(table)) { }
+};
+
+// Where the bounds of the current range go when columns give way to others.
+Range mapped(const Range &range, Column begin, Column oldCount, Column newCount)
+{
+    const auto shifted = [&](Column bound) {
+        return bound >= begin + oldCount ? bound - oldCount + newCount
+                                         : std::min(bound, begin + newCount);
+    };
+    const bool isEmpty = range.first >= range.second;
+    // Columns that come directly before the range are not part of it, nor are those directly
+    // behind.
+    const bool staysBefore = oldCount > 0;
+    const auto first = range.first < begin || (staysBefore && range.first == begin)
+                           ? range.first
+                           : shifted(range.first);
+    if (isEmpty && range.first == range.second)
+        return {first, first};
+    const auto second = range.second <= begin ? range.second : shifted(range.second);
+    return {first, second};
+}
+
+} // namespace
+
+std::unique_ptr<Alignment> AlignmentTable::make(std::string name, Rows rows, Column width)
+{
+    std::erase_if(rows, [](const auto &row) {
+        const bool isBad = row->cells().residues() > row->sequence().residueCount();
+        if (isBad)
+            writeLog("A row of \"" + row->sequence().Name() + "\" has more residues than it.",
+                     LogSeverity::Error);
+        return isBad;
+    });
+    for (const auto &row : rows)
+        width = std::max<Column>(width, row->cells().end());
+    std::unique_ptr<AlignmentTable> table(new AlignmentTable(std::move(name), std::move(rows)));
+    AlignmentTable &made = *table;
+    auto alignment = std::make_unique<StoredAlignment>(std::move(table));
+    made.setWidth(width);
+    return alignment;
+}
+
+AlignmentTable::Rows AlignmentTable::rowsOf(const std::vector<Compound *> &sequences)
+{
+    Rows rows;
+    rows.reserve(sequences.size());
+    for (Compound *const sequence : sequences) {
+        Peptide *const peptide = Peptide::from(sequence);
+        if (peptide != nullptr)
+            rows.push_back(std::make_unique<AlignmentRow>(
+                *peptide, OccupancyRow::filled(peptide->residueCount())));
+        else if (sequence == nullptr)
+            writeLog("A missing sequence was not added to the alignment.", LogSeverity::Warning);
+        else
+            writeLog("\"" + sequence->GetFQName() +
+                         "\" is no sequence and was not added to the alignment.",
+                     LogSeverity::Warning);
+    }
+    return rows;
+}
+
+AlignmentTable::AlignmentTable(std::string name, Rows rows) : m_Rows(std::move(rows))
+{
+    m_State.name = std::move(name);
+}
+
+void AlignmentTable::setWidth(Column width) noexcept
+{
+    const Column before = m_Alignment->m_Width;
+    if (width < before) {
+        m_Profiles.removeColumns(width, before - width);
+        Range &range = m_Alignment->m_Range;
+        if (range.first < range.second)
+            range = {std::min(range.first, width), std::min(range.second, width)};
+    }
+    if (width != before)
+        m_SelectedColumns.forget(std::min(before, width), kBehindAll);
+    m_Alignment->m_Width = width;
+    m_Alignment->m_RowCount = m_Rows.size();
+    ++m_LayoutRevision;
+}
+
+// ---- Reading
+
+bool AlignmentTable::holds(const Peptide &sequence) const noexcept
+{
+    return std::ranges::any_of(m_Rows,
+                               [&](const auto &row) { return &row->sequence() == &sequence; });
+}
+
+// Both counters only grow, so their sum never comes back to a former value.
+unsigned long AlignmentTable::layoutRevision() const noexcept
+{
+    return m_LayoutRevision + numberingRevision();
+}
+
+AlignmentMajority AlignmentTable::majority(Column column) const
+{
+    return m_Profiles.majority(m_Rows, width(), column);
+}
+
+bool AlignmentTable::isColumnSelected(Column column) const
+{
+    return m_SelectedColumns.isSelected(m_Rows, width(), column);
+}
+
+std::size_t AlignmentTable::bytes() const noexcept
+{
+    std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) +
+                      m_Rows.capacity() * sizeof(m_Rows[0]) + m_Profiles.bytes();
+    for (const auto &row : m_Rows)
+        sum += row->bytes();
+    return sum;
+}
+
+// ---- Recorded changes
+
+void AlignmentTable::removeRowsOf(const Peptide &sequence)
+{
+    std::vector<std::size_t> indices;
+    for (std::size_t i = 0; i < m_Rows.size(); ++i) {
+        if (&m_Rows[i]->sequence() == &sequence)
+            indices.push_back(i);
+    }
+    if (indices.empty())
+        return;
+    const ChangeScope scope;
+    RemoveRowsEdit edit(*this, "remove row", std::move(indices), width());
+    recordInverse(edit.apply());
+}
+
+bool AlignmentTable::replaceColumns(const Range &range, const std::vector<OccupancyRow> &rows,
+                                    Column count)
+{
+    if (!mayChange(*m_Alignment))
+        return false;
+    bool fits = range.first < range.second && range.second <= width() &&
+                rows.size() == m_Rows.size() && count <= kMostColumns - width();
+    for (std::size_t i = 0; fits && i < rows.size(); ++i) {
+        const OccupancyRow &cells = m_Rows[i]->cells();
+        fits = rows[i].end() <= count &&
+               rows[i].residues() == cells.rank(range.second) - cells.rank(range.first);
+    }
+    if (!fits) {
+        writeLog("The columns to be put into \"" + m_State.name + "\" do not fit its sequences.",
+                 LogSeverity::Error);
+        return false;
+    }
+    const Column oldCount = range.second - range.first;
+    BitBuffer bits;
+    bits.reserve(rows.size() * count);
+    bool isSame = count == oldCount;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto words = rows[i].columns(0, count);
+        isSame = isSame && words == m_Rows[i]->cells().columns(range.first, oldCount);
+        bits.append(words, count);
+    }
+    if (isSame)
+        return true;
+    const ChangeScope scope;
+    ReplaceColumnsEdit edit(*this, "realign", {range.first, oldCount, count}, std::move(bits));
+    recordInverse(edit.apply());
+    return true;
+}
+
+// ---- Plain changes
+
+void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column to, long growth)
+{
+    if (growth > 0)
+        setWidth(width() + Column(growth));
+    AlignmentRow &changed = *m_Rows[row];
+    const Column begin = std::min(from, to);
+    const Column end = std::max(from, to) + count;
+    m_Profiles.subtract(changed, begin, end);
+    changed.cells().moveGaps(from, count, to);
+    m_Profiles.add(changed, begin, end);
+    m_SelectedColumns.forget(begin, end);
+    setWidth(growth < 0 ? width() - Column(-growth) : width());
+}
+
+void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
+{
+    if (runs.empty())
+        return;
+    for (const auto &row : m_Rows)
+        row->cells().openGaps(runs);
+    Column added = 0;
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+        m_Profiles.insertColumns(run->column, run->count);
+        m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
+        added += run->count;
+    }
+    m_SelectedColumns.forget(runs.front().column, kBehindAll);
+    setWidth(width() + added);
+}
+
+void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
+{
+    if (runs.empty())
+        return;
+    for (const auto &row : m_Rows)
+        row->cells().closeGaps(runs);
+    Column removed = 0;
+    // Each run stands where it counts once those before it are gone.
+    for (const GapRun &run : runs) {
+        m_Profiles.removeColumns(run.column, run.count);
+        m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
+        removed += run.count;
+    }
+    m_SelectedColumns.forget(runs.front().column, kBehindAll);
+    setWidth(width() - removed);
+}
+
+void AlignmentTable::moveRow(std::size_t from, std::size_t to)
+{
+    const auto begin = m_Rows.begin();
+    if (from < to)
+        std::rotate(begin + std::ptrdiff_t(from), begin + std::ptrdiff_t(from) + 1,
+                    begin + std::ptrdiff_t(to) + 1);
+    else
+        std::rotate(begin + std::ptrdiff_t(to), begin + std::ptrdiff_t(from),
+                    begin + std::ptrdiff_t(from) + 1);
+    ++m_LayoutRevision;
+}
+
+void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width)
+{
+    if (rows.size() < kManyRows) {
+        for (const auto &row : rows)
+            m_Profiles.add(*row, 0, kBehindAll);
+    } else {
+        m_Profiles.clear();
+    }
+    Rows merged;
+    merged.reserve(m_Rows.size() + rows.size());
+    auto old = m_Rows.begin();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        while (merged.size() < indices[i])
+            merged.push_back(std::move(*old++));
+        merged.push_back(std::move(rows[i]));
+    }
+    std::move(old, m_Rows.end(), std::back_inserter(merged));
+    m_Rows = std::move(merged);
+    m_SelectedColumns.clear();
+    setWidth(width);
+}
+
+AlignmentTable::Rows AlignmentTable::takeRows(const std::vector<std::size_t> &indices, Column width)
+{
+    Rows taken;
+    taken.reserve(indices.size());
+    for (const std::size_t index : indices)
+        taken.push_back(std::move(m_Rows[index]));
+    std::erase(m_Rows, nullptr);
+    if (taken.size() < kManyRows) {
+        for (const auto &row : taken)
+            m_Profiles.subtract(*row, 0, kBehindAll);
+    } else {
+        m_Profiles.clear();
+    }
+    m_SelectedColumns.clear();
+    setWidth(width);
+    return taken;
+}
+
+void AlignmentTable::changeColumns(
+    Column begin, Column oldCount, Column newCount,
+    const std::function<void(AlignmentRow &row, std::size_t index)> &change)
+{
+    for (std::size_t i = 0; i < m_Rows.size(); ++i)
+        change(*m_Rows[i], i);
+    m_Profiles.removeColumns(begin, oldCount);
+    m_Profiles.insertColumns(begin, newCount);
+    m_Profiles.forget(begin, begin + newCount);
+    m_SelectedColumns.forget(begin, kBehindAll);
+    m_Alignment->m_Range = mapped(m_Alignment->m_Range, begin, oldCount, newCount);
+    setWidth(width() - oldCount + newCount);
+}
+
+} // namespace TAMBO

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows behind an Alignment: what the workbench uses of it beyond the plug-ins' interface, and
+// the plain changes that its edits are made of.
+#pragma once
+
+#include "Alignment.h"
+#include "AlignmentRow.h"
+#include "ColumnProfiles.h"
+#include "CompoundState.h"
+#include "SelectedColumns.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+class AlignmentEdit;
+
+class AlignmentTable
+{
+public:
+    using Column = unsigned long;
+    using Range = Alignment::Range;
+    using Rows = std::vector<std::unique_ptr<AlignmentRow>>;
+
+    // No alignment becomes wider; no count of columns runs over.
+    static constexpr Column kMostColumns = 100'000'000;
+
+    // A new alignment that is in no tree yet. It is as wide as its longest row, or wider when width
+    // says so.
+    [[nodiscard]] static std::unique_ptr<Alignment> make(std::string name, Rows rows,
+                                                         Column width = 0);
+    // One ungapped row per peptide. Anything else among the sequences is left out, with a line in
+    // the log.
+    [[nodiscard]] static Rows rowsOf(const std::vector<Compound *> &sequences);
+
+    AlignmentTable(const AlignmentTable &) = delete;
+    AlignmentTable &operator=(const AlignmentTable &) = delete;
+
+    [[nodiscard]] CompoundState &state() noexcept { return m_State; }
+    [[nodiscard]] const CompoundState &state() const noexcept { return m_State; }
+    [[nodiscard]] Alignment &alignment() noexcept { return *m_Alignment; }
+
+    // ---- Reading
+
+    [[nodiscard]] Column width() const noexcept { return m_Alignment->m_Width; }
+    // Also of an alignment that has lost its columns.
+    [[nodiscard]] std::size_t rowCount() const noexcept { return m_Rows.size(); }
+    [[nodiscard]] const AlignmentRow &row(std::size_t index) const noexcept
+    {
+        return *m_Rows[index];
+    }
+    [[nodiscard]] bool holds(const Peptide &sequence) const noexcept;
+    [[nodiscard]] unsigned long layoutRevision() const noexcept;
+    [[nodiscard]] AlignmentMajority majority(Column column) const;
+    [[nodiscard]] bool isColumnSelected(Column column) const;
+    // On the heap, the sequences not counted.
+    [[nodiscard]] std::size_t bytes() const noexcept;
+
+    // ---- Recorded changes that plug-ins have no need of
+
+    // For a sequence that is being destroyed: also done to a locked alignment. The rows come back
+    // at their places on undo.
+    void removeRowsOf(const Peptide &sequence);
+    // The columns of the range give way to columns in which each row holds the same residues,
+    // placed anew. False, with a line in the log, when a row would not, or when the alignment is
+    // locked.
+    bool replaceColumns(const Range &range, const std::vector<OccupancyRow> &rows, Column count);
+
+    // ---- The edits' plain changes, without recording. Indices are in bounds.
+
+    // The gaps [from, from + count) of a row are put in at to, after the alignment has been widened
+    // or before it is narrowed by growth columns at its end.
+    void moveGaps(std::size_t row, Column from, Column count, Column to, long growth);
+    void openColumns(const std::vector<GapRun> &runs);
+    void closeColumns(const std::vector<GapRun> &runs);
+    void moveRow(std::size_t from, std::size_t to);
+    // The rows come to stand at the indices, which ascend.
+    void insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width);
+    [[nodiscard]] Rows takeRows(const std::vector<std::size_t> &indices, Column width);
+    // Calls change for every row, all of whose cells in or behind the columns may change.
+    void changeColumns(Column begin, Column oldCount, Column newCount,
+                       const std::function<void(AlignmentRow &row, std::size_t index)> &change);
+    void setRange(const Range &range) noexcept { m_Alignment->m_Range = range; }
+
+private:
+    friend class Alignment;
+
+    AlignmentTable(std::string name, Rows rows);
+
+    void setWidth(Column width) noexcept;
+
+    CompoundState m_State;
+    Alignment *m_Alignment = nullptr;
+    Rows m_Rows;
+    unsigned long m_LayoutRevision = 0;
+    // What passes over many rows found; no part of the alignment's value.
+    mutable ColumnProfiles m_Profiles;
+    mutable SelectedColumns m_SelectedColumns;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SelectedColumns.h"
+
+#include "Revisions.h"
+
+namespace TAMBO {
+
+namespace {
+
+using Words = std::array<OccupancyRow::Word, OccupancyRow::kBlockWords>;
+using Column = OccupancyRow::Column;
+
+Words wordsOf(const AlignmentRow &row, std::size_t block) noexcept
+{
+    Words words;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        words[i] = row.cells().word(block * words.size() + i);
+    return words;
+}
+
+// Adds a row of which some residues are selected and some are not.
+void addMixed(const AlignmentRow &row, Column begin, Words &unselected)
+{
+    row.forEachResidue(
+        begin, begin + OccupancyRow::kBlockColumns, [&](Column column, std::uint32_t index) {
+            const Column place = column - begin;
+            const auto bit = OccupancyRow::Word(1) << place % OccupancyRow::kWordColumns;
+            OccupancyRow::Word &word = unselected[place / OccupancyRow::kWordColumns];
+            if ((word & bit) == 0 && !row.sequence().isSelected(index))
+                word |= bit;
+        });
+}
+
+} // namespace
+
+bool SelectedColumns::isSelected(const Rows &rows, Column width, Column column)
+{
+    const std::size_t index = column / OccupancyRow::kBlockColumns;
+    if (index >= m_Blocks.size())
+        m_Blocks.resize(index + 1);
+    Block &block = m_Blocks[index];
+    if (!block.isKnown || block.selectionRevision != selectionRevision())
+        find(rows, width, index, block);
+    const Column place = column % OccupancyRow::kBlockColumns;
+    return (block.selected[place / OccupancyRow::kWordColumns] >>
+                place % OccupancyRow::kWordColumns &
+            1) != 0;
+}
+
+void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Block &block)
+{
+    const Column begin = index * OccupancyRow::kBlockColumns;
+    Words holding{};
+    Words unselected{};
+    // Columns beyond the last one count as settled.
+    for (std::size_t i = 0; i < unselected.size(); ++i) {
+        const Column first = begin + i * OccupancyRow::kWordColumns;
+        if (first >= width)
+            unselected[i] = ~OccupancyRow::Word(0);
+        else if (width - first < OccupancyRow::kWordColumns)
+            unselected[i] = ~OccupancyRow::Word(0) << (width - first);
+    }
+    for (const auto &row : rows) {
+        const Words words = wordsOf(*row, index);
+        const std::size_t selected = row->sequence().selectedCount();
+        if (selected > 0 && selected < row->sequence().residueCount())
+            addMixed(*row, begin, unselected);
+        bool isSettled = true;
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            holding[i] |= words[i];
+            if (selected == 0)
+                unselected[i] |= words[i];
+            isSettled = isSettled && unselected[i] == ~OccupancyRow::Word(0);
+        }
+        // Mostly nothing is selected, and a few rows show that for every column.
+        if (isSettled)
+            break;
+    }
+    for (std::size_t i = 0; i < holding.size(); ++i)
+        block.selected[i] = holding[i] & ~unselected[i];
+    block.isKnown = true;
+    block.selectionRevision = selectionRevision();
+}
+
+void SelectedColumns::forget(Column begin, Column end) noexcept
+{
+    for (std::size_t i = begin / OccupancyRow::kBlockColumns;
+         i < m_Blocks.size() && i * OccupancyRow::kBlockColumns < end; ++i)
+        m_Blocks[i].isKnown = false;
+}
+
+} // namespace TAMBO
