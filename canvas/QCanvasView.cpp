@@ -93,6 +93,11 @@ int QCanvasView::contentsHeight() const
     return m_Canvas == nullptr ? 0 : m_Canvas->height();
 }
 
+QCanvasItemList QCanvasView::itemsAt(const QPoint &contents) const
+{
+    return m_Canvas == nullptr ? QCanvasItemList() : m_Canvas->collisions(contents);
+}
+
 bool QCanvasView::isInSight(const QPoint &contents) const
 {
     return viewport()->rect().contains(contentsToViewport(contents));

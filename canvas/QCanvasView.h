@@ -3,6 +3,8 @@
 // pixels that stay visible and paints the rest.
 #pragma once
 
+#include "QCanvasItem.h"
+
 #include <QAbstractScrollArea>
 #include <QPointer>
 
@@ -40,6 +42,8 @@ public:
     {
         return point - m_ContentsPos;
     }
+    // The canvas's collisions; none without a canvas.
+    [[nodiscard]] QCanvasItemList itemsAt(const QPoint &contents) const;
     // Whether the point of the contents is to be seen now.
     [[nodiscard]] bool isInSight(const QPoint &contents) const;
 

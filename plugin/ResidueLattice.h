@@ -7,7 +7,7 @@
 namespace TAMBO {
 class Alignment;
 struct AlignmentCell;
-}
+} // namespace TAMBO
 
 class ResidueLattice : public LatticeSource
 {

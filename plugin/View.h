@@ -9,8 +9,14 @@
 
 #include <functional>
 
+class QCanvasItem;
 class QCanvasRectangle;
 class QPainter;
+class ResidueItem;
+
+namespace TAMBO {
+class Alignment;
+}
 
 class View : public QCanvasView
 {
@@ -37,11 +43,12 @@ private:
     unsigned long m_Row;
     unsigned long m_Col;
 
-    void endDrag();
-    void insertGap(QMouseEvent *event, const class ResidueItem &item);
-    void moveGap(QMouseEvent *event, const class ResidueItem &item);
-    [[nodiscard]] class ResidueItem *itemAt(const QPoint &point) const;
-    [[nodiscard]] QString toolTipAt(const QPoint &point) const;
+    [[nodiscard]] ResidueItem *itemAt(const QPoint &point) const;
+    static void showMenu(const TAMBO::Alignment &alignment, unsigned long row, unsigned long col);
+    void beginDrag(unsigned long row, unsigned long col);
+    // The drag ends with this button in its own column, or in another one of its row.
+    void insertGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col);
+    void moveGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col);
 };
 
 class Panel : public QCanvasView
@@ -84,6 +91,13 @@ private:
     unsigned long m_Begin;
     unsigned long m_End;
     QCanvasRectangle *m_Marker;
-
     std::function<QSize()> m_CellSize;
+
+    // Whether the items behind may still be handled.
+    enum class Handling { GoesOn, Stops };
+    Handling pressOnName(QCanvasItem &item, unsigned int state);
+    Handling pressOnColumn(QCanvasItem &item, unsigned int state);
+    void extendRange(unsigned long col);
+    void dropRow(const QPoint &point);
+    [[nodiscard]] QString toolTipAt(const QPoint &point) const;
 };

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ResidueItem.h"
+
+#include "Alignment.h"
+#include "Check.h"
+#include "DataPoint.h"
+#include "QCanvas.h"
+
+#include <QColor>
+#include <QPainter>
+
+#include <vector>
+
+namespace {
+
+// Letters stay readable on dark and on light colours.
+QColor textColorOn(const QColor &background)
+{
+    const int grey = (11 * background.red() + 16 * background.green() + 5 * background.blue()) >> 5;
+    return grey <= 126 ? Qt::white : Qt::black;
+}
+
+} // namespace
+
+ResidueItem::ResidueItem(TAMBO::Alignment *alignment, unsigned long row, unsigned long col,
+                         const QFont &font, QCanvas *canvas, int x, int y, int w, int h)
+    : QCanvasRectangle(x, y, 1, 1, canvas),
+      m_Target(alignment),
+      m_Row(row),
+      m_Col(col),
+      m_Font(font)
+{
+    TAMBO_CHECK_PTR(m_Target, "ResidueItem", 34);
+    setSize(w, h);
+    m_Rect = QRect(x, y, w, h);
+}
+
+ResidueItem::~ResidueItem() = default;
+
+void ResidueItem::draw(QPainter &painter)
+{
+    char letter = '-';
+    QColor background = Qt::white;
+    std::vector<TAMBO::AlignmentCell> cell;
+    if (m_Target != nullptr)
+        m_Target->readRow(m_Row, m_Col, m_Col + 1, cell);
+    if (!cell.empty() && !cell.front().isGap()) {
+        letter = cell.front().letter;
+        background = cell.front().color.toQColor();
+    }
+    drawCell(painter, m_Rect, m_Font, letter, background);
+}
+
+int ResidueItem::rtti() const
+{
+    return RTTI;
+}
+
+void ResidueItem::hit()
+{
+    TAMBO::Compound *residue = m_Target->getItem(m_Row, m_Col);
+    if (residue == nullptr) {
+        qDebug("It's a gap");
+        return;
+    }
+    DataPoint<TAMBO::Compound> guard(nullptr, residue);
+    if (!guard.m_good)
+        return;
+    guard->ToggleSelected();
+    if (canvas() != nullptr)
+        canvas()->setChanged(m_Rect);
+}
+
+bool ResidueItem::isGap() const
+{
+    return m_Target->getItem(m_Row, m_Col) == nullptr;
+}
+
+void ResidueItem::drawCell(QPainter &painter, const QRectF &rect, const QFont &font, char letter,
+                           const QColor &background)
+{
+    painter.fillRect(rect, background);
+    painter.setFont(font);
+    painter.setPen(textColorOn(background));
+    painter.drawText(rect, Qt::AlignCenter, QString(QLatin1Char(letter)));
+}

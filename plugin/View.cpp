@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "View.h"
+
+#include "Alignment.h"
+#include "CellToolTip.h"
+#include "Check.h"
+#include "DataPoint.h"
+#include "QCanvas.h"
+#include "ResidueItem.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+
+View::View(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flags)
+    : QCanvasView(&canvas, parent, name, Qt::WindowFlags::fromInt(static_cast<int>(flags))),
+      m_Dragging(false),
+      m_Row(0),
+      m_Col(0)
+{
+    setToolTips([this](const QPoint &point) {
+        const ResidueItem *item = itemAt(point);
+        return item == nullptr ? QString()
+                               : cellToolTip(*item->getTarget(), item->getRow(), item->getCol());
+    });
+}
+
+View::~View() = default;
+
+void View::print(QPainter *painter, int x, int y, int width, int height)
+{
+    QCanvasView::drawContents(painter, x, y, width, height);
+}
+
+ResidueItem *View::itemAt(const QPoint &point) const
+{
+    for (QCanvasItem *item : itemsAt(point)) {
+        if (item->rtti() == ResidueItem::RTTI)
+            return static_cast<ResidueItem *>(item);
+    }
+    return nullptr;
+}
+
+void View::contentsMousePressEvent(QMouseEvent *event)
+{
+    setDragging(false);
+    m_Dragging = false;
+    // The item's own actions and the menu may end in a rebuild, or in the end of this window.
+    const QPointer<View> alive(this);
+    if (ResidueItem *item = itemAt(event->pos())) {
+        const unsigned long row = item->getRow();
+        const unsigned long col = item->getCol();
+        if (event->button() == Qt::RightButton)
+            showMenu(*item->getTarget(), row, col);
+        else if (event->button() == Qt::LeftButton && !item->isGap())
+            item->hit();
+        else
+            beginDrag(row, col);
+    }
+    if (alive)
+        emit Update();
+}
+
+void View::contentsMouseReleaseEvent(QMouseEvent *event)
+{
+    if (m_Dragging) {
+        // Over a panel or another window there may be a cell that is scrolled out of sight.
+        const ResidueItem *item = isInSight(event->pos()) ? itemAt(event->pos()) : nullptr;
+        if (item != nullptr && item->getRow() == m_Row) {
+            if (item->getCol() == m_Col)
+                insertGap(event->button(), *item->getTarget(), item->getCol());
+            else
+                moveGap(event->button(), *item->getTarget(), item->getCol());
+        }
+        setDragging(false);
+        m_Dragging = false;
+    }
+    emit Update();
+}
+
+void View::showMenu(const TAMBO::Alignment &alignment, unsigned long row, unsigned long col)
+{
+    if (TAMBO::Compound *residue = alignment.getItem(row, col))
+        residue->ShowMenu();
+}
+
+void View::beginDrag(unsigned long row, unsigned long col)
+{
+    m_Row = row;
+    m_Col = col;
+    m_Dragging = true;
+    setDragging(true);
+}
+
+void View::insertGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col)
+{
+    if (button != Qt::MiddleButton)
+        return;
+    qDebug("Drag terminal gap to here");
+    TAMBO::checkCondition(col == m_Col, "Col == m_Col", "View", 116);
+    DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
+    if (!guard.m_good) {
+        qDebug("Cannot update CDB!");
+        return;
+    }
+    guard->insertGap(m_Row, col);
+    canvas()->setAllChanged();
+    emit ReArrange();
+}
+
+void View::moveGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col)
+{
+    // Kept: a drag that began on a residue is reported and carried out all the same; the alignment
+    // decides what that means.
+    TAMBO::checkCondition(alignment.getItem(m_Row, m_Col) == nullptr,
+                          "0 == Target->getItem( m_Row, m_Col )", "View", 131);
+    // Kept: it is the button let go that decides, not the one pressed.
+    if (button != Qt::LeftButton && button != Qt::MiddleButton)
+        return;
+    const bool isPoint = button == Qt::LeftButton;
+    DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
+    if (!guard.m_good) {
+        qDebug("Cannot update CDB!");
+        return;
+    }
+    qDebug(isPoint ? "Drag point" : "Drag range");
+    guard->moveGap(m_Row, m_Col, col, isPoint);
+    canvas()->setAllChanged();
+    emit ReArrange();
+}
