@@ -2,7 +2,9 @@
 #include "support/ExpectMessage.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +12,9 @@ int main(int argc, char **argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
     QStandardPaths::setTestModeEnabled(true);
+    // Every run starts without any file of a user, and leaves none behind.
+    const QTemporaryDir userDirectory;
+    qputenv("TAMBO_USER_DIR", QFile::encodeName(userDirectory.path()));
     // The build runs the programs too, to learn their cases, and may have no screen.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
