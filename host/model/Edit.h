@@ -4,14 +4,15 @@
 
 #include <cstddef>
 #include <memory>
-#include <string>
+#include <vector>
 
 namespace TAMBO {
 
 class Compound;
 
 // One change that can be carried out. Carrying it out gives its inverse, so undo and redo are the
-// same act. An edit keeps what is needed for its change and never a copy of an object.
+// same act. An edit keeps what is needed for its change and never a copy of an object. Its
+// destructor touches no object but those it owns.
 class Edit
 {
 public:
@@ -26,13 +27,22 @@ public:
     [[nodiscard]] virtual const char *kind() const = 0;
     // The object changed; it exists as long as the edit does.
     [[nodiscard]] virtual Compound *subject() const = 0;
+    // The change is one of the object as a whole: "delete SeqAli", not "move gap in SeqAli".
+    [[nodiscard]] virtual bool actsOnWhole() const { return false; }
+    // Appends every object changed.
+    virtual void appendSubjects(std::vector<const Compound *> &out) const
+    {
+        out.push_back(subject());
+    }
+    // The object whose lock forbids the change.
+    [[nodiscard]] virtual const Compound *guarded() const { return subject(); }
 
 protected:
     Edit() = default;
 };
 
-// Receives the inverse of every change as it happens. Changes between begin() and end() are one
-// step; a change outside of them is a step of its own.
+// Receives the inverses of a step's changes, in the order of the changes, when the step ends. A
+// change outside of a guard is a step of its own; a step without changes is not announced.
 class EditRecorder
 {
 public:
@@ -44,5 +54,6 @@ public:
 
 // The recorder in use; null (the start) drops the inverses. Not owned.
 void setEditRecorder(EditRecorder *recorder) noexcept;
+[[nodiscard]] EditRecorder *editRecorder() noexcept;
 
 } // namespace TAMBO

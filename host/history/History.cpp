@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "History.h"
+
+#include "ChangeScope.h"
+#include "Compound.h"
+#include "Publisher.h"
+#include "Space.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace TAMBO {
+
+namespace {
+
+bool isInTree(const Compound &object)
+{
+    const Compound *top = &object;
+    while (top->Parent() != nullptr)
+        top = top->Parent();
+    return dynamic_cast<const Space *>(top) != nullptr;
+}
+
+} // namespace
+
+History::~History()
+{
+    if (editRecorder() == this)
+        setEditRecorder(nullptr);
+}
+
+void History::begin()
+{
+    m_Recorded.clear();
+}
+
+void History::record(std::unique_ptr<Edit> inverse)
+{
+    // Undo itself is no new step.
+    if (m_IsApplying)
+        releaseLater(std::move(inverse));
+    else
+        m_Recorded.push_back(std::move(inverse));
+}
+
+void History::end()
+{
+    if (m_Recorded.empty())
+        return;
+    const auto undone = m_Steps.begin() + std::ptrdiff_t(m_Position);
+    m_Saved.dropFrom(m_Position, m_Steps);
+    drop(undone, m_Steps.end());
+    m_Steps.emplace_back(std::exchange(m_Recorded, {}));
+    m_Bytes += m_Steps.back().bytes();
+    m_Position = m_Steps.size();
+    keepLimit();
+    tellChange();
+}
+
+bool History::undo()
+{
+    return canUndo() && goTo(m_Position - 1);
+}
+
+bool History::redo()
+{
+    return canRedo() && goTo(m_Position + 1);
+}
+
+bool History::goTo(std::size_t position)
+{
+    if (position > m_Steps.size() || isChanging() || Publisher::isPublishing())
+        return false;
+    if (position == m_Position)
+        return true;
+
+    const auto next = [&] { return position < m_Position ? m_Position - 1 : m_Position; };
+    const Compound *locked = m_Steps[next()].lock();
+    if (locked == nullptr) {
+        m_IsApplying = true;
+        const ChangeScope scope(Publisher::Update);
+        while (position != m_Position && (locked = m_Steps[next()].lock()) == nullptr)
+            toggle(next());
+        keepLimit();
+        tellChange();
+    }
+    m_IsApplying = false;
+    if (locked != nullptr && modelHooks().refused)
+        modelHooks().refused(*locked);
+    return locked == nullptr;
+}
+
+void History::toggle(std::size_t index)
+{
+    HistoryStep &step = m_Steps[index];
+    m_Bytes -= step.bytes();
+    step.toggle();
+    m_Bytes += step.bytes();
+    m_Position = step.isDone() ? index + 1 : index;
+}
+
+std::string History::label(std::size_t step) const
+{
+    return step < m_Steps.size() ? m_Steps[step].label() : std::string();
+}
+
+std::string History::undoLabel() const
+{
+    return canUndo() ? label(m_Position - 1) : std::string();
+}
+
+std::string History::redoLabel() const
+{
+    return canRedo() ? label(m_Position) : std::string();
+}
+
+void History::setLimit(std::size_t bytes)
+{
+    m_Limit = bytes;
+    keepLimit();
+    tellChange();
+}
+
+void History::drop(std::vector<HistoryStep>::iterator first,
+                   std::vector<HistoryStep>::iterator last)
+{
+    for (auto step = first; step != last; ++step) {
+        m_Bytes -= step->bytes();
+        // Not freed at once: a window may show an object that goes until it has been told.
+        for (std::unique_ptr<Edit> &edit : step->takeEdits())
+            releaseLater(std::move(edit));
+    }
+    m_Steps.erase(first, last);
+}
+
+void History::keepLimit()
+{
+    while (m_Bytes > m_Limit) {
+        if (m_Position > 1) {
+            m_Saved.dropFirst(m_Steps);
+            drop(m_Steps.begin(), m_Steps.begin() + 1);
+            --m_Position;
+        } else if (m_Steps.size() > m_Position + 1) {
+            m_Saved.dropFrom(m_Steps.size() - 1, m_Steps);
+            drop(m_Steps.end() - 1, m_Steps.end());
+        } else {
+            return;
+        }
+    }
+}
+
+void History::clear()
+{
+    drop(m_Steps.begin(), m_Steps.end());
+    m_Recorded.clear();
+    m_Position = 0;
+    m_Saved.clear();
+    tellChange();
+}
+
+void History::markSaved(const Compound &object)
+{
+    m_Saved.mark(object, m_Position);
+    tellChange();
+}
+
+bool History::isModified(const Compound &object) const
+{
+    const std::optional<std::size_t> saved = m_Saved.position(object);
+    if (!saved)
+        return true;
+    const auto first = m_Steps.begin() + std::ptrdiff_t(std::min(*saved, m_Position));
+    const auto last = m_Steps.begin() + std::ptrdiff_t(std::max(*saved, m_Position));
+    return std::any_of(first, last, [&](const HistoryStep &step) { return step.concerns(object); });
+}
+
+std::vector<const Compound *> History::modifiedObjects() const
+{
+    std::vector<const Compound *> objects;
+    std::vector<const Compound *> subjects;
+    for (std::size_t i = 0; i < m_Steps.size(); ++i) {
+        subjects.clear();
+        m_Steps[i].appendSubjects(subjects);
+        std::ranges::copy_if(subjects, std::back_inserter(objects), [&](const Compound *subject) {
+            const std::optional<std::size_t> saved = m_Saved.position(*subject);
+            return saved && std::min(*saved, m_Position) <= i && i < std::max(*saved, m_Position);
+        });
+    }
+    // Those whose saved state is lost may have been freed since, so they are looked up by address.
+    subjects.clear();
+    m_Saved.appendUnreachable(subjects);
+    std::ranges::sort(subjects);
+    for (const Compound *const object : *Space::instance()) {
+        if (std::ranges::binary_search(subjects, object))
+            objects.push_back(object);
+    }
+    std::ranges::sort(objects);
+    objects.erase(std::ranges::unique(objects).begin(), objects.end());
+    std::erase_if(objects, [](const Compound *object) { return !isInTree(*object); });
+    return objects;
+}
+
+void History::setChangeCallback(std::function<void()> callback)
+{
+    m_ChangeCallback = std::move(callback);
+}
+
+void History::tellChange() const
+{
+    if (m_ChangeCallback)
+        m_ChangeCallback();
+}
+
+} // namespace TAMBO

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HistoryStep.h"
+
+#include "ChangeScope.h"
+#include "Compound.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace TAMBO {
+
+HistoryStep::HistoryStep(std::vector<std::unique_ptr<Edit>> inverses) : m_Edits(std::move(inverses))
+{
+    m_Edits.shrink_to_fit();
+    measure();
+}
+
+void HistoryStep::toggle()
+{
+    std::vector<std::unique_ptr<Edit>> inverses;
+    inverses.reserve(m_Edits.size());
+    for (auto edit = m_Edits.rbegin(); edit != m_Edits.rend(); ++edit)
+        inverses.push_back((*edit)->apply());
+    // The old edits have given away what they owned.
+    m_Edits = std::move(inverses);
+    m_IsDone = !m_IsDone;
+    measure();
+}
+
+const Compound *HistoryStep::lock() const
+{
+    for (const std::unique_ptr<Edit> &edit : m_Edits) {
+        const Compound *const guarded = edit->guarded();
+        if (const Compound *const locked = guarded ? lockOn(*guarded) : nullptr)
+            return locked;
+    }
+    return nullptr;
+}
+
+// What the user did: the last object that came, went or was renamed as a whole, else the first
+// change; the others came with it.
+const Edit &HistoryStep::primary() const
+{
+    const auto isWhole = [](const auto &edit) { return edit->actsOnWhole(); };
+    if (m_IsDone) {
+        const auto found = std::find_if(m_Edits.rbegin(), m_Edits.rend(), isWhole);
+        return found != m_Edits.rend() ? **found : *m_Edits.front();
+    }
+    const auto found = std::find_if(m_Edits.begin(), m_Edits.end(), isWhole);
+    return found != m_Edits.end() ? **found : *m_Edits.back();
+}
+
+std::string HistoryStep::label() const
+{
+    const Edit &named = primary();
+    std::vector<const Compound *> subjects;
+    for (const std::unique_ptr<Edit> &edit : m_Edits) {
+        const bool isSameKind = std::string_view(edit->kind()) == named.kind();
+        if (edit.get() == &named || (isSameKind && !named.actsOnWhole()))
+            edit->appendSubjects(subjects);
+    }
+    std::ranges::sort(subjects);
+    const std::size_t count = std::size_t(std::ranges::unique(subjects).begin() - subjects.begin());
+
+    std::string label = named.kind();
+    label += named.actsOnWhole() ? " " : " in ";
+    label += named.subject()->GetFQName();
+    if (count == 2)
+        label += " and another";
+    else if (count > 2)
+        label += " and " + std::to_string(count - 1) + " others";
+    return label;
+}
+
+bool HistoryStep::concerns(const Compound &object) const
+{
+    std::vector<const Compound *> subjects;
+    appendSubjects(subjects);
+    return std::ranges::find(subjects, &object) != subjects.end();
+}
+
+void HistoryStep::appendSubjects(std::vector<const Compound *> &out) const
+{
+    for (const std::unique_ptr<Edit> &edit : m_Edits)
+        edit->appendSubjects(out);
+}
+
+void HistoryStep::measure()
+{
+    m_Bytes = sizeof(*this) + m_Edits.capacity() * sizeof(m_Edits[0]);
+    for (const std::unique_ptr<Edit> &edit : m_Edits)
+        m_Bytes += edit->bytes();
+}
+
+} // namespace TAMBO

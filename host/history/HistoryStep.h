@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One step of undo: the edits that take it back, or, once it is taken back, those that repeat it.
+#pragma once
+
+#include "Edit.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+class HistoryStep
+{
+public:
+    // In the order of the changes.
+    explicit HistoryStep(std::vector<std::unique_ptr<Edit>> inverses);
+
+    // Done becomes undone and the other way round.
+    void toggle();
+    [[nodiscard]] bool isDone() const noexcept { return m_IsDone; }
+
+    // The object whose lock forbids toggling, or null.
+    [[nodiscard]] const Compound *lock() const;
+    // "move gap in SeqAli", whether done or undone.
+    [[nodiscard]] std::string label() const;
+    [[nodiscard]] bool concerns(const Compound &object) const;
+    void appendSubjects(std::vector<const Compound *> &out) const;
+    [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
+
+    // Gives the edits away, for whoever frees them.
+    [[nodiscard]] std::vector<std::unique_ptr<Edit>> takeEdits() { return std::move(m_Edits); }
+
+private:
+    [[nodiscard]] const Edit &primary() const;
+    void measure();
+
+    // Applied from the last to the first.
+    std::vector<std::unique_ptr<Edit>> m_Edits;
+    std::size_t m_Bytes = 0;
+    bool m_IsDone = true;
+};
+
+} // namespace TAMBO

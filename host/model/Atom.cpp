@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Atom.h"
+
+#include "ObjectOperations.h"
+#include "Peptide.h"
+#include "ResidueGroup.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace TAMBO {
+
+namespace {
+
+Color elementColor(std::string_view element) noexcept
+{
+    static constexpr std::pair<std::string_view, unsigned> kColors[] = {
+        {"C", 0x909090}, {"N", 0x3050f8}, {"O", 0xff2010}, {"S", 0xc8a020},
+        {"P", 0xff8000}, {"H", 0xe8e8e8}, {"D", 0xe8e8e8}, {"SE", 0xffa100},
+    };
+    static constexpr unsigned kOther = 0x70a070;
+    for (const auto &[name, rgb] : kColors) {
+        if (name == element)
+            return Color(rgb);
+    }
+    return Color(kOther);
+}
+
+} // namespace
+
+Atom::~Atom() = default;
+
+void Atom::fill(AtomRecord &&record)
+{
+    m_Name = std::move(record.name);
+    m_Position = record.position;
+    std::transform(record.element.begin(),
+                   record.element.begin() +
+                       std::ptrdiff_t(std::min(record.element.size(), m_Element.size() - 1)),
+                   m_Element.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; });
+}
+
+void Atom::fill(AtomRecord &&record, Peptide &chain, std::size_t residue)
+{
+    fill(std::move(record));
+    m_Chain = &chain;
+    m_Residue = static_cast<std::uint32_t>(residue);
+}
+
+void Atom::fill(AtomRecord &&record, ResidueGroup &group)
+{
+    fill(std::move(record));
+    m_Group = &group;
+}
+
+std::string Atom::Name() const
+{
+    return m_Name;
+}
+
+char Atom::TypeCode() const
+{
+    return '\0';
+}
+
+std::string Atom::TypeName() const
+{
+    return m_Element.data();
+}
+
+Compound *Atom::Parent() const
+{
+    if (m_Chain != nullptr)
+        return m_Chain->residue(m_Residue);
+    return m_Group;
+}
+
+std::size_t Atom::ChildCount() const
+{
+    return 0;
+}
+
+Compound *Atom::Child(std::size_t) const
+{
+    return nullptr;
+}
+
+bool Atom::IsLocked() const
+{
+    return false;
+}
+
+Vertex Atom::Position() const
+{
+    return m_Position;
+}
+
+Color Atom::OwnColor() const
+{
+    return m_Color.value_or(elementColor(m_Element.data()));
+}
+
+void Atom::AssignColor(const Color &color)
+{
+    assignColor(*this, m_Color, color);
+}
+
+void Atom::SetSelected(bool selected)
+{
+    assignSelected(m_IsSelected, selected);
+}
+
+bool Atom::IsSelected() const
+{
+    return m_IsSelected;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One atom of a residue or a group.
+#pragma once
+
+#include "Compound.h"
+#include "Records.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace TAMBO {
+
+class Peptide;
+class ResidueGroup;
+
+class Atom final : public Compound
+{
+public:
+    Atom() = default;
+    ~Atom() override;
+    // Atoms stand in arrays, so they are made first and filled then.
+    void fill(AtomRecord &&record, Peptide &chain, std::size_t residue);
+    void fill(AtomRecord &&record, ResidueGroup &group);
+
+    std::string Name() const override;
+    char TypeCode() const override;
+    // The element.
+    std::string TypeName() const override;
+    Compound *Parent() const override;
+    std::size_t ChildCount() const override;
+    Compound *Child(std::size_t index) const override;
+    bool IsLocked() const override;
+    Vertex Position() const override;
+    // By element unless set.
+    Color OwnColor() const override;
+    void AssignColor(const Color &color) override;
+    void SetSelected(bool selected) override;
+    bool IsSelected() const override;
+
+    [[nodiscard]] const Vertex &place() const noexcept { return m_Position; }
+    [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
+
+private:
+    void fill(AtomRecord &&record);
+
+    std::string m_Name;
+    std::array<char, 4> m_Element{};
+    Vertex m_Position;
+    // One of the two is set.
+    Peptide *m_Chain = nullptr;
+    ResidueGroup *m_Group = nullptr;
+    std::uint32_t m_Residue = 0;
+    bool m_IsSelected = false;
+    std::optional<Color> m_Color;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ChangeScope.h"
+
+#include "ChangeSession.h"
+#include "Compound.h"
+
+#include <utility>
+
+namespace TAMBO {
+
+ChangeScope::ChangeScope() noexcept
+{
+    ChangeSession::get().open();
+}
+
+ChangeScope::ChangeScope(Publisher::ActionType action) noexcept : ChangeScope()
+{
+    ChangeSession::get().publishAtEnd(action);
+}
+
+ChangeScope::~ChangeScope()
+{
+    ChangeSession::get().close();
+}
+
+void recordInverse(std::unique_ptr<Edit> inverse)
+{
+    ChangeSession::get().record(std::move(inverse));
+}
+
+void publishAtEnd(Publisher::ActionType action) noexcept
+{
+    ChangeSession::get().publishAtEnd(action);
+}
+
+void releaseLater(std::unique_ptr<Edit> edit)
+{
+    if (isChanging())
+        ChangeSession::get().releaseLater(std::move(edit));
+}
+
+bool isChanging() noexcept
+{
+    return ChangeSession::get().isOpen();
+}
+
+const Compound *lockOn(const Compound &object)
+{
+    for (const Compound *above = &object; above != nullptr; above = above->Parent()) {
+        if (above->IsLocked())
+            return above;
+    }
+    return nullptr;
+}
+
+bool mayChange(const Compound &object)
+{
+    const Compound *const locked = lockOn(object);
+    if (locked == nullptr)
+        return true;
+    writeLogOnce("\"" + locked->GetFQName() + "\" is locked and was not changed.",
+                 LogSeverity::Warning);
+    return false;
+}
+
+void writeLog(const std::string &message, LogSeverity severity)
+{
+    if (modelHooks().log)
+        modelHooks().log(message, severity);
+}
+
+void writeLogOnce(const std::string &message, LogSeverity severity)
+{
+    ChangeSession::get().writeLogOnce(message, severity);
+}
+
+} // namespace TAMBO

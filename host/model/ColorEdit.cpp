@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ColorEdit.h"
+
+#include "Peptide.h"
+#include "Revisions.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+ColorEdit::~ColorEdit() = default;
+
+void ColorEdit::note(std::size_t index, std::optional<Color> before)
+{
+    if (m_HasAll)
+        return;
+    if (!m_Runs.empty()) {
+        Run &last = m_Runs.back();
+        if (std::size_t(last.first) + last.count == index && last.color == before) {
+            ++last.count;
+            return;
+        }
+    }
+    m_Runs.push_back({static_cast<std::uint32_t>(index), 1, before});
+    if (m_Runs.size() * sizeof(Run) > std::max<std::size_t>(m_Peptide.residueCount(), 256))
+        takeAll();
+}
+
+void ColorEdit::undoRuns(ResidueColors &colors) const
+{
+    for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
+        for (std::uint32_t i = 0; i < run->count; ++i)
+            colors.set(run->first + i, run->color);
+    }
+}
+
+void ColorEdit::takeAll()
+{
+    m_All = m_Peptide.m_Colors ? std::make_unique<ResidueColors>(*m_Peptide.m_Colors)
+                               : std::make_unique<ResidueColors>(m_Peptide.residueCount());
+    undoRuns(*m_All);
+    if (m_All->colored() == 0)
+        m_All.reset();
+    m_HasAll = true;
+    m_Runs = {};
+}
+
+void ColorEdit::close() noexcept
+{
+    m_Peptide.m_OpenColors = nullptr;
+    m_Runs.shrink_to_fit();
+}
+
+std::unique_ptr<Edit> ColorEdit::apply()
+{
+    auto inverse = std::make_unique<ColorEdit>(m_Peptide);
+    std::unique_ptr<ResidueColors> &colors = m_Peptide.m_Colors;
+    if (m_HasAll) {
+        inverse->m_HasAll = true;
+        inverse->m_All = std::exchange(colors, std::move(m_All));
+    } else {
+        for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
+            for (std::uint32_t i = 0; i < run->count; ++i) {
+                const std::size_t index = run->first + i;
+                inverse->note(index, colors ? colors->at(index) : std::nullopt);
+                m_Peptide.storeColor(index, run->color);
+            }
+        }
+        inverse->m_Runs.shrink_to_fit();
+    }
+    growColorRevision();
+    return inverse;
+}
+
+std::size_t ColorEdit::bytes() const
+{
+    return sizeof(*this) + m_Runs.capacity() * sizeof(Run) + (m_All ? m_All->bytes() : 0);
+}
+
+Compound *ColorEdit::subject() const
+{
+    return &m_Peptide;
+}
+
+} // namespace TAMBO

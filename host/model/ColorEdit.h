@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The earlier colours of the residues of a peptide that a step has coloured.
+#pragma once
+
+#include "ChangeSession.h"
+#include "ResidueColors.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace TAMBO {
+
+class Peptide;
+
+// Keeps runs of residues that had the same colour, or all colours of the peptide when that takes
+// less, so that a pass over many residues costs a byte a residue at most.
+class ColorEdit final : public GrowingEdit
+{
+public:
+    explicit ColorEdit(Peptide &peptide) : m_Peptide(peptide) { }
+    ~ColorEdit() override;
+
+    // Before a residue gets another colour than before.
+    void note(std::size_t index, std::optional<Color> before);
+
+    void close() noexcept override;
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    const char *kind() const override { return "colour residues"; }
+    Compound *subject() const override;
+
+private:
+    struct Run
+    {
+        std::uint32_t first;
+        std::uint32_t count;
+        std::optional<Color> color;
+    };
+
+    void takeAll();
+    void undoRuns(ResidueColors &colors) const;
+
+    Peptide &m_Peptide;
+    std::vector<Run> m_Runs;
+    bool m_HasAll = false;
+    // Null with m_HasAll: all by type.
+    std::unique_ptr<ResidueColors> m_All;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CompoundState.h"
+
+#include "AlignmentTable.h"
+#include "NamedCompound.h"
+#include "ObjectSpace.h"
+
+#include "Alignment.h"
+
+namespace TAMBO {
+
+CompoundState *stateOf(Compound &object) noexcept
+{
+    if (auto *const named = dynamic_cast<NamedCompound *>(&object))
+        return &named->state();
+    if (auto *const alignment = dynamic_cast<Alignment *>(&object))
+        return &alignment->table().state();
+    if (auto *const space = dynamic_cast<ObjectSpace *>(&object))
+        return &space->state();
+    return nullptr;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A secondary-structure element: a helix, strand or turn over residues of the peptide above it.
+#pragma once
+
+#include "NamedCompound.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace TAMBO {
+
+class Peptide;
+
+class Element final : public NamedCompound
+{
+public:
+    // The indices of the residues in their peptide, in any order.
+    Element(std::string name, char type, std::vector<std::uint32_t> residues);
+    ~Element() override;
+
+    // Whether the type letter is one of H, E, T in either case.
+    [[nodiscard]] static bool isType(char type) noexcept;
+
+    [[nodiscard]] bool contains(std::size_t residue) const noexcept;
+    [[nodiscard]] std::size_t residueCount() const noexcept { return m_ResidueCount; }
+
+    // In chain order; null beyond the last. They are children of the peptide, not of the element.
+    [[nodiscard]] Residue *residue(std::size_t index) const;
+
+    // The letter as it was given.
+    char TypeCode() const override;
+    std::string TypeName() const override;
+
+private:
+    // Residues [first, last).
+    struct Run
+    {
+        std::uint32_t first;
+        std::uint32_t last;
+    };
+
+    char m_Type;
+    std::size_t m_ResidueCount;
+    std::vector<Run> m_Runs;
+};
+
+} // namespace TAMBO

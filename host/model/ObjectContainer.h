@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// An object that owns others which can be added and taken out: Space, a structure, a peptide.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+namespace TAMBO {
+
+class Compound;
+
+class ObjectContainer
+{
+public:
+    virtual ~ObjectContainer();
+    ObjectContainer(const ObjectContainer &) = delete;
+    ObjectContainer &operator=(const ObjectContainer &) = delete;
+
+    [[nodiscard]] virtual Compound &asCompound() noexcept = 0;
+    [[nodiscard]] virtual std::size_t objectCount() const noexcept = 0;
+    // Null beyond the last.
+    [[nodiscard]] virtual Compound *object(std::size_t index) const noexcept = 0;
+    // Without recording; the way of the edits. Sets and clears the parent.
+    virtual void insertObject(std::size_t index, std::unique_ptr<Compound> object) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Compound> takeObject(std::size_t index) = 0;
+
+    // Appends an object as a recorded change.
+    Compound &add(std::unique_ptr<Compound> object);
+
+protected:
+    ObjectContainer() = default;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectsEdit.h"
+
+#include "ChangeScope.h"
+#include "Compound.h"
+#include "Footprint.h"
+#include "ObjectContainer.h"
+
+#include <algorithm>
+#include <string_view>
+#include <typeinfo>
+#include <utility>
+
+namespace TAMBO {
+
+ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind)
+    : m_Container(container), m_Index(index), m_Kind(kind), m_Members{container.object(index)}
+{ }
+
+ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
+                         std::unique_ptr<Compound> object)
+    : m_Container(container), m_Index(index), m_Kind(kind), m_Members{object.get()}
+{
+    m_Owned.push_back(std::move(object));
+}
+
+ObjectsEdit::ObjectsEdit(ObjectsEdit &applied)
+    : m_Container(applied.m_Container),
+      m_Index(applied.m_Index),
+      m_Kind(applied.m_Kind),
+      m_Members(std::move(applied.m_Members))
+{ }
+
+ObjectsEdit::~ObjectsEdit() = default;
+
+bool ObjectsEdit::absorb(const ObjectsEdit &next)
+{
+    const bool bothTakeOut = m_Owned.empty() && next.m_Owned.empty();
+    if (!bothTakeOut || &m_Container != &next.m_Container ||
+        m_Index + m_Members.size() != next.m_Index || std::string_view(m_Kind) != next.m_Kind)
+        return false;
+    const Compound &last = *m_Members.back();
+    const Compound &following = *next.m_Members.front();
+    if (typeid(last) != typeid(following))
+        return false;
+    m_Members.insert(m_Members.end(), next.m_Members.begin(), next.m_Members.end());
+    return true;
+}
+
+std::unique_ptr<Edit> ObjectsEdit::apply()
+{
+    std::unique_ptr<ObjectsEdit> inverse(new ObjectsEdit(*this));
+    const std::size_t count = inverse->m_Members.size();
+    if (m_Owned.empty()) {
+        inverse->m_Owned.resize(count);
+        for (std::size_t i = count; i-- > 0;)
+            inverse->m_Owned[i] = m_Container.takeObject(m_Index + i);
+        publishAtEnd(Publisher::Delete);
+    } else {
+        for (std::size_t i = 0; i < count; ++i)
+            m_Container.insertObject(m_Index + i, std::move(m_Owned[i]));
+        m_Owned.clear();
+        publishAtEnd(Publisher::Add);
+    }
+    return inverse;
+}
+
+std::size_t ObjectsEdit::bytes() const
+{
+    std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(m_Members[0]) +
+                        m_Owned.capacity() * sizeof(m_Owned[0]);
+    for (const std::unique_ptr<Compound> &object : m_Owned)
+        bytes += footprint(*object);
+    return bytes;
+}
+
+Compound *ObjectsEdit::subject() const
+{
+    return m_Members.front();
+}
+
+void ObjectsEdit::appendSubjects(std::vector<const Compound *> &out) const
+{
+    out.insert(out.end(), m_Members.begin(), m_Members.end());
+}
+
+const Compound *ObjectsEdit::guarded() const
+{
+    if (!m_Owned.empty())
+        return &m_Container.asCompound();
+    const auto locked =
+        std::ranges::find_if(m_Members, [](const Compound *member) { return lockOn(*member); });
+    return locked == m_Members.end() ? m_Members.front() : *locked;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Objects come to, or leave, the object that owns them. Whoever is out of the tree is owned here.
+#pragma once
+
+#include "Edit.h"
+
+#include <memory>
+#include <vector>
+
+namespace TAMBO {
+
+class ObjectContainer;
+
+class ObjectsEdit final : public Edit
+{
+public:
+    // Applying takes the one object at index out.
+    ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind);
+    // Applying puts the object, which was taken out, back at index.
+    ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
+                std::unique_ptr<Compound> object);
+    ~ObjectsEdit() override;
+
+    // Takes the next edit over when both take out objects of one kind that stand side by side.
+    [[nodiscard]] bool absorb(const ObjectsEdit &next);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    const char *kind() const override { return m_Kind; }
+    // The first of the objects.
+    Compound *subject() const override;
+    bool actsOnWhole() const override { return true; }
+    void appendSubjects(std::vector<const Compound *> &out) const override;
+    const Compound *guarded() const override;
+
+private:
+    explicit ObjectsEdit(ObjectsEdit &applied);
+
+    ObjectContainer &m_Container;
+    std::size_t m_Index;
+    const char *m_Kind;
+    // In the order of the container.
+    std::vector<Compound *> m_Members;
+    // The members while they are out of the tree; else empty.
+    std::vector<std::unique_ptr<Compound>> m_Owned;
+};
+
+} // namespace TAMBO

@@ -1,0 +1,355 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Peptide.h"
+
+#include "AminoAcids.h"
+#include "Atom.h"
+#include "ChangeScope.h"
+#include "ColorEdit.h"
+#include "Element.h"
+#include "NumberEdit.h"
+#include "ResidueColors.h"
+#include "ResidueGroup.h"
+#include "ResidueHandles.h"
+#include "ResidueNumbers.h"
+#include "ResidueSelection.h"
+#include "ResidueTies.h"
+#include "Revisions.h"
+#include "SelectionColor.h"
+#include "Structure.h"
+#include "StructureContents.h"
+#include "TieEdit.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+Peptide::Peptide(std::string name, std::string letters)
+    : NamedCompound(std::move(name)), m_Letters(std::move(letters))
+{ }
+
+Peptide::~Peptide() = default;
+
+Peptide *Peptide::from(Compound *object) noexcept
+{
+    return dynamic_cast<Peptide *>(object);
+}
+
+ResiduePlace Peptide::placeOf(const Compound *residue) noexcept
+{
+    const auto *const handle = dynamic_cast<const ResidueHandle *>(residue);
+    return handle == nullptr ? ResiduePlace() : ResiduePlace{&handle->peptide(), handle->index()};
+}
+
+std::string Peptide::sequenceName() const
+{
+    const auto *const structure = dynamic_cast<const Structure *>(Parent());
+    if (structure == nullptr)
+        return Name();
+    return Name().empty() ? structure->Name() : structure->Name() + "_" + Name();
+}
+
+// ---- Residues
+
+Residue *Peptide::residue(std::size_t index)
+{
+    if (m_Handles == nullptr)
+        m_Handles = std::make_unique<ResidueHandles>(residueCount());
+    return &m_Handles->at(*this, index);
+}
+
+ResiduePlace Peptide::resolve(std::size_t index) const noexcept
+{
+    if (m_Ties != nullptr) {
+        if (const ResidueTies::Run *const run = m_Ties->find(index))
+            return {run->chain, run->chainFirst + (index - run->first)};
+    }
+    return {const_cast<Peptide *>(this), index};
+}
+
+std::string Peptide::typeName(std::size_t index) const
+{
+    const ResiduePlace place = resolve(index);
+    if (place.peptide != this)
+        return place.peptide->typeName(place.index);
+    if (m_Contents != nullptr) {
+        const auto &names = m_Contents->typeNames;
+        const auto found = std::ranges::lower_bound(
+            names, index, {}, [](const auto &entry) { return std::size_t(entry.first); });
+        if (found != names.end() && found->first == index)
+            return found->second;
+    }
+    return std::string(aminoAcidName(letter(index)));
+}
+
+Vertex Peptide::position(std::size_t index) const
+{
+    const std::size_t count = atomCount(index);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Atom *const candidate = atom(index, i);
+        if (candidate->name() == "CA")
+            return candidate->place();
+    }
+    return {};
+}
+
+Element *Peptide::elementAt(std::size_t index) const noexcept
+{
+    const ResiduePlace place = resolve(index);
+    const StructureContents *const contents = place.peptide->m_Contents.get();
+    if (contents == nullptr)
+        return nullptr;
+    // A later element covers an earlier one.
+    const auto found =
+        std::find_if(contents->elements.rbegin(), contents->elements.rend(),
+                     [&](const Element *element) { return element->contains(place.index); });
+    return found == contents->elements.rend() ? nullptr : *found;
+}
+
+std::size_t Peptide::atomCount(std::size_t index) const noexcept
+{
+    const ResiduePlace place = resolve(index);
+    const StructureContents *const contents = place.peptide->m_Contents.get();
+    if (contents == nullptr || contents->atomStarts.empty())
+        return 0;
+    return contents->atomStarts[place.index + 1] - contents->atomStarts[place.index];
+}
+
+Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
+{
+    if (atom >= atomCount(index))
+        return nullptr;
+    const ResiduePlace place = resolve(index);
+    const StructureContents &contents = *place.peptide->m_Contents;
+    return &contents.atoms[contents.atomStarts[place.index] + atom];
+}
+
+SequenceNumber Peptide::number(std::size_t index) const
+{
+    const ResiduePlace place = resolve(index);
+    const ResidueNumbers *const numbers = place.peptide->m_Numbers.get();
+    return numbers == nullptr ? ResidueNumbers().at(place.index) : numbers->at(place.index);
+}
+
+void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
+{
+    const ResiduePlace place = resolve(index);
+    if (place.peptide != this) {
+        place.peptide->setNumber(place.index, number);
+        return;
+    }
+    if (!number.isValid()) {
+        writeLogOnce("\"" + number.getValue() + "\" is no residue number; " + sequenceName() +
+                         " keeps its numbers.",
+                     LogSeverity::Warning);
+        return;
+    }
+    if (this->number(index) == number || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    if (m_OpenNumbers == nullptr && ChangeSession::get().isRecording()) {
+        auto edit = std::make_unique<NumberEdit>(*this);
+        m_OpenNumbers = edit.get();
+        ChangeSession::get().recordGrowing(std::move(edit));
+    }
+    if (m_Numbers == nullptr)
+        m_Numbers = std::make_unique<ResidueNumbers>();
+    m_Numbers->set(index, number, residueCount());
+    if (m_Numbers->isDefault())
+        m_Numbers.reset();
+    growNumberingRevision();
+}
+
+void Peptide::presetNumber(std::size_t index, const SequenceNumber &number)
+{
+    if (m_Numbers == nullptr)
+        m_Numbers = std::make_unique<ResidueNumbers>();
+    m_Numbers->append(index, number);
+}
+
+Color Peptide::ownColor(std::size_t index) const noexcept
+{
+    const ResiduePlace place = resolve(index);
+    const Peptide &owner = *place.peptide;
+    if (owner.m_Colors != nullptr) {
+        if (const std::optional<Color> color = owner.m_Colors->at(place.index))
+            return *color;
+    }
+    return aminoAcidColor(owner.letter(place.index));
+}
+
+Color Peptide::displayColor(std::size_t index) const noexcept
+{
+    return isSelected(index) ? selectedColor(ownColor(index)) : ownColor(index);
+}
+
+void Peptide::setColor(std::size_t index, std::optional<Color> color)
+{
+    const ResiduePlace place = resolve(index);
+    if (place.peptide != this) {
+        place.peptide->setColor(place.index, color);
+        return;
+    }
+    if (color == aminoAcidColor(letter(index)))
+        color.reset();
+    const std::optional<Color> before = m_Colors ? m_Colors->at(index) : std::nullopt;
+    if (before == color || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    if (ChangeSession::get().isRecording()) {
+        if (m_OpenColors == nullptr) {
+            auto edit = std::make_unique<ColorEdit>(*this);
+            m_OpenColors = edit.get();
+            ChangeSession::get().recordGrowing(std::move(edit));
+        }
+        m_OpenColors->note(index, before);
+    }
+    storeColor(index, color);
+    growColorRevision();
+}
+
+void Peptide::storeColor(std::size_t index, std::optional<Color> color)
+{
+    if (m_Colors == nullptr) {
+        if (!color)
+            return;
+        m_Colors = std::make_unique<ResidueColors>(residueCount());
+    }
+    m_Colors->set(index, color);
+    if (m_Colors->colored() == 0)
+        m_Colors.reset();
+}
+
+bool Peptide::isSelected(std::size_t index) const noexcept
+{
+    const ResiduePlace place = resolve(index);
+    const ResidueSelection *const selection = place.peptide->m_Selection.get();
+    return selection != nullptr && selection->at(place.index);
+}
+
+void Peptide::setSelected(std::size_t index, bool selected)
+{
+    setSelected(index, index + 1, selected);
+}
+
+void Peptide::setSelected(std::size_t begin, std::size_t end, bool selected)
+{
+    const ChangeScope scope;
+    if (m_Ties == nullptr) {
+        storeSelected(begin, end, selected);
+        return;
+    }
+    while (begin < end) {
+        const ResidueTies::Run *const run = m_Ties->find(begin);
+        if (run == nullptr) {
+            storeSelected(begin, begin + 1, selected);
+            ++begin;
+            continue;
+        }
+        const std::size_t stop = std::min(end, std::size_t(run->first) + run->count);
+        const std::size_t first = run->chainFirst + (begin - run->first);
+        run->chain->setSelected(first, first + (stop - begin), selected);
+        begin = stop;
+    }
+}
+
+void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)
+{
+    end = std::min(end, residueCount());
+    if (begin >= end || (m_Selection == nullptr && !selected))
+        return;
+    if (m_Selection == nullptr)
+        m_Selection = std::make_unique<ResidueSelection>(residueCount());
+    if (m_Selection->set(begin, end, selected))
+        growSelectionRevision();
+    if (m_Selection->count() == 0)
+        m_Selection.reset();
+}
+
+std::size_t Peptide::selectedCount() const noexcept
+{
+    // The own flag of a tied residue is never set.
+    std::size_t count = m_Selection == nullptr ? 0 : m_Selection->count();
+    if (m_Ties != nullptr) {
+        for (const ResidueTies::Run &run : m_Ties->runs()) {
+            if (run.chain->m_Selection != nullptr)
+                count += run.chain->m_Selection->count(run.chainFirst,
+                                                       std::size_t(run.chainFirst) + run.count);
+        }
+    }
+    return count;
+}
+
+// ---- Ties
+
+void Peptide::tie(std::size_t index, Peptide &chain, std::size_t first, std::size_t count)
+{
+    if (count == 0)
+        return;
+    if (m_Ties == nullptr)
+        m_Ties = std::make_unique<ResidueTies>();
+    m_Ties->append({static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(count),
+                    static_cast<std::uint32_t>(first), &chain});
+}
+
+void Peptide::untieFrom(const Peptide &chain)
+{
+    if (m_Ties == nullptr || !m_Ties->holds(chain))
+        return;
+    const ChangeScope scope;
+    auto remaining = std::make_unique<ResidueTies>(*m_Ties);
+    remaining->erase(chain);
+    if (remaining->runs().empty())
+        remaining.reset();
+    recordInverse(std::make_unique<TieEdit>(*this, std::exchange(m_Ties, std::move(remaining))));
+    growAllRevisions();
+}
+
+void Peptide::growAllRevisions() noexcept
+{
+    growSelectionRevision();
+    growNumberingRevision();
+    growColorRevision();
+}
+
+// ---- Compound
+
+std::string Peptide::TypeName() const
+{
+    return dynamic_cast<const Structure *>(Parent()) != nullptr ? "chain" : "sequence";
+}
+
+std::size_t Peptide::ChildCount() const
+{
+    return residueCount() + objectCount();
+}
+
+Compound *Peptide::Child(std::size_t index) const
+{
+    // Handles are made on demand, which changes nothing that anybody can see.
+    if (index < residueCount())
+        return const_cast<Peptide *>(this)->residue(index);
+    return object(index - residueCount());
+}
+
+void Peptide::AssignColor(const Color &color)
+{
+    const ChangeScope scope;
+    NamedCompound::AssignColor(color);
+    for (std::size_t i = 0; i < residueCount(); ++i)
+        setColor(i, color);
+}
+
+void Peptide::SetSelected(bool selected)
+{
+    const ChangeScope scope;
+    NamedCompound::SetSelected(selected);
+    setSelected(0, residueCount(), selected);
+}
+
+bool Peptide::IsSelected() const
+{
+    return residueCount() == 0 ? NamedCompound::IsSelected() : selectedCount() == residueCount();
+}
+
+} // namespace TAMBO

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The part of a peptide that comes from a structure file: atoms, groups and elements.
+#include "AminoAcids.h"
+#include "Atom.h"
+#include "Element.h"
+#include "Peptide.h"
+#include "ResidueColors.h"
+#include "ResidueGroup.h"
+#include "ResidueHandles.h"
+#include "ResidueNumbers.h"
+#include "ResidueSelection.h"
+#include "ResidueTies.h"
+#include "Revisions.h"
+#include "StructureContents.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::string())
+{
+    std::size_t atomCount = 0;
+    std::size_t residues = 0;
+    for (const ResidueRecord &residue : record.residues) {
+        if (residue.isAminoAcid) {
+            atomCount += residue.atoms.size();
+            ++residues;
+        }
+    }
+    StructureContents &inside = contents();
+    inside.atoms = std::make_unique<Atom[]>(atomCount);
+    inside.atomStarts.reserve(residues + 1);
+    inside.atomStarts.push_back(0);
+    m_Letters.reserve(residues);
+    auto numbers = std::make_unique<ResidueNumbers>();
+    for (ResidueRecord &residue : record.residues) {
+        if (!residue.isAminoAcid) {
+            insertObject(objectCount(), std::make_unique<ResidueGroup>(std::move(residue)));
+            continue;
+        }
+        const std::size_t index = m_Letters.size();
+        m_Letters.push_back(residue.letter);
+        numbers->append(index, residue.number);
+        if (residue.typeName != aminoAcidName(residue.letter))
+            inside.typeNames.emplace_back(static_cast<std::uint32_t>(index),
+                                          std::move(residue.typeName));
+        std::uint32_t next = inside.atomStarts.back();
+        for (AtomRecord &atom : residue.atoms)
+            inside.atoms[next++].fill(std::move(atom), *this, index);
+        inside.atomStarts.push_back(next);
+    }
+    if (!numbers->isDefault())
+        m_Numbers = std::move(numbers);
+}
+
+StructureContents &Peptide::contents()
+{
+    if (m_Contents == nullptr)
+        m_Contents = std::make_unique<StructureContents>();
+    return *m_Contents;
+}
+
+std::size_t Peptide::objectCount() const noexcept
+{
+    return m_Contents == nullptr ? 0 : m_Contents->objects.size();
+}
+
+Compound *Peptide::object(std::size_t index) const noexcept
+{
+    return index < objectCount() ? m_Contents->objects[index].get() : nullptr;
+}
+
+void Peptide::insertObject(std::size_t index, std::unique_ptr<Compound> object)
+{
+    StructureContents &inside = contents();
+    if (auto *const group = dynamic_cast<ResidueGroup *>(object.get()))
+        group->setParent(this);
+    else if (auto *const element = dynamic_cast<Element *>(object.get()))
+        element->state().parent = this;
+    else
+        return;
+    index = std::min(index, inside.objects.size());
+    inside.objects.insert(inside.objects.begin() + std::ptrdiff_t(index), std::move(object));
+    listElements();
+}
+
+std::unique_ptr<Compound> Peptide::takeObject(std::size_t index)
+{
+    if (index >= objectCount())
+        return nullptr;
+    auto &objects = m_Contents->objects;
+    std::unique_ptr<Compound> taken = std::move(objects[index]);
+    objects.erase(objects.begin() + std::ptrdiff_t(index));
+    if (auto *const group = dynamic_cast<ResidueGroup *>(taken.get()))
+        group->setParent(nullptr);
+    else if (auto *const element = dynamic_cast<Element *>(taken.get()))
+        element->state().parent = nullptr;
+    listElements();
+    return taken;
+}
+
+void Peptide::listElements()
+{
+    m_Contents->elements.clear();
+    for (const std::unique_ptr<Compound> &object : m_Contents->objects) {
+        if (auto *const element = dynamic_cast<Element *>(object.get()))
+            m_Contents->elements.push_back(element);
+    }
+    growNumberingRevision();
+}
+
+void Peptide::appendAtoms(std::vector<Compound *> &out) const
+{
+    for (std::size_t i = 0; i < residueCount(); ++i) {
+        const std::size_t count = atomCount(i);
+        for (std::size_t k = 0; k < count; ++k)
+            out.push_back(atom(i, k));
+    }
+    for (std::size_t i = 0; i < objectCount(); ++i) {
+        if (const auto *const group = dynamic_cast<const ResidueGroup *>(object(i)))
+            group->appendAtoms(out);
+    }
+}
+
+std::size_t Peptide::bytes() const noexcept
+{
+    return sizeof(*this) + m_Letters.capacity() + (m_Numbers ? m_Numbers->bytes() : 0) +
+           (m_Colors ? m_Colors->bytes() : 0) + (m_Selection ? m_Selection->bytes() : 0) +
+           (m_Handles ? m_Handles->bytes() : 0) + (m_Ties ? m_Ties->bytes() : 0) +
+           (m_Contents ? m_Contents->bytes() : 0);
+}
+
+std::size_t StructureContents::bytes() const noexcept
+{
+    std::size_t sum = sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]);
+    if (!atomStarts.empty())
+        sum += atomStarts.back() * sizeof(Atom);
+    sum += typeNames.capacity() * sizeof(typeNames[0]);
+    for (const std::unique_ptr<Compound> &object : objects) {
+        const auto *const group = dynamic_cast<const ResidueGroup *>(object.get());
+        sum += group != nullptr ? group->bytes() : sizeof(Element);
+    }
+    return sum;
+}
+
+} // namespace TAMBO

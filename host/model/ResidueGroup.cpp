@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ResidueGroup.h"
+
+#include "Atom.h"
+#include "ChangeScope.h"
+#include "ObjectOperations.h"
+#include "Peptide.h"
+#include "Revisions.h"
+
+#include <utility>
+
+namespace TAMBO {
+
+class GroupNumberEdit final : public Edit
+{
+public:
+    explicit GroupNumberEdit(ResidueGroup &group) : m_Group(group), m_Number(group.m_Number) { }
+
+    std::unique_ptr<Edit> apply() override
+    {
+        auto inverse = std::make_unique<GroupNumberEdit>(m_Group);
+        m_Group.m_Number = m_Number;
+        growNumberingRevision();
+        return inverse;
+    }
+    std::size_t bytes() const override { return sizeof(*this); }
+    const char *kind() const override { return "renumber"; }
+    Compound *subject() const override { return &m_Group; }
+    bool actsOnWhole() const override { return true; }
+
+private:
+    ResidueGroup &m_Group;
+    SequenceNumber m_Number;
+};
+
+namespace {
+
+constexpr Color kGroupColor(0x9fb8b0);
+
+} // namespace
+
+ResidueGroup::ResidueGroup(ResidueRecord &&record)
+    : m_TypeName(std::move(record.typeName)),
+      m_Letter(record.letter),
+      m_Number(record.number),
+      m_AtomCount(record.atoms.size()),
+      m_Atoms(std::make_unique<Atom[]>(m_AtomCount))
+{
+    for (std::size_t i = 0; i < m_AtomCount; ++i)
+        m_Atoms[i].fill(std::move(record.atoms[i]), *this);
+}
+
+ResidueGroup::~ResidueGroup() = default;
+
+SequenceNumber ResidueGroup::GetSeqId() const
+{
+    return m_Number;
+}
+
+void ResidueGroup::SetSeqId(const SequenceNumber &number)
+{
+    if (!number.isValid()) {
+        writeLogOnce("\"" + number.getValue() + "\" is no residue number; " + GetFQName() +
+                         " keeps its own.",
+                     LogSeverity::Warning);
+        return;
+    }
+    if (number == m_Number || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    recordInverse(std::make_unique<GroupNumberEdit>(*this));
+    m_Number = number;
+    growNumberingRevision();
+}
+
+std::string ResidueGroup::Name() const
+{
+    return m_TypeName + " " + m_Number.getValue();
+}
+
+char ResidueGroup::TypeCode() const
+{
+    return m_Letter;
+}
+
+std::string ResidueGroup::TypeName() const
+{
+    return m_TypeName;
+}
+
+Compound *ResidueGroup::Parent() const
+{
+    return m_Chain;
+}
+
+std::size_t ResidueGroup::ChildCount() const
+{
+    return m_AtomCount;
+}
+
+Compound *ResidueGroup::Child(std::size_t index) const
+{
+    return index < m_AtomCount ? &m_Atoms[index] : nullptr;
+}
+
+bool ResidueGroup::IsLocked() const
+{
+    return false;
+}
+
+Vertex ResidueGroup::Position() const
+{
+    return {};
+}
+
+Color ResidueGroup::OwnColor() const
+{
+    return m_Color.value_or(kGroupColor);
+}
+
+void ResidueGroup::AssignColor(const Color &color)
+{
+    assignColor(*this, m_Color, color);
+}
+
+void ResidueGroup::SetSelected(bool selected)
+{
+    assignSelected(m_IsSelected, selected);
+}
+
+bool ResidueGroup::IsSelected() const
+{
+    return m_IsSelected;
+}
+
+void ResidueGroup::appendAtoms(std::vector<Compound *> &out) const
+{
+    for (std::size_t i = 0; i < m_AtomCount; ++i)
+        out.push_back(&m_Atoms[i]);
+}
+
+std::size_t ResidueGroup::bytes() const noexcept
+{
+    return sizeof(*this) + m_AtomCount * sizeof(Atom);
+}
+
+} // namespace TAMBO

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A ligand, a nucleotide or another group of a chain that is no amino acid of it.
+#pragma once
+
+#include "Compound.h"
+#include "CompoundState.h"
+#include "Records.h"
+
+#include <memory>
+#include <optional>
+
+namespace TAMBO {
+
+class Atom;
+class Peptide;
+
+class ResidueGroup final : public Group
+{
+public:
+    explicit ResidueGroup(ResidueRecord &&record);
+    ~ResidueGroup() override;
+
+    SequenceNumber GetSeqId() const override;
+    void SetSeqId(const SequenceNumber &number) override;
+
+    // "ATP 401".
+    std::string Name() const override;
+    char TypeCode() const override;
+    std::string TypeName() const override;
+    Compound *Parent() const override;
+    std::size_t ChildCount() const override;
+    Compound *Child(std::size_t index) const override;
+    bool IsLocked() const override;
+    Vertex Position() const override;
+    Color OwnColor() const override;
+    void AssignColor(const Color &color) override;
+    void SetSelected(bool selected) override;
+    bool IsSelected() const override;
+
+    void setParent(Peptide *chain) noexcept { m_Chain = chain; }
+    void appendAtoms(std::vector<Compound *> &out) const;
+    [[nodiscard]] std::size_t bytes() const noexcept;
+
+private:
+    friend class GroupNumberEdit;
+
+    std::string m_TypeName;
+    char m_Letter;
+    bool m_IsSelected = false;
+    SequenceNumber m_Number;
+    Peptide *m_Chain = nullptr;
+    std::optional<Color> m_Color;
+    std::size_t m_AtomCount;
+    std::unique_ptr<Atom[]> m_Atoms;
+};
+
+} // namespace TAMBO

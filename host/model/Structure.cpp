@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Structure.h"
+
+#include "ChangeScope.h"
+#include "Peptide.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+Structure::Structure(std::string name, unsigned long models)
+    : NamedCompound(std::move(name)), m_ModelCount(models)
+{ }
+
+Structure::~Structure() = default;
+
+Peptide *Structure::chain(std::size_t index) const noexcept
+{
+    return index < m_Chains.size() ? m_Chains[index].get() : nullptr;
+}
+
+std::string Structure::TypeName() const
+{
+    return "structure";
+}
+
+std::size_t Structure::ChildCount() const
+{
+    return m_Chains.size();
+}
+
+Compound *Structure::Child(std::size_t index) const
+{
+    return chain(index);
+}
+
+void Structure::AssignColor(const Color &color)
+{
+    const ChangeScope scope;
+    NamedCompound::AssignColor(color);
+    for (const std::unique_ptr<Peptide> &chain : m_Chains)
+        chain->AssignColor(color);
+}
+
+void Structure::SetSelected(bool selected)
+{
+    const ChangeScope scope;
+    NamedCompound::SetSelected(selected);
+    for (const std::unique_ptr<Peptide> &chain : m_Chains)
+        chain->SetSelected(selected);
+}
+
+bool Structure::IsSelected() const
+{
+    if (m_Chains.empty())
+        return NamedCompound::IsSelected();
+    return std::ranges::all_of(m_Chains, [](const auto &chain) { return chain->IsSelected(); });
+}
+
+Compound *Structure::object(std::size_t index) const noexcept
+{
+    return chain(index);
+}
+
+void Structure::insertObject(std::size_t index, std::unique_ptr<Compound> object)
+{
+    Peptide *const peptide = Peptide::from(object.get());
+    if (peptide == nullptr)
+        return;
+    static_cast<void>(object.release());
+    peptide->state().parent = this;
+    m_Chains.emplace(m_Chains.begin() + std::ptrdiff_t(std::min(index, m_Chains.size())), peptide);
+}
+
+std::unique_ptr<Compound> Structure::takeObject(std::size_t index)
+{
+    if (index >= m_Chains.size())
+        return nullptr;
+    std::unique_ptr<Peptide> taken = std::move(m_Chains[index]);
+    m_Chains.erase(m_Chains.begin() + std::ptrdiff_t(index));
+    taken->state().parent = nullptr;
+    return taken;
+}
+
+} // namespace TAMBO

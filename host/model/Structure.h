@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a structure file holds: its chains, each a Peptide.
+#pragma once
+
+#include "NamedCompound.h"
+#include "ObjectContainer.h"
+
+#include <memory>
+#include <vector>
+
+namespace TAMBO {
+
+class Peptide;
+
+class Structure final : public NamedCompound, public ObjectContainer
+{
+public:
+    explicit Structure(std::string name, unsigned long models = 1);
+    ~Structure() override;
+
+    // How many models the file has; the first one is loaded.
+    [[nodiscard]] unsigned long modelCount() const noexcept { return m_ModelCount; }
+    [[nodiscard]] Peptide *chain(std::size_t index) const noexcept;
+
+    std::string TypeName() const override;
+    std::size_t ChildCount() const override;
+    Compound *Child(std::size_t index) const override;
+    // Of the structure and all its chains.
+    void AssignColor(const Color &color) override;
+    void SetSelected(bool selected) override;
+    bool IsSelected() const override;
+
+    [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    [[nodiscard]] std::size_t objectCount() const noexcept override { return m_Chains.size(); }
+    [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
+    // Only peptides.
+    void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
+    [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
+
+private:
+    unsigned long m_ModelCount;
+    std::vector<std::unique_ptr<Peptide>> m_Chains;
+};
+
+} // namespace TAMBO

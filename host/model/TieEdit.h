@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The ties of a sequence before some were cut.
+#pragma once
+
+#include "Edit.h"
+#include "ResidueTies.h"
+
+#include <memory>
+
+namespace TAMBO {
+
+class Peptide;
+
+class TieEdit final : public Edit
+{
+public:
+    TieEdit(Peptide &peptide, std::unique_ptr<ResidueTies> ties);
+    ~TieEdit() override;
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    const char *kind() const override { return "tie residues"; }
+    Compound *subject() const override;
+
+private:
+    Peptide &m_Peptide;
+    std::unique_ptr<ResidueTies> m_Ties;
+};
+
+} // namespace TAMBO
