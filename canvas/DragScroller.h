@@ -17,6 +17,7 @@ public:
     void stop();
     // The pointer moved while the drag is on; in the viewport's coordinates.
     void pointerAt(const QPoint &point);
+    [[nodiscard]] bool isScrolling() const { return m_Timer.isActive(); }
 
 protected:
     void timerEvent(QTimerEvent *event) override;
