@@ -16,6 +16,13 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
         m_Label = std::make_shared<const RowLabel>(std::move(label));
 }
 
+AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
+                           std::uint32_t firstResidue)
+    : AlignmentRow(sequence, std::move(cells), std::move(label))
+{
+    setResidues({{firstResidue, m_Cells.residues()}});
+}
+
 std::string AlignmentRow::name() const
 {
     return m_Label != nullptr && !m_Label->name.empty() ? m_Label->name

@@ -33,6 +33,8 @@ public:
     // The row's residues are the sequence's first ones.
     AlignmentRow(Peptide &sequence, OccupancyRow cells);
     AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label);
+    // The row's residues are consecutive ones of the sequence.
+    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label, std::uint32_t firstResidue);
 
     [[nodiscard]] Peptide &sequence() const noexcept { return *m_Sequence; }
     // As the views show it: the label's name, or else the sequence's.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Makes objects of what file readers give and adds them to Space. Called inside a guard of type Add.
+// Makes objects of what file readers give and adds them to Space. Called inside a guard of type
+// Add.
 #pragma once
 
 #include "Records.h"

@@ -162,8 +162,11 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
 
 void Peptide::presetNumber(std::size_t index, const SequenceNumber &number)
 {
-    if (m_Numbers == nullptr)
+    if (m_Numbers == nullptr) {
         m_Numbers = std::make_unique<ResidueNumbers>();
+        if (index > 0)
+            m_Numbers->append(0, SequenceNumber(1));
+    }
     m_Numbers->append(index, number);
 }
 

@@ -4,7 +4,9 @@
 
 #include "Records.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace TAMBO {
 
@@ -14,6 +16,8 @@ struct RowLabel
     std::string name;
     std::string description;
     StructureLink link;
+    // The numbers of the sequence's residues before each break between two chains.
+    std::vector<std::uint64_t> chainBreaks;
 };
 
 } // namespace TAMBO

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The way back from objects to the plain values that file writers take.
+#pragma once
+
+#include "Records.h"
+
+namespace TAMBO {
+
+class Alignment;
+
+// What the file that a row came from said of it is kept; a row whose residues have coordinates says
+// which ones it holds now.
+[[nodiscard]] AlignmentRecord makeRecord(const Alignment &alignment);
+
+} // namespace TAMBO
