@@ -17,7 +17,7 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{1} << 20U;
+constexpr std::size_t kPiece = std::size_t{1} << 18U;
 
 } // namespace
 

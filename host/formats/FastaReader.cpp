@@ -21,7 +21,8 @@ public:
 
 private:
     void beginRow();
-    void addResidues(std::string_view text);
+    void remarkOnPrologue();
+    void addResidues();
     void finishRow();
     void finish();
     bool isDotlessA2m() const;
@@ -53,17 +54,17 @@ private:
 Result<FileContents> FastaParser::run()
 {
     while (!m_Failure && m_Reader.nextLine()) {
-        const char first = m_Reader.lineStart().front();
+        const char first = m_Reader.ahead().front();
         if (first == '>') {
             finishRow();
             beginRow();
+        } else if (first == ';') {
             continue;
+        } else if (m_Alignment.rows.empty()) {
+            remarkOnPrologue();
+        } else {
+            addResidues();
         }
-        if (first == ';')
-            continue;
-        std::string_view piece;
-        while (!m_Failure && m_Reader.nextPiece(piece))
-            addResidues(piece);
     }
     if (!m_Failure)
         finishRow();
@@ -95,24 +96,31 @@ void FastaParser::beginRow()
     m_Alignment.rows.push_back(std::move(row));
 }
 
-void FastaParser::addResidues(std::string_view text)
+void FastaParser::remarkOnPrologue()
 {
-    if (m_Alignment.rows.empty()) {
-        if (!m_HasPrologue && !trimmed(text).empty()) {
-            m_HasPrologue = true;
-            remark(m_Reader.line(), "text before the first \">\" was left out");
-        }
+    if (m_HasPrologue || trimmed(m_Reader.restOfLine()).empty())
         return;
-    }
-    while (!text.empty()) {
+    m_HasPrologue = true;
+    remark(m_Reader.line(), "text before the first \">\" was left out");
+}
+
+// The line is found to end where its residues do, without looking for the end first.
+void FastaParser::addResidues()
+{
+    for (;;) {
+        const std::string_view text = m_Reader.ahead();
         const std::size_t count = m_Row.append(text);
+        m_Reader.skip(count);
         if (count > 0)
             m_EndsWithStop = false;
-        text.remove_prefix(count);
-        if (text.empty())
-            break;
-        const char character = text.front();
-        text.remove_prefix(1);
+        if (count == text.size()) {
+            if (!m_Reader.fill())
+                return;
+            continue;
+        }
+        const char character = text[count];
+        if (character == '\n')
+            return;
         if (character == '*') {
             // A stop keeps its column, so that the rows stay in step.
             m_Row.appendGap();
@@ -125,6 +133,7 @@ void FastaParser::addResidues(std::string_view text)
                         "found " + shown(character) +
                             ", expected a residue letter or a gap (\"-\", \".\" or \"~\")");
         }
+        m_Reader.skip(1);
     }
 }
 
@@ -159,8 +168,7 @@ void FastaParser::finish()
     m_Alignment.isAligned = shortest == longest;
     if (m_Alignment.isAligned)
         return;
-    if (isDotlessA2m()) {
-        openInsertColumns(rows);
+    if (isDotlessA2m() && openInsertColumns(rows)) {
         m_Alignment.isAligned = true;
         return;
     }

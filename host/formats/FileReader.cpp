@@ -9,6 +9,8 @@
 #include "PirReader.h"
 #include "TextReader.h"
 
+#include <exception>
+
 namespace TAMBO {
 
 namespace {
@@ -39,9 +41,15 @@ Result<FileContents> read(TextReader &reader)
 
 Result<FileContents> readFile(const std::filesystem::path &path, const ReadProgress &progress)
 {
-    ByteSource source(path, progress);
-    TextReader reader(source);
-    return read(reader);
+    // Of our own code nothing throws but the lack of memory.
+    try {
+        ByteSource source(path, progress);
+        TextReader reader(source);
+        return read(reader);
+    } catch (const std::exception &error) {
+        return failureOf(cleanText(path.filename().string()),
+                         std::string("cannot be read: ") + error.what());
+    }
 }
 
 } // namespace TAMBO

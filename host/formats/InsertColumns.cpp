@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InsertColumns.h"
 
+#include "RowBuilder.h"
+
 #include <algorithm>
+#include <numeric>
 
 namespace TAMBO::formats {
 
 namespace {
+
+// A bit each, these are half a gigabyte.
+constexpr std::uint64_t kMostCells = std::uint64_t{1} << 32U;
 
 bool isInserted(char cell) noexcept
 {
@@ -48,7 +54,7 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
 
 } // namespace
 
-void openInsertColumns(std::vector<RowRecord> &rows)
+bool openInsertColumns(std::vector<RowRecord> &rows)
 {
     std::vector<std::uint32_t> longest;
     for (const RowRecord &row : rows) {
@@ -57,11 +63,18 @@ void openInsertColumns(std::vector<RowRecord> &rows)
         for (std::size_t i = 0; i < lengths.size(); ++i)
             longest[i] = std::max(longest[i], lengths[i]);
     }
+    const std::uint64_t width =
+        std::accumulate(longest.begin(), longest.end(), std::uint64_t{longest.size()} - 1);
+    if (width > kMostCells / rows.size())
+        return false;
+    RowBuilder builder;
     for (RowRecord &row : rows) {
-        GappedSequence wide;
-        wide.append(spread(row.sequence.text(), longest));
-        row.sequence = std::move(wide);
+        std::string wide = spread(row.sequence.text(), longest);
+        wide.append(RowBuilder::kReadAhead, '\0');
+        (void)builder.append(std::string_view(wide).substr(0, width));
+        row.sequence = builder.take();
     }
+    return true;
 }
 
 } // namespace TAMBO::formats

@@ -10,7 +10,8 @@
 namespace TAMBO::formats {
 
 // Rows that have the same number of columns besides their inserted residues; each insertion is
-// made as wide as the longest one at that place, residues first.
-void openInsertColumns(std::vector<RowRecord> &rows);
+// made as wide as the longest one at that place, residues first. False, and the rows as they were,
+// when that would take more cells than any memory has.
+[[nodiscard]] bool openInsertColumns(std::vector<RowRecord> &rows);
 
 } // namespace TAMBO::formats

@@ -98,7 +98,7 @@ private:
 Result<FileContents> PirParser::run()
 {
     while (!m_Failure && m_Reader.nextLine()) {
-        const std::string_view start = m_Reader.lineStart();
+        const std::string_view start = m_Reader.ahead();
         if (start.front() == '>') {
             finishRow();
             if (!m_Failure)
@@ -138,7 +138,7 @@ void PirParser::beginRow()
     if (!m_Reader.nextLine())
         return fail(m_HeaderLine, "the file ends after " + shown(header) +
                                       ", expected a title line and residues");
-    if (m_Reader.lineStart().front() == '>')
+    if (m_Reader.ahead().front() == '>')
         return fail(m_Reader.line(), "found " + shown(m_Reader.restOfLine()) +
                                          ", expected the title line of " + shown(header));
     const std::string title = m_Reader.restOfLine();

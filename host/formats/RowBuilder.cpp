@@ -1,46 +1,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RowBuilder.h"
 
+#include "LetterCopy.h"
+
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 namespace TAMBO::formats {
 
-namespace {
-
-// Letters are copied in whole pieces of this size, so that much is touched beyond the last one.
-constexpr std::size_t kCopy = 32;
-constexpr std::size_t kSlack = kScanWidth + kCopy;
-
-} // namespace
+static_assert(RowBuilder::kReadAhead >= kScanWidth + kCopyReadSlack);
 
 std::size_t RowBuilder::append(std::string_view text)
 {
     makeRoom(text.size());
-    char rest[2 * kSlack];
-    std::size_t done = 0;
-    while (done < text.size()) {
+    for (std::size_t done = 0; done < text.size();) {
         const char *from = text.data() + done;
-        const std::size_t left = text.size() - done;
-        if (left < kSlack && from != rest) {
-            std::memcpy(rest, from, left);
-            std::memset(rest + left, 0, sizeof rest - left);
-            from = rest;
-        }
         const CellMasks masks = scanCells(from);
         const std::uint64_t cells = masks.letters | masks.dashes | masks.otherGaps;
-        const unsigned inBlock = static_cast<unsigned>(std::min<std::size_t>(left, kScanWidth));
-        const unsigned count = std::min(inBlock, static_cast<unsigned>(std::countr_one(cells)));
-        const std::uint64_t taken = count < 64 ? (std::uint64_t{1} << count) - 1 : ~std::uint64_t{};
-        appendCells(from, count, masks.letters & taken);
-        m_LowerCaseCount += static_cast<unsigned>(std::popcount(masks.lowerCase & taken));
+        const auto left =
+            static_cast<unsigned>(std::min<std::size_t>(text.size() - done, kScanWidth));
+        const unsigned count = std::min(left, static_cast<unsigned>(std::countr_one(cells)));
+        const std::uint64_t taken =
+            count < kScanWidth ? (std::uint64_t{1} << count) - 1 : ~std::uint64_t{};
+        const std::uint64_t letters = masks.letters & taken;
+        const std::size_t word = m_Width / 64;
+        const unsigned bit = m_Width % 64;
+        m_Occupancy[word] |= letters << bit;
+        if (bit != 0)
+            m_Occupancy[word + 1] |= letters >> (64 - bit);
+        char *to = m_Letters.data() + m_LetterCount;
+        m_LetterCount += static_cast<std::size_t>(copyLetters(to, from, letters) - to);
+        if ((masks.lowerCase & taken) != 0)
+            m_LowerCaseCount += static_cast<unsigned>(std::popcount(masks.lowerCase & taken));
         m_HasOtherGaps |= (masks.otherGaps & taken) != 0;
+        m_Width += count;
         done += count;
-        if (count < inBlock)
-            break;
+        if (count < left)
+            return done;
     }
-    return done;
+    return text.size();
 }
 
 void RowBuilder::appendGap()
@@ -78,38 +76,9 @@ void RowBuilder::makeRoom(std::size_t columns)
     const std::size_t words = (m_Width + columns) / 64 + 2;
     if (m_Occupancy.size() < words)
         m_Occupancy.resize(std::max(words, m_Occupancy.size() * 2));
-    const std::size_t letters = m_LetterCount + columns + kSlack;
+    const std::size_t letters = m_LetterCount + columns + kCopyWriteSlack;
     if (m_Letters.size() < letters)
         m_Letters.resize(std::max(letters, m_Letters.size() * 2));
-}
-
-void RowBuilder::appendCells(const char *text, unsigned count, std::uint64_t letters)
-{
-    const std::size_t word = m_Width / 64;
-    const unsigned bit = m_Width % 64;
-    m_Occupancy[word] |= letters << bit;
-    if (bit != 0)
-        m_Occupancy[word + 1] |= letters >> (64 - bit);
-    m_Width += count;
-    copyLetters(text, letters);
-}
-
-// Run by run of letters, each copied as one or two pieces of fixed size: the number of letters is
-// found by counting, not by looking at each.
-void RowBuilder::copyLetters(const char *text, std::uint64_t letters)
-{
-    char *to = m_Letters.data() + m_LetterCount;
-    while (letters != 0) {
-        const auto start = static_cast<unsigned>(std::countr_zero(letters));
-        const auto length = static_cast<unsigned>(std::countr_one(letters >> start));
-        std::memcpy(to, text + start, kCopy);
-        if (length > kCopy)
-            std::memcpy(to + kCopy, text + start + kCopy, kCopy);
-        to += length;
-        const unsigned end = start + length;
-        letters = end < 64 ? letters >> end << end : 0;
-    }
-    m_LetterCount = static_cast<std::size_t>(to - m_Letters.data());
 }
 
 } // namespace TAMBO::formats

@@ -13,6 +13,9 @@ namespace TAMBO::formats {
 class RowBuilder
 {
 public:
+    // So many bytes behind the text that append() gets are read, whatever they are.
+    static constexpr std::size_t kReadAhead = 96;
+
     // Appends residues and gaps up to the first character that is neither, and says how many.
     [[nodiscard]] std::size_t append(std::string_view text);
     void appendGap();
@@ -29,8 +32,6 @@ public:
 
 private:
     void makeRoom(std::size_t columns);
-    void appendCells(const char *text, unsigned count, std::uint64_t letters);
-    void copyLetters(const char *text, std::uint64_t letters);
 
     std::string m_Letters;
     std::vector<std::uint64_t> m_Occupancy;

@@ -41,11 +41,13 @@ bool isWater(const std::string &name)
            std::find(names.begin(), names.end(), name) != names.end();
 }
 
+// A calcium ion in a file that names no elements looks like a carbon but for its residue's name.
 bool hasAlphaCarbon(const gemmi::Residue &residue)
 {
-    return std::any_of(residue.atoms.begin(), residue.atoms.end(), [](const gemmi::Atom &atom) {
-        return atom.name == "CA" && atom.element == gemmi::El::C;
-    });
+    return residue.name != "CA" &&
+           std::any_of(residue.atoms.begin(), residue.atoms.end(), [](const gemmi::Atom &atom) {
+               return atom.name == "CA" && atom.element == gemmi::El::C;
+           });
 }
 
 bool isAminoAcid(const gemmi::Residue &residue)
@@ -74,7 +76,9 @@ bool isPreferred(const gemmi::Atom &atom, const gemmi::Atom &other)
 
 bool hasPosition(const gemmi::Atom &atom)
 {
-    return std::isfinite(atom.pos.x) && std::isfinite(atom.pos.y) && std::isfinite(atom.pos.z);
+    constexpr double beyondAnyFile = 1e7;
+    const auto isUsable = [](double value) { return std::abs(value) < beyondAnyFile; };
+    return isUsable(atom.pos.x) && isUsable(atom.pos.y) && isUsable(atom.pos.z);
 }
 
 // Two names at one place are one residue: alternatives of it, or a mistake.

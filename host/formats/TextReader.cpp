@@ -7,23 +7,30 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kBufferSize = std::size_t{1} << 20U;
+constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
 // What readers may look at to tell what kind of line begins.
 constexpr std::size_t kLineStart = 4;
 
 } // namespace
 
-TextReader::TextReader(ByteSource &source) : m_Source(source), m_Buffer(kBufferSize) { }
+// Pages that a small file does not need are never touched.
+TextReader::TextReader(ByteSource &source)
+    : m_Source(source), m_Buffer(std::make_unique_for_overwrite<char[]>(kBufferSize + kReadAhead))
+{ }
 
 std::string_view TextReader::head()
 {
-    while (m_End < m_Buffer.size() && fill()) {
+    while (m_End < kBufferSize && fill()) {
     }
-    return {m_Buffer.data() + m_Position, m_End - m_Position};
+    return {m_Buffer.get() + m_Position, m_End - m_Position};
 }
 
 bool TextReader::nextLine()
 {
+    if (!m_LineIsDone && m_Position < m_End && m_Buffer[m_Position] == '\n') {
+        ++m_Position;
+        m_LineIsDone = true;
+    }
     std::string_view skipped;
     while (nextPiece(skipped)) {
     }
@@ -36,11 +43,6 @@ bool TextReader::nextLine()
     return true;
 }
 
-std::string_view TextReader::lineStart() const noexcept
-{
-    return {m_Buffer.data() + m_Position, m_End - m_Position};
-}
-
 bool TextReader::nextPiece(std::string_view &piece)
 {
     if (m_LineIsDone)
@@ -49,7 +51,7 @@ bool TextReader::nextPiece(std::string_view &piece)
         m_LineIsDone = true;
         return false;
     }
-    const char *start = m_Buffer.data() + m_Position;
+    const char *start = m_Buffer.get() + m_Position;
     const void *end = std::memchr(start, '\n', m_End - m_Position);
     if (end == nullptr) {
         piece = {start, m_End - m_Position};
@@ -76,24 +78,23 @@ std::string TextReader::restOfText()
     std::string text;
     text.reserve(m_Source.size());
     do {
-        text.append(m_Buffer.data() + m_Position, m_End - m_Position);
+        text.append(m_Buffer.get() + m_Position, m_End - m_Position);
         m_Position = m_End;
     } while (fill());
     return text;
 }
 
-// Keeps what was not read yet and adds what fits; false when the text has no more.
 bool TextReader::fill()
 {
     const std::size_t kept = m_End - m_Position;
     if (m_Position > 0) {
-        std::memmove(m_Buffer.data(), m_Buffer.data() + m_Position, kept);
+        std::memmove(m_Buffer.get(), m_Buffer.get() + m_Position, kept);
         m_Position = 0;
         m_End = kept;
     }
-    while (m_End < m_Buffer.size()) {
-        char *room = m_Buffer.data() + m_End;
-        std::size_t size = m_Source.read(room, m_Buffer.size() - m_End);
+    while (m_End < kBufferSize) {
+        char *room = m_Buffer.get() + m_End;
+        std::size_t size = m_Source.read(room, kBufferSize - m_End);
         if (size == 0)
             return false;
         if (m_IsFirstPiece) {
@@ -104,8 +105,10 @@ bool TextReader::fill()
             }
         }
         m_End += unifyLineEnds(room, size);
-        if (m_End > kept)
+        if (m_End > kept) {
+            std::memset(m_Buffer.get() + m_End, 0, kReadAhead);
             return true;
+        }
     }
     return false;
 }

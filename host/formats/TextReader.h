@@ -5,9 +5,9 @@
 
 #include "ByteSource.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace TAMBO::formats {
 
@@ -23,10 +23,19 @@ public:
     [[nodiscard]] bool nextLine();
     // Counted from 1.
     [[nodiscard]] std::uint64_t line() const noexcept { return m_Line; }
-    // The first characters of the line, at least four of them or all there are in the text; '\n'
-    // ends the line.
-    [[nodiscard]] std::string_view lineStart() const noexcept;
-    // The next piece of the line without its end; false when the line has no more.
+    // What is in the buffer from here on, in the line and beyond; '\n' ends the line. At the start
+    // of a line at least four characters, or all there are in the text.
+    [[nodiscard]] std::string_view ahead() const noexcept
+    {
+        return {m_Buffer.get() + m_Position, m_End - m_Position};
+    }
+    // Goes on by so many characters of the line.
+    void skip(std::size_t count) noexcept { m_Position += count; }
+    // Keeps what was not read yet and adds what fits; false when the text has no more.
+    bool fill();
+    // The next piece of the line without its end; false when the line has no more. At least
+    // kReadAhead bytes behind it may be read, which makes for fast loops; they mean nothing.
+    static constexpr std::size_t kReadAhead = 128;
     [[nodiscard]] bool nextPiece(std::string_view &piece);
     // What is left of the line.
     [[nodiscard]] std::string restOfLine();
@@ -41,11 +50,10 @@ public:
     [[nodiscard]] const std::string &fileName() const noexcept { return m_Source.fileName(); }
 
 private:
-    bool fill();
     std::size_t unifyLineEnds(char *text, std::size_t size);
 
     ByteSource &m_Source;
-    std::vector<char> m_Buffer;
+    std::unique_ptr<char[]> m_Buffer;
     std::size_t m_Position = 0;
     std::size_t m_End = 0;
     std::uint64_t m_Line = 0;
