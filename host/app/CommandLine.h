@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the user asked for on the command line of `tambo`.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace TAMBO::app {
+
+struct CommandLine
+{
+    enum class Mode { Workbench, Picture, Info, Help, Version, Wrong };
+
+    Mode mode = Mode::Workbench;
+    std::vector<std::string> files;
+    // Picture: the image to write.
+    std::string picture;
+    // Wrong: one sentence.
+    std::string error;
+};
+
+// arguments without the program's name. Options of the toolkit ("-platform x", "-style x") are
+// passed over.
+[[nodiscard]] CommandLine parseCommandLine(const std::vector<std::string> &arguments);
+
+[[nodiscard]] std::string usageText();
+
+} // namespace TAMBO::app

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LoadProgress.h"
+
+#include "Loader.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+namespace TAMBO::app {
+
+namespace {
+
+constexpr int kSteps = 1000;
+
+} // namespace
+
+LoadProgress::LoadProgress(Loader &loader, QWidget *parent) : QDialog(parent), m_Loader(loader)
+{
+    setObjectName(QStringLiteral("LoadProgress"));
+    setWindowTitle(tr("Opening"));
+    m_Text = new QLabel;
+    m_Text->setTextFormat(Qt::PlainText);
+    m_Bar = new QProgressBar;
+    m_Bar->setRange(0, kSteps);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::rejected, this, &LoadProgress::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_Text);
+    layout->addWidget(m_Bar);
+    layout->addWidget(buttons);
+    setMinimumWidth(360);
+
+    m_Patience.setSingleShot(true);
+    m_Patience.setInterval(kPatienceMilliseconds);
+    connect(&m_Patience, &QTimer::timeout, this, &QDialog::show);
+    connect(&loader, &Loader::started, this, &LoadProgress::begin);
+    connect(&loader, &Loader::progressed, this, &LoadProgress::advance);
+    connect(&loader, &Loader::finished, this, &LoadProgress::end);
+    if (loader.isBusy())
+        begin();
+}
+
+LoadProgress::~LoadProgress() = default;
+
+void LoadProgress::reject()
+{
+    m_Loader.cancel();
+    m_Text->setText(tr("Cancelling…"));
+}
+
+void LoadProgress::begin()
+{
+    m_Bar->setValue(0);
+    m_Text->clear();
+    m_Patience.start();
+}
+
+void LoadProgress::end()
+{
+    m_Patience.stop();
+    hide();
+}
+
+void LoadProgress::advance(const QString &fileName, double fraction)
+{
+    m_Text->setText(tr("Reading %1").arg(fileName));
+    m_Bar->setValue(int(fraction * kSteps));
+}
+
+} // namespace TAMBO::app

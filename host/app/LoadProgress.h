@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Says that files are being read and lets the user give up; comes up only when it takes a while.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+class QLabel;
+class QProgressBar;
+
+namespace TAMBO::app {
+
+class Loader;
+
+class LoadProgress : public QDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kPatienceMilliseconds = 400;
+
+    // The loader outlives the dialog.
+    LoadProgress(Loader &loader, QWidget *parent);
+    ~LoadProgress() override;
+
+    // Gives up the loading.
+    void reject() override;
+
+private:
+    void begin();
+    void end();
+    void advance(const QString &fileName, double fraction);
+
+    Loader &m_Loader;
+    QLabel *m_Text = nullptr;
+    QProgressBar *m_Bar = nullptr;
+    QTimer m_Patience;
+};
+
+} // namespace TAMBO::app

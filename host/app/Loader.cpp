@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Loader.h"
+
+#include "Alignment.h"
+#include "DataAdder.h"
+#include "Logger.h"
+#include "ObjectFactory.h"
+#include "ObjectFacts.h"
+#include "ObjectSources.h"
+#include "ObjectSpace.h"
+#include "Structure.h"
+
+#include <QThread>
+
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::set<std::string> loadedStructures()
+{
+    std::set<std::string> names;
+    for (const Compound *object : *Space::instance()) {
+        if (dynamic_cast<const Structure *>(object) != nullptr)
+            names.insert(object->Name());
+    }
+    return names;
+}
+
+QString fileText(const fs::path &file)
+{
+    return QString::fromStdString(file.filename().string());
+}
+
+void logRemarks(const fs::path &file, const std::vector<std::string> &remarks)
+{
+    for (const std::string &remark : remarks) {
+        Logger::Write(QStringLiteral("%1: %2").arg(fileText(file), QString::fromStdString(remark)),
+                      Logger::Severity::Warning);
+    }
+}
+
+} // namespace
+
+Loader::Loader(ObjectSources &sources, QObject *parent) : QObject(parent), m_Sources(sources) { }
+
+Loader::~Loader()
+{
+    m_Waiting.clear();
+    if (m_Thread == nullptr)
+        return;
+    *m_Cancelled = true;
+    m_Thread->wait();
+    delete m_Thread;
+}
+
+void Loader::open(std::vector<fs::path> files)
+{
+    if (files.empty())
+        return;
+    m_Waiting.push_back(std::move(files));
+    if (!isBusy())
+        startNext();
+}
+
+void Loader::cancel()
+{
+    if (isBusy())
+        *m_Cancelled = true;
+}
+
+void Loader::startNext()
+{
+    if (m_Waiting.empty())
+        return;
+    const std::vector<fs::path> asked = std::move(m_Waiting.front());
+    m_Waiting.pop_front();
+    auto job = std::make_shared<ReadJob>(asked, loadedStructures());
+    m_Cancelled = std::make_shared<std::atomic<bool>>(false);
+    const auto outcome = std::make_shared<ReadOutcome>();
+    m_Thread = QThread::create([this, job, outcome, cancelled = m_Cancelled] {
+        int told = -1;
+        *outcome = job->run([&](const std::string &name, double fraction) {
+            // The window wants to hear of it a hundred times, not once per line of a file.
+            if (const int percent = int(fraction * 100); percent != told) {
+                told = percent;
+                emit progressed(QString::fromStdString(name), fraction);
+            }
+            return !cancelled->load();
+        });
+    });
+    // From the reading thread's end into the thread of the loader.
+    connect(m_Thread, &QThread::finished, this,
+            [this, asked, outcome] { readingEnded(asked, *outcome); });
+    emit started();
+    m_Thread->start();
+}
+
+void Loader::readingEnded(const std::vector<fs::path> &asked, ReadOutcome &outcome)
+{
+    // Pressed after the last byte: nothing has been made yet.
+    if (*m_Cancelled)
+        outcome.isCancelled = true;
+    std::exchange(m_Thread, nullptr)->deleteLater();
+    LoadReport report = makeObjects(outcome);
+    report.asked = asked;
+    emit finished(report);
+    if (!isBusy())
+        startNext();
+}
+
+LoadReport Loader::openNow(const fs::path &file)
+{
+    ReadJob job({file}, loadedStructures());
+    ReadOutcome outcome = job.run([](const std::string &, double) { return true; });
+    return makeObjects(outcome);
+}
+
+LoadReport Loader::makeObjects(ReadOutcome &outcome)
+{
+    LoadReport report;
+    report.isCancelled = outcome.isCancelled;
+    if (outcome.isCancelled) {
+        Logger::Write(tr("Opening was cancelled, nothing is loaded."));
+        return report;
+    }
+    report.failures = std::move(outcome.failures);
+    if (!outcome.files.empty()) {
+        const DataAdder<Space> guard(nullptr, Space::instance());
+        for (ReadFile &file : outcome.files) {
+            if (guard.m_good) {
+                report.read.push_back(file.file);
+                makeObjects(file, report);
+            } else {
+                report.failures.push_back(
+                    {file.file, file.file.filename().string() + ": nothing can be added just now"});
+            }
+        }
+    }
+    for (const FileFailure &failure : report.failures)
+        Logger::Write(QString::fromStdString(failure.message), Logger::Severity::Error);
+    return report;
+}
+
+void Loader::makeObjects(ReadFile &file, LoadReport &report)
+{
+    const QString name = fileText(file.file);
+    for (StructureRecord &record : file.contents.structures) {
+        logRemarks(file.file, record.remarks);
+        if (Structure *structure = ObjectFactory::adopt(std::move(record))) {
+            m_Sources.set(*structure, file.file);
+            report.structures.push_back(structure);
+            Logger::Write(
+                tr("%1: structure %2, %3").arg(name, nameText(*structure), sizeText(*structure)));
+        }
+    }
+    for (AlignmentRecord &record : file.contents.alignments) {
+        logRemarks(file.file, record.remarks);
+        const std::size_t rows = record.rows.size();
+        if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
+            m_Sources.set(*alignment, file.file);
+            report.alignments.push_back(alignment);
+            Logger::Write(
+                tr("%1: alignment %2, %3").arg(name, nameText(*alignment), sizeText(*alignment)));
+        } else {
+            Logger::Write(tr("%1: %n sequence(s)", nullptr, int(rows)).arg(name));
+        }
+    }
+}
+
+} // namespace TAMBO::app

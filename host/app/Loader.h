@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Opens files: reads them in a thread of its own, then makes all their objects in one step of undo.
+#pragma once
+
+#include "ReadJob.h"
+
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <deque>
+#include <memory>
+#include <vector>
+
+class QThread;
+
+namespace TAMBO {
+class Alignment;
+class Structure;
+} // namespace TAMBO
+
+namespace TAMBO::app {
+
+class ObjectSources;
+
+// What came of one open command.
+struct LoadReport
+{
+    // As given to open(), and which of them could be read.
+    std::vector<std::filesystem::path> asked;
+    std::vector<std::filesystem::path> read;
+    // Each has its line in the log already.
+    std::vector<FileFailure> failures;
+    std::vector<Structure *> structures;
+    std::vector<Alignment *> alignments;
+    bool isCancelled = false;
+};
+
+// Used in the GUI thread. Open commands are carried out one after the other.
+class Loader : public QObject
+{
+    Q_OBJECT
+
+public:
+    // sources learns where the objects came from; it outlives the loader.
+    explicit Loader(ObjectSources &sources, QObject *parent = nullptr);
+    // Cancels what is under way.
+    ~Loader() override;
+
+    // Returns at once; finished() tells the end.
+    void open(std::vector<std::filesystem::path> files);
+    // Reads in the calling thread: for small files whose objects are needed at once.
+    LoadReport openNow(const std::filesystem::path &file);
+    // Gives up the command under way; nothing of it is loaded.
+    void cancel();
+    [[nodiscard]] bool isBusy() const noexcept { return m_Thread != nullptr; }
+
+signals:
+    void started();
+    void progressed(const QString &fileName, double fraction);
+    void finished(const TAMBO::app::LoadReport &report);
+
+private:
+    void startNext();
+    void readingEnded(const std::vector<std::filesystem::path> &asked, ReadOutcome &outcome);
+    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
+    void makeObjects(ReadFile &file, LoadReport &report);
+
+    ObjectSources &m_Sources;
+    std::deque<std::vector<std::filesystem::path>> m_Waiting;
+    QThread *m_Thread = nullptr;
+    std::shared_ptr<std::atomic<bool>> m_Cancelled;
+};
+
+} // namespace TAMBO::app

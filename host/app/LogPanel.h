@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The log as the user sees it: a list that follows its end, with a filter above it.
+#pragma once
+
+#include <QWidget>
+
+class QComboBox;
+class QLineEdit;
+class QListView;
+
+namespace TAMBO::app {
+
+class LogModel;
+class LogFilter;
+
+class LogPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The model outlives the panel.
+    explicit LogPanel(LogModel &model, QWidget *parent = nullptr);
+    ~LogPanel() override;
+
+private:
+    void copySelected() const;
+
+    LogFilter *m_Filter = nullptr;
+    QComboBox *m_Severity = nullptr;
+    QLineEdit *m_Text = nullptr;
+    QListView *m_List = nullptr;
+    bool m_FollowsEnd = true;
+};
+
+} // namespace TAMBO::app

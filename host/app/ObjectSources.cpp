@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectSources.h"
+
+#include "Compound.h"
+
+namespace TAMBO::app {
+
+void ObjectSources::set(const Compound &object, const std::filesystem::path &file)
+{
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    m_Files[&object] = error ? file : absolute;
+}
+
+std::filesystem::path ObjectSources::fileOf(const Compound &object) const
+{
+    for (const Compound *at = &object; at != nullptr; at = at->Parent()) {
+        const auto found = m_Files.find(at);
+        if (found != m_Files.end())
+            return found->second;
+    }
+    return {};
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectTree.h"
+
+#include "Alignment.h"
+#include "ObjectCommands.h"
+#include "ObjectTreeModel.h"
+#include "Publisher.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace TAMBO::app {
+
+namespace {
+
+// So many sequences are shown at once; more stay folded.
+constexpr int kFewSequences = 20;
+
+} // namespace
+
+ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
+    : QTreeView(parent), m_Objects(model)
+{
+    setObjectName(QStringLiteral("ObjectTree"));
+    setUniformRowHeights(true);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(EditKeyPressed);
+    setExpandsOnDoubleClick(false);
+    setAllColumnsShowFocus(true);
+    setFrameShape(NoFrame);
+    setModel(&model);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->setSectionResizeMode(1, QHeaderView::Interactive);
+    header()->setSectionResizeMode(2, QHeaderView::Interactive);
+    const int letter = fontMetrics().averageCharWidth();
+    header()->resizeSection(1, 14 * letter);
+    header()->resizeSection(2, 16 * letter);
+    connect(this, &QAbstractItemView::doubleClicked, this, &ObjectTree::activate);
+    connect(&model, &QAbstractItemModel::rowsInserted, this, &ObjectTree::unfoldFewSequences);
+}
+
+ObjectTree::~ObjectTree() = default;
+
+std::vector<Compound *> ObjectTree::objectsOf(const QModelIndexList &indexes) const
+{
+    std::vector<Compound *> objects;
+    for (const QModelIndex &index : indexes) {
+        Compound *object = m_Objects.object(index);
+        if (object != nullptr && index.column() == ObjectTreeModel::NameColumn)
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+std::vector<Compound *> ObjectTree::pickedObjects() const
+{
+    QModelIndexList rows = selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end(), [this](const QModelIndex &a, const QModelIndex &b) {
+        const int above = visualRect(a).top();
+        const int below = visualRect(b).top();
+        return above != below ? above < below : a < b;
+    });
+    return objectsOf(rows);
+}
+
+// Rows of deleted objects leave the selection while the deletion is being published; guards are
+// refused then, so nothing is done to objects that are going.
+void ObjectTree::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    if (!Publisher::isPublishing()) {
+        ObjectCommands::changeSelection(objectsOf(selected.indexes()),
+                                        objectsOf(deselected.indexes()));
+    }
+    emit picked();
+}
+
+void ObjectTree::contextMenuEvent(QContextMenuEvent *event)
+{
+    std::vector<Compound *> objects = pickedObjects();
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        Compound *object = m_Objects.object(indexAt(event->pos()));
+        if (object == nullptr)
+            return;
+        if (std::ranges::find(objects, object) == objects.end())
+            objects = {object};
+    }
+    if (!objects.empty())
+        emit menuAsked(objects);
+}
+
+void ObjectTree::activate(const QModelIndex &index)
+{
+    Compound *object = m_Objects.object(index);
+    if (dynamic_cast<Alignment *>(object) != nullptr)
+        emit opened(object);
+    else
+        setExpanded(index.siblingAtColumn(0), !isExpanded(index.siblingAtColumn(0)));
+}
+
+void ObjectTree::unfoldFewSequences(const QModelIndex &parent, int first, int last)
+{
+    const QModelIndex sequences = m_Objects.sequencesIndex();
+    const bool isNew = !parent.isValid() && sequences.isValid() && sequences.row() >= first &&
+                       sequences.row() <= last;
+    if (!isNew)
+        return;
+    m_Objects.fetchMore(sequences);
+    if (m_Objects.rowCount(sequences) <= kFewSequences)
+        expand(sequences);
+}
+
+void ObjectTree::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (m_Objects.rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(24, 24, -24, -24),
+                     Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("Open structures or alignments, or drop them here"));
+}
+
+} // namespace TAMBO::app

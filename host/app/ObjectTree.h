@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tree of loaded objects. Picking rows selects their objects; objects that are selected, here
+// or elsewhere, have their rows tinted.
+#pragma once
+
+#include "Compound.h"
+
+#include <QTreeView>
+
+#include <vector>
+
+namespace TAMBO::app {
+
+class ObjectTreeModel;
+
+class ObjectTree : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    // The model outlives the tree.
+    explicit ObjectTree(ObjectTreeModel &model, QWidget *parent = nullptr);
+    ~ObjectTree() override;
+
+    // In the order of the rows.
+    [[nodiscard]] std::vector<Compound *> pickedObjects() const;
+
+signals:
+    void menuAsked(const std::vector<TAMBO::Compound *> &objects);
+    void opened(TAMBO::Compound *object);
+    void picked();
+
+protected:
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void activate(const QModelIndex &index);
+    void unfoldFewSequences(const QModelIndex &parent, int first, int last);
+    [[nodiscard]] std::vector<Compound *> objectsOf(const QModelIndexList &indexes) const;
+
+    ObjectTreeModel &m_Objects;
+};
+
+} // namespace TAMBO::app

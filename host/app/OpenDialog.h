@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The file dialog for opening; begins where the last one ended.
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+namespace TAMBO::app {
+
+// Empty when cancelled.
+[[nodiscard]] QStringList askFilesToOpen(QWidget *parent);
+
+} // namespace TAMBO::app

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Paints windows side by side into an image file.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+class QImage;
+class QWidget;
+
+namespace TAMBO::app {
+
+// The windows as they look now, from left to right.
+[[nodiscard]] QImage sideBySide(const QList<QWidget *> &windows);
+
+// Empty, or one sentence that says why the file could not be written.
+[[nodiscard]] QString writePicture(const QString &path, const QImage &image);
+
+} // namespace TAMBO::app

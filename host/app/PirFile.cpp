@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PirFile.h"
+
+#include "Alignment.h"
+#include "AlignmentTable.h"
+#include "Peptide.h"
+#include "Structure.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace TAMBO::app {
+
+namespace {
+
+constexpr std::size_t kLineLength = 75;
+constexpr std::size_t kFields = 10;
+using Fields = std::array<std::string, kFields>;
+
+// The places of a title line's fields.
+enum Field { Type, Code, First, FirstChain, Last, LastChain };
+
+// A line break would end the title, a colon a field of it.
+std::string plain(std::string text, bool isField)
+{
+    for (char &character : text) {
+        if (static_cast<unsigned char>(character) < ' ' || (isField && character == ':'))
+            character = ' ';
+    }
+    return text;
+}
+
+// A title line without the fields of a modelling program is somebody's description.
+std::optional<Fields> fieldsOf(const std::string &title)
+{
+    const bool hasFields = title.starts_with("structure") || title.starts_with("sequence");
+    if (!hasFields || title.find(':') == std::string::npos)
+        return std::nullopt;
+    Fields fields;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < kFields && begin <= title.size(); ++i) {
+        // Whatever stands behind the last colon that counts is one field.
+        const std::size_t end = i + 1 == kFields ? std::string::npos : title.find(':', begin);
+        fields[i] = title.substr(begin, end == std::string::npos ? end : end - begin);
+        begin = end == std::string::npos ? title.size() + 1 : end + 1;
+    }
+    return fields;
+}
+
+std::string joined(const Fields &fields)
+{
+    std::string title;
+    for (std::size_t i = 0; i < kFields; ++i)
+        title += (i == 0 ? "" : ":") + fields[i];
+    return title;
+}
+
+// Where the row's residues have their coordinates; null chain for a row without a structure.
+struct Link
+{
+    const Structure *structure = nullptr;
+    const Peptide *firstChain = nullptr;
+    const Peptide *lastChain = nullptr;
+    std::string first;
+    std::string last;
+};
+
+const Structure *structureOf(const Peptide *chain)
+{
+    return chain == nullptr ? nullptr : dynamic_cast<const Structure *>(chain->Parent());
+}
+
+Link linkOf(const AlignmentRow &row, unsigned long width)
+{
+    Link link;
+    row.forEachResidue(0, width, [&](unsigned long, std::uint32_t index) {
+        const ResiduePlace place = row.sequence().resolve(index);
+        const Structure *structure = structureOf(place.peptide);
+        if (structure == nullptr || (link.structure != nullptr && link.structure != structure))
+            return;
+        if (link.structure == nullptr) {
+            link.structure = structure;
+            link.firstChain = place.peptide;
+            link.first = place.peptide->number(place.index).getValue();
+        }
+        link.lastChain = place.peptide;
+        link.last = place.peptide->number(place.index).getValue();
+    });
+    return link;
+}
+
+std::string titleOf(const AlignmentRow &row, unsigned long width)
+{
+    const RowLabel *label = row.label();
+    const std::string written = label == nullptr ? std::string() : plain(label->description, false);
+    std::optional<Fields> fields = fieldsOf(written);
+    if (!fields && !written.empty())
+        return written;
+    const Link link = linkOf(row, width);
+    if (link.structure == nullptr) {
+        return fields ? joined(*fields)
+                      : "sequence:" + plain(row.name(), true) + ": : : : : : : : ";
+    }
+    if (!fields) {
+        fields.emplace();
+        fields->fill(" ");
+        fields->at(Type) = "structureX";
+        fields->at(Code) = plain(link.structure->Name(), true);
+    }
+    fields->at(First) = link.first;
+    fields->at(FirstChain) = plain(link.firstChain->Name(), true);
+    fields->at(Last) = link.last;
+    fields->at(LastChain) = plain(link.lastChain->Name(), true);
+    return joined(*fields);
+}
+
+} // namespace
+
+std::string pirText(const Alignment &alignment)
+{
+    std::string text;
+    const AlignmentTable &table = alignment.table();
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        const std::string cells = alignment.GetSequence(row, false);
+        text += ">P1;" + plain(table.row(row).name(), false) + '\n';
+        text += titleOf(table.row(row), alignment.width()) + '\n';
+        for (std::size_t begin = 0; begin < cells.size(); begin += kLineLength)
+            text += cells.substr(begin, kLineLength) + '\n';
+        // The end has a line of its own when the last one is full.
+        if (cells.size() % kLineLength != 0)
+            text.pop_back();
+        text += "*\n\n";
+    }
+    return text;
+}
+
+QString writePirFile(const QString &path, const Alignment &alignment)
+{
+    const std::string text = pirText(alignment);
+    QSaveFile file(path);
+    const bool isWritten = file.open(QIODevice::WriteOnly) &&
+                           file.write(text.data(), qint64(text.size())) == qint64(text.size()) &&
+                           file.commit();
+    if (isWritten)
+        return {};
+    return QStringLiteral("%1 could not be written: %2")
+        .arg(QFileInfo(path).fileName(), file.errorString());
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// All plug-ins that were found, in what state they are and why.
+#pragma once
+
+#include <QDialog>
+
+namespace TAMBO::services {
+class PluginLoader;
+}
+
+namespace TAMBO::app {
+
+class PluginsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    PluginsDialog(const services::PluginLoader &plugins, const QString &directory, QWidget *parent);
+    ~PluginsDialog() override;
+};
+
+} // namespace TAMBO::app

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The facts about one object, to read and to copy.
+#pragma once
+
+#include "ObjectFacts.h"
+
+#include <QDialog>
+
+namespace TAMBO::app {
+
+class PropertiesDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    PropertiesDialog(const QString &name, const std::vector<Fact> &facts, QWidget *parent);
+    ~PropertiesDialog() override;
+};
+
+} // namespace TAMBO::app

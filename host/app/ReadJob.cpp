@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ReadJob.h"
+
+#include "SiblingStructures.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// One spelling per file, whether it exists or not.
+fs::path identity(const fs::path &file)
+{
+    std::error_code error;
+    fs::path canonical = fs::weakly_canonical(file, error);
+    return error ? file : canonical;
+}
+
+} // namespace
+
+ReadJob::ReadJob(std::vector<fs::path> files, std::set<std::string> loadedStructures)
+    : m_LoadedStructures(std::move(loadedStructures))
+{
+    for (fs::path &file : files) {
+        if (m_Known.insert(identity(file)).second)
+            m_Files.push_back(std::move(file));
+    }
+    m_Asked = m_Files.size();
+}
+
+ReadOutcome ReadJob::run(const Progress &progress)
+{
+    ReadOutcome outcome;
+    // The list grows while it is worked on.
+    for (m_Done = 0; m_Done < m_Files.size(); ++m_Done) {
+        const fs::path file = m_Files[m_Done];
+        if (!read(file, outcome, progress)) {
+            ReadOutcome cancelled;
+            cancelled.isCancelled = true;
+            return cancelled;
+        }
+    }
+    std::ranges::stable_partition(
+        outcome.files, [](const ReadFile &file) { return !file.contents.structures.empty(); });
+    return outcome;
+}
+
+bool ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &progress)
+{
+    const std::string name = file.filename().string();
+    bool isCancelled = false;
+    const auto report = [&](std::uint64_t done, std::uint64_t total) {
+        const double part = total == 0 ? 0.0 : std::min(1.0, double(done) / double(total));
+        isCancelled = !progress(name, (double(m_Done) + part) / double(m_Files.size()));
+        return !isCancelled;
+    };
+    if (!report(0, 1))
+        return false;
+    Result<FileContents> contents = readFile(file, report);
+    // A reader that ended before it asked again has still been cancelled.
+    if (isCancelled)
+        return false;
+    if (!contents) {
+        outcome.failures.push_back({file, contents.error().message});
+        return true;
+    }
+    // A row may name a file that holds no structure; nobody asked to open that one.
+    if (m_Done >= m_Asked && contents->structures.empty())
+        return true;
+    outcome.files.push_back({file, std::move(contents).value()});
+    addSiblings(outcome.files.back());
+    return true;
+}
+
+void ReadJob::addSiblings(const ReadFile &file)
+{
+    for (const fs::path &sibling : siblingStructures(file.file, file.contents.alignments)) {
+        if (m_LoadedStructures.contains(structureName(sibling)))
+            continue;
+        if (m_Known.insert(identity(sibling)).second)
+            m_Files.push_back(sibling);
+    }
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Routes.h"
+
+#include "Alignment.h"
+#include "History.h"
+#include "Logger.h"
+#include "ObjectFacts.h"
+#include "PirFile.h"
+#include "PluginRoutes.h"
+#include "Workbench.h"
+
+#include <QApplication>
+#include <QFile>
+
+namespace TAMBO::app {
+
+namespace {
+
+using services::PluginCall;
+using services::PluginRoutes;
+
+// What a caller of SaveALI points to; the order of the fields is agreed with plug-ins.
+struct SaveRequest
+{
+    QString path;
+    Alignment *alignment;
+};
+
+} // namespace
+
+Routes::Routes(Workbench &workbench, History &history) : m_Workbench(workbench), m_History(history)
+{
+    PluginRoutes &routes = PluginRoutes::instance();
+    routes.registerExecute("Data", "OpenFile", "open",
+                           [this](const PluginCall &) { return openFile(); });
+    routes.registerCommand("Parse", "PDB", "ReadPDB",
+                           [this](const PluginCall &call) { return readPdb(call); });
+    routes.registerCommand("Parse", "PIR", "SaveALI",
+                           [this](const PluginCall &call) { return savePir(call); });
+    routes.registerExecute("Calculate", "Alignment", "Malign", [](const PluginCall &) {
+        Logger::Write(QStringLiteral("This version of the workbench cannot realign columns."),
+                      Logger::Severity::Error);
+        return false;
+    });
+}
+
+Routes::~Routes()
+{
+    PluginRoutes &routes = PluginRoutes::instance();
+    routes.removeExecute("Data", "OpenFile", "open");
+    routes.removeCommand("Parse", "PDB", "ReadPDB");
+    routes.removeCommand("Parse", "PIR", "SaveALI");
+    routes.removeExecute("Calculate", "Alignment", "Malign");
+}
+
+// Choosing nothing is no failure.
+bool Routes::openFile()
+{
+    m_Workbench.askAndOpen(QApplication::activeWindow());
+    return true;
+}
+
+bool Routes::readPdb(const PluginCall &call)
+{
+    const auto *path = static_cast<const char *>(call.readOnlyData);
+    if (path == nullptr) {
+        Logger::Write(QStringLiteral("ReadPDB: there is no file name."), Logger::Severity::Error);
+        return false;
+    }
+    const QByteArray name = QFile::encodeName(QString::fromLatin1(path));
+    const LoadReport report = m_Workbench.loader().openNow(name.toStdString());
+    return report.failures.empty() && !report.structures.empty();
+}
+
+// The file is complete, or as it was, when this returns.
+bool Routes::savePir(const PluginCall &call)
+{
+    const auto *request = static_cast<const SaveRequest *>(call.data);
+    if (request == nullptr || request->alignment == nullptr || request->path.isEmpty()) {
+        Logger::Write(QStringLiteral("SaveALI: there is nothing to save."),
+                      Logger::Severity::Error);
+        return false;
+    }
+    const QString error = writePirFile(request->path, *request->alignment);
+    if (!error.isEmpty()) {
+        Logger::Write(error, Logger::Severity::Error);
+        return false;
+    }
+    m_History.markSaved(*request->alignment);
+    Logger::Write(
+        QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
+    return true;
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that the workbench itself answers for plug-ins.
+#pragma once
+
+namespace TAMBO {
+class History;
+}
+
+namespace TAMBO::services {
+struct PluginCall;
+}
+
+namespace TAMBO::app {
+
+class Workbench;
+
+// Registered while it lives.
+class Routes
+{
+public:
+    Routes(Workbench &workbench, History &history);
+    ~Routes();
+    Routes(const Routes &) = delete;
+    Routes &operator=(const Routes &) = delete;
+
+private:
+    bool openFile();
+    bool readPdb(const services::PluginCall &call);
+    bool savePir(const services::PluginCall &call);
+
+    Workbench &m_Workbench;
+    History &m_History;
+};
+
+} // namespace TAMBO::app

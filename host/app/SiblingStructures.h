@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The structure files that stand beside an alignment file and are named by its rows.
+#pragma once
+
+#include "Records.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace TAMBO::app {
+
+// A row names its structure by a file name or by a code, to which one of the usual endings is
+// added. In the order of the rows, each file once.
+[[nodiscard]] std::vector<std::filesystem::path>
+siblingStructures(const std::filesystem::path &alignmentFile,
+                  const std::vector<AlignmentRecord> &alignments);
+
+// The name of the structure that a file will give: without directory, ".gz" and ending.
+[[nodiscard]] std::string structureName(const std::filesystem::path &file);
+
+} // namespace TAMBO::app

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Workbench.h"
+
+#include "Alignment.h"
+#include "Config.h"
+#include "ConfigStore.h"
+#include "FirstPlaces.h"
+#include "Hooks.h"
+#include "LogBook.h"
+#include "LogModel.h"
+#include "Logger.h"
+#include "MainWindow.h"
+#include "ObjectFacts.h"
+#include "ObjectTree.h"
+#include "ObjectTreeModel.h"
+#include "OpenDialog.h"
+#include "RecentFiles.h"
+#include "Routes.h"
+#include "Structure.h"
+#include "UndoCommands.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace TAMBO::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path toPath(const QString &file)
+{
+    return fs::path(QFile::encodeName(file).toStdString());
+}
+
+QString toText(const fs::path &file)
+{
+    return QFile::decodeName(QByteArray::fromStdString(file.string()));
+}
+
+} // namespace
+
+Workbench::Workbench(Attendance attendance)
+    : m_Attendance(attendance),
+      m_Loader(m_Sources),
+      m_Commands(m_Sources),
+      m_Undo(std::make_unique<UndoCommands>(m_History)),
+      m_LogModel(std::make_unique<LogModel>(services::LogBook::instance())),
+      m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
+{
+    m_Plugins.loadAll(Plugins::directory());
+    connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
+    m_Window = std::make_unique<MainWindow>(*this);
+    m_Commands.setDialogParent(m_Window.get());
+    if (m_Plugins.hasUsable())
+        m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
+    m_Routes = std::make_unique<Routes>(*this, m_History);
+    installHooks();
+}
+
+Workbench::~Workbench()
+{
+    ModelHooks &hooks = modelHooks();
+    hooks.showMenu = nullptr;
+    hooks.refused = nullptr;
+    hooks.changed = nullptr;
+}
+
+void Workbench::installHooks()
+{
+    ModelHooks &hooks = modelHooks();
+    hooks.showMenu = [this](Compound &object) { m_Commands.popUpMenu({&object}); };
+    hooks.refused = [this](const Compound &locked) {
+        m_Window->say(tr("%1 is locked").arg(nameText(locked)));
+    };
+    hooks.changed = [this] { m_Window->objects().scheduleRefresh(); };
+}
+
+// ---- Opening and closing
+
+void Workbench::openAtStart(std::vector<fs::path> files)
+{
+    connect(&m_Loader, &Loader::finished, this, &Workbench::showAtStart, Qt::SingleShotConnection);
+    m_Loader.open(std::move(files));
+}
+
+void Workbench::showAtStart(const LoadReport &report)
+{
+    if (!report.alignments.empty())
+        openInEditor(report.alignments.front());
+    emit started(report);
+}
+
+void Workbench::open(const QStringList &files)
+{
+    std::vector<fs::path> paths;
+    std::ranges::transform(files, std::back_inserter(paths), toPath);
+    m_Loader.open(std::move(paths));
+}
+
+bool Workbench::askAndOpen(QWidget *parent)
+{
+    const QStringList files = askFilesToOpen(parent);
+    open(files);
+    return !files.isEmpty();
+}
+
+void Workbench::filesOpened(const LoadReport &report)
+{
+    // What has just been read is as it is on the disk.
+    for (const Structure *structure : report.structures)
+        m_History.markSaved(*structure);
+    for (const Alignment *alignment : report.alignments)
+        m_History.markSaved(*alignment);
+
+    QStringList files;
+    for (const fs::path &file : report.asked) {
+        if (std::ranges::find(report.read, file) != report.read.end())
+            files << toText(file);
+    }
+    if (!files.isEmpty()) {
+        m_RecentFiles->add(files);
+        m_Window->say(files.size() == 1 ? tr("Opened %1").arg(toText(report.asked.front()))
+                                        : tr("Opened %1 files").arg(files.size()));
+    }
+    tellFailures(report);
+    emit opened(report);
+}
+
+void Workbench::tellFailures(const LoadReport &report)
+{
+    if (report.failures.empty() || m_Attendance == Attendance::Nobody)
+        return;
+    QStringList lines;
+    for (const FileFailure &failure : report.failures)
+        lines << QString::fromStdString(failure.message);
+    // Not exec(): what was read is usable meanwhile.
+    auto *box =
+        new QMessageBox(QMessageBox::Warning, tr("Tambo"),
+                        lines.size() == 1 ? tr("A file could not be opened.")
+                                          : tr("%1 files could not be opened.").arg(lines.size()),
+                        QMessageBox::Ok, m_Window.get());
+    box->setObjectName(QStringLiteral("OpenFailures"));
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(lines.join(u'\n'));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void Workbench::closeObjects(const std::vector<Compound *> &objects)
+{
+    QStringList unsaved;
+    for (const Compound *object : objects) {
+        if (dynamic_cast<const Alignment *>(object) != nullptr && m_History.isModified(*object))
+            unsaved << nameText(*object);
+    }
+    if (unsaved.isEmpty() || askAboutUnsaved(unsaved, tr("Close")))
+        ObjectCommands::destroy(objects);
+}
+
+// ---- Tools
+
+void Workbench::placeTool(QWidget *window)
+{
+    if (window == nullptr)
+        return;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const bool isFirst = std::ranges::none_of(windows, [&](const QWidget *other) {
+        return other != window && other->isVisible() &&
+               other->windowTitle() == window->windowTitle();
+    });
+    if (isFirst)
+        placeFirstTime(*window, *m_Window);
+}
+
+void Workbench::openTool(const services::PluginRecord &plugin)
+{
+    placeTool(m_Plugins.open(plugin));
+}
+
+void Workbench::openInEditor(Compound *alignment)
+{
+    if (auto *shown = dynamic_cast<Alignment *>(alignment))
+        placeTool(m_Plugins.show(*shown));
+}
+
+// ---- Unsaved work, and the end
+
+QStringList Workbench::unsavedNames() const
+{
+    QStringList names;
+    for (const Compound *object : m_History.modifiedObjects()) {
+        if (dynamic_cast<const Alignment *>(object) != nullptr)
+            names << nameText(*object);
+    }
+    return names;
+}
+
+bool Workbench::askAboutUnsaved(const QStringList &names, const QString &action)
+{
+    if (m_Attendance == Attendance::Nobody)
+        return true;
+    QMessageBox box(QMessageBox::Warning, tr("Tambo"),
+                    tr("These alignments have changes that are not saved: %1.  %2 anyway?")
+                        .arg(names.join(QStringLiteral(", ")), action),
+                    QMessageBox::Cancel, m_Window.get());
+    box.setObjectName(QStringLiteral("UnsavedQuestion"));
+    box.setTextFormat(Qt::PlainText);
+    const QPushButton *goOn =
+        box.addButton(tr("%1 Anyway").arg(action), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == goOn;
+}
+
+bool Workbench::mayQuit()
+{
+    const QStringList names = unsavedNames();
+    return names.isEmpty() || askAboutUnsaved(names, tr("Quit"));
+}
+
+void Workbench::leave()
+{
+    m_Loader.cancel();
+    if (!m_Plugins.shutDown())
+        Logger::Write(tr("Some plug-ins were not done when the workbench ended."),
+                      Logger::Severity::Warning);
+    QCoreApplication::quit();
+}
+
+void Workbench::quit()
+{
+    m_Window->QWidget::close();
+}
+
+} // namespace TAMBO::app

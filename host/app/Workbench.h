@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The running workbench: owns the history, the loader, the plug-ins and the main window, and ties
+// them to what the model asks of the program.
+#pragma once
+
+#include "History.h"
+#include "Loader.h"
+#include "ObjectCommands.h"
+#include "ObjectSources.h"
+#include "Plugins.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace TAMBO::app {
+
+class LogModel;
+class MainWindow;
+class RecentFiles;
+class Routes;
+class UndoCommands;
+
+class Workbench : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Attendance {
+        // Somebody sits before the screen and can be asked.
+        User,
+        // Nothing may wait for an answer.
+        Nobody
+    };
+
+    explicit Workbench(Attendance attendance = Attendance::User);
+    ~Workbench() override;
+
+    [[nodiscard]] Loader &loader() noexcept { return m_Loader; }
+    [[nodiscard]] Plugins &plugins() noexcept { return m_Plugins; }
+    [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
+    [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
+    [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
+    [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
+    [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
+
+    // Opens the files of the call, then the editor on the first alignment among them.
+    void openAtStart(std::vector<std::filesystem::path> files);
+    void open(const QStringList &files);
+    // With a file dialog; false when the user chose nothing.
+    bool askAndOpen(QWidget *parent);
+    // Takes top-level objects out; asks when that touches unsaved work.
+    void closeObjects(const std::vector<Compound *> &objects);
+
+    void openTool(const services::PluginRecord &plugin);
+    void openInEditor(Compound *alignment);
+
+    // Asks when there is unsaved work.
+    [[nodiscard]] bool mayQuit();
+    // Closes the tools' windows and ends the event loop.
+    void leave();
+    void quit();
+
+signals:
+    void opened(const TAMBO::app::LoadReport &report);
+    // The files of the call are there and their windows are open.
+    void started(const TAMBO::app::LoadReport &report);
+
+private:
+    void installHooks();
+    void filesOpened(const LoadReport &report);
+    void showAtStart(const LoadReport &report);
+    void tellFailures(const LoadReport &report);
+    void placeTool(QWidget *window);
+    // Names of the alignments that would be lost.
+    [[nodiscard]] QStringList unsavedNames() const;
+    [[nodiscard]] bool askAboutUnsaved(const QStringList &names, const QString &action);
+
+    Attendance m_Attendance;
+    History m_History;
+    ObjectSources m_Sources;
+    Loader m_Loader;
+    ObjectCommands m_Commands;
+    Plugins m_Plugins;
+    std::unique_ptr<UndoCommands> m_Undo;
+    std::unique_ptr<LogModel> m_LogModel;
+    std::unique_ptr<RecentFiles> m_RecentFiles;
+    std::unique_ptr<Routes> m_Routes;
+    std::unique_ptr<MainWindow> m_Window;
+};
+
+} // namespace TAMBO::app

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program `tambo`: the workbench, or a command that needs no window.
+#include "CommandLine.h"
+#include "InfoCommand.h"
+#include "KindIcons.h"
+#include "MainWindow.h"
+#include "Picture.h"
+#include "Services.h"
+#include "Workbench.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QImage>
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+using TAMBO::app::CommandLine;
+using TAMBO::app::LoadReport;
+using TAMBO::app::Workbench;
+
+constexpr int kBadInput = 1;
+constexpr int kWrongCall = 2;
+
+int complain(const std::string &sentence, int status)
+{
+    std::cerr << "tambo: " << sentence << '\n';
+    return status;
+}
+
+// The toolkit gives up with a core dump when there is no screen; that is no way to say it.
+void sayFatal(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type != QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+        return;
+    }
+    std::fprintf(stderr, "tambo: no screen can be opened; \"tambo info FILE\" needs none\n");
+    std::_Exit(kWrongCall);
+}
+
+// To standard error, for whoever started the program.
+int tellBadFiles(const LoadReport &report)
+{
+    int status = EXIT_SUCCESS;
+    for (const TAMBO::app::FileFailure &failure : report.failures)
+        status = complain(failure.message, kBadInput);
+    return status;
+}
+
+int runWorkbench(const CommandLine &line)
+{
+    Workbench workbench;
+    int status = EXIT_SUCCESS;
+    QObject::connect(&workbench, &Workbench::started, qApp,
+                     [&](const LoadReport &report) { status = tellBadFiles(report); });
+    // Files are read while the windows come up.
+    if (!line.files.empty())
+        workbench.openAtStart({line.files.begin(), line.files.end()});
+    workbench.window().show();
+    const int ended = QApplication::exec();
+    return ended != EXIT_SUCCESS ? ended : status;
+}
+
+// All windows of the program that are on the screen, the workbench first.
+QList<QWidget *> shownWindows(const Workbench &workbench)
+{
+    QList<QWidget *> windows = {&workbench.window()};
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        const bool isTool = window->isVisible() && window->windowType() == Qt::Window;
+        if (isTool && !windows.contains(window))
+            windows << window;
+    }
+    return windows;
+}
+
+int runPicture(const CommandLine &line)
+{
+    Workbench workbench(Workbench::Attendance::Nobody);
+    QObject::connect(&workbench, &Workbench::started, qApp, [&](const LoadReport &report) {
+        const int status = tellBadFiles(report);
+        if (status != EXIT_SUCCESS)
+            return QApplication::exit(status);
+        // After what is under way has been laid out.
+        QMetaObject::invokeMethod(
+            qApp,
+            [&] {
+                QApplication::sendPostedEvents();
+                const QString error =
+                    TAMBO::app::writePicture(QString::fromStdString(line.picture),
+                                             TAMBO::app::sideBySide(shownWindows(workbench)));
+                QApplication::exit(error.isEmpty() ? EXIT_SUCCESS
+                                                   : complain(error.toStdString(), kBadInput));
+            },
+            Qt::QueuedConnection);
+    });
+    workbench.openAtStart({line.files.begin(), line.files.end()});
+    workbench.window().show();
+    return QApplication::exec();
+}
+
+int runWindows(const CommandLine &line, int argc, char **argv)
+{
+    const QtMessageHandler standard = qInstallMessageHandler(sayFatal);
+    const QApplication application(argc, argv);
+    qInstallMessageHandler(standard);
+    QApplication::setApplicationName(QStringLiteral("tambo"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(TAMBO_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(
+        TAMBO::app::KindIcons().icon(TAMBO::app::ObjectKind::Alignment, false));
+    TAMBO::services::installServices();
+    return line.mode == CommandLine::Mode::Picture ? runPicture(line) : runWorkbench(line);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const CommandLine line = TAMBO::app::parseCommandLine(
+        std::vector<std::string>(argv + std::min(1, argc), argv + argc));
+    switch (line.mode) {
+    case CommandLine::Mode::Wrong:
+        return complain(line.error + "; see tambo --help", kWrongCall);
+    case CommandLine::Mode::Help:
+        std::cout << TAMBO::app::usageText();
+        return EXIT_SUCCESS;
+    case CommandLine::Mode::Version:
+        std::cout << "tambo " TAMBO_VERSION "\n";
+        return EXIT_SUCCESS;
+    case CommandLine::Mode::Info:
+        return TAMBO::app::runInfo(line.files, std::cout, std::cerr);
+    case CommandLine::Mode::Workbench:
+    case CommandLine::Mode::Picture:
+        break;
+    }
+    return runWindows(line, argc, argv);
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which structure files beside an alignment file its rows name.
+#include "SiblingStructures.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class SiblingStructures : public testing::Test
+{
+protected:
+    fs::path touch(const char *name)
+    {
+        QFile file(m_Folder.filePath(QString::fromUtf8(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        return fs::path(file.fileName().toStdString());
+    }
+
+    // An alignment file whose rows name the structures.
+    std::vector<fs::path> find(const std::vector<std::string> &structures)
+    {
+        TAMBO::AlignmentRecord record;
+        for (const std::string &structure : structures) {
+            TAMBO::RowRecord row;
+            row.name = "row";
+            row.link.structure = structure;
+            record.rows.push_back(row);
+        }
+        return TAMBO::app::siblingStructures(touch("x.ali"), {record});
+    }
+
+    QTemporaryDir m_Folder;
+};
+
+TEST_F(SiblingStructures, AFileNameIsTakenAsWritten)
+{
+    const fs::path file = touch("fitted.coordinates");
+    EXPECT_EQ(find({"fitted.coordinates"}), std::vector{file});
+}
+
+TEST_F(SiblingStructures, ACodeGetsTheUsualEndings)
+{
+    for (const char *name : {"a.pdb", "b.ent", "c.cif", "d.gz", "e.pdb.gz", "f.ent.gz", "g.cif.gz"})
+        touch(name);
+    const std::vector<fs::path> found = find({"a", "b", "c", "d", "e", "f", "g", "h"});
+    std::vector<std::string> names;
+    for (const fs::path &file : found)
+        names.push_back(file.filename().string());
+    EXPECT_EQ(names, (std::vector<std::string>{"a.pdb", "b.ent", "c.cif", "d.gz", "e.pdb.gz",
+                                               "f.ent.gz", "g.cif.gz"}));
+}
+
+TEST_F(SiblingStructures, AFileNameMayBeCompressedMeanwhile)
+{
+    const fs::path file = touch("1abc.pdb.gz");
+    EXPECT_EQ(find({"1abc.pdb"}), std::vector{file});
+}
+
+TEST_F(SiblingStructures, OnlyTheDirectoryOfTheAlignmentFileIsSearched)
+{
+    const fs::path file = touch("1abc.pdb");
+    EXPECT_EQ(find({"/somewhere/else/1abc.pdb"}), std::vector{file});
+    EXPECT_TRUE(find({"/etc/passwd"}).empty());
+    EXPECT_TRUE(find({".."}).empty());
+}
+
+TEST_F(SiblingStructures, ARowWithoutAStructureNamesNone)
+{
+    touch(".pdb");
+    EXPECT_TRUE(find({"", "missing"}).empty());
+}
+
+TEST_F(SiblingStructures, TwoRowsOfOneStructureNameItOnce)
+{
+    const fs::path file = touch("1abc.pdb");
+    EXPECT_EQ(find({"1abc", "1abc.pdb", "1abc"}), std::vector{file});
+}
+
+TEST_F(SiblingStructures, TheAlignmentFileIsNotItsOwnStructure)
+{
+    EXPECT_TRUE(find({"x.ali"}).empty());
+}
+
+TEST_F(SiblingStructures, ADirectoryIsNoStructure)
+{
+    fs::create_directory(m_Folder.filePath("1abc.pdb").toStdString());
+    EXPECT_TRUE(find({"1abc"}).empty());
+}
+
+TEST(StructureName, IsTheFileNameWithoutEndings)
+{
+    EXPECT_EQ(TAMBO::app::structureName("/data/1abc.pdb"), "1abc");
+    EXPECT_EQ(TAMBO::app::structureName("1abc_fit.cif.gz"), "1abc_fit");
+    EXPECT_EQ(TAMBO::app::structureName("1abc"), "1abc");
+}
+
+} // namespace
