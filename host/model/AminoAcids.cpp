@@ -16,16 +16,16 @@ struct AminoAcid
 // Groups differ in lightness as well as in hue, so that they are told apart without full colour
 // vision; acids stay red and bases blue as everywhere. No group is near the yellow of the selection
 // or the white of a gap.
-constexpr unsigned kSmall = 0xb9bfc6;
-constexpr unsigned kAliphatic = 0xe8c27a;
-constexpr unsigned kAromatic = 0x8e6bbf;
-constexpr unsigned kSulphur = 0x8a6a1f;
-constexpr unsigned kProline = 0xf4b6cf;
-constexpr unsigned kHydroxyl = 0xa6dfcd;
-constexpr unsigned kAmide = 0x4fb39a;
-constexpr unsigned kAcid = 0xd9483b;
-constexpr unsigned kBase = 0x2f6fc4;
-constexpr unsigned kHistidine = 0x8cbcec;
+constexpr unsigned kSmall = 0xa0b5bb;
+constexpr unsigned kAliphatic = 0xeec280;
+constexpr unsigned kAromatic = 0x8f69b0;
+constexpr unsigned kSulphur = 0x7d6607;
+constexpr unsigned kProline = 0xffc4e8;
+constexpr unsigned kHydroxyl = 0xb9e3c7;
+constexpr unsigned kAmide = 0x5fad89;
+constexpr unsigned kAcid = 0xe45739;
+constexpr unsigned kBase = 0x376ec9;
+constexpr unsigned kHistidine = 0x8dc3fd;
 
 constexpr std::array<AminoAcid, 26> makeTable()
 {
@@ -33,7 +33,7 @@ constexpr std::array<AminoAcid, 26> makeTable()
     const auto set = [&table](char letter, std::string_view name, unsigned rgb) {
         table[static_cast<std::size_t>(letter - 'A')] = {name, Color(rgb)};
     };
-    set('A', "ALA", 0xf0dcb0);
+    set('A', "ALA", 0xf5e0b8);
     set('B', "ASX", 0xe59a8f);
     set('C', "CYS", kSulphur);
     set('D', "ASP", kAcid);

@@ -19,7 +19,8 @@ struct NumberCase
 };
 
 class SequenceNumberText : public testing::TestWithParam<NumberCase>
-{ };
+{
+};
 
 } // namespace
 
@@ -35,23 +36,19 @@ TEST_P(SequenceNumberText, IsAnIntegerWithAnOptionalInsertionLetterOrKeptAsItSta
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, SequenceNumberText,
-    testing::Values(NumberCase{"12", true, 12, ' ', "12"}, NumberCase{"12A", true, 12, 'A', "12A"},
-                    NumberCase{"60a", true, 60, 'a', "60a"}, NumberCase{"-3", true, -3, ' ', "-3"},
-                    NumberCase{"+7", true, 7, ' ', "7"}, NumberCase{"0", true, 0, ' ', "0"},
-                    NumberCase{"-5B", true, -5, 'B', "-5B"},
-                    NumberCase{"  42 ", true, 42, ' ', "42"},
-                    NumberCase{"007", true, 7, ' ', "7"},
-                    NumberCase{"2147483647", true, std::numeric_limits<int>::max(), ' ',
-                               "2147483647"},
-                    NumberCase{"2147483648", false, 0, ' ', "2147483648"},
-                    NumberCase{"", false, 0, ' ', ""}, NumberCase{"   ", false, 0, ' ', "   "},
-                    NumberCase{"abc", false, 0, ' ', "abc"}, NumberCase{"A", false, 0, ' ', "A"},
-                    NumberCase{"12AB", false, 0, ' ', "12AB"},
-                    NumberCase{"1 2", false, 0, ' ', "1 2"},
-                    NumberCase{"12 A", false, 0, ' ', "12 A"},
-                    NumberCase{"+-5", false, 0, ' ', "+-5"}, NumberCase{"-", false, 0, ' ', "-"},
-                    NumberCase{"1.5", false, 0, ' ', "1.5"},
-                    NumberCase{"12?", false, 0, ' ', "12?"}));
+    testing::Values(
+        NumberCase{"12", true, 12, ' ', "12"}, NumberCase{"12A", true, 12, 'A', "12A"},
+        NumberCase{"60a", true, 60, 'a', "60a"}, NumberCase{"-3", true, -3, ' ', "-3"},
+        NumberCase{"+7", true, 7, ' ', "7"}, NumberCase{"0", true, 0, ' ', "0"},
+        NumberCase{"-5B", true, -5, 'B', "-5B"}, NumberCase{"  42 ", true, 42, ' ', "42"},
+        NumberCase{"007", true, 7, ' ', "7"},
+        NumberCase{"2147483647", true, std::numeric_limits<int>::max(), ' ', "2147483647"},
+        NumberCase{"2147483648", false, 0, ' ', "2147483648"}, NumberCase{"", false, 0, ' ', ""},
+        NumberCase{"   ", false, 0, ' ', "   "}, NumberCase{"abc", false, 0, ' ', "abc"},
+        NumberCase{"A", false, 0, ' ', "A"}, NumberCase{"12AB", false, 0, ' ', "12AB"},
+        NumberCase{"1 2", false, 0, ' ', "1 2"}, NumberCase{"12 A", false, 0, ' ', "12 A"},
+        NumberCase{"+-5", false, 0, ' ', "+-5"}, NumberCase{"-", false, 0, ' ', "-"},
+        NumberCase{"1.5", false, 0, ' ', "1.5"}, NumberCase{"12?", false, 0, ' ', "12?"}));
 
 TEST(SequenceNumber, NextNumberIsTheNextIntegerWithoutALetter)
 {
