@@ -15,6 +15,11 @@ namespace TAMBO::services {
 
 namespace {
 
+// dlopen() is declared not to throw, which a constructor in the library does all the same; a call
+// that the compiler cannot see through keeps the handlers around it. The system stays usable for
+// this thread then, but its list of libraries stays locked for others.
+void *(*volatile s_Open)(const char *, int) = ::dlopen;
+
 QString lastError()
 {
     const char *text = ::dlerror();
@@ -77,8 +82,8 @@ void PluginLoader::open(PluginRecord &record, Functions &functions)
     }
     void *library = nullptr;
     try {
-        library = ::dlopen(QFile::encodeName(record.file).constData(),
-                           RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+        library = s_Open(QFile::encodeName(record.file).constData(),
+                         RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     } catch (...) {
         record.state = PluginState::ThrewOnLoad;
         record.reason = QStringLiteral("%1 failed while it was loaded: %2")

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QFile>
+#include <QFileInfo>
 #include <QIcon>
 #include <QMainWindow>
 #include <QMetaObject>
@@ -26,9 +27,10 @@ std::string settingsSection(const QObject &window)
 
 QIcon buttonIcon(const QString &file)
 {
-    if (file.isEmpty())
-        return {};
-    return QIcon(QFile::decodeName(QByteArray::fromStdString(Config::GetIconDir())) + '/' + file);
+    const QString path =
+        QFile::decodeName(QByteArray::fromStdString(Config::GetIconDir())) + '/' + file;
+    // A button without a picture shows its text.
+    return QFileInfo(path).isFile() ? QIcon(path) : QIcon();
 }
 
 // Slots are given as the toolkit's macro writes them, or as they stand.

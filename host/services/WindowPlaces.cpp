@@ -19,7 +19,7 @@ const std::string kSection = "Windows";
 // Captions may hold any character.
 std::string keyName(const QString &key)
 {
-    return QUrl::toPercentEncoding(key, " ").toStdString();
+    return QUrl::toPercentEncoding(key).toStdString();
 }
 
 // A file of its own, so that moving a window never touches the settings.

@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What plug-ins rely on of BaseWindow: opening, closing, and the place of windows.
+#include "BaseWindow.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+// Notes what Kill() gets.
+class RecordingWindow : public BaseWindow
+{
+public:
+    explicit RecordingWindow(const QString &caption = "Recording", const QSize &size = {700, 500},
+                             const QString &placeKey = QString(), bool fixedSize = false)
+        : BaseWindow(caption, size, placeKey, fixedSize, nullptr, "name")
+    { }
+
+    void Kill(BaseWindow *window) override { m_Killed.push_back(window); }
+    [[nodiscard]] const std::vector<BaseWindow *> &killed() const { return m_Killed; }
+
+private:
+    std::vector<BaseWindow *> m_Killed;
+};
+
+// Deletes itself in Kill(), as windows of plug-ins do.
+class MortalWindow : public BaseWindow
+{
+public:
+    explicit MortalWindow(int &kills)
+        : BaseWindow("Mortal", QSize(700, 500), QString(), false, nullptr, nullptr), m_Kills(kills)
+    { }
+
+    void Kill(BaseWindow *window) override
+    {
+        ++m_Kills;
+        delete window;
+    }
+
+private:
+    int &m_Kills;
+};
+
+class StubbornWindow : public RecordingWindow
+{
+protected:
+    void closeEvent(QCloseEvent *event) override { event->ignore(); }
+};
+
+// As the window system does for a click on the frame.
+void clickOnFrame(BaseWindow &window)
+{
+    window.close();
+}
+
+} // namespace
+
+TEST(BaseWindowContract, TakesCaptionSizeAndName)
+{
+    const RecordingWindow window("Alignment Editor", QSize(500, 150));
+    EXPECT_EQ(window.windowTitle(), "Alignment Editor");
+    EXPECT_EQ(window.size(), QSize(500, 150));
+    EXPECT_EQ(window.objectName(), "name");
+    EXPECT_EQ(window.parent(), nullptr);
+}
+
+TEST(BaseWindowContract, CloseCallsKillAtOnceWithTheWindowItself)
+{
+    RecordingWindow window;
+    window.show();
+    EXPECT_TRUE(window.close(false));
+    EXPECT_THAT(window.killed(), ElementsAre(&window));
+    EXPECT_FALSE(window.isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.killed().size(), 1U);
+}
+
+TEST(BaseWindowContract, CloseOfAWindowThatWasNeverShownCallsKill)
+{
+    RecordingWindow window;
+    EXPECT_TRUE(window.close(false));
+    EXPECT_THAT(window.killed(), ElementsAre(&window));
+}
+
+TEST(BaseWindowContract, AWindowThatDeletesItselfInKillIsGoneWhenCloseReturns)
+{
+    int kills = 0;
+    QPointer<BaseWindow> window = new MortalWindow(kills);
+    window->show();
+    EXPECT_TRUE(window->close(false));
+    EXPECT_TRUE(window.isNull());
+    EXPECT_EQ(kills, 1);
+}
+
+TEST(BaseWindowContract, AClickOnTheFrameCallsKillFromTheEventLoop)
+{
+    RecordingWindow window;
+    window.show();
+    clickOnFrame(window);
+    EXPECT_THAT(window.killed(), IsEmpty());
+    EXPECT_FALSE(window.isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_THAT(window.killed(), ElementsAre(&window));
+}
+
+TEST(BaseWindowContract, TwoClicksOnTheFrameCallKillOnce)
+{
+    RecordingWindow window;
+    window.show();
+    QCloseEvent first;
+    QCloseEvent second;
+    QCoreApplication::sendEvent(&window, &first);
+    QCoreApplication::sendEvent(&window, &second);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.killed().size(), 1U);
+}
+
+TEST(BaseWindowContract, AWindowClosedAtTheFrameCanBeShownAndClosedAgain)
+{
+    RecordingWindow window;
+    for (std::size_t times = 1; times <= 2; ++times) {
+        window.show();
+        clickOnFrame(window);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window.killed().size(), times);
+    }
+}
+
+TEST(BaseWindowContract, CleaningUpBetweenAClickOnTheFrameAndItsHandlingDeletesOnce)
+{
+    int kills = 0;
+    QPointer<BaseWindow> window = new MortalWindow(kills);
+    window->show();
+    clickOnFrame(*window);
+    ASSERT_FALSE(window.isNull());
+    EXPECT_TRUE(window->close(false));
+    EXPECT_TRUE(window.isNull());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(kills, 1);
+}
+
+TEST(BaseWindowContract, CleaningUpInBetweenLeavesNoSecondKillBehind)
+{
+    RecordingWindow window;
+    window.show();
+    clickOnFrame(window);
+    EXPECT_TRUE(window.close(false));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.killed().size(), 1U);
+}
+
+TEST(BaseWindowContract, DeletingAWindowThatWasClosedAtTheFrameDropsItsKill)
+{
+    int kills = 0;
+    auto window = std::make_unique<MortalWindow>(kills);
+    window->show();
+    clickOnFrame(*window);
+    window.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(kills, 0);
+}
+
+TEST(BaseWindowContract, AWindowThatRefusesToCloseIsNotKilled)
+{
+    StubbornWindow window;
+    window.show();
+    EXPECT_FALSE(window.close(false));
+    QCoreApplication::processEvents();
+    EXPECT_THAT(window.killed(), IsEmpty());
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST(BaseWindowContract, CloseWithDeletionDeletesAWindowThatKillLeavesAlone)
+{
+    QPointer<BaseWindow> window = new RecordingWindow;
+    EXPECT_TRUE(window->close(true));
+    EXPECT_TRUE(window.isNull());
+    QPointer<BaseWindow> plain = new BaseWindow("Plain", {}, {}, false, nullptr, nullptr);
+    EXPECT_TRUE(plain->close(false));
+    ASSERT_FALSE(plain.isNull());
+    EXPECT_TRUE(plain->close(true));
+    EXPECT_TRUE(plain.isNull());
+}
+
+TEST(BaseWindowContract, CloseWithDeletionDeletesOnceWhatKillDeletes)
+{
+    int kills = 0;
+    BaseWindow *window = new MortalWindow(kills);
+    EXPECT_TRUE(window->close(true));
+    EXPECT_EQ(kills, 1);
+}
+
+TEST(BaseWindowContract, SetFontIsVirtual)
+{
+    class FontWindow : public RecordingWindow
+    {
+    public:
+        void setFont(const QFont &font) override { m_Given = font; }
+        QFont m_Given;
+    };
+    FontWindow window;
+    BaseWindow &base = window;
+    base.setFont(QFont("DejaVu Serif", 31));
+    EXPECT_EQ(window.m_Given.pointSize(), 31);
+    EXPECT_NE(window.font().pointSize(), 31);
+    RecordingWindow plain;
+    plain.setFont(QFont("DejaVu Serif", 31));
+    EXPECT_EQ(plain.font().pointSize(), 31);
+}
+
+TEST(BaseWindowContract, AWindowThatAsksForLittleOpensComfortably)
+{
+    RecordingWindow window("Little", QSize(500, 150));
+    window.show();
+    const QSize screen = window.screen()->availableSize();
+    EXPECT_GE(window.height(), screen.height() / 2);
+    EXPECT_LE(window.height(), screen.height());
+    EXPECT_GE(window.width(), 500);
+}
+
+TEST(BaseWindowContract, ASizeSetBeforeShowingIsKept)
+{
+    RecordingWindow window("Set", QSize(500, 150));
+    window.resize(510, 160);
+    window.show();
+    EXPECT_EQ(window.size(), QSize(510, 160));
+}
+
+TEST(BaseWindowContract, AFixedSizeIsWhatWasAskedFor)
+{
+    RecordingWindow window("Fixed", QSize(200, 100), QString(), true);
+    window.show();
+    EXPECT_EQ(window.size(), QSize(200, 100));
+    EXPECT_EQ(window.minimumSize(), window.maximumSize());
+}
+
+TEST(BaseWindowContract, SizeAndPlaceComeBackUnderTheCaption)
+{
+    {
+        RecordingWindow window("Remembered");
+        window.show();
+        window.setGeometry(40, 50, 610, 420);
+        window.close(false);
+    }
+    RecordingWindow again("Remembered");
+    again.show();
+    EXPECT_EQ(again.geometry(), QRect(40, 50, 610, 420));
+    RecordingWindow other("Another");
+    other.show();
+    EXPECT_NE(other.geometry(), again.geometry());
+}
+
+TEST(BaseWindowContract, SizeAndPlaceComeBackUnderTheKeyWhenOneIsGiven)
+{
+    {
+        RecordingWindow window("A caption", QSize(700, 500), "the key");
+        window.show();
+        window.setGeometry(20, 30, 444, 333);
+        clickOnFrame(window);
+        QCoreApplication::processEvents();
+    }
+    RecordingWindow again("Another caption", QSize(700, 500), "the key");
+    again.show();
+    EXPECT_EQ(again.geometry(), QRect(20, 30, 444, 333));
+}
+
+TEST(BaseWindowContract, ASecondWindowOfAKindDoesNotHideTheFirst)
+{
+    RecordingWindow first("Twins", QSize(600, 400));
+    RecordingWindow second("Twins", QSize(600, 400));
+    first.move(0, 0);
+    second.move(0, 0);
+    first.show();
+    second.show();
+    EXPECT_EQ(first.pos(), QPoint(0, 0));
+    EXPECT_NE(second.pos(), first.pos());
+    EXPECT_TRUE(second.screen()->availableGeometry().contains(second.frameGeometry()));
+}

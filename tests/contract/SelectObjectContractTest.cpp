@@ -1,0 +1,314 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What plug-ins rely on of SelectObject, and how users drive it.
+#include "SelectObject.h"
+
+#include "SelectObjectAnswers.h"
+#include "support/FakeCompound.h"
+#include "support/LogLines.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+using namespace TAMBO::services;
+using TAMBO::Compound;
+using TAMBO::SelectObject;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+class SelectObjectContract : public ::testing::Test
+{
+protected:
+    void TearDown() override { SelectObjectAnswers::clear(); }
+
+    // Runs the dialog and does as a user would, once it is there.
+    static int run(SelectObject &dialog, const std::function<void()> &user)
+    {
+        QTimer::singleShot(0, &dialog, [&dialog, &user] {
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            user();
+        });
+        return dialog.exec();
+    }
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    static void type(const QString &text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    static QPushButton *ok(const SelectObject &dialog)
+    {
+        return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    }
+    static QTreeView *list(const SelectObject &dialog) { return dialog.findChild<QTreeView *>(); }
+    static QStringList shown(const SelectObject &dialog)
+    {
+        QStringList names;
+        const QAbstractItemModel *model = list(dialog)->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            names.append(model->index(row, 0).data().toString());
+        return names;
+    }
+    static void clickRow(const SelectObject &dialog, int row, bool twice)
+    {
+        QTreeView *view = list(dialog);
+        const QPoint place = view->visualRect(view->model()->index(row, 1)).center();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        if (twice)
+            QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    }
+    static void clickButton(const SelectObject &dialog, const QString &text)
+    {
+        for (QPushButton *button : dialog.findChildren<QPushButton *>())
+            if (button->text().remove('&') == text)
+                return button->click();
+        FAIL() << "no button " << text.toStdString();
+    }
+    static bool says(const SelectObject &dialog, const QString &text)
+    {
+        const auto labels = dialog.findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&](const QLabel *label) { return label->text() == text; });
+    }
+
+    FakeCompound m_Beta{"beta", "chain"};
+    FakeCompound m_Alpha{"alpha", "structure"};
+    FakeCompound m_Gamma{"gamma", "chain"};
+    std::vector<Compound *> m_Candidates{&m_Beta, &m_Alpha, &m_Gamma};
+    Compound *m_One = nullptr;
+    std::vector<Compound *> m_Several;
+};
+
+} // namespace
+
+TEST_F(SelectObjectContract, TheCaptionIsTheTitle)
+{
+    const SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences to add");
+    EXPECT_EQ(dialog.windowTitle(), "sequences to add");
+}
+
+TEST_F(SelectObjectContract, ShowsTheCandidatesInTheirOrder)
+{
+    const SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    EXPECT_EQ(shown(dialog), QStringList({"beta", "alpha", "gamma"}));
+}
+
+TEST_F(SelectObjectContract, EnterTakesTheOneThatTheArrowsChose)
+{
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    const int result = run(dialog, [] {
+        EXPECT_NE(qobject_cast<QLineEdit *>(QApplication::focusWidget()), nullptr);
+        press(Qt::Key_Down);
+        press(Qt::Key_Down);
+        press(Qt::Key_Up);
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(m_One, &m_Alpha);
+}
+
+TEST_F(SelectObjectContract, EscapeLeavesTheChoiceAsItWas)
+{
+    m_One = &m_Gamma;
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    const int result = run(dialog, [] {
+        press(Qt::Key_Up);
+        press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+    EXPECT_EQ(m_One, &m_Gamma);
+}
+
+TEST_F(SelectObjectContract, TheFormerChoiceIsTheStart)
+{
+    m_One = &m_Gamma;
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    run(dialog, [] { press(Qt::Key_Return); });
+    EXPECT_EQ(m_One, &m_Gamma);
+}
+
+TEST_F(SelectObjectContract, ADoubleClickTakesTheOne)
+{
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    const int result = run(dialog, [&] { clickRow(dialog, 2, true); });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(m_One, &m_Gamma);
+}
+
+TEST_F(SelectObjectContract, TypingKeepsWhatHoldsTheText)
+{
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    run(dialog, [&] {
+        type("ETA");
+        EXPECT_EQ(shown(dialog), QStringList("beta"));
+        EXPECT_TRUE(says(dialog, "1 of 3 shown"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(m_One, &m_Beta);
+}
+
+TEST_F(SelectObjectContract, AnEmptySingleChoiceCannotBeAccepted)
+{
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    const int result = run(dialog, [&] {
+        type("nothing has this name");
+        EXPECT_TRUE(shown(dialog).isEmpty());
+        EXPECT_FALSE(ok(dialog)->isEnabled());
+        press(Qt::Key_Return);
+        dialog.accept();
+        EXPECT_TRUE(dialog.isVisible());
+        press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+    EXPECT_EQ(m_One, nullptr);
+}
+
+TEST_F(SelectObjectContract, SpaceTicksAndTheChoiceComesInTheOrderOfTheCandidates)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        press(Qt::Key_Down);
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        press(Qt::Key_Up);
+        press(Qt::Key_Up);
+        press(Qt::Key_Space);
+        EXPECT_TRUE(says(dialog, "3 offered, 2 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_THAT(m_Several, ElementsAre(&m_Beta, &m_Gamma));
+}
+
+TEST_F(SelectObjectContract, SpaceTicksInTheListTooAndTakesBack)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        list(dialog)->setFocus();
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        press(Qt::Key_Space);
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(&m_Alpha));
+}
+
+TEST_F(SelectObjectContract, SortingTheListDoesNotReorderTheChoice)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        list(dialog)->sortByColumn(0, Qt::AscendingOrder);
+        EXPECT_EQ(shown(dialog), QStringList({"alpha", "beta", "gamma"}));
+        clickButton(dialog, "Select all");
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(&m_Beta, &m_Alpha, &m_Gamma));
+}
+
+TEST_F(SelectObjectContract, SelectAllAndNoneMeanWhatIsShown)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        clickButton(dialog, "Select all");
+        type("beta");
+        clickButton(dialog, "Select none");
+        EXPECT_TRUE(says(dialog, "1 of 3 shown, 2 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(&m_Alpha, &m_Gamma));
+}
+
+TEST_F(SelectObjectContract, ADoubleClickTicksWhereSeveralCanBeChosen)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        clickRow(dialog, 1, true);
+        EXPECT_TRUE(dialog.isVisible());
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(&m_Alpha));
+}
+
+TEST_F(SelectObjectContract, NoneOfSeveralIsAChoice)
+{
+    m_Several = {&m_Gamma};
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        EXPECT_TRUE(says(dialog, "3 offered, 1 chosen"));
+        clickButton(dialog, "Select none");
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_THAT(m_Several, IsEmpty());
+}
+
+TEST_F(SelectObjectContract, CancelLeavesSeveralAsTheyWere)
+{
+    m_Several = {&m_Gamma};
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        clickButton(dialog, "Select all");
+        press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+    EXPECT_THAT(m_Several, ElementsAre(&m_Gamma));
+}
+
+TEST_F(SelectObjectContract, EqualNamesAreDifferentRows)
+{
+    FakeCompound twin("beta", "chain");
+    m_Candidates.push_back(&twin);
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    run(dialog, [] {
+        type("beta");
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(m_One, &twin);
+}
+
+TEST_F(SelectObjectContract, AnAnswerGivenInAdvanceNeedsNoDialog)
+{
+    SelectObjectAnswers::push({&m_Gamma});
+    SelectObjectAnswers::push({&m_Gamma, &m_Beta});
+    SelectObjectAnswers::pushCancel();
+    QWidget parent;
+    {
+        SelectObject dialog(m_Candidates, m_One, &parent, "alignment");
+        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+        EXPECT_EQ(m_One, &m_Gamma);
+    }
+    SelectObject several(m_Candidates, m_Several, &parent, "sequences");
+    EXPECT_EQ(several.exec(), QDialog::Accepted);
+    EXPECT_THAT(m_Several, ElementsAre(&m_Beta, &m_Gamma));
+    EXPECT_EQ(several.exec(), QDialog::Rejected);
+    EXPECT_TRUE(SelectObjectAnswers::isEmpty());
+    EXPECT_EQ(SelectObjectAnswers::lastQuestion().caption, "sequences");
+    EXPECT_EQ(SelectObjectAnswers::lastQuestion().candidates, m_Candidates);
+    EXPECT_TRUE(SelectObjectAnswers::lastQuestion().isSeveral);
+    EXPECT_EQ(SelectObjectAnswers::lastQuestion().parent, &parent);
+}
+
+TEST_F(SelectObjectContract, AnAnswerThatIsNotOfferedCancelsASingleChoice)
+{
+    FakeCompound stranger("stranger", "chain");
+    SelectObjectAnswers::push({&stranger});
+    const LogLines log;
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+    EXPECT_EQ(m_One, nullptr);
+    EXPECT_EQ(log.texts(), QStringList("The object chosen in advance is not offered: alignment"));
+}

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ColormapFile.h"
+
+#include "Directories.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+using namespace TAMBO::services;
+using ::testing::Contains;
+
+namespace {
+
+std::string failureOf(std::string_view text)
+{
+    const auto stops = ColormapFile::parse(text, "x.cm");
+    return stops ? "no failure" : stops.error().message;
+}
+
+void writeUserMap(const QString &name, const QByteArray &text)
+{
+    ASSERT_TRUE(QDir().mkpath(Directories::config() + "/colormaps"));
+    QFile file(Directories::config() + "/colormaps/" + name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+}
+
+} // namespace
+
+TEST(ColormapFile, PositionsAreMappedToTheRangeFromZeroToOne)
+{
+    const auto stops =
+        ColormapFile::parse("# a map\n-5 0 0 0 # dark\n\n 0 1 2 3\r\n5 255 255 255\n", "x.cm");
+    ASSERT_TRUE(stops.has_value()) << stops.error().message;
+    ASSERT_EQ(stops.value().size(), 3U);
+    EXPECT_EQ(stops.value()[0].position, 0.0);
+    EXPECT_EQ(stops.value()[1].position, 0.5);
+    EXPECT_EQ(stops.value()[1].green, 2.0);
+    EXPECT_EQ(stops.value()[2].position, 1.0);
+}
+
+TEST(ColormapFile, MalformedTextIsNamedByFileLineAndCause)
+{
+    const std::string numbers = "expected a position and three numbers from 0 to 255";
+    EXPECT_EQ(failureOf("0 0 0 0\nnonsense\n"), "x.cm:2: " + numbers);
+    EXPECT_EQ(failureOf("0 0 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("0 0 0 0 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("0 0 0 256\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("0 0 -1 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("inf 0 0 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("0 0 0 0\n0 1 1 1\n"), "x.cm:2: positions must ascend");
+    EXPECT_EQ(failureOf("0 0 0 0\n"), "x.cm: a colour map needs two colours or more");
+    EXPECT_EQ(failureOf(""), "x.cm: a colour map needs two colours or more");
+}
+
+TEST(ColormapFile, InterpolationHasTheColoursAtBothEndsOfEveryStep)
+{
+    const auto stops = ColormapFile::parse("0 0 0 0\n1 200 100 50\n", "x.cm").value();
+    const std::vector<Color> colors = ColormapFile::interpolate(stops, 4);
+    ASSERT_EQ(colors.size(), 5U);
+    EXPECT_EQ(colors[0], Color(0x000000));
+    EXPECT_EQ(colors[1], Color(0x32190d));
+    EXPECT_EQ(colors[2], Color(0x643219));
+    EXPECT_EQ(colors[4], Color(0xc86432));
+}
+
+TEST(ColormapFile, InterpolationMakesAtLeastOneStep)
+{
+    const auto stops = ColormapFile::parse("0 0 0 0\n1 200 100 50\n", "x.cm").value();
+    for (const int steps : {1, 0, -7})
+        EXPECT_EQ(ColormapFile::interpolate(stops, steps).size(), 2U);
+}
+
+TEST(ColormapFile, AStopBetweenTwoStepsIsPassedOver)
+{
+    const auto stops =
+        ColormapFile::parse("0 0 0 0\n0.1 255 0 0\n0.2 0 255 0\n1 0 0 255\n", "x.cm").value();
+    const std::vector<Color> colors = ColormapFile::interpolate(stops, 1);
+    ASSERT_EQ(colors.size(), 2U);
+    EXPECT_EQ(colors[0], Color(0x000000));
+    EXPECT_EQ(colors[1], Color(0x0000ff));
+}
+
+TEST(ColormapFile, AMapOfTheUserTakesThePlaceOfAnInstalledOne)
+{
+    const auto installed = ColormapFile::read("WhiteBlue.cm");
+    ASSERT_TRUE(installed.has_value()) << installed.error().message;
+    writeUserMap("WhiteBlue.cm", "0 9 9 9\n1 8 8 8\n");
+    const auto own = ColormapFile::read("WhiteBlue.cm");
+    ASSERT_TRUE(own.has_value()) << own.error().message;
+    EXPECT_EQ(own.value().front().red, 9.0);
+    QFile::remove(Directories::config() + "/colormaps/WhiteBlue.cm");
+}
+
+TEST(ColormapFile, NamesHoldInstalledAndOwnMaps)
+{
+    writeUserMap("mine.cm", "0 9 9 9\n1 8 8 8\n");
+    EXPECT_THAT(ColormapFile::names(), Contains("mine.cm"));
+    EXPECT_THAT(ColormapFile::names(), Contains("BlueRed.cm"));
+    QFile::remove(Directories::config() + "/colormaps/mine.cm");
+}
+
+TEST(ColormapFile, AnAbsolutePathIsTakenAsItIs)
+{
+    const QString path = Directories::shared() + "/colormaps/BlueRed.cm";
+    EXPECT_EQ(ColormapFile::find(path.toStdString()), path);
+    EXPECT_TRUE(ColormapFile::find("/nowhere/BlueRed.cm").isEmpty());
+    EXPECT_TRUE(ColormapFile::find("nosuch.cm").isEmpty());
+    EXPECT_TRUE(ColormapFile::find("").isEmpty());
+}

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LogBook.h"
+
+#include "support/ExpectMessage.h"
+#include "support/LogLines.h"
+
+#include "Hooks.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+using namespace TAMBO::services;
+using Severity = Logger::Severity;
+
+namespace {
+
+QStringList linesOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+TEST(LogBook, KeepsTimeSeverityAndTextInOrder)
+{
+    LogBook book{QString()};
+    const QDateTime before = QDateTime::currentDateTime();
+    book.write("one", Severity::Info);
+    book.write("two", Severity::Error);
+    const auto entries = book.entries();
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].text, "one");
+    EXPECT_EQ(entries[0].severity, Severity::Info);
+    EXPECT_GE(entries[0].time, before);
+    EXPECT_EQ(entries[1].text, "two");
+    EXPECT_EQ(entries[1].severity, Severity::Error);
+    EXPECT_EQ(entries[1].number, entries[0].number + 1);
+}
+
+TEST(LogBook, KeepsTheLatestEntriesOnly)
+{
+    LogBook book(QString(), 3);
+    for (const char *text : {"1", "2", "3", "4", "5"})
+        book.write(text, Severity::Info);
+    const auto entries = book.entries();
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries.front().text, "3");
+    EXPECT_EQ(entries.back().text, "5");
+    EXPECT_EQ(entries.back().number, 5U);
+}
+
+TEST(LogBook, TellsEveryEntry)
+{
+    LogBook book{QString()};
+    const QSignalSpy spy(&book, &LogBook::written);
+    book.write("hello", Severity::Warning);
+    ASSERT_EQ(spy.count(), 1);
+    const auto entry = spy.first().first().value<LogEntry>();
+    EXPECT_EQ(entry.text, "hello");
+    EXPECT_EQ(entry.severity, Severity::Warning);
+}
+
+TEST(LogBook, OverlooksBlankTextsAndCutsLineEndsAtTheEnd)
+{
+    LogBook book{QString()};
+    book.write("", Severity::Info);
+    book.write(" \n\n", Severity::Info);
+    book.write("two\nlines\n", Severity::Info);
+    ASSERT_EQ(book.entries().size(), 1U);
+    EXPECT_EQ(book.entries().front().text, "two\nlines");
+}
+
+TEST(LogBook, AppendsEveryEntryToTheFile)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath("deep/tambo.log");
+    {
+        LogBook book(path);
+        EXPECT_FALSE(QFileInfo::exists(path)) << "nothing is made before the first line";
+        book.write("first", Severity::Info);
+    }
+    LogBook book(path);
+    book.write("Größe\nof two lines", Severity::Error);
+    const QStringList lines = linesOf(path);
+    ASSERT_EQ(lines.size(), 3);
+    const QRegularExpression time("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3} ");
+    EXPECT_TRUE(lines[0].contains(time)) << lines[0].toStdString();
+    EXPECT_TRUE(lines[0].endsWith(" info first"));
+    EXPECT_TRUE(lines[1].contains(time));
+    EXPECT_TRUE(lines[1].endsWith(" error Größe"));
+    EXPECT_EQ(lines[2], "    of two lines");
+    EXPECT_EQ(QFileInfo(path).permissions() & (QFile::ReadOther | QFile::ReadGroup),
+              QFile::Permissions());
+}
+
+TEST(LogBook, AFileThatHasGrownTooLargeIsPutAside)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath("tambo.log");
+    LogBook book(path, LogBook::kEntries, 200);
+    for (int i = 0; i < 20; ++i)
+        book.write(QStringLiteral("line %1").arg(i, 30), Severity::Info);
+    EXPECT_LE(QFileInfo(path).size(), 200);
+    EXPECT_LE(QFileInfo(path + ".1").size(), 200);
+    EXPECT_TRUE(linesOf(path).last().endsWith("19"));
+    EXPECT_FALSE(linesOf(path + ".1").isEmpty());
+}
+
+TEST(LogBook, AFileThatCannotBeWrittenIsToldOnceAndTheEntriesStay)
+{
+    LogBook book("/dev/null/tambo.log");
+    book.write("one", Severity::Info);
+    book.write("two", Severity::Info);
+    const auto entries = book.entries();
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].text, "one");
+    EXPECT_TRUE(entries[1].text.startsWith("The log file cannot be written: /dev/null/tambo.log"));
+    EXPECT_EQ(entries[1].severity, Severity::Warning);
+    EXPECT_EQ(entries[2].text, "two");
+}
+
+TEST(LogBook, TakesEntriesOfManyThreads)
+{
+    const QTemporaryDir directory;
+    LogBook book(directory.filePath("tambo.log"));
+    constexpr int kThreads = 4;
+    constexpr int kLines = 200;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread)
+        threads.emplace_back([&book, thread] {
+            for (int i = 0; i < kLines; ++i)
+                book.write(QStringLiteral("thread %1 line %2").arg(thread).arg(i), Severity::Info);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(book.entries().size(), std::size_t(kThreads * kLines));
+    const QStringList lines = linesOf(book.path());
+    EXPECT_EQ(lines.size(), kThreads * kLines);
+    for (const QString &line : lines)
+        EXPECT_TRUE(line.contains(QRegularExpression(" info thread \\d line \\d+$")))
+            << line.toStdString();
+}
+
+TEST(LogBook, MessagesOfTheModelAndWarningsOfTheToolkitCanBeRoutedHere)
+{
+    const auto hookBefore = TAMBO::modelHooks().log;
+    LogBook::routeMessages();
+    LogBook::routeMessages();
+    const LogLines log;
+    TAMBO::modelHooks().log("from the model", TAMBO::LogSeverity::Warning);
+    {
+        const ExpectMessage still(QtWarningMsg, "from the toolkit");
+        qWarning("from the toolkit");
+    }
+    qDebug("not worth a line");
+    EXPECT_EQ(log.texts(), QStringList({"from the model", "from the toolkit"}));
+    installTestMessageHandler();
+    TAMBO::modelHooks().log = hookBefore;
+}

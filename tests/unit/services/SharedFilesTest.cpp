@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What is installed with the workbench fits together.
+#include "ColormapFile.h"
+#include "ConfigStore.h"
+#include "Directories.h"
+#include "ResidueScales.h"
+#include "ToolbarButtons.h"
+#include "support/LogLines.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFont>
+#include <QFontInfo>
+#include <QIcon>
+#include <QImage>
+#include <QPixmap>
+#include <QRegularExpression>
+
+#include <gmock/gmock.h>
+
+using namespace TAMBO::services;
+
+namespace {
+
+class SharedFilesTest : public ::testing::Test
+{
+protected:
+    [[nodiscard]] QString setting(const char *section, const std::string &key) const
+    {
+        return QString::fromStdString(m_Defaults.value(section, key).value_or("(missing)"));
+    }
+    [[nodiscard]] static QString icon(const QString &name)
+    {
+        return Directories::shared() + "/icons/" + name;
+    }
+    static QByteArray contents(const QString &path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+
+    LogLines m_Log;
+    ConfigStore m_Defaults{Directories::shared() + "/defaults.ini", QString()};
+};
+
+// Some pixels are covered, and some are not.
+void expectPicture(const QPixmap &pixmap, const QSize &size, const QString &name)
+{
+    EXPECT_EQ(pixmap.size(), size) << name.toStdString();
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    int covered = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            covered += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+    EXPECT_GT(covered, image.width() * image.height() / 20) << name.toStdString();
+    EXPECT_LT(covered, image.width() * image.height()) << name.toStdString();
+}
+
+} // namespace
+
+TEST_F(SharedFilesTest, TheDefaultSettingsCanBeRead)
+{
+    EXPECT_EQ(m_Log.count(), 0);
+    EXPECT_EQ(setting("General", "ShowToolTips"), "true");
+}
+
+TEST_F(SharedFilesTest, TheEditorsToolBarHasAllItsButtonsWithIconsAndTips)
+{
+    EXPECT_FALSE(setting("KALMO2", "ToolbarName1").isEmpty());
+    EXPECT_EQ(setting("KALMO2", "ToolbarLocation1"), "Top");
+    std::vector<QString> problems;
+    const auto buttons = parseToolbarButtons(setting("KALMO2", "Tools1"), problems);
+    EXPECT_TRUE(problems.empty());
+    std::vector<int> numbers;
+    for (const ToolbarButton &button : buttons) {
+        if (button.isSeparator)
+            continue;
+        numbers.push_back(button.number);
+        EXPECT_TRUE(QFileInfo(icon(button.icon)).isFile()) << button.icon.toStdString();
+        EXPECT_NE(button.toolTip, button.text);
+    }
+    EXPECT_THAT(numbers, ::testing::ElementsAre(2, 3, 4, 6, 7, 8, 9, 11));
+    EXPECT_EQ(setting("KALMO2", "ToolbarName2"), "(missing)");
+}
+
+TEST_F(SharedFilesTest, TheEditorsIconAndHelpPageAreThere)
+{
+    expectPicture(QPixmap(icon(setting("KALMO2", "Icon"))), QSize(256, 256), "editor icon");
+    EXPECT_TRUE(QFileInfo(Directories::shared() + "/help/" + setting("KALMO2", "Help")).isFile());
+}
+
+TEST_F(SharedFilesTest, EveryIconIsSharpOnDenseScreens)
+{
+    const QStringList files = QDir(icon("")).entryList({"*.svg"}, QDir::Files);
+    EXPECT_GE(files.size(), 25);
+    for (const QString &file : files) {
+        const QIcon picture(icon(file));
+        expectPicture(picture.pixmap(QSize(24, 24), 1.0), QSize(24, 24), file);
+        expectPicture(picture.pixmap(QSize(24, 24), 2.0), QSize(48, 48), file);
+    }
+}
+
+TEST_F(SharedFilesTest, EveryScaleHasAColourMapThatCanBeRead)
+{
+    const ResidueScales scales({Directories::shared() + "/scales"});
+    for (const ResidueScale &scale : scales.scales()) {
+        const auto map = m_Defaults.value("KM2_Colormaps", "KM2_" + scale.name);
+        ASSERT_TRUE(map.has_value()) << scale.name;
+        const auto stops = ColormapFile::read(*map);
+        EXPECT_TRUE(stops.has_value()) << scale.name << (stops ? "" : stops.error().message);
+    }
+}
+
+TEST_F(SharedFilesTest, EveryColourMapCanBeRead)
+{
+    EXPECT_GE(ColormapFile::names().size(), 15U);
+    for (const std::string &name : ColormapFile::names()) {
+        const auto stops = ColormapFile::read(name);
+        EXPECT_TRUE(stops.has_value()) << (stops ? "" : stops.error().message);
+    }
+}
+
+TEST_F(SharedFilesTest, EveryLinkAndPictureOfTheHelpIsThere)
+{
+    const QDir help(Directories::shared() + "/help");
+    const QStringList pages = help.entryList({"*.html"}, QDir::Files);
+    EXPECT_TRUE(pages.contains("index.html"));
+    QStringList linked{"index.html"};
+    const QRegularExpression link("(?:href|src)=\"([^\"#]*)(#([^\"]*))?\"");
+    for (const QString &page : pages) {
+        const QString text = QString::fromUtf8(contents(help.filePath(page)));
+        EXPECT_TRUE(text.contains("<title>")) << page.toStdString();
+        for (auto hits = link.globalMatch(text); hits.hasNext();) {
+            const auto hit = hits.next();
+            const QString target = hit.captured(1).isEmpty() ? page : hit.captured(1);
+            EXPECT_TRUE(QFileInfo(help.filePath(target)).isFile()) << target.toStdString();
+            linked.append(target);
+            if (!hit.captured(3).isEmpty()) {
+                EXPECT_TRUE(contents(help.filePath(target))
+                                .contains("<a name=\"" + hit.captured(3).toUtf8() + "\">"))
+                    << hit.captured(0).toStdString();
+            }
+        }
+    }
+    for (const QString &page : pages)
+        EXPECT_TRUE(linked.contains(page)) << page.toStdString() << " cannot be reached";
+}
