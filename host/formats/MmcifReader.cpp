@@ -32,12 +32,12 @@ Failure failureFrom(const std::exception &error, const std::string &file, std::s
     if (const auto *syntax = dynamic_cast<const tao::pegtl::parse_error *>(&error);
         syntax != nullptr && !syntax->positions().empty()) {
         const tao::pegtl::position &place = syntax->positions().front();
-        const std::string_view found = textAt(text, place.line, place.column);
         const std::string cause = cleanText(syntax->message());
-        return failureAt(
-            file, place.line,
-            (cause == "parse error" ? "expected a data name, \"loop_\" or \"data_\"" : cause) +
-                (found.empty() ? std::string() : ", found " + shown(found)));
+        if (cause != "parse error" && !cause.starts_with("expected"))
+            return failureAt(file, place.line, cause);
+        return failureAt(file, place.line,
+                         "expected a data name, \"loop_\" or \"data_\", found " +
+                             shown(textAt(text, place.line, place.column)));
     }
     const std::string cause = cleanText(error.what());
     return cause.starts_with(file + ':') ? Failure{cause} : failureOf(file, cause);

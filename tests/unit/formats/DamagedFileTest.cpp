@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files cut short or changed at random: whatever a reader gets, it gives whole contents or a
+// message, and never fails otherwise.
+#include "TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace TAMBO::formats {
+namespace {
+
+const std::vector<std::string> kFiles = {
+    "alignments/pir/ferredoxin_two_rows.pir",
+    "alignments/pir/cytochrome_c_unaligned.pir",
+    "malformed/alignments/pir_unicode_and_case.ali",
+    "malformed/alignments/pir_annotation_lines_before_sequence.pir",
+    "alignments/fasta/easel_afa_1.fasta",
+    "alignments/fasta/easel_a2m_1.a2m",
+    "structures/six_residue_peptide_5e5z.pdb",
+    "structures/ubiquitin_1ubi_ca_only.pdb",
+    "malformed/structures/insertion_codes_dummy.pdb",
+    "structures/altloc_edge_case.cif",
+    "structures/quoting_difficult.cif",
+};
+
+void expectContentsOrMessage(const std::string &bytes)
+{
+    const TemporaryFile file("x", bytes);
+    const Result<FileContents> result = readFile(file.path());
+    if (!result) {
+        EXPECT_TRUE(result.error().message.starts_with("x:")) << result.error().message;
+        EXPECT_EQ(result.error().message.find('\n'), std::string::npos);
+        return;
+    }
+    EXPECT_EQ(result.value().alignments.size() + result.value().structures.size(), 1U);
+    for (const AlignmentRecord &alignment : result.value().alignments) {
+        EXPECT_FALSE(alignment.rows.empty());
+        for (const RowRecord &row : alignment.rows) {
+            const std::string text = row.sequence.text();
+            EXPECT_EQ(text.size(), row.sequence.width);
+            EXPECT_GT(row.sequence.width, 0U);
+            if (alignment.isAligned) {
+                EXPECT_EQ(row.sequence.width, alignment.rows.front().sequence.width);
+            }
+            for (const char c : row.sequence.letters)
+                EXPECT_TRUE((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'));
+        }
+    }
+    for (const StructureRecord &structure : result.value().structures)
+        for (const ChainRecord &chain : structure.chains) {
+            EXPECT_FALSE(chain.residues.empty());
+            for (const ResidueRecord &residue : chain.residues) {
+                EXPECT_FALSE(residue.atoms.empty());
+                EXPECT_TRUE(residue.letter >= 'A' && residue.letter <= 'Z');
+            }
+        }
+}
+
+TEST(DamagedFile, CutShortAnywhereGivesContentsOrAMessage)
+{
+    for (const std::string &name : kFiles) {
+        SCOPED_TRACE(name);
+        const std::string bytes = bytesOf(dataFile(name));
+        for (std::size_t length = 0; length < bytes.size(); length += 97) {
+            SCOPED_TRACE(length);
+            expectContentsOrMessage(bytes.substr(0, length));
+        }
+    }
+}
+
+TEST(DamagedFile, ChangedBytesGiveContentsOrAMessage)
+{
+    std::mt19937 random(2718);
+    for (const std::string &name : kFiles) {
+        SCOPED_TRACE(name);
+        const std::string bytes = bytesOf(dataFile(name));
+        for (unsigned round = 0; round < 150; ++round) {
+            SCOPED_TRACE(round);
+            std::string changed = bytes;
+            for (unsigned change = 0; change <= round % 8; ++change)
+                changed[random() % changed.size()] = static_cast<char>(random());
+            expectContentsOrMessage(changed);
+        }
+    }
+}
+
+// Lines and pieces of lines in another order: more often well-formed than changed bytes are.
+TEST(DamagedFile, ShuffledPiecesGiveContentsOrAMessage)
+{
+    std::mt19937 random(31415);
+    for (const std::string &name : kFiles) {
+        SCOPED_TRACE(name);
+        const std::string bytes = bytesOf(dataFile(name));
+        for (unsigned round = 0; round < 100; ++round) {
+            SCOPED_TRACE(round);
+            std::string changed = bytes;
+            const std::size_t from = random() % changed.size();
+            const std::size_t length = random() % 400;
+            const std::string piece = changed.substr(from, length);
+            if (round % 2 == 0)
+                changed.erase(from, length);
+            changed.insert(random() % (changed.size() + 1), piece);
+            expectContentsOrMessage(changed);
+        }
+    }
+}
+
+TEST(DamagedFile, RandomBytesGiveAMessage)
+{
+    std::mt19937 random(1618);
+    for (unsigned round = 0; round < 200; ++round) {
+        std::string bytes(random() % 4096 + 1, '\0');
+        for (char &byte : bytes)
+            byte = static_cast<char>(random());
+        expectContentsOrMessage(bytes);
+    }
+}
+
+} // namespace
+} // namespace TAMBO::formats
