@@ -52,7 +52,7 @@ CandidateModel::CandidateModel(const std::vector<Compound *> &candidates, Ticks 
             row.size = tr("%1 × %2").arg(alignment->height()).arg(alignment->width());
         } else if (const Peptide *peptide = Peptide::from(object)) {
             row.amount = peptide->residueCount();
-            row.size = tr("%n residue(s)", nullptr, int(row.amount));
+            row.size = row.amount == 1 ? tr("1 residue") : tr("%1 residues").arg(row.amount);
         } else {
             row.amount = object->ChildCount();
             row.size = QString::number(row.amount);
@@ -131,13 +131,21 @@ int CandidateModel::rowOf(const Compound *object) const
     return found == m_Rows.end() ? -1 : int(std::distance(m_Rows.begin(), found));
 }
 
-void CandidateModel::setTicked(int row, bool ticked)
+void CandidateModel::setTicked(const std::vector<int> &rows, bool ticked)
 {
-    Row &changed = m_Rows[std::size_t(row)];
-    if (changed.isTicked == ticked)
-        return;
-    changed.isTicked = ticked;
-    emit dataChanged(index(row, NameColumn), index(row, NameColumn), {Qt::CheckStateRole});
+    int first = rowCount();
+    int last = -1;
+    for (const int row : rows) {
+        Row &changed = m_Rows[std::size_t(row)];
+        if (changed.isTicked == ticked)
+            continue;
+        changed.isTicked = ticked;
+        m_TickedCount += ticked ? 1 : -1;
+        first = std::min(first, row);
+        last = std::max(last, row);
+    }
+    if (last >= first)
+        emit dataChanged(index(first, NameColumn), index(last, NameColumn), {Qt::CheckStateRole});
 }
 
 std::vector<Compound *> CandidateModel::ticked() const
@@ -156,6 +164,7 @@ void CandidateModel::forgetDeletedObjects()
         if (!candidate.isLoaded || isBelowRoot(candidate.object))
             continue;
         beginRemoveRows({}, row, row);
+        m_TickedCount -= candidate.isTicked ? 1 : 0;
         m_Rows.erase(m_Rows.begin() + row);
         endRemoveRows();
     }

@@ -41,7 +41,10 @@ public:
     [[nodiscard]] Compound *object(int row) const { return m_Rows[std::size_t(row)].object; }
     [[nodiscard]] int rowOf(const Compound *object) const;
     [[nodiscard]] bool isTicked(int row) const { return m_Rows[std::size_t(row)].isTicked; }
-    void setTicked(int row, bool ticked);
+    void setTicked(int row, bool ticked) { setTicked(std::vector<int>{row}, ticked); }
+    // One change for all of them.
+    void setTicked(const std::vector<int> &rows, bool ticked);
+    [[nodiscard]] int tickedCount() const noexcept { return m_TickedCount; }
     // In the order of the rows.
     [[nodiscard]] std::vector<Compound *> ticked() const;
     // Takes out the rows of objects that have left the workbench since the model was made.
@@ -64,6 +67,7 @@ private:
 
     std::vector<Row> m_Rows;
     Ticks m_Ticks;
+    int m_TickedCount = 0;
     mutable std::map<QString, QIcon> m_Icons;
 };
 

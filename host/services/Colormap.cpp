@@ -29,7 +29,7 @@ std::vector<ColorStop> readStops(const std::string &file)
     const TAMBO::Result<std::vector<ColorStop>> stops = ColormapFile::read(file);
     if (stops)
         return stops.value();
-    Logger::Write(QStringLiteral("Grey is used instead of a colour map: %1")
+    Logger::Write(QStringLiteral("Gray is used instead of a color map: %1")
                       .arg(QString::fromStdString(stops.error().message)),
                   Logger::Severity::Warning);
     return greyStops();

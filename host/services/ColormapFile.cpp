@@ -74,7 +74,7 @@ Result<std::vector<ColorStop>> ColormapFile::parse(std::string_view text,
         stops.push_back(*stop);
     }
     if (stops.size() < 2)
-        return Failure{fileName + ": a colour map needs two colours or more"};
+        return Failure{fileName + ": a color map needs two colors or more"};
     const double first = stops.front().position;
     const double extent = stops.back().position - first;
     for (ColorStop &stop : stops)
@@ -101,7 +101,7 @@ Result<std::vector<ColorStop>> ColormapFile::read(const std::string &name)
 {
     const QString path = find(name);
     if (path.isEmpty())
-        return Failure{"there is no colour map \"" + name + "\""};
+        return Failure{"there is no color map \"" + name + "\""};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return Failure{(path + QStringLiteral(": ") + file.errorString()).toStdString()};

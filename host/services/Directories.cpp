@@ -50,7 +50,7 @@ QString Directories::scratch()
     // The session's own directory where there is one: it is private and emptied at logout.
     const QString session = fromEnvironment("XDG_RUNTIME_DIR");
     const bool portable = qEnvironmentVariableIsSet("TAMBO_USER_DIR");
-    if (!portable && !QStandardPaths::isTestModeEnabled() && QFileInfo(session).isWritable())
+    if (!portable && QFileInfo(session).isWritable())
         return session + QStringLiteral("/tambo");
     return userDirectory("cache", QStandardPaths::GenericCacheLocation) + QStringLiteral("/tmp");
 }

@@ -19,8 +19,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <functional>
+#include <unordered_set>
 
 namespace TAMBO {
 
@@ -67,10 +67,8 @@ private:
     void tickAllShown(bool ticked);
     void refresh();
     [[nodiscard]] int currentRow() const;
-    [[nodiscard]] bool isOffered(Compound *object) const { return m_Model.rowOf(object) >= 0; }
 
     SelectObject &m_Dialog;
-    std::vector<Compound *> m_Candidates;
     CandidateModel::Ticks m_Ticks;
     Write m_Write;
     CandidateModel m_Model;
@@ -84,7 +82,6 @@ private:
 SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *> &candidates,
                              CandidateModel::Ticks ticks, Write write)
     : m_Dialog(dialog),
-      m_Candidates(candidates),
       m_Ticks(ticks),
       m_Write(std::move(write)),
       m_Model(candidates, ticks),
@@ -215,8 +212,11 @@ void SelectObject::Picker::toggleCurrent()
 
 void SelectObject::Picker::tickAllShown(bool ticked)
 {
+    std::vector<int> rows;
+    rows.reserve(std::size_t(m_Shown.rowCount()));
     for (int shown = 0; shown < m_Shown.rowCount(); ++shown)
-        m_Model.setTicked(m_Shown.mapToSource(m_Shown.index(shown, 0)).row(), ticked);
+        rows.push_back(m_Shown.mapToSource(m_Shown.index(shown, 0)).row());
+    m_Model.setTicked(rows, ticked);
 }
 
 void SelectObject::Picker::refresh()
@@ -226,7 +226,7 @@ void SelectObject::Picker::refresh()
     QString text =
         shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
     if (isSeveral())
-        text += tr(", %1 chosen").arg(m_Model.ticked().size());
+        text += tr(", %1 chosen").arg(m_Model.tickedCount());
     m_Counts->setText(text);
     m_Ok->setEnabled(isSeveral() || currentRow() >= 0);
 }
@@ -262,10 +262,11 @@ int SelectObject::Picker::answer(const std::optional<std::vector<Compound *>> &g
 {
     if (!given)
         return QDialog::Rejected;
+    const std::unordered_set<const Compound *> wanted(given->begin(), given->end());
     std::vector<Compound *> choice;
-    for (Compound *candidate : m_Candidates)
-        if (isOffered(candidate) && std::ranges::count(*given, candidate) > 0)
-            choice.push_back(candidate);
+    for (int row = 0; row < m_Model.rowCount(); ++row)
+        if (wanted.contains(m_Model.object(row)))
+            choice.push_back(m_Model.object(row));
     if (!isSeveral() && choice.empty()) {
         Logger::Write(QStringLiteral("The object chosen in advance is not offered: %1")
                           .arg(m_Dialog.windowTitle()),

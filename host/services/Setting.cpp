@@ -34,7 +34,12 @@ bool isOneOf(const QString &text, const std::array<const char *, 4> &words)
     });
 }
 
-// "Family", "Family, size" and the like: Qt would take any text at all for a family name.
+// How many fields the toolkit's own description of a font has, over its versions.
+constexpr int kFewestFields = 10;
+constexpr int kMostFields = 17;
+
+// "Family", "Family, size" or the toolkit's description; the toolkit itself would take any text at
+// all for a family name.
 bool isDescription(const QStringList &fields)
 {
     if (fields.first().trimmed().isEmpty())
@@ -46,7 +51,9 @@ bool isDescription(const QStringList &fields)
     if (fields.size() == 1)
         return true;
     const double size = fields.at(1).toDouble(&isNumber);
-    return isNumber && (fields.size() > 2 || (size >= kSmallestFont && size <= kLargestFont));
+    if (fields.size() > 2)
+        return isNumber && fields.size() >= kFewestFields && fields.size() <= kMostFields;
+    return isNumber && size >= kSmallestFont && size <= kLargestFont;
 }
 
 } // namespace

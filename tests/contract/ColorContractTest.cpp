@@ -166,8 +166,8 @@ TEST(ColormapContract, AFileThatIsNotThereGivesGreyAndOneLogLine)
     const LogLines log;
     const Colormap map("nosuch.cm", 100, "No name");
     expectGrey(map.lookupValue(0.3F));
-    EXPECT_EQ(log.texts(), QStringList("Grey is used instead of a colour map: "
-                                       "there is no colour map \"nosuch.cm\""));
+    EXPECT_EQ(log.texts(), QStringList("Gray is used instead of a color map: "
+                                       "there is no color map \"nosuch.cm\""));
 }
 
 TEST(ColormapContract, NoFileAtAllGivesGreyWithoutAWord)

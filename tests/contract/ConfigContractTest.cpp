@@ -125,7 +125,7 @@ TEST(SettingContract, ToFontReadsFamilyAndSizeAndTheToolkitsOwnDescription)
 TEST(SettingContract, ToFontRefusesWhatIsNoFont)
 {
     for (const char *text : {"", "  ", "12", ", 12", "DejaVu Sans, big", "DejaVu Sans, -3",
-                             "DejaVu Sans, 0", "DejaVu Sans,"}) {
+                             "DejaVu Sans, 0", "DejaVu Sans,", "DejaVu Sans, 12, bold"}) {
         bool ok = true;
         EXPECT_EQ(Setting(text).ToFont(&ok), QFont()) << text;
         EXPECT_FALSE(ok) << text;

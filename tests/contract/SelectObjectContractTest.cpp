@@ -2,6 +2,11 @@
 // What plug-ins rely on of SelectObject, and how users drive it.
 #include "SelectObject.h"
 
+#include "Alignment.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
+#include "ObjectSpace.h"
+#include "Peptide.h"
 #include "SelectObjectAnswers.h"
 #include "support/FakeCompound.h"
 #include "support/LogLines.h"
@@ -311,4 +316,80 @@ TEST_F(SelectObjectContract, AnAnswerThatIsNotOfferedCancelsASingleChoice)
     EXPECT_EQ(dialog.exec(), QDialog::Rejected);
     EXPECT_EQ(m_One, nullptr);
     EXPECT_EQ(log.texts(), QStringList("The object chosen in advance is not offered: alignment"));
+}
+
+namespace {
+
+// With real objects in the workbench.
+class SelectObjectOfTheWorkbench : public SelectObjectContract
+{
+protected:
+    void SetUp() override
+    {
+        auto &space = TAMBO::ObjectSpace::get();
+        for (const char *name : {"first", "second"})
+            space.insertObject(space.objectCount(),
+                               std::make_unique<TAMBO::Peptide>(name, "ACDEF"));
+        m_Sequences = {space.object(0), space.object(1)};
+        m_Alignment = TAMBO::DataMaker::makeAlignment("ali", m_Sequences);
+    }
+    void TearDown() override
+    {
+        SelectObjectContract::TearDown();
+        TAMBO::ObjectSpace::get().reset();
+    }
+    static QString cell(const SelectObject &dialog, int row, int column)
+    {
+        return list(dialog)->model()->index(row, column).data().toString();
+    }
+    static void destroy(Compound *object)
+    {
+        const DataDelete<TAMBO::Space> guard(nullptr, TAMBO::Space::instance());
+        ASSERT_TRUE(guard.m_good);
+        TAMBO::DataMaker::Destroy(object);
+    }
+
+    std::vector<Compound *> m_Sequences;
+    Compound *m_Alignment = nullptr;
+};
+
+} // namespace
+
+TEST_F(SelectObjectOfTheWorkbench, KindAndSizeAreShown)
+{
+    const SelectObject dialog({m_Sequences[0], m_Alignment}, m_One, nullptr, "object");
+    EXPECT_EQ(cell(dialog, 0, 0), "first");
+    EXPECT_EQ(cell(dialog, 0, 1), "Sequence");
+    EXPECT_EQ(cell(dialog, 0, 2), "5 residues");
+    EXPECT_EQ(cell(dialog, 1, 0), "ali");
+    EXPECT_EQ(cell(dialog, 1, 1), "Alignment");
+    EXPECT_EQ(cell(dialog, 1, 2), "2 × 5");
+    for (int row : {0, 1})
+        EXPECT_FALSE(list(dialog)->model()->index(row, 0).data(Qt::DecorationRole).isNull());
+}
+
+TEST_F(SelectObjectOfTheWorkbench, AnObjectDeletedMeanwhileIsNotOfferedAnyMore)
+{
+    SelectObject dialog(m_Sequences, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        clickButton(dialog, "Select all");
+        destroy(m_Sequences[0]);
+        EXPECT_EQ(shown(dialog), QStringList("second"));
+        EXPECT_TRUE(says(dialog, "1 offered, 1 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[1]));
+}
+
+TEST_F(SelectObjectOfTheWorkbench, ASingleChoiceOfWhichNothingIsLeftCannotBeAccepted)
+{
+    SelectObject dialog({m_Alignment}, m_One, nullptr, "alignment");
+    const int result = run(dialog, [&] {
+        destroy(m_Alignment);
+        EXPECT_FALSE(ok(dialog)->isEnabled());
+        press(Qt::Key_Return);
+        press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+    EXPECT_EQ(m_One, nullptr);
 }

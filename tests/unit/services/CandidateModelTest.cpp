@@ -81,3 +81,18 @@ TEST(CandidateModel, WithoutTicksNothingCanBeTicked)
     EXPECT_FALSE(model.setData(model.index(0, 0), Qt::Checked, Qt::CheckStateRole));
     EXPECT_FALSE(model.flags(model.index(0, 0)).testFlag(Qt::ItemIsUserCheckable));
 }
+
+TEST(CandidateModel, TickingManyIsOneChange)
+{
+    FakeCompound a("a", "chain");
+    FakeCompound b("b", "chain");
+    FakeCompound c("c", "chain");
+    CandidateModel model({&a, &b, &c}, CandidateModel::Ticks::With);
+    const QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+    model.setTicked({2, 0}, true);
+    model.setTicked({0, 2}, true);
+    model.setTicked(std::vector<int>(), true);
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(model.tickedCount(), 2);
+    EXPECT_THAT(model.ticked(), ElementsAre(&a, &c));
+}

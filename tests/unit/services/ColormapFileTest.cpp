@@ -51,8 +51,8 @@ TEST(ColormapFile, MalformedTextIsNamedByFileLineAndCause)
     EXPECT_EQ(failureOf("0 0 -1 0\n"), "x.cm:1: " + numbers);
     EXPECT_EQ(failureOf("inf 0 0 0\n"), "x.cm:1: " + numbers);
     EXPECT_EQ(failureOf("0 0 0 0\n0 1 1 1\n"), "x.cm:2: positions must ascend");
-    EXPECT_EQ(failureOf("0 0 0 0\n"), "x.cm: a colour map needs two colours or more");
-    EXPECT_EQ(failureOf(""), "x.cm: a colour map needs two colours or more");
+    EXPECT_EQ(failureOf("0 0 0 0\n"), "x.cm: a color map needs two colors or more");
+    EXPECT_EQ(failureOf(""), "x.cm: a color map needs two colors or more");
 }
 
 TEST(ColormapFile, InterpolationHasTheColoursAtBothEndsOfEveryStep)
