@@ -46,10 +46,8 @@ void insertGaps(AlignmentTable &table, const char *kind, unsigned long row, unsi
         return;
     const unsigned long spare = table.width() - end;
     const unsigned long growth = count > spare ? count - spare : 0;
-    if (growth > AlignmentTable::kMostColumns - table.width()) {
-        writeLog("\"" + table.state().name + "\" would become too wide.", LogSeverity::Warning);
+    if (!table.hasRoomFor(growth))
         return;
-    }
     const unsigned long from = table.width() + growth - count;
     perform(GapEdit(table, kind, {row, from, count, col, long(growth)}));
 }
@@ -281,13 +279,8 @@ void Alignment::removeRow(unsigned long row)
 
 void Alignment::insertGapCol(unsigned long col, unsigned long count)
 {
-    if (col > m_Width || count == 0 || !mayChange(*this))
-        return;
-    if (count > AlignmentTable::kMostColumns - m_Width) {
-        writeLog("\"" + Name() + "\" would become too wide.", LogSeverity::Warning);
-        return;
-    }
-    perform(OpenColumnsEdit(*m_Table, "insert column", {{col, count}}));
+    if (col <= m_Width && count > 0 && mayChange(*this) && m_Table->hasRoomFor(count))
+        perform(OpenColumnsEdit(*m_Table, "insert column", {{col, count}}));
 }
 
 void Alignment::insertGap(unsigned long row, unsigned long col)

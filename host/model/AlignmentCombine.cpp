@@ -111,12 +111,8 @@ void Alignment::combine(const Alignment &other)
     AlignmentTable::Rows rows = remainingRows(table, other.table(), openings.there);
     const Column width =
         std::max(m_Width + sumOf(openings.here), other.m_Width + sumOf(openings.there));
-    if (rows.empty())
+    if (rows.empty() || !table.hasRoomFor(width - m_Width))
         return;
-    if (width > AlignmentTable::kMostColumns) {
-        writeLog("\"" + Name() + "\" would become too wide.", LogSeverity::Warning);
-        return;
-    }
     const ChangeScope scope;
     if (!openings.here.empty()) {
         OpenColumnsEdit edit(table, "combine", openings.here);

@@ -5,22 +5,15 @@
 
 namespace TAMBO {
 
-AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells)
-    : m_Sequence(&sequence), m_Cells(std::move(cells))
-{ }
-
-AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label)
-    : AlignmentRow(sequence, std::move(cells))
-{
-    if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty())
-        m_Label = std::make_shared<const RowLabel>(std::move(label));
-}
-
 AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
                            std::uint32_t firstResidue)
-    : AlignmentRow(sequence, std::move(cells), std::move(label))
+    : m_Sequence(&sequence), m_Cells(std::move(cells))
 {
-    setResidues({{firstResidue, m_Cells.residues()}});
+    if (firstResidue > 0)
+        setResidues({{firstResidue, m_Cells.residues()}});
+    if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty() ||
+        !label.chainBreaks.empty())
+        m_Label = std::make_shared<const RowLabel>(std::move(label));
 }
 
 std::string AlignmentRow::name() const

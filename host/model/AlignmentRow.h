@@ -30,11 +30,9 @@ class AlignmentRow
 public:
     using Column = OccupancyRow::Column;
 
-    // The row's residues are the sequence's first ones.
-    AlignmentRow(Peptide &sequence, OccupancyRow cells);
-    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label);
     // The row's residues are consecutive ones of the sequence.
-    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label, std::uint32_t firstResidue);
+    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label = {},
+                 std::uint32_t firstResidue = 0);
 
     [[nodiscard]] Peptide &sequence() const noexcept { return *m_Sequence; }
     // As the views show it: the label's name, or else the sequence's.
@@ -47,6 +45,12 @@ public:
 
     // Which residue of the sequence the row's ordinal-th one is.
     [[nodiscard]] std::uint32_t residueIndex(std::uint32_t ordinal) const noexcept;
+    // False when the cells ask for more residues than the sequence has.
+    [[nodiscard]] bool isWithinSequence() const noexcept
+    {
+        return m_Cells.residues() == 0 ||
+               residueIndex(m_Cells.residues() - 1) < m_Sequence->residueCount();
+    }
     // True when the row holds the whole sequence.
     [[nodiscard]] bool isComplete() const noexcept
     {

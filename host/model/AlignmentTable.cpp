@@ -53,9 +53,10 @@ Range mapped(const Range &range, Column begin, Column oldCount, Column newCount)
 std::unique_ptr<Alignment> AlignmentTable::make(std::string name, Rows rows, Column width)
 {
     std::erase_if(rows, [](const auto &row) {
-        const bool isBad = row->cells().residues() > row->sequence().residueCount();
+        const bool isBad = !row->isWithinSequence();
         if (isBad)
-            writeLog("A row of \"" + row->sequence().Name() + "\" has more residues than it.",
+            writeLog(std::string("A row of ") + row->sequence().Name() +
+                         " has more residues than it.",
                      LogSeverity::Error);
         return isBad;
     });
@@ -80,8 +81,7 @@ AlignmentTable::Rows AlignmentTable::rowsOf(const std::vector<Compound *> &seque
         else if (sequence == nullptr)
             writeLog("A missing sequence was not added to the alignment.", LogSeverity::Warning);
         else
-            writeLog("\"" + sequence->GetFQName() +
-                         "\" is no sequence and was not added to the alignment.",
+            writeLog(sequence->GetFQName() + " is no sequence and was not added to the alignment.",
                      LogSeverity::Warning);
     }
     return rows;
@@ -132,6 +132,14 @@ bool AlignmentTable::isColumnSelected(Column column) const
     return m_SelectedColumns.isSelected(m_Rows, width(), column);
 }
 
+bool AlignmentTable::hasRoomFor(Column columns) const
+{
+    const bool hasRoom = columns <= kMostColumns - width();
+    if (!hasRoom)
+        writeLog("The alignment " + m_State.name + " would become too wide.", LogSeverity::Warning);
+    return hasRoom;
+}
+
 std::size_t AlignmentTable::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) +
@@ -170,7 +178,7 @@ bool AlignmentTable::replaceColumns(const Range &range, const std::vector<Occupa
                rows[i].residues() == cells.rank(range.second) - cells.rank(range.first);
     }
     if (!fits) {
-        writeLog("The columns to be put into \"" + m_State.name + "\" do not fit its sequences.",
+        writeLog("The columns to be put into " + m_State.name + " do not fit its sequences.",
                  LogSeverity::Error);
         return false;
     }

@@ -57,6 +57,8 @@ public:
     [[nodiscard]] unsigned long layoutRevision() const noexcept;
     [[nodiscard]] AlignmentMajority majority(Column column) const;
     [[nodiscard]] bool isColumnSelected(Column column) const;
+    // Whether the alignment may become wider by so many columns; the log says if it may not.
+    [[nodiscard]] bool hasRoomFor(Column columns) const;
     // On the heap, the sequences not counted.
     [[nodiscard]] std::size_t bytes() const noexcept;
 
