@@ -70,10 +70,11 @@ Result<FileContents> FastaParser::run()
         finishRow();
     if (m_Reader.failure())
         return *m_Reader.failure();
-    if (!m_Failure)
-        finish();
     if (m_Failure)
         return *m_Failure;
+    if (m_Alignment.rows.empty())
+        return failureOf(m_Reader.fileName(), "holds no sequences");
+    finish();
     FileContents contents;
     contents.format = "fasta";
     contents.alignments.push_back(std::move(m_Alignment));

@@ -117,6 +117,8 @@ Result<FileContents> PirParser::run()
         return *m_Reader.failure();
     if (m_Failure)
         return *m_Failure;
+    if (m_Alignment.rows.empty())
+        return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
     contents.format = "pir";

@@ -115,6 +115,8 @@ bool TextReader::fill()
 
 std::size_t TextReader::unifyLineEnds(char *text, std::size_t size)
 {
+    if (size == 0)
+        return 0;
     char *from = text;
     char *const end = text + size;
     if (m_AfterCarriageReturn && *from == '\n')
