@@ -6,10 +6,13 @@
 
 namespace {
 
-// Empty for a sequence that is no part of a structure.
+// Empty for a sequence that is no part of a structure. A row of its own may be tied to a chain; the
+// atoms, which both share, know the chain.
 QString chainOf(const TAMBO::Compound &residue)
 {
-    const TAMBO::Compound *chain = residue.Parent();
+    const TAMBO::Compound *atom = residue.Child(0);
+    const bool hasOwner = atom != nullptr && atom->Parent() != nullptr;
+    const TAMBO::Compound *chain = (hasOwner ? *atom->Parent() : residue).Parent();
     if (chain == nullptr || chain->Parent() == nullptr ||
         chain->Parent() == TAMBO::Space::instance())
         return {};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CornerLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace {
+
+constexpr int kMargin = 4;
+
+} // namespace
+
+namespace ZEP {
+
+CornerLabel::CornerLabel(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignCenter);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+}
+
+QSize CornerLabel::sizeHint() const
+{
+    return {};
+}
+
+QSize CornerLabel::minimumSizeHint() const
+{
+    return {};
+}
+
+void CornerLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRect place = contentsRect().adjusted(kMargin, 0, -kMargin, 0);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
+    style()->drawItemText(&painter, place, static_cast<int>(alignment()), palette(), isEnabled(),
+                          shown, foregroundRole());
+}
+
+} // namespace ZEP

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "JLabel.h"
+
+#include "AcidColor.h"
+
+#include <QMouseEvent>
+
+namespace ZEP {
+
+JLabel::JLabel(const QString &text, int index, AcidColor *parent)
+    : QLabel(text, parent), m_Index(index)
+{
+    setAlignment(Qt::AlignCenter);
+    setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    setAutoFillBackground(true);
+}
+
+void JLabel::setBackground(const QColor &color)
+{
+    // The letter stays readable on any colour, by the rule that the residue cells follow.
+    const int grey = (11 * color.red() + 16 * color.green() + 5 * color.blue()) >> 5;
+    QPalette colors = palette();
+    colors.setColor(backgroundRole(), color);
+    colors.setColor(foregroundRole(), grey <= 126 ? Qt::white : Qt::black);
+    setPalette(colors);
+}
+
+void JLabel::mousePressEvent(QMouseEvent *event)
+{
+    m_On = !m_On;
+    if (auto *dialog = qobject_cast<AcidColor *>(window()))
+        dialog->RefreshAcid(m_Index);
+    QLabel::mousePressEvent(event);
+}
+
+} // namespace ZEP

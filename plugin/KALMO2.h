@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The editor window: residue grid, names and header of one alignment, and every command of the
+// editor. The window owns its canvases; the alignment belongs to the workbench.
+#pragma once
+
+#include "Alignment.h"
+#include "BaseWindow.h"
+#include "QCanvas.h"
+#include "Subscriber.h"
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+
+#include <utility>
+
+class Panel;
+class QLabel;
+class QMenu;
+class QPainter;
+class QPoint;
+class QProcess;
+class View;
+
+namespace ZEP {
+
+class AcidColor;
+
+class KALMO2 : public BaseWindow, public Subscriber
+{
+    Q_OBJECT
+
+public:
+    enum PrintStyle { Slim = 1, Fat = 2, BlackAndWhite = 3 };
+
+    KALMO2();
+    ~KALMO2() override;
+
+    // Only keeps the font and measures the cells; callers resize panels and rebuild.
+    void setFont(const QFont &font) override;
+    // Takes a closed window out of the registry and deletes it.
+    void Kill(BaseWindow *window) override;
+    void commUpdate() override;
+    void commAdd() override;
+    void commDelete() override;
+
+    // Shows obj when it is an alignment; anything else, null included, empties the window.
+    void Populate(TAMBO::Compound *obj);
+    // Asks the workbench to open a file; what it loads is shown with GetAlignment().
+    void OpenFile();
+
+    // The order of the slots is their index in the meta-object, by which they are known outside.
+public slots:
+    void AddSequences();
+    void GetSequences();
+    void GetAlignment();
+    void MergeAlignment();
+    void CombineAlignment();
+    void DeleteAlignment();
+    void Duplicate();
+    void AddGapColumn();
+    void RangeFull();
+    void RangeSelect();
+    void RangeRemove();
+    void RangeReNumber();
+    void RangeAddSSE();
+    void Clear();
+    void Save();
+    void Save(const QString &Name, TAMBO::Alignment *Ali);
+    void printItBox();
+    void printItChar();
+    void printItBW();
+    void drawIt(QPainter *p, PrintStyle Box);
+    void showHelp();
+    void about();
+    void kestram();
+    void modeller();
+    void malign();
+    void scroll(int x, int y);
+    void setColor(QColor *colors);
+    void ChangeFont();
+    void CreateNumbering();
+
+private slots:
+    void ButtonPressed(int i, int j, bool state);
+    void Update();
+    void ReCreate();
+    void ReRange(unsigned long begin, unsigned long end);
+    void RemoveRow(unsigned long Index);
+    void RemoveCol(unsigned long Index);
+    void InsertCol(unsigned long Index);
+    void setColor();
+    void colorConserved();
+    void colorConservedN();
+    void colorDistance();
+    void selectConservedN();
+    void selectSubSequence();
+    void readOutput();
+    void readOutputError();
+    void JobReady();
+    void RunKestram();
+
+private:
+    void CreateCanvases();
+    void CreateViews();
+    void CreateMenubar();
+    QMenu *addMenu(const QString &title);
+    void CreateToolbars();
+    void CreateIcon();
+    void ProcInit();
+
+    void addNumberingItem(const QString &text, unsigned long col, int y);
+    void createItems();
+    void createMarker();
+    // Edits inside a guard of this window and rebuilds while the guard is held.
+    template <typename Edit> void editShape(Edit edit);
+    // Whether the canvases still have the alignment's size.
+    [[nodiscard]] bool hasCurrentShape() const;
+    [[nodiscard]] int cellCentre(unsigned long col) const;
+    // Marks the canvases wholly changed, without painting them.
+    void setAllChanged();
+
+    int m_NameColumns = 8;
+    int m_HeaderRows = 4;
+    QFont m_Font;
+    int m_CellWidth = 0;
+    int m_CellHeight = 0;
+    View *m_View = nullptr;
+    Panel *m_Header = nullptr;
+    Panel *m_Names = nullptr;
+    AcidColor *m_AcidColor = nullptr;
+    QCanvas *m_Canvas = nullptr;
+    QCanvas *m_NameCanvas = nullptr;
+    QCanvas *m_HeaderCanvas = nullptr;
+    QLabel *m_Corner = nullptr;
+    // Neither list owns its items; the second is only ever cleared.
+    QCanvasItemList m_Numbering;
+    QCanvasItemList m_Spare;
+    TAMBO::Alignment *m_Data = nullptr;
+    QProcess *m_Process = nullptr;
+    QString m_Output;
+    QString m_Errors;
+    // The alignment's layout revision that the display was made from.
+    unsigned long m_ShownRevision = 0;
+};
+
+} // namespace ZEP
