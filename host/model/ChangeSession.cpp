@@ -92,12 +92,16 @@ void ChangeSession::handToRecorder()
 
 void ChangeSession::close() noexcept
 {
-    if (--m_Depth > 0)
+    if (m_Depth > 1) {
+        --m_Depth;
         return;
+    }
     for (GrowingEdit *edit : std::exchange(m_Growing, {}))
         edit->close();
     m_Logged.clear();
+    // Still open: what the recorder drops must outlive the notification.
     runSafely([this] { handToRecorder(); });
+    m_Depth = 0;
 
     // Taken out first: a subscriber may make a step of its own (a selection, say).
     const std::vector<std::unique_ptr<Edit>> released = std::exchange(m_Released, {});

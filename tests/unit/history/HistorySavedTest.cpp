@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "unit/history/HistoryFixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class HistorySavedTest : public HistoryFixture
+{
+protected:
+    HistorySavedTest() { history.clear(); }
+
+    TAMBO::Peptide &sequence = peptide("sequence", "ACDEF");
+    TAMBO::Alignment &first = *TAMBO::DataMaker::makeAlignment("first", {&sequence});
+    TAMBO::Alignment &second = *TAMBO::DataMaker::makeAlignment("second", {&sequence});
+};
+
+} // namespace
+
+TEST_F(HistorySavedTest, NothingIsModifiedAtTheBeginning)
+{
+    EXPECT_FALSE(history.isModified(first));
+    EXPECT_THAT(history.modifiedObjects(), IsEmpty());
+}
+
+TEST_F(HistorySavedTest, ObjectIsModifiedByAStepThatChangesIt)
+{
+    first.insertGap(0, 1);
+    EXPECT_TRUE(history.isModified(first));
+    EXPECT_FALSE(history.isModified(second));
+    EXPECT_THAT(history.modifiedObjects(), UnorderedElementsAre(&first));
+}
+
+TEST_F(HistorySavedTest, UndoToTheSavedStateMakesItClean)
+{
+    first.insertGap(0, 1);
+    history.markSaved(first);
+    EXPECT_FALSE(history.isModified(first));
+    first.insertGap(0, 2);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
+    EXPECT_FALSE(history.isModified(first));
+    history.undo();
+    EXPECT_TRUE(history.isModified(first)) << "the saved file holds the gap";
+    history.redo();
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, ChangeOfAnotherObjectDoesNotMatter)
+{
+    history.markSaved(first);
+    second.insertGap(0, 1);
+    second.insertGap(0, 1);
+    EXPECT_FALSE(history.isModified(first));
+    EXPECT_TRUE(history.isModified(second));
+}
+
+TEST_F(HistorySavedTest, NewObjectIsUnsavedUntilItIsMarked)
+{
+    TAMBO::Alignment *const made = TAMBO::DataMaker::makeAlignment("made", {&sequence});
+    EXPECT_TRUE(history.isModified(*made));
+    history.markSaved(*made);
+    EXPECT_FALSE(history.isModified(*made));
+}
+
+TEST_F(HistorySavedTest, DestroyedObjectIsNotListed)
+{
+    first.insertGap(0, 1);
+    TAMBO::DataMaker::Destroy(&first);
+    EXPECT_THAT(history.modifiedObjects(), IsEmpty());
+    history.undo();
+    EXPECT_THAT(history.modifiedObjects(), UnorderedElementsAre(&first));
+}
+
+TEST_F(HistorySavedTest, AlignmentThatLostRowsWithTheirSequenceIsModified)
+{
+    TAMBO::DataMaker::Destroy(&sequence);
+    EXPECT_TRUE(history.isModified(first));
+    EXPECT_TRUE(history.isModified(second));
+}
+
+TEST_F(HistorySavedTest, SavedStateThatWasReplacedByOtherStepsIsLost)
+{
+    first.insertGap(0, 1);
+    history.markSaved(first);
+    history.undo();
+    first.insertGap(0, 3);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
+    EXPECT_TRUE(history.isModified(first)) << "the saved file holds the other gap";
+    history.markSaved(first);
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, ReplacedStepsOfOtherObjectsDoNotLoseTheSavedState)
+{
+    second.insertGap(0, 1);
+    history.markSaved(first);
+    history.undo();
+    second.insertGap(0, 3);
+    EXPECT_FALSE(history.isModified(first));
+    first.insertGap(0, 1);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, ObjectChangedByADroppedStepStaysModified)
+{
+    first.insertGap(0, 1);
+    history.setLimit(1);
+    second.insertGap(0, 1);
+    ASSERT_EQ(history.size(), 1U);
+    EXPECT_TRUE(history.isModified(first));
+    EXPECT_TRUE(history.isModified(second));
+    EXPECT_THAT(history.modifiedObjects(), UnorderedElementsAre(&first, &second));
+    history.markSaved(first);
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, ObjectSavedAfterADroppedStepIsClean)
+{
+    first.insertGap(0, 1);
+    history.markSaved(first);
+    history.setLimit(1);
+    second.insertGap(0, 1);
+    second.insertGap(0, 1);
+    ASSERT_EQ(history.size(), 1U);
+    EXPECT_FALSE(history.isModified(first));
+    EXPECT_TRUE(history.isModified(second));
+}
+
+TEST_F(HistorySavedTest, SelectionIsNoUnsavedWork)
+{
+    first.select({0, 3}, true);
+    EXPECT_THAT(history.modifiedObjects(), IsEmpty());
+}
