@@ -2,13 +2,12 @@
 #include "CellLattice.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
 int pixels(unsigned long cells, int size) noexcept
 {
-    constexpr unsigned long kMost = std::numeric_limits<int>::max();
+    constexpr unsigned long kMost = CellLattice::kFarthest;
     const auto step = static_cast<unsigned long>(size);
     return step != 0 && cells > kMost / step ? static_cast<int>(kMost)
                                              : static_cast<int>(cells * step);

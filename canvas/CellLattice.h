@@ -31,10 +31,13 @@ struct CellRange
 };
 
 // A lattice with no rows, no columns or a cell without an area is empty: it has no cells and covers
-// nothing. Pixels beyond the range of int are cut off.
+// nothing. Pixels beyond kFarthest are cut off.
 class CellLattice
 {
 public:
+    // Far from the end of int, so that sums of positions and lengths stay within it.
+    static constexpr int kFarthest = 0x3fffffff;
+
     CellLattice() = default;
     CellLattice(unsigned long rows, unsigned long columns, int cellWidth, int cellHeight) noexcept;
 

@@ -117,11 +117,11 @@ TEST(CellLattice, ContainsItsCellsOnly)
     EXPECT_FALSE(kLattice.contains({2, 5}));
 }
 
-TEST(CellLattice, PixelsBeyondTheRangeOfIntAreCutOff)
+TEST(CellLattice, PixelsTooFarAwayAreCutOff)
 {
     const CellLattice huge(1, std::numeric_limits<unsigned long>::max() / 16, 13, 17);
-    EXPECT_EQ(huge.rect().width(), std::numeric_limits<int>::max());
-    EXPECT_EQ(huge.cellRect({0, huge.columns() - 1}).left(), std::numeric_limits<int>::max());
+    EXPECT_EQ(huge.rect().width(), CellLattice::kFarthest);
+    EXPECT_EQ(huge.cellRect({0, huge.columns() - 1}).left(), CellLattice::kFarthest);
 }
 
 } // namespace
