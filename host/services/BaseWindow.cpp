@@ -94,8 +94,11 @@ void BaseWindow::showEvent(QShowEvent *event)
 void BaseWindow::choosePlace()
 {
     const bool restored = !m_FixedSize && WindowPlaces::restore(*this, m_PlaceKey);
-    // A size set between construction and showing is somebody's choice.
-    if (!restored && !m_FixedSize && size() == m_FirstSize)
+    // A size set between construction and showing is somebody's choice, unless it was the layout's,
+    // which lets no window be smaller than its contents.
+    const bool isOwnSize =
+        size() == m_FirstSize || size() == m_FirstSize.expandedTo(minimumSizeHint());
+    if (!restored && !m_FixedSize && isOwnSize)
         resize(WindowPlaces::comfortable(m_FirstSize, screen()->availableSize()));
     if (!isMaximized() && !isFullScreen())
         stepAsideOfTwins();
