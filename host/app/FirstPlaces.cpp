@@ -26,7 +26,8 @@ QRect workbenchPlace(const QRect &room)
 {
     const int width = std::clamp(int(room.width() * kShareOfWidth), kNarrowest, kWidest);
     const int height = room.height() - kFrame.top() - kFrame.bottom() - 2 * kGap;
-    const QPoint corner = room.topLeft() + QPoint(kGap, kGap);
+    // Some window managers put the frame there, others what is inside of it.
+    const QPoint corner = room.topLeft() + QPoint(kGap + kFrame.left(), kFrame.top());
     return {corner, QSize(std::min(width, room.width()), std::min(height, kHighest))};
 }
 

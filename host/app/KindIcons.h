@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The small pictures that tell kinds of objects apart; drawn, so that they are sharp on any screen.
+// The small pictures that tell kinds of objects apart, with a lock on those that are locked.
 #pragma once
 
 #include "ObjectFacts.h"

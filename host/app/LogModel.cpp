@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QColor>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyle>
 
 #include <algorithm>
@@ -33,8 +34,10 @@ LogModel::LogModel(services::LogBook &book, QObject *parent)
     : QAbstractListModel(parent), m_Book(book)
 {
     const QStyle *style = QApplication::style();
-    m_Icons = {style->standardIcon(QStyle::SP_MessageBoxInformation),
-               style->standardIcon(QStyle::SP_MessageBoxWarning),
+    // Most lines are plain; only the others catch the eye.
+    QPixmap plain(32, 32);
+    plain.fill(Qt::transparent);
+    m_Icons = {QIcon(plain), style->standardIcon(QStyle::SP_MessageBoxWarning),
                style->standardIcon(QStyle::SP_MessageBoxCritical)};
     m_Timer.setSingleShot(true);
     m_Timer.setInterval(0);

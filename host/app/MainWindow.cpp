@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindow.h"
 
-#include "CommandIcons.h"
+#include "Config.h"
 #include "ConfigStore.h"
 #include "Directories.h"
 #include "FirstPlaces.h"
 #include "HelpViewer.h"
 #include "HistoryPanel.h"
-#include "KindIcons.h"
 #include "LoadProgress.h"
 #include "LogPanel.h"
 #include "ObjectCommands.h"
@@ -60,6 +59,12 @@ QStringList localFiles(const QMimeData &data)
             files << url.toLocalFile();
     }
     return files;
+}
+
+QIcon icon(const char *name)
+{
+    return QIcon(QStringLiteral("%1/%2.svg")
+                     .arg(QString::fromStdString(Config::GetIconDir()), QString::fromLatin1(name)));
 }
 
 // "&" in a menu text marks the next letter.
@@ -132,8 +137,8 @@ void MainWindow::makeDocks()
 void MainWindow::makeFileMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&File"));
-    m_Open =
-        menu->addAction(openIcon(), tr("&Open…"), QKeySequence::Open, this, &MainWindow::askFiles);
+    m_Open = menu->addAction(icon("open"), tr("&Open…"), QKeySequence::Open, this,
+                             &MainWindow::askFiles);
     m_Open->setToolTip(tr("Open structures, alignments or sequences"));
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
@@ -148,8 +153,8 @@ void MainWindow::makeFileMenu()
 void MainWindow::makeEditMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Edit"));
-    UndoActions::undo()->setIcon(undoIcon());
-    UndoActions::redo()->setIcon(redoIcon());
+    UndoActions::undo()->setIcon(icon("undo"));
+    UndoActions::redo()->setIcon(icon("redo"));
     menu->addAction(UndoActions::undo());
     menu->addAction(UndoActions::redo());
     menu->addSeparator();
@@ -184,13 +189,11 @@ void MainWindow::makeViewMenu()
 void MainWindow::makeToolsMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Tools"));
-    KindIcons icons;
     for (const services::PluginRecord &plugin : m_Workbench.plugins().loader().records()) {
         if (!plugin.isUsable())
             continue;
-        QAction *action = menu->addAction(icons.icon(ObjectKind::Alignment, false),
-                                          menuText(Plugins::titleOf(plugin)), this,
-                                          [this, &plugin] { m_Workbench.openTool(plugin); });
+        QAction *action = menu->addAction(icon("editor-window"), menuText(Plugins::titleOf(plugin)),
+                                          this, [this, &plugin] { m_Workbench.openTool(plugin); });
         if (m_Tools.empty())
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
         m_Tools.push_back(action);

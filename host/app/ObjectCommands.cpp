@@ -143,8 +143,8 @@ void ObjectCommands::askColor(const Objects &objects) const
     if (objects.empty())
         return;
     const ObjectReferences references(objects);
-    const QColor chosen = QColorDialog::getColor(objects.front()->OwnColor().toQColor(),
-                                                 m_DialogParent, tr("Colour"));
+    const QColor chosen =
+        QColorDialog::getColor(objects.front()->OwnColor().toQColor(), m_DialogParent, tr("Color"));
     if (chosen.isValid())
         color(references.objects(), chosen);
 }
@@ -194,7 +194,7 @@ void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
     add(tr("&Select"), !all([](const Compound *object) { return object->IsSelected(); }),
         [](const Objects &chosen) { select(chosen, true); });
     add(tr("D&eselect"), true, [](const Objects &chosen) { select(chosen, false); });
-    add(tr("&Colour…"), true, [this](const Objects &chosen) { askColor(chosen); });
+    add(tr("&Color…"), true, [this](const Objects &chosen) { askColor(chosen); });
     menu.addSeparator();
     add(tr("&Rename…"), isSingle && isRenamable(*objects.front()),
         [this](const Objects &chosen) { askRename(*chosen.front()); });

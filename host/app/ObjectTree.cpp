@@ -9,6 +9,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -18,6 +19,19 @@ namespace {
 
 // So many sequences are shown at once; more stay folded.
 constexpr int kFewSequences = 20;
+// More room between the rows than the style leaves.
+constexpr int kRowPadding = 5;
+
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kRowPadding);
+    }
+};
 
 } // namespace
 
@@ -32,6 +46,7 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
     setExpandsOnDoubleClick(false);
     setAllColumnsShowFocus(true);
     setFrameShape(NoFrame);
+    setItemDelegate(new RowDelegate(this));
     setModel(&model);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -110,9 +125,16 @@ void ObjectTree::unfoldFewSequences(const QModelIndex &parent, int first, int la
                        sequences.row() <= last;
     if (!isNew)
         return;
-    m_Objects.fetchMore(sequences);
-    if (m_Objects.rowCount(sequences) <= kFewSequences)
-        expand(sequences);
+    // The model is still telling of its new rows.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            const QModelIndex added = m_Objects.sequencesIndex();
+            m_Objects.fetchMore(added);
+            if (added.isValid() && m_Objects.rowCount(added) <= kFewSequences)
+                expand(added);
+        },
+        Qt::QueuedConnection);
 }
 
 void ObjectTree::paintEvent(QPaintEvent *event)

@@ -127,7 +127,9 @@ void ObjectTreeModel::refresh()
 void ObjectTreeModel::synchronise()
 {
     splitTopLevel();
+    m_IsMatching = true;
     synchronise(*m_Top);
+    m_IsMatching = false;
     scheduleRefresh();
 }
 
@@ -301,12 +303,13 @@ int ObjectTreeModel::columnCount(const QModelIndex &) const
 
 bool ObjectTreeModel::hasChildren(const QModelIndex &parent) const
 {
-    return parent.column() <= 0 && rowOf(parent)->known > 0;
+    const Row &row = *rowOf(parent);
+    return parent.column() <= 0 && (row.known > 0 || !row.rows.empty());
 }
 
 bool ObjectTreeModel::canFetchMore(const QModelIndex &parent) const
 {
-    return parent.column() <= 0 && !rowOf(parent)->isComplete();
+    return !m_IsMatching && parent.column() <= 0 && !rowOf(parent)->isComplete();
 }
 
 void ObjectTreeModel::fetchMore(const QModelIndex &parent)
@@ -315,11 +318,15 @@ void ObjectTreeModel::fetchMore(const QModelIndex &parent)
         return;
     Row &row = *rowOf(parent);
     const std::size_t at = row.rows.size();
+    m_IsMatching = true;
     insertRows(row, at, children(row, at, std::min(row.known, at + kBatch)));
+    m_IsMatching = false;
 }
 
 QVariant ObjectTreeModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == SizeColumn)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     switch (section) {

@@ -89,6 +89,8 @@ private:
     std::unique_ptr<Row> m_Top;
     Row *m_Sequences = nullptr;
     mutable KindIcons m_Icons;
+    // Views ask for more while they are told of new rows; what is being matched must stand still.
+    bool m_IsMatching = false;
     QColor m_SelectionColor;
     QTimer m_RefreshTimer;
 };

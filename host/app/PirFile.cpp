@@ -118,6 +118,31 @@ std::string titleOf(const AlignmentRow &row, unsigned long width)
     return joined(*fields);
 }
 
+// The row as the file shows it: a break between two chains stands in the gap behind the last
+// residue before it.
+std::string cellsOf(const Alignment &alignment, std::size_t index)
+{
+    std::string cells = alignment.GetSequence(index, false);
+    const AlignmentRow &row = alignment.table().row(index);
+    if (row.label() == nullptr || row.label()->chainBreaks.empty())
+        return cells;
+    // The breaks count the letters of the file, which a chain may have more of in front.
+    const bool isChain = structureOf(&row.sequence()) != nullptr;
+    const std::uint64_t shift = isChain && !cells.empty() ? row.residueIndex(0) : 0;
+    std::size_t next = 0;
+    const auto &breaks = row.label()->chainBreaks;
+    std::size_t last = std::string::npos;
+    row.forEachResidue(0, cells.size(), [&](unsigned long column, std::uint32_t residue) {
+        while (next < breaks.size() && residue >= breaks[next] + shift) {
+            if (last != std::string::npos && last + 1 < column)
+                cells[last + 1] = '/';
+            ++next;
+        }
+        last = column;
+    });
+    return cells;
+}
+
 } // namespace
 
 std::string pirText(const Alignment &alignment)
@@ -125,7 +150,7 @@ std::string pirText(const Alignment &alignment)
     std::string text;
     const AlignmentTable &table = alignment.table();
     for (std::size_t row = 0; row < table.rowCount(); ++row) {
-        const std::string cells = alignment.GetSequence(row, false);
+        const std::string cells = cellsOf(alignment, row);
         text += ">P1;" + plain(table.row(row).name(), false) + '\n';
         text += titleOf(table.row(row), alignment.width()) + '\n';
         for (std::size_t begin = 0; begin < cells.size(); begin += kLineLength)

@@ -63,7 +63,6 @@ void RecentFiles::keep(const QStringList &files)
         else
             m_Store.reset(kSection, keyOf(i));
     }
-    m_Store.save();
     emit changed();
 }
 

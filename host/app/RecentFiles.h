@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The files that were opened last, remembered in the user's settings; the latest first.
+// The files that were opened last, remembered in the user's settings; the latest first. Whoever
+// owns the settings saves them.
 #pragma once
 
 #include <QObject>

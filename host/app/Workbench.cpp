@@ -32,6 +32,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kSaveMilliseconds = 2000;
+
 fs::path toPath(const QString &file)
 {
     return fs::path(QFile::encodeName(file).toStdString());
@@ -52,6 +54,10 @@ Workbench::Workbench(Attendance attendance)
       m_LogModel(std::make_unique<LogModel>(services::LogBook::instance())),
       m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
 {
+    // Writing to the disk can wait until the windows are painted.
+    m_SaveTimer.setSingleShot(true);
+    m_SaveTimer.setInterval(kSaveMilliseconds);
+    connect(&m_SaveTimer, &QTimer::timeout, this, [] { services::ConfigStore::instance().save(); });
     m_Plugins.loadAll(Plugins::directory());
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     m_Window = std::make_unique<MainWindow>(*this);
@@ -116,19 +122,24 @@ void Workbench::filesOpened(const LoadReport &report)
         m_History.markSaved(*structure);
     for (const Alignment *alignment : report.alignments)
         m_History.markSaved(*alignment);
+    rememberFiles(report);
+    tellFailures(report);
+    emit opened(report);
+}
 
+void Workbench::rememberFiles(const LoadReport &report)
+{
     QStringList files;
     for (const fs::path &file : report.asked) {
         if (std::ranges::find(report.read, file) != report.read.end())
             files << toText(file);
     }
-    if (!files.isEmpty()) {
-        m_RecentFiles->add(files);
-        m_Window->say(files.size() == 1 ? tr("Opened %1").arg(toText(report.asked.front()))
-                                        : tr("Opened %1 files").arg(files.size()));
-    }
-    tellFailures(report);
-    emit opened(report);
+    if (files.isEmpty())
+        return;
+    m_RecentFiles->add(files);
+    m_SaveTimer.start();
+    m_Window->say(files.size() == 1 ? tr("Opened %1").arg(files.front())
+                                    : tr("Opened %1 files").arg(files.size()));
 }
 
 void Workbench::tellFailures(const LoadReport &report)
@@ -227,6 +238,7 @@ bool Workbench::mayQuit()
 void Workbench::leave()
 {
     m_Loader.cancel();
+    services::ConfigStore::instance().save();
     if (!m_Plugins.shutDown())
         Logger::Write(tr("Some plug-ins were not done when the workbench ended."),
                       Logger::Severity::Warning);

@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <QTimer>
 
 #include <filesystem>
 #include <memory>
@@ -74,6 +75,7 @@ private:
     void installHooks();
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
+    void rememberFiles(const LoadReport &report);
     void tellFailures(const LoadReport &report);
     void placeTool(QWidget *window);
     // Names of the alignments that would be lost.
@@ -86,6 +88,7 @@ private:
     Loader m_Loader;
     ObjectCommands m_Commands;
     Plugins m_Plugins;
+    QTimer m_SaveTimer;
     std::unique_ptr<UndoCommands> m_Undo;
     std::unique_ptr<LogModel> m_LogModel;
     std::unique_ptr<RecentFiles> m_RecentFiles;

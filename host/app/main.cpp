@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program `tambo`: the workbench, or a command that needs no window.
 #include "CommandLine.h"
+#include "Config.h"
 #include "InfoCommand.h"
-#include "KindIcons.h"
 #include "MainWindow.h"
 #include "Picture.h"
 #include "Services.h"
 #include "Workbench.h"
 
 #include <QApplication>
-#include <QFileInfo>
+#include <QIcon>
 #include <QImage>
 
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <utility>
 
 namespace {
 
@@ -31,14 +31,17 @@ int complain(const std::string &sentence, int status)
     return status;
 }
 
-// The toolkit gives up with a core dump when there is no screen; that is no way to say it.
-void sayFatal(QtMsgType type, const QMessageLogContext &, const QString &text)
+// What the toolkit said while it looked for a screen.
+QStringList s_StartMessages;
+
+// The toolkit gives up with several lines and a core dump when there is no screen.
+void takeStartMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type != QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", qPrintable(text));
+        s_StartMessages << text;
         return;
     }
-    std::fprintf(stderr, "tambo: no screen can be opened; \"tambo info FILE\" needs none\n");
+    std::cerr << "tambo: no screen can be opened; \"tambo info FILE\" needs none" << std::endl;
     std::_Exit(kWrongCall);
 }
 
@@ -66,7 +69,7 @@ int runWorkbench(const CommandLine &line)
 }
 
 // All windows of the program that are on the screen, the workbench first.
-QList<QWidget *> shownWindows(const Workbench &workbench)
+QList<QWidget *> shownWindows(Workbench &workbench)
 {
     QList<QWidget *> windows = {&workbench.window()};
     for (QWidget *window : QApplication::topLevelWidgets()) {
@@ -104,15 +107,17 @@ int runPicture(const CommandLine &line)
 
 int runWindows(const CommandLine &line, int argc, char **argv)
 {
-    const QtMessageHandler standard = qInstallMessageHandler(sayFatal);
+    const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
     const QApplication application(argc, argv);
     qInstallMessageHandler(standard);
+    for (const QString &message : std::exchange(s_StartMessages, {}))
+        qWarning("%s", qPrintable(message));
     QApplication::setApplicationName(QStringLiteral("tambo"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(TAMBO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(
-        TAMBO::app::KindIcons().icon(TAMBO::app::ObjectKind::Alignment, false));
+        QIcon(QString::fromStdString(Config::GetIconDir()) + QStringLiteral("/tambo.svg")));
     TAMBO::services::installServices();
     return line.mode == CommandLine::Mode::Picture ? runPicture(line) : runWorkbench(line);
 }

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What picking rows does to the objects, and how the tree behaves towards the user.
+#include "ObjectTree.h"
+
+#include "AppFixture.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
+#include "ObjectOperations.h"
+#include "ObjectTreeModel.h"
+
+#include <QContextMenuEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+using namespace TAMBO;
+using TAMBO::app::ObjectTree;
+using TAMBO::app::ObjectTreeModel;
+
+class ObjectTreeTest : public RecordedFixture
+{
+protected:
+    ObjectTreeTest()
+    {
+        m_Tree.resize(600, 400);
+        m_Tree.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_Tree));
+    }
+
+    QPoint placeOf(int row) { return m_Tree.visualRect(m_Model.index(row, 0)).center(); }
+    void click(int row, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mouseClick(m_Tree.viewport(), Qt::LeftButton, modifiers, placeOf(row));
+    }
+
+    ObjectTreeModel m_Model{*Space::instance()};
+    ObjectTree m_Tree{m_Model};
+};
+
+TEST_F(ObjectTreeTest, AClickSelectsTheObjectAndLeavesNoStep)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    const std::size_t steps = m_History.size();
+    click(0);
+    EXPECT_TRUE(first.IsSelected());
+    EXPECT_TRUE(first.chain(0)->isSelected(1));
+    EXPECT_FALSE(second.IsSelected());
+    EXPECT_EQ(m_History.size(), steps);
+}
+
+TEST_F(ObjectTreeTest, AClickElsewhereMovesTheSelection)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    click(0);
+    click(1);
+    EXPECT_FALSE(first.IsSelected());
+    EXPECT_TRUE(second.IsSelected());
+    click(0, Qt::ControlModifier);
+    EXPECT_TRUE(first.IsSelected());
+    EXPECT_TRUE(second.IsSelected());
+    EXPECT_EQ(m_Tree.pickedObjects(), (Compounds{&first, &second}));
+}
+
+TEST_F(ObjectTreeTest, WhatWasSelectedElsewhereStaysWhenAnotherRowIsPicked)
+{
+    Structure &first = structure("first", "A", "AC");
+    structure("second", "A", "AC");
+    first.chain(0)->setSelected(1, true);
+    click(1);
+    EXPECT_TRUE(first.chain(0)->isSelected(1));
+}
+
+TEST_F(ObjectTreeTest, AChangedSelectionIsPublishedOnce)
+{
+    structure("first", "A", "AC");
+    structure("second", "A", "AC");
+    click(0);
+    struct Counter : Subscriber
+    {
+        void commUpdate() override { ++updates; }
+        void commAdd() override { }
+        void commDelete() override { }
+        int updates = 0;
+    } counter;
+    click(1);
+    EXPECT_EQ(counter.updates, 1);
+}
+
+TEST_F(ObjectTreeTest, ALockedObjectIsNotSelectedAndThatIsReported)
+{
+    Structure &first = structure("first", "A", "AC");
+    setObjectLocked(first, true);
+    click(0);
+    EXPECT_FALSE(first.IsSelected());
+    EXPECT_EQ(m_Refused, std::vector<std::string>{"first"});
+}
+
+TEST_F(ObjectTreeTest, DeletingAPickedObjectTouchesNothingElse)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    click(0);
+    {
+        const DataDelete<Space> guard(nullptr, Space::instance());
+        DataMaker::Destroy(&first);
+    }
+    EXPECT_TRUE(m_Tree.pickedObjects().empty());
+    EXPECT_FALSE(second.IsSelected());
+}
+
+TEST_F(ObjectTreeTest, TheMenuIsAskedForThePickedRows)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    structure("third", "A", "AC");
+    std::vector<Compounds> asked;
+    QObject::connect(&m_Tree, &ObjectTree::menuAsked, &m_Tree,
+                     [&](const Compounds &objects) { asked.push_back(objects); });
+    const auto menuAt = [&](QPoint place) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                m_Tree.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(m_Tree.viewport(), &event);
+    };
+    click(0);
+    click(1, Qt::ControlModifier);
+    menuAt(placeOf(1));
+    menuAt(placeOf(2));
+    menuAt(QPoint(5, m_Tree.viewport()->height() - 5));
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0], (Compounds{&first, &second}));
+    EXPECT_EQ(asked[1].front()->Name(), "third");
+}
+
+TEST_F(ObjectTreeTest, ADoubleClickOpensAnAlignment)
+{
+    Alignment &family = alignment("family", {"AC-D"});
+    QSignalSpy opened(&m_Tree, &ObjectTree::opened);
+    click(0);
+    QTest::mouseDClick(m_Tree.viewport(), Qt::LeftButton, {}, placeOf(0));
+    ASSERT_EQ(opened.count(), 1);
+    EXPECT_EQ(opened[0][0].value<Compound *>(), &family);
+}
+
+TEST_F(ObjectTreeTest, ADoubleClickUnfoldsAStructure)
+{
+    structure("first", "A", "AC");
+    const QSignalSpy opened(&m_Tree, &ObjectTree::opened);
+    click(0);
+    QTest::mouseDClick(m_Tree.viewport(), Qt::LeftButton, {}, placeOf(0));
+    EXPECT_EQ(opened.count(), 0);
+    EXPECT_TRUE(m_Tree.isExpanded(m_Model.index(0, 0)));
+    EXPECT_EQ(m_Model.rowCount(m_Model.index(0, 0)), 1);
+}
+
+TEST_F(ObjectTreeTest, FewSequencesAreUnfoldedAtOnceAndManyAreNot)
+{
+    sequence("one", "ACD");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(m_Tree.isExpanded(m_Model.sequencesIndex()));
+    m_History.undo();
+    alignment("family", std::vector<std::string>(30, "AC-D"));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(m_Tree.isExpanded(m_Model.sequencesIndex()));
+}
+
+TEST_F(ObjectTreeTest, UnfoldedRowsAndTheCurrentOneSurviveChanges)
+{
+    structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    QCoreApplication::processEvents();
+    m_Tree.expand(m_Model.index(1, 0));
+    m_Tree.setCurrentIndex(m_Model.index(0, 0, m_Model.index(1, 0)));
+    alignment("family", {"AC-D"});
+    {
+        const DataDelete<Space> guard(nullptr, Space::instance());
+        DataMaker::Destroy(*space().begin());
+    }
+    EXPECT_TRUE(m_Tree.isExpanded(m_Model.index(0, 0)));
+    EXPECT_EQ(m_Model.object(m_Tree.currentIndex()), second.chain(0));
+}
+
+TEST_F(ObjectTreeTest, AnEmptyTreeSaysWhatToDo)
+{
+    const auto inked = [&] {
+        const QImage image = m_Tree.viewport()->grab().toImage();
+        const QRgb paper = image.pixel(0, 0);
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, image.height() / 2) != paper)
+                return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(inked());
+    structure("first", "A", "AC");
+    EXPECT_FALSE(inked());
+}
+
+} // namespace
