@@ -111,9 +111,10 @@ bool ConfigStore::save()
     if (m_Changes.empty())
         return true;
     Result<IniFile> onDisk = readIniFile(m_UserFile);
-    IniFile result = onDisk ? std::move(onDisk).value() : m_User;
+    const bool isBroken = !onDisk;
+    IniFile result = isBroken ? m_User : std::move(onDisk).value();
     applyChanges(result, m_Changes);
-    if (!onDisk) {
+    if (isBroken) {
         const QString kept = m_UserFile + QStringLiteral(".broken");
         QFile::remove(kept);
         QFile::copy(m_UserFile, kept);

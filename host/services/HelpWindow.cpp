@@ -5,12 +5,12 @@
 
 #include <QAction>
 #include <QFileInfo>
+#include <QIcon>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
 #include <QStatusBar>
-#include <QStyle>
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -73,18 +73,17 @@ void HelpWindow::makeToolBar()
     QToolBar *bar = addToolBar(tr("Help"));
     bar->setObjectName(QStringLiteral("HelpBar"));
     bar->setMovable(false);
-    const auto add = [&](QStyle::StandardPixmap icon, const QString &text,
-                         const QList<QKeySequence> &keys) {
-        QAction *action = bar->addAction(style()->standardIcon(icon), text);
-        action->setShortcuts(keys);
-        action->setToolTip(tr("%1 (%2)").arg(text, keys.first().toString()));
+    const auto add = [&](const char *icon, const QString &text, const QKeySequence &keys) {
+        const QString file =
+            QStringLiteral("%1/icons/%2.svg").arg(Directories::shared(), QLatin1String(icon));
+        QAction *action = bar->addAction(QIcon(file), text);
+        action->setShortcut(keys);
+        action->setToolTip(tr("%1 (%2)").arg(text, keys.toString()));
         return action;
     };
-    QAction *back = add(QStyle::SP_ArrowBack, tr("Back"), {QKeySequence(Qt::ALT | Qt::Key_Left)});
-    QAction *forward =
-        add(QStyle::SP_ArrowForward, tr("Forward"), {QKeySequence(Qt::ALT | Qt::Key_Right)});
-    QAction *contents =
-        add(QStyle::SP_DirHomeIcon, tr("Contents"), {QKeySequence(Qt::ALT | Qt::Key_Home)});
+    QAction *back = add("back", tr("Back"), Qt::ALT | Qt::Key_Left);
+    QAction *forward = add("forward", tr("Forward"), Qt::ALT | Qt::Key_Right);
+    QAction *contents = add("contents", tr("Contents"), Qt::ALT | Qt::Key_Home);
     back->setEnabled(false);
     forward->setEnabled(false);
     connect(back, &QAction::triggered, m_Pages, &QTextBrowser::backward);
