@@ -172,11 +172,8 @@ void Alignment::readRow(unsigned long row, unsigned long begin, unsigned long en
 
 void Alignment::readColumn(unsigned long col, std::vector<char> &out) const
 {
-    if (col >= m_Width)
-        return;
-    out.reserve(out.size() + height());
-    for (unsigned long row = 0; row < height(); ++row)
-        out.push_back(letterAt(row, col));
+    if (col < m_Width)
+        m_Table->readColumn(col, out);
 }
 
 AlignmentMajority Alignment::majority(unsigned long col) const

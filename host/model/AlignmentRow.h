@@ -51,6 +51,8 @@ public:
         return m_Cells.residues() == 0 ||
                residueIndex(m_Cells.residues() - 1) < m_Sequence->residueCount();
     }
+    // True when residueIndex() is the ordinal itself.
+    [[nodiscard]] bool holdsFirstResidues() const noexcept { return m_Segments.empty(); }
     // True when the row holds the whole sequence.
     [[nodiscard]] bool isComplete() const noexcept
     {
@@ -59,8 +61,17 @@ public:
     // The residues [begin, end) of the row as runs of the sequence's.
     [[nodiscard]] std::vector<ResidueRun> residueRuns(std::uint32_t begin, std::uint32_t end) const;
 
-    // Calls visit(column, index of the residue in the sequence) for the residues in [begin, end).
-    template <typename Visit> void forEachResidue(Column begin, Column end, Visit visit) const;
+    // Calls visit(column, index of the residue in the sequence, count) for the residues in
+    // [begin, end), side by side in the row and in the sequence.
+    template <typename Visit> void forEachRun(Column begin, Column end, Visit visit) const;
+    // Calls visit(column, index) for each of them.
+    template <typename Visit> void forEachResidue(Column begin, Column end, Visit visit) const
+    {
+        forEachRun(begin, end, [&](Column column, std::uint32_t index, std::uint32_t count) {
+            for (std::uint32_t i = 0; i < count; ++i)
+                visit(column + i, index + i);
+        });
+    }
 
     // The columns vanish with their residues. The residues are appended to removed unless
     // impliedResidues() gives them.
@@ -92,10 +103,11 @@ private:
     std::shared_ptr<const RowLabel> m_Label;
 };
 
-template <typename Visit>
-void AlignmentRow::forEachResidue(Column begin, Column end, Visit visit) const
+template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end, Visit visit) const
 {
+    using Word = OccupancyRow::Word;
     constexpr Column kWordColumns = OccupancyRow::kWordColumns;
+    constexpr std::uint32_t kNever = ~std::uint32_t(0);
     end = std::min(end, m_Cells.end());
     if (begin >= end)
         return;
@@ -103,27 +115,37 @@ void AlignmentRow::forEachResidue(Column begin, Column end, Visit visit) const
     std::size_t segment = segmentOf(ordinal);
     // The difference between index and ordinal holds until the next segment begins.
     std::uint32_t shift = 0;
-    std::uint32_t until = ~std::uint32_t(0);
+    std::uint32_t until = kNever;
     const auto enter = [&] {
         shift = m_Segments[segment].index - m_Segments[segment].ordinal;
-        until =
-            segment + 1 < m_Segments.size() ? m_Segments[segment + 1].ordinal : ~std::uint32_t(0);
+        until = segment + 1 < m_Segments.size() ? m_Segments[segment + 1].ordinal : kNever;
     };
     if (!m_Segments.empty())
         enter();
     for (std::size_t i = begin / kWordColumns; i * kWordColumns < end; ++i) {
-        OccupancyRow::Word bits = m_Cells.word(i);
+        Word bits = m_Cells.word(i);
         const Column first = i * kWordColumns;
         if (first < begin)
-            bits &= ~OccupancyRow::Word(0) << (begin - first);
+            bits &= ~Word(0) << (begin - first);
         if (end - first < kWordColumns)
-            bits &= (OccupancyRow::Word(1) << (end - first)) - 1;
-        for (; bits != 0; bits &= bits - 1, ++ordinal) {
-            if (ordinal == until) {
+            bits &= (Word(1) << (end - first)) - 1;
+        while (bits != 0) {
+            const int place = std::countr_zero(bits);
+            auto count = std::uint32_t(std::countr_one(bits >> place));
+            bits &= place + int(count) < 64 ? ~Word(0) << (place + int(count)) : 0;
+            Column column = first + Column(place);
+            while (count > until - ordinal) {
+                const std::uint32_t here = until - ordinal;
+                if (here > 0)
+                    visit(column, ordinal + shift, here);
+                column += here;
+                count -= here;
+                ordinal = until;
                 ++segment;
                 enter();
             }
-            visit(first + Column(std::countr_zero(bits)), ordinal + shift);
+            visit(column, ordinal + shift, count);
+            ordinal += count;
         }
     }
 }

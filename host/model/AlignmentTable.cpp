@@ -105,7 +105,13 @@ void AlignmentTable::setWidth(Column width) noexcept
         m_SelectedColumns.forget(std::min(before, width), kBehindAll);
     m_Alignment->m_Width = width;
     m_Alignment->m_RowCount = m_Rows.size();
+    noteLayout();
+}
+
+void AlignmentTable::noteLayout() noexcept
+{
     ++m_LayoutRevision;
+    m_Letters.clear();
 }
 
 // ---- Reading
@@ -120,6 +126,11 @@ bool AlignmentTable::holds(const Peptide &sequence) const noexcept
 unsigned long AlignmentTable::layoutRevision() const noexcept
 {
     return m_LayoutRevision + numberingRevision();
+}
+
+void AlignmentTable::readColumn(Column column, std::vector<char> &out) const
+{
+    m_Letters.append(m_Rows, width(), column, out);
 }
 
 AlignmentMajority AlignmentTable::majority(Column column) const
@@ -143,7 +154,8 @@ bool AlignmentTable::hasRoomFor(Column columns) const
 std::size_t AlignmentTable::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) +
-                      m_Rows.capacity() * sizeof(m_Rows[0]) + m_Profiles.bytes();
+                      m_Rows.capacity() * sizeof(m_Rows[0]) + m_Letters.bytes() +
+                      m_Profiles.bytes();
     for (const auto &row : m_Rows)
         sum += row->bytes();
     return sum;
@@ -257,7 +269,7 @@ void AlignmentTable::moveRow(std::size_t from, std::size_t to)
     else
         std::rotate(begin + std::ptrdiff_t(to), begin + std::ptrdiff_t(from),
                     begin + std::ptrdiff_t(from) + 1);
-    ++m_LayoutRevision;
+    noteLayout();
 }
 
 void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width)

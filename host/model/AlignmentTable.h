@@ -5,6 +5,7 @@
 
 #include "Alignment.h"
 #include "AlignmentRow.h"
+#include "ColumnLetters.h"
 #include "ColumnProfiles.h"
 #include "CompoundState.h"
 #include "SelectedColumns.h"
@@ -55,6 +56,7 @@ public:
     }
     [[nodiscard]] bool holds(const Peptide &sequence) const noexcept;
     [[nodiscard]] unsigned long layoutRevision() const noexcept;
+    void readColumn(Column column, std::vector<char> &out) const;
     [[nodiscard]] AlignmentMajority majority(Column column) const;
     [[nodiscard]] bool isColumnSelected(Column column) const;
     // Whether the alignment may become wider by so many columns; the log says if it may not.
@@ -94,12 +96,15 @@ private:
     AlignmentTable(std::string name, Rows rows);
 
     void setWidth(Column width) noexcept;
+    // A cell or a row is not where it was.
+    void noteLayout() noexcept;
 
     CompoundState m_State;
     Alignment *m_Alignment = nullptr;
     Rows m_Rows;
     unsigned long m_LayoutRevision = 0;
     // What passes over many rows found; no part of the alignment's value.
+    mutable ColumnLetters m_Letters;
     mutable ColumnProfiles m_Profiles;
     mutable SelectedColumns m_SelectedColumns;
 };

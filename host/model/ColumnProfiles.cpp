@@ -8,7 +8,9 @@ namespace TAMBO {
 
 namespace {
 
-constexpr OccupancyRow::Column kBlockColumns = OccupancyRow::kBlockColumns;
+// Counted at once: half of what a screen shows, so that scrolling never waits for much more than it
+// needs.
+constexpr OccupancyRow::Column kBatchColumns = 128;
 
 } // namespace
 
@@ -20,7 +22,7 @@ ColumnProfiles::ColumnProfiles()
 AlignmentMajority ColumnProfiles::majority(const Rows &rows, Column width, Column column)
 {
     if (slotOf(column) == kNone)
-        count(rows, width, column / kBlockColumns);
+        count(rows, width, column);
     AlignmentMajority result;
     const std::uint32_t *const counts = &m_Counts[std::size_t(slotOf(column)) * m_Stride];
     for (std::size_t i = 0; i < m_Letters.size(); ++i) {
@@ -114,9 +116,11 @@ ColumnProfiles::Slot ColumnProfiles::takeSlot()
 {
     ++m_Used;
     if (m_Free.empty()) {
+        const std::size_t slots = m_Counts.size() / m_Stride;
         m_Counts.resize(m_Counts.size() + m_Stride);
-        m_Free.reserve(m_Counts.size() / m_Stride);
-        return Slot(m_Counts.size() / m_Stride - 1);
+        if (m_Free.capacity() <= slots)
+            m_Free.reserve(2 * slots + kBatchColumns);
+        return Slot(slots);
     }
     const Slot slot = m_Free.back();
     m_Free.pop_back();
@@ -149,49 +153,81 @@ void ColumnProfiles::widen()
     m_Stride *= 2;
 }
 
-void ColumnProfiles::count(const Rows &rows, Column width, std::size_t block)
+void ColumnProfiles::count(const Rows &rows, Column width, Column column)
 {
-    const Column begin = block * kBlockColumns;
-    const Column end = std::min(width, begin + kBlockColumns);
-    if (m_Used + kBlockColumns > kMostColumns)
+    constexpr Column kWordColumns = OccupancyRow::kWordColumns;
+    if (m_Used + kBatchColumns > kMostColumns)
         clear();
+    const Column begin = column - column % kWordColumns;
+    const bool isNextKnown = slotOf(begin + kWordColumns) != kNone;
+    const Column end = std::min(width, begin + (isNextKnown ? kWordColumns : kBatchColumns));
     while (!tryCount(rows, begin, end))
         widen();
+}
+
+// Without a branch on the cells: runs are short, and a guess at each of their ends is costlier than
+// looking at every cell.
+bool ColumnProfiles::countRow(const AlignmentRow &row, Column begin, Column end,
+                              std::uint8_t *counts)
+{
+    const std::string_view letters = row.sequence().letters();
+    bool isKnown = true;
+    const auto placeOf = [&](char letter) {
+        isKnown = isKnown && admit(letter);
+        return isKnown ? m_PlaceOf[static_cast<unsigned char>(letter)] : std::uint16_t(0);
+    };
+    if (!row.holdsFirstResidues()) {
+        row.forEachResidue(begin, end, [&](Column column, std::uint32_t index) {
+            ++counts[(column - begin) * m_Stride + placeOf(letters[index])];
+        });
+        return isKnown;
+    }
+    std::uint32_t next = row.cells().rank(begin);
+    for (Column column = begin; column < end; column += OccupancyRow::kWordColumns) {
+        OccupancyRow::Word bits = row.cells().word(column / OccupancyRow::kWordColumns);
+        const Column last = std::min(end, column + OccupancyRow::kWordColumns);
+        for (Column i = column; bits != 0 && i < last; ++i, bits >>= 1) {
+            const auto isResidue = std::uint8_t(bits & 1);
+            const char letter = next < letters.size() ? letters[next] : '\0';
+            std::uint16_t place = m_PlaceOf[static_cast<unsigned char>(letter)];
+            if (place == kUnknown)
+                place = isResidue != 0 ? placeOf(letter) : 0;
+            counts[(i - begin) * m_Stride + place] += isResidue;
+            next += isResidue;
+        }
+    }
+    return isKnown;
 }
 
 bool ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end)
 {
     if (m_SlotOf.size() < end)
         m_SlotOf.resize(end, kNone);
-    std::array<bool, kBlockColumns> isNew{};
+    std::array<bool, kBatchColumns> isNew{};
     for (Column column = begin; column < end; ++column) {
         if (m_SlotOf[column] != kNone)
             continue;
         isNew[column - begin] = true;
         m_SlotOf[column] = takeSlot();
     }
-    // Columns that are counted already go to a place that nobody reads.
-    std::array<std::uint32_t, 256> unread{};
-    std::array<std::uint32_t *, kBlockColumns> countsOf;
-    countsOf.fill(unread.data());
+    // Counted in bytes, which fit the fastest memory, and added up before one can run over. Columns
+    // that are known already are counted along, and dropped.
+    constexpr std::size_t kMostRows = 255;
+    std::vector<std::uint8_t> few((end - begin) * m_Stride);
+    std::vector<std::uint32_t> counts(few.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (!countRow(*rows[i], begin, end, few.data()))
+            return false;
+        if ((i + 1) % kMostRows == 0 || i + 1 == rows.size()) {
+            for (std::size_t place = 0; place < few.size(); ++place)
+                counts[place] += few[place];
+            std::ranges::fill(few, std::uint8_t(0));
+        }
+    }
     for (Column column = begin; column < end; ++column) {
         if (isNew[column - begin])
-            countsOf[column - begin] = &m_Counts[std::size_t(m_SlotOf[column]) * m_Stride];
-    }
-    bool isKnown = true;
-    for (const auto &row : rows) {
-        const std::string_view letters = row->sequence().letters();
-        row->forEachResidue(begin, end, [&](Column column, std::uint32_t index) {
-            const char letter = letters[index];
-            std::uint16_t place = m_PlaceOf[static_cast<unsigned char>(letter)];
-            if (place == kUnknown) {
-                isKnown = isKnown && admit(letter);
-                place = isKnown ? m_PlaceOf[static_cast<unsigned char>(letter)] : 0;
-            }
-            ++countsOf[column - begin][place];
-        });
-        if (!isKnown)
-            return false;
+            std::copy_n(counts.begin() + std::ptrdiff_t((column - begin) * m_Stride), m_Stride,
+                        m_Counts.begin() + std::ptrdiff_t(m_SlotOf[column] * m_Stride));
     }
     return true;
 }

@@ -56,7 +56,9 @@ private:
     // The letter's place among the counts of a column; true when it has one without more room.
     [[nodiscard]] bool admit(char letter);
     void widen();
-    void count(const Rows &rows, Column width, std::size_t block);
+    void count(const Rows &rows, Column width, Column column);
+    [[nodiscard]] bool countRow(const AlignmentRow &row, Column begin, Column end,
+                                std::uint8_t *counts);
     [[nodiscard]] bool tryCount(const Rows &rows, Column begin, Column end);
 
     // Per column; shorter than the alignment when the last ones have none.

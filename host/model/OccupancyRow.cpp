@@ -123,12 +123,13 @@ void OccupancyRow::insertGaps(Column column, Column count)
         for (std::size_t block = column / kBlockColumns + 1; block < m_Ranks.size(); ++block) {
             const Column start = block * kBlockColumns;
             const Column crossing = std::min(count, start - column);
-            m_Ranks[block] -= countBits(bitsAt(start - crossing) & lowBits(crossing));
+            m_Ranks[block] -=
+                countBits(m_Words[block * kBlockWords - 1] >> (kWordColumns - crossing));
         }
-        copyUp(column, oldEnd - column, column + count);
+        shiftUp(column, oldEnd, count);
         clear(column, count);
     } else {
-        copyUp(column, oldEnd - column, column + count);
+        shiftUp(column, oldEnd, count);
         clear(column, count);
         recount(column, oldEnd + count);
     }
@@ -144,15 +145,14 @@ void OccupancyRow::removeColumns(Column begin, Column count)
         const std::uint32_t removed = countBits(bitsAt(begin) & lowBits(count));
         m_Residues -= removed;
         for (std::size_t block = begin / kBlockColumns + 1; block < m_Ranks.size(); ++block) {
-            const std::uint32_t crossing =
-                countBits(bitsAt(block * kBlockColumns) & lowBits(count));
+            const std::uint32_t crossing = countBits(m_Words[block * kBlockWords] & lowBits(count));
             m_Ranks[block] += crossing - removed;
         }
-        copyDown(begin + count, oldEnd - begin - count, begin);
+        shiftDown(begin + count, oldEnd, count);
         clear(oldEnd - count, count);
         trim();
     } else {
-        copyDown(begin + count, oldEnd - begin - count, begin);
+        shiftDown(begin + count, oldEnd, count);
         clear(oldEnd - count, count);
         trim();
         recount(begin, oldEnd);
@@ -166,7 +166,7 @@ void OccupancyRow::moveGaps(Column from, Column count, Column to)
         const Column passedEnd = std::min(to + count, oldEnd);
         if (passedEnd <= from + count)
             return;
-        copyDown(from + count, passedEnd - from - count, from);
+        shiftDown(from + count, passedEnd, count);
         clear(passedEnd - count, count);
         recount(from, passedEnd);
         trim();
@@ -175,7 +175,7 @@ void OccupancyRow::moveGaps(Column from, Column count, Column to)
         if (passedEnd <= to)
             return;
         extendTo(passedEnd + count);
-        copyUp(to, passedEnd - to, to + count);
+        shiftUp(to, passedEnd, count);
         clear(to, count);
         recount(to, passedEnd + count);
     }
@@ -275,29 +275,69 @@ void OccupancyRow::storeBits(Column column, Word bits, Column count) noexcept
     }
 }
 
-// Whole target words from the first one on, so that no bit is overwritten before it was read.
-void OccupancyRow::copyDown(Column from, Column count, Column to) noexcept
+// The bits [begin, end) move by so many columns. Whole words are put together of two each, in the
+// order in which no word is overwritten before it was read.
+void OccupancyRow::shiftUp(Column begin, Column end, Column by) noexcept
 {
-    const Column head = std::min(count, (kWordColumns - to % kWordColumns) % kWordColumns);
-    if (head > 0)
-        storeBits(to, bitsAt(from), head);
-    Column done = head;
-    for (; done + kWordColumns <= count; done += kWordColumns)
-        m_Words[(to + done) / kWordColumns] = bitsAt(from + done);
-    if (done < count)
-        storeBits(to + done, bitsAt(from + done), count - done);
+    const std::size_t words = by / kWordColumns;
+    const Column bits = by % kWordColumns;
+    const std::size_t first = (begin + by) / kWordColumns;
+    const std::size_t last = (end + by - 1) / kWordColumns;
+    const auto moved = [&](std::size_t index) {
+        const Word high = m_Words[index - words] << bits;
+        const bool hasLower = bits != 0 && index > words;
+        return hasLower ? high | m_Words[index - words - 1] >> (kWordColumns - bits) : high;
+    };
+    const Word headMask = ~lowBits((begin + by) % kWordColumns);
+    const Word tailMask = lowBits(end + by - last * kWordColumns);
+    if (first == last) {
+        put(first, moved(first), headMask & tailMask);
+        return;
+    }
+    put(last, moved(last), tailMask);
+    if (bits != 0) {
+        Word *const target = m_Words.data();
+        const Word *const source = target - words;
+        for (std::size_t i = last - 1; i > first; --i)
+            target[i] = source[i] << bits | source[i - 1] >> (kWordColumns - bits);
+    } else {
+        std::copy_backward(m_Words.begin() + std::ptrdiff_t(first + 1 - words),
+                           m_Words.begin() + std::ptrdiff_t(last - words),
+                           m_Words.begin() + std::ptrdiff_t(last));
+    }
+    put(first, moved(first), headMask);
 }
 
-void OccupancyRow::copyUp(Column from, Column count, Column to) noexcept
+void OccupancyRow::shiftDown(Column begin, Column end, Column by) noexcept
 {
-    const Column tail = std::min(count, (to + count) % kWordColumns);
-    Column left = count - tail;
-    if (tail > 0)
-        storeBits(to + left, bitsAt(from + left), tail);
-    for (; left >= kWordColumns; left -= kWordColumns)
-        m_Words[(to + left) / kWordColumns - 1] = bitsAt(from + left - kWordColumns);
-    if (left > 0)
-        storeBits(to, bitsAt(from), left);
+    if (begin >= end)
+        return;
+    const std::size_t words = by / kWordColumns;
+    const Column bits = by % kWordColumns;
+    const std::size_t first = (begin - by) / kWordColumns;
+    const std::size_t last = (end - by - 1) / kWordColumns;
+    const auto moved = [&](std::size_t index) {
+        const Word low = word(index + words) >> bits;
+        return bits != 0 ? low | word(index + words + 1) << (kWordColumns - bits) : low;
+    };
+    const Word headMask = ~lowBits((begin - by) % kWordColumns);
+    const Word tailMask = lowBits(end - by - last * kWordColumns);
+    if (first == last) {
+        put(first, moved(first), headMask & tailMask);
+        return;
+    }
+    put(first, moved(first), headMask);
+    if (bits != 0) {
+        Word *const target = m_Words.data();
+        const Word *const source = target + words;
+        for (std::size_t i = first + 1; i < last; ++i)
+            target[i] = source[i] >> bits | source[i + 1] << (kWordColumns - bits);
+    } else {
+        std::copy(m_Words.begin() + std::ptrdiff_t(first + 1 + words),
+                  m_Words.begin() + std::ptrdiff_t(last + words),
+                  m_Words.begin() + std::ptrdiff_t(first + 1));
+    }
+    put(last, moved(last), tailMask);
 }
 
 void OccupancyRow::copyFrom(const OccupancyRow &other, Column from, Column count,

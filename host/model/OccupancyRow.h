@@ -88,8 +88,12 @@ public:
 private:
     [[nodiscard]] Word bitsAt(Column column) const noexcept;
     void storeBits(Column column, Word bits, Column count) noexcept;
-    void copyDown(Column from, Column count, Column to) noexcept;
-    void copyUp(Column from, Column count, Column to) noexcept;
+    void put(std::size_t index, Word bits, Word mask) noexcept
+    {
+        m_Words[index] = (m_Words[index] & ~mask) | (bits & mask);
+    }
+    void shiftUp(Column begin, Column end, Column by) noexcept;
+    void shiftDown(Column begin, Column end, Column by) noexcept;
     void copyFrom(const OccupancyRow &other, Column from, Column count, Column to) noexcept;
     void clear(Column begin, Column count) noexcept;
     void extendTo(Column columns);

@@ -3,6 +3,8 @@
 
 #include "Revisions.h"
 
+#include <bit>
+
 namespace TAMBO {
 
 namespace {
@@ -18,17 +20,20 @@ Words wordsOf(const AlignmentRow &row, std::size_t block) noexcept
     return words;
 }
 
-// Adds a row of which some residues are selected and some are not.
-void addMixed(const AlignmentRow &row, Column begin, Words &unselected)
+// Adds a row of which some residues are selected and some are not. Only columns that may still turn
+// out to be selected are looked at.
+void addMixed(const AlignmentRow &row, std::size_t block, const Words &words, Words &unselected)
 {
-    row.forEachResidue(
-        begin, begin + OccupancyRow::kBlockColumns, [&](Column column, std::uint32_t index) {
-            const Column place = column - begin;
-            const auto bit = OccupancyRow::Word(1) << place % OccupancyRow::kWordColumns;
-            OccupancyRow::Word &word = unselected[place / OccupancyRow::kWordColumns];
-            if ((word & bit) == 0 && !row.sequence().isSelected(index))
-                word |= bit;
-        });
+    std::uint32_t before = row.cells().blockRank(block);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        for (OccupancyRow::Word open = words[i] & ~unselected[i]; open != 0; open &= open - 1) {
+            const OccupancyRow::Word bit = open & (~open + 1);
+            const auto ordinal = before + std::uint32_t(std::popcount(words[i] & (bit - 1)));
+            if (!row.sequence().isSelected(row.residueIndex(ordinal)))
+                unselected[i] |= bit;
+        }
+        before += std::uint32_t(std::popcount(words[i]));
+    }
 }
 
 } // namespace
@@ -64,7 +69,7 @@ void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Bl
         const Words words = wordsOf(*row, index);
         const std::size_t selected = row->sequence().selectedCount();
         if (selected > 0 && selected < row->sequence().residueCount())
-            addMixed(*row, begin, unselected);
+            addMixed(*row, index, words, unselected);
         bool isSettled = true;
         for (std::size_t i = 0; i < words.size(); ++i) {
             holding[i] |= words[i];
