@@ -40,18 +40,11 @@ bool detachSequences(const std::vector<Peptide *> &peptides, const Compound &obj
 {
     if (peptides.empty())
         return true;
-    std::vector<Alignment *> alignments;
-    std::vector<Peptide *> tied;
-    for (Compound *const other : ObjectSpace::get()) {
-        if (auto *const alignment = dynamic_cast<Alignment *>(other))
-            alignments.push_back(alignment);
-        else if (Peptide *const peptide = Peptide::from(other); peptide && peptide->hasTies())
-            tied.push_back(peptide);
-    }
+    const ObjectSpace &space = ObjectSpace::get();
+    const std::vector<Alignment *> &alignments = space.alignments();
     for (const Alignment *const alignment : alignments) {
-        const bool holdsRow = std::ranges::any_of(
-            peptides, [&](Peptide *peptide) { return alignment->table().holds(*peptide); });
-        if (alignment->IsLocked() && holdsRow) {
+        const auto isRow = [&](Peptide *peptide) { return alignment->table().holds(*peptide); };
+        if (alignment->IsLocked() && std::ranges::any_of(peptides, isRow)) {
             refuse("\"" + object.GetFQName() + "\" was not deleted: the locked alignment \"" +
                    alignment->Name() + "\" holds its sequence.");
             return false;
@@ -64,7 +57,7 @@ bool detachSequences(const std::vector<Peptide *> &peptides, const Compound &obj
             alignment->table().removeRowsOf(*peptide);
             publishAtEnd(Publisher::Update);
         }
-        for (Peptide *const sequence : tied)
+        for (Peptide *const sequence : space.tiedSequences())
             sequence->untieFrom(*peptide);
     }
     return true;

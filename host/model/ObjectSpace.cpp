@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectSpace.h"
 
+#include "Alignment.h"
 #include "ChangeScope.h"
 #include "ObjectOperations.h"
+#include "Peptide.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,6 +40,8 @@ void ObjectSpace::reset()
         const std::unique_ptr<Compound> last(m_Objects.back());
         m_Objects.pop_back();
     }
+    m_Alignments.clear();
+    m_Tied.clear();
     m_State.isLocked = false;
     m_State.isSelected = false;
     m_State.color.reset();
@@ -132,6 +136,10 @@ void ObjectSpace::insertObject(std::size_t index, std::unique_ptr<Compound> obje
         state->parent = this;
     const auto place = m_Objects.begin() + std::ptrdiff_t(std::min(index, m_Objects.size()));
     m_Objects.insert(place, object.get());
+    if (auto *const alignment = dynamic_cast<Alignment *>(object.get()))
+        m_Alignments.push_back(alignment);
+    else if (Peptide *const peptide = Peptide::from(object.get()); peptide && peptide->wasTied())
+        m_Tied.push_back(peptide);
     static_cast<void>(object.release());
 }
 
@@ -143,6 +151,8 @@ std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
     m_Objects.erase(m_Objects.begin() + std::ptrdiff_t(index));
     if (CompoundState *const state = stateOf(*taken))
         state->parent = nullptr;
+    std::erase(m_Alignments, taken.get());
+    std::erase(m_Tied, taken.get());
     return taken;
 }
 

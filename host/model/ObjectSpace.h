@@ -11,6 +11,9 @@
 
 namespace TAMBO {
 
+class Alignment;
+class Peptide;
+
 class ObjectSpace final : public Space, public ObjectContainer
 {
 public:
@@ -47,10 +50,19 @@ public:
 
     [[nodiscard]] CompoundState &state() noexcept { return m_State; }
 
+    // Of the top-level objects, those that refer to sequences standing elsewhere. In no order.
+    [[nodiscard]] const std::vector<Alignment *> &alignments() const noexcept
+    {
+        return m_Alignments;
+    }
+    [[nodiscard]] const std::vector<Peptide *> &tiedSequences() const noexcept { return m_Tied; }
+
 private:
     CompoundState m_State;
     // Owned; plain pointers because the interface hands out iterators over them.
     std::vector<Compound *> m_Objects;
+    std::vector<Alignment *> m_Alignments;
+    std::vector<Peptide *> m_Tied;
 };
 
 } // namespace TAMBO

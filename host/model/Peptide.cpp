@@ -295,6 +295,11 @@ void Peptide::tie(std::size_t index, Peptide &chain, std::size_t first, std::siz
                     static_cast<std::uint32_t>(first), &chain});
 }
 
+bool Peptide::hasTies() const noexcept
+{
+    return m_Ties != nullptr && !m_Ties->runs().empty();
+}
+
 void Peptide::untieFrom(const Peptide &chain)
 {
     if (m_Ties == nullptr || !m_Ties->holds(chain))
@@ -302,8 +307,6 @@ void Peptide::untieFrom(const Peptide &chain)
     const ChangeScope scope;
     auto remaining = std::make_unique<ResidueTies>(*m_Ties);
     remaining->erase(chain);
-    if (remaining->runs().empty())
-        remaining.reset();
     recordInverse(std::make_unique<TieEdit>(*this, std::exchange(m_Ties, std::move(remaining))));
     growAllRevisions();
 }

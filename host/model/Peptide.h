@@ -99,7 +99,9 @@ public:
     // Ties count residues from index on to those of chain from first on, in ascending order of
     // index. No edit: for a peptide that is being made.
     void tie(std::size_t index, Peptide &chain, std::size_t first, std::size_t count);
-    [[nodiscard]] bool hasTies() const noexcept { return m_Ties != nullptr; }
+    [[nodiscard]] bool hasTies() const noexcept;
+    // Also when its ties have been cut, which undo may take back.
+    [[nodiscard]] bool wasTied() const noexcept { return m_Ties != nullptr; }
     // Cuts every tie to the chain; the residues go on with what they keep themselves.
     void untieFrom(const Peptide &chain);
 

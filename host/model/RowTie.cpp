@@ -120,10 +120,12 @@ RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(
         if (best.isExact)
             break;
     }
-    // A name alone may be a coincidence, so the row must be of that chain beyond doubt.
+    // Few letters agree anyhow, so half of the shorter sequence at least must be matched. A name
+    // alone may be a coincidence, so such a row must be of that chain beyond doubt.
+    const std::size_t shorter = std::min(row.sequence.letters.size(), best.available);
     const std::size_t least = isNamed ? kLeastIdentity : kLeastIdentityByNameAlone;
-    const std::size_t among = isNamed ? std::max(best.matched, row.sequence.letters.size() / 4)
-                                      : row.sequence.letters.size();
+    const std::size_t among =
+        isNamed ? std::max(best.matched, shorter / 2) : row.sequence.letters.size();
     if (best.identical == 0 || best.identical * 100 < among * least) {
         if (isNamed)
             m_Remarks.push_back("\"" + row.name + "\": no chain of " + bestStructure->Name() +
@@ -188,8 +190,11 @@ RowTie::Candidate RowTie::tieToChain(Peptide &chain) const
     const std::string_view letters = m_Row.sequence.letters;
     const std::string_view shown = chain.letters();
     const auto exact = [&](std::size_t begin) {
-        return Candidate{
-            {{0, letters.size(), &chain, begin}}, letters.size(), letters.size(), true};
+        return Candidate{{{0, letters.size(), &chain, begin}},
+                         letters.size(),
+                         letters.size(),
+                         letters.size(),
+                         true};
     };
 
     const std::optional<ChainRange> claimed = claimedRange(chain, m_Row.link);
@@ -213,6 +218,7 @@ RowTie::Candidate RowTie::tieToChain(Peptide &chain) const
         Candidate candidate;
         candidate.identical = found.identical;
         candidate.matched = found.matched;
+        candidate.available = range.end - range.begin;
         for (const MatchRun &run : found.runs)
             candidate.runs.push_back({run.first, run.count, &chain, range.begin + run.second});
         return candidate;
@@ -231,6 +237,8 @@ RowTie::Candidate RowTie::tieToChains(const std::vector<Peptide *> &chains) cons
 {
     const std::string_view letters = m_Row.sequence.letters;
     Candidate all;
+    for (const Peptide *const chain : chains)
+        all.available += chain->residueCount();
     const auto add = [&all](Peptide &chain, std::size_t offset, const MatchRun &run) {
         all.runs.push_back({offset + run.first, run.count, &chain, run.second});
     };

@@ -44,6 +44,8 @@ private:
         std::vector<RowTieRun> runs;
         std::size_t identical = 0;
         std::size_t matched = 0;
+        // The residues that there were to match.
+        std::size_t available = 0;
         bool isExact = false;
     };
 
