@@ -191,9 +191,11 @@ TEST(DeclaredFunctions, AreThoseWithoutABody)
 
 TEST(Workbench, ExportsEveryFunctionThatTheKitDeclares)
 {
+    // Functions that give a std::string carry the tag of its layout.
+    static const std::regex abiTag(R"(\[abi:\w+\])");
     std::string exported;
     for (const Symbol &symbol : symbols("-C --defined-only", WORKBENCH_FILE))
-        exported += " " + symbol.name + "\n";
+        exported += " " + std::regex_replace(symbol.name, abiTag, "") + "\n";
     std::size_t checked = 0;
     for (const auto &entry : fs::directory_iterator(fs::path(SOURCE_DIR) / "include")) {
         if (entry.path().extension() != ".h")
