@@ -244,6 +244,16 @@ TEST_F(ObjectFactoryTest, LowerCaseLettersStayAndAreTied)
     EXPECT_EQ(tiedLetters(alignment, 0), kSequence);
 }
 
+TEST_F(ObjectFactoryTest, ChainThatShowsASmallDomainOfALongSequenceIsTied)
+{
+    structure("1abc", {{"A", kSequence}});
+    const std::string before = "GSHMWWPLEDNCRRHGGTSVAAPLNDEEWCHHGGSPLTTNRWQDVCAALLPHEEGNNDCW";
+    const TAMBO::Alignment *const alignment =
+        adopt({rowRecord("row", before + before + kSequence + before, linkTo("1abc", "A"))});
+    EXPECT_EQ(tiedLetters(alignment, 0),
+              std::string(2 * before.size(), '.') + kSequence + std::string(before.size(), '.'));
+}
+
 TEST_F(ObjectFactoryTest, RowOfAnotherProteinIsNotTiedAndTheLogSaysSo)
 {
     structure("1abc", {{"A", "WWPWLHEDNCWPLLWHEDWQNC"}});

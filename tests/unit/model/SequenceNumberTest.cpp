@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <ostream>
 
 using TAMBO::SequenceNumber;
 
@@ -17,6 +18,12 @@ struct NumberCase
     char code;
     const char *value;
 };
+
+// Otherwise the bytes are printed, and those between the members are anything.
+void PrintTo(const NumberCase &number, std::ostream *out)
+{
+    *out << '"' << number.text << '"';
+}
 
 class SequenceNumberText : public testing::TestWithParam<NumberCase>
 {
