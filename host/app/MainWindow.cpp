@@ -143,7 +143,8 @@ void MainWindow::makeFileMenu()
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     menu->addSeparator();
-    m_Close = menu->addAction(tr("&Close"), QKeySequence::Close, this, &MainWindow::closePicked);
+    m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
+                              &MainWindow::closePicked);
     menu->addSeparator();
     QAction *quit = menu->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &m_Workbench,
                                     &Workbench::quit);

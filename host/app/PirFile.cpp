@@ -102,12 +102,10 @@ std::string titleOf(const AlignmentRow &row, unsigned long width)
         return written;
     const Link link = linkOf(row, width);
     if (link.structure == nullptr) {
-        return fields ? joined(*fields)
-                      : "sequence:" + plain(row.name(), true) + ": : : : : : : : ";
+        return fields ? joined(*fields) : "sequence:" + plain(row.name(), true) + "::::::::";
     }
     if (!fields) {
         fields.emplace();
-        fields->fill(" ");
         fields->at(Type) = "structureX";
         fields->at(Code) = plain(link.structure->Name(), true);
     }

@@ -3,7 +3,6 @@
 
 #include "Alignment.h"
 #include "Config.h"
-#include "Logger.h"
 #include "SelectObjectAnswers.h"
 
 #include <QApplication>
@@ -51,11 +50,7 @@ void Plugins::loadAll(const QString &directory)
         if (library.isEmpty() || taken.contains(library))
             continue;
         taken.insert(library);
-        const PluginRecord &plugin = m_Loader.load(file.absoluteFilePath());
-        if (!plugin.isUsable()) {
-            Logger::Write(QStringLiteral("Plug-in %1: %2").arg(plugin.name, plugin.reason),
-                          Logger::Severity::Warning);
-        }
+        m_Loader.load(file.absoluteFilePath());
     }
 }
 
@@ -71,11 +66,8 @@ QString Plugins::titleOf(const PluginRecord &plugin)
 QWidget *Plugins::open(const PluginRecord &plugin)
 {
     const QWidgetList before = QApplication::topLevelWidgets();
-    if (!m_Loader.execute(plugin)) {
-        Logger::Write(QStringLiteral("Plug-in %1: %2").arg(plugin.name, plugin.reason),
-                      Logger::Severity::Error);
+    if (!m_Loader.execute(plugin))
         return nullptr;
-    }
     for (QWidget *window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && window->windowType() == Qt::Window && !before.contains(window))
             return window;

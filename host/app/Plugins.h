@@ -32,8 +32,8 @@ public:
     // In a new window of the first plug-in whose windows can show one. Null when there is none.
     QWidget *show(Alignment &alignment);
     [[nodiscard]] bool hasUsable() const;
-    // False when some are not done even after their clean-up.
-    bool shutDown() { return m_Loader.shutDown(); }
+    // Those that are not done even then have a line in the log.
+    void shutDown() { m_Loader.shutDown(); }
 
 private:
     services::PluginLoader m_Loader;

@@ -8,7 +8,6 @@
 #include "Hooks.h"
 #include "LogBook.h"
 #include "LogModel.h"
-#include "Logger.h"
 #include "MainWindow.h"
 #include "ObjectFacts.h"
 #include "ObjectTree.h"
@@ -191,6 +190,8 @@ void Workbench::placeTool(QWidget *window)
 void Workbench::openTool(const services::PluginRecord &plugin)
 {
     placeTool(m_Plugins.open(plugin));
+    if (!plugin.isUsable())
+        m_Window->say(plugin.reason);
 }
 
 void Workbench::openInEditor(Compound *alignment)
@@ -239,9 +240,7 @@ void Workbench::leave()
 {
     m_Loader.cancel();
     services::ConfigStore::instance().save();
-    if (!m_Plugins.shutDown())
-        Logger::Write(tr("Some plug-ins were not done when the workbench ended."),
-                      Logger::Severity::Warning);
+    m_Plugins.shutDown();
     QCoreApplication::quit();
 }
 

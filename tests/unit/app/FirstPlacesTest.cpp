@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where windows stand at the very first start.
+#include "FirstPlaces.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using TAMBO::app::placeBeside;
+using TAMBO::app::workbenchPlace;
+
+TEST(FirstPlaces, WorkbenchAndEditorStandBesideEachOtherOnACommonScreen)
+{
+    for (const QSize &size : {QSize(1920, 1080), QSize(1680, 1050), QSize(2560, 1440)}) {
+        const QRect room(QPoint(0, 0), size);
+        const QRect workbench = workbenchPlace(room);
+        EXPECT_TRUE(room.contains(workbench));
+        const QRect editor(0, 0, std::min(size.width() * 6 / 10, 1200) + 8, 680);
+        const std::optional<QPoint> place = placeBeside(editor, workbench, room);
+        ASSERT_TRUE(place.has_value());
+        const QRect placed(*place, editor.size());
+        EXPECT_TRUE(room.contains(placed));
+        EXPECT_FALSE(placed.intersects(workbench));
+    }
+}
+
+TEST(FirstPlaces, ASmallScreenIsNotLeft)
+{
+    const QRect room(0, 0, 400, 300);
+    const QRect workbench = workbenchPlace(room);
+    EXPECT_LE(workbench.width(), room.width());
+    EXPECT_LE(workbench.height(), room.height());
+}
+
+TEST(FirstPlaces, WithoutRoomAtTheRightTheLeftIsTaken)
+{
+    const QRect room(0, 0, 1000, 800);
+    const std::optional<QPoint> place =
+        placeBeside(QRect(0, 0, 300, 200), QRect(500, 50, 450, 700), room);
+    ASSERT_TRUE(place.has_value());
+    EXPECT_LT(place->x() + 300, 500);
+    EXPECT_EQ(place->y(), 50);
+}
+
+TEST(FirstPlaces, WithoutAnyRoomTheWindowManagerDecides)
+{
+    const QRect room(0, 0, 1000, 800);
+    EXPECT_FALSE(placeBeside(QRect(0, 0, 600, 200), QRect(250, 50, 500, 700), room).has_value());
+}
+
+TEST(FirstPlaces, APanelOfTheDesktopIsLeftFree)
+{
+    const QRect room(60, 30, 1860, 1050);
+    EXPECT_TRUE(room.contains(workbenchPlace(room)));
+}
+
+} // namespace

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Opening files: in the background, in one step of undo, or not at all.
+#include "Loader.h"
+
+#include "AppFixture.h"
+#include "DataPoint.h"
+#include "LoadProgress.h"
+#include "LogBook.h"
+#include "ObjectSources.h"
+#include "Subscriber.h"
+#include "TestTexts.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <sys/stat.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace TAMBO;
+using TAMBO::app::Loader;
+using TAMBO::app::LoadReport;
+using Texts = std::vector<std::string>;
+
+class LoaderTest : public RecordedFixture
+{
+protected:
+    LoaderTest()
+    {
+        QObject::connect(&m_Loader, &Loader::finished, &m_Loader,
+                         [this](const LoadReport &report) { m_Reports.push_back(report); });
+    }
+
+    // Until all that was asked for has been dealt with.
+    void open(const std::vector<QString> &files)
+    {
+        std::vector<std::filesystem::path> paths;
+        for (const QString &file : files)
+            paths.emplace_back(file.toStdString());
+        m_Loader.open(paths);
+        EXPECT_TRUE(m_Loader.isBusy());
+        while (m_Loader.isBusy())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    const LoadReport &report() const { return m_Reports.back(); }
+    static QStringList log()
+    {
+        QStringList texts;
+        for (const services::LogEntry &entry : services::LogBook::instance().entries())
+            texts << entry.text;
+        return texts;
+    }
+    // A file that goes on for as long as nobody has written its end.
+    QString makePipe(const QString &name)
+    {
+        const QString path = m_Folder.filePath(name);
+        EXPECT_EQ(mkfifo(path.toUtf8().constData(), 0600), 0);
+        return path;
+    }
+
+    app::ObjectSources m_Sources;
+    Loader m_Loader{m_Sources};
+    std::vector<LoadReport> m_Reports;
+};
+
+TEST_F(LoaderTest, SeveralFilesAreOneStepOfUndo)
+{
+    const QString structure = write("1abc.pdb", pdbText("AG"));
+    const QString rows = write("family.fasta", ">a\nAC-D\n>b\nACCD\n");
+    open({structure, rows});
+    EXPECT_EQ(topLevelNames(), (Texts{"1abc", "a", "b", "family"}));
+    EXPECT_EQ(m_History.size(), 1U);
+    EXPECT_EQ(report().structures.size(), 1U);
+    ASSERT_EQ(report().alignments.size(), 1U);
+    EXPECT_EQ(rowsOf(*report().alignments.front()), (Texts{"AC-D", "ACCD"}));
+    EXPECT_EQ(report().asked.size(), 2U);
+    EXPECT_EQ(report().read.size(), 2U);
+    m_History.undo();
+    EXPECT_TRUE(topLevelNames().empty());
+}
+
+TEST_F(LoaderTest, RowsAreTiedToTheStructuresBesideTheirFile)
+{
+    write("1abc.pdb", pdbText("AG"));
+    const QString rows = write("family.ali", pirNaming({"1abc.pdb"}));
+    open({rows});
+    EXPECT_EQ(topLevelNames(), (Texts{"1abc", "row1", "family"}));
+    const Alignment &family = *report().alignments.front();
+    EXPECT_EQ(family.GetSeq(0), report().structures.front()->chain(0));
+}
+
+TEST_F(LoaderTest, SequencesOfAnUnalignedFileStandAlone)
+{
+    open({write("some.fasta", ">a\nACD\n>b\nACDEF\n")});
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b"}));
+    EXPECT_TRUE(report().alignments.empty());
+    EXPECT_TRUE(report().failures.empty());
+}
+
+TEST_F(LoaderTest, ABadFileLeavesNothingAndHasALineInTheLog)
+{
+    services::LogBook::instance().clear();
+    open({write("bad.ali", ">P1;a\n\nAC#D*\n")});
+    EXPECT_TRUE(topLevelNames().empty());
+    EXPECT_EQ(m_History.size(), 0U);
+    ASSERT_EQ(report().failures.size(), 1U);
+    EXPECT_TRUE(report().read.empty());
+    EXPECT_EQ(log().count(QString::fromStdString(report().failures[0].message)), 1);
+}
+
+TEST_F(LoaderTest, ABadFileAmongGoodOnesIsLeftOut)
+{
+    open({write("bad.ali", ">P1;a\n\nAC#D*\n"), write("good.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b", "good"}));
+    EXPECT_EQ(report().failures.size(), 1U);
+}
+
+TEST_F(LoaderTest, ObjectsKnowTheirFile)
+{
+    const QString file = write("1abc.pdb", pdbText("AG"));
+    open({file});
+    const Structure &structure = *report().structures.front();
+    EXPECT_EQ(m_Sources.fileOf(*structure.chain(0)), file.toStdString());
+    EXPECT_TRUE(m_Sources.fileOf(sequence("own", "ACD")).empty());
+}
+
+TEST_F(LoaderTest, CommandsAreCarriedOutOneAfterTheOther)
+{
+    const QString first = write("first.fasta", ">a\nACD\n>b\nACDE\n");
+    const QString second = write("second.fasta", ">c\nACD\n>d\nACDE\n");
+    m_Loader.open({first.toStdString()});
+    open({second});
+    EXPECT_EQ(m_Reports.size(), 2U);
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b", "c", "d"}));
+    EXPECT_EQ(m_History.size(), 2U);
+}
+
+TEST_F(LoaderTest, NothingToOpenIsNoCommand)
+{
+    m_Loader.open({});
+    EXPECT_FALSE(m_Loader.isBusy());
+    EXPECT_TRUE(m_Reports.empty());
+}
+
+TEST_F(LoaderTest, OpeningNowReturnsWithTheObjects)
+{
+    const LoadReport report = m_Loader.openNow(write("1abc.pdb", pdbText("AG")).toStdString());
+    ASSERT_EQ(report.structures.size(), 1U);
+    EXPECT_EQ(topLevelNames(), Texts{"1abc"});
+}
+
+TEST_F(LoaderTest, InsideAPublicationNothingCanBeAdded)
+{
+    struct Opener : Subscriber
+    {
+        Opener(Loader &loader, std::string file) : m_Loader(loader), m_File(std::move(file)) { }
+        void commUpdate() override { m_Report = m_Loader.openNow(m_File); }
+        void commAdd() override { }
+        void commDelete() override { }
+        Loader &m_Loader;
+        std::string m_File;
+        LoadReport m_Report;
+    } opener(m_Loader, write("1abc.pdb", pdbText("AG")).toStdString());
+    {
+        const DataPoint<Space> guard(nullptr, Space::instance());
+    }
+    EXPECT_EQ(opener.m_Report.failures.size(), 1U);
+    EXPECT_TRUE(topLevelNames().empty());
+}
+
+TEST_F(LoaderTest, ACancelledCommandLoadsNothing)
+{
+    const QString good = write("good.fasta", ">a\nACD\n");
+    const QString endless = makePipe("endless.fasta");
+    m_Loader.open({good.toStdString(), endless.toStdString()});
+    // Opening for writing waits until the reader has come to the second file.
+    const int pipe = ::open(endless.toUtf8().constData(), O_WRONLY);
+    ASSERT_GE(pipe, 0);
+    m_Loader.cancel();
+    ::close(pipe);
+    while (m_Loader.isBusy())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(report().isCancelled);
+    EXPECT_TRUE(report().failures.empty());
+    EXPECT_TRUE(topLevelNames().empty());
+    EXPECT_EQ(m_History.size(), 0U);
+}
+
+TEST_F(LoaderTest, ALongReadingShowsItsProgressAndCanBeCancelled)
+{
+    app::LoadProgress progress(m_Loader, nullptr);
+    const QString endless = makePipe("endless.fasta");
+    m_Loader.open({endless.toStdString()});
+    EXPECT_FALSE(progress.isVisible());
+    const int pipe = ::open(endless.toUtf8().constData(), O_WRONLY);
+    ASSERT_GE(pipe, 0);
+    while (!progress.isVisible())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QTest::mouseClick(progress.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel),
+                      Qt::LeftButton);
+    ::close(pipe);
+    while (m_Loader.isBusy())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(report().isCancelled);
+    EXPECT_FALSE(progress.isVisible());
+}
+
+TEST_F(LoaderTest, AShortReadingShowsNoProgress)
+{
+    app::LoadProgress progress(m_Loader, nullptr);
+    const QSignalSpy shown(&progress, &QWidget::windowTitleChanged);
+    open({write("some.fasta", ">a\nACD\n")});
+    EXPECT_FALSE(progress.isVisible());
+}
+
+TEST_F(LoaderTest, ALoaderThatGoesGivesUpItsReading)
+{
+    const QString endless = makePipe("endless.fasta");
+    int pipe = -1;
+    {
+        Loader loader(m_Sources);
+        loader.open({endless.toStdString()});
+        pipe = ::open(endless.toUtf8().constData(), O_WRONLY);
+        ::close(pipe);
+    }
+    EXPECT_GE(pipe, 0);
+    EXPECT_TRUE(topLevelNames().empty());
+}
+
+} // namespace

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reading the files of one open command, with the structures beside them.
+#include "ReadJob.h"
+
+#include "AppFixture.h"
+#include "TestTexts.h"
+
+namespace {
+
+using namespace TAMBO;
+using TAMBO::app::ReadJob;
+using TAMBO::app::ReadOutcome;
+using Texts = std::vector<std::string>;
+
+class ReadJobTest : public AppFixture
+{
+protected:
+    static ReadOutcome read(const std::vector<std::string> &files,
+                            const std::set<std::string> &loaded = {})
+    {
+        return ReadJob({files.begin(), files.end()}, loaded).run([](const std::string &, double) {
+            return true;
+        });
+    }
+    static Texts namesOf(const ReadOutcome &outcome)
+    {
+        Texts names;
+        for (const app::ReadFile &file : outcome.files)
+            names.push_back(file.file.filename().string());
+        return names;
+    }
+    std::string put(const QString &name, const QByteArray &text)
+    {
+        return write(name, text).toStdString();
+    }
+};
+
+TEST_F(ReadJobTest, StructuresComeBeforeTheAlignmentsThatNameThem)
+{
+    const std::string rows = put("x.ali", pirNaming({"1abc.pdb", "2abc"}));
+    put("1abc.pdb", pdbText("AG"));
+    put("2abc.pdb", pdbText("AG"));
+    const std::string other = put("other.fasta", ">a\nAC-D\n>b\nACCD\n");
+    EXPECT_EQ(namesOf(read({rows, other})),
+              (Texts{"1abc.pdb", "2abc.pdb", "x.ali", "other.fasta"}));
+}
+
+TEST_F(ReadJobTest, AStructureThatIsLoadedIsNotReadAgain)
+{
+    const std::string rows = put("x.ali", pirNaming({"1abc.pdb", "2abc"}));
+    put("1abc.pdb", pdbText("AG"));
+    put("2abc.pdb", pdbText("AG"));
+    EXPECT_EQ(namesOf(read({rows}, {"1abc"})), (Texts{"2abc.pdb", "x.ali"}));
+}
+
+TEST_F(ReadJobTest, AFileGivenTwiceIsReadOnce)
+{
+    const std::string rows = put("x.ali", pirNaming({"1abc.pdb"}));
+    const std::string structure = put("1abc.pdb", pdbText("AG"));
+    EXPECT_EQ(namesOf(read({rows, structure, rows})), (Texts{"1abc.pdb", "x.ali"}));
+}
+
+TEST_F(ReadJobTest, AFileNamedByARowIsNotOpenedWhenItIsNoStructure)
+{
+    const std::string rows = put("x.ali", pirNaming({"notes"}));
+    put("notes", ">a\nACD\n");
+    const ReadOutcome outcome = read({rows});
+    EXPECT_EQ(namesOf(outcome), Texts{"x.ali"});
+    EXPECT_TRUE(outcome.failures.empty());
+}
+
+TEST_F(ReadJobTest, ABadFileIsNamedAndTheOthersAreRead)
+{
+    const std::string bad = put("bad.ali", ">P1;a\n\nAC#D*\n");
+    const std::string good = put("good.fasta", ">a\nAC-D\n>b\nACCD\n");
+    const ReadOutcome outcome = read({bad, good, m_Folder.filePath("none.ali").toStdString()});
+    EXPECT_EQ(namesOf(outcome), Texts{"good.fasta"});
+    ASSERT_EQ(outcome.failures.size(), 2U);
+    EXPECT_TRUE(outcome.failures[0].message.starts_with("bad.ali:3: "))
+        << outcome.failures[0].message;
+    EXPECT_NE(outcome.failures[1].message.find("none.ali"), std::string::npos);
+}
+
+TEST_F(ReadJobTest, ABadStructureBesideAnAlignmentIsNamed)
+{
+    const std::string rows = put("x.ali", pirNaming({"1abc.pdb"}));
+    put("1abc.pdb", "ATOM  not a structure at all\n");
+    const ReadOutcome outcome = read({rows});
+    EXPECT_EQ(namesOf(outcome), Texts{"x.ali"});
+    ASSERT_EQ(outcome.failures.size(), 1U);
+    EXPECT_TRUE(outcome.failures[0].message.starts_with("1abc.pdb"));
+}
+
+TEST_F(ReadJobTest, CancellingLeavesNothing)
+{
+    const std::string rows = put("x.ali", pirNaming({}));
+    const std::string other = put("other.fasta", ">a\nACD\n");
+    int calls = 0;
+    const ReadOutcome outcome =
+        ReadJob({rows, other}, {}).run([&](const std::string &name, double) {
+            ++calls;
+            return name != "other.fasta";
+        });
+    EXPECT_TRUE(outcome.isCancelled);
+    EXPECT_TRUE(outcome.files.empty());
+    EXPECT_TRUE(outcome.failures.empty());
+    EXPECT_GE(calls, 2);
+}
+
+TEST_F(ReadJobTest, ProgressGrowsFromFileToFile)
+{
+    const std::string a = put("a.fasta", ">a\nACD\n");
+    const std::string b = put("b.fasta", ">a\nACD\n");
+    std::vector<double> fractions;
+    const ReadOutcome outcome = ReadJob({a, b}, {}).run([&](const std::string &, double fraction) {
+        fractions.push_back(fraction);
+        return true;
+    });
+    EXPECT_EQ(outcome.files.size(), 2U);
+    EXPECT_TRUE(std::ranges::is_sorted(fractions));
+    EXPECT_GE(fractions.front(), 0.0);
+    EXPECT_LE(fractions.back(), 1.0);
+    EXPECT_GE(fractions.back(), 0.5);
+}
+
+} // namespace

@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The workbench as a whole: its window, its questions, and what it answers for plug-ins.
+#include "Workbench.h"
+
+#include "AppFixture.h"
+#include "ConfigStore.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
+#include "DataPoint.h"
+#include "FileReader.h"
+#include "MainWindow.h"
+#include "ObjectOperations.h"
+#include "ObjectTree.h"
+#include "ObjectTreeModel.h"
+#include "PluginManager.h"
+#include "RecentFiles.h"
+#include "SelectObjectAnswers.h"
+#include "TestTexts.h"
+#include "UndoActions.h"
+#include "UndoCommands.h"
+
+#include <QAction>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+using namespace TAMBO;
+using app::LoadReport;
+using app::MainWindow;
+using app::ObjectCommands;
+using app::Workbench;
+using Outcome = PluginManager::Outcome;
+using Texts = std::vector<std::string>;
+
+// Calls answer with the modal dialog once it is open, however long that takes.
+template <typename Dialog, typename Answer> void answering(const Answer &answer)
+{
+    QTimer::singleShot(1, qApp, [answer] {
+        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+        if (dialog != nullptr && dialog->isVisible())
+            answer(*dialog);
+        else
+            answering<Dialog>(answer);
+    });
+}
+
+class WorkbenchTest : public AppFixture
+{
+protected:
+    WorkbenchTest()
+    {
+        qputenv("TAMBO_PLUGIN_DIR", m_Folder.filePath("plugins").toUtf8());
+        m_Workbench = std::make_unique<Workbench>();
+        QObject::connect(m_Workbench.get(), &Workbench::opened, m_Workbench.get(),
+                         [this](const LoadReport &report) { m_Reports.push_back(report); });
+    }
+    ~WorkbenchTest() override
+    {
+        m_Workbench->undo().history().clear();
+        m_Workbench.reset();
+        services::SelectObjectAnswers::clear();
+    }
+
+    MainWindow &window() { return m_Workbench->window(); }
+    History &history() { return m_Workbench->undo().history(); }
+    void show()
+    {
+        window().show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+    }
+    void open(const QStringList &files)
+    {
+        m_Workbench->open(files);
+        finish();
+    }
+    void finish()
+    {
+        while (m_Workbench->loader().isBusy())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QAction *menuEntry(const QString &menu, const QString &text)
+    {
+        for (QAction *top : window().menuBar()->actions()) {
+            if (top->text().remove(u'&') != menu)
+                continue;
+            for (QAction *action : top->menu()->actions()) {
+                if (action->text().remove(u'&') == text)
+                    return action;
+            }
+        }
+        ADD_FAILURE() << "no entry " << text.toStdString();
+        return nullptr;
+    }
+    static void moveGap(Alignment &family)
+    {
+        const DataPoint<Alignment> guard(nullptr, &family);
+        if (guard.m_good)
+            guard->moveGap(0, 2, 1, true);
+    }
+    // Answers the next question about unsaved work and keeps its text.
+    void answerUnsaved(bool goOn)
+    {
+        answering<QMessageBox>([this, goOn](QMessageBox &box) {
+            m_Question = box.text();
+            for (QAbstractButton *button : box.buttons()) {
+                const bool isCancel = box.buttonRole(button) == QMessageBox::RejectRole;
+                if (isCancel != goOn) {
+                    button->click();
+                    return;
+                }
+            }
+        });
+    }
+
+    std::unique_ptr<Workbench> m_Workbench;
+    std::vector<LoadReport> m_Reports;
+    QString m_Question;
+};
+
+// ---- The window
+
+TEST_F(WorkbenchTest, TheMenusHoldTheCommandsWithTheirKeys)
+{
+    const std::vector<std::tuple<QString, QString, QKeySequence>> commands = {
+        {"File", "Open…", QKeySequence("Ctrl+O")},
+        {"File", "Close", QKeySequence("Ctrl+W")},
+        {"File", "Quit", QKeySequence("Ctrl+Q")},
+        {"Edit", "Undo", QKeySequence("Ctrl+Z")},
+        {"Edit", "Redo", QKeySequence("Ctrl+Shift+Z")},
+        {"Edit", "Select None", QKeySequence("Ctrl+Shift+A")},
+        {"Edit", "Delete", QKeySequence("Del")},
+        {"Help", "Contents", QKeySequence("F1")},
+        {"Help", "Plug-ins…", QKeySequence()},
+        {"Help", "About", QKeySequence()},
+    };
+    for (const auto &[menu, text, key] : commands)
+        EXPECT_EQ(menuEntry(menu, text)->shortcut(), key) << text.toStdString();
+}
+
+TEST_F(WorkbenchTest, CommandsOnObjectsAreEnabledWhileSomeArePicked)
+{
+    show();
+    structure("1abc", "A", "ACD");
+    for (const char *text : {"Rename…", "Delete", "Properties…"})
+        EXPECT_FALSE(menuEntry("Edit", text)->isEnabled()) << text;
+    EXPECT_FALSE(menuEntry("File", "Close")->isEnabled());
+    window().tree().setCurrentIndex(window().objects().index(0, 0));
+    for (const char *text : {"Rename…", "Delete", "Properties…"})
+        EXPECT_TRUE(menuEntry("Edit", text)->isEnabled()) << text;
+    EXPECT_TRUE(menuEntry("File", "Close")->isEnabled());
+}
+
+TEST_F(WorkbenchTest, TheDeleteKeyDeletesThePickedObjects)
+{
+    show();
+    structure("1abc", "A", "ACD");
+    structure("2abc", "A", "ACD");
+    window().tree().setCurrentIndex(window().objects().index(0, 0));
+    menuEntry("Edit", "Delete")->trigger();
+    EXPECT_EQ(topLevelNames(), Texts{"2abc"});
+}
+
+TEST_F(WorkbenchTest, SelectNoneClearsPicksAndSelections)
+{
+    show();
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    Peptide &other = sequence("other", "ACD");
+    other.setSelected(1, true);
+    window().tree().setCurrentIndex(window().objects().index(0, 0));
+    EXPECT_TRUE(structure.IsSelected());
+    menuEntry("Edit", "Select None")->trigger();
+    EXPECT_FALSE(structure.IsSelected());
+    EXPECT_FALSE(other.isSelected(1));
+    EXPECT_TRUE(window().tree().pickedObjects().empty());
+}
+
+TEST_F(WorkbenchTest, ANameTypedIntoTheTreeIsTakenInOneStep)
+{
+    show();
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    const QModelIndex top = window().objects().index(0, 0);
+    window().tree().setCurrentIndex(top);
+    window().tree().edit(top);
+    auto *editor = window().tree().findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    editor->setText("2abc");
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The name is handed over once the key has been dealt with.
+    QCoreApplication::processEvents();
+    EXPECT_EQ(structure.Name(), "2abc");
+    history().undo();
+    EXPECT_EQ(structure.Name(), "1abc");
+}
+
+TEST_F(WorkbenchTest, TheStatusLineSaysWhyAChangeWasRefused)
+{
+    Alignment &family = alignment("SeqAli", {"AC-D"});
+    setObjectLocked(family, true);
+    moveGap(family);
+    EXPECT_EQ(window().statusBar()->currentMessage(), "SeqAli is locked");
+    EXPECT_EQ(rowsOf(family), Texts{"AC-D"});
+}
+
+TEST_F(WorkbenchTest, TheStatusLineCountsTheObjects)
+{
+    const auto *count = window().findChild<QLabel *>("ObjectCount");
+    EXPECT_EQ(count->text(), "");
+    structure("1abc", "A", "ACD");
+    alignment("x", {"AC", "AC"});
+    EXPECT_EQ(count->text(), "1 structure, 1 alignment, 2 sequences");
+}
+
+TEST_F(WorkbenchTest, AContextMenuOfAPluginIsTheWorkbenchsMenu)
+{
+    Peptide &one = sequence("one", "ACD");
+    QString shown;
+    QTimer::singleShot(1, qApp, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        shown = menu->objectName();
+        menu->close();
+    });
+    one.residue(1)->ShowMenu();
+    EXPECT_EQ(shown, "ObjectMenu");
+}
+
+// ---- Opening
+
+TEST_F(WorkbenchTest, OpenedFilesAreRememberedAndCountAsSaved)
+{
+    const QString file = write("x.fasta", ">a\nAC-D\n>b\nACCD\n");
+    open({file});
+    ASSERT_EQ(m_Reports.size(), 1U);
+    EXPECT_EQ(m_Workbench->recentFiles().files().front(), file);
+    EXPECT_TRUE(m_Workbench->mayQuit());
+}
+
+TEST_F(WorkbenchTest, FailedFilesAreListedInOneBox)
+{
+    show();
+    open({write("bad.ali", ">P1;a\n\nAC#D*\n"), write("good.fasta", ">a\nACD\n>b\nACDE\n"),
+          m_Folder.filePath("none.pdb")});
+    const auto boxes = window().findChildren<QMessageBox *>("OpenFailures");
+    ASSERT_EQ(boxes.size(), 1);
+    EXPECT_EQ(boxes[0]->text(), "2 files could not be opened.");
+    EXPECT_TRUE(boxes[0]->informativeText().startsWith("bad.ali:3: "));
+    EXPECT_TRUE(boxes[0]->informativeText().contains("none.pdb"));
+    EXPECT_EQ(boxes[0]->informativeText().count(u'\n'), 1);
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b"}));
+    EXPECT_FALSE(m_Workbench->recentFiles().files().contains(m_Folder.filePath("bad.ali")));
+    delete boxes[0];
+}
+
+TEST_F(WorkbenchTest, FilesDroppedOnTheWindowAreOpened)
+{
+    show();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(write("x.fasta", ">a\nACD\n>b\nACDE\n"))});
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&window(), &drop);
+    finish();
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b"}));
+}
+
+TEST_F(WorkbenchTest, SomethingElseThanFilesIsNotTaken)
+{
+    QMimeData data;
+    data.setText("hello");
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QApplication::sendEvent(&window(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(WorkbenchTest, TheFileDialogOpensSeveralFiles)
+{
+    show();
+    const QString one = write("one.fasta", ">a\nACD\n>b\nACDE\n");
+    write("two.fasta", ">c\nACD\n>d\nACDE\n");
+    services::ConfigStore::instance().setValue("Files", "Directory", m_Folder.path().toStdString());
+    answering<QFileDialog>([&](QFileDialog &dialog) {
+        EXPECT_EQ(dialog.directory().path(), m_Folder.path());
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFiles);
+        dialog.findChild<QLineEdit *>("fileNameEdit")->setText("\"one.fasta\" \"two.fasta\"");
+        dialog.findChild<QPushButton *>()->setFocus();
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    menuEntry("File", "Open…")->trigger();
+    finish();
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b", "c", "d"}));
+}
+
+// ---- Closing
+
+TEST_F(WorkbenchTest, CloseTakesThePickedTopLevelObjectsOut)
+{
+    show();
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    m_Workbench->closeObjects({&structure});
+    EXPECT_TRUE(topLevelNames().empty());
+    history().undo();
+    EXPECT_EQ(topLevelNames(), Texts{"1abc"});
+}
+
+TEST_F(WorkbenchTest, ClosingUnsavedWorkAsksFirst)
+{
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    Alignment &family = *m_Reports.front().alignments.front();
+    moveGap(family);
+    answerUnsaved(false);
+    m_Workbench->closeObjects({&family});
+    EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Close anyway?");
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b", "x"}));
+    answerUnsaved(true);
+    m_Workbench->closeObjects({&family});
+    EXPECT_EQ(topLevelNames(), (Texts{"a", "b"}));
+}
+
+TEST_F(WorkbenchTest, QuittingWithUnsavedWorkNamesItAndCanBeCancelled)
+{
+    show();
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    moveGap(*m_Reports.front().alignments.front());
+    alignment("new", {"AC"});
+    answerUnsaved(false);
+    m_Workbench->quit();
+    EXPECT_TRUE(m_Question.startsWith("These alignments have changes that are not saved: "));
+    EXPECT_TRUE(m_Question.contains("x") && m_Question.contains("new"));
+    EXPECT_TRUE(m_Question.endsWith(".  Quit anyway?")) << m_Question.toStdString();
+    EXPECT_TRUE(window().isVisible());
+    answerUnsaved(true);
+    m_Workbench->quit();
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(WorkbenchTest, UndoneChangesAreNoUnsavedWork)
+{
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    moveGap(*m_Reports.front().alignments.front());
+    services::UndoActions::undo()->trigger();
+    EXPECT_TRUE(m_Workbench->mayQuit());
+}
+
+TEST_F(WorkbenchTest, SelectingAndColoringResiduesAloneIsNoUnsavedAlignment)
+{
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    ObjectCommands::select({m_Reports.front().alignments.front()}, true);
+    EXPECT_TRUE(m_Workbench->mayQuit());
+}
+
+// ---- What plug-ins ask for
+
+TEST_F(WorkbenchTest, ReadPdbAddsTheStructureAtOnce)
+{
+    const QByteArray path = write("model.pdb", pdbText("AG")).toLatin1();
+    EXPECT_EQ(PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
+                                     static_cast<const void *>(path.constData())),
+              Outcome::Done);
+    EXPECT_EQ(topLevelNames(), Texts{"model"});
+}
+
+TEST_F(WorkbenchTest, ReadPdbFailsWithoutAReadableFile)
+{
+    const QByteArray path = m_Folder.filePath("none.pdb").toLatin1();
+    EXPECT_EQ(PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
+                                     static_cast<const void *>(path.constData())),
+              Outcome::Failed);
+    EXPECT_EQ(PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
+                                     static_cast<const void *>(nullptr)),
+              Outcome::Failed);
+    EXPECT_TRUE(topLevelNames().empty());
+}
+
+TEST_F(WorkbenchTest, SaveAliWritesTheAlignmentAndMarksItSaved)
+{
+    struct
+    {
+        QString path;
+        Alignment *alignment;
+    } request{m_Folder.filePath("saved.ali"), &alignment("new", {"AC-D", "ACCD"})};
+    EXPECT_TRUE(history().isModified(*request.alignment));
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Done);
+    EXPECT_FALSE(history().isModified(*request.alignment));
+    Result<FileContents> saved = readFile(request.path.toStdString());
+    ASSERT_TRUE(saved.has_value());
+    EXPECT_EQ(saved->format, "pir");
+    EXPECT_EQ(saved->alignments.front().rows[0].sequence.text(), "AC-D");
+    moveGap(*request.alignment);
+    EXPECT_TRUE(history().isModified(*request.alignment));
+}
+
+TEST_F(WorkbenchTest, SaveAliThatFailsLeavesTheAlignmentUnsaved)
+{
+    struct
+    {
+        QString path;
+        Alignment *alignment;
+    } request{m_Folder.filePath("none/saved.ali"), &alignment("new", {"AC-D"})};
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Failed);
+    EXPECT_TRUE(history().isModified(*request.alignment));
+    request.alignment = nullptr;
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Failed);
+}
+
+TEST_F(WorkbenchTest, OpenFileOpensTheFileDialog)
+{
+    show();
+    bool asked = false;
+    answering<QFileDialog>([&](QFileDialog &dialog) {
+        asked = true;
+        dialog.reject();
+    });
+    EXPECT_EQ(PluginManager::Execute("Data", "OpenFile", "SequenceEditor", "open"), Outcome::Done);
+    EXPECT_TRUE(asked);
+}
+
+TEST_F(WorkbenchTest, RoutesGoWithTheWorkbench)
+{
+    m_Workbench->undo().history().clear();
+    m_Workbench.reset();
+    EXPECT_EQ(PluginManager::Execute("Data", "OpenFile", "SequenceEditor", "open"),
+              Outcome::NoService);
+    m_Workbench = std::make_unique<Workbench>();
+}
+
+} // namespace
