@@ -20,7 +20,7 @@ enum class FileFormat {
     Unknown
 };
 
-// From the start of the text, '\n' as line end. Never Unknown for a text that a reader could read.
+// From the start of the text, '\n' as line end. A first record has to begin within it.
 [[nodiscard]] FileFormat recognise(std::string_view head);
 
 // What a file is for which there is no reader, for a message: "a Clustal alignment, ...".
