@@ -10,6 +10,7 @@
 #include "Toolbar.h"
 #include "View.h"
 
+#include <QFile>
 #include <QFontDialog>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -69,6 +70,12 @@ void KALMO2::CreateViews()
     TAMBO_CHECK_PTR(grid, "KALMO2", 70);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
+    // After a change to a larger font the panels may grow; they come first, the view gets the rest.
+    constexpr int kPanelsFirst = 1000;
+    grid->setRowStretch(0, kPanelsFirst);
+    grid->setColumnStretch(0, kPanelsFirst);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(1, 1);
 
     m_Corner = new CornerLabel(central);
     TAMBO_CHECK_PTR(m_Corner, "KALMO2", 73);
@@ -198,10 +205,10 @@ void KALMO2::CreateToolbars()
 
 void KALMO2::CreateIcon()
 {
-    const QString file = QString::fromStdString(Config::GetIconDir() + '/' +
-                                                Config::GetSetting("KALMO2", "Icon").ToString());
+    const std::string file =
+        Config::GetIconDir() + '/' + Config::GetSetting("KALMO2", "Icon").ToString();
     QPixmap icon;
-    icon.load(file);
+    icon.load(QFile::decodeName(QByteArray::fromStdString(file)));
     setWindowIcon(icon);
     setWindowIconText("Editor");
 }
@@ -225,11 +232,13 @@ void KALMO2::ChangeFont()
     if (!chosen)
         return;
     TAMBO::Alignment *shown = m_Data;
+    const QPoint firstCell(m_View->contentsX() / m_CellWidth, m_View->contentsY() / m_CellHeight);
     Clear();
     setFont(font);
     m_Names->setMaximumWidth(m_NameColumns * m_CellWidth);
     m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
     Populate(shown);
+    m_View->setContentsPos(firstCell.x() * m_CellWidth, firstCell.y() * m_CellHeight);
 }
 
 void KALMO2::ButtonPressed(int i, int, bool)

@@ -111,6 +111,7 @@ private:
 
     void addNumberingItem(const QString &text, unsigned long col, int y);
     void createItems();
+    void showName();
     void createMarker();
     // Edits inside a guard of this window and rebuilds while the guard is held.
     template <typename Edit> void editShape(Edit edit);

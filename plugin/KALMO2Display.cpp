@@ -34,6 +34,7 @@ void KALMO2::Populate(TAMBO::Compound *obj)
     createItems();
     Update();
     m_View->setContentsPos(place.x(), place.y());
+    scroll(m_View->contentsX(), m_View->contentsY());
 }
 
 void KALMO2::createItems()
@@ -49,10 +50,7 @@ void KALMO2::createItems()
     m_Canvas->setLattice(ResidueLattice::latticeOf(*m_Data, m_CellWidth, m_CellHeight),
                          std::make_unique<ResidueLattice>(m_Data, m_Font));
 
-    const QString name = QString::fromStdString(m_Data->Name());
-    m_Corner->setText(name);
-    m_Corner->setToolTip(name);
-
+    showName();
     for (unsigned long col = 0; col < columns; ++col) {
         const int x = cellCentre(col);
         auto *consensus = new IdItem(m_Data, col, m_Font, m_HeaderCanvas, x, 2.0 * m_CellHeight);
@@ -73,6 +71,13 @@ void KALMO2::createItems()
         item->setZ(3.0);
         item->show();
     }
+}
+
+void KALMO2::showName()
+{
+    const QString name = QString::fromStdString(m_Data->Name());
+    m_Corner->setText(name);
+    m_Corner->setToolTip(name);
 }
 
 void KALMO2::createMarker()
@@ -182,7 +187,7 @@ void KALMO2::commUpdate()
         // Undo, or an edit in another window, may have moved what the items were made for.
         if (m_Data->layoutRevision() != m_ShownRevision)
             Populate(m_Data);
-        m_Corner->setText(QString::fromStdString(m_Data->Name()));
+        showName();
     }
     setAllChanged();
     Update();

@@ -58,7 +58,8 @@ void KALMO2::printItBW()
 
 void KALMO2::drawIt(QPainter *p, PrintStyle)
 {
-    if (m_Data != nullptr && p->device()->devType() == QInternal::Printer)
+    const QPaintDevice *device = p == nullptr ? nullptr : p->device();
+    if (m_Data != nullptr && device != nullptr && device->devType() == QInternal::Printer)
         Logger::Write("Drawing pages is not available yet.");
 }
 

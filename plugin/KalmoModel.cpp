@@ -6,6 +6,7 @@
 #include "Logger.h"
 #include "PluginManager.h"
 
+#include <QFile>
 #include <QProcess>
 
 namespace ZEP {
@@ -15,7 +16,8 @@ void KALMO2::ProcInit()
     m_Process = new QProcess(this);
     TAMBO_CHECK_PTR(m_Process, "KalmoModel", 53);
     m_Process->setStandardInputFile(QProcess::nullDevice());
-    m_Process->setWorkingDirectory(QString::fromStdString(Config::GetPersonalTmpDir()));
+    m_Process->setWorkingDirectory(
+        QFile::decodeName(QByteArray::fromStdString(Config::GetPersonalTmpDir())));
     connect(m_Process, &QProcess::readyReadStandardOutput, this, &KALMO2::readOutput);
     connect(m_Process, &QProcess::readyReadStandardError, this, &KALMO2::readOutputError);
     connect(m_Process, &QProcess::finished, this, &KALMO2::JobReady);

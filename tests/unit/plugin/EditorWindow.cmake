@@ -1,0 +1,18 @@
+# The editor window, its commands and dialogs.
+tambo_test(kalmo_window_test QT
+    SOURCES
+        AcidColorTest.cpp
+        AcquireTest.cpp
+        AlignmentFilesTest.cpp
+        DialogDriver.h
+        EntryPointsTest.cpp
+        NotificationsTest.cpp
+        PopulateTest.cpp
+        RangeCommandsTest.cpp
+        SequenceSelectorTest.cpp
+        WindowEditsTest.cpp
+        WindowLayoutTest.cpp
+        WindowMenusTest.cpp
+        WindowSettingsTest.cpp
+        WindowSlotsTest.cpp
+    LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::model)
