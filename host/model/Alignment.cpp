@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The plug-ins' door to an alignment: checks what it is given, then leaves reading to the rows and
-// changing to the edits.
+// The plug-ins' door to an alignment: what can be read, and what it is as a node of the tree.
 #include "Alignment.h"
 
-#include "AlignmentEdits.h"
 #include "AlignmentTable.h"
-#include "ChangeScope.h"
 #include "ObjectOperations.h"
-#include "ObjectSpace.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace TAMBO {
@@ -18,59 +13,6 @@ namespace TAMBO {
 namespace {
 
 constexpr Color kPlain(0xc8c8c8);
-
-// One change, as a step of its own unless a guard or another operation is around it.
-void perform(AlignmentEdit &&edit)
-{
-    const ChangeScope scope;
-    recordInverse(edit.apply());
-}
-
-// The gaps [from, from + count) of a row are put in at to.
-void moveGaps(AlignmentTable &table, unsigned long row, unsigned long from, unsigned long count,
-              unsigned long to)
-{
-    const OccupancyRow &cells = table.row(row).cells();
-    // Gaps among gaps: no cell would change, so there is nothing to undo either.
-    if (cells.rank(std::min(from, to)) == cells.rank(std::max(from, to) + count))
-        return;
-    perform(GapEdit(table, "move gap", {row, from, count, to, 0}));
-}
-
-// What stands at col and behind it moves right, into the gaps at the row's end as far as there are.
-void insertGaps(AlignmentTable &table, const char *kind, unsigned long row, unsigned long col,
-                unsigned long count)
-{
-    const unsigned long end = table.row(row).cells().end();
-    if (col >= end)
-        return;
-    const unsigned long spare = table.width() - end;
-    const unsigned long growth = count > spare ? count - spare : 0;
-    if (!table.hasRoomFor(growth))
-        return;
-    const unsigned long from = table.width() + growth - count;
-    perform(GapEdit(table, kind, {row, from, count, col, long(growth)}));
-}
-
-// The residue at from and what follows it: right, by gaps put in before it; left, into the gaps
-// directly before it.
-void slideResidue(AlignmentTable &table, unsigned long row, unsigned long from, unsigned long to)
-{
-    if (to > from) {
-        insertGaps(table, "move gap", row, from, to - from);
-        return;
-    }
-    const OccupancyRow &cells = table.row(row).cells();
-    if (cells.isResidue(from - 1))
-        return;
-    const unsigned long count = std::min(from - to, from - cells.gapRunBegin(from - 1));
-    moveGaps(table, row, from - count, count, table.width() - count);
-}
-
-bool isRange(const Alignment::Range &range, unsigned long width)
-{
-    return range.first < range.second && range.second <= width;
-}
 
 } // namespace
 
@@ -208,121 +150,6 @@ bool Alignment::isColumnSelected(unsigned long col) const
 unsigned long Alignment::layoutRevision() const noexcept
 {
     return m_Table->layoutRevision();
-}
-
-// ---- Editing
-
-Alignment *Alignment::duplicate(unsigned long n) const
-{
-    AlignmentTable::Rows rows;
-    const std::size_t count = std::min<std::size_t>(n, m_Table->rowCount());
-    rows.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        rows.push_back(std::make_unique<AlignmentRow>(m_Table->row(i)));
-    auto copy = AlignmentTable::make(Name(), std::move(rows), m_Width);
-    Alignment *const result = copy.get();
-    result->m_Range = m_Range;
-    const ChangeScope scope;
-    ObjectSpace::get().add(std::move(copy));
-    return result;
-}
-
-void Alignment::range(const Range &range)
-{
-    const bool isEmpty = range.first >= range.second;
-    if ((!isEmpty && range.second > m_Width) || range == m_Range || !mayChange(*this))
-        return;
-    const ChangeScope scope;
-    m_Range = range;
-}
-
-void Alignment::rangeAll()
-{
-    range({0, m_Width});
-}
-
-void Alignment::select(const Range &range, bool selected)
-{
-    if (!isRange(range, m_Width) || !mayChange(*this))
-        return;
-    const ChangeScope scope;
-    for (std::size_t row = 0; row < height(); ++row) {
-        const AlignmentRow &line = m_Table->row(row);
-        const OccupancyRow &cells = line.cells();
-        for (const ResidueRun &run :
-             line.residueRuns(cells.rank(range.first), cells.rank(range.second)))
-            line.sequence().setSelected(run.index, run.index + run.count, selected);
-    }
-}
-
-void Alignment::remove(const Range &range)
-{
-    if (isRange(range, m_Width) && mayChange(*this))
-        perform(
-            RemoveColumnsEdit(*m_Table, "remove columns", range.first, range.second - range.first));
-}
-
-void Alignment::remove(unsigned long col)
-{
-    if (col < m_Width)
-        remove(Range(col, col + 1));
-}
-
-void Alignment::removeRow(unsigned long row)
-{
-    if (row < height() && mayChange(*this))
-        perform(RemoveRowsEdit(*m_Table, "remove row", {row}, m_Width));
-}
-
-void Alignment::insertGapCol(unsigned long col, unsigned long count)
-{
-    if (col <= m_Width && count > 0 && mayChange(*this) && m_Table->hasRoomFor(count))
-        perform(OpenColumnsEdit(*m_Table, "insert column", {{col, count}}));
-}
-
-void Alignment::insertGap(unsigned long row, unsigned long col)
-{
-    if (row < height() && col < m_Width && mayChange(*this))
-        insertGaps(*m_Table, "insert gap", row, col, 1);
-}
-
-void Alignment::moveGap(unsigned long row, unsigned long from, unsigned long to, bool point)
-{
-    if (row >= height() || from >= m_Width || to >= m_Width || from == to || !mayChange(*this))
-        return;
-    const OccupancyRow &cells = m_Table->row(row).cells();
-    if (cells.isResidue(from)) {
-        slideResidue(*m_Table, row, from, to);
-    } else if (point) {
-        moveGaps(*m_Table, row, from, 1, to);
-    } else {
-        const unsigned long begin = cells.gapRunBegin(from);
-        const unsigned long end = cells.gapRunEnd(from, m_Width);
-        const unsigned long target = to < from ? begin - std::min(begin, from - to)
-                                               : begin + std::min(m_Width - end, to - from);
-        moveGaps(*m_Table, row, begin, end - begin, target);
-    }
-}
-
-void Alignment::bubbleRow(unsigned long from, unsigned long to)
-{
-    if (from < height() && to < height() && from != to && mayChange(*this))
-        perform(RowMoveEdit(*m_Table, from, to));
-}
-
-void Alignment::addRows(const std::vector<Compound *> &sequences)
-{
-    if (!mayChange(*this))
-        return;
-    AlignmentTable::Rows rows = AlignmentTable::rowsOf(sequences);
-    if (rows.empty())
-        return;
-    std::vector<std::size_t> indices(rows.size());
-    std::iota(indices.begin(), indices.end(), m_Table->rowCount());
-    unsigned long width = m_Width;
-    for (const auto &row : rows)
-        width = std::max<unsigned long>(width, row->cells().end());
-    perform(InsertRowsEdit(*m_Table, "add sequences", std::move(indices), std::move(rows), width));
 }
 
 // ---- Compound

@@ -51,8 +51,6 @@ public:
         return m_Cells.residues() == 0 ||
                residueIndex(m_Cells.residues() - 1) < m_Sequence->residueCount();
     }
-    // True when residueIndex() is the ordinal itself.
-    [[nodiscard]] bool holdsFirstResidues() const noexcept { return m_Segments.empty(); }
     // True when the row holds the whole sequence.
     [[nodiscard]] bool isComplete() const noexcept
     {

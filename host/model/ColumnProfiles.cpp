@@ -165,28 +165,34 @@ void ColumnProfiles::count(const Rows &rows, Column width, Column column)
         widen();
 }
 
-// Without a branch on the cells: runs are short, and a guess at each of their ends is costlier than
-// looking at every cell.
+// Mostly without a branch on the cells: runs are short, and a wrong guess at each of their ends is
+// costlier than looking at every cell.
 bool ColumnProfiles::countRow(const AlignmentRow &row, Column begin, Column end,
                               std::uint8_t *counts)
 {
+    constexpr Column kWordColumns = OccupancyRow::kWordColumns;
     const std::string_view letters = row.sequence().letters();
+    const std::uint32_t first = row.cells().rank(begin);
+    const std::uint32_t last = row.cells().rank(end);
+    if (first == last)
+        return true;
     bool isKnown = true;
     const auto placeOf = [&](char letter) {
         isKnown = isKnown && admit(letter);
         return isKnown ? m_PlaceOf[static_cast<unsigned char>(letter)] : std::uint16_t(0);
     };
-    if (!row.holdsFirstResidues()) {
+    std::uint32_t next = row.residueIndex(first);
+    // Residues that were removed in between.
+    if (row.residueIndex(last - 1) - next != last - 1 - first) {
         row.forEachResidue(begin, end, [&](Column column, std::uint32_t index) {
             ++counts[(column - begin) * m_Stride + placeOf(letters[index])];
         });
         return isKnown;
     }
-    std::uint32_t next = row.cells().rank(begin);
-    for (Column column = begin; column < end; column += OccupancyRow::kWordColumns) {
-        OccupancyRow::Word bits = row.cells().word(column / OccupancyRow::kWordColumns);
-        const Column last = std::min(end, column + OccupancyRow::kWordColumns);
-        for (Column i = column; bits != 0 && i < last; ++i, bits >>= 1) {
+    for (Column column = begin; column < end; column += kWordColumns) {
+        OccupancyRow::Word bits = row.cells().word(column / kWordColumns);
+        const Column limit = std::min(end, column + kWordColumns);
+        for (Column i = column; bits != 0 && i < limit; ++i, bits >>= 1) {
             const auto isResidue = std::uint8_t(bits & 1);
             const char letter = next < letters.size() ? letters[next] : '\0';
             std::uint16_t place = m_PlaceOf[static_cast<unsigned char>(letter)];

@@ -179,6 +179,22 @@ TEST_F(AlignmentReading, ColumnLettersAreAppendedWithZeroForAGap)
     EXPECT_EQ(letters, (std::vector<char>{'x', 'A', 'C', '\0'}));
 }
 
+TEST_F(AlignmentReading, ColumnsOfVeryManyRowsAreRead)
+{
+    Peptide &shared = peptide("shared", "AC");
+    const Alignment &sample = alignmentOf(std::vector<std::pair<Peptide *, std::string>>(
+        70000, {&shared, "A-" + std::string(60, '-') + "C"}));
+    for (const auto &[column, letter] :
+         {std::pair(0, 'A'), std::pair(1, '\0'), std::pair(62, 'C')}) {
+        std::vector<char> letters;
+        sample.readColumn(static_cast<unsigned long>(column), letters);
+        EXPECT_EQ(letters, std::vector<char>(70000, letter));
+        EXPECT_EQ(sample.majority(static_cast<unsigned long>(column)).count,
+                  letter == '\0' ? 0U : 70000U);
+    }
+    EXPECT_LT(sample.table().bytes(), 70000U * 250) << "what is kept is bounded";
+}
+
 TEST_F(AlignmentReading, AlignmentIsANamedNodeWithoutChildren)
 {
     Alignment &sample = alignment({"AC"}, "globins");
@@ -234,6 +250,19 @@ TEST_F(AlignmentReading, MajorityCountsLettersAndSkipsGaps)
     EXPECT_EQ(majority(1), std::pair('A', 2UL));
     EXPECT_EQ(majority(2), std::pair('-', 0UL)) << "a column without a residue";
     EXPECT_EQ(majority(3), std::pair('A', 2UL)) << "the smallest code among equals";
+}
+
+TEST_F(AlignmentReading, MajorityIsRightWhereResiduesWereRemovedInBetween)
+{
+    Alignment &sample = alignment({"ACDEFGHI", "ACDEFGHI", "A-D-F-H-"});
+    sample.remove(2);
+    sample.remove(Range(4, 6));
+    EXPECT_EQ(rowsOf(sample), (Texts{"ACEFI", "ACEFI", "A--F-"}));
+    std::string consensus;
+    for (unsigned long col = 0; col < sample.width(); ++col)
+        consensus += sample.majority(col).letter;
+    EXPECT_EQ(consensus, "ACEFI");
+    EXPECT_EQ(sample.majority(3).count, 3U);
 }
 
 TEST_F(AlignmentReading, MajorityTellsLowerCaseFromUpperCase)
