@@ -3,6 +3,8 @@
 
 #include "WindowPlaces.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QScreen>
 #include <QWidget>
 
@@ -42,19 +44,40 @@ std::optional<QPoint> placeBeside(const QRect &frame, const QRect &other, const 
     return std::nullopt;
 }
 
-void placeFirstTime(QWidget &tool, const QWidget &workbench)
+FirstPlaces::FirstPlaces(const QWidget &workbench) : m_Workbench(workbench)
 {
+    qApp->installEventFilter(this);
+}
+
+FirstPlaces::~FirstPlaces() = default;
+
+// Before the window system has heard of the window: later it would have to jump.
+bool FirstPlaces::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && !event->spontaneous() && watched->isWidgetType()) {
+        auto *window = static_cast<QWidget *>(watched);
+        const bool isTool = window->windowType() == Qt::Window && window != &m_Workbench &&
+                            window->isWindow() && !window->testAttribute(Qt::WA_Moved);
+        if (isTool && m_Workbench.isVisible())
+            place(*window);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void FirstPlaces::place(QWidget &tool) const
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const bool hasTwin = std::ranges::any_of(windows, [&](const QWidget *other) {
+        return other != &tool && other->isVisible() && other->windowTitle() == tool.windowTitle();
+    });
     QWidget probe;
-    if (services::WindowPlaces::restore(probe, tool.windowTitle()))
+    if (hasTwin || services::WindowPlaces::restore(probe, tool.windowTitle()))
         return;
-    const QRect room = tool.screen()->availableGeometry();
-    // The frame of a window that has just been shown is not there yet.
-    const QRect frame = tool.frameGeometry().size() == tool.size()
-                            ? tool.frameGeometry().marginsAdded(kFrame)
-                            : tool.frameGeometry();
-    QRect other = workbench.frameGeometry();
-    if (other.size() == workbench.size())
-        other = QRect(other.topLeft(), other.marginsAdded(kFrame).size());
+    const QRect room = m_Workbench.screen()->availableGeometry();
+    const QSize size = services::WindowPlaces::comfortable(tool.size(), room.size());
+    const QRect frame = QRect(QPoint(0, 0), size).marginsAdded(kFrame);
+    const QRect workbench = m_Workbench.geometry();
+    const QRect other(workbench.topLeft(), workbench.size() + QSize(2 * kFrame.right(), 0));
     if (const std::optional<QPoint> place = placeBeside(frame, other, room))
         tool.move(*place);
 }

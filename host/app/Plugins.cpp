@@ -50,7 +50,7 @@ void Plugins::loadAll(const QString &directory)
         if (library.isEmpty() || taken.contains(library))
             continue;
         taken.insert(library);
-        m_Loader.load(file.absoluteFilePath());
+        m_Loader.load(library);
     }
 }
 

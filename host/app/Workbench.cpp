@@ -20,6 +20,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -60,6 +61,7 @@ Workbench::Workbench(Attendance attendance)
     m_Plugins.loadAll(Plugins::directory());
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     m_Window = std::make_unique<MainWindow>(*this);
+    m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
     m_Commands.setDialogParent(m_Window.get());
     if (m_Plugins.hasUsable())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
@@ -137,7 +139,7 @@ void Workbench::rememberFiles(const LoadReport &report)
         return;
     m_RecentFiles->add(files);
     m_SaveTimer.start();
-    m_Window->say(files.size() == 1 ? tr("Opened %1").arg(files.front())
+    m_Window->say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
                                     : tr("Opened %1 files").arg(files.size()));
 }
 
@@ -174,22 +176,9 @@ void Workbench::closeObjects(const std::vector<Compound *> &objects)
 
 // ---- Tools
 
-void Workbench::placeTool(QWidget *window)
-{
-    if (window == nullptr)
-        return;
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const bool isFirst = std::ranges::none_of(windows, [&](const QWidget *other) {
-        return other != window && other->isVisible() &&
-               other->windowTitle() == window->windowTitle();
-    });
-    if (isFirst)
-        placeFirstTime(*window, *m_Window);
-}
-
 void Workbench::openTool(const services::PluginRecord &plugin)
 {
-    placeTool(m_Plugins.open(plugin));
+    m_Plugins.open(plugin);
     if (!plugin.isUsable())
         m_Window->say(plugin.reason);
 }
@@ -197,7 +186,7 @@ void Workbench::openTool(const services::PluginRecord &plugin)
 void Workbench::openInEditor(Compound *alignment)
 {
     if (auto *shown = dynamic_cast<Alignment *>(alignment))
-        placeTool(m_Plugins.show(*shown));
+        m_Plugins.show(*shown);
 }
 
 // ---- Unsaved work, and the end

@@ -20,6 +20,7 @@
 
 namespace TAMBO::app {
 
+class FirstPlaces;
 class LogModel;
 class MainWindow;
 class RecentFiles;
@@ -77,7 +78,6 @@ private:
     void showAtStart(const LoadReport &report);
     void rememberFiles(const LoadReport &report);
     void tellFailures(const LoadReport &report);
-    void placeTool(QWidget *window);
     // Names of the alignments that would be lost.
     [[nodiscard]] QStringList unsavedNames() const;
     [[nodiscard]] bool askAboutUnsaved(const QStringList &names, const QString &action);
@@ -94,6 +94,7 @@ private:
     std::unique_ptr<RecentFiles> m_RecentFiles;
     std::unique_ptr<Routes> m_Routes;
     std::unique_ptr<MainWindow> m_Window;
+    std::unique_ptr<FirstPlaces> m_FirstPlaces;
 };
 
 } // namespace TAMBO::app

@@ -11,8 +11,12 @@
 #include <QApplication>
 #include <QIcon>
 #include <QImage>
+#include <QTimer>
+#include <QWindow>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <utility>
 
@@ -80,6 +84,27 @@ QList<QWidget *> shownWindows(Workbench &workbench)
     return windows;
 }
 
+// Calls then when the windows are on the screen and nothing is left to be laid out: timers of no
+// length come round only when all other events have been dealt with, and may start the next one.
+void whenPainted(Workbench &workbench, const std::function<void()> &then)
+{
+    constexpr int kQuietRounds = 10;
+    auto *rounds = new QTimer(&workbench);
+    QObject::connect(
+        rounds, &QTimer::timeout, rounds, [&workbench, rounds, then, quiet = 0]() mutable {
+            const QList<QWidget *> windows = shownWindows(workbench);
+            const bool areExposed = std::ranges::all_of(
+                windows, [](const QWidget *window) { return window->windowHandle()->isExposed(); });
+            quiet = areExposed ? quiet + 1 : 0;
+            if (quiet < kQuietRounds)
+                return;
+            rounds->deleteLater();
+            rounds->stop();
+            then();
+        });
+    rounds->start(0);
+}
+
 int runPicture(const CommandLine &line)
 {
     Workbench workbench(Workbench::Attendance::Nobody);
@@ -87,18 +112,13 @@ int runPicture(const CommandLine &line)
         const int status = tellBadFiles(report);
         if (status != EXIT_SUCCESS)
             return QApplication::exit(status);
-        // After what is under way has been laid out.
-        QMetaObject::invokeMethod(
-            qApp,
-            [&] {
-                QApplication::sendPostedEvents();
-                const QString error =
-                    TAMBO::app::writePicture(QString::fromStdString(line.picture),
-                                             TAMBO::app::sideBySide(shownWindows(workbench)));
-                QApplication::exit(error.isEmpty() ? EXIT_SUCCESS
-                                                   : complain(error.toStdString(), kBadInput));
-            },
-            Qt::QueuedConnection);
+        whenPainted(workbench, [&] {
+            const QString error =
+                TAMBO::app::writePicture(QString::fromStdString(line.picture),
+                                         TAMBO::app::sideBySide(shownWindows(workbench)));
+            QApplication::exit(error.isEmpty() ? EXIT_SUCCESS
+                                               : complain(error.toStdString(), kBadInput));
+        });
     });
     workbench.openAtStart({line.files.begin(), line.files.end()});
     workbench.window().show();
