@@ -53,7 +53,7 @@ void HistoryPanel::refresh()
     m_List->scrollTo(present);
     const History &history = m_Undo.history();
     const QLocale locale;
-    m_Memory->setText(tr("%1 steps, %2 of %3")
+    m_Memory->setText((history.size() == 1 ? tr("%1 step, %2 of %3") : tr("%1 steps, %2 of %3"))
                           .arg(locale.toString(qulonglong(history.size())),
                                locale.formattedDataSize(qint64(history.bytes())),
                                locale.formattedDataSize(qint64(history.limit()))));

@@ -67,6 +67,16 @@ QIcon icon(const char *name)
                      .arg(QString::fromStdString(Config::GetIconDir()), QString::fromLatin1(name)));
 }
 
+// The color of selected residues, thinned so that names stay the loudest thing in the tree.
+QColor tint()
+{
+    const QColor color(
+        QString::fromStdString(Config::GetSetting("General", "SelectionColor").ToString()));
+    const QColor full = color.isValid() ? color : QColor(Qt::yellow);
+    const auto thin = [](int part) { return (part + 2 * 255) / 3; };
+    return {thin(full.red()), thin(full.green()), thin(full.blue())};
+}
+
 // "&" in a menu text marks the next letter.
 QString menuText(QString text)
 {
@@ -104,6 +114,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::makeTree()
 {
     m_Objects = new ObjectTreeModel(*Space::instance(), this);
+    m_Objects->setSelectionColor(tint());
     m_Tree = new ObjectTree(*m_Objects);
     setCentralWidget(m_Tree);
     connect(m_Tree, &ObjectTree::picked, this, &MainWindow::enableActions);
