@@ -66,7 +66,6 @@ Toolbar::Toolbar(const QString &key, QMainWindow *window, const QString &title,
         QAction *action = addAction(buttonIcon(button.icon), button.text);
         action->setObjectName(QStringLiteral("%1.%2").arg(key).arg(button.number));
         action->setToolTip(button.toolTip);
-        action->setStatusTip(button.toolTip);
         action->setCheckable(button.isToggle);
         connect(action, &QAction::triggered, this,
                 [this, number = button.number](bool state) { emit pressed(number, 0, state); });

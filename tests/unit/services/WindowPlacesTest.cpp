@@ -4,6 +4,7 @@
 #include "Directories.h"
 #include "support/LogLines.h"
 
+#include <QDir>
 #include <QFile>
 #include <QWidget>
 
@@ -47,6 +48,7 @@ TEST(WindowPlaces, WhatMakesNoSenseIsNotUsed)
     QWidget window;
     const QRect before = window.geometry();
     EXPECT_FALSE(WindowPlaces::restore(window, "never seen"));
+    ASSERT_TRUE(QDir().mkpath(Directories::data()));
     QFile file(Directories::data() + "/windows.ini");
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[Windows]\nOdd = nonsense\n");
