@@ -16,7 +16,7 @@ void *take(std::size_t size)
 
 void giveBack(void *memory, std::size_t size) noexcept
 {
-    ::operator delete(memory, size);
+    ::operator delete(memory);
 }
 
 #else
@@ -67,7 +67,7 @@ void giveBack(void *memory, std::size_t size) noexcept
     if (memory == nullptr)
         return;
     if (size == 0 || size > kLargest) {
-        ::operator delete(memory, size);
+        ::operator delete(memory);
         return;
     }
     FreeBlock *&head = s_Free[classOf(size)];
