@@ -44,8 +44,8 @@ ReadOutcome ReadJob::run(const Progress &progress)
             return cancelled;
         }
     }
-    std::ranges::stable_partition(
-        outcome.files, [](const ReadFile &file) { return !file.contents.structures.empty(); });
+    std::stable_partition(outcome.files.begin(), outcome.files.end(),
+                          [](const ReadFile &file) { return !file.contents.structures.empty(); });
     return outcome;
 }
 

@@ -196,7 +196,7 @@ std::vector<const Compound *> History::modifiedObjects() const
             objects.push_back(object);
     }
     std::ranges::sort(objects);
-    objects.erase(std::ranges::unique(objects).begin(), objects.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
     std::erase_if(objects, [](const Compound *object) { return !isInTree(*object); });
     return objects;
 }

@@ -61,7 +61,8 @@ std::string HistoryStep::label() const
             edit->appendSubjects(subjects);
     }
     std::ranges::sort(subjects);
-    const std::size_t count = std::size_t(std::ranges::unique(subjects).begin() - subjects.begin());
+    const auto count =
+        std::size_t(std::unique(subjects.begin(), subjects.end()) - subjects.begin());
 
     std::string label = named.kind();
     label += named.actsOnWhole() ? " " : " in ";

@@ -88,7 +88,7 @@ Compound *DataMaker::makeSSE(Compound *parent, const std::string &name,
     std::vector<std::pair<Peptide *, std::vector<std::uint32_t>>> places;
     std::vector<const Compound *> distinct(residues.begin(), residues.end());
     std::ranges::sort(distinct);
-    distinct.erase(std::ranges::unique(distinct).begin(), distinct.end());
+    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
     for (const Compound *const residue : distinct) {
         const ResiduePlace asked = Peptide::placeOf(residue);
         if (peptide == nullptr || asked.peptide != peptide) {

@@ -13,8 +13,7 @@ Element::Element(std::string name, char type, std::vector<std::uint32_t> residue
     : NamedCompound(std::move(name)), m_Type(type)
 {
     std::ranges::sort(residues);
-    const auto [first, last] = std::ranges::unique(residues);
-    residues.erase(first, last);
+    residues.erase(std::unique(residues.begin(), residues.end()), residues.end());
     m_ResidueCount = residues.size();
     for (const std::uint32_t residue : residues) {
         if (!m_Runs.empty() && m_Runs.back().last == residue)

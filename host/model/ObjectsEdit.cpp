@@ -67,7 +67,7 @@ std::unique_ptr<Edit> ObjectsEdit::apply()
 
 std::size_t ObjectsEdit::bytes() const
 {
-    std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(m_Members[0]) +
+    std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(void *) +
                         m_Owned.capacity() * sizeof(m_Owned[0]);
     for (const std::unique_ptr<Compound> &object : m_Owned)
         bytes += footprint(*object);
