@@ -212,7 +212,7 @@ bool Workbench::askAboutUnsaved(const QStringList &names, const QString &action)
     box.setObjectName(QStringLiteral("UnsavedQuestion"));
     box.setTextFormat(Qt::PlainText);
     const QPushButton *goOn =
-        box.addButton(tr("%1 Anyway").arg(action), QMessageBox::DestructiveRole);
+        box.addButton(tr("%1 Anyway").arg(u'&' + action), QMessageBox::DestructiveRole);
     box.setDefaultButton(QMessageBox::Cancel);
     box.setEscapeButton(QMessageBox::Cancel);
     box.exec();

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "VirtualScreen.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QThread>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+constexpr int kPauseMilliseconds = 10;
+
+// The words of the header of the server's picture file that matter here.
+enum HeaderWord { HeaderSize = 0, Width = 4, Height = 5, BytesPerLine = 12, ColorCount = 19 };
+constexpr qsizetype kColorBytes = 12;
+
+} // namespace
+
+VirtualScreen::VirtualScreen()
+{
+    m_Server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_Server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-dpi", "96",
+                            "-nolisten", "tcp", "-fbdir", m_Folder.path()});
+    QByteArray number;
+    while (!number.endsWith('\n') && m_Server.waitForReadyRead(-1))
+        number += m_Server.readAllStandardOutput();
+    m_Display = ':' + QString::fromLatin1(number.trimmed());
+    EXPECT_GT(m_Display.size(), 1) << "the X server does not start";
+
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_Display);
+    m_Manager.setProcessEnvironment(environment);
+    m_Manager.start("openbox", {"--sm-disable"});
+    waitUntil([this] {
+        return m_Manager.state() == QProcess::NotRunning ||
+               xdotool({"get_num_desktops"}).has_value();
+    });
+    EXPECT_EQ(m_Manager.state(), QProcess::Running) << "the window manager does not start";
+}
+
+VirtualScreen::~VirtualScreen()
+{
+    for (QProcess *process : {&m_Manager, &m_Server}) {
+        process->terminate();
+        process->waitForFinished(-1);
+    }
+}
+
+void VirtualScreen::waitUntil(const std::function<bool()> &condition)
+{
+    while (!condition()) {
+        QCoreApplication::processEvents();
+        QThread::msleep(kPauseMilliseconds);
+    }
+}
+
+QImage VirtualScreen::picture() const
+{
+    QFile file(m_Folder.filePath("Xvfb_screen0"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const auto word = [&bytes](HeaderWord place) {
+        return qFromBigEndian<quint32>(bytes.constData() + 4 * place);
+    };
+    const qsizetype begin = word(HeaderSize) + kColorBytes * word(ColorCount);
+    const QImage image(reinterpret_cast<const uchar *>(bytes.constData() + begin), int(word(Width)),
+                       int(word(Height)), qsizetype(word(BytesPerLine)), QImage::Format_RGB32);
+    return image.copy();
+}
+
+std::optional<QString> VirtualScreen::run(const QString &program,
+                                          const QStringList &arguments) const
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_Display);
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    process.waitForFinished(-1);
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return std::nullopt;
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+std::optional<QString> VirtualScreen::xdotool(const QStringList &arguments) const
+{
+    return run("xdotool", arguments);
+}
+
+QStringList VirtualScreen::findWindows(const QString &title) const
+{
+    const std::optional<QString> found =
+        xdotool({"search", "--onlyvisible", "--name", '^' + title + '$'});
+    QStringList windows = found.value_or(QString()).split('\n', Qt::SkipEmptyParts);
+    const auto area = [this](const QString &window) {
+        const QSize size = geometryOf(window).size();
+        return size.width() * size.height();
+    };
+    std::ranges::stable_sort(windows, std::ranges::greater(), area);
+    return windows;
+}
+
+QRect VirtualScreen::geometryOf(const QString &window) const
+{
+    QMap<QString, int> values;
+    const QString text = run("xwininfo", {"-id", window}).value_or(QString());
+    for (const QString &line : text.split('\n'))
+        values[line.section(':', 0, 0).trimmed()] = line.section(':', 1).toInt();
+    return {values["Absolute upper-left X"], values["Absolute upper-left Y"], values["Width"],
+            values["Height"]};
+}
+
+void VirtualScreen::click(QPoint place, int button) const
+{
+    EXPECT_TRUE(xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()),
+                         "click", QString::number(button)}));
+}
+
+void VirtualScreen::doubleClick(QPoint place) const
+{
+    EXPECT_TRUE(xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()),
+                         "click", "--repeat", "2", "1"}));
+}
+
+void VirtualScreen::drag(QPoint from, QPoint to, int button) const
+{
+    const QString number = QString::number(button);
+    const QPoint middle = (from + to) / 2;
+    QStringList words = {"mousemove", QString::number(from.x()), QString::number(from.y()),
+                         "mousedown", number};
+    for (const QPoint &place : {middle, to})
+        words << "mousemove" << QString::number(place.x()) << QString::number(place.y());
+    words << "mouseup" << number;
+    EXPECT_TRUE(xdotool(words));
+}
+
+void VirtualScreen::moveWindow(const QString &window, QPoint place) const
+{
+    EXPECT_TRUE(
+        xdotool({"windowmove", window, QString::number(place.x()), QString::number(place.y())}));
+}
+
+void VirtualScreen::pressKey(const QString &window, const QString &key) const
+{
+    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
+    EXPECT_TRUE(xdotool({"key", key}));
+}

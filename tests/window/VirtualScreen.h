@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// An X server of the test's own with a window manager, its picture, and its mouse and keys.
+#pragma once
+
+#include <QImage>
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <optional>
+
+class VirtualScreen
+{
+public:
+    VirtualScreen();
+    ~VirtualScreen();
+
+    [[nodiscard]] QString display() const { return m_Display; }
+    [[nodiscard]] QImage picture() const;
+
+    // The visible windows of exactly this title, the largest first.
+    [[nodiscard]] QStringList findWindows(const QString &title) const;
+    // Of the window without its frame.
+    [[nodiscard]] QRect geometryOf(const QString &window) const;
+
+    void click(QPoint place, int button = 1) const;
+    void doubleClick(QPoint place) const;
+    void drag(QPoint from, QPoint to, int button = 1) const;
+    void moveWindow(const QString &window, QPoint place) const;
+    // To the window, after it has got the keyboard.
+    void pressKey(const QString &window, const QString &key) const;
+
+    // Waits for as long as it takes.
+    static void waitUntil(const std::function<bool()> &condition);
+
+private:
+    // The output of a program that works on the screen; nothing when it fails.
+    [[nodiscard]] std::optional<QString> run(const QString &program,
+                                             const QStringList &arguments) const;
+    [[nodiscard]] std::optional<QString> xdotool(const QStringList &arguments) const;
+
+    QTemporaryDir m_Folder;
+    QString m_Display;
+    QProcess m_Server;
+    QProcess m_Manager;
+};

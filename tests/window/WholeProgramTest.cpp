@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program as a user sees it: real windows, real mouse and keys, judged by the picture.
+#include "WindowFixture.h"
+
+#include <QFileInfo>
+
+namespace {
+
+using WholeProgram = WindowFixture;
+
+// The beginnings of the example's rows.
+const QStringList kRows = {
+    "IVGGYECRKNSASYQASLQSG---------YHFCGG", "IVEGSDAEIGMSPWQVMLFRKSP---Q-EL--LCGA",
+    "VVGGEDARPNSWPWQVSLQYD-SSGQ-WRH--TCGG", "IIGGRESRPHSRPYMAYLQIQSP---A-G-QSRCGG",
+    "IVGGRRARPHAWPFMVSLQL------RGGH--FCGA", "IVGGTASVRGEWPWQVTLHTTSP--TQ-RH--LCGG"};
+
+constexpr const char *kWorkbench = "Tambo";
+constexpr const char *kEditor = "Alignment Editor";
+// Of the first row: a gap, and a residue far to its left.
+constexpr int kGap = 29;
+constexpr int kTarget = 10;
+
+TEST_F(WholeProgram, TheExampleIsPaintedCellByCell)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    const QImage image = m_Screen.picture();
+    for (int row = 0; row < kRows.size(); ++row) {
+        for (int column = 0; column < kRows[row].size(); ++column) {
+            const char letter = kRows[row][column].toLatin1();
+            const QColor expected = letter == '-' ? QColor(Qt::white) : colorOf(letter);
+            EXPECT_EQ(image.pixelColor(grid.ground(row, column)), expected)
+                << "row " << row << " column " << column;
+        }
+    }
+}
+
+TEST_F(WholeProgram, AtTheFirstStartTheWindowsStandBesideEachOther)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const QString workbench = window(kWorkbench);
+    grid(editor, kRows[0].left(12));
+    const QRect screen(0, 0, 1920, 1080);
+    const QRect left = m_Screen.geometryOf(workbench);
+    const QRect right = m_Screen.geometryOf(editor);
+    EXPECT_TRUE(screen.contains(left));
+    EXPECT_TRUE(screen.contains(right));
+    EXPECT_LT(left.right(), right.left());
+    EXPECT_EQ(left.top(), right.top());
+    EXPECT_GE(right.width(), 800);
+    EXPECT_GE(right.height(), 400);
+}
+
+TEST_F(WholeProgram, AGapIsDraggedAndUndoneWithTheKeys)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    waitForColor(grid.ground(0, kTarget), colorOf(kRows[0][kTarget].toLatin1()));
+    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+    const QImage image = m_Screen.picture();
+    for (int column = kTarget; column < kGap; ++column) {
+        const char letter = kRows[0][column].toLatin1();
+        EXPECT_EQ(image.pixelColor(grid.ground(0, column + 1)),
+                  letter == '-' ? QColor(Qt::white) : colorOf(letter))
+            << "column " << column + 1;
+    }
+    m_Screen.pressKey(editor, "ctrl+z");
+    waitForColor(grid.ground(0, kTarget), colorOf(kRows[0][kTarget].toLatin1()));
+    m_Screen.pressKey(editor, "ctrl+shift+z");
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+}
+
+TEST_F(WholeProgram, UndoInTheWorkbenchReachesTheEditor)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+    m_Screen.pressKey(window(kWorkbench), "ctrl+z");
+    waitForColor(grid.ground(0, kTarget), colorOf(kRows[0][kTarget].toLatin1()));
+}
+
+TEST_F(WholeProgram, PickingAStructureMarksItsRowInTheEditor)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    const QRect workbench = m_Screen.geometryOf(window(kWorkbench));
+    // The first row of the tree, below menu bar, tool bar and heading.
+    QPoint place(workbench.left() + 100, workbench.top() + 90);
+    m_Screen.click(place);
+    const QColor plain = colorOf('I');
+    // Half of the bright yellow that marks the selected.
+    const QColor marked((plain.red() + 255) / 2, (plain.green() + 255) / 2, plain.blue() / 2);
+    VirtualScreen::waitUntil(
+        [&] { return m_Screen.picture().pixelColor(grid.ground(0, 0)) != plain || !isRunning(); });
+    const QColor shown = m_Screen.picture().pixelColor(grid.ground(0, 0));
+    EXPECT_NEAR(shown.red(), marked.red(), 1);
+    EXPECT_NEAR(shown.green(), marked.green(), 1);
+    EXPECT_NEAR(shown.blue(), marked.blue(), 1);
+    EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(1, 0)), colorOf('I'));
+}
+
+TEST_F(WholeProgram, ADoubleClickOnAnAlignmentOpensAnotherEditor)
+{
+    start({write("x.fasta", ">a\nAC-DEFGHIK\n>b\nACCDEFGHIK\n")});
+    const QString first = window(kEditor);
+    grid(first, "AC");
+    const QRect workbench = m_Screen.geometryOf(window(kWorkbench));
+    m_Screen.doubleClick(QPoint(workbench.left() + 100, workbench.top() + 90));
+    window(kEditor, 2);
+    const QStringList editors = m_Screen.findWindows(kEditor);
+    ASSERT_EQ(editors.size(), 2);
+    for (const QString &editor : editors)
+        grid(editor, "AC");
+    EXPECT_NE(m_Screen.geometryOf(editors[0]).topLeft(), m_Screen.geometryOf(editors[1]).topLeft());
+}
+
+TEST_F(WholeProgram, QuittingAsksAboutAnEditedAlignment)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+    const QString workbench = window(kWorkbench);
+    m_Screen.pressKey(workbench, "ctrl+q");
+    m_Screen.pressKey(window(kWorkbench, 2), "Escape");
+    waitForWindows(kWorkbench, 1);
+    m_Screen.pressKey(workbench, "ctrl+q");
+    m_Screen.pressKey(window(kWorkbench, 2), "alt+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, QuittingWithoutChangesAsksNothing)
+{
+    start({example()});
+    grid(window(kEditor), kRows[0].left(12));
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, PlacesOfWindowsAreRemembered)
+{
+    const QString file = write("x.fasta", ">a\nAC-DEFGHIK\n>b\nACCDEFGHIK\n");
+    start({file});
+    const QString editor = window(kEditor);
+    grid(editor, "AC");
+    const QRect before = m_Screen.geometryOf(editor);
+    m_Screen.moveWindow(editor, before.topLeft() + QPoint(40, 150));
+    QRect moved;
+    VirtualScreen::waitUntil([&] {
+        moved = m_Screen.geometryOf(editor);
+        return moved.left() != before.left() && moved.top() != before.top();
+    });
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0);
+    start({file});
+    const QString again = window(kEditor);
+    grid(again, "AC");
+    EXPECT_EQ(m_Screen.geometryOf(again), moved);
+}
+
+TEST_F(WholeProgram, ABadFileIsNamedInABoxAndInTheExitStatus)
+{
+    start({write("bad.ali", ">P1;a\n\nAC#D*\n")});
+    m_Screen.pressKey(window(kWorkbench, 2), "Return");
+    waitForWindows(kWorkbench, 1);
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_TRUE(m_Program.readAllStandardError().contains("tambo: bad.ali:3: "));
+}
+
+TEST_F(WholeProgram, ThePictureShowsBothWindows)
+{
+    const QString file = m_Folder.filePath("picture.png");
+    start({"--picture", file, example()});
+    EXPECT_EQ(waitForEnd(), 0);
+    const QImage image(file);
+    ASSERT_FALSE(image.isNull());
+    EXPECT_GT(image.width(), 1200);
+    EXPECT_LT(image.width(), 1920);
+    // The cysteine in the column of the first disulfide bridge, in all six rows.
+    int cells = 0;
+    const QColor cysteine = colorOf('C');
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 1; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == cysteine && image.pixelColor(x - 1, y) != cysteine)
+                ++cells;
+        }
+    }
+    EXPECT_GT(cells, 100);
+}
+
+TEST_F(WholeProgram, APictureOfABadFileIsNotMade)
+{
+    const QString file = m_Folder.filePath("picture.png");
+    start({"--picture", file, m_Folder.filePath("none.ali")});
+    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_FALSE(QFileInfo::exists(file));
+    EXPECT_EQ(m_Program.readAllStandardError().count("tambo: "), 1);
+}
+
+TEST_F(WholeProgram, APictureThatCannotBeWrittenIsAnError)
+{
+    start({"--picture", m_Folder.filePath("none/picture.png"), example()});
+    EXPECT_EQ(waitForEnd(), 1);
+    EXPECT_TRUE(m_Program.readAllStandardError().contains("none/picture.png"));
+}
+
+} // namespace

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WindowFixture.h"
+
+#include "AminoAcids.h"
+
+#include <QFile>
+#include <QFont>
+#include <QFontMetrics>
+
+namespace {
+
+// As the editor measures its cells, in the font that the settings give it.
+QSize cellSize()
+{
+    const QFontMetrics metrics(QFont("DejaVu Sans Mono", 11));
+    int width = metrics.boundingRect('-').width();
+    for (char letter = 'A'; letter <= 'Z'; ++letter)
+        width = std::max(width, metrics.boundingRect(letter).width());
+    return {width + 4, metrics.lineSpacing()};
+}
+
+} // namespace
+
+WindowFixture::WindowFixture()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_Screen.display());
+    environment.insert("QT_QPA_PLATFORM", "xcb");
+    environment.insert("TAMBO_USER_DIR", m_Folder.filePath("user"));
+    for (const char *name : {"TAMBO_SHARE_DIR", "TAMBO_PLUGIN_DIR", "WAYLAND_DISPLAY"})
+        environment.remove(name);
+    m_Program.setProcessEnvironment(environment);
+}
+
+WindowFixture::~WindowFixture()
+{
+    if (isRunning()) {
+        m_Program.kill();
+        m_Program.waitForFinished(-1);
+    }
+    if (HasFailure()) {
+        std::fprintf(stderr, "%s%s", m_Program.readAllStandardOutput().constData(),
+                     m_Program.readAllStandardError().constData());
+    }
+}
+
+void WindowFixture::start(const QStringList &arguments)
+{
+    m_Program.start(BUILD_DIR "/bin/tambo", arguments);
+    ASSERT_TRUE(m_Program.waitForStarted(-1));
+}
+
+int WindowFixture::waitForEnd()
+{
+    m_Program.waitForFinished(-1);
+    EXPECT_EQ(m_Program.exitStatus(), QProcess::NormalExit);
+    return m_Program.exitCode();
+}
+
+bool WindowFixture::isRunning() const
+{
+    return m_Program.state() == QProcess::Running;
+}
+
+QString WindowFixture::window(const QString &title, int count)
+{
+    QStringList found;
+    VirtualScreen::waitUntil([&] {
+        found = m_Screen.findWindows(title);
+        return found.size() >= count || !isRunning();
+    });
+    EXPECT_EQ(found.size(), count) << title.toStdString();
+    return found.isEmpty() ? QString() : found.back();
+}
+
+void WindowFixture::waitForWindows(const QString &title, int count)
+{
+    VirtualScreen::waitUntil(
+        [&] { return m_Screen.findWindows(title).size() == count || !isRunning(); });
+    EXPECT_TRUE(isRunning());
+}
+
+// The first cell of the first row is the uppermost leftmost place of its letter's color below the
+// header, followed by the next letters' colors at the distance of a cell.
+CellGrid WindowFixture::grid(const QString &window, const QString &letters)
+{
+    CellGrid grid;
+    grid.cell = cellSize();
+    const auto isGrid = [&](const QImage &image, QPoint corner) {
+        for (int i = 0; i < letters.size(); ++i) {
+            const QPoint place = corner + QPoint(i * grid.cell.width() + 2, 2);
+            if (!image.valid(place) || image.pixelColor(place) != colorOf(letters[i].toLatin1()))
+                return false;
+        }
+        return true;
+    };
+    bool isFound = false;
+    VirtualScreen::waitUntil([&] {
+        const QRect area = m_Screen.geometryOf(window);
+        const QImage image = m_Screen.picture();
+        for (int y = area.top(); !isFound && y <= area.bottom(); ++y) {
+            for (int x = area.left(); !isFound && x <= area.right(); ++x) {
+                if (isGrid(image, {x, y})) {
+                    grid.corner = {x, y};
+                    isFound = true;
+                }
+            }
+        }
+        return isFound || !isRunning();
+    });
+    EXPECT_TRUE(isFound) << "the program ended before the alignment was painted";
+    return grid;
+}
+
+void WindowFixture::waitForColor(QPoint place, const QColor &color)
+{
+    VirtualScreen::waitUntil(
+        [&] { return m_Screen.picture().pixelColor(place) == color || !isRunning(); });
+    EXPECT_TRUE(isRunning());
+}
+
+QColor WindowFixture::colorOf(char letter)
+{
+    return QColor(QRgb(TAMBO::aminoAcidColor(letter).rgb()));
+}
+
+QString WindowFixture::example() const
+{
+    return SOURCE_DIR "/examples/serine_proteases.ali";
+}
+
+QString WindowFixture::write(const QString &name, const QByteArray &text)
+{
+    QFile file(m_Folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(text), text.size());
+    return file.fileName();
+}

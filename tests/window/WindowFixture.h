@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The real program on a screen of its own, and what can be seen of its editor.
+#pragma once
+
+#include "VirtualScreen.h"
+
+#include <QColor>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+// The cells of an editor window that shows an alignment, found in the picture.
+struct CellGrid
+{
+    QPoint corner;
+    QSize cell;
+
+    [[nodiscard]] QPoint middle(int row, int column) const
+    {
+        return corner + QPoint(column * cell.width() + cell.width() / 2,
+                               row * cell.height() + cell.height() / 2);
+    }
+    // A place in the cell that no letter covers.
+    [[nodiscard]] QPoint ground(int row, int column) const
+    {
+        return corner + QPoint(column * cell.width() + 2, row * cell.height() + 2);
+    }
+};
+
+class WindowFixture : public testing::Test
+{
+protected:
+    WindowFixture();
+    ~WindowFixture() override;
+
+    void start(const QStringList &arguments);
+    // The exit status, once the program has ended by itself.
+    int waitForEnd();
+    [[nodiscard]] bool isRunning() const;
+    // Waits for so many windows of the title and gives the smallest; fails when the program ends
+    // instead.
+    QString window(const QString &title, int count = 1);
+    // Waits until there are no more of them.
+    void waitForWindows(const QString &title, int count);
+    // Waits until the editor shows an alignment whose first row begins with these letters.
+    CellGrid grid(const QString &window, const QString &letters);
+    // Waits until the place has the color.
+    void waitForColor(QPoint place, const QColor &color);
+    [[nodiscard]] static QColor colorOf(char letter);
+    [[nodiscard]] QString example() const;
+    QString write(const QString &name, const QByteArray &text);
+
+    VirtualScreen m_Screen;
+    QTemporaryDir m_Folder;
+    QProcess m_Program;
+};
