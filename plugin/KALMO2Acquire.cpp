@@ -82,6 +82,7 @@ void KALMO2::GetSequences()
     if (!guard.m_good)
         return;
     TAMBO::Alignment *newAli = TAMBO::DataMaker::makeAlignment("SeqAli", chosen);
+    // NOLINTNEXTLINE(modernize-use-nullptr): the condition's text is part of the message.
     TAMBO_ASSERT(0 != newAli, "KalmoIO", 245);
     Populate(newAli);
 }
@@ -143,6 +144,7 @@ void KALMO2::Duplicate()
     if (!guard.m_good)
         return;
     const TAMBO::Alignment *newAli = m_Data->duplicate(m_Data->height());
+    // NOLINTNEXTLINE(modernize-use-nullptr): the condition's text is part of the message.
     TAMBO_ASSERT(0 != newAli, "KalmoIO", 273);
 }
 
