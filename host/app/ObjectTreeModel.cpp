@@ -198,14 +198,13 @@ void ObjectTreeModel::matchRows(Row &row, const Children &wanted, std::size_t co
         while (end < std::max(count, row.rows.size() + (end - i)) && end < wanted.size() &&
                !made.contains(wanted[end]))
             ++end;
-        insertRows(
-            row, i,
-            Children(wanted.begin() + std::ptrdiff_t(i), wanted.begin() + std::ptrdiff_t(end)));
+        addRows(row, i,
+                Children(wanted.begin() + std::ptrdiff_t(i), wanted.begin() + std::ptrdiff_t(end)));
         i = end - 1;
     }
 }
 
-void ObjectTreeModel::insertRows(Row &row, std::size_t at, const Children &objects)
+void ObjectTreeModel::addRows(Row &row, std::size_t at, const Children &objects)
 {
     std::vector<std::unique_ptr<Row>> fresh;
     for (Compound *object : objects) {
@@ -319,7 +318,7 @@ void ObjectTreeModel::fetchMore(const QModelIndex &parent)
     Row &row = *rowOf(parent);
     const std::size_t at = row.rows.size();
     m_IsMatching = true;
-    insertRows(row, at, children(row, at, std::min(row.known, at + kBatch)));
+    addRows(row, at, children(row, at, std::min(row.known, at + kBatch)));
     m_IsMatching = false;
 }
 

@@ -77,7 +77,7 @@ private:
     void synchronise(Row &row);
     void matchRows(Row &row, const Children &wanted, std::size_t count);
     void removeGone(Row &row, const Children &wanted);
-    void insertRows(Row &row, std::size_t at, const Children &objects);
+    void addRows(Row &row, std::size_t at, const Children &objects);
     void moveRow(Row &row, std::size_t from, std::size_t to);
     [[nodiscard]] QVariant objectData(const Compound &object, int column, int role) const;
     [[nodiscard]] QVariant sequencesData(int column, int role) const;
