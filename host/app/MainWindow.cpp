@@ -28,6 +28,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -391,7 +392,8 @@ void MainWindow::countObjects()
     QStringList parts;
     const auto add = [&parts](std::size_t count, const QString &one, const QString &many) {
         if (count > 0)
-            parts << QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : many);
+            parts << QStringLiteral("%1 %2").arg(QLocale().toString(qulonglong(count)),
+                                                 count == 1 ? one : many);
     };
     add(structures, tr("structure"), tr("structures"));
     add(alignments, tr("alignment"), tr("alignments"));

@@ -52,9 +52,11 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::Interactive);
     header()->setSectionResizeMode(2, QHeaderView::Interactive);
-    const int letter = fontMetrics().averageCharWidth();
-    header()->resizeSection(1, 14 * letter);
-    header()->resizeSection(2, 16 * letter);
+    const auto roomFor = [this](const QString &text) {
+        return fontMetrics().horizontalAdvance(text) + 3 * fontMetrics().averageCharWidth();
+    };
+    header()->resizeSection(1, roomFor(tr("alignment")));
+    header()->resizeSection(2, roomFor(QStringLiteral("20,000 × 10,000")));
     connect(this, &QAbstractItemView::doubleClicked, this, &ObjectTree::activate);
     connect(&model, &QAbstractItemModel::rowsInserted, this, &ObjectTree::unfoldFewSequences);
 }

@@ -148,5 +148,16 @@ void VirtualScreen::moveWindow(const QString &window, QPoint place) const
 void VirtualScreen::pressKey(const QString &window, const QString &key) const
 {
     EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
+    pressKey(key);
+}
+
+void VirtualScreen::pressKey(const QString &key) const
+{
     EXPECT_TRUE(xdotool({"key", key}));
+}
+
+void VirtualScreen::typeText(const QString &window, const QString &text) const
+{
+    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
+    EXPECT_TRUE(xdotool({"type", text}));
 }

@@ -31,6 +31,9 @@ public:
     void moveWindow(const QString &window, QPoint place) const;
     // To the window, after it has got the keyboard.
     void pressKey(const QString &window, const QString &key) const;
+    void typeText(const QString &window, const QString &text) const;
+    // To whatever has the keyboard.
+    void pressKey(const QString &key) const;
 
     // Waits for as long as it takes.
     static void waitUntil(const std::function<bool()> &condition);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program as a user sees it: real windows, real mouse and keys, judged by the picture.
+#include "FileReader.h"
 #include "WindowFixture.h"
 
 #include <QFileInfo>
@@ -19,6 +20,8 @@ constexpr const char *kEditor = "Alignment Editor";
 // Of the first row: a gap, and a residue far to its left.
 constexpr int kGap = 29;
 constexpr int kTarget = 10;
+// "Save" in the editor's File menu.
+constexpr int kSaveEntry = 6;
 
 TEST_F(WholeProgram, TheExampleIsPaintedCellByCell)
 {
@@ -134,6 +137,39 @@ TEST_F(WholeProgram, QuittingAsksAboutAnEditedAlignment)
     waitForWindows(kWorkbench, 1);
     m_Screen.pressKey(workbench, "ctrl+q");
     m_Screen.pressKey(window(kWorkbench, 2), "alt+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+
+    m_Screen.pressKey(editor, "alt+f");
+    for (int entry = 0; entry < kSaveEntry; ++entry)
+        m_Screen.pressKey("Down");
+    m_Screen.pressKey("Return");
+    const QString saved = m_Folder.filePath("saved.ali");
+    m_Screen.typeText(window("Save As"), saved);
+    m_Screen.pressKey("Return");
+    waitForWindows("Save As", 0);
+    VirtualScreen::waitUntil([&] { return QFileInfo::exists(saved) || !isRunning(); });
+
+    TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(saved.toStdString());
+    ASSERT_TRUE(contents.has_value());
+    const auto &rows = contents->alignments.front().rows;
+    ASSERT_EQ(rows.size(), 6U);
+    QString first = kRows[0];
+    first.remove(kGap, 1).insert(kTarget, u'-');
+    EXPECT_TRUE(rows[0].sequence.text().starts_with(first.toStdString()))
+        << rows[0].sequence.text();
+    EXPECT_TRUE(rows[1].sequence.text().starts_with(kRows[1].toStdString()));
+    EXPECT_EQ(rows[0].link.structure, "1A0J_A_superposed.pdb");
+
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
     EXPECT_EQ(waitForEnd(), 0);
 }
 
