@@ -14,7 +14,7 @@ void *take(std::size_t size)
     return ::operator new(size);
 }
 
-void giveBack(void *memory, std::size_t size) noexcept
+void giveBack(void *memory, std::size_t) noexcept
 {
     ::operator delete(memory);
 }
