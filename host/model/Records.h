@@ -72,6 +72,16 @@ struct StructureLink
     std::string lastChain;
 };
 
+// A remark with its kind, as Stockholm files have them. The kind is one word ("ID", "SS"); the text
+// has no line end.
+struct Annotation
+{
+    std::string tag;
+    std::string text;
+
+    friend bool operator==(const Annotation &, const Annotation &) = default;
+};
+
 struct RowRecord
 {
     std::string name;
@@ -81,6 +91,10 @@ struct RowRecord
     // The numbers of letters before each break between two chains. A break written into the row
     // has a column there, which is a gap.
     std::vector<std::uint64_t> chainBreaks;
+    // What is said of the sequence ("#=GS"), in order.
+    std::vector<Annotation> annotations;
+    // What is said of the residues ("#=GR"): one character a column, '.' at a gap.
+    std::vector<Annotation> residueAnnotations;
 };
 
 struct AlignmentRecord
@@ -90,6 +104,10 @@ struct AlignmentRecord
     // Rows of one length. Otherwise these are sequences, and no alignment is made of them.
     bool isAligned = true;
     std::vector<std::string> remarks;
+    // What is said of the alignment ("#=GF"), in order; a tag may come again.
+    std::vector<Annotation> annotations;
+    // What is said of the columns ("#=GC"): one character a column.
+    std::vector<Annotation> columnAnnotations;
 };
 
 } // namespace TAMBO
