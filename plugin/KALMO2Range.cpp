@@ -51,18 +51,6 @@ void KALMO2::RangeRemove()
     ReCreate();
 }
 
-void KALMO2::RangeReNumber()
-{
-    if (m_Data != nullptr)
-        Logger::Write("Range Renumber is not available yet.");
-}
-
-void KALMO2::RangeAddSSE()
-{
-    if (m_Data != nullptr)
-        Logger::Write("Range Add SSE is not available yet.");
-}
-
 void KALMO2::selectConservedN()
 {
     if (m_Data != nullptr)

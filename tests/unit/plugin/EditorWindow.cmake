@@ -9,6 +9,7 @@ tambo_test(kalmo_window_test QT
         NotificationsTest.cpp
         PopulateTest.cpp
         RangeCommandsTest.cpp
+        RangeResiduesTest.cpp
         SequenceSelectorTest.cpp
         WindowEditsTest.cpp
         WindowLayoutTest.cpp
