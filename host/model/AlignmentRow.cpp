@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentRow.h"
 
+#include "AlignmentAnnotation.h"
+
 #include <utility>
 
 namespace TAMBO {
@@ -12,7 +14,8 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
     if (firstResidue > 0)
         setResidues({{firstResidue, m_Cells.residues()}});
     if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty() ||
-        !label.chainBreaks.empty())
+        !label.chainBreaks.empty() || !label.annotations.empty() ||
+        !label.residueAnnotations.empty())
         m_Label = std::make_shared<const RowLabel>(std::move(label));
 }
 
@@ -128,7 +131,8 @@ std::size_t AlignmentRow::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + m_Cells.bytes() + m_Segments.capacity() * sizeof(Segment);
     if (m_Label != nullptr)
-        sum += sizeof(RowLabel) + m_Label->name.size() + m_Label->description.size();
+        sum += sizeof(RowLabel) + m_Label->name.size() + m_Label->description.size() +
+               bytesOf(m_Label->annotations) + bytesOf(m_Label->residueAnnotations);
     return sum;
 }
 

@@ -156,6 +156,8 @@ std::size_t AlignmentTable::bytes() const noexcept
     std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) +
                       m_Rows.capacity() * sizeof(m_Rows[0]) + m_Letters.bytes() +
                       m_Profiles.bytes();
+    if (m_Annotation != nullptr)
+        sum += m_Annotation->bytes();
     for (const auto &row : m_Rows)
         sum += row->bytes();
     return sum;

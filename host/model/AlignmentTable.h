@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Alignment.h"
+#include "AlignmentAnnotation.h"
 #include "AlignmentRow.h"
 #include "ColumnLetters.h"
 #include "ColumnProfiles.h"
@@ -14,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -61,6 +63,16 @@ public:
     [[nodiscard]] bool isColumnSelected(Column column) const;
     // Whether the alignment may become wider by so many columns; the log says if it may not.
     [[nodiscard]] bool hasRoomFor(Column columns) const;
+    // Null for an alignment without one.
+    [[nodiscard]] const AlignmentAnnotation *annotation() const noexcept
+    {
+        return m_Annotation.get();
+    }
+    // No edit: for an alignment that is being made.
+    void presetAnnotation(std::unique_ptr<AlignmentAnnotation> annotation) noexcept
+    {
+        m_Annotation = std::move(annotation);
+    }
     // On the heap, the sequences not counted.
     [[nodiscard]] std::size_t bytes() const noexcept;
 
@@ -102,6 +114,7 @@ private:
     CompoundState m_State;
     Alignment *m_Alignment = nullptr;
     Rows m_Rows;
+    std::unique_ptr<AlignmentAnnotation> m_Annotation;
     unsigned long m_LayoutRevision = 0;
     // What passes over many rows found; no part of the alignment's value.
     mutable ColumnLetters m_Letters;

@@ -11,6 +11,7 @@
 #include "StructureLookup.h"
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 #include <utility>
 
@@ -80,6 +81,24 @@ void presetNumbers(Peptide &peptide, const RowTie &tie, const StructureLink &lin
     }
 }
 
+// Lines over the columns become lines over the row's residues.
+std::vector<Annotation> residueLines(std::vector<Annotation> lines, const GappedSequence &sequence)
+{
+    for (Annotation &line : lines) {
+        std::string text;
+        text.reserve(sequence.letters.size());
+        for (std::size_t word = 0; word < sequence.occupancy.size(); ++word) {
+            for (std::uint64_t bits = sequence.occupancy[word]; bits != 0; bits &= bits - 1) {
+                const std::size_t column = word * 64 + std::size_t(std::countr_zero(bits));
+                text +=
+                    column < line.text.size() ? line.text[column] : AlignmentAnnotation::kNothing;
+            }
+        }
+        line.text = std::move(text);
+    }
+    return lines;
+}
+
 // A sequence of the row's own, added to Space.
 Peptide &makeSequence(RowRecord &row, const RowTie &tie)
 {
@@ -124,13 +143,20 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
             continue;
         }
         width = std::max(width, row.sequence.width);
+        std::vector<Annotation> ofResidues =
+            residueLines(std::move(row.residueAnnotations), row.sequence);
         OccupancyRow cells(std::move(row.sequence.occupancy));
         const bool isChain = tie.isExact();
         Peptide &sequence = isChain ? *tie.runs().front().chain : makeSequence(row, tie);
         const std::size_t first = isChain ? tie.runs().front().chainFirst : 0;
         // A sequence of the row's own has its name already.
-        RowLabel label{isChain ? std::move(row.name) : std::string(), std::move(row.description),
-                       std::move(row.link), std::move(row.chainBreaks)};
+        RowLabel label{isChain ? std::move(row.name) : std::string(),
+                       std::move(row.description),
+                       std::move(row.link),
+                       static_cast<std::uint32_t>(first),
+                       std::move(row.chainBreaks),
+                       std::move(row.annotations),
+                       std::move(ofResidues)};
         rows.push_back(std::make_unique<AlignmentRow>(sequence, std::move(cells), std::move(label),
                                                       static_cast<std::uint32_t>(first)));
     }
@@ -139,6 +165,9 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
     std::unique_ptr<Alignment> made =
         AlignmentTable::make(std::move(record.name), std::move(rows), width);
     Alignment *const alignment = made.get();
+    if (!record.annotations.empty() || !record.columnAnnotations.empty())
+        alignment->table().presetAnnotation(std::make_unique<AlignmentAnnotation>(
+            std::move(record.annotations), std::move(record.columnAnnotations)));
     ObjectSpace::get().add(std::move(made));
     return alignment;
 }

@@ -5,6 +5,7 @@
 #include "Peptide.h"
 #include "Structure.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -44,6 +45,41 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
     link.lastChain = last->peptide->Name();
 }
 
+// The breaks counted by the residues that the row still has.
+std::vector<std::uint64_t> breaksOf(const AlignmentRow &row, const RowLabel &label)
+{
+    std::vector<std::uint64_t> breaks(label.chainBreaks.size());
+    if (breaks.empty())
+        return breaks;
+    for (const ResidueRun &run : row.residueRuns(0, row.cells().residues())) {
+        for (std::size_t i = 0; i < breaks.size(); ++i) {
+            const std::uint64_t behind = label.firstResidue + label.chainBreaks[i];
+            if (behind > run.index)
+                breaks[i] += std::min<std::uint64_t>(behind - run.index, run.count);
+        }
+    }
+    return breaks;
+}
+
+// Lines over the residues become lines over the columns.
+std::vector<Annotation> residueLines(const AlignmentRow &row, const RowLabel &label,
+                                     unsigned long width)
+{
+    std::vector<Annotation> lines;
+    lines.reserve(label.residueAnnotations.size());
+    for (const Annotation &said : label.residueAnnotations) {
+        std::string text(width, AlignmentAnnotation::kNothing);
+        row.forEachResidue(0, width, [&](AlignmentRow::Column column, std::uint32_t index) {
+            // Below zero becomes a large number, which no text reaches.
+            const std::uint32_t place = index - label.firstResidue;
+            if (place < said.text.size())
+                text[column] = said.text[place];
+        });
+        lines.push_back({said.tag, std::move(text)});
+    }
+    return lines;
+}
+
 RowRecord makeRow(const AlignmentRow &row, unsigned long width)
 {
     RowRecord record;
@@ -58,9 +94,9 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
     if (const RowLabel *const label = row.label()) {
         record.description = label->description;
         record.link = label->link;
-        // Counted by residues, so they only hold for a row that still has all of them.
-        if (row.isComplete())
-            record.chainBreaks = label->chainBreaks;
+        record.annotations = label->annotations;
+        record.chainBreaks = breaksOf(row, *label);
+        record.residueAnnotations = residueLines(row, *label, width);
     }
     describeCoordinates(row, record);
     return record;
@@ -73,10 +109,19 @@ AlignmentRecord makeRecord(const Alignment &alignment)
     AlignmentRecord record;
     record.name = alignment.Name();
     const AlignmentTable &table = alignment.table();
+    if (const AlignmentAnnotation *const annotation = table.annotation()) {
+        record.annotations = annotation->remarks();
+        record.columnAnnotations = annotation->lines(table.width());
+    }
     record.rows.reserve(table.rowCount());
     for (std::size_t i = 0; i < table.rowCount(); ++i)
         record.rows.push_back(makeRow(table.row(i), table.width()));
     return record;
+}
+
+RowRecord makeRowRecord(const Alignment &alignment, std::size_t row)
+{
+    return makeRow(alignment.table().row(row), alignment.width());
 }
 
 } // namespace TAMBO

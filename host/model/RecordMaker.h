@@ -4,6 +4,8 @@
 
 #include "Records.h"
 
+#include <cstddef>
+
 namespace TAMBO {
 
 class Alignment;
@@ -11,5 +13,7 @@ class Alignment;
 // What the file that a row came from said of it is kept; a row whose residues have coordinates says
 // which ones it holds now.
 [[nodiscard]] AlignmentRecord makeRecord(const Alignment &alignment);
+// One row of it, for writers that go row by row.
+[[nodiscard]] RowRecord makeRowRecord(const Alignment &alignment, std::size_t row);
 
 } // namespace TAMBO

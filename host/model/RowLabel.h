@@ -16,8 +16,14 @@ struct RowLabel
     std::string name;
     std::string description;
     StructureLink link;
-    // The numbers of the sequence's residues before each break between two chains.
+    // The residue of the sequence that was the row's first one in the file.
+    std::uint32_t firstResidue = 0;
+    // The numbers of residues from that one on before each break between two chains.
     std::vector<std::uint64_t> chainBreaks;
+    std::vector<Annotation> annotations;
+    // One character for each residue from the first one on. They are tied to residues, not to
+    // cells, so no edit of gaps or columns has to touch them.
+    std::vector<Annotation> residueAnnotations;
 };
 
 } // namespace TAMBO

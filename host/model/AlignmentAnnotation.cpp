@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentAnnotation.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+AlignmentAnnotation::AlignmentAnnotation(std::vector<Annotation> remarks,
+                                         std::vector<Annotation> lines)
+    : m_Remarks(std::move(remarks)), m_Lines(std::move(lines))
+{ }
+
+std::vector<Annotation> AlignmentAnnotation::lines(Column width) const
+{
+    std::vector<Annotation> result = m_Lines;
+    for (Annotation &line : result)
+        line.text.resize(width, kNothing);
+    return result;
+}
+
+std::vector<std::string> AlignmentAnnotation::texts(Column begin, Column count) const
+{
+    std::vector<std::string> result;
+    result.reserve(m_Lines.size());
+    for (const Annotation &line : m_Lines) {
+        std::string text = begin < line.text.size() ? line.text.substr(begin, count) : "";
+        text.resize(count, kNothing);
+        result.push_back(std::move(text));
+    }
+    return result;
+}
+
+void AlignmentAnnotation::setTexts(Column begin, const std::vector<std::string> &texts)
+{
+    for (std::size_t i = 0; i < m_Lines.size(); ++i) {
+        std::string &line = m_Lines[i].text;
+        const Column end = begin + texts[i].size();
+        if (line.size() < end)
+            line.resize(end, kNothing);
+        std::ranges::copy(texts[i], line.begin() + std::ptrdiff_t(begin));
+    }
+}
+
+void AlignmentAnnotation::insertColumns(Column column, Column count)
+{
+    for (Annotation &line : m_Lines) {
+        if (column < line.text.size())
+            line.text.insert(column, count, kNothing);
+    }
+}
+
+void AlignmentAnnotation::removeColumns(Column column, Column count)
+{
+    for (Annotation &line : m_Lines) {
+        if (column < line.text.size())
+            line.text.erase(column, count);
+    }
+}
+
+std::size_t AlignmentAnnotation::bytes() const noexcept
+{
+    return sizeof(*this) + bytesOf(m_Remarks) + bytesOf(m_Lines);
+}
+
+std::size_t bytesOf(const std::vector<Annotation> &annotations) noexcept
+{
+    std::size_t sum = annotations.capacity() * sizeof(Annotation);
+    for (const Annotation &annotation : annotations)
+        sum += annotation.tag.capacity() + annotation.text.capacity();
+    return sum;
+}
+
+} // namespace TAMBO
