@@ -5,6 +5,7 @@
 
 #include "Compound.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <utility>
@@ -25,11 +26,14 @@ struct AlignmentCell
 };
 
 // The most frequent letter of a column, gaps not counted; of equally frequent ones the letter with
-// the smallest character code. A column without a residue has the letter '-' and the count 0.
+// the smallest character code, as a signed byte. A column without a residue has the letter '-' and
+// the count 0.
 struct AlignmentMajority
 {
     char letter = '-';
     unsigned long count = 0;
+    // No other letter is as frequent.
+    bool isAlone = true;
 };
 
 // Reading out of bounds gives null or an empty value. An edit with an index out of bounds, or of a
@@ -73,6 +77,8 @@ public:
     // Appends to out one letter per row, '\0' for gaps.
     void readColumn(unsigned long col, std::vector<char> &out) const;
     [[nodiscard]] AlignmentMajority majority(unsigned long col) const;
+    // False when no residue of the row can have a position.
+    [[nodiscard]] bool hasPositions(unsigned long row) const;
     // True when every residue of the row is selected, and for a row that holds only gaps.
     [[nodiscard]] bool isRowSelected(unsigned long row) const;
     // True when the column holds a residue and every residue in it is selected.
@@ -81,6 +87,20 @@ public:
     // shows (residue numbers, secondary structure) may have changed. Never goes back to an earlier
     // value.
     [[nodiscard]] unsigned long layoutRevision() const noexcept;
+
+    // ---- Colouring and selecting without making residue objects, inside a guard. As SetColor()
+    // and SetSelected() of one residue after the other, row by row: the alignment's own lock does
+    // not matter, that of a sequence keeps its colours.
+
+    // Every residue, by the character code of its letter.
+    void colorByLetter(const std::array<Color, 256> &colors);
+    void colorSelected(const Color &color);
+    // In each column the residues with the letter that stands there in letters, which has an entry
+    // per column; '\0' leaves a column alone.
+    void colorLetters(const std::vector<char> &letters, const Color &color);
+    void selectLetters(const std::vector<char> &letters);
+    // The residues of one row. Columns out of bounds are left out.
+    void selectInRow(unsigned long row, const Range &range);
 
     // ---- Editing, inside a guard
 

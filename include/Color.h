@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A display colour of the workbench: opaque red, green and blue, eight bits each.
+// A display colour of the workbench: red, green, blue and how opaque it is, eight bits each.
 #pragma once
 
 #include "Export.h"
@@ -10,15 +10,23 @@ class TAMBO_API Color
 {
 public:
     Color() = default;
-    // 0xRRGGBB; the upper eight bits, where toolkits keep alpha, are ignored.
-    explicit constexpr Color(unsigned int rgb) noexcept : m_Rgb(rgb & 0xffffffU) { }
+    // 0xAARRGGBB, as toolkits keep it. Without alpha, 0xRRGGBB, the colour is opaque.
+    explicit constexpr Color(unsigned int argb) noexcept
+        : m_Value(argb <= kRgb ? argb : argb ^ ~kRgb)
+    { }
     explicit Color(const QColor &color);
 
     [[nodiscard]] QColor toQColor() const;
-    [[nodiscard]] constexpr unsigned int rgb() const noexcept { return m_Rgb; }
+    [[nodiscard]] constexpr unsigned int rgb() const noexcept { return m_Value & kRgb; }
+    // Never without alpha.
+    [[nodiscard]] constexpr unsigned int argb() const noexcept { return m_Value ^ ~kRgb; }
+    [[nodiscard]] constexpr bool isOpaque() const noexcept { return m_Value <= kRgb; }
 
-    friend constexpr bool operator==(Color a, Color b) noexcept { return a.m_Rgb == b.m_Rgb; }
+    friend constexpr bool operator==(Color a, Color b) noexcept { return a.m_Value == b.m_Value; }
 
 private:
-    unsigned int m_Rgb = 0;
+    static constexpr unsigned int kRgb = 0xffffffU;
+
+    // The upper eight bits say how much is lacking to be opaque.
+    unsigned int m_Value = 0;
 };

@@ -123,6 +123,11 @@ AlignmentMajority Alignment::majority(unsigned long col) const
     return col < m_Width ? m_Table->majority(col) : AlignmentMajority();
 }
 
+bool Alignment::hasPositions(unsigned long row) const
+{
+    return row < height() && m_Table->row(row).sequence().hasAtoms();
+}
+
 bool Alignment::isRowSelected(unsigned long row) const
 {
     if (row >= height())

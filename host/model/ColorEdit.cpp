@@ -11,37 +11,46 @@ namespace TAMBO {
 
 ColorEdit::~ColorEdit() = default;
 
-void ColorEdit::note(std::size_t index, std::optional<Color> before)
+void ColorEdit::note(std::size_t first, std::size_t count, std::optional<Color> before)
 {
     if (m_HasAll)
         return;
     if (!m_Runs.empty()) {
         Run &last = m_Runs.back();
-        if (std::size_t(last.first) + last.count == index && last.color == before) {
-            ++last.count;
+        if (std::size_t(last.first) + last.count == first && last.color == before) {
+            last.count += static_cast<std::uint32_t>(count);
             return;
         }
     }
-    m_Runs.push_back({static_cast<std::uint32_t>(index), 1, before});
+    m_Runs.push_back(
+        {static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count), before});
     if (m_Runs.size() * sizeof(Run) > std::max<std::size_t>(m_Peptide.residueCount(), 256))
         takeAll();
 }
 
-void ColorEdit::undoRuns(ResidueColors &colors) const
+void ColorEdit::noteAll(std::unique_ptr<ResidueColors> before)
 {
-    for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
-        for (std::uint32_t i = 0; i < run->count; ++i)
-            colors.set(run->first + i, run->color);
-    }
+    if (!m_HasAll)
+        keepAll(std::move(before));
 }
 
 void ColorEdit::takeAll()
 {
-    m_All = m_Peptide.m_Colors ? std::make_unique<ResidueColors>(*m_Peptide.m_Colors)
-                               : std::make_unique<ResidueColors>(m_Peptide.residueCount());
-    undoRuns(*m_All);
-    if (m_All->colored() == 0)
-        m_All.reset();
+    keepAll(m_Peptide.m_Colors ? std::make_unique<ResidueColors>(*m_Peptide.m_Colors) : nullptr);
+}
+
+// The colours without what the runs tell of.
+void ColorEdit::keepAll(std::unique_ptr<ResidueColors> colors)
+{
+    if (colors == nullptr && !m_Runs.empty())
+        colors = std::make_unique<ResidueColors>(m_Peptide.residueCount());
+    for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
+        for (std::uint32_t i = 0; i < run->count; ++i)
+            colors->set(run->first + i, run->color);
+    }
+    if (colors != nullptr && colors->colored() == 0)
+        colors.reset();
+    m_All = std::move(colors);
     m_HasAll = true;
     m_Runs = {};
 }
@@ -63,7 +72,7 @@ std::unique_ptr<Edit> ColorEdit::apply()
         for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
             for (std::uint32_t i = 0; i < run->count; ++i) {
                 const std::size_t index = run->first + i;
-                inverse->note(index, colors ? colors->at(index) : std::nullopt);
+                inverse->note(index, 1, colors ? colors->at(index) : std::nullopt);
                 m_Peptide.storeColor(index, run->color);
             }
         }

@@ -22,8 +22,10 @@ public:
     explicit ColorEdit(Peptide &peptide) : m_Peptide(peptide) { }
     ~ColorEdit() override;
 
-    // Before a residue gets another colour than before.
-    void note(std::size_t index, std::optional<Color> before);
+    // Before residues that have one colour get others.
+    void note(std::size_t first, std::size_t count, std::optional<Color> before);
+    // All residues have got other colours; null: all had that of their type.
+    void noteAll(std::unique_ptr<ResidueColors> before);
 
     void close() noexcept override;
     std::unique_ptr<Edit> apply() override;
@@ -40,8 +42,7 @@ private:
     };
 
     void takeAll();
-    void undoRuns(ResidueColors &colors) const;
-
+    void keepAll(std::unique_ptr<ResidueColors> colors);
     Peptide &m_Peptide;
     std::vector<Run> m_Runs;
     bool m_HasAll = false;

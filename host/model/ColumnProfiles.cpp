@@ -26,10 +26,15 @@ AlignmentMajority ColumnProfiles::majority(const Rows &rows, Column width, Colum
     AlignmentMajority result;
     const std::uint32_t *const counts = &m_Counts[std::size_t(slotOf(column)) * m_Stride];
     for (std::size_t i = 0; i < m_Letters.size(); ++i) {
+        if (counts[i] == 0 || counts[i] < result.count)
+            continue;
+        const bool isEqual = counts[i] == result.count;
         const bool isBefore =
-            static_cast<unsigned char>(m_Letters[i]) < static_cast<unsigned char>(result.letter);
-        if (counts[i] > result.count || (counts[i] == result.count && counts[i] > 0 && isBefore))
-            result = {m_Letters[i], counts[i]};
+            static_cast<signed char>(m_Letters[i]) < static_cast<signed char>(result.letter);
+        if (!isEqual || isBefore)
+            result.letter = m_Letters[i];
+        result.count = counts[i];
+        result.isAlone = !isEqual;
     }
     return result;
 }

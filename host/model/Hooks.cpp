@@ -29,9 +29,9 @@ void setSelectionColor(Color color) noexcept
 Color selectedColor(Color color) noexcept
 {
     // The halves without carries between the channels.
-    constexpr unsigned kWithoutLowBits = 0xfefefe;
-    const unsigned a = color.rgb();
-    const unsigned b = s_SelectionColor.rgb();
+    constexpr unsigned kWithoutLowBits = 0xfefefefe;
+    const unsigned a = color.argb();
+    const unsigned b = s_SelectionColor.argb();
     return Color((a & b) + (((a ^ b) & kWithoutLowBits) >> 1));
 }
 

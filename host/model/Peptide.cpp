@@ -6,6 +6,7 @@
 #include "ChangeScope.h"
 #include "ColorEdit.h"
 #include "Element.h"
+#include "LetterColors.h"
 #include "NumberEdit.h"
 #include "ResidueColors.h"
 #include "ResidueGroup.h"
@@ -67,6 +68,30 @@ ResiduePlace Peptide::resolve(std::size_t index) const noexcept
     return {const_cast<Peptide *>(this), index};
 }
 
+template <typename Visit>
+void Peptide::forEachOwner(std::size_t begin, std::size_t end, Visit visit) const
+{
+    Peptide &self = const_cast<Peptide &>(*this);
+    if (m_Ties != nullptr) {
+        for (const ResidueTies::Run &run : m_Ties->runs()) {
+            const std::size_t runEnd = std::size_t(run.first) + run.count;
+            if (runEnd <= begin)
+                continue;
+            if (run.first >= end)
+                break;
+            if (begin < run.first) {
+                visit(self, begin, begin, run.first - begin);
+                begin = run.first;
+            }
+            const std::size_t count = std::min(end, runEnd) - begin;
+            visit(*run.chain, run.chainFirst + (begin - run.first), begin, count);
+            begin += count;
+        }
+    }
+    if (begin < end)
+        visit(self, begin, begin, end - begin);
+}
+
 std::string Peptide::typeName(std::size_t index) const
 {
     const ResiduePlace place = resolve(index);
@@ -113,6 +138,18 @@ std::size_t Peptide::atomCount(std::size_t index) const noexcept
     if (contents == nullptr || contents->atomStarts.empty())
         return 0;
     return contents->atomStarts[place.index + 1] - contents->atomStarts[place.index];
+}
+
+bool Peptide::hasAtoms() const noexcept
+{
+    const auto holdsAtoms = [](const Peptide &peptide) {
+        return peptide.m_Contents != nullptr && !peptide.m_Contents->atomStarts.empty();
+    };
+    return holdsAtoms(*this) ||
+           (m_Ties != nullptr &&
+            std::ranges::any_of(m_Ties->runs(), [&](const ResidueTies::Run &run) {
+                return holdsAtoms(*run.chain);
+            }));
 }
 
 Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
@@ -199,15 +236,79 @@ void Peptide::setColor(std::size_t index, std::optional<Color> color)
     if (before == color || !mayChange(*this))
         return;
     const ChangeScope scope;
-    if (ChangeSession::get().isRecording()) {
-        if (m_OpenColors == nullptr) {
-            auto edit = std::make_unique<ColorEdit>(*this);
-            m_OpenColors = edit.get();
-            ChangeSession::get().recordGrowing(std::move(edit));
-        }
-        m_OpenColors->note(index, before);
-    }
+    if (ColorEdit *const edit = openColors())
+        edit->note(index, 1, before);
     storeColor(index, color);
+    growColorRevision();
+}
+
+ColorEdit *Peptide::openColors()
+{
+    if (m_OpenColors == nullptr && ChangeSession::get().isRecording()) {
+        auto edit = std::make_unique<ColorEdit>(*this);
+        m_OpenColors = edit.get();
+        ChangeSession::get().recordGrowing(std::move(edit));
+    }
+    return m_OpenColors;
+}
+
+void Peptide::setColors(std::size_t begin, std::size_t end, const LetterColors &colors)
+{
+    end = std::min(end, residueCount());
+    if (begin >= end || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    forEachOwner(
+        begin, end, [&](Peptide &owner, std::size_t there, std::size_t here, std::size_t count) {
+            if (&owner == this) {
+                storeColors(here, here + count, colors);
+            } else if (owner.letters().substr(there, count) == letters().substr(here, count)) {
+                owner.setColors(there, there + count, colors);
+            } else {
+                for (std::size_t i = 0; i < count; ++i)
+                    owner.setColor(there + i, colors.color(letter(here + i)));
+            }
+        });
+}
+
+void Peptide::storeColors(std::size_t begin, std::size_t end, const LetterColors &colors)
+{
+    if (begin == 0 && end == residueCount()) {
+        storeAllColors(colors);
+        return;
+    }
+    const std::string_view some = letters().substr(begin, end - begin);
+    if (m_Colors == nullptr) {
+        if (std::ranges::all_of(some, [&](char letter) { return colors.choice(letter) == 0; }))
+            return;
+        m_Colors = std::make_unique<ResidueColors>(residueCount());
+    }
+    bool isChanged = false;
+    m_Colors->set(begin, some, colors,
+                  [&](std::size_t first, std::size_t count, std::optional<Color> before) {
+                      isChanged = true;
+                      if (ColorEdit *const edit = openColors())
+                          edit->note(first, count, before);
+                  });
+    if (m_Colors->colored() == 0)
+        m_Colors.reset();
+    if (isChanged)
+        growColorRevision();
+}
+
+// Replaces what was there, which is then all that undoing needs.
+void Peptide::storeAllColors(const LetterColors &colors)
+{
+    auto fresh = std::make_unique<ResidueColors>(m_Letters, colors);
+    if (fresh->colored() == 0)
+        fresh.reset();
+    const bool isSame =
+        fresh == nullptr || m_Colors == nullptr ? fresh == m_Colors : fresh->isSameAs(*m_Colors);
+    if (isSame)
+        return;
+    std::swap(m_Colors, fresh);
+    if (ColorEdit *const edit = openColors())
+        edit->noteAll(std::move(fresh));
     growColorRevision();
 }
 
@@ -238,22 +339,25 @@ void Peptide::setSelected(std::size_t index, bool selected)
 void Peptide::setSelected(std::size_t begin, std::size_t end, bool selected)
 {
     const ChangeScope scope;
-    if (m_Ties == nullptr) {
-        storeSelected(begin, end, selected);
-        return;
-    }
-    while (begin < end) {
-        const ResidueTies::Run *const run = m_Ties->find(begin);
-        if (run == nullptr) {
-            storeSelected(begin, begin + 1, selected);
-            ++begin;
-            continue;
-        }
-        const std::size_t stop = std::min(end, std::size_t(run->first) + run->count);
-        const std::size_t first = run->chainFirst + (begin - run->first);
-        run->chain->setSelected(first, first + (stop - begin), selected);
-        begin = stop;
-    }
+    forEachOwner(begin, end,
+                 [&](Peptide &owner, std::size_t there, std::size_t, std::size_t count) {
+                     if (&owner == this)
+                         storeSelected(there, there + count, selected);
+                     else
+                         owner.setSelected(there, there + count, selected);
+                 });
+}
+
+void Peptide::forEachSelected(std::size_t begin, std::size_t end, const RunVisitor &visit) const
+{
+    forEachOwner(begin, end,
+                 [&](const Peptide &owner, std::size_t there, std::size_t here, std::size_t count) {
+                     if (owner.m_Selection != nullptr)
+                         owner.m_Selection->forEachRun(
+                             there, there + count, [&](std::size_t first, std::size_t behind) {
+                                 visit(here + (first - there), here + (behind - there));
+                             });
+                 });
 }
 
 void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)

@@ -8,6 +8,7 @@
 #include "Records.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,7 @@ namespace TAMBO {
 class Atom;
 class ColorEdit;
 class Element;
+class LetterColors;
 class NumberEdit;
 class Peptide;
 class ResidueColors;
@@ -73,6 +75,8 @@ public:
     [[nodiscard]] Vertex position(std::size_t index) const;
     [[nodiscard]] Element *elementAt(std::size_t index) const noexcept;
     [[nodiscard]] std::size_t atomCount(std::size_t index) const noexcept;
+    // False when no residue can have an atom.
+    [[nodiscard]] bool hasAtoms() const noexcept;
     [[nodiscard]] Atom *atom(std::size_t index, std::size_t atom) const noexcept;
 
     [[nodiscard]] SequenceNumber number(std::size_t index) const;
@@ -87,12 +91,18 @@ public:
     [[nodiscard]] Color ownColor(std::size_t index) const noexcept;
     // Without a colour the residue has that of its type.
     void setColor(std::size_t index, std::optional<Color> color);
+    // The residues [begin, end), each by its letter here.
+    void setColors(std::size_t begin, std::size_t end, const LetterColors &colors);
 
     [[nodiscard]] bool isSelected(std::size_t index) const noexcept;
     void setSelected(std::size_t index, bool selected);
     // The residues [begin, end).
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
+    // Calls visit(begin, end) for the selected residues among [begin, end), those side by side at
+    // once.
+    using RunVisitor = std::function<void(std::size_t, std::size_t)>;
+    void forEachSelected(std::size_t begin, std::size_t end, const RunVisitor &visit) const;
 
     // ---- Ties
 
@@ -137,8 +147,16 @@ private:
 
     [[nodiscard]] StructureContents &contents();
     void listElements();
+    // Calls visit(owner, first residue there, first residue here, count) for the residues
+    // [begin, end), in ascending order.
+    template <typename Visit>
+    void forEachOwner(std::size_t begin, std::size_t end, Visit visit) const;
+    // What undoes the colouring under way; null when nobody keeps it.
+    [[nodiscard]] ColorEdit *openColors();
     // Here, whether tied or not.
     void storeColor(std::size_t index, std::optional<Color> color);
+    void storeColors(std::size_t begin, std::size_t end, const LetterColors &colors);
+    void storeAllColors(const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
     static void growAllRevisions() noexcept;
 

@@ -7,32 +7,52 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace TAMBO {
 
+class LetterColors;
+
 class ResidueColors
 {
 public:
+    // Residues that changed alike: the first, how many, and what colour they had.
+    using Note = std::function<void(std::size_t, std::size_t, std::optional<Color>)>;
+
     explicit ResidueColors(std::size_t count) : m_Small(count, 0) { }
+    // Of residues with these letters.
+    ResidueColors(std::string_view letters, const LetterColors &colors);
 
     // None: the colour of the type.
     [[nodiscard]] std::optional<Color> at(std::size_t index) const noexcept;
     void set(std::size_t index, std::optional<Color> color);
+    // The residues from first on, which have these letters. Tells of those that change.
+    void set(std::size_t first, std::string_view letters, const LetterColors &colors,
+             const Note &note);
     // How many residues have a colour of their own.
     [[nodiscard]] std::size_t colored() const noexcept { return m_Colored; }
     [[nodiscard]] std::size_t bytes() const noexcept;
 
+    // Every residue has the same colour, however the two keep them.
+    [[nodiscard]] bool isSameAs(const ResidueColors &other) const noexcept;
+
 private:
     // Index into the palette plus one, or 0 by type; 0 when there are too many colours.
     [[nodiscard]] std::uint8_t paletteEntry(Color color);
+    // What m_Small keeps for each choice; empty when there are too many colours.
+    [[nodiscard]] std::vector<std::uint8_t> entriesOf(const LetterColors &colors);
+    template <typename Value>
+    void store(std::vector<Value> &kept, const std::vector<Value> &values, std::size_t first,
+               std::string_view letters, const LetterColors &colors, const Note &note);
     void widen();
 
     std::size_t m_Colored = 0;
     std::vector<Color> m_Palette;
     std::vector<std::uint8_t> m_Small;
-    // Instead of m_Small when there are many colours; the top bit marks "by type".
+    // Instead of m_Small when there are many colours; 0 marks "by type".
     std::vector<std::uint32_t> m_Wide;
     std::uint8_t m_LastEntry = 0;
 };

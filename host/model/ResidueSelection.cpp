@@ -48,4 +48,16 @@ std::size_t ResidueSelection::count(std::size_t begin, std::size_t end) const no
     return count;
 }
 
+std::size_t ResidueSelection::next(std::size_t begin, std::size_t end, bool selected) const noexcept
+{
+    while (begin < end) {
+        const std::uint64_t word = selected ? m_Words[begin / 64] : ~m_Words[begin / 64];
+        const std::uint64_t rest = word >> (begin % 64);
+        if (rest != 0)
+            return std::min(end, begin + static_cast<std::size_t>(std::countr_zero(rest)));
+        begin = (begin / 64 + 1) * 64;
+    }
+    return end;
+}
+
 } // namespace TAMBO

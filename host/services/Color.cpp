@@ -3,9 +3,9 @@
 
 #include <QColor>
 
-Color::Color(const QColor &color) : Color(color.rgb()) { }
+Color::Color(const QColor &color) : Color(color.rgba()) { }
 
 QColor Color::toQColor() const
 {
-    return QColor::fromRgb(m_Rgb);
+    return QColor::fromRgba(argb());
 }

@@ -75,11 +75,23 @@ TEST(ColorContract, GoesToTheToolkitAndBack)
     EXPECT_EQ(Color(QColor(1, 2, 3)), Color(0x010203));
 }
 
-TEST(ColorContract, IsOpaqueWhateverItIsMadeOf)
+TEST(ColorContract, KeepsTheAlphaItIsMadeOf)
 {
-    EXPECT_EQ(Color(0x80102030U).toQColor().alpha(), 255);
-    EXPECT_EQ(Color(0x80102030U), Color(0x102030));
-    EXPECT_EQ(Color(QColor(1, 2, 3, 4)).toQColor(), QColor(1, 2, 3));
+    EXPECT_EQ(Color(0x80102030U).toQColor(), QColor(0x10, 0x20, 0x30, 0x80));
+    EXPECT_EQ(Color(0x80102030U).argb(), 0x80102030U);
+    EXPECT_EQ(Color(0x80102030U).rgb(), 0x102030U);
+    EXPECT_EQ(Color(QColor(1, 2, 3, 4)).toQColor(), QColor(1, 2, 3, 4));
+    EXPECT_NE(Color(0x80102030U), Color(0x102030));
+    EXPECT_FALSE(Color(0x80102030U).isOpaque());
+}
+
+TEST(ColorContract, WithoutAlphaItIsOpaque)
+{
+    EXPECT_EQ(Color(0x102030), Color(0xff102030U));
+    EXPECT_EQ(Color(0x102030).argb(), 0xff102030U);
+    EXPECT_EQ(Color(0x102030).toQColor().alpha(), 255);
+    EXPECT_EQ(Color(), Color(0xff000000U));
+    EXPECT_TRUE(Color(0).isOpaque());
 }
 
 TEST(ColorContract, ReadsColoursOfOtherModels)

@@ -280,14 +280,25 @@ TEST_F(AlignmentReading, MajorityHoldsForMoreKindsOfLettersThanProteinsHave)
             rows.emplace_back(1, char(c));
     }
     Alignment &sample = alignment(rows);
-    EXPECT_EQ(sample.majority(0).letter, '\x01');
+    // Codes are signed bytes.
+    EXPECT_EQ(sample.majority(0).letter, '\x80');
     EXPECT_EQ(sample.majority(0).count, 1U);
     // One more of the greatest code, with the counts at hand.
-    sample.addRows({&peptide("last", "\xff")});
-    EXPECT_EQ(sample.majority(0).letter, '\xff');
+    sample.addRows({&peptide("last", "\x7f")});
+    EXPECT_EQ(sample.majority(0).letter, '\x7f');
     EXPECT_EQ(sample.majority(0).count, 2U);
     history.undo();
-    EXPECT_EQ(sample.majority(0).letter, '\x01');
+    EXPECT_EQ(sample.majority(0).letter, '\x80');
+}
+
+TEST_F(AlignmentReading, MajorityTellsWhetherAnotherLetterIsAsFrequent)
+{
+    const Alignment &sample = alignment({"ACC-", "ADAA", "CCDA", "CDD-"});
+    EXPECT_FALSE(sample.majority(0).isAlone);
+    EXPECT_FALSE(sample.majority(1).isAlone);
+    EXPECT_TRUE(sample.majority(2).isAlone);
+    EXPECT_EQ(sample.majority(2).letter, 'D');
+    EXPECT_TRUE(sample.majority(3).isAlone);
 }
 
 TEST_F(AlignmentReading, MajorityLearnsLettersThatComeLater)

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LetterColors.h"
+
+#include "AminoAcids.h"
+
+#include <algorithm>
+
+namespace TAMBO {
+
+namespace {
+
+std::array<Color, LetterColors::kLetters> everywhere(Color color)
+{
+    std::array<Color, LetterColors::kLetters> colors;
+    colors.fill(color);
+    return colors;
+}
+
+} // namespace
+
+LetterColors::LetterColors(const std::array<Color, kLetters> &colors) : m_Colors(colors)
+{
+    for (std::size_t i = 0; i < kLetters; ++i) {
+        if (colors[i] != aminoAcidColor(static_cast<char>(i)))
+            m_Choices[i] = find(colors[i]);
+    }
+}
+
+LetterColors::LetterColors(Color color) : LetterColors(everywhere(color)) { }
+
+LetterColors::Choice LetterColors::find(Color color)
+{
+    const auto found = std::ranges::find(m_Different, std::optional(color));
+    const auto place = static_cast<Choice>(found - m_Different.begin());
+    if (found == m_Different.end())
+        m_Different.emplace_back(color);
+    return place;
+}
+
+} // namespace TAMBO

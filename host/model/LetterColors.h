@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which colour the residues of each letter are to have, made ready for many residues.
+#pragma once
+
+#include "Color.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace TAMBO {
+
+class LetterColors
+{
+public:
+    static constexpr std::size_t kLetters = 256;
+    // Choice 0 is the colour of the type.
+    using Choice = std::uint16_t;
+
+    // By the character code of the letter.
+    explicit LetterColors(const std::array<Color, kLetters> &colors);
+    // The same for every letter.
+    explicit LetterColors(Color color);
+
+    [[nodiscard]] Color color(char letter) const noexcept { return m_Colors[code(letter)]; }
+    [[nodiscard]] Choice choice(char letter) const noexcept { return m_Choices[code(letter)]; }
+    // The different colours by their choice.
+    [[nodiscard]] const std::vector<std::optional<Color>> &choices() const noexcept
+    {
+        return m_Different;
+    }
+
+private:
+    static std::size_t code(char letter) noexcept { return static_cast<unsigned char>(letter); }
+    [[nodiscard]] Choice find(Color color);
+
+    std::array<Color, kLetters> m_Colors;
+    std::array<Choice, kLetters> m_Choices{};
+    std::vector<std::optional<Color>> m_Different{std::nullopt};
+};
+
+} // namespace TAMBO
