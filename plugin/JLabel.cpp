@@ -2,6 +2,7 @@
 #include "JLabel.h"
 
 #include "AcidColor.h"
+#include "LetterColor.h"
 
 #include <QMouseEvent>
 
@@ -18,10 +19,9 @@ JLabel::JLabel(const QString &text, int index, AcidColor *parent)
 void JLabel::setBackground(const QColor &color)
 {
     // The letter stays readable on any colour, by the rule that the residue cells follow.
-    const int grey = (11 * color.red() + 16 * color.green() + 5 * color.blue()) >> 5;
     QPalette colors = palette();
     colors.setColor(backgroundRole(), color);
-    colors.setColor(foregroundRole(), grey <= 126 ? Qt::white : Qt::black);
+    colors.setColor(foregroundRole(), letterColorOn(color));
     setPalette(colors);
 }
 

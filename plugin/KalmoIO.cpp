@@ -2,15 +2,29 @@
 // Saving, opening and printing. The text of alignment files belongs to the workbench.
 #include "KalmoIO.h"
 
+#include "AlignmentPages.h"
+#include "Config.h"
 #include "KALMO2.h"
-#include "Logger.h"
 #include "PluginManager.h"
+#include "PrintJob.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPrinter>
 
 namespace ZEP {
+
+namespace {
+
+void print(KALMO2 &window, const TAMBO::Alignment *shown, KALMO2::PrintStyle style)
+{
+    if (shown != nullptr)
+        runPrintJob(&window, QString::fromStdString(shown->Name()),
+                    [&window, style](QPainter &painter) { window.drawIt(&painter, style); });
+}
+
+} // namespace
 
 void KALMO2::Save(const QString &Name, TAMBO::Alignment *Ali)
 {
@@ -40,27 +54,29 @@ void KALMO2::OpenFile()
 
 void KALMO2::printItBox()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Print Fat is not available yet.");
+    print(*this, m_Data, Fat);
 }
 
 void KALMO2::printItChar()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Print Slim is not available yet.");
+    print(*this, m_Data, Slim);
 }
 
 void KALMO2::printItBW()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Print BW is not available yet.");
+    print(*this, m_Data, BlackAndWhite);
 }
 
-void KALMO2::drawIt(QPainter *p, PrintStyle)
+void KALMO2::drawIt(QPainter *p, PrintStyle Box)
 {
-    const QPaintDevice *device = p == nullptr ? nullptr : p->device();
-    if (m_Data != nullptr && device != nullptr && device->devType() == QInternal::Printer)
-        Logger::Write("Drawing pages is not available yet.");
+    QPaintDevice *device = p == nullptr ? nullptr : p->device();
+    if (m_Data == nullptr || device == nullptr || device->devType() != QInternal::Printer)
+        return;
+    AlignmentPages::Options options;
+    options.font = m_Font;
+    options.style = Box;
+    options.withElements = Config::GetSetting("KALMO2", "PrintSSE").ToBool();
+    AlignmentPages(*p, static_cast<QPrinter &>(*device), *m_Data, options).print();
 }
 
 } // namespace ZEP

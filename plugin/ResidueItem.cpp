@@ -4,23 +4,13 @@
 #include "Alignment.h"
 #include "Check.h"
 #include "DataPoint.h"
+#include "LetterColor.h"
 #include "QCanvas.h"
 
 #include <QColor>
 #include <QPainter>
 
 #include <vector>
-
-namespace {
-
-// Letters stay readable on dark and on light colours.
-QColor textColorOn(const QColor &background)
-{
-    const int grey = (11 * background.red() + 16 * background.green() + 5 * background.blue()) >> 5;
-    return grey <= 126 ? Qt::white : Qt::black;
-}
-
-} // namespace
 
 ResidueItem::ResidueItem(TAMBO::Alignment *alignment, unsigned long row, unsigned long col,
                          const QFont &font, QCanvas *canvas, int x, int y, int w, int h)
@@ -81,6 +71,6 @@ void ResidueItem::drawCell(QPainter &painter, const QRectF &rect, const QFont &f
 {
     painter.fillRect(rect, background);
     painter.setFont(font);
-    painter.setPen(textColorOn(background));
+    painter.setPen(ZEP::letterColorOn(background));
     painter.drawText(rect, Qt::AlignCenter, QString(QLatin1Char(letter)));
 }

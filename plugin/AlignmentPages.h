@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Paints an alignment on the pages of a printer, in blocks of as many columns as a line takes.
+#pragma once
+
+#include "Alignment.h"
+
+#include <QFont>
+#include <QRect>
+#include <QStringList>
+
+#include <vector>
+
+class QPainter;
+class QPrinter;
+
+namespace ZEP {
+
+class AlignmentPages
+{
+public:
+    // The values are those of KALMO2::PrintStyle.
+    enum Style { Slim = 1, Fat = 2, BlackAndWhite = 3 };
+
+    struct Options
+    {
+        QFont font;
+        // Not one of Style: letters are drawn with whatever pen there is.
+        int style = Fat;
+        // A second line per sequence with the letters of its secondary structure.
+        bool withElements = false;
+    };
+
+    // painter is active on printer. All measures are in the printer's pixels.
+    AlignmentPages(QPainter &painter, QPrinter &printer, const TAMBO::Alignment &alignment,
+                   const Options &options);
+
+    void print();
+
+private:
+    using Cells = std::vector<TAMBO::Compound *>;
+
+    void measure();
+    void makeLabels();
+    void printLegend();
+    // Paints the columns from begin on, as many as fit, and returns the one behind the last.
+    unsigned long printBlock(int section, unsigned long begin);
+    void printLabels();
+    void printNumbers(unsigned long col);
+    void printColumn(unsigned long col, int x, int place, int columnsInBlock);
+    void printRuler(int x, const Cells &cells);
+    void printResidue(const QRect &cell, const TAMBO::Compound &residue);
+    void printElement(const QRect &cell, const TAMBO::Compound &residue);
+    [[nodiscard]] int lineOf(unsigned long row) const noexcept;
+
+    QPainter &m_Painter;
+    QPrinter &m_Printer;
+    const TAMBO::Alignment &m_Alignment;
+    Options m_Options;
+
+    unsigned long m_RowCount = 0;
+    int m_CellWidth = 0;
+    int m_NumberWidth = 0;
+    int m_LineHeight = 0;
+    int m_LinesPerRow = 1;
+    // The lines of a block that belong to rows.
+    int m_RowLines = 0;
+
+    QStringList m_Labels;
+    bool m_HasLegend = false;
+    int m_LabelLength = 0;
+    // Set by the first block.
+    int m_LabelWidth = 0;
+
+    int m_PageTop = 0;
+    int m_BlockTop = 0;
+    int m_RowsTop = 0;
+};
+
+} // namespace ZEP
