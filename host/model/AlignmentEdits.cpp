@@ -155,6 +155,21 @@ std::size_t RestoreColumnsEdit::bytes() const
     return sizeof(*this) + m_Cells.bits.bytes() + m_Cells.residues.capacity() * sizeof(RowResidues);
 }
 
+std::unique_ptr<Edit> ColumnTextEdit::apply()
+{
+    std::vector<std::string> former = m_Table.annotation()->texts(m_Begin, m_Count);
+    m_Table.setColumnTexts(m_Begin, m_Texts);
+    return std::make_unique<ColumnTextEdit>(m_Table, m_Kind, m_Begin, m_Count, std::move(former));
+}
+
+std::size_t ColumnTextEdit::bytes() const
+{
+    std::size_t sum = sizeof(*this) + m_Texts.capacity() * sizeof(m_Texts[0]);
+    for (const std::string &text : m_Texts)
+        sum += text.capacity();
+    return sum;
+}
+
 ReplaceColumnsEdit::ReplaceColumnsEdit(AlignmentTable &table, const char *kind,
                                        const Stretch &stretch, BitBuffer bits,
                                        const RangeStep &step)

@@ -8,6 +8,8 @@
 #include "Edit.h"
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -188,6 +190,26 @@ private:
     AlignmentTable::Column m_Begin;
     AlignmentTable::Column m_Count;
     Cells m_Cells;
+};
+
+// What is said of a stretch of columns changes. Recorded beside the edits above, which only move
+// what is said of other columns; so an alignment without annotation pays nothing.
+class ColumnTextEdit final : public AlignmentEdit
+{
+public:
+    ColumnTextEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
+                   AlignmentTable::Column count, std::vector<std::string> texts)
+        : AlignmentEdit(table, kind), m_Begin(begin), m_Count(count), m_Texts(std::move(texts))
+    { }
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+
+private:
+    AlignmentTable::Column m_Begin;
+    AlignmentTable::Column m_Count;
+    // One for each line of the annotation.
+    std::vector<std::string> m_Texts;
 };
 
 // The residues in a stretch of columns are placed anew.

@@ -81,6 +81,9 @@ Alignment *Alignment::duplicate(unsigned long n) const
     auto copy = AlignmentTable::make(Name(), std::move(rows), m_Width);
     Alignment *const result = copy.get();
     result->m_Range = m_Range;
+    if (m_Table->annotation() != nullptr)
+        copy->table().presetAnnotation(
+            std::make_unique<AlignmentAnnotation>(*m_Table->annotation()));
     const ChangeScope scope;
     ObjectSpace::get().add(std::move(copy));
     return result;
@@ -116,9 +119,12 @@ void Alignment::select(const Range &range, bool selected)
 
 void Alignment::remove(const Range &range)
 {
-    if (isRange(range, m_Width) && mayChange(*this))
-        perform(
-            RemoveColumnsEdit(*m_Table, "remove columns", range.first, range.second - range.first));
+    if (!isRange(range, m_Width) || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    const unsigned long count = range.second - range.first;
+    m_Table->clearColumnTexts("remove columns", range.first, count);
+    perform(RemoveColumnsEdit(*m_Table, "remove columns", range.first, count));
 }
 
 void Alignment::remove(unsigned long col)

@@ -2,6 +2,7 @@
 #include "AlignmentTable.h"
 
 #include "AlignmentEdits.h"
+#include "CarriedColumns.h"
 #include "ChangeScope.h"
 #include "Revisions.h"
 
@@ -97,6 +98,8 @@ void AlignmentTable::setWidth(Column width) noexcept
     const Column before = m_Alignment->m_Width;
     if (width < before) {
         m_Profiles.removeColumns(width, before - width);
+        if (m_Annotation != nullptr)
+            m_Annotation->removeColumns(width, before - width);
         Range &range = m_Alignment->m_Range;
         if (range.first < range.second)
             range = {std::min(range.first, width), std::min(range.second, width)};
@@ -208,9 +211,48 @@ bool AlignmentTable::replaceColumns(const Range &range, const std::vector<Occupa
     if (isSame)
         return true;
     const ChangeScope scope;
+    std::vector<std::string> texts;
+    if (m_Annotation != nullptr) {
+        texts = carriedTexts(range, rows, count);
+        clearColumnTexts("realign", range.first, oldCount);
+    }
     ReplaceColumnsEdit edit(*this, "realign", {range.first, oldCount, count}, std::move(bits));
     recordInverse(edit.apply());
+    if (m_Annotation != nullptr)
+        recordTexts("realign", range.first, std::move(texts));
     return true;
+}
+
+std::vector<std::string> AlignmentTable::carriedTexts(const Range &range,
+                                                      const std::vector<OccupancyRow> &rows,
+                                                      Column count) const
+{
+    const auto carried = carriedColumns(m_Rows, range, rows, count);
+    const auto former = m_Annotation->texts(range.first, range.second - range.first);
+    std::vector<std::string> texts(former.size(),
+                                   std::string(count, AlignmentAnnotation::kNothing));
+    for (Column column = 0; column < count; ++column) {
+        for (std::size_t line = 0; carried[column] && line < texts.size(); ++line)
+            texts[line][column] = former[line][*carried[column]];
+    }
+    return texts;
+}
+
+void AlignmentTable::clearColumnTexts(const char *kind, Column begin, Column count)
+{
+    if (m_Annotation != nullptr)
+        recordTexts(kind, begin,
+                    std::vector<std::string>(m_Annotation->texts(begin, 0).size(),
+                                             std::string(count, AlignmentAnnotation::kNothing)));
+}
+
+void AlignmentTable::recordTexts(const char *kind, Column begin, std::vector<std::string> texts)
+{
+    if (texts.empty() || texts == m_Annotation->texts(begin, texts.front().size()))
+        return;
+    const Column count = texts.front().size();
+    ColumnTextEdit edit(*this, kind, begin, count, std::move(texts));
+    recordInverse(edit.apply());
 }
 
 // ---- Plain changes
@@ -238,6 +280,8 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
     Column added = 0;
     for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
         m_Profiles.insertColumns(run->column, run->count);
+        if (m_Annotation != nullptr)
+            m_Annotation->insertColumns(run->column, run->count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
         added += run->count;
     }
@@ -255,6 +299,8 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
     // Each run stands where it counts once those before it are gone.
     for (const GapRun &run : runs) {
         m_Profiles.removeColumns(run.column, run.count);
+        if (m_Annotation != nullptr)
+            m_Annotation->removeColumns(run.column, run.count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
         removed += run.count;
     }
@@ -323,6 +369,10 @@ void AlignmentTable::changeColumns(
     m_Profiles.removeColumns(begin, oldCount);
     m_Profiles.insertColumns(begin, newCount);
     m_Profiles.forget(begin, begin + newCount);
+    if (m_Annotation != nullptr) {
+        m_Annotation->removeColumns(begin, oldCount);
+        m_Annotation->insertColumns(begin, newCount);
+    }
     m_SelectedColumns.forget(begin, kBehindAll);
     m_Alignment->m_Range = mapped(m_Alignment->m_Range, begin, oldCount, newCount);
     setWidth(width() - oldCount + newCount);

@@ -85,6 +85,8 @@ public:
     // placed anew. False, with a line in the log, when a row would not, or when the alignment is
     // locked.
     bool replaceColumns(const Range &range, const std::vector<OccupancyRow> &rows, Column count);
+    // What the annotation says of the columns is about to lose them. Inside a ChangeScope.
+    void clearColumnTexts(const char *kind, Column begin, Column count);
 
     // ---- The edits' plain changes, without recording. Indices are in bounds.
 
@@ -101,12 +103,21 @@ public:
     void changeColumns(Column begin, Column oldCount, Column newCount,
                        const std::function<void(AlignmentRow &row, std::size_t index)> &change);
     void setRange(const Range &range) noexcept { m_Alignment->m_Range = range; }
+    // Of an alignment with annotation.
+    void setColumnTexts(Column begin, const std::vector<std::string> &texts)
+    {
+        m_Annotation->setTexts(begin, texts);
+    }
 
 private:
     friend class Alignment;
 
     AlignmentTable(std::string name, Rows rows);
 
+    // What the annotation says of columns that replace the range.
+    [[nodiscard]] std::vector<std::string>
+    carriedTexts(const Range &range, const std::vector<OccupancyRow> &rows, Column count) const;
+    void recordTexts(const char *kind, Column begin, std::vector<std::string> texts);
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct ReferenceAlignment
     {
         TAMBO::Peptide *sequence = nullptr;
         Cells cells;
+        // What is said of each residue of the sequence.
+        std::string said;
 
         friend bool operator==(const Row &, const Row &) = default;
     };
@@ -27,6 +30,8 @@ struct ReferenceAlignment
     std::vector<Row> rows;
     std::size_t width = 0;
     std::pair<unsigned long, unsigned long> range{0, 0};
+    // What is said of each column.
+    std::vector<std::string> lines;
 
     friend bool operator==(const ReferenceAlignment &, const ReferenceAlignment &) = default;
 
@@ -38,6 +43,8 @@ struct ReferenceAlignment
             return;
         for (Row &row : rows)
             row.cells.insert(row.cells.begin() + long(column), count, -1);
+        for (std::string &line : lines)
+            line.insert(column, count, '.');
         width += count;
         if (column <= range.first) {
             range.first += count;
@@ -52,6 +59,8 @@ struct ReferenceAlignment
             return;
         for (Row &row : rows)
             row.cells.erase(row.cells.begin() + long(begin), row.cells.begin() + long(end));
+        for (std::string &line : lines)
+            line.erase(begin, end - begin);
         width -= end - begin;
         const auto remaining = [&](std::size_t bound) {
             return bound - (std::min(bound, end) - std::min(bound, begin));
@@ -75,6 +84,7 @@ struct ReferenceAlignment
     void replaceColumns(std::size_t begin, std::size_t end, std::size_t count,
                         const std::vector<std::vector<char>> &isResidue)
     {
+        const std::vector<Cells> formerColumns = columns(begin, end);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             Cells &cells = rows[i].cells;
             Cells former(cells.begin() + long(begin), cells.begin() + long(end));
@@ -91,6 +101,18 @@ struct ReferenceAlignment
         const auto moved = [&](unsigned long bound) {
             return bound >= end ? bound - end + begin + count : std::min(bound, begin + count);
         };
+        const std::vector<Cells> newColumns = columns(begin, begin + count);
+        for (std::string &line : lines) {
+            std::string text;
+            for (const Cells &column : newColumns) {
+                const auto same = std::ranges::find(formerColumns, column);
+                const bool isSame =
+                    same != formerColumns.end() &&
+                    std::ranges::any_of(column, [](long index) { return index >= 0; });
+                text += isSame ? line[begin + std::size_t(same - formerColumns.begin())] : '.';
+            }
+            line.replace(begin, end - begin, text);
+        }
         width = width - (end - begin) + count;
         range = {moved(range.first), moved(range.second)};
     }
@@ -127,7 +149,7 @@ struct ReferenceAlignment
     void addRows(const std::vector<TAMBO::Peptide *> &sequences)
     {
         for (TAMBO::Peptide *sequence : sequences) {
-            Row row{sequence, {}};
+            Row row{sequence, {}, {}};
             for (std::size_t i = 0; i < sequence->residueCount(); ++i)
                 row.cells.push_back(long(i));
             rows.push_back(std::move(row));
@@ -188,7 +210,7 @@ struct ReferenceAlignment
             Cells cells;
             for (const auto &column : merged)
                 cells.push_back(column.second < 0 ? -1 : row.cells[std::size_t(column.second)]);
-            rows.push_back({row.sequence, std::move(cells)});
+            rows.push_back({row.sequence, std::move(cells), row.said});
         }
         even();
     }
@@ -197,6 +219,16 @@ struct ReferenceAlignment
     {
         const long index = rows[row].cells[column];
         return index < 0 ? '\0' : rows[row].sequence->letter(std::size_t(index));
+    }
+    // What is said of the row's residues, one character a column.
+    [[nodiscard]] std::string saidOf(const Row &row) const
+    {
+        std::string text(width, '.');
+        for (std::size_t column = 0; column < width; ++column) {
+            if (row.cells[column] >= 0)
+                text[column] = row.said[std::size_t(row.cells[column])];
+        }
+        return text;
     }
     [[nodiscard]] std::pair<char, unsigned long> majority(std::size_t column) const
     {
@@ -238,6 +270,18 @@ private:
             width = std::max(width, row.cells.size());
         for (Row &row : rows)
             row.cells.resize(width, -1);
+        for (std::string &line : lines)
+            line.resize(width, '.');
+    }
+    // What the columns [begin, end) hold, row by row.
+    [[nodiscard]] std::vector<Cells> columns(std::size_t begin, std::size_t end) const
+    {
+        std::vector<Cells> result(end - begin);
+        for (const Row &row : rows) {
+            for (std::size_t column = begin; column < end; ++column)
+                result[column - begin].push_back(row.cells[column]);
+        }
+        return result;
     }
     void insertGaps(Cells &cells, std::size_t column, std::size_t count)
     {
