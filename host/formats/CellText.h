@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The cells of an alignment row as text, from left to right and as many at a time as a line takes.
+#pragma once
+
+#include "GappedSequence.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace TAMBO::formats {
+
+class CellText
+{
+public:
+    // The row outlives this.
+    explicit CellText(const GappedSequence &row) noexcept : m_Row(&row) { }
+
+    // Appends the next columns to a text. There are so many.
+    void append(std::uint64_t count, char gap, std::string &text);
+    // The column that comes next.
+    [[nodiscard]] std::uint64_t column() const noexcept { return m_Column; }
+
+private:
+    const GappedSequence *m_Row;
+    std::uint64_t m_Column = 0;
+    std::size_t m_Letter = 0;
+};
+
+} // namespace TAMBO::formats

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentWriters.h"
+
+#include "CellText.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <vector>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kBlock = 60;
+
+using Letters = std::uint32_t;
+constexpr Letters kGap = Letters{1} << 31U;
+
+constexpr Letters bitOf(char letter) noexcept
+{
+    return Letters{1} << static_cast<unsigned>((letter | 0x20) - 'a');
+}
+
+constexpr Letters setOf(std::string_view letters) noexcept
+{
+    Letters set = 0;
+    for (const char letter : letters)
+        set |= bitOf(letter);
+    return set;
+}
+
+// Residues that replace each other often, and those that do so now and then.
+constexpr std::array kStrong = {setOf("STA"),  setOf("NEQK"), setOf("NHQK"),
+                                setOf("NDEQ"), setOf("QHRK"), setOf("MILV"),
+                                setOf("MILF"), setOf("HY"),   setOf("FYW")};
+constexpr std::array kWeak = {setOf("CSA"),    setOf("ATV"),   setOf("SAG"),    setOf("STNK"),
+                              setOf("STPA"),   setOf("SGND"),  setOf("SNDEQK"), setOf("NDEQHK"),
+                              setOf("NEQHRK"), setOf("FVLIM"), setOf("HFY")};
+
+template <typename Groups> bool isWithin(Letters letters, const Groups &groups)
+{
+    return std::any_of(groups.begin(), groups.end(),
+                       [letters](Letters group) { return (letters & ~group) == 0; });
+}
+
+char markOf(Letters letters) noexcept
+{
+    if ((letters & kGap) != 0)
+        return ' ';
+    if ((letters & (letters - 1)) == 0)
+        return '*';
+    if (isWithin(letters, kStrong))
+        return ':';
+    return isWithin(letters, kWeak) ? '.' : ' ';
+}
+
+// A character a column that says how alike its residues are.
+std::string conservation(const FittedAlignment &alignment)
+{
+    std::vector<Letters> columns(alignment.width());
+    std::string cells;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        cells.clear();
+        CellText(alignment.cells(row)).append(alignment.width(), '-', cells);
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            columns[i] |= cells[i] == '-' ? kGap : bitOf(cells[i]);
+    }
+    std::string marks(columns.size(), ' ');
+    std::transform(columns.begin(), columns.end(), marks.begin(), markOf);
+    return marks;
+}
+
+} // namespace
+
+void writeClustal(const FittedAlignment &alignment, TextSink &sink)
+{
+    const std::uint64_t block =
+        alignment.options().lineLength == 0 ? kBlock : alignment.options().lineLength;
+    const std::string marks = conservation(alignment);
+    std::vector<CellText> rows;
+    std::size_t longest = 0;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        rows.emplace_back(alignment.cells(row));
+        longest = std::max(longest, alignment.name(row).size());
+    }
+    // Where the columns begin.
+    const std::size_t place = std::max<std::size_t>(longest + 1, 16);
+    sink.write("CLUSTAL multiple sequence alignment\n\n");
+    std::string line;
+    for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
+        const std::uint64_t count = std::min(block, alignment.width() - begin);
+        sink.write("\n");
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            line = alignment.name(row);
+            line.resize(place, ' ');
+            rows[row].append(count, '-', line);
+            line += '\n';
+            sink.write(line);
+        }
+        line.assign(place, ' ');
+        line.append(marks, begin, count);
+        line += '\n';
+        sink.write(line);
+    }
+}
+
+} // namespace TAMBO::formats

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FileWriter.h"
+
+#include "AlignmentWriters.h"
+#include "FileReader.h"
+#include "FormatText.h"
+#include "ReplacementFile.h"
+
+#include <algorithm>
+#include <exception>
+#include <functional>
+
+namespace TAMBO {
+
+namespace {
+
+using namespace formats;
+
+void writeText(const FittedAlignment &alignment, TextSink &sink)
+{
+    switch (alignment.options().format) {
+    case WriteFormat::Pir:
+        return writePir(alignment, sink);
+    case WriteFormat::Fasta:
+        return writeFasta(alignment, sink);
+    case WriteFormat::A2m:
+    case WriteFormat::A3m:
+        return writeInsertions(alignment, sink);
+    case WriteFormat::Clustal:
+        return writeClustal(alignment, sink);
+    case WriteFormat::Stockholm:
+        return writeStockholm(alignment, sink);
+    case WriteFormat::Msf:
+        return writeMsf(alignment, sink);
+    case WriteFormat::Phylip:
+        return writePhylip(alignment, sink);
+    case WriteFormat::Pdb:
+    case WriteFormat::Mmcif:
+        break;
+    }
+}
+
+// Where the file differs from what it is meant to hold.
+std::optional<std::string> differenceTo(const FileContents &contents,
+                                        std::span<const AlignmentRecord> alignments,
+                                        const WriteOptions &options)
+{
+    if (contents.alignments.size() != alignments.size())
+        return "it has " + std::to_string(contents.alignments.size()) + " alignments instead of " +
+               std::to_string(alignments.size());
+    for (std::size_t i = 0; i < alignments.size(); ++i) {
+        const FittedAlignment fitted(alignments[i], options);
+        if (std::optional<std::string> difference = fitted.differenceTo(contents.alignments[i]))
+            return difference;
+    }
+    return std::nullopt;
+}
+
+// Writes with write, reads what was written, and puts it in place if difference finds none.
+std::optional<Failure>
+replace(const std::filesystem::path &path, const std::function<void(TextSink &)> &write,
+        const std::function<std::optional<std::string>(const FileContents &)> &difference)
+{
+    ReplacementFile file(path);
+    // Of our own code nothing throws but the lack of memory.
+    try {
+        if (!file.failure())
+            write(file);
+        if (!file.complete())
+            return file.failure();
+        const Result<FileContents> readBack = readFile(file.path());
+        const std::optional<std::string> cause =
+            readBack ? difference(readBack.value()) : readBack.error().message;
+        if (cause)
+            return failureOf(file.fileName(),
+                             "was not written, because reading it back gave something else: " +
+                                 *cause);
+        if (!file.putInPlace())
+            return file.failure();
+    } catch (const std::exception &error) {
+        return failureOf(file.fileName(), std::string("cannot be written: ") + error.what());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    const WriteFormat format = options.format;
+    if (isStructureFormat(format))
+        return "An alignment cannot be written as " + fileOf(format) + '.';
+    const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
+    if (alignment.rows.empty() ||
+        std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
+        return "There is nothing to write: the alignment has no residues.";
+    if (!alignment.isAligned && format != WriteFormat::Pir && format != WriteFormat::Fasta)
+        return "The sequences are not aligned, and " + fileOf(format) + " holds alignments only.";
+    return std::nullopt;
+}
+
+std::optional<Failure> writeFile(const std::filesystem::path &path,
+                                 std::span<const AlignmentRecord> alignments,
+                                 const WriteOptions &options)
+{
+    const std::string fileName = cleanText(path.filename().string());
+    for (const AlignmentRecord &alignment : alignments) {
+        if (const std::optional<std::string> obstacle = obstacleTo(alignment, options))
+            return failureOf(fileName, *obstacle);
+    }
+    if (alignments.size() != 1 && (alignments.empty() || !holdsSeveral(options.format)))
+        return failureOf(fileName, fileOf(options.format) + " holds one alignment, not " +
+                                       std::to_string(alignments.size()));
+    return replace(
+        path,
+        [&](TextSink &sink) {
+            for (const AlignmentRecord &alignment : alignments)
+                writeText(FittedAlignment(alignment, options), sink);
+        },
+        [&](const FileContents &contents) { return differenceTo(contents, alignments, options); });
+}
+
+} // namespace TAMBO

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FittedAlignment.h"
+
+#include "FormatText.h"
+#include "PirBreaks.h"
+#include "PirTitle.h"
+
+#include <algorithm>
+
+namespace TAMBO::formats {
+
+namespace {
+
+bool isLetter(char character) noexcept
+{
+    return static_cast<unsigned char>((character | 0x20) - 'a') < 26;
+}
+
+bool areLetters(const std::string &letters)
+{
+    bool areAll = true;
+    // No early end: the compiler makes a fast loop of it.
+    for (const char character : letters)
+        areAll &= isLetter(character);
+    return areAll;
+}
+
+bool holdsDescriptions(WriteFormat format) noexcept
+{
+    switch (format) {
+    case WriteFormat::Pir:
+    case WriteFormat::Fasta:
+    case WriteFormat::A2m:
+    case WriteFormat::A3m:
+    case WriteFormat::Stockholm:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::uint64_t smallLetters(const std::string &letters)
+{
+    return static_cast<std::uint64_t>(
+        std::count_if(letters.begin(), letters.end(), [](char c) { return c >= 'a' && c <= 'z'; }));
+}
+
+bool areBreaks(const std::vector<PlacedBreak> &placed, const std::vector<std::uint64_t> &readBack)
+{
+    return std::equal(
+        placed.begin(), placed.end(), readBack.begin(), readBack.end(),
+        [](const PlacedBreak &a, std::uint64_t letters) { return a.letters == letters; });
+}
+
+} // namespace
+
+FittedAlignment::FittedAlignment(const AlignmentRecord &alignment, const WriteOptions &options)
+    : m_Record(alignment), m_Options(options), m_Names(alignment, options)
+{
+    fitLetters();
+    if (options.format == WriteFormat::A2m || options.format == WriteFormat::A3m)
+        fitInsertions();
+}
+
+void FittedAlignment::fitLetters()
+{
+    for (std::size_t i = 0; i < rowCount(); ++i) {
+        if (areLetters(row(i).sequence.letters))
+            continue;
+        GappedSequence changed = row(i).sequence;
+        for (char &character : changed.letters) {
+            if (isLetter(character))
+                continue;
+            if (m_Foreign++ == 0)
+                m_FirstForeign = character;
+            character = 'X';
+        }
+        m_Changed.emplace(i, std::move(changed));
+    }
+}
+
+void FittedAlignment::fitInsertions()
+{
+    m_Insertions.emplace(m_Record);
+    bool areEven = true;
+    std::size_t firstLength = 0;
+    for (std::size_t i = 0; i < rowCount(); ++i) {
+        if (std::optional<GappedSequence> changed = m_Insertions->capitalised(cells(i))) {
+            m_Capitalised += smallLetters(cells(i).letters) - smallLetters(changed->letters);
+            m_Changed[i] = std::move(*changed);
+        }
+        if (m_Options.format != WriteFormat::A3m || m_Insertions->areNone())
+            continue;
+        const std::size_t length = m_Insertions->packed(cells(i)).size();
+        if (i == 0)
+            firstLength = length;
+        areEven = areEven && length == firstLength;
+    }
+    // Packed rows of one length would be taken for columns, so the gaps stay.
+    m_IsPacked = m_Options.format == WriteFormat::A3m && !m_Insertions->areNone() && !areEven;
+}
+
+const GappedSequence &FittedAlignment::cells(std::size_t row) const
+{
+    if (m_Changed.empty())
+        return m_Record.rows[row].sequence;
+    const auto changed = m_Changed.find(row);
+    return changed == m_Changed.end() ? m_Record.rows[row].sequence : changed->second;
+}
+
+std::string FittedAlignment::insertionText(std::size_t row) const
+{
+    return m_IsPacked ? m_Insertions->packed(cells(row)) : m_Insertions->dotted(cells(row));
+}
+
+std::string FittedAlignment::description(std::size_t index) const
+{
+    if (m_Options.format == WriteFormat::Pir)
+        return pirTitle(row(index), name(index));
+    return holdsDescriptions(m_Options.format) ? plainDescription(row(index)) : std::string();
+}
+
+std::vector<std::string> FittedAlignment::changes() const
+{
+    std::vector<std::string> sentences = m_Names.changes();
+    if (m_Foreign > 0)
+        sentences.push_back(
+            (m_Foreign == 1 ? "1 residue is" : std::to_string(m_Foreign) + " residues are") +
+            " shown as something else than a letter, such as " + shown(m_FirstForeign) +
+            ", and written as \"X\".");
+    if (m_Capitalised > 0)
+        sentences.push_back((m_Capitalised == 1 ? "1 small letter becomes a capital"
+                                                : std::to_string(m_Capitalised) +
+                                                      " small letters become capitals") +
+                            ", because their columns are no insertions: " +
+                            fileOf(m_Options.format) + " has small letters in insertions only.");
+    if (m_IsPacked)
+        sentences.emplace_back(
+            "Residues in insertions are moved to the left: an A3M file does not say "
+            "how they are aligned with each other.");
+    return sentences;
+}
+
+std::optional<std::string> FittedAlignment::differenceTo(const AlignmentRecord &readBack) const
+{
+    if (readBack.rows.size() != rowCount())
+        return "it has " + std::to_string(readBack.rows.size()) + " rows instead of " +
+               std::to_string(rowCount());
+    for (std::size_t i = 0; i < rowCount(); ++i) {
+        const RowRecord &other = readBack.rows[i];
+        const std::string which = "row " + std::to_string(i + 1) + ", " + shown(name(i)) + ", ";
+        if (other.name != name(i))
+            return which + "has the name " + shown(other.name);
+        if (other.sequence.letters != cells(i).letters)
+            return which + "has other letters";
+        if (!hasCells(i, other.sequence))
+            return which + "has its gaps at other places";
+        if (holdsDescriptions(m_Options.format) &&
+            other.description != trimmed(cleanText(description(i))))
+            return which + "has another description";
+        if (m_Options.format == WriteFormat::Pir &&
+            !areBreaks(placedBreaks(row(i)), other.chainBreaks))
+            return which + "has its chain breaks at other places";
+    }
+    if (m_Options.format == WriteFormat::Stockholm)
+        return annotationDifference(readBack);
+    return std::nullopt;
+}
+
+// Sequences that are no alignment may be read as one: rows in A2M without dots.
+bool FittedAlignment::hasCells(std::size_t row, const GappedSequence &readBack) const
+{
+    if (!m_Record.isAligned)
+        return true;
+    if (m_IsPacked)
+        return readBack.text() == m_Insertions->unpacked(cells(row));
+    return readBack.width == width() && readBack.occupancy == cells(row).occupancy;
+}
+
+std::optional<std::string>
+FittedAlignment::annotationDifference(const AlignmentRecord &readBack) const
+{
+    if (readBack.annotations != m_Record.annotations ||
+        readBack.columnAnnotations != m_Record.columnAnnotations)
+        return "its annotation differs";
+    for (std::size_t i = 0; i < rowCount(); ++i) {
+        const RowRecord &other = readBack.rows[i];
+        if (other.annotations != row(i).annotations ||
+            other.residueAnnotations != row(i).residueAnnotations)
+            return "the annotation of row " + std::to_string(i + 1) + ", " + shown(name(i)) +
+                   ", differs";
+    }
+    return std::nullopt;
+}
+
+} // namespace TAMBO::formats

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FittedNames.h"
+
+#include "FileFormat.h"
+#include "FormatText.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kShortName = 10;
+
+bool isContinuation(char character) noexcept
+{
+    return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
+}
+
+// Where lines or columns mean something, rows are told apart by their names.
+bool mustDiffer(WriteFormat format) noexcept
+{
+    switch (format) {
+    case WriteFormat::Clustal:
+    case WriteFormat::Stockholm:
+    case WriteFormat::Msf:
+    case WriteFormat::Phylip:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Trees made of PHYLIP files have these between the names.
+bool isTreePunctuation(char character) noexcept
+{
+    return std::string_view("()[]:;,").find(character) != std::string_view::npos;
+}
+
+bool isAllowed(char character, const WriteOptions &options) noexcept
+{
+    switch (options.format) {
+    case WriteFormat::Pir:
+        return true;
+    case WriteFormat::Phylip:
+        return static_cast<unsigned char>(character) < 0x80 && !isTreePunctuation(character) &&
+               (character != ' ' || !options.hasLongNames);
+    default:
+        return character != ' ';
+    }
+}
+
+// Characters that mean something at the start of a line.
+std::string withoutMarks(std::string name, WriteFormat format)
+{
+    switch (format) {
+    case WriteFormat::Fasta:
+    case WriteFormat::A2m:
+    case WriteFormat::A3m:
+        if (isPirStart('>' + name))
+            name[2] = '_';
+        break;
+    case WriteFormat::Stockholm:
+        if (name.starts_with('#'))
+            name[0] = '_';
+        [[fallthrough]];
+    case WriteFormat::Msf:
+        if (name.starts_with("//"))
+            name[0] = '_';
+        break;
+    default:
+        break;
+    }
+    return name;
+}
+
+std::string replaced(std::string_view name, const WriteOptions &options)
+{
+    std::string result;
+    result.reserve(name.size());
+    for (const char character : name) {
+        if (isAllowed(character, options))
+            result += character;
+        else if (!isContinuation(character))
+            result += '_';
+    }
+    return withoutMarks(std::move(result), options.format);
+}
+
+} // namespace
+
+FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &options)
+    : m_Format(options.format),
+      m_Longest(options.format == WriteFormat::Phylip && !options.hasLongNames ? kShortName : 0),
+      m_MustDiffer(mustDiffer(options.format))
+{
+    m_Names.reserve(alignment.rows.size());
+    for (std::size_t row = 0; row < alignment.rows.size(); ++row) {
+        const std::string &name = alignment.rows[row].name;
+        const std::string clean(trimmed(cleanText(name)));
+        std::string held = replaced(clean, options);
+        if (held != name)
+            note(Replaced, name, row);
+        m_Names.push_back(fitted(held, row));
+    }
+    m_Taken = {};
+}
+
+std::string FittedNames::fitted(const std::string &name, std::size_t row)
+{
+    std::string held = name;
+    if (held.empty() && m_Format != WriteFormat::Pir) {
+        note(Unnamed, held, row);
+        held = "row_" + std::to_string(row + 1);
+    }
+    if (m_Longest != 0 && held.size() > m_Longest) {
+        note(Cut, name, row);
+        held = cut(held, m_Longest);
+    }
+    if (m_MustDiffer && !m_Taken.insert(held).second) {
+        note(Numbered, name, row);
+        held = unique(held);
+    }
+    return held;
+}
+
+std::string FittedNames::cut(const std::string &name, std::size_t length) const
+{
+    const std::string held = name.substr(0, length);
+    return std::string(trimmed(held));
+}
+
+// Numbered from 2 on.
+std::string FittedNames::unique(const std::string &name)
+{
+    for (std::size_t number = 2;; ++number) {
+        const std::string ending = '_' + std::to_string(number);
+        std::string held =
+            (m_Longest == 0 ? name : cut(name, m_Longest - std::min(m_Longest, ending.size()))) +
+            ending;
+        if (m_Taken.insert(held).second)
+            return held;
+    }
+}
+
+void FittedNames::note(Kind kind, const std::string &before, std::size_t row)
+{
+    Change &change = m_Changes[kind];
+    if (change.count++ == 0) {
+        change.first = row;
+        change.before = before;
+    }
+}
+
+std::vector<std::string> FittedNames::changes() const
+{
+    std::vector<std::string> sentences;
+    for (const Kind kind : {Unnamed, Replaced, Cut, Numbered}) {
+        if (m_Changes[kind].count > 0)
+            sentences.push_back(sentence(kind));
+    }
+    return sentences;
+}
+
+std::string FittedNames::sentence(Kind kind) const
+{
+    const Change &change = m_Changes[kind];
+    const bool isOne = change.count == 1;
+    const std::string count =
+        std::to_string(change.count) + " of " + std::to_string(m_Names.size());
+    const std::string after = shown(m_Names[change.first]) + '.';
+    const std::string example = ": " + shown(change.before) + " becomes " + after;
+    switch (kind) {
+    case Unnamed:
+        return count + " rows " +
+               (isOne ? "has no name and gets one: " : "have no name and get one: ") + after;
+    case Replaced:
+        return count + " names " + (isOne ? "has" : "have") + " characters that " +
+               fileOf(m_Format) + " cannot hold there" + example;
+    case Cut:
+        return count + " names " + (isOne ? "is" : "are") + " longer than " +
+               std::to_string(m_Longest) + " characters and " + (isOne ? "is" : "are") + " cut" +
+               example;
+    default:
+        return count + " names would be the same as " +
+               (isOne ? "another one and gets" : "others and get") + " a number" + example;
+    }
+}
+
+} // namespace TAMBO::formats

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "InsertionColumns.h"
+
+#include "CellText.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace TAMBO::formats {
+
+namespace {
+
+bool isSmall(char letter) noexcept
+{
+    return letter >= 'a' && letter <= 'z';
+}
+
+bool hasSmallLetters(const std::string &letters)
+{
+    return std::any_of(letters.begin(), letters.end(), isSmall);
+}
+
+std::string textOf(const GappedSequence &row)
+{
+    std::string text;
+    CellText(row).append(row.width, '-', text);
+    return text;
+}
+
+} // namespace
+
+InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
+{
+    if (alignment.rows.empty())
+        return;
+    const std::uint64_t width = alignment.rows.front().sequence.width;
+    std::vector<std::uint64_t> capitals((width + 63) / 64);
+    std::vector<std::uint64_t> smallLetters((width + 63) / 64);
+    for (const RowRecord &row : alignment.rows) {
+        const GappedSequence &cells = row.sequence;
+        if (!hasSmallLetters(cells.letters)) {
+            for (std::size_t word = 0; word < capitals.size(); ++word)
+                capitals[word] |= cells.occupancy[word];
+            continue;
+        }
+        std::size_t letter = 0;
+        for (std::size_t word = 0; word < capitals.size(); ++word) {
+            for (std::uint64_t bits = cells.occupancy[word]; bits != 0; bits &= bits - 1) {
+                const std::uint64_t bit = bits & (~bits + 1);
+                (isSmall(cells.letters[letter++]) ? smallLetters : capitals)[word] |= bit;
+            }
+        }
+    }
+    findRuns(capitals, smallLetters, width);
+    for (const RowRecord &row : alignment.rows) {
+        const std::string text = m_Runs.empty() ? std::string() : textOf(row.sequence);
+        for (Run &run : m_Runs) {
+            const auto begin = text.begin() + static_cast<std::ptrdiff_t>(run.begin);
+            const auto end = text.begin() + static_cast<std::ptrdiff_t>(run.end);
+            run.longest = std::max(
+                run.longest, static_cast<std::uint64_t>(end - begin - std::count(begin, end, '-')));
+        }
+    }
+}
+
+// Where nothing is a capital, nothing can be inserted between capitals.
+void InsertionColumns::findRuns(const std::vector<std::uint64_t> &capitals,
+                                const std::vector<std::uint64_t> &smallLetters, std::uint64_t width)
+{
+    if (std::all_of(capitals.begin(), capitals.end(), [](std::uint64_t bits) { return bits == 0; }))
+        return;
+    for (std::uint64_t column = 0; column < width; ++column) {
+        const std::uint64_t inserted = smallLetters[column / 64] & ~capitals[column / 64];
+        if ((inserted >> column % 64 & 1U) == 0)
+            continue;
+        if (!m_Runs.empty() && m_Runs.back().end == column)
+            ++m_Runs.back().end;
+        else
+            m_Runs.push_back({column, column + 1, 0});
+    }
+}
+
+std::optional<GappedSequence> InsertionColumns::capitalised(const GappedSequence &row) const
+{
+    if (!hasSmallLetters(row.letters))
+        return std::nullopt;
+    GappedSequence changed = row;
+    bool isChanged = false;
+    std::size_t letter = 0;
+    std::size_t run = 0;
+    for (std::size_t word = 0; word < row.occupancy.size(); ++word) {
+        for (std::uint64_t bits = row.occupancy[word]; bits != 0; bits &= bits - 1) {
+            const std::uint64_t column = word * 64 + static_cast<unsigned>(std::countr_zero(bits));
+            while (run < m_Runs.size() && m_Runs[run].end <= column)
+                ++run;
+            const bool isInserted = run < m_Runs.size() && m_Runs[run].begin <= column;
+            char &cell = changed.letters[letter++];
+            if (!isInserted && isSmall(cell)) {
+                cell = static_cast<char>(cell - 'a' + 'A');
+                isChanged = true;
+            }
+        }
+    }
+    return isChanged ? std::optional(std::move(changed)) : std::nullopt;
+}
+
+std::string InsertionColumns::dotted(const GappedSequence &row) const
+{
+    std::string text = textOf(row);
+    for (const Run &run : m_Runs)
+        std::replace(text.begin() + static_cast<std::ptrdiff_t>(run.begin),
+                     text.begin() + static_cast<std::ptrdiff_t>(run.end), '-', '.');
+    return text;
+}
+
+std::string InsertionColumns::packed(const GappedSequence &row) const
+{
+    std::string text = dotted(row);
+    std::erase(text, '.');
+    return text;
+}
+
+std::string InsertionColumns::unpacked(const GappedSequence &row) const
+{
+    const std::string wide = textOf(row);
+    std::string text;
+    std::uint64_t done = 0;
+    for (const Run &run : m_Runs) {
+        text.append(wide, done, run.begin - done);
+        const std::size_t begin = text.size();
+        for (std::uint64_t column = run.begin; column < run.end; ++column) {
+            if (wide[column] != '-')
+                text += wide[column];
+        }
+        text.resize(begin + run.longest, '-');
+        done = run.end;
+    }
+    text.append(wide, done, std::string::npos);
+    return text;
+}
+
+} // namespace TAMBO::formats

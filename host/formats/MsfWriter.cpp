@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentWriters.h"
+
+#include "CellText.h"
+
+#include <algorithm>
+#include <cctype>
+#include <vector>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kBlock = 50;
+constexpr std::size_t kGroup = 10;
+constexpr char kGap = '.';
+constexpr unsigned kModulus = 10000;
+
+// The checksum that the format is known for: letters in capitals weighted 1 to 57 by their columns,
+// gaps included.
+unsigned checksum(const std::string &cells)
+{
+    constexpr unsigned longestWeight = 57;
+    std::uint64_t sum = 0;
+    unsigned weight = 1;
+    for (const char cell : cells) {
+        sum += std::uint64_t{weight} *
+               static_cast<unsigned>(std::toupper(static_cast<unsigned char>(cell)));
+        weight = weight == longestWeight ? 1 : weight + 1;
+    }
+    return static_cast<unsigned>(sum % kModulus);
+}
+
+std::string padded(const std::string &text, std::size_t width)
+{
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+} // namespace
+
+void writeMsf(const FittedAlignment &alignment, TextSink &sink)
+{
+    const std::uint64_t block =
+        alignment.options().lineLength == 0 ? kBlock : alignment.options().lineLength;
+    const std::string width = std::to_string(alignment.width());
+    std::vector<unsigned> checks;
+    unsigned total = 0;
+    std::size_t longest = 0;
+    std::string line;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        line.clear();
+        CellText(alignment.cells(row)).append(alignment.width(), kGap, line);
+        checks.push_back(checksum(line));
+        total = (total + checks.back()) % kModulus;
+        longest = std::max(longest, alignment.name(row).size());
+    }
+    sink.write("!!AA_MULTIPLE_ALIGNMENT 1.0\n\n MSF: " + width +
+               "  Type: P  Check: " + std::to_string(total) + " ..\n\n");
+    std::vector<CellText> rows;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        rows.emplace_back(alignment.cells(row));
+        line = " Name: " + alignment.name(row);
+        line.resize(7 + longest, ' ');
+        line += "  Len: " + padded(width, 5) +
+                "  Check: " + padded(std::to_string(checks[row]), 4) + "  Weight:  1.00\n";
+        sink.write(line);
+    }
+    sink.write("\n//\n");
+    for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
+        const std::uint64_t end = std::min(begin + block, alignment.width());
+        sink.write("\n");
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            line = alignment.name(row);
+            line.resize(longest + 1, ' ');
+            for (std::uint64_t at = begin; at < end; at += kGroup) {
+                line += ' ';
+                rows[row].append(std::min<std::uint64_t>(kGroup, end - at), kGap, line);
+            }
+            line += '\n';
+            sink.write(line);
+        }
+    }
+}
+
+} // namespace TAMBO::formats

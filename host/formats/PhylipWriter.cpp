@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentWriters.h"
+
+#include "CellText.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace TAMBO::formats {
+
+namespace {
+
+constexpr std::size_t kBlock = 60;
+constexpr std::size_t kGroup = 10;
+constexpr std::size_t kShortName = 10;
+
+} // namespace
+
+// Names fill ten columns in any case, so that readers of either kind of names find the rest. A row
+// of the sequential kind is one line: broken rows can be mistaken for blocks.
+void writePhylip(const FittedAlignment &alignment, TextSink &sink)
+{
+    const WriteOptions &options = alignment.options();
+    std::size_t place = kShortName;
+    std::vector<CellText> rows;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        rows.emplace_back(alignment.cells(row));
+        place = std::max(place, alignment.name(row).size());
+    }
+    const std::uint64_t block = options.isSequential      ? alignment.width()
+                                : options.lineLength == 0 ? kBlock
+                                                          : options.lineLength;
+    sink.write(' ' + std::to_string(rows.size()) + ' ' + std::to_string(alignment.width()) + '\n');
+    std::string line;
+    for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
+        const std::uint64_t end = std::min(begin + block, alignment.width());
+        const std::uint64_t group = options.isSequential ? alignment.width() : kGroup;
+        if (begin > 0)
+            sink.write("\n");
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            line = begin == 0 ? alignment.name(row) : std::string();
+            line.resize(place, ' ');
+            for (std::uint64_t at = begin; at < end; at += group) {
+                line += ' ';
+                rows[row].append(std::min(group, end - at), '-', line);
+            }
+            line += '\n';
+            sink.write(line);
+        }
+    }
+}
+
+} // namespace TAMBO::formats

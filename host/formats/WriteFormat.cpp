@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WriteFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+namespace TAMBO {
+
+namespace {
+
+struct Entry
+{
+    WriteFormat format;
+    std::string_view name;
+    std::string_view title;
+    std::string_view article;
+    std::vector<std::string_view> endings;
+};
+
+const std::vector<Entry> &entries()
+{
+    static const std::vector<Entry> all = {
+        {WriteFormat::Pir, "pir", "PIR", "a", {".ali", ".pir"}},
+        {WriteFormat::Fasta,
+         "fasta",
+         "FASTA",
+         "a",
+         {".fasta", ".fa", ".fas", ".afa", ".mfa", ".faa"}},
+        {WriteFormat::A2m, "a2m", "A2M", "an", {".a2m"}},
+        {WriteFormat::A3m, "a3m", "A3M", "an", {".a3m"}},
+        {WriteFormat::Clustal, "clustal", "Clustal", "a", {".aln", ".clustal", ".clw"}},
+        {WriteFormat::Stockholm, "stockholm", "Stockholm", "a", {".sto", ".stk", ".stockholm"}},
+        {WriteFormat::Msf, "msf", "MSF", "an", {".msf"}},
+        {WriteFormat::Phylip, "phylip", "PHYLIP", "a", {".phy", ".phylip"}},
+        {WriteFormat::Pdb, "pdb", "PDB", "a", {".pdb", ".ent"}},
+        {WriteFormat::Mmcif, "mmcif", "mmCIF", "an", {".cif", ".mmcif"}},
+    };
+    return all;
+}
+
+const Entry &entryOf(WriteFormat format)
+{
+    return *std::find_if(entries().begin(), entries().end(),
+                         [format](const Entry &entry) { return entry.format == format; });
+}
+
+struct Variant
+{
+    std::string_view name;
+    bool hasLongNames;
+    bool isSequential;
+};
+constexpr std::array kPhylipVariants =
+    std::to_array<Variant>({{"phylip-relaxed", true, false},
+                            {"phylip-sequential", false, true},
+                            {"phylip-relaxed-sequential", true, true}});
+
+std::string lowerCase(std::string text)
+{
+    for (char &character : text)
+        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    return text;
+}
+
+} // namespace
+
+std::optional<WriteOptions> writeOptionsNamed(std::string_view name)
+{
+    WriteOptions options;
+    for (const Entry &entry : entries()) {
+        if (entry.name == name) {
+            options.format = entry.format;
+            return options;
+        }
+    }
+    for (const Variant &variant : kPhylipVariants) {
+        if (variant.name == name) {
+            options.format = WriteFormat::Phylip;
+            options.hasLongNames = variant.hasLongNames;
+            options.isSequential = variant.isSequential;
+            return options;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string_view> writeFormatNames()
+{
+    std::vector<std::string_view> names;
+    for (const Entry &entry : entries()) {
+        names.push_back(entry.name);
+        if (entry.format == WriteFormat::Phylip)
+            for (const Variant &variant : kPhylipVariants)
+                names.push_back(variant.name);
+    }
+    return names;
+}
+
+std::optional<WriteOptions> writeOptionsFor(const std::filesystem::path &file)
+{
+    std::filesystem::path name = lowerCase(file.filename().string());
+    if (name.extension() == ".gz")
+        name.replace_extension();
+    const std::string ending = name.extension().string();
+    for (const Entry &entry : entries()) {
+        if (std::find(entry.endings.begin(), entry.endings.end(), ending) != entry.endings.end())
+            return WriteOptions{entry.format};
+    }
+    return std::nullopt;
+}
+
+std::string formatTitle(WriteFormat format)
+{
+    return std::string(entryOf(format).title);
+}
+
+std::string fileOf(WriteFormat format)
+{
+    const Entry &entry = entryOf(format);
+    return std::string(entry.article) + ' ' + std::string(entry.title) + " file";
+}
+
+std::vector<std::string_view> fileEndings(WriteFormat format)
+{
+    return entryOf(format).endings;
+}
+
+bool isStructureFormat(WriteFormat format) noexcept
+{
+    return format == WriteFormat::Pdb || format == WriteFormat::Mmcif;
+}
+
+bool holdsSeveral(WriteFormat format) noexcept
+{
+    return format == WriteFormat::Stockholm || format == WriteFormat::Phylip;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What formats lose of an alignment, in words.
+#include "FileWriter.h"
+
+#include "FittedAlignment.h"
+#include "PirBreaks.h"
+#include "PirTitle.h"
+
+#include <algorithm>
+#include <set>
+
+namespace TAMBO {
+
+namespace {
+
+using namespace formats;
+
+std::string counted(std::size_t count, const std::string &one, const std::string &many)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+template <typename Property> std::size_t countRows(const AlignmentRecord &alignment, Property has)
+{
+    return static_cast<std::size_t>(
+        std::count_if(alignment.rows.begin(), alignment.rows.end(), has));
+}
+
+bool holdsDescriptions(WriteFormat format) noexcept
+{
+    return format != WriteFormat::Clustal && format != WriteFormat::Msf &&
+           format != WriteFormat::Phylip;
+}
+
+// "ID, AC, DE": each once, in the order of the file.
+class TagList
+{
+public:
+    void add(const std::vector<Annotation> &annotations)
+    {
+        for (const Annotation &said : annotations) {
+            ++m_Count;
+            if (m_Known.insert(said.tag).second)
+                m_Tags.push_back(said.tag);
+        }
+    }
+    // Nothing without an annotation.
+    void addSentence(const std::string &subject, std::vector<std::string> &sentences) const
+    {
+        constexpr std::size_t mostTags = 6;
+        if (m_Count == 0)
+            return;
+        std::string tags;
+        for (std::size_t i = 0; i < std::min(m_Tags.size(), mostTags); ++i)
+            tags += (i == 0 ? "" : ", ") + m_Tags[i];
+        if (m_Tags.size() > mostTags)
+            tags += ", ...";
+        sentences.push_back(subject + (m_Count == 1 ? " is" : " are") +
+                            " left out: " + counted(m_Count, "line", "lines") + " (" + tags + ").");
+    }
+
+private:
+    std::size_t m_Count = 0;
+    std::vector<std::string> m_Tags;
+    std::set<std::string> m_Known;
+};
+
+void addAnnotationLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+{
+    TagList ofAlignment;
+    TagList ofColumns;
+    TagList ofSequences;
+    TagList ofResidues;
+    ofAlignment.add(alignment.annotations);
+    ofColumns.add(alignment.columnAnnotations);
+    for (const RowRecord &row : alignment.rows) {
+        ofSequences.add(row.annotations);
+        ofResidues.add(row.residueAnnotations);
+    }
+    ofAlignment.addSentence("What is said of the alignment", sentences);
+    ofSequences.addSentence("What is said of sequences", sentences);
+    ofColumns.addSentence("What is said of columns", sentences);
+    ofResidues.addSentence("What is said of residues", sentences);
+}
+
+void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
+                    std::vector<std::string> &sentences)
+{
+    if (format != WriteFormat::Pir) {
+        const std::size_t rows =
+            countRows(alignment, [](const RowRecord &row) { return !row.chainBreaks.empty(); });
+        if (rows > 0)
+            sentences.push_back("The breaks between chains (\"/\") in " +
+                                counted(rows, "row", "rows") + " are written as gaps.");
+        return;
+    }
+    std::size_t lost = 0;
+    for (const RowRecord &row : alignment.rows)
+        lost += row.chainBreaks.size() - placedBreaks(row).size();
+    if (lost > 0)
+        sentences.push_back(counted(lost, "break between chains is", "breaks between chains are") +
+                            " left out: there is no gap where \"/\" could stand.");
+}
+
+} // namespace
+
+std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    if (obstacleTo(alignment, options))
+        return {};
+    const WriteFormat format = options.format;
+    std::vector<std::string> sentences = FittedAlignment(alignment, options).changes();
+    if (!holdsDescriptions(format)) {
+        const std::size_t rows = countRows(
+            alignment, [](const RowRecord &row) { return !plainDescription(row).empty(); });
+        if (rows > 0)
+            sentences.push_back("The descriptions of " + counted(rows, "row", "rows") +
+                                " are left out.");
+    }
+    if (format != WriteFormat::Pir) {
+        const std::size_t rows =
+            countRows(alignment, [](const RowRecord &row) { return !row.link.structure.empty(); });
+        if (rows > 0)
+            sentences.push_back(counted(rows, "row is", "rows are") +
+                                " not tied to the structure any more when the file is opened.");
+    }
+    addBreakLosses(alignment, format, sentences);
+    if (format != WriteFormat::Stockholm)
+        addAnnotationLosses(alignment, sentences);
+    return sentences;
+}
+
+} // namespace TAMBO
