@@ -7,6 +7,7 @@
 #include "Config.h"
 #include "CornerLabel.h"
 #include "HelpViewer.h"
+#include "KestramProcess.h"
 #include "Toolbar.h"
 #include "View.h"
 
@@ -48,6 +49,7 @@ KALMO2::KALMO2()
 
 KALMO2::~KALMO2()
 {
+    static_cast<KestramProcess *>(m_Process)->letGo();
     Clear();
 }
 

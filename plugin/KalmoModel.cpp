@@ -2,22 +2,51 @@
 // The modelling job's process, and the realignment of a column range by the workbench.
 #include "Check.h"
 #include "Config.h"
+#include "DataAdder.h"
 #include "KALMO2.h"
+#include "KestramProcess.h"
 #include "Logger.h"
 #include "PluginManager.h"
+#include "Space.h"
+#include "WritePDB.h"
 
 #include <QFile>
-#include <QProcess>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTextStream>
+
+#include <vector>
 
 namespace ZEP {
 
+namespace {
+
+QString jobFile(const char *name)
+{
+    return QString::fromStdString(Config::GetPersonalTmpDir()) + '/' + name;
+}
+
+// Waits for the user. The window may be gone afterwards.
+void tell(QWidget *window, QMessageBox::Icon icon, const QString &title, const QString &text)
+{
+    const QPointer<QMessageBox> box(new QMessageBox(icon, title, text, QMessageBox::Ok, window));
+    box->exec();
+    delete box;
+}
+
+KestramProcess &kestramOf(QProcess *process)
+{
+    return static_cast<KestramProcess &>(*process);
+}
+
+} // namespace
+
 void KALMO2::ProcInit()
 {
-    m_Process = new QProcess(this);
+    m_Process = new KestramProcess(this);
     TAMBO_CHECK_PTR(m_Process, "KalmoModel", 53);
     m_Process->setStandardInputFile(QProcess::nullDevice());
-    m_Process->setWorkingDirectory(
-        QFile::decodeName(QByteArray::fromStdString(Config::GetPersonalTmpDir())));
+    m_Process->setWorkingDirectory(QString::fromStdString(Config::GetPersonalTmpDir()));
     connect(m_Process, &QProcess::readyReadStandardOutput, this, &KALMO2::readOutput);
     connect(m_Process, &QProcess::readyReadStandardError, this, &KALMO2::readOutputError);
     connect(m_Process, &QProcess::finished, this, &KALMO2::JobReady);
@@ -32,23 +61,79 @@ void KALMO2::readOutput()
 void KALMO2::readOutputError()
 {
     m_Errors += QString::fromLatin1(m_Process->readAllStandardError().constData());
+    kestramOf(m_Process).noteErrors(m_Errors);
 }
 
 void KALMO2::kestram()
 {
     if (qEnvironmentVariableIsEmpty("KESTRAM") || m_Data == nullptr || m_Data->height() < 2)
         return;
-    Logger::Write("Model Kestram is not available yet.");
+    std::vector<TAMBO::Compound *> atoms;
+    TAMBO::GetAtoms(m_Data->GetSeq(0), atoms, true);
+    if (atoms.empty()) {
+        tell(nullptr, QMessageBox::Warning, QStringLiteral("Structure required"),
+             QStringLiteral("First sequence (the structure template) must have coordinates."));
+        return;
+    }
+    TAMBO::Alignment *Current = m_Data;
+    if (m_Data->height() > 2) {
+        const DataAdder<TAMBO::Space> guard(this, TAMBO::Space::instance());
+        if (guard.m_good) {
+            Current = m_Data->duplicate(2);
+            // NOLINTNEXTLINE(modernize-use-nullptr): the condition's text is part of the message.
+            TAMBO_ASSERT(0 != Current, "KalmoModel", 127);
+        }
+    }
+    Save(jobFile("seq.ali"), Current);
+    writePDB(jobFile("str.pdb"), m_Data);
+    RunKestram();
 }
 
 void KALMO2::RunKestram()
 {
-    Logger::Write("Running a modelling job is not available yet.");
+    if (m_Process->state() != QProcess::NotRunning) {
+        qDebug("previous job still running.");
+        return;
+    }
+    m_Output = QString();
+    m_Errors = QString();
+    m_Process->start(QStringLiteral("kestram"), {"seq.ali", "str.pdb"});
+    if (!m_Process->waitForStarted()) {
+        qDebug("Start failed");
+        tell(this, QMessageBox::Warning, QStringLiteral("Tambo"),
+             QStringLiteral("Failed to start KESTRAM"));
+        return;
+    }
+    kestramOf(m_Process).noteBegin(QStringLiteral("Kestram"));
 }
 
 void KALMO2::JobReady()
 {
-    Logger::Write("Reading a model back is not available yet.");
+    readOutput();
+    readOutputError();
+    kestramOf(m_Process).noteEnd();
+    Logger::Write(m_Errors.toLatin1().constData());
+    if (m_Process->exitStatus() != QProcess::NormalExit) {
+        qDebug("Failed");
+        tell(this, QMessageBox::Warning, QStringLiteral("Tambo"),
+             QStringLiteral("Failed to run KESTRAM"));
+        return;
+    }
+    const QString path = jobFile("model.pdb");
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        QTextStream stream(&file);
+        stream.setEncoding(QStringConverter::Latin1);
+        stream << m_Output;
+        stream.flush();
+        file.close();
+    }
+    const QByteArray name = path.toLatin1();
+    PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
+                           static_cast<const void *>(name.constData()));
+    tell(this, QMessageBox::Information, QStringLiteral("Tambo"),
+         QStringLiteral("Run of Kestram complete."));
+    qDebug("Done");
 }
 
 void KALMO2::modeller()

@@ -2,6 +2,7 @@
 #include "Routes.h"
 
 #include "Alignment.h"
+#include "Config.h"
 #include "History.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 
 namespace TAMBO::app {
 
@@ -25,6 +27,12 @@ struct SaveRequest
     QString path;
     Alignment *alignment;
 };
+
+bool isTemporary(const QString &path)
+{
+    const QString folder = QString::fromStdString(Config::GetPersonalTmpDir());
+    return QFileInfo(path).absoluteFilePath().startsWith(folder + '/');
+}
 
 } // namespace
 
@@ -86,7 +94,9 @@ bool Routes::savePir(const PluginCall &call)
         Logger::Write(error, Logger::Severity::Error);
         return false;
     }
-    m_History.markSaved(*request->alignment);
+    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
+    if (!isTemporary(request->path))
+        m_History.markSaved(*request->alignment);
     Logger::Write(
         QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
     return true;

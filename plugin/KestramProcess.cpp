@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "KestramProcess.h"
+
+#include "Logger.h"
+
+#include <vector>
+
+namespace ZEP {
+
+namespace {
+
+// Lives on when the application ends, and with it the programs.
+std::vector<KestramProcess *> &leftBehind()
+{
+    static auto *const processes = new std::vector<KestramProcess *>;
+    return *processes;
+}
+
+} // namespace
+
+KestramProcess::KestramProcess(QObject *window) : QProcess(window) { }
+
+void KestramProcess::noteBegin(const QString &title)
+{
+    m_Job = RunningJobs::Begin(title);
+}
+
+void KestramProcess::noteErrors(const QString &errors)
+{
+    const QString text = errors.trimmed();
+    if (!text.isEmpty())
+        RunningJobs::Say(m_Job, text.mid(text.lastIndexOf('\n') + 1));
+}
+
+void KestramProcess::noteEnd()
+{
+    RunningJobs::End(m_Job);
+    m_Job = 0;
+}
+
+void KestramProcess::letGo()
+{
+    if (state() == NotRunning)
+        return;
+    disconnect(parent());
+    setParent(nullptr);
+    leftBehind().push_back(this);
+    connect(this, &QProcess::readyReadStandardOutput, this, [this] { readAllStandardOutput(); });
+    connect(this, &QProcess::readyReadStandardError, this,
+            [this] { noteErrors(QString::fromLatin1(readAllStandardError())); });
+    connect(this, &QProcess::finished, this, [this] {
+        noteEnd();
+        Logger::Write(QStringLiteral(
+            "A run of Kestram has ended. Its window was closed, so its model was not read."));
+        std::erase(leftBehind(), this);
+        deleteLater();
+    });
+}
+
+} // namespace ZEP
