@@ -1,20 +1,124 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The commands that set the display colour of residues.
+// The commands that set the display colour of residues. None of them takes back an earlier one: a
+// residue that a command does not touch keeps its colour.
+#include "Colormap.h"
+#include "ColumnSpread.h"
+#include "Config.h"
 #include "DataPoint.h"
 #include "KALMO2.h"
-#include "Logger.h"
 #include "ResidueLetters.h"
 #include "Space.h"
 
+#include <QColorDialog>
+#include <QInputDialog>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
 namespace {
 
-void colorByLetter(const TAMBO::Alignment &alignment, const QColor *colors)
+// Nothing when the user cancels.
+std::optional<Color> pickColor(QWidget *parent)
 {
+    const QColor color =
+        QColorDialog::getColor(Qt::black, parent, QString(), QColorDialog::ShowAlphaChannel);
+    return color.isValid() ? std::optional(Color(color.rgba())) : std::nullopt;
+}
+
+// Repaints the cells while the guard is held, so that the others hear of the change afterwards.
+template <typename Pass> void colorCells(Subscriber *window, QCanvas &cells, const Pass &pass)
+{
+    const DataPoint<TAMBO::Space> guard(window, TAMBO::Space::instance());
+    if (guard.m_good)
+        pass();
+    cells.setAllChanged();
+    cells.update();
+}
+
+void colorByLetter(TAMBO::Alignment &alignment, const QColor *table)
+{
+    std::array<Color, 256> colors;
+    for (std::size_t code = 0; code < colors.size(); ++code)
+        colors[code] = Color(table[ZEP::residueLetterIndex(static_cast<char>(code))]);
+    alignment.colorByLetter(colors);
+}
+
+// Colours in each column the residues with its most frequent letter if isConserved(count) holds.
+template <typename Condition>
+void colorMajorities(TAMBO::Alignment &alignment, const Color &color, const Condition &isConserved)
+{
+    if (alignment.height() < 2)
+        return;
+    std::vector<char> letters(alignment.width(), '\0');
+    for (unsigned long col = 0; col < alignment.width(); ++col) {
+        const TAMBO::AlignmentMajority majority = alignment.majority(col);
+        if (majority.count > 0 && isConserved(majority.count))
+            letters[col] = majority.letter;
+    }
+    alignment.colorLetters(letters, color);
+}
+
+// Kept: with two rows the rule for more would call every column with a residue conserved.
+void colorConservedColumns(TAMBO::Alignment &alignment, const Color &color)
+{
+    const unsigned long rows = alignment.height();
+    colorMajorities(alignment, color, [rows](unsigned long count) {
+        return rows == 2 ? count == 2 : rows < count + 2;
+    });
+}
+
+// The value of a setting, or what holds when it is missing or cannot be converted.
+template <typename Value>
+Value settingOr(Value (Setting::*convert)(bool *) const, const char *key, Value otherwise)
+{
+    bool ok = false;
+    const Value value = (Config::GetSetting("KALMO2", key).*convert)(&ok);
+    return ok ? value : otherwise;
+}
+
+Colormap distanceMap()
+{
+    const std::string file =
+        settingOr(&Setting::ToString, "DistanceColorMap", std::string("BlueRed.cm"));
+    const float low = settingOr(&Setting::ToFloat, "DistanceCutoffMin", 0.0F);
+    const float high = settingOr(&Setting::ToFloat, "DistanceCutoffMax", 6.0F);
+    Colormap map(file, 100, "No name");
+    map.setMinMax(low, high);
+    return map;
+}
+
+void colorByDistance(TAMBO::Alignment &alignment, const Colormap &map)
+{
+    if (alignment.height() < 2)
+        return;
+    std::vector<unsigned long> rows;
     for (unsigned long row = 0; row < alignment.height(); ++row) {
-        for (unsigned long col = 0; col < alignment.width(); ++col) {
-            if (TAMBO::Compound *residue = alignment.getItem(row, col))
-                residue->SetColor(Color(colors[ZEP::residueLetterIndex(residue->TypeCode())]));
+        if (alignment.hasPositions(row))
+            rows.push_back(row);
+    }
+    std::vector<TAMBO::Compound *> residues;
+    std::vector<TAMBO::Vertex> positions;
+    for (unsigned long col = 0; col < alignment.width(); ++col) {
+        residues.clear();
+        positions.clear();
+        for (const unsigned long row : rows) {
+            TAMBO::Compound *const residue = alignment.getItem(row, col);
+            const TAMBO::Vertex position =
+                residue == nullptr ? TAMBO::Vertex() : residue->Position();
+            if (!position.isDefined())
+                continue;
+            residues.push_back(residue);
+            positions.push_back(position);
         }
+        if (residues.empty())
+            continue;
+        const Color color = positions.size() < 2
+                                ? Color(QColor(Qt::white))
+                                : map.lookupValue(static_cast<float>(ZEP::meanDistance(positions)));
+        for (TAMBO::Compound *residue : residues)
+            residue->SetColor(color);
     }
 }
 
@@ -22,7 +126,8 @@ void colorByLetter(const TAMBO::Alignment &alignment, const QColor *colors)
 
 namespace ZEP {
 
-// Alone among the colouring commands it publishes first and repaints afterwards.
+// Alone among the colouring commands it publishes first and repaints afterwards, and it repaints
+// also when there is nothing to colour.
 void KALMO2::setColor(QColor *colors)
 {
     if (m_Data != nullptr && colors != nullptr) {
@@ -36,26 +141,51 @@ void KALMO2::setColor(QColor *colors)
 
 void KALMO2::setColor()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Color Selected is not available yet.");
+    if (m_Data == nullptr)
+        return;
+    const std::optional<Color> color = pickColor(this);
+    // The dialog runs an event loop, in which the alignment may have been deleted.
+    if (!color || m_Data == nullptr)
+        return;
+    colorCells(this, *m_Canvas, [&] { m_Data->colorSelected(*color); });
 }
 
 void KALMO2::colorConserved()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Color Conserved is not available yet.");
+    if (m_Data == nullptr)
+        return;
+    const std::optional<Color> color = pickColor(this);
+    if (!color || m_Data == nullptr)
+        return;
+    colorCells(this, *m_Canvas, [&] { colorConservedColumns(*m_Data, *color); });
 }
 
 void KALMO2::colorConservedN()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Color ConservedN is not available yet.");
+    if (m_Data == nullptr)
+        return;
+    const std::optional<Color> color = pickColor(this);
+    if (!color || m_Data == nullptr)
+        return;
+    const int rows = static_cast<int>(m_Data->height());
+    bool ok = false;
+    const int number =
+        QInputDialog::getInt(this, "Number of conserved", "Must be:", rows, 0, rows, 1, &ok);
+    if (!ok || m_Data == nullptr)
+        return;
+    colorCells(this, *m_Canvas, [&] {
+        colorMajorities(*m_Data, *color, [number](unsigned long count) {
+            return static_cast<unsigned long>(number) <= count;
+        });
+    });
 }
 
 void KALMO2::colorDistance()
 {
-    if (m_Data != nullptr)
-        Logger::Write("Color By Distance is not available yet.");
+    if (m_Data == nullptr)
+        return;
+    const Colormap map = distanceMap();
+    colorCells(this, *m_Canvas, [&] { colorByDistance(*m_Data, map); });
 }
 
 } // namespace ZEP

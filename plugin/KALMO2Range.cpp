@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The commands that select residues, and those that act on the column range.
+// The commands that act on the column range.
 #include "DataPoint.h"
 #include "KALMO2.h"
-#include "Logger.h"
 #include "View.h"
 
 namespace ZEP {
@@ -49,18 +48,6 @@ void KALMO2::RangeRemove()
         return;
     guard->remove(range);
     ReCreate();
-}
-
-void KALMO2::selectConservedN()
-{
-    if (m_Data != nullptr)
-        Logger::Write("Select ConservedN is not available yet.");
-}
-
-void KALMO2::selectSubSequence()
-{
-    if (m_Data != nullptr)
-        Logger::Write("Select SubSequence is not available yet.");
 }
 
 } // namespace ZEP

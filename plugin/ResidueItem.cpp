@@ -36,7 +36,7 @@ void ResidueItem::draw(QPainter &painter)
         m_Target->readRow(m_Row, m_Col, m_Col + 1, cell);
     if (!cell.empty() && !cell.front().isGap()) {
         letter = cell.front().letter;
-        background = cell.front().color.toQColor();
+        background = shownColor(cell.front().color);
     }
     drawCell(painter, m_Rect, m_Font, letter, background);
 }
@@ -64,6 +64,17 @@ void ResidueItem::hit()
 bool ResidueItem::isGap() const
 {
     return m_Target->getItem(m_Row, m_Col) == nullptr;
+}
+
+QColor ResidueItem::shownColor(const Color &color)
+{
+    const QColor own = color.toQColor();
+    if (color.isOpaque())
+        return own;
+    const auto overWhite = [alpha = own.alpha()](int part) {
+        return 255 - (255 - part) * alpha / 255;
+    };
+    return {overWhite(own.red()), overWhite(own.green()), overWhite(own.blue())};
 }
 
 void ResidueItem::drawCell(QPainter &painter, const QRectF &rect, const QFont &font, char letter,

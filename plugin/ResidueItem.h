@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QRect>
 
+class Color;
 class QColor;
 class QRectF;
 
@@ -34,6 +35,8 @@ public:
     [[nodiscard]] TAMBO::Alignment *getTarget() const noexcept { return m_Target; }
     [[nodiscard]] bool isGap() const;
 
+    // As it looks on white, for a colour that is not opaque.
+    [[nodiscard]] static QColor shownColor(const Color &color);
     // How every cell is painted, whoever paints it.
     static void drawCell(QPainter &painter, const QRectF &rect, const QFont &font, char letter,
                          const QColor &background);

@@ -36,8 +36,12 @@ void ResidueLattice::readCells(unsigned long row, unsigned long begin, unsigned 
     out.resize(first + (end - begin));
     // Cells that the alignment has lost since the lattice was made are left looking like gaps.
     for (std::size_t i = 0; i < m_Cells.size(); ++i) {
-        if (!m_Cells[i].isGap())
-            out[first + i] = {m_Cells[i].letter, 0xff000000U | m_Cells[i].color.rgb()};
+        if (m_Cells[i].isGap())
+            continue;
+        const Color color = m_Cells[i].color;
+        out[first + i] = {m_Cells[i].letter, color.isOpaque()
+                                                 ? color.argb()
+                                                 : ResidueItem::shownColor(color).rgb()};
     }
 }
 

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that select residues by what they are.
+#include "Config.h"
+#include "DataPoint.h"
+#include "KALMO2.h"
+#include "Space.h"
+#include "SubSequenceSearch.h"
+
+#include <QInputDialog>
+
+#include <vector>
+
+namespace {
+
+// The letter to be selected in each column, '\0' where there is none. Kept: two rows have to agree,
+// whatever the number is. Unlike for colouring, a column whose most frequent letters are equally
+// frequent has none.
+std::vector<char> conservedLetters(const TAMBO::Alignment &alignment, unsigned long number)
+{
+    std::vector<char> letters(alignment.width(), '\0');
+    const bool isPair = alignment.height() == 2;
+    for (unsigned long col = 0; col < alignment.width(); ++col) {
+        const TAMBO::AlignmentMajority majority = alignment.majority(col);
+        const bool isConserved =
+            isPair ? majority.count == 2 : majority.isAlone && number <= majority.count;
+        if (isConserved && majority.count > 0)
+            letters[col] = majority.letter;
+    }
+    return letters;
+}
+
+} // namespace
+
+namespace ZEP {
+
+void KALMO2::selectConservedN()
+{
+    if (m_Data == nullptr || m_Data->height() < 2)
+        return;
+    const int rows = static_cast<int>(m_Data->height());
+    bool ok = false;
+    const int number =
+        QInputDialog::getInt(this, "Number of conserved", "Must be:", rows, 0, rows, 1, &ok);
+    // The dialog runs an event loop, in which the alignment may have been deleted.
+    if (!ok || m_Data == nullptr)
+        return;
+    const DataPoint<TAMBO::Space> guard(this, TAMBO::Space::instance());
+    if (guard.m_good)
+        m_Data->selectLetters(conservedLetters(*m_Data, static_cast<unsigned long>(number)));
+    setAllChanged();
+    Update();
+}
+
+void KALMO2::selectSubSequence()
+{
+    if (m_Data == nullptr)
+        return;
+    bool ok = false;
+    const QString pattern = QInputDialog::getText(
+        this, "Select", "Enter searched subsequence:", QLineEdit::Normal, QString(), &ok);
+    if (!ok || pattern.isEmpty() || m_Data == nullptr)
+        return;
+    const DataPoint<TAMBO::Alignment> guard(this, m_Data);
+    if (guard.m_good) {
+        if (Config::GetSetting("KALMO2", "SimpleRegExp").ToBool())
+            selectCells(*guard, pattern);
+        else
+            selectMatches(*guard, pattern);
+    }
+    setAllChanged();
+    Update();
+}
+
+} // namespace ZEP
