@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 add_custom_target(workbench)
-foreach(part tambo KALMO2)
+foreach(part tambo kestram KALMO2)
     if(TARGET ${part})
         add_dependencies(workbench ${part})
     endif()
@@ -10,6 +10,9 @@ endforeach()
 
 if(TARGET tambo)
     install(TARGETS tambo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
+endif()
+if(TARGET kestram)
+    install(TARGETS kestram RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
 endif()
 if(TARGET KALMO2)
     install(TARGETS KALMO2 LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ModellingInput.h"
+
+#include "FileReader.h"
+#include "SequenceMatch.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+namespace kestram {
+
+namespace {
+
+using TAMBO::Failure;
+using TAMBO::ResidueRecord;
+using TAMBO::Result;
+
+std::string upperCase(std::string text)
+{
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
+}
+
+bool hasBackbone(const ResidueRecord &residue)
+{
+    constexpr std::array<std::string_view, 3> kBackbone = {"N", "CA", "C"};
+    return std::ranges::all_of(kBackbone, [&residue](std::string_view name) {
+        return std::ranges::find(residue.atoms, name, &TAMBO::AtomRecord::name) !=
+               residue.atoms.end();
+    });
+}
+
+std::string shown(const ResidueRecord &residue)
+{
+    return residue.typeName + ' ' + residue.number.getValue();
+}
+
+std::vector<ResidueRecord> firstChain(TAMBO::StructureRecord &structure)
+{
+    for (TAMBO::ChainRecord &chain : structure.chains) {
+        std::erase_if(chain.residues, [](const ResidueRecord &r) { return !r.isAminoAcid; });
+        if (!chain.residues.empty())
+            return std::move(chain.residues);
+    }
+    return {};
+}
+
+// Ties the letters of the template's row to the residues of the structure.
+class TemplateMatch
+{
+public:
+    TemplateMatch(ModellingInput &input, std::vector<ResidueRecord> residues, std::string file)
+        : m_Input(input), m_Residues(std::move(residues)), m_File(std::move(file))
+    {
+        for (std::size_t col = 0; col < input.templateRow.size(); ++col) {
+            if (input.templateRow[col] == '-')
+                continue;
+            m_Letters += input.templateRow[col];
+            m_Columns.push_back(col);
+        }
+    }
+
+    std::optional<Failure> run();
+
+private:
+    [[nodiscard]] std::string place(std::size_t letter) const
+    {
+        return "row \"" + m_Input.templateName + "\", column " +
+               std::to_string(m_Columns[letter] + 1);
+    }
+    void take(std::size_t letter, ResidueRecord &residue);
+    void remarkOnMissing() const;
+
+    ModellingInput &m_Input;
+    std::vector<ResidueRecord> m_Residues;
+    std::string m_File;
+    std::string m_Letters;
+    // The column of each letter.
+    std::vector<std::size_t> m_Columns;
+    std::vector<bool> m_IsTaken;
+};
+
+std::optional<Failure> TemplateMatch::run()
+{
+    std::string found;
+    for (const ResidueRecord &residue : m_Residues)
+        found += static_cast<char>(std::toupper(static_cast<unsigned char>(residue.letter)));
+    m_IsTaken.assign(m_Letters.size(), false);
+    std::size_t next = 0;
+    std::size_t nextLetter = 0;
+    const auto strange = [&](std::size_t residue, std::size_t letter) {
+        const std::string where = letter < m_Letters.size()
+                                      ? place(letter) + ": '" + m_Letters[letter] + "'"
+                                      : "row \"" + m_Input.templateName + "\": its end";
+        return Failure{where + " stands where " + m_File + " has " + shown(m_Residues[residue]) +
+                       " ('" + found[residue] + "')"};
+    };
+    for (const TAMBO::MatchRun &run : TAMBO::matchSequences(m_Letters, found, {}).runs) {
+        if (run.second != next)
+            return strange(next, nextLetter);
+        for (std::size_t i = 0; i < run.count; ++i) {
+            const char letter = m_Letters[run.first + i];
+            const char other = found[run.second + i];
+            if (letter != other && letter != 'X' && other != 'X')
+                return strange(run.second + i, run.first + i);
+            take(run.first + i, m_Residues[run.second + i]);
+        }
+        next = run.second + run.count;
+        nextLetter = run.first + run.count;
+    }
+    if (next < m_Residues.size())
+        return strange(next, nextLetter);
+    remarkOnMissing();
+    if (m_Input.residues.empty())
+        return Failure{m_File + ": no residue of it has a whole backbone (N, CA, C)"};
+    return std::nullopt;
+}
+
+void TemplateMatch::take(std::size_t letter, ResidueRecord &residue)
+{
+    if (!hasBackbone(residue))
+        return;
+    m_IsTaken[letter] = true;
+    m_Input.residues.push_back(std::move(residue));
+}
+
+void TemplateMatch::remarkOnMissing() const
+{
+    for (std::size_t i = 0; i < m_Letters.size(); ++i) {
+        if (m_IsTaken[i])
+            continue;
+        const std::size_t begin = i;
+        while (i + 1 < m_Letters.size() && !m_IsTaken[i + 1])
+            ++i;
+        std::string text = place(begin);
+        if (i > begin)
+            text += " to " + std::to_string(m_Columns[i] + 1);
+        m_Input.remarks.push_back(text + ": no backbone coordinates for " +
+                                  m_Letters.substr(begin, i - begin + 1) + "; treated as missing");
+        for (std::size_t letter = begin; letter <= i; ++letter)
+            m_Input.templateRow[m_Columns[letter]] = '-';
+    }
+}
+
+// An engine has no use for columns without a residue.
+void dropEmptyColumns(ModellingInput &input)
+{
+    std::string templateRow;
+    std::string targetRow;
+    for (std::size_t col = 0; col < input.templateRow.size(); ++col) {
+        if (input.templateRow[col] == '-' && input.targetRow[col] == '-')
+            continue;
+        templateRow += input.templateRow[col];
+        targetRow += input.targetRow[col];
+    }
+    input.templateRow = templateRow;
+    input.targetRow = targetRow;
+}
+
+bool haveCommonColumn(const ModellingInput &input)
+{
+    for (std::size_t col = 0; col < input.templateRow.size(); ++col)
+        if (input.templateRow[col] != '-' && input.targetRow[col] != '-')
+            return true;
+    return false;
+}
+
+} // namespace
+
+Result<ModellingInput> readInput(const std::filesystem::path &alignment,
+                                 const std::filesystem::path &structure)
+{
+    Result<TAMBO::FileContents> rows = TAMBO::readFile(alignment);
+    if (!rows)
+        return rows.error();
+    if (rows->alignments.empty() || rows->alignments.front().rows.size() < 2 ||
+        !rows->alignments.front().isAligned)
+        return Failure{alignment.filename().string() +
+                       ": expected an alignment of a template and a target"};
+    Result<TAMBO::FileContents> coordinates = TAMBO::readFile(structure);
+    if (!coordinates)
+        return coordinates.error();
+    const std::string file = structure.filename().string();
+    std::vector<ResidueRecord> residues;
+    if (!coordinates->structures.empty())
+        residues = firstChain(coordinates->structures.front());
+    if (residues.empty())
+        return Failure{file + ": holds no amino acids"};
+
+    const std::vector<TAMBO::RowRecord> &records = rows->alignments.front().rows;
+    ModellingInput input;
+    input.templateName = records[0].name;
+    input.targetName = records[1].name;
+    input.templateRow = upperCase(records[0].sequence.text());
+    input.targetRow = upperCase(records[1].sequence.text());
+    if (std::optional<Failure> failure = TemplateMatch(input, std::move(residues), file).run())
+        return *failure;
+    if (!haveCommonColumn(input))
+        return Failure{"row \"" + input.targetName + "\" shares no column with the template"};
+    dropEmptyColumns(input);
+    return input;
+}
+
+std::string fastaText(const ModellingInput &input)
+{
+    return ">target\n" + input.targetRow + "\n>template.A\n" + input.templateRow + '\n';
+}
+
+std::string pdbText(const ModellingInput &input)
+{
+    std::string text;
+    int serial = 0;
+    int number = 0;
+    for (const ResidueRecord &residue : input.residues) {
+        ++number;
+        for (const TAMBO::AtomRecord &atom : residue.atoms) {
+            // Of amino acids: all elements but selenium have one letter.
+            const std::string element =
+                atom.element.empty() ? atom.name.substr(0, 1) : upperCase(atom.element);
+            const std::string name =
+                atom.name.size() < 4 && element.size() < 2 ? ' ' + atom.name : atom.name;
+            std::array<char, 128> line{};
+            std::snprintf(line.data(), line.size(),
+                          "ATOM  %5d %-4s %3s A%4d    %8.3f%8.3f%8.3f  1.00  0.00          %2s\n",
+                          ++serial % 100'000, name.c_str(), residue.typeName.c_str(),
+                          number % 10'000, static_cast<double>(atom.position.x()),
+                          static_cast<double>(atom.position.y()),
+                          static_cast<double>(atom.position.z()), element.c_str());
+            text += line.data();
+        }
+    }
+    return text + "TER\nEND\n";
+}
+
+} // namespace kestram
