@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace ZEP {
 
@@ -24,6 +25,25 @@ constexpr int kRulerStep = 10;
 QString textOf(char letter)
 {
     return QString(QLatin1Char(letter));
+}
+
+// Kept to the left also when the text runs to the left, and never cut off.
+constexpr int kLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::TextDontClip;
+constexpr int kRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::TextDontClip;
+constexpr int kCentre = Qt::AlignCenter | Qt::TextDontClip;
+
+// As people count, not by the units that a text is stored in.
+qsizetype lengthOf(const QString &text)
+{
+    return text.toUcs4().size();
+}
+
+// Paper takes no transparent colour, and neither does the screen.
+QColor colorOf(const TAMBO::Compound &residue)
+{
+    QColor color = residue.GetColor().toQColor();
+    color.setAlpha(255);
+    return color;
 }
 
 QString numberOf(const TAMBO::Compound &residue)
@@ -64,6 +84,12 @@ void AlignmentPages::print()
         qDebug("Too many sequences to fit in one page.\nConsider smaller font.");
         return;
     }
+    m_FirstColumn = m_LabelWidth + m_NumberWidth + m_CellWidth / 2;
+    m_BlockColumns = (m_Printer.width() - m_FirstColumn) / m_CellWidth;
+    if (m_BlockColumns < 1 && m_RowCount > 0) {
+        qDebug("Page too narrow for one column.");
+        return;
+    }
     QElapsedTimer timer;
     timer.start();
     qDebug("Starting to print...");
@@ -75,12 +101,7 @@ void AlignmentPages::print()
     const unsigned long width = m_Alignment.width();
     int section = 0;
     for (unsigned long col = 0; col < width;) {
-        const unsigned long next = printBlock(section, col);
-        if (next == col) {
-            qDebug("Page too narrow for one column.");
-            break;
-        }
-        col = next;
+        col = printBlock(section, col);
         ++section;
         qDebug("Printed section %d.", section);
         // Kept: the legend takes no block's place, so that the last one may leave the page.
@@ -116,7 +137,7 @@ void AlignmentPages::makeLabels()
     qsizetype namesLen = 0;
     for (unsigned long row = 0; row < m_RowCount; ++row) {
         names << QString::fromStdString(m_Alignment.GetSeqName(row));
-        namesLen = std::max(namesLen, names.back().size());
+        namesLen = std::max(namesLen, lengthOf(names.back()));
         m_Labels << QStringLiteral("[%1]").arg(row + 1, 2);
     }
     TAMBO_ASSERT(1 < namesLen, "KalmoIO", 391);
@@ -128,6 +149,10 @@ void AlignmentPages::makeLabels()
         m_Labels = names;
         m_LabelLength = static_cast<int>(namesLen);
     }
+    int widest = 0;
+    for (const QString &label : std::as_const(m_Labels))
+        widest = std::max(widest, m_Painter.boundingRect(QRect(), kLeft, label).width());
+    m_LabelWidth = widest + m_CellWidth / 2;
 }
 
 void AlignmentPages::printLegend()
@@ -136,12 +161,24 @@ void AlignmentPages::printLegend()
         return;
     for (unsigned long row = 0; row < m_RowCount; ++row) {
         const QString name = QString::fromStdString(m_Alignment.GetSeqName(row));
-        // Kept: as wide as the page is high.
-        m_Painter.drawText(QRect(0, m_PageTop, m_Printer.height(), m_LineHeight),
-                           Qt::AlignLeft | Qt::TextDontClip,
-                           m_Labels[static_cast<qsizetype>(row)] + ' ' + name);
+        printLegendLine(m_Labels[static_cast<qsizetype>(row)] + ' ' + name);
         m_PageTop += m_LineHeight;
     }
+}
+
+// A line that would leave the paper is made smaller until it fits: a name is of use as a whole.
+void AlignmentPages::printLegendLine(const QString &text)
+{
+    // Kept: as wide as the page is high.
+    const QRect room(0, 0, m_Printer.height(), m_LineHeight);
+    const double fitting =
+        static_cast<double>(m_Printer.width()) / m_Painter.boundingRect(room, kLeft, text).width();
+    m_Painter.save();
+    m_Painter.translate(0, m_PageTop);
+    if (fitting < 1)
+        m_Painter.scale(fitting, fitting);
+    m_Painter.drawText(room, kLeft, text);
+    m_Painter.restore();
 }
 
 unsigned long AlignmentPages::printBlock(int section, unsigned long begin)
@@ -149,34 +186,26 @@ unsigned long AlignmentPages::printBlock(int section, unsigned long begin)
     m_Painter.setPen(Qt::black);
     m_BlockTop = m_PageTop + section * (m_RowLines + kOtherLines) * m_LineHeight;
     m_RowsTop = m_BlockTop + 2 * m_LineHeight;
-    printLabels();
+    // Kept: labels get more room in later blocks than they need, which is not to be seen.
+    printLabels((begin == 0 ? m_LabelLength : m_LabelWidth) * m_CellWidth);
     printNumbers(begin);
-    const int left = m_LabelWidth + m_NumberWidth + m_CellWidth / 2;
-    const int fitting = std::max(0, (m_Printer.width() - left) / m_CellWidth);
     const unsigned long end =
-        std::min(m_Alignment.width(), begin + static_cast<unsigned long>(fitting));
-    for (unsigned long col = begin; col < end; ++col) {
-        const int k = static_cast<int>(col - begin);
-        printColumn(col, left + k * m_CellWidth, k + 1, fitting);
-    }
+        std::min(m_Alignment.width(), begin + static_cast<unsigned long>(m_BlockColumns));
+    m_Frames.clear();
+    for (unsigned long col = begin; col < end; ++col)
+        printColumn(col, static_cast<int>(col - begin));
+    // Behind the last column, so that the fill of the next one leaves a frame whole.
+    m_Painter.setPen(Qt::black);
+    for (const int x : m_Frames)
+        m_Painter.drawRect(x, m_RowsTop, m_CellWidth, m_LineHeight * m_RowLines);
     return end;
 }
 
-// Kept: labels get more room in later blocks than they need, which is not to be seen.
-void AlignmentPages::printLabels()
+void AlignmentPages::printLabels(int room)
 {
-    const bool isFirst = m_LabelWidth == 0;
-    const int room = isFirst ? m_LabelLength * m_CellWidth : m_LabelWidth * m_CellWidth;
-    int widest = 0;
-    for (unsigned long row = 0; row < m_RowCount; ++row) {
-        QRect drawn;
-        m_Painter.drawText(QRect(0, lineOf(row), room, m_LineHeight),
-                           Qt::AlignLeft | Qt::TextDontClip, m_Labels[static_cast<qsizetype>(row)],
-                           &drawn);
-        widest = std::max(widest, drawn.width());
-    }
-    if (isFirst)
-        m_LabelWidth = widest + m_CellWidth / 2;
+    for (unsigned long row = 0; row < m_RowCount; ++row)
+        m_Painter.drawText(QRect(0, lineOf(row), room, m_LineHeight), kLeft,
+                           m_Labels[static_cast<qsizetype>(row)]);
 }
 
 void AlignmentPages::printNumbers(unsigned long col)
@@ -185,19 +214,20 @@ void AlignmentPages::printNumbers(unsigned long col)
         const TAMBO::Compound *cell = m_Alignment.getItem(row, col);
         if (cell != nullptr)
             m_Painter.drawText(QRect(m_LabelWidth, lineOf(row), m_NumberWidth, m_LineHeight),
-                               Qt::AlignRight | Qt::TextDontClip, numberOf(*cell));
+                               kRight, numberOf(*cell));
     }
 }
 
-void AlignmentPages::printColumn(unsigned long col, int x, int place, int columnsInBlock)
+void AlignmentPages::printColumn(unsigned long col, int place)
 {
+    const int x = m_FirstColumn + place * m_CellWidth;
     const Cells cells = m_Alignment.getCol(col);
-    if (place % (columnsInBlock + 1) % kRulerStep == 0)
+    if ((place + 1) % kRulerStep == 0)
         printRuler(x, cells);
     if (isConserved(cells)) {
         m_Painter.setPen(Qt::black);
-        m_Painter.drawText(QRect(x, m_BlockTop + m_LineHeight, m_CellWidth, m_LineHeight),
-                           Qt::AlignCenter, QStringLiteral("*"));
+        m_Painter.drawText(QRect(x, m_BlockTop + m_LineHeight, m_CellWidth, m_LineHeight), kCentre,
+                           QStringLiteral("*"));
     }
     bool isSelected = false;
     for (unsigned long row = 0; row < m_RowCount; ++row) {
@@ -205,7 +235,7 @@ void AlignmentPages::printColumn(unsigned long col, int x, int place, int column
         const TAMBO::Compound *residue = cells[row];
         if (residue == nullptr) {
             m_Painter.setPen(Qt::lightGray);
-            m_Painter.drawText(cell, Qt::AlignCenter, QStringLiteral("-"));
+            m_Painter.drawText(cell, kCentre, QStringLiteral("-"));
             continue;
         }
         printResidue(cell, *residue);
@@ -213,10 +243,8 @@ void AlignmentPages::printColumn(unsigned long col, int x, int place, int column
             printElement(cell.translated(0, m_LineHeight), *residue);
         isSelected = isSelected || residue->IsSelected();
     }
-    if (isSelected) {
-        m_Painter.setPen(Qt::black);
-        m_Painter.drawRect(x, m_RowsTop, m_CellWidth, m_LineHeight * m_RowLines);
-    }
+    if (isSelected)
+        m_Frames.push_back(x);
 }
 
 void AlignmentPages::printRuler(int x, const Cells &cells)
@@ -224,12 +252,12 @@ void AlignmentPages::printRuler(int x, const Cells &cells)
     const TAMBO::Compound *first = cells.front();
     m_Painter.setPen(Qt::black);
     m_Painter.drawText(QRect(x - 2 * m_CellWidth, m_BlockTop, 5 * m_CellWidth, m_LineHeight),
-                       Qt::AlignCenter, first == nullptr ? QStringLiteral("|") : numberOf(*first));
+                       kCentre, first == nullptr ? QStringLiteral("|") : numberOf(*first));
 }
 
 void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &residue)
 {
-    const QColor color = residue.GetColor().toQColor();
+    const QColor color = colorOf(residue);
     switch (m_Options.style) {
     case Fat:
         m_Painter.fillRect(cell, color);
@@ -245,7 +273,7 @@ void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &resi
         qDebug("Impossible printing style");
         break;
     }
-    m_Painter.drawText(cell, Qt::AlignCenter, textOf(residue.TypeCode()));
+    m_Painter.drawText(cell, kCentre, textOf(residue.TypeCode()));
 }
 
 void AlignmentPages::printElement(const QRect &cell, const TAMBO::Compound &residue)
@@ -255,7 +283,7 @@ void AlignmentPages::printElement(const QRect &cell, const TAMBO::Compound &resi
     if (element == nullptr)
         return;
     m_Painter.setPen(Qt::gray);
-    m_Painter.drawText(cell, Qt::AlignCenter, textOf(element->TypeCode()).toLower());
+    m_Painter.drawText(cell, kCentre, textOf(element->TypeCode()).toLower());
 }
 
 int AlignmentPages::lineOf(unsigned long row) const noexcept

@@ -42,11 +42,13 @@ private:
     void measure();
     void makeLabels();
     void printLegend();
+    void printLegendLine(const QString &text);
     // Paints the columns from begin on, as many as fit, and returns the one behind the last.
     unsigned long printBlock(int section, unsigned long begin);
-    void printLabels();
+    void printLabels(int room);
     void printNumbers(unsigned long col);
-    void printColumn(unsigned long col, int x, int place, int columnsInBlock);
+    // place: how many columns stand before it in the block.
+    void printColumn(unsigned long col, int place);
     void printRuler(int x, const Cells &cells);
     void printResidue(const QRect &cell, const TAMBO::Compound &residue);
     void printElement(const QRect &cell, const TAMBO::Compound &residue);
@@ -68,12 +70,15 @@ private:
     QStringList m_Labels;
     bool m_HasLegend = false;
     int m_LabelLength = 0;
-    // Set by the first block.
     int m_LabelWidth = 0;
+    int m_FirstColumn = 0;
+    int m_BlockColumns = 0;
 
     int m_PageTop = 0;
     int m_BlockTop = 0;
     int m_RowsTop = 0;
+    // Where the columns of a block begin that hold something selected.
+    std::vector<int> m_Frames;
 };
 
 } // namespace ZEP

@@ -2,6 +2,7 @@
 #include "PrintJob.h"
 
 #include "Config.h"
+#include "PageFile.h"
 
 #include <QFile>
 #include <QMessageBox>
@@ -9,73 +10,62 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
-#include <QSaveFile>
 #include <QTemporaryFile>
-#include <poppler-qt6.h>
-
-#include <memory>
-#include <numeric>
 
 namespace ZEP {
 
 namespace {
 
-bool isPostScript(const QString &name)
+using Paint = std::function<void(QPainter &painter)>;
+
+// False when the printer does not take the pages.
+bool paintPages(QPrinter &printer, const Paint &paint)
 {
-    return name.endsWith(QLatin1String(".ps"), Qt::CaseInsensitive);
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    paint(painter);
+    qDebug("Printing Ready.");
+    return painter.end();
 }
 
-QString cannotWrite(const QString &target, const QString &reason)
+QString writeFile(const QString &pdf, const QString &target, const QString &title, QWidget *window)
 {
-    return QStringLiteral("%1 was not written: %2").arg(target, reason);
-}
-
-// Painters of the toolkit write PDF only.
-QString writePostScript(const Poppler::Document &pages, QSaveFile &file, QWidget *window)
-{
-    const int count = pages.numPages();
-    // The converter cannot be stopped half-way.
-    QProgressDialog progress(QStringLiteral("Writing PostScript…"), QString(), 0, count, window);
-    progress.setWindowModality(Qt::ApplicationModal);
-    QList<int> numbers(count);
-    std::iota(numbers.begin(), numbers.end(), 1);
-    const std::unique_ptr<Poppler::PSConverter> converter = pages.psConverter();
-    converter->setOutputDevice(&file);
-    converter->setPageList(numbers);
-    const QSizeF size = std::unique_ptr<Poppler::Page>(pages.page(0))->pageSizeF();
-    converter->setPaperWidth(qRound(size.width()));
-    converter->setPaperHeight(qRound(size.height()));
-    converter->setPageConvertedCallback(
-        [](int page, void *dialog) { static_cast<QProgressDialog *>(dialog)->setValue(page); },
-        &progress);
-    return converter->convert() ? QString() : QStringLiteral("the conversion failed");
+    // The conversion to PostScript cannot be stopped half-way.
+    QProgressDialog dialog(QStringLiteral("Writing %1…").arg(target), QString(), 0, 0, window);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    return Pages::writePageFile(pdf, {target, title, [&dialog](int page, int count) {
+                                          dialog.setMaximum(count);
+                                          dialog.setValue(page);
+                                      }});
 }
 
 // The pages are painted into a file of their own first: what is at the target stays until then.
-QString printToFile(QPrinter &printer, const QString &target, QWidget *window,
-                    const std::function<void(QPainter &painter)> &paint)
+QString printToFile(QPrinter &printer, const QString &title, QWidget *window, const Paint &paint)
 {
+    const QString target = printer.outputFileName();
     const QString folder =
         QFile::decodeName(QByteArray::fromStdString(Config::GetPersonalTmpDir()));
     QTemporaryFile pdf(folder + "/pages-XXXXXX.pdf");
     if (!pdf.open())
-        return cannotWrite(target, pdf.errorString());
+        return QStringLiteral("%1 was not written: %2").arg(target, pdf.errorString());
     pdf.close();
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(pdf.fileName());
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return cannotWrite(target, QStringLiteral("%1 cannot be written").arg(pdf.fileName()));
-    paint(painter);
-    qDebug("Printing Ready.");
-    painter.end();
-    return convertPages(pdf.fileName(), target, window);
+    paintPages(printer, paint);
+    return writeFile(pdf.fileName(), target, title, window);
+}
+
+QString printOnPaper(QPrinter &printer, const Paint &paint)
+{
+    return paintPages(printer, paint) ? QString()
+                                      : QStringLiteral("The printer \"%1\" did not take the pages.")
+                                            .arg(printer.printerName());
 }
 
 } // namespace
 
-void runPrintJob(QWidget *window, const QString &title,
-                 const std::function<void(QPainter &painter)> &paint)
+void runPrintJob(QWidget *window, const QString &title, const Paint &paint)
 {
     QPrinter printer(QPrinter::ScreenResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
@@ -84,47 +74,15 @@ void runPrintJob(QWidget *window, const QString &title,
     printer.setDocName(title);
     printer.setOutputFileName(title + ".ps");
     QPrintDialog dialog(&printer, window);
+    // All pages are printed, so nobody is asked which.
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (dialog.exec() == QDialog::Rejected)
         return;
-    const QString target = printer.outputFileName();
-    QString error;
-    if (!target.isEmpty()) {
-        error = printToFile(printer, target, window, paint);
-    } else if (QPainter painter; painter.begin(&printer)) {
-        paint(painter);
-        qDebug("Printing Ready.");
-        painter.end();
-    } else {
-        error = QStringLiteral("The printer \"%1\" does not answer.").arg(printer.printerName());
-    }
+    const QString error = printer.outputFileName().isEmpty()
+                              ? printOnPaper(printer, paint)
+                              : printToFile(printer, title, window, paint);
     if (!error.isEmpty())
         QMessageBox::warning(window, QStringLiteral("Print"), error);
-}
-
-QString convertPages(const QString &pdf, const QString &target, QWidget *window)
-{
-    QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
-        return cannotWrite(target, file.errorString());
-    const std::unique_ptr<Poppler::Document> pages = Poppler::Document::load(pdf);
-    if (pages == nullptr || pages->numPages() == 0)
-        return cannotWrite(target, QStringLiteral("no pages came of it; is the disk full?"));
-    if (isPostScript(target)) {
-        const QString error = writePostScript(*pages, file, window);
-        if (!error.isEmpty()) {
-            file.cancelWriting();
-            return cannotWrite(target, error);
-        }
-    } else {
-        QFile source(pdf);
-        const bool isRead = source.open(QIODevice::ReadOnly);
-        const QByteArray bytes = source.readAll();
-        if (!isRead || file.write(bytes) != bytes.size()) {
-            file.cancelWriting();
-            return cannotWrite(target, file.errorString());
-        }
-    }
-    return file.commit() ? QString() : cannotWrite(target, file.errorString());
 }
 
 } // namespace ZEP

@@ -17,8 +17,4 @@ namespace ZEP {
 void runPrintJob(QWidget *window, const QString &title,
                  const std::function<void(QPainter &painter)> &paint);
 
-// Writes the pages of a PDF file to target, as PostScript or PDF by its name. The error is empty,
-// or one sentence.
-[[nodiscard]] QString convertPages(const QString &pdf, const QString &target, QWidget *window);
-
 } // namespace ZEP

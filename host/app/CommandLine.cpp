@@ -36,10 +36,28 @@ CommandLine withFiles(CommandLine line, const char *command)
     return line;
 }
 
+CommandLine parsePrint(const std::vector<std::string> &arguments)
+{
+    CommandLine line;
+    if (std::ranges::find(arguments, "--help") != arguments.end()) {
+        line.mode = CommandLine::Mode::Help;
+        return line;
+    }
+    Result<PrintOrder> order = parsePrintOrder({arguments.begin() + 1, arguments.end()});
+    if (!order)
+        return wrong(order.error().message);
+    line.mode = CommandLine::Mode::Print;
+    line.print = std::move(order).value();
+    return line;
+}
+
 } // namespace
 
 CommandLine parseCommandLine(const std::vector<std::string> &arguments)
 {
+    // Its options are not those of the toolkit.
+    if (!arguments.empty() && arguments.front() == "print")
+        return parsePrint(arguments);
     CommandLine line;
     bool optionsEnded = false;
     bool firstWord = true;
@@ -91,10 +109,15 @@ std::string usageText()
            "                                         alignment\n"
            "       tambo --picture PNG FILE...       the same, painted into an image\n"
            "       tambo info FILE...                one JSON object a line about each file\n"
+           "       tambo print FILE --style fat|slim|bw --output OUT [--font NAME,SIZE] [--sse]\n"
+           "                                         the pages of the first alignment; OUT ends "
+           "in\n"
+           "                                         .pdf, .ps, .svg or .png\n"
            "       tambo --help | --version\n"
            "\n"
            "Files are structures (PDB, mmCIF) and alignments or sequences, plain or gzipped.\n"
-           "A file called \"info\" is written ./info. Exit status: 0; 1 when a file is bad;\n"
+           "A file called \"info\" or \"print\" is written ./info or ./print. Exit status: 0; 1 "
+           "when a file is bad;\n"
            "2 when the call is wrong.\n";
 }
 

@@ -2,6 +2,8 @@
 // What the user asked for on the command line of `tambo`.
 #pragma once
 
+#include "PrintOrder.h"
+
 #include <string>
 #include <vector>
 
@@ -9,12 +11,13 @@ namespace TAMBO::app {
 
 struct CommandLine
 {
-    enum class Mode { Workbench, Picture, Info, Help, Version, Wrong };
+    enum class Mode { Workbench, Picture, Info, Print, Help, Version, Wrong };
 
     Mode mode = Mode::Workbench;
     std::vector<std::string> files;
     // Picture: the image to write.
     std::string picture;
+    PrintOrder print;
     // Wrong: one sentence.
     std::string error;
 };

@@ -5,6 +5,7 @@
 #include "InfoCommand.h"
 #include "MainWindow.h"
 #include "Picture.h"
+#include "PrintCommand.h"
 #include "Services.h"
 #include "Workbench.h"
 
@@ -136,13 +137,8 @@ int runPicture(const CommandLine &line)
     return QApplication::exec();
 }
 
-int runWindows(const CommandLine &line, int argc, char **argv)
+void introduce()
 {
-    const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
-    const QApplication application(argc, argv);
-    qInstallMessageHandler(standard);
-    for (const QString &message : std::exchange(s_StartMessages, {}))
-        qWarning("%s", qPrintable(message));
     QApplication::setApplicationName(QStringLiteral("tambo"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(TAMBO_VERSION));
@@ -150,6 +146,27 @@ int runWindows(const CommandLine &line, int argc, char **argv)
     QApplication::setWindowIcon(
         QIcon(QString::fromStdString(Config::GetIconDir()) + QStringLiteral("/tambo.svg")));
     TAMBO::services::installServices();
+}
+
+// The words of the call are not for the toolkit, and what it has to say is not for scripts.
+int runWithoutScreen(const TAMBO::app::PrintOrder &order, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(takeStartMessage);
+    int argc = 1;
+    const QApplication application(argc, argv);
+    introduce();
+    return TAMBO::app::runPrint(order, std::cerr);
+}
+
+int runWindows(const CommandLine &line, int argc, char **argv)
+{
+    const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
+    const QApplication application(argc, argv);
+    qInstallMessageHandler(standard);
+    for (const QString &message : std::exchange(s_StartMessages, {}))
+        qWarning("%s", qPrintable(message));
+    introduce();
     return line.mode == CommandLine::Mode::Picture ? runPicture(line) : runWorkbench(line);
 }
 
@@ -170,6 +187,8 @@ int main(int argc, char **argv)
         return EXIT_SUCCESS;
     case CommandLine::Mode::Info:
         return TAMBO::app::runInfo(line.files, std::cout, std::cerr);
+    case CommandLine::Mode::Print:
+        return runWithoutScreen(line.print, argv);
     case CommandLine::Mode::Workbench:
     case CommandLine::Mode::Picture:
         break;

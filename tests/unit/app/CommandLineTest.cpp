@@ -80,6 +80,34 @@ TEST(CommandLine, InfoMakesNoPicture)
     EXPECT_EQ(parseCommandLine({"info", "--picture", "out.png", "a.ali"}).mode, Mode::Wrong);
 }
 
+TEST(CommandLine, PrintHasOptionsOfItsOwn)
+{
+    const CommandLine line =
+        parseCommandLine({"print", "a.ali", "--style", "bw", "--output", "o.ps"});
+    EXPECT_EQ(line.mode, Mode::Print);
+    EXPECT_EQ(line.print.file, "a.ali");
+    EXPECT_TRUE(line.files.empty());
+}
+
+TEST(CommandLine, PrintBehindAFileIsAFile)
+{
+    const CommandLine line = parseCommandLine({"a.ali", "print"});
+    EXPECT_EQ(line.mode, Mode::Workbench);
+    EXPECT_EQ(line.files, (Files{"a.ali", "print"}));
+}
+
+TEST(CommandLine, AWrongPrintSaysWhatIsWrong)
+{
+    const CommandLine line = parseCommandLine({"print", "a.ali", "--output", "o.ps"});
+    EXPECT_EQ(line.mode, Mode::Wrong);
+    EXPECT_EQ(line.error, "print needs --style fat, slim or bw");
+}
+
+TEST(CommandLine, HelpIsGivenForPrintToo)
+{
+    EXPECT_EQ(parseCommandLine({"print", "--help"}).mode, Mode::Help);
+}
+
 TEST(CommandLine, AnUnknownOptionIsNamed)
 {
     const CommandLine line = parseCommandLine({"--frobnicate", "a.ali"});
