@@ -5,6 +5,7 @@
 #include "FileReader.h"
 #include "FormatText.h"
 #include "ReplacementFile.h"
+#include "StructureWriter.h"
 
 #include <algorithm>
 #include <exception>
@@ -118,6 +119,20 @@ std::optional<Failure> writeFile(const std::filesystem::path &path,
                 writeText(FittedAlignment(alignment, options), sink);
         },
         [&](const FileContents &contents) { return differenceTo(contents, alignments, options); });
+}
+
+std::optional<Failure> writeFile(const std::filesystem::path &path,
+                                 const StructureRecord &structure, const WriteOptions &options)
+{
+    if (const std::optional<std::string> obstacle = obstacleTo(structure, options))
+        return failureOf(cleanText(path.filename().string()), *obstacle);
+    return replace(
+        path, [&](TextSink &sink) { sink.write(structureText(structure, options.format)); },
+        [&](const FileContents &contents) -> std::optional<std::string> {
+            if (contents.structures.empty())
+                return "it holds no structure";
+            return differenceBetween(structure, contents.structures.front(), options.format);
+        });
 }
 
 } // namespace TAMBO

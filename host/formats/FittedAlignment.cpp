@@ -98,6 +98,8 @@ void FittedAlignment::fitInsertions()
     }
     // Packed rows of one length would be taken for columns, so the gaps stay.
     m_IsPacked = m_Options.format == WriteFormat::A3m && !m_Insertions->areNone() && !areEven;
+    for (std::size_t i = 0; m_IsPacked && !m_MovesInsertions && i < rowCount(); ++i)
+        m_MovesInsertions = m_Insertions->unpacked(cells(i)) != cells(i).text();
 }
 
 const GappedSequence &FittedAlignment::cells(std::size_t row) const
@@ -134,7 +136,7 @@ std::vector<std::string> FittedAlignment::changes() const
                                                       " small letters become capitals") +
                             ", because their columns are no insertions: " +
                             fileOf(m_Options.format) + " has small letters in insertions only.");
-    if (m_IsPacked)
+    if (m_MovesInsertions)
         sentences.emplace_back(
             "Residues in insertions are moved to the left: an A3M file does not say "
             "how they are aligned with each other.");

@@ -61,6 +61,8 @@ private:
     std::optional<InsertionColumns> m_Insertions;
     // A3M: gaps in insertions are left out.
     bool m_IsPacked = false;
+    // Which moves letters of insertions to the left.
+    bool m_MovesInsertions = false;
     // Characters that are no letters, and one of them.
     std::uint64_t m_Foreign = 0;
     char m_FirstForeign = '\0';

@@ -52,7 +52,7 @@ bool isAllowed(char character, const WriteOptions &options) noexcept
 }
 
 // Characters that mean something at the start of a line.
-std::string withoutMarks(std::string name, WriteFormat format)
+void removeMarks(std::string &name, WriteFormat format)
 {
     switch (format) {
     case WriteFormat::Fasta:
@@ -72,7 +72,6 @@ std::string withoutMarks(std::string name, WriteFormat format)
     default:
         break;
     }
-    return name;
 }
 
 std::string replaced(std::string_view name, const WriteOptions &options)
@@ -85,7 +84,8 @@ std::string replaced(std::string_view name, const WriteOptions &options)
         else if (!isContinuation(character))
             result += '_';
     }
-    return withoutMarks(std::move(result), options.format);
+    removeMarks(result, options.format);
+    return result;
 }
 
 } // namespace
@@ -100,11 +100,12 @@ FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &o
         const std::string &name = alignment.rows[row].name;
         const std::string clean(trimmed(cleanText(name)));
         std::string held = replaced(clean, options);
-        if (held != name)
+        if (held != name && !held.empty())
             note(Replaced, name, row);
         m_Names.push_back(fitted(held, row));
     }
     m_Taken = {};
+    m_Numbers = {};
 }
 
 std::string FittedNames::fitted(const std::string &name, std::size_t row)
@@ -134,8 +135,9 @@ std::string FittedNames::cut(const std::string &name, std::size_t length) const
 // Numbered from 2 on.
 std::string FittedNames::unique(const std::string &name)
 {
-    for (std::size_t number = 2;; ++number) {
-        const std::string ending = '_' + std::to_string(number);
+    std::size_t &number = m_Numbers.try_emplace(name, 1).first->second;
+    for (;;) {
+        const std::string ending = '_' + std::to_string(++number);
         std::string held =
             (m_Longest == 0 ? name : cut(name, m_Longest - std::min(m_Longest, ending.size()))) +
             ending;

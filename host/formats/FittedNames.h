@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -44,6 +45,8 @@ private:
     bool m_MustDiffer;
     std::vector<std::string> m_Names;
     std::unordered_set<std::string> m_Taken;
+    // The number given last to one of the name.
+    std::unordered_map<std::string, std::size_t> m_Numbers;
     std::array<Change, KindCount> m_Changes;
 };
 

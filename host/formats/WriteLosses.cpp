@@ -55,8 +55,8 @@ public:
             tags += (i == 0 ? "" : ", ") + m_Tags[i];
         if (m_Tags.size() > mostTags)
             tags += ", ...";
-        sentences.push_back(subject + (m_Count == 1 ? " is" : " are") +
-                            " left out: " + counted(m_Count, "line", "lines") + " (" + tags + ").");
+        sentences.push_back(subject + " is left out: " + counted(m_Count, "line", "lines") + " (" +
+                            tags + ").");
     }
 
 private:

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What structure formats cannot hold, in words.
+#include "FileWriter.h"
+
+#include "FormatText.h"
+#include "StructureWriter.h"
+
+#include <algorithm>
+
+namespace TAMBO {
+
+namespace {
+
+using namespace formats;
+
+constexpr std::size_t kLongestChainName = 2;
+constexpr std::size_t kLongestResidueName = 3;
+constexpr std::size_t kLongestAtomName = 4;
+constexpr int kLeastNumber = -999;
+constexpr int kMostDigits = 9999;
+constexpr std::size_t kMostAtoms = 99999;
+
+// A coordinate has eight columns, three of them behind the point.
+bool fits(const Vertex &place)
+{
+    const auto isShort = [&place](std::size_t axis) {
+        const float value = place.coordinates()[axis];
+        return value > -999.9995F && value < 9999.9995F;
+    };
+    return isShort(0) && isShort(1) && isShort(2);
+}
+
+std::string tooLong(const char *what, const std::string &name)
+{
+    return std::string("The name of ") + what + ' ' + shown(name) +
+           " is too long for a PDB file; an mmCIF file can hold it.";
+}
+
+std::optional<std::string> pdbObstacle(const ResidueRecord &residue)
+{
+    const std::string name = residue.typeName + ' ' + residue.number.getValue();
+    if (residue.typeName.size() > kLongestResidueName)
+        return tooLong("residue", residue.typeName);
+    if (residue.number.number() < kLeastNumber)
+        return "The number of residue " + name +
+               " is too long for a PDB file; an mmCIF file can hold it.";
+    for (const AtomRecord &atom : residue.atoms) {
+        if (atom.name.size() > kLongestAtomName)
+            return tooLong("atom", atom.name);
+        if (!fits(atom.position))
+            return "The position of atom " + atom.name + " of residue " + name +
+                   " does not fit into a PDB file; an mmCIF file can hold it.";
+    }
+    return std::nullopt;
+}
+
+std::string counted(std::size_t count, const std::string &one, const std::string &many)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+} // namespace
+
+std::optional<std::string> obstacleTo(const StructureRecord &structure, const WriteOptions &options)
+{
+    if (!isStructureFormat(options.format))
+        return "A structure cannot be written as " + fileOf(options.format) + '.';
+    bool hasAtoms = false;
+    for (const ChainRecord &chain : structure.chains) {
+        if (options.format == WriteFormat::Pdb && chain.name.size() > kLongestChainName)
+            return tooLong("chain", chain.name);
+        for (const ResidueRecord &residue : chain.residues) {
+            hasAtoms = hasAtoms || !residue.atoms.empty();
+            if (options.format != WriteFormat::Pdb)
+                continue;
+            if (std::optional<std::string> obstacle = pdbObstacle(residue))
+                return obstacle;
+        }
+    }
+    if (!hasAtoms)
+        return "There is nothing to write: the structure has no atoms.";
+    return std::nullopt;
+}
+
+std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteOptions &options)
+{
+    if (obstacleTo(structure, options))
+        return {};
+    std::vector<std::string> sentences = {
+        "There are no waters, other positions of atoms, occupancies, temperature factors or "
+        "crystal "
+        "data in the file: they are not kept when a structure is opened."};
+    if (structure.models > 1)
+        sentences.push_back("Only the first of " + std::to_string(structure.models) +
+                            " models is written.");
+    const auto turns = static_cast<std::size_t>(
+        std::count_if(structure.elements.begin(), structure.elements.end(),
+                      [](const ElementRecord &element) { return element.type == 'T'; }));
+    if (turns > 0)
+        sentences.push_back(counted(turns, "turn is", "turns are") +
+                            " left out: the file has helices and strands only.");
+    const std::size_t endless =
+        structure.elements.size() - turns - writableElements(structure).size();
+    if (endless > 0)
+        sentences.push_back(counted(endless, "helix or strand is", "helices or strands are") +
+                            " left out: the residues at the ends are not there.");
+    std::size_t atoms = 0;
+    bool hasLargeNumbers = false;
+    const std::vector<std::string> names = chainNames(structure, options.format);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const ChainRecord &chain = structure.chains[i];
+        if (names[i] != chain.name)
+            sentences.push_back("Another chain has the name " + shown(chain.name) +
+                                " already, so this one becomes " + shown(names[i]) + '.');
+        for (const ResidueRecord &residue : chain.residues) {
+            atoms += residue.atoms.size();
+            hasLargeNumbers = hasLargeNumbers || residue.number.number() > kMostDigits;
+        }
+    }
+    if (options.format == WriteFormat::Pdb && (hasLargeNumbers || atoms > kMostAtoms))
+        sentences.emplace_back("Numbers that are too large for their columns are written with "
+                               "letters, which not all programs understand.");
+    return sentences;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// From our own records to the text of structure files, and how what was read back compares.
+#pragma once
+
+#include "Records.h"
+#include "WriteFormat.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TAMBO::formats {
+
+// The chains' names in the file. Chains of one name are told apart by the TER records of PDB files;
+// elsewhere all but the first get another name.
+[[nodiscard]] std::vector<std::string> chainNames(const StructureRecord &structure,
+                                                  WriteFormat format);
+
+// The helices and strands between residues that there are.
+[[nodiscard]] std::vector<ElementRecord> writableElements(const StructureRecord &structure);
+
+// Throws what the coordinate library throws.
+[[nodiscard]] std::string structureText(const StructureRecord &structure, WriteFormat format);
+
+// Where a structure read from the file differs; nothing when it does not.
+[[nodiscard]] std::optional<std::string> differenceBetween(const StructureRecord &structure,
+                                                           const StructureRecord &readBack,
+                                                           WriteFormat format);
+
+} // namespace TAMBO::formats

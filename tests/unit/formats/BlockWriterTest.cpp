@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The text of Clustal, Stockholm, MSF and PHYLIP files.
+#include "RecordBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace TAMBO::formats {
+namespace {
+
+TEST(ClustalWriter, BlocksHaveAllRowsAndALineOfMarks)
+{
+    EXPECT_EQ(
+        textOf(recordOf({{"a", "ACD-E"}, {"bcd", "SCE-F"}}), optionsOf("clustal"), writeClustal),
+        "CLUSTAL multiple sequence alignment\n"
+        "\n"
+        "\n"
+        "a               ACD-E\n"
+        "bcd             SCE-F\n"
+        "                :*:  \n");
+}
+
+TEST(ClustalWriter, MarksTellIdenticalStrongAndWeakColumns)
+{
+    EXPECT_EQ(textOf(recordOf({{"a", "WMCaFG"}, {"b", "WLSAHD"}, {"c", "wIA-YN"}}),
+                     optionsOf("clustal"), writeClustal),
+              "CLUSTAL multiple sequence alignment\n"
+              "\n"
+              "\n"
+              "a               WMCaFG\n"
+              "b               WLSAHD\n"
+              "c               wIA-YN\n"
+              "                *:. ..\n");
+}
+
+TEST(ClustalWriter, AnExactMultipleOfTheBlockHasNoEmptyBlock)
+{
+    const std::string text =
+        textOf(recordOf({{"a", std::string(120, 'A')}}), optionsOf("clustal"), writeClustal);
+    const std::string block = "\na               " + std::string(60, 'A') + "\n                " +
+                              std::string(60, '*') + '\n';
+    EXPECT_EQ(text, "CLUSTAL multiple sequence alignment\n\n" + block + block);
+}
+
+TEST(ClustalWriter, LongNamesMoveTheColumns)
+{
+    EXPECT_EQ(textOf(recordOf({{"a_name_of_20_letters", "A"}, {"b", "A"}}), optionsOf("clustal"),
+                     writeClustal),
+              "CLUSTAL multiple sequence alignment\n\n\n"
+              "a_name_of_20_letters A\n"
+              "b                    A\n"
+              "                     *\n");
+}
+
+TEST(StockholmWriter, EveryKindOfAnnotationHasItsPlace)
+{
+    AlignmentRecord record = recordOf({{"a", "AC-D"}, {"bc", "ACCD"}});
+    record.annotations = {{"ID", "globin"}, {"CC", "one"}, {"CC", "two"}};
+    record.columnAnnotations = {{"SS_cons", "HH.E"}};
+    record.rows[0].description = "first";
+    record.rows[0].annotations = {{"OS", "a bug"}, {"DR", "PDB; 1abc A;"}};
+    record.rows[1].residueAnnotations = {{"SS", "HHHE"}};
+    EXPECT_EQ(textOf(record, optionsOf("stockholm"), writeStockholm), "# STOCKHOLM 1.0\n"
+                                                                      "#=GF ID globin\n"
+                                                                      "#=GF CC one\n"
+                                                                      "#=GF CC two\n"
+                                                                      "#=GS a DE first\n"
+                                                                      "#=GS a OS a bug\n"
+                                                                      "#=GS a DR PDB; 1abc A;\n"
+                                                                      "\n"
+                                                                      "a            AC-D\n"
+                                                                      "bc           ACCD\n"
+                                                                      "#=GR bc SS   HHHE\n"
+                                                                      "#=GC SS_cons HH.E\n"
+                                                                      "//\n");
+}
+
+TEST(StockholmWriter, RowsAreInOnePiece)
+{
+    EXPECT_EQ(
+        textOf(recordOf({{"a", std::string(500, 'A')}}), optionsOf("stockholm"), writeStockholm),
+        "# STOCKHOLM 1.0\n\na " + std::string(500, 'A') + "\n//\n");
+}
+
+// The sums are those that other programs wrote into their files.
+TEST(MsfWriter, ChecksumsCountCapitalsByTheirColumns)
+{
+    // A = 65, C = 67, '.' = 46: 65 + 2 * 67 + 3 * 46 = 337; 2 * 65 + ... of the second row alike.
+    EXPECT_EQ(textOf(recordOf({{"a", "Ac-"}, {"long", "-AA"}}), optionsOf("msf"), writeMsf),
+              "!!AA_MULTIPLE_ALIGNMENT 1.0\n"
+              "\n"
+              " MSF: 3  Type: P  Check: 708 ..\n"
+              "\n"
+              " Name: a     Len:     3  Check:  337  Weight:  1.00\n"
+              " Name: long  Len:     3  Check:  371  Weight:  1.00\n"
+              "\n"
+              "//\n"
+              "\n"
+              "a     Ac.\n"
+              "long  .AA\n");
+}
+
+TEST(MsfWriter, BlocksHaveFiftyColumnsInGroupsOfTen)
+{
+    const std::string text =
+        textOf(recordOf({{"a", std::string(61, 'A')}}), optionsOf("msf"), writeMsf);
+    const std::string ten = ' ' + std::string(10, 'A');
+    EXPECT_TRUE(text.ends_with("//\n\na " + ten + ten + ten + ten + ten + "\n\na " + ten + " A\n"))
+        << text;
+}
+
+TEST(PhylipWriter, NamesStandInTheFirstBlockOnly)
+{
+    EXPECT_EQ(textOf(recordOf({{"a", std::string(70, 'A')}, {"a name", std::string(70, '-')}}),
+                     optionsOf("phylip"), writePhylip),
+              " 2 70\n"
+              "a          AAAAAAAAAA AAAAAAAAAA AAAAAAAAAA AAAAAAAAAA AAAAAAAAAA AAAAAAAAAA\n"
+              "a name     ---------- ---------- ---------- ---------- ---------- ----------\n"
+              "\n"
+              "           AAAAAAAAAA\n"
+              "           ----------\n");
+}
+
+TEST(PhylipWriter, SequentialRowsAreInOnePiece)
+{
+    EXPECT_EQ(textOf(recordOf({{"a", std::string(70, 'A')}, {"b", std::string(70, '-')}}),
+                     optionsOf("phylip-sequential"), writePhylip),
+              " 2 70\n"
+              "a          " +
+                  std::string(70, 'A') +
+                  "\n"
+                  "b          " +
+                  std::string(70, '-') + '\n');
+}
+
+TEST(PhylipWriter, RelaxedNamesAreWholeAndWithoutBlanks)
+{
+    EXPECT_EQ(textOf(recordOf({{"a long name (1)", "AC"}, {"b", "A-"}}),
+                     optionsOf("phylip-relaxed"), writePhylip),
+              " 2 2\n"
+              "a_long_name__1_ AC\n"
+              "b               A-\n");
+    EXPECT_EQ(textOf(recordOf({{"a long name (1)", "AC"}, {"b", "A-"}}),
+                     optionsOf("phylip-relaxed-sequential"), writePhylip),
+              " 2 2\n"
+              "a_long_name__1_ AC\n"
+              "b               A-\n");
+}
+
+} // namespace
+} // namespace TAMBO::formats
