@@ -45,11 +45,8 @@ Routes::Routes(Workbench &workbench, History &history) : m_Workbench(workbench),
                            [this](const PluginCall &call) { return readPdb(call); });
     routes.registerCommand("Parse", "PIR", "SaveALI",
                            [this](const PluginCall &call) { return savePir(call); });
-    routes.registerExecute("Calculate", "Alignment", "Malign", [](const PluginCall &) {
-        Logger::Write(QStringLiteral("This version of the workbench cannot realign columns."),
-                      Logger::Severity::Error);
-        return false;
-    });
+    routes.registerExecute("Calculate", "Alignment", "Malign",
+                           [this](const PluginCall &call) { return realign(call); });
 }
 
 Routes::~Routes()
@@ -78,6 +75,12 @@ bool Routes::readPdb(const PluginCall &call)
     const QByteArray name = QFile::encodeName(QString::fromLatin1(path));
     const LoadReport report = m_Workbench.loader().openNow(name.toStdString());
     return report.failures.empty() && !report.structures.empty();
+}
+
+bool Routes::realign(const PluginCall &call)
+{
+    auto *alignment = static_cast<Alignment *>(call.data);
+    return alignment != nullptr && m_Workbench.realign(*alignment);
 }
 
 // The file is complete, or as it was, when this returns.

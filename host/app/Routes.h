@@ -26,6 +26,7 @@ public:
 private:
     bool openFile();
     bool readPdb(const services::PluginCall &call);
+    bool realign(const services::PluginCall &call);
     bool savePir(const services::PluginCall &call);
 
     Workbench &m_Workbench;

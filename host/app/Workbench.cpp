@@ -13,6 +13,7 @@
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
+#include "RealignCommand.h"
 #include "RecentFiles.h"
 #include "Routes.h"
 #include "Structure.h"
@@ -175,6 +176,14 @@ void Workbench::closeObjects(const std::vector<Compound *> &objects)
 }
 
 // ---- Tools
+
+bool Workbench::realign(Alignment &alignment)
+{
+    QWidget *parent = QApplication::activeWindow();
+    return RealignCommand(parent != nullptr ? parent : m_Window.get(),
+                          m_Attendance == Attendance::User)
+        .run(alignment);
+}
 
 void Workbench::openTool(const services::PluginRecord &plugin)
 {

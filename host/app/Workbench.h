@@ -58,6 +58,9 @@ public:
     // Takes top-level objects out; asks when that touches unsaved work.
     void closeObjects(const std::vector<Compound *> &objects);
 
+    // The columns of its range, with the aligner of the settings.
+    bool realign(Alignment &alignment);
+
     void openTool(const services::PluginRecord &plugin);
     void openInEditor(Compound *alignment);
 

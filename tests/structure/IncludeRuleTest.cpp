@@ -33,9 +33,11 @@ const std::map<std::string, Rule> kRules = {
     {"host/model", {{"include"}, Std}},
     {"host/formats", {{"include", "host/model"}, Std | System | Gemmi | Zlib}},
     {"host/history", {{"include", "host/model"}, Std}},
+    {"host/realign", {{"include", "host/model"}, Std | System | Qt}},
     {"host/services", {{"include", "host/model"}, Std | System | Qt}},
     {"host/app",
-     {{"include", "host/model", "host/formats", "host/history", "host/services", "pages"},
+     {{"include", "host/model", "host/formats", "host/history", "host/realign", "host/services",
+       "pages"},
       Std | System | Qt | Poppler}},
     {"modelling", {{"host/model", "host/formats"}, Std | System | Gemmi}},
 };

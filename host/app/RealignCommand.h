@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Realigns the columns of an alignment's range with the aligner of the settings.
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <string>
+
+class QWidget;
+
+namespace TAMBO {
+class Alignment;
+}
+
+namespace TAMBO::realign {
+class AlignerRun;
+}
+
+namespace TAMBO::app {
+
+class RealignCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(RealignCommand)
+
+public:
+    // Without a user nothing is shown, and a program that does not end is given up.
+    RealignCommand(QWidget *parent, bool hasUser) : m_Parent(parent), m_HasUser(hasUser) { }
+
+    // Returns when the alignment has its new columns, or is as it was: then with one message, or,
+    // when the user cancelled, with none. One step of undo.
+    bool run(Alignment &alignment) const;
+
+private:
+    [[nodiscard]] QString realign(Alignment &alignment) const;
+    // Until the program has ended; windows repaint meanwhile.
+    void wait(realign::AlignerRun &aligner, const QString &name) const;
+    void waitWithUser(realign::AlignerRun &aligner, const QString &name) const;
+
+    QWidget *m_Parent;
+    bool m_HasUser;
+};
+
+} // namespace TAMBO::app

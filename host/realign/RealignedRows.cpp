@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "RealignedRows.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <numeric>
+#include <optional>
+
+namespace TAMBO::realign {
+
+namespace {
+
+constexpr char kNamePrefix = 'r';
+
+char asKnown(char letter) noexcept
+{
+    constexpr std::string_view kKnown = "ACDEFGHIKLMNPQRSTVWY";
+    if (letter >= 'a' && letter <= 'z')
+        letter = static_cast<char>(letter - 'a' + 'A');
+    return kKnown.find(letter) == std::string_view::npos ? 'X' : letter;
+}
+
+std::string_view nextLine(std::string_view &text)
+{
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+        line.remove_suffix(1);
+    return line;
+}
+
+// The number in a name of ours.
+std::optional<std::size_t> numberOf(std::string_view header)
+{
+    const std::string_view name = header.substr(1, header.find_first_of(" \t") - 1);
+    std::size_t number = 0;
+    if (name.size() < 2 || name.front() != kNamePrefix)
+        return std::nullopt;
+    const auto [end, error] = std::from_chars(name.data() + 1, name.data() + name.size(), number);
+    if (error != std::errc() || end != name.data() + name.size())
+        return std::nullopt;
+    return number;
+}
+
+bool isGap(char c) noexcept
+{
+    return c == '-' || c == '.';
+}
+
+} // namespace
+
+RealignedRows::RealignedRows(const Alignment &alignment, const Alignment::Range &range)
+    : m_RowCount(alignment.height())
+{
+    for (std::size_t row = 0; row < m_RowCount; ++row) {
+        std::string letters;
+        for (unsigned long col = range.first; col < range.second; ++col)
+            if (const char letter = alignment.letterAt(row, col); letter != '\0')
+                letters += asKnown(letter);
+        if (!letters.empty())
+            m_Sent.push_back({row, std::move(letters)});
+    }
+}
+
+std::size_t RealignedRows::letters() const noexcept
+{
+    return std::accumulate(
+        m_Sent.begin(), m_Sent.end(), std::size_t(0),
+        [](std::size_t sum, const Row &row) { return sum + row.letters.size(); });
+}
+
+std::string RealignedRows::fasta() const
+{
+    std::string text;
+    for (std::size_t i = 0; i < m_Sent.size(); ++i)
+        text += '>' + (kNamePrefix + std::to_string(i)) + '\n' + m_Sent[i].letters + '\n';
+    return text;
+}
+
+Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) const
+{
+    std::vector<std::optional<std::string>> answered(m_Sent.size());
+    std::string *current = nullptr;
+    while (!answer.empty()) {
+        const std::string_view line = nextLine(answer);
+        if (line.starts_with('>')) {
+            const auto number = numberOf(line);
+            if (!number || *number >= m_Sent.size())
+                return Failure{"it answered with a sequence that it was not given"};
+            if (answered[*number])
+                return Failure{"it answered with one sequence twice"};
+            current = &answered[*number].emplace();
+        } else if (current != nullptr) {
+            *current += line;
+        } else if (!line.empty()) {
+            return Failure{"its answer is no FASTA"};
+        }
+    }
+
+    std::size_t width = 0;
+    for (std::size_t i = 0; i < m_Sent.size(); ++i) {
+        if (!answered[i])
+            return Failure{"its answer lacks a sequence"};
+        if (i > 0 && answered[i]->size() != width)
+            return Failure{"the rows of its answer differ in length"};
+        width = answered[i]->size();
+        std::string letters;
+        std::ranges::copy_if(*answered[i], std::back_inserter(letters),
+                             [](char c) { return !isGap(c); });
+        std::ranges::transform(letters, letters.begin(), asKnown);
+        if (letters != m_Sent[i].letters)
+            return Failure{"it changed the residues of a sequence"};
+    }
+
+    std::vector<bool> isKept(width, false);
+    for (const auto &row : answered)
+        for (std::size_t col = 0; col < width; ++col)
+            if (!isGap((*row)[col]))
+                isKept[col] = true;
+    Columns columns;
+    columns.count = static_cast<unsigned long>(std::ranges::count(isKept, true));
+    columns.rows.resize(m_RowCount);
+    for (std::size_t i = 0; i < m_Sent.size(); ++i) {
+        std::vector<OccupancyRow::Word> words(columns.count / OccupancyRow::kWordColumns + 1);
+        std::uint64_t place = 0;
+        for (std::size_t col = 0; col < width; ++col) {
+            if (!isKept[col])
+                continue;
+            if (!isGap((*answered[i])[col]))
+                words[place / OccupancyRow::kWordColumns] |= OccupancyRow::Word(1)
+                                                             << place % OccupancyRow::kWordColumns;
+            ++place;
+        }
+        columns.rows[m_Sent[i].index] = OccupancyRow(std::move(words));
+    }
+    return columns;
+}
+
+} // namespace TAMBO::realign
