@@ -80,7 +80,8 @@ Link linkOf(const AlignmentRow &row, unsigned long width)
     row.forEachResidue(0, width, [&](unsigned long, std::uint32_t index) {
         const ResiduePlace place = row.sequence().resolve(index);
         const Structure *structure = structureOf(place.peptide);
-        if (structure == nullptr || (link.structure != nullptr && link.structure != structure))
+        // A model is in no file that another could name.
+        if (structure == nullptr || structure->isModel() || (link.structure != nullptr && link.structure != structure))
             return;
         if (link.structure == nullptr) {
             link.structure = structure;

@@ -6,7 +6,6 @@
 #include "ObjectOperations.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace TAMBO {
@@ -75,16 +74,15 @@ std::string Alignment::GetSequence(unsigned long row, bool withoutGaps) const
     if (row >= height())
         return result;
     const AlignmentRow &line = m_Table->row(row);
-    const std::string_view letters = line.sequence().letters();
     if (withoutGaps)
         result.reserve(line.cells().residues());
     else
         result.assign(m_Width, '-');
-    line.forEachRun(0, m_Width, [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
+    line.forEachResidue(0, m_Width, [&](unsigned long col, std::uint32_t index) {
         if (withoutGaps)
-            result.append(letters, index, count);
+            result.push_back(line.sequence().letter(index));
         else
-            letters.copy(result.data() + col, count, index);
+            result[col] = line.sequence().letter(index);
     });
     return result;
 }

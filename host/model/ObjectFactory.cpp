@@ -115,7 +115,7 @@ Peptide &makeSequence(RowRecord &row, const RowTie &tie)
 
 Structure *ObjectFactory::adopt(StructureRecord &&record)
 {
-    auto made = std::make_unique<Structure>(std::move(record.name), record.models);
+    auto made = std::make_unique<Structure>(std::move(record.name), record.models, record.isModel);
     for (ChainRecord &chain : record.chains) {
         if (!chain.residues.empty())
             made->insertObject(made->objectCount(), std::make_unique<Peptide>(std::move(chain)));

@@ -143,6 +143,13 @@ void ObjectSpace::insertObject(std::size_t index, std::unique_ptr<Compound> obje
     static_cast<void>(object.release());
 }
 
+void ObjectSpace::noteTies(Peptide &sequence)
+{
+    const bool isListed = std::ranges::find(m_Tied, &sequence) != m_Tied.end();
+    if (sequence.Parent() == this && sequence.wasTied() && !isListed)
+        m_Tied.push_back(&sequence);
+}
+
 std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
 {
     if (index >= m_Objects.size())

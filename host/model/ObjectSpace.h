@@ -56,6 +56,8 @@ public:
         return m_Alignments;
     }
     [[nodiscard]] const std::vector<Peptide *> &tiedSequences() const noexcept { return m_Tied; }
+    // The ties of a sequence, here or elsewhere, are others now.
+    void noteTies(Peptide &sequence);
 
 private:
     CompoundState m_State;

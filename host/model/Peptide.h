@@ -8,6 +8,7 @@
 #include "Records.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -90,17 +91,18 @@ public:
     [[nodiscard]] Color ownColor(std::size_t index) const noexcept;
     // Without a colour the residue has that of its type.
     void setColor(std::size_t index, std::optional<Color> color);
-    // Each of the residues by its letter here.
-    void setColors(const ResidueSelection &residues, const LetterColors &colors);
+    // The residues [begin, end), each by its letter here.
+    void setColors(std::size_t begin, std::size_t end, const LetterColors &colors);
 
     [[nodiscard]] bool isSelected(std::size_t index) const noexcept;
     void setSelected(std::size_t index, bool selected);
     // The residues [begin, end).
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
-    void select(const ResidueSelection &residues);
-    // Adds the selected ones of the residues [begin, end).
-    void addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const;
+    // Calls visit(begin, end) for the selected residues among [begin, end), those side by side at
+    // once.
+    using RunVisitor = std::function<void(std::size_t, std::size_t)>;
+    void forEachSelected(std::size_t begin, std::size_t end, const RunVisitor &visit) const;
 
     // ---- Ties
 
@@ -112,6 +114,11 @@ public:
     [[nodiscard]] bool wasTied() const noexcept { return m_Ties != nullptr; }
     // Cuts every tie to the chain; the residues go on with what they keep themselves.
     void untieFrom(const Peptide &chain);
+    // These ties in place of those there are. Each object here or there stands in the tree.
+    void retie(ResidueTies ties);
+    // In ascending order of their residues here.
+    using TieVisitor = std::function<void(const Peptide &chain)>;
+    void forEachTiedChain(const TieVisitor &visit) const;
 
     // ---- Compound
 
@@ -153,7 +160,7 @@ private:
     [[nodiscard]] ColorEdit *openColors();
     // Here, whether tied or not.
     void storeColor(std::size_t index, std::optional<Color> color);
-    void storeColors(const ResidueSelection &residues, const LetterColors &colors);
+    void storeColors(std::size_t begin, std::size_t end, const LetterColors &colors);
     void storeAllColors(const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
     static void growAllRevisions() noexcept;

@@ -13,10 +13,12 @@ namespace TAMBO {
 
 namespace {
 
-// The structure whose chain has the data of a residue, or null.
+// The structure whose chain has the data of a residue, or null. A model is in no file that another
+// could name.
 const Structure *structureOf(const ResiduePlace &place)
 {
-    return dynamic_cast<const Structure *>(place.peptide->Parent());
+    const auto *const structure = dynamic_cast<const Structure *>(place.peptide->Parent());
+    return structure == nullptr || structure->isModel() ? nullptr : structure;
 }
 
 // From the first to the last residue of the row that is in the coordinates.

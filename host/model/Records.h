@@ -53,6 +53,8 @@ struct StructureRecord
 {
     std::string name;
     unsigned long models = 1;
+    // Built by a modelling program, not measured.
+    bool isModel = false;
     std::vector<ChainRecord> chains;
     std::vector<ElementRecord> elements;
     // Things worth a line in the log that did not prevent reading.

@@ -9,8 +9,8 @@
 
 namespace TAMBO {
 
-Structure::Structure(std::string name, unsigned long models)
-    : NamedCompound(std::move(name)), m_ModelCount(models)
+Structure::Structure(std::string name, unsigned long models, bool isModel)
+    : NamedCompound(std::move(name)), m_ModelCount(models), m_IsModel(isModel)
 { }
 
 Structure::~Structure() = default;

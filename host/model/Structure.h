@@ -15,11 +15,13 @@ class Peptide;
 class Structure final : public NamedCompound, public ObjectContainer
 {
 public:
-    explicit Structure(std::string name, unsigned long models = 1);
+    explicit Structure(std::string name, unsigned long models = 1, bool isModel = false);
     ~Structure() override;
 
     // How many models the file has; the first one is loaded.
     [[nodiscard]] unsigned long modelCount() const noexcept { return m_ModelCount; }
+    // Built by a modelling program. A file of an alignment does not name it as a row's structure.
+    [[nodiscard]] bool isModel() const noexcept { return m_IsModel; }
     [[nodiscard]] Peptide *chain(std::size_t index) const noexcept;
 
     std::string TypeName() const override;
@@ -39,6 +41,7 @@ public:
 
 private:
     unsigned long m_ModelCount;
+    bool m_IsModel;
     std::vector<std::unique_ptr<Peptide>> m_Chains;
 };
 

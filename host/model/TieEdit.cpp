@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TieEdit.h"
 
+#include "ObjectSpace.h"
 #include "Peptide.h"
 
 #include <utility>
@@ -17,6 +18,7 @@ std::unique_ptr<Edit> TieEdit::apply()
 {
     auto inverse = std::make_unique<TieEdit>(m_Peptide, std::move(m_Peptide.m_Ties));
     m_Peptide.m_Ties = std::move(m_Ties);
+    ObjectSpace::get().noteTies(m_Peptide);
     Peptide::growAllRevisions();
     return inverse;
 }

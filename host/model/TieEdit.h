@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The ties of a sequence before some were cut.
+// The ties of a sequence before others took their place.
 #pragma once
 
 #include "Edit.h"

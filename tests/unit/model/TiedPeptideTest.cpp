@@ -6,6 +6,7 @@
 #include "DataMaker.h"
 #include "Element.h"
 #include "ObjectOperations.h"
+#include "ResidueTies.h"
 
 #include <gmock/gmock.h>
 
@@ -28,6 +29,29 @@ protected:
     TAMBO::Structure &loaded = structure("1abc", {{"A", "ACDEG"}});
     TAMBO::Peptide &chain = *loaded.chain(0);
     TAMBO::Peptide *row = nullptr;
+};
+
+// Keeps the inverses of one step.
+class HistoryOfOne : public TAMBO::EditRecorder
+{
+public:
+    HistoryOfOne() { TAMBO::setEditRecorder(this); }
+    ~HistoryOfOne() override { TAMBO::setEditRecorder(nullptr); }
+
+    void begin() override { m_Inverses.clear(); }
+    void record(std::unique_ptr<TAMBO::Edit> inverse) override
+    {
+        m_Inverses.push_back(std::move(inverse));
+    }
+    void end() override { }
+    void undo()
+    {
+        for (auto inverse = m_Inverses.rbegin(); inverse != m_Inverses.rend(); ++inverse)
+            *inverse = (*inverse)->apply();
+    }
+
+private:
+    std::vector<std::unique_ptr<TAMBO::Edit>> m_Inverses;
 };
 
 } // namespace
@@ -184,4 +208,37 @@ TEST_F(TiedPeptideTest, TiesToSeveralChainsAreFollowedEach)
     EXPECT_EQ(both.resolve(1), (TAMBO::ResiduePlace{&chain, 1}));
     EXPECT_EQ(both.resolve(2), (TAMBO::ResiduePlace{&both, 2}));
     EXPECT_EQ(both.selectedCount(), 2U);
+}
+
+TEST_F(TiedPeptideTest, NewTiesTakeThePlaceOfTheOldOnesAndAreTakenBack)
+{
+    HistoryOfOne history;
+    TAMBO::Structure &other = structure("2def", {{"L", "GGMA"}});
+    {
+        const Guard guard(Publisher::Update);
+        TAMBO::ResidueTies ties;
+        ties.append({0, 2, 2, other.chain(0)});
+        row->retie(std::move(ties));
+    }
+    EXPECT_EQ(row->resolve(1), (TAMBO::ResiduePlace{other.chain(0), 3}));
+    EXPECT_EQ(row->resolve(2), (TAMBO::ResiduePlace{row, 2}));
+    history.undo();
+    EXPECT_EQ(row->resolve(1), (TAMBO::ResiduePlace{&chain, 0}));
+    EXPECT_EQ(row->resolve(4), (TAMBO::ResiduePlace{&chain, 3}));
+}
+
+TEST_F(TiedPeptideTest, ASequenceTiedLateIsFreedWithItsStructureToo)
+{
+    TAMBO::Peptide &late = static_cast<TAMBO::Peptide &>(
+        space().add(std::make_unique<TAMBO::Peptide>("late", "ACDEG")));
+    TAMBO::ResidueTies ties;
+    ties.append({0, 5, 0, &chain});
+    late.retie(std::move(ties));
+    EXPECT_TRUE(late.residue(0)->Position().isDefined());
+    std::vector<const TAMBO::Peptide *> chains;
+    late.forEachTiedChain([&](const TAMBO::Peptide &tied) { chains.push_back(&tied); });
+    EXPECT_THAT(chains, ElementsAre(&chain));
+    TAMBO::DataMaker::Destroy(&loaded);
+    EXPECT_FALSE(late.hasTies());
+    EXPECT_FALSE(late.residue(0)->Position().isDefined());
 }
