@@ -7,8 +7,11 @@
 #include "FirstPlaces.h"
 #include "HelpViewer.h"
 #include "HistoryPanel.h"
+#include "JobList.h"
+#include "JobStatus.h"
 #include "LoadProgress.h"
 #include "LogPanel.h"
+#include "ModellingTools.h"
 #include "ObjectCommands.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
@@ -221,7 +224,9 @@ void MainWindow::makeHelpMenu()
     menu->addAction(tr("&Contents"), QKeySequence::HelpContents, this,
                     [] { HelpViewer::Show(QString()); });
     menu->addAction(tr("&Plug-ins…"), this, [this] {
-        PluginsDialog(m_Workbench.plugins().loader(), Plugins::directory(), this).exec();
+        PluginsDialog(m_Workbench.plugins().loader(), Plugins::directory(),
+                      ModellingTools(QCoreApplication::applicationDirPath()).stateText(), this)
+            .exec();
     });
     menu->addSeparator();
     QAction *about = menu->addAction(tr("&About"), this, &MainWindow::about);
@@ -249,6 +254,7 @@ void MainWindow::makeToolBar()
 
 void MainWindow::makeStatusBar()
 {
+    statusBar()->addPermanentWidget(new JobStatus(services::JobList::instance()));
     m_Count = new QLabel;
     m_Count->setObjectName(QStringLiteral("ObjectCount"));
     statusBar()->addPermanentWidget(m_Count);

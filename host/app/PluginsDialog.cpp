@@ -42,7 +42,7 @@ QString stateText(PluginState state)
 } // namespace
 
 PluginsDialog::PluginsDialog(const services::PluginLoader &plugins, const QString &directory,
-                             QWidget *parent)
+                             const QString &modelling, QWidget *parent)
     : QDialog(parent)
 {
     setWindowTitle(tr("Plug-ins"));
@@ -68,12 +68,17 @@ PluginsDialog::PluginsDialog(const services::PluginLoader &plugins, const QStrin
                                                        : tr("Plug-ins in %1").arg(directory));
     place->setTextInteractionFlags(Qt::TextSelectableByMouse);
     place->setWordWrap(true);
+    auto *engine = new QLabel(modelling);
+    engine->setObjectName(QStringLiteral("ModellingState"));
+    engine->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    engine->setWordWrap(true);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(list);
     layout->addWidget(place);
+    layout->addWidget(engine);
     layout->addWidget(buttons);
 }
 

@@ -15,7 +15,9 @@ class PluginsDialog : public QDialog
     Q_OBJECT
 
 public:
-    PluginsDialog(const services::PluginLoader &plugins, const QString &directory, QWidget *parent);
+    // modelling says whether models can be built.
+    PluginsDialog(const services::PluginLoader &plugins, const QString &directory,
+                  const QString &modelling, QWidget *parent);
     ~PluginsDialog() override;
 };
 

@@ -4,6 +4,7 @@
 #include "Config.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
+#include "ModellingTools.h"
 #include "Picture.h"
 #include "PrintCommand.h"
 #include "Services.h"
@@ -167,6 +168,7 @@ int runWindows(const CommandLine &line, int argc, char **argv)
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));
     introduce();
+    TAMBO::app::ModellingTools(QCoreApplication::applicationDirPath()).offer();
     return line.mode == CommandLine::Mode::Picture ? runPicture(line) : runWorkbench(line);
 }
 

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QTreeWidget>
 #include <QWidget>
 
@@ -76,7 +77,7 @@ TEST_F(PluginsTest, TheDialogShowsStateAndReasonOfEach)
     write("libBad.so", "no library");
     install("NoWindowPlugin.so", "libGood.so");
     loadAll();
-    const app::PluginsDialog dialog(m_Plugins.loader(), m_Folder.path(), nullptr);
+    const app::PluginsDialog dialog(m_Plugins.loader(), m_Folder.path(), "Modelling?", nullptr);
     const auto *list = dialog.findChild<QTreeWidget *>("PluginList");
     ASSERT_EQ(list->topLevelItemCount(), 2);
     EXPECT_EQ(list->topLevelItem(0)->text(2), "cannot be loaded");
@@ -84,6 +85,7 @@ TEST_F(PluginsTest, TheDialogShowsStateAndReasonOfEach)
     EXPECT_FALSE(list->topLevelItem(0)->text(3).isEmpty());
     EXPECT_EQ(list->topLevelItem(1)->text(0), "Good");
     EXPECT_EQ(list->topLevelItem(1)->text(2), "loaded");
+    EXPECT_EQ(dialog.findChild<QLabel *>("ModellingState")->text(), "Modelling?");
 }
 
 TEST_F(PluginsTest, TheTitleComesFromTheSettings)

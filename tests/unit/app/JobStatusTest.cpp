@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "JobStatus.h"
+
+#include "JobList.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QStatusBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using TAMBO::app::JobStatus;
+using TAMBO::services::JobList;
+
+class JobStatusTest : public testing::Test
+{
+protected:
+    JobStatusTest()
+    {
+        m_Window.statusBar()->addPermanentWidget(m_Status);
+        m_Window.resize(640, 100);
+        m_Window.show();
+    }
+
+    JobList m_Jobs;
+    QMainWindow m_Window;
+    JobStatus *m_Status = new JobStatus(m_Jobs);
+};
+
+} // namespace
+
+TEST_F(JobStatusTest, NothingIsShownWhileNoJobRuns)
+{
+    EXPECT_FALSE(m_Status->isVisible());
+    const auto job = m_Jobs.begin("Kestram");
+    EXPECT_TRUE(m_Status->isVisible());
+    m_Jobs.end(job);
+    EXPECT_FALSE(m_Status->isVisible());
+    EXPECT_EQ(m_Status->text(), QString());
+}
+
+TEST_F(JobStatusTest, TheLastLineStandsBesideNameAndDuration)
+{
+    const auto job = m_Jobs.begin("Kestram");
+    EXPECT_EQ(m_Status->text(), "Kestram 0:00");
+    m_Jobs.say(job, "Modelling loop 3 of 7");
+    EXPECT_TRUE(m_Status->text().endsWith(" – Modelling loop 3 of 7"));
+}
+
+TEST_F(JobStatusTest, TheDurationGoesOnByItself)
+{
+    m_Jobs.begin("Kestram");
+    while (m_Status->text() != "Kestram 0:01")
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+TEST_F(JobStatusTest, OfSeveralJobsTheNewestIsShownWithTheirNumber)
+{
+    const auto first = m_Jobs.begin("Kestram");
+    m_Jobs.begin("Malign");
+    m_Jobs.say(first, "<b>");
+    EXPECT_EQ(m_Status->text(), "2 jobs; Malign 0:00");
+    EXPECT_EQ(m_Status->toolTip(), "Malign 0:00<br>Kestram 0:00 – &lt;b&gt;");
+}
+
+TEST_F(JobStatusTest, ALongLineIsCutAndLeavesRoomForOthers)
+{
+    auto *count = new QLabel("6 structures, 1 alignment, 6 sequences");
+    m_Window.statusBar()->addPermanentWidget(count);
+    m_Jobs.say(m_Jobs.begin("Kestram"), QString(5000, 'x'));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(m_Status->isVisible());
+    EXPECT_LT(m_Status->width(), 450);
+    EXPECT_GE(count->width(), count->sizeHint().width());
+    EXPECT_EQ(m_Window.width(), 640);
+}
+
+TEST_F(JobStatusTest, DurationsReadAsAClock)
+{
+    EXPECT_EQ(JobStatus::durationText(0), "0:00");
+    EXPECT_EQ(JobStatus::durationText(7999), "0:07");
+    EXPECT_EQ(JobStatus::durationText(750'000), "12:30");
+    EXPECT_EQ(JobStatus::durationText(3'723'000), "1:02:03");
+}
