@@ -112,10 +112,14 @@ void Loader::readingEnded(const std::vector<fs::path> &asked, ReadOutcome &outco
         startNext();
 }
 
-LoadReport Loader::openNow(const fs::path &file)
+LoadReport Loader::openNow(const fs::path &file, const Prepare &prepare)
 {
     ReadJob job({file}, loadedStructures());
     ReadOutcome outcome = job.run([](const std::string &, double) { return true; });
+    for (ReadFile &read : outcome.files) {
+        if (prepare && read.file == file)
+            prepare(read.contents);
+    }
     return makeObjects(outcome);
 }
 

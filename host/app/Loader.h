@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -49,8 +50,10 @@ public:
 
     // Returns at once; finished() tells the end.
     void open(std::vector<std::filesystem::path> files);
-    // Reads in the calling thread: for small files whose objects are needed at once.
-    LoadReport openNow(const std::filesystem::path &file);
+    // Reads in the calling thread: for small files whose objects are needed at once. What is read
+    // goes through prepare before objects are made of it.
+    using Prepare = std::function<void(FileContents &)>;
+    LoadReport openNow(const std::filesystem::path &file, const Prepare &prepare = {});
     // Gives up the command under way; nothing of it is loaded.
     void cancel();
     [[nodiscard]] bool isBusy() const noexcept { return m_Thread != nullptr; }

@@ -5,6 +5,7 @@
 #include "Config.h"
 #include "History.h"
 #include "Logger.h"
+#include "ModelReader.h"
 #include "ObjectFacts.h"
 #include "PirFile.h"
 #include "PluginRoutes.h"
@@ -73,7 +74,10 @@ bool Routes::readPdb(const PluginCall &call)
         return false;
     }
     const QByteArray name = QFile::encodeName(QString::fromLatin1(path));
-    const LoadReport report = m_Workbench.loader().openNow(name.toStdString());
+    const std::filesystem::path file = name.toStdString();
+    const bool isModel = isTemporary(QString::fromLatin1(path)) && ModelReader::isModel(file);
+    const LoadReport report = isModel ? ModelReader(m_Workbench.loader(), file).read()
+                                      : m_Workbench.loader().openNow(file);
     return report.failures.empty() && !report.structures.empty();
 }
 
