@@ -5,7 +5,6 @@
 #include "AlignerRun.h"
 #include "Alignment.h"
 #include "AlignmentTable.h"
-#include "ChangeScope.h"
 #include "Config.h"
 #include "DataPoint.h"
 #include "Logger.h"
@@ -73,9 +72,11 @@ bool RealignCommand::run(Alignment &alignment) const
 
 QString RealignCommand::realign(Alignment &alignment) const
 {
-    // Says why in the status line.
-    if (!mayChange(alignment))
+    // A guard that is refused says why in the status line.
+    if (alignment.IsLocked() || ObjectSpace::get().IsLocked()) {
+        const DataPoint<Alignment> refused(nullptr, &alignment);
         return kCancelled;
+    }
     const Alignment::Range range{alignment.range().first,
                                  std::min(alignment.range().second, alignment.width())};
     const RealignedRows rows(alignment, range);
