@@ -98,7 +98,8 @@ void KALMO2::RunKestram()
     m_Output = QString();
     m_Errors = QString();
     m_Process->start(QStringLiteral("kestram"), {"seq.ali", "str.pdb"});
-    if (!m_Process->waitForStarted()) {
+    // Only until the program has taken the place of its starter.
+    if (!m_Process->waitForStarted(-1)) {
         qDebug("Start failed");
         tell(this, QMessageBox::Warning, QStringLiteral("Tambo"),
              QStringLiteral("Failed to start KESTRAM"));

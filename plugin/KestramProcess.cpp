@@ -3,11 +3,15 @@
 
 #include "Logger.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace ZEP {
 
 namespace {
+
+// A program may say a lot; the end of it is enough to find the last line, or what is shown of it.
+constexpr qsizetype kLongestLine = 1000;
 
 // Lives on when the application ends, and with it the programs.
 std::vector<KestramProcess *> &leftBehind()
@@ -27,9 +31,10 @@ void KestramProcess::noteBegin(const QString &title)
 
 void KestramProcess::noteErrors(const QString &errors)
 {
-    const QString text = errors.trimmed();
-    if (!text.isEmpty())
-        RunningJobs::Say(m_Job, text.mid(text.lastIndexOf('\n') + 1));
+    const QStringView text = QStringView(errors).trimmed();
+    const QStringView end = text.last(std::min(text.size(), kLongestLine));
+    if (!end.isEmpty())
+        RunningJobs::Say(m_Job, end.sliced(end.lastIndexOf('\n') + 1).toString().simplified());
 }
 
 void KestramProcess::noteEnd()

@@ -12,7 +12,8 @@ namespace {
 // Callers hand over UTF-8 or, where a program's output is passed on, Latin-1.
 QString decoded(const char *message)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    // Stateless: a character that the end cuts off is an error too.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(message);
     return decoder.hasError() ? QString::fromLatin1(message) : text;
 }

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Engine.h"
+
+#include "ModellingFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+using EngineTest = ModellingFolder;
+
+TEST_F(EngineTest, TheFirstProgramOnTheSearchPathIsTaken)
+{
+    installEngine("exit 0");
+    auto engine = kestram::findEngine();
+    ASSERT_TRUE(engine.has_value());
+    EXPECT_EQ(engine.value(), path() / "bin" / "promod");
+}
+
+TEST_F(EngineTest, AMissingEngineSaysWhatToInstall)
+{
+    removeEngine();
+    const auto missing = kestram::findEngine();
+    ASSERT_FALSE(missing.has_value());
+    EXPECT_THAT(missing.error().message, HasSubstr("ProMod3"));
+    EXPECT_THAT(missing.error().message, HasSubstr("install the package promod3"));
+    write("bin/promod", "no program");
+    EXPECT_FALSE(kestram::findEngine().has_value()) << "a file that cannot be started";
+}
+
+TEST_F(EngineTest, ARunFolderGoesWithItsObject)
+{
+    fs::path folder;
+    {
+        const kestram::RunFolder made;
+        folder = made.path();
+        EXPECT_TRUE(fs::is_directory(folder));
+        EXPECT_EQ(folder.parent_path(), path() / "tmp");
+    }
+    EXPECT_FALSE(fs::exists(folder));
+    setenv("TMPDIR", (path() / "none").c_str(), 1);
+    EXPECT_TRUE(kestram::RunFolder().path().empty());
+}

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The adapter as the editor and scripts start it, with engines that do what the test wants.
+#include "ModellingFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+namespace {
+
+class KestramProgram : public ModellingFolder
+{
+protected:
+    KestramProgram()
+    {
+        write("seq.ali", pir("ACDEFGH", "ACDEFGH"));
+        write("str.pdb", pdb("ACDEFGH"));
+    }
+    // Nothing of the run is left behind.
+    [[nodiscard]] bool isTidy() const { return fs::is_empty(path() / "tmp"); }
+};
+
+constexpr const char *kModel = "printf 'ATOM  the model\\nEND\\n' > model.pdb";
+
+} // namespace
+
+TEST_F(KestramProgram, TheModelIsPrintedAndAllElseGoesToStandardError)
+{
+    installEngine(std::string("echo progress; echo trouble >&2; ") + kModel);
+    const Finished run = kestram();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "ATOM  the model\nEND\n");
+    EXPECT_EQ(run.errors, "progress\ntrouble\n");
+    EXPECT_TRUE(isTidy());
+}
+
+TEST_F(KestramProgram, TheEngineIsCalledInAFolderOfItsOwnWithTheFilesThere)
+{
+    installEngine(std::string("echo \"$@\"; cat alignment.fasta; head -1 template.pdb; "
+                              "case $PWD in */tmp/kestram-*) echo own;; esac; ") +
+                  kModel);
+    const Finished run = kestram();
+    EXPECT_THAT(run.errors, HasSubstr("build-model -f alignment.fasta -p template.pdb -o "
+                                      "model.pdb\n>target\nACDEFGH\n>template.A\nACDEFGH\nATOM "));
+    EXPECT_THAT(run.errors, HasSubstr("own\n"));
+}
+
+TEST_F(KestramProgram, TheWordsOfTheLauncherStandBeforeTheEngine)
+{
+    installEngine(std::string("echo \"MARK is $MARK\"; ") + kModel);
+    const Finished run = kestram("seq.ali str.pdb", "KESTRAM_RUN='env  MARK=1'");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "MARK is 1\n");
+    EXPECT_EQ(kestram("seq.ali str.pdb", "KESTRAM_RUN=' '").errors, "MARK is \n");
+}
+
+TEST_F(KestramProgram, AMissingLauncherIsNamed)
+{
+    installEngine(kModel);
+    const Finished run = kestram("seq.ali str.pdb", "KESTRAM_RUN=/none/at/all");
+    EXPECT_EQ(run.status, 4);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors, "kestram: /none/at/all cannot be started\n");
+}
+
+TEST_F(KestramProgram, RowAndResiduesThatPartAreAnErrorBeforeTheEngineRuns)
+{
+    installEngine(kModel);
+    write("seq.ali", pir("ACWEFGH", "ACDEFGH"));
+    const Finished run = kestram();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    for (const char *part : {"\"known\"", "column 3", "'W'", "ASP 3"})
+        EXPECT_THAT(run.errors, HasSubstr(part));
+}
+
+TEST_F(KestramProgram, AMissingFileIsAnError)
+{
+    installEngine(kModel);
+    const Finished run = kestram("none.ali str.pdb");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("none.ali"));
+}
+
+TEST_F(KestramProgram, AWrongCallPrintsTheUsage)
+{
+    for (const char *arguments : {"", "seq.ali", "seq.ali str.pdb third"}) {
+        const Finished run = kestram(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_THAT(run.errors, HasSubstr("usage: kestram ALIGNMENT STRUCTURE"));
+        EXPECT_EQ(run.output, "");
+    }
+    const Finished help = kestram("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.output, HasSubstr("KESTRAM_RUN"));
+}
+
+TEST_F(KestramProgram, WithoutAnEngineItSaysWhatToInstall)
+{
+    // The shell is needed to start the program, not by the program.
+    const Finished run = kestram("seq.ali str.pdb", "PATH=/none");
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("install the package promod3"));
+}
+
+TEST_F(KestramProgram, AnEngineThatFailsOrDiesGivesNoModel)
+{
+    installEngine("exit 3");
+    Finished run = kestram();
+    EXPECT_EQ(run.status, 4);
+    EXPECT_THAT(run.errors, HasSubstr("promod failed with status 3"));
+    EXPECT_EQ(run.output, "");
+    installEngine("kill -s TERM $$");
+    run = kestram();
+    EXPECT_EQ(run.status, 4);
+    EXPECT_THAT(run.errors, HasSubstr("ended by signal 15"));
+    installEngine("exit 0");
+    run = kestram();
+    EXPECT_EQ(run.status, 4);
+    EXPECT_THAT(run.errors, HasSubstr("gave no model"));
+    EXPECT_TRUE(isTidy());
+}
+
+TEST_F(KestramProgram, WhenItIsEndedTheEngineAndItsChildrenEndToo)
+{
+    // Both hold the pipe open as long as they live.
+    const fs::path alive = path() / "alive";
+    ASSERT_EQ(mkfifo(alive.c_str(), 0600), 0);
+    const int pipe = open(alive.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    fcntl(pipe, F_SETFL, 0);
+    installEngine("exec > '" + alive.string() +
+                  "'; sleep 1000000 & echo up; kill -s TERM \"$(cat '" + (path() / "pid").string() +
+                  "')\"; wait");
+    const Finished run = kestram("", "sh -c 'echo $$ > pid; exec \"$0\" seq.ali str.pdb'");
+    EXPECT_EQ(run.status, 4);
+    EXPECT_THAT(run.errors, HasSubstr("ended by signal 15"));
+    std::string said;
+    char letter = 0;
+    while (::read(pipe, &letter, 1) > 0)
+        said += letter;
+    close(pipe);
+    EXPECT_EQ(said, "up\n");
+    EXPECT_TRUE(isTidy());
+}

@@ -1,0 +1,8 @@
+# The modelling job and the file of its template.
+tambo_test(kalmo_modelling_test QT
+    SOURCES
+        ModellingFixture.cpp ModellingFixture.h
+        ModellingJobTest.cpp
+        ModellingOutputTest.cpp
+        WritePDBTest.cpp
+    LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::formats Tambo::model)
