@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The two languages in which sub-sequences are searched for, on texts alone.
+#include "CellPattern.h"
+#include "TextPattern.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Pairs = std::vector<std::pair<unsigned long, unsigned long>>;
+
+// The columns of each match or of overlapping ones: begin and end.
+Pairs cells(const QString &pattern, const std::string &row)
+{
+    Pairs found;
+    ZEP::CellPattern(pattern).forEachMatch(
+        row, [&](unsigned long begin, unsigned long end) { found.emplace_back(begin, end); });
+    return found;
+}
+
+struct Hits
+{
+    // Begin and length.
+    Pairs pairs;
+    bool isWhole = true;
+
+    friend bool operator==(const Hits &, const Hits &) = default;
+};
+
+Hits hits(const QString &pattern, const std::string &row)
+{
+    Hits found;
+    found.isWhole =
+        ZEP::TextPattern(pattern).forEachMatch(row, [&](unsigned long begin, unsigned long length) {
+            found.pairs.emplace_back(begin, length);
+        });
+    return found;
+}
+
+std::string covered(const QString &pattern, const std::string &row)
+{
+    std::string marks(row.size(), '.');
+    for (const auto &[begin, end] : cells(pattern, row))
+        std::fill(marks.begin() + std::ptrdiff_t(begin), marks.begin() + std::ptrdiff_t(end), '#');
+    return marks;
+}
+
+std::string coveredByTrying(const std::string &pattern, const std::string &row)
+{
+    std::string marks(row.size(), '.');
+    for (std::size_t start = 0; start + pattern.size() <= row.size(); ++start) {
+        std::size_t k = 0;
+        while (k < pattern.size() && (pattern[k] == '.' || pattern[k] == row[start + k]))
+            ++k;
+        if (k == pattern.size())
+            std::fill_n(marks.begin() + std::ptrdiff_t(start), pattern.size(), '#');
+    }
+    return marks;
+}
+
+} // namespace
+
+TEST(CellPattern, APointIsAnyCellAndAHyphenAGap)
+{
+    EXPECT_EQ(cells("C.D", "AC-D"), (Pairs{{1, 4}}));
+    EXPECT_EQ(cells("-D", "AC-D"), (Pairs{{2, 4}}));
+    EXPECT_EQ(cells("-C", "AC-D"), Pairs());
+}
+
+TEST(CellPattern, EveryOtherCharacterIsAResidueOfThatCode)
+{
+    EXPECT_EQ(cells("AC", "AC-D"), (Pairs{{0, 2}}));
+    for (const char *pattern : {"*C", "[AC]", "A?", "a", "\\w", "^A"})
+        EXPECT_EQ(cells(pattern, "AC-D"), Pairs()) << pattern;
+    EXPECT_EQ(cells("*", "A*"), (Pairs{{1, 2}}));
+}
+
+TEST(CellPattern, GapsAreNotSkipped)
+{
+    EXPECT_EQ(cells("C-D", "AC-D"), (Pairs{{1, 4}}));
+    EXPECT_EQ(cells("CD", "AC-D"), Pairs());
+}
+
+TEST(CellPattern, OverlappingMatchesAreAllFound)
+{
+    EXPECT_EQ(cells("AA", "AAA"), (Pairs{{0, 3}}));
+    EXPECT_EQ(cells("ACA", "ACACA-ACA"), (Pairs{{0, 5}, {6, 9}}));
+    EXPECT_EQ(cells("A", "AACA"), (Pairs{{0, 2}, {3, 4}}));
+}
+
+TEST(CellPattern, APatternAsLongAsTheRowHasOnePlaceAndALongerOneNone)
+{
+    EXPECT_EQ(cells("AC-D", "AC-D"), (Pairs{{0, 4}}));
+    EXPECT_EQ(cells("....", "AC-D"), (Pairs{{0, 4}}));
+    EXPECT_EQ(cells(".....", "AC-D"), Pairs());
+    EXPECT_EQ(cells("A", ""), Pairs());
+    EXPECT_EQ(cells("", "A"), Pairs());
+}
+
+TEST(CellPattern, CharactersThatNoResidueHasMatchNothing)
+{
+    EXPECT_EQ(cells(QString(QChar(0x3b1)), "A\xb1"), Pairs());
+    EXPECT_EQ(cells(QString(QChar(0xe4)), "A\xe4"), (Pairs{{1, 2}}));
+}
+
+TEST(CellPattern, PatternsOfAnyLengthMatchAsTryingEachPlaceDoes)
+{
+    std::mt19937 random(5);
+    for (const std::size_t length : {1, 2, 5, 63, 64, 65, 127, 128, 129, 200}) {
+        for (int i = 0; i < 40; ++i) {
+            std::string row;
+            for (int k = 0; k < 400; ++k)
+                row += random() % 40 == 0 ? '-' : 'A';
+            std::string pattern;
+            for (std::size_t k = 0; k < length; ++k)
+                pattern += "A."[random() % 2];
+            EXPECT_EQ(covered(QString::fromStdString(pattern), row), coveredByTrying(pattern, row))
+                << pattern << " in " << row;
+        }
+    }
+}
+
+TEST(TextPattern, PlainTextIsFoundWithoutOverlap)
+{
+    EXPECT_EQ(hits("AA", "AAA"), (Hits{{{0, 2}}}));
+    EXPECT_EQ(hits("AA", "AAAA"), (Hits{{{0, 2}, {2, 2}}}));
+    EXPECT_EQ(hits("C-D", "AC-D"), (Hits{{{1, 3}}}));
+    EXPECT_EQ(hits("CD", "AC-D"), Hits());
+    EXPECT_EQ(hits("c", "AC-D"), Hits());
+    EXPECT_EQ(hits("AC-DE", "AC-D"), Hits());
+}
+
+TEST(TextPattern, ExpressionsAreFoundWithoutOverlap)
+{
+    EXPECT_EQ(hits("C.D", "AC-D"), (Hits{{{1, 3}}}));
+    EXPECT_EQ(hits("C.", "AC-D"), (Hits{{{1, 2}}}));
+    EXPECT_EQ(hits("A?C", "AXC"), (Hits{{{2, 1}}}));
+    EXPECT_EQ(hits("[AC]+", "AC-CA"), (Hits{{{0, 2}, {3, 2}}}));
+    EXPECT_EQ(hits("A.", "AAAA"), (Hits{{{0, 2}, {2, 2}}}));
+    EXPECT_EQ(hits("[ac]", "AC"), Hits());
+}
+
+TEST(TextPattern, AnExpressionFindsWhatPlainTextFinds)
+{
+    for (const char *row : {"", "A", "AC", "ACACAC", "AACC-ACA", "-AC-AC-"})
+        EXPECT_EQ(hits("AC", row), hits("[A]C", row)) << row;
+}
+
+TEST(TextPattern, TheBeginningOfTheRowIsNotThatOfTheSearch)
+{
+    EXPECT_EQ(hits("^A", "AAA"), (Hits{{{0, 1}}}));
+    EXPECT_EQ(hits("A$", "AAA"), (Hits{{{2, 1}}}));
+    EXPECT_EQ(hits("(?<=C)A", "ACACA"), (Hits{{{2, 1}, {4, 1}}}));
+}
+
+TEST(TextPattern, AnEmptyMatchEndsTheSearchOfTheRow)
+{
+    EXPECT_EQ(hits("A*", "AAA"), (Hits{{{0, 3}}, false}));
+    EXPECT_EQ(hits("A*", "CCC"), (Hits{{}, false}));
+    EXPECT_EQ(hits("A*", "AACA"), (Hits{{{0, 2}}, false}));
+    EXPECT_EQ(hits("A*", ""), (Hits{{}, false}));
+    EXPECT_EQ(hits("B|$", "AB"), (Hits{{{1, 1}}, false}));
+}
+
+TEST(TextPattern, AMistakeIsNamedWithItsPosition)
+{
+    EXPECT_EQ(ZEP::TextPattern("A[").error().right(14), " at position 2");
+    EXPECT_FALSE(ZEP::TextPattern("A(").error().isEmpty());
+    EXPECT_EQ(hits("A(", "AAA"), Hits());
+    for (const char *pattern : {"A", "A.", "[AC]D", "}", "]", "A-C"})
+        EXPECT_EQ(ZEP::TextPattern(pattern).error(), "") << pattern;
+}
+
+TEST(TextPattern, LettersBeyondAsciiAreCompared)
+{
+    EXPECT_EQ(hits(QString(QChar(0xe4)), "A\xe4"), (Hits{{{1, 1}}}));
+    EXPECT_EQ(hits(QString(QChar(0x3b1)), "A\xb1"), Hits());
+}
