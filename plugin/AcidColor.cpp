@@ -90,6 +90,7 @@ void AcidColor::populate()
 {
     m_Colors.fill(Qt::white);
     m_Tables.push_back(std::make_unique<Table>(m_Colors));
+    TAMBO_CHECK_PTR(m_Tables.back().get(), "AcidColor", 97);
     m_Method->addItem("White");
     m_Method->setCurrentIndex(0);
 
