@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ModellingInput.h"
 
+#include "AminoAcids.h"
 #include "FileReader.h"
 #include "SequenceMatch.h"
 
@@ -147,6 +148,65 @@ void TemplateMatch::remarkOnMissing() const
     }
 }
 
+// The engine knows the twenty amino acids and no other residue.
+bool isStandard(char letter)
+{
+    return std::string_view("ACDEFGHIKLMNPQRSTVWY").find(letter) != std::string_view::npos;
+}
+
+char standardLetter(char letter)
+{
+    constexpr std::array<std::string_view, 5> kNearest = {"UC", "OK", "BD", "ZE", "JL"};
+    for (const std::string_view pair : kNearest) {
+        if (pair[0] == letter)
+            return pair[1];
+    }
+    return isStandard(letter) ? letter : 'A';
+}
+
+std::string placeText(const std::string &row, std::size_t col)
+{
+    return "row \"" + row + "\", column " + std::to_string(col + 1);
+}
+
+void standardizeTarget(ModellingInput &input)
+{
+    for (std::size_t col = 0; col < input.targetRow.size(); ++col) {
+        char &letter = input.targetRow[col];
+        if (letter == '-' || isStandard(letter))
+            continue;
+        const char instead = standardLetter(letter);
+        input.remarks.push_back(placeText(input.targetName, col) + ": '" + letter +
+                                "' is modelled as '" + instead + "'");
+        letter = instead;
+    }
+}
+
+// A modified residue counts as its parent, an unknown one as alanine. Of their atoms those stay
+// that both have; the engine builds the side chain.
+void standardizeTemplate(ModellingInput &input)
+{
+    constexpr std::array<std::string_view, 5> kCommon = {"N", "CA", "C", "O", "CB"};
+    auto residue = input.residues.begin();
+    for (std::size_t col = 0; col < input.templateRow.size(); ++col) {
+        char &letter = input.templateRow[col];
+        if (letter == '-')
+            continue;
+        ResidueRecord &here = *residue++;
+        letter = standardLetter(isStandard(letter) ? letter : here.letter);
+        const std::string_view name = TAMBO::aminoAcidName(letter);
+        // Selenomethionine the engine knows.
+        if (here.typeName == name || (here.typeName == "MSE" && name == "MET"))
+            continue;
+        input.remarks.push_back(placeText(input.templateName, col) + ": " + shown(here) +
+                                " is used as " + std::string(name));
+        here.typeName = name;
+        std::erase_if(here.atoms, [&](const TAMBO::AtomRecord &atom) {
+            return std::ranges::find(kCommon, atom.name) == kCommon.end();
+        });
+    }
+}
+
 // An engine has no use for columns without a residue.
 void dropEmptyColumns(ModellingInput &input)
 {
@@ -202,6 +262,8 @@ Result<ModellingInput> readInput(const std::filesystem::path &alignment,
         return *failure;
     if (!haveCommonColumn(input))
         return Failure{"row \"" + input.targetName + "\" shares no column with the template"};
+    standardizeTemplate(input);
+    standardizeTarget(input);
     dropEmptyColumns(input);
     return input;
 }

@@ -15,13 +15,14 @@ struct ModellingInput
 {
     std::string templateName;
     std::string targetName;
-    // One character per column, '-' for a gap; of one length. Template residues that the engine
-    // cannot use, for want of coordinates, are gaps.
+    // One character per column: one of the twenty amino acids, or '-' for a gap; of one length.
+    // Template residues that the engine cannot use, for want of coordinates, are gaps.
     std::string templateRow;
     std::string targetRow;
     // Those of the template's letters, in their order, each with a whole backbone.
     std::vector<TAMBO::ResidueRecord> residues;
-    // Template residues that are treated as missing, one sentence for each stretch.
+    // Template residues that are treated as missing, one sentence for each stretch, and residues
+    // that are used as others.
     std::vector<std::string> remarks;
 };
 

@@ -108,8 +108,39 @@ TEST_F(ModellingInputTest, NumbersDoNotMatter)
 
 TEST_F(ModellingInputTest, AnUnknownLetterFitsAnyResidue)
 {
-    EXPECT_TRUE(input("ACXEFGH", "ACDEFGH", "ACDEFGH").has_value());
-    EXPECT_TRUE(input("ACDEFGH", "ACDEFGH", "ACXEFGH").has_value());
+    auto row = input("ACXEFGH", "ACDEFGH", "ACDEFGH");
+    ASSERT_TRUE(row.has_value());
+    EXPECT_EQ(row->templateRow, "ACDEFGH");
+    EXPECT_THAT(row->remarks, IsEmpty());
+    auto residue = input("ACDEFGH", "ACDEFGH", "ACXEFGH");
+    ASSERT_TRUE(residue.has_value());
+    EXPECT_EQ(residue->templateRow, "ACDEFGH");
+    EXPECT_EQ(residue->residues[2].typeName, "ASP");
+    EXPECT_THAT(residue->remarks, ElementsAre("row \"known\", column 3: UNK 3 is used as ASP"));
+}
+
+TEST_F(ModellingInputTest, LettersThatTheEngineDoesNotKnowBecomeTheirNearest)
+{
+    auto result = input("--ACDEFGH", "XUBZJOACD", "ACDEFGH");
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(result->targetRow, "ACDELKACD");
+    ASSERT_EQ(result->remarks.size(), 6U);
+    EXPECT_EQ(result->remarks[0], "row \"wanted\", column 1: 'X' is modelled as 'A'");
+}
+
+TEST_F(ModellingInputTest, OfAModifiedResidueTheAtomsOfItsParentAreUsed)
+{
+    std::string text = pdb("ACDEFGH");
+    const std::string phosphorus = "ATOM     99  P   ASP A   3       7.000   1.000  -2.500\n";
+    text.insert(text.find("ATOM     10"), phosphorus);
+    for (std::size_t at = text.find("ASP"); at != std::string::npos; at = text.find("ASP"))
+        text.replace(at, 3, "SEP");
+    auto result =
+        kestram::readInput(write("seq.ali", pir("ACSEFGH", "ACDEFGH")), write("str.pdb", text));
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(result->residues[2].typeName, "SER");
+    EXPECT_EQ(result->residues[2].atoms.size(), 3U);
+    EXPECT_THAT(result->remarks, ElementsAre("row \"known\", column 3: SEP 3 is used as SER"));
 }
 
 TEST_F(ModellingInputTest, ColumnsOfGapsAreLeftOut)
