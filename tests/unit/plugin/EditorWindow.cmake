@@ -17,3 +17,14 @@ tambo_test(kalmo_window_test QT
         WindowSettingsTest.cpp
         WindowSlotsTest.cpp
     LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::model)
+
+# Printed pages, and what becomes of them.
+tambo_test(kalmo_printing_test QT
+    SOURCES
+        DialogDriver.h
+        PrintingFilesTest.cpp
+        PrintingLayoutTest.cpp
+        PrintingStyleTest.cpp
+    LIBRARIES
+        kalmo_objects Tambo::services Tambo::history Tambo::model Qt6::PrintSupport
+        PkgConfig::POPPLER)
