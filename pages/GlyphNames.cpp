@@ -75,7 +75,10 @@ QByteArray nameOf(const QByteArray &units)
 
 QByteArray next(const QByteArray &units, int offset)
 {
-    return QByteArray::number(units.toInt(nullptr, 16) + offset, 16).rightJustified(4, '0');
+    // Of several units only the last one counts on.
+    const QByteArray last = units.right(4);
+    return units.chopped(last.size()) + QByteArray::number(last.toInt(nullptr, 16) + offset, 16)
+                                            .rightJustified(last.size(), '0');
 }
 
 // Lines "<first> <last> <letter>" and "<first> <last> [<letter> <letter> …]".

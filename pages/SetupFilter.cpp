@@ -39,10 +39,12 @@ qint64 SetupFilter::writeData(const char *data, qint64 size)
     // The mark may come in two parts.
     const qsizetype from = std::max<qsizetype>(0, m_Setup.size() - kEnd.size());
     m_Setup.append(data, size);
-    if (m_Setup.indexOf(kEnd, from) < 0)
+    const qsizetype end = m_Setup.indexOf(kEnd, from);
+    if (end < 0)
         return size;
     m_IsSetupOver = true;
-    handOn(m_Names.applied(m_Setup));
+    handOn(m_Names.applied(m_Setup.first(end)));
+    handOn(m_Setup.sliced(end));
     m_Setup.clear();
     return size;
 }
