@@ -183,7 +183,7 @@ void AlignmentPages::printLegendLine(const QString &text)
 
 unsigned long AlignmentPages::printBlock(int section, unsigned long begin)
 {
-    m_Painter.setPen(Qt::black);
+    m_Pen = Qt::black;
     m_BlockTop = m_PageTop + section * (m_RowLines + kOtherLines) * m_LineHeight;
     m_RowsTop = m_BlockTop + 2 * m_LineHeight;
     // Kept: labels get more room in later blocks than they need, which is not to be seen.
@@ -191,21 +191,22 @@ unsigned long AlignmentPages::printBlock(int section, unsigned long begin)
     printNumbers(begin);
     const unsigned long end =
         std::min(m_Alignment.width(), begin + static_cast<unsigned long>(m_BlockColumns));
-    m_Frames.clear();
     for (unsigned long col = begin; col < end; ++col)
         printColumn(col, static_cast<int>(col - begin));
-    // Behind the last column, so that the fill of the next one leaves a frame whole.
-    m_Painter.setPen(Qt::black);
-    for (const int x : m_Frames)
-        m_Painter.drawRect(x, m_RowsTop, m_CellWidth, m_LineHeight * m_RowLines);
+    m_Batch.paint(m_Painter);
     return end;
+}
+
+void AlignmentPages::write(const QRect &rect, int flags, const QString &text)
+{
+    m_Batch.write(rect, flags, text, m_Pen);
 }
 
 void AlignmentPages::printLabels(int room)
 {
     for (unsigned long row = 0; row < m_RowCount; ++row)
-        m_Painter.drawText(QRect(0, lineOf(row), room, m_LineHeight), kLeft,
-                           m_Labels[static_cast<qsizetype>(row)]);
+        write(QRect(0, lineOf(row), room, m_LineHeight), kLeft,
+              m_Labels[static_cast<qsizetype>(row)]);
 }
 
 void AlignmentPages::printNumbers(unsigned long col)
@@ -213,8 +214,8 @@ void AlignmentPages::printNumbers(unsigned long col)
     for (unsigned long row = 0; row < m_RowCount; ++row) {
         const TAMBO::Compound *cell = m_Alignment.getItem(row, col);
         if (cell != nullptr)
-            m_Painter.drawText(QRect(m_LabelWidth, lineOf(row), m_NumberWidth, m_LineHeight),
-                               kRight, numberOf(*cell));
+            write(QRect(m_LabelWidth, lineOf(row), m_NumberWidth, m_LineHeight), kRight,
+                  numberOf(*cell));
     }
 }
 
@@ -225,17 +226,17 @@ void AlignmentPages::printColumn(unsigned long col, int place)
     if ((place + 1) % kRulerStep == 0)
         printRuler(x, cells);
     if (isConserved(cells)) {
-        m_Painter.setPen(Qt::black);
-        m_Painter.drawText(QRect(x, m_BlockTop + m_LineHeight, m_CellWidth, m_LineHeight), kCentre,
-                           QStringLiteral("*"));
+        m_Pen = Qt::black;
+        write(QRect(x, m_BlockTop + m_LineHeight, m_CellWidth, m_LineHeight), kCentre,
+              QStringLiteral("*"));
     }
     bool isSelected = false;
     for (unsigned long row = 0; row < m_RowCount; ++row) {
         const QRect cell(x, lineOf(row), m_CellWidth, m_LineHeight);
         const TAMBO::Compound *residue = cells[row];
         if (residue == nullptr) {
-            m_Painter.setPen(Qt::lightGray);
-            m_Painter.drawText(cell, kCentre, QStringLiteral("-"));
+            m_Pen = Qt::lightGray;
+            write(cell, kCentre, QStringLiteral("-"));
             continue;
         }
         printResidue(cell, *residue);
@@ -243,16 +244,18 @@ void AlignmentPages::printColumn(unsigned long col, int place)
             printElement(cell.translated(0, m_LineHeight), *residue);
         isSelected = isSelected || residue->IsSelected();
     }
-    if (isSelected)
-        m_Frames.push_back(x);
+    if (isSelected) {
+        m_Pen = Qt::black;
+        m_Batch.frame({x, m_RowsTop, m_CellWidth, m_LineHeight * m_RowLines});
+    }
 }
 
 void AlignmentPages::printRuler(int x, const Cells &cells)
 {
     const TAMBO::Compound *first = cells.front();
-    m_Painter.setPen(Qt::black);
-    m_Painter.drawText(QRect(x - 2 * m_CellWidth, m_BlockTop, 5 * m_CellWidth, m_LineHeight),
-                       kCentre, first == nullptr ? QStringLiteral("|") : numberOf(*first));
+    m_Pen = Qt::black;
+    write(QRect(x - 2 * m_CellWidth, m_BlockTop, 5 * m_CellWidth, m_LineHeight), kCentre,
+          first == nullptr ? QStringLiteral("|") : numberOf(*first));
 }
 
 void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &residue)
@@ -260,20 +263,20 @@ void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &resi
     const QColor color = colorOf(residue);
     switch (m_Options.style) {
     case Fat:
-        m_Painter.fillRect(cell, color);
-        m_Painter.setPen(letterColorOn(color));
+        m_Batch.fill(cell, color);
+        m_Pen = letterColorOn(color);
         break;
     case Slim:
-        m_Painter.setPen(color == QColor(Qt::white) ? QColor(Qt::black) : color);
+        m_Pen = color == QColor(Qt::white) ? QColor(Qt::black) : color;
         break;
     case BlackAndWhite:
-        m_Painter.setPen(Qt::black);
+        m_Pen = Qt::black;
         break;
     default:
         qDebug("Impossible printing style");
         break;
     }
-    m_Painter.drawText(cell, kCentre, textOf(residue.TypeCode()));
+    write(cell, kCentre, textOf(residue.TypeCode()));
 }
 
 void AlignmentPages::printElement(const QRect &cell, const TAMBO::Compound &residue)
@@ -282,8 +285,8 @@ void AlignmentPages::printElement(const QRect &cell, const TAMBO::Compound &resi
     const TAMBO::Compound *element = place == nullptr ? nullptr : place->GetSSE();
     if (element == nullptr)
         return;
-    m_Painter.setPen(Qt::gray);
-    m_Painter.drawText(cell, kCentre, textOf(element->TypeCode()).toLower());
+    m_Pen = Qt::gray;
+    write(cell, kCentre, textOf(element->TypeCode()).toLower());
 }
 
 int AlignmentPages::lineOf(unsigned long row) const noexcept

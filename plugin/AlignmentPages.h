@@ -3,7 +3,9 @@
 #pragma once
 
 #include "Alignment.h"
+#include "PaintBatch.h"
 
+#include <QColor>
 #include <QFont>
 #include <QRect>
 #include <QStringList>
@@ -45,6 +47,7 @@ private:
     void printLegendLine(const QString &text);
     // Paints the columns from begin on, as many as fit, and returns the one behind the last.
     unsigned long printBlock(int section, unsigned long begin);
+    void write(const QRect &rect, int flags, const QString &text);
     void printLabels(int room);
     void printNumbers(unsigned long col);
     // place: how many columns stand before it in the block.
@@ -77,8 +80,9 @@ private:
     int m_PageTop = 0;
     int m_BlockTop = 0;
     int m_RowsTop = 0;
-    // Where the columns of a block begin that hold something selected.
-    std::vector<int> m_Frames;
+    // What the next letter is written with when its style does not say.
+    QColor m_Pen;
+    PaintBatch m_Batch;
 };
 
 } // namespace ZEP

@@ -1,0 +1,371 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The colouring, search and selection commands of an editor window, from the last dialog's answer
+// to the return of the command: history and another window told, the repaint left aside. Each
+// beside the reading of all letters in the same run; the time is the processor's.
+#include "AcidColor.h"
+#include "Alignment.h"
+#include "ConfigStore.h"
+#include "DataMaker.h"
+#include "DataPoint.h"
+#include "History.h"
+#include "KALMO2.h"
+#include "ObjectFactory.h"
+#include "ObjectSpace.h"
+#include "Peptide.h"
+#include "Structure.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QInputDialog>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr int kTimes = 11;
+constexpr const char *kLetters = "ARNDCQEGHILKMFPSTWYV";
+
+[[noreturn]] void fail(const char *what)
+{
+    std::fprintf(stderr, "bench_color: %s\n", what);
+    std::exit(1);
+}
+
+double now()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+double median(std::vector<double> times)
+{
+    std::ranges::sort(times);
+    return times[times.size() / 2];
+}
+
+// Accepts the dialogs that open, and knows when the last one was answered.
+class Answers : public QObject
+{
+public:
+    using Answer = std::function<void(QDialog &)>;
+
+    Answers() { qApp->installEventFilter(this); }
+    void expect(Answer answer) { m_Answers.push_back(std::move(answer)); }
+    [[nodiscard]] double answered() const { return m_Answered; }
+    void start() { m_Answered = now(); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *dialog = qobject_cast<QDialog *>(watched);
+        if (event->type() == QEvent::Show && dialog != nullptr && dialog->isModal())
+            QTimer::singleShot(0, dialog, [this, dialog] {
+                if (m_Answers.empty())
+                    fail("a dialog came unexpectedly");
+                m_Answers.front()(*dialog);
+                m_Answers.pop_front();
+                start();
+                dialog->accept();
+            });
+        return false;
+    }
+
+private:
+    std::deque<Answer> m_Answers;
+    double m_Answered = 0;
+};
+
+Answers::Answer pick(const QColor &color)
+{
+    return
+        [color](QDialog &dialog) { dynamic_cast<QColorDialog &>(dialog).setCurrentColor(color); };
+}
+
+Answers::Answer number(int value)
+{
+    return [value](QDialog &dialog) { dynamic_cast<QInputDialog &>(dialog).setIntValue(value); };
+}
+
+Answers::Answer text(const QString &value)
+{
+    return [value](QDialog &dialog) { dynamic_cast<QInputDialog &>(dialog).setTextValue(value); };
+}
+
+// Runs of 1 to 5 gaps between runs of 1 to 13 residues: 30 of 100 cells. One residue of so many
+// differs from the column's usual one; 1 leaves nothing in common.
+TAMBO::AlignmentRecord makeRecord(unsigned long rows, unsigned long columns, unsigned long oneOf)
+{
+    std::mt19937 random(rows * 31 + columns);
+    std::string usual;
+    for (unsigned long col = 0; col < columns; ++col)
+        usual += kLetters[random() % 20];
+    TAMBO::AlignmentRecord record;
+    record.name = "made";
+    for (unsigned long i = 0; i < rows; ++i) {
+        std::string text;
+        while (text.size() < columns) {
+            text.append(1 + random() % 5, '-');
+            for (unsigned long count = 1 + random() % 13; count > 0; --count)
+                text += random() % oneOf == 0 ? kLetters[random() % 20]
+                                              : usual[std::min(text.size(), columns - 1)];
+        }
+        text.resize(columns);
+        TAMBO::RowRecord &row = record.rows.emplace_back();
+        row.name = "row" + std::to_string(i);
+        row.sequence.append(text);
+    }
+    return record;
+}
+
+// Chains of CA atoms that lie within some Angstrom of each other.
+std::vector<TAMBO::Compound *> makeChains(unsigned long rows, unsigned long columns)
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> apart(-3, 3);
+    std::vector<TAMBO::Compound *> chains;
+    for (unsigned long i = 0; i < rows; ++i) {
+        TAMBO::StructureRecord record;
+        record.name = "made" + std::to_string(i);
+        TAMBO::ChainRecord &chain = record.chains.emplace_back();
+        chain.name = "A";
+        for (unsigned long k = 0; k < columns; ++k) {
+            TAMBO::ResidueRecord &residue = chain.residues.emplace_back();
+            residue.letter = kLetters[random() % 20];
+            residue.number = TAMBO::SequenceNumber(static_cast<long>(k + 1));
+            const auto along = static_cast<float>(k) * 3.8F;
+            for (const char *name : {"N", "CA", "C", "O"})
+                residue.atoms.push_back(
+                    {name, std::string(1, name[0]),
+                     TAMBO::Vertex(along + apart(random), apart(random), apart(random))});
+        }
+        chains.push_back(TAMBO::ObjectFactory::adopt(std::move(record))->Child(0));
+    }
+    return chains;
+}
+
+class ColorBench
+{
+public:
+    ColorBench() { TAMBO::setEditRecorder(&m_History); }
+    ~ColorBench()
+    {
+        m_Window.Populate(nullptr);
+        m_Other.Populate(nullptr);
+        TAMBO::setEditRecorder(nullptr);
+        m_History.clear();
+        TAMBO::ObjectSpace::get().reset();
+    }
+    ColorBench(const ColorBench &) = delete;
+    ColorBench &operator=(const ColorBench &) = delete;
+
+    void makeSequences(unsigned long rows, unsigned long columns, unsigned long oneOf)
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        m_Alignment = TAMBO::ObjectFactory::adopt(makeRecord(rows, columns, oneOf));
+    }
+    void makeStructures(unsigned long rows, unsigned long columns)
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        m_Alignment = TAMBO::DataMaker::makeAlignment("made", makeChains(rows, columns));
+    }
+
+    // Only commands whose names hold the text are run.
+    static void setFilter(std::string text) { s_Filter = std::move(text); }
+
+    void readLetters()
+    {
+        std::vector<double> byColumn;
+        std::vector<double> byCell;
+        unsigned long residues = 0;
+        std::vector<char> letters;
+        for (int i = 0; i < kTimes; ++i) {
+            // A copy has read nothing yet.
+            TAMBO::Alignment &copy = *m_Alignment->duplicate(m_Alignment->height());
+            double start = now();
+            for (unsigned long col = 0; col < copy.width(); ++col) {
+                letters.clear();
+                copy.readColumn(col, letters);
+                residues += letters.empty() ? 0UL : letters.back() != '\0';
+            }
+            byColumn.push_back(now() - start);
+            start = now();
+            for (unsigned long row = 0; row < copy.height(); ++row) {
+                for (unsigned long col = 0; col < copy.width(); ++col)
+                    residues += copy.letterAt(row, col) != '\0';
+            }
+            byCell.push_back(now() - start);
+            TAMBO::DataMaker::Destroy(&copy);
+        }
+        m_ByColumn = median(byColumn);
+        m_ByCell = median(byCell);
+        std::printf("\n%lu x %lu, %lu residues\n", m_Alignment->height(), m_Alignment->width(),
+                    residues / kTimes);
+        std::printf("  %-34s %8.2f ms\n", "all letters, column by column", m_ByColumn);
+        std::printf("  %-34s %8.2f ms\n", "all letters, cell by cell", m_ByCell);
+        std::printf("  %-34s %8s %9s %9s %9s\n", "", "ms", "/ columns", "/ cells", "step, kB");
+    }
+
+    // Runs a command that the expected answers belong to; those depend on how often it has run.
+    void run(const char *what, const char *slot,
+             const std::function<void(Answers &, int)> &expect = {})
+    {
+        measure(what, [&](int time) {
+            if (expect)
+                expect(m_Answers, time);
+            m_Answers.start();
+            if (!QMetaObject::invokeMethod(&m_Window, slot))
+                fail(slot);
+        });
+    }
+    // Swaps two tables, so that every residue changes each time.
+    void colorByProperty()
+    {
+        QColor tables[2][21];
+        for (int i = 0; i < 21; ++i) {
+            tables[0][i] = QColor::fromHsv(i * 17, 90, 255);
+            tables[1][i] = QColor::fromHsv(i * 17, 200, 200);
+        }
+        measure("Color, By Property", [&](int time) {
+            m_Answers.start();
+            m_Window.setColor(tables[time % 2]);
+        });
+    }
+    void select(bool selected)
+    {
+        for (unsigned long row = 0; row < m_Alignment->height(); ++row)
+            m_Alignment->GetSeq(row)->SetSelected(selected);
+    }
+    void selectSome()
+    {
+        select(false);
+        for (unsigned long col = 0; col < m_Alignment->width(); col += 2)
+            m_Alignment->select({col, col + 1}, true);
+    }
+
+private:
+    template <typename Command> void measure(const char *what, const Command &command)
+    {
+        if (std::string(what).find(s_Filter) == std::string::npos)
+            return;
+        std::vector<double> times;
+        std::size_t bytes = 0;
+        for (int i = 0; i < kTimes; ++i) {
+            TAMBO::Alignment &copy = *m_Alignment->duplicate(m_Alignment->height());
+            m_Window.Populate(&copy);
+            m_Other.Populate(&copy);
+            m_History.clear();
+            command(i);
+            times.push_back(now() - m_Answers.answered());
+            bytes = std::max(bytes, m_History.bytes());
+            m_Window.Populate(nullptr);
+            m_Other.Populate(nullptr);
+            m_History.clear();
+            TAMBO::DataMaker::Destroy(&copy);
+            QCoreApplication::processEvents();
+        }
+        const double time = median(times);
+        std::printf("  %-34s %8.2f %9.2f %9.2f %9.1f\n", what, time, time / m_ByColumn,
+                    time / m_ByCell, static_cast<double>(bytes) / 1024);
+        std::fflush(stdout);
+    }
+
+    static std::string s_Filter;
+
+    TAMBO::History m_History;
+    TAMBO::Alignment *m_Alignment = nullptr;
+    ZEP::KALMO2 m_Window;
+    ZEP::KALMO2 m_Other;
+    Answers m_Answers;
+    double m_ByColumn = 0;
+    double m_ByCell = 0;
+};
+
+std::string ColorBench::s_Filter;
+
+const QColor &colorOf(int time)
+{
+    static const QColor colors[] = {Qt::red, Qt::green};
+    return colors[time % 2];
+}
+
+void runAll(ColorBench &bench, unsigned long rows)
+{
+    const auto pickOnly = [](Answers &answers, int time) { answers.expect(pick(colorOf(time))); };
+    const auto pickAndCount = [](int count) {
+        return [count](Answers &answers, int time) {
+            answers.expect(pick(colorOf(time)));
+            answers.expect(number(count));
+        };
+    };
+    const auto search = [](const char *pattern) {
+        return [pattern](Answers &answers, int) {
+            answers.expect(text(QString::fromLatin1(pattern)));
+        };
+    };
+    bench.readLetters();
+    bench.colorByProperty();
+    bench.run("Color, Selected: none", "setColor", pickOnly);
+    bench.selectSome();
+    bench.run("Color, Selected: every second", "setColor", pickOnly);
+    bench.select(true);
+    bench.run("Color, Selected: all", "setColor", pickOnly);
+    bench.select(false);
+    bench.run("Color, Conserved", "colorConserved", pickOnly);
+    bench.run("Color, ConservedN: 0", "colorConservedN", pickAndCount(0));
+    bench.run("Color, ConservedN: half", "colorConservedN", pickAndCount(int(rows / 2)));
+    bench.run("Color, By Distance", "colorDistance");
+    bench.run("Select, ConservedN: 0", "selectConservedN",
+              [](Answers &answers, int) { answers.expect(number(0)); });
+    bench.select(false);
+    bench.run("Select, SubSequence: AC", "selectSubSequence", search("AC"));
+    bench.run("Select, SubSequence: A", "selectSubSequence", search("A"));
+    bench.run("Select, SubSequence: A-?C", "selectSubSequence", search("A-?C"));
+    bench.run("Select, SubSequence: [AC]D", "selectSubSequence", search("[AC]D"));
+    TAMBO::services::ConfigStore::instance().setValue("KALMO2", "SimpleRegExp", "true");
+    bench.run("Select, SubSequence, simple: A.C", "selectSubSequence", search("A.C"));
+    bench.run("Select, SubSequence, simple: ...", "selectSubSequence", search("..."));
+    TAMBO::services::ConfigStore::instance().setValue("KALMO2", "SimpleRegExp", "false");
+    bench.select(false);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir directory;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("TAMBO_USER_DIR", directory.path().toUtf8());
+    // What the editor tells the log is written as in the workbench; the rest is not measured.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    const QApplication application(argc, argv);
+    ColorBench::setFilter(argc > 1 ? argv[1] : "");
+    TAMBO::services::ConfigStore::setInstance(std::make_unique<TAMBO::services::ConfigStore>(
+        QString(), directory.filePath(QStringLiteral("settings.ini"))));
+
+    constexpr unsigned long kRows = 1000;
+    for (const unsigned long oneOf : {1UL, 20UL}) {
+        ColorBench bench;
+        bench.makeSequences(kRows, 2000, oneOf);
+        runAll(bench, kRows);
+    }
+    {
+        ColorBench bench;
+        bench.makeStructures(200, 500);
+        bench.readLetters();
+        bench.run("Color, By Distance: structures", "colorDistance");
+    }
+    TAMBO::services::ConfigStore::setInstance(nullptr);
+}
