@@ -19,7 +19,7 @@ constexpr int kSecond = 1000;
 constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 // In characters: enough for a progress line, and the count of objects beside it stays readable.
-constexpr int kWidest = 44;
+constexpr int kWidest = 52;
 constexpr int kNarrowest = 14;
 
 QString jobText(const JobList::Job &job, const QString &title)
