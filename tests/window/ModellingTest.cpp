@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// From two files to a model, as a user does it with the mouse and the real modelling engine.
+#include "FileReader.h"
+#include "WindowFixture.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/stat.h>
+
+namespace {
+
+constexpr const char *kWorkbench = "Tambo";
+constexpr const char *kEditor = "Alignment Editor";
+// From the window's corner to "Model" in the menu bar, and to the menu's only entry.
+constexpr QPoint kModelMenu(62, 12);
+constexpr QPoint kKestramEntry(75, 33);
+// From the workbench's corner to the first object in the tree, and to the next one.
+constexpr QPoint kFirstObject(100, 90);
+constexpr QPoint kNextObject(0, 23);
+
+class Modelling : public WindowFixture
+{
+protected:
+    // The template's coordinates are there, those of the target are not.
+    QStringList files()
+    {
+        const QString folder = SOURCE_DIR "/examples/";
+        const QString structure = m_Folder.filePath("1A0J_A_superposed.pdb");
+        EXPECT_TRUE(QFile::copy(folder + "1A0J_A_superposed.pdb", structure));
+        TAMBO::Result<TAMBO::FileContents> family =
+            TAMBO::readFile((folder + "serine_proteases.ali").toStdString());
+        const auto &rows = family->alignments.at(0).rows;
+        const auto pir = [](const char *name, const char *title, const TAMBO::RowRecord &row) {
+            return QByteArray(">P1;") + name + '\n' + title + '\n' +
+                   QByteArray::fromStdString(row.sequence.text()) + "*\n";
+        };
+        return {write("elastase.ali",
+                      pir("1A0J_A", "structureX:1A0J_A_superposed.pdb:16:A:245:A::::", rows.at(0)) +
+                          pir("elastase", "sequence:::::::::", rows.at(4))),
+                structure};
+    }
+    void chooseKestram(const QString &editor)
+    {
+        const QPoint corner = m_Screen.geometryOf(editor).topLeft();
+        const QColor ground = m_Screen.picture().pixelColor(corner + kKestramEntry);
+        m_Screen.click(corner + kModelMenu);
+        VirtualScreen::waitUntil([&] {
+            return m_Screen.picture().pixelColor(corner + kKestramEntry) != ground || !isRunning();
+        });
+        m_Screen.click(corner + kKestramEntry);
+    }
+};
+
+} // namespace
+
+TEST_F(Modelling, TwoFilesBecomeAModelThatIsTheTargetsStructure)
+{
+    start(files());
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, "IVGGYECRKNSA");
+    const QPoint target = grid.ground(1, 0);
+    EXPECT_EQ(m_Screen.picture().pixelColor(target), colorOf('I'));
+    chooseKestram(editor);
+    // The box that says that the run is complete.
+    const QString box = window(kWorkbench, 2);
+    m_Screen.pressKey(box, "Return");
+    waitForWindows(kWorkbench, 1);
+
+    TAMBO::Result<TAMBO::FileContents> model =
+        TAMBO::readFile(m_Folder.filePath("user/cache/tmp/model.pdb").toStdString());
+    ASSERT_TRUE(model.has_value());
+    EXPECT_EQ(model->structures.at(0).chains.at(0).residues.size(), 216U);
+
+    // Picking the model in the tree marks the target's row.
+    const QPoint corner = m_Screen.geometryOf(window(kWorkbench)).topLeft();
+    m_Screen.click(corner + kFirstObject + 2 * kNextObject);
+    VirtualScreen::waitUntil(
+        [&] { return m_Screen.picture().pixelColor(target) != colorOf('I') || !isRunning(); });
+    EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 0)), colorOf('I'));
+    m_Screen.pressKey(editor, "ctrl+z");
+    waitForColor(target, colorOf('I'));
+    // Nothing of the user's was changed.
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
+{
+    QDir(m_Folder.path()).mkdir("bin");
+    const QString go = m_Folder.filePath("go");
+    ASSERT_EQ(mkfifo(go.toUtf8().constData(), 0600), 0);
+    const QString program = write("bin/kestram", "#!/bin/sh\n"
+                                                 "trap 'echo signal > \"$NOTES/signal\"' TERM HUP\n"
+                                                 "echo up > \"$NOTES/up\"\n"
+                                                 "read -r _ < \"$NOTES/go\"\n"
+                                                 "echo end > \"$NOTES/end\"\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    QProcessEnvironment environment = m_Program.processEnvironment();
+    environment.insert("PATH", m_Folder.filePath("bin") + ":" + environment.value("PATH"));
+    environment.insert("NOTES", m_Folder.path());
+    environment.insert("KESTRAM", "1");
+    m_Program.setProcessEnvironment(environment);
+
+    start(files());
+    const QString editor = window(kEditor);
+    grid(editor, "IVGGYECRKNSA");
+    chooseKestram(editor);
+    const auto exists = [this](const char *name) {
+        return QFile::exists(m_Folder.filePath(QString::fromLatin1(name)));
+    };
+    VirtualScreen::waitUntil([&] { return exists("up") || !isRunning(); });
+    m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0);
+    EXPECT_FALSE(exists("end"));
+    QFile pipe(go);
+    ASSERT_TRUE(pipe.open(QIODevice::WriteOnly));
+    pipe.write("\n");
+    pipe.close();
+    VirtualScreen::waitUntil([&] { return exists("end"); });
+    EXPECT_FALSE(exists("signal"));
+    EXPECT_FALSE(exists("user/cache/tmp/model.pdb"));
+}
