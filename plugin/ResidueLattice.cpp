@@ -39,9 +39,8 @@ void ResidueLattice::readCells(unsigned long row, unsigned long begin, unsigned 
         if (m_Cells[i].isGap())
             continue;
         const Color color = m_Cells[i].color;
-        out[first + i] = {m_Cells[i].letter, color.isOpaque()
-                                                 ? color.argb()
-                                                 : ResidueItem::shownColor(color).rgb()};
+        out[first + i] = {m_Cells[i].letter,
+                          color.isOpaque() ? color.argb() : ResidueItem::shownColor(color).rgb()};
     }
 }
 
