@@ -36,29 +36,72 @@ CommandLine withFiles(CommandLine line, const char *command)
     return line;
 }
 
-CommandLine parsePrint(const std::vector<std::string> &arguments)
+CommandLine parsePrint(const std::vector<std::string> &words)
 {
-    CommandLine line;
-    if (std::ranges::find(arguments, "--help") != arguments.end()) {
-        line.mode = CommandLine::Mode::Help;
-        return line;
-    }
-    Result<PrintOrder> order = parsePrintOrder({arguments.begin() + 1, arguments.end()});
+    Result<PrintOrder> order = parsePrintOrder(words);
     if (!order)
         return wrong(order.error().message);
+    CommandLine line;
     line.mode = CommandLine::Mode::Print;
     line.print = std::move(order).value();
     return line;
+}
+
+CommandLine parseConvert(const std::vector<std::string> &words)
+{
+    Result<ConvertOrder> order = parseConvertOrder(words);
+    if (!order)
+        return wrong(order.error().message);
+    CommandLine line;
+    line.mode = CommandLine::Mode::Convert;
+    line.convert = std::move(order).value();
+    return line;
+}
+
+CommandLine parseIdentity(const std::vector<std::string> &words)
+{
+    CommandLine line;
+    line.mode = CommandLine::Mode::Identity;
+    bool optionsEnded = false;
+    for (const std::string &word : words) {
+        if (!optionsEnded && word == "--")
+            optionsEnded = true;
+        else if (!optionsEnded && word.size() > 1 && word.front() == '-')
+            return wrong("identity knows no option " + word);
+        else if (word.empty())
+            return wrong("a file name is empty");
+        else
+            line.files.push_back(word);
+    }
+    return line.files.size() == 1 ? line : wrong("identity needs one file");
+}
+
+// The commands whose options are not those of the toolkit.
+using Parse = CommandLine (*)(const std::vector<std::string> &words);
+constexpr std::array<std::pair<std::string_view, Parse>, 3> kCommands = {
+    {{"print", parsePrint}, {"convert", parseConvert}, {"identity", parseIdentity}}};
+
+// The words up to "--" may ask for help.
+bool asksForHelp(const std::vector<std::string> &words)
+{
+    const auto end = std::ranges::find(words, "--");
+    return std::find(words.begin(), end, "--help") != end ||
+           std::find(words.begin(), end, "-h") != end;
 }
 
 } // namespace
 
 CommandLine parseCommandLine(const std::vector<std::string> &arguments)
 {
-    // Its options are not those of the toolkit.
-    if (!arguments.empty() && arguments.front() == "print")
-        return parsePrint(arguments);
     CommandLine line;
+    for (const auto &[command, parse] : kCommands) {
+        if (arguments.empty() || arguments.front() != command)
+            continue;
+        if (!asksForHelp(arguments))
+            return parse({arguments.begin() + 1, arguments.end()});
+        line.mode = CommandLine::Mode::Help;
+        return line;
+    }
     bool optionsEnded = false;
     bool firstWord = true;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -104,21 +147,29 @@ CommandLine parseCommandLine(const std::vector<std::string> &arguments)
 
 std::string usageText()
 {
-    return "Usage: tambo [FILE...]                   open the workbench, and the editor on the "
-           "first\n"
-           "                                         alignment\n"
-           "       tambo --picture PNG FILE...       the same, painted into an image\n"
-           "       tambo info FILE...                one JSON object a line about each file\n"
+    std::string formats;
+    for (const std::string_view name : writeFormatNames())
+        formats += ' ' + std::string(name);
+    return "Usage: tambo [FILE...]               open the workbench, and the editor on the first\n"
+           "                                     alignment\n"
+           "       tambo --picture PNG FILE...   the same, painted into an image\n"
+           "       tambo info FILE...            one JSON object a line about each file\n"
            "       tambo print FILE --style fat|slim|bw --output OUT [--font NAME,SIZE] [--sse]\n"
-           "                                         the pages of the first alignment; OUT ends "
-           "in\n"
-           "                                         .pdf, .ps, .svg or .png\n"
+           "                                     the pages of the first alignment; OUT ends in\n"
+           "                                     .pdf, .ps, .svg or .png\n"
+           "       tambo convert IN OUT [--to FORMAT]\n"
+           "                                     the same in the format that OUT ends in, or in\n"
+           "                                     FORMAT; says what is lost by it\n"
+           "       tambo identity IN             how alike the rows of an alignment are, a line\n"
+           "                                     for each pair\n"
            "       tambo --help | --version\n"
            "\n"
            "Files are structures (PDB, mmCIF) and alignments or sequences, plain or gzipped.\n"
-           "A file called \"info\" or \"print\" is written ./info or ./print. Exit status: 0; 1 "
-           "when a file is bad;\n"
-           "2 when the call is wrong.\n";
+           "A FORMAT is one of" +
+           formats +
+           ".\n"
+           "A file called like a command is written ./info and so on. Exit status: 0; 1 when a\n"
+           "file is bad; 2 when the call is wrong.\n";
 }
 
 } // namespace TAMBO::app

@@ -2,6 +2,7 @@
 // What the user asked for on the command line of `tambo`.
 #pragma once
 
+#include "ConvertOrder.h"
 #include "PrintOrder.h"
 
 #include <string>
@@ -11,13 +12,14 @@ namespace TAMBO::app {
 
 struct CommandLine
 {
-    enum class Mode { Workbench, Picture, Info, Print, Help, Version, Wrong };
+    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Help, Version, Wrong };
 
     Mode mode = Mode::Workbench;
     std::vector<std::string> files;
     // Picture: the image to write.
     std::string picture;
     PrintOrder print;
+    ConvertOrder convert;
     // Wrong: one sentence.
     std::string error;
 };

@@ -158,6 +158,9 @@ void MainWindow::makeFileMenu()
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     menu->addSeparator();
+    m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
+                               &MainWindow::exportPicked);
+    menu->addSeparator();
     m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
                               &MainWindow::closePicked);
     menu->addSeparator();
@@ -288,6 +291,13 @@ void MainWindow::fillRecentMenu()
     clear->setEnabled(!files.isEmpty());
 }
 
+void MainWindow::exportPicked()
+{
+    const QString file = m_Workbench.commands().askExport(m_Tree->pickedObjects());
+    if (!file.isEmpty())
+        say(tr("Exported %1").arg(QFileInfo(file).fileName()));
+}
+
 // The structure of a picked chain is not closed with it.
 void MainWindow::closePicked()
 {
@@ -386,6 +396,7 @@ void MainWindow::commDelete()
 
 void MainWindow::countObjects()
 {
+    m_Export->setEnabled(ObjectCommands::canExport());
     std::size_t structures = 0;
     std::size_t sequences = 0;
     std::size_t alignments = 0;

@@ -61,6 +61,7 @@ private:
     QDockWidget *addDock(const QString &title, const char *name, QWidget *content);
     void fillRecentMenu();
     void askFiles();
+    void exportPicked();
     void closePicked();
     void deletePicked();
     void enableActions();
@@ -74,6 +75,7 @@ private:
     ObjectTreeModel *m_Objects = nullptr;
     ObjectTree *m_Tree = nullptr;
     QAction *m_Open = nullptr;
+    QAction *m_Export = nullptr;
     QAction *m_Close = nullptr;
     QAction *m_Rename = nullptr;
     QAction *m_Delete = nullptr;

@@ -6,12 +6,14 @@
 #include "DataDelete.h"
 #include "DataMaker.h"
 #include "DataPoint.h"
+#include "ExportDialog.h"
 #include "ObjectFacts.h"
 #include "ObjectOperations.h"
 #include "ObjectReferences.h"
 #include "ObjectSources.h"
 #include "PropertiesDialog.h"
 #include "Space.h"
+#include "WritableObject.h"
 
 #include <QColorDialog>
 #include <QCursor>
@@ -43,6 +45,24 @@ void changeEach(const ObjectCommands::Objects &objects, const Change &change)
         if (guard.m_good)
             change(*object);
     }
+}
+
+ObjectCommands::Objects writableObjects()
+{
+    ObjectCommands::Objects objects;
+    for (Compound *object : *Space::instance()) {
+        if (WritableObject::isWritable(*object))
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+// The object itself, or what it is a part of.
+const Compound *writableAt(const Compound *object)
+{
+    while (object != nullptr && !WritableObject::isWritable(*object))
+        object = object->Parent();
+    return object;
 }
 
 } // namespace
@@ -171,6 +191,26 @@ void ObjectCommands::showProperties(const Compound &object) const
     PropertiesDialog(nameText(object), facts, m_DialogParent).exec();
 }
 
+bool ObjectCommands::canExport()
+{
+    return std::ranges::any_of(*Space::instance(), [](const Compound *object) {
+        return WritableObject::isWritable(*object);
+    });
+}
+
+QString ObjectCommands::askExport(const Objects &picked) const
+{
+    const Objects objects = writableObjects();
+    if (objects.empty())
+        return {};
+    const Compound *chosen = nullptr;
+    for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
+        chosen = writableAt(picked[i]);
+    ExportDialog dialog(objects, chosen, m_DialogParent);
+    dialog.exec();
+    return dialog.file();
+}
+
 void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
                               std::vector<Entry> &entries) const
 {
@@ -201,6 +241,8 @@ void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
     add(areLocked ? tr("Un&lock") : tr("&Lock"),
         all([](Compound *object) { return stateOf(*object) != nullptr; }),
         [areLocked](const Objects &chosen) { setLocked(chosen, !areLocked); });
+    add(tr("E&xport…"), isSingle && writableAt(objects.front()) != nullptr,
+        [this](const Objects &chosen) { askExport(chosen); });
     add(tr("&Delete"), all([](const Compound *object) { return isDestroyable(*object); }),
         [](const Objects &chosen) { destroy(chosen); });
     menu.addSeparator();

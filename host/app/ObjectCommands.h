@@ -57,6 +57,10 @@ public:
     void askColor(const Objects &objects) const;
     void askRename(Compound &object) const;
     void showProperties(const Compound &object) const;
+    // Offers all objects that can be written, that of the first one picked chosen. The file that
+    // was written, if any.
+    QString askExport(const Objects &picked) const;
+    [[nodiscard]] static bool canExport();
 
     // Pops up the menu of the objects at the pointer; returns when it is closed and what the user
     // chose is done. Any object may be gone by then.

@@ -7,9 +7,9 @@
 #include "Logger.h"
 #include "ModelReader.h"
 #include "ObjectFacts.h"
-#include "PirFile.h"
 #include "PluginRoutes.h"
 #include "Workbench.h"
+#include "WritableObject.h"
 
 #include <QApplication>
 #include <QFile>
@@ -96,9 +96,10 @@ bool Routes::savePir(const PluginCall &call)
                       Logger::Severity::Error);
         return false;
     }
-    const QString error = writePirFile(request->path, *request->alignment);
-    if (!error.isEmpty()) {
-        Logger::Write(error, Logger::Severity::Error);
+    const WriteOptions pir;
+    const WritableObject object(*request->alignment);
+    if (const std::optional<QString> error = object.write(request->path, pir)) {
+        Logger::Write(*error, Logger::Severity::Error);
         return false;
     }
     // A file that another program is given is gone tomorrow: the user's work is not saved by it.
@@ -106,6 +107,11 @@ bool Routes::savePir(const PluginCall &call)
         m_History.markSaved(*request->alignment);
     Logger::Write(
         QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
+    // Nobody is asked here, so that this is where it shows.
+    if (const QStringList losses = object.losses(pir); !losses.isEmpty())
+        Logger::Write(QFileInfo(request->path).fileName() + QStringLiteral(": ") +
+                          losses.join(u' '),
+                      Logger::Severity::Warning);
     return true;
 }
 

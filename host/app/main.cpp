@@ -2,6 +2,8 @@
 // The program `tambo`: the workbench, or a command that needs no window.
 #include "CommandLine.h"
 #include "Config.h"
+#include "ConvertCommand.h"
+#include "IdentityCommand.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
 #include "ModellingTools.h"
@@ -189,6 +191,10 @@ int main(int argc, char **argv)
         return EXIT_SUCCESS;
     case CommandLine::Mode::Info:
         return TAMBO::app::runInfo(line.files, std::cout, std::cerr);
+    case CommandLine::Mode::Convert:
+        return TAMBO::app::runConvert(line.convert, std::cerr);
+    case CommandLine::Mode::Identity:
+        return TAMBO::app::runIdentity(line.files.front(), std::cout, std::cerr);
     case CommandLine::Mode::Print:
         return runWithoutScreen(line.print, argv);
     case CommandLine::Mode::Workbench:

@@ -1,58 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program as scripts call it: without a display, judged by its output and exit status.
-#include <QFile>
+#include "ProgramFixture.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-struct Finished
+class InfoProgram : public ProgramFixture
 {
-    int status = -1;
-    QByteArray output;
-    QByteArray errors;
-
-    QList<QByteArray> lines() const
-    {
-        QList<QByteArray> lines = output.split('\n');
-        EXPECT_TRUE(lines.isEmpty() || lines.back().isEmpty());
-        lines.removeLast();
-        return lines;
-    }
-};
-
-class InfoProgram : public testing::Test
-{
-protected:
-    Finished run(const QStringList &arguments)
-    {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-            environment.remove(name);
-        environment.insert("TAMBO_USER_DIR", m_Folder.path());
-        process.setProcessEnvironment(environment);
-        process.start(BUILD_DIR "/bin/tambo", arguments);
-        EXPECT_TRUE(process.waitForFinished(-1));
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-        return {process.exitCode(), process.readAllStandardOutput(),
-                process.readAllStandardError()};
-    }
-    static QString data(const QString &name) { return QStringLiteral(TEST_DATA_DIR "/") + name; }
-    QString write(const QString &name, const QByteArray &text)
-    {
-        QFile file(m_Folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(text), text.size());
-        return file.fileName();
-    }
-
-    QTemporaryDir m_Folder;
 };
 
 TEST_F(InfoProgram, AnAlignmentIsDescribedOnOneLine)

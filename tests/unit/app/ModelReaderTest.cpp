@@ -10,10 +10,10 @@
 #include "Element.h"
 #include "LogBook.h"
 #include "ObjectOperations.h"
-#include "PirFile.h"
 #include "PluginManager.h"
 #include "UndoCommands.h"
 #include "Workbench.h"
+#include "WritableObject.h"
 
 #include <QDir>
 #include <QFile>
@@ -331,10 +331,16 @@ TEST_F(ModelReaderTest, AnEmptyModelIsOneLineInTheLogAndNoObject)
 TEST_F(ModelReaderTest, AFileOfTheAlignmentDoesNotNameTheModel)
 {
     Alignment &shown = family();
-    const std::string before = app::pirText(shown);
+    const auto written = [&] {
+        QFile file(m_Folder.filePath("written.ali"));
+        EXPECT_EQ(app::WritableObject(shown).write(file.fileName(), {}), std::nullopt);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QByteArray before = written();
     job();
     ASSERT_TRUE(read());
-    EXPECT_EQ(app::pirText(shown), before);
+    EXPECT_EQ(written(), before);
 }
 
 TEST_F(ModelReaderTest, WhatIsSavedForAJobIsNotSavedForTheUser)

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WritableObject.h"
+
+#include "Alignment.h"
+#include "FileWriter.h"
+#include "RecordMaker.h"
+#include "Structure.h"
+#include "StructureRecordMaker.h"
+
+#include <QFile>
+
+#include <filesystem>
+
+namespace TAMBO::app {
+
+namespace {
+
+std::variant<AlignmentRecord, StructureRecord> recordOf(const Compound &object)
+{
+    if (const auto *const structure = dynamic_cast<const Structure *>(&object))
+        return makeRecord(*structure);
+    return makeRecord(dynamic_cast<const Alignment &>(object));
+}
+
+std::optional<Failure> writeRecord(const std::filesystem::path &path,
+                                   const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    return writeFile(path, std::span(&alignment, 1), options);
+}
+
+std::optional<Failure> writeRecord(const std::filesystem::path &path,
+                                   const StructureRecord &structure, const WriteOptions &options)
+{
+    return writeFile(path, structure, options);
+}
+
+} // namespace
+
+WritableObject::WritableObject(const Compound &object) : m_Record(recordOf(object)) { }
+
+bool WritableObject::isWritable(const Compound &object)
+{
+    return dynamic_cast<const Alignment *>(&object) != nullptr ||
+           dynamic_cast<const Structure *>(&object) != nullptr;
+}
+
+std::vector<WriteFormat> WritableObject::formats() const
+{
+    if (std::holds_alternative<StructureRecord>(m_Record))
+        return {WriteFormat::Pdb, WriteFormat::Mmcif};
+    return {WriteFormat::Pir, WriteFormat::Fasta,  WriteFormat::Clustal, WriteFormat::Stockholm,
+            WriteFormat::Msf, WriteFormat::Phylip, WriteFormat::A2m,     WriteFormat::A3m};
+}
+
+std::optional<QString> WritableObject::obstacle(const WriteOptions &options) const
+{
+    const std::optional<std::string> found =
+        std::visit([&](const auto &record) { return obstacleTo(record, options); }, m_Record);
+    return found ? std::optional(QString::fromStdString(*found)) : std::nullopt;
+}
+
+QStringList WritableObject::losses(const WriteOptions &options) const
+{
+    QStringList sentences;
+    for (const std::string &sentence :
+         std::visit([&](const auto &record) { return lossesOf(record, options); }, m_Record))
+        sentences << QString::fromStdString(sentence);
+    return sentences;
+}
+
+std::optional<QString> WritableObject::write(const QString &path, const WriteOptions &options) const
+{
+    const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    const std::optional<Failure> failure = std::visit(
+        [&](const auto &record) { return writeRecord(file, record, options); }, m_Record);
+    return failure ? std::optional(QString::fromStdString(failure->message)) : std::nullopt;
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A loaded alignment or structure as plain values, ready to be written as a file.
+#pragma once
+
+#include "Records.h"
+#include "WriteFormat.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace TAMBO {
+class Compound;
+}
+
+namespace TAMBO::app {
+
+class WritableObject
+{
+public:
+    // An alignment or a structure.
+    explicit WritableObject(const Compound &object);
+    [[nodiscard]] static bool isWritable(const Compound &object);
+
+    // The first one is the usual one.
+    [[nodiscard]] std::vector<WriteFormat> formats() const;
+    // Why the format cannot hold the object.
+    [[nodiscard]] std::optional<QString> obstacle(const WriteOptions &options) const;
+    // What the format loses or changes, one sentence each.
+    [[nodiscard]] QStringList losses(const WriteOptions &options) const;
+    // The old file is replaced only by a complete new one that reads back the same. Nothing, or one
+    // sentence that names the file and says why not.
+    [[nodiscard]] std::optional<QString> write(const QString &path,
+                                               const WriteOptions &options) const;
+
+private:
+    std::variant<AlignmentRecord, StructureRecord> m_Record;
+};
+
+} // namespace TAMBO::app

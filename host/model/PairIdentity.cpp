@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PairIdentity.h"
+
+#include <bit>
+#include <cstring>
+#include <limits>
+
+namespace TAMBO {
+
+namespace {
+
+constexpr std::uint64_t kWordColumns = 64;
+
+// How many characters of two texts of that many bytes, a multiple of eight, are the same.
+std::uint64_t countEqual(const char *first, const char *second, std::size_t size) noexcept
+{
+    constexpr std::uint64_t low = 0x7f7f7f7f7f7f7f7f;
+    std::uint64_t count = 0;
+    for (std::size_t i = 0; i < size; i += sizeof(std::uint64_t)) {
+        std::uint64_t a = 0;
+        std::uint64_t b = 0;
+        std::memcpy(&a, first + i, sizeof(a));
+        std::memcpy(&b, second + i, sizeof(b));
+        // Bytes that are the same become zero, and of these alone the highest bit is set then.
+        const std::uint64_t unequal = a ^ b;
+        count += static_cast<unsigned>(std::popcount(~(((unequal & low) + low) | unequal | low)));
+    }
+    return count;
+}
+
+} // namespace
+
+PairIdentities::PairIdentities(const AlignmentRecord &alignment) : m_Alignment(alignment)
+{
+    m_Texts.reserve(alignment.rows.size());
+    for (const RowRecord &row : alignment.rows) {
+        std::string &text = m_Texts.emplace_back(row.sequence.text());
+        text.resize((text.size() + 7) / 8 * 8, '-');
+    }
+}
+
+PairIdentity PairIdentities::compare(std::size_t first, std::size_t second) const
+{
+    const GappedSequence &a = m_Alignment.rows[first].sequence;
+    const GappedSequence &b = m_Alignment.rows[second].sequence;
+    constexpr std::uint64_t none = std::numeric_limits<std::uint64_t>::max();
+    PairIdentity result;
+    result.firstLength = a.letters.size();
+    result.secondLength = b.letters.size();
+    std::uint64_t firstBoth = none;
+    std::uint64_t lastBoth = 0;
+    std::uint64_t both = 0;
+    for (std::size_t i = 0; i < a.occupancy.size(); ++i) {
+        result.hangs += static_cast<unsigned>(std::popcount(a.occupancy[i] | b.occupancy[i]));
+        const std::uint64_t shared = a.occupancy[i] & b.occupancy[i];
+        if (shared == 0)
+            continue;
+        both += static_cast<unsigned>(std::popcount(shared));
+        if (firstBoth == none)
+            firstBoth = i * kWordColumns + static_cast<unsigned>(std::countr_zero(shared));
+        lastBoth = i * kWordColumns + 63 - static_cast<unsigned>(std::countl_zero(shared));
+    }
+    // Without a column that both have, the overlap is the first column of all.
+    if (firstBoth == none)
+        firstBoth = 0;
+    for (std::size_t i = firstBoth / kWordColumns;
+         i < a.occupancy.size() && i * kWordColumns <= lastBoth; ++i) {
+        std::uint64_t either = a.occupancy[i] | b.occupancy[i];
+        const std::uint64_t begin = i * kWordColumns;
+        if (firstBoth > begin)
+            either &= ~std::uint64_t{0} << (firstBoth - begin);
+        if (lastBoth < begin + 63)
+            either &= (std::uint64_t{2} << (lastBoth - begin)) - 1;
+        result.overlap += static_cast<unsigned>(std::popcount(either));
+    }
+    const std::string &text = m_Texts[first];
+    // Gaps in both rows look the same too.
+    result.identical =
+        countEqual(text.data(), m_Texts[second].data(), text.size()) - (text.size() - result.hangs);
+    result.different = both - result.identical;
+    return result;
+}
+
+} // namespace TAMBO

@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The export dialog: what it offers, that its losses follow every choice, and what it writes.
+#include "ExportDialog.h"
+
+#include "AppFixture.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
+#include "ObjectCommands.h"
+#include "ObjectSources.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+
+namespace {
+
+using namespace TAMBO;
+using app::ExportDialog;
+
+class ExportDialogTest : public AppFixture
+{
+protected:
+    template <typename Widget> static Widget &control(const QWidget &dialog, const char *name)
+    {
+        auto *found = dialog.findChild<Widget *>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    static void choose(const QWidget &dialog, const char *name, const QString &text)
+    {
+        auto &box = control<QComboBox>(dialog, name);
+        const int index = box.findText(text, Qt::MatchStartsWith);
+        EXPECT_GE(index, 0) << text.toStdString();
+        box.setCurrentIndex(index);
+    }
+    static QStringList losses(const QWidget &dialog)
+    {
+        QStringList texts;
+        const auto &list = control<QListWidget>(dialog, "Losses");
+        for (int row = 0; row < list.count(); ++row)
+            texts << list.item(row)->text();
+        return texts;
+    }
+    static QString label(const QWidget &dialog)
+    {
+        return control<QLabel>(dialog, "LossesLabel").text();
+    }
+    static QStringList texts(const QComboBox &box)
+    {
+        QStringList all;
+        for (int index = 0; index < box.count(); ++index)
+            all << box.itemText(index);
+        return all;
+    }
+    // Calls answer with the next modal dialog of the kind once it is open.
+    template <typename Dialog, typename Answer> static void answering(const Answer &answer)
+    {
+        QTimer::singleShot(1, qApp, [answer] {
+            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget()))
+                answer(*dialog);
+            else
+                answering<Dialog>(answer);
+        });
+    }
+    // Types a name, whole or without its folder, and presses Save.
+    static void save(QFileDialog &dialog, const QString &name)
+    {
+        control<QLineEdit>(dialog, "fileNameEdit").setText(name);
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    }
+    static QByteArray read(const QString &file)
+    {
+        QFile opened(file);
+        EXPECT_TRUE(opened.open(QIODevice::ReadOnly)) << file.toStdString();
+        return opened.readAll();
+    }
+};
+
+TEST_F(ExportDialogTest, EveryObjectThatCanBeWrittenIsOffered)
+{
+    Alignment &family = alignment("family", {"AC", "A-"});
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    const ExportDialog dialog({&family, &structure}, &structure, nullptr);
+    EXPECT_EQ(texts(control<QComboBox>(dialog, "Object")).size(), 2);
+    EXPECT_TRUE(control<QComboBox>(dialog, "Object").currentText().startsWith("1abc"));
+    EXPECT_EQ(texts(control<QComboBox>(dialog, "Format")), (QStringList{"PDB", "mmCIF"}));
+    choose(dialog, "Object", "family");
+    EXPECT_EQ(texts(control<QComboBox>(dialog, "Format")),
+              (QStringList{"PIR", "FASTA", "Clustal", "Stockholm", "MSF", "PHYLIP", "A2M", "A3M"}));
+}
+
+TEST_F(ExportDialogTest, LossesFollowTheFormatAndItsOptions)
+{
+    Alignment &family = alignment("a long name ", {"AC", "A-"});
+    const ExportDialog dialog({&family}, nullptr, nullptr);
+    EXPECT_EQ(losses(dialog), QStringList());
+    EXPECT_EQ(label(dialog), "Nothing is lost in this format.");
+    choose(dialog, "Format", "Clustal");
+    EXPECT_EQ(losses(dialog),
+              QStringList("2 of 2 names have characters that a Clustal file cannot hold there: \"a "
+                          "long name 1\" becomes \"a_long_name_1\"."));
+    EXPECT_EQ(label(dialog), "This is lost or changed in this format:");
+    choose(dialog, "Format", "PHYLIP");
+    EXPECT_EQ(losses(dialog).size(), 2);
+    choose(dialog, "Names", "any length");
+    EXPECT_EQ(losses(dialog).size(), 1);
+    choose(dialog, "Format", "PIR");
+    EXPECT_EQ(losses(dialog), QStringList());
+}
+
+TEST_F(ExportDialogTest, OnlyOptionsThatTheFormatHasAreShown)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    ExportDialog dialog({&family}, nullptr, nullptr);
+    const auto shown = [&] {
+        QStringList names;
+        for (const char *name : {"LineLength", "Names", "Layout"})
+            if (control<QWidget>(dialog, name).isVisibleTo(&dialog))
+                names << name;
+        return names;
+    };
+    EXPECT_EQ(shown(), QStringList("LineLength"));
+    choose(dialog, "Format", "PHYLIP");
+    EXPECT_EQ(shown(), (QStringList{"LineLength", "Names", "Layout"}));
+    choose(dialog, "Layout", "one row");
+    EXPECT_EQ(shown(), (QStringList{"Names", "Layout"}));
+    choose(dialog, "Format", "Stockholm");
+    EXPECT_EQ(shown(), QStringList());
+    choose(dialog, "Format", "MSF");
+    EXPECT_EQ(shown(), QStringList());
+}
+
+TEST_F(ExportDialogTest, OptionsAreThoseThatAreSeen)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    const ExportDialog dialog({&family}, nullptr, nullptr);
+    EXPECT_EQ(dialog.options(), WriteOptions());
+    control<QSpinBox>(dialog, "LineLength").setValue(80);
+    EXPECT_EQ(dialog.options().lineLength, 80U);
+    choose(dialog, "Format", "PHYLIP");
+    choose(dialog, "Names", "any length");
+    EXPECT_EQ(dialog.options(), (WriteOptions{WriteFormat::Phylip, 80, true, false}));
+    choose(dialog, "Layout", "one row");
+    EXPECT_EQ(dialog.options(), (WriteOptions{WriteFormat::Phylip, 0, true, true}));
+    choose(dialog, "Format", "MSF");
+    EXPECT_EQ(dialog.options(), WriteOptions{WriteFormat::Msf});
+}
+
+TEST_F(ExportDialogTest, TheFormatStaysWhenAnotherObjectIsChosen)
+{
+    Alignment &one = alignment("one", {"AC"});
+    Alignment &two = alignment("two", {"AC"});
+    const ExportDialog dialog({&one, &two}, &one, nullptr);
+    choose(dialog, "Format", "MSF");
+    choose(dialog, "Object", "two");
+    EXPECT_EQ(dialog.options().format, WriteFormat::Msf);
+}
+
+TEST_F(ExportDialogTest, WhatCannotBeWrittenIsNotWritten)
+{
+    Structure &structure = this->structure("1abc", "LONG", "AC");
+    const ExportDialog dialog({&structure}, nullptr, nullptr);
+    EXPECT_EQ(label(dialog), "This cannot be written:");
+    EXPECT_EQ(losses(dialog).size(), 1);
+    EXPECT_FALSE(control<QPushButton>(dialog, "Write").isEnabled());
+}
+
+TEST_F(ExportDialogTest, AnObjectThatIsGoneCannotBeWritten)
+{
+    Alignment &one = alignment("one", {"AC"});
+    Alignment &two = alignment("two", {"AC"});
+    const ExportDialog dialog({&one, &two}, &one, nullptr);
+    {
+        const DataDelete<Space> guard(nullptr, Space::instance());
+        DataMaker::Destroy(&two);
+    }
+    choose(dialog, "Object", "two");
+    EXPECT_EQ(losses(dialog), QStringList("It is not loaded any more."));
+    EXPECT_FALSE(control<QPushButton>(dialog, "Write").isEnabled());
+    choose(dialog, "Object", "one");
+    EXPECT_TRUE(control<QPushButton>(dialog, "Write").isEnabled());
+}
+
+TEST_F(ExportDialogTest, TheFileIsWrittenUnderTheNameThatIsAskedFor)
+{
+    Alignment &family = alignment("fam/ily", {"AC", "A-"});
+    QString suggested;
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        choose(dialog, "Format", "FASTA");
+        answering<QFileDialog>([&](QFileDialog &files) {
+            suggested = control<QLineEdit>(files, "fileNameEdit").text();
+            save(files, m_Folder.filePath("exported"));
+        });
+        control<QPushButton>(dialog, "Write").click();
+    });
+    const app::ObjectSources sources;
+    const QString file = app::ObjectCommands(sources).askExport({&family});
+    EXPECT_EQ(suggested, "fam_ily.fasta");
+    EXPECT_EQ(file, m_Folder.filePath("exported.fasta"));
+    EXPECT_EQ(read(file), ">fam/ily1\nAC\n>fam/ily2\nA-\n");
+}
+
+TEST_F(ExportDialogTest, CompressedFilesAreOfferedAsAKindOfTheirOwn)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    QStringList filters;
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        choose(dialog, "Format", "A2M");
+        answering<QFileDialog>([&](QFileDialog &files) {
+            filters = files.nameFilters();
+            files.selectNameFilter(filters[1]);
+            emit files.filterSelected(filters[1]);
+            save(files, m_Folder.filePath("exported"));
+        });
+        control<QPushButton>(dialog, "Write").click();
+    });
+    const app::ObjectSources sources;
+    const QString file = app::ObjectCommands(sources).askExport({&family});
+    EXPECT_EQ(filters, (QStringList{"A2M (*.a2m)", "A2M, compressed (*.a2m.gz)"}));
+    EXPECT_EQ(file, m_Folder.filePath("exported.a2m.gz"));
+    EXPECT_TRUE(read(file).startsWith("\x1f\x8b"));
+}
+
+TEST_F(ExportDialogTest, AFailureIsShownAndTheDialogStays)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    const QString full = m_Folder.filePath("full.ali");
+    ASSERT_TRUE(QFile::link("/dev/full", full));
+    QString message;
+    bool stayed = false;
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        answering<QFileDialog>([&](QFileDialog &files) {
+            save(files, full);
+            answering<QMessageBox>([&](QMessageBox &box) {
+                message = box.text();
+                box.accept();
+            });
+        });
+        control<QPushButton>(dialog, "Write").click();
+        stayed = dialog.isVisible();
+        dialog.reject();
+    });
+    const app::ObjectSources sources;
+    EXPECT_EQ(app::ObjectCommands(sources).askExport({&family}), QString());
+    EXPECT_EQ(message, "full.ali: cannot be written: No space left on device");
+    EXPECT_TRUE(stayed);
+}
+
+TEST_F(ExportDialogTest, NoNameWritesNothing)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        answering<QFileDialog>([](QFileDialog &files) { files.reject(); });
+        control<QPushButton>(dialog, "Write").click();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    const app::ObjectSources sources;
+    EXPECT_EQ(app::ObjectCommands(sources).askExport({&family}), QString());
+}
+
+TEST_F(ExportDialogTest, TheStructureOfAPickedResidueIsChosen)
+{
+    alignment("family", {"AC", "A-"});
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    QString chosen;
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        chosen = control<QComboBox>(dialog, "Object").currentText();
+        dialog.reject();
+    });
+    const app::ObjectSources sources;
+    static_cast<void>(app::ObjectCommands(sources).askExport({structure.chain(0)->residue(1)}));
+    EXPECT_TRUE(chosen.startsWith("1abc")) << chosen.toStdString();
+}
+
+TEST_F(ExportDialogTest, WithNothingToWriteNothingIsAsked)
+{
+    sequence("x", "AC");
+    EXPECT_FALSE(app::ObjectCommands::canExport());
+    const app::ObjectSources sources;
+    EXPECT_EQ(app::ObjectCommands(sources).askExport({}), QString());
+    alignment("y", {"AC"});
+    EXPECT_TRUE(app::ObjectCommands::canExport());
+}
+
+} // namespace
