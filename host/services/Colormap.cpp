@@ -15,30 +15,30 @@ namespace {
 
 constexpr Color kNoValue(0xffffffU);
 
-// Light enough for letters to be read on it.
-std::vector<ColorStop> greyStops()
+// Light enough for black letters.
+ColormapContents greyMap()
 {
-    return {{0, 112, 112, 112}, {1, 232, 232, 232}};
+    return {{{0, 136, 136, 136}, {1, 236, 236, 236}}};
 }
 
-std::vector<ColorStop> readStops(const std::string &file)
+ColormapContents readMap(const std::string &file)
 {
     // No name is no mistake: nobody has chosen a map.
     if (file.empty())
-        return greyStops();
-    const TAMBO::Result<std::vector<ColorStop>> stops = ColormapFile::read(file);
-    if (stops)
-        return stops.value();
+        return greyMap();
+    const TAMBO::Result<ColormapContents> map = ColormapFile::read(file);
+    if (map)
+        return map.value();
     Logger::Write(QStringLiteral("Gray is used instead of a color map: %1")
-                      .arg(QString::fromStdString(stops.error().message)),
+                      .arg(QString::fromStdString(map.error().message)),
                   Logger::Severity::Warning);
-    return greyStops();
+    return greyMap();
 }
 
 } // namespace
 
 Colormap::Colormap(const std::string &file, int steps, const std::string &name)
-    : m_Colors(ColormapFile::interpolate(readStops(file), steps)), m_Name(name)
+    : m_Colors(ColormapFile::interpolate(readMap(file), steps)), m_Name(name)
 { }
 
 void Colormap::setMinMax(float minimum, float maximum)

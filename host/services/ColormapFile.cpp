@@ -19,6 +19,9 @@ namespace TAMBO::services {
 namespace {
 
 constexpr double kFullColor = 255;
+// Their differences are numbers still.
+constexpr double kFarthest = 1e100;
+constexpr std::string_view kClasses = "classes";
 
 std::vector<QString> mapDirectories()
 {
@@ -31,6 +34,14 @@ bool isColorPart(double part)
     return part >= 0 && part <= kFullColor;
 }
 
+std::string trimmed(const std::string &line)
+{
+    const auto first = line.find_first_not_of(" \t\r");
+    if (first == std::string::npos)
+        return {};
+    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
+}
+
 std::optional<ColorStop> parseStop(const std::string &line)
 {
     std::istringstream fields(line);
@@ -39,7 +50,7 @@ std::optional<ColorStop> parseStop(const std::string &line)
     std::string rest;
     if (!(fields >> stop.position >> stop.red >> stop.green >> stop.blue) || fields >> rest)
         return {};
-    const bool good = std::isfinite(stop.position) && isColorPart(stop.red) &&
+    const bool good = std::abs(stop.position) <= kFarthest && isColorPart(stop.red) &&
                       isColorPart(stop.green) && isColorPart(stop.blue);
     return good ? std::optional(stop) : std::nullopt;
 }
@@ -55,31 +66,38 @@ Color mixed(const ColorStop &low, const ColorStop &high, double share)
 
 } // namespace
 
-Result<std::vector<ColorStop>> ColormapFile::parse(std::string_view text,
-                                                   const std::string &fileName)
+Result<ColormapContents> ColormapFile::parse(std::string_view text, const std::string &fileName)
 {
+    // As some editors begin a text.
+    if (text.starts_with("\xef\xbb\xbf"))
+        text.remove_prefix(3);
     std::istringstream lines{std::string(text)};
-    std::vector<ColorStop> stops;
+    ColormapContents map;
     std::string line;
     for (unsigned long number = 1; std::getline(lines, line); ++number) {
         line.erase(std::min(line.find('#'), line.size()));
-        if (line.find_first_not_of(" \t\r") == std::string::npos)
+        line = trimmed(line);
+        if (line.empty())
             continue;
-        const std::optional<ColorStop> stop = parseStop(line);
         const std::string place = fileName + ":" + std::to_string(number) + ": ";
+        if (line == kClasses) {
+            map.isBlended = false;
+            continue;
+        }
+        const std::optional<ColorStop> stop = parseStop(line);
         if (!stop)
             return Failure{place + "expected a position and three numbers from 0 to 255"};
-        if (!stops.empty() && stop->position <= stops.back().position)
+        if (!map.stops.empty() && stop->position <= map.stops.back().position)
             return Failure{place + "positions must ascend"};
-        stops.push_back(*stop);
+        map.stops.push_back(*stop);
     }
-    if (stops.size() < 2)
+    if (map.stops.size() < 2)
         return Failure{fileName + ": a color map needs two colors or more"};
-    const double first = stops.front().position;
-    const double extent = stops.back().position - first;
-    for (ColorStop &stop : stops)
+    const double first = map.stops.front().position;
+    const double extent = map.stops.back().position - first;
+    for (ColorStop &stop : map.stops)
         stop.position = (stop.position - first) / extent;
-    return stops;
+    return map;
 }
 
 QString ColormapFile::find(const std::string &name)
@@ -97,7 +115,7 @@ QString ColormapFile::find(const std::string &name)
     return {};
 }
 
-Result<std::vector<ColorStop>> ColormapFile::read(const std::string &name)
+Result<ColormapContents> ColormapFile::read(const std::string &name)
 {
     const QString path = find(name);
     if (path.isEmpty())
@@ -118,9 +136,10 @@ std::vector<std::string> ColormapFile::names()
     return {names.begin(), names.end()};
 }
 
-std::vector<Color> ColormapFile::interpolate(const std::vector<ColorStop> &stops, int steps)
+std::vector<Color> ColormapFile::interpolate(const ColormapContents &map, int steps)
 {
     const int count = std::max(steps, 1);
+    const std::vector<ColorStop> &stops = map.stops;
     std::vector<Color> colors;
     colors.reserve(std::size_t(count) + 1);
     std::size_t high = 1;
@@ -129,7 +148,9 @@ std::vector<Color> ColormapFile::interpolate(const std::vector<ColorStop> &stops
         while (high + 1 < stops.size() && stops[high].position < position)
             ++high;
         const ColorStop &low = stops[high - 1];
-        const double share = (position - low.position) / (stops[high].position - low.position);
+        double share = (position - low.position) / (stops[high].position - low.position);
+        if (!map.isBlended)
+            share = share < 0.5 ? 0 : 1;
         colors.push_back(mixed(low, stops[high], share));
     }
     return colors;

@@ -23,20 +23,29 @@ struct ColorStop
     double blue = 0;
 };
 
+struct ColormapContents
+{
+    // Two or more.
+    std::vector<ColorStop> stops;
+    // Colours between two stops are mixed of both. Otherwise they are that of the nearer one, as
+    // for classes, between which there is nothing.
+    bool isBlended = true;
+};
+
 class ColormapFile
 {
 public:
-    // At least two stops; "#" starts a comment. The failure names the file, the line and the cause.
-    static Result<std::vector<ColorStop>> parse(std::string_view text, const std::string &fileName);
+    // "#" starts a comment, "classes" on a line of its own switches blending off. The failure names
+    // the file, the line and the cause.
+    static Result<ColormapContents> parse(std::string_view text, const std::string &fileName);
     // A name is looked up among the user's maps, then among the installed ones.
-    static Result<std::vector<ColorStop>> read(const std::string &name);
+    static Result<ColormapContents> read(const std::string &name);
     // Empty when there is no such map.
     [[nodiscard]] static QString find(const std::string &name);
     // The names of all maps, sorted.
     [[nodiscard]] static std::vector<std::string> names();
     // The colours at the ends of so many equal steps, one more than steps.
-    [[nodiscard]] static std::vector<Color> interpolate(const std::vector<ColorStop> &stops,
-                                                        int steps);
+    [[nodiscard]] static std::vector<Color> interpolate(const ColormapContents &map, int steps);
 };
 
 } // namespace TAMBO::services

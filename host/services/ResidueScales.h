@@ -17,6 +17,9 @@ namespace TAMBO::services {
 struct ResidueScale
 {
     std::string name;
+    // What the values are counted in, and where they come from; may be empty.
+    std::string unit;
+    std::string source;
     // By one-letter code; letters without a value are left out.
     std::map<char, float> values;
 };
@@ -26,8 +29,8 @@ class ResidueScales
 public:
     explicit ResidueScales(std::vector<ResidueScale> scales);
     // All "*.scale" files of the directories, in the order of the directories and, in each, of the
-    // file names. A scale of a later directory takes the place of an earlier one of its name. A bad
-    // file is left out with a line in the log.
+    // file names. A later scale takes the place of an earlier one of its name, and of the one whose
+    // file has the same name. A bad file is left out, and takes no place, with a line in the log.
     explicit ResidueScales(const std::vector<QString> &directories);
 
     // The scales behind ResidueTypes: the installed ones, then the user's.
@@ -35,7 +38,9 @@ public:
     // Exchanges them; null goes back to reading the files when next asked.
     static void setInstance(std::unique_ptr<ResidueScales> scales);
 
-    // "#" starts a comment, "name" stands before the name, every other line is "letter value".
+    // "#" starts a comment; "name", "unit" and "source" stand before these, the source may go on in
+    // further such lines; every other line is "letter value". The failure names the file, the line
+    // and the cause.
     static Result<ResidueScale> parse(std::string_view text, const std::string &fileName);
 
     [[nodiscard]] const std::vector<ResidueScale> &scales() const noexcept { return m_Scales; }
@@ -43,8 +48,6 @@ public:
     [[nodiscard]] const ResidueScale *find(std::string_view name) const;
 
 private:
-    void add(ResidueScale scale);
-
     std::vector<ResidueScale> m_Scales;
 };
 

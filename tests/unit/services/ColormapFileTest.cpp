@@ -10,6 +10,7 @@
 
 using namespace TAMBO::services;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 
 namespace {
 
@@ -31,14 +32,16 @@ void writeUserMap(const QString &name, const QByteArray &text)
 
 TEST(ColormapFile, PositionsAreMappedToTheRangeFromZeroToOne)
 {
-    const auto stops =
+    const auto map =
         ColormapFile::parse("# a map\n-5 0 0 0 # dark\n\n 0 1 2 3\r\n5 255 255 255\n", "x.cm");
-    ASSERT_TRUE(stops.has_value()) << stops.error().message;
-    ASSERT_EQ(stops.value().size(), 3U);
-    EXPECT_EQ(stops.value()[0].position, 0.0);
-    EXPECT_EQ(stops.value()[1].position, 0.5);
-    EXPECT_EQ(stops.value()[1].green, 2.0);
-    EXPECT_EQ(stops.value()[2].position, 1.0);
+    ASSERT_TRUE(map.has_value()) << map.error().message;
+    EXPECT_TRUE(map.value().isBlended);
+    const std::vector<ColorStop> &stops = map.value().stops;
+    ASSERT_EQ(stops.size(), 3U);
+    EXPECT_EQ(stops[0].position, 0.0);
+    EXPECT_EQ(stops[1].position, 0.5);
+    EXPECT_EQ(stops[1].green, 2.0);
+    EXPECT_EQ(stops[2].position, 1.0);
 }
 
 TEST(ColormapFile, MalformedTextIsNamedByFileLineAndCause)
@@ -50,8 +53,12 @@ TEST(ColormapFile, MalformedTextIsNamedByFileLineAndCause)
     EXPECT_EQ(failureOf("0 0 0 256\n"), "x.cm:1: " + numbers);
     EXPECT_EQ(failureOf("0 0 -1 0\n"), "x.cm:1: " + numbers);
     EXPECT_EQ(failureOf("inf 0 0 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("-1e308 0 0 0\n1e308 0 0 0\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("classes 5\n"), "x.cm:1: " + numbers);
+    EXPECT_EQ(failureOf("0 0 0 nan\n"), "x.cm:1: " + numbers);
     EXPECT_EQ(failureOf("0 0 0 0\n0 1 1 1\n"), "x.cm:2: positions must ascend");
     EXPECT_EQ(failureOf("0 0 0 0\n"), "x.cm: a color map needs two colors or more");
+    EXPECT_EQ(failureOf("classes\n0 0 0 0\n"), "x.cm: a color map needs two colors or more");
     EXPECT_EQ(failureOf(""), "x.cm: a color map needs two colors or more");
 }
 
@@ -83,6 +90,19 @@ TEST(ColormapFile, AStopBetweenTwoStepsIsPassedOver)
     EXPECT_EQ(colors[1], Color(0x0000ff));
 }
 
+TEST(ColormapFile, ClassesAreNotBlended)
+{
+    const auto map =
+        ColormapFile::parse("\xef\xbb\xbf classes \r\n0 0 0 0\n2 0 255 0\n8 0 0 255\n", "x.cm");
+    ASSERT_TRUE(map.has_value()) << map.error().message;
+    EXPECT_FALSE(map.value().isBlended);
+    const Color black(0x000000);
+    const Color green(0x00ff00);
+    const Color blue(0x0000ff);
+    EXPECT_THAT(ColormapFile::interpolate(map.value(), 8),
+                ElementsAre(black, green, green, green, green, blue, blue, blue, blue));
+}
+
 TEST(ColormapFile, AMapOfTheUserTakesThePlaceOfAnInstalledOne)
 {
     const auto installed = ColormapFile::read("WhiteBlue.cm");
@@ -90,7 +110,7 @@ TEST(ColormapFile, AMapOfTheUserTakesThePlaceOfAnInstalledOne)
     writeUserMap("WhiteBlue.cm", "0 9 9 9\n1 8 8 8\n");
     const auto own = ColormapFile::read("WhiteBlue.cm");
     ASSERT_TRUE(own.has_value()) << own.error().message;
-    EXPECT_EQ(own.value().front().red, 9.0);
+    EXPECT_EQ(own.value().stops.front().red, 9.0);
     QFile::remove(Directories::config() + "/colormaps/WhiteBlue.cm");
 }
 
