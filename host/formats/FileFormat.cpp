@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <vector>
 
 namespace TAMBO::formats {
 
@@ -63,7 +64,116 @@ bool startsWithoutCase(std::string_view text, std::string_view lowerCaseStart) n
                [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
 }
 
-// Two numbers alone: rows and columns.
+bool hasWithoutCase(std::string_view text, std::string_view lowerCasePart) noexcept
+{
+    for (; text.size() >= lowerCasePart.size(); text.remove_prefix(1))
+        if (startsWithoutCase(text, lowerCasePart))
+            return true;
+    return false;
+}
+
+std::vector<std::string_view> wordsOf(std::string_view line)
+{
+    std::vector<std::string_view> words;
+    while (!(line = trimmed(line)).empty()) {
+        const auto end = std::find_if(line.begin(), line.end(), isBlank);
+        words.push_back(line.substr(0, static_cast<std::size_t>(end - line.begin())));
+        line.remove_prefix(words.back().size());
+    }
+    return words;
+}
+
+bool isNumber(std::string_view word) noexcept
+{
+    return word.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool isCell(char character) noexcept
+{
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+           std::string_view("-.~_*?").find(character) != std::string_view::npos;
+}
+
+bool isText(std::string_view line) noexcept
+{
+    return std::none_of(line.begin(), line.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return (byte < 0x20 && !isBlank(c)) || byte == 0x7f;
+    });
+}
+
+FileFormat byFirstLine(std::string_view line) noexcept
+{
+    if (startsWithoutCase(line, "# stockholm"))
+        return FileFormat::Stockholm;
+    if (hasWithoutCase(line, "clustal") || hasWithoutCase(line, "multiple sequence alignment"))
+        return FileFormat::Clustal;
+    if (line.starts_with("!!AA_MULTIPLE_ALIGNMENT") ||
+        line.starts_with("!!NA_MULTIPLE_ALIGNMENT") || line.starts_with("PileUp"))
+        return FileFormat::Msf;
+    if (isPdbRecord(line))
+        return FileFormat::Pdb;
+    if (isPhylipHeader(line))
+        return FileFormat::Phylip;
+    return FileFormat::Unknown;
+}
+
+// Rows that are a name and columns, one as wide as the other, up to an empty line or a line of
+// marks; columns may be counted at the end. Text that has no other sign of its format is only taken
+// for rows when no prose looks like that.
+bool isBlockOfRows(std::string_view text)
+{
+    constexpr std::size_t widerThanWords = 20;
+    std::size_t rows = 0;
+    std::size_t width = 0;
+    bool hasGaps = false;
+    while (!text.empty()) {
+        // The last line may be cut.
+        const bool isWhole = text.find('\n') != std::string_view::npos;
+        const std::string_view line = firstLine(text);
+        if (rows > 0 && (trimmed(line).empty() || isBlank(line.front()) || !isWhole))
+            break;
+        const std::vector<std::string_view> words = wordsOf(line);
+        if (words.size() < 2 || words.size() > 3 || isBlank(line.front()) ||
+            !std::all_of(words[1].begin(), words[1].end(), isCell) ||
+            (words.size() == 3 && !isNumber(words[2])) || (rows > 0 && words[1].size() != width))
+            return false;
+        width = words[1].size();
+        hasGaps = hasGaps || words[1].find_first_of("-.") != std::string_view::npos;
+        ++rows;
+    }
+    return rows > 1 && (hasGaps || width >= widerThanWords);
+}
+
+// Where the text goes on behind empty lines.
+std::string_view withoutEmptyLines(std::string_view text) noexcept
+{
+    for (std::string_view rest = text; !rest.empty(); text = rest)
+        if (!trimmed(firstLine(rest)).empty())
+            break;
+    return text;
+}
+
+FileFormat byRows(std::string_view head)
+{
+    std::string_view text = withoutEmptyLines(head);
+    if (isBlockOfRows(text))
+        return FileFormat::PlainRows;
+    // A program that says in its own way what it writes.
+    (void)firstLine(text);
+    const bool isSetOff =
+        !text.empty() && trimmed(std::string_view(text).substr(0, text.find('\n'))).empty();
+    return isSetOff && isBlockOfRows(withoutEmptyLines(text)) ? FileFormat::Clustal
+                                                              : FileFormat::Unknown;
+}
+
+} // namespace
+
+bool isClustalWord(std::string_view word) noexcept
+{
+    return startsWithoutCase(word, "clustal");
+}
+
 bool isPhylipHeader(std::string_view line) noexcept
 {
     int numbers = 0;
@@ -82,33 +192,6 @@ bool isMsfLine(std::string_view line) noexcept
     return line.find("MSF:") != std::string_view::npos &&
            trimmed(line).substr(std::max<std::size_t>(trimmed(line).size(), 2) - 2) == "..";
 }
-
-bool isText(std::string_view line) noexcept
-{
-    return std::none_of(line.begin(), line.end(), [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return (byte < 0x20 && !isBlank(c)) || byte == 0x7f;
-    });
-}
-
-FileFormat byFirstLine(std::string_view line) noexcept
-{
-    if (startsWithoutCase(line, "# stockholm"))
-        return FileFormat::Stockholm;
-    if (startsWithoutCase(line, "clustal") ||
-        line.find("multiple sequence alignment") != std::string_view::npos)
-        return FileFormat::Clustal;
-    if (line.starts_with("!!AA_MULTIPLE_ALIGNMENT") ||
-        line.starts_with("!!NA_MULTIPLE_ALIGNMENT") || line.starts_with("PileUp"))
-        return FileFormat::Msf;
-    if (isPdbRecord(line))
-        return FileFormat::Pdb;
-    if (isPhylipHeader(line))
-        return FileFormat::Phylip;
-    return FileFormat::Unknown;
-}
-
-} // namespace
 
 bool isPirStart(std::string_view line) noexcept
 {
@@ -153,27 +236,11 @@ FileFormat recognise(std::string_view head)
             return isPirStart(line) ? FileFormat::Pir : FileFormat::Fasta;
         isAllText = isAllText && isText(line);
     }
-    return FileFormat::Unknown;
+    return byRows(head);
 }
 
-std::string describeUnreadable(FileFormat format, std::string_view head)
+std::string describeUnreadable(std::string_view head)
 {
-    const auto alignment = [](const char *name) {
-        return std::string("is ") + name +
-               " alignment, which cannot be read yet; alignments are read from PIR and FASTA files";
-    };
-    switch (format) {
-    case FileFormat::Clustal:
-        return alignment("a Clustal");
-    case FileFormat::Stockholm:
-        return alignment("a Stockholm");
-    case FileFormat::Msf:
-        return alignment("an MSF");
-    case FileFormat::Phylip:
-        return alignment("a PHYLIP");
-    default:
-        break;
-    }
     if (head.empty())
         return "is empty";
     for (const Signature &signature : kSignatures)
@@ -184,7 +251,8 @@ std::string describeUnreadable(FileFormat format, std::string_view head)
     if (text.empty())
         return "holds nothing but blanks";
     const std::string_view begin = text.substr(0, text.find('\n'));
-    const std::string expected = "expected a PDB, mmCIF, PIR or FASTA file";
+    const std::string expected = "expected a structure (PDB, mmCIF) or an alignment (PIR, FASTA, "
+                                 "A3M, Clustal, Stockholm, MSF, PHYLIP)";
     if (!isText(begin))
         return "is no text file of a known format; " + expected;
     return "begins with " + shown(begin) + "; " + expected;

@@ -12,9 +12,10 @@ enum class FileFormat {
     Fasta,
     Pdb,
     Mmcif,
-    // Known, but there is no reader.
     Clustal,
     Stockholm,
+    // Names and rows, nothing else.
+    PlainRows,
     Msf,
     Phylip,
     Unknown
@@ -23,9 +24,15 @@ enum class FileFormat {
 // From the start of the text, '\n' as line end. A first record has to begin within it.
 [[nodiscard]] FileFormat recognise(std::string_view head);
 
-// What a file is for which there is no reader, for a message: "a Clustal alignment, ...".
-[[nodiscard]] std::string describeUnreadable(FileFormat format, std::string_view head);
+// What a file of no known format is, for a message: "is a zip archive; unpack it first".
+[[nodiscard]] std::string describeUnreadable(std::string_view head);
 
+// Whether a word begins the line that says what a Clustal file is.
+[[nodiscard]] bool isClustalWord(std::string_view word) noexcept;
+// Two numbers alone, of rows and columns.
+[[nodiscard]] bool isPhylipHeader(std::string_view line) noexcept;
+// Whether it ends the text before the rows of an MSF file.
+[[nodiscard]] bool isMsfLine(std::string_view line) noexcept;
 // Whether a line begins a PIR record: ">P1;".
 [[nodiscard]] bool isPirStart(std::string_view line) noexcept;
 // Whether an ATOM or HETATM record: with a coordinate where it belongs.

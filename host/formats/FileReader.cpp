@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FileReader.h"
 
+#include "ClustalReader.h"
 #include "FastaReader.h"
 #include "FileFormat.h"
 #include "FormatText.h"
 #include "MmcifReader.h"
+#include "MsfReader.h"
 #include "PdbReader.h"
+#include "PhylipReader.h"
 #include "PirReader.h"
+#include "StockholmReader.h"
 #include "TextReader.h"
 
 #include <exception>
@@ -22,8 +26,7 @@ Result<FileContents> read(TextReader &reader)
     const std::string_view head = reader.head();
     if (reader.failure())
         return *reader.failure();
-    const FileFormat format = recognise(head);
-    switch (format) {
+    switch (recognise(head)) {
     case FileFormat::Pir:
         return readPir(reader);
     case FileFormat::Fasta:
@@ -32,9 +35,20 @@ Result<FileContents> read(TextReader &reader)
         return readPdb(reader);
     case FileFormat::Mmcif:
         return readMmcif(reader);
-    default:
-        return failureOf(reader.fileName(), describeUnreadable(format, head));
+    case FileFormat::Clustal:
+        return readClustal(reader);
+    case FileFormat::Stockholm:
+        return readStockholm(reader);
+    case FileFormat::PlainRows:
+        return readPlainRows(reader);
+    case FileFormat::Msf:
+        return readMsf(reader);
+    case FileFormat::Phylip:
+        return readPhylip(reader);
+    case FileFormat::Unknown:
+        break;
     }
+    return failureOf(reader.fileName(), describeUnreadable(head));
 }
 
 } // namespace

@@ -19,7 +19,7 @@ using ReadProgress = std::function<bool(std::uint64_t done, std::uint64_t total)
 
 struct FileContents
 {
-    // pir fasta pdb mmcif
+    // pir fasta a3m clustal stockholm msf phylip pdb mmcif
     std::string format;
     // Aligned and unaligned ones; an unaligned one holds sequences.
     std::vector<AlignmentRecord> alignments;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FittedAlignment.h"
 
+#include "FittedAnnotation.h"
 #include "FormatText.h"
 #include "PirBreaks.h"
 #include "PirTitle.h"
@@ -43,6 +44,11 @@ std::uint64_t smallLetters(const std::string &letters)
 {
     return static_cast<std::uint64_t>(
         std::count_if(letters.begin(), letters.end(), [](char c) { return c >= 'a' && c <= 'z'; }));
+}
+
+bool isDescription(const Annotation &remark)
+{
+    return remark.tag == "DE" && !remark.text.empty();
 }
 
 bool areBreaks(const std::vector<PlacedBreak> &placed, const std::vector<std::uint64_t> &readBack)
@@ -119,7 +125,15 @@ std::string FittedAlignment::description(std::size_t index) const
 {
     if (m_Options.format == WriteFormat::Pir)
         return pirTitle(row(index), name(index));
-    return holdsDescriptions(m_Options.format) ? plainDescription(row(index)) : std::string();
+    std::string text =
+        holdsDescriptions(m_Options.format) ? plainDescription(row(index)) : std::string();
+    if (m_Options.format == WriteFormat::Stockholm && text.empty()) {
+        const std::vector<Annotation> remarks = fittedRemarks(row(index).annotations);
+        const auto found = std::find_if(remarks.begin(), remarks.end(), isDescription);
+        if (found != remarks.end())
+            text = found->text;
+    }
+    return text;
 }
 
 std::vector<std::string> FittedAlignment::changes() const
@@ -182,17 +196,29 @@ bool FittedAlignment::hasCells(std::size_t row, const GappedSequence &readBack) 
 std::optional<std::string>
 FittedAlignment::annotationDifference(const AlignmentRecord &readBack) const
 {
-    if (readBack.annotations != m_Record.annotations ||
-        readBack.columnAnnotations != m_Record.columnAnnotations)
+    if (readBack.annotations != fittedRemarks(m_Record.annotations) ||
+        readBack.columnAnnotations != fittedLines(m_Record.columnAnnotations, width()))
         return "its annotation differs";
     for (std::size_t i = 0; i < rowCount(); ++i) {
         const RowRecord &other = readBack.rows[i];
-        if (other.annotations != row(i).annotations ||
-            other.residueAnnotations != row(i).residueAnnotations)
+        if (other.annotations != remarksOn(i) ||
+            other.residueAnnotations != fittedLines(row(i).residueAnnotations, cells(i)))
             return "the annotation of row " + std::to_string(i + 1) + ", " + shown(name(i)) +
                    ", differs";
     }
     return std::nullopt;
+}
+
+// The first remark that is a description is the row's own one when it has none.
+std::vector<Annotation> FittedAlignment::remarksOn(std::size_t index) const
+{
+    std::vector<Annotation> remarks = fittedRemarks(row(index).annotations);
+    if (m_Options.format == WriteFormat::Stockholm && plainDescription(row(index)).empty()) {
+        const auto found = std::find_if(remarks.begin(), remarks.end(), isDescription);
+        if (found != remarks.end())
+            remarks.erase(found);
+    }
+    return remarks;
 }
 
 } // namespace TAMBO::formats

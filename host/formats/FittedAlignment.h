@@ -39,6 +39,8 @@ public:
     [[nodiscard]] std::string insertionText(std::size_t row) const;
     // In the file, if the format has any.
     [[nodiscard]] std::string description(std::size_t row) const;
+    // What else is said of the row, if the format holds that.
+    [[nodiscard]] std::vector<Annotation> remarksOn(std::size_t row) const;
 
     // Where a record read from the file differs; nothing when it does not.
     [[nodiscard]] std::optional<std::string> differenceTo(const AlignmentRecord &readBack) const;

@@ -72,6 +72,11 @@ Failure failureOf(const std::string &file, const std::string &cause)
     return Failure{file + ": " + cause};
 }
 
+std::string counted(std::uint64_t count, const std::string &noun)
+{
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
 std::string describeUneven(const std::string &file, std::uint64_t shortest, std::uint64_t longest)
 {
     return file + ": the rows have from " + std::to_string(shortest) + " to " +

@@ -17,6 +17,9 @@ namespace TAMBO::formats {
                                 const std::string &cause);
 [[nodiscard]] Failure failureOf(const std::string &file, const std::string &cause);
 
+// "1 row", "2 rows".
+[[nodiscard]] std::string counted(std::uint64_t count, const std::string &noun);
+
 // Why rows with gaps are no alignment.
 [[nodiscard]] std::string describeUneven(const std::string &file, std::uint64_t shortest,
                                          std::uint64_t longest);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -53,6 +54,16 @@ void RowBuilder::appendLetter(char letter)
     m_Letters[m_LetterCount++] = letter;
     m_Occupancy[m_Width / 64] |= std::uint64_t{1} << (m_Width % 64);
     ++m_Width;
+}
+
+void RowBuilder::resume(GappedSequence &&row)
+{
+    m_Width = row.width;
+    m_LetterCount = row.letters.size();
+    m_Letters = std::move(row.letters);
+    m_Occupancy = std::move(row.occupancy);
+    makeRoom(0);
+    row = {};
 }
 
 GappedSequence RowBuilder::take()

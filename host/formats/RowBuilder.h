@@ -27,6 +27,8 @@ public:
     // Gaps that were not written '-'.
     [[nodiscard]] bool hasOtherGaps() const noexcept { return m_HasOtherGaps; }
 
+    // Goes on with a row that was taken; this one is empty.
+    void resume(GappedSequence &&row);
     // The row, with no room to spare in it; the next one begins empty.
     [[nodiscard]] GappedSequence take();
 

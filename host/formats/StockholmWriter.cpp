@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "FittedAnnotation.h"
 
 #include <algorithm>
 
@@ -18,7 +19,8 @@ void writeLine(TextSink &sink, std::string text, std::size_t place, const std::s
 }
 
 // The longest of what stands before the columns, and a blank.
-std::size_t placeOfColumns(const FittedAlignment &alignment)
+std::size_t placeOfColumns(const FittedAlignment &alignment,
+                           const std::vector<Annotation> &columnLines)
 {
     std::size_t longest = 0;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
@@ -26,7 +28,7 @@ std::size_t placeOfColumns(const FittedAlignment &alignment)
         for (const Annotation &said : alignment.row(row).residueAnnotations)
             longest = std::max(longest, 6 + alignment.name(row).size() + said.tag.size());
     }
-    for (const Annotation &said : alignment.record().columnAnnotations)
+    for (const Annotation &said : columnLines)
         longest = std::max(longest, 5 + said.tag.size());
     return longest + 1;
 }
@@ -37,27 +39,30 @@ std::size_t placeOfColumns(const FittedAlignment &alignment)
 void writeStockholm(const FittedAlignment &alignment, TextSink &sink)
 {
     sink.write("# STOCKHOLM 1.0\n");
-    for (const Annotation &said : alignment.record().annotations)
+    for (const Annotation &said : fittedRemarks(alignment.record().annotations))
         sink.write("#=GF " + said.tag + ' ' + said.text + '\n');
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         const std::string start = "#=GS " + alignment.name(row) + ' ';
         if (const std::string description = alignment.description(row); !description.empty())
             sink.write(start + "DE " + description + '\n');
-        for (const Annotation &said : alignment.row(row).annotations)
+        for (const Annotation &said : alignment.remarksOn(row))
             sink.write(start + said.tag + ' ' + said.text + '\n');
     }
     sink.write("\n");
-    const std::size_t place = placeOfColumns(alignment);
+    const std::vector<Annotation> columnLines =
+        fittedLines(alignment.record().columnAnnotations, alignment.width());
+    const std::size_t place = placeOfColumns(alignment, columnLines);
     std::string cells;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         const std::string &name = alignment.name(row);
         cells.clear();
         CellText(alignment.cells(row)).append(alignment.width(), '-', cells);
         writeLine(sink, name, place, cells);
-        for (const Annotation &said : alignment.row(row).residueAnnotations)
+        for (const Annotation &said :
+             fittedLines(alignment.row(row).residueAnnotations, alignment.cells(row)))
             writeLine(sink, "#=GR " + name + ' ' + said.tag, place, said.text);
     }
-    for (const Annotation &said : alignment.record().columnAnnotations)
+    for (const Annotation &said : columnLines)
         writeLine(sink, "#=GC " + said.tag, place, said.text);
     sink.write("//\n");
 }

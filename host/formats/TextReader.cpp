@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TextReader.h"
 
+#include "FormatText.h"
+
 #include <cstring>
 
 namespace TAMBO::formats {
@@ -62,6 +64,30 @@ bool TextReader::nextPiece(std::string_view &piece)
     m_Position += piece.size() + 1;
     m_LineIsDone = true;
     return true;
+}
+
+std::string_view TextReader::nextWord()
+{
+    const auto at = [this](std::size_t place) { return m_Buffer[m_Position + place]; };
+    for (;;) {
+        while (m_Position < m_End && at(0) != '\n' && isBlank(at(0)))
+            ++m_Position;
+        if (m_Position < m_End)
+            break;
+        if (!fill())
+            return {};
+    }
+    std::size_t length = 0;
+    for (;;) {
+        while (m_Position + length < m_End && !isBlank(at(length)))
+            ++length;
+        // A word that fills the buffer is given in pieces.
+        if (m_Position + length < m_End || length == kBufferSize || !fill())
+            break;
+    }
+    const std::string_view word(m_Buffer.get() + m_Position, length);
+    m_Position += length;
+    return word;
 }
 
 std::string TextReader::restOfLine()

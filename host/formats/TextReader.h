@@ -37,6 +37,9 @@ public:
     // kReadAhead bytes behind it may be read, which makes for fast loops; they mean nothing.
     static constexpr std::size_t kReadAhead = 128;
     [[nodiscard]] bool nextPiece(std::string_view &piece);
+    // Goes past the blanks and the word that come next in the line; empty at the line's end. Holds
+    // until more is read.
+    [[nodiscard]] std::string_view nextWord();
     // What is left of the line.
     [[nodiscard]] std::string restOfLine();
 

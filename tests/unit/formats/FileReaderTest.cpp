@@ -61,7 +61,7 @@ TEST(FileReader, ArchivesAndOtherEncodingsAreNamed)
 TEST(FileReader, OtherTextIsShownByItsStart)
 {
     EXPECT_EQ(messageOf("x", "\n  <!DOCTYPE html>\n<html>\n"),
-              "x: begins with \"<!DOCTYPE html>\"; expected a PDB, mmCIF, PIR or FASTA file");
+              "x: begins with \"<!DOCTYPE html>\"; " + kKnownFormats);
 }
 
 TEST(FileReader, GzipOfEveryFormatReadsAsThePlainFile)

@@ -136,10 +136,11 @@ TEST(StructureFacts, DefectiveFilesGiveOneClearMessage)
         {"multiline_invalid_ident.cif",
          "multiline_invalid_ident.cif:1: expected a data name, \"loop_\" or \"data_\", found "
          "\"multi value data-item\""},
-        {"missing_data.cif", "missing_data.cif: begins with \"this file has no 'data_' tag.\"; "
-                             "expected a PDB, mmCIF, PIR or FASTA file"},
+        {"missing_data.cif",
+         "missing_data.cif: begins with \"this file has no 'data_' tag.\"; " + kKnownFormats},
         {"broken_data.cif", "broken_data.cif: begins with \"d lines starting with a 'd' kicked the "
-                            "p...\"; expected a PDB, mmCIF, PIR or FASTA file"},
+                            "p...\"; " +
+                                kKnownFormats},
     };
     for (const auto &[file, message] : messages)
         EXPECT_EQ(messageOf(dataFile(folder + file)), message);

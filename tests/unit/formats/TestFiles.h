@@ -28,6 +28,11 @@ private:
     std::filesystem::path m_Path;
 };
 
+// What every message about a file of no known format ends with.
+inline const std::string kKnownFormats =
+    "expected a structure (PDB, mmCIF) or an alignment (PIR, FASTA, A3M, Clustal, Stockholm, MSF, "
+    "PHYLIP)";
+
 [[nodiscard]] std::filesystem::path dataFile(const std::string &name);
 [[nodiscard]] std::string bytesOf(const std::filesystem::path &path);
 [[nodiscard]] std::string gzipped(std::string_view bytes);

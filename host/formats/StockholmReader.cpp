@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "StockholmReader.h"
+
+#include "FormatText.h"
+#include "PiecedRows.h"
+
+#include <algorithm>
+#include <bit>
+#include <cctype>
+#include <set>
+#include <utility>
+
+namespace TAMBO::formats {
+
+namespace {
+
+// What is said of each column or residue, piece by piece.
+struct Line
+{
+    Annotation annotation;
+    // Of its last piece.
+    std::uint64_t line = 0;
+};
+
+Annotation &lineOf(std::vector<Line> &lines, const std::string &tag, std::uint64_t line)
+{
+    auto found = std::find_if(lines.begin(), lines.end(),
+                              [&](const Line &one) { return one.annotation.tag == tag; });
+    if (found == lines.end())
+        found = lines.insert(lines.end(), Line{{tag, {}}, 0});
+    found->line = line;
+    return found->annotation;
+}
+
+// One character a column is what everybody else expects.
+void appendCharacters(std::string &to, std::string_view text)
+{
+    for (const char character : text)
+        to += character > ' ' && character < '\x7f' ? character : '.';
+}
+
+void blankGaps(std::string &text, const GappedSequence &sequence)
+{
+    for (std::size_t word = 0; word < sequence.occupancy.size(); ++word) {
+        for (std::uint64_t gaps = ~sequence.occupancy[word]; gaps != 0; gaps &= gaps - 1) {
+            const std::size_t column = word * 64 + static_cast<std::size_t>(std::countr_zero(gaps));
+            if (column < text.size())
+                text[column] = '.';
+        }
+    }
+}
+
+bool isStockholm(std::string_view word) noexcept
+{
+    constexpr std::string_view name = "stockholm";
+    return std::equal(word.begin(), word.end(), name.begin(), name.end(), [](char a, char b) {
+        return std::tolower(static_cast<unsigned char>(a)) == b;
+    });
+}
+
+class StockholmParser
+{
+public:
+    explicit StockholmParser(TextReader &reader) : m_Reader(reader) { }
+
+    Result<FileContents> run();
+    // Rows without any markup around them.
+    Result<FileContents> runPlain()
+    {
+        beginAlignment();
+        m_IsPlain = true;
+        return run();
+    }
+
+private:
+    void addMarkup();
+    void beginAlignment();
+    void addOfAlignment();
+    void addOfColumns();
+    void addOfRow();
+    void addOfResidues();
+    void addRow();
+    void finishAlignment();
+    bool hasEvenRows();
+    bool hasEvenLines();
+    void dropAbsentRows();
+    void tieRowAnnotations();
+    void nameAlignments();
+    void remark(std::uint64_t line, const std::string &text)
+    {
+        m_Alignment.remarks.push_back(at(m_Reader.fileName(), line, text));
+    }
+    void fail(std::uint64_t line, const std::string &cause)
+    {
+        if (!m_Failure)
+            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+    }
+
+    TextReader &m_Reader;
+    FileContents m_Contents;
+    std::optional<Failure> m_Failure;
+    bool m_IsOpen = false;
+    bool m_IsPlain = false;
+    bool m_HasUnknownMarkup = false;
+
+    // Of the alignment under way.
+    AlignmentRecord m_Alignment;
+    PiecedRows m_Rows;
+    std::vector<Line> m_ColumnLines;
+    // By row.
+    std::vector<std::vector<Line>> m_ResidueLines;
+    // These mostly come before the rows.
+    struct RowAnnotation
+    {
+        std::string row;
+        Annotation annotation;
+        std::uint64_t line = 0;
+    };
+    std::vector<RowAnnotation> m_RowAnnotations;
+};
+
+Result<FileContents> StockholmParser::run()
+{
+    while (!m_Failure && m_Reader.nextLine()) {
+        const std::string_view start = m_Reader.ahead();
+        if (start.front() == '\n')
+            m_Rows.expect(0);
+        else if (start.front() == '#')
+            addMarkup();
+        else if (start.starts_with("//"))
+            finishAlignment();
+        else
+            addRow();
+    }
+    if (m_IsPlain && m_IsOpen && !m_Failure)
+        finishAlignment();
+    if (m_Reader.failure())
+        return *m_Reader.failure();
+    if (m_Failure)
+        return *m_Failure;
+    // Rows without their last columns look like any others, so this mark is not to be missed.
+    if (m_IsOpen)
+        return failureAt(m_Reader.fileName(), m_Reader.line(),
+                         "the file ends before the \"//\" that ends an alignment");
+    nameAlignments();
+    m_Contents.format = "stockholm";
+    return std::move(m_Contents);
+}
+
+void StockholmParser::addMarkup()
+{
+    const std::string word(m_Reader.nextWord());
+    const bool isHeader = word == "#" && isStockholm(m_Reader.nextWord());
+    if (isHeader && m_IsOpen)
+        return fail(m_Reader.line(), "found another alignment, expected the \"//\" that ends the "
+                                     "one before");
+    if (isHeader)
+        return beginAlignment();
+    if (!m_IsOpen || !word.starts_with("#="))
+        return;
+    if (word == "#=GF")
+        addOfAlignment();
+    else if (word == "#=GC")
+        addOfColumns();
+    else if (word == "#=GS")
+        addOfRow();
+    else if (word == "#=GR")
+        addOfResidues();
+    else if (!std::exchange(m_HasUnknownMarkup, true))
+        remark(m_Reader.line(), "unknown markup " + shown(word) + " was left out");
+}
+
+void StockholmParser::beginAlignment()
+{
+    m_IsOpen = true;
+    m_HasUnknownMarkup = false;
+    m_Alignment = {};
+    m_Alignment.name = baseName(m_Reader.fileName());
+    m_ColumnLines.clear();
+    m_ResidueLines.clear();
+    m_RowAnnotations.clear();
+}
+
+void StockholmParser::addOfAlignment()
+{
+    std::string tag = cleanText(m_Reader.nextWord());
+    if (tag.empty())
+        return;
+    m_Alignment.annotations.push_back({std::move(tag), cleanText(trimmed(m_Reader.restOfLine()))});
+}
+
+void StockholmParser::addOfColumns()
+{
+    const std::string tag = cleanText(m_Reader.nextWord());
+    if (tag.empty())
+        return;
+    appendCharacters(lineOf(m_ColumnLines, tag, m_Reader.line()).text,
+                     trimmed(m_Reader.restOfLine()));
+}
+
+void StockholmParser::addOfRow()
+{
+    std::string row(m_Reader.nextWord());
+    std::string tag = cleanText(m_Reader.nextWord());
+    if (tag.empty())
+        return;
+    m_RowAnnotations.push_back({std::move(row),
+                                {std::move(tag), cleanText(trimmed(m_Reader.restOfLine()))},
+                                m_Reader.line()});
+}
+
+void StockholmParser::addOfResidues()
+{
+    const std::string_view name = m_Reader.nextWord();
+    // It may stand above its row.
+    std::optional<std::size_t> row = m_Rows.find(name);
+    if (!row && !name.empty())
+        row = m_Rows.add(name);
+    const std::string tag = cleanText(m_Reader.nextWord());
+    if (tag.empty())
+        return;
+    m_ResidueLines.resize(m_Rows.size());
+    appendCharacters(lineOf(m_ResidueLines[*row], tag, m_Reader.line()).text,
+                     trimmed(m_Reader.restOfLine()));
+}
+
+void StockholmParser::addRow()
+{
+    const std::string_view name = m_Reader.nextWord();
+    if (name.empty())
+        return m_Rows.expect(0);
+    if (!m_IsOpen)
+        return fail(m_Reader.line(),
+                    "found " + shown(name) + ", expected \"# STOCKHOLM 1.0\" before the rows");
+    std::optional<std::size_t> row = m_Rows.find(name);
+    if (!row)
+        row = m_Rows.add(name);
+    const std::uint64_t before = m_Rows.width(*row);
+    const char stop = m_Rows.append(*row, m_Reader);
+    if (stop != '\n')
+        fail(m_Reader.line(), "found " + shown(stop) + " in row " + shown(m_Rows.name(*row)) +
+                                  ", expected a residue letter or a gap (\"-\" or \".\")");
+    else if (m_Rows.width(*row) == before)
+        fail(m_Reader.line(),
+             "found no residues after " + shown(m_Rows.name(*row)) + ", expected at least one");
+}
+
+void StockholmParser::finishAlignment()
+{
+    if (!m_IsOpen)
+        return fail(m_Reader.line(), "found \"//\", expected \"# STOCKHOLM 1.0\"");
+    m_IsOpen = false;
+    m_ResidueLines.resize(m_Rows.size());
+    dropAbsentRows();
+    if (m_Rows.isEmpty())
+        return fail(m_Reader.line(), "found \"//\", expected at least one row before it");
+    if (!hasEvenRows() || !hasEvenLines())
+        return;
+    tieRowAnnotations();
+    for (Line &line : m_ColumnLines)
+        m_Alignment.columnAnnotations.push_back(std::move(line.annotation));
+    for (std::size_t row = 0; row < m_Rows.size(); ++row) {
+        for (Line &line : m_ResidueLines[row])
+            m_Rows.record(row).residueAnnotations.push_back(std::move(line.annotation));
+    }
+    m_Alignment.rows = m_Rows.take();
+    for (RowRecord &row : m_Alignment.rows) {
+        for (Annotation &annotation : row.residueAnnotations)
+            blankGaps(annotation.text, row.sequence);
+    }
+    m_Contents.alignments.push_back(std::move(m_Alignment));
+}
+
+// Somebody who takes a row out of the file by hand overlooks what is said of it elsewhere.
+void StockholmParser::dropAbsentRows()
+{
+    std::vector<std::size_t> absent;
+    for (std::size_t row = 0; row < m_Rows.size(); ++row) {
+        if (m_Rows.width(row) > 0)
+            continue;
+        absent.push_back(row);
+        for (const Line &line : m_ResidueLines[row])
+            remark(line.line, "what is said of the residues of " + shown(m_Rows.name(row)) +
+                                  " was left out, because there is no such row");
+    }
+    for (auto row = absent.rbegin(); row != absent.rend(); ++row)
+        m_ResidueLines.erase(m_ResidueLines.begin() + static_cast<std::ptrdiff_t>(*row));
+    m_Rows.remove(absent);
+}
+
+bool StockholmParser::hasEvenRows()
+{
+    const std::optional<std::size_t> uneven = m_Rows.firstUneven();
+    if (uneven)
+        fail(m_Rows.line(*uneven), "row " + shown(m_Rows.name(*uneven)) + " ends with " +
+                                       counted(m_Rows.width(*uneven), "column") + ", row " +
+                                       shown(m_Rows.name(0)) + " has " +
+                                       std::to_string(m_Rows.width(0)));
+    return !uneven;
+}
+
+bool StockholmParser::hasEvenLines()
+{
+    const auto isEven = [&](const Line &line, const std::string &what) {
+        const std::uint64_t width = line.annotation.text.size();
+        if (width != m_Rows.width(0))
+            fail(line.line, what + ' ' + shown(line.annotation.tag) + " ends with " +
+                                counted(width, "column") + ", the rows have " +
+                                std::to_string(m_Rows.width(0)));
+    };
+    for (const Line &line : m_ColumnLines)
+        isEven(line, "#=GC");
+    for (std::size_t row = 0; row < m_Rows.size(); ++row) {
+        for (const Line &line : m_ResidueLines[row])
+            isEven(line, "#=GR " + shown(m_Rows.name(row)));
+    }
+    return !m_Failure;
+}
+
+void StockholmParser::tieRowAnnotations()
+{
+    m_Rows.expect(0);
+    std::set<std::string> absent;
+    for (RowAnnotation &said : m_RowAnnotations) {
+        const std::optional<std::size_t> row = m_Rows.find(said.row);
+        if (row && said.annotation.tag == "DE" && m_Rows.record(*row).description.empty())
+            m_Rows.record(*row).description = std::move(said.annotation.text);
+        else if (row)
+            m_Rows.record(*row).annotations.push_back(std::move(said.annotation));
+        else if (absent.insert(said.row).second)
+            remark(said.line, "what is said of " + shown(said.row) +
+                                  " was left out, because there is no such row");
+    }
+}
+
+// Alignments of one file go by their own names, or are counted when these do not tell them apart.
+void StockholmParser::nameAlignments()
+{
+    std::vector<AlignmentRecord> &alignments = m_Contents.alignments;
+    if (alignments.size() < 2)
+        return;
+    std::vector<std::string> names;
+    for (const AlignmentRecord &alignment : alignments) {
+        const auto id = std::find_if(alignment.annotations.begin(), alignment.annotations.end(),
+                                     [](const Annotation &said) { return said.tag == "ID"; });
+        if (id != alignment.annotations.end() && !id->text.empty())
+            names.push_back(id->text);
+    }
+    const bool areDistinct = names.size() == alignments.size() &&
+                             std::set(names.begin(), names.end()).size() == names.size();
+    for (std::size_t i = 0; i < alignments.size(); ++i) {
+        std::string &name = alignments[i].name;
+        name = areDistinct ? names[i] : name + '_' + std::to_string(i + 1);
+    }
+}
+
+} // namespace
+
+Result<FileContents> readStockholm(TextReader &reader)
+{
+    return StockholmParser(reader).run();
+}
+
+Result<FileContents> readPlainRows(TextReader &reader)
+{
+    return StockholmParser(reader).runPlain();
+}
+
+} // namespace TAMBO::formats
