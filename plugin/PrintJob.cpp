@@ -5,6 +5,7 @@
 #include "PageFile.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
@@ -24,9 +25,12 @@ bool paintPages(QPrinter &printer, const Paint &paint)
     QPainter painter;
     if (!painter.begin(&printer))
         return false;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     paint(painter);
     qDebug("Printing Ready.");
-    return painter.end();
+    const bool isDone = painter.end();
+    QGuiApplication::restoreOverrideCursor();
+    return isDone;
 }
 
 QString writeFile(const QString &pdf, const QString &target, const QString &title, QWidget *window)

@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <memory>
+#include <tuple>
 
 // What drawIt painted and said.
 struct Print
@@ -44,12 +45,17 @@ struct Print
             text += painted.text;
         return text;
     }
+    // From the first page to the last, and on each as one reads.
     [[nodiscard]] std::vector<PaintedRect> fills() const
     {
         std::vector<PaintedRect> found;
         for (const PaintedRect &painted : rects())
             if (painted.fill.isValid())
                 found.push_back(painted);
+        std::sort(found.begin(), found.end(), [](const PaintedRect &a, const PaintedRect &b) {
+            return std::tuple(a.page, a.rect.top(), a.rect.left()) <
+                   std::tuple(b.page, b.rect.top(), b.rect.left());
+        });
         return found;
     }
     [[nodiscard]] std::vector<PaintedRect> frames() const

@@ -256,10 +256,7 @@ TEST_F(PrintingLayout, CharactersAreCountedAsPeopleDo)
     TAMBO::Alignment &shown = alignment({"AC", "AC"}, "ali", {name, "b"});
     Print made = print(shown);
     EXPECT_TRUE(made.called("[ 1]").empty());
-    QString painted;
-    for (const PaintedText &text : made.texts())
-        if (text.place.y() == made.texts()[1].place.y() && text.place.x() < 120)
-            painted += text.text;
+    const QString painted = made.textIn(layout(made, shown).label(0));
     EXPECT_TRUE(painted.startsWith(QString::fromUtf8("Ωμέγα-βςχ"))) << painted.toStdString();
 }
 
@@ -377,6 +374,28 @@ TEST_F(PrintingLayout, TheRulerShowsTheNumberOfTheFirstRowsResidue)
     dynamic_cast<TAMBO::Group &>(residue(shown, 0, 9)).SetSeqId(TAMBO::SequenceNumber("221A"));
     Print made = print(shown);
     EXPECT_EQ(made.textIn(layout(made, shown).ruler(9)), "221A");
+}
+
+TEST_F(PrintingLayout, TextIsPaintedInTheOrderOfReading)
+{
+    TAMBO::Alignment &shown = alignment({"AC-D", "EFGH"});
+    const Print made = print(shown, ZEP::KALMO2::Slim);
+    QString text;
+    for (const PaintedText &painted : made.texts())
+        text += painted.text;
+    EXPECT_EQ(text, "alis01AC-Ds11EFGH");
+}
+
+TEST_F(PrintingLayout, FillsKeepTheirOrderFromPrintToPrint)
+{
+    ZEP::KALMO2 &window = open(alignment({letters(60), letters(60)}));
+    const Print one = print(window, ZEP::KALMO2::Fat);
+    const Print two = print(window, ZEP::KALMO2::Fat);
+    ASSERT_EQ(one.rects().size(), two.rects().size());
+    for (std::size_t i = 0; i < one.rects().size(); ++i) {
+        EXPECT_EQ(one.rects()[i].rect, two.rects()[i].rect);
+        EXPECT_EQ(one.rects()[i].fill, two.rects()[i].fill);
+    }
 }
 
 // ---- Pages
