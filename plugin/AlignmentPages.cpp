@@ -3,6 +3,7 @@
 
 #include "Check.h"
 #include "LetterColor.h"
+#include "ResidueItem.h"
 
 #include <QElapsedTimer>
 #include <QPainter>
@@ -36,14 +37,6 @@ constexpr int kCentre = Qt::AlignCenter | Qt::TextDontClip;
 qsizetype lengthOf(const QString &text)
 {
     return text.toUcs4().size();
-}
-
-// Paper takes no transparent colour, and neither does the screen.
-QColor colorOf(const TAMBO::Compound &residue)
-{
-    QColor color = residue.GetColor().toQColor();
-    color.setAlpha(255);
-    return color;
 }
 
 QString numberOf(const TAMBO::Compound &residue)
@@ -260,7 +253,8 @@ void AlignmentPages::printRuler(int x, const Cells &cells)
 
 void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &residue)
 {
-    const QColor color = colorOf(residue);
+    // Paper is as white as the cells of the screen, and shines through as they do.
+    const QColor color = ResidueItem::shownColor(residue.GetColor());
     switch (m_Options.style) {
     case Fat:
         m_Batch.fill(cell, color);
