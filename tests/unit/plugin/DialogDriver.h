@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QStringList>
 #include <QTimer>
 
@@ -40,7 +41,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         auto *dialog = qobject_cast<QDialog *>(watched);
-        if (event->type() == QEvent::Show && dialog != nullptr && dialog->isModal())
+        // Progress comes or not by the speed of the computer, and waits for no answer.
+        if (event->type() == QEvent::Show && dialog != nullptr && dialog->isModal() &&
+            qobject_cast<QProgressDialog *>(dialog) == nullptr)
             QTimer::singleShot(0, this, [this, shown = QPointer<QDialog>(dialog)] {
                 if (shown)
                     handle(*shown);

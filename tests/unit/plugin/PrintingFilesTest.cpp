@@ -425,12 +425,12 @@ TEST_F(PrintingFiles, AFolderThatIsGoneIsOneMessage)
 
 TEST_F(PrintingFiles, AFullDiskIsOneMessageAndTheOldFileStays)
 {
-    const Texts rows(5, letters(2000));
+    const Texts rows(5, letters(600));
     ZEP::KALMO2 &window = open(alignment(rows));
     // Too little for the pages, and enough for the pages but not for their PostScript.
-    for (const rlim_t room : {20000U, 400000U}) {
+    for (const rlim_t room : {8000U, 100000U}) {
         for (const QString name : {"x.ps", "x.pdf"}) {
-            if (room == 400000U && name == "x.pdf")
+            if (room == 100000U && name == "x.pdf")
                 continue;
             write(path(name), "old");
             DialogDriver dialogs;
