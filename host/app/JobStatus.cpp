@@ -7,7 +7,7 @@
 #include <QStyle>
 #include <QStyleOption>
 
-#include <ranges>
+#include <algorithm>
 
 namespace TAMBO::app {
 
@@ -69,8 +69,8 @@ void JobStatus::refresh()
         jobText(newest, jobs.size() == 1 ? newest.title
                                          : tr("%1 jobs; %2").arg(jobs.size()).arg(newest.title));
     QStringList lines;
-    for (const JobList::Job &job : std::views::reverse(jobs))
-        lines << jobText(job, job.title);
+    for (auto job = jobs.rbegin(); job != jobs.rend(); ++job)
+        lines << jobText(*job, job->title);
     setToolTip(lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
     if (!m_Clock.isActive())
         m_Clock.start();
