@@ -79,7 +79,8 @@ void ClustalParser::addLine()
         return addMarks();
     const std::string_view name = m_Reader.nextWord();
     // Another alignment begins, unless a row is called so.
-    if (isClustalWord(name) && !m_Rows.isEmpty() && !m_Rows.find(name))
+    const bool isBetweenBlocks = !m_IsFirstBlock && m_RowsInBlock == 0;
+    if (isBetweenBlocks && isClustalWord(name) && !m_Rows.find(name))
         return finishAlignment();
     addRow(name);
 }
@@ -121,8 +122,8 @@ void ClustalParser::addRow(std::string_view name)
     if (m_RowsInBlock == 0)
         m_FirstRowsPiece = piece;
     else if (piece != m_FirstRowsPiece)
-        return fail(m_Reader.line(), "row " + shownName + " has " + std::to_string(piece) +
-                                         " columns here, the first row of the block has " +
+        return fail(m_Reader.line(), "row " + shownName + " has " + counted(piece, "column") +
+                                         " here, the first row of the block has " +
                                          std::to_string(m_FirstRowsPiece));
     ++m_RowsInBlock;
     m_LastLine = m_Reader.line();
@@ -133,8 +134,8 @@ void ClustalParser::finishBlock()
     if (m_RowsInBlock == 0)
         return;
     if (m_RowsInBlock != m_Rows.size())
-        fail(m_LastLine, "the block ends after " + std::to_string(m_RowsInBlock) +
-                             " rows, the first block has " + std::to_string(m_Rows.size()));
+        fail(m_LastLine, "the block ends after " + counted(m_RowsInBlock, "row") +
+                             ", the first block has " + std::to_string(m_Rows.size()));
     m_IsFirstBlock = false;
     m_RowsInBlock = 0;
     m_Rows.expect(0);
@@ -149,8 +150,8 @@ void ClustalParser::finishAlignment()
     // Only a row that comes twice in a block and another that is missing there get this far.
     if (const std::optional<std::size_t> uneven = m_Rows.firstUneven())
         return fail(m_Rows.line(*uneven), "row " + shown(m_Rows.name(*uneven)) + " ends with " +
-                                              std::to_string(m_Rows.width(*uneven)) +
-                                              " columns, row " + shown(m_Rows.name(0)) + " has " +
+                                              counted(m_Rows.width(*uneven), "column") + ", row " +
+                                              shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
     m_Contents.alignments.emplace_back().rows = m_Rows.take();
     m_IsFirstBlock = true;

@@ -12,6 +12,15 @@ namespace TAMBO::formats {
 
 namespace {
 
+// The first line of some A3M files.
+constexpr std::string_view kA3mMark = "#A3M#";
+
+// The names of records in which programs that write A3M tell the secondary structure.
+bool isSaidOfColumns(std::string_view name) noexcept
+{
+    return name == "ss_pred" || name == "ss_conf" || name == "ss_dssp" || name == "sa_dssp";
+}
+
 class FastaParser
 {
 public:
@@ -20,11 +29,13 @@ public:
     Result<FileContents> run();
 
 private:
-    void beginRow();
-    void remarkOnPrologue();
+    void beginRecord();
+    void addLine();
+    void addPrologue();
     void addResidues();
     void finishRow();
     void finish();
+    void dropUnfitLines(std::uint64_t columns);
     bool isDotlessA2m() const;
     void dropStopColumn();
     void remark(std::uint64_t line, const std::string &text)
@@ -41,7 +52,12 @@ private:
     AlignmentRecord m_Alignment;
     RowBuilder m_Row;
     std::optional<Failure> m_Failure;
+    enum class Place { BeforeFirst, InRow, InLine };
+    Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;
+    // What is said of the columns, and where.
+    std::vector<Annotation> m_Lines;
+    std::vector<std::uint64_t> m_LineOfLines;
     // Per row, the columns that are capitals or dashes: what A2M calls columns.
     std::vector<std::uint64_t> m_MatchColumns;
     std::size_t m_RowsWithStop = 0;
@@ -49,6 +65,7 @@ private:
     bool m_HasOtherGaps = false;
     bool m_HasLowerCase = false;
     bool m_HasPrologue = false;
+    bool m_IsA3m = false;
 };
 
 Result<FileContents> FastaParser::run()
@@ -57,13 +74,9 @@ Result<FileContents> FastaParser::run()
         const char first = m_Reader.ahead().front();
         if (first == '>') {
             finishRow();
-            beginRow();
-        } else if (first == ';') {
-            continue;
-        } else if (m_Alignment.rows.empty()) {
-            remarkOnPrologue();
-        } else {
-            addResidues();
+            beginRecord();
+        } else if (first != ';') {
+            addLine();
         }
     }
     if (!m_Failure)
@@ -76,19 +89,26 @@ Result<FileContents> FastaParser::run()
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
-    contents.format = "fasta";
+    contents.format = m_IsA3m ? "a3m" : "fasta";
     contents.alignments.push_back(std::move(m_Alignment));
     return contents;
 }
 
-void FastaParser::beginRow()
+void FastaParser::beginRecord()
 {
+    m_Place = Place::InRow;
     m_HeaderLine = m_Reader.line();
     const std::string header = m_Reader.restOfLine();
     std::string_view text = trimmed(std::string_view(header).substr(1));
     const std::size_t nameEnd = std::min(
         static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isBlank) - text.begin()),
         text.size());
+    if (isSaidOfColumns(text.substr(0, nameEnd))) {
+        m_Place = Place::InLine;
+        m_Lines.push_back({std::string(text.substr(0, nameEnd)), {}});
+        m_LineOfLines.push_back(m_HeaderLine);
+        return;
+    }
     RowRecord row;
     row.name = cleanText(text.substr(0, nameEnd));
     row.description = cleanText(trimmed(text.substr(nameEnd)));
@@ -97,9 +117,30 @@ void FastaParser::beginRow()
     m_Alignment.rows.push_back(std::move(row));
 }
 
-void FastaParser::remarkOnPrologue()
+void FastaParser::addLine()
 {
-    if (m_HasPrologue || trimmed(m_Reader.restOfLine()).empty())
+    switch (m_Place) {
+    case Place::InRow:
+        return addResidues();
+    case Place::InLine:
+        for (const char character : m_Reader.restOfLine()) {
+            if (!isBlank(character))
+                m_Lines.back().text += character > ' ' && character < '\x7f' ? character : '.';
+        }
+        return;
+    case Place::BeforeFirst:
+        return addPrologue();
+    }
+}
+
+void FastaParser::addPrologue()
+{
+    const std::string line = m_Reader.restOfLine();
+    if (trimmed(line) == kA3mMark) {
+        m_IsA3m = true;
+        return;
+    }
+    if (m_HasPrologue || trimmed(line).empty())
         return;
     m_HasPrologue = true;
     remark(m_Reader.line(), "text before the first \">\" was left out");
@@ -140,7 +181,7 @@ void FastaParser::addResidues()
 
 void FastaParser::finishRow()
 {
-    if (m_Alignment.rows.empty())
+    if (m_Place != Place::InRow)
         return;
     RowRecord &row = m_Alignment.rows.back();
     if (m_Row.width() == 0)
@@ -167,10 +208,16 @@ void FastaParser::finish()
     const std::uint64_t shortest = least->sequence.width;
     const std::uint64_t longest = most->sequence.width;
     m_Alignment.isAligned = shortest == longest;
-    if (m_Alignment.isAligned)
-        return;
-    if (isDotlessA2m() && openInsertColumns(rows)) {
-        m_Alignment.isAligned = true;
+    // Rows of one length are A3M only if the file says so: residues in small letters are no rarity.
+    if ((m_IsA3m || !m_Alignment.isAligned) && isDotlessA2m()) {
+        dropUnfitLines(m_MatchColumns.front());
+        m_IsA3m = openInsertColumns(rows, m_Lines);
+        m_Alignment.isAligned |= m_IsA3m;
+    } else if (m_Alignment.isAligned) {
+        dropUnfitLines(longest);
+    }
+    if (m_Alignment.isAligned) {
+        m_Alignment.columnAnnotations = std::move(m_Lines);
         return;
     }
     const bool hasGaps = std::any_of(rows.begin(), rows.end(), [](const RowRecord &row) {
@@ -178,6 +225,18 @@ void FastaParser::finish()
     });
     if (hasGaps)
         m_Alignment.remarks.push_back(describeUneven(m_Reader.fileName(), shortest, longest));
+}
+
+void FastaParser::dropUnfitLines(std::uint64_t columns)
+{
+    for (std::size_t i = m_Lines.size(); i > 0; --i) {
+        if (m_Lines[i - 1].text.size() == columns)
+            continue;
+        remark(m_LineOfLines[i - 1], shown(m_Lines[i - 1].tag) + " was left out, because it has " +
+                                         counted(m_Lines[i - 1].text.size(), "character") +
+                                         " for " + counted(columns, "column"));
+        m_Lines.erase(m_Lines.begin() + static_cast<std::ptrdiff_t>(i - 1));
+    }
 }
 
 bool FastaParser::isDotlessA2m() const

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -54,7 +55,7 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
 
 } // namespace
 
-bool openInsertColumns(std::vector<RowRecord> &rows)
+bool openInsertColumns(std::vector<RowRecord> &rows, std::vector<Annotation> &lines)
 {
     std::vector<std::uint32_t> longest;
     for (const RowRecord &row : rows) {
@@ -73,6 +74,14 @@ bool openInsertColumns(std::vector<RowRecord> &rows)
         wide.append(RowBuilder::kReadAhead, '\0');
         (void)builder.append(std::string_view(wide).substr(0, width));
         row.sequence = builder.take();
+    }
+    for (Annotation &line : lines) {
+        std::string wide(longest.front(), '.');
+        for (std::size_t column = 0; column < line.text.size(); ++column) {
+            wide += line.text[column];
+            wide.append(longest[column + 1], '.');
+        }
+        line.text = std::move(wide);
     }
     return true;
 }

@@ -10,8 +10,9 @@
 namespace TAMBO::formats {
 
 // Rows that have the same number of columns besides their inserted residues; each insertion is
-// made as wide as the longest one at that place, residues first. False, and the rows as they were,
-// when that would take more cells than any memory has.
-[[nodiscard]] bool openInsertColumns(std::vector<RowRecord> &rows);
+// made as wide as the longest one at that place, residues first. Nothing is said of inserted
+// columns in the lines, which have a character for each of the others. False, and everything as it
+// was, when that would take more cells than any memory has.
+[[nodiscard]] bool openInsertColumns(std::vector<RowRecord> &rows, std::vector<Annotation> &lines);
 
 } // namespace TAMBO::formats

@@ -174,7 +174,7 @@ void MsfParser::checkLengths()
                         "the file ends without residues of row " + shown(m_Rows.name(row)));
         if (width < longest && claimed != width)
             return fail(m_Rows.line(row), "row " + shown(m_Rows.name(row)) + " ends with " +
-                                              std::to_string(width) + " columns, expected " +
+                                              counted(width, "column") + ", expected " +
                                               std::to_string(claimed.value_or(longest)));
         wrong += claimed && *claimed != width ? 1 : 0;
         extended += width < longest ? 1 : 0;

@@ -111,8 +111,8 @@ void Attempt::readRows()
             ++m_Next;
         }
         if (m_Widths[row] > m_Size.columns)
-            return fail(lastLineOf(row), shownRow(row) + " has " + std::to_string(m_Widths[row]) +
-                                             " columns, expected " +
+            return fail(lastLineOf(row), shownRow(row) + " has " +
+                                             counted(m_Widths[row], "column") + ", expected " +
                                              std::to_string(m_Size.columns));
     }
 }
@@ -124,8 +124,8 @@ void Attempt::readBlocks()
         readBlock(false);
     for (std::size_t row = 0; row < m_Size.rows && m_Layout.fits(); ++row) {
         if (m_Widths[row] != m_Size.columns)
-            fail(lastLineOf(row), shownRow(row) + " has " + std::to_string(m_Widths[row]) +
-                                      " columns, expected " + std::to_string(m_Size.columns));
+            fail(lastLineOf(row), shownRow(row) + " has " + counted(m_Widths[row], "column") +
+                                      ", expected " + std::to_string(m_Size.columns));
     }
 }
 
@@ -151,8 +151,8 @@ void Attempt::readBlock(bool isFirst)
         if (row == 0)
             firstPiece = piece;
         else if (piece != firstPiece)
-            return fail(m_Next, shownRow(row) + " has " + std::to_string(piece) +
-                                    " columns here, the first row of the block has " +
+            return fail(m_Next, shownRow(row) + " has " + counted(piece, "column") +
+                                    " here, the first row of the block has " +
                                     std::to_string(firstPiece));
         ++m_Next;
     }
@@ -211,8 +211,8 @@ void Attempt::expectEnd()
 {
     if (!findLine() || isPhylipHeader(m_Lines[m_Next]))
         return;
-    fail(m_Next, "found " + shown(m_Lines[m_Next]) + " after " + std::to_string(m_Size.rows) +
-                     " rows of " + std::to_string(m_Size.columns) + " columns, expected the end");
+    fail(m_Next, "found " + shown(m_Lines[m_Next]) + " after " + counted(m_Size.rows, "row") +
+                     " of " + counted(m_Size.columns, "column") + ", expected the end");
 }
 
 } // namespace

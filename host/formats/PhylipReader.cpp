@@ -117,9 +117,9 @@ void PhylipParser::addAlignment()
     findLine();
     // A claim is believed only as far as there are lines for it.
     if (size.rows > m_Lines.size() - m_Next)
-        return fail(m_Lines.size() - 1,
-                    "the file ends after " + std::to_string(m_Lines.size() - m_Next) +
-                        " lines, expected " + std::to_string(size.rows) + " rows");
+        return fail(m_Lines.size() - 1, "the file ends after " +
+                                            counted(m_Lines.size() - m_Next, "line") +
+                                            ", expected " + counted(size.rows, "row"));
     const PhylipLayout layout = bestLayout(size);
     if (!layout.fits())
         return fail(layout.causeLine, layout.cause);

@@ -17,6 +17,13 @@ const std::vector<std::string> kFiles = {
     "malformed/alignments/pir_annotation_lines_before_sequence.pir",
     "alignments/fasta/easel_afa_1.fasta",
     "alignments/fasta/easel_a2m_1.a2m",
+    "alignments/clustal/names_with_pipes.aln",
+    "alignments/clustal/easel_clustal_1.aln",
+    "alignments/stockholm/simple.sto",
+    "alignments/stockholm/cbs_domain_with_gr_lines.sto",
+    "alignments/msf/globins.msf",
+    "alignments/phylip/globins_two_alignments.phy",
+    "alignments/phylip/sequential.phy",
     "structures/six_residue_peptide_5e5z.pdb",
     "structures/ubiquitin_1ubi_ca_only.pdb",
     "malformed/structures/insertion_codes_dummy.pdb",
@@ -33,13 +40,17 @@ void expectContentsOrMessage(const std::string &bytes)
         EXPECT_EQ(result.error().message.find('\n'), std::string::npos);
         return;
     }
-    EXPECT_EQ(result.value().alignments.size() + result.value().structures.size(), 1U);
+    EXPECT_GE(result.value().alignments.size() + result.value().structures.size(), 1U);
     for (const AlignmentRecord &alignment : result.value().alignments) {
-        EXPECT_FALSE(alignment.rows.empty());
+        ASSERT_FALSE(alignment.rows.empty());
+        for (const Annotation &said : alignment.columnAnnotations)
+            EXPECT_EQ(said.text.size(), alignment.rows.front().sequence.width);
         for (const RowRecord &row : alignment.rows) {
             const std::string text = row.sequence.text();
             EXPECT_EQ(text.size(), row.sequence.width);
             EXPECT_GT(row.sequence.width, 0U);
+            for (const Annotation &said : row.residueAnnotations)
+                EXPECT_EQ(said.text.size(), row.sequence.width);
             if (alignment.isAligned) {
                 EXPECT_EQ(row.sequence.width, alignment.rows.front().sequence.width);
             }

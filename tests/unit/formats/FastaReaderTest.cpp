@@ -172,13 +172,6 @@ TEST(FastaReader, A2mWithItsDotsIsAnAlignment)
     EXPECT_THAT(rowTexts(alignment), ElementsAre("ACde", "A--f"));
 }
 
-TEST(FastaReader, A2mWithoutDotsGetsItsInsertColumnsBack)
-{
-    const AlignmentRecord alignment = read(">a\nACD\n>b\nnA-cdeD\n>c\nAfCDgg\n");
-    EXPECT_TRUE(alignment.isAligned);
-    EXPECT_THAT(rowTexts(alignment), ElementsAre("-A-C---D--", "nA--cdeD--", "-AfC---Dgg"));
-}
-
 TEST(FastaReader, RealA2mWithoutDotsEqualsTheAlignedFile)
 {
     const AlignmentRecord a2m =

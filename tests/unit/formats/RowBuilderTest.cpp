@@ -48,6 +48,25 @@ std::string withDashes(std::string cells)
     return cells;
 }
 
+TEST(RowBuilder, TakenRowGoesOnWhereItEnded)
+{
+    std::mt19937 random(2);
+    for (std::size_t before = 0; before < 200; ++before) {
+        const std::string first = randomCells(before, random);
+        const std::string second = randomCells(200 - before, random);
+        RowBuilder builder;
+        EXPECT_EQ(builder.append(Text(first).view()), first.size());
+        GappedSequence row = builder.take();
+        RowBuilder other;
+        other.resume(std::move(row));
+        EXPECT_EQ(other.width(), first.size());
+        EXPECT_EQ(other.append(Text(second).view()), second.size());
+        const GappedSequence whole = other.take();
+        EXPECT_EQ(whole.text(), withDashes(first + second));
+        EXPECT_EQ(whole.occupancy.size(), (whole.width + 63) / 64);
+    }
+}
+
 TEST(RowBuilder, PiecesOfEveryLengthAddUpToTheRow)
 {
     std::mt19937 random(1);

@@ -29,6 +29,38 @@ std::vector<std::string> linesOf(std::string_view text)
     return lines;
 }
 
+TEST(TextReader, WordsEndAtBlanksAndAtTheLine)
+{
+    const TemporaryFile file("x", "  one\ttwo \n\n \nthree");
+    ByteSource source(file.path(), kNoProgress);
+    TextReader reader(source);
+    std::vector<std::vector<std::string>> lines;
+    while (reader.nextLine()) {
+        lines.emplace_back();
+        for (std::string word; !(word = reader.nextWord()).empty();)
+            lines.back().push_back(word);
+    }
+    EXPECT_THAT(lines,
+                ElementsAre(ElementsAre("one", "two"), IsEmpty(), IsEmpty(), ElementsAre("three")));
+}
+
+TEST(TextReader, WordsAreWholeAcrossTheEdgesOfTheBuffer)
+{
+    const std::size_t buffer = std::size_t{1} << 18U;
+    for (std::size_t length = buffer - 8; length <= buffer + 3; ++length) {
+        const TemporaryFile file("x", "a" + std::string(length, ' ') + "word  rest\nnext");
+        ByteSource source(file.path(), kNoProgress);
+        TextReader reader(source);
+        ASSERT_TRUE(reader.nextLine());
+        EXPECT_EQ(reader.nextWord(), "a");
+        EXPECT_EQ(reader.nextWord(), "word");
+        EXPECT_EQ(reader.restOfLine(), "  rest");
+        ASSERT_TRUE(reader.nextLine());
+        EXPECT_EQ(reader.nextWord(), "next");
+        EXPECT_EQ(reader.nextWord(), "");
+    }
+}
+
 TEST(TextReader, EveryLineEndIsOne)
 {
     EXPECT_THAT(linesOf("a\nb\r\nc\rd\n\r\n\re"), ElementsAre("a", "b", "c", "d", "", "", "e"));
