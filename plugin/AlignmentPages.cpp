@@ -3,6 +3,7 @@
 
 #include "Check.h"
 #include "LetterColor.h"
+#include "Logger.h"
 #include "ResidueItem.h"
 
 #include <QElapsedTimer>
@@ -75,12 +76,15 @@ void AlignmentPages::print()
     const int blockLines = m_RowLines + kOtherLines;
     if (linesPerPage < blockLines) {
         qDebug("Too many sequences to fit in one page.\nConsider smaller font.");
+        Logger::Write("Nothing was printed: there are more sequences than lines on a page. A "
+                      "smaller font helps.");
         return;
     }
     m_FirstColumn = m_LabelWidth + m_NumberWidth + m_CellWidth / 2;
     m_BlockColumns = (m_Printer.width() - m_FirstColumn) / m_CellWidth;
     if (m_BlockColumns < 1 && m_RowCount > 0) {
         qDebug("Page too narrow for one column.");
+        Logger::Write("Nothing was printed: the page is too narrow for one column.");
         return;
     }
     QElapsedTimer timer;

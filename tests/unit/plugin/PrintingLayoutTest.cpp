@@ -471,10 +471,14 @@ TEST_F(PrintingLayout, ALegendMayPushTheLastBlockBeyondThePage)
 TEST_F(PrintingLayout, TooManySequencesForAPageAreRefused)
 {
     TAMBO::Alignment &shown = alignment(Texts(8, letters(100)));
+    const LogLines log;
     const Print refused = print(shown, ZEP::KALMO2::Fat, pageOf(10));
     EXPECT_TRUE(refused.printer->isEmpty());
     EXPECT_EQ(refused.messages,
               QStringList("Too many sequences to fit in one page.\nConsider smaller font."));
+    EXPECT_EQ(log.texts(),
+              QStringList("Nothing was printed: there are more sequences than lines on "
+                          "a page. A smaller font helps."));
 }
 
 TEST_F(PrintingLayout, AsManyLinesAsABlockGiveABlockPerPage)
@@ -500,10 +504,13 @@ TEST_F(PrintingLayout, APageTooNarrowForAColumnIsRefused)
     TAMBO::Alignment &shown = alignment({"ACD"});
     Print any = print(shown);
     const PageLayout at = layout(any, shown);
+    const LogLines log;
     const Print refused =
         print(shown, ZEP::KALMO2::Fat, {at.left + at.measures.cell - 1, kA4.height()});
     EXPECT_TRUE(refused.printer->isEmpty());
     EXPECT_EQ(refused.messages, QStringList("Page too narrow for one column."));
+    EXPECT_EQ(log.texts(),
+              QStringList("Nothing was printed: the page is too narrow for one column."));
     Print made = print(shown, ZEP::KALMO2::Fat, {at.left + at.measures.cell, kA4.height()});
     EXPECT_EQ(made.messages.count("Printed section 3."), 1);
 }
