@@ -12,6 +12,7 @@
 namespace TAMBO {
 
 class Peptide;
+class PositionEdit;
 class ResidueGroup;
 
 class Atom final : public Compound
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
 
 private:
+    friend class PositionEdit;
+
     void fill(AtomRecord &&record);
 
     std::string m_Name;

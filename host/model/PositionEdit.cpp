@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PositionEdit.h"
+
+#include "Atom.h"
+#include "ChangeScope.h"
+#include "Peptide.h"
+#include "Structure.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO {
+
+bool moveStructures(const std::vector<StructureMotion> &motions)
+{
+    std::vector<Structure *> structures;
+    for (const StructureMotion &moved : motions) {
+        const Compound *const locked = lockWithin(*moved.structure);
+        if (locked != nullptr && !mayChange(*locked))
+            return false;
+        structures.push_back(moved.structure);
+    }
+    if (structures.empty())
+        return true;
+    const ChangeScope scope(Publisher::Update);
+    recordInverse(std::make_unique<PositionEdit>(std::move(structures)));
+    for (const StructureMotion &moved : motions)
+        PositionEdit::move(moved);
+    return true;
+}
+
+const Compound *lockWithin(const Structure &structure)
+{
+    if (const Compound *const locked = lockOn(structure))
+        return locked;
+    for (std::size_t i = 0; i < structure.objectCount(); ++i) {
+        if (structure.chain(i)->IsLocked())
+            return structure.chain(i);
+    }
+    return nullptr;
+}
+
+template <typename Visit> void PositionEdit::forEachAtom(const Structure &structure, Visit visit)
+{
+    std::vector<Compound *> atoms;
+    for (std::size_t i = 0; i < structure.objectCount(); ++i) {
+        atoms.clear();
+        structure.chain(i)->appendAtoms(atoms);
+        for (Compound *atom : atoms) {
+            auto &found = static_cast<Atom &>(*atom);
+            if (found.m_Position.isDefined())
+                visit(found);
+        }
+    }
+}
+
+PositionEdit::PositionEdit(std::vector<Structure *> structures)
+    : m_Structures(std::move(structures))
+{
+    for (const Structure *structure : m_Structures)
+        forEachAtom(*structure,
+                    [&](const Atom &atom) { m_Places.push_back(atom.m_Position.coordinates()); });
+    m_Places.shrink_to_fit();
+}
+
+PositionEdit::~PositionEdit() = default;
+
+void PositionEdit::move(const StructureMotion &moved)
+{
+    forEachAtom(*moved.structure,
+                [&](Atom &atom) { atom.m_Position = moved.motion(atom.m_Position); });
+}
+
+std::unique_ptr<Edit> PositionEdit::apply()
+{
+    exchange();
+    auto inverse = std::make_unique<PositionEdit>(std::vector<Structure *>());
+    inverse->m_Structures = std::move(m_Structures);
+    inverse->m_Places = std::move(m_Places);
+    return inverse;
+}
+
+void PositionEdit::exchange()
+{
+    std::size_t next = 0;
+    for (const Structure *structure : m_Structures) {
+        forEachAtom(*structure, [&](Atom &atom) {
+            const Vector<float, 3> place = m_Places[next];
+            m_Places[next++] = atom.m_Position.coordinates();
+            atom.m_Position = Vertex(place[0], place[1], place[2]);
+        });
+    }
+}
+
+std::size_t PositionEdit::bytes() const
+{
+    return sizeof(*this) + m_Structures.capacity() * sizeof(m_Structures[0]) +
+           m_Places.capacity() * sizeof(m_Places[0]);
+}
+
+Compound *PositionEdit::subject() const
+{
+    return m_Structures.front();
+}
+
+void PositionEdit::appendSubjects(std::vector<const Compound *> &out) const
+{
+    out.insert(out.end(), m_Structures.begin(), m_Structures.end());
+}
+
+const Compound *PositionEdit::guarded() const
+{
+    for (const Structure *structure : m_Structures) {
+        if (const Compound *const locked = lockWithin(*structure))
+            return locked;
+    }
+    return m_Structures.front();
+}
+
+} // namespace TAMBO

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SuperposePlan.h"
+
+#include "AlignmentTable.h"
+#include "Structure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+namespace TAMBO {
+
+namespace {
+
+using Column = AlignmentTable::Column;
+
+constexpr std::size_t kFewestColumns = 3;
+// Angstrom. Points nearer to a line than this are on it.
+constexpr double kLineWidth = 0.01;
+
+// The CA atoms of a row that belong to one structure.
+struct RowPlaces
+{
+    std::string name;
+    // Null when no residue has a CA atom.
+    Structure *structure = nullptr;
+    // Ascending.
+    std::vector<Column> columns;
+    std::vector<Vertex> points;
+};
+
+struct StructureCount
+{
+    Structure *structure;
+    std::size_t residues;
+};
+
+bool mayHaveCoordinates(const Peptide &sequence)
+{
+    return sequence.hasTies() || dynamic_cast<const Structure *>(sequence.Parent()) != nullptr;
+}
+
+// Calls visit(column, structure, point) for the residues of the row that have a CA atom.
+template <typename Visit> void forEachPlace(const AlignmentRow &row, Visit visit)
+{
+    const Peptide &sequence = row.sequence();
+    row.forEachResidue(0, row.cells().end(), [&](Column column, std::uint32_t index) {
+        const Vertex point = sequence.position(index);
+        if (!point.isDefined())
+            return;
+        Compound *const parent = sequence.resolve(index).peptide->Parent();
+        if (auto *const structure = dynamic_cast<Structure *>(parent))
+            visit(column, structure, point);
+    });
+}
+
+RowPlaces placesOf(const AlignmentRow &row)
+{
+    RowPlaces places;
+    places.name = row.name();
+    if (!mayHaveCoordinates(row.sequence()) || !row.isWithinSequence())
+        return places;
+    std::vector<StructureCount> counts;
+    forEachPlace(row, [&](Column, Structure *structure, const Vertex &) {
+        const auto found = std::ranges::find(counts, structure, &StructureCount::structure);
+        if (found == counts.end())
+            counts.push_back({structure, 1});
+        else
+            ++found->residues;
+    });
+    if (counts.empty())
+        return places;
+    places.structure = std::ranges::max_element(counts, {}, &StructureCount::residues)->structure;
+    forEachPlace(row, [&](Column column, const Structure *structure, const Vertex &point) {
+        if (structure == places.structure) {
+            places.columns.push_back(column);
+            places.points.push_back(point);
+        }
+    });
+    return places;
+}
+
+std::vector<Column> commonColumns(const std::vector<RowPlaces> &rows)
+{
+    std::vector<Column> common = rows.front().columns;
+    for (const RowPlaces &row : rows) {
+        std::vector<Column> both;
+        std::ranges::set_intersection(common, row.columns, std::back_inserter(both));
+        common = std::move(both);
+    }
+    return common;
+}
+
+// The points of the columns, all of which the row has.
+std::vector<Vertex> pointsAt(const RowPlaces &row, const std::vector<Column> &columns)
+{
+    std::vector<Vertex> points;
+    points.reserve(columns.size());
+    std::size_t i = 0;
+    for (const Column column : columns) {
+        while (row.columns[i] != column)
+            ++i;
+        points.push_back(row.points[i]);
+    }
+    return points;
+}
+
+// A turn about the line would change nothing, so that no turn is the best one.
+bool areOnLine(const std::vector<Vertex> &points)
+{
+    using Point = std::array<double, 3>;
+    const auto fromFirst = [&](const Vertex &point) {
+        const Vertex &first = points.front();
+        return Point{double(point.x()) - first.x(), double(point.y()) - first.y(),
+                     double(point.z()) - first.z()};
+    };
+    const auto length = [](const Point &p) { return std::hypot(p[0], p[1], p[2]); };
+    const Vertex &farthest = *std::ranges::max_element(
+        points, {}, [&](const Vertex &point) { return length(fromFirst(point)); });
+    const Point along = fromFirst(farthest);
+    const double extent = length(along);
+    return extent < kLineWidth || std::ranges::all_of(points, [&](const Vertex &point) {
+               const Point p = fromFirst(point);
+               const Point cross = {along[1] * p[2] - along[2] * p[1],
+                                    along[2] * p[0] - along[0] * p[2],
+                                    along[0] * p[1] - along[1] * p[0]};
+               return length(cross) / extent < kLineWidth;
+           });
+}
+
+// What is wrong with the choice itself; nothing when it is fine.
+std::optional<Failure> objection(const std::vector<RowPlaces> &rows)
+{
+    if (rows.size() < 2)
+        return Failure{"Choose two chains or more."};
+    for (const RowPlaces &row : rows) {
+        if (row.structure == nullptr)
+            return Failure{row.name + " has no coordinates."};
+    }
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        const auto other = std::find_if(rows.begin(), row, [&](const RowPlaces &earlier) {
+            return earlier.structure == row->structure;
+        });
+        if (other != row)
+            return Failure{other->name + " and " + row->name + " belong to the same structure, " +
+                           row->structure->Name() + ", which moves as a whole."};
+    }
+    // The first one stays where it is.
+    for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
+        if (const Compound *const locked = lockWithin(*row->structure))
+            return Failure{locked->GetFQName() + " is locked."};
+    }
+    return {};
+}
+
+std::string countText(std::size_t columns)
+{
+    if (columns == 0)
+        return "no column";
+    return columns == 1 ? "1 column" : std::to_string(columns) + " columns";
+}
+
+PlannedMove plannedMove(const RowPlaces &row, const std::vector<Vertex> &fixed,
+                        const std::vector<Vertex> &moving)
+{
+    std::vector<PointPair> pairs;
+    pairs.reserve(fixed.size());
+    for (std::size_t i = 0; i < fixed.size(); ++i)
+        pairs.push_back({moving[i], fixed[i]});
+    const Superposition motion(pairs);
+    const double before = rootMeanSquareDistance(pairs);
+    for (PointPair &pair : pairs)
+        pair.moving = motion(pair.moving);
+    return {row.name, {row.structure, motion}, before, rootMeanSquareDistance(pairs)};
+}
+
+} // namespace
+
+std::vector<SuperposableRow> superposableRows(const Alignment &alignment)
+{
+    std::vector<SuperposableRow> found;
+    const AlignmentTable &table = alignment.table();
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        const RowPlaces places = placesOf(table.row(row));
+        if (places.structure != nullptr)
+            found.push_back({row, places.name, places.structure, places.points.size()});
+    }
+    return found;
+}
+
+Result<SuperposePlan> planSuperposition(const Alignment &alignment,
+                                        const std::vector<unsigned long> &rows)
+{
+    std::vector<RowPlaces> places;
+    for (const unsigned long row : rows) {
+        if (row >= alignment.table().rowCount())
+            return Failure{"The alignment has no row " + std::to_string(row + 1) + "."};
+        places.push_back(placesOf(alignment.table().row(row)));
+    }
+    if (std::optional<Failure> failure = objection(places))
+        return *std::move(failure);
+    const std::vector<Column> columns = commonColumns(places);
+    if (columns.size() < kFewestColumns)
+        return Failure{"The chosen chains have CA atoms in " + countText(columns.size()) +
+                       " together; superposing takes 3."};
+    SuperposePlan plan{places.front().name, columns.size(), {}};
+    const std::vector<Vertex> fixed = pointsAt(places.front(), columns);
+    for (const RowPlaces &row : places) {
+        const std::vector<Vertex> points = pointsAt(row, columns);
+        if (areOnLine(points))
+            return Failure{"The CA atoms of " + row.name + " in the " + countText(columns.size()) +
+                           " of all chosen chains stand in one line, which leaves open how to turn "
+                           "them."};
+        if (&row != &places.front())
+            plan.moves.push_back(plannedMove(row, fixed, points));
+    }
+    return plan;
+}
+
+} // namespace TAMBO

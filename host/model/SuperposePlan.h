@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What superposing structures along an alignment would do, before anything is moved.
+#pragma once
+
+#include "PositionEdit.h"
+#include "Result.h"
+
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+class Alignment;
+class Structure;
+
+// A row whose residues have coordinates.
+struct SuperposableRow
+{
+    unsigned long row;
+    std::string name;
+    // Where the most of its residues are.
+    Structure *structure;
+    // With a CA atom there.
+    std::size_t residues;
+};
+
+[[nodiscard]] std::vector<SuperposableRow> superposableRows(const Alignment &alignment);
+
+struct PlannedMove
+{
+    // Of the row.
+    std::string name;
+    StructureMotion motion;
+    // Angstrom, of the CA atoms of the common columns.
+    double rmsdBefore;
+    double rmsdAfter;
+};
+
+struct SuperposePlan
+{
+    // The name of the row that stays.
+    std::string reference;
+    // In which all chosen rows have a CA atom: the pairs of each move.
+    std::size_t columns;
+    std::vector<PlannedMove> moves;
+};
+
+// The structures of the rows onto that of the first one, each as a whole. The failure says in one
+// sentence what is in the way.
+[[nodiscard]] Result<SuperposePlan> planSuperposition(const Alignment &alignment,
+                                                      const std::vector<unsigned long> &rows);
+
+} // namespace TAMBO
