@@ -11,23 +11,29 @@ if(TAMBO_SANITIZE)
         LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp)
 endif()
 
-# tambo_test(name SOURCES ... LIBRARIES ... [QT] [LABEL unit|window|plugin|slow])
+# tambo_test(name SOURCES ... LIBRARIES ... [QT] [LABEL unit|window|plugin|slow] [PROGRAMS ...])
 # One test program; every case is a CTest test of its own, but under the sanitizers, where starting
 # a process costs more than a case, the program is one test. With QT it runs under an application
-# object on the offscreen platform, and fails on any message that the case did not announce.
+# object on the offscreen platform, and fails on any message that the case did not announce. The
+# programs are built before it and stand in BUILD_DIR/bin; window tests know that place as well.
 function(tambo_test name)
-    cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES;PROGRAMS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${name} PRIVATE
         TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
-        SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-        BUILD_DIR="${PROJECT_BINARY_DIR}")
-    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::flags GTest::gmock)
+        SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::test_flags GTest::gmock)
     if(arg_QT)
         target_link_libraries(${name} PRIVATE test_support)
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    endif()
+    if(arg_PROGRAMS OR arg_LABEL STREQUAL window)
+        target_compile_definitions(${name} PRIVATE BUILD_DIR="${PROJECT_BINARY_DIR}")
+    endif()
+    if(arg_PROGRAMS)
+        add_dependencies(${name} ${arg_PROGRAMS})
     endif()
     if(NOT arg_LABEL)
         set(arg_LABEL unit)

@@ -1,12 +1,14 @@
 # What every target of the project is compiled with; linked privately, so none of it leaks out.
+add_library(tambo_warnings INTERFACE)
 add_library(tambo_flags INTERFACE)
 add_library(Tambo::flags ALIAS tambo_flags)
-target_compile_options(tambo_flags INTERFACE -Wall -Wextra -Wpedantic
+target_link_libraries(tambo_flags INTERFACE tambo_warnings)
+target_compile_options(tambo_warnings INTERFACE -Wall -Wextra -Wpedantic
                                              $<$<BOOL:${TAMBO_WERROR}>:-Werror>)
-target_compile_definitions(tambo_flags INTERFACE QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_definitions(tambo_warnings INTERFACE QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 # GCC 12 sees overlapping copies in every optimised "text" + std::string (its bug 105651).
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    target_compile_options(tambo_flags INTERFACE -Wno-restrict)
+    target_compile_options(tambo_warnings INTERFACE -Wno-restrict)
 endif()
 if(TAMBO_SANITIZE)
     target_compile_options(tambo_flags INTERFACE -fsanitize=address,undefined
@@ -14,11 +16,25 @@ if(TAMBO_SANITIZE)
                                                  -fno-omit-frame-pointer)
     target_link_options(tambo_flags INTERFACE -fsanitize=address,undefined)
 endif()
+# The sources of tests. They are most of what there is to compile, and neither their speed nor their
+# own instrumentation is of use: the program that they run has both.
+add_library(tambo_test_flags INTERFACE)
+add_library(Tambo::test_flags ALIAS tambo_test_flags)
+target_link_libraries(tambo_test_flags INTERFACE tambo_warnings)
+target_compile_options(tambo_test_flags INTERFACE -O0)
+if(TAMBO_SANITIZE)
+    target_link_options(tambo_test_flags INTERFACE -fsanitize=address,undefined)
+endif()
 if(TAMBO_COVERAGE)
+    target_link_options(tambo_test_flags INTERFACE --coverage)
     target_compile_options(tambo_flags INTERFACE --coverage)
     target_link_options(tambo_flags INTERFACE --coverage)
 endif()
 
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
-# Between optimised and debuggable: enough of both for a run of all tests under the sanitizers.
-set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g1")
+# Given to the program's sources only: those of tests are compiled alike in every build, so that a
+# compiler cache has to do it once.
+set(CMAKE_CXX_FLAGS_RELEASE "")
+set(CMAKE_CXX_FLAGS_SANITIZE "")
+# For the sanitizers between optimised and debuggable: enough of both for a run of all tests.
+target_compile_options(tambo_flags INTERFACE
+    $<$<CONFIG:Release>:-O2;-DNDEBUG> $<$<CONFIG:Sanitize>:-O1;-g1>)
