@@ -32,8 +32,12 @@ protected:
     }
     ~AcidColor() override { ResidueScales::setInstance(nullptr); }
 
-    static void setScales(std::vector<ResidueScale> scales)
+    using NamedValues = std::pair<std::string, std::map<char, float>>;
+    static void setScales(const std::vector<NamedValues> &values)
     {
+        std::vector<ResidueScale> scales;
+        for (const auto &[name, ofLetters] : values)
+            scales.push_back({name, "", "", ofLetters});
         ResidueScales::setInstance(std::make_unique<ResidueScales>(std::move(scales)));
     }
     static QComboBox &box(const ZEP::AcidColor &dialog) { return *dialog.findChild<QComboBox *>(); }
