@@ -192,7 +192,7 @@ TEST(ColormapContract, NoFileAtAllGivesGreyWithoutAWord)
 
 TEST(ResidueTypesContract, PropertiesAreAppendedInOrder)
 {
-    const ScopedScales scales({{"b", {}}, {"a", {}}, {"c", {}}});
+    const ScopedScales scales({{"b", "", "", {}}, {"a", "", "", {}}, {"c", "", "", {}}});
     std::vector<std::string> names = {"before"};
     ResidueTypes::Properties(names);
     EXPECT_THAT(names, ElementsAre("before", "b", "a", "c"));
@@ -200,7 +200,7 @@ TEST(ResidueTypesContract, PropertiesAreAppendedInOrder)
 
 TEST(ResidueTypesContract, AValueIsGivenForAKnownLetterOnly)
 {
-    const ScopedScales scales({{"b", {{'A', 1.5F}}}});
+    const ScopedScales scales({{"b", "", "", {{'A', 1.5F}}}});
     float value = 7;
     EXPECT_TRUE(ResidueTypes::GetValue("b", 'A', value));
     EXPECT_EQ(value, 1.5F);
