@@ -2,6 +2,7 @@
 #include "VirtualScreen.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QThread>
 #include <QtEndian>
@@ -19,13 +20,20 @@ constexpr int kPauseMilliseconds = 10;
 enum HeaderWord { HeaderSize = 0, Width = 4, Height = 5, BytesPerLine = 12, ColorCount = 19 };
 constexpr qsizetype kColorBytes = 12;
 
+QStringList moveTo(QPoint place)
+{
+    return {"mousemove", QString::number(place.x()), QString::number(place.y())};
+}
+
 } // namespace
 
 VirtualScreen::VirtualScreen()
 {
     m_Server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // Without "-noreset" it would begin anew, and drop who is just connecting, each time that the
+    // last client leaves.
     m_Server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-dpi", "96",
-                            "-nolisten", "tcp", "-fbdir", m_Folder.path()});
+                            "-nolisten", "tcp", "-noreset", "-fbdir", m_Folder.path()});
     QByteArray number;
     while (!number.endsWith('\n') && m_Server.waitForReadyRead(-1))
         number += m_Server.readAllStandardOutput();
@@ -35,12 +43,27 @@ VirtualScreen::VirtualScreen()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_Display);
     m_Manager.setProcessEnvironment(environment);
-    m_Manager.start("openbox", {"--sm-disable"});
+    m_Manager.start("openbox", {"--sm-disable", "--config-file", writeManagerSettings()});
     waitUntil([this] {
         return m_Manager.state() == QProcess::NotRunning ||
                xdotool({"get_num_desktops"}).has_value();
     });
     EXPECT_EQ(m_Manager.state(), QProcess::Running) << "the window manager does not start";
+}
+
+// A window manager that takes clicks to focus windows holds the mouse meanwhile, and what comes
+// while it is held is delivered as if it had happened where the pointer is afterwards. Here it
+// takes none.
+QString VirtualScreen::writeManagerSettings() const
+{
+    QFile file(m_Folder.filePath("openbox.xml"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<?xml version=\"1.0\"?>\n"
+               "<openbox_config xmlns=\"http://openbox.org/3.4/rc\">\n"
+               "  <focus><focusNew>yes</focusNew></focus>\n"
+               "  <mouse></mouse>\n"
+               "</openbox_config>\n");
+    return file.fileName();
 }
 
 VirtualScreen::~VirtualScreen()
@@ -59,18 +82,32 @@ void VirtualScreen::waitUntil(const std::function<bool()> &condition)
     }
 }
 
-QImage VirtualScreen::picture() const
+QImage VirtualScreen::picture(const QRect &area) const
 {
     QFile file(m_Folder.filePath("Xvfb_screen0"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    const auto word = [&bytes](HeaderWord place) {
-        return qFromBigEndian<quint32>(bytes.constData() + 4 * place);
+    const uchar *bytes = file.map(0, file.size());
+    const auto word = [bytes](HeaderWord place) {
+        return qFromBigEndian<quint32>(bytes + 4 * place);
     };
-    const qsizetype begin = word(HeaderSize) + kColorBytes * word(ColorCount);
-    const QImage image(reinterpret_cast<const uchar *>(bytes.constData() + begin), int(word(Width)),
-                       int(word(Height)), qsizetype(word(BytesPerLine)), QImage::Format_RGB32);
-    return image.copy();
+    const uchar *pixels = bytes + word(HeaderSize) + kColorBytes * word(ColorCount);
+    const QImage image(pixels, int(word(Width)), int(word(Height)), qsizetype(word(BytesPerLine)),
+                       QImage::Format_RGB32);
+    return image.copy(area.isNull() ? image.rect() : area);
+}
+
+bool VirtualScreen::isAsleep(qint64 process)
+{
+    const QDir threads(QString("/proc/%1/task").arg(process));
+    return std::ranges::all_of(threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+                               [&](const QString &thread) {
+                                   QFile file(threads.filePath(thread + "/stat"));
+                                   if (!file.open(QIODevice::ReadOnly))
+                                       return true;
+                                   // The state stands behind the name, which is in parentheses.
+                                   const QByteArray text = file.readAll();
+                                   return text.mid(text.lastIndexOf(')')).startsWith(") S");
+                               });
 }
 
 std::optional<QString> VirtualScreen::run(const QString &program,
@@ -105,6 +142,19 @@ QStringList VirtualScreen::findWindows(const QString &title) const
     return windows;
 }
 
+QStringList VirtualScreen::findPopups() const
+{
+    const auto found = [this](const QString &property) {
+        return xdotool({"search", "--onlyvisible", property, "."})
+            .value_or(QString())
+            .split('\n', Qt::SkipEmptyParts);
+    };
+    QStringList windows = found("--class");
+    for (const QString &titled : found("--name"))
+        windows.removeAll(titled);
+    return windows;
+}
+
 QRect VirtualScreen::geometryOf(const QString &window) const
 {
     QMap<QString, int> values;
@@ -117,26 +167,40 @@ QRect VirtualScreen::geometryOf(const QString &window) const
 
 void VirtualScreen::click(QPoint place, int button) const
 {
-    EXPECT_TRUE(xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()),
-                         "click", QString::number(button)}));
+    EXPECT_TRUE(xdotool(moveTo(place) + QStringList{"click", QString::number(button)}));
 }
 
 void VirtualScreen::doubleClick(QPoint place) const
 {
-    EXPECT_TRUE(xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()),
-                         "click", "--repeat", "2", "1"}));
+    EXPECT_TRUE(xdotool(moveTo(place) + QStringList{"click", "--repeat", "2", "1"}));
 }
 
 void VirtualScreen::drag(QPoint from, QPoint to, int button) const
 {
     const QString number = QString::number(button);
-    const QPoint middle = (from + to) / 2;
-    QStringList words = {"mousemove", QString::number(from.x()), QString::number(from.y()),
-                         "mousedown", number};
-    for (const QPoint &place : {middle, to})
-        words << "mousemove" << QString::number(place.x()) << QString::number(place.y());
-    words << "mouseup" << number;
-    EXPECT_TRUE(xdotool(words));
+    EXPECT_TRUE(xdotool(moveTo(from) + QStringList{"mousedown", number} + moveTo((from + to) / 2) +
+                        moveTo(to) + QStringList{"mouseup", number}));
+}
+
+void VirtualScreen::shiftClick(QPoint place, int button) const
+{
+    EXPECT_TRUE(xdotool(QStringList{"keydown", "shift"} + moveTo(place) +
+                        QStringList{"click", QString::number(button), "keyup", "shift"}));
+}
+
+void VirtualScreen::moveMouse(QPoint place) const
+{
+    EXPECT_TRUE(xdotool(moveTo(place)));
+}
+
+void VirtualScreen::press(int button) const
+{
+    EXPECT_TRUE(xdotool({"mousedown", QString::number(button)}));
+}
+
+void VirtualScreen::release(int button) const
+{
+    EXPECT_TRUE(xdotool({"mouseup", QString::number(button)}));
 }
 
 void VirtualScreen::moveWindow(const QString &window, QPoint place) const
@@ -159,5 +223,5 @@ void VirtualScreen::pressKey(const QString &key) const
 void VirtualScreen::typeText(const QString &window, const QString &text) const
 {
     EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
-    EXPECT_TRUE(xdotool({"type", text}));
+    EXPECT_TRUE(xdotool({"type", "--delay", "1", text}));
 }

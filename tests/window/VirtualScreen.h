@@ -18,16 +18,25 @@ public:
     ~VirtualScreen();
 
     [[nodiscard]] QString display() const { return m_Display; }
-    [[nodiscard]] QImage picture() const;
+    // Of a part of the screen, or of all of it.
+    [[nodiscard]] QImage picture(const QRect &area = QRect()) const;
+    // Whether the server has nothing to do at this moment.
+    [[nodiscard]] bool isIdle() const { return isAsleep(m_Server.processId()); }
 
     // The visible windows of exactly this title, the largest first.
     [[nodiscard]] QStringList findWindows(const QString &title) const;
+    // Menus and tool tips.
+    [[nodiscard]] QStringList findPopups() const;
     // Of the window without its frame.
     [[nodiscard]] QRect geometryOf(const QString &window) const;
 
     void click(QPoint place, int button = 1) const;
     void doubleClick(QPoint place) const;
     void drag(QPoint from, QPoint to, int button = 1) const;
+    void shiftClick(QPoint place, int button) const;
+    void moveMouse(QPoint place) const;
+    void press(int button) const;
+    void release(int button) const;
     void moveWindow(const QString &window, QPoint place) const;
     // To the window, after it has got the keyboard.
     void pressKey(const QString &window, const QString &key) const;
@@ -37,8 +46,11 @@ public:
 
     // Waits for as long as it takes.
     static void waitUntil(const std::function<bool()> &condition);
+    // Whether all threads of the process wait for something, rather than for the processor.
+    [[nodiscard]] static bool isAsleep(qint64 process);
 
 private:
+    [[nodiscard]] QString writeManagerSettings() const;
     // The output of a program that works on the screen; nothing when it fails.
     [[nodiscard]] std::optional<QString> run(const QString &program,
                                              const QStringList &arguments) const;

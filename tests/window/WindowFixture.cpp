@@ -2,12 +2,16 @@
 #include "WindowFixture.h"
 
 #include "AminoAcids.h"
+#include "FileReader.h"
 
 #include <QFile>
 #include <QFont>
 #include <QFontMetrics>
 
 namespace {
+
+// "Save" in the editor's File menu.
+constexpr int kSaveEntry = 6;
 
 // As the editor measures its cells, in the font that the settings give it.
 QSize cellSize()
@@ -62,6 +66,12 @@ bool WindowFixture::isRunning() const
     return m_Program.state() == QProcess::Running;
 }
 
+bool WindowFixture::isSettled() const
+{
+    const auto isAsleep = [this] { return VirtualScreen::isAsleep(m_Program.processId()); };
+    return isAsleep() && m_Screen.isIdle() && isAsleep();
+}
+
 QString WindowFixture::window(const QString &title, int count)
 {
     QStringList found;
@@ -88,7 +98,7 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
     grid.cell = cellSize();
     const auto isGrid = [&](const QImage &image, QPoint corner) {
         for (int i = 0; i < letters.size(); ++i) {
-            const QPoint place = corner + QPoint(i * grid.cell.width() + 2, 2);
+            const QPoint place = corner + QPoint(i * grid.cell.width(), 0);
             if (!image.valid(place) || image.pixelColor(place) != colorOf(letters[i].toLatin1()))
                 return false;
         }
@@ -110,6 +120,37 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
     });
     EXPECT_TRUE(isFound) << "the program ended before the alignment was painted";
     return grid;
+}
+
+QStringList WindowFixture::save(const QString &editor, const QString &file)
+{
+    m_Screen.pressKey(editor, "alt+f");
+    for (int entry = 0; entry < kSaveEntry; ++entry)
+        m_Screen.pressKey("Down");
+    m_Screen.pressKey("Return");
+    m_Screen.typeText(window("Save As"), file);
+    // Names that are offered to complete the text would take the next key.
+    VirtualScreen::waitUntil([this] {
+        if (!isSettled())
+            return !isRunning();
+        if (m_Screen.findPopups().isEmpty())
+            return true;
+        m_Screen.pressKey("Escape");
+        return false;
+    });
+    m_Screen.pressKey("Return");
+    waitForWindows("Save As", 0);
+    // A file takes its name when it is complete.
+    VirtualScreen::waitUntil([&] { return QFile::exists(file) || !isRunning(); });
+    TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
+    QStringList rows;
+    EXPECT_TRUE(contents.has_value());
+    if (contents.has_value()) {
+        EXPECT_EQ(contents->alignments.size(), 1U);
+        for (const auto &row : contents->alignments.front().rows)
+            rows.append(QString::fromStdString(row.sequence.text()));
+    }
+    return rows;
 }
 
 void WindowFixture::waitForColor(QPoint place, const QColor &color)

@@ -24,7 +24,7 @@ struct CellGrid
     // A place in the cell that no letter covers.
     [[nodiscard]] QPoint ground(int row, int column) const
     {
-        return corner + QPoint(column * cell.width() + 2, row * cell.height() + 2);
+        return corner + QPoint(column * cell.width() + 1, row * cell.height() + 1);
     }
 };
 
@@ -38,6 +38,8 @@ protected:
     // The exit status, once the program has ended by itself.
     int waitForEnd();
     [[nodiscard]] bool isRunning() const;
+    // Whether neither the program nor the screen has anything to do at this moment.
+    [[nodiscard]] bool isSettled() const;
     // Waits for so many windows of the title and gives the smallest; fails when the program ends
     // instead.
     QString window(const QString &title, int count = 1);
@@ -45,6 +47,8 @@ protected:
     void waitForWindows(const QString &title, int count);
     // Waits until the editor shows an alignment whose first row begins with these letters.
     CellGrid grid(const QString &window, const QString &letters);
+    // Saves what the editor shows with its File menu, and gives the rows as they stand in the file.
+    QStringList save(const QString &editor, const QString &file);
     // Waits until the place has the color.
     void waitForColor(QPoint place, const QColor &color);
     [[nodiscard]] static QColor colorOf(char letter);
