@@ -113,6 +113,8 @@ private:
     void createItems();
     void showName();
     void createMarker();
+    // Puts the header's marker over the alignment's range.
+    void showRange();
     // Edits inside a guard of this window and rebuilds while the guard is held.
     template <typename Edit> void editShape(Edit edit);
     // Whether the canvases still have the alignment's size.
@@ -143,6 +145,8 @@ private:
     QString m_Errors;
     // The alignment's layout revision that the display was made from.
     unsigned long m_ShownRevision = 0;
+    // The alignment's range that the header's marker was put over.
+    TAMBO::Alignment::Range m_ShownRange{0, 0};
 };
 
 } // namespace ZEP

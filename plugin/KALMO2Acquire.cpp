@@ -12,6 +12,7 @@
 #include "Space.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -64,6 +65,17 @@ TAMBO::Alignment *chooseAlignment(const Compounds &candidates, QWidget *parent,
     TAMBO::Compound *chosen = nullptr;
     TAMBO::SelectObject dialog(candidates, chosen, parent, caption);
     return dialog.exec() != 0 ? dynamic_cast<TAMBO::Alignment *>(chosen) : nullptr;
+}
+
+// Empty when the user cancels. The dialog is gone before anything is deleted: what is published
+// then may close its parent.
+std::optional<Compounds> chooseToDelete(const Compounds &candidates, QWidget *parent)
+{
+    Compounds chosen;
+    ZEP::SequenceSelector dialog(candidates, chosen, parent, "Alignment");
+    if (dialog.exec() == 0)
+        return std::nullopt;
+    return chosen;
 }
 
 } // namespace
@@ -154,16 +166,15 @@ void KALMO2::DeleteAlignment()
     const Compounds candidates = candidateAlignments();
     if (candidates.empty())
         return;
-    Compounds chosen;
-    SequenceSelector dialog(candidates, chosen, this, "Alignment");
-    if (dialog.exec() == 0)
+    const std::optional<Compounds> chosen = chooseToDelete(candidates, this);
+    if (!chosen)
         return;
     const DataDelete<TAMBO::Space> guard(nullptr, TAMBO::Space::instance());
     if (!guard.m_good) {
         qDebug("Failed to delete.");
         return;
     }
-    for (TAMBO::Compound *alignment : chosen) {
+    for (TAMBO::Compound *alignment : *chosen) {
         if (alignment == m_Data)
             Clear();
         TAMBO::DataMaker::Destroy(alignment);

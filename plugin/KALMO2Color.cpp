@@ -11,6 +11,7 @@
 
 #include <QColorDialog>
 #include <QInputDialog>
+#include <QPointer>
 
 #include <array>
 #include <optional>
@@ -130,11 +131,15 @@ namespace ZEP {
 // also when there is nothing to colour.
 void KALMO2::setColor(QColor *colors)
 {
+    const QPointer<KALMO2> alive(this);
     if (m_Data != nullptr && colors != nullptr) {
         const DataPoint<TAMBO::Space> guard(this, TAMBO::Space::instance());
         if (guard.m_good)
             colorByLetter(*m_Data, colors);
     }
+    // Whoever heard of it may have closed this window.
+    if (!alive)
+        return;
     m_Canvas->setAllChanged();
     m_Canvas->update();
 }

@@ -85,8 +85,14 @@ void KALMO2::createMarker()
     auto *marker = new QCanvasRectangle(0, 3 * m_CellHeight, 1, 1, m_HeaderCanvas);
     TAMBO_CHECK_PTR(marker, "KalmoIO", 104);
     m_Header->setMarker(marker);
-    m_Header->SetRange(m_Data->range().first, m_Data->range().second);
+    showRange();
     marker->show();
+}
+
+void KALMO2::showRange()
+{
+    m_ShownRange = m_Data->range();
+    m_Header->SetRange(m_ShownRange.first, m_ShownRange.second);
 }
 
 int KALMO2::cellCentre(unsigned long col) const
@@ -187,6 +193,9 @@ void KALMO2::commUpdate()
         // Undo, or an edit in another window, may have moved what the items were made for.
         if (m_Data->layoutRevision() != m_ShownRevision)
             Populate(m_Data);
+        // The range is no part of the layout; another window may have set it.
+        if (m_Data->range() != m_ShownRange)
+            showRange();
         showName();
     }
     setAllChanged();
@@ -249,11 +258,16 @@ void KALMO2::AddGapColumn()
     m_Canvas->update();
 }
 
-// Redraws nothing: the header panel has moved its marker already.
+// Redraws nothing: the header panel has moved its marker already. Only when the alignment keeps its
+// range, a locked one say, the marker goes back.
 void KALMO2::ReRange(unsigned long begin, unsigned long end)
 {
-    if (TAMBO_ASSERT(m_Data, "KALMO2", 531))
-        m_Data->range({begin, end});
+    if (!TAMBO_ASSERT(m_Data, "KALMO2", 531))
+        return;
+    m_ShownRange = {begin, end};
+    m_Data->range(m_ShownRange);
+    if (m_Data->range() != m_ShownRange)
+        showRange();
 }
 
 } // namespace ZEP

@@ -7,6 +7,7 @@
 #include "View.h"
 
 #include <QInputDialog>
+#include <QPointer>
 
 #include <algorithm>
 #include <optional>
@@ -80,6 +81,7 @@ void KALMO2::RangeReNumber()
     const std::optional<Alignment::Range> range = workingRange(*m_Header, *alignment);
     if (!range)
         return;
+    const QPointer<KALMO2> alive(this);
     {
         const DataPoint<Alignment> guard(this, m_Data);
         if (!guard.m_good)
@@ -99,7 +101,7 @@ void KALMO2::RangeReNumber()
                                       QStringLiteral("Enter new initial number"), QLineEdit::Normal,
                                       QString::fromStdString(old.getValue()), &isAnswered);
             // The dialog runs an event loop, in which the alignment may have been deleted.
-            if (m_Data != alignment)
+            if (!alive || m_Data != alignment)
                 return;
             if (!isAnswered || answer.isEmpty())
                 continue;
@@ -109,7 +111,9 @@ void KALMO2::RangeReNumber()
             renumber(*guard, row, begin, range->second, number);
         }
     }
-    commUpdate();
+    // Whoever heard of it may have closed this window.
+    if (alive)
+        commUpdate();
 }
 
 void KALMO2::RangeAddSSE()

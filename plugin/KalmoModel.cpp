@@ -30,6 +30,7 @@ QString jobFile(const char *name)
 void tell(QWidget *window, QMessageBox::Icon icon, const QString &title, const QString &text)
 {
     const QPointer<QMessageBox> box(new QMessageBox(icon, title, text, QMessageBox::Ok, window));
+    TAMBO_CHECK_PTR(box, "KalmoModel", 39);
     box->exec();
     delete box;
 }
@@ -75,6 +76,7 @@ void KALMO2::kestram()
              QStringLiteral("First sequence (the structure template) must have coordinates."));
         return;
     }
+    const QPointer<KALMO2> alive(this);
     TAMBO::Alignment *Current = m_Data;
     if (m_Data->height() > 2) {
         const DataAdder<TAMBO::Space> guard(this, TAMBO::Space::instance());
@@ -84,6 +86,9 @@ void KALMO2::kestram()
             TAMBO_ASSERT(0 != Current, "KalmoModel", 127);
         }
     }
+    // Whoever heard of the new alignment may have closed this window.
+    if (!alive)
+        return;
     Save(jobFile("seq.ali"), Current);
     writePDB(jobFile("str.pdb"), m_Data);
     RunKestram();
@@ -130,8 +135,12 @@ void KALMO2::JobReady()
         file.close();
     }
     const QByteArray name = path.toLatin1();
+    const QPointer<KALMO2> alive(this);
     PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
                            static_cast<const void *>(name.constData()));
+    // Whoever heard of the new structure may have closed this window.
+    if (!alive)
+        return;
     tell(this, QMessageBox::Information, QStringLiteral("Tambo"),
          QStringLiteral("Run of Kestram complete."));
     qDebug("Done");
@@ -152,9 +161,12 @@ void KALMO2::malign()
         return;
     }
     qDebug("Aligning columns [%ld,%ld)", static_cast<long>(begin), static_cast<long>(end));
+    const QPointer<KALMO2> alive(this);
     PluginManager::Execute("Calculate", "Alignment", "KALMO", "Malign",
                            static_cast<void *>(m_Data));
-    Populate(m_Data);
+    // Whoever heard of the realignment may have closed this window.
+    if (alive)
+        Populate(m_Data);
 }
 
 } // namespace ZEP

@@ -165,10 +165,15 @@ Panel::Handling Panel::pressOnColumn(QCanvasItem &item, unsigned int state)
         extendRange(col);
         qDebug("Range [%lu..%lu)", m_Begin, m_End);
         break;
-    default:
+    default: {
+        // The selection is published, and whoever hears of it may close this window.
+        const QPointer<Panel> alive(this);
         mark.hit();
+        if (!alive)
+            return Handling::Stops;
         SetRange(col, col + 1);
         break;
+    }
     }
     emit ReRange(m_Begin, m_End);
     return Handling::GoesOn;

@@ -23,8 +23,10 @@ CellLattice ResidueLattice::latticeOf(const TAMBO::Alignment &alignment, int cel
 
 QCanvasItem *ResidueLattice::makeItem(QCanvas &canvas, const Cell &cell, const QRect &rect)
 {
-    return new ResidueItem(m_Target, cell.row, cell.col, m_Font, &canvas, rect.x(), rect.y(),
-                           rect.width(), rect.height());
+    auto *item = new ResidueItem(m_Target, cell.row, cell.col, m_Font, &canvas, rect.x(), rect.y(),
+                                 rect.width(), rect.height());
+    TAMBO_CHECK_PTR(item, "KalmoIO", 86);
+    return item;
 }
 
 void ResidueLattice::readCells(unsigned long row, unsigned long begin, unsigned long end,

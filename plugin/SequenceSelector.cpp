@@ -23,6 +23,7 @@ public:
     void operator()(TAMBO::Compound *candidate)
     {
         auto *row = new QListWidgetItem(QString::fromStdString(candidate->GetFQName()), Box);
+        TAMBO_CHECK_PTR(row, "SequenceSelector", 154);
         row->setSelected(std::ranges::find(m_Chosen, candidate) != m_Chosen.end());
         ++Index;
         TAMBO_ASSERT(Box->count() == Index, "SequenceSelector", 157);

@@ -62,6 +62,8 @@ void View::contentsMousePressEvent(QMouseEvent *event)
 
 void View::contentsMouseReleaseEvent(QMouseEvent *event)
 {
+    // An edit is published before it returns, and whoever hears of it may close this window.
+    const QPointer<View> alive(this);
     if (m_Dragging) {
         // Over a panel or another window there may be a cell that is scrolled out of sight.
         const ResidueItem *item = isInSight(event->pos()) ? itemAt(event->pos()) : nullptr;
@@ -71,6 +73,8 @@ void View::contentsMouseReleaseEvent(QMouseEvent *event)
             else
                 moveGap(event->button(), *item->getTarget(), item->getCol());
         }
+        if (!alive)
+            return;
         setDragging(false);
         m_Dragging = false;
     }

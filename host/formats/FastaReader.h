@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// FASTA, aligned or not, A2M, and A3M: rows of unequal lengths whose capitals and dashes are equally
-// many. Comments (";") are not kept, nor is a stop ("*"), which is read as a gap.
+// FASTA, aligned or not, A2M, and A3M: rows of unequal lengths whose capitals and dashes are
+// equally many. Comments (";") are not kept, nor is a stop ("*"), which is read as a gap.
 #pragma once
 
 #include "FileReader.h"

@@ -60,6 +60,9 @@ bool mayChange(const Compound &object)
         return true;
     writeLogOnce("\"" + locked->GetFQName() + "\" is locked and was not changed.",
                  LogSeverity::Warning);
+    // Inside a guard the refusal of a part is no news to the user, who sees what else was done.
+    if (!isChanging() && modelHooks().refused)
+        modelHooks().refused(*locked);
     return false;
 }
 

@@ -18,7 +18,7 @@ struct ModelHooks
     std::function<void(const std::string &message, LogSeverity severity)> log;
     // Compound::ShowMenu().
     std::function<void(Compound &object)> showMenu;
-    // After a guard was refused because of a lock.
+    // After a guard, or a change without one, was refused because of a lock.
     std::function<void(const Compound &locked)> refused;
     // After every change, published or not, and after undo and redo: the workbench's own views.
     std::function<void()> changed;

@@ -210,5 +210,6 @@ TEST_F(GuardContract, OperationWithoutAGuardOnALockedAlignmentIsRefusedWithALogL
     EXPECT_EQ(alignment->width(), 5U);
     EXPECT_EQ(alignment->range(), TAMBO::Alignment::Range(0, 0));
     EXPECT_FALSE(log.empty());
+    EXPECT_THAT(refused, ElementsAre("SeqAli", "SeqAli"));
     EXPECT_THAT(window.calls, IsEmpty());
 }

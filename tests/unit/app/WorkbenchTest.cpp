@@ -34,6 +34,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
+
 namespace {
 
 using namespace TAMBO;
@@ -213,6 +215,23 @@ TEST_F(WorkbenchTest, TheStatusLineSaysWhyAChangeWasRefused)
     EXPECT_EQ(rowsOf(family), Texts{"AC-D"});
 }
 
+TEST_F(WorkbenchTest, TheStatusLineSaysSoOfChangesWithoutAGuardAndOfUndoToo)
+{
+    Alignment &family = alignment("SeqAli", {"AC-D", "ACCD"});
+    moveGap(family);
+    setObjectLocked(family, true);
+    const auto expectSaid = [this](const std::function<void()> &change) {
+        window().statusBar()->clearMessage();
+        change();
+        EXPECT_EQ(window().statusBar()->currentMessage(), "SeqAli is locked");
+    };
+    expectSaid([&] { family.bubbleRow(0, 1); });
+    expectSaid([&] { family.range({1, 2}); });
+    expectSaid([&] { family.insertGapCol(0, 1); });
+    expectSaid([] { services::UndoActions::undo()->trigger(); });
+    EXPECT_EQ(rowsOf(family), (Texts{"A-CD", "ACCD"}));
+}
+
 TEST_F(WorkbenchTest, TheStatusLineCountsTheObjects)
 {
     const auto *count = window().findChild<QLabel *>("ObjectCount");
@@ -359,7 +378,9 @@ TEST_F(WorkbenchTest, UndoneChangesAreNoUnsavedWork)
 TEST_F(WorkbenchTest, SelectingAndColoringResiduesAloneIsNoUnsavedAlignment)
 {
     open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    ObjectCommands::select({m_Reports.front().alignments.front()}, true);
+    Alignment &family = *m_Reports.front().alignments.front();
+    ObjectCommands::select({&family}, true);
+    ObjectCommands::color({family.getItem(0, 1)}, Qt::red);
     EXPECT_TRUE(m_Workbench->mayQuit());
 }
 

@@ -8,6 +8,8 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 extern "C" {
 void Execute0();
@@ -48,6 +50,17 @@ protected:
     QStringList m_Closed;
 };
 
+class CloseWatch : public QObject
+{
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Close)
+            std::fputs("closed", stderr);
+        return false;
+    }
+};
+
 const QString kUndead = QStringLiteral("ZEP::KALMO2::Kill() Undead");
 
 } // namespace
@@ -71,6 +84,45 @@ TEST_F(EntryPoints, ExecuteShowsOneNewEmptyWindow)
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(isEmpty(*window));
     EXPECT_STREQ(window->metaObject()->className(), "ZEP::KALMO2");
+}
+
+TEST_F(EntryPoints, TheNewWindowIsKnownBeforeItIsShownAndRaisedAfterwards)
+{
+    class Watch : public QObject
+    {
+    public:
+        QStringList m_Events;
+
+    protected:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (qobject_cast<ZEP::KALMO2 *>(watched) == nullptr)
+                return false;
+            if (event->type() == QEvent::Show)
+                m_Events.append(IsDone() ? "shown unknown" : "shown");
+            if (event->type() == QEvent::ZOrderChange)
+                m_Events.append("raised");
+            return false;
+        }
+    };
+    Watch watch;
+    qApp->installEventFilter(&watch);
+    Execute0();
+    EXPECT_EQ(watch.m_Events, (QStringList{"shown", "raised"}));
+}
+
+using EntryPointsDeathTest = EntryPoints;
+
+TEST_F(EntryPointsDeathTest, TheEndOfTheProcessLeavesOpenWindowsAlone)
+{
+    const auto endWithAWindow = [] {
+        ZEP::KALMO2 *window = openOne();
+        QObject::connect(window, &QObject::destroyed, [] { std::fputs("destroyed", stderr); });
+        window->installEventFilter(new CloseWatch);
+        std::fputs("leaving ", stderr);
+        std::exit(0);
+    };
+    EXPECT_EXIT(endWithAWindow(), testing::ExitedWithCode(0), "leaving $");
 }
 
 TEST_F(EntryPoints, ThereIsNoLimitToTheWindows)

@@ -235,6 +235,24 @@ TEST_F(HeaderPanel, PressOnConsensusOrMarkerAloneOnlyUpdates)
     EXPECT_EQ(range(), Bounds(0, 5));
 }
 
+TEST_F(HeaderPanel, PressHandlesEveryMarkUnderThePointerFromTheTopOne)
+{
+    showHeader(makeAlignment({"ACDEF"}));
+    for (const unsigned long col : {0UL, 4UL}) {
+        auto *mark =
+            new ColItem(m_Alignment, col, m_Font, &m_Canvas, 2 * kWidth + kWidth / 2, 3 * kHeight);
+        mark->setZ(4.0 + static_cast<double>(col));
+        mark->show();
+    }
+    press(kLeft, markAt(2));
+    EXPECT_EQ(takeSignals(), (QStringList{"ReRange 4 5", "ReRange 0 1", "ReRange 2 3", "Update"}));
+    EXPECT_EQ(selectionOf(*m_Alignment, 0), "xoxox");
+    press(kMiddle, markAt(2));
+    EXPECT_EQ(takeSignals(), (QStringList{"InsertCol 4", "Update"}));
+    press(kMiddle, markAt(2), Qt::ShiftModifier);
+    EXPECT_EQ(takeSignals(), (QStringList{"RemoveCol 4", "Update"}));
+}
+
 TEST_F(HeaderPanel, ScrolledPanelHitsTheMarkUnderThePointer)
 {
     showHeader(makeAlignment({std::string(80, 'A')}));

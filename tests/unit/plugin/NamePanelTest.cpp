@@ -143,6 +143,61 @@ TEST_F(NamePanel, PressOnEmptySpaceEndsADragAndOnlyUpdates)
     EXPECT_EQ(takeSignals(), (QStringList{"Update", "Update", "Update"}));
 }
 
+TEST_F(NamePanel, ReleaseHandlesEveryNameUnderThePointerFromTheTopOne)
+{
+    showNames(makeAlignment({"A", "C", "D"}, {"a", "b", "c"}));
+    auto *above = new RowItem(m_Alignment, 2, m_Font, &m_Canvas, 7 * kWidth, kHeight);
+    above->setZ(4.0);
+    above->show();
+    press(kLeft, nameAt(0));
+    takeSignals();
+    release(kLeft, nameAt(1));
+    // The first row went to the end, then what had become the first into the middle.
+    EXPECT_EQ(names(), (Texts{"c", "b", "a"}));
+    EXPECT_EQ(takeSignals(), (QStringList{"ReArrange", "ReArrange", "Update"}));
+}
+
+TEST_F(NamePanel, RemovalStopsAtTheTopNameUnderThePointer)
+{
+    showNames(makeAlignment({"A", "C", "D"}));
+    auto *above = new RowItem(m_Alignment, 2, m_Font, &m_Canvas, 7 * kWidth, kHeight);
+    above->setZ(4.0);
+    above->show();
+    const MessageRecorder recorder;
+    press(kMiddle, nameAt(1), Qt::ShiftModifier);
+    EXPECT_EQ(takeSignals(), (QStringList{"RemoveRow 2", "Update"}));
+}
+
+TEST_F(NamePanel, AfterADragTheNextReleaseOnlyUpdates)
+{
+    showNames(makeAlignment({"A", "C", "D"}, {"a", "b", "c"}));
+    press(kLeft, nameAt(0));
+    release(kLeft, nameAt(1));
+    takeSignals();
+    release(kLeft, nameAt(2));
+    EXPECT_EQ(takeSignals(), QStringList{"Update"});
+    EXPECT_EQ(names(), (Texts{"b", "a", "c"}));
+}
+
+TEST_F(NamePanel, OtherButtonsWithOtherKeysToggleAndDragToo)
+{
+    showNames(makeAlignment({"A", "C", "D"}, {"a", "b", "c"}));
+    const std::pair<Qt::MouseButton, Qt::KeyboardModifiers> combinations[] = {
+        {kMiddle, Qt::ControlModifier},
+        {kMiddle, Qt::AltModifier | Qt::ShiftModifier},
+        {kRight, Qt::ControlModifier | Qt::ShiftModifier},
+        {Qt::BackButton, Qt::ShiftModifier}};
+    for (const auto &[button, keys] : combinations) {
+        const std::string before = names().front();
+        const std::string selection = selectionOf(*m_Alignment, 0);
+        EXPECT_FALSE(reportOf(button, 0, keys));
+        EXPECT_NE(selectionOf(*m_Alignment, 0), selection);
+        release(button, nameAt(2));
+        EXPECT_EQ(names().back(), before);
+    }
+    EXPECT_TRUE(m_Menus.empty());
+}
+
 TEST_F(NamePanel, ReleaseWithoutADragOnlyUpdates)
 {
     showNames(makeAlignment({"A", "C"}, {"a", "b"}));

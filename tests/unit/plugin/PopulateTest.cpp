@@ -264,6 +264,10 @@ TEST_F(Populate, ClearForgetsEverything)
     EXPECT_EQ(parts.header->end(), 0U);
     for (const QCanvas *canvas : {parts.cells, parts.nameCanvas, parts.headerCanvas})
         EXPECT_EQ(canvas->size(), QSize(0, 0));
+    parts.header->SetRange(2, 4);
+    EXPECT_TRUE(isEmpty(window)) << "there is no marker any more";
+    window.AddGapColumn();
+    EXPECT_EQ(shown.width(), 10U);
     EXPECT_EQ(alignments().size(), 1U) << "the alignment is the workbench's";
     EXPECT_EQ(shown.range(), TAMBO::Alignment::Range(2, 4));
 }

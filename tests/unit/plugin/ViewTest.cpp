@@ -3,6 +3,7 @@
 #include "View.h"
 
 #include "CanvasFixture.h"
+#include "PaintWatch.h"
 #include "QCanvas.h"
 #include "QCanvasRectangle.h"
 #include "ResidueLattice.h"
@@ -341,6 +342,7 @@ TEST_F(ViewTest, NothingMovesOrIsPaintedWhileTheMouseIsHeld)
     show(makeAlignment({"A--CDEFGHIKL"}));
     press(kLeft, 0, 1);
     takeSignals();
+    PaintWatch paints{m_View.get()};
     for (unsigned long col = 1; col < 11; ++col) {
         QMouseEvent move(QEvent::MouseMove, centre(0, col),
                          m_View->viewport()->mapToGlobal(centre(0, col)), Qt::NoButton, kLeft,
@@ -348,6 +350,7 @@ TEST_F(ViewTest, NothingMovesOrIsPaintedWhileTheMouseIsHeld)
         QCoreApplication::sendEvent(m_View->viewport(), &move);
     }
     EXPECT_TRUE(takeSignals().isEmpty());
+    EXPECT_FALSE(paints.isAnythingPainted());
     EXPECT_EQ(texts(), (Texts{"A--CDEFGHIKL"}));
     EXPECT_EQ(m_View->contentsX(), 0);
 }
@@ -415,6 +418,42 @@ TEST_F(ViewTest, EditsArePublishedOnceEach)
     press(kMiddle, 0, 0);
     release(kMiddle, 0, 0);
     EXPECT_EQ(others.m_Updates, 2);
+}
+
+TEST_F(ViewTest, TheWindowIsToldOfAnEditBeforeTheOthers)
+{
+    show(makeAlignment({"A--CDE"}));
+    const MessageRecorder recorder;
+    CountingSubscriber others;
+    std::vector<std::pair<Texts, int>> seen;
+    QObject::connect(m_View.get(), &View::ReArrange,
+                     [&] { seen.emplace_back(texts(), others.m_Updates); });
+    press(kLeft, 0, 2);
+    release(kLeft, 0, 4);
+    press(kMiddle, 0, 0);
+    release(kMiddle, 0, 0);
+    EXPECT_EQ(seen, (std::vector<std::pair<Texts, int>>{{{"A-CD-E"}, 0}, {{"-A-CD-E"}, 1}}));
+}
+
+TEST_F(ViewTest, AnEditMarksTheWholeCanvasWhateverTheWindowMakesOfIt)
+{
+    show(makeAlignment({"A--CDE", "ACDEFG"}));
+    QObject::disconnect(m_View.get(), &View::ReArrange, nullptr, nullptr);
+    const MessageRecorder recorder;
+    PaintWatch paints{m_View.get()};
+    const auto expectAll = [&] {
+        EXPECT_FALSE(paints.isAnythingPainted());
+        m_Canvas.update();
+        EXPECT_EQ(paints.take(), paints.whole());
+    };
+    for (const Qt::MouseButton button : {kLeft, kMiddle}) {
+        press(button, 0, 2);
+        release(button, 0, 3);
+        expectAll();
+    }
+    press(kMiddle, 0, 0);
+    release(kMiddle, 0, 0);
+    expectAll();
 }
 
 TEST_F(ViewTest, MenuMayEndTheView)

@@ -21,6 +21,18 @@ protected:
     }
 };
 
+// A window that counts what it is told.
+class ToldWindow : public ZEP::KALMO2
+{
+public:
+    void commUpdate() override
+    {
+        ++m_Updates;
+        KALMO2::commUpdate();
+    }
+    int m_Updates = 0;
+};
+
 const QString kRefused = QStringLiteral("Cannot update CDB!");
 
 } // namespace
@@ -143,6 +155,50 @@ TEST_F(WindowEdits, OtherWindowsHearOfAnEditAfterThisOneIsRebuilt)
     EXPECT_EQ(listener.calls, Texts{"update"});
 }
 
+TEST_F(WindowEdits, TheWindowThatEditedIsNotToldOfItAndIsRebuiltBeforeOthersHear)
+{
+    class Early : public Subscriber
+    {
+    public:
+        explicit Early(const MessageRecorder &messages) : m_Messages(messages) { }
+        void commUpdate() override { m_Seen.append(m_Messages.messages()); }
+        void commAdd() override { }
+        void commDelete() override { }
+        QStringList m_Seen;
+
+    private:
+        const MessageRecorder &m_Messages;
+    };
+    for (const char *slot : {"InsertCol", "RemoveCol", "RemoveRow"}) {
+        TAMBO::Alignment &shown = alignment({"ACD", "AC-"});
+        MessageRecorder messages;
+        // Told first of all: it hears what the window had said by then.
+        Early early(messages);
+        ToldWindow window;
+        window.Populate(&shown);
+        ToldWindow other;
+        other.Populate(&shown);
+        messages.clear();
+        window.m_Updates = 0;
+        other.m_Updates = 0;
+        call(window, slot, number(1UL));
+        EXPECT_EQ(early.m_Seen.size(), 1) << slot << ": the window alone, and no more";
+        // Once by the rebuild, which begins with taking everything away.
+        EXPECT_EQ(window.m_Updates, 1) << slot;
+        EXPECT_EQ(other.m_Updates, 2) << slot;
+    }
+}
+
+TEST_F(WindowEdits, AWindowIsToldOfChangesFromItsConstructionOn)
+{
+    TAMBO::Alignment &any = alignment({"ACD"});
+    ToldWindow window;
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, &any);
+    }
+    EXPECT_EQ(window.m_Updates, 1);
+}
+
 TEST_F(WindowEdits, AddGapColumnAppendsWithoutTellingAnybody)
 {
     TAMBO::Alignment &shown = alignment({"ACDEF"});
@@ -180,6 +236,24 @@ TEST_F(WindowEdits, ReRangeSetsTheRangeAndDrawsNothing)
     EXPECT_EQ(shown.range(), TAMBO::Alignment::Range(2, 4));
     EXPECT_EQ(WindowParts(window).header->end(), 0U) << "the marker is the panel's own business";
     EXPECT_TRUE(listener.calls.empty());
+}
+
+TEST_F(WindowEdits, ARefusedRangePutsTheMarkerBack)
+{
+    TAMBO::Alignment &shown = alignment({"ACDEF"});
+    shown.range({1, 3});
+    ZEP::KALMO2 &window = open(shown);
+    Panel &header = *WindowParts(window).header;
+    const auto expectBack = [&](unsigned long begin, unsigned long end) {
+        header.SetRange(begin, end);
+        emit header.ReRange(begin, end);
+        EXPECT_EQ(shown.range(), TAMBO::Alignment::Range(1, 3));
+        EXPECT_EQ(header.begin(), 1U);
+        EXPECT_EQ(header.end(), 3U);
+    };
+    expectBack(2, 6);
+    TAMBO::setObjectLocked(shown, true);
+    expectBack(2, 4);
 }
 
 TEST_F(WindowEdits, ReRangeWithoutAnAlignmentIsReported)

@@ -2,6 +2,8 @@
 // How the window is put together, what its font decides, and that panels and grid line up.
 #include "WindowFixture.h"
 
+#include "QCanvasText.h"
+
 #include <QFontDialog>
 #include <QFontMetrics>
 
@@ -231,6 +233,16 @@ TEST_F(WindowLayout, ANewFontRebuildsTheSameAlignment)
     EXPECT_EQ(parts.cells->width(), 6 * cellWidth(chosen));
     EXPECT_EQ(parts.nameCanvas->width(), 8 * cellWidth(chosen));
     EXPECT_EQ(parts.headerCanvas->height(), 4 * cellHeight(chosen));
+    parts.header->SetRange(1, 3);
+    for (QCanvas *canvas : {parts.headerCanvas, parts.nameCanvas}) {
+        for (const QCanvasItem *item : canvas->allItems()) {
+            if (item->rtti() == QCanvasItem::Rtti_Rectangle) {
+                EXPECT_EQ(item->boundingRect().width(), 2 * cellWidth(chosen));
+            } else {
+                EXPECT_EQ(static_cast<const QCanvasText *>(item)->font(), chosen);
+            }
+        }
+    }
 }
 
 TEST_F(WindowLayout, ANewFontMovesOnlyTheMaximaOfThePanels)

@@ -2,7 +2,11 @@
 // The menus and the numbers of the tool bars' buttons.
 #include "WindowFixture.h"
 
+#include "HelpWindow.h"
+
 #include <QAction>
+#include <QColorDialog>
+#include <QFileDialog>
 #include <QFontDialog>
 #include <QMenu>
 #include <QMenuBar>
@@ -161,6 +165,102 @@ TEST_F(WindowMenus, RangeItemsRunTheirCommands)
     EXPECT_FALSE(shown.isColumnSelected(0));
     trigger(window, "Range", "Remove");
     EXPECT_EQ(rowsOf(shown), (Texts{"A-D", "ACD"}));
+}
+
+TEST_F(WindowMenus, RangeItemsAskTheirQuestions)
+{
+    TAMBO::Alignment &shown = alignment({"ACDE"}, "ali", {"seq"});
+    shown.range({0, 4});
+    ZEP::KALMO2 &window = open(shown);
+    DialogDriver dialogs;
+    trigger(window, "Range", "Renumber");
+    trigger(window, "Range", "Add SSE");
+    EXPECT_EQ(dialogs.titles(), (QStringList{"Renumber seq", "Make SSE"}));
+}
+
+TEST_F(WindowMenus, SelectItemsAskTheirQuestions)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC", "AD"}));
+    DialogDriver dialogs;
+    trigger(window, "Select", "ConservedN");
+    trigger(window, "Select", "SubSequence");
+    EXPECT_EQ(dialogs.titles(), (QStringList{"Number of conserved", "Select"}));
+}
+
+TEST_F(WindowMenus, ColorItemsRunTheirCommands)
+{
+    TAMBO::Alignment &shown = alignment({"AC", "AD"});
+    shown.getItem(0, 1)->SetSelected(true);
+    ZEP::KALMO2 &window = open(shown);
+    const Color plain = shown.getItem(1, 1)->OwnColor();
+    DialogDriver dialogs;
+    const auto choose = [&dialogs](const QColor &color) {
+        dialogs.expect([color](QDialog &dialog) {
+            dynamic_cast<QColorDialog &>(dialog).setCurrentColor(color);
+            dialog.accept();
+        });
+    };
+    choose(Qt::red);
+    trigger(window, "Color", "Selected");
+    EXPECT_EQ(shown.getItem(0, 1)->OwnColor(), Color(0xff0000U));
+    choose(Qt::blue);
+    trigger(window, "Color", "Conserved");
+    EXPECT_EQ(shown.getItem(0, 0)->OwnColor(), Color(0x0000ffU));
+    EXPECT_EQ(shown.getItem(1, 0)->OwnColor(), Color(0x0000ffU));
+    EXPECT_EQ(shown.getItem(0, 1)->OwnColor(), Color(0xff0000U));
+    EXPECT_EQ(shown.getItem(1, 1)->OwnColor(), plain);
+    choose(Qt::green);
+    trigger(window, "Color", "ConservedN");
+    EXPECT_EQ(dialogs.titles(),
+              (QStringList{"Select Color", "Select Color", "Select Color", "Number of conserved"}));
+    const RecordingSubscriber listener;
+    trigger(window, "Color", "By Distance");
+    EXPECT_EQ(listener.calls, Texts{"update"});
+    EXPECT_EQ(dialogs.titles().size(), 4);
+}
+
+TEST_F(WindowMenus, KestramAsksForATemplate)
+{
+    qputenv("KESTRAM", "1");
+    ZEP::KALMO2 &window = open(alignment({"AC", "AD"}));
+    DialogDriver dialogs;
+    trigger(window, "Model", "Kestram");
+    EXPECT_EQ(dialogs.titles(), QStringList{"Structure required"});
+}
+
+TEST_F(WindowMenus, SaveAsksForAName)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC"}));
+    DialogDriver dialogs;
+    bool asked = false;
+    dialogs.expect(
+        [&asked](QDialog &dialog) { asked = qobject_cast<QFileDialog *>(&dialog) != nullptr; });
+    trigger(window, "&File", "Save");
+    EXPECT_TRUE(asked);
+}
+
+TEST_F(WindowMenus, PrintItemsOpenThePrintDialog)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC"}));
+    DialogDriver dialogs;
+    int asked = 0;
+    for (const char *item : {"&Print Fat", "&Print Slim", "&Print BW"}) {
+        dialogs.expect(
+            [&asked](QDialog &dialog) { asked += dialog.inherits("QPrintDialog") ? 1 : 0; });
+        trigger(window, "&File", item);
+    }
+    EXPECT_EQ(asked, 3);
+}
+
+TEST_F(WindowMenus, HelpShowsThePageOfTheEditor)
+{
+    setSettings("[KALMO2]\nHelp = editor.html\n");
+    trigger(open(), "Help", "Show");
+    QString page;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (auto *help = qobject_cast<TAMBO::services::HelpWindow *>(widget))
+            page = help->document().fileName();
+    EXPECT_EQ(page, "editor.html");
 }
 
 TEST_F(WindowMenus, ByPropertyShowsTheColouringDialog)

@@ -52,6 +52,7 @@ TEST_F(WindowSettings, TheWindowHasItsCaptionAndIconText)
     EXPECT_EQ(window.size(), QSize(500, 150));
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(window.parentWidget(), nullptr);
+    EXPECT_TRUE(window.objectName().isEmpty());
 }
 
 TEST_F(WindowSettings, TheStatusBarIsThereAndEmpty)

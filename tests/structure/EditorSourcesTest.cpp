@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Habits of the editor's sources that no run of the program shows.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kRoot = SOURCE_DIR;
+
+// Without comments.
+std::string codeOf(const fs::path &file)
+{
+    std::ifstream stream(file);
+    std::string code;
+    for (std::string line; std::getline(stream, line);)
+        code += line.substr(0, line.find("//")) + '\n';
+    return code;
+}
+
+std::vector<std::pair<std::string, std::string>> sourcesOf(const char *folder)
+{
+    std::vector<std::pair<std::string, std::string>> sources;
+    for (const auto &entry : fs::recursive_directory_iterator(kRoot / folder)) {
+        const fs::path &file = entry.path();
+        if (file.extension() == ".cpp" || file.extension() == ".h")
+            sources.emplace_back(file.filename().string(), codeOf(file));
+    }
+    return sources;
+}
+
+void expectNone(const char *folder, const std::string &pattern)
+{
+    for (const auto &[name, code] : sourcesOf(folder))
+        EXPECT_FALSE(std::regex_search(code, std::regex(pattern))) << name << ": " << pattern;
+}
+
+// The statement that follows the one with a "new", for each of them.
+std::vector<std::string> followersOfNew(const std::string &code)
+{
+    static const std::regex made(R"(\bnew (ZEP::)?[A-Z])");
+    std::vector<std::string> followers;
+    for (std::sregex_iterator next(code.begin(), code.end(), made), end; next != end; ++next) {
+        const auto begin = code.find(';', static_cast<std::size_t>(next->position())) + 1;
+        followers.push_back(code.substr(begin, code.find(';', begin) - begin));
+    }
+    return followers;
+}
+
+TEST(EditorSources, CheckWhatTheyMakeInTheNextStatement)
+{
+    std::size_t made = 0;
+    for (const auto &[name, code] : sourcesOf("plugin")) {
+        for (const std::string &follower : followersOfNew(code)) {
+            ++made;
+            EXPECT_NE(follower.find("TAMBO_CHECK_PTR("), std::string::npos) << name << follower;
+        }
+    }
+    EXPECT_GT(made, 20U);
+}
+
+TEST(EditorSources, WriteChecksOfTheirOwnKindOnly)
+{
+    for (const char *folder : {"plugin", "include"})
+        expectNone(folder, R"(\bQ_(ASSERT|ASSERT_X|CHECK_PTR|ASSUME)\b|\bassert\()");
+}
+
+TEST(EditorSources, StartNoThread)
+{
+    expectNone("plugin", R"(\bQThread\b|\bQtConcurrent\b|std::(j?thread|async)\b|\bQMutex\b)");
+}
+
+TEST(EditorSources, ThrowNothing)
+{
+    expectNone("plugin", R"(\bthrow\b)");
+}
+
+TEST(EditorSources, ReadOneVariableOfTheEnvironment)
+{
+    static const std::regex reading(R"rx((?:qEnvironmentVariable\w*|qgetenv|getenv)\("([^"]*)")rx");
+    for (const auto &[name, code] : sourcesOf("plugin"))
+        for (std::sregex_iterator next(code.begin(), code.end(), reading), end; next != end; ++next)
+            EXPECT_EQ((*next)[1], "KESTRAM") << name;
+}
+
+TEST(EditorSources, DeleteNoObjectOfTheWorkbench)
+{
+    // Windows, items and boxes of their own; everything else belongs to the workbench or to
+    // parents.
+    static const std::regex deletion(R"(\bdelete (\w+);)");
+    for (const auto &[name, code] : sourcesOf("plugin"))
+        for (std::sregex_iterator next(code.begin(), code.end(), deletion), end; next != end;
+             ++next) {
+            const std::string what = (*next)[1];
+            EXPECT_TRUE(what == "window" || what == "item" || what == "box")
+                << name << ": " << what;
+        }
+}
+
+TEST(Settings, AreAllExplainedInTheHelp)
+{
+    static const std::regex reading(R"rx(GetSetting\("\w+", "(\w+)"\)|settingOr\([^"]*"(\w+)")rx");
+    const fs::path page = kRoot / "share/help/settings.html";
+    std::ifstream stream(page);
+    const std::string help{std::istreambuf_iterator<char>(stream), {}};
+    std::size_t settings = 0;
+    for (const char *folder : {"host", "plugin"})
+        for (const auto &[name, code] : sourcesOf(folder))
+            for (std::sregex_iterator next(code.begin(), code.end(), reading), end; next != end;
+                 ++next) {
+                const std::string key = (*next)[1].matched ? (*next)[1] : (*next)[2];
+                EXPECT_NE(help.find("<code>" + key + "</code>"), std::string::npos)
+                    << key << " in " << name;
+                ++settings;
+            }
+    EXPECT_GE(settings, 10U);
+}
+
+} // namespace
