@@ -25,7 +25,6 @@ namespace TAMBO::app {
 
 namespace {
 
-using realign::AlignerCommand;
 using realign::AlignerRun;
 using realign::RealignedRows;
 using namespace std::chrono_literals;

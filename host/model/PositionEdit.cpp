@@ -94,7 +94,7 @@ void PositionEdit::exchange()
 
 std::size_t PositionEdit::bytes() const
 {
-    return sizeof(*this) + m_Structures.capacity() * sizeof(m_Structures[0]) +
+    return sizeof(*this) + m_Structures.capacity() * sizeof(void *) +
            m_Places.capacity() * sizeof(m_Places[0]);
 }
 
