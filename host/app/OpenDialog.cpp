@@ -23,8 +23,12 @@ QStringList filters()
 {
     const QString structures = QStringLiteral("*.pdb *.ent *.cif *.mmcif *.pdb.gz *.ent.gz "
                                               "*.cif.gz");
-    const QString alignments = QStringLiteral("*.ali *.pir *.fasta *.fa *.fas *.afa *.a2m *.a3m "
-                                              "*.ali.gz *.pir.gz *.fasta.gz *.fa.gz");
+    const QString alignments = QStringLiteral("*.ali *.pir *.fasta *.fa *.fas *.afa *.mfa *.faa "
+                                              "*.a2m *.a3m *.aln *.clustal *.clw *.sto *.stk "
+                                              "*.stockholm *.pfam *.msf *.phy *.phylip "
+                                              "*.ali.gz *.pir.gz *.fasta.gz *.fa.gz *.a2m.gz "
+                                              "*.a3m.gz *.aln.gz *.sto.gz *.stk.gz *.msf.gz "
+                                              "*.phy.gz");
     return {tr("Structures and alignments") +
                 QStringLiteral(" (%1 %2)").arg(structures, alignments),
             tr("Structures") + QStringLiteral(" (%1)").arg(structures),
