@@ -149,12 +149,9 @@ TEST_F(SeveralEditors, UndoInTheWorkbenchShowsInBoth)
     m_Screen.pressKey(m_Workbench, "ctrl+shift+z");
     waitForBoth(withGapColumn(3));
     // The first entry of the Edit menu, and the second.
-    m_Screen.pressKey(m_Workbench, "alt+e");
-    m_Screen.pressKey("Return");
+    m_Screen.pressKey(m_Workbench, "alt+e Return");
     waitForBoth(kRows);
-    m_Screen.pressKey(m_Workbench, "alt+e");
-    m_Screen.pressKey("Down");
-    m_Screen.pressKey("Return");
+    m_Screen.pressKey(m_Workbench, "alt+e Down Return");
     waitForBoth(withGapColumn(3));
 }
 

@@ -209,19 +209,17 @@ void VirtualScreen::moveWindow(const QString &window, QPoint place) const
         xdotool({"windowmove", window, QString::number(place.x()), QString::number(place.y())}));
 }
 
-void VirtualScreen::pressKey(const QString &window, const QString &key) const
+void VirtualScreen::pressKey(const QString &window, const QString &keys) const
 {
-    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
-    pressKey(key);
+    EXPECT_TRUE(xdotool(QStringList{"windowactivate", "--sync", window, "key"} + keys.split(' ')));
 }
 
-void VirtualScreen::pressKey(const QString &key) const
+void VirtualScreen::pressKey(const QString &keys) const
 {
-    EXPECT_TRUE(xdotool({"key", key}));
+    EXPECT_TRUE(xdotool(QStringList{"key"} + keys.split(' ')));
 }
 
 void VirtualScreen::typeText(const QString &window, const QString &text) const
 {
-    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
-    EXPECT_TRUE(xdotool({"type", "--delay", "1", text}));
+    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window, "type", "--delay", "1", text}));
 }

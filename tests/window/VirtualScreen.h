@@ -38,11 +38,11 @@ public:
     void press(int button) const;
     void release(int button) const;
     void moveWindow(const QString &window, QPoint place) const;
-    // To the window, after it has got the keyboard.
-    void pressKey(const QString &window, const QString &key) const;
+    // To the window, after it has got the keyboard; several keys stand apart.
+    void pressKey(const QString &window, const QString &keys) const;
     void typeText(const QString &window, const QString &text) const;
     // To whatever has the keyboard.
-    void pressKey(const QString &key) const;
+    void pressKey(const QString &keys) const;
 
     // Waits for as long as it takes.
     static void waitUntil(const std::function<bool()> &condition);

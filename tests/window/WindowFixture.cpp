@@ -124,22 +124,17 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
 
 QStringList WindowFixture::save(const QString &editor, const QString &file)
 {
-    m_Screen.pressKey(editor, "alt+f");
-    for (int entry = 0; entry < kSaveEntry; ++entry)
-        m_Screen.pressKey("Down");
-    m_Screen.pressKey("Return");
+    m_Screen.pressKey(editor, "alt+f " + QString("Down ").repeated(kSaveEntry) + "Return");
     m_Screen.typeText(window("Save As"), file);
-    // Names that are offered to complete the text would take the next key.
+    // Names that are offered to complete the text, which may be at any time, take a key.
     VirtualScreen::waitUntil([this] {
-        if (!isSettled())
-            return !isRunning();
-        if (m_Screen.findPopups().isEmpty())
+        if (m_Screen.findWindows("Save As").isEmpty() || !isRunning())
             return true;
-        m_Screen.pressKey("Escape");
+        if (isSettled())
+            m_Screen.pressKey(m_Screen.findPopups().isEmpty() ? "Return" : "Escape");
         return false;
     });
-    m_Screen.pressKey("Return");
-    waitForWindows("Save As", 0);
+    EXPECT_TRUE(isRunning());
     // A file takes its name when it is complete.
     VirtualScreen::waitUntil([&] { return QFile::exists(file) || !isRunning(); });
     TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
