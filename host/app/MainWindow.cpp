@@ -219,6 +219,11 @@ void MainWindow::makeToolsMenu()
     }
     if (m_Tools.empty())
         menu->addAction(tr("No plug-ins"))->setEnabled(false);
+    menu->addSeparator();
+    menu->addAction(tr("&Superpose…"), this, [this] {
+        const std::vector<Compound *> objects = m_Tree->pickedObjects();
+        m_Workbench.askSuperpose(objects.size() == 1 ? objects.front() : nullptr);
+    });
 }
 
 void MainWindow::makeHelpMenu()

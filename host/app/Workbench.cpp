@@ -16,7 +16,10 @@
 #include "RealignCommand.h"
 #include "RecentFiles.h"
 #include "Routes.h"
+#include "Space.h"
 #include "Structure.h"
+#include "SuperposeCommand.h"
+#include "SuperposeDialog.h"
 #include "UndoCommands.h"
 
 #include <QApplication>
@@ -183,6 +186,31 @@ bool Workbench::realign(Alignment &alignment)
     return RealignCommand(parent != nullptr ? parent : m_Window.get(),
                           m_Attendance == Attendance::User)
         .run(alignment);
+}
+
+void Workbench::askSuperpose(const Compound *chosen)
+{
+    std::vector<Alignment *> alignments;
+    for (Compound *object : *Space::instance()) {
+        if (auto *alignment = dynamic_cast<Alignment *>(object))
+            alignments.push_back(alignment);
+    }
+    if (alignments.empty()) {
+        m_Window->say(tr("Superposing takes an alignment, and none is open."));
+        return;
+    }
+    const bool isOne = dynamic_cast<const Alignment *>(chosen) != nullptr;
+    SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, m_Window.get());
+    if (dialog.exec() == QDialog::Accepted && dialog.alignment() != nullptr)
+        superpose(*dialog.alignment(), dialog.rows());
+}
+
+bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows)
+{
+    const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows);
+    m_Window->say(plan ? SuperposeCommand::summary(plan.value())
+                       : QString::fromStdString(plan.error().message));
+    return plan.has_value();
 }
 
 void Workbench::openTool(const services::PluginRecord &plugin)

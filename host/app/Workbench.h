@@ -60,6 +60,10 @@ public:
 
     // The columns of its range, with the aligner of the settings.
     bool realign(Alignment &alignment);
+    // Asks which structures, along which alignment: chosen, if it is one.
+    void askSuperpose(const Compound *chosen);
+    // The structures of the rows onto that of the first; the status line says what came of it.
+    bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows);
 
     void openTool(const services::PluginRecord &plugin);
     void openInEditor(Compound *alignment);

@@ -122,6 +122,43 @@ TEST_F(SharedFilesTest, EveryColourMapCanBeRead)
     }
 }
 
+// With its unit, and the map that shows it.
+TEST_F(SharedFilesTest, TheDocumentationListsEveryScaleAsItIs)
+{
+    const QString page =
+        QString::fromUtf8(contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md")));
+    const QString help =
+        QString::fromUtf8(contents(Directories::shared() + "/help/scales.html")).simplified();
+    const ResidueScales scales({Directories::shared() + "/scales"});
+    for (const ResidueScale &scale : scales.scales()) {
+        const QString name = QString::fromStdString(scale.name);
+        const QString unit = QString::fromStdString(scale.unit);
+        const QString map = setting("KM2_Colormaps", "KM2_" + scale.name);
+        const QRegularExpression line(
+            QString("\n\\| %1 \\| [^|\n]+ \\| %2 \\| `%3` \\|\n").arg(name, unit, map));
+        EXPECT_TRUE(page.contains(line)) << scale.name;
+        EXPECT_TRUE(page.contains(
+            QString("\n| %1 | %2 |\n").arg(name, QString::fromStdString(scale.source))))
+            << scale.name;
+        const QRegularExpression row(
+            QString("<tr><td>%1</td> ?<td>[^<]+</td> ?<td>%2</td> ?<td>[^<]+</td> ?"
+                    "<td><code>%3</code></td></tr>")
+                .arg(name, unit, map));
+        EXPECT_TRUE(help.contains(row)) << scale.name;
+    }
+}
+
+TEST_F(SharedFilesTest, TheDocumentationListsEveryColourMap)
+{
+    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md"));
+    const QByteArray help = contents(Directories::shared() + "/help/scales.html");
+    const QDir maps(Directories::shared() + "/colormaps");
+    for (const QString &map : maps.entryList({"*.cm"}, QDir::Files)) {
+        EXPECT_TRUE(page.contains("`" + map.toUtf8() + "`")) << map.toStdString();
+        EXPECT_TRUE(help.contains("<code>" + map.toUtf8() + "</code>")) << map.toStdString();
+    }
+}
+
 TEST_F(SharedFilesTest, EveryLinkAndPictureOfTheHelpIsThere)
 {
     const QDir help(Directories::shared() + "/help");
