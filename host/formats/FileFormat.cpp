@@ -218,6 +218,10 @@ FileFormat recognise(std::string_view head)
         const std::string_view line = firstLine(rest);
         if (trimmed(line).empty())
             continue;
+        // Text in front of the first record is usual enough; other bytes are not. Its name and
+        // description may have any words.
+        if (line.front() == '>' && isAllText)
+            return isPirStart(line) ? FileFormat::Pir : FileFormat::Fasta;
         if (isFirst) {
             const FileFormat format = byFirstLine(line);
             if (format != FileFormat::Unknown)
@@ -231,9 +235,6 @@ FileFormat recognise(std::string_view head)
             return FileFormat::Msf;
         if (isAtomRecord(line))
             return FileFormat::Pdb;
-        // Text in front of the first record is usual enough; other bytes are not.
-        if (line.front() == '>' && isAllText)
-            return isPirStart(line) ? FileFormat::Pir : FileFormat::Fasta;
         isAllText = isAllText && isText(line);
     }
     return byRows(head);

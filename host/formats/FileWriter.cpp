@@ -57,6 +57,16 @@ std::optional<std::string> differenceTo(const FileContents &contents,
     return std::nullopt;
 }
 
+// Why the file that was just written cannot be read, without the name that nobody knows.
+std::string withoutName(const Failure &failure, const std::filesystem::path &file)
+{
+    const std::string name = file.filename().string() + ':';
+    if (!failure.message.starts_with(name))
+        return failure.message;
+    const std::string cause = failure.message.substr(name.size());
+    return cause.starts_with(' ') ? "the file" + cause : "line " + cause;
+}
+
 // Writes with write, reads what was written, and puts it in place if difference finds none.
 std::optional<Failure>
 replace(const std::filesystem::path &path, const std::function<void(TextSink &)> &write,
@@ -71,7 +81,7 @@ replace(const std::filesystem::path &path, const std::function<void(TextSink &)>
             return file.failure();
         const Result<FileContents> readBack = readFile(file.path());
         const std::optional<std::string> cause =
-            readBack ? difference(readBack.value()) : readBack.error().message;
+            readBack ? difference(readBack.value()) : withoutName(readBack.error(), file.path());
         if (cause)
             return failureOf(file.fileName(),
                              "was not written, because reading it back gave something else: " +

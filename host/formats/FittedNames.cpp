@@ -61,6 +61,10 @@ void removeMarks(std::string &name, WriteFormat format)
         if (isPirStart('>' + name))
             name[2] = '_';
         break;
+    case WriteFormat::Clustal:
+        if (isClustalWord(name))
+            name.insert(0, 1, '_');
+        break;
     case WriteFormat::Stockholm:
         if (name.starts_with('#'))
             name[0] = '_';
