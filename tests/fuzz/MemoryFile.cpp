@@ -22,13 +22,17 @@ void checkResult(const Result<FileContents> &result)
         check(!result.error().message.empty());
         return;
     }
-    check(result.value().alignments.size() + result.value().structures.size() == 1);
+    check(result.value().alignments.size() + result.value().structures.size() >= 1);
     for (const AlignmentRecord &alignment : result.value().alignments) {
         check(!alignment.rows.empty());
+        const std::uint64_t width = alignment.rows.front().sequence.width;
+        for (const Annotation &said : alignment.columnAnnotations)
+            check(said.text.size() == width);
         for (const RowRecord &row : alignment.rows) {
+            for (const Annotation &said : row.residueAnnotations)
+                check(said.text.size() == row.sequence.width);
             check(row.sequence.text().size() == row.sequence.width);
-            check(!alignment.isAligned ||
-                  row.sequence.width == alignment.rows.front().sequence.width);
+            check(!alignment.isAligned || row.sequence.width == width);
         }
     }
     for (const StructureRecord &structure : result.value().structures)

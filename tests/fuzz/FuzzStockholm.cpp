@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "MemoryFile.h"
+#include "StockholmReader.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    TAMBO::formats::readBytes(bytes, size, TAMBO::formats::readStockholm);
+    TAMBO::formats::readBytes(bytes, size, TAMBO::formats::readPlainRows);
+    return 0;
+}
