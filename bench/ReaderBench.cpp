@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading an alignment file into rows, beside reading the same file's bytes. The bar for the whole
 // of opening a file is three times the bytes; "of_reading" says how much of it the reader takes.
+// "peak_of_loaded" is the most memory on the way beside what is left at the end; the bar is 3.
+#include "FileBytes.h"
 #include "FileReader.h"
+#include "HeapCount.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
+#include <compare>
 #include <cstdint>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -21,6 +24,114 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+enum class Manner { Fasta, Pir, Stockholm, StockholmBlocks, StockholmMarked, Clustal, Msf, Phylip };
+
+struct Shape
+{
+    Manner manner = Manner::Fasta;
+    std::int64_t rows = 0;
+    std::int64_t columns = 0;
+    // Columns a line; formats of their own kind have as many as they always have.
+    std::int64_t line = 60;
+
+    friend auto operator<=>(const Shape &, const Shape &) = default;
+};
+
+// Three cells in ten are gaps, in runs of five on average.
+std::vector<std::string> makeRows(const Shape &shape)
+{
+    std::mt19937 random(7);
+    std::vector<std::string> rows(static_cast<std::size_t>(shape.rows));
+    for (std::string &text : rows) {
+        bool gap = false;
+        for (std::int64_t column = 0; column < shape.columns; ++column) {
+            const unsigned roll = random();
+            gap = gap ? roll % 100 >= 20 : roll % 700 < 60;
+            text += gap ? '-' : "ARNDCQEGHILKMFPSTWYV"[(roll >> 10U) % 20];
+        }
+    }
+    return rows;
+}
+
+std::string nameOf(std::size_t row)
+{
+    return "sequence" + std::to_string(row);
+}
+
+void writeRecords(std::ostream &file, const std::vector<std::string> &rows, const Shape &shape)
+{
+    const auto step = static_cast<std::size_t>(shape.line);
+    const bool isPir = shape.manner == Manner::Pir;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        file << (isPir ? ">P1;" + nameOf(row) + "\nsequence:" + nameOf(row) + "::::::::\n"
+                       : '>' + nameOf(row) + " a description\n");
+        for (std::size_t at = 0; at < rows[row].size(); at += step)
+            file << std::string_view(rows[row]).substr(at, step) << '\n';
+        if (isPir)
+            file << "*\n";
+    }
+}
+
+void writeBlocks(std::ostream &file, const std::vector<std::string> &rows, std::size_t step,
+                 bool hasNamesInEveryBlock)
+{
+    for (std::size_t at = 0; at < rows.front().size(); at += step) {
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            std::string name = at == 0 || hasNamesInEveryBlock ? nameOf(row) : std::string();
+            name.resize(16, ' ');
+            file << name << std::string_view(rows[row]).substr(at, step) << '\n';
+        }
+        file << '\n';
+    }
+}
+
+void writeMarked(std::ostream &file, const std::vector<std::string> &rows)
+{
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        std::string said = rows[row];
+        for (char &character : said)
+            character = character == '-' ? '.' : '9';
+        file << "#=GS " << nameOf(row) << " DE a description\n"
+             << nameOf(row) << ' ' << rows[row] << "\n#=GR " << nameOf(row) << " PP " << said
+             << '\n';
+    }
+}
+
+void write(const std::filesystem::path &path, const Shape &shape)
+{
+    const std::vector<std::string> rows = makeRows(shape);
+    const auto columns = static_cast<std::size_t>(shape.columns);
+    std::ofstream file(path);
+    switch (shape.manner) {
+    case Manner::Fasta:
+    case Manner::Pir:
+        return writeRecords(file, rows, shape);
+    case Manner::Stockholm:
+    case Manner::StockholmBlocks:
+        file << "# STOCKHOLM 1.0\n\n";
+        writeBlocks(file, rows, shape.manner == Manner::Stockholm ? columns : 60, true);
+        file << "//\n";
+        return;
+    case Manner::StockholmMarked:
+        file << "# STOCKHOLM 1.0\n\n";
+        writeMarked(file, rows);
+        file << "//\n";
+        return;
+    case Manner::Clustal:
+        file << "CLUSTAL W (1.83) multiple sequence alignment\n\n";
+        return writeBlocks(file, rows, 60, true);
+    case Manner::Msf:
+        file << "PileUp\n\n MSF: " << columns << " Type: P Check: 0 ..\n\n";
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            file << " Name: " << nameOf(row) << " Len: " << columns << " Check: 0\n";
+        file << "\n//\n\n";
+        return writeBlocks(file, rows, 50, true);
+    case Manner::Phylip:
+        file << rows.size() << ' ' << columns << '\n';
+        return writeBlocks(file, rows, 60, false);
+    }
+}
 
 // Files are made once and go with the program.
 class Files
@@ -35,39 +146,18 @@ public:
     Files(const Files &) = delete;
     Files &operator=(const Files &) = delete;
 
-    const std::filesystem::path &get(std::int64_t rows, std::int64_t columns,
-                                     std::int64_t lineLength)
+    const std::filesystem::path &get(const Shape &shape)
     {
-        const auto [file, isNew] = m_Files.try_emplace(
-            {rows, columns, lineLength}, m_Folder / (std::to_string(m_Files.size()) + ".fasta"));
+        const auto [file, isNew] =
+            m_Files.try_emplace(shape, m_Folder / std::to_string(m_Files.size()));
         if (isNew)
-            write(file->second, rows, columns, static_cast<std::size_t>(lineLength));
+            write(file->second, shape);
         return file->second;
     }
 
 private:
-    // Three cells in ten are gaps, in runs of five on average.
-    static void write(const std::filesystem::path &path, std::int64_t rows, std::int64_t columns,
-                      std::size_t lineLength)
-    {
-        std::mt19937 random(7);
-        std::ofstream file(path);
-        for (std::int64_t row = 0; row < rows; ++row) {
-            file << ">sequence" << row << " a description\n";
-            std::string text;
-            bool gap = false;
-            for (std::int64_t column = 0; column < columns; ++column) {
-                const unsigned roll = random();
-                gap = gap ? roll % 100 >= 20 : roll % 700 < 60;
-                text += gap ? '-' : "ARNDCQEGHILKMFPSTWYV"[(roll >> 10U) % 20];
-            }
-            for (std::size_t at = 0; at < text.size(); at += lineLength)
-                file << std::string_view(text).substr(at, lineLength) << '\n';
-        }
-    }
-
     std::filesystem::path m_Folder;
-    std::map<std::vector<std::int64_t>, std::filesystem::path> m_Files;
+    std::map<Shape, std::filesystem::path> m_Files;
 };
 
 Files &files()
@@ -76,51 +166,60 @@ Files &files()
     return instance;
 }
 
-// Seconds for the bytes alone, all of them in memory at the end, the best of a few.
-double readBytes(const std::filesystem::path &path)
+void readAlignment(benchmark::State &state, Manner manner)
 {
-    double best = 1e9;
-    for (int repeat = 0; repeat < 5; ++repeat) {
-        const auto start = Clock::now();
-        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        const auto size = std::filesystem::file_size(path);
-        const std::unique_ptr<char[]> bytes(new char[size]);
-        std::size_t done = 0;
-        for (ssize_t got = 1; got > 0 && done < size; done += static_cast<std::size_t>(got))
-            got = read(file, bytes.get() + done, size - done);
-        close(file);
-        benchmark::DoNotOptimize(bytes.get()[size / 2]);
-        best = std::min(best, std::chrono::duration<double>(Clock::now() - start).count());
-    }
-    return best;
-}
-
-void readAlignment(benchmark::State &state)
-{
-    const std::filesystem::path &path = files().get(state.range(0), state.range(1), state.range(2));
+    const std::filesystem::path &path =
+        files().get({manner, state.range(0), state.range(1), state.range(2)});
     const double bytesAlone = readBytes(path);
     double seconds = 0;
+    double peak = 0;
     for (auto _ : state) {
+        const std::size_t before = heapBytes();
+        restartHeapPeak();
         const auto start = Clock::now();
         const TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(path);
         seconds += std::chrono::duration<double>(Clock::now() - start).count();
-        if (!contents)
+        if (!contents) {
             state.SkipWithError(contents.error().message.c_str());
+            return;
+        }
+        peak = double(heapPeak() - before) / double(heapBytes() - before);
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(std::filesystem::file_size(path)) *
                             static_cast<std::int64_t>(state.iterations()));
     state.counters["of_reading"] = seconds / static_cast<double>(state.iterations()) / bytesAlone;
+    state.counters["peak_of_loaded"] = peak;
 }
 
-BENCHMARK(readAlignment)
-    ->ArgNames({"rows", "columns", "line"})
-    ->Args({100, 500, 60})
-    ->Args({1000, 2000, 60})
-    ->Args({20000, 2000, 60})
-    ->Args({10000, 10000, 60})
-    ->Args({10000, 10000, 10000})
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+void everySize(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"rows", "columns", "line"})
+        ->Args({100, 500, 60})
+        ->Args({1000, 2000, 60})
+        ->Args({20000, 2000, 60})
+        ->Args({10000, 10000, 60})
+        ->Args({10000, 10000, 10000})
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
+void oneSize(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"rows", "columns", "line"})
+        ->Args({10000, 2000, 60})
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
+BENCHMARK_CAPTURE(readAlignment, fasta, Manner::Fasta)->Apply(everySize);
+BENCHMARK_CAPTURE(readAlignment, fasta, Manner::Fasta)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, pir, Manner::Pir)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, stockholm, Manner::Stockholm)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, stockholm_blocks, Manner::StockholmBlocks)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, stockholm_marked, Manner::StockholmMarked)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, clustal, Manner::Clustal)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, msf, Manner::Msf)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, phylip, Manner::Phylip)->Apply(oneSize);
 
 } // namespace
 

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Counts what a benchmark has on the heap, by taking the place of new and delete.
+#pragma once
+
+#include <cstddef>
+
+// Bytes now, and at most since restartHeapPeak().
+[[nodiscard]] std::size_t heapBytes() noexcept;
+[[nodiscard]] std::size_t heapPeak() noexcept;
+void restartHeapPeak() noexcept;

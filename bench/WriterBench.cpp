@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Writing a loaded alignment as a file, beside reading that file's bytes: the whole of it, which
+// puts the file on the disk, reads it back and compares ("of_reading"), and the making of its text
+// alone ("text_of_reading"). What all this occupies at most, the alignment included, is compared
+// with the alignment ("peak_of_loaded"); the bar is 3.
+#include "Alignment.h"
+#include "AlignmentWriters.h"
+#include "ChangeScope.h"
+#include "FileBytes.h"
+#include "FileWriter.h"
+#include "HeapCount.h"
+#include "ObjectFactory.h"
+#include "RecordMaker.h"
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using namespace TAMBO;
+using Clock = std::chrono::steady_clock;
+
+// Three cells in ten are gaps, in runs of five on average.
+AlignmentRecord sample(std::size_t rows, std::size_t columns)
+{
+    std::mt19937 random(7);
+    AlignmentRecord record;
+    record.name = "sample";
+    record.rows.resize(rows);
+    std::string text;
+    for (std::size_t row = 0; row < rows; ++row) {
+        text.clear();
+        bool gap = false;
+        for (std::size_t column = 0; column < columns; ++column) {
+            const unsigned roll = unsigned(random());
+            gap = gap ? roll % 100 >= 20 : roll % 700 < 60;
+            text += gap ? '-' : "ARNDCQEGHILKMFPSTWYV"[(roll >> 10U) % 20];
+        }
+        record.rows[row].name = "sequence" + std::to_string(row);
+        record.rows[row].sequence.append(text);
+        record.rows[row].sequence.letters.shrink_to_fit();
+    }
+    return record;
+}
+
+struct Loaded
+{
+    const Alignment *alignment = nullptr;
+    std::size_t bytes = 0;
+
+    Loaded()
+    {
+        const std::size_t before = heapBytes();
+        const ChangeScope scope;
+        alignment = ObjectFactory::adopt(sample(10000, 2000));
+        bytes = heapBytes() - before;
+    }
+};
+
+const Loaded &loaded()
+{
+    static const Loaded instance;
+    return instance;
+}
+
+class NullSink final : public formats::TextSink
+{
+public:
+    void write(std::string_view text) override { benchmark::DoNotOptimize(text.data()); }
+};
+
+using Write = void (*)(const formats::FittedAlignment &alignment, formats::TextSink &sink);
+
+void writeAlignment(benchmark::State &state, const char *format, Write write)
+{
+    const WriteOptions options = writeOptionsNamed(format).value();
+    const std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                       ("writer-" + std::to_string(getpid()) + '.' + format);
+    const std::size_t begin = heapBytes() - loaded().bytes;
+    restartHeapPeak();
+    double seconds = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        const AlignmentRecord record = makeRecord(*loaded().alignment);
+        if (const auto failure = writeFile(path, std::span(&record, 1), options)) {
+            state.SkipWithError(failure->message.c_str());
+            return;
+        }
+        seconds += std::chrono::duration<double>(Clock::now() - start).count();
+    }
+    const double peak = double(heapPeak() - begin);
+    const AlignmentRecord record = makeRecord(*loaded().alignment);
+    const auto start = Clock::now();
+    NullSink sink;
+    write(formats::FittedAlignment(record, options), sink);
+    const double text = std::chrono::duration<double>(Clock::now() - start).count();
+    const double bytesAlone = readBytes(path);
+    state.counters["of_reading"] = seconds / double(state.iterations()) / bytesAlone;
+    state.counters["text_of_reading"] = text / bytesAlone;
+    state.counters["peak_of_loaded"] = peak / double(loaded().bytes);
+    std::filesystem::remove(path);
+}
+
+#define TAMBO_WRITER(format, write)                                                                \
+    BENCHMARK_CAPTURE(writeAlignment, format, #format, write)                                      \
+        ->Unit(benchmark::kMillisecond)                                                            \
+        ->UseRealTime()
+
+TAMBO_WRITER(pir, formats::writePir);
+TAMBO_WRITER(fasta, formats::writeFasta);
+TAMBO_WRITER(stockholm, formats::writeStockholm);
+TAMBO_WRITER(a3m, formats::writeInsertions);
+TAMBO_WRITER(clustal, formats::writeClustal);
+TAMBO_WRITER(msf, formats::writeMsf);
+TAMBO_WRITER(phylip, formats::writePhylip);
+
+} // namespace
+
+BENCHMARK_MAIN();
