@@ -82,7 +82,8 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
     const WriteOptions options = writeOptionsNamed(format).value();
     const std::filesystem::path path = std::filesystem::temp_directory_path() /
                                        ("writer-" + std::to_string(getpid()) + '.' + format);
-    const std::size_t begin = heapBytes() - loaded().bytes;
+    const std::size_t loadedBytes = loaded().bytes;
+    const std::size_t begin = heapBytes() - loadedBytes;
     restartHeapPeak();
     double seconds = 0;
     for (auto _ : state) {
@@ -103,7 +104,7 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
     const double bytesAlone = readBytes(path);
     state.counters["of_reading"] = seconds / double(state.iterations()) / bytesAlone;
     state.counters["text_of_reading"] = text / bytesAlone;
-    state.counters["peak_of_loaded"] = peak / double(loaded().bytes);
+    state.counters["peak_of_loaded"] = peak / double(loadedBytes);
     std::filesystem::remove(path);
 }
 

@@ -41,7 +41,7 @@ std::vector<fs::path> siblingStructures(const fs::path &alignmentFile,
     std::set<fs::path> taken;
     for (const AlignmentRecord &alignment : alignments) {
         for (const RowRecord &row : alignment.rows) {
-            const std::string &name = row.link.structure;
+            const std::string &name = row.link->structure;
             if (name.empty() || !asked.insert(name).second)
                 continue;
             const std::optional<fs::path> file = findBeside(alignmentFile, name);

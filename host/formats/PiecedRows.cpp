@@ -10,22 +10,23 @@ namespace TAMBO::formats {
 
 std::uint64_t PiecedRows::width(std::size_t row) const noexcept
 {
-    const Row &found = m_Rows[row];
-    return found.builder != nullptr ? found.builder->width() : found.record.sequence.width;
+    const std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
+    return builder != nullptr ? builder->width() : m_Records[row].sequence.width;
 }
 
 std::size_t PiecedRows::add(std::string_view name)
 {
-    m_Rows.emplace_back().record.name = cleanText(name);
-    m_RowOf.emplace(name, m_Rows.size() - 1);
-    m_Expected = m_Rows.size();
-    return m_Rows.size() - 1;
+    m_Records.emplace_back().name = cleanText(name);
+    m_Pieces.emplace_back();
+    m_RowOf.emplace(name, size() - 1);
+    m_Expected = size();
+    return size() - 1;
 }
 
 std::optional<std::size_t> PiecedRows::find(std::string_view name)
 {
     const auto isNamed = [&](std::size_t row) {
-        return row < m_Rows.size() && m_Rows[row].record.name == name;
+        return row < size() && m_Records[row].name == name;
     };
     if (isNamed(m_Expected))
         return m_Expected++;
@@ -40,65 +41,74 @@ std::optional<std::size_t> PiecedRows::find(std::string_view name)
 }
 
 // A row that comes in one piece never has more room than it needs.
-RowBuilder &PiecedRows::open(Row &row)
+RowBuilder &PiecedRows::open(std::size_t row)
 {
-    if (row.record.sequence.width == 0 && row.builder == nullptr)
+    GappedSequence &sequence = m_Records[row].sequence;
+    std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
+    if (sequence.width == 0 && builder == nullptr)
         return m_Builder;
-    if (row.builder == nullptr) {
-        row.builder = std::make_unique<RowBuilder>();
-        row.builder->resume(std::move(row.record.sequence));
+    if (builder == nullptr) {
+        builder = std::make_unique<RowBuilder>();
+        builder->resume(std::move(sequence));
     }
-    return *row.builder;
+    return *builder;
 }
 
-void PiecedRows::close(Row &row)
+void PiecedRows::close(std::size_t row)
 {
-    if (row.builder == nullptr)
-        row.record.sequence = m_Builder.take();
+    if (m_Pieces[row].builder == nullptr)
+        m_Records[row].sequence = m_Builder.take();
+}
+
+// What the row has so far is its sequence.
+void PiecedRows::complete(std::size_t row)
+{
+    std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
+    if (builder != nullptr)
+        m_Records[row].sequence = builder->take();
+    builder.reset();
 }
 
 char PiecedRows::append(std::size_t row, TextReader &reader)
 {
-    Row &changed = m_Rows[row];
-    changed.line = reader.line();
-    const char stop = readCells(reader, open(changed));
-    close(changed);
+    m_Pieces[row].line = reader.line();
+    const char stop = readCells(reader, open(row));
+    close(row);
     return stop;
 }
 
 std::size_t PiecedRows::append(std::size_t row, std::string_view text, std::uint64_t line)
 {
-    Row &changed = m_Rows[row];
-    changed.line = line;
-    const std::size_t count = appendCells(text, open(changed));
-    close(changed);
+    m_Pieces[row].line = line;
+    const std::size_t count = appendCells(text, open(row));
+    close(row);
     return count;
 }
 
 void PiecedRows::appendGaps(std::size_t row, std::uint64_t count)
 {
-    Row &changed = m_Rows[row];
-    if (changed.builder != nullptr)
-        changed.record.sequence = changed.builder->take();
-    changed.builder.reset();
-    changed.record.sequence.appendGaps(count);
+    complete(row);
+    m_Records[row].sequence.appendGaps(count);
 }
 
 void PiecedRows::remove(const std::vector<std::size_t> &rows)
 {
     if (rows.empty())
         return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        m_Rows.erase(m_Rows.begin() + static_cast<std::ptrdiff_t>(*row));
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        const auto place = static_cast<std::ptrdiff_t>(*row);
+        m_Records.erase(m_Records.begin() + place);
+        m_Pieces.erase(m_Pieces.begin() + place);
+    }
     m_RowOf.clear();
-    for (std::size_t row = 0; row < m_Rows.size(); ++row)
-        m_RowOf.emplace(m_Rows[row].record.name, row);
+    for (std::size_t row = 0; row < size(); ++row)
+        m_RowOf.emplace(m_Records[row].name, row);
     m_Expected = 0;
 }
 
 std::optional<std::size_t> PiecedRows::firstUneven() const noexcept
 {
-    for (std::size_t row = 1; row < m_Rows.size(); ++row) {
+    for (std::size_t row = 1; row < size(); ++row) {
         if (width(row) != width(0))
             return row;
     }
@@ -107,18 +117,12 @@ std::optional<std::size_t> PiecedRows::firstUneven() const noexcept
 
 std::vector<RowRecord> PiecedRows::take()
 {
-    std::vector<RowRecord> records;
-    records.reserve(m_Rows.size());
-    for (Row &row : m_Rows) {
-        if (row.builder != nullptr)
-            row.record.sequence = row.builder->take();
-        row.builder.reset();
-        records.push_back(std::move(row.record));
-    }
-    m_Rows.clear();
+    for (std::size_t row = 0; row < size(); ++row)
+        complete(row);
+    m_Pieces.clear();
     m_RowOf.clear();
     m_Expected = 0;
-    return records;
+    return std::exchange(m_Records, {});
 }
 
 } // namespace TAMBO::formats

@@ -21,17 +21,17 @@ namespace TAMBO::formats {
 class PiecedRows
 {
 public:
-    [[nodiscard]] std::size_t size() const noexcept { return m_Rows.size(); }
-    [[nodiscard]] bool isEmpty() const noexcept { return m_Rows.empty(); }
-    [[nodiscard]] RowRecord &record(std::size_t row) noexcept { return m_Rows[row].record; }
+    [[nodiscard]] std::size_t size() const noexcept { return m_Records.size(); }
+    [[nodiscard]] bool isEmpty() const noexcept { return m_Records.empty(); }
+    [[nodiscard]] RowRecord &record(std::size_t row) noexcept { return m_Records[row]; }
     [[nodiscard]] const std::string &name(std::size_t row) const noexcept
     {
-        return m_Rows[row].record.name;
+        return m_Records[row].name;
     }
     // Columns so far.
     [[nodiscard]] std::uint64_t width(std::size_t row) const noexcept;
     // Where its last piece stands in the file.
-    [[nodiscard]] std::uint64_t line(std::size_t row) const noexcept { return m_Rows[row].line; }
+    [[nodiscard]] std::uint64_t line(std::size_t row) const noexcept { return m_Pieces[row].line; }
 
     // A new row behind the others. A name that comes again makes another row.
     std::size_t add(std::string_view name);
@@ -56,10 +56,9 @@ public:
     [[nodiscard]] std::vector<RowRecord> take();
 
 private:
-    struct Row
+    struct Pieces
     {
-        RowRecord record;
-        // Of a row that came in more than one piece.
+        // Of a row that came in more than one.
         std::unique_ptr<RowBuilder> builder;
         std::uint64_t line = 0;
     };
@@ -72,10 +71,13 @@ private:
         }
     };
 
-    [[nodiscard]] RowBuilder &open(Row &row);
-    void close(Row &row);
+    [[nodiscard]] RowBuilder &open(std::size_t row);
+    void close(std::size_t row);
+    void complete(std::size_t row);
 
-    std::vector<Row> m_Rows;
+    std::vector<RowRecord> m_Records;
+    // Of each record.
+    std::vector<Pieces> m_Pieces;
     // As they stand in the file.
     std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_RowOf;
     std::size_t m_Expected = 0;

@@ -57,7 +57,7 @@ std::optional<PirFields> pirFieldsOf(std::string_view title)
 std::string pirTitle(const RowRecord &row, const std::string &name)
 {
     const std::string text = cleanText(trimmed(row.description));
-    const StructureLink &link = row.link;
+    const StructureLink &link = *row.link;
     std::optional<PirFields> fields = pirFieldsOf(text);
     if (link.structure.empty()) {
         if (text.empty())

@@ -13,7 +13,21 @@ static_assert(RowBuilder::kReadAhead >= kScanWidth + kCopyReadSlack);
 
 std::size_t RowBuilder::append(std::string_view text)
 {
-    makeRoom(text.size());
+    // Room is made by the piece: behind the row the text may go on with all the others.
+    constexpr std::size_t pieceSize = 4 * kScanWidth;
+    for (std::size_t done = 0; done < text.size();) {
+        const std::string_view piece = text.substr(done, pieceSize);
+        makeRoom(piece.size());
+        const std::size_t count = appendPiece(piece);
+        done += count;
+        if (count < piece.size())
+            return done;
+    }
+    return text.size();
+}
+
+std::size_t RowBuilder::appendPiece(std::string_view text)
+{
     for (std::size_t done = 0; done < text.size();) {
         const char *from = text.data() + done;
         const CellMasks masks = scanCells(from);

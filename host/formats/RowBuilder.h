@@ -33,6 +33,8 @@ public:
     [[nodiscard]] GappedSequence take();
 
 private:
+    // There is room for it.
+    [[nodiscard]] std::size_t appendPiece(std::string_view text);
     void makeRoom(std::size_t columns);
 
     std::string m_Letters;

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cctype>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace TAMBO::formats {
@@ -80,6 +81,11 @@ private:
     void addOfRow();
     void addOfResidues();
     void addRow();
+    [[nodiscard]] std::span<Line> residueLines(std::size_t row)
+    {
+        return row < m_ResidueLines.size() ? std::span<Line>(m_ResidueLines[row])
+                                           : std::span<Line>();
+    }
     void finishAlignment();
     bool hasEvenRows();
     bool hasEvenLines();
@@ -107,7 +113,7 @@ private:
     AlignmentRecord m_Alignment;
     PiecedRows m_Rows;
     std::vector<Line> m_ColumnLines;
-    // By row.
+    // By row, up to the last one of which something is said.
     std::vector<std::vector<Line>> m_ResidueLines;
     // These mostly come before the rows.
     struct RowAnnotation
@@ -219,7 +225,8 @@ void StockholmParser::addOfResidues()
     const std::string tag = cleanText(m_Reader.nextWord());
     if (tag.empty())
         return;
-    m_ResidueLines.resize(m_Rows.size());
+    if (m_ResidueLines.size() <= *row)
+        m_ResidueLines.resize(*row + 1);
     appendCharacters(lineOf(m_ResidueLines[*row], tag, m_Reader.line()).text,
                      trimmed(m_Reader.restOfLine()));
 }
@@ -250,7 +257,6 @@ void StockholmParser::finishAlignment()
     if (!m_IsOpen)
         return fail(m_Reader.line(), "found \"//\", expected \"# STOCKHOLM 1.0\"");
     m_IsOpen = false;
-    m_ResidueLines.resize(m_Rows.size());
     dropAbsentRows();
     if (m_Rows.isEmpty())
         return fail(m_Reader.line(), "found \"//\", expected at least one row before it");
@@ -260,7 +266,7 @@ void StockholmParser::finishAlignment()
     for (Line &line : m_ColumnLines)
         m_Alignment.columnAnnotations.push_back(std::move(line.annotation));
     for (std::size_t row = 0; row < m_Rows.size(); ++row) {
-        for (Line &line : m_ResidueLines[row])
+        for (Line &line : residueLines(row))
             m_Rows.record(row).residueAnnotations.push_back(std::move(line.annotation));
     }
     m_Alignment.rows = m_Rows.take();
@@ -279,12 +285,14 @@ void StockholmParser::dropAbsentRows()
         if (m_Rows.width(row) > 0)
             continue;
         absent.push_back(row);
-        for (const Line &line : m_ResidueLines[row])
+        for (const Line &line : residueLines(row))
             remark(line.line, "what is said of the residues of " + shown(m_Rows.name(row)) +
                                   " was left out, because there is no such row");
     }
-    for (auto row = absent.rbegin(); row != absent.rend(); ++row)
-        m_ResidueLines.erase(m_ResidueLines.begin() + static_cast<std::ptrdiff_t>(*row));
+    for (auto row = absent.rbegin(); row != absent.rend(); ++row) {
+        if (*row < m_ResidueLines.size())
+            m_ResidueLines.erase(m_ResidueLines.begin() + static_cast<std::ptrdiff_t>(*row));
+    }
     m_Rows.remove(absent);
 }
 
@@ -311,7 +319,7 @@ bool StockholmParser::hasEvenLines()
     for (const Line &line : m_ColumnLines)
         isEven(line, "#=GC");
     for (std::size_t row = 0; row < m_Rows.size(); ++row) {
-        for (const Line &line : m_ResidueLines[row])
+        for (const Line &line : residueLines(row))
             isEven(line, "#=GR " + shown(m_Rows.name(row)));
     }
     return !m_Failure;

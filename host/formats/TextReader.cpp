@@ -102,7 +102,7 @@ std::string TextReader::restOfLine()
 std::string TextReader::restOfText()
 {
     std::string text;
-    text.reserve(m_Source.size());
+    text.reserve(m_Source.size() + kReadAhead);
     do {
         text.append(m_Buffer.get() + m_Position, m_End - m_Position);
         m_Position = m_End;

@@ -119,7 +119,7 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
     }
     if (format != WriteFormat::Pir) {
         const std::size_t rows =
-            countRows(alignment, [](const RowRecord &row) { return !row.link.structure.empty(); });
+            countRows(alignment, [](const RowRecord &row) { return !row.link->structure.empty(); });
         if (rows > 0)
             sentences.push_back(counted(rows, "row is", "rows are") +
                                 " not tied to the structure any more when the file is opened.");

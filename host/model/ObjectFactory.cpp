@@ -103,7 +103,7 @@ std::vector<Annotation> residueLines(std::vector<Annotation> lines, const Gapped
 Peptide &makeSequence(RowRecord &row, const RowTie &tie)
 {
     auto made = std::make_unique<Peptide>(row.name, std::move(row.sequence.letters));
-    presetNumbers(*made, tie, row.link);
+    presetNumbers(*made, tie, *row.link);
     for (const RowTieRun &run : tie.runs())
         made->tie(run.first, *run.chain, run.chainFirst, run.count);
     Peptide &peptide = *made;
@@ -152,7 +152,7 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
         // A sequence of the row's own has its name already.
         RowLabel label{isChain ? std::move(row.name) : std::string(),
                        std::move(row.description),
-                       std::move(row.link),
+                       *row.link,
                        static_cast<std::uint32_t>(first),
                        std::move(row.chainBreaks),
                        std::move(row.annotations),

@@ -27,9 +27,16 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
     const Peptide &sequence = row.sequence();
     std::optional<ResiduePlace> first;
     std::optional<ResiduePlace> last;
+    // Neighbours are of one chain mostly, which is looked at once.
+    const Peptide *chain = nullptr;
+    const Structure *structure = nullptr;
     row.forEachResidue(0, row.cells().end(), [&](AlignmentRow::Column, std::uint32_t index) {
         const ResiduePlace place = sequence.resolve(index);
-        if (structureOf(place) == nullptr)
+        if (place.peptide != chain) {
+            chain = place.peptide;
+            structure = structureOf(place);
+        }
+        if (structure == nullptr)
             return;
         if (!first)
             first = place;
@@ -37,7 +44,7 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
     });
     if (!first)
         return;
-    StructureLink &link = record.link;
+    StructureLink &link = record.link.change();
     // The file may call the structure by its file name, which finds it as well.
     if (link.structure.empty())
         link.structure = structureOf(*first)->Name();

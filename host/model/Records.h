@@ -4,6 +4,7 @@
 #pragma once
 
 #include "GappedSequence.h"
+#include "Rare.h"
 #include "SequenceNumber.h"
 #include "Vertex.h"
 
@@ -72,6 +73,8 @@ struct StructureLink
     std::string last;
     // Of a row that runs over several chains; otherwise the same chain, or empty.
     std::string lastChain;
+
+    friend bool operator==(const StructureLink &, const StructureLink &) = default;
 };
 
 // A remark with its kind, as Stockholm files have them. The kind is one word ("ID", "SS"); the text
@@ -89,7 +92,7 @@ struct RowRecord
     std::string name;
     std::string description;
     GappedSequence sequence;
-    StructureLink link;
+    Rare<StructureLink> link;
     // The numbers of letters before each break between two chains. A break written into the row
     // has a column there, which is a gap.
     std::vector<std::uint64_t> chainBreaks;

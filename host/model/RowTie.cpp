@@ -103,8 +103,8 @@ RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(
 {
     if (structures.isEmpty() || row.sequence.letters.empty())
         return;
-    const bool isNamed = !row.link.structure.empty();
-    const std::vector<Structure *> named = structures.find(isNamed ? row.link.structure : row.name);
+    const bool isNamed = !row.link->structure.empty();
+    const std::vector<Structure *> named = structures.find(isNamed ? row.link->structure : row.name);
     if (named.empty())
         return;
 
@@ -141,7 +141,7 @@ RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(
 RowTie::Candidate RowTie::tieTo(const Structure &structure) const
 {
     const std::vector<Peptide *> chains = proteinChains(structure);
-    const StructureLink &link = m_Row.link;
+    const StructureLink &link = *m_Row.link;
     const auto named = std::ranges::find_if(chains, [&](const Peptide *chain) {
         return !link.chain.empty() && chain->Name() == link.chain;
     });
@@ -197,7 +197,7 @@ RowTie::Candidate RowTie::tieToChain(Peptide &chain) const
                          true};
     };
 
-    const std::optional<ChainRange> claimed = claimedRange(chain, m_Row.link);
+    const std::optional<ChainRange> claimed = claimedRange(chain, *m_Row.link);
     if (claimed && shown.substr(claimed->begin, claimed->end - claimed->begin) == letters)
         return exact(claimed->begin);
     if (shown == letters)

@@ -156,7 +156,7 @@ TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
     // The rows keep their ties to the structures.
     TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(saved.toStdString());
     ASSERT_TRUE(contents.has_value());
-    EXPECT_EQ(contents->alignments.front().rows[0].link.structure, "1A0J_A_superposed.pdb");
+    EXPECT_EQ(contents->alignments.front().rows[0].link->structure, "1A0J_A_superposed.pdb");
 
     m_Screen.pressKey(window(kWorkbench), "ctrl+q");
     EXPECT_EQ(waitForEnd(), 0);

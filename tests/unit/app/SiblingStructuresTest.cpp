@@ -28,7 +28,7 @@ protected:
         for (const std::string &structure : structures) {
             TAMBO::RowRecord row;
             row.name = "row";
-            row.link.structure = structure;
+            row.link.change().structure = structure;
             record.rows.push_back(row);
         }
         return TAMBO::app::siblingStructures(touch("x.ali"), {record});

@@ -29,20 +29,20 @@ TEST(Family, EveryRowThatNamesAStructureHasThatChainsSequence)
     for (const std::string &file : kLinkedAlignments) {
         const AlignmentRecord alignment = contentsOf(dataFile(file)).alignments.at(0);
         for (const RowRecord &row : alignment.rows) {
-            if (row.link.structure.empty())
+            if (row.link->structure.empty())
                 continue;
             SCOPED_TRACE(file + ", row " + row.name);
             const StructureRecord structure =
-                contentsOf(dataFile(file).parent_path() / row.link.structure).structures.at(0);
-            const ChainRecord *chain = chainOf(structure, row.link.chain);
+                contentsOf(dataFile(file).parent_path() / row.link->structure).structures.at(0);
+            const ChainRecord *chain = chainOf(structure, row.link->chain);
             ASSERT_NE(chain, nullptr);
             EXPECT_EQ(row.sequence.letters, sequenceOf(*chain));
-            EXPECT_EQ(row.link.lastChain, row.link.chain);
-            EXPECT_EQ(row.link.first, chain->residues.front().number.getValue());
-            if (row.link.last.front() == '+')
-                EXPECT_EQ(row.link.last, '+' + std::to_string(row.sequence.letters.size()));
+            EXPECT_EQ(row.link->lastChain, row.link->chain);
+            EXPECT_EQ(row.link->first, chain->residues.front().number.getValue());
+            if (row.link->last.front() == '+')
+                EXPECT_EQ(row.link->last, '+' + std::to_string(row.sequence.letters.size()));
             else
-                EXPECT_EQ(row.link.last, chain->residues.back().number.getValue());
+                EXPECT_EQ(row.link->last, chain->residues.back().number.getValue());
             ++tested;
         }
     }
@@ -113,9 +113,9 @@ TEST(Family, PositionsOfAlignedResiduesHaveTheKnownSpread)
         std::vector<std::vector<Vertex>> columns(alignment.rows.front().sequence.width);
         for (const RowRecord &row : alignment.rows) {
             const StructureRecord structure =
-                contentsOf(file.parent_path() / row.link.structure).structures.at(0);
+                contentsOf(file.parent_path() / row.link->structure).structures.at(0);
             std::vector<Vertex> positions;
-            for (const ResidueRecord &residue : chainOf(structure, row.link.chain)->residues)
+            for (const ResidueRecord &residue : chainOf(structure, row.link->chain)->residues)
                 for (const AtomRecord &atom : residue.atoms)
                     if (atom.name == "CA" && atom.element == "C")
                         positions.push_back(atom.position);

@@ -25,7 +25,7 @@ TEST(PirReader, RecordHasANameATitleAndResiduesUpToTheStar)
     EXPECT_THAT(rowNames(alignment), ElementsAre("a", "b"));
     EXPECT_THAT(rowTexts(alignment), ElementsAre("AC-D", "A-CD"));
     EXPECT_EQ(alignment.rows[0].description, "first one");
-    EXPECT_EQ(alignment.rows[0].link.structure, "");
+    EXPECT_EQ(alignment.rows[0].link->structure, "");
     EXPECT_THAT(alignment.remarks, IsEmpty());
 }
 
@@ -40,11 +40,11 @@ TEST(PirReader, StructureLineTiesTheRowToAChain)
     const RowRecord row =
         read(">P1;5fd1\nstructureX:5fd1:1    :A:106  :B:ferredoxin:Azotobacter: 1.90: 0.19\nAF*\n")
             .rows.at(0);
-    EXPECT_EQ(row.link.structure, "5fd1");
-    EXPECT_EQ(row.link.first, "1");
-    EXPECT_EQ(row.link.chain, "A");
-    EXPECT_EQ(row.link.last, "106");
-    EXPECT_EQ(row.link.lastChain, "B");
+    EXPECT_EQ(row.link->structure, "5fd1");
+    EXPECT_EQ(row.link->first, "1");
+    EXPECT_EQ(row.link->chain, "A");
+    EXPECT_EQ(row.link->last, "106");
+    EXPECT_EQ(row.link->lastChain, "B");
     EXPECT_EQ(row.description,
               "structureX:5fd1:1    :A:106  :B:ferredoxin:Azotobacter: 1.90: 0.19");
 }
@@ -54,9 +54,9 @@ TEST(PirReader, EveryKindOfStructureLineIsRead)
     for (const char *kind : {"structure", "structureX", "structureN", "structureM"}) {
         const RowRecord row =
             read(std::string(">P1;a\n") + kind + ":x.pdb:FIRST:@:LAST:@::::\nAC*\n").rows.at(0);
-        EXPECT_EQ(row.link.structure, "x.pdb");
-        EXPECT_EQ(row.link.first, "FIRST");
-        EXPECT_EQ(row.link.chain, "@");
+        EXPECT_EQ(row.link->structure, "x.pdb");
+        EXPECT_EQ(row.link->first, "FIRST");
+        EXPECT_EQ(row.link->chain, "@");
     }
 }
 
@@ -64,35 +64,35 @@ TEST(PirReader, StructureLineMayEndEarly)
 {
     const AlignmentRecord alignment =
         contentsOf(dataFile("malformed/alignments/pir_duplicate_names.pir")).alignments.at(0);
-    EXPECT_EQ(alignment.rows[0].link.structure, "256bb");
-    EXPECT_EQ(alignment.rows[1].link.structure, "duplicated");
-    EXPECT_EQ(alignment.rows[1].link.chain, "");
-    EXPECT_EQ(alignment.rows[1].link.last, "");
+    EXPECT_EQ(alignment.rows[0].link->structure, "256bb");
+    EXPECT_EQ(alignment.rows[1].link->structure, "duplicated");
+    EXPECT_EQ(alignment.rows[1].link->chain, "");
+    EXPECT_EQ(alignment.rows[1].link->last, "");
 }
 
 TEST(PirReader, StructureLineWithoutACodeMeansTheRowsName)
 {
-    EXPECT_EQ(read(">P1;1abc\nstructureX::1:A:2:A::::\nAC*\n").rows.at(0).link.structure, "1abc");
+    EXPECT_EQ(read(">P1;1abc\nstructureX::1:A:2:A::::\nAC*\n").rows.at(0).link->structure, "1abc");
 }
 
 TEST(PirReader, SequenceLineNamesNoStructureButKeepsItsNumbers)
 {
     const RowRecord row = read(">P1;a\nsequence:a:5: :6: ::::\nAC*\n").rows.at(0);
-    EXPECT_EQ(row.link.structure, "");
-    EXPECT_EQ(row.link.first, "5");
-    EXPECT_EQ(row.link.last, "6");
-    EXPECT_EQ(row.link.chain, "");
+    EXPECT_EQ(row.link->structure, "");
+    EXPECT_EQ(row.link->first, "5");
+    EXPECT_EQ(row.link->last, "6");
+    EXPECT_EQ(row.link->chain, "");
     const RowRecord empty =
         contentsOf(dataFile("families/g6pd/g6pd_target_only.ali")).alignments.at(0).rows.at(0);
-    EXPECT_EQ(empty.link.structure, "");
+    EXPECT_EQ(empty.link->structure, "");
     EXPECT_EQ(empty.sequence.letters.size(), 515U);
 }
 
 TEST(PirReader, TitleWithAColonIsNoLink)
 {
-    EXPECT_EQ(read(">P1;a\nstructures of: many\nAC*\n").rows.at(0).link.first, "");
-    EXPECT_EQ(read(">P1;a\nstructureless:x:1:A:2:A\nAC*\n").rows.at(0).link.structure, "");
-    EXPECT_EQ(read(">P1;a\nprotein: 5fd1:1:A\nAC*\n").rows.at(0).link.structure, "");
+    EXPECT_EQ(read(">P1;a\nstructures of: many\nAC*\n").rows.at(0).link->first, "");
+    EXPECT_EQ(read(">P1;a\nstructureless:x:1:A:2:A\nAC*\n").rows.at(0).link->structure, "");
+    EXPECT_EQ(read(">P1;a\nprotein: 5fd1:1:A\nAC*\n").rows.at(0).link->structure, "");
 }
 
 TEST(PirReader, ChainBreakIsAGapColumnAndItsPlaceIsKept)
@@ -106,7 +106,7 @@ TEST(PirReader, ChainBreakIsAGapColumnAndItsPlaceIsKept)
         EXPECT_EQ(row.sequence.letters.size(), 437U);
         EXPECT_EQ(row.sequence.width, 438U);
     }
-    const StructureLink &link = alignment.rows[0].link;
+    const StructureLink &link = *alignment.rows[0].link;
     EXPECT_EQ(link.structure, "newpdb");
     EXPECT_EQ(link.chain, "H");
     EXPECT_EQ(link.lastChain, "L");
@@ -164,7 +164,7 @@ TEST(PirReader, TextAfterTheStarIsLeftOutWithARemark)
     EXPECT_THAT(rowNames(alignment), ElementsAre("\xc3\x85ngstr\xc3\xb6m-\xce\xb2_globin",
                                                  "row with blanks | and ; marks", "third"));
     EXPECT_THAT(rowTexts(alignment), ElementsAre("mvlsPADk-TNV", "MVL-PA-K-TNV", "MVLS"));
-    EXPECT_EQ(alignment.rows[1].link.structure, "none.pdb");
+    EXPECT_EQ(alignment.rows[1].link->structure, "none.pdb");
     EXPECT_THAT(
         alignment.remarks,
         ElementsAre("pir_unicode_and_case.ali:8: \"trailing prose after the star\" after the "

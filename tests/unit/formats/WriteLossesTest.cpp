@@ -51,7 +51,7 @@ TEST(WriteLosses, DescriptionsAreLostWhereRowsHaveNamesOnly)
 TEST(WriteLosses, StructureLinksAreLostInAllFormatsButPir)
 {
     AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
-    record.rows[0].link.structure = "1abc";
+    record.rows[0].link.change().structure = "1abc";
     EXPECT_THAT(lossesIn("pir", record), IsEmpty());
     for (const std::string &format : kFormats) {
         if (format == "pir")

@@ -352,13 +352,13 @@ TEST_F(ObjectFactoryTest, RecordOfAnAlignmentGivesItsRowsBack)
     EXPECT_EQ(record.rows[0].name, "template");
     EXPECT_EQ(record.rows[0].description, "structureX:1abc.pdb:1:A:22:A::::");
     EXPECT_EQ(record.rows[0].sequence.text(), std::string(kSequence) + "--");
-    EXPECT_EQ(record.rows[0].link.structure, "1abc.pdb");
-    EXPECT_EQ(record.rows[0].link.chain, "A");
-    EXPECT_EQ(record.rows[0].link.first, "1");
-    EXPECT_EQ(record.rows[0].link.last, "22");
+    EXPECT_EQ(record.rows[0].link->structure, "1abc.pdb");
+    EXPECT_EQ(record.rows[0].link->chain, "A");
+    EXPECT_EQ(record.rows[0].link->first, "1");
+    EXPECT_EQ(record.rows[0].link->last, "22");
     EXPECT_EQ(record.rows[1].name, "target");
     EXPECT_EQ(record.rows[1].sequence.text(), "--MKTAYIAKQRQISF-KSHFSRQ");
-    EXPECT_TRUE(record.rows[1].link.structure.empty());
+    EXPECT_TRUE(record.rows[1].link->structure.empty());
 }
 
 TEST_F(ObjectFactoryTest, RecordNamesTheResiduesThatTheRowHoldsNow)
@@ -370,8 +370,8 @@ TEST_F(ObjectFactoryTest, RecordNamesTheResiduesThatTheRowHoldsNow)
     alignment->remove(alignment->width() - 1);
     const TAMBO::RowRecord row = TAMBO::makeRecord(*alignment).rows.at(0);
     EXPECT_EQ(row.sequence.text(), "YIAKQRQISFVKSHFSR");
-    EXPECT_EQ(row.link.first, "5");
-    EXPECT_EQ(row.link.last, "21");
+    EXPECT_EQ(row.link->first, "5");
+    EXPECT_EQ(row.link->last, "21");
 }
 
 TEST_F(ObjectFactoryTest, RecordOfAChainNamesItsStructure)
@@ -384,8 +384,8 @@ TEST_F(ObjectFactoryTest, RecordOfAChainNamesItsStructure)
     const_cast<TAMBO::Alignment *>(alignment)->addRows({loaded.chain(0)});
     const TAMBO::RowRecord row = TAMBO::makeRecord(*alignment).rows.at(0);
     EXPECT_EQ(row.name, "1abc_B");
-    EXPECT_EQ(row.link.structure, "1abc");
-    EXPECT_EQ(row.link.chain, "B");
-    EXPECT_EQ(row.link.first, "0A");
-    EXPECT_EQ(row.link.last, "22");
+    EXPECT_EQ(row.link->structure, "1abc");
+    EXPECT_EQ(row.link->chain, "B");
+    EXPECT_EQ(row.link->first, "0A");
+    EXPECT_EQ(row.link->last, "22");
 }

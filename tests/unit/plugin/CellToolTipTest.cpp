@@ -62,8 +62,8 @@ TEST_F(CellToolTip, NamesTheChainThatARowOfAFileIsTiedTo)
     record.rows[0].name = "template";
     // One residue more than the structure has.
     record.rows[0].sequence.append("G-KW");
-    record.rows[0].link.structure = "1abc";
-    record.rows[0].link.chain = "B";
+    record.rows[0].link.change().structure = "1abc";
+    record.rows[0].link.change().chain = "B";
     const DataPointBase guard(nullptr, Publisher::Add);
     const TAMBO::Alignment *alignment = TAMBO::ObjectFactory::adopt(std::move(record));
     EXPECT_EQ(cellToolTip(*alignment, 0, 2),

@@ -61,7 +61,7 @@ protected:
             return nullptr;
         const DataPointBase guard(nullptr, Publisher::Add);
         for (const TAMBO::RowRecord &row : rows->alignments.front().rows) {
-            auto structure = TAMBO::readFile(folder / row.link.structure);
+            auto structure = TAMBO::readFile(folder / row.link->structure);
             if (!structure)
                 return nullptr;
             TAMBO::ObjectFactory::adopt(std::move(structure->structures.front()));
