@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <sstream>
 #include <sys/prctl.h>
@@ -32,6 +33,48 @@ void passOn(int signal)
 {
     if (s_Engine > 0)
         kill(static_cast<pid_t>(-s_Engine), signal);
+}
+
+constexpr std::array kPassedOn = {SIGTERM, SIGINT, SIGHUP};
+
+// While this lives, the signals that are passed on wait.
+class HeldSignals
+{
+public:
+    HeldSignals()
+    {
+        sigset_t held;
+        sigemptyset(&held);
+        for (const int signal : kPassedOn)
+            sigaddset(&held, signal);
+        sigprocmask(SIG_BLOCK, &held, &m_Before);
+    }
+    ~HeldSignals() { letGo(); }
+    HeldSignals(const HeldSignals &) = delete;
+    HeldSignals &operator=(const HeldSignals &) = delete;
+    void letGo() const { sigprocmask(SIG_SETMASK, &m_Before, nullptr); }
+
+private:
+    sigset_t m_Before{};
+};
+
+// The engine runs in a group of its own, which gets the signals that come from now on.
+pid_t forkEngine(const std::function<void()> &becomeEngine)
+{
+    // One that comes before it is known to whom it goes would leave the engine alone.
+    const HeldSignals held;
+    const pid_t child = fork();
+    if (child == 0) {
+        held.letGo();
+        becomeEngine();
+    }
+    if (child > 0) {
+        setpgid(child, child);
+        s_Engine = child;
+        for (const int signal : kPassedOn)
+            std::signal(signal, passOn);
+    }
+    return child;
 }
 
 std::string searchPath()
@@ -117,15 +160,9 @@ Result<std::string> runEngine(const fs::path &engine, const std::string &launche
         command.emplace_back(word);
 
     const pid_t self = getpid();
-    const pid_t child = fork();
+    const pid_t child = forkEngine([&] { becomeEngine(engine, folder, command, self); });
     if (child < 0)
         return Failure{program + " cannot be started: " + std::strerror(errno)};
-    if (child == 0)
-        becomeEngine(engine, folder, command, self);
-    setpgid(child, child);
-    s_Engine = child;
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        std::signal(signal, passOn);
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
         if (errno != EINTR)

@@ -139,7 +139,7 @@ TEST_F(KestramProgram, WhenItIsEndedTheEngineAndItsChildrenEndToo)
                   "'; sleep 1000000 & echo up; kill -s TERM \"$(cat '" + (path() / "pid").string() +
                   "')\"; wait");
     const Finished run = kestram("", "sh -c 'echo $$ > pid; exec \"$0\" seq.ali str.pdb'");
-    EXPECT_EQ(run.status, 4);
+    ASSERT_EQ(run.status, 4) << run.errors;
     EXPECT_THAT(run.errors, HasSubstr("ended by signal 15"));
     std::string said;
     char letter = 0;
