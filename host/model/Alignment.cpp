@@ -6,6 +6,7 @@
 #include "ObjectOperations.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace TAMBO {
@@ -74,15 +75,16 @@ std::string Alignment::GetSequence(unsigned long row, bool withoutGaps) const
     if (row >= height())
         return result;
     const AlignmentRow &line = m_Table->row(row);
+    const std::string_view letters = line.sequence().letters();
     if (withoutGaps)
         result.reserve(line.cells().residues());
     else
         result.assign(m_Width, '-');
-    line.forEachResidue(0, m_Width, [&](unsigned long col, std::uint32_t index) {
+    line.forEachRun(0, m_Width, [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
         if (withoutGaps)
-            result.push_back(line.sequence().letter(index));
+            result.append(letters, index, count);
         else
-            result[col] = line.sequence().letter(index);
+            letters.copy(result.data() + col, count, index);
     });
     return result;
 }

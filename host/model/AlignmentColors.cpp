@@ -5,41 +5,82 @@
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
 #include "LetterColors.h"
+#include "ResidueSelection.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
+#include <string_view>
+#include <utility>
 
 namespace TAMBO {
 
 namespace {
 
-// Calls visit(begin, end) for the residues of the row's sequence that have the letters, those side
-// by side in the sequence at once.
-template <typename Visit>
-void forEachMatch(const AlignmentRow &row, const std::vector<char> &letters, Visit visit)
+using Word = std::uint64_t;
+
+constexpr std::size_t kWordBits = 64;
+
+// Bit i says whether a[i] is b[i], for eight letters.
+Word sameLetters(const char *a, const char *b) noexcept
+{
+    constexpr Word kLow = 0x7f7f7f7f7f7f7f7f;
+    Word x = 0;
+    Word y = 0;
+    std::memcpy(&x, a, sizeof(x));
+    std::memcpy(&y, b, sizeof(y));
+    const Word different = x ^ y;
+    // The top bit of each byte without a bit, then those bits side by side.
+    const Word same = ~(((different & kLow) + kLow) | different | kLow);
+    if constexpr (std::endian::native == std::endian::big)
+        return (same >> 7) * 0x8040201008040201 >> 56;
+    return (same >> 7) * 0x0102040810204080 >> 56;
+}
+
+// The same for up to 64 letters that stand in texts of other lengths.
+Word sameLetters(std::string_view a, std::string_view b, std::size_t count) noexcept
+{
+    constexpr std::size_t kStep = 8;
+    const std::size_t room = std::min(a.size(), b.size());
+    Word bits = 0;
+    std::size_t i = 0;
+    for (; i < count && i + kStep <= room; i += kStep)
+        bits |= sameLetters(a.data() + i, b.data() + i) << i;
+    for (; i < count; ++i)
+        bits |= Word(a[i] == b[i] ? 1 : 0) << i;
+    return count == kWordBits ? bits : bits & ((Word(1) << count) - 1);
+}
+
+// The residues of the row's sequence that have the letters of their columns. Without a branch on
+// them: in a column that is half conserved no guess is right.
+ResidueSelection findMatches(const AlignmentRow &row, const std::vector<char> &letters)
 {
     const std::string_view residues = row.sequence().letters();
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    const auto take = [&](std::size_t first, std::size_t behind) {
-        if (first != end) {
-            if (begin < end)
-                visit(begin, end);
-            begin = first;
-        }
-        end = behind;
-    };
-    row.forEachRun(0, letters.size(),
-                   [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
-                       for (std::uint32_t i = 0; i < count; ++i) {
-                           const std::uint32_t first = i;
-                           while (i < count && residues[index + i] == letters[col + i])
-                               ++i;
-                           if (first < i)
-                               take(index + first, index + i);
-                       }
-                   });
-    if (begin < end)
-        visit(begin, end);
+    const std::string_view wanted(letters.data(), letters.size());
+    // One more, which no bit reaches.
+    std::vector<Word> words((residues.size() + kWordBits - 1) / kWordBits + 1);
+    row.forEachRun(
+        0, letters.size(), [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
+            for (std::size_t done = 0; done < count; done += kWordBits) {
+                const Word bits =
+                    sameLetters(residues.substr(index + done), wanted.substr(col + done),
+                                std::min<std::size_t>(kWordBits, count - done));
+                const std::size_t first = index + done;
+                words[first / kWordBits] |= bits << first % kWordBits;
+                words[first / kWordBits + 1] |= bits >> 1 >> (kWordBits - 1 - first % kWordBits);
+            }
+        });
+    words.pop_back();
+    return ResidueSelection(std::move(words));
+}
+
+// All residues of the row.
+ResidueSelection residuesOf(const AlignmentRow &row)
+{
+    ResidueSelection residues(row.sequence().residueCount());
+    for (const ResidueRun &run : row.residueRuns(0, row.cells().residues()))
+        residues.set(run.index, std::size_t(run.index) + run.count, true);
+    return residues;
 }
 
 bool isEmpty(const std::vector<char> &letters)
@@ -55,8 +96,7 @@ void Alignment::colorByLetter(const std::array<Color, 256> &colors)
     const LetterColors prepared(colors);
     for (unsigned long i = 0; i < height(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        for (const ResidueRun &run : row.residueRuns(0, row.cells().residues()))
-            row.sequence().setColors(run.index, std::size_t(run.index) + run.count, prepared);
+        row.sequence().setColors(residuesOf(row), prepared);
     }
 }
 
@@ -66,14 +106,12 @@ void Alignment::colorSelected(const Color &color)
     const LetterColors prepared(color);
     for (unsigned long i = 0; i < height(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        Peptide &sequence = row.sequence();
-        if (sequence.selectedCount() == 0)
+        if (row.sequence().selectedCount() == 0)
             continue;
+        ResidueSelection selected(row.sequence().residueCount());
         for (const ResidueRun &run : row.residueRuns(0, row.cells().residues()))
-            sequence.forEachSelected(run.index, std::size_t(run.index) + run.count,
-                                     [&](std::size_t begin, std::size_t end) {
-                                         sequence.setColors(begin, end, prepared);
-                                     });
+            row.sequence().addSelected(run.index, std::size_t(run.index) + run.count, selected);
+        row.sequence().setColors(selected, prepared);
     }
 }
 
@@ -85,9 +123,7 @@ void Alignment::colorLetters(const std::vector<char> &letters, const Color &colo
     const LetterColors prepared(color);
     for (unsigned long i = 0; i < height(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        forEachMatch(row, letters, [&](std::size_t begin, std::size_t end) {
-            row.sequence().setColors(begin, end, prepared);
-        });
+        row.sequence().setColors(findMatches(row, letters), prepared);
     }
 }
 
@@ -98,9 +134,7 @@ void Alignment::selectLetters(const std::vector<char> &letters)
     const ChangeScope scope;
     for (unsigned long i = 0; i < height(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        forEachMatch(row, letters, [&](std::size_t begin, std::size_t end) {
-            row.sequence().setSelected(begin, end, true);
-        });
+        row.sequence().select(findMatches(row, letters));
     }
 }
 
@@ -111,8 +145,17 @@ void Alignment::selectInRow(unsigned long row, const Range &range)
         return;
     const ChangeScope scope;
     const AlignmentRow &line = m_Table->row(row);
-    for (const ResidueRun &run :
-         line.residueRuns(line.cells().rank(range.first), line.cells().rank(end)))
+    const std::uint32_t first = line.cells().rank(range.first);
+    const std::uint32_t behind = line.cells().rank(end);
+    if (first == behind)
+        return;
+    const std::uint32_t index = line.residueIndex(first);
+    // Mostly they are neighbours in the sequence too.
+    if (line.residueIndex(behind - 1) - index == behind - 1 - first) {
+        line.sequence().setSelected(index, std::size_t(index) + (behind - first), true);
+        return;
+    }
+    for (const ResidueRun &run : line.residueRuns(first, behind))
         line.sequence().setSelected(run.index, std::size_t(run.index) + run.count, true);
 }
 

@@ -11,6 +11,11 @@ namespace TAMBO {
 
 ColorEdit::~ColorEdit() = default;
 
+bool ColorEdit::prefersRuns(std::size_t runs, std::size_t residues) noexcept
+{
+    return runs * sizeof(Run) <= std::max<std::size_t>(residues, 256);
+}
+
 void ColorEdit::note(std::size_t first, std::size_t count, std::optional<Color> before)
 {
     if (m_HasAll)
@@ -24,7 +29,7 @@ void ColorEdit::note(std::size_t first, std::size_t count, std::optional<Color> 
     }
     m_Runs.push_back(
         {static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count), before});
-    if (m_Runs.size() * sizeof(Run) > std::max<std::size_t>(m_Peptide.residueCount(), 256))
+    if (!prefersRuns(m_Runs.size(), m_Peptide.residueCount()))
         takeAll();
 }
 

@@ -19,6 +19,9 @@ class Peptide;
 class ColorEdit final : public GrowingEdit
 {
 public:
+    // Whether so many runs take less than the colours of all residues.
+    [[nodiscard]] static bool prefersRuns(std::size_t runs, std::size_t residues) noexcept;
+
     explicit ColorEdit(Peptide &peptide) : m_Peptide(peptide) { }
     ~ColorEdit() override;
 

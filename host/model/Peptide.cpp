@@ -252,44 +252,66 @@ ColorEdit *Peptide::openColors()
     return m_OpenColors;
 }
 
-void Peptide::setColors(std::size_t begin, std::size_t end, const LetterColors &colors)
+void Peptide::setColors(const ResidueSelection &residues, const LetterColors &colors)
 {
-    end = std::min(end, residueCount());
-    if (begin >= end || !mayChange(*this))
+    if (residues.count() == 0 || !mayChange(*this))
         return;
     const ChangeScope scope;
-    forEachOwner(
-        begin, end, [&](Peptide &owner, std::size_t there, std::size_t here, std::size_t count) {
-            if (&owner == this) {
-                storeColors(here, here + count, colors);
-            } else if (owner.letters().substr(there, count) == letters().substr(here, count)) {
-                owner.setColors(there, there + count, colors);
-            } else {
-                for (std::size_t i = 0; i < count; ++i)
-                    owner.setColor(there + i, colors.color(letter(here + i)));
-            }
-        });
+    if (m_Ties == nullptr) {
+        storeColors(residues, colors);
+        return;
+    }
+    // What follows each other with one owner, as residues of the owner.
+    std::unique_ptr<ResidueSelection> owned;
+    Peptide *last = nullptr;
+    const auto store = [&] {
+        if (last == this)
+            storeColors(*owned, colors);
+        else if (last != nullptr)
+            last->setColors(*owned, colors);
+        last = nullptr;
+    };
+    const auto visit = [&](Peptide &owner, std::size_t there, std::size_t here, std::size_t count) {
+        if (owner.letters().substr(there, count) != letters().substr(here, count)) {
+            store();
+            for (std::size_t i = 0; i < count; ++i)
+                owner.setColor(there + i, colors.color(letter(here + i)));
+            return;
+        }
+        if (&owner != last) {
+            store();
+            last = &owner;
+            owned = std::make_unique<ResidueSelection>(owner.residueCount());
+        }
+        owned->set(there, there + count, true);
+    };
+    residues.forEachRun(
+        [&](std::size_t begin, std::size_t end) { forEachOwner(begin, end, visit); });
+    store();
 }
 
-void Peptide::storeColors(std::size_t begin, std::size_t end, const LetterColors &colors)
+void Peptide::storeColors(const ResidueSelection &residues, const LetterColors &colors)
 {
-    if (begin == 0 && end == residueCount()) {
+    if (residues.count() == residueCount()) {
         storeAllColors(colors);
         return;
     }
-    const std::string_view some = letters().substr(begin, end - begin);
-    if (m_Colors == nullptr) {
-        if (std::ranges::all_of(some, [&](char letter) { return colors.choice(letter) == 0; }))
-            return;
+    if (m_Colors == nullptr)
         m_Colors = std::make_unique<ResidueColors>(residueCount());
-    }
     bool isChanged = false;
-    m_Colors->set(begin, some, colors,
-                  [&](std::size_t first, std::size_t count, std::optional<Color> before) {
-                      isChanged = true;
-                      if (ColorEdit *const edit = openColors())
-                          edit->note(first, count, before);
-                  });
+    if (ColorEdit::prefersRuns(residues.runs(), residueCount())) {
+        const auto note = [&](std::size_t first, std::size_t count, std::optional<Color> before) {
+            isChanged = true;
+            if (ColorEdit *const edit = openColors())
+                edit->note(first, count, before);
+        };
+        m_Colors->set(m_Letters, residues, colors, note);
+    } else if (m_Colors->differs(m_Letters, residues, colors)) {
+        isChanged = true;
+        if (ColorEdit *const edit = openColors())
+            edit->noteAll(std::make_unique<ResidueColors>(*m_Colors));
+        m_Colors->set(m_Letters, residues, colors);
+    }
     if (m_Colors->colored() == 0)
         m_Colors.reset();
     if (isChanged)
@@ -348,16 +370,37 @@ void Peptide::setSelected(std::size_t begin, std::size_t end, bool selected)
                  });
 }
 
-void Peptide::forEachSelected(std::size_t begin, std::size_t end, const RunVisitor &visit) const
+void Peptide::select(const ResidueSelection &residues)
 {
-    forEachOwner(begin, end,
-                 [&](const Peptide &owner, std::size_t there, std::size_t here, std::size_t count) {
-                     if (owner.m_Selection != nullptr)
-                         owner.m_Selection->forEachRun(
-                             there, there + count, [&](std::size_t first, std::size_t behind) {
-                                 visit(here + (first - there), here + (behind - there));
-                             });
-                 });
+    if (residues.count() == 0)
+        return;
+    const ChangeScope scope;
+    if (m_Ties != nullptr) {
+        residues.forEachRun(
+            [&](std::size_t begin, std::size_t end) { setSelected(begin, end, true); });
+        return;
+    }
+    if (m_Selection == nullptr)
+        m_Selection = std::make_unique<ResidueSelection>(residueCount());
+    if (m_Selection->add(residues, 0, residueCount()))
+        growSelectionRevision();
+}
+
+void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const
+{
+    const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,
+                           std::size_t count) {
+        if (owner.m_Selection == nullptr)
+            return;
+        if (&owner == this) {
+            out.add(*m_Selection, here, here + count);
+            return;
+        }
+        owner.m_Selection->forEachRun(there, there + count, [&](std::size_t from, std::size_t to) {
+            out.set(here + (from - there), here + (to - there), true);
+        });
+    };
+    forEachOwner(begin, end, visit);
 }
 
 void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)

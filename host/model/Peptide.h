@@ -91,18 +91,17 @@ public:
     [[nodiscard]] Color ownColor(std::size_t index) const noexcept;
     // Without a colour the residue has that of its type.
     void setColor(std::size_t index, std::optional<Color> color);
-    // The residues [begin, end), each by its letter here.
-    void setColors(std::size_t begin, std::size_t end, const LetterColors &colors);
+    // Each of the residues by its letter here.
+    void setColors(const ResidueSelection &residues, const LetterColors &colors);
 
     [[nodiscard]] bool isSelected(std::size_t index) const noexcept;
     void setSelected(std::size_t index, bool selected);
     // The residues [begin, end).
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
-    // Calls visit(begin, end) for the selected residues among [begin, end), those side by side at
-    // once.
-    using RunVisitor = std::function<void(std::size_t, std::size_t)>;
-    void forEachSelected(std::size_t begin, std::size_t end, const RunVisitor &visit) const;
+    void select(const ResidueSelection &residues);
+    // Adds the selected ones of the residues [begin, end).
+    void addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const;
 
     // ---- Ties
 
@@ -160,7 +159,7 @@ private:
     [[nodiscard]] ColorEdit *openColors();
     // Here, whether tied or not.
     void storeColor(std::size_t index, std::optional<Color> color);
-    void storeColors(std::size_t begin, std::size_t end, const LetterColors &colors);
+    void storeColors(const ResidueSelection &residues, const LetterColors &colors);
     void storeAllColors(const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
     static void growAllRevisions() noexcept;

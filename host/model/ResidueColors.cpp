@@ -2,6 +2,7 @@
 #include "ResidueColors.h"
 
 #include "LetterColors.h"
+#include "ResidueSelection.h"
 
 #include <algorithm>
 
@@ -9,7 +10,6 @@ namespace TAMBO {
 
 namespace {
 
-// No colour has this value: its alpha is never lacking.
 constexpr std::uint32_t kByType = 0;
 constexpr std::size_t kPaletteLimit = 255;
 
@@ -31,15 +31,12 @@ std::vector<std::uint32_t> wideValues(const LetterColors &colors)
 ResidueColors::ResidueColors(std::string_view letters, const LetterColors &colors)
     : ResidueColors(letters.size())
 {
-    set(0, letters, colors, {});
-}
-
-std::optional<Color> ResidueColors::at(std::size_t index) const noexcept
-{
-    if (!m_Wide.empty())
-        return m_Wide[index] == kByType ? std::nullopt : std::optional(Color(m_Wide[index]));
-    const std::uint8_t entry = m_Small[index];
-    return entry == 0 ? std::nullopt : std::optional(m_Palette[entry - 1U]);
+    withValues(colors, [&](auto &kept, const auto &values) {
+        for (std::size_t i = 0; i < letters.size(); ++i) {
+            kept[i] = values[colors.choice(letters[i])];
+            m_Colored += kept[i] != 0 ? 1 : 0;
+        }
+    });
 }
 
 std::uint8_t ResidueColors::paletteEntry(Color color)
@@ -95,50 +92,72 @@ void ResidueColors::set(std::size_t index, std::optional<Color> color)
     m_Wide[index] = wideValue(color);
 }
 
-void ResidueColors::set(std::size_t first, std::string_view letters, const LetterColors &colors,
-                        const Note &note)
+template <typename Store>
+void ResidueColors::withValues(const LetterColors &colors, const Store &store)
 {
     if (m_Wide.empty()) {
         const std::vector<std::uint8_t> entries = entriesOf(colors);
         if (!entries.empty()) {
-            store(m_Small, entries, first, letters, colors, note);
+            store(m_Small, entries);
             return;
         }
         widen();
     }
-    store(m_Wide, wideValues(colors), first, letters, colors, note);
+    store(m_Wide, wideValues(colors));
 }
 
 // Residues side by side that had one colour are told of at once.
-template <typename Value>
-void ResidueColors::store(std::vector<Value> &kept, const std::vector<Value> &values,
-                          std::size_t first, std::string_view letters, const LetterColors &colors,
-                          const Note &note)
+void ResidueColors::set(std::string_view letters, const ResidueSelection &residues,
+                        const LetterColors &colors, const Note &note)
 {
-    constexpr Value kNone{};
-    const auto wanted = [&](std::size_t i) { return values[colors.choice(letters[i])]; };
-    for (std::size_t i = 0; i < letters.size();) {
-        const Value before = kept[first + i];
-        if (wanted(i) == before) {
-            ++i;
-            continue;
+    withValues(colors, [&](auto &kept, const auto &values) {
+        const auto wanted = [&](std::size_t i) { return values[colors.choice(letters[i])]; };
+        residues.forEachRun([&](std::size_t i, std::size_t end) {
+            while (i < end) {
+                const auto before = kept[i];
+                const std::size_t first = i;
+                for (; i < end && kept[i] == before && wanted(i) != before; ++i) {
+                    kept[i] = wanted(i);
+                    m_Colored += kept[i] != 0 ? 1 : 0;
+                }
+                if (first == i) {
+                    ++i;
+                    continue;
+                }
+                m_Colored -= before != 0 ? i - first : 0;
+                note(first, i - first, colorOf(before));
+            }
+        });
+    });
+}
+
+void ResidueColors::set(std::string_view letters, const ResidueSelection &residues,
+                        const LetterColors &colors)
+{
+    withValues(colors, [&](auto &kept, const auto &values) {
+        auto *const place = kept.data();
+        std::size_t colored = 0;
+        for (std::size_t begin = 0; begin < letters.size(); begin += 64) {
+            std::uint64_t bits = residues.words()[begin / 64];
+            const std::size_t end = std::min(begin + 64, letters.size());
+            for (std::size_t i = begin; i < end; ++i, bits >>= 1) {
+                const auto wanted = values[colors.choice(letters[i])];
+                place[i] = (bits & 1) != 0 ? wanted : place[i];
+                colored += place[i] != 0 ? 1 : 0;
+            }
         }
-        const std::optional<Color> color = at(first + i);
-        const std::size_t begin = i;
-        std::size_t added = 0;
-        for (; i < letters.size() && kept[first + i] == before; ++i) {
-            const Value value = wanted(i);
-            if (value == before)
-                break;
-            kept[first + i] = value;
-            added += value != kNone ? 1 : 0;
-        }
-        m_Colored += added;
-        if (before != kNone)
-            m_Colored -= i - begin;
-        if (note)
-            note(first + begin, i - begin, color);
+        m_Colored = colored;
+    });
+}
+
+bool ResidueColors::differs(std::string_view letters, const ResidueSelection &residues,
+                            const LetterColors &colors) const
+{
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        if (residues.at(i) && at(i) != colors.choices()[colors.choice(letters[i])])
+            return true;
     }
+    return false;
 }
 
 std::size_t ResidueColors::bytes() const noexcept

@@ -15,6 +15,7 @@
 namespace TAMBO {
 
 class LetterColors;
+class ResidueSelection;
 
 class ResidueColors
 {
@@ -27,11 +28,20 @@ public:
     ResidueColors(std::string_view letters, const LetterColors &colors);
 
     // None: the colour of the type.
-    [[nodiscard]] std::optional<Color> at(std::size_t index) const noexcept;
+    [[nodiscard]] std::optional<Color> at(std::size_t index) const noexcept
+    {
+        return m_Wide.empty() ? colorOf(m_Small[index]) : colorOf(m_Wide[index]);
+    }
     void set(std::size_t index, std::optional<Color> color);
-    // The residues from first on, which have these letters. Tells of those that change.
-    void set(std::size_t first, std::string_view letters, const LetterColors &colors,
+    // Some of the residues, all of which have these letters. Tells of those that change.
+    void set(std::string_view letters, const ResidueSelection &residues, const LetterColors &colors,
              const Note &note);
+    // The same without telling, as fast however the residues are scattered.
+    void set(std::string_view letters, const ResidueSelection &residues,
+             const LetterColors &colors);
+    // Whether that would change any of them.
+    [[nodiscard]] bool differs(std::string_view letters, const ResidueSelection &residues,
+                               const LetterColors &colors) const;
     // How many residues have a colour of their own.
     [[nodiscard]] std::size_t colored() const noexcept { return m_Colored; }
     [[nodiscard]] std::size_t bytes() const noexcept;
@@ -40,19 +50,26 @@ public:
     [[nodiscard]] bool isSameAs(const ResidueColors &other) const noexcept;
 
 private:
+    [[nodiscard]] std::optional<Color> colorOf(std::uint8_t entry) const noexcept
+    {
+        return entry == 0 ? std::nullopt : std::optional(m_Palette[entry - 1U]);
+    }
+    [[nodiscard]] static std::optional<Color> colorOf(std::uint32_t value) noexcept
+    {
+        return value == 0 ? std::nullopt : std::optional(Color(value));
+    }
     // Index into the palette plus one, or 0 by type; 0 when there are too many colours.
     [[nodiscard]] std::uint8_t paletteEntry(Color color);
     // What m_Small keeps for each choice; empty when there are too many colours.
     [[nodiscard]] std::vector<std::uint8_t> entriesOf(const LetterColors &colors);
-    template <typename Value>
-    void store(std::vector<Value> &kept, const std::vector<Value> &values, std::size_t first,
-               std::string_view letters, const LetterColors &colors, const Note &note);
+    // Calls store(kept, values) with what is kept for each residue and for each choice.
+    template <typename Store> void withValues(const LetterColors &colors, const Store &store);
     void widen();
 
     std::size_t m_Colored = 0;
     std::vector<Color> m_Palette;
     std::vector<std::uint8_t> m_Small;
-    // Instead of m_Small when there are many colours; 0 marks "by type".
+    // Instead of m_Small when there are many colours; 0, which no colour is, marks "by type".
     std::vector<std::uint32_t> m_Wide;
     std::uint8_t m_LastEntry = 0;
 };

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace TAMBO {
 
@@ -25,6 +26,12 @@ void forEachWord(std::size_t begin, std::size_t end, const Function &function)
 
 } // namespace
 
+ResidueSelection::ResidueSelection(std::vector<std::uint64_t> words) : m_Words(std::move(words))
+{
+    for (const std::uint64_t word : m_Words)
+        m_Count += static_cast<std::size_t>(std::popcount(word));
+}
+
 bool ResidueSelection::set(std::size_t begin, std::size_t end, bool selected) noexcept
 {
     bool isChanged = false;
@@ -39,6 +46,29 @@ bool ResidueSelection::set(std::size_t begin, std::size_t end, bool selected) no
     return isChanged;
 }
 
+bool ResidueSelection::add(const ResidueSelection &other, std::size_t begin,
+                           std::size_t end) noexcept
+{
+    const std::size_t before = m_Count;
+    forEachWord(begin, end, [&](std::size_t word, std::uint64_t mask) {
+        const std::uint64_t added = other.m_Words[word] & mask & ~m_Words[word];
+        m_Count += static_cast<std::size_t>(std::popcount(added));
+        m_Words[word] |= added;
+    });
+    return m_Count != before;
+}
+
+std::size_t ResidueSelection::runs() const noexcept
+{
+    std::size_t count = 0;
+    std::uint64_t carry = 0;
+    for (const std::uint64_t word : m_Words) {
+        count += static_cast<std::size_t>(std::popcount(word & ~(word << 1 | carry)));
+        carry = word >> 63;
+    }
+    return count;
+}
+
 std::size_t ResidueSelection::count(std::size_t begin, std::size_t end) const noexcept
 {
     std::size_t count = 0;
@@ -46,18 +76,6 @@ std::size_t ResidueSelection::count(std::size_t begin, std::size_t end) const no
         count += static_cast<std::size_t>(std::popcount(m_Words[word] & mask));
     });
     return count;
-}
-
-std::size_t ResidueSelection::next(std::size_t begin, std::size_t end, bool selected) const noexcept
-{
-    while (begin < end) {
-        const std::uint64_t word = selected ? m_Words[begin / 64] : ~m_Words[begin / 64];
-        const std::uint64_t rest = word >> (begin % 64);
-        if (rest != 0)
-            return std::min(end, begin + static_cast<std::size_t>(std::countr_zero(rest)));
-        begin = (begin / 64 + 1) * 64;
-    }
-    return end;
 }
 
 } // namespace TAMBO

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The selection flags of a peptide's residues, with their number at hand.
+// Some of a peptide's residues, with their number at hand: the selected ones, or those that are to
+// be coloured.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,15 +15,22 @@ class ResidueSelection
 {
 public:
     explicit ResidueSelection(std::size_t count) : m_Words((count + 63) / 64, 0) { }
+    // Bit i % 64 of word i / 64 is residue i; as many words as the residues need.
+    explicit ResidueSelection(std::vector<std::uint64_t> words);
 
+    [[nodiscard]] const std::vector<std::uint64_t> &words() const noexcept { return m_Words; }
     [[nodiscard]] bool at(std::size_t index) const noexcept
     {
         return ((m_Words[index / 64] >> (index % 64)) & 1U) != 0;
     }
     // False when nothing changes.
     bool set(std::size_t begin, std::size_t end, bool selected) noexcept;
+    // Those of other among [begin, end). False when nothing changes.
+    bool add(const ResidueSelection &other, std::size_t begin, std::size_t end) noexcept;
     [[nodiscard]] std::size_t count() const noexcept { return m_Count; }
     [[nodiscard]] std::size_t count(std::size_t begin, std::size_t end) const noexcept;
+    // So many visits forEachRun() makes.
+    [[nodiscard]] std::size_t runs() const noexcept;
     // Calls visit(begin, end) for the selected ones among [begin, end), those side by side at once.
     template <typename Visit> void forEachRun(std::size_t begin, std::size_t end, Visit visit) const
     {
@@ -30,6 +40,10 @@ public:
             begin = behind;
         }
     }
+    template <typename Visit> void forEachRun(Visit visit) const
+    {
+        forEachRun(0, m_Words.size() * 64, visit);
+    }
     [[nodiscard]] std::size_t bytes() const noexcept
     {
         return sizeof(*this) + m_Words.capacity() * sizeof(std::uint64_t);
@@ -37,8 +51,17 @@ public:
 
 private:
     // The first in [begin, end) that is, or is not, selected; end when there is none.
-    [[nodiscard]] std::size_t next(std::size_t begin, std::size_t end,
-                                   bool selected) const noexcept;
+    [[nodiscard]] std::size_t next(std::size_t begin, std::size_t end, bool selected) const noexcept
+    {
+        const std::uint64_t flip = selected ? 0 : ~std::uint64_t(0);
+        while (begin < end) {
+            const std::uint64_t rest = (m_Words[begin / 64] ^ flip) >> (begin % 64);
+            if (rest != 0)
+                return std::min(end, begin + static_cast<std::size_t>(std::countr_zero(rest)));
+            begin = (begin / 64 + 1) * 64;
+        }
+        return end;
+    }
 
     std::vector<std::uint64_t> m_Words;
     std::size_t m_Count = 0;
