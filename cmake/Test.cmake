@@ -26,6 +26,9 @@ function(tambo_test name)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::test_flags GTest::gmock)
     if(arg_QT)
         target_link_libraries(${name} PRIVATE test_support)
+        # Qt would name the build folder on the command line, which keeps a compiler cache from
+        # finding what another build has compiled.
+        set_target_properties(${name} PROPERTIES QT_TESTCASE_BUILDDIR ${PROJECT_SOURCE_DIR})
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
     endif()
