@@ -6,6 +6,13 @@
 
 #include <QMouseEvent>
 
+namespace {
+
+// Around the letter, so that a swatch is easy to see and to hit.
+constexpr int kMargin = 5;
+
+} // namespace
+
 namespace ZEP {
 
 JLabel::JLabel(const QString &text, int index, AcidColor *parent)
@@ -13,6 +20,8 @@ JLabel::JLabel(const QString &text, int index, AcidColor *parent)
 {
     setAlignment(Qt::AlignCenter);
     setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    setMargin(kMargin);
+    setCursor(Qt::PointingHandCursor);
     setAutoFillBackground(true);
 }
 

@@ -325,6 +325,16 @@ TEST_F(AcidColor, TheLetterOnASwatchStaysReadable)
     EXPECT_EQ(textColor(1), QColor(Qt::white));
 }
 
+TEST_F(AcidColor, SwatchesAreLargeEnoughToBeHit)
+{
+    ZEP::AcidColor dialog(nullptr);
+    dialog.show();
+    for (const ZEP::JLabel *label : dialog.findChildren<ZEP::JLabel *>()) {
+        EXPECT_GE(label->height(), 24) << label->text().toStdString();
+        EXPECT_GE(label->width(), 40) << label->text().toStdString();
+    }
+}
+
 TEST_F(AcidColor, ApplyingWhiteMakesEveryResidueWhite)
 {
     TAMBO::Alignment &shown = alignment({"AC-D", "A-CD"});
