@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is installed with the workbench fits together.
+#include "Colormap.h"
 #include "ColormapFile.h"
 #include "ConfigStore.h"
 #include "Directories.h"
@@ -18,6 +19,10 @@
 #include <QRegularExpression>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <ranges>
 
 using namespace TAMBO::services;
 
@@ -145,6 +150,44 @@ TEST_F(SharedFilesTest, TheDocumentationListsEveryScaleAsItIs)
                     "<td><code>%3</code></td></tr>")
                 .arg(name, unit, map));
         EXPECT_TRUE(help.contains(row)) << scale.name;
+    }
+}
+
+// Documentation and help have the same picture of each scale, made with the map that shows it now.
+// docs/pictures/remake-colors makes them anew.
+TEST_F(SharedFilesTest, TheDocumentationShowsEveryScaleInItsMap)
+{
+    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md"));
+    const QByteArray help = contents(Directories::shared() + "/help/scales.html");
+    const std::string letters = "IVGGYECRKNSASYQASLQSG---";
+    const QSize cell(14, 18);
+    const ResidueScales scales({Directories::shared() + "/scales"});
+    for (const ResidueScale &scale : scales.scales()) {
+        const QString name = QString::fromStdString(scale.name).toLower().replace(' ', '-');
+        const QString file = "pictures/scale-" + name + ".png";
+        EXPECT_TRUE(page.contains("](" + file.toUtf8() + ")")) << scale.name;
+        EXPECT_TRUE(help.contains("\"" + file.toUtf8() + "\"")) << scale.name;
+        const QByteArray bytes = contents(QString::fromUtf8(SOURCE_DIR "/docs/") + file);
+        EXPECT_EQ(bytes, contents(Directories::shared() + "/help/" + file)) << scale.name;
+        const QImage picture = QImage::fromData(bytes);
+        ASSERT_EQ(picture.size(), QSize(int(letters.size()) * cell.width(), 6 * cell.height()));
+
+        Colormap map(setting("KM2_Colormaps", "KM2_" + scale.name).toStdString(), 100, "");
+        const auto [lowest, highest] = std::ranges::minmax(std::views::values(scale.values));
+        map.setMinMax(lowest, highest);
+        for (std::size_t i = 0; i < letters.size(); ++i) {
+            const auto value = scale.values.find(letters[i]);
+            const QColor color = value == scale.values.end()
+                                     ? QColor(Qt::white)
+                                     : map.lookupValue(value->second).toQColor();
+            // At the corner, where no letter is. The colors of the picture are few.
+            const QColor shown = picture.pixelColor(int(i) * cell.width() + 1, 1);
+            for (const int difference : {shown.red() - color.red(), shown.green() - color.green(),
+                                         shown.blue() - color.blue()})
+                EXPECT_LE(std::abs(difference), 5)
+                    << scale.name << " " << letters[i] << ": " << shown.name().toStdString()
+                    << " for " << color.name().toStdString();
+        }
     }
 }
 
