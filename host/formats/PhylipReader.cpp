@@ -95,6 +95,8 @@ Result<FileContents> PhylipParser::run()
 {
     for (findLine(); m_Next < m_Lines.size() && !m_Failure; findLine())
         addAlignment();
+    if (!m_Failure && m_Contents.alignments.empty())
+        fail(0, "the file ends before the numbers of rows and columns");
     if (m_Failure)
         return *m_Failure;
     std::vector<AlignmentRecord> &alignments = m_Contents.alignments;

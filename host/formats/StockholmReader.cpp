@@ -148,6 +148,9 @@ Result<FileContents> StockholmParser::run()
     if (m_IsOpen)
         return failureAt(m_Reader.fileName(), m_Reader.line(),
                          "the file ends before the \"//\" that ends an alignment");
+    if (m_Contents.alignments.empty())
+        return failureAt(m_Reader.fileName(), std::max<std::uint64_t>(m_Reader.line(), 1),
+                         "the file ends before the first alignment");
     nameAlignments();
     m_Contents.format = "stockholm";
     return std::move(m_Contents);

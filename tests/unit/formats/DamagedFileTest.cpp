@@ -1,6 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files cut short or changed at random: whatever a reader gets, it gives whole contents or a
 // message, and never fails otherwise.
+#include "ClustalReader.h"
+#include "FastaReader.h"
+#include "MmcifReader.h"
+#include "MsfReader.h"
+#include "PdbReader.h"
+#include "PhylipReader.h"
+#include "PirReader.h"
+#include "StockholmReader.h"
 #include "TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -125,6 +133,23 @@ TEST(DamagedFile, RandomBytesGiveAMessage)
         for (char &byte : bytes)
             byte = static_cast<char>(random());
         expectContentsOrMessage(bytes);
+    }
+}
+
+TEST(DamagedFile, NoReaderTakesATextWithoutAnything)
+{
+    using Reader = Result<FileContents> (*)(TextReader &);
+    for (const Reader reader : {readClustal, readFasta, readMmcif, readMsf, readPdb, readPhylip,
+                                readPir, readPlainRows, readStockholm}) {
+        for (const char *text : {"", "\n", " \n\n"}) {
+            const TemporaryFile file("x", text);
+            const ReadProgress noProgress;
+            ByteSource source(file.path(), noProgress);
+            TextReader lines(source);
+            const Result<FileContents> result = reader(lines);
+            ASSERT_FALSE(result) << '"' << text << '"';
+            EXPECT_TRUE(result.error().message.starts_with("x:")) << result.error().message;
+        }
     }
 }
 
