@@ -11,7 +11,6 @@ namespace {
 const QString kFirstRow = "IVGGYECRKNSA";
 const QString kThirdRow = "VVGGEDARPNSW";
 constexpr const char *kEditor = "Alignment Editor";
-// In the menu bar, counted from "&File", and within the menus.
 constexpr int kSelectMenu = 3;
 constexpr int kColorMenu = 4;
 constexpr int kSubSequence = 1;
@@ -20,15 +19,6 @@ constexpr int kByProperty = 3;
 class ColoringByHand : public WindowFixture
 {
 protected:
-    void choose(const QString &editor, int menu, int entry)
-    {
-        m_Screen.pressKey(editor, "alt+f");
-        for (int i = 0; i < menu; ++i)
-            m_Screen.pressKey("Right");
-        for (int i = 0; i < entry; ++i)
-            m_Screen.pressKey("Down");
-        m_Screen.pressKey("Return");
-    }
     static QColor tinted(char letter)
     {
         return QColor(QRgb(TAMBO::selectedColor(TAMBO::aminoAcidColor(letter)).rgb()));

@@ -98,20 +98,6 @@ QImage EditingFixture::picture(const CellGrid &grid) const
     return m_Screen.picture({first, QSize(columns * size.width(), rows * size.height())});
 }
 
-// The server's file may be read while it is written: what is read twice is on the screen.
-QImage EditingFixture::settled(const std::function<QImage()> &picture) const
-{
-    QImage last;
-    VirtualScreen::waitUntil([&] {
-        const bool isQuiet = isSettled();
-        QImage now = picture();
-        const bool isSame = now == last;
-        last = std::move(now);
-        return (isQuiet && isSame && isSettled()) || !isRunning();
-    });
-    return last;
-}
-
 QImage EditingFixture::settledPicture() const
 {
     park();

@@ -64,7 +64,6 @@ private:
     // Out of the way of pictures, which show the pointer.
     void park() const;
     [[nodiscard]] std::pair<int, int> markedColumns() const;
-    [[nodiscard]] QImage settled(const std::function<QImage()> &picture) const;
 
     QByteArray m_Lines;
     int m_Saved = 0;

@@ -8,9 +8,12 @@
 #include <QFont>
 #include <QFontMetrics>
 
+#include <utility>
+
 namespace {
 
 // "Save" in the editor's File menu.
+constexpr int kFileMenu = 0;
 constexpr int kSaveEntry = 6;
 
 // As the editor measures its cells, in the font that the settings give it.
@@ -122,19 +125,30 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
     return grid;
 }
 
-QStringList WindowFixture::save(const QString &editor, const QString &file)
+void WindowFixture::choose(const QString &editor, int menu, int entry)
 {
-    m_Screen.pressKey(editor, "alt+f " + QString("Down ").repeated(kSaveEntry) + "Return");
-    m_Screen.typeText(window("Save As"), file);
+    m_Screen.pressKey(editor, "alt+f " + QString("Right ").repeated(menu) +
+                                  QString("Down ").repeated(entry) + "Return");
+}
+
+void WindowFixture::enterFile(const QString &dialog, const QString &file)
+{
+    m_Screen.typeText(window(dialog), file);
     // Names that are offered to complete the text, which may be at any time, take a key.
-    VirtualScreen::waitUntil([this] {
-        if (m_Screen.findWindows("Save As").isEmpty() || !isRunning())
+    VirtualScreen::waitUntil([&] {
+        if (m_Screen.findWindows(dialog).isEmpty() || !isRunning())
             return true;
         if (isSettled())
             m_Screen.pressKey(m_Screen.findPopups().isEmpty() ? "Return" : "Escape");
         return false;
     });
     EXPECT_TRUE(isRunning());
+}
+
+QStringList WindowFixture::save(const QString &editor, const QString &file)
+{
+    choose(editor, kFileMenu, kSaveEntry);
+    enterFile("Save As", file);
     // A file takes its name when it is complete.
     VirtualScreen::waitUntil([&] { return QFile::exists(file) || !isRunning(); });
     TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
@@ -146,6 +160,20 @@ QStringList WindowFixture::save(const QString &editor, const QString &file)
             rows.append(QString::fromStdString(row.sequence.text()));
     }
     return rows;
+}
+
+// The server's file may be read while it is written: what is read twice is on the screen.
+QImage WindowFixture::settled(const std::function<QImage()> &picture) const
+{
+    QImage last;
+    VirtualScreen::waitUntil([&] {
+        const bool isQuiet = isSettled();
+        QImage now = picture();
+        const bool isSame = now == last;
+        last = std::move(now);
+        return (isQuiet && isSame && isSettled()) || !isRunning();
+    });
+    return last;
 }
 
 void WindowFixture::waitForColor(QPoint place, const QColor &color)

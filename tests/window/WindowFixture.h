@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 // The cells of an editor window that shows an alignment, found in the picture.
 struct CellGrid
 {
@@ -47,8 +49,14 @@ protected:
     void waitForWindows(const QString &title, int count);
     // Waits until the editor shows an alignment whose first row begins with these letters.
     CellGrid grid(const QString &window, const QString &letters);
+    // The entry of a menu of the editor; both are counted from 0, from "File" on.
+    void choose(const QString &editor, int menu, int entry);
+    // Types the name into a file dialog and accepts it.
+    void enterFile(const QString &dialog, const QString &file);
     // Saves what the editor shows with its File menu, and gives the rows as they stand in the file.
     QStringList save(const QString &editor, const QString &file);
+    // A picture of the screen when the program and the screen have nothing more to do.
+    [[nodiscard]] QImage settled(const std::function<QImage()> &picture) const;
     // Waits until the place has the color.
     void waitForColor(QPoint place, const QColor &color);
     [[nodiscard]] static QColor colorOf(char letter);
