@@ -105,6 +105,46 @@ TEST(EditorSources, DeleteNoObjectOfTheWorkbench)
         }
 }
 
+// The texts follow each other in the code.
+void expectInOrder(const char *file, const std::vector<std::string> &texts)
+{
+    const std::string code = codeOf(kRoot / "plugin" / file);
+    std::size_t place = 0;
+    for (const std::string &text : texts) {
+        const std::size_t found = code.find(text, place);
+        ASSERT_NE(found, std::string::npos) << file << ": " << text;
+        place = found + text.size();
+    }
+}
+
+TEST(EditorSources, MakeTheColorDialogInItsFixedOrder)
+{
+    expectInOrder("AcidColor.h", {"class AcidColor : public BaseDialog", "m_Method", "m_Swatches",
+                                  "int m_CurrentMethod", "m_Tables", "m_Colors"});
+    expectInOrder(
+        "AcidColor.cpp",
+        {R"(BaseDialog("Color Residues", QSize(200, 150), 7, 3, "No help", false, false, )"
+         "parent, nullptr)",
+         "CreateComboBox(this, false)", "populate()", "addWidget(m_Method, 3)", "addLayout(grid)",
+         R"(createSwatch(kUnknown, "Unknown"))", "StartWidget()", "CreateTooltips()",
+         "&QComboBox::activated, this, &AcidColor::MethodSelected"});
+    expectInOrder("JLabel.h",
+                  {"class JLabel : public QLabel", "mousePressEvent(QMouseEvent *event) override",
+                   "bool m_On = true", "int m_Index"});
+    expectInOrder("JLabel.cpp", {"::mousePressEvent", "m_On = !m_On", "RefreshAcid(m_Index)",
+                                 "QLabel::mousePressEvent(event)"});
+}
+
+TEST(EditorSources, OverrideApplyAloneInTheColorDialog)
+{
+    static const std::regex overriding(R"((\S+)\([^)]*\) override)");
+    const std::string code = codeOf(kRoot / "plugin/AcidColor.h");
+    std::vector<std::string> found;
+    for (std::sregex_iterator next(code.begin(), code.end(), overriding), end; next != end; ++next)
+        found.push_back((*next)[1]);
+    EXPECT_EQ(found, (std::vector<std::string>{"~AcidColor", "Apply"}));
+}
+
 TEST(Settings, AreAllExplainedInTheHelp)
 {
     static const std::regex reading(R"rx(GetSetting\("\w+", "(\w+)"\)|settingOr\([^"]*"(\w+)")rx");

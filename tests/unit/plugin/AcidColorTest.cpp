@@ -8,6 +8,7 @@
 
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QMetaMethod>
 #include <QSignalSpy>
 
@@ -113,6 +114,24 @@ TEST_F(AcidColor, HasOneSignalAndOneSlotOfItsOwn)
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         methods.append(meta.method(i).methodSignature());
     EXPECT_EQ(methods, (QStringList{"colorize(QColor*)", "MethodSelected(int)"}));
+    EXPECT_EQ(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Signal);
+    EXPECT_EQ(meta.method(meta.methodOffset() + 1).methodType(), QMetaMethod::Slot);
+}
+
+TEST_F(AcidColor, OffersOkCancelAndApplyBelowAPlainBox)
+{
+    const ZEP::AcidColor dialog(nullptr);
+    EXPECT_EQ(dialog.windowTitle(), "Color Residues");
+    EXPECT_EQ(dialog.whatsThis(), "No help");
+    EXPECT_EQ(dialog.objectName(), "");
+    EXPECT_EQ(dialog.GetTopLevelLayout()->spacing(), 3);
+    const auto *buttons = dialog.findChild<QDialogButtonBox *>();
+    ASSERT_NE(buttons, nullptr);
+    EXPECT_EQ(buttons->orientation(), Qt::Horizontal);
+    EXPECT_EQ(buttons->standardButtons(),
+              QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply);
+    EXPECT_EQ(box(dialog).parentWidget(), &dialog);
+    EXPECT_FALSE(box(dialog).isEditable());
 }
 
 TEST_F(AcidColor, OpensBesideItsWindowWithoutBlockingIt)
@@ -214,6 +233,16 @@ TEST_F(AcidColor, APropertyWithoutValuesIsWhite)
     EXPECT_EQ(colorsOf(dialog), kAllWhite);
 }
 
+TEST_F(AcidColor, MapsHaveAHundredSteps)
+{
+    const std::map<char, float> values = {{'A', 0}, {'R', 1}, {'N', 0.337F}, {'D', 0}};
+    expectRange(values, 0, 1);
+    for (const int steps : {99, 101, 255}) {
+        const Colormap other("BlueRed.cm", steps, "");
+        EXPECT_NE(other.lookupValue(0.337F), mapped(values, 0, 1)[2]) << steps;
+    }
+}
+
 TEST_F(AcidColor, EachPropertyHasItsOwnMap)
 {
     setScales({{"P", kValues}, {"Q", kValues}});
@@ -243,6 +272,13 @@ TEST_F(AcidColor, ReadsItsTablesOnce)
     setSettings("[KM2_Colormaps]\nKM2_P = Ember.cm\n");
     dialog.MethodSelected(1);
     EXPECT_EQ(colorsOf(dialog), mapped(kValues, 3, 5));
+
+    setScales({{"P", kValues}});
+    ZEP::AcidColor later(nullptr);
+    later.MethodSelected(1);
+    Colormap map("Ember.cm", 100, "");
+    map.setMinMax(3, 5);
+    EXPECT_EQ(colorOf(later, 1), map.lookupValue(5));
 }
 
 TEST_F(AcidColor, TheUserChoosesAMethodInTheBox)
@@ -281,6 +317,29 @@ TEST_F(AcidColor, AnyPressTogglesASwatchAndNothingElse)
     press(swatch(dialog, 1), Qt::RightButton);
     EXPECT_EQ(colorsOf(dialog), expected);
     EXPECT_EQ(emitted, 0);
+}
+
+TEST_F(AcidColor, APressGoesOnToTheDialogOnceTheSwatchIsSet)
+{
+    struct Watch : QObject
+    {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::MouseButtonPress)
+                seen.push_back(colorOf(*dialog, 1));
+            return false;
+        }
+        const ZEP::AcidColor *dialog = nullptr;
+        std::vector<Color> seen;
+    };
+    setScales({{"P", kValues}});
+    ZEP::AcidColor dialog(nullptr);
+    dialog.MethodSelected(1);
+    Watch watch;
+    watch.dialog = &dialog;
+    dialog.installEventFilter(&watch);
+    press(swatch(dialog, 1));
+    EXPECT_EQ(watch.seen, std::vector{Color(0xffffff)});
 }
 
 TEST_F(AcidColor, ALetterThatIsOffStaysWhiteUnderEveryMethod)

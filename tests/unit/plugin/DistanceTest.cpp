@@ -134,6 +134,16 @@ TEST_F(Distance, AColumnGetsTheColourOfItsMeanDistance)
     EXPECT_EQ(colored(shown, mapped(4)), (Texts{"#", "#", "#"}));
 }
 
+TEST_F(Distance, TheMenuColoursWithoutAQuestion)
+{
+    TAMBO::Alignment &shown = alignmentOf({chain({{0, 0, 0}}), chain({{3, 0, 0}})});
+    const ZEP::KALMO2 &window = open(shown);
+    DialogDriver dialogs;
+    trigger(window, "Color", "By Distance");
+    EXPECT_EQ(colored(shown, kWhite), (Texts{"#", "#"}));
+    EXPECT_EQ(dialogs.titles(), QStringList());
+}
+
 TEST_F(Distance, GapsAndResiduesWithoutAPlaceTakeNoPart)
 {
     TAMBO::Alignment &shown =

@@ -140,6 +140,15 @@ TEST_F(Selecting, ALockedAlignmentIsNotSearched)
     EXPECT_EQ(log.texts(), QStringList());
 }
 
+// Its guard is that of the whole workbench.
+TEST_F(Selecting, TheLockOfAnAlignmentDoesNotKeepConservedResiduesFromBeingSelected)
+{
+    TAMBO::Alignment &shown = alignment({"AC", "AD"});
+    TAMBO::setObjectLocked(shown, true);
+    run(open(shown), "selectConservedN", {enter(2)});
+    EXPECT_EQ(selected(shown), (Texts{"#.", "#."}));
+}
+
 TEST_F(Selecting, IsNoStepAndRebuildsNothing)
 {
     TAMBO::Alignment &shown = alignment({"AC", "AC"});
@@ -301,6 +310,17 @@ TEST_F(Selecting, PlaceMarkersInPatternAndNameArePrintedAsTheyAre)
     const LogLines log;
     run(open(shown), "selectSubSequence", {enter(QStringLiteral("%2|%3"))});
     EXPECT_EQ(log.texts(), QStringList{"Pattern '%2|%3' found  0 time(s) from %2 and %1"});
+}
+
+TEST_F(Selecting, AnOpenParenthesisIsNoExpressionEither)
+{
+    const LogLines log;
+    EXPECT_EQ(found({"AAA", "CCC"}, "A("), (Texts{"...", "..."}));
+    ASSERT_EQ(log.count(), 3);
+    EXPECT_TRUE(log.texts()[0].contains("'A('")) << log.texts()[0].toStdString();
+    EXPECT_TRUE(log.texts()[0].contains(" at position ")) << log.texts()[0].toStdString();
+    for (const int row : {0, 1})
+        EXPECT_EQ(log.texts()[row + 1], QString("Pattern 'A(' found  0 time(s) from s%1").arg(row));
 }
 
 TEST_F(Selecting, AnExpressionThatIsNoneIsNamedOnceAndFindsNothing)
