@@ -6,6 +6,7 @@
 #include "DataPoint.h"
 #include "History.h"
 #include "KALMO2.h"
+#include "MadeAlignment.h"
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "View.h"
@@ -101,28 +102,6 @@ void print(const std::string &what, const std::vector<double> &times,
     std::fflush(stdout);
 }
 
-// Runs of 1 to 5 gaps between runs of 1 to 13 residues: 30 of 100 cells.
-TAMBO::AlignmentRecord makeRecord(unsigned long rows, unsigned long columns)
-{
-    constexpr const char *kLetters = "ARNDCQEGHILKMFPSTWYV";
-    std::mt19937 random(rows * 31 + columns);
-    TAMBO::AlignmentRecord record;
-    record.name = "made";
-    for (unsigned long i = 0; i < rows; ++i) {
-        std::string text;
-        while (text.size() < columns) {
-            text.append(1 + random() % 5, '-');
-            for (unsigned long count = 1 + random() % 13; count > 0; --count)
-                text += kLetters[random() % 20];
-        }
-        text.resize(columns);
-        TAMBO::RowRecord &row = record.rows.emplace_back();
-        row.name = "row" + std::to_string(i);
-        row.sequence.append(text);
-    }
-    return record;
-}
-
 class EditBench
 {
 public:
@@ -130,7 +109,7 @@ public:
         : m_Application(application)
     {
         TAMBO::setEditRecorder(&m_History);
-        TAMBO::AlignmentRecord record = makeRecord(rows, columns);
+        TAMBO::AlignmentRecord record = madeAlignment(rows, columns);
         {
             const DataPointBase guard(nullptr, Publisher::Add);
             m_Alignment = TAMBO::ObjectFactory::adopt(std::move(record));

@@ -4,6 +4,7 @@
 #include "ConfigStore.h"
 #include "DataPoint.h"
 #include "KALMO2.h"
+#include "MadeAlignment.h"
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "PageFile.h"
@@ -19,7 +20,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <memory>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -42,34 +42,12 @@ double processorMilliseconds()
     return double(std::clock()) * 1000 / CLOCKS_PER_SEC;
 }
 
-// Runs of 1 to 5 gaps between runs of 1 to 13 residues: 30 of 100 cells.
-TAMBO::AlignmentRecord makeRecord(unsigned long rows, unsigned long columns)
-{
-    constexpr const char *kLetters = "ARNDCQEGHILKMFPSTWYV";
-    std::mt19937 random(rows * 31 + columns);
-    TAMBO::AlignmentRecord record;
-    record.name = "made";
-    for (unsigned long i = 0; i < rows; ++i) {
-        std::string text;
-        while (text.size() < columns) {
-            text.append(1 + random() % 5, '-');
-            for (unsigned long count = 1 + random() % 13; count > 0; --count)
-                text += kLetters[random() % 20];
-        }
-        text.resize(columns);
-        TAMBO::RowRecord &row = record.rows.emplace_back();
-        row.name = "row" + std::to_string(i);
-        row.sequence.append(text);
-    }
-    return record;
-}
-
 class PrintBench
 {
 public:
     PrintBench(unsigned long rows, unsigned long columns) : m_Rows(rows), m_Columns(columns)
     {
-        TAMBO::AlignmentRecord record = makeRecord(rows, columns);
+        TAMBO::AlignmentRecord record = madeAlignment(rows, columns);
         TAMBO::Alignment *alignment = nullptr;
         {
             const DataPointBase guard(nullptr, Publisher::Add);
