@@ -135,14 +135,54 @@ TEST(EditorSources, MakeTheColorDialogInItsFixedOrder)
                                  "QLabel::mousePressEvent(event)"});
 }
 
-TEST(EditorSources, OverrideApplyAloneInTheColorDialog)
+TEST(EditorSources, OverrideApplyAloneInTheDialogs)
 {
     static const std::regex overriding(R"((\S+)\([^)]*\) override)");
-    const std::string code = codeOf(kRoot / "plugin/AcidColor.h");
-    std::vector<std::string> found;
-    for (std::sregex_iterator next(code.begin(), code.end(), overriding), end; next != end; ++next)
-        found.push_back((*next)[1]);
-    EXPECT_EQ(found, (std::vector<std::string>{"~AcidColor", "Apply"}));
+    for (const std::string name : {"AcidColor", "SequenceSelector"}) {
+        const std::string code = codeOf(kRoot / "plugin" / (name + ".h"));
+        std::vector<std::string> found;
+        for (std::sregex_iterator next(code.begin(), code.end(), overriding), end; next != end;
+             ++next)
+            found.push_back((*next)[1]);
+        EXPECT_EQ(found, (std::vector<std::string>{'~' + name, "Apply"}));
+    }
+}
+
+TEST(EditorSources, LeaveTheTextOfFilesToTheWorkbench)
+{
+    expectNone("plugin", R"(>P1;|structure[XMN]?:)");
+}
+
+TEST(EditorSources, SayWhereAnAlignmentWasNotMadeAndGoOn)
+{
+    expectInOrder("KALMO2Acquire.cpp",
+                  {"for_each(space->begin(), space->end(), GetAlignmentObj(",
+                   R"(makeAlignment("SeqAli", chosen);)",
+                   R"(TAMBO_ASSERT(0 != newAli, "KalmoIO", 245);)", "Populate(newAli);",
+                   "duplicate(", R"(TAMBO_ASSERT(0 != newAli, "KalmoIO", 273);)"});
+}
+
+TEST(EditorSources, MakeTheSequenceSelectorInItsFixedOrder)
+{
+    expectInOrder("SequenceSelector.h", {"class SequenceSelector : public BaseDialog", "*m_Box",
+                                         "&m_Candidates", "&m_Chosen"});
+    expectInOrder("SequenceSelector.cpp",
+                  {"class Adder", R"(TAMBO_ASSERT(Box->count() == Index, "SequenceSelector", 157))",
+                   "class Feedback",
+                   R"(BaseDialog("Select " + title, QSize(200, 150), 3, 3, "No help", )"
+                   "false, true, parent, nullptr)",
+                   "GetTopLevelLayout()", R"(TAMBO_CHECK_PTR(layout, "SequenceSelector", 83))",
+                   "CreateListbox(this)", "setSelectionMode(", "populate()", "addWidget(m_Box, 3)",
+                   "StartWidget()", "CreateTooltips()", "for_each(m_Candidates.begin(), ", "Adder(",
+                   "::Apply()", "m_Chosen.clear()", "for_each(m_Candidates.begin(), ",
+                   "Feedback("});
+}
+
+TEST(EditorSources, LetTheMenuGoBeforeAFileIsAskedFor)
+{
+    expectInOrder("KalmoIO.cpp",
+                  {"KALMO2::Save()\n{\n", "sync()", "m_Data == nullptr", "getSaveFileName",
+                   "KALMO2::OpenFile()\n{\n", "sync()", "PluginManager::Execute"});
 }
 
 TEST(Settings, AreAllExplainedInTheHelp)

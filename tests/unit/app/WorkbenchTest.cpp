@@ -18,6 +18,7 @@
 #include "TestTexts.h"
 #include "UndoActions.h"
 #include "UndoCommands.h"
+#include "support/LogLines.h"
 
 #include <QAction>
 #include <QDropEvent>
@@ -425,6 +426,26 @@ TEST_F(WorkbenchTest, SaveAliWritesTheAlignmentAndMarksItSaved)
     EXPECT_EQ(saved->alignments.front().rows[0].sequence.text(), "AC-D");
     moveGap(*request.alignment);
     EXPECT_TRUE(history().isModified(*request.alignment));
+}
+
+TEST_F(WorkbenchTest, SaveAliWritesPirUnderAnyNameAndLeavesOneLineInTheLog)
+{
+    const QByteArray longName(200, 'x');
+    open({write("x.fasta", '>' + longName + "\nAC-D\n>b\nACCD\n")});
+    struct
+    {
+        QString path;
+        Alignment *alignment;
+    } request{m_Folder.filePath("saved.fasta"), m_Reports.front().alignments.front()};
+    const LogLines log;
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Done);
+    Result<FileContents> saved = readFile(request.path.toStdString());
+    ASSERT_TRUE(saved.has_value());
+    EXPECT_EQ(saved->format, "pir");
+    EXPECT_EQ(saved->alignments.front().rows[0].name, longName.toStdString());
+    EXPECT_EQ(log.texts(), QStringList("Saved x to " + request.path));
 }
 
 TEST_F(WorkbenchTest, SaveAliThatFailsLeavesTheAlignmentUnsaved)

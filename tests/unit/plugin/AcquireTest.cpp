@@ -2,7 +2,14 @@
 // Making, extending, combining, copying and deleting alignments from an editor window.
 #include "WindowFixture.h"
 
+#include "AlignmentTable.h"
+#include "DataMaker.h"
+#include "Structure.h"
+
 #include <QListWidget>
+#include <QPushButton>
+
+#include <functional>
 
 namespace {
 
@@ -25,6 +32,28 @@ protected:
                 list->item(row)->setSelected(true);
             static_cast<BaseDialog &>(dialog).Ok();
         };
+    }
+    // Does something while a dialog that offers sequences is open, then takes them all.
+    static DialogDriver::Handler takeAllAfter(std::function<void()> act)
+    {
+        return [act = std::move(act)](QDialog &dialog) {
+            act();
+            for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
+                if (button->text() == "Select &all")
+                    button->click();
+            }
+            dialog.accept();
+        };
+    }
+    static TAMBO::Structure &structure(const std::string &name,
+                                       const std::vector<std::string> &chains)
+    {
+        TAMBO::StructureRecord record;
+        record.name = name;
+        for (const std::string &chain : chains)
+            record.chains.push_back({chain, {{"ALA", 'A', TAMBO::SequenceNumber("1"), {}}}});
+        const DataPointBase guard(nullptr, Publisher::Add);
+        return *TAMBO::ObjectFactory::adopt(std::move(record));
     }
 };
 
@@ -56,6 +85,30 @@ TEST_F(Acquire, MakingOffersEverySequenceInTheOrderOfTheWorkbench)
     EXPECT_TRUE(question.isSeveral);
     EXPECT_EQ(question.parent, &window);
     EXPECT_TRUE(alignments().empty());
+}
+
+TEST_F(Acquire, ChainsOfStructuresAreOfferedWhereTheyStandInTheTree)
+{
+    TAMBO::Structure &first = structure("first", {"B", "A"});
+    TAMBO::Peptide &loose = peptide("loose", "ACD");
+    TAMBO::Structure &second = structure("second", {"A"});
+    ZEP::KALMO2 &window = open();
+    Answers::pushCancel();
+    window.GetSequences();
+    EXPECT_EQ(
+        Answers::lastQuestion().candidates,
+        (std::vector<TAMBO::Compound *>{first.Child(0), first.Child(1), &loose, second.Child(0)}));
+}
+
+TEST_F(Acquire, MakingAsksTheWorkbenchOnlyAfterTheDialog)
+{
+    peptide("a", "ACD");
+    ZEP::KALMO2 &window = open();
+    DialogDriver dialogs;
+    dialogs.expect(takeAllAfter([] { lockAll(); }));
+    window.GetSequences();
+    EXPECT_TRUE(alignments().empty()) << "a guard from before would have been granted";
+    EXPECT_TRUE(isEmpty(window));
 }
 
 TEST_F(Acquire, MakingShowsTheNewAlignment)
@@ -162,11 +215,22 @@ TEST_F(Acquire, AddingWithoutAnAlignmentOpensNoDialog)
     EXPECT_EQ(dialogs.titles(), QStringList());
 }
 
+TEST_F(Acquire, AddingWithoutSequencesOpensNoDialog)
+{
+    ZEP::KALMO2 &window = open(*TAMBO::DataMaker::makeAlignment("none", {}));
+    const DialogDriver dialogs;
+    const MessageRecorder messages;
+    window.AddSequences();
+    EXPECT_EQ(dialogs.titles(), QStringList());
+    EXPECT_EQ(messages.messages(), QStringList());
+}
+
 TEST_F(Acquire, AddingAppendsUngappedRows)
 {
     TAMBO::Alignment &shown = alignment({"AC-D", "A-CD"});
     TAMBO::Peptide &longer = peptide("longer", "MKLVI");
     ZEP::KALMO2 &window = open(shown);
+    const RecordingSubscriber listener;
     Answers::push({&longer});
     const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 3 by 5");
     window.AddSequences();
@@ -177,6 +241,33 @@ TEST_F(Acquire, AddingAppendsUngappedRows)
               (std::vector<TAMBO::Compound *>{shown.GetSeq(0), shown.GetSeq(1), &longer}))
         << "sequences of the alignment are offered too";
     EXPECT_EQ(question.parent, &window);
+    EXPECT_EQ(listener.calls, Texts{"update"});
+}
+
+TEST_F(Acquire, AnAlignmentDeletedWhileAskedIsLeftAlone)
+{
+    TAMBO::Alignment &shown = alignment({"AC-D"});
+    ZEP::KALMO2 &window = open(shown);
+    const MessageRecorder quiet;
+    DialogDriver dialogs;
+    const auto destroy = [](TAMBO::Alignment *alignment) {
+        const DataPointBase guard(nullptr, Publisher::Delete);
+        TAMBO::DataMaker::Destroy(alignment);
+    };
+    dialogs.expect(takeAllAfter([&] { destroy(&shown); }));
+    window.AddSequences();
+    EXPECT_TRUE(isEmpty(window));
+    TAMBO::Alignment &second = alignment({"AC-D"});
+    TAMBO::Alignment &other = alignment({"A-E"});
+    window.Populate(&second);
+    dialogs.expect([&](QDialog &dialog) {
+        destroy(&second);
+        dialog.accept();
+    });
+    window.CombineAlignment();
+    EXPECT_TRUE(isEmpty(window));
+    EXPECT_EQ(alignments(), std::vector<TAMBO::Alignment *>{&other});
+    EXPECT_EQ(rowsOf(other), Texts{"A-E"});
 }
 
 TEST_F(Acquire, AddingNothingCancelledOrRefusedChangesNothing)
@@ -282,6 +373,19 @@ TEST_F(Acquire, CombiningWithoutAShownAlignmentOpensNoDialog)
     EXPECT_EQ(dialogs.titles(), QStringList());
 }
 
+TEST_F(Acquire, CombiningWithoutAlignmentsInTheWorkbenchOpensNoDialog)
+{
+    const std::unique_ptr<TAMBO::Alignment> elsewhere =
+        TAMBO::AlignmentTable::make("x", TAMBO::AlignmentTable::rowsOf({&peptide("a", "ACD")}));
+    ZEP::KALMO2 &window = open(*elsewhere);
+    const DialogDriver dialogs;
+    const MessageRecorder messages;
+    window.CombineAlignment();
+    EXPECT_EQ(dialogs.titles(), QStringList());
+    EXPECT_EQ(messages.messages(), QStringList());
+    closeWindows();
+}
+
 TEST_F(Acquire, CombiningMatchesColumnsAlongTheCommonSequence)
 {
     TAMBO::Alignment &shown = alignment({"AC-D", "A-CD"}, "shown");
@@ -297,11 +401,15 @@ TEST_F(Acquire, CombiningMatchesColumnsAlongTheCommonSequence)
     }
     EXPECT_EQ(rowsOf(shown), (Texts{"AC-D", "A-CD", "AE-E"}));
     EXPECT_EQ(rowsOf(other), (Texts{"ACD", "AEE"}));
+    EXPECT_EQ(other.Name(), "other");
     EXPECT_EQ(shownName(window), "shown");
     const auto &question = Answers::lastQuestion();
     EXPECT_EQ(question.caption, "Alignment to combine");
     EXPECT_EQ(question.candidates, (std::vector<TAMBO::Compound *>{&shown, &other}));
     EXPECT_FALSE(question.isSeveral);
+    EXPECT_EQ(question.parent, &window);
+    closeWindows();
+    EXPECT_EQ(alignments(), (std::vector<TAMBO::Alignment *>{&shown, &other}));
 }
 
 TEST_F(Acquire, CombiningWithoutACommonSequenceAppendsTheRows)

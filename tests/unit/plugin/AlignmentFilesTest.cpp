@@ -76,6 +76,40 @@ TEST_F(AlignmentFiles, SavingNothingOrNowhereIsNoCall)
     EXPECT_TRUE(m_Saved.empty());
 }
 
+TEST_F(AlignmentFiles, TheRequestBeginsWithThePath)
+{
+    ZEP::SaveRequest request{"x.ali", nullptr};
+    EXPECT_EQ(static_cast<void *>(&request.path), static_cast<void *>(&request));
+    EXPECT_EQ(reinterpret_cast<char *>(&request.alignment) - reinterpret_cast<char *>(&request),
+              std::ptrdiff_t(sizeof(QString)));
+}
+
+TEST_F(AlignmentFiles, SavingOverAFileAsksNothing)
+{
+    const QTemporaryDir directory;
+    QFile old(directory.filePath("old.ali"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    TAMBO::Alignment &shown = alignment({"AC"});
+    ZEP::KALMO2 &window = open(shown);
+    const DialogDriver dialogs;
+    window.Save(old.fileName(), &shown);
+    window.Save(old.fileName(), &shown);
+    EXPECT_EQ(m_Saved.size(), 2U);
+    EXPECT_EQ(dialogs.titles(), QStringList());
+}
+
+TEST_F(AlignmentFiles, SavingNeedsNoGuardAndTellsNobody)
+{
+    TAMBO::Alignment &shown = alignment({"AC"});
+    ZEP::KALMO2 &window = open(shown);
+    lockAll();
+    const RecordingSubscriber listener;
+    window.Save("x.ali", &shown);
+    EXPECT_EQ(m_Saved.size(), 1U);
+    EXPECT_TRUE(listener.calls.empty());
+    EXPECT_FALSE(history.canUndo());
+}
+
 TEST_F(AlignmentFiles, AFailedSaveIsTheWorkbenchsToReport)
 {
     m_Succeeds = false;

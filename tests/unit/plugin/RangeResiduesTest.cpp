@@ -274,9 +274,18 @@ TEST_F(Renumbering, TheGuardIsHeldWhileTheQuestionsAreAskedAndLetGoBeforeTheRepa
     TAMBO::Alignment &shown = alignment({"ACD", "ACD"});
     ZEP::KALMO2 &window = open(shown);
     mark(window, 0, 3);
+    TAMBO::Alignment &other = alignment({"ACD"}, "other");
     const RecordingSubscriber listener;
     DialogDriver dialogs;
-    dialogs.expect(answer("10"));
+    dialogs.expect([&](QDialog &dialog) {
+        {
+            const DataPoint<TAMBO::Alignment> inner(nullptr, &other);
+            inner->insertGap(0, 1);
+        }
+        EXPECT_FALSE(history.canUndo()) << "it is part of the step that is not made yet";
+        dynamic_cast<QInputDialog &>(dialog).setTextValue("10");
+        dialog.accept();
+    });
     dialogs.expect([&](QDialog &dialog) {
         EXPECT_TRUE(listener.calls.empty());
         EXPECT_FALSE(history.canUndo()) << "one step, made when the guard is let go";
@@ -285,6 +294,33 @@ TEST_F(Renumbering, TheGuardIsHeldWhileTheQuestionsAreAskedAndLetGoBeforeTheRepa
     });
     window.RangeReNumber();
     EXPECT_EQ(listener.calls, std::vector<std::string>{"update"});
+}
+
+TEST_F(Renumbering, OthersHearOfItBeforeTheWindowShowsIt)
+{
+    class Listener : public Subscriber
+    {
+    public:
+        explicit Listener(const ZEP::KALMO2 &window) : m_Window(window) { }
+        void commUpdate() override { seen = headerTexts(m_Window); }
+        void commAdd() override { }
+        void commDelete() override { }
+
+        QStringList seen;
+
+    private:
+        const ZEP::KALMO2 &m_Window;
+    };
+    TAMBO::Alignment &shown = alignment({"ACDEFGHIKLMNPQRSTVWY"});
+    ZEP::KALMO2 &window = open(shown);
+    mark(window, 0, 20);
+    const Listener listener(window);
+    DialogDriver dialogs;
+    dialogs.expect(answer("101"));
+    window.RangeReNumber();
+    EXPECT_TRUE(listener.seen.contains("10"));
+    EXPECT_FALSE(listener.seen.contains("110"));
+    EXPECT_TRUE(headerTexts(window).contains("110"));
 }
 
 TEST_F(Renumbering, IsOneStepBack)
@@ -358,6 +394,7 @@ TEST_F(MakingElements, TakesTheResiduesOfTheFirstRowAndSkipsItsGaps)
     TAMBO::Alignment &shown = alignment({"A-CDE", "AAAAA"});
     ZEP::KALMO2 &window = open(shown);
     mark(window, 0, 4);
+    const RecordingSubscriber listener;
     {
         const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 2 by 5");
         DialogDriver dialogs;
@@ -374,6 +411,8 @@ TEST_F(MakingElements, TakesTheResiduesOfTheFirstRowAndSkipsItsGaps)
     EXPECT_EQ(elementAt(shown, 4), nullptr);
     EXPECT_EQ(shown.GetSeq(1)->ChildCount(), shown.GetSequence(1, true).size())
         << "only the first row is looked at";
+    // New in the tree, and to be seen in the headers of other windows.
+    EXPECT_EQ(listener.calls, (Texts{"add", "update"}));
 }
 
 TEST_F(MakingElements, LowerCaseTypeBetweenBlanksIsTakenAsItStands)

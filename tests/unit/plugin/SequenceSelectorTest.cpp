@@ -3,7 +3,10 @@
 
 #include "WindowFixture.h"
 
+#include "Structure.h"
+
 #include <QBoxLayout>
+#include <QDialogButtonBox>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -62,6 +65,36 @@ TEST_F(SequenceSelector, ListsTheCandidatesInTheirOrder)
     EXPECT_EQ(ticked(list), QList<int>());
 }
 
+TEST_F(SequenceSelector, ANameTellsWhereTheObjectStands)
+{
+    TAMBO::StructureRecord record;
+    record.name = "1abc";
+    record.chains.push_back({"A", {{"ALA", 'A', TAMBO::SequenceNumber("1"), {}}}});
+    const DataPointBase guard(nullptr, Publisher::Add);
+    TAMBO::Compound *chain = TAMBO::ObjectFactory::adopt(std::move(record))->Child(0);
+    Compounds chosen;
+    const Compounds offered{chain};
+    const ZEP::SequenceSelector dialog(offered, chosen, nullptr, "x");
+    EXPECT_EQ(listOf(dialog).item(0)->text().toStdString(), chain->GetFQName());
+    EXPECT_NE(chain->GetFQName(), chain->Name());
+}
+
+TEST_F(SequenceSelector, TellsTheBaseOfDialogsWhatItWants)
+{
+    const ZEP::KALMO2 &parent = open();
+    Compounds chosen;
+    const Compounds offered = candidates({"a"});
+    ZEP::SequenceSelector dialog(offered, chosen, const_cast<ZEP::KALMO2 *>(&parent), "x");
+    EXPECT_EQ(dialog.whatsThis(), "No help");
+    EXPECT_EQ(dialog.objectName(), "");
+    EXPECT_EQ(dialog.parentWidget(), &parent);
+    EXPECT_EQ(dialog.GetTopLevelLayout()->spacing(), 3);
+    EXPECT_EQ(dialog.findChild<QDialogButtonBox *>()->orientation(), Qt::Horizontal);
+    // Nothing but the writing of the choice is its own.
+    EXPECT_EQ(ZEP::SequenceSelector::staticMetaObject.methodOffset(),
+              ZEP::SequenceSelector::staticMetaObject.methodCount());
+}
+
 TEST_F(SequenceSelector, TheListTakesTheRoomOfTheDialog)
 {
     Compounds chosen;
@@ -69,6 +102,7 @@ TEST_F(SequenceSelector, TheListTakesTheRoomOfTheDialog)
     const ZEP::SequenceSelector dialog(offered, chosen, nullptr, "Alignment");
     EXPECT_EQ(dialog.GetTopLevelLayout()->indexOf(&listOf(dialog)), 0);
     EXPECT_EQ(dialog.GetTopLevelLayout()->stretch(0), 3);
+    EXPECT_EQ(dialog.GetTopLevelLayout()->itemAt(0)->alignment(), Qt::Alignment());
 }
 
 TEST_F(SequenceSelector, TicksWhatIsChosenAlready)
