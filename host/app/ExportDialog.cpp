@@ -137,7 +137,6 @@ void ExportDialog::makeControls()
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     m_Write = buttons->addButton(tr("&Export…"), QDialogButtonBox::AcceptRole);
     m_Write->setObjectName(QStringLiteral("Write"));
-    m_Write->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExportDialog::write);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_Objects, &QComboBox::currentIndexChanged, this, &ExportDialog::choose);
@@ -151,6 +150,8 @@ void ExportDialog::makeControls()
     layout->addWidget(m_LossesLabel);
     layout->addWidget(m_Losses, 1);
     layout->addWidget(buttons);
+    // Of this dialog, which it knows from here on.
+    m_Write->setDefault(true);
 }
 
 void ExportDialog::fillObjects(const std::vector<Compound *> &objects, const Compound *chosen)

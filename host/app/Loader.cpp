@@ -35,10 +35,13 @@ QString fileText(const fs::path &file)
     return QString::fromStdString(file.filename().string());
 }
 
+// Readers name the file themselves.
 void logRemarks(const fs::path &file, const std::vector<std::string> &remarks)
 {
+    const QString start = fileText(file) + u':';
     for (const std::string &remark : remarks) {
-        Logger::Write(QStringLiteral("%1: %2").arg(fileText(file), QString::fromStdString(remark)),
+        const QString text = QString::fromStdString(remark);
+        Logger::Write(text.startsWith(start) ? text : start + u' ' + text,
                       Logger::Severity::Warning);
     }
 }

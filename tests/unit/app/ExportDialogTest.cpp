@@ -18,6 +18,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -266,6 +267,23 @@ TEST_F(ExportDialogTest, NoNameWritesNothing)
     });
     const app::ObjectSources sources;
     EXPECT_EQ(app::ObjectCommands(sources).askExport({&family}), QString());
+}
+
+TEST_F(ExportDialogTest, ReturnGoesOnToTheFile)
+{
+    Alignment &family = alignment("x", {"AC", "A-"});
+    bool isAsked = false;
+    answering<ExportDialog>([&](ExportDialog &dialog) {
+        answering<QDialog>([&](QDialog &next) {
+            isAsked = qobject_cast<QFileDialog *>(&next) != nullptr;
+            next.reject();
+        });
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        dialog.reject();
+    });
+    const app::ObjectSources sources;
+    EXPECT_EQ(app::ObjectCommands(sources).askExport({&family}), QString());
+    EXPECT_TRUE(isAsked);
 }
 
 TEST_F(ExportDialogTest, TheStructureOfAPickedResidueIsChosen)

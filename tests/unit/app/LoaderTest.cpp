@@ -113,6 +113,12 @@ TEST_F(LoaderTest, ABadFileLeavesNothingAndHasALineInTheLog)
     EXPECT_EQ(log().count(QString::fromStdString(report().failures[0].message)), 1);
 }
 
+TEST_F(LoaderTest, ARemarkAboutAFileNamesItOnce)
+{
+    open({write("odd.fasta", "text\n>a\nAC-D\n>b\nACCD\n")});
+    EXPECT_TRUE(log().contains("odd.fasta:1: text before the first \">\" was left out"));
+}
+
 TEST_F(LoaderTest, ABadFileAmongGoodOnesIsLeftOut)
 {
     open({write("bad.ali", ">P1;a\n\nAC#D*\n"), write("good.fasta", ">a\nAC-D\n>b\nACCD\n")});
