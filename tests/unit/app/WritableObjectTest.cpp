@@ -11,6 +11,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <fstream>
+#include <map>
+
 namespace {
 
 using namespace TAMBO;
@@ -70,6 +73,42 @@ TEST_F(WritableObjectTest, ARowOfAChainNamesStructureChainAndRange)
     EXPECT_EQ(written(*made), ">P1;1abc_A\n"
                               "structureX:1abc:1:A:3:A::::\n"
                               "ACD*\n\n");
+}
+
+// As others find the chains in the files: insertion codes, negative numbers, blank names.
+TEST_F(WritableObjectTest, HeadersOfRealChainsNameTheirFirstAndLastResidues)
+{
+    std::ifstream table(std::filesystem::path(TEST_DATA_DIR) / "facts_structures.tsv");
+    std::map<std::string, std::vector<QByteArrayList>> chains;
+    std::string line;
+    for (std::getline(table, line); std::getline(table, line);) {
+        const QByteArrayList fields = QByteArray::fromStdString(line).split('\t');
+        if (fields[0].startsWith("structures/"))
+            chains[fields[0].toStdString()].push_back(fields);
+    }
+    ASSERT_GT(chains.size(), 10U);
+    for (const auto &[file, facts] : chains) {
+        SCOPED_TRACE(file);
+        Structure &structure = openStructure(file);
+        std::vector<Compound *> sequences;
+        for (std::size_t i = 0; i < structure.objectCount(); ++i)
+            if (structure.chain(i)->residueCount() > 0)
+                sequences.push_back(structure.chain(i));
+        ASSERT_EQ(sequences.size(), facts.size());
+        const DataAdder<Space> guard(nullptr, Space::instance());
+        const QByteArrayList lines = written(*DataMaker::makeAlignment("x", sequences)).split('\n');
+        QByteArrayList headers;
+        for (const QByteArray &text : lines)
+            if (text.startsWith("structure"))
+                headers.append(text);
+        ASSERT_EQ(headers.size(), qsizetype(facts.size()));
+        for (std::size_t i = 0; i < facts.size(); ++i) {
+            const QByteArray chain = facts[i][2] == "(blank)" ? QByteArray() : facts[i][2];
+            EXPECT_EQ(headers[qsizetype(i)],
+                      "structureX:" + QByteArray::fromStdString(structure.Name()) + ':' +
+                          facts[i][4] + ':' + chain + ':' + facts[i][5] + ':' + chain + "::::");
+        }
+    }
 }
 
 TEST_F(WritableObjectTest, WhatTheFileSaidOfARowIsKept)
