@@ -79,6 +79,10 @@ public:
     [[nodiscard]] AlignmentMajority majority(unsigned long col) const;
     // False when no residue of the row can have a position.
     [[nodiscard]] bool hasPositions(unsigned long row) const;
+    // Appends to out the positions of the cells [begin, end) of a row, undefined for gaps and for
+    // residues without one; columns out of bounds are left out.
+    void readPositions(unsigned long row, unsigned long begin, unsigned long end,
+                       std::vector<Vertex> &out) const;
     // True when every residue of the row is selected, and for a row that holds only gaps.
     [[nodiscard]] bool isRowSelected(unsigned long row) const;
     // True when the column holds a residue and every residue in it is selected.
@@ -98,6 +102,9 @@ public:
     // In each column the residues with the letter that stands there in letters, which has an entry
     // per column; '\0' leaves a column alone.
     void colorLetters(const std::vector<char> &letters, const Color &color);
+    // In each column the residues with a position, by the colour that stands there in colors, which
+    // has an entry per column. Column by column: a residue in two of them gets that of the last.
+    void colorPositioned(const std::vector<Color> &colors);
     void selectLetters(const std::vector<char> &letters);
     // The residues of one row. Columns out of bounds are left out.
     void selectInRow(unsigned long row, const Range &range);

@@ -13,6 +13,7 @@
 #include <QInputDialog>
 #include <QPointer>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -99,28 +100,31 @@ void colorByDistance(TAMBO::Alignment &alignment, const Colormap &map)
         if (alignment.hasPositions(row))
             rows.push_back(row);
     }
-    std::vector<TAMBO::Compound *> residues;
+    if (rows.empty())
+        return;
+    // Coordinates lie side by side in a row and far apart in a column.
+    constexpr unsigned long kBlock = 128;
+    std::vector<TAMBO::Vertex> block;
     std::vector<TAMBO::Vertex> positions;
-    for (unsigned long col = 0; col < alignment.width(); ++col) {
-        residues.clear();
-        positions.clear();
-        for (const unsigned long row : rows) {
-            TAMBO::Compound *const residue = alignment.getItem(row, col);
-            const TAMBO::Vertex position =
-                residue == nullptr ? TAMBO::Vertex() : residue->Position();
-            if (!position.isDefined())
-                continue;
-            residues.push_back(residue);
-            positions.push_back(position);
+    std::vector<Color> colors;
+    for (unsigned long begin = 0; begin < alignment.width(); begin += kBlock) {
+        const unsigned long columns = std::min(kBlock, alignment.width() - begin);
+        block.clear();
+        for (const unsigned long row : rows)
+            alignment.readPositions(row, begin, begin + columns, block);
+        for (unsigned long i = 0; i < columns; ++i) {
+            positions.clear();
+            for (std::size_t k = 0; k < rows.size(); ++k) {
+                const TAMBO::Vertex &position = block[k * columns + i];
+                if (position.isDefined())
+                    positions.push_back(position);
+            }
+            colors.push_back(positions.size() < 2 ? Color(QColor(Qt::white))
+                                                  : map.lookupValue(static_cast<float>(
+                                                        ZEP::meanDistance(positions))));
         }
-        if (residues.empty())
-            continue;
-        const Color color = positions.size() < 2
-                                ? Color(QColor(Qt::white))
-                                : map.lookupValue(static_cast<float>(ZEP::meanDistance(positions)));
-        for (TAMBO::Compound *residue : residues)
-            residue->SetColor(color);
     }
+    alignment.colorPositioned(colors);
 }
 
 } // namespace

@@ -130,6 +130,21 @@ bool Alignment::hasPositions(unsigned long row) const
     return row < height() && m_Table->row(row).sequence().hasAtoms();
 }
 
+void Alignment::readPositions(unsigned long row, unsigned long begin, unsigned long end,
+                              std::vector<Vertex> &out) const
+{
+    end = std::min(end, m_Width);
+    if (row >= height() || begin >= end)
+        return;
+    const std::size_t first = out.size();
+    out.resize(first + (end - begin));
+    const AlignmentRow &line = m_Table->row(row);
+    line.forEachRun(begin, end, [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
+        line.sequence().readPositions(index, std::size_t(index) + count,
+                                      out.data() + first + (col - begin));
+    });
+}
+
 bool Alignment::isRowSelected(unsigned long row) const
 {
     if (row >= height())

@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace TAMBO {
@@ -83,6 +85,67 @@ ResidueSelection residuesOf(const AlignmentRow &row)
     return residues;
 }
 
+// The colours of columns as numbers of the different ones among them.
+class NumberedColors
+{
+public:
+    explicit NumberedColors(const std::vector<Color> &columns) : m_Choices(columns.size(), '\0')
+    {
+        std::vector<Color> different;
+        for (std::size_t col = 0; col < columns.size(); ++col) {
+            const auto found = std::ranges::find(different, columns[col]);
+            const auto choice = static_cast<std::size_t>(found - different.begin()) + 1;
+            if (choice == LetterColors::kLetters) {
+                m_IsComplete = false;
+                return;
+            }
+            if (found == different.end())
+                different.push_back(columns[col]);
+            m_Choices[col] = static_cast<char>(choice);
+        }
+        m_Colors = LetterColors(different);
+    }
+
+    // Whether there are not too many.
+    [[nodiscard]] bool isComplete() const noexcept { return m_IsComplete; }
+    [[nodiscard]] const std::string &choices() const noexcept { return m_Choices; }
+    [[nodiscard]] const LetterColors &colors() const noexcept { return m_Colors; }
+
+private:
+    bool m_IsComplete = true;
+    std::string m_Choices;
+    LetterColors m_Colors{Color()};
+};
+
+// A residue that stands in two rows may stand in two columns.
+bool isEachChainInOneRow(const AlignmentTable &table)
+{
+    std::unordered_map<const Peptide *, std::size_t> rows;
+    bool isInOne = true;
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        const auto take = [&](const Peptide &chain) {
+            isInOne = isInOne && rows.emplace(&chain, i).first->second == i;
+        };
+        const Peptide &sequence = table.row(i).sequence();
+        isInOne = isInOne && rows.emplace(&sequence, i).second;
+        sequence.forEachTiedChain(take);
+    }
+    return isInOne;
+}
+
+void colorCellByCell(const Alignment &alignment, const std::vector<Color> &colors)
+{
+    for (unsigned long col = 0; col < std::min<unsigned long>(alignment.width(), colors.size());
+         ++col) {
+        for (unsigned long row = 0; row < alignment.height(); ++row) {
+            Compound *const residue =
+                alignment.hasPositions(row) ? alignment.getItem(row, col) : nullptr;
+            if (residue != nullptr && residue->Position().isDefined())
+                residue->SetColor(colors[col]);
+        }
+    }
+}
+
 bool isEmpty(const std::vector<char> &letters)
 {
     return std::ranges::all_of(letters, [](char letter) { return letter == '\0'; });
@@ -124,6 +187,28 @@ void Alignment::colorLetters(const std::vector<char> &letters, const Color &colo
     for (unsigned long i = 0; i < height(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
         row.sequence().setColors(findMatches(row, letters), prepared);
+    }
+}
+
+void Alignment::colorPositioned(const std::vector<Color> &colors)
+{
+    const unsigned long columns = std::min<unsigned long>(m_Width, colors.size());
+    const ChangeScope scope;
+    const NumberedColors numbered(colors);
+    if (!numbered.isComplete() || !isEachChainInOneRow(*m_Table)) {
+        colorCellByCell(*this, colors);
+        return;
+    }
+    for (unsigned long i = 0; i < height(); ++i) {
+        const AlignmentRow &row = m_Table->row(i);
+        if (!row.sequence().hasAtoms())
+            continue;
+        std::string choices(row.sequence().residueCount(), '\0');
+        row.forEachRun(0, columns,
+                       [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
+                           numbered.choices().copy(choices.data() + index, count, col);
+                       });
+        row.sequence().setPositionedColors(std::move(choices), numbered.colors());
     }
 }
 

@@ -28,6 +28,15 @@ LetterColors::LetterColors(const std::array<Color, kLetters> &colors) : m_Colors
 
 LetterColors::LetterColors(Color color) : LetterColors(everywhere(color)) { }
 
+LetterColors::LetterColors(const std::vector<Color> &colors)
+    : m_Different(colors.begin(), colors.end())
+{
+    m_Different.insert(m_Different.begin(), std::nullopt);
+    std::ranges::copy(colors, m_Colors.begin() + 1);
+    for (std::size_t i = 0; i < m_Different.size(); ++i)
+        m_Choices[i] = static_cast<Choice>(i);
+}
+
 LetterColors::Choice LetterColors::find(Color color)
 {
     const auto found = std::ranges::find(m_Different, std::optional(color));

@@ -23,6 +23,9 @@ public:
     explicit LetterColors(const std::array<Color, kLetters> &colors);
     // The same for every letter.
     explicit LetterColors(Color color);
+    // In place of letters, texts hold numbers of choices. At most kLetters - 1 different colours,
+    // the first of which is choice 1.
+    explicit LetterColors(const std::vector<Color> &colors);
 
     [[nodiscard]] Color color(char letter) const noexcept { return m_Colors[code(letter)]; }
     [[nodiscard]] Choice choice(char letter) const noexcept { return m_Choices[code(letter)]; }

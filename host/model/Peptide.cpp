@@ -109,13 +109,25 @@ std::string Peptide::typeName(std::size_t index) const
 
 Vertex Peptide::position(std::size_t index) const
 {
-    const std::size_t count = atomCount(index);
-    for (std::size_t i = 0; i < count; ++i) {
-        const Atom *const candidate = atom(index, i);
-        if (candidate->name() == "CA")
-            return candidate->place();
-    }
-    return {};
+    Vertex found;
+    readPositions(index, index + 1, &found);
+    return found;
+}
+
+void Peptide::readPositions(std::size_t begin, std::size_t end, Vertex *out) const
+{
+    const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,
+                           std::size_t count) {
+        const StructureContents *const contents = owner.m_Contents.get();
+        if (contents == nullptr || contents->positions.empty())
+            return;
+        for (std::size_t i = 0; i < count; ++i) {
+            const Vertex &position = contents->positions[there + i];
+            if (position.isDefined())
+                out[here - begin + i] = position;
+        }
+    };
+    forEachOwner(begin, end, visit);
 }
 
 Element *Peptide::elementAt(std::size_t index) const noexcept
@@ -258,7 +270,7 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
         return;
     const ChangeScope scope;
     if (m_Ties == nullptr) {
-        storeColors(residues, colors);
+        storeColors(residues, m_Letters, colors);
         return;
     }
     // What follows each other with one owner, as residues of the owner.
@@ -266,7 +278,7 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
     Peptide *last = nullptr;
     const auto store = [&] {
         if (last == this)
-            storeColors(*owned, colors);
+            storeColors(*owned, m_Letters, colors);
         else if (last != nullptr)
             last->setColors(*owned, colors);
         last = nullptr;
@@ -290,10 +302,39 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
     store();
 }
 
-void Peptide::storeColors(const ResidueSelection &residues, const LetterColors &colors)
+void Peptide::setPositionedColors(std::string choices, const LetterColors &colors)
+{
+    if (m_Ties != nullptr) {
+        std::vector<Vertex> positions(residueCount());
+        readPositions(0, residueCount(), positions.data());
+        for (std::size_t i = 0; i < residueCount(); ++i) {
+            if (choices[i] != '\0' && positions[i].isDefined())
+                setColor(i, colors.color(choices[i]));
+        }
+        return;
+    }
+    if (m_Contents == nullptr || m_Contents->positions.empty() || !mayChange(*this))
+        return;
+    std::vector<std::uint64_t> words((residueCount() + 63) / 64);
+    for (std::size_t i = 0; i < residueCount(); ++i) {
+        if (choices[i] == '\0' || !m_Contents->positions[i].isDefined())
+            continue;
+        words[i / 64] |= std::uint64_t(1) << i % 64;
+        if (colors.color(choices[i]) == aminoAcidColor(m_Letters[i]))
+            choices[i] = '\0';
+    }
+    const ResidueSelection residues(std::move(words));
+    if (residues.count() == 0)
+        return;
+    const ChangeScope scope;
+    storeColors(residues, choices, colors);
+}
+
+void Peptide::storeColors(const ResidueSelection &residues, std::string_view letters,
+                          const LetterColors &colors)
 {
     if (residues.count() == residueCount()) {
-        storeAllColors(colors);
+        storeAllColors(letters, colors);
         return;
     }
     if (m_Colors == nullptr)
@@ -305,12 +346,12 @@ void Peptide::storeColors(const ResidueSelection &residues, const LetterColors &
             if (ColorEdit *const edit = openColors())
                 edit->note(first, count, before);
         };
-        m_Colors->set(m_Letters, residues, colors, note);
-    } else if (m_Colors->differs(m_Letters, residues, colors)) {
+        m_Colors->set(letters, residues, colors, note);
+    } else if (m_Colors->differs(letters, residues, colors)) {
         isChanged = true;
         if (ColorEdit *const edit = openColors())
             edit->noteAll(std::make_unique<ResidueColors>(*m_Colors));
-        m_Colors->set(m_Letters, residues, colors);
+        m_Colors->set(letters, residues, colors);
     }
     if (m_Colors->colored() == 0)
         m_Colors.reset();
@@ -319,9 +360,9 @@ void Peptide::storeColors(const ResidueSelection &residues, const LetterColors &
 }
 
 // Replaces what was there, which is then all that undoing needs.
-void Peptide::storeAllColors(const LetterColors &colors)
+void Peptide::storeAllColors(std::string_view letters, const LetterColors &colors)
 {
-    auto fresh = std::make_unique<ResidueColors>(m_Letters, colors);
+    auto fresh = std::make_unique<ResidueColors>(letters, colors);
     if (fresh->colored() == 0)
         fresh.reset();
     const bool isSame =

@@ -73,6 +73,10 @@ public:
     // Three letters; a modified residue has its own.
     [[nodiscard]] std::string typeName(std::size_t index) const;
     [[nodiscard]] Vertex position(std::size_t index) const;
+    // To be called when atoms have moved.
+    void updatePositions();
+    // The positions of the residues [begin, end) that have one; the other entries are left alone.
+    void readPositions(std::size_t begin, std::size_t end, Vertex *out) const;
     [[nodiscard]] Element *elementAt(std::size_t index) const noexcept;
     [[nodiscard]] std::size_t atomCount(std::size_t index) const noexcept;
     // False when no residue can have an atom.
@@ -93,6 +97,9 @@ public:
     void setColor(std::size_t index, std::optional<Color> color);
     // Each of the residues by its letter here.
     void setColors(const ResidueSelection &residues, const LetterColors &colors);
+    // Residues that have a position, each by the choice that stands at its index; choice 0 leaves
+    // it alone.
+    void setPositionedColors(std::string choices, const LetterColors &colors);
 
     [[nodiscard]] bool isSelected(std::size_t index) const noexcept;
     void setSelected(std::size_t index, bool selected);
@@ -159,8 +166,9 @@ private:
     [[nodiscard]] ColorEdit *openColors();
     // Here, whether tied or not.
     void storeColor(std::size_t index, std::optional<Color> color);
-    void storeColors(const ResidueSelection &residues, const LetterColors &colors);
-    void storeAllColors(const LetterColors &colors);
+    void storeColors(const ResidueSelection &residues, std::string_view letters,
+                     const LetterColors &colors);
+    void storeAllColors(std::string_view letters, const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
     static void growAllRevisions() noexcept;
 

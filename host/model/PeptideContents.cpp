@@ -52,6 +52,22 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
     }
     if (!numbers->isDefault())
         m_Numbers = std::move(numbers);
+    updatePositions();
+}
+
+void Peptide::updatePositions()
+{
+    if (m_Contents == nullptr || m_Contents->atomStarts.empty())
+        return;
+    m_Contents->positions.assign(residueCount(), Vertex());
+    for (std::size_t i = 0; i < residueCount(); ++i) {
+        const Atom *const begin = m_Contents->atoms.get() + m_Contents->atomStarts[i];
+        const Atom *const end = m_Contents->atoms.get() + m_Contents->atomStarts[i + 1];
+        const Atom *const alpha = std::find_if(
+            begin, end, [](const Atom &candidate) { return candidate.name() == "CA"; });
+        if (alpha != end)
+            m_Contents->positions[i] = alpha->place();
+    }
 }
 
 StructureContents &Peptide::contents()
@@ -133,7 +149,8 @@ std::size_t Peptide::bytes() const noexcept
 
 std::size_t StructureContents::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]);
+    std::size_t sum = sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]) +
+                      positions.capacity() * sizeof(positions[0]);
     if (!atomStarts.empty())
         sum += atomStarts.back() * sizeof(Atom);
     sum += typeNames.capacity() * sizeof(typeNames[0]);

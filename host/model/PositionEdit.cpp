@@ -40,6 +40,12 @@ const Compound *lockWithin(const Structure &structure)
     return nullptr;
 }
 
+void PositionEdit::updateChains(const Structure &structure)
+{
+    for (std::size_t i = 0; i < structure.objectCount(); ++i)
+        structure.chain(i)->updatePositions();
+}
+
 template <typename Visit> void PositionEdit::forEachAtom(const Structure &structure, Visit visit)
 {
     std::vector<Compound *> atoms;
@@ -69,6 +75,7 @@ void PositionEdit::move(const StructureMotion &moved)
 {
     forEachAtom(*moved.structure,
                 [&](Atom &atom) { atom.m_Position = moved.motion(atom.m_Position); });
+    updateChains(*moved.structure);
 }
 
 std::unique_ptr<Edit> PositionEdit::apply()
@@ -89,6 +96,7 @@ void PositionEdit::exchange()
             m_Places[next++] = atom.m_Position.coordinates();
             atom.m_Position = Vertex(place[0], place[1], place[2]);
         });
+        updateChains(*structure);
     }
 }
 

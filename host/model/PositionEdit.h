@@ -49,6 +49,7 @@ private:
     // Calls visit(atom) for every atom of the structure that is somewhere, in an order that only
     // changes of the structure change.
     template <typename Visit> static void forEachAtom(const Structure &structure, Visit visit);
+    static void updateChains(const Structure &structure);
     static void move(const StructureMotion &moved);
     void exchange();
 

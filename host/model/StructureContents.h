@@ -21,6 +21,9 @@ public:
     // The atoms of residue i are those from start[i] to start[i + 1]; empty without coordinates.
     std::vector<std::uint32_t> atomStarts;
     std::unique_ptr<Atom[]> atoms;
+    // The place of each residue's CA once more, undefined without one: the atoms lie far apart for
+    // passes over many residues.
+    std::vector<Vertex> positions;
     // Of the residues whose name does not follow from their letter, by index.
     std::vector<std::pair<std::uint32_t, std::string>> typeNames;
     // Groups and elements.

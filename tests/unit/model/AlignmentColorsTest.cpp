@@ -116,6 +116,51 @@ protected:
         history.clear();
         return made;
     }
+    // A chain of which some residues have a CA atom.
+    Peptide &chain(const std::string &letters)
+    {
+        TAMBO::ChainRecord record;
+        for (const char letter : letters) {
+            TAMBO::ResidueRecord &residue = record.residues.emplace_back();
+            residue.letter = letter;
+            residue.atoms.push_back({"N", "N", TAMBO::Vertex(1, 2, 3)});
+            if (below(5) != 0)
+                residue.atoms.push_back({"CA", "C", TAMBO::Vertex(float(below(100)), 5, 6)});
+        }
+        auto made = std::make_unique<Peptide>(std::move(record));
+        Peptide &result = *made;
+        TAMBO::ObjectSpace::get().add(std::move(made));
+        m_All.push_back(&result);
+        return result;
+    }
+    // Rows of chains, of a sequence without coordinates and of one that is tied to a chain; with
+    // doubles a chain stands in two rows, and the one of the tied sequence in a row of its own.
+    Alignment &alignmentOfChains(unsigned seed, std::size_t width, bool hasDoubles)
+    {
+        m_Random.seed(seed);
+        const auto lettersOf = [](std::string text) {
+            std::erase(text, '-');
+            return text;
+        };
+        std::vector<std::pair<Peptide *, std::string>> rows;
+        for (int i = 0; i < 3; ++i) {
+            const std::string text = randomText(width);
+            rows.emplace_back(&chain(lettersOf(text)), text);
+        }
+        const std::string text = randomText(width);
+        m_All.push_back(&peptide("free", lettersOf(text)));
+        rows.emplace_back(m_All.back(), text);
+        Peptide &tied = peptide("tied", lettersOf(text));
+        Peptide &owner = chain(lettersOf(text));
+        tied.tie(tied.residueCount() / 8, owner, 0, tied.residueCount() / 2);
+        m_All.push_back(&tied);
+        rows.emplace_back(&tied, text);
+        if (hasDoubles) {
+            rows.emplace_back(rows[1].first, "--" + rows[1].second);
+            rows.emplace_back(&owner, std::string(owner.letters()));
+        }
+        return alignmentOf(rows);
+    }
     void colorSome(std::size_t different)
     {
         for (Peptide *sequence : m_All)
@@ -218,6 +263,30 @@ TEST_P(AlignmentColorsOfAnyLength, ResiduesWithTheLettersOfTheirColumnsAreColour
     }
 }
 
+TEST_P(AlignmentColorsOfAnyLength, ResiduesWithAPositionAreColouredByTheirColumnsAsEachByItself)
+{
+    for (unsigned seed = 1; seed <= 8; ++seed) {
+        m_All.clear();
+        Alignment &sample = alignmentOfChains(seed, GetParam(), seed % 2 == 0);
+        colorSome(seed % 4 < 2 ? 4 : 1000);
+        // More different ones than fit a byte where there are so many columns.
+        const std::size_t different = seed < 5 ? 7 : 1000;
+        std::vector<Color> columns;
+        for (unsigned long col = 0; col < sample.width(); ++col)
+            columns.push_back(below(8) == 0 ? TAMBO::aminoAcidColor('A')
+                                            : Color(unsigned(below(different)) * 77U));
+        const auto eachByItself = [&] {
+            for (unsigned long col = 0; col < sample.width(); ++col)
+                for (unsigned long row = 0; row < sample.height(); ++row) {
+                    Compound *const residue = sample.getItem(row, col);
+                    if (residue != nullptr && residue->Position().isDefined())
+                        residue->SetColor(columns[col]);
+                }
+        };
+        expectAs(eachByItself, [&] { sample.colorPositioned(columns); });
+    }
+}
+
 TEST_P(AlignmentColorsOfAnyLength, ResiduesWithTheLettersOfTheirColumnsAreSelected)
 {
     for (unsigned seed = 1; seed <= 6; ++seed) {
@@ -300,6 +369,31 @@ TEST_F(AlignmentColors, LettersForFewerOrMoreColumnsThanThereAreAreNoMatter)
     EXPECT_EQ(sequence(sample, 0).ownColor(0), kRed);
 }
 
+TEST_F(AlignmentColors, ColoursForFewerOrMoreColumnsThanThereAreAreNoMatter)
+{
+    Peptide &row = chain("AAAAAAAAAA");
+    Alignment &sample = alignmentOf({{&row, "AAAAAAAAAA"}});
+    const auto colored = [&] {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < row.residueCount(); ++i)
+            count += row.ownColor(i) == kRed ? 1 : 0;
+        return count;
+    };
+    const auto positioned = [&](std::size_t end) {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < end; ++i)
+            count += row.position(i).isDefined() ? 1 : 0;
+        return count;
+    };
+    sample.colorPositioned({});
+    EXPECT_EQ(colored(), 0U);
+    sample.colorPositioned(std::vector<Color>(4, kRed));
+    EXPECT_EQ(colored(), positioned(4));
+    sample.colorPositioned(std::vector<Color>(20, kRed));
+    EXPECT_EQ(colored(), positioned(10));
+    EXPECT_GT(positioned(10), 0U);
+}
+
 TEST_F(AlignmentColors, ALockedAlignmentIsColouredAndALockedSequenceIsNot)
 {
     Alignment &sample = alignment({"AC", "AC"});
@@ -316,6 +410,7 @@ TEST_F(AlignmentColors, ALockedAlignmentIsColouredAndALockedSequenceIsNot)
         sample.colorByLetter(table);
         sample.colorLetters({'A', 'C'}, kRed);
         sample.colorSelected(kRed);
+        sample.colorPositioned({kRed, kRed});
     }
     EXPECT_EQ(sequence(sample, 0).ownColor(0), kRed);
     EXPECT_NE(sequence(sample, 1).ownColor(0), kRed);
@@ -452,4 +547,34 @@ TEST_F(AlignmentColors, OnlyChainsAndWhatIsTiedToThemHavePositions)
     EXPECT_TRUE(sample.hasPositions(1));
     EXPECT_FALSE(sample.hasPositions(2));
     EXPECT_FALSE(sample.hasPositions(3));
+}
+
+TEST_F(AlignmentColors, PositionsOfACellRangeAreThoseOfItsResidues)
+{
+    Alignment &sample = alignmentOfChains(3, 60, true);
+    sample.remove({20, 25});
+    using Places = std::vector<TAMBO::Vertex>;
+    const auto isSame = [](const TAMBO::Vertex &one, const TAMBO::Vertex &two) {
+        return one.isDefined() == two.isDefined() && one.coordinates() == two.coordinates();
+    };
+    for (unsigned long row = 0; row < sample.height(); ++row) {
+        for (const auto &[begin, end] : {std::pair(0UL, sample.width()), {7UL, 31UL}, {9UL, 9UL}}) {
+            Places found(2);
+            sample.readPositions(row, begin, end, found);
+            ASSERT_EQ(found.size(), 2 + end - begin);
+            for (unsigned long col = begin; col < end; ++col) {
+                const Compound *const residue = sample.getItem(row, col);
+                const TAMBO::Vertex expected =
+                    residue == nullptr ? TAMBO::Vertex() : residue->Position();
+                EXPECT_TRUE(isSame(found[2 + col - begin], expected)) << row << ", " << col;
+            }
+        }
+    }
+    Places none;
+    sample.readPositions(sample.height(), 0, 5, none);
+    sample.readPositions(0, sample.width(), sample.width() + 5, none);
+    sample.readPositions(0, 5, 3, none);
+    EXPECT_TRUE(none.empty());
+    sample.readPositions(0, sample.width() - 2, sample.width() + 5, none);
+    EXPECT_EQ(none.size(), 2U);
 }

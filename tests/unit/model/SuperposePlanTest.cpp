@@ -127,6 +127,29 @@ TEST_F(SuperposePlanTest, TheWholeStructureMovesWithAllItsChainsAndLigands)
         EXPECT_NE(moves[i], places[i]) << "atom " << i / 3;
 }
 
+TEST_F(SuperposePlanTest, ResiduesStandWhereTheirCarbonsAreAfterEachMove)
+{
+    const Points points = randomFold(40, 3);
+    Structure &original = structureAt("original", points);
+    Structure &copy = structureAt("copy", turned(points, 5));
+    const auto expectAtCarbons = [&] {
+        for (const Structure *structure : {&original, &copy}) {
+            const TAMBO::Peptide &chain = *structure->chain(0);
+            for (std::size_t i = 0; i < chain.residueCount(); ++i)
+                ASSERT_EQ(chain.position(i).coordinates(), chain.atom(i, 1)->place().coordinates());
+        }
+    };
+    expectAtCarbons();
+    const TAMBO::Vertex before = copy.chain(0)->position(0);
+    auto inverse = std::make_unique<TAMBO::PositionEdit>(std::vector<Structure *>{&copy});
+    superpose(ungapped({&original, &copy}), {0, 1});
+    expectAtCarbons();
+    EXPECT_NE(copy.chain(0)->position(0).coordinates(), before.coordinates());
+    (void)inverse->apply();
+    expectAtCarbons();
+    EXPECT_EQ(copy.chain(0)->position(0).coordinates(), before.coordinates());
+}
+
 TEST_F(SuperposePlanTest, RowsWithoutCoordinatesAreNotOffered)
 {
     Structure &one = structureAt("one", randomFold(4, 1));
