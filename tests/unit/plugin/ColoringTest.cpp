@@ -242,6 +242,24 @@ TEST_F(Coloring, ARefusedChangeColoursNothingButRepaints)
     EXPECT_EQ(log.texts(), QStringList());
 }
 
+// Their guard is that of the whole workbench.
+TEST_F(Coloring, TheLockOfAnAlignmentDoesNotKeepItsResiduesFromBeingColoured)
+{
+    TAMBO::Alignment &shown = alignment({"AC", "AD"});
+    shown.getItem(1, 1)->SetSelected(true);
+    TAMBO::setObjectLocked(shown, true);
+    ZEP::KALMO2 &window = open(shown);
+    run(window, "setColor", {pick(Qt::red)});
+    EXPECT_EQ(colored(shown, kRed), (Texts{"..", ".#"}));
+    run(window, "colorConserved", {pick(Qt::red)});
+    EXPECT_EQ(colored(shown, kRed), (Texts{"#.", "##"}));
+    run(window, "colorConservedN", {pick(Qt::green), enter(1)});
+    EXPECT_EQ(colored(shown, kGreen), (Texts{"##", "#."}));
+    std::vector<QColor> table = oneColor(Qt::red);
+    window.setColor(table.data());
+    EXPECT_EQ(colored(shown, kRed), (Texts{"##", "##"}));
+}
+
 TEST_F(Coloring, NothingIsRebuilt)
 {
     ZEP::KALMO2 &window = open(alignment({"A", "A"}));

@@ -177,6 +177,34 @@ TEST_F(Distance, AColumnWithoutPlacesIsLeftAsItWas)
     EXPECT_FALSE(history.canUndo());
 }
 
+TEST_F(Distance, NeitherTheRangeNorTheAlignmentsLockMatters)
+{
+    TAMBO::Alignment &shown =
+        alignmentOf({chain({{0, 0, 0}, {0, 0, 0}}), chain({{3, 0, 0}, {3, 0, 0}})});
+    shown.range({1, 2});
+    TAMBO::setObjectLocked(shown, true);
+    run(open(shown), "colorDistance", {});
+    EXPECT_EQ(colored(shown, kWhite), (Texts{"##", "##"}));
+}
+
+TEST_F(Distance, ColumnsAreColouredBeyondTheFirstHundreds)
+{
+    // Many at a time are taken.
+    constexpr std::size_t kColumns = 700;
+    Places first;
+    Places second;
+    for (std::size_t i = 0; i < kColumns; ++i) {
+        first.emplace_back(0, 0, 0);
+        second.emplace_back(float(i) * 6 / float(kColumns), 0, 0);
+    }
+    TAMBO::Alignment &shown = alignmentOf({chain(first), chain(second)});
+    run(open(shown), "colorDistance", {});
+    for (unsigned long col = 0; col < kColumns; ++col) {
+        for (const unsigned long row : {0UL, 1UL})
+            ASSERT_EQ(shown.getItem(row, col)->OwnColor(), mapped(second[col].x())) << col;
+    }
+}
+
 TEST_F(Distance, OneRowIsOnlyRepainted)
 {
     TAMBO::Alignment &shown = alignmentOf({chain({{0, 0, 0}, {1, 0, 0}})});

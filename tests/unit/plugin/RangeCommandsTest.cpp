@@ -129,6 +129,10 @@ TEST_F(RangeCommands, RemoveOfEveryColumnOnlyClosesTheAlignment)
     EXPECT_EQ(rowsOf(shown), Texts{"ACDE"});
     EXPECT_EQ(alignments().size(), 1U);
     EXPECT_TRUE(listener.calls.empty());
+    TAMBO::services::SelectObjectAnswers::push({&shown});
+    const MessageRecorder quiet;
+    window.GetAlignment();
+    EXPECT_FALSE(isEmpty(window)) << "it can be shown again";
 }
 
 TEST_F(RangeCommands, RemoveOfAnEmptyRangeDoesNothing)
