@@ -124,6 +124,12 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
             sentences.push_back(counted(rows, "row is", "rows are") +
                                 " not tied to the structure any more when the file is opened.");
     }
+    const std::size_t numbered =
+        countRows(alignment, [](const RowRecord &row) { return row.hasOwnNumbers; });
+    if (numbered > 0)
+        sentences.push_back("The residue numbers of " + counted(numbered, "row", "rows") +
+                            " are left out: without a structure they count from 1 when the file "
+                            "is opened.");
     addBreakLosses(alignment, format, sentences);
     if (format != WriteFormat::Stockholm)
         addAnnotationLosses(alignment, sentences);

@@ -209,6 +209,11 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
     growNumberingRevision();
 }
 
+bool Peptide::hasOwnNumbers() const noexcept
+{
+    return m_Numbers != nullptr && !m_Numbers->isDefault();
+}
+
 void Peptide::presetNumber(std::size_t index, const SequenceNumber &number)
 {
     if (m_Numbers == nullptr) {

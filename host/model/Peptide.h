@@ -84,6 +84,8 @@ public:
     [[nodiscard]] Atom *atom(std::size_t index, std::size_t atom) const noexcept;
 
     [[nodiscard]] SequenceNumber number(std::size_t index) const;
+    // Whether residues that are not tied to a chain count otherwise than from 1.
+    [[nodiscard]] bool hasOwnNumbers() const noexcept;
     // Refused, with one line in the log for a change, when the number is invalid.
     void setNumber(std::size_t index, const SequenceNumber &number);
     // The number from which this residue and those behind it count, in ascending order of index. No

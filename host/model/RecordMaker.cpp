@@ -108,6 +108,7 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
         record.residueAnnotations = residueLines(row, *label, width);
     }
     describeCoordinates(row, record);
+    record.hasOwnNumbers = record.link->structure.empty() && sequence.hasOwnNumbers();
     return record;
 }
 

@@ -100,6 +100,8 @@ struct RowRecord
     std::vector<Annotation> annotations;
     // What is said of the residues ("#=GR"): one character a column, '.' at a gap.
     std::vector<Annotation> residueAnnotations;
+    // Of a row without a structure: its residues do not count from 1, and no file would say so.
+    bool hasOwnNumbers = false;
 };
 
 struct AlignmentRecord

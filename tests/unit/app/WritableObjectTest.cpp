@@ -137,6 +137,22 @@ TEST_F(WritableObjectTest, TheRangeFollowsWhatTheRowHoldsNow)
                                "CDE*\n\n");
 }
 
+TEST_F(WritableObjectTest, NumbersAreKeptOfChainsOnly)
+{
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    Peptide &loose = sequence("loose", "ACD");
+    const DataAdder<Space> guard(nullptr, Space::instance());
+    const Alignment &family = *DataMaker::makeAlignment("x", {structure.chain(0), &loose});
+    EXPECT_EQ(WritableObject(family).losses({}), QStringList());
+    structure.chain(0)->setNumber(0, SequenceNumber("101"));
+    EXPECT_EQ(WritableObject(family).losses({}), QStringList());
+    EXPECT_TRUE(written(family).contains("structureX:1abc:101:A:3:A::::"));
+    loose.setNumber(0, SequenceNumber("101"));
+    EXPECT_EQ(WritableObject(family).losses({}).size(), 1);
+    loose.setNumber(0, SequenceNumber("1"));
+    EXPECT_EQ(WritableObject(family).losses({}), QStringList());
+}
+
 TEST_F(WritableObjectTest, BreaksBetweenChainsAreKept)
 {
     const QByteArray text = ">P1;two\n"

@@ -2,6 +2,8 @@
 // Formats by their names and by the endings of file names.
 #include "WriteFormat.h"
 
+#include "TestFiles.h"
+
 #include <gtest/gtest.h>
 
 namespace TAMBO {
@@ -60,6 +62,22 @@ TEST(WriteFormat, PeopleReadTitlesWithTheirArticle)
     EXPECT_EQ(formatTitle(WriteFormat::Mmcif), "mmCIF");
     EXPECT_EQ(fileOf(WriteFormat::Pir), "a PIR file");
     EXPECT_EQ(fileOf(WriteFormat::Msf), "an MSF file");
+}
+
+TEST(WriteFormat, ThePageAboutFormatsHasEveryNameAndEnding)
+{
+    const std::string page =
+        formats::bytesOf(std::filesystem::path(SOURCE_DIR) / "docs/formats.md");
+    const auto expectWritten = [&](std::string_view word) {
+        EXPECT_NE(page.find('`' + std::string(word) + '`', page.find("\n## Writing\n")),
+                  std::string::npos)
+            << word;
+    };
+    for (const std::string_view name : writeFormatNames()) {
+        expectWritten(name);
+        for (const std::string_view ending : fileEndings(writeOptionsNamed(name)->format))
+            expectWritten(ending);
+    }
 }
 
 } // namespace

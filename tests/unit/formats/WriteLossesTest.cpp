@@ -48,6 +48,17 @@ TEST(WriteLosses, DescriptionsAreLostWhereRowsHaveNamesOnly)
         EXPECT_THAT(lossesIn(format, record), IsEmpty()) << format;
 }
 
+TEST(WriteLosses, NumbersOfSequencesAreLostEverywhere)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
+    record.rows[1].hasOwnNumbers = true;
+    for (const std::string &format : kFormats)
+        EXPECT_THAT(lossesIn(format, record),
+                    ElementsAre("The residue numbers of 1 row are left out: without a structure "
+                                "they count from 1 when the file is opened."))
+            << format;
+}
+
 TEST(WriteLosses, StructureLinksAreLostInAllFormatsButPir)
 {
     AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
