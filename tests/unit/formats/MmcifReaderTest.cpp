@@ -45,6 +45,17 @@ TEST(MmcifReader, ChainsAndNumbersAreTheAuthors)
     EXPECT_FLOAT_EQ(chain.residues[0].atoms.at(0).position.x(), 1.5F);
 }
 
+TEST(MmcifReader, ANumberOfTooManyDigitsHarmsNothingElse)
+{
+    const StructureRecord structure =
+        read(kAtomColumns + "ATOM 1 C CA . ALA A 1 ? 1 2 3 1 10 -5555555555555 A 1\n"
+                            "ATOM 2 C CA . GLY A 2 ? 4 5 6 1 10 2 A 1\n");
+    ASSERT_EQ(structure.chains.size(), 1U);
+    ASSERT_EQ(structure.chains[0].residues.size(), 2U);
+    EXPECT_EQ(structure.chains[0].residues[0].typeName, "ALA");
+    EXPECT_EQ(structure.chains[0].residues[1].number.getValue(), "2");
+}
+
 TEST(MmcifReader, FirstOfSeveralModelsIsReadAndAllAreCounted)
 {
     const StructureRecord structure =
