@@ -159,7 +159,8 @@ TEST(EditorSources, SayWhereAnAlignmentWasNotMadeAndGoOn)
                   {"for_each(space->begin(), space->end(), GetAlignmentObj(",
                    R"(makeAlignment("SeqAli", chosen);)",
                    R"(TAMBO_ASSERT(0 != newAli, "KalmoIO", 245);)", "Populate(newAli);",
-                   "duplicate(", R"(TAMBO_ASSERT(0 != newAli, "KalmoIO", 273);)"});
+                   "AddSequences()", "candidateSequences()", "m_Data == nullptr", "duplicate(",
+                   R"(TAMBO_ASSERT(0 != newAli, "KalmoIO", 273);)"});
 }
 
 TEST(EditorSources, MakeTheSequenceSelectorInItsFixedOrder)
