@@ -104,7 +104,8 @@ RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(
     if (structures.isEmpty() || row.sequence.letters.empty())
         return;
     const bool isNamed = !row.link->structure.empty();
-    const std::vector<Structure *> named = structures.find(isNamed ? row.link->structure : row.name);
+    const std::vector<Structure *> named =
+        structures.find(isNamed ? row.link->structure : row.name);
     if (named.empty())
         return;
 
