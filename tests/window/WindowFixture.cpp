@@ -131,17 +131,27 @@ void WindowFixture::choose(const QString &editor, int menu, int entry)
                                   QString("Down ").repeated(entry) + "Return");
 }
 
+// Names that are offered to complete the text, which may be at any time, can take a key, and with
+// it the text.
 void WindowFixture::enterFile(const QString &dialog, const QString &file)
 {
+    const auto isGone = [&] { return !isRunning() || m_Screen.findWindows(dialog).isEmpty(); };
+    const auto waitForRest = [&] {
+        VirtualScreen::waitUntil([&] { return isSettled() || isGone(); });
+        return !isGone();
+    };
     m_Screen.typeText(window(dialog), file);
-    // Names that are offered to complete the text, which may be at any time, take a key.
-    VirtualScreen::waitUntil([&] {
-        if (m_Screen.findWindows(dialog).isEmpty() || !isRunning())
-            return true;
-        if (isSettled())
-            m_Screen.pressKey(m_Screen.findPopups().isEmpty() ? "Return" : "Escape");
-        return false;
-    });
+    while (waitForRest()) {
+        if (!m_Screen.findPopups().isEmpty()) {
+            m_Screen.pressKey("Escape");
+            continue;
+        }
+        m_Screen.pressKey("Return");
+        if (!waitForRest())
+            break;
+        m_Screen.pressKey("ctrl+a");
+        m_Screen.typeText(window(dialog), file);
+    }
     EXPECT_TRUE(isRunning());
 }
 
