@@ -21,6 +21,8 @@ TAMBO::AlignmentRecord madeAlignment(unsigned long rows, unsigned long columns)
         TAMBO::RowRecord &row = record.rows.emplace_back();
         row.name = "row" + std::to_string(i);
         row.sequence.append(text);
+        // As a reader leaves it.
+        row.sequence.letters.shrink_to_fit();
     }
     return record;
 }

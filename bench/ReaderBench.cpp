@@ -5,6 +5,7 @@
 #include "FileBytes.h"
 #include "FileReader.h"
 #include "HeapCount.h"
+#include "MadeAlignment.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,7 +17,6 @@
 #include <fstream>
 #include <map>
 #include <memory>
-#include <random>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -38,19 +38,13 @@ struct Shape
     friend auto operator<=>(const Shape &, const Shape &) = default;
 };
 
-// Three cells in ten are gaps, in runs of five on average.
 std::vector<std::string> makeRows(const Shape &shape)
 {
-    std::mt19937 random(7);
-    std::vector<std::string> rows(static_cast<std::size_t>(shape.rows));
-    for (std::string &text : rows) {
-        bool gap = false;
-        for (std::int64_t column = 0; column < shape.columns; ++column) {
-            const unsigned roll = random();
-            gap = gap ? roll % 100 >= 20 : roll % 700 < 60;
-            text += gap ? '-' : "ARNDCQEGHILKMFPSTWYV"[(roll >> 10U) % 20];
-        }
-    }
+    const TAMBO::AlignmentRecord made = madeAlignment(static_cast<unsigned long>(shape.rows),
+                                                      static_cast<unsigned long>(shape.columns));
+    std::vector<std::string> rows;
+    for (const TAMBO::RowRecord &row : made.rows)
+        rows.push_back(row.sequence.text());
     return rows;
 }
 

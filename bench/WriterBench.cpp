@@ -9,6 +9,7 @@
 #include "FileBytes.h"
 #include "FileWriter.h"
 #include "HeapCount.h"
+#include "MadeAlignment.h"
 #include "ObjectFactory.h"
 #include "RecordMaker.h"
 
@@ -17,7 +18,6 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <unistd.h>
 
@@ -25,29 +25,6 @@ namespace {
 
 using namespace TAMBO;
 using Clock = std::chrono::steady_clock;
-
-// Three cells in ten are gaps, in runs of five on average.
-AlignmentRecord sample(std::size_t rows, std::size_t columns)
-{
-    std::mt19937 random(7);
-    AlignmentRecord record;
-    record.name = "sample";
-    record.rows.resize(rows);
-    std::string text;
-    for (std::size_t row = 0; row < rows; ++row) {
-        text.clear();
-        bool gap = false;
-        for (std::size_t column = 0; column < columns; ++column) {
-            const unsigned roll = unsigned(random());
-            gap = gap ? roll % 100 >= 20 : roll % 700 < 60;
-            text += gap ? '-' : "ARNDCQEGHILKMFPSTWYV"[(roll >> 10U) % 20];
-        }
-        record.rows[row].name = "sequence" + std::to_string(row);
-        record.rows[row].sequence.append(text);
-        record.rows[row].sequence.letters.shrink_to_fit();
-    }
-    return record;
-}
 
 struct Loaded
 {
@@ -58,7 +35,7 @@ struct Loaded
     {
         const std::size_t before = heapBytes();
         const ChangeScope scope;
-        alignment = ObjectFactory::adopt(sample(10000, 2000));
+        alignment = ObjectFactory::adopt(madeAlignment(10000, 2000));
         bytes = heapBytes() - before;
     }
 };

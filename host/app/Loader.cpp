@@ -35,15 +35,11 @@ QString fileText(const fs::path &file)
     return QString::fromStdString(file.filename().string());
 }
 
-// Readers name the file themselves.
-void logRemarks(const fs::path &file, const std::vector<std::string> &remarks)
+// Who makes a remark names the file.
+void logRemarks(const std::vector<std::string> &remarks)
 {
-    const QString start = fileText(file) + u':';
-    for (const std::string &remark : remarks) {
-        const QString text = QString::fromStdString(remark);
-        Logger::Write(text.startsWith(start) ? text : start + u' ' + text,
-                      Logger::Severity::Warning);
-    }
+    for (const std::string &remark : remarks)
+        Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
 }
 
 } // namespace
@@ -156,7 +152,7 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
 {
     const QString name = fileText(file.file);
     for (StructureRecord &record : file.contents.structures) {
-        logRemarks(file.file, record.remarks);
+        logRemarks(record.remarks);
         if (Structure *structure = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*structure, file.file);
             report.structures.push_back(structure);
@@ -165,7 +161,7 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
         }
     }
     for (AlignmentRecord &record : file.contents.alignments) {
-        logRemarks(file.file, record.remarks);
+        logRemarks(record.remarks);
         const std::size_t rows = record.rows.size();
         if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*alignment, file.file);

@@ -196,7 +196,8 @@ void ModelReader::prepare(FileContents &contents)
         letters += residue->letter;
     const Runs runs = agreement(m_Target.sequence.letters, letters);
     if (runs.empty()) {
-        model.remarks.emplace_back("the sequence is not that of the modelling job's target");
+        model.remarks.push_back(m_File.filename().string() +
+                                ": the sequence is not that of the modelling job's target");
         return;
     }
     model.name = freeName(m_Target.name + " on " + m_Template.name);

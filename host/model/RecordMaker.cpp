@@ -95,8 +95,8 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
     record.name = row.name();
     const Peptide &sequence = row.sequence();
     record.sequence.letters.reserve(row.cells().residues());
-    row.forEachResidue(0, width, [&](AlignmentRow::Column, std::uint32_t index) {
-        record.sequence.letters.push_back(sequence.letter(index));
+    row.forEachRun(0, width, [&](AlignmentRow::Column, std::uint32_t index, std::uint32_t count) {
+        record.sequence.letters.append(sequence.letters(), index, count);
     });
     record.sequence.width = width;
     record.sequence.occupancy = row.cells().columns(0, width);
