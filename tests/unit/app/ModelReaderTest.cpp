@@ -293,7 +293,8 @@ TEST_F(ModelReaderTest, AModelOfAnotherSequenceIsReadAsItIs)
     ASSERT_TRUE(read());
     EXPECT_EQ(newest()->Name(), "model");
     EXPECT_FALSE(shown.getItem(1, 2)->Position().isDefined());
-    EXPECT_THAT(log(), HasSubstr("not that of the modelling job's target"));
+    EXPECT_THAT(log(),
+                HasSubstr("model.pdb: the sequence is not that of the modelling job's target"));
 }
 
 TEST_F(ModelReaderTest, ALockedTargetStaysAsItIs)
