@@ -44,6 +44,8 @@ VirtualScreen::VirtualScreen()
     environment.insert("DISPLAY", m_Display);
     m_Manager.setProcessEnvironment(environment);
     m_Manager.start("openbox", {"--sm-disable", "--config-file", writeManagerSettings()});
+    // It may answer below before the event loop has heard that it runs.
+    EXPECT_TRUE(m_Manager.waitForStarted(-1));
     waitUntil([this] {
         return m_Manager.state() == QProcess::NotRunning ||
                xdotool({"get_num_desktops"}).has_value();
