@@ -211,6 +211,11 @@ void VirtualScreen::moveWindow(const QString &window, QPoint place) const
         xdotool({"windowmove", window, QString::number(place.x()), QString::number(place.y())}));
 }
 
+void VirtualScreen::activate(const QString &window) const
+{
+    EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));
+}
+
 void VirtualScreen::pressKey(const QString &window, const QString &keys) const
 {
     EXPECT_TRUE(xdotool(QStringList{"windowactivate", "--sync", window, "key"} + keys.split(' ')));

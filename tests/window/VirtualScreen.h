@@ -38,6 +38,8 @@ public:
     void press(int button) const;
     void release(int button) const;
     void moveWindow(const QString &window, QPoint place) const;
+    // Gives it the keyboard.
+    void activate(const QString &window) const;
     // To the window, after it has got the keyboard; several keys stand apart.
     void pressKey(const QString &window, const QString &keys) const;
     void typeText(const QString &window, const QString &text) const;
