@@ -114,7 +114,7 @@ void FastaParser::beginRecord()
     row.description = cleanText(trimmed(text.substr(nameEnd)));
     if (row.name.empty())
         remark(m_HeaderLine, "a sequence without a name");
-    m_Alignment.rows.push_back(std::move(row));
+    appendRow(m_Alignment.rows, std::move(row));
 }
 
 void FastaParser::addLine()

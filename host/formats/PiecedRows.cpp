@@ -16,7 +16,7 @@ std::uint64_t PiecedRows::width(std::size_t row) const noexcept
 
 std::size_t PiecedRows::add(std::string_view name)
 {
-    m_Records.emplace_back().name = cleanText(name);
+    appendRow(m_Records, {}).name = cleanText(name);
     m_Pieces.emplace_back();
     m_RowOf.emplace(name, size() - 1);
     m_Expected = size();

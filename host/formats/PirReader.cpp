@@ -149,7 +149,7 @@ void PirParser::beginRow()
     if (looksLikeResidues(row.description))
         remark(m_Reader.line(), "the title of " + shown(row.name) +
                                     " looks like residues; it was read as the title");
-    m_Alignment.rows.push_back(std::move(row));
+    appendRow(m_Alignment.rows, std::move(row));
     m_Place = Place::InRow;
     m_HasForeignText = false;
 }

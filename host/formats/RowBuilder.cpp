@@ -106,4 +106,12 @@ void RowBuilder::makeRoom(std::size_t columns)
         m_Letters.resize(std::max(letters, m_Letters.size() * 2));
 }
 
+// Room for twice as many would be a good part of what thousands of short rows occupy.
+RowRecord &appendRow(std::vector<RowRecord> &rows, RowRecord &&row)
+{
+    if (rows.size() == rows.capacity())
+        rows.reserve(rows.size() + rows.size() / 4 + 1);
+    return rows.emplace_back(std::move(row));
+}
+
 } // namespace TAMBO::formats

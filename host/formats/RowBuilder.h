@@ -3,10 +3,11 @@
 #pragma once
 
 #include "CellScan.h"
-#include "GappedSequence.h"
+#include "Records.h"
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace TAMBO::formats {
 
@@ -44,5 +45,8 @@ private:
     std::uint64_t m_LowerCaseCount = 0;
     bool m_HasOtherGaps = false;
 };
+
+// Gives the row that was added, which holds until the next one is.
+RowRecord &appendRow(std::vector<RowRecord> &rows, RowRecord &&row);
 
 } // namespace TAMBO::formats

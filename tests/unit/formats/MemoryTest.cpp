@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What reading and writing a large alignment occupy at most, in alignments of its size.
+#include "Alignment.h"
+#include "ChangeScope.h"
+#include "FileReader.h"
+#include "FileWriter.h"
+#include "ObjectFactory.h"
+#include "RecordMaker.h"
+
+#include "TestFiles.h"
+#include "bench/HeapCount.h"
+#include "bench/MadeAlignment.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace TAMBO::formats {
+namespace {
+
+constexpr unsigned long kRows = 10000;
+constexpr unsigned long kColumns = 2000;
+
+struct Limit
+{
+    std::string format;
+    // The file's reading; what was read is part of it.
+    double reading;
+    // Saving a loaded alignment, which is part of it.
+    double writing;
+};
+
+void PrintTo(const Limit &limit, std::ostream *out)
+{
+    *out << limit.format;
+}
+
+class Memory : public testing::TestWithParam<Limit>
+{
+};
+
+TEST_P(Memory, OfReadingAndWritingIsBounded)
+{
+    const TemporaryFile file("x", "");
+    const std::size_t empty = heapBytes();
+    const Alignment *alignment = nullptr;
+    {
+        const ChangeScope scope;
+        alignment = ObjectFactory::adopt(madeAlignment(kRows, kColumns));
+    }
+    const auto size = double(heapBytes() - empty);
+    restartHeapPeak();
+    {
+        const AlignmentRecord record = makeRecord(*alignment);
+        const std::optional<Failure> failure = writeFile(
+            file.path(), std::span(&record, 1), writeOptionsNamed(GetParam().format).value());
+        ASSERT_FALSE(failure) << failure->message;
+    }
+    EXPECT_LE(double(heapPeak() - empty) / size, GetParam().writing);
+
+    const std::size_t before = heapBytes();
+    restartHeapPeak();
+    const Result<FileContents> contents = readFile(file.path());
+    ASSERT_TRUE(contents.has_value()) << contents.error().message;
+    EXPECT_LE(double(heapPeak() - before) / double(heapBytes() - before), GetParam().reading);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, Memory,
+                         testing::Values(Limit{"pir", 1.1, 3}, Limit{"fasta", 1.1, 3},
+                                         Limit{"a3m", 1.1, 3}, Limit{"stockholm", 1.1, 3},
+                                         // Blocks give each row piece by piece.
+                                         Limit{"clustal", 2.5, 4}, Limit{"msf", 2.5, 4},
+                                         // All of the text is read before it is known where
+                                         // names end.
+                                         Limit{"phylip", 4.5, 6}),
+                         [](const auto &info) { return info.param.format; });
+
+} // namespace
+} // namespace TAMBO::formats
