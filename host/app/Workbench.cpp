@@ -29,6 +29,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <chrono>
 
 namespace TAMBO::app {
 
@@ -37,6 +38,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kSaveMilliseconds = 2000;
+constexpr QLatin1String kUnsavedQuestion("UnsavedQuestion");
 
 fs::path toPath(const QString &file)
 {
@@ -246,7 +248,7 @@ bool Workbench::askAboutUnsaved(const QStringList &names, const QString &action)
                     tr("These alignments have changes that are not saved: %1.  %2 anyway?")
                         .arg(names.join(QStringLiteral(", ")), action),
                     QMessageBox::Cancel, m_Window.get());
-    box.setObjectName(QStringLiteral("UnsavedQuestion"));
+    box.setObjectName(kUnsavedQuestion);
     box.setTextFormat(Qt::PlainText);
     const QPushButton *goOn =
         box.addButton(tr("%1 Anyway").arg(u'&' + action), QMessageBox::DestructiveRole);
@@ -259,7 +261,7 @@ bool Workbench::askAboutUnsaved(const QStringList &names, const QString &action)
 bool Workbench::mayQuit()
 {
     const QStringList names = unsavedNames();
-    return names.isEmpty() || askAboutUnsaved(names, tr("Quit"));
+    return m_IsEnding || names.isEmpty() || askAboutUnsaved(names, tr("Quit"));
 }
 
 void Workbench::leave()
@@ -273,6 +275,30 @@ void Workbench::leave()
 void Workbench::quit()
 {
     m_Window->QWidget::close();
+}
+
+void Workbench::endOnRequest()
+{
+    const QWidget *dialog = QApplication::activeModalWidget();
+    const bool isAsked = dialog != nullptr && dialog->objectName() == kUnsavedQuestion;
+    if (m_IsEnding || isAsked || !mayQuit())
+        return;
+    m_IsEnding = true;
+    closeDialogsAndQuit();
+}
+
+// Whoever waits for a dialog is still in the middle of something, often in a plug-in, which cannot
+// go before that has come to its end.
+void Workbench::closeDialogsAndQuit()
+{
+    constexpr std::chrono::milliseconds pause(20);
+    QWidget *dialog = QApplication::activePopupWidget();
+    if (dialog == nullptr)
+        dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr)
+        return quit();
+    dialog->close();
+    QTimer::singleShot(pause, this, &Workbench::closeDialogsAndQuit);
 }
 
 } // namespace TAMBO::app

@@ -73,6 +73,9 @@ public:
     // Closes the tools' windows and ends the event loop.
     void leave();
     void quit();
+    // Quits because somebody outside asks for it, whatever the user is doing: dialogs are closed as
+    // by Escape, once it is certain that nothing unsaved is lost.
+    void endOnRequest();
 
 signals:
     void opened(const TAMBO::app::LoadReport &report);
@@ -87,9 +90,11 @@ private:
     void tellFailures(const LoadReport &report);
     // Names of the alignments that would be lost.
     [[nodiscard]] QStringList unsavedNames() const;
+    void closeDialogsAndQuit();
     [[nodiscard]] bool askAboutUnsaved(const QStringList &names, const QString &action);
 
     Attendance m_Attendance;
+    bool m_IsEnding = false;
     History m_History;
     ObjectSources m_Sources;
     Loader m_Loader;

@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 #include "Config.h"
 #include "ConvertCommand.h"
+#include "EndSignals.h"
 #include "IdentityCommand.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
@@ -116,6 +117,9 @@ int runWorkbench(const CommandLine &line)
     else if (endsWhenPainted())
         whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
     workbench.window().show();
+    const TAMBO::app::EndSignals endSignals;
+    QObject::connect(&endSignals, &TAMBO::app::EndSignals::asked, &workbench,
+                     &Workbench::endOnRequest);
     const int ended = QApplication::exec();
     return ended != EXIT_SUCCESS ? ended : status;
 }

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <csignal>
+
 namespace {
 
 using WholeProgram = WindowFixture;
@@ -135,6 +137,36 @@ TEST_F(WholeProgram, QuittingAsksAboutAnEditedAlignment)
     waitForWindows(kWorkbench, 1);
     m_Screen.pressKey(workbench, "ctrl+q");
     m_Screen.pressKey(window(kWorkbench, 2), "alt+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, AnInterruptAtTheTerminalAsksAboutAnEditedAlignment)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, kRows[0].left(12));
+    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+    for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
+        send(signal);
+        m_Screen.pressKey(window(kWorkbench, 2), "Escape");
+        waitForWindows(kWorkbench, 1);
+    }
+    waitForColor(grid.ground(0, kTarget), Qt::white);
+    send(SIGTERM);
+    m_Screen.pressKey(window(kWorkbench, 2), "alt+q");
+    EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, AnInterruptAtTheTerminalEndsItWhenAllIsSaved)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    grid(editor, kRows[0].left(12));
+    // A dialog of the editor is no obstacle.
+    chooseSave(editor);
+    window("Save As");
+    send(SIGINT);
     EXPECT_EQ(waitForEnd(), 0);
 }
 

@@ -8,13 +8,10 @@
 #include <QFont>
 #include <QFontMetrics>
 
+#include <csignal>
 #include <utility>
 
 namespace {
-
-// "Save" in the editor's File menu.
-constexpr int kFileMenu = 0;
-constexpr int kSaveEntry = 6;
 
 // As the editor measures its cells, in the font that the settings give it.
 QSize cellSize()
@@ -55,6 +52,11 @@ void WindowFixture::start(const QStringList &arguments)
 {
     m_Program.start(BUILD_DIR "/bin/tambo", arguments);
     ASSERT_TRUE(m_Program.waitForStarted(-1));
+}
+
+void WindowFixture::send(int signal) const
+{
+    ASSERT_EQ(kill(static_cast<pid_t>(m_Program.processId()), signal), 0);
 }
 
 int WindowFixture::waitForEnd()
@@ -157,7 +159,7 @@ void WindowFixture::enterFile(const QString &dialog, const QString &file)
 
 QStringList WindowFixture::save(const QString &editor, const QString &file)
 {
-    choose(editor, kFileMenu, kSaveEntry);
+    chooseSave(editor);
     enterFile("Save As", file);
     // A file takes its name when it is complete.
     VirtualScreen::waitUntil([&] { return QFile::exists(file) || !isRunning(); });

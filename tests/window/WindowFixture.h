@@ -37,6 +37,7 @@ protected:
     ~WindowFixture() override;
 
     void start(const QStringList &arguments);
+    void send(int signal) const;
     // The exit status, once the program has ended by itself.
     int waitForEnd();
     [[nodiscard]] bool isRunning() const;
@@ -51,6 +52,8 @@ protected:
     CellGrid grid(const QString &window, const QString &letters);
     // The entry of a menu of the editor; both are counted from 0, from "File" on.
     void choose(const QString &editor, int menu, int entry);
+    // "Save" of its File menu.
+    void chooseSave(const QString &editor) { choose(editor, 0, 6); }
     // Types the name into a file dialog and accepts it.
     void enterFile(const QString &dialog, const QString &file);
     // Saves what the editor shows with its File menu, and gives the rows as they stand in the file.

@@ -368,6 +368,64 @@ TEST_F(WorkbenchTest, QuittingWithUnsavedWorkNamesItAndCanBeCancelled)
     EXPECT_FALSE(window().isVisible());
 }
 
+TEST_F(WorkbenchTest, ARequestToEndAsksAboutUnsavedWork)
+{
+    show();
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    moveGap(*m_Reports.front().alignments.front());
+    answerUnsaved(false);
+    m_Workbench->endOnRequest();
+    EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Quit anyway?");
+    EXPECT_TRUE(window().isVisible());
+    answerUnsaved(true);
+    m_Workbench->endOnRequest();
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(WorkbenchTest, ARequestToEndEndsWhatTheUserIsAsked)
+{
+    show();
+    QDialog dialog(&window());
+    QTimer::singleShot(0, m_Workbench.get(), &Workbench::endOnRequest);
+    EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+    // Only then, for somebody was waiting for the answer.
+    EXPECT_TRUE(window().isVisible());
+    while (window().isVisible())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+TEST_F(WorkbenchTest, ARequestToEndLeavesADialogOpenWhenTheUserStays)
+{
+    show();
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    moveGap(*m_Reports.front().alignments.front());
+    QDialog dialog(&window());
+    answerUnsaved(false);
+    QTimer::singleShot(0, &dialog, [&] {
+        m_Workbench->endOnRequest();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.accept();
+    });
+    EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(WorkbenchTest, ASecondRequestToEndDoesNotAskTwice)
+{
+    show();
+    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+    moveGap(*m_Reports.front().alignments.front());
+    int questions = 0;
+    answering<QMessageBox>([&](QMessageBox &box) {
+        m_Workbench->endOnRequest();
+        questions = int(window().findChildren<QMessageBox *>().size());
+        box.reject();
+    });
+    m_Workbench->endOnRequest();
+    EXPECT_EQ(questions, 1);
+    EXPECT_TRUE(window().isVisible());
+}
+
 TEST_F(WorkbenchTest, UndoneChangesAreNoUnsavedWork)
 {
     open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
