@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndSignals.h"
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,7 +18,10 @@ volatile std::sig_atomic_t s_WriteEnd = -1;
 void passOn(int)
 {
     const char byte = 0;
+    // Whatever it has interrupted may be about to look at it.
+    const int error = errno;
     [[maybe_unused]] const ssize_t written = write(s_WriteEnd, &byte, 1);
+    errno = error;
 }
 
 void setHandler(int signal, void (*handler)(int))
