@@ -25,7 +25,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
