@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Counts what a benchmark has on the heap, by taking the place of new and delete.
+// Counts what a program has on the heap, by taking the place of new and delete.
 #pragma once
 
 #include <cstddef>

@@ -9,8 +9,6 @@
 
 namespace {
 
-using WholeProgram = WindowFixture;
-
 // The beginnings of the example's rows.
 const QStringList kRows = {
     "IVGGYECRKNSASYQASLQSG---------YHFCGG", "IVEGSDAEIGMSPWQVMLFRKSP---Q-EL--LCGA",
@@ -22,6 +20,20 @@ constexpr const char *kEditor = "Alignment Editor";
 // Of the first row: a gap, and a residue far to its left.
 constexpr int kGap = 29;
 constexpr int kTarget = 10;
+
+class WholeProgram : public WindowFixture
+{
+protected:
+    // The example, with the residues between target and gap moved by one.
+    CellGrid openAndEdit()
+    {
+        start({example()});
+        const CellGrid cells = grid(window(kEditor), kRows[0].left(12));
+        m_Screen.drag(cells.middle(0, kGap), cells.middle(0, kTarget));
+        waitForColor(cells.ground(0, kTarget), Qt::white);
+        return cells;
+    }
+};
 
 TEST_F(WholeProgram, TheExampleIsPaintedCellByCell)
 {
@@ -79,11 +91,7 @@ TEST_F(WholeProgram, AGapIsDraggedAndUndoneWithTheKeys)
 
 TEST_F(WholeProgram, UndoInTheWorkbenchReachesTheEditor)
 {
-    start({example()});
-    const QString editor = window(kEditor);
-    const CellGrid grid = this->grid(editor, kRows[0].left(12));
-    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
-    waitForColor(grid.ground(0, kTarget), Qt::white);
+    const CellGrid grid = openAndEdit();
     m_Screen.pressKey(window(kWorkbench), "ctrl+z");
     waitForColor(grid.ground(0, kTarget), colorOf(kRows[0][kTarget].toLatin1()));
 }
@@ -126,11 +134,7 @@ TEST_F(WholeProgram, ADoubleClickOnAnAlignmentOpensAnotherEditor)
 
 TEST_F(WholeProgram, QuittingAsksAboutAnEditedAlignment)
 {
-    start({example()});
-    const QString editor = window(kEditor);
-    const CellGrid grid = this->grid(editor, kRows[0].left(12));
-    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
-    waitForColor(grid.ground(0, kTarget), Qt::white);
+    openAndEdit();
     const QString workbench = window(kWorkbench);
     m_Screen.pressKey(workbench, "ctrl+q");
     m_Screen.pressKey(window(kWorkbench, 2), "Escape");
@@ -142,11 +146,7 @@ TEST_F(WholeProgram, QuittingAsksAboutAnEditedAlignment)
 
 TEST_F(WholeProgram, AnInterruptAtTheTerminalAsksAboutAnEditedAlignment)
 {
-    start({example()});
-    const QString editor = window(kEditor);
-    const CellGrid grid = this->grid(editor, kRows[0].left(12));
-    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
-    waitForColor(grid.ground(0, kTarget), Qt::white);
+    const CellGrid grid = openAndEdit();
     for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
         send(signal);
         m_Screen.pressKey(window(kWorkbench, 2), "Escape");
@@ -172,11 +172,8 @@ TEST_F(WholeProgram, AnInterruptAtTheTerminalEndsItWhenAllIsSaved)
 
 TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
 {
-    start({example()});
+    openAndEdit();
     const QString editor = window(kEditor);
-    const CellGrid grid = this->grid(editor, kRows[0].left(12));
-    m_Screen.drag(grid.middle(0, kGap), grid.middle(0, kTarget));
-    waitForColor(grid.ground(0, kTarget), Qt::white);
 
     const QString saved = m_Folder.filePath("saved.ali");
     const QStringList rows = save(editor, saved);

@@ -112,6 +112,14 @@ protected:
         if (guard.m_good)
             guard->moveGap(0, 2, 1, true);
     }
+    // The alignment "x", with a change that is not saved.
+    Alignment &openEdited()
+    {
+        open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
+        Alignment &family = *m_Reports.front().alignments.front();
+        moveGap(family);
+        return family;
+    }
     // Answers the next question about unsaved work and keeps its text.
     void answerUnsaved(bool goOn)
     {
@@ -339,9 +347,7 @@ TEST_F(WorkbenchTest, CloseTakesThePickedTopLevelObjectsOut)
 
 TEST_F(WorkbenchTest, ClosingUnsavedWorkAsksFirst)
 {
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    Alignment &family = *m_Reports.front().alignments.front();
-    moveGap(family);
+    Alignment &family = openEdited();
     answerUnsaved(false);
     m_Workbench->closeObjects({&family});
     EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Close anyway?");
@@ -354,8 +360,7 @@ TEST_F(WorkbenchTest, ClosingUnsavedWorkAsksFirst)
 TEST_F(WorkbenchTest, QuittingWithUnsavedWorkNamesItAndCanBeCancelled)
 {
     show();
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    moveGap(*m_Reports.front().alignments.front());
+    openEdited();
     alignment("new", {"AC"});
     answerUnsaved(false);
     m_Workbench->quit();
@@ -371,8 +376,7 @@ TEST_F(WorkbenchTest, QuittingWithUnsavedWorkNamesItAndCanBeCancelled)
 TEST_F(WorkbenchTest, ARequestToEndAsksAboutUnsavedWork)
 {
     show();
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    moveGap(*m_Reports.front().alignments.front());
+    openEdited();
     answerUnsaved(false);
     m_Workbench->endOnRequest();
     EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Quit anyway?");
@@ -397,8 +401,7 @@ TEST_F(WorkbenchTest, ARequestToEndEndsWhatTheUserIsAsked)
 TEST_F(WorkbenchTest, ARequestToEndLeavesADialogOpenWhenTheUserStays)
 {
     show();
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    moveGap(*m_Reports.front().alignments.front());
+    openEdited();
     QDialog dialog(&window());
     answerUnsaved(false);
     QTimer::singleShot(0, &dialog, [&] {
@@ -413,8 +416,7 @@ TEST_F(WorkbenchTest, ARequestToEndLeavesADialogOpenWhenTheUserStays)
 TEST_F(WorkbenchTest, ASecondRequestToEndDoesNotAskTwice)
 {
     show();
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    moveGap(*m_Reports.front().alignments.front());
+    openEdited();
     int questions = 0;
     answering<QMessageBox>([&](QMessageBox &box) {
         m_Workbench->endOnRequest();
@@ -428,8 +430,7 @@ TEST_F(WorkbenchTest, ASecondRequestToEndDoesNotAskTwice)
 
 TEST_F(WorkbenchTest, UndoneChangesAreNoUnsavedWork)
 {
-    open({write("x.fasta", ">a\nAC-D\n>b\nACCD\n")});
-    moveGap(*m_Reports.front().alignments.front());
+    openEdited();
     services::UndoActions::undo()->trigger();
     EXPECT_TRUE(m_Workbench->mayQuit());
 }
