@@ -1,0 +1,2 @@
+#!/bin/sh
+echo "The small workbench starts"
