@@ -7,14 +7,13 @@
 #include "AlignmentTable.h"
 #include "Config.h"
 #include "DataPoint.h"
+#include "FailureBoxes.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
 #include "ObjectSpace.h"
 #include "RealignedRows.h"
 
 #include <QEventLoop>
-#include <QMessageBox>
-#include <QPointer>
 #include <QProgressDialog>
 #include <QTimer>
 
@@ -60,12 +59,8 @@ bool RealignCommand::run(Alignment &alignment) const
     if (error == kCancelled)
         return false;
     Logger::Write(error, Logger::Severity::Error);
-    if (m_HasUser) {
-        const QPointer<QMessageBox> box(
-            new QMessageBox(QMessageBox::Warning, tr("Tambo"), error, QMessageBox::Ok, m_Parent));
-        box->exec();
-        delete box;
-    }
+    if (m_HasUser)
+        FailureBoxes::showOver(m_Parent, error, {});
     return false;
 }
 

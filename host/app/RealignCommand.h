@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include <string>
-
-class QWidget;
 
 namespace TAMBO {
 class Alignment;
@@ -37,7 +37,8 @@ private:
     void wait(realign::AlignerRun &aligner, const QString &name) const;
     void waitWithUser(realign::AlignerRun &aligner, const QString &name) const;
 
-    QWidget *m_Parent;
+    // It may be closed while the program runs.
+    QPointer<QWidget> m_Parent;
     bool m_HasUser;
 };
 

@@ -100,6 +100,9 @@ bool Routes::savePir(const PluginCall &call)
     const WritableObject object(*request->alignment);
     if (const std::optional<QString> error = object.write(request->path, pir)) {
         Logger::Write(*error, Logger::Severity::Error);
+        // Whoever calls shows nothing.
+        m_Workbench.tellFailure(
+            QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {*error});
         return false;
     }
     // A file that another program is given is gone tomorrow: the user's work is not saved by it.

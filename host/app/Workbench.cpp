@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "FailureBoxes.h"
 #include "FirstPlaces.h"
 #include "Hooks.h"
 #include "LogBook.h"
@@ -68,6 +69,7 @@ Workbench::Workbench(Attendance attendance)
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     m_Window = std::make_unique<MainWindow>(*this);
     m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
+    m_FailureBoxes = std::make_unique<FailureBoxes>(*m_Window);
     m_Commands.setDialogParent(m_Window.get());
     if (m_Plugins.hasUsable())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
@@ -151,22 +153,20 @@ void Workbench::rememberFiles(const LoadReport &report)
 
 void Workbench::tellFailures(const LoadReport &report)
 {
-    if (report.failures.empty() || m_Attendance == Attendance::Nobody)
+    if (report.failures.empty())
         return;
     QStringList lines;
     for (const FileFailure &failure : report.failures)
         lines << QString::fromStdString(failure.message);
-    // Not exec(): what was read is usable meanwhile.
-    auto *box =
-        new QMessageBox(QMessageBox::Warning, tr("Tambo"),
-                        lines.size() == 1 ? tr("A file could not be opened.")
-                                          : tr("%1 files could not be opened.").arg(lines.size()),
-                        QMessageBox::Ok, m_Window.get());
-    box->setObjectName(QStringLiteral("OpenFailures"));
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(lines.join(u'\n'));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
+                                  : tr("%1 files could not be opened.").arg(lines.size()),
+                lines);
+}
+
+void Workbench::tellFailure(const QString &headline, const QStringList &causes)
+{
+    if (m_Attendance == Attendance::User)
+        m_FailureBoxes->show(headline, causes);
 }
 
 void Workbench::closeObjects(const std::vector<Compound *> &objects)
@@ -184,9 +184,7 @@ void Workbench::closeObjects(const std::vector<Compound *> &objects)
 
 bool Workbench::realign(Alignment &alignment)
 {
-    QWidget *parent = QApplication::activeWindow();
-    return RealignCommand(parent != nullptr ? parent : m_Window.get(),
-                          m_Attendance == Attendance::User)
+    return RealignCommand(m_FailureBoxes->windowInUse(), m_Attendance == Attendance::User)
         .run(alignment);
 }
 

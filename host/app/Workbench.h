@@ -20,6 +20,7 @@
 
 namespace TAMBO::app {
 
+class FailureBoxes;
 class FirstPlaces;
 class LogModel;
 class MainWindow;
@@ -68,6 +69,10 @@ public:
     void openTool(const services::PluginRecord &plugin);
     void openInEditor(Compound *alignment);
 
+    // In a box of its own, when there is somebody to read it. headline says what was not done, the
+    // causes name files. The log is the caller's.
+    void tellFailure(const QString &headline, const QStringList &causes);
+
     // Asks when there is unsaved work.
     [[nodiscard]] bool mayQuit();
     // Closes the tools' windows and ends the event loop.
@@ -107,6 +112,7 @@ private:
     std::unique_ptr<Routes> m_Routes;
     std::unique_ptr<MainWindow> m_Window;
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
+    std::unique_ptr<FailureBoxes> m_FailureBoxes;
 };
 
 } // namespace TAMBO::app

@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -111,6 +112,10 @@ protected:
         const DataPoint<Alignment> guard(nullptr, &family);
         if (guard.m_good)
             guard->moveGap(0, 2, 1, true);
+    }
+    static QMessageBox *failureBox(const QWidget &over)
+    {
+        return over.findChild<QMessageBox *>("FailureBox");
     }
     // The alignment "x", with a change that is not saved.
     Alignment &openEdited()
@@ -280,7 +285,7 @@ TEST_F(WorkbenchTest, FailedFilesAreListedInOneBox)
     show();
     open({write("bad.ali", ">P1;a\n\nAC#D*\n"), write("good.fasta", ">a\nACD\n>b\nACDE\n"),
           m_Folder.filePath("none.pdb")});
-    const auto boxes = window().findChildren<QMessageBox *>("OpenFailures");
+    const auto boxes = window().findChildren<QMessageBox *>("FailureBox");
     ASSERT_EQ(boxes.size(), 1);
     EXPECT_EQ(boxes[0]->text(), "2 files could not be opened.");
     EXPECT_TRUE(boxes[0]->informativeText().startsWith("bad.ali:3: "));
@@ -518,10 +523,55 @@ TEST_F(WorkbenchTest, SaveAliThatFailsLeavesTheAlignmentUnsaved)
                                      static_cast<void *>(&request)),
               Outcome::Failed);
     EXPECT_TRUE(history().isModified(*request.alignment));
+    delete failureBox(window());
     request.alignment = nullptr;
     EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
                                      static_cast<void *>(&request)),
               Outcome::Failed);
+}
+
+TEST_F(WorkbenchTest, SaveAliThatFailsIsToldInABoxOverTheWindowUsed)
+{
+    show();
+    QMainWindow tool;
+    tool.show();
+    tool.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&tool));
+    struct
+    {
+        QString path;
+        Alignment *alignment;
+    } request{m_Folder.filePath("none/saved.ali"), &alignment("<i>new</i>", {"AC-D"})};
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Failed);
+    const QMessageBox *box = failureBox(tool);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), "<i>new</i> could not be saved.");
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(box->informativeText().startsWith("saved.ali: "))
+        << qPrintable(box->informativeText());
+    EXPECT_EQ(tool.findChild<QStatusBar *>(), nullptr);
+}
+
+TEST_F(WorkbenchTest, WithoutAUserNoFailureWaitsInABox)
+{
+    m_Workbench->undo().history().clear();
+    m_Workbench.reset();
+    m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody);
+    show();
+    open({m_Folder.filePath("none.pdb")});
+    struct
+    {
+        QString path;
+        Alignment *alignment;
+    } request{m_Folder.filePath("none/saved.ali"), &alignment("new", {"AC-D"})};
+    const LogLines log;
+    EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                     static_cast<void *>(&request)),
+              Outcome::Failed);
+    EXPECT_EQ(log.count(), 1);
+    EXPECT_EQ(failureBox(window()), nullptr);
 }
 
 TEST_F(WorkbenchTest, OpenFileOpensTheFileDialog)

@@ -200,14 +200,14 @@ TEST_F(RealignCommandTest, ACommandWithoutInputIsRefused)
 TEST_F(RealignCommandTest, TheUserIsToldInOneBox)
 {
     useScript("exit 7\n");
-    QStringList texts;
-    whenOpen<QMessageBox>([&](QMessageBox &box) {
-        texts << box.text();
-        box.accept();
-    });
-    EXPECT_FALSE(RealignCommand(nullptr, true).run(sample()));
-    EXPECT_EQ(texts.size(), 1);
-    EXPECT_TRUE(texts.value(0).endsWith("failed with status 7."));
+    QWidget window;
+    window.show();
+    EXPECT_FALSE(RealignCommand(&window, true).run(sample()));
+    const QList<QMessageBox *> boxes = window.findChildren<QMessageBox *>();
+    ASSERT_EQ(boxes.size(), 1) << "it is there and nobody waits for it";
+    EXPECT_TRUE(boxes[0]->isVisible());
+    EXPECT_EQ(boxes[0]->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(boxes[0]->text().endsWith("failed with status 7."));
 }
 
 TEST_F(RealignCommandTest, AHangingProgramCanBeCancelledAndEndsWithItsChildren)
@@ -264,10 +264,11 @@ TEST_F(RealignCommandTest, AnAlignmentThatChangedMeanwhileKeepsTheChange)
     whenOpen<QProgressDialog>([&](const QProgressDialog &) {
         ali.bubbleRow(0, 2);
         write("go", "");
-        whenOpen<QMessageBox>([](QMessageBox &box) { box.accept(); });
     });
-    EXPECT_FALSE(RealignCommand(nullptr, true).run(ali));
+    QWidget window;
+    EXPECT_FALSE(RealignCommand(&window, true).run(ali));
     EXPECT_EQ(rowsOf(ali), (Texts{"A-CDEF", "ACD-EF", "AC-DEF"}));
+    EXPECT_EQ(window.findChildren<QMessageBox *>().size(), 1);
     EXPECT_EQ(log.texts(), QStringList{"The columns of sample were not realigned: it was changed "
                                        "meanwhile."});
 }
