@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMargin = 4;
+constexpr int kTextMargin = 4;
 
 } // namespace
 
@@ -32,7 +32,7 @@ QSize CornerLabel::minimumSizeHint() const
 void CornerLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect place = contentsRect().adjusted(kMargin, 0, -kMargin, 0);
+    const QRect place = contentsRect().adjusted(kTextMargin, 0, -kTextMargin, 0);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
     style()->drawItemText(&painter, place, static_cast<int>(alignment()), palette(), isEnabled(),
                           shown, foregroundRole());

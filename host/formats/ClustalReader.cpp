@@ -12,11 +12,6 @@ namespace TAMBO::formats {
 
 namespace {
 
-bool isLetter(char character) noexcept
-{
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
 class ClustalParser
 {
 public:

@@ -12,7 +12,7 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kBlock = 60;
+constexpr std::size_t kClustalBlock = 60;
 
 using Letters = std::uint32_t;
 constexpr Letters kGap = Letters{1} << 31U;
@@ -76,7 +76,7 @@ std::string conservation(const FittedAlignment &alignment)
 void writeClustal(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::uint64_t block =
-        alignment.options().lineLength == 0 ? kBlock : alignment.options().lineLength;
+        alignment.options().lineLength == 0 ? kClustalBlock : alignment.options().lineLength;
     const std::string marks = conservation(alignment);
     std::vector<CellText> rows;
     std::size_t longest = 0;

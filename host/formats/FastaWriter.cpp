@@ -9,7 +9,7 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kLineLength = 60;
+constexpr std::size_t kFastaLine = 60;
 
 std::string header(const FittedAlignment &alignment, std::size_t row)
 {
@@ -24,7 +24,7 @@ std::string header(const FittedAlignment &alignment, std::size_t row)
 void writeFasta(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::size_t lineLength =
-        alignment.options().lineLength == 0 ? kLineLength : alignment.options().lineLength;
+        alignment.options().lineLength == 0 ? kFastaLine : alignment.options().lineLength;
     std::string text;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         text = header(alignment, row);

@@ -12,11 +12,6 @@ namespace TAMBO::formats {
 
 namespace {
 
-bool isLetter(char character) noexcept
-{
-    return static_cast<unsigned char>((character | 0x20) - 'a') < 26;
-}
-
 bool areLetters(const std::string &letters)
 {
     bool areAll = true;

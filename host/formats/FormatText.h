@@ -17,6 +17,12 @@ namespace TAMBO::formats {
                                 const std::string &cause);
 [[nodiscard]] Failure failureOf(const std::string &file, const std::string &cause);
 
+// Of the English alphabet, in either case.
+[[nodiscard]] constexpr bool isLetter(char character) noexcept
+{
+    return static_cast<unsigned char>((character | 0x20) - 'a') < 26;
+}
+
 // "1 row", "2 rows".
 [[nodiscard]] std::string counted(std::uint64_t count, const std::string &noun);
 

@@ -11,8 +11,8 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kBlock = 50;
-constexpr std::size_t kGroup = 10;
+constexpr std::size_t kMsfBlock = 50;
+constexpr std::size_t kMsfGroup = 10;
 constexpr char kGap = '.';
 constexpr unsigned kModulus = 10000;
 
@@ -41,7 +41,7 @@ std::string padded(const std::string &text, std::size_t width)
 void writeMsf(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::uint64_t block =
-        alignment.options().lineLength == 0 ? kBlock : alignment.options().lineLength;
+        alignment.options().lineLength == 0 ? kMsfBlock : alignment.options().lineLength;
     const std::string width = std::to_string(alignment.width());
     std::vector<unsigned> checks;
     unsigned total = 0;
@@ -72,9 +72,9 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
         for (std::size_t row = 0; row < rows.size(); ++row) {
             line = alignment.name(row);
             line.resize(longest + 1, ' ');
-            for (std::uint64_t at = begin; at < end; at += kGroup) {
+            for (std::uint64_t at = begin; at < end; at += kMsfGroup) {
                 line += ' ';
-                rows[row].append(std::min<std::uint64_t>(kGroup, end - at), kGap, line);
+                rows[row].append(std::min<std::uint64_t>(kMsfGroup, end - at), kGap, line);
             }
             line += '\n';
             sink.write(line);

@@ -26,11 +26,6 @@ bool isDigit(char c) noexcept
     return c >= '0' && c <= '9';
 }
 
-bool isLetter(char c) noexcept
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
 // Columns counted from 0, what there is of them.
 std::string_view columns(std::string_view line, std::size_t from, std::size_t count) noexcept
 {

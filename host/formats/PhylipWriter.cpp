@@ -10,8 +10,8 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kBlock = 60;
-constexpr std::size_t kGroup = 10;
+constexpr std::size_t kPhylipBlock = 60;
+constexpr std::size_t kPhylipGroup = 10;
 constexpr std::size_t kShortName = 10;
 
 } // namespace
@@ -28,13 +28,13 @@ void writePhylip(const FittedAlignment &alignment, TextSink &sink)
         place = std::max(place, alignment.name(row).size());
     }
     const std::uint64_t block = options.isSequential      ? alignment.width()
-                                : options.lineLength == 0 ? kBlock
+                                : options.lineLength == 0 ? kPhylipBlock
                                                           : options.lineLength;
     sink.write(' ' + std::to_string(rows.size()) + ' ' + std::to_string(alignment.width()) + '\n');
     std::string line;
     for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
         const std::uint64_t end = std::min(begin + block, alignment.width());
-        const std::uint64_t group = options.isSequential ? alignment.width() : kGroup;
+        const std::uint64_t group = options.isSequential ? alignment.width() : kPhylipGroup;
         if (begin > 0)
             sink.write("\n");
         for (std::size_t row = 0; row < rows.size(); ++row) {

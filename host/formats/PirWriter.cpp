@@ -10,14 +10,14 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kLineLength = 75;
+constexpr std::size_t kPirLine = 75;
 
 } // namespace
 
 void writePir(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::size_t lineLength =
-        alignment.options().lineLength == 0 ? kLineLength : alignment.options().lineLength;
+        alignment.options().lineLength == 0 ? kPirLine : alignment.options().lineLength;
     std::string cells;
     std::string text;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {

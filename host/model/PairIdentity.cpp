@@ -9,7 +9,7 @@ namespace TAMBO {
 
 namespace {
 
-constexpr std::uint64_t kWordColumns = 64;
+constexpr std::uint64_t kColumnsAWord = 64;
 
 // How many characters of two texts of that many bytes, a multiple of eight, are the same.
 std::uint64_t countEqual(const char *first, const char *second, std::size_t size) noexcept
@@ -57,16 +57,16 @@ PairIdentity PairIdentities::compare(std::size_t first, std::size_t second) cons
             continue;
         both += static_cast<unsigned>(std::popcount(shared));
         if (firstBoth == none)
-            firstBoth = i * kWordColumns + static_cast<unsigned>(std::countr_zero(shared));
-        lastBoth = i * kWordColumns + 63 - static_cast<unsigned>(std::countl_zero(shared));
+            firstBoth = i * kColumnsAWord + static_cast<unsigned>(std::countr_zero(shared));
+        lastBoth = i * kColumnsAWord + 63 - static_cast<unsigned>(std::countl_zero(shared));
     }
     // Without a column that both have, the overlap is the first column of all.
     if (firstBoth == none)
         firstBoth = 0;
-    for (std::size_t i = firstBoth / kWordColumns;
-         i < a.occupancy.size() && i * kWordColumns <= lastBoth; ++i) {
+    for (std::size_t i = firstBoth / kColumnsAWord;
+         i < a.occupancy.size() && i * kColumnsAWord <= lastBoth; ++i) {
         std::uint64_t either = a.occupancy[i] | b.occupancy[i];
-        const std::uint64_t begin = i * kWordColumns;
+        const std::uint64_t begin = i * kColumnsAWord;
         if (firstBoth > begin)
             either &= ~std::uint64_t{0} << (firstBoth - begin);
         if (lastBoth < begin + 63)
