@@ -36,6 +36,14 @@ bool hasBackbone(const ResidueRecord &residue)
     });
 }
 
+// By its name: files that name no elements have D taken for an unknown one, and DG for a metal. No
+// other atom of an amino acid begins like that.
+bool isHydrogen(const TAMBO::AtomRecord &atom)
+{
+    const std::size_t letter = atom.name.find_first_not_of("0123456789");
+    return letter != std::string::npos && (atom.name[letter] == 'H' || atom.name[letter] == 'D');
+}
+
 std::string shown(const ResidueRecord &residue)
 {
     return residue.typeName + ' ' + residue.number.getValue();
@@ -127,6 +135,8 @@ void TemplateMatch::take(std::size_t letter, ResidueRecord &residue)
     if (!hasBackbone(residue))
         return;
     m_IsTaken[letter] = true;
+    // The engine builds its own, and does not know deuterium.
+    std::erase_if(residue.atoms, isHydrogen);
     m_Input.residues.push_back(std::move(residue));
 }
 

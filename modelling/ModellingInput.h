@@ -19,7 +19,8 @@ struct ModellingInput
     // Template residues that the engine cannot use, for want of coordinates, are gaps.
     std::string templateRow;
     std::string targetRow;
-    // Those of the template's letters, in their order, each with a whole backbone.
+    // Those of the template's letters, in their order, each with a whole backbone and without
+    // hydrogens.
     std::vector<TAMBO::ResidueRecord> residues;
     // Template residues that are treated as missing, one sentence for each stretch, and residues
     // that are used as others.

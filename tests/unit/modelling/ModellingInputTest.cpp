@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <cstdio>
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -186,4 +189,28 @@ TEST_F(ModellingInputTest, TheEngineGetsTargetAndTemplateInItsOwnWords)
         << text;
     EXPECT_TRUE(text.ends_with("TER\nEND\n"));
     EXPECT_THAT(text, HasSubstr("ATOM      9  C   GLU A   3 "));
+}
+
+// Structures from neutrons have deuteriums, which the engine does not know. Names as the editor's
+// writer puts them: elements are told by the name alone.
+TEST_F(ModellingInputTest, HydrogensAndDeuteriumsAreLeftOut)
+{
+    std::string text = pdb("LHC");
+    int serial = 9;
+    for (const char *name : {"  H  ", "  D  ", "  DA ", " 1HB  ", " HD11 ", " DD21 ", " DE2  ",
+                             " DG11 ", " 2DB  ", "  DXT", "  CB ", "  ND1", "  SG "}) {
+        std::array<char, 80> line{};
+        std::snprintf(line.data(), line.size(), "ATOM  %5d%-6sHIS A   2    %8.3f%8.3f%8.3f\n",
+                      ++serial, name, 1.0, 2.0, 3.0);
+        text += line.data();
+    }
+    const auto result =
+        kestram::readInput(write("seq.ali", pir("LHC", "LHC")), write("str.pdb", text));
+    ASSERT_TRUE(result.has_value()) << result.error().message;
+    ASSERT_EQ(result.value().residues.size(), 3U);
+    std::vector<std::string> names;
+    for (const TAMBO::AtomRecord &atom : result.value().residues[1].atoms)
+        names.push_back(atom.name);
+    EXPECT_THAT(names, ElementsAre("N", "CA", "C", "CB", "ND1", "SG"));
+    EXPECT_THAT(kestram::pdbText(result.value()), testing::Not(HasSubstr(" D ")));
 }
