@@ -66,6 +66,7 @@ pid_t forkEngine(const std::function<void()> &becomeEngine)
     const pid_t child = fork();
     if (child == 0) {
         held.letGo();
+        std::signal(SIGPIPE, SIG_DFL);
         becomeEngine();
     }
     if (child > 0) {

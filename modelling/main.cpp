@@ -4,6 +4,7 @@
 #include "ModellingInput.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -77,6 +78,8 @@ int main(int argc, char **argv)
         std::cerr << kUsage;
         return kWrongCall;
     }
+    // Who is ended by a reader that has gone leaves the folder of the run behind.
+    std::signal(SIGPIPE, SIG_IGN);
     try {
         return run(argv[1], argv[2]);
     } catch (const std::exception &error) {

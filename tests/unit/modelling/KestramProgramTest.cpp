@@ -149,3 +149,19 @@ TEST_F(KestramProgram, WhenItIsEndedTheEngineAndItsChildrenEndToo)
     EXPECT_EQ(said, "up\n");
     EXPECT_TRUE(isTidy());
 }
+
+TEST_F(KestramProgram, NothingIsLeftBehindWhenNobodyReadsTheModel)
+{
+    // More than a pipe holds, so that it cannot be written before the reader has gone.
+    installEngine("{ echo 'ATOM  the model'; head -c 4000000 /dev/zero; } > model.pdb");
+    (void)kestram("seq.ali str.pdb 2> why | true");
+    EXPECT_TRUE(isTidy());
+    EXPECT_EQ(read("why"), "kestram: the model cannot be written\n");
+}
+
+// Ignored in the adapter, the signal would be ignored in the engine and its children, too.
+TEST_F(KestramProgram, TheEngineIsStillEndedByABrokenPipe)
+{
+    installEngine(std::string("sh -c 'kill -s PIPE $$'; echo \"status $?\"; ") + kModel);
+    EXPECT_EQ(kestram().errors, "status 141\n");
+}
