@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignerRun.h"
 
+#include <QDir>
 #include <QFile>
+#include <QProcessEnvironment>
 
+#include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -13,12 +18,38 @@ namespace {
 
 const char *const kInputFile = "input.fasta";
 const char *const kOutputFile = "output.fasta";
+const char *const kWork = "work";
+const char *const kTemporary = "tmp";
+
+// What was ended has no time to tidy up, so its temporary files stand below our own folder too.
+QProcessEnvironment environmentWith(const QString &temporary)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), temporary);
+    // It would come first.
+    environment.remove(QStringLiteral("MAFFT_TMPDIR"));
+    return environment;
+}
+
+// A program that was just ended may still be making files.
+void removeFolder(const std::filesystem::path &folder)
+{
+    using namespace std::chrono_literals;
+    constexpr int kAttempts = 100;
+    std::error_code error;
+    for (int i = 0; i < kAttempts && std::filesystem::exists(folder, error); ++i) {
+        if (i > 0)
+            std::this_thread::sleep_for(10ms);
+        std::filesystem::remove_all(folder, error);
+    }
+}
 
 } // namespace
 
 AlignerRun::AlignerRun(AlignerCommand command, std::string fasta)
     : m_Command(std::move(command)), m_Fasta(std::move(fasta))
 {
+    m_Folder.setAutoRemove(false);
     connect(&m_Process, &QProcess::readyReadStandardOutput, this, &AlignerRun::readAnswer);
     connect(&m_Process, &QProcess::readyReadStandardError, this, &AlignerRun::readErrors);
     connect(&m_Process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
@@ -42,17 +73,22 @@ AlignerRun::~AlignerRun()
 {
     m_Process.disconnect(this);
     stop(QString());
+    if (m_Folder.isValid())
+        removeFolder(QFile::encodeName(m_Folder.path()).toStdString());
 }
 
 void AlignerRun::start()
 {
-    QFile input(m_Folder.filePath(kInputFile));
+    const QDir folder(m_Folder.path());
+    QFile input(workFile(kInputFile));
     const auto size = static_cast<qint64>(m_Fasta.size());
-    if (!m_Folder.isValid() || !input.open(QIODevice::WriteOnly) ||
-        input.write(m_Fasta.data(), size) != size || !input.flush())
+    if (!m_Folder.isValid() || !folder.mkdir(kWork) || !folder.mkdir(kTemporary) ||
+        !input.open(QIODevice::WriteOnly) || input.write(m_Fasta.data(), size) != size ||
+        !input.flush())
         return finish(tr("has no folder to work in: %1").arg(input.errorString()));
     input.close();
-    m_Process.setWorkingDirectory(m_Folder.path());
+    m_Process.setWorkingDirectory(folder.filePath(kWork));
+    m_Process.setProcessEnvironment(environmentWith(folder.filePath(kTemporary)));
     m_Process.setStandardInputFile(QProcess::nullDevice());
     // Aligners may be scripts: what they start has to end with them.
     m_Process.setChildProcessModifier([] { setpgid(0, 0); });
@@ -69,11 +105,17 @@ void AlignerRun::stop(const QString &reason)
     }
 }
 
+QString AlignerRun::workFile(const char *name) const
+{
+    return m_Folder.filePath(
+        QStringLiteral("%1/%2").arg(QLatin1String(kWork), QLatin1String(name)));
+}
+
 std::string AlignerRun::answer() const
 {
     if (m_Command.printsAnswer)
         return m_Answer.toStdString();
-    QFile output(m_Folder.filePath(kOutputFile));
+    QFile output(workFile(kOutputFile));
     return output.open(QIODevice::ReadOnly) ? output.readAll().toStdString() : std::string();
 }
 

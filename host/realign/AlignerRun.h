@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One run of an aligner, in a folder of its own, without a shell.
+// One run of an aligner, in a folder of its own, without a shell. Nothing of it stays behind.
 #pragma once
 
 #include "AlignerCommand.h"
@@ -42,6 +42,7 @@ signals:
     void said(const QString &line);
 
 private:
+    [[nodiscard]] QString workFile(const char *name) const;
     void readAnswer();
     void readErrors();
     void finish(const QString &error);

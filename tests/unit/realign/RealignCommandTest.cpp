@@ -8,6 +8,7 @@
 #include "support/ScopedSettings.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMessageBox>
@@ -237,6 +238,31 @@ TEST_F(RealignCommandTest, AHangingProgramCanBeCancelledAndEndsWithItsChildren)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         EXPECT_FALSE(isAlive()) << id.toStdString();
     }
+}
+
+TEST_F(RealignCommandTest, ACancelledProgramLeavesNoFolderOfItsOwnBehind)
+{
+    const QDir folder(m_Folder.path());
+    ASSERT_TRUE(folder.mkdir("tmp") && folder.mkdir("mafft"));
+    useScript("made=$(env TMPDIR=\"${MAFFT_TMPDIR:-$TMPDIR}\" mktemp -d)\n"
+              "touch \"$made/infile\"\necho \"$made\" > '" +
+              m_Folder.filePath("made").toUtf8() + "'\nsleep 1000\n");
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", folder.filePath("tmp").toUtf8());
+    qputenv("MAFFT_TMPDIR", folder.filePath("mafft").toUtf8());
+    whenOpen<QProgressDialog>([this](const QProgressDialog &dialog) {
+        while (!QFile::exists(m_Folder.filePath("made")))
+            QCoreApplication::processEvents();
+        dialog.findChild<QPushButton *>()->click();
+    });
+    EXPECT_FALSE(RealignCommand(nullptr, true).run(sample()));
+    qunsetenv("MAFFT_TMPDIR");
+    qputenv("TMPDIR", before);
+    if (before.isEmpty())
+        qunsetenv("TMPDIR");
+    const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    EXPECT_EQ(QDir(folder.filePath("tmp")).entryList(all), QStringList());
+    EXPECT_EQ(QDir(folder.filePath("mafft")).entryList(all), QStringList());
 }
 
 TEST_F(RealignCommandTest, WindowsRepaintWhileItRuns)
