@@ -29,10 +29,24 @@ struct SaveRequest
     Alignment *alignment;
 };
 
+QString scratch()
+{
+    return QString::fromStdString(Config::GetPersonalTmpDir());
+}
+
 bool isTemporary(const QString &path)
 {
-    const QString folder = QString::fromStdString(Config::GetPersonalTmpDir());
-    return QFileInfo(path).absoluteFilePath().startsWith(folder + '/');
+    return QFileInfo(path).absoluteFilePath().startsWith(scratch() + '/');
+}
+
+// Callers hand over Latin-1, in which letters of the scratch folder may have got lost.
+QString fromLatin1Path(const char *path)
+{
+    const QByteArray given(path);
+    const QByteArray folder = scratch().toLatin1() + '/';
+    if (given.startsWith(folder))
+        return scratch() + '/' + QString::fromLatin1(given.mid(folder.size()));
+    return QString::fromLatin1(given);
 }
 
 } // namespace
@@ -73,9 +87,9 @@ bool Routes::readPdb(const PluginCall &call)
         Logger::Write(QStringLiteral("ReadPDB: there is no file name."), Logger::Severity::Error);
         return false;
     }
-    const QByteArray name = QFile::encodeName(QString::fromLatin1(path));
-    const std::filesystem::path file = name.toStdString();
-    const bool isModel = isTemporary(QString::fromLatin1(path)) && ModelReader::isModel(file);
+    const QString name = fromLatin1Path(path);
+    const std::filesystem::path file = QFile::encodeName(name).toStdString();
+    const bool isModel = isTemporary(name) && ModelReader::isModel(file);
     const LoadReport report = isModel ? ModelReader(m_Workbench.loader(), file).read()
                                       : m_Workbench.loader().openNow(file);
     return report.failures.empty() && !report.structures.empty();

@@ -136,6 +136,24 @@ protected:
 
 } // namespace
 
+// The path is handed over in Latin-1.
+TEST_F(ModelReaderTest, TheModelIsFoundInAFolderWithLettersOfAnyLanguage)
+{
+    const QByteArray before = qgetenv("TAMBO_USER_DIR");
+    const QString old = QString::fromStdString(Config::GetPersonalTmpDir());
+    qputenv("TAMBO_USER_DIR", m_Folder.filePath("Σχέδια дом é").toUtf8());
+    // It is chosen again when it has gone.
+    ASSERT_TRUE(QDir(old).removeRecursively());
+    ASSERT_TRUE(path("model.pdb").startsWith(m_Folder.path())) << path("").toStdString();
+    family();
+    job();
+    EXPECT_TRUE(read());
+    EXPECT_EQ(topLevelNames().back(), "wanted on known");
+    EXPECT_TRUE(QDir(path("")).removeRecursively());
+    qputenv("TAMBO_USER_DIR", before);
+    EXPECT_EQ(QString::fromStdString(Config::GetPersonalTmpDir()), old);
+}
+
 TEST_F(ModelReaderTest, TheModelIsCalledByTargetAndTemplate)
 {
     job();
