@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertCommand.h"
 
+#include "Config.h"
 #include "FileReader.h"
 #include "FileWriter.h"
 #include "FormatText.h"
@@ -60,11 +61,12 @@ std::vector<std::string> remarksOf(const FileContents &contents)
     return all;
 }
 
-std::optional<Failure> write(const ConvertOrder &order, const FileContents &contents)
+std::optional<Failure> write(const ConvertOrder &order, const FileContents &contents,
+                             WriteAids &aids)
 {
     if (isStructureFormat(order.options.format))
-        return writeFile(order.output, contents.structures.front(), order.options);
-    return writeFile(order.output, contents.alignments, order.options);
+        return writeFile(order.output, contents.structures.front(), order.options, &aids);
+    return writeFile(order.output, contents.alignments, order.options, &aids);
 }
 
 } // namespace
@@ -80,9 +82,12 @@ int runConvert(const ConvertOrder &order, std::ostream &err)
         return complain(contents.error().message);
     if (const std::optional<std::string> cause = mismatch(contents.value(), order.options))
         return complain(nameOf(order.input) + ": " + *cause);
-    if (const std::optional<Failure> failure = write(order, contents.value()))
+    WriteAids aids{Config::GetPersonalTmpDir, {}};
+    if (const std::optional<Failure> failure = write(order, contents.value(), aids))
         return complain(failure->message);
     for (const std::string &remark : remarksOf(contents.value()))
+        err << remark << '\n';
+    for (const std::string &remark : aids.remarks)
         err << remark << '\n';
     for (const std::string &loss : lossesOf(contents.value(), order.options))
         err << nameOf(order.output) << ": " << loss << '\n';

@@ -2,7 +2,9 @@
 #include "WritableObject.h"
 
 #include "Alignment.h"
+#include "Config.h"
 #include "FileWriter.h"
+#include "Logger.h"
 #include "RecordMaker.h"
 #include "Structure.h"
 #include "StructureRecordMaker.h"
@@ -23,15 +25,17 @@ std::variant<AlignmentRecord, StructureRecord> recordOf(const Compound &object)
 }
 
 std::optional<Failure> writeRecord(const std::filesystem::path &path,
-                                   const AlignmentRecord &alignment, const WriteOptions &options)
+                                   const AlignmentRecord &alignment, const WriteOptions &options,
+                                   WriteAids &aids)
 {
-    return writeFile(path, std::span(&alignment, 1), options);
+    return writeFile(path, std::span(&alignment, 1), options, &aids);
 }
 
 std::optional<Failure> writeRecord(const std::filesystem::path &path,
-                                   const StructureRecord &structure, const WriteOptions &options)
+                                   const StructureRecord &structure, const WriteOptions &options,
+                                   WriteAids &aids)
 {
-    return writeFile(path, structure, options);
+    return writeFile(path, structure, options, &aids);
 }
 
 } // namespace
@@ -71,8 +75,11 @@ QStringList WritableObject::losses(const WriteOptions &options) const
 std::optional<QString> WritableObject::write(const QString &path, const WriteOptions &options) const
 {
     const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    WriteAids aids{Config::GetPersonalTmpDir, {}};
     const std::optional<Failure> failure = std::visit(
-        [&](const auto &record) { return writeRecord(file, record, options); }, m_Record);
+        [&](const auto &record) { return writeRecord(file, record, options, aids); }, m_Record);
+    for (const std::string &remark : aids.remarks)
+        Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
     return failure ? std::optional(QString::fromStdString(failure->message)) : std::nullopt;
 }
 

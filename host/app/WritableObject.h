@@ -32,7 +32,8 @@ public:
     // What the format loses or changes, one sentence each.
     [[nodiscard]] QStringList losses(const WriteOptions &options) const;
     // The old file is replaced only by a complete new one that reads back the same. Nothing, or one
-    // sentence that names the file and says why not.
+    // sentence that names the file and says why not. The log tells of a file that could not be
+    // replaced and was written in place.
     [[nodiscard]] std::optional<QString> write(const QString &path,
                                                const WriteOptions &options) const;
 

@@ -69,10 +69,11 @@ std::string withoutName(const Failure &failure, const std::filesystem::path &fil
 
 // Writes with write, reads what was written, and puts it in place if difference finds none.
 std::optional<Failure>
-replace(const std::filesystem::path &path, const std::function<void(TextSink &)> &write,
+replace(const std::filesystem::path &path, WriteAids *aids,
+        const std::function<void(TextSink &)> &write,
         const std::function<std::optional<std::string>(const FileContents &)> &difference)
 {
-    ReplacementFile file(path);
+    ReplacementFile file(path, aids == nullptr ? ReplacementFile::Scratch() : aids->scratch);
     // Of our own code nothing throws but the lack of memory.
     try {
         if (!file.failure())
@@ -88,6 +89,8 @@ replace(const std::filesystem::path &path, const std::function<void(TextSink &)>
                                  *cause);
         if (!file.putInPlace())
             return file.failure();
+        if (aids != nullptr && file.remark())
+            aids->remarks.push_back(*file.remark());
     } catch (const std::exception &error) {
         return failureOf(file.fileName(), std::string("cannot be written: ") + error.what());
     }
@@ -112,7 +115,7 @@ std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const Wr
 
 std::optional<Failure> writeFile(const std::filesystem::path &path,
                                  std::span<const AlignmentRecord> alignments,
-                                 const WriteOptions &options)
+                                 const WriteOptions &options, WriteAids *aids)
 {
     const std::string fileName = cleanText(path.filename().string());
     for (const AlignmentRecord &alignment : alignments) {
@@ -123,7 +126,7 @@ std::optional<Failure> writeFile(const std::filesystem::path &path,
         return failureOf(fileName, fileOf(options.format) + " holds one alignment, not " +
                                        std::to_string(alignments.size()));
     return replace(
-        path,
+        path, aids,
         [&](TextSink &sink) {
             for (const AlignmentRecord &alignment : alignments)
                 writeText(FittedAlignment(alignment, options), sink);
@@ -132,12 +135,13 @@ std::optional<Failure> writeFile(const std::filesystem::path &path,
 }
 
 std::optional<Failure> writeFile(const std::filesystem::path &path,
-                                 const StructureRecord &structure, const WriteOptions &options)
+                                 const StructureRecord &structure, const WriteOptions &options,
+                                 WriteAids *aids)
 {
     if (const std::optional<std::string> obstacle = obstacleTo(structure, options))
         return failureOf(cleanText(path.filename().string()), *obstacle);
     return replace(
-        path, [&](TextSink &sink) { sink.write(structureText(structure, options.format)); },
+        path, aids, [&](TextSink &sink) { sink.write(structureText(structure, options.format)); },
         [&](const FileContents &contents) -> std::optional<std::string> {
             if (contents.structures.empty())
                 return "it holds no structure";

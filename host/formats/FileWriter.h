@@ -8,6 +8,7 @@
 #include "WriteFormat.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -28,13 +29,25 @@ namespace TAMBO {
 [[nodiscard]] std::vector<std::string> lossesOf(const StructureRecord &structure,
                                                 const WriteOptions &options);
 
-// Nothing when the file is written. Otherwise the old file is as it was, and the failure names file
-// and cause. Compressed when the name ends in ".gz".
+// What writing needs besides, and what it has to say afterwards.
+struct WriteAids
+{
+    // Asked for a folder of the user's own when a file cannot be replaced, for its copies. When
+    // empty, the folder of temporary files is taken.
+    std::function<std::filesystem::path()> scratch;
+    // One sentence each that names the file: it is written, but not as usual.
+    std::vector<std::string> remarks;
+};
+
+// Nothing when the file is written. Otherwise the old file is as it was, or the failure, which
+// names file and cause, tells where its content is. Compressed when the name ends in ".gz".
 [[nodiscard]] std::optional<Failure> writeFile(const std::filesystem::path &path,
                                                std::span<const AlignmentRecord> alignments,
-                                               const WriteOptions &options);
+                                               const WriteOptions &options,
+                                               WriteAids *aids = nullptr);
 [[nodiscard]] std::optional<Failure> writeFile(const std::filesystem::path &path,
                                                const StructureRecord &structure,
-                                               const WriteOptions &options);
+                                               const WriteOptions &options,
+                                               WriteAids *aids = nullptr);
 
 } // namespace TAMBO

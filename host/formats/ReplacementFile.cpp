@@ -2,6 +2,8 @@
 #include "ReplacementFile.h"
 
 #include "FormatText.h"
+#include "InPlaceCopy.h"
+#include "UnfinishedFiles.h"
 
 #include <zlib.h>
 
@@ -9,9 +11,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <random>
-#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -25,22 +26,71 @@ constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
 std::string endingOf(const fs::path &file)
 {
     const std::string last = file.extension().string();
-    return last == ".gz" ? file.stem().extension().string() + last : last;
+    const std::string ending = last == ".gz" ? file.stem().extension().string() + last : last;
+    // A name has 255 bytes, some of them for what stands before the ending.
+    constexpr std::size_t longest = 100;
+    if (ending.size() <= longest)
+        return ending;
+    return last == ".gz" ? last : std::string();
 }
 
-// Writes everything, whatever the system takes at a time; the error otherwise.
-int writeAll(int file, const char *bytes, std::size_t size)
+// Where a link leads to of which the end is not there yet: that is what is to be made.
+int followLinks(fs::path &path)
 {
-    while (size > 0) {
-        const ssize_t count = ::write(file, bytes, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return errno;
-        bytes += count;
-        size -= static_cast<std::size_t>(count);
+    constexpr int most = 40;
+    std::error_code error;
+    for (int count = 0; fs::is_symlink(fs::symlink_status(path, error)); ++count) {
+        if (count == most)
+            return ELOOP;
+        fs::path next = fs::read_symlink(path, error);
+        if (error)
+            return error.value();
+        path = next.is_absolute() ? std::move(next) : path.parent_path() / next;
     }
     return 0;
+}
+
+// Whether the file may be written, as the system sees it.
+int tryWriting(const fs::path &path, bool isPlain)
+{
+    // Opening a pipe waits for its reader, and a device may do something.
+    if (!isPlain)
+        return ::access(path.c_str(), W_OK) == 0 ? 0 : errno;
+    return FileDescriptor(::open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC)).isOpen() ? 0
+                                                                                          : errno;
+}
+
+// A file can be written all the same.
+bool refusesReplacing(int error)
+{
+    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
+}
+
+// Not worth failing for: the file is written all the same. Rights that were meant for others than
+// those who would get them now are left out.
+void takeOver(int file, const struct stat &old)
+{
+    mode_t mode = old.st_mode & 07777U;
+    if (::fchown(file, old.st_uid, old.st_gid) != 0) {
+        mode &= ~static_cast<mode_t>(S_ISUID);
+        if (::fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) {
+            constexpr unsigned groupToOthers = 3;
+            mode &= ~static_cast<mode_t>(S_ISGID);
+            mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << groupToOthers);
+        }
+    }
+    static_cast<void>(::fchmod(file, mode));
+}
+
+// A file's new name is on the disk only when its folder is. The error, 0 for none; a system that
+// cannot do it says so, which nobody can change.
+int syncFolder(const fs::path &folder)
+{
+    const FileDescriptor directory(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory.isOpen() || ::fsync(directory.number()) == 0)
+        return 0;
+    return errno == EINVAL || errno == ENOTSUP || errno == EROFS ? 0 : errno;
 }
 
 } // namespace
@@ -84,71 +134,103 @@ private:
     std::array<char, 65536> m_Packed{};
 };
 
-ReplacementFile::ReplacementFile(const fs::path &target)
-    : m_FileName(cleanText(target.filename().string())), m_Target(target)
+ReplacementFile::ReplacementFile(const fs::path &target, Scratch scratch)
+    : m_FileName(cleanText(target.filename().string())),
+      m_Target(target),
+      m_Scratch(std::move(scratch))
 {
-    struct stat status
-    {
-    };
-    if (::stat(target.c_str(), &status) == 0) {
-        if (S_ISDIR(status.st_mode)) {
-            m_Failure = failureOf(m_FileName, "cannot be written: it is a folder");
-            return;
-        }
-        if (::access(target.c_str(), W_OK) != 0) {
-            fail(errno);
-            return;
-        }
-        m_TargetIsPlain = S_ISREG(status.st_mode);
-        m_Mode = status.st_mode & 07777U;
-        // The file that a link leads to is replaced, not the link.
-        std::error_code error;
-        fs::path linked = fs::canonical(target, error);
-        if (!error && m_TargetIsPlain)
-            m_Target = std::move(linked);
-    }
-    if (endingOf(target).ends_with(".gz")) {
+    look();
+    if (!m_Failure && endingOf(target).ends_with(".gz")) {
         m_Deflater = std::make_unique<Deflater>();
-        if (!m_Deflater->isReady()) {
+        if (!m_Deflater->isReady())
             fail(ENOMEM);
-            return;
-        }
     }
+    if (m_Failure)
+        return;
     m_Buffer.reserve(kBufferSize);
     open();
 }
 
 ReplacementFile::~ReplacementFile()
 {
-    close();
     if (!m_Path.empty())
         ::unlink(m_Path.c_str());
 }
 
+// What is at the target, and how it can be written.
+void ReplacementFile::look()
+{
+    struct stat status
+    {
+    };
+    if (::stat(m_Target.c_str(), &status) != 0) {
+        const int error = errno == ENOENT ? followLinks(m_Target) : errno;
+        return error == 0 ? void() : fail(error);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        m_Failure = failureOf(m_FileName, "cannot be written: it is a folder");
+        return;
+    }
+    const bool isPlain = S_ISREG(status.st_mode);
+    if (const int error = tryWriting(m_Target, isPlain))
+        return fail(error);
+    if (!isPlain) {
+        m_Way = Way::Send;
+        return;
+    }
+    m_Old = status;
+    // The file that a link leads to is replaced, not the link.
+    std::error_code error;
+    fs::path linked = fs::canonical(m_Target, error);
+    if (!error)
+        m_Target = std::move(linked);
+    if (status.st_nlink > 1)
+        writeInPlace("it has several links");
+}
+
+void ReplacementFile::writeInPlace(const char *reason)
+{
+    m_Way = Way::Overwrite;
+    m_Reason = reason;
+}
+
 void ReplacementFile::open()
 {
+    int error = m_Way == Way::Replace ? openIn(m_Target.parent_path()) : openIn(scratchFolder());
+    if (error != 0 && m_Way == Way::Replace && m_Old && refusesReplacing(error)) {
+        writeInPlace("nothing can be made in its folder");
+        error = openIn(scratchFolder());
+    }
+    if (error != 0)
+        fail(error);
+}
+
+fs::path ReplacementFile::scratchFolder() const
+{
+    if (m_Scratch)
+        return m_Scratch();
     std::error_code error;
-    const fs::path folder =
-        m_TargetIsPlain ? m_Target.parent_path() : fs::temp_directory_path(error);
-    if (error)
-        return fail(error.value());
-    std::random_device random;
+    fs::path folder = fs::temp_directory_path(error);
+    return error ? fs::path("/tmp") : folder;
+}
+
+int ReplacementFile::openIn(const fs::path &folder)
+{
+    removeUnfinished(folder.empty() ? "." : folder);
     constexpr int attempts = 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        const fs::path path =
-            folder / (".tambo-" + std::to_string(random()) + endingOf(m_Target.filename()));
-        m_File = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (m_File >= 0) {
+        const fs::path path = folder / unfinishedName(endingOf(m_Target.filename()));
+        // Until it has the rights of the old one, nobody else need see it.
+        m_File = FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                       m_Way == Way::Replace && !m_Old ? 0666 : 0600));
+        if (m_File.isOpen()) {
             m_Path = path;
-            // Not worth failing for: the file is written all the same.
-            if (m_Mode && m_TargetIsPlain)
-                static_cast<void>(::fchmod(m_File, *m_Mode));
-            return;
+            return 0;
         }
         if (errno != EEXIST)
             break;
     }
-    fail(errno);
+    return errno;
 }
 
 void ReplacementFile::write(std::string_view text)
@@ -167,14 +249,17 @@ void ReplacementFile::write(std::string_view text)
 
 void ReplacementFile::writeBytes(const char *bytes, std::size_t size)
 {
-    const auto put = [this](const char *from, std::size_t count) {
-        if (const int error = m_Failure ? 0 : writeAll(m_File, from, count))
-            fail(error);
-    };
     if (m_Deflater)
-        m_Deflater->add({bytes, size}, false, put);
+        m_Deflater->add({bytes, size}, false,
+                        [this](const char *from, std::size_t count) { put(from, count); });
     else
         put(bytes, size);
+}
+
+void ReplacementFile::put(const char *bytes, std::size_t size)
+{
+    if (const int error = m_Failure ? 0 : m_File.write(bytes, size))
+        fail(error);
 }
 
 bool ReplacementFile::complete()
@@ -184,18 +269,13 @@ bool ReplacementFile::complete()
     writeBytes(m_Buffer.data(), m_Buffer.size());
     m_Buffer = {};
     if (m_Deflater) {
-        m_Deflater->add({}, true, [this](const char *from, std::size_t count) {
-            if (const int error = m_Failure ? 0 : writeAll(m_File, from, count))
-                fail(error);
-        });
+        m_Deflater->add({}, true,
+                        [this](const char *from, std::size_t count) { put(from, count); });
         m_Deflater.reset();
     }
     // The old file must not go before the new one is safe.
-    if (!m_Failure && ::fsync(m_File) != 0)
+    if (!m_Failure && ::fsync(m_File.number()) != 0)
         fail(errno);
-    if (!m_Failure && ::close(m_File) != 0)
-        fail(errno);
-    m_File = -1;
     return !m_Failure;
 }
 
@@ -203,43 +283,61 @@ bool ReplacementFile::putInPlace()
 {
     if (m_Failure)
         return false;
-    if (!m_TargetIsPlain) {
-        copyToTarget();
-    } else if (::rename(m_Path.c_str(), m_Target.c_str()) != 0) {
-        fail(errno);
-    } else {
-        m_Path.clear();
-    }
+    if (m_Way == Way::Replace)
+        replace();
+    // Not else: a file may turn out not to be replaceable.
+    if (m_Way == Way::Overwrite)
+        overwrite();
+    if (m_Way == Way::Send)
+        send();
     return !m_Failure;
 }
 
-void ReplacementFile::copyToTarget()
+void ReplacementFile::replace()
 {
-    const int from = ::open(m_Path.c_str(), O_RDONLY | O_CLOEXEC);
-    const int to = ::open(m_Target.c_str(), O_WRONLY | O_CLOEXEC);
-    if (from < 0 || to < 0)
-        fail(errno);
-    m_Buffer.resize(kBufferSize);
-    while (!m_Failure) {
-        const ssize_t count = ::read(from, m_Buffer.data(), m_Buffer.size());
-        if (count == 0)
-            break;
-        if (count < 0)
-            fail(errno);
-        else if (const int error = writeAll(to, m_Buffer.data(), static_cast<std::size_t>(count)))
-            fail(error);
+    if (m_Old)
+        takeOver(m_File.number(), *m_Old);
+    if (const int error = m_File.close())
+        return fail(error);
+    if (::rename(m_Path.c_str(), m_Target.c_str()) == 0) {
+        m_Path.clear();
+        if (const int error = syncFolder(m_Target.parent_path()))
+            m_Remark = m_FileName + ": was written, but may not outlast a sudden end of the " +
+                       "system: " + std::strerror(error);
+        return;
     }
-    if (from >= 0)
-        ::close(from);
-    if (to >= 0 && ::close(to) != 0 && !m_Failure)
-        fail(errno);
+    // In a folder of all users, only a file's owner may replace it.
+    if (m_Old && refusesReplacing(errno))
+        return writeInPlace("its folder does not let it be replaced");
+    fail(errno);
 }
 
-void ReplacementFile::close()
+void ReplacementFile::overwrite()
 {
-    if (m_File >= 0)
-        ::close(m_File);
-    m_File = -1;
+    static_cast<void>(m_File.close());
+    if (const std::optional<std::string> cause = copyInPlace(m_Path, m_Target, scratchFolder()))
+        m_Failure = failureOf(m_FileName, "cannot be written: " + *cause);
+    else
+        m_Remark = m_FileName + ": was written in place, because " + m_Reason;
+}
+
+void ReplacementFile::send()
+{
+    static_cast<void>(m_File.close());
+    const FileDescriptor from(::open(m_Path.c_str(), O_RDONLY | O_CLOEXEC));
+    FileDescriptor to(::open(m_Target.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!from.isOpen() || !to.isOpen())
+        return fail(errno);
+    m_Buffer.resize(kBufferSize);
+    int error = 0;
+    for (std::size_t count = kBufferSize; error == 0 && count == kBufferSize;) {
+        error = from.read(m_Buffer.data(), m_Buffer.size(), count);
+        if (error == 0)
+            error = to.write(m_Buffer.data(), count);
+    }
+    const int closing = to.close();
+    if (error != 0 || closing != 0)
+        fail(error != 0 ? error : closing);
 }
 
 void ReplacementFile::fail(int error)

@@ -3,31 +3,41 @@
 // then. Compressed when its name ends in ".gz".
 #pragma once
 
+#include "FileDescriptor.h"
 #include "Result.h"
 #include "TextSink.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 
 namespace TAMBO::formats {
 
 class ReplacementFile final : public TextSink
 {
 public:
-    explicit ReplacementFile(const std::filesystem::path &target);
+    // Asked for a folder of the user's own when a file is written in place or is a pipe. When
+    // empty, the folder of temporary files is taken.
+    using Scratch = std::function<std::filesystem::path()>;
+    explicit ReplacementFile(const std::filesystem::path &target, Scratch scratch = {});
     // What was not put in place is gone.
     ~ReplacementFile() override;
 
     void write(std::string_view text) override;
     // Everything is on the disk now and can be read from path(). False after a failure.
     [[nodiscard]] bool complete();
-    // Beside the target, with the same ending. A target that is no plain file (a pipe, a device)
-    // has it among the temporary files.
+    // Beside the target, with the same ending. In the scratch folder when the target is written in
+    // place or is no plain file (a pipe, a device).
     [[nodiscard]] const std::filesystem::path &path() const noexcept { return m_Path; }
-    // To be called after complete(). False after a failure.
+    // To be called after complete(). False after a failure. The new file has owner, group and
+    // permissions of the old one as far as the system lets us. A file with several links, or that
+    // its folder does not let us replace, is written in place.
     [[nodiscard]] bool putInPlace();
+    // What the user should know of how it was put in place.
+    [[nodiscard]] const std::optional<std::string> &remark() const noexcept { return m_Remark; }
 
     // Why nothing was written.
     [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
@@ -37,19 +47,31 @@ public:
 private:
     class Deflater;
 
+    enum class Way { Replace, Overwrite, Send };
+
+    void look();
+    void writeInPlace(const char *reason);
     void open();
+    [[nodiscard]] std::filesystem::path scratchFolder() const;
+    [[nodiscard]] int openIn(const std::filesystem::path &folder);
     void writeBytes(const char *bytes, std::size_t size);
-    void copyToTarget();
-    void close();
+    void put(const char *bytes, std::size_t size);
+    void replace();
+    void overwrite();
+    void send();
     void fail(int error);
 
     std::string m_FileName;
     std::filesystem::path m_Target;
+    Scratch m_Scratch;
     std::filesystem::path m_Path;
-    bool m_TargetIsPlain = true;
-    // The old file's permissions, if there is one.
-    std::optional<unsigned> m_Mode;
-    int m_File = -1;
+    Way m_Way = Way::Replace;
+    // Why it is written in place.
+    std::string m_Reason;
+    // The file that is replaced, if there is one.
+    std::optional<struct stat> m_Old;
+    std::optional<std::string> m_Remark;
+    FileDescriptor m_File;
     std::string m_Buffer;
     std::unique_ptr<Deflater> m_Deflater;
     std::optional<Failure> m_Failure;

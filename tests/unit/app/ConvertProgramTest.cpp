@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+#include <filesystem>
+
 namespace {
 
 class ConvertProgram : public ProgramFixture
@@ -58,6 +60,18 @@ TEST_F(ConvertProgram, WhatIsLostIsSaidALineEach)
               (QList<QByteArray>{
                   "y.fasta: 1 row is not tied to the structure any more when the file is opened.",
                   "y.fasta: The breaks between chains (\"/\") in 1 row are written as gaps."}));
+}
+
+TEST_F(ConvertProgram, AFileThatIsWrittenInPlaceIsSaid)
+{
+    const QString file = write("x.fasta", ">a\nACD\n");
+    const QString target = write("y.fasta", "old");
+    std::filesystem::create_hard_link(target.toStdString(), path("second").toStdString());
+    const Finished convert = run({"convert", file, target});
+    EXPECT_EQ(convert.status, 0);
+    EXPECT_EQ(convert.errorLines(),
+              QList<QByteArray>{"y.fasta: was written in place, because it has several links"});
+    EXPECT_EQ(read(path("second")), ">a\nACD\n");
 }
 
 TEST_F(ConvertProgram, StructuresGoBetweenTheirFormats)

@@ -6,6 +6,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "FileReader.h"
+#include "support/LogLines.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,6 +52,17 @@ protected:
         return opened.readAll();
     }
 };
+
+TEST_F(WritableObjectTest, TheLogTellsOfAFileThatIsWrittenInPlace)
+{
+    const QString file = write("x.ali", "old");
+    std::filesystem::create_hard_link(file.toStdString(), file.toStdString() + ".link");
+    const LogLines log;
+    EXPECT_EQ(WritableObject(alignment("x", {"AC", "AC"})).write(file, {}), std::nullopt);
+    EXPECT_EQ(log.texts(),
+              QStringList{"x.ali: was written in place, because it has several links"});
+    EXPECT_EQ(read(file), read(file + ".link"));
+}
 
 TEST_F(WritableObjectTest, ARowWithoutAStructureIsASequence)
 {

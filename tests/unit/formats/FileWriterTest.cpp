@@ -109,6 +109,30 @@ TEST(FileWriter, AFileThatCannotBeWrittenIsNamedWithTheCause)
               "full: cannot be written: No space left on device");
 }
 
+TEST(FileWriter, AFileThatIsWrittenOtherwiseThanUsualIsRemarkedOn)
+{
+    const AlignmentRecord record = recordOf({{"a", "AC"}});
+    const TemporaryFile file("x.fasta", "old");
+    int asked = 0;
+    WriteAids aids{[&] {
+                       ++asked;
+                       return file.path().parent_path();
+                   },
+                   {}};
+    EXPECT_EQ(writeFile(file.path(), std::span(&record, 1), optionsOf("fasta"), &aids),
+              std::nullopt);
+    EXPECT_EQ(aids.remarks, std::vector<std::string>{});
+    // Nothing is made for files that need no copy.
+    EXPECT_EQ(asked, 0);
+    const fs::path second = file.path().parent_path() / "second";
+    fs::create_hard_link(file.path(), second);
+    EXPECT_EQ(writeFile(file.path(), std::span(&record, 1), optionsOf("pir"), &aids), std::nullopt);
+    EXPECT_EQ(aids.remarks, std::vector<std::string>{
+                                "x.fasta: was written in place, because it has several links"});
+    EXPECT_GT(asked, 0);
+    EXPECT_EQ(bytesOf(second), ">P1;a\nsequence:a::::::::\nAC*\n\n");
+}
+
 // Names that only a damaged memory could hold show what reading back is for.
 TEST(FileWriter, AFileThatReadsBackDifferentlyIsNotPutInPlace)
 {

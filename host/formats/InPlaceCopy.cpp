@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "InPlaceCopy.h"
+
+#include "FileDescriptor.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <random>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace TAMBO::formats {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
+
+FileDescriptor opened(const fs::path &path, int flags)
+{
+    return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC, 0600));
+}
+
+// Cut to the new length only at the end, so that as much as possible is there when this breaks off.
+int copyBytes(const fs::path &from, const FileDescriptor &to)
+{
+    const FileDescriptor source = opened(from, O_RDONLY);
+    if (!source.isOpen())
+        return errno;
+    std::vector<char> buffer(kBufferSize);
+    off_t size = 0;
+    for (std::size_t count = buffer.size(); count == buffer.size();) {
+        if (const int error = source.read(buffer.data(), buffer.size(), count))
+            return error;
+        if (const int error = to.write(buffer.data(), count))
+            return error;
+        size += static_cast<off_t>(count);
+    }
+    return ::ftruncate(to.number(), size) == 0 && ::fsync(to.number()) == 0 ? 0 : errno;
+}
+
+int isSame(const fs::path &one, const fs::path &other, bool &same)
+{
+    const FileDescriptor first = opened(one, O_RDONLY);
+    const FileDescriptor second = opened(other, O_RDONLY);
+    if (!first.isOpen() || !second.isOpen())
+        return errno;
+    std::vector<char> left(kBufferSize);
+    std::vector<char> right(kBufferSize);
+    std::size_t leftCount = left.size();
+    std::size_t rightCount = 0;
+    same = true;
+    while (same && leftCount == left.size()) {
+        int error = first.read(left.data(), left.size(), leftCount);
+        if (error == 0)
+            error = second.read(right.data(), right.size(), rightCount);
+        if (error != 0)
+            return error;
+        same = leftCount == rightCount && std::memcmp(left.data(), right.data(), leftCount) == 0;
+    }
+    return 0;
+}
+
+// Writes and looks whether it is there. The error, 0 for none.
+int overwrite(const fs::path &from, const fs::path &target)
+{
+    FileDescriptor file = opened(target, O_WRONLY);
+    if (!file.isOpen())
+        return errno;
+    int error = copyBytes(from, file);
+    if (const int closing = file.close(); error == 0)
+        error = closing;
+    bool same = false;
+    if (error == 0)
+        error = isSame(from, target, same);
+    return error == 0 && !same ? EIO : error;
+}
+
+// A name that people find, and that nobody takes for a file in the making.
+fs::path keptName(const fs::path &scratch, const char *kind, const fs::path &target)
+{
+    std::random_device random;
+    std::string name = target.filename().string();
+    // The end tells the format, and the whole must fit a name.
+    constexpr std::size_t longest = 200;
+    if (name.size() > longest)
+        name.erase(0, name.size() - longest);
+    return scratch / (std::string(kind) + '-' + std::to_string(random()) + '-' + name);
+}
+
+int makeCopy(const fs::path &from, const fs::path &copy)
+{
+    FileDescriptor file = opened(copy, O_WRONLY | O_CREAT | O_EXCL);
+    if (!file.isOpen())
+        return errno;
+    const int error = copyBytes(from, file);
+    const int closing = file.close();
+    return error == 0 ? closing : error;
+}
+
+} // namespace
+
+std::optional<std::string> copyInPlace(const fs::path &from, const fs::path &target,
+                                       const fs::path &scratch)
+{
+    const fs::path before = keptName(scratch, "old", target);
+    if (const int error = makeCopy(target, before)) {
+        ::unlink(before.c_str());
+        return std::strerror(error);
+    }
+    const int error = overwrite(from, target);
+    if (error == 0 || overwrite(before, target) == 0) {
+        ::unlink(before.c_str());
+        return error == 0 ? std::nullopt : std::optional<std::string>(std::strerror(error));
+    }
+    const fs::path after = keptName(scratch, "new", target);
+    const bool isKept = makeCopy(from, after) == 0;
+    return std::string(std::strerror(error)) + "; the file is damaged now, what it held is in " +
+           before.string() +
+           (isKept ? ", what was to be written is in " + after.string() : std::string());
+}
+
+} // namespace TAMBO::formats

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Gives a file other content while it stays the same file, for those that cannot be replaced by
+// another one.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace TAMBO::formats {
+
+// Writes the content of one file over that of another. That is no single act as replacing is: the
+// old content is kept in the scratch folder meanwhile, and put back when something fails. Nothing,
+// or why it failed; should the old content not come back either, both are kept and the text tells
+// where.
+[[nodiscard]] std::optional<std::string> copyInPlace(const std::filesystem::path &from,
+                                                     const std::filesystem::path &target,
+                                                     const std::filesystem::path &scratch);
+
+} // namespace TAMBO::formats
