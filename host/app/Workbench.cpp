@@ -231,9 +231,9 @@ void Workbench::openInEditor(Compound *alignment)
 QStringList Workbench::unsavedNames() const
 {
     QStringList names;
-    for (const Compound *object : m_History.modifiedObjects()) {
-        if (dynamic_cast<const Alignment *>(object) != nullptr)
-            names << nameText(*object);
+    for (const UnsavedObject &unsaved : m_History.unsavedObjects()) {
+        if (dynamic_cast<const Alignment *>(unsaved.object) != nullptr)
+            names << nameText(*unsaved.object);
     }
     return names;
 }

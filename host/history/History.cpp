@@ -4,25 +4,11 @@
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "Publisher.h"
-#include "Space.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace TAMBO {
-
-namespace {
-
-bool isInTree(const Compound &object)
-{
-    const Compound *top = &object;
-    while (top->Parent() != nullptr)
-        top = top->Parent();
-    return dynamic_cast<const Space *>(top) != nullptr;
-}
-
-} // namespace
 
 History::~History()
 {
@@ -48,9 +34,8 @@ void History::end()
 {
     if (m_Recorded.empty())
         return;
-    const auto undone = m_Steps.begin() + std::ptrdiff_t(m_Position);
-    m_Saved.dropFrom(m_Position, m_Steps);
-    drop(undone, m_Steps.end());
+    losePathsBehind(m_Position);
+    drop(m_Steps.begin() + std::ptrdiff_t(m_Position), m_Steps.end());
     m_Steps.emplace_back(std::exchange(m_Recorded, {}));
     m_Bytes += m_Steps.back().bytes();
     m_Position = m_Steps.size();
@@ -125,6 +110,7 @@ void History::setLimit(std::size_t bytes)
 void History::drop(std::vector<HistoryStep>::iterator first,
                    std::vector<HistoryStep>::iterator last)
 {
+    forgetOwned(first, last);
     for (auto step = first; step != last; ++step) {
         m_Bytes -= step->bytes();
         // Not freed at once: a window may show an object that goes until it has been told.
@@ -138,11 +124,12 @@ void History::keepLimit()
 {
     while (m_Bytes > m_Limit) {
         if (m_Position > 1) {
-            m_Saved.dropFirst(m_Steps);
+            m_ForgottenParts.add(m_Steps.front(), m_Forgotten, true);
             drop(m_Steps.begin(), m_Steps.begin() + 1);
             --m_Position;
+            ++m_Forgotten;
         } else if (m_Steps.size() > m_Position + 1) {
-            m_Saved.dropFrom(m_Steps.size() - 1, m_Steps);
+            losePathsBehind(m_Steps.size() - 1);
             drop(m_Steps.end() - 1, m_Steps.end());
         } else {
             return;
@@ -155,50 +142,11 @@ void History::clear()
     drop(m_Steps.begin(), m_Steps.end());
     m_Recorded.clear();
     m_Position = 0;
+    m_Forgotten = 0;
+    m_ForgottenParts.clear();
     m_Saved.clear();
+    m_Written.clear();
     tellChange();
-}
-
-void History::markSaved(const Compound &object)
-{
-    m_Saved.mark(object, m_Position);
-    tellChange();
-}
-
-bool History::isModified(const Compound &object) const
-{
-    const std::optional<std::size_t> saved = m_Saved.position(object);
-    if (!saved)
-        return true;
-    const auto first = m_Steps.begin() + std::ptrdiff_t(std::min(*saved, m_Position));
-    const auto last = m_Steps.begin() + std::ptrdiff_t(std::max(*saved, m_Position));
-    return std::any_of(first, last, [&](const HistoryStep &step) { return step.concerns(object); });
-}
-
-std::vector<const Compound *> History::modifiedObjects() const
-{
-    std::vector<const Compound *> objects;
-    std::vector<const Compound *> subjects;
-    for (std::size_t i = 0; i < m_Steps.size(); ++i) {
-        subjects.clear();
-        m_Steps[i].appendSubjects(subjects);
-        std::ranges::copy_if(subjects, std::back_inserter(objects), [&](const Compound *subject) {
-            const std::optional<std::size_t> saved = m_Saved.position(*subject);
-            return saved && std::min(*saved, m_Position) <= i && i < std::max(*saved, m_Position);
-        });
-    }
-    // Those whose saved state is lost may have been freed since, so they are looked up by address.
-    subjects.clear();
-    m_Saved.appendUnreachable(subjects);
-    std::ranges::sort(subjects);
-    for (const Compound *const object : *Space::instance()) {
-        if (std::ranges::binary_search(subjects, object))
-            objects.push_back(object);
-    }
-    std::ranges::sort(objects);
-    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
-    std::erase_if(objects, [](const Compound *object) { return !isInTree(*object); });
-    return objects;
 }
 
 void History::setChangeCallback(std::function<void()> callback)

@@ -2,16 +2,27 @@
 // Undo and redo of every recorded change of the model, across all windows. Owned by the workbench.
 #pragma once
 
+#include "ChangedParts.h"
 #include "HistoryStep.h"
 #include "SavedMarks.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace TAMBO {
 
+class Alignment;
 class Compound;
+class Structure;
+
+// A top-level object with changes that are in no file.
+struct UnsavedObject
+{
+    Compound *object;
+    EditParts parts;
+};
 
 class History final : public EditRecorder
 {
@@ -62,15 +73,36 @@ public:
     // ---- Unsaved work
 
     void markSaved(const Compound &object);
-    // Whether a step between the object's saved state and now has changed it.
+    // To a file that lacks something. It counts as saved in that state once somebody has accepted
+    // that.
+    void markWritten(const Compound &object);
+    void acceptWritten(const Compound &object);
+    // What the steps between the object's saved state and now have changed of it.
+    [[nodiscard]] EditParts unsavedParts(const Compound &object) const;
     [[nodiscard]] bool isModified(const Compound &object) const;
-    // The modified objects that are in the tree, each once.
-    [[nodiscard]] std::vector<const Compound *> modifiedObjects() const;
+    // In the order of the tree. Sequences that an alignment shows are saved with it.
+    [[nodiscard]] std::vector<UnsavedObject> unsavedObjects() const;
+    // Structures that the alignment shows by residue numbers which no file of theirs has.
+    [[nodiscard]] std::vector<const Structure *>
+    renumberedStructures(const Alignment &alignment) const;
 
     // Called after every change of the list, the position or a saved mark.
     void setChangeCallback(std::function<void()> callback);
+    // Called before top-level objects, or parts of them, are freed for good.
+    using FreeCallback = std::function<void(const std::set<const Compound *> &freed)>;
+    void setFreeCallback(FreeCallback callback) { m_FreeCallback = std::move(callback); }
 
 private:
+    // Of all steps there have ever been.
+    [[nodiscard]] std::size_t stepsDone() const noexcept { return m_Forgotten + m_Position; }
+    [[nodiscard]] ChangedParts changedParts() const;
+    [[nodiscard]] EditParts partsOf(const Compound &object, const ChangedParts &changed) const;
+    void save(const Compound &object, const SavedMarks::Mark &mark);
+    // Before the undone steps from first on are dropped.
+    void losePathsBehind(std::size_t first);
+    void forgetOwned(std::vector<HistoryStep>::iterator first,
+                     std::vector<HistoryStep>::iterator last);
+
     void toggle(std::size_t index);
     void drop(std::vector<HistoryStep>::iterator first, std::vector<HistoryStep>::iterator last);
     void keepLimit();
@@ -81,8 +113,13 @@ private:
     std::vector<std::unique_ptr<Edit>> m_Recorded;
     std::size_t m_Limit = kDefaultLimit;
     std::size_t m_Bytes = 0;
+    // Steps that the limit has dropped from the beginning, and what they have changed.
+    std::size_t m_Forgotten = 0;
+    ChangedParts m_ForgottenParts;
     SavedMarks m_Saved;
+    SavedMarks m_Written;
     std::function<void()> m_ChangeCallback;
+    FreeCallback m_FreeCallback;
     bool m_IsApplying = false;
 };
 

@@ -74,17 +74,25 @@ std::string HistoryStep::label() const
     return label;
 }
 
-bool HistoryStep::concerns(const Compound &object) const
+void HistoryStep::forEachChange(const ChangeVisitor &visit) const
 {
-    std::vector<const Compound *> subjects;
-    appendSubjects(subjects);
-    return std::ranges::find(subjects, &object) != subjects.end();
+    std::vector<const Compound *> holders;
+    for (const std::unique_ptr<Edit> &edit : m_Edits) {
+        const EditPart part = edit->part();
+        // A family comes with a million sequences.
+        if (!isWork(part))
+            continue;
+        holders.clear();
+        edit->appendHolders(holders);
+        for (const Compound *const holder : holders)
+            visit(*holder, part);
+    }
 }
 
-void HistoryStep::appendSubjects(std::vector<const Compound *> &out) const
+void HistoryStep::appendOwned(std::vector<const Compound *> &out) const
 {
     for (const std::unique_ptr<Edit> &edit : m_Edits)
-        edit->appendSubjects(out);
+        edit->appendOwned(out);
 }
 
 void HistoryStep::measure()

@@ -5,6 +5,7 @@
 #include "Edit.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,8 +26,12 @@ public:
     [[nodiscard]] const Compound *lock() const;
     // "move gap in SeqAli", whether done or undone.
     [[nodiscard]] std::string label() const;
-    [[nodiscard]] bool concerns(const Compound &object) const;
-    void appendSubjects(std::vector<const Compound *> &out) const;
+    // Calls visit(holder, part) for what the step changes of objects that files hold. An object may
+    // come several times.
+    using ChangeVisitor = std::function<void(const Compound &holder, EditPart part)>;
+    void forEachChange(const ChangeVisitor &visit) const;
+    // Appends the objects that go with the step when it is dropped.
+    void appendOwned(std::vector<const Compound *> &out) const;
     [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
 
     // Gives the edits away, for whoever frees them.

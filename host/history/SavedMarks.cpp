@@ -1,63 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SavedMarks.h"
 
-#include "HistoryStep.h"
-
-#include <algorithm>
-
 namespace TAMBO {
 
-namespace {
-
-bool anyConcerns(const SavedMarks::Steps &steps, std::size_t begin, std::size_t end,
-                 const Compound &object)
+SavedMarks::Mark SavedMarks::of(const Compound &object) const
 {
-    return std::any_of(steps.begin() + std::ptrdiff_t(begin), steps.begin() + std::ptrdiff_t(end),
-                       [&](const HistoryStep &step) { return step.concerns(object); });
+    return find(object).value_or(Mark());
 }
 
-} // namespace
-
-std::optional<std::size_t> SavedMarks::position(const Compound &object) const
+std::optional<SavedMarks::Mark> SavedMarks::find(const Compound &object) const
 {
-    const auto found = m_Positions.find(&object);
-    return found == m_Positions.end() ? 0 : found->second;
+    const auto found = m_Marks.find(&object);
+    return found == m_Marks.end() ? std::nullopt : std::optional(found->second);
 }
 
-void SavedMarks::appendUnreachable(std::vector<const Compound *> &out) const
+void SavedMarks::dropBehind(std::size_t steps, const LostParts &lostOf)
 {
-    for (const auto &[object, position] : m_Positions) {
-        if (!position)
-            out.push_back(object);
-    }
-}
-
-void SavedMarks::dropFirst(const Steps &steps)
-{
-    std::vector<const Compound *> subjects;
-    steps.front().appendSubjects(subjects);
-    for (const Compound *const subject : subjects)
-        m_Positions.try_emplace(subject, std::size_t(0));
-    for (auto &[object, position] : m_Positions) {
-        if (!position)
+    for (auto &[object, mark] : m_Marks) {
+        if (mark.steps <= steps)
             continue;
-        if (*position > 0)
-            --*position;
-        else if (std::ranges::find(subjects, object) != subjects.end())
-            position.reset();
+        mark.lost.add(lostOf(*object, mark.steps));
+        mark.steps = steps;
     }
 }
 
-void SavedMarks::dropFrom(std::size_t size, const Steps &steps)
+void SavedMarks::forget(const std::set<const Compound *> &freed)
 {
-    for (auto &[object, position] : m_Positions) {
-        if (!position || *position <= size)
-            continue;
-        if (anyConcerns(steps, size, *position, *object))
-            position.reset();
-        else
-            position = size;
-    }
+    std::erase_if(m_Marks, [&freed](const auto &entry) { return freed.contains(entry.first); });
 }
 
 } // namespace TAMBO

@@ -1,37 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// At which position of the history each object was last saved.
+// After which step each object was last saved. Steps are counted from the beginning, those that
+// the history has forgotten included.
 #pragma once
 
+#include "EditParts.h"
+
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <optional>
-#include <vector>
+#include <set>
 
 namespace TAMBO {
 
 class Compound;
-class HistoryStep;
 
-// An object that was never saved counts as saved at the beginning.
 class SavedMarks
 {
 public:
-    using Steps = std::vector<HistoryStep>;
+    struct Mark
+    {
+        std::size_t steps = 0;
+        // In these the object differs from the saved one, and no step leads back.
+        EditParts lost;
+    };
 
-    void mark(const Compound &object, std::size_t position) { m_Positions[&object] = position; }
-    // None: the state that was saved cannot be reached any more.
-    [[nodiscard]] std::optional<std::size_t> position(const Compound &object) const;
-    // Appends the objects whose saved state the steps do not lead to any more.
-    void appendUnreachable(std::vector<const Compound *> &out) const;
-    void clear() { m_Positions.clear(); }
+    void mark(const Compound &object, const Mark &mark) { m_Marks[&object] = mark; }
+    // An object that was never saved counts as saved at the beginning.
+    [[nodiscard]] Mark of(const Compound &object) const;
+    [[nodiscard]] std::optional<Mark> find(const Compound &object) const;
+    [[nodiscard]] const std::map<const Compound *, Mark> &all() const noexcept { return m_Marks; }
 
-    // Before the first step is dropped.
-    void dropFirst(const Steps &steps);
-    // Before the steps from size on are dropped.
-    void dropFrom(std::size_t size, const Steps &steps);
+    // Before the undone steps behind the first steps are dropped; lostOf tells what they change of
+    // an object that was saved after so many.
+    using LostParts = std::function<EditParts(const Compound &object, std::size_t saved)>;
+    void dropBehind(std::size_t steps, const LostParts &lostOf);
+    // Before the objects are freed.
+    void forget(const std::set<const Compound *> &freed);
+    void clear() { m_Marks.clear(); }
 
 private:
-    std::map<const Compound *, std::optional<std::size_t>> m_Positions;
+    std::map<const Compound *, Mark> m_Marks;
 };
 
 } // namespace TAMBO

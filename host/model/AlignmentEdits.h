@@ -18,6 +18,7 @@ class AlignmentEdit : public Edit
 {
 public:
     const char *kind() const override { return m_Kind; }
+    EditPart part() const override { return EditPart::Cells; }
     Compound *subject() const override { return &m_Table.alignment(); }
 
 protected:

@@ -64,6 +64,23 @@ void slideResidue(AlignmentTable &table, unsigned long row, unsigned long from, 
     moveGaps(table, row, from - count, count, table.width() - count);
 }
 
+bool isTaken(const std::string &name)
+{
+    return std::any_of(Space::instance()->begin(), Space::instance()->end(),
+                       [&name](const Compound *object) { return object->Name() == name; });
+}
+
+// A copy of some rows is another alignment than the whole one, and two of them can be told apart.
+std::string nameOfPart(const std::string &whole, std::size_t rows)
+{
+    const std::string count = rows == 1 ? "row" : std::to_string(rows) + " rows";
+    const std::string wanted = whole + (rows == 0 ? " (no rows)" : " (first " + count + ')');
+    std::string name = wanted;
+    for (int number = 2; isTaken(name); ++number)
+        name = wanted + ' ' + std::to_string(number);
+    return name;
+}
+
 bool isRange(const Alignment::Range &range, unsigned long width)
 {
     return range.first < range.second && range.second <= width;
@@ -78,14 +95,17 @@ Alignment *Alignment::duplicate(unsigned long n) const
     rows.reserve(count);
     for (std::size_t i = 0; i < count; ++i)
         rows.push_back(std::make_unique<AlignmentRow>(m_Table->row(i)));
-    auto copy = AlignmentTable::make(Name(), std::move(rows), m_Width);
+    const bool isWhole = count == m_Table->rowCount();
+    auto copy = AlignmentTable::make(isWhole ? Name() : nameOfPart(Name(), count), std::move(rows),
+                                     m_Width);
     Alignment *const result = copy.get();
     result->m_Range = m_Range;
     if (m_Table->annotation() != nullptr)
         copy->table().presetAnnotation(
             std::make_unique<AlignmentAnnotation>(*m_Table->annotation()));
     const ChangeScope scope;
-    ObjectSpace::get().add(std::move(copy));
+    // Some rows are copied for a program to read, which the user does not miss.
+    ObjectSpace::get().add(std::move(copy), isWhole ? EditPart::Whole : EditPart::Arrival);
     return result;
 }
 

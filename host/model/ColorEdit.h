@@ -34,6 +34,7 @@ public:
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
     const char *kind() const override { return "colour residues"; }
+    EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override;
 
 private:

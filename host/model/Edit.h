@@ -2,6 +2,8 @@
 // Reversible changes of the model, and who keeps them.
 #pragma once
 
+#include "EditParts.h"
+
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] virtual const char *kind() const = 0;
     // The object changed; it exists as long as the edit does.
     [[nodiscard]] virtual Compound *subject() const = 0;
+    // What of the objects is changed.
+    [[nodiscard]] virtual EditPart part() const = 0;
     // The change is one of the object as a whole: "delete SeqAli", not "move gap in SeqAli".
     [[nodiscard]] virtual bool actsOnWhole() const { return false; }
     // Appends every object changed.
@@ -34,6 +38,11 @@ public:
     {
         out.push_back(subject());
     }
+    // Appends the objects of which a file would hold the change, themselves or with what they are a
+    // part of: of objects that come to or leave another one, that one.
+    virtual void appendHolders(std::vector<const Compound *> &out) const { appendSubjects(out); }
+    // Appends the objects that go with the edit when it is dropped.
+    virtual void appendOwned(std::vector<const Compound *> &) const { }
     // The object whose lock forbids the change.
     [[nodiscard]] virtual const Compound *guarded() const { return subject(); }
 

@@ -22,6 +22,7 @@ public:
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
     const char *kind() const override { return "renumber"; }
+    EditPart part() const override { return EditPart::Numbers; }
     Compound *subject() const override;
 
 private:

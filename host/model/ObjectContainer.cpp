@@ -11,13 +11,13 @@ namespace TAMBO {
 
 ObjectContainer::~ObjectContainer() = default;
 
-Compound &ObjectContainer::add(std::unique_ptr<Compound> object)
+Compound &ObjectContainer::add(std::unique_ptr<Compound> object, EditPart part)
 {
     const ChangeScope scope;
     Compound &added = *object;
     const std::size_t index = objectCount();
     insertObject(index, std::move(object));
-    recordInverse(std::make_unique<ObjectsEdit>(*this, index, "add"));
+    recordInverse(std::make_unique<ObjectsEdit>(*this, index, "add", part));
     return added;
 }
 

@@ -2,6 +2,8 @@
 // An object that owns others which can be added and taken out: Space, a structure, a peptide.
 #pragma once
 
+#include "EditParts.h"
+
 #include <cstddef>
 #include <memory>
 
@@ -24,8 +26,8 @@ public:
     virtual void insertObject(std::size_t index, std::unique_ptr<Compound> object) = 0;
     [[nodiscard]] virtual std::unique_ptr<Compound> takeObject(std::size_t index) = 0;
 
-    // Appends an object as a recorded change.
-    Compound &add(std::unique_ptr<Compound> object);
+    // Appends an object as a recorded change. Of one in Space, part says whether it is new work.
+    Compound &add(std::unique_ptr<Compound> object, EditPart part = EditPart::Whole);
 
 protected:
     ObjectContainer() = default;

@@ -107,7 +107,8 @@ Peptide &makeSequence(RowRecord &row, const RowTie &tie)
     for (const RowTieRun &run : tie.runs())
         made->tie(run.first, *run.chain, run.chainFirst, run.count);
     Peptide &peptide = *made;
-    ObjectSpace::get().add(std::move(made));
+    // The file holds it, and the alignment that shows it.
+    ObjectSpace::get().add(std::move(made), EditPart::Arrival);
     return peptide;
 }
 

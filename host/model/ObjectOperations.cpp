@@ -26,6 +26,7 @@ public:
     }
     std::size_t bytes() const override { return sizeof(*this) + m_Name.capacity(); }
     const char *kind() const override { return "rename"; }
+    EditPart part() const override { return EditPart::Name; }
     Compound *subject() const override { return &m_Object; }
     bool actsOnWhole() const override { return true; }
 
@@ -50,6 +51,7 @@ public:
     }
     std::size_t bytes() const override { return sizeof(*this); }
     const char *kind() const override { return "colour"; }
+    EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override { return &m_Object; }
     bool actsOnWhole() const override { return true; }
 

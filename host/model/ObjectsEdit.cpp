@@ -3,8 +3,10 @@
 
 #include "ChangeScope.h"
 #include "Compound.h"
+#include "Element.h"
 #include "Footprint.h"
 #include "ObjectContainer.h"
+#include "Space.h"
 
 #include <algorithm>
 #include <string_view>
@@ -13,8 +15,13 @@
 
 namespace TAMBO {
 
-ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind)
-    : m_Container(container), m_Index(index), m_Kind(kind), m_Members{container.object(index)}
+ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
+                         EditPart part)
+    : m_Container(container),
+      m_Index(index),
+      m_Kind(kind),
+      m_Part(part),
+      m_Members{container.object(index)}
 { }
 
 ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
@@ -28,6 +35,7 @@ ObjectsEdit::ObjectsEdit(ObjectsEdit &applied)
     : m_Container(applied.m_Container),
       m_Index(applied.m_Index),
       m_Kind(applied.m_Kind),
+      m_Part(applied.m_Part),
       m_Members(std::move(applied.m_Members))
 { }
 
@@ -37,7 +45,8 @@ bool ObjectsEdit::absorb(const ObjectsEdit &next)
 {
     const bool bothTakeOut = m_Owned.empty() && next.m_Owned.empty();
     if (!bothTakeOut || &m_Container != &next.m_Container ||
-        m_Index + m_Members.size() != next.m_Index || std::string_view(m_Kind) != next.m_Kind)
+        m_Index + m_Members.size() != next.m_Index || std::string_view(m_Kind) != next.m_Kind ||
+        m_Part != next.m_Part)
         return false;
     const Compound &last = *m_Members.back();
     const Compound &following = *next.m_Members.front();
@@ -82,6 +91,32 @@ Compound *ObjectsEdit::subject() const
 void ObjectsEdit::appendSubjects(std::vector<const Compound *> &out) const
 {
     out.insert(out.end(), m_Members.begin(), m_Members.end());
+}
+
+EditPart ObjectsEdit::part() const
+{
+    if (dynamic_cast<const Element *>(m_Members.front()) != nullptr)
+        return EditPart::Elements;
+    return isTop() ? m_Part : EditPart::Members;
+}
+
+void ObjectsEdit::appendHolders(std::vector<const Compound *> &out) const
+{
+    if (isTop())
+        appendSubjects(out);
+    else
+        out.push_back(&m_Container.asCompound());
+}
+
+void ObjectsEdit::appendOwned(std::vector<const Compound *> &out) const
+{
+    for (const std::unique_ptr<Compound> &object : m_Owned)
+        out.push_back(object.get());
+}
+
+bool ObjectsEdit::isTop() const
+{
+    return &m_Container.asCompound() == Space::instance();
 }
 
 const Compound *ObjectsEdit::guarded() const

@@ -15,7 +15,8 @@ class ObjectsEdit final : public Edit
 {
 public:
     // Applying takes the one object at index out.
-    ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind);
+    ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
+                EditPart part = EditPart::Whole);
     // Applying puts the object, which was taken out, back at index.
     ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
                 std::unique_ptr<Compound> object);
@@ -27,18 +28,24 @@ public:
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
     const char *kind() const override { return m_Kind; }
+    EditPart part() const override;
     // The first of the objects.
     Compound *subject() const override;
     bool actsOnWhole() const override { return true; }
     void appendSubjects(std::vector<const Compound *> &out) const override;
+    void appendHolders(std::vector<const Compound *> &out) const override;
+    void appendOwned(std::vector<const Compound *> &out) const override;
     const Compound *guarded() const override;
 
 private:
     explicit ObjectsEdit(ObjectsEdit &applied);
+    [[nodiscard]] bool isTop() const;
 
     ObjectContainer &m_Container;
     std::size_t m_Index;
     const char *m_Kind;
+    // Of objects that stand in Space.
+    EditPart m_Part = EditPart::Whole;
     // In the order of the container.
     std::vector<Compound *> m_Members;
     // The members while they are out of the tree; else empty.

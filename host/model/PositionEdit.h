@@ -37,6 +37,7 @@ public:
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
     const char *kind() const override { return "superpose"; }
+    EditPart part() const override { return EditPart::Places; }
     Compound *subject() const override;
     bool actsOnWhole() const override { return true; }
     void appendSubjects(std::vector<const Compound *> &out) const override;

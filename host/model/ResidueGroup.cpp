@@ -25,6 +25,7 @@ public:
     }
     std::size_t bytes() const override { return sizeof(*this); }
     const char *kind() const override { return "renumber"; }
+    EditPart part() const override { return EditPart::Numbers; }
     Compound *subject() const override { return &m_Group; }
     bool actsOnWhole() const override { return true; }
 
