@@ -2,6 +2,8 @@
 // A PDF or PostScript file as a reader of it sees it: text with its places, fonts, and pixels.
 #pragma once
 
+#include "support/WaitUntil.h"
+
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -77,7 +79,7 @@ private:
         const QString pdf = m_Folder.filePath("distilled.pdf");
         program.start("gs", {"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", "-sDEVICE=pdfwrite",
                              "-sOutputFile=" + pdf, path});
-        EXPECT_TRUE(program.waitForFinished(-1)) << "is ghostscript installed?";
+        EXPECT_TRUE(program.waitForFinished(kPatienceMilliseconds)) << "is ghostscript installed?";
         EXPECT_EQ(program.exitCode(), 0) << program.readAll().toStdString();
         return pdf;
     }

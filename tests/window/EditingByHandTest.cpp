@@ -2,6 +2,7 @@
 // Editing an alignment with the mouse, as hands do it: the gestures on the cells, judged by what
 // the screen shows, taken back and done again with the keys.
 #include "EditingFixture.h"
+#include "support/WaitUntil.h"
 
 #include <functional>
 
@@ -113,10 +114,10 @@ TEST_F(EditingByHand, AClosedHandShowsWhileAGapIsDragged)
     m_Screen.moveMouse(cell(0, 5));
     const QImage arrow = settledPointer(cell(0, 5));
     m_Screen.press(1);
-    VirtualScreen::waitUntil([&] { return pointer(cell(0, 5)) != arrow || !isRunning(); });
+    waitUntil([&] { return pointer(cell(0, 5)) != arrow || !isRunning(); });
     // Let go where it began, the gap stays.
     m_Screen.release(1);
-    VirtualScreen::waitUntil([&] { return pointer(cell(0, 5)) == arrow || !isRunning(); });
+    waitUntil([&] { return pointer(cell(0, 5)) == arrow || !isRunning(); });
     waitForPicture(m_Before);
 }
 
@@ -129,7 +130,7 @@ TEST_F(EditingByHand, AToolTipComesUpWhereThePointerRests)
     // it is told again with each motion, which comes later than a tip would have.
     const auto restAt = [&](QPoint place, const std::function<bool()> &isAsWanted) {
         constexpr int looksPerMotion = 200;
-        VirtualScreen::waitUntil([&, looks = 0]() mutable {
+        waitUntil([&, looks = 0]() mutable {
             if (looks % looksPerMotion == 0) {
                 m_Screen.activate(workbench);
                 m_Screen.activate(m_Editor);

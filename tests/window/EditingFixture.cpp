@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EditingFixture.h"
+#include "support/WaitUntil.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -71,9 +72,9 @@ void EditingFixture::dragWithBoth(QPoint from, QPoint to, int first, int other) 
 
 void EditingFixture::chooseInMenu(const QString &key)
 {
-    VirtualScreen::waitUntil([&] { return m_Screen.findPopups().size() == 1 || !isRunning(); });
+    waitUntil([&] { return m_Screen.findPopups().size() == 1 || !isRunning(); });
     m_Screen.pressKey(key);
-    VirtualScreen::waitUntil([&] { return m_Screen.findPopups().isEmpty() || !isRunning(); });
+    waitUntil([&] { return m_Screen.findPopups().isEmpty() || !isRunning(); });
     EXPECT_TRUE(isRunning());
 }
 
@@ -118,7 +119,7 @@ QImage EditingFixture::settledPointer(QPoint place) const
 void EditingFixture::waitForPicture(const QImage &expected)
 {
     park();
-    VirtualScreen::waitUntil([&] { return picture(m_Grid) == expected || !isRunning(); });
+    waitUntil([&] { return picture(m_Grid) == expected || !isRunning(); });
     EXPECT_TRUE(isRunning());
 }
 
@@ -140,7 +141,7 @@ void EditingFixture::waitForRowsIn(const CellGrid &grid, const QStringList &rows
         const QColor plain = colorOf(rows[row][column].toLatin1());
         return row == selectedRow || column == selectedColumn ? selected(plain) : plain;
     };
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         const QImage image = m_Screen.picture(area);
         bool isShown = true;
         for (int row = 0; row < lines; ++row) {
@@ -158,7 +159,7 @@ void EditingFixture::waitForSelected(int row, int column)
 {
     park();
     const QColor wanted = selected(colorOf(kRows[row][column].toLatin1()));
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         const QImage image = m_Screen.picture();
         return isAlike(image.pixelColor(m_Grid.ground(row, column)), wanted) || !isRunning();
     });
@@ -183,14 +184,13 @@ std::pair<int, int> EditingFixture::markedColumns() const
 void EditingFixture::waitForMarked(int begin, int end)
 {
     park();
-    VirtualScreen::waitUntil(
-        [&] { return markedColumns() == std::pair(begin, end) || !isRunning(); });
+    waitUntil([&] { return markedColumns() == std::pair(begin, end) || !isRunning(); });
     EXPECT_TRUE(isRunning());
 }
 
 void EditingFixture::waitForLines(const QByteArray &line, qsizetype count)
 {
-    VirtualScreen::waitUntil([&] { return linesWith(line) >= count || !isRunning(); });
+    waitUntil([&] { return linesWith(line) >= count || !isRunning(); });
     EXPECT_EQ(linesWith(line), count) << line.toStdString();
 }
 

@@ -2,6 +2,7 @@
 // From two files to a model, as a user does it with the mouse and the real modelling engine.
 #include "FileReader.h"
 #include "WindowFixture.h"
+#include "support/WaitUntil.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,7 +46,7 @@ protected:
         const QPoint corner = m_Screen.geometryOf(editor).topLeft();
         const QColor ground = m_Screen.picture().pixelColor(corner + kKestramEntry);
         m_Screen.click(corner + kModelMenu);
-        VirtualScreen::waitUntil([&] {
+        waitUntil([&] {
             return m_Screen.picture().pixelColor(corner + kKestramEntry) != ground || !isRunning();
         });
         m_Screen.click(corner + kKestramEntry);
@@ -75,7 +76,7 @@ TEST_F(Modelling, TwoFilesBecomeAModelThatIsTheTargetsStructure)
     // Picking the model in the tree marks the target's row.
     const QPoint corner = m_Screen.geometryOf(window(kWorkbench)).topLeft();
     m_Screen.click(corner + kFirstObject + 2 * kNextObject);
-    VirtualScreen::waitUntil(
+    waitUntil(
         [&] { return m_Screen.picture().pixelColor(target) != colorOf('I') || !isRunning(); });
     EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 0)), colorOf('I'));
     m_Screen.pressKey(editor, "ctrl+z");
@@ -109,7 +110,7 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     const auto exists = [this](const char *name) {
         return QFile::exists(m_Folder.filePath(QString::fromLatin1(name)));
     };
-    VirtualScreen::waitUntil([&] { return exists("up") || !isRunning(); });
+    waitUntil([&] { return exists("up") || !isRunning(); });
     m_Screen.pressKey(window(kWorkbench), "ctrl+q");
     EXPECT_EQ(waitForEnd(), 0);
     EXPECT_FALSE(exists("end"));
@@ -117,7 +118,7 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     ASSERT_TRUE(pipe.open(QIODevice::WriteOnly));
     pipe.write("\n");
     pipe.close();
-    VirtualScreen::waitUntil([&] { return exists("end"); });
+    waitUntil([&] { return exists("end"); });
     EXPECT_FALSE(exists("signal"));
     EXPECT_FALSE(exists("user/cache/tmp/model.pdb"));
 }

@@ -2,6 +2,7 @@
 // Two editor windows on one alignment, and the workbench beside them: what is done in one, shows
 // in all.
 #include "EditingFixture.h"
+#include "support/WaitUntil.h"
 
 #include <QFile>
 
@@ -33,7 +34,7 @@ protected:
         // Below the first, which comes to the front when it is clicked.
         const QRect first = m_Screen.geometryOf(m_Editor);
         m_Screen.moveWindow(m_Other, first.bottomLeft() + QPoint(0, 20));
-        VirtualScreen::waitUntil(
+        waitUntil(
             [&] { return m_Screen.geometryOf(m_Other).top() > first.bottom() || !isRunning(); });
         m_OtherGrid = grid(m_Other, kRows[0].left(4));
         waitForBoth(kRows);
@@ -73,7 +74,7 @@ protected:
             }
             return true;
         };
-        VirtualScreen::waitUntil([&] { return isBlank() || !isRunning(); });
+        waitUntil([&] { return isBlank() || !isRunning(); });
         EXPECT_TRUE(isRunning());
     }
 
@@ -162,10 +163,10 @@ TEST_F(SeveralEditors, ADeletionInTheTreeEmptiesBoth)
     m_Screen.pressKey(m_Workbench, "Delete");
     waitForNothing(m_Grid);
     waitForNothing(m_OtherGrid);
-    VirtualScreen::waitUntil([&] { return !hasText(treeKind()) || !isRunning(); });
+    waitUntil([&] { return !hasText(treeKind()) || !isRunning(); });
     // Back by undo, it is shown where it is asked for.
     m_Screen.pressKey(m_Workbench, "ctrl+z");
-    VirtualScreen::waitUntil([&] { return hasText(treeKind()) || !isRunning(); });
+    waitUntil([&] { return hasText(treeKind()) || !isRunning(); });
     // Elsewhere than the click, which would count as the first of the two.
     m_Screen.doubleClick(treeRow() + QPoint(50, 0));
     const QString third = openedBeside({m_Editor, m_Other});
@@ -187,7 +188,7 @@ TEST_F(SeveralEditors, ALockedAlignmentIsLeftAloneAndTheWorkbenchSaysSo)
     chooseInTree("l");
     m_Screen.drag(cell(1, 13), cell(1, 2));
     waitForLines("Cannot update CDB!");
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         const QImage said = statusLine();
         return (said != saidBefore && hasText(said)) || !isRunning();
     });

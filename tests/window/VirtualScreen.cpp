@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "VirtualScreen.h"
 
-#include <QCoreApplication>
+#include "support/WaitUntil.h"
+
 #include <QDir>
 #include <QFile>
-#include <QThread>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
-
-constexpr int kPauseMilliseconds = 10;
 
 // The words of the header of the server's picture file that matter here.
 enum HeaderWord { HeaderSize = 0, Width = 4, Height = 5, BytesPerLine = 12, ColorCount = 19 };
@@ -35,7 +32,7 @@ VirtualScreen::VirtualScreen()
     m_Server.start("Xvfb", {"-displayfd", "1", "-r", "-screen", "0", "1920x1080x24", "-dpi", "96",
                             "-nolisten", "tcp", "-noreset", "-fbdir", m_Folder.path()});
     QByteArray number;
-    while (!number.endsWith('\n') && m_Server.waitForReadyRead(-1))
+    while (!number.endsWith('\n') && m_Server.waitForReadyRead(kPatienceMilliseconds))
         number += m_Server.readAllStandardOutput();
     m_Display = ':' + QString::fromLatin1(number.trimmed());
     EXPECT_GT(m_Display.size(), 1) << "the X server does not start";
@@ -45,7 +42,7 @@ VirtualScreen::VirtualScreen()
     m_Manager.setProcessEnvironment(environment);
     m_Manager.start("openbox", {"--sm-disable", "--config-file", writeManagerSettings()});
     // It may answer below before the event loop has heard that it runs.
-    EXPECT_TRUE(m_Manager.waitForStarted(-1));
+    EXPECT_TRUE(m_Manager.waitForStarted(kPatienceMilliseconds));
     waitUntil([this] {
         return m_Manager.state() == QProcess::NotRunning ||
                xdotool({"get_num_desktops"}).has_value();
@@ -72,15 +69,7 @@ VirtualScreen::~VirtualScreen()
 {
     for (QProcess *process : {&m_Manager, &m_Server}) {
         process->terminate();
-        process->waitForFinished(-1);
-    }
-}
-
-void VirtualScreen::waitUntil(const std::function<bool()> &condition)
-{
-    while (!condition()) {
-        QCoreApplication::processEvents();
-        QThread::msleep(kPauseMilliseconds);
+        process->waitForFinished(kPatienceMilliseconds);
     }
 }
 
@@ -96,6 +85,14 @@ QImage VirtualScreen::picture(const QRect &area) const
     const QImage image(pixels, int(word(Width)), int(word(Height)), qsizetype(word(BytesPerLine)),
                        QImage::Format_RGB32);
     return image.copy(area.isNull() ? image.rect() : area);
+}
+
+// On a busy machine the manager may come to raise or focus a window long after the program has
+// painted it.
+bool VirtualScreen::isIdle() const
+{
+    return isAsleep(m_Manager.processId()) && isAsleep(m_Server.processId()) &&
+           isAsleep(m_Manager.processId());
 }
 
 bool VirtualScreen::isAsleep(qint64 process)
@@ -120,7 +117,7 @@ std::optional<QString> VirtualScreen::run(const QString &program,
     environment.insert("DISPLAY", m_Display);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
-    process.waitForFinished(-1);
+    process.waitForFinished(kPatienceMilliseconds);
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         return std::nullopt;
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();

@@ -8,7 +8,6 @@
 #include <QString>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <optional>
 
 class VirtualScreen
@@ -20,8 +19,8 @@ public:
     [[nodiscard]] QString display() const { return m_Display; }
     // Of a part of the screen, or of all of it.
     [[nodiscard]] QImage picture(const QRect &area = QRect()) const;
-    // Whether the server has nothing to do at this moment.
-    [[nodiscard]] bool isIdle() const { return isAsleep(m_Server.processId()); }
+    // Whether neither the server nor the window manager has anything to do at this moment.
+    [[nodiscard]] bool isIdle() const;
 
     // The visible windows of exactly this title, the largest first.
     [[nodiscard]] QStringList findWindows(const QString &title) const;
@@ -46,8 +45,6 @@ public:
     // To whatever has the keyboard.
     void pressKey(const QString &keys) const;
 
-    // Waits for as long as it takes.
-    static void waitUntil(const std::function<bool()> &condition);
     // Whether all threads of the process wait for something, rather than for the processor.
     [[nodiscard]] static bool isAsleep(qint64 process);
 

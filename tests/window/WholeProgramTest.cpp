@@ -2,6 +2,7 @@
 // The program as a user sees it: real windows, real mouse and keys, judged by the picture.
 #include "FileReader.h"
 #include "WindowFixture.h"
+#include "support/WaitUntil.h"
 
 #include <QFileInfo>
 
@@ -108,7 +109,7 @@ TEST_F(WholeProgram, PickingAStructureMarksItsRowInTheEditor)
     const QColor plain = colorOf('I');
     // Half of the bright yellow that marks the selected.
     const QColor marked((plain.red() + 255) / 2, (plain.green() + 255) / 2, plain.blue() / 2);
-    VirtualScreen::waitUntil(
+    waitUntil(
         [&] { return m_Screen.picture().pixelColor(grid.ground(0, 0)) != plain || !isRunning(); });
     const QColor shown = m_Screen.picture().pixelColor(grid.ground(0, 0));
     EXPECT_NEAR(shown.red(), marked.red(), 1);
@@ -208,7 +209,7 @@ TEST_F(WholeProgram, PlacesOfWindowsAreRemembered)
     const QRect before = m_Screen.geometryOf(editor);
     m_Screen.moveWindow(editor, before.topLeft() + QPoint(40, 150));
     QRect moved;
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         moved = m_Screen.geometryOf(editor);
         return moved.left() != before.left() && moved.top() != before.top();
     });

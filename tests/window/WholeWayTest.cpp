@@ -3,6 +3,7 @@
 // saved alignment, and back from the file.
 #include "FileReader.h"
 #include "WindowFixture.h"
+#include "support/WaitUntil.h"
 
 #include <QFile>
 
@@ -112,7 +113,7 @@ protected:
         park();
         const int columns = columnsInSight();
         EXPECT_GT(columns, kLoopEnd);
-        VirtualScreen::waitUntil([&] {
+        waitUntil([&] {
             const QImage image = m_Screen.picture();
             bool isShown = true;
             for (int row = 0; row <= rows.size(); ++row) {
@@ -164,7 +165,7 @@ protected:
         QFile file(m_Folder.filePath("user/data/tambo.log"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         QByteArray text;
-        VirtualScreen::waitUntil([&] {
+        waitUntil([&] {
             text += file.readAll();
             return text.contains(line) || !isRunning();
         });

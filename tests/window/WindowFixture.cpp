@@ -3,6 +3,7 @@
 
 #include "AminoAcids.h"
 #include "FileReader.h"
+#include "support/WaitUntil.h"
 
 #include <QFile>
 #include <QFont>
@@ -38,9 +39,15 @@ WindowFixture::WindowFixture()
 
 WindowFixture::~WindowFixture()
 {
+    if (HasFailure()) {
+        // What stood on the screen tells most of what went wrong.
+        const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();
+        m_Screen.picture().save(
+            QString(BUILD_DIR "/failed-%1.%2.png").arg(test->test_suite_name(), test->name()));
+    }
     if (isRunning()) {
         m_Program.kill();
-        m_Program.waitForFinished(-1);
+        m_Program.waitForFinished(kPatienceMilliseconds);
     }
     if (HasFailure()) {
         std::fprintf(stderr, "%s%s", m_Program.readAllStandardOutput().constData(),
@@ -51,7 +58,7 @@ WindowFixture::~WindowFixture()
 void WindowFixture::start(const QStringList &arguments)
 {
     m_Program.start(BUILD_DIR "/bin/tambo", arguments);
-    ASSERT_TRUE(m_Program.waitForStarted(-1));
+    ASSERT_TRUE(m_Program.waitForStarted(kPatienceMilliseconds));
 }
 
 void WindowFixture::send(int signal) const
@@ -61,7 +68,7 @@ void WindowFixture::send(int signal) const
 
 int WindowFixture::waitForEnd()
 {
-    m_Program.waitForFinished(-1);
+    m_Program.waitForFinished(kPatienceMilliseconds);
     EXPECT_EQ(m_Program.exitStatus(), QProcess::NormalExit);
     return m_Program.exitCode();
 }
@@ -80,7 +87,7 @@ bool WindowFixture::isSettled() const
 QString WindowFixture::window(const QString &title, int count)
 {
     QStringList found;
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         found = m_Screen.findWindows(title);
         return found.size() >= count || !isRunning();
     });
@@ -90,8 +97,7 @@ QString WindowFixture::window(const QString &title, int count)
 
 void WindowFixture::waitForWindows(const QString &title, int count)
 {
-    VirtualScreen::waitUntil(
-        [&] { return m_Screen.findWindows(title).size() == count || !isRunning(); });
+    waitUntil([&] { return m_Screen.findWindows(title).size() == count || !isRunning(); });
     EXPECT_TRUE(isRunning());
 }
 
@@ -110,7 +116,7 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
         return true;
     };
     bool isFound = false;
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         const QRect area = m_Screen.geometryOf(window);
         const QImage image = m_Screen.picture();
         for (int y = area.top(); !isFound && y <= area.bottom(); ++y) {
@@ -139,8 +145,7 @@ void WindowFixture::enterFile(const QString &dialog, const QString &file)
 {
     const auto isGone = [&] { return !isRunning() || m_Screen.findWindows(dialog).isEmpty(); };
     const auto waitForRest = [&] {
-        VirtualScreen::waitUntil([&] { return isSettled() || isGone(); });
-        return !isGone();
+        return waitUntil([&] { return isSettled() || isGone(); }) && !isGone();
     };
     m_Screen.typeText(window(dialog), file);
     while (waitForRest()) {
@@ -162,7 +167,7 @@ QStringList WindowFixture::save(const QString &editor, const QString &file)
     chooseSave(editor);
     enterFile("Save As", file);
     // A file takes its name when it is complete.
-    VirtualScreen::waitUntil([&] { return QFile::exists(file) || !isRunning(); });
+    waitUntil([&] { return QFile::exists(file) || !isRunning(); });
     TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
     QStringList rows;
     EXPECT_TRUE(contents.has_value());
@@ -178,7 +183,7 @@ QStringList WindowFixture::save(const QString &editor, const QString &file)
 QImage WindowFixture::settled(const std::function<QImage()> &picture) const
 {
     QImage last;
-    VirtualScreen::waitUntil([&] {
+    waitUntil([&] {
         const bool isQuiet = isSettled();
         QImage now = picture();
         const bool isSame = now == last;
@@ -190,8 +195,7 @@ QImage WindowFixture::settled(const std::function<QImage()> &picture) const
 
 void WindowFixture::waitForColor(QPoint place, const QColor &color)
 {
-    VirtualScreen::waitUntil(
-        [&] { return m_Screen.picture().pixelColor(place) == color || !isRunning(); });
+    waitUntil([&] { return m_Screen.picture().pixelColor(place) == color || !isRunning(); });
     EXPECT_TRUE(isRunning());
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndSignals.h"
+#include "support/WaitUntil.h"
 
 #include <QCoreApplication>
 
@@ -22,8 +23,7 @@ protected:
     }
     void waitForRequest() const
     {
-        while (m_Count == 0)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        waitUntil([this] { return m_Count != 0; });
     }
 
     EndSignals m_Signals;
@@ -73,8 +73,7 @@ TEST(EndSignals, WhatWasIgnoredStaysIgnored)
         QObject::connect(&ends, &EndSignals::asked, &ends, [&count] { ++count; });
         std::raise(SIGHUP);
         std::raise(SIGTERM);
-        while (count == 0)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        waitUntil([&count] { return count != 0; });
     }
     EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }

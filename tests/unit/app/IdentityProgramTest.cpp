@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // `tambo identity` as scripts call it.
 #include "ProgramFixture.h"
+#include "support/WaitUntil.h"
 
 namespace {
 
@@ -73,7 +74,7 @@ TEST_F(IdentityProgram, OutputThatCannotBeWrittenIsAnError)
     QProcess process;
     process.setStandardOutputFile("/dev/full");
     process.start(BUILD_DIR "/bin/tambo", {"identity", write("x.fasta", ">a\nACD\n>b\nACD\n")});
-    ASSERT_TRUE(process.waitForFinished(-1));
+    ASSERT_TRUE(process.waitForFinished(kPatienceMilliseconds));
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_EQ(process.readAllStandardError(), "tambo: cannot write to the standard output\n");
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program as scripts call it: without a display, judged by its output and exit status.
 #include "ProgramFixture.h"
+#include "support/WaitUntil.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -161,7 +162,7 @@ TEST_F(InfoProgram, OutputThatCannotBeWrittenIsAnError)
     QProcess process;
     process.setStandardOutputFile("/dev/full");
     process.start(BUILD_DIR "/bin/tambo", {"info", write("x.fasta", ">a\nACD\n")});
-    ASSERT_TRUE(process.waitForFinished(-1));
+    ASSERT_TRUE(process.waitForFinished(kPatienceMilliseconds));
     EXPECT_EQ(process.exitCode(), 1);
 }
 

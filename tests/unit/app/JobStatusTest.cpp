@@ -2,6 +2,7 @@
 #include "JobStatus.h"
 
 #include "JobList.h"
+#include "support/WaitUntil.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -54,8 +55,7 @@ TEST_F(JobStatusTest, TheLastLineStandsBesideNameAndDuration)
 TEST_F(JobStatusTest, TheDurationGoesOnByItself)
 {
     m_Jobs.begin("Kestram");
-    while (m_Status->text() != "Kestram 0:01")
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil([this] { return m_Status->text() != "Kestram 0:00"; });
 }
 
 TEST_F(JobStatusTest, OfSeveralJobsTheNewestIsShownWithTheirNumber)

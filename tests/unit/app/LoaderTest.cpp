@@ -9,6 +9,7 @@
 #include "ObjectSources.h"
 #include "Subscriber.h"
 #include "TestTexts.h"
+#include "support/WaitUntil.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -44,8 +45,7 @@ protected:
             paths.emplace_back(file.toStdString());
         m_Loader.open(paths);
         EXPECT_TRUE(m_Loader.isBusy());
-        while (m_Loader.isBusy())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        waitUntil([this] { return !m_Loader.isBusy(); });
     }
     const LoadReport &report() const { return m_Reports.back(); }
     static QStringList log()
@@ -189,8 +189,7 @@ TEST_F(LoaderTest, ACancelledCommandLoadsNothing)
     ASSERT_GE(pipe, 0);
     m_Loader.cancel();
     ::close(pipe);
-    while (m_Loader.isBusy())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil([this] { return !m_Loader.isBusy(); });
     EXPECT_TRUE(report().isCancelled);
     EXPECT_TRUE(report().failures.empty());
     EXPECT_TRUE(topLevelNames().empty());
@@ -205,13 +204,11 @@ TEST_F(LoaderTest, ALongReadingShowsItsProgressAndCanBeCancelled)
     EXPECT_FALSE(progress.isVisible());
     const int pipe = ::open(endless.toUtf8().constData(), O_WRONLY);
     ASSERT_GE(pipe, 0);
-    while (!progress.isVisible())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil([&progress] { return progress.isVisible(); });
     QTest::mouseClick(progress.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel),
                       Qt::LeftButton);
     ::close(pipe);
-    while (m_Loader.isBusy())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil([this] { return !m_Loader.isBusy(); });
     EXPECT_TRUE(report().isCancelled);
     EXPECT_FALSE(progress.isVisible());
 }

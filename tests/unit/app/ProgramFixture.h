@@ -2,6 +2,8 @@
 // The program as scripts call it: without a display, judged by its output and exit status.
 #pragma once
 
+#include "support/WaitUntil.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -39,7 +41,7 @@ protected:
         environment.insert("TAMBO_USER_DIR", m_Folder.path());
         process.setProcessEnvironment(environment);
         process.start(BUILD_DIR "/bin/tambo", arguments);
-        EXPECT_TRUE(process.waitForFinished(-1));
+        EXPECT_TRUE(process.waitForFinished(kPatienceMilliseconds));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         return {process.exitCode(), process.readAllStandardOutput(),
                 process.readAllStandardError()};

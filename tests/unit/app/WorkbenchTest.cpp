@@ -19,6 +19,7 @@
 #include "UndoActions.h"
 #include "UndoCommands.h"
 #include "support/LogLines.h"
+#include "support/WaitUntil.h"
 
 #include <QAction>
 #include <QDropEvent>
@@ -91,8 +92,7 @@ protected:
     }
     void finish()
     {
-        while (m_Workbench->loader().isBusy())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        waitUntil([this] { return !m_Workbench->loader().isBusy(); });
     }
     QAction *menuEntry(const QString &menu, const QString &text)
     {
@@ -399,8 +399,7 @@ TEST_F(WorkbenchTest, ARequestToEndEndsWhatTheUserIsAsked)
     EXPECT_EQ(dialog.exec(), QDialog::Rejected);
     // Only then, for somebody was waiting for the answer.
     EXPECT_TRUE(window().isVisible());
-    while (window().isVisible())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil([this] { return !window().isVisible(); });
 }
 
 TEST_F(WorkbenchTest, ARequestToEndLeavesADialogOpenWhenTheUserStays)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ModellingFixture.h"
 
-#include <QTimer>
+#include "support/WaitUntil.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -95,11 +95,7 @@ QByteArray ModellingFixture::noted(const QString &name) const
 
 void ModellingFixture::waitFor(const std::function<bool()> &condition)
 {
-    // Some conditions come true without an event.
-    QTimer pulse;
-    pulse.start(5);
-    while (!condition())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntil(condition);
 }
 
 void ModellingFixture::waitForIdle(ZEP::KALMO2 &window)

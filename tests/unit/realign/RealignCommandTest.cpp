@@ -6,10 +6,10 @@
 #include "ObjectOperations.h"
 #include "support/LogLines.h"
 #include "support/ScopedSettings.h"
+#include "support/WaitUntil.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QMessageBox>
 #include <QProgressDialog>
@@ -228,15 +228,11 @@ TEST_F(RealignCommandTest, AHangingProgramCanBeCancelledAndEndsWithItsChildren)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     for (const QByteArray &id : file.readAll().simplified().split(' ')) {
         // Somebody has to collect an orphan first.
-        QElapsedTimer timer;
-        timer.start();
         const auto isAlive = [&id] {
             QFile stat("/proc/" + id + "/stat");
             return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
         };
-        while (isAlive() && timer.elapsed() < 10'000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        EXPECT_FALSE(isAlive()) << id.toStdString();
+        EXPECT_TRUE(waitUntil([&] { return !isAlive(); })) << id.toStdString();
     }
 }
 
