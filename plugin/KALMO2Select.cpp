@@ -7,7 +7,9 @@
 #include "SubSequenceSearch.h"
 
 #include <QInputDialog>
+#include <QPointer>
 
+#include <optional>
 #include <vector>
 
 namespace {
@@ -60,12 +62,25 @@ void KALMO2::selectSubSequence()
         this, "Select", "Enter searched subsequence:", QLineEdit::Normal, QString(), &ok);
     if (!ok || pattern.isEmpty() || m_Data == nullptr)
         return;
+    using Language = RowSearch::Language;
+    const Language language = Config::GetSetting("KALMO2", "SimpleRegExp").ToBool()
+                                  ? Language::Cells
+                                  : Language::Expression;
+    std::optional<RowSearch::Found> found;
+    // Nothing is searched for in vain; a guard that is refused says why.
+    if (!m_Data->IsLocked() && !TAMBO::Space::instance()->IsLocked()) {
+        const QPointer<KALMO2> alive(this);
+        const TAMBO::Alignment *searched = m_Data;
+        found = RowSearch::Run(this, *m_Data, pattern, language);
+        if (!alive || m_Data != searched || !found)
+            return;
+    }
     const DataPoint<TAMBO::Alignment> guard(this, m_Data);
-    if (guard.m_good) {
-        if (Config::GetSetting("KALMO2", "SimpleRegExp").ToBool())
-            selectCells(*guard, pattern);
+    if (guard.m_good && found) {
+        if (language == Language::Cells)
+            selectCells(*guard, *found);
         else
-            selectMatches(*guard, pattern);
+            selectMatches(*guard, pattern, *found);
     }
     setAllChanged();
     Update();

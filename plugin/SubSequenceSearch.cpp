@@ -1,48 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SubSequenceSearch.h"
 
-#include "CellPattern.h"
 #include "Check.h"
 #include "Logger.h"
-#include "TextPattern.h"
 
 #include <QString>
 
+#include <algorithm>
+
 namespace ZEP {
 
-void selectCells(TAMBO::Alignment &alignment, const QString &pattern)
+namespace {
+
+// All at once, since pattern and name may hold what looks like a place marker.
+void logRow(const QString &pattern, const QString &name, const RowSearch::Row &row)
 {
-    const CellPattern cells(pattern);
-    for (unsigned long row = 0; row < alignment.height(); ++row) {
-        cells.forEachMatch(alignment.GetSequence(row, false),
-                           [&](unsigned long begin, unsigned long end) {
-                               alignment.selectInRow(row, {begin, end});
-                           });
-    }
+    Logger::Write(QStringLiteral("Pattern '%1' found %2 time(s) from %3")
+                      .arg(pattern, QStringLiteral("%1").arg(row.count, 2), name));
+    if (!row.problem.isEmpty())
+        Logger::Write(QStringLiteral("Pattern '%1': the search of %2 was given up in column %3: %4")
+                          .arg(pattern, name, QString::number(row.problemColumn + 1), row.problem),
+                      Logger::Severity::Warning);
 }
 
-void selectMatches(TAMBO::Alignment &alignment, const QString &pattern)
+} // namespace
+
+void selectCells(TAMBO::Alignment &alignment, const RowSearch::Found &found)
 {
-    const TextPattern expression(pattern);
-    if (const QString error = expression.error(); !error.isEmpty())
+    for (unsigned long row = 0; row < found.rows.size(); ++row)
+        for (const RowSearch::Columns &columns : found.rows[row].columns)
+            alignment.selectInRow(row, {columns.begin, columns.end});
+}
+
+void selectMatches(TAMBO::Alignment &alignment, const QString &pattern,
+                   const RowSearch::Found &found)
+{
+    if (!found.mistake.isEmpty())
         Logger::Write(
-            QStringLiteral("Pattern '%1' is no regular expression: %2").arg(pattern, error),
+            QStringLiteral("Pattern '%1' is no regular expression: %2").arg(pattern, found.mistake),
             Logger::Severity::Warning);
-    bool canBeEmpty = false;
-    for (unsigned long row = 0; row < alignment.height(); ++row) {
-        int count = 0;
-        const bool isWhole = expression.forEachMatch(
-            alignment.GetSequence(row, false), [&](unsigned long begin, unsigned long length) {
-                ++count;
-                selectMatch(alignment, row, begin, length);
-            });
-        canBeEmpty = canBeEmpty || !isWhole;
-        // All at once, since pattern and name may hold what looks like a place marker.
-        Logger::Write(QStringLiteral("Pattern '%1' found %2 time(s) from %3")
-                          .arg(pattern, QStringLiteral("%1").arg(count, 2),
-                               QString::fromStdString(alignment.GetSeqName(row))));
+    for (unsigned long row = 0; row < found.rows.size(); ++row) {
+        for (const RowSearch::Columns &columns : found.rows[row].columns)
+            selectMatch(alignment, row, columns.begin, columns.end - columns.begin);
+        logRow(pattern, QString::fromStdString(alignment.GetSeqName(row)), found.rows[row]);
     }
-    if (canBeEmpty)
+    if (std::ranges::any_of(found.rows, &RowSearch::Row::hasEmptyMatch))
         Logger::Write(QStringLiteral("Pattern '%1' can match an empty text").arg(pattern));
 }
 

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Finds a pattern in the rows of an alignment and selects the residues of what it finds. Inside a
-// guard.
+// Selects the residues of what a search has found in the rows of an alignment. Inside a guard.
 #pragma once
 
-#include "Alignment.h"
-
-class QString;
+#include "RowSearch.h"
 
 namespace ZEP {
 
-// In the simple language of CellPattern; matches may overlap.
-void selectCells(TAMBO::Alignment &alignment, const QString &pattern);
+// Of matches in the simple language.
+void selectCells(TAMBO::Alignment &alignment, const RowSearch::Found &found);
 
-// As a regular expression; the log tells how often each row has it.
-void selectMatches(TAMBO::Alignment &alignment, const QString &pattern);
+// Of matches of a regular expression; the log tells how often each row has it.
+void selectMatches(TAMBO::Alignment &alignment, const QString &pattern,
+                   const RowSearch::Found &found);
 
 // One match in a row.
 void selectMatch(TAMBO::Alignment &alignment, unsigned long row, unsigned long begin,

@@ -4,6 +4,5 @@ tambo_test(kalmo_color_test QT
         ColoringFixture.h
         ColoringTest.cpp
         DistanceTest.cpp
-        PatternTest.cpp
         SelectingTest.cpp
     LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::formats Tambo::model)

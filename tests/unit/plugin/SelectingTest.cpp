@@ -4,6 +4,9 @@
 
 #include "SubSequenceSearch.h"
 
+#include <QProgressDialog>
+#include <QTimer>
+
 namespace {
 
 class Selecting : public ColoringFixture
@@ -28,6 +31,17 @@ protected:
         const char *slot;
         DialogDriver::Handler answer;
     };
+    // Acts while the dialog of the search is shown.
+    static void whenSearching(const std::function<void(QProgressDialog &)> &act)
+    {
+        QTimer::singleShot(1, qApp, [act] {
+            auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            if (dialog != nullptr && dialog->isVisible())
+                act(*dialog);
+            else
+                whenSearching(act);
+        });
+    }
     static std::vector<Command> commands()
     {
         return {{"selectSubSequence", enter(QStringLiteral("A"))}, {"selectConservedN", enter(1)}};
@@ -351,6 +365,70 @@ TEST_F(Selecting, APatternThatCanBeEmptyStopsAtTheFirstEmptyHitOfARow)
                                         "Pattern 'A*' found  0 time(s) from seq2",
                                         "Pattern 'A*' found  1 time(s) from seq3",
                                         "Pattern 'A*' can match an empty text"}));
+}
+
+TEST_F(Selecting, ARowInWhichTheSearchIsGivenUpHasASecondLine)
+{
+    TAMBO::Alignment &shown =
+        alignment({"CD" + std::string(60, 'A'), "CD", "AW"}, "ali", {"seq1", "seq2", "seq3"});
+    const LogLines log;
+    run(open(shown), "selectSubSequence", {enter(QStringLiteral("CD|(?:A+)+[BW]"))});
+    EXPECT_EQ(
+        log.texts(),
+        (QStringList{"Pattern 'CD|(?:A+)+[BW]' found  1 time(s) from seq1",
+                     "Pattern 'CD|(?:A+)+[BW]': the search of seq1 was given up in column 3: match "
+                     "limit exceeded",
+                     "Pattern 'CD|(?:A+)+[BW]' found  1 time(s) from seq2",
+                     "Pattern 'CD|(?:A+)+[BW]' found  1 time(s) from seq3"}));
+    EXPECT_TRUE(shown.getItem(0, 1)->IsSelected());
+    EXPECT_FALSE(shown.getItem(0, 2)->IsSelected());
+    EXPECT_TRUE(shown.getItem(1, 0)->IsSelected());
+}
+
+TEST_F(Selecting, ALongRowIsSearchedToItsEnd)
+{
+    std::string row(60'000, 'A');
+    row.front() = row.back() = 'W';
+    TAMBO::Alignment &shown = alignment({row, row}, "ali", {"seq1", "seq2"});
+    const LogLines log;
+    run(open(shown), "selectSubSequence", {enter(QStringLiteral("W(?:.|-)*W"))});
+    EXPECT_EQ(log.texts(), (QStringList{"Pattern 'W(?:.|-)*W' found  1 time(s) from seq1",
+                                        "Pattern 'W(?:.|-)*W' found  1 time(s) from seq2"}));
+    EXPECT_TRUE(shown.isRowSelected(0));
+    EXPECT_TRUE(shown.isRowSelected(1));
+}
+
+TEST_F(Selecting, ACancelledSearchChangesAndLogsNothing)
+{
+    TAMBO::Alignment &shown = alignment(Texts(1000, "C" + std::string(60, 'A')));
+    ZEP::KALMO2 &window = show(shown, {400, 300});
+    const RecordingSubscriber listener;
+    const LogLines log;
+    whenSearching([](QProgressDialog &dialog) { dialog.cancel(); });
+    run(window, "selectSubSequence", {enter(QStringLiteral("C|(?:A+)+[BW]"))});
+    EXPECT_FALSE(shown.getItem(0, 0)->IsSelected());
+    EXPECT_TRUE(listener.calls.empty());
+    EXPECT_EQ(log.texts(), QStringList());
+}
+
+TEST_F(Selecting, AWindowMayCloseOrShowAnotherAlignmentWhileItSearches)
+{
+    TAMBO::Alignment &shown = alignment(Texts(1000, "C" + std::string(60, 'A')));
+    TAMBO::Alignment &other = alignment({"C"}, "other");
+    ZEP::KALMO2 &window = open(shown);
+    const LogLines log;
+    const MessageRecorder quiet;
+    whenSearching([&](QProgressDialog &dialog) {
+        window.Populate(&other);
+        dialog.cancel();
+    });
+    run(window, "selectSubSequence", {enter(QStringLiteral("C|(?:A+)+[BW]"))});
+    window.Populate(&shown);
+    whenSearching([this](QProgressDialog &) { closeWindows(); });
+    run(window, "selectSubSequence", {enter(QStringLiteral("C|(?:A+)+[BW]"))});
+    EXPECT_FALSE(shown.getItem(0, 0)->IsSelected());
+    EXPECT_FALSE(other.getItem(0, 0)->IsSelected());
+    EXPECT_EQ(log.texts(), QStringList());
 }
 
 TEST_F(Selecting, AMatchPastTheLastColumnIsReportedAndSelectedAsFarAsThereAreCells)

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace ZEP {
+namespace TAMBO::services {
 
 namespace {
 
@@ -59,4 +59,4 @@ void CellPattern::forEachMatch(std::string_view row, const Visitor &visit) const
         visit(begin, end);
 }
 
-} // namespace ZEP
+} // namespace TAMBO::services

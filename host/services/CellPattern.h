@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ZEP {
+namespace TAMBO::services {
 
 class CellPattern
 {
@@ -32,4 +32,4 @@ private:
     std::vector<Word> m_Fitting;
 };
 
-} // namespace ZEP
+} // namespace TAMBO::services
