@@ -18,10 +18,6 @@ namespace ZEP {
 
 namespace {
 
-// Of a block besides its rows: the ruler, the marks of conservation, and one left free.
-constexpr int kOtherLines = 3;
-constexpr int kLongestLabel = 10;
-constexpr int kNumberLabelLength = 4;
 constexpr int kRulerStep = 10;
 
 QString textOf(char letter)
@@ -33,12 +29,6 @@ QString textOf(char letter)
 constexpr int kLeft = Qt::AlignLeft | Qt::AlignAbsolute | Qt::TextDontClip;
 constexpr int kRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::TextDontClip;
 constexpr int kCentre = Qt::AlignCenter | Qt::TextDontClip;
-
-// As people count, not by the units that a text is stored in.
-qsizetype lengthOf(const QString &text)
-{
-    return text.toUcs4().size();
-}
 
 QString numberOf(const TAMBO::Compound &residue)
 {
@@ -65,28 +55,18 @@ AlignmentPages::AlignmentPages(QPainter &painter, QPrinter &printer,
       m_Printer(printer),
       m_Alignment(alignment),
       m_Options(options),
-      m_RowCount(alignment.height())
+      m_Measures(options.font, printer, alignment, options.withElements)
 { }
 
 void AlignmentPages::print()
 {
-    measure();
-    makeLabels();
-    const int linesPerPage = m_Printer.height() / m_LineHeight;
-    const int blockLines = m_RowLines + kOtherLines;
-    if (linesPerPage < blockLines) {
-        qDebug("Too many sequences to fit in one page.\nConsider smaller font.");
-        Logger::Write("Nothing was printed: there are more sequences than lines on a page. A "
-                      "smaller font helps.");
+    m_Painter.setFont(m_Options.font);
+    const qsizetype namesLen = m_Measures.longestName;
+    TAMBO_ASSERT(1 < namesLen, "KalmoIO", 391);
+    if (m_Measures.hasLegend)
+        qDebug("Sequence names are rather long, truncating.");
+    if (!isPossible())
         return;
-    }
-    m_FirstColumn = m_LabelWidth + m_NumberWidth + m_CellWidth / 2;
-    m_BlockColumns = (m_Printer.width() - m_FirstColumn) / m_CellWidth;
-    if (m_BlockColumns < 1 && m_RowCount > 0) {
-        qDebug("Page too narrow for one column.");
-        Logger::Write("Nothing was printed: the page is too narrow for one column.");
-        return;
-    }
     QElapsedTimer timer;
     timer.start();
     qDebug("Starting to print...");
@@ -102,7 +82,7 @@ void AlignmentPages::print()
         ++section;
         qDebug("Printed section %d.", section);
         // Kept: the legend takes no block's place, so that the last one may leave the page.
-        if (section < linesPerPage / blockLines)
+        if (section < m_Measures.linesPerPage / m_Measures.blockLines)
             continue;
         section = 0;
         if (col >= width)
@@ -114,52 +94,30 @@ void AlignmentPages::print()
     qDebug("Printed in %8d msec", static_cast<int>(timer.elapsed()));
 }
 
-void AlignmentPages::measure()
+bool AlignmentPages::isPossible() const
 {
-    m_Painter.setFont(m_Options.font);
-    const QFontMetrics metrics = m_Painter.fontMetrics();
-    int widest = metrics.boundingRect(QLatin1Char('-')).width();
-    for (char letter = 'A'; letter <= 'Z'; ++letter)
-        widest = std::max(widest, metrics.boundingRect(QLatin1Char(letter)).width());
-    m_CellWidth = widest + 4;
-    m_NumberWidth = metrics.boundingRect(QStringLiteral("000M")).width();
-    m_LineHeight = std::max(metrics.lineSpacing(), 1);
-    m_LinesPerRow = m_Options.withElements ? 2 : 1;
-    m_RowLines = static_cast<int>(m_RowCount) * m_LinesPerRow;
-}
-
-void AlignmentPages::makeLabels()
-{
-    QStringList names;
-    qsizetype namesLen = 0;
-    for (unsigned long row = 0; row < m_RowCount; ++row) {
-        names << QString::fromStdString(m_Alignment.GetSeqName(row));
-        namesLen = std::max(namesLen, lengthOf(names.back()));
-        m_Labels << QStringLiteral("[%1]").arg(row + 1, 2);
+    switch (m_Measures.obstacle()) {
+    case PageMeasures::Obstacle::TooManyRows:
+        qDebug("Too many sequences to fit in one page.\nConsider smaller font.");
+        break;
+    case PageMeasures::Obstacle::TooNarrow:
+        qDebug("Page too narrow for one column.");
+        break;
+    case PageMeasures::Obstacle::None:
+        return true;
     }
-    TAMBO_ASSERT(1 < namesLen, "KalmoIO", 391);
-    m_HasLegend = namesLen > kLongestLabel;
-    if (m_HasLegend) {
-        qDebug("Sequence names are rather long, truncating.");
-        m_LabelLength = kNumberLabelLength;
-    } else {
-        m_Labels = names;
-        m_LabelLength = static_cast<int>(namesLen);
-    }
-    int widest = 0;
-    for (const QString &label : std::as_const(m_Labels))
-        widest = std::max(widest, m_Painter.boundingRect(QRect(), kLeft, label).width());
-    m_LabelWidth = widest + m_CellWidth / 2;
+    Logger::Write(m_Measures.obstacleText());
+    return false;
 }
 
 void AlignmentPages::printLegend()
 {
-    if (!m_HasLegend)
+    if (!m_Measures.hasLegend)
         return;
-    for (unsigned long row = 0; row < m_RowCount; ++row) {
+    for (unsigned long row = 0; row < m_Measures.rowCount; ++row) {
         const QString name = QString::fromStdString(m_Alignment.GetSeqName(row));
-        printLegendLine(m_Labels[static_cast<qsizetype>(row)] + ' ' + name);
-        m_PageTop += m_LineHeight;
+        printLegendLine(m_Measures.labels[static_cast<qsizetype>(row)] + ' ' + name);
+        m_PageTop += m_Measures.lineHeight;
     }
 }
 
@@ -167,7 +125,7 @@ void AlignmentPages::printLegend()
 void AlignmentPages::printLegendLine(const QString &text)
 {
     // Kept: as wide as the page is high.
-    const QRect room(0, 0, m_Printer.height(), m_LineHeight);
+    const QRect room(0, 0, m_Printer.height(), m_Measures.lineHeight);
     const double fitting =
         static_cast<double>(m_Printer.width()) / m_Painter.boundingRect(room, kLeft, text).width();
     m_Painter.save();
@@ -181,13 +139,14 @@ void AlignmentPages::printLegendLine(const QString &text)
 unsigned long AlignmentPages::printBlock(int section, unsigned long begin)
 {
     m_Pen = Qt::black;
-    m_BlockTop = m_PageTop + section * (m_RowLines + kOtherLines) * m_LineHeight;
-    m_RowsTop = m_BlockTop + 2 * m_LineHeight;
+    m_BlockTop = m_PageTop + section * m_Measures.blockLines * m_Measures.lineHeight;
+    m_RowsTop = m_BlockTop + 2 * m_Measures.lineHeight;
     // Kept: labels get more room in later blocks than they need, which is not to be seen.
-    printLabels((begin == 0 ? m_LabelLength : m_LabelWidth) * m_CellWidth);
+    printLabels((begin == 0 ? m_Measures.labelLength : m_Measures.labelWidth) *
+                m_Measures.cellWidth);
     printNumbers(begin);
     const unsigned long end =
-        std::min(m_Alignment.width(), begin + static_cast<unsigned long>(m_BlockColumns));
+        std::min(m_Alignment.width(), begin + static_cast<unsigned long>(m_Measures.blockColumns));
     for (unsigned long col = begin; col < end; ++col)
         printColumn(col, static_cast<int>(col - begin));
     m_Batch.paint(m_Painter);
@@ -201,35 +160,37 @@ void AlignmentPages::write(const QRect &rect, int flags, const QString &text)
 
 void AlignmentPages::printLabels(int room)
 {
-    for (unsigned long row = 0; row < m_RowCount; ++row)
-        write(QRect(0, lineOf(row), room, m_LineHeight), kLeft,
-              m_Labels[static_cast<qsizetype>(row)]);
+    for (unsigned long row = 0; row < m_Measures.rowCount; ++row)
+        write(QRect(0, lineOf(row), room, m_Measures.lineHeight), kLeft,
+              m_Measures.labels[static_cast<qsizetype>(row)]);
 }
 
 void AlignmentPages::printNumbers(unsigned long col)
 {
-    for (unsigned long row = 0; row < m_RowCount; ++row) {
+    for (unsigned long row = 0; row < m_Measures.rowCount; ++row) {
         const TAMBO::Compound *cell = m_Alignment.getItem(row, col);
         if (cell != nullptr)
-            write(QRect(m_LabelWidth, lineOf(row), m_NumberWidth, m_LineHeight), kRight,
-                  numberOf(*cell));
+            write(QRect(m_Measures.labelWidth, lineOf(row), m_Measures.numberWidth,
+                        m_Measures.lineHeight),
+                  kRight, numberOf(*cell));
     }
 }
 
 void AlignmentPages::printColumn(unsigned long col, int place)
 {
-    const int x = m_FirstColumn + place * m_CellWidth;
+    const int x = m_Measures.firstColumn + place * m_Measures.cellWidth;
     const Cells cells = m_Alignment.getCol(col);
     if ((place + 1) % kRulerStep == 0)
         printRuler(x, cells);
     if (isConserved(cells)) {
         m_Pen = Qt::black;
-        write(QRect(x, m_BlockTop + m_LineHeight, m_CellWidth, m_LineHeight), kCentre,
-              QStringLiteral("*"));
+        write(QRect(x, m_BlockTop + m_Measures.lineHeight, m_Measures.cellWidth,
+                    m_Measures.lineHeight),
+              kCentre, QStringLiteral("*"));
     }
     bool isSelected = false;
-    for (unsigned long row = 0; row < m_RowCount; ++row) {
-        const QRect cell(x, lineOf(row), m_CellWidth, m_LineHeight);
+    for (unsigned long row = 0; row < m_Measures.rowCount; ++row) {
+        const QRect cell(x, lineOf(row), m_Measures.cellWidth, m_Measures.lineHeight);
         const TAMBO::Compound *residue = cells[row];
         if (residue == nullptr) {
             m_Pen = Qt::lightGray;
@@ -238,12 +199,13 @@ void AlignmentPages::printColumn(unsigned long col, int place)
         }
         printResidue(cell, *residue);
         if (m_Options.withElements)
-            printElement(cell.translated(0, m_LineHeight), *residue);
+            printElement(cell.translated(0, m_Measures.lineHeight), *residue);
         isSelected = isSelected || residue->IsSelected();
     }
     if (isSelected) {
         m_Pen = Qt::black;
-        m_Batch.frame({x, m_RowsTop, m_CellWidth, m_LineHeight * m_RowLines});
+        m_Batch.frame(
+            {x, m_RowsTop, m_Measures.cellWidth, m_Measures.lineHeight * m_Measures.rowLines});
     }
 }
 
@@ -251,8 +213,9 @@ void AlignmentPages::printRuler(int x, const Cells &cells)
 {
     const TAMBO::Compound *first = cells.front();
     m_Pen = Qt::black;
-    write(QRect(x - 2 * m_CellWidth, m_BlockTop, 5 * m_CellWidth, m_LineHeight), kCentre,
-          first == nullptr ? QStringLiteral("|") : numberOf(*first));
+    write(QRect(x - 2 * m_Measures.cellWidth, m_BlockTop, 5 * m_Measures.cellWidth,
+                m_Measures.lineHeight),
+          kCentre, first == nullptr ? QStringLiteral("|") : numberOf(*first));
 }
 
 void AlignmentPages::printResidue(const QRect &cell, const TAMBO::Compound &residue)
@@ -289,7 +252,7 @@ void AlignmentPages::printElement(const QRect &cell, const TAMBO::Compound &resi
 
 int AlignmentPages::lineOf(unsigned long row) const noexcept
 {
-    return m_RowsTop + static_cast<int>(row) * m_LinesPerRow * m_LineHeight;
+    return m_RowsTop + static_cast<int>(row) * m_Measures.linesPerRow * m_Measures.lineHeight;
 }
 
 } // namespace ZEP

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "Alignment.h"
+#include "PageMeasures.h"
 #include "PaintBatch.h"
 
 #include <QColor>
 #include <QFont>
 #include <QRect>
-#include <QStringList>
 
 #include <vector>
 
@@ -41,8 +41,8 @@ public:
 private:
     using Cells = std::vector<TAMBO::Compound *>;
 
-    void measure();
-    void makeLabels();
+    // Says why not.
+    [[nodiscard]] bool isPossible() const;
     void printLegend();
     void printLegendLine(const QString &text);
     // Paints the columns from begin on, as many as fit, and returns the one behind the last.
@@ -62,20 +62,7 @@ private:
     const TAMBO::Alignment &m_Alignment;
     Options m_Options;
 
-    unsigned long m_RowCount = 0;
-    int m_CellWidth = 0;
-    int m_NumberWidth = 0;
-    int m_LineHeight = 0;
-    int m_LinesPerRow = 1;
-    // The lines of a block that belong to rows.
-    int m_RowLines = 0;
-
-    QStringList m_Labels;
-    bool m_HasLegend = false;
-    int m_LabelLength = 0;
-    int m_LabelWidth = 0;
-    int m_FirstColumn = 0;
-    int m_BlockColumns = 0;
+    PageMeasures m_Measures;
 
     int m_PageTop = 0;
     int m_BlockTop = 0;

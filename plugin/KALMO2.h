@@ -108,6 +108,7 @@ private:
     void CreateToolbars();
     void CreateIcon();
     void ProcInit();
+    void print(PrintStyle style);
 
     void addNumberingItem(const QString &text, unsigned long col, int y);
     void createItems();

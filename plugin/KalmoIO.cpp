@@ -5,8 +5,10 @@
 #include "AlignmentPages.h"
 #include "Config.h"
 #include "KALMO2.h"
+#include "PageMeasures.h"
 #include "PluginManager.h"
 #include "PrintJob.h"
+#include "Printouts.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -17,11 +19,9 @@ namespace ZEP {
 
 namespace {
 
-void print(KALMO2 &window, const TAMBO::Alignment *shown, KALMO2::PrintStyle style)
+bool printsElements()
 {
-    if (shown != nullptr)
-        runPrintJob(&window, QString::fromStdString(shown->Name()),
-                    [&window, style](QPainter &painter) { window.drawIt(&painter, style); });
+    return Config::GetSetting("KALMO2", "PrintSSE").ToBool();
 }
 
 } // namespace
@@ -54,17 +54,34 @@ void KALMO2::OpenFile()
 
 void KALMO2::printItBox()
 {
-    print(*this, m_Data, Fat);
+    print(Fat);
 }
 
 void KALMO2::printItChar()
 {
-    print(*this, m_Data, Slim);
+    print(Slim);
 }
 
 void KALMO2::printItBW()
 {
-    print(*this, m_Data, BlackAndWhite);
+    print(BlackAndWhite);
+}
+
+void KALMO2::print(PrintStyle style)
+{
+    if (m_Data == nullptr)
+        return;
+    PrintJob job;
+    job.title = QString::fromStdString(m_Data->Name());
+    job.folder = Printouts::Folder(*m_Data);
+    job.paint = [this, style](QPainter &painter) { drawIt(&painter, style); };
+    // The alignment may have gone while the dialog was open.
+    job.obstacle = [this](const QPrinter &printer) {
+        return m_Data == nullptr
+                   ? QString()
+                   : PageMeasures(m_Font, printer, *m_Data, printsElements()).obstacleText();
+    };
+    runPrintJob(this, job);
 }
 
 void KALMO2::drawIt(QPainter *p, PrintStyle Box)
@@ -75,7 +92,7 @@ void KALMO2::drawIt(QPainter *p, PrintStyle Box)
     AlignmentPages::Options options;
     options.font = m_Font;
     options.style = Box;
-    options.withElements = Config::GetSetting("KALMO2", "PrintSSE").ToBool();
+    options.withElements = printsElements();
     AlignmentPages(*p, static_cast<QPrinter &>(*device), *m_Data, options).print();
 }
 

@@ -3,14 +3,19 @@
 
 #include "Config.h"
 #include "PageFile.h"
+#include "Printouts.h"
 
+#include <QDialogButtonBox>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QTemporaryFile>
 
 namespace ZEP {
@@ -44,47 +49,96 @@ QString writeFile(const QString &pdf, const QString &target, const QString &titl
                                       }});
 }
 
-// The pages are painted into a file of their own first: what is at the target stays until then.
-QString printToFile(QPrinter &printer, const QString &title, QWidget *window, const Paint &paint)
+// Paints into a file of its own, which goes with the object. The error is empty, or a cause.
+QString paintAside(QTemporaryFile &pdf, QPrinter &printer, const Paint &paint)
 {
-    const QString target = printer.outputFileName();
     const QString folder =
         QFile::decodeName(QByteArray::fromStdString(Config::GetPersonalTmpDir()));
-    QTemporaryFile pdf(folder + "/pages-XXXXXX.pdf");
+    pdf.setFileTemplate(folder + "/pages-XXXXXX.pdf");
     if (!pdf.open())
-        return QStringLiteral("%1 was not written: %2").arg(target, pdf.errorString());
+        return pdf.errorString();
     pdf.close();
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(pdf.fileName());
     paintPages(printer, paint);
-    return writeFile(pdf.fileName(), target, title, window);
+    return {};
+}
+
+// What is at the target stays until the pages are painted.
+QString printToFile(QPrinter &printer, const QString &title, QWidget *window, const Paint &paint)
+{
+    const QString target = printer.outputFileName();
+    QTemporaryFile pdf;
+    const QString error = paintAside(pdf, printer, paint);
+    if (!error.isEmpty())
+        return QStringLiteral("%1 was not written: %2").arg(target, error);
+    const QString failure = writeFile(pdf.fileName(), target, title, window);
+    if (failure.isEmpty())
+        Printouts::Written(target);
+    return failure;
 }
 
 QString printOnPaper(QPrinter &printer, const Paint &paint)
 {
-    return paintPages(printer, paint) ? QString()
-                                      : QStringLiteral("The printer \"%1\" did not take the pages.")
-                                            .arg(printer.printerName());
+    if (!paintPages(printer, paint))
+        return QStringLiteral("The printer \"%1\" did not take the pages.")
+            .arg(printer.printerName());
+    Printouts::Sent(printer.printerName());
+    return {};
+}
+
+// The toolkit's dialog looks for a name without a folder in the working folder, asks about what is
+// there, and then writes to the user's home.
+void keepNamesWhole(QPrintDialog &dialog, const QString &folder)
+{
+    auto *name = dialog.findChild<QLineEdit *>(QStringLiteral("filename"));
+    const auto *buttons = dialog.findChild<QDialogButtonBox *>();
+    const QPushButton *print = buttons == nullptr ? nullptr : buttons->button(QDialogButtonBox::Ok);
+    if (name == nullptr || print == nullptr)
+        return;
+    // Before the click itself, which makes the dialog look.
+    QObject::connect(print, &QPushButton::pressed, name, [name, folder] {
+        if (!name->text().isEmpty())
+            name->setText(QDir::cleanPath(QDir(folder).filePath(name->text())));
+    });
+}
+
+// Nothing of it is kept, but what painting tells is told.
+void refuse(QPrinter &printer, const Paint &paint, const QString &cause)
+{
+    QTemporaryFile nowhere;
+    static_cast<void>(paintAside(nowhere, printer, paint));
+    Printouts::Refused(cause);
+}
+
+QString print(QPrinter &printer, QWidget *window, const PrintJob &job)
+{
+    const QString obstacle = job.obstacle(printer);
+    if (!obstacle.isEmpty()) {
+        refuse(printer, job.paint, obstacle);
+        return {};
+    }
+    return printer.outputFileName().isEmpty() ? printOnPaper(printer, job.paint)
+                                              : printToFile(printer, job.title, window, job.paint);
 }
 
 } // namespace
 
-void runPrintJob(QWidget *window, const QString &title, const Paint &paint)
+void runPrintJob(QWidget *window, const PrintJob &job)
 {
     QPrinter printer(QPrinter::ScreenResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setColorMode(QPrinter::Color);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setDocName(title);
-    printer.setOutputFileName(title + ".ps");
+    printer.setDocName(job.title);
+    printer.setOutputFileName(job.folder + '/' + job.title + ".ps");
     QPrintDialog dialog(&printer, window);
     // All pages are printed, so nobody is asked which.
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    keepNamesWhole(dialog, job.folder);
     if (dialog.exec() == QDialog::Rejected)
         return;
-    const QString error = printer.outputFileName().isEmpty()
-                              ? printOnPaper(printer, paint)
-                              : printToFile(printer, title, window, paint);
+    const QString error = print(printer, window, job);
     if (!error.isEmpty())
         QMessageBox::warning(window, QStringLiteral("Print"), error);
 }

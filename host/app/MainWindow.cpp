@@ -17,6 +17,8 @@
 #include "ObjectTreeModel.h"
 #include "Plugins.h"
 #include "PluginsDialog.h"
+#include "PrintNotice.h"
+#include "PrintoutDesk.h"
 #include "RecentFiles.h"
 #include "Space.h"
 #include "UndoActions.h"
@@ -262,6 +264,10 @@ void MainWindow::makeToolBar()
 
 void MainWindow::makeStatusBar()
 {
+    auto *printed = new PrintNotice(services::PrintoutDesk::instance());
+    connect(printed, &PrintNotice::failed, this,
+            [this](const QString &cause) { m_Workbench.tellFailure(cause, {}); });
+    statusBar()->addPermanentWidget(printed);
     statusBar()->addPermanentWidget(new JobStatus(services::JobList::instance()));
     m_Count = new QLabel;
     m_Count->setObjectName(QStringLiteral("ObjectCount"));

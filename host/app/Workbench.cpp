@@ -14,6 +14,7 @@
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
+#include "PrintoutDesk.h"
 #include "RealignCommand.h"
 #include "RecentFiles.h"
 #include "Routes.h"
@@ -83,6 +84,7 @@ Workbench::~Workbench()
     hooks.showMenu = nullptr;
     hooks.refused = nullptr;
     hooks.changed = nullptr;
+    services::PrintoutDesk::instance().setFolderOf(nullptr);
 }
 
 void Workbench::installHooks()
@@ -93,6 +95,13 @@ void Workbench::installHooks()
         m_Window->say(tr("%1 is locked").arg(nameText(locked)));
     };
     hooks.changed = [this] { m_Window->objects().scheduleRefresh(); };
+
+    auto &desk = services::PrintoutDesk::instance();
+    desk.setFolderOf([this](const Compound &object) {
+        return QFile::decodeName(m_Sources.fileOf(object).parent_path().c_str());
+    });
+    connect(&desk, &services::PrintoutDesk::refused, this,
+            [this](const QString &cause) { tellFailure(cause, {}); });
 }
 
 // ---- Opening and closing

@@ -13,6 +13,7 @@
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "PluginManager.h"
+#include "Printouts.h"
 #include "RecentFiles.h"
 #include "SelectObjectAnswers.h"
 #include "TestTexts.h"
@@ -21,8 +22,11 @@
 #include "support/LogLines.h"
 #include "support/WaitUntil.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QDir>
 #include <QDropEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -571,6 +575,40 @@ TEST_F(WorkbenchTest, WithoutAUserNoFailureWaitsInABox)
               Outcome::Failed);
     EXPECT_EQ(log.count(), 1);
     EXPECT_EQ(failureBox(window()), nullptr);
+}
+
+TEST_F(WorkbenchTest, APrintIsOfferedBesideTheFileOfTheAlignment)
+{
+    const QString file = write("x.ali", ">P1;a\nsequence:a::::::::\nACD*\n");
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("deep"));
+    const QString deep = m_Folder.filePath("deep/x.ali");
+    ASSERT_TRUE(QFile::copy(file, deep));
+    open({deep});
+    EXPECT_EQ(Printouts::Folder(*m_Reports.front().alignments.front()), m_Folder.filePath("deep"));
+    EXPECT_EQ(Printouts::Folder(alignment("made", {"AC"})), QDir::currentPath());
+}
+
+TEST_F(WorkbenchTest, TheStatusLineTellsWhereAPrintWent)
+{
+    show();
+    const auto *notice = window().findChild<QWidget *>("PrintNotice");
+    ASSERT_NE(notice, nullptr);
+    EXPECT_FALSE(notice->isVisible());
+    Printouts::Written(m_Folder.filePath("x.ps"));
+    EXPECT_TRUE(notice->isVisible());
+    notice->findChild<QAbstractButton *>("OpenPrinted")->click();
+    const QMessageBox *box = failureBox(window());
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), m_Folder.filePath("x.ps") + " is not there any more.");
+}
+
+TEST_F(WorkbenchTest, ARefusedPrintIsToldInABox)
+{
+    show();
+    Printouts::Refused("Nothing was printed: the page is too small.");
+    const QMessageBox *box = failureBox(window());
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), "Nothing was printed: the page is too small.");
 }
 
 TEST_F(WorkbenchTest, OpenFileOpensTheFileDialog)

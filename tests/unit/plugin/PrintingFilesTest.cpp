@@ -3,6 +3,7 @@
 #include "PrintingFixture.h"
 
 #include "Config.h"
+#include "PrintoutDesk.h"
 #include "support/PrintedFile.h"
 
 #include <QAction>
@@ -13,11 +14,14 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPushButton>
+#include <QSignalSpy>
 
 #include <csignal>
 #include <sys/resource.h>
 
 namespace {
+
+using TAMBO::services::PrintoutDesk;
 
 // Files of this process can become no larger while it lives, as on a disk that is full.
 class FileSizeLimit
@@ -183,9 +187,9 @@ TEST_F(PrintingFiles, TheDialogOffersAFileCalledAfterTheAlignment)
         dialogs.expect([&](QDialog &shown) {
             auto &dialog = dynamic_cast<QPrintDialog &>(shown);
             EXPECT_EQ(dialog.parentWidget(), &window);
-            EXPECT_EQ(QFileInfo(nameField(dialog).text()).fileName(), "SeqAli.ps");
+            EXPECT_EQ(nameField(dialog).text(), QDir::currentPath() + "/SeqAli.ps");
             const QPrinter &printer = *dialog.printer();
-            EXPECT_EQ(QFileInfo(printer.outputFileName()).fileName(), "SeqAli.ps");
+            EXPECT_EQ(printer.outputFileName(), QDir::currentPath() + "/SeqAli.ps");
             EXPECT_EQ(printer.pageLayout().pageSize().id(), QPageSize::A4);
             EXPECT_EQ(printer.colorMode(), QPrinter::Color);
             EXPECT_EQ(printer.resolution(), a4()->resolution());
@@ -380,14 +384,106 @@ TEST_F(PrintingFiles, AFileThatIsThereIsReplaced)
     EXPECT_EQ(QDir(m_Folder.path()).entryList(QDir::Files), (QStringList{"x.pdf", "x.ps"}));
 }
 
-TEST_F(PrintingFiles, ARefusedPrintLeavesAnEmptyPage)
+TEST_F(PrintingFiles, ARefusedPrintWritesNothingAndIsReported)
 {
     ZEP::KALMO2 &window = open(alignment(Texts(100, "AC")));
+    const QSignalSpy refused(&PrintoutDesk::instance(), &PrintoutDesk::refused);
+    const QSignalSpy written(&PrintoutDesk::instance(), &PrintoutDesk::written);
     const QStringList messages = printInto(window, "&Print BW", path("x.pdf"));
     EXPECT_EQ(messages, (QStringList{"Too many sequences to fit in one page.\n"
                                      "Consider smaller font.",
                                      "Printing Ready."}));
-    EXPECT_TRUE(PrintedFile(path("x.pdf")).characters(0).empty());
+    write(path("y.ps"), "old");
+    DialogDriver dialogs;
+    dialogs.expect(printTo(path("y.ps")));
+    dialogs.expect(agree());
+    const MessageRecorder quiet;
+    trigger(window, "&Print Fat");
+    EXPECT_EQ(dialogs.titles().size(), 2);
+    EXPECT_EQ(read(path("y.ps")), "old");
+    EXPECT_EQ(QDir(m_Folder.path()).entryList(QDir::Files), QStringList{"y.ps"});
+    EXPECT_EQ(leftovers(), QStringList());
+    ASSERT_EQ(refused.size(), 2);
+    EXPECT_EQ(refused[0][0].toString(),
+              "Nothing was printed: there are more sequences than lines on a page. A smaller font "
+              "helps.");
+    EXPECT_TRUE(written.isEmpty());
+}
+
+// ---- Where files go
+
+TEST_F(PrintingFiles, TheWorkbenchIsToldWhereTheFileIs)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC"}));
+    const QSignalSpy written(&PrintoutDesk::instance(), &PrintoutDesk::written);
+    const LogLines log;
+    printInto(window, "&Print BW", path("x.ps"));
+    ASSERT_EQ(written.size(), 1);
+    EXPECT_EQ(written[0][0].toString(), path("x.ps"));
+    EXPECT_EQ(log.texts(), QStringList{"Printed to " + path("x.ps")});
+}
+
+TEST_F(PrintingFiles, TheFolderOfTheAlignmentIsOfferedAndThenTheOneLastPrintedTo)
+{
+    TAMBO::Alignment &shown = alignment({"AC"}, "SeqAli");
+    ZEP::KALMO2 &window = open(shown);
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("home of it"));
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("other"));
+    PrintoutDesk::instance().setFolderOf([&](const TAMBO::Compound &object) {
+        EXPECT_EQ(&object, &shown);
+        return path("home of it");
+    });
+    QString offered;
+    const auto look = [&](QDialog &dialog) {
+        offered = nameField(dialog).text();
+        dialog.reject();
+    };
+    const auto offer = [&] {
+        DialogDriver dialogs;
+        dialogs.expect(look);
+        trigger(window, "&Print BW");
+        return offered;
+    };
+    EXPECT_EQ(offer(), path("home of it/SeqAli.ps"));
+    printInto(window, "&Print BW", path("other/x.ps"));
+    EXPECT_EQ(offer(), path("other/SeqAli.ps"));
+    // A folder that has gone is of no use.
+    ASSERT_TRUE(QDir(path("other")).removeRecursively());
+    EXPECT_EQ(offer(), path("home of it/SeqAli.ps"));
+    PrintoutDesk::instance().setFolderOf(nullptr);
+}
+
+TEST_F(PrintingFiles, TheQuestionIsAboutTheFileThatWillBeReplaced)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC"}, "SeqAli"));
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("home"));
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("work"));
+    const QByteArray home = qgetenv("HOME");
+    const QString before = QDir::currentPath();
+    qputenv("HOME", path("home").toLocal8Bit());
+    ASSERT_TRUE(QDir::setCurrent(path("work")));
+    PrintoutDesk::instance().setFolderOf([&](const auto &) { return m_Folder.path(); });
+    for (const QString file : {"home/x.ps", "work/x.ps", "x.ps", "SeqAli.ps"})
+        write(path(file), "old");
+    // As it is offered, and a name that somebody types without a folder.
+    for (const QString &name : {path("SeqAli.ps"), QString("x.ps")}) {
+        DialogDriver dialogs;
+        dialogs.expect(printTo(name));
+        dialogs.expect([&](QDialog &dialog) {
+            m_Message = dynamic_cast<QMessageBox &>(dialog).text();
+            agree()(dialog);
+        });
+        const MessageRecorder quiet;
+        trigger(window, "&Print BW");
+        const QString replaced = path(QFileInfo(name).fileName());
+        EXPECT_TRUE(m_Message.startsWith(replaced + ' ')) << m_Message.toStdString();
+        EXPECT_TRUE(PrintedFile(replaced).isPostScript());
+    }
+    for (const QString file : {"home/x.ps", "work/x.ps"})
+        EXPECT_EQ(read(path(file)), "old") << file.toStdString();
+    QDir::setCurrent(before);
+    qputenv("HOME", home);
+    PrintoutDesk::instance().setFolderOf(nullptr);
 }
 
 // ---- What goes wrong
