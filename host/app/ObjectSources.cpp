@@ -2,6 +2,7 @@
 #include "ObjectSources.h"
 
 #include "Compound.h"
+#include "CompoundState.h"
 
 namespace TAMBO::app {
 
@@ -9,13 +10,13 @@ void ObjectSources::set(const Compound &object, const std::filesystem::path &fil
 {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    m_Files[&object] = error ? file : absolute;
+    m_Files[identityOf(object)] = error ? file : absolute;
 }
 
 std::filesystem::path ObjectSources::fileOf(const Compound &object) const
 {
     for (const Compound *at = &object; at != nullptr; at = at->Parent()) {
-        const auto found = m_Files.find(at);
+        const auto found = m_Files.find(identityOf(*at));
         if (found != m_Files.end())
             return found->second;
     }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Which file an object was opened from.
+// Which file an object was opened from. An object that was deleted keeps its file, since undo may
+// bring it back; a later one at its address has none.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 
@@ -14,12 +16,13 @@ namespace TAMBO::app {
 class ObjectSources
 {
 public:
+    // Of an object that is stored, not of a residue's handle.
     void set(const Compound &object, const std::filesystem::path &file);
     // Of the object or the nearest one above it; empty when it was not opened from a file.
     [[nodiscard]] std::filesystem::path fileOf(const Compound &object) const;
 
 private:
-    std::map<const Compound *, std::filesystem::path> m_Files;
+    std::map<std::uint32_t, std::filesystem::path> m_Files;
 };
 
 } // namespace TAMBO::app

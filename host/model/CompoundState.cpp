@@ -20,4 +20,15 @@ CompoundState *stateOf(Compound &object) noexcept
     return nullptr;
 }
 
+std::uint32_t identityOf(const Compound &object) noexcept
+{
+    static std::uint32_t last = 0;
+    const CompoundState *const state = stateOf(const_cast<Compound &>(object));
+    if (state == nullptr)
+        return 0;
+    if (state->identity == 0)
+        state->identity = ++last;
+    return state->identity;
+}
+
 } // namespace TAMBO
