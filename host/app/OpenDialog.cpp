@@ -2,10 +2,13 @@
 #include "OpenDialog.h"
 
 #include "ConfigStore.h"
+#include "FileEndings.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+
+#include <string>
 
 namespace TAMBO::app {
 
@@ -19,24 +22,29 @@ QString tr(const char *text)
     return QCoreApplication::translate("OpenDialog", text);
 }
 
-QStringList filters()
+// "*.pdb *.ent *.pdb.gz *.ent.gz".
+QString patternsOf(const std::vector<std::string_view> &endings)
 {
-    const QString structures = QStringLiteral("*.pdb *.ent *.cif *.mmcif *.pdb.gz *.ent.gz "
-                                              "*.cif.gz");
-    const QString alignments = QStringLiteral("*.ali *.pir *.fasta *.fa *.fas *.afa *.mfa *.faa "
-                                              "*.a2m *.a3m *.aln *.clustal *.clw *.sto *.stk "
-                                              "*.stockholm *.pfam *.msf *.phy *.phylip "
-                                              "*.ali.gz *.pir.gz *.fasta.gz *.fa.gz *.a2m.gz "
-                                              "*.a3m.gz *.aln.gz *.sto.gz *.stk.gz *.msf.gz "
-                                              "*.phy.gz");
+    QStringList patterns;
+    for (const std::string_view more : {std::string_view(), kCompressedEnding}) {
+        for (const std::string_view ending : endings)
+            patterns << u'*' + QString::fromStdString(std::string(ending).append(more));
+    }
+    return patterns.join(u' ');
+}
+
+} // namespace
+
+QStringList openFilters()
+{
+    const QString structures = patternsOf(structureEndings());
+    const QString alignments = patternsOf(alignmentEndings());
     return {tr("Structures and alignments") +
                 QStringLiteral(" (%1 %2)").arg(structures, alignments),
             tr("Structures") + QStringLiteral(" (%1)").arg(structures),
             tr("Alignments and sequences") + QStringLiteral(" (%1)").arg(alignments),
             tr("All files") + QStringLiteral(" (*)")};
 }
-
-} // namespace
 
 QStringList askFilesToOpen(QWidget *parent)
 {
@@ -45,7 +53,7 @@ QStringList askFilesToOpen(QWidget *parent)
     QFileDialog dialog(parent, tr("Open"), QString::fromStdString(directory));
     dialog.setObjectName(QStringLiteral("OpenDialog"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    dialog.setNameFilters(filters());
+    dialog.setNameFilters(openFilters());
     if (dialog.exec() == QDialog::Rejected)
         return {};
     store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());

@@ -8,6 +8,9 @@ class QWidget;
 
 namespace TAMBO::app {
 
+// What the dialog can be told to show: all files of the usual endings, those of one kind, or any.
+[[nodiscard]] QStringList openFilters();
+
 // Empty when cancelled.
 [[nodiscard]] QStringList askFilesToOpen(QWidget *parent);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WriteFormat.h"
 
+#include "FileEndings.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -15,33 +17,23 @@ struct Entry
     std::string_view name;
     std::string_view title;
     std::string_view article;
-    std::vector<std::string_view> endings;
 };
 
-const std::vector<Entry> &entries()
-{
-    static const std::vector<Entry> all = {
-        {WriteFormat::Pir, "pir", "PIR", "a", {".ali", ".pir"}},
-        {WriteFormat::Fasta,
-         "fasta",
-         "FASTA",
-         "a",
-         {".fasta", ".fa", ".fas", ".afa", ".mfa", ".faa"}},
-        {WriteFormat::A2m, "a2m", "A2M", "an", {".a2m"}},
-        {WriteFormat::A3m, "a3m", "A3M", "an", {".a3m"}},
-        {WriteFormat::Clustal, "clustal", "Clustal", "a", {".aln", ".clustal", ".clw"}},
-        {WriteFormat::Stockholm, "stockholm", "Stockholm", "a", {".sto", ".stk", ".stockholm"}},
-        {WriteFormat::Msf, "msf", "MSF", "an", {".msf"}},
-        {WriteFormat::Phylip, "phylip", "PHYLIP", "a", {".phy", ".phylip"}},
-        {WriteFormat::Pdb, "pdb", "PDB", "a", {".pdb", ".ent"}},
-        {WriteFormat::Mmcif, "mmcif", "mmCIF", "an", {".cif", ".mmcif"}},
-    };
-    return all;
-}
+constexpr std::array kEntries =
+    std::to_array<Entry>({{WriteFormat::Pir, "pir", "PIR", "a"},
+                          {WriteFormat::Fasta, "fasta", "FASTA", "a"},
+                          {WriteFormat::A2m, "a2m", "A2M", "an"},
+                          {WriteFormat::A3m, "a3m", "A3M", "an"},
+                          {WriteFormat::Clustal, "clustal", "Clustal", "a"},
+                          {WriteFormat::Stockholm, "stockholm", "Stockholm", "a"},
+                          {WriteFormat::Msf, "msf", "MSF", "an"},
+                          {WriteFormat::Phylip, "phylip", "PHYLIP", "a"},
+                          {WriteFormat::Pdb, "pdb", "PDB", "a"},
+                          {WriteFormat::Mmcif, "mmcif", "mmCIF", "an"}});
 
 const Entry &entryOf(WriteFormat format)
 {
-    return *std::find_if(entries().begin(), entries().end(),
+    return *std::find_if(kEntries.begin(), kEntries.end(),
                          [format](const Entry &entry) { return entry.format == format; });
 }
 
@@ -68,7 +60,7 @@ std::string lowerCase(std::string text)
 std::optional<WriteOptions> writeOptionsNamed(std::string_view name)
 {
     WriteOptions options;
-    for (const Entry &entry : entries()) {
+    for (const Entry &entry : kEntries) {
         if (entry.name == name) {
             options.format = entry.format;
             return options;
@@ -88,7 +80,7 @@ std::optional<WriteOptions> writeOptionsNamed(std::string_view name)
 std::vector<std::string_view> writeFormatNames()
 {
     std::vector<std::string_view> names;
-    for (const Entry &entry : entries()) {
+    for (const Entry &entry : kEntries) {
         names.push_back(entry.name);
         if (entry.format == WriteFormat::Phylip)
             for (const Variant &variant : kPhylipVariants)
@@ -100,11 +92,12 @@ std::vector<std::string_view> writeFormatNames()
 std::optional<WriteOptions> writeOptionsFor(const std::filesystem::path &file)
 {
     std::filesystem::path name = lowerCase(file.filename().string());
-    if (name.extension() == ".gz")
+    if (name.extension() == kCompressedEnding)
         name.replace_extension();
     const std::string ending = name.extension().string();
-    for (const Entry &entry : entries()) {
-        if (std::find(entry.endings.begin(), entry.endings.end(), ending) != entry.endings.end())
+    for (const Entry &entry : kEntries) {
+        const std::vector<std::string_view> &endings = endingsOf(entry.name);
+        if (std::find(endings.begin(), endings.end(), ending) != endings.end())
             return WriteOptions{entry.format};
     }
     return std::nullopt;
@@ -123,7 +116,7 @@ std::string fileOf(WriteFormat format)
 
 std::vector<std::string_view> fileEndings(WriteFormat format)
 {
-    return entryOf(format).endings;
+    return endingsOf(entryOf(format).name);
 }
 
 bool isStructureFormat(WriteFormat format) noexcept
