@@ -9,9 +9,12 @@
 #include "ObjectSources.h"
 #include "ObjectSpace.h"
 #include "Structure.h"
+#include "StructureLookup.h"
 
+#include <QCoreApplication>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 namespace TAMBO::app {
@@ -24,8 +27,8 @@ std::set<std::string> loadedStructures()
 {
     std::set<std::string> names;
     for (const Compound *object : *Space::instance()) {
-        if (dynamic_cast<const Structure *>(object) != nullptr)
-            names.insert(object->Name());
+        if (const auto *const structure = dynamic_cast<const Structure *>(object))
+            names.insert(structure->code());
     }
     return names;
 }
@@ -33,6 +36,31 @@ std::set<std::string> loadedStructures()
 QString fileText(const fs::path &file)
 {
     return QString::fromStdString(file.filename().string());
+}
+
+// The structures that rows name and that are not loaded, each as the file writes it first.
+QStringList missingStructures(const AlignmentRecord &alignment)
+{
+    const StructureLookup loaded;
+    QStringList missing;
+    std::set<std::string> known;
+    for (const RowRecord &row : alignment.rows) {
+        const std::string &name = row.link->structure;
+        if (!name.empty() && known.insert(name).second &&
+            loaded.findWithChain(name).structures.empty())
+            missing << QString::fromStdString(name);
+    }
+    return missing;
+}
+
+// "1abc, 2abc and 17 more".
+QString listText(const QStringList &names)
+{
+    constexpr qsizetype most = 10;
+    const QString text = names.first(std::min(names.size(), most)).join(QStringLiteral(", "));
+    return names.size() <= most ? text
+                                : QCoreApplication::translate("Loader", "%1 and %2 more")
+                                      .arg(text, QString::number(names.size() - most));
 }
 
 // Who makes a remark names the file.
@@ -162,6 +190,11 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
     }
     for (AlignmentRecord &record : file.contents.alignments) {
         logRemarks(record.remarks);
+        if (const QStringList missing = missingStructures(record); !missing.isEmpty())
+            Logger::Write(tr("%1: found no structure for rows that name %2: none is loaded, and no "
+                             "such file stands beside %1. These rows have no coordinates.")
+                              .arg(name, listText(missing)),
+                          Logger::Severity::Warning);
         const std::size_t rows = record.rows.size();
         if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*alignment, file.file);

@@ -198,6 +198,8 @@ std::vector<Fact> factsOf(const Compound &object)
         facts.emplace_back(tr("Rows × columns"), tableText(alignment));
     } else if (kind == ObjectKind::Structure) {
         const auto &structure = dynamic_cast<const Structure &>(object);
+        if (structure.code() != structure.Name())
+            facts.emplace_back(tr("Name in files"), QString::fromStdString(structure.code()));
         facts.emplace_back(tr("Chains"), number(structure.ChildCount()));
         facts.emplace_back(tr("Models in the file"), number(structure.modelCount()));
     } else if (kind == ObjectKind::Chain || kind == ObjectKind::Sequence) {

@@ -2,6 +2,7 @@
 #include "ReadJob.h"
 
 #include "SiblingStructures.h"
+#include "StructureCode.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,9 +23,10 @@ fs::path identity(const fs::path &file)
 
 } // namespace
 
-ReadJob::ReadJob(std::vector<fs::path> files, std::set<std::string> loadedStructures)
-    : m_LoadedStructures(std::move(loadedStructures))
+ReadJob::ReadJob(std::vector<fs::path> files, const std::set<std::string> &loadedStructures)
 {
+    for (const std::string &name : loadedStructures)
+        m_LoadedStructures.insert(structureCode(name));
     for (fs::path &file : files) {
         if (m_Known.insert(identity(file)).second)
             m_Files.push_back(std::move(file));
@@ -79,7 +81,7 @@ bool ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &p
 void ReadJob::addSiblings(const ReadFile &file)
 {
     for (const fs::path &sibling : siblingStructures(file.file, file.contents.alignments)) {
-        if (m_LoadedStructures.contains(structureName(sibling)))
+        if (m_LoadedStructures.contains(structureCode(structureName(sibling))))
             continue;
         if (m_Known.insert(identity(sibling)).second)
             m_Files.push_back(sibling);

@@ -41,7 +41,8 @@ public:
     using Progress = std::function<bool(const std::string &fileName, double fraction)>;
 
     // loadedStructures: names of structures that need no reading because a row names them.
-    ReadJob(std::vector<std::filesystem::path> files, std::set<std::string> loadedStructures);
+    ReadJob(std::vector<std::filesystem::path> files,
+            const std::set<std::string> &loadedStructures);
 
     [[nodiscard]] ReadOutcome run(const Progress &progress);
 
@@ -51,6 +52,7 @@ private:
 
     std::vector<std::filesystem::path> m_Files;
     std::set<std::filesystem::path> m_Known;
+    // Their codes.
     std::set<std::string> m_LoadedStructures;
     // How many of the files the user asked for; those behind them were named by rows.
     std::size_t m_Asked = 0;

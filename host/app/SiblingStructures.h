@@ -10,7 +10,8 @@
 namespace TAMBO::app {
 
 // A row names its structure by a file name or by a code, to which one of the usual endings is
-// added. In the order of the rows, each file once.
+// added; what is not there as written is looked for in upper and lower case and under the archive's
+// file names ("pdb1abc.ent"), and "1abc_A" also as 1abc. In the order of the rows, each file once.
 [[nodiscard]] std::vector<std::filesystem::path>
 siblingStructures(const std::filesystem::path &alignmentFile,
                   const std::vector<AlignmentRecord> &alignments);

@@ -45,9 +45,9 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
     if (!first)
         return;
     StructureLink &link = record.link.change();
-    // The file may call the structure by its file name, which finds it as well.
+    // The file may call the structure otherwise, which finds it as well.
     if (link.structure.empty())
-        link.structure = structureOf(*first)->Name();
+        link.structure = structureOf(*first)->code();
     link.chain = first->peptide->Name();
     link.first = first->peptide->number(first->index).getValue();
     link.last = last->peptide->number(last->index).getValue();

@@ -34,6 +34,12 @@ std::vector<Peptide *> proteinChains(const Structure &structure)
     return chains;
 }
 
+bool hasChain(const Structure &structure, const std::string &name)
+{
+    return std::ranges::any_of(proteinChains(structure),
+                               [&](const Peptide *chain) { return chain->Name() == name; });
+}
+
 std::optional<std::size_t> indexOf(const Peptide &chain, const std::string &number,
                                    std::size_t from)
 {
@@ -99,13 +105,13 @@ std::string joined(const std::vector<std::string> &parts)
 
 } // namespace
 
-RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(row)
+RowTie::RowTie(const RowRecord &row, const StructureLookup &structures)
+    : m_Row(row), m_Chain(row.link->chain)
 {
     if (structures.isEmpty() || row.sequence.letters.empty())
         return;
     const bool isNamed = !row.link->structure.empty();
-    const std::vector<Structure *> named =
-        structures.find(isNamed ? row.link->structure : row.name);
+    const std::vector<Structure *> named = findStructures(structures);
     if (named.empty())
         return;
 
@@ -139,18 +145,35 @@ RowTie::RowTie(const RowRecord &row, const StructureLookup &structures) : m_Row(
         tellDifferences(*bestStructure);
 }
 
+std::vector<Structure *> RowTie::findStructures(const StructureLookup &structures)
+{
+    const std::string &name = m_Row.link->structure;
+    NamedStructures found = structures.findWithChain(name.empty() ? m_Row.name : name);
+    const bool isChainGiven = !name.empty() && !m_Chain.empty();
+    if (found.structures.empty() || found.chain.empty() || isChainGiven)
+        return std::move(found.structures);
+    // "row_1" is no name of a structure that has no chain 1.
+    m_Chain = found.chain;
+    const std::string first = found.structures.front()->Name();
+    std::erase_if(found.structures,
+                  [this](const Structure *structure) { return !hasChain(*structure, m_Chain); });
+    if (!name.empty() && found.structures.empty())
+        m_Remarks.push_back("\"" + m_Row.name + "\": " + first + " has no chain " + m_Chain +
+                            "; the row is not tied to it.");
+    return std::move(found.structures);
+}
+
 RowTie::Candidate RowTie::tieTo(const Structure &structure) const
 {
     const std::vector<Peptide *> chains = proteinChains(structure);
     const StructureLink &link = *m_Row.link;
-    const auto named = std::ranges::find_if(chains, [&](const Peptide *chain) {
-        return !link.chain.empty() && chain->Name() == link.chain;
-    });
+    const auto named = std::ranges::find_if(
+        chains, [&](const Peptide *chain) { return !m_Chain.empty() && chain->Name() == m_Chain; });
 
     // A row over several chains, in the order of the file.
-    const bool endsInAnother = !link.lastChain.empty() && link.lastChain != link.chain;
+    const bool endsInAnother = !link.lastChain.empty() && link.lastChain != m_Chain;
     if (endsInAnother || !m_Row.chainBreaks.empty()) {
-        const auto begin = link.chain.empty() ? chains.begin() : named;
+        const auto begin = m_Chain.empty() ? chains.begin() : named;
         auto end = std::find_if(begin, chains.end(), [&](const Peptide *chain) {
             return chain->Name() == link.lastChain;
         });
@@ -166,7 +189,7 @@ RowTie::Candidate RowTie::tieTo(const Structure &structure) const
         // The same identifier may come again, for what follows in the file.
         Candidate best;
         for (auto chain = named; chain != chains.end() && !best.isExact; ++chain) {
-            if ((*chain)->Name() != link.chain)
+            if ((*chain)->Name() != m_Chain)
                 continue;
             Candidate candidate = tieToChain(**chain);
             if (candidate.isExact || candidate.identical > best.identical)

@@ -49,12 +49,16 @@ private:
         bool isExact = false;
     };
 
+    // Those that the row may mean.
+    [[nodiscard]] std::vector<Structure *> findStructures(const StructureLookup &structures);
     [[nodiscard]] Candidate tieTo(const Structure &structure) const;
     [[nodiscard]] Candidate tieToChain(Peptide &chain) const;
     [[nodiscard]] Candidate tieToChains(const std::vector<Peptide *> &chains) const;
     void tellDifferences(const Structure &structure);
 
     const RowRecord &m_Row;
+    // The chain that the row means; empty when it does not say.
+    std::string m_Chain;
     std::vector<RowTieRun> m_Runs;
     bool m_IsExact = false;
     std::vector<std::string> m_Remarks;

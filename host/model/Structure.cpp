@@ -10,7 +10,7 @@
 namespace TAMBO {
 
 Structure::Structure(std::string name, unsigned long models, bool isModel)
-    : NamedCompound(std::move(name)), m_ModelCount(models), m_IsModel(isModel)
+    : NamedCompound(name), m_Code(std::move(name)), m_ModelCount(models), m_IsModel(isModel)
 { }
 
 Structure::~Structure() = default;

@@ -6,6 +6,7 @@
 #include "ObjectContainer.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
@@ -18,6 +19,9 @@ public:
     explicit Structure(std::string name, unsigned long models = 1, bool isModel = false);
     ~Structure() override;
 
+    // What files of alignments call it: its first name, which is that of the file it came from,
+    // whatever it is called now.
+    [[nodiscard]] const std::string &code() const noexcept { return m_Code; }
     // How many models the file has; the first one is loaded.
     [[nodiscard]] unsigned long modelCount() const noexcept { return m_ModelCount; }
     // Built by a modelling program. A file of an alignment does not name it as a row's structure.
@@ -40,6 +44,7 @@ public:
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
 
 private:
+    std::string m_Code;
     unsigned long m_ModelCount;
     bool m_IsModel;
     std::vector<std::unique_ptr<Peptide>> m_Chains;

@@ -10,6 +10,13 @@ namespace TAMBO {
 
 class Structure;
 
+struct NamedStructures
+{
+    std::vector<Structure *> structures;
+    // Empty unless the name says which one.
+    std::string chain;
+};
+
 class StructureLookup
 {
 public:
@@ -20,6 +27,8 @@ public:
     // By a name as written: of a structure or of its file, with or without directories and the
     // usual endings, in any case. The one loaded last comes first.
     [[nodiscard]] std::vector<Structure *> find(const std::string &name) const;
+    // The same, or else by structure and chain: "1abc_A".
+    [[nodiscard]] NamedStructures findWithChain(const std::string &name) const;
 
 private:
     std::unordered_map<std::string, std::vector<Structure *>> m_Structures;

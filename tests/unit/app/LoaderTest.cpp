@@ -3,15 +3,19 @@
 #include "Loader.h"
 
 #include "AppFixture.h"
+#include "DataMaker.h"
 #include "DataPoint.h"
 #include "LoadProgress.h"
 #include "LogBook.h"
+#include "ObjectCommands.h"
 #include "ObjectSources.h"
 #include "Subscriber.h"
 #include "TestTexts.h"
+#include "WritableObject.h"
 #include "support/WaitUntil.h"
 
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -92,6 +96,71 @@ TEST_F(LoaderTest, RowsAreTiedToTheStructuresBesideTheirFile)
     EXPECT_EQ(topLevelNames(), (Texts{"1abc", "row1", "family"}));
     const Alignment &family = *report().alignments.front();
     EXPECT_EQ(family.GetSeq(0), report().structures.front()->chain(0));
+}
+
+TEST_F(LoaderTest, RowsAreTiedHoweverTheyCallTheStructuresFile)
+{
+    write("pdb1abc.ent", pdbText("AG"));
+    for (const char *name : {"1abc", "1ABC", "1abc_A", "1ABC_A", "pdb1abc.ent"}) {
+        const QByteArray text = ">P1;row\nstructureX:" + QByteArray(name) + ":1::2:::::\nAG*\n";
+        open({write("family.ali", text)});
+        ASSERT_EQ(report().alignments.size(), 1U);
+        ASSERT_EQ(report().structures.size(), 1U) << name;
+        const Alignment &family = *report().alignments.front();
+        EXPECT_EQ(family.GetSeq(0), report().structures.front()->chain(0)) << name;
+        m_History.undo();
+    }
+}
+
+TEST_F(LoaderTest, StructuresThatAreNotFoundAreRemarkedOnOnce)
+{
+    services::LogBook::instance().clear();
+    write("1abc.pdb", pdbText("AG"));
+    open({write("family.ali", pirNaming({"1abc", "2abc", "3abc_A", "2abc"}))});
+    EXPECT_EQ(log().filter("found no structure"),
+              QStringList{"family.ali: found no structure for rows that name 2abc, 3abc_A: none is "
+                          "loaded, and no such file stands beside family.ali. These rows have no "
+                          "coordinates."});
+    services::LogBook::instance().clear();
+    open({write("other.ali", pirNaming({"1abc"}))});
+    EXPECT_TRUE(log().filter("found no structure").isEmpty());
+    std::vector<std::string> many;
+    for (int i = 10; i < 27; ++i)
+        many.push_back("7x" + std::to_string(i));
+    open({write("many.ali", pirNaming(many))});
+    EXPECT_EQ(log().filter("7x18, 7x19 and 7 more:").size(), 1);
+}
+
+// The label in the tree is the user's; files go on naming the file.
+TEST_F(LoaderTest, AnAlignmentOfARenamedStructureFindsItsFileAgain)
+{
+    write("1abc.pdb", pdbText("AG"));
+    open({m_Folder.filePath("1abc.pdb")});
+    Structure &loaded = *report().structures.front();
+    app::ObjectCommands::rename(loaded, "Ferredoxin, native");
+    QString file = m_Folder.filePath("family.ali");
+    {
+        const DataAdder<Space> guard(nullptr, Space::instance());
+        const Alignment &made = *DataMaker::makeAlignment("family", {loaded.chain(0)});
+        ASSERT_EQ(app::WritableObject(made).write(file, {}), std::nullopt);
+    }
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.readAll(), ">P1;Ferredoxin, native_A\nstructureX:1abc:1:A:2:A::::\nAG*\n\n");
+
+    open({file});
+    EXPECT_TRUE(report().structures.empty()) << "it is loaded already, whatever it is called";
+    ASSERT_EQ(report().alignments.size(), 1U);
+    EXPECT_EQ(report().alignments.front()->GetSeq(0), loaded.chain(0));
+    EXPECT_EQ(report().alignments.front()->GetSeqName(0), "Ferredoxin, native_A");
+
+    m_History.clear();
+    space().reset();
+    open({file});
+    ASSERT_EQ(report().structures.size(), 1U);
+    Compounds atoms;
+    GetAtoms(report().alignments.front()->GetSeq(0), atoms, true);
+    EXPECT_EQ(atoms.size(), 2U) << "modelling needs them";
 }
 
 TEST_F(LoaderTest, SequencesOfAnUnalignedFileStandAlone)

@@ -277,6 +277,21 @@ TEST_F(ObjectCommandsTest, PropertiesSayWhatTheObjectIsAndWhereItComesFrom)
         EXPECT_TRUE(texts.contains(text)) << text;
 }
 
+TEST_F(ObjectCommandsTest, PropertiesOfARenamedStructureSayWhatFilesCallIt)
+{
+    Structure &structure = this->structure("1abc", "A", "ACD");
+    ObjectCommands::rename(structure, "ferredoxin");
+    QStringList texts;
+    answering<QDialog>([&](QDialog &dialog) {
+        for (const QLabel *label : dialog.findChildren<QLabel *>())
+            texts << label->text();
+        dialog.reject();
+    });
+    m_Commands.showProperties(structure);
+    for (const char *text : {"ferredoxin", "Name in files:", "1abc"})
+        EXPECT_TRUE(texts.contains(text)) << text;
+}
+
 TEST_F(ObjectCommandsTest, PropertiesOfAnAlignmentSayRowsAndColumns)
 {
     Alignment &family = alignment("family", {"AC-D", "ACDD"});

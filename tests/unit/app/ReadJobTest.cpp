@@ -53,6 +53,15 @@ TEST_F(ReadJobTest, AStructureThatIsLoadedIsNotReadAgain)
     EXPECT_EQ(namesOf(read({rows}, {"1abc"})), (Texts{"2abc.pdb", "x.ali"}));
 }
 
+TEST_F(ReadJobTest, AStructureThatIsLoadedMayBeCalledOtherwise)
+{
+    const std::string rows = put("x.ali", pirNaming({"1ABC_A", "2abc"}));
+    put("pdb1abc.ent", pdbText("AG"));
+    put("2abc.pdb", pdbText("AG"));
+    EXPECT_EQ(namesOf(read({rows}, {"1Abc"})), (Texts{"2abc.pdb", "x.ali"}));
+    EXPECT_EQ(namesOf(read({rows})), (Texts{"pdb1abc.ent", "2abc.pdb", "x.ali"}));
+}
+
 TEST_F(ReadJobTest, AFileGivenTwiceIsReadOnce)
 {
     const std::string rows = put("x.ali", pirNaming({"1abc.pdb"}));

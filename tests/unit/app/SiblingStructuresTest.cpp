@@ -69,6 +69,45 @@ TEST_F(SiblingStructures, OnlyTheDirectoryOfTheAlignmentFileIsSearched)
     EXPECT_TRUE(find({".."}).empty());
 }
 
+TEST_F(SiblingStructures, UpperAndLowerCaseMeanTheSameFile)
+{
+    const fs::path lower = touch("1abc.pdb");
+    const fs::path upper = touch("2ABC_FIT.PDB.GZ");
+    EXPECT_EQ(find({"1ABC"}), std::vector{lower});
+    EXPECT_EQ(find({"1Abc.pdb"}), std::vector{lower});
+    EXPECT_EQ(find({"2abc_fit"}), std::vector{upper});
+    const fs::path same = touch("1ABC.pdb");
+    EXPECT_EQ(find({"1ABC"}), std::vector{same}) << "what is there as written comes first";
+}
+
+TEST_F(SiblingStructures, FilesOfTheArchiveAreFoundByTheirCode)
+{
+    const fs::path plain = touch("pdb1abc.ent");
+    const fs::path compressed = touch("pdb2abc.ent.gz");
+    EXPECT_EQ(find({"1abc"}), std::vector{plain});
+    EXPECT_EQ(find({"1ABC"}), std::vector{plain});
+    EXPECT_EQ(find({"2abc"}), std::vector{compressed});
+    const fs::path bare = touch("3abc.cif.gz");
+    EXPECT_EQ(find({"pdb3abc.ent"}), std::vector{bare});
+}
+
+TEST_F(SiblingStructures, ANameWithAChainMeansTheStructure)
+{
+    const fs::path file = touch("1abc.pdb");
+    const fs::path archived = touch("pdb2abc.ent.gz");
+    EXPECT_EQ(find({"1abc_A"}), std::vector{file});
+    EXPECT_EQ(find({"1ABC_B.pdb", "2abc_A"}), (std::vector{file, archived}));
+    const fs::path chain = touch("1abc_A.pdb");
+    EXPECT_EQ(find({"1abc_A"}), std::vector{chain}) << "a file of its own comes first";
+    EXPECT_TRUE(find({"1abc_longer", "_A", "1abc_", "1abc_A_B_C"}).empty());
+}
+
+TEST_F(SiblingStructures, DirectoriesOfOtherSystemsDoNotMatterEither)
+{
+    const fs::path file = touch("1abc.pdb");
+    EXPECT_EQ(find({"C:\\data\\1abc.pdb"}), std::vector{file});
+}
+
 TEST_F(SiblingStructures, ARowWithoutAStructureNamesNone)
 {
     touch(".pdb");

@@ -2,6 +2,7 @@
 #include "unit/model/ModelFixture.h"
 
 #include "Alignment.h"
+#include "ObjectOperations.h"
 #include "RecordMaker.h"
 #include "StructureLookup.h"
 
@@ -113,6 +114,57 @@ TEST_F(ObjectFactoryTest, FileOfTheArchiveIsFoundByItsCode)
     const TAMBO::Alignment *const alignment =
         adopt({rowRecord("row", kSequence, linkTo("1abc", "A"))});
     EXPECT_EQ(alignment->GetSeq(0), loaded.chain(0));
+}
+
+TEST_F(ObjectFactoryTest, NameWithAChainMeansThatChainOfTheStructure)
+{
+    TAMBO::Structure &loaded = structure("1abc", {{"A", kSequence}, {"B", kSequence}});
+    for (const char *name : {"1abc_B", "1ABC_B", "1abc_B.pdb"}) {
+        const TAMBO::Alignment *const named = adopt({rowRecord("row", kSequence, linkTo(name))});
+        EXPECT_EQ(named->GetSeq(0), loaded.chain(1)) << name;
+    }
+    const TAMBO::Alignment *const field =
+        adopt({rowRecord("row", kSequence, linkTo("1abc_B", "A"))});
+    EXPECT_EQ(field->GetSeq(0), loaded.chain(0)) << "the header says which chain";
+    const TAMBO::Alignment *const byName = adopt({rowRecord("1abc_B", kSequence)});
+    EXPECT_EQ(byName->GetSeq(0), loaded.chain(1));
+    const TAMBO::Alignment *const other = adopt({rowRecord("1abc_C", kSequence)});
+    EXPECT_FALSE(sequenceOf(other, 0).hasTies()) << "there is no such chain";
+    EXPECT_EQ(sequenceOf(other, 0).Parent(), &space());
+    EXPECT_THAT(log, IsEmpty());
+    const TAMBO::Alignment *const fitted = adopt({rowRecord("row", kSequence, linkTo("1abc_fit"))});
+    EXPECT_EQ(sequenceOf(fitted, 0).Parent(), &space());
+    EXPECT_THAT(log, ElementsAre("\"row\": 1abc has no chain fit; the row is not tied to it."));
+}
+
+TEST_F(ObjectFactoryTest, RenamedStructureIsFoundByItsFilesNameAndByItsOwn)
+{
+    TAMBO::Structure &loaded = structure("1abc", {{"A", kSequence}});
+    TAMBO::renameObject(loaded, "Ferredoxin");
+    for (const char *name : {"1abc.pdb", "ferredoxin"}) {
+        const TAMBO::Alignment *const alignment =
+            adopt({rowRecord("row", kSequence, linkTo(name, "A"))});
+        EXPECT_EQ(alignment->GetSeq(0), loaded.chain(0)) << name;
+    }
+    // A structure whose file is called so comes before one that somebody has called so.
+    TAMBO::Structure &namesake = structure("ferredoxin", {{"A", kSequence}});
+    TAMBO::Structure &newest = structure("2abc", {{"A", kSequence}});
+    TAMBO::renameObject(newest, "ferredoxin");
+    const TAMBO::Alignment *const alignment =
+        adopt({rowRecord("row", kSequence, linkTo("ferredoxin", "A"))});
+    EXPECT_EQ(alignment->GetSeq(0), namesake.chain(0));
+}
+
+TEST_F(ObjectFactoryTest, RecordOfARenamedStructuresChainKeepsTheNameOfTheFile)
+{
+    TAMBO::Structure &loaded = structure("1abc", {{"A", kSequence}});
+    TAMBO::renameObject(loaded, "Ferredoxin");
+    EXPECT_EQ(loaded.code(), "1abc");
+    TAMBO::Alignment *const alignment = adopt({});
+    alignment->addRows({loaded.chain(0)});
+    const TAMBO::RowRecord row = TAMBO::makeRecord(*alignment).rows.at(0);
+    EXPECT_EQ(row.name, "Ferredoxin_A");
+    EXPECT_EQ(row.link->structure, "1abc");
 }
 
 TEST_F(ObjectFactoryTest, BlankChainMeansAnyChainThatFits)
