@@ -396,6 +396,102 @@ TEST_F(AlignmentCombine, ManyColumnsOpenAtWordBoundaries)
     EXPECT_EQ(combined(first, second), (Texts{spread, "ACD" + std::string(597, '-')}));
 }
 
+TEST_F(AlignmentCombine, SequencesOfOneNameAndLettersAreMatchedWithoutACommonObject)
+{
+    Peptide &again = peptide("one", "ACD");
+    Alignment &first = alignmentOf({{one, "AC-D"}, {two, "A-CD"}}, "first");
+    const Alignment &second = alignmentOf({{&again, "ACD"}, {three, "AEE"}}, "second");
+    EXPECT_EQ(combined(first, second), (Texts{"AC-D", "A-CD", "AE-E"}));
+    EXPECT_EQ(&sequence(first, 0), one);
+    EXPECT_EQ(log, Texts{"Combined \"second\" into \"first\" along \"one\", which has the same "
+                         "name and letters in both; 1 row added, 1 row was there already."});
+}
+
+TEST_F(AlignmentCombine, TheSameObjectIsTheAnchorBeforeAnEqualSequence)
+{
+    Peptide &again = peptide("one", "ACD");
+    Alignment &first = alignmentOf({{one, "AC-D"}, {two, "A-CD"}}, "first");
+    const Alignment &second =
+        alignmentOf({{&again, "ACD"}, {two, "ACD"}, {three, "AEE"}}, "second");
+    EXPECT_EQ(combined(first, second), (Texts{"AC-D", "A-CD", "A-EE"}));
+    EXPECT_EQ(log, Texts{"Combined \"second\" into \"first\" along \"two\", which both hold; 1 row "
+                         "added, 2 rows were there already."});
+}
+
+TEST_F(AlignmentCombine, NeitherNameNorLettersAloneMakeSequencesEqual)
+{
+    Peptide &otherLetters = peptide("one", "ACE");
+    Peptide &otherName = peptide("other", "ACD");
+    Alignment &first = alignmentOf({{one, "AC-D"}}, "first");
+    const Alignment &second = alignmentOf({{&otherLetters, "ACE"}, {&otherName, "ACD"}}, "second");
+    EXPECT_EQ(combined(first, second), (Texts{"AC-D", "ACE-", "ACD-"}));
+    EXPECT_EQ(log, Texts{"Combined \"second\" into \"first\", which have no sequence in common; 2 "
+                         "rows added."});
+}
+
+TEST_F(AlignmentCombine, LettersAreThoseThatTheRowsStillHold)
+{
+    Peptide &shorter = peptide("one", "AD");
+    Alignment &first = alignmentOf({{one, "ACD"}});
+    first.remove(1);
+    const Alignment &second = alignmentOf({{&shorter, "A--D"}, {three, "AEE-"}});
+    history.clear();
+    EXPECT_EQ(combined(first, second), (Texts{"A--D", "AEE-"}));
+}
+
+TEST_F(AlignmentCombine, EachRowStandsForOneEqualSequence)
+{
+    Peptide &again = peptide("one", "ACD");
+    Peptide &third = peptide("one", "ACD");
+    Alignment &first = alignmentOf({{one, "AC-D"}});
+    const Alignment &second = alignmentOf({{&again, "ACD"}, {&third, "A-CD"}});
+    EXPECT_EQ(combined(first, second), (Texts{"AC-D-", "A--CD"}));
+}
+
+TEST_F(AlignmentCombine, NothingIsSaidToBeAddedWhenEveryRowIsThere)
+{
+    Peptide &again = peptide("one", "ACD");
+    Alignment &first = alignmentOf({{one, "AC-D"}}, "first");
+    const Alignment &second = alignmentOf({{&again, "A--CD"}}, "second");
+    EXPECT_EQ(combined(first, second), Texts{"AC-D"});
+    EXPECT_EQ(log, Texts{"Combined \"second\" into \"first\" along \"one\", which has the same "
+                         "name and letters in both; 0 rows added, 1 row was there already."});
+}
+
+TEST_F(AlignmentCombine, OfTwoEqualRowsTheOneTiedToAStructureIsKept)
+{
+    auto made = std::make_unique<TAMBO::Structure>("1abc");
+    TAMBO::ChainRecord record;
+    record.name = "A";
+    for (const char letter : std::string("ACD"))
+        record.residues.push_back({"UNK", letter, TAMBO::SequenceNumber(1), {}});
+    made->insertObject(0, std::make_unique<Peptide>(std::move(record)));
+    Peptide &chain = *made->chain(0);
+    TAMBO::ObjectSpace::get().add(std::move(made));
+    Peptide &plain = peptide("1abc_A", "ACD");
+
+    Alignment &first = alignmentOf({{three, "A-EE"}, {&plain, "AC-D"}}, "first");
+    const Alignment &second = alignmentOf({{four, "FGHIK"}, {&chain, "A-C-D"}}, "second");
+    EXPECT_EQ(combined(first, second), (Texts{"A--EE", "A-C-D", "FGHIK"}));
+    EXPECT_EQ(&sequence(first, 1), &chain);
+    EXPECT_EQ(log.back(), "The row \"1abc_A\" is now the one that is tied to its structure.");
+    history.undo();
+    EXPECT_EQ(&sequence(first, 1), &plain);
+    history.redo();
+    EXPECT_EQ(&sequence(first, 1), &chain);
+
+    // The other way round nothing has to change, and without rows to add no column opens.
+    Alignment &third = alignmentOf({{&chain, "ACD"}}, "third");
+    EXPECT_EQ(combined(third, alignmentOf({{&plain, "A-CD"}})), Texts{"ACD"});
+    EXPECT_EQ(&sequence(third, 0), &chain);
+    Alignment &fourth = alignmentOf({{&plain, "ACD-"}}, "fourth");
+    history.clear();
+    fourth.combine(third);
+    EXPECT_EQ(rowsOf(fourth), Texts{"ACD-"});
+    EXPECT_EQ(&sequence(fourth, 0), &chain);
+    EXPECT_EQ(history.undoCount(), 1U);
+}
+
 // ---- Locks
 
 TEST_F(AlignmentRows, LockedAlignmentRefusesEveryEditWithALineInTheLog)
