@@ -235,7 +235,7 @@ void ExportDialog::followOptions()
             new QListWidgetItem(pictures->standardIcon(QStyle::SP_MessageBoxWarning), *obstacle));
         return;
     }
-    const QStringList losses = m_Object->losses(options());
+    const QStringList losses = m_Object->losses(options()) + m_Object->lostLooks();
     m_LossesLabel->setText(losses.isEmpty() ? tr("Nothing is lost in this format.")
                                             : tr("This is lost or changed in this format:"));
     for (const QString &loss : losses)

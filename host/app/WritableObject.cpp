@@ -38,6 +38,14 @@ std::optional<Failure> writeRecord(const std::filesystem::path &path,
     return writeFile(path, structure, options, &aids);
 }
 
+QStringList sentencesOf(const std::vector<std::string> &texts)
+{
+    QStringList sentences;
+    for (const std::string &text : texts)
+        sentences << QString::fromStdString(text);
+    return sentences;
+}
+
 } // namespace
 
 WritableObject::WritableObject(const Compound &object) : m_Record(recordOf(object)) { }
@@ -65,11 +73,14 @@ std::optional<QString> WritableObject::obstacle(const WriteOptions &options) con
 
 QStringList WritableObject::losses(const WriteOptions &options) const
 {
-    QStringList sentences;
-    for (const std::string &sentence :
-         std::visit([&](const auto &record) { return lossesOf(record, options); }, m_Record))
-        sentences << QString::fromStdString(sentence);
-    return sentences;
+    return sentencesOf(
+        std::visit([&](const auto &record) { return lossesOf(record, options); }, m_Record));
+}
+
+QStringList WritableObject::lostLooks() const
+{
+    return sentencesOf(
+        std::visit([](const auto &record) { return looksLostOf(record); }, m_Record));
 }
 
 std::optional<QString> WritableObject::write(const QString &path, const WriteOptions &options) const

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] std::optional<QString> obstacle(const WriteOptions &options) const;
     // What the format loses or changes, one sentence each.
     [[nodiscard]] QStringList losses(const WriteOptions &options) const;
+    // What no file holds of how the object is shown.
+    [[nodiscard]] QStringList lostLooks() const;
     // The old file is replaced only by a complete new one that reads back the same. Nothing, or one
     // sentence that names the file and says why not. The log tells of a file that could not be
     // replaced and was written in place.

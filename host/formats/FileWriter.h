@@ -29,6 +29,11 @@ namespace TAMBO {
 [[nodiscard]] std::vector<std::string> lossesOf(const StructureRecord &structure,
                                                 const WriteOptions &options);
 
+// What no format holds of how an object is shown. It is not counted as lost: nobody has to be
+// asked.
+[[nodiscard]] std::vector<std::string> looksLostOf(const AlignmentRecord &alignment);
+[[nodiscard]] std::vector<std::string> looksLostOf(const StructureRecord &structure);
+
 // What writing needs besides, and what it has to say afterwards.
 struct WriteAids
 {

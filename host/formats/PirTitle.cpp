@@ -79,6 +79,20 @@ std::string pirTitle(const RowRecord &row, const std::string &name)
     return joined(*fields);
 }
 
+bool isTitleKept(const RowRecord &row)
+{
+    if (row.link->structure.empty())
+        return true;
+    const std::string text = cleanText(trimmed(row.description));
+    const std::optional<PirFields> fields = pirFieldsOf(text);
+    if (!fields)
+        return text.find(':') == std::string::npos;
+    // Of a header that names no structure one field is kept.
+    return fields->at(PirType).starts_with("structure") ||
+           std::all_of(fields->begin() + PirName + 1, fields->end(),
+                       [](const std::string &field) { return trimmed(field).empty(); });
+}
+
 std::string plainDescription(const RowRecord &row)
 {
     std::string text = cleanText(trimmed(row.description));

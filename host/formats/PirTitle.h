@@ -23,6 +23,9 @@ using PirFields = std::array<std::string, 10>;
 // one made for it.
 [[nodiscard]] std::string pirTitle(const RowRecord &row, const std::string &name);
 
+// Whether everything that the row's own title says is in that one.
+[[nodiscard]] bool isTitleKept(const RowRecord &row);
+
 // What other formats say of a row; a title without any content is left out.
 [[nodiscard]] std::string plainDescription(const RowRecord &row);
 

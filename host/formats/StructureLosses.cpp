@@ -6,6 +6,8 @@
 #include "StructureWriter.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace TAMBO {
 
@@ -59,6 +61,67 @@ std::string counted(std::size_t count, const std::string &one, const std::string
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 
+// As a PDB file has it: three digits behind the point.
+bool isRounded(float value)
+{
+    constexpr double digits = 1000;
+    return std::abs(std::round(double(value) * digits) / digits - double(value)) <
+           double(std::numeric_limits<float>::epsilon()) * std::max(1.0, std::abs(double(value)));
+}
+
+bool hasRoundedPlaces(const ResidueRecord &residue)
+{
+    return std::all_of(residue.atoms.begin(), residue.atoms.end(), [](const AtomRecord &atom) {
+        const auto &place = atom.position.coordinates();
+        return isRounded(place[0]) && isRounded(place[1]) && isRounded(place[2]);
+    });
+}
+
+bool hasRoundedPlaces(const StructureRecord &structure)
+{
+    return std::all_of(structure.chains.begin(), structure.chains.end(),
+                       [](const ChainRecord &chain) {
+                           return std::all_of(chain.residues.begin(), chain.residues.end(),
+                                              [](const ResidueRecord &residue) {
+                                                  return hasRoundedPlaces(residue);
+                                              });
+                       });
+}
+
+void addElementLosses(const StructureRecord &structure, WriteFormat format,
+                      std::vector<std::string> &sentences)
+{
+    const std::vector<ElementRecord> &elements = structure.elements;
+    const auto count = [&elements](auto property) {
+        return static_cast<std::size_t>(std::count_if(elements.begin(), elements.end(), property));
+    };
+    const std::size_t turns =
+        count([](const ElementRecord &element) { return element.type == 'T'; });
+    const std::vector<ElementRecord> written = writableElements(structure);
+    if (turns > 0)
+        sentences.push_back(counted(turns, "turn is", "turns are") +
+                            " left out: the file has helices and strands only.");
+    const std::size_t endless = elements.size() - turns - written.size();
+    if (endless > 0)
+        sentences.push_back(counted(endless, "helix or strand is", "helices or strands are") +
+                            " left out: the residues at the ends are not there.");
+    if (structure.brokenElements > 0)
+        sentences.push_back(counted(structure.brokenElements, "helix, strand or turn is",
+                                    "helices, strands or turns are") +
+                            " in several pieces, each of which becomes one of its own.");
+    const std::size_t small =
+        count([](const ElementRecord &element) { return element.hasSmallType; });
+    if (small > 0)
+        sentences.push_back(
+            counted(small, "helix, strand or turn is", "helices, strands or turns are") +
+            " given by a small letter and written as by a capital.");
+    const bool areNamesKept =
+        std::ranges::equal(written, elementNames(written, format), {}, &ElementRecord::name);
+    if (!areNamesKept)
+        sentences.emplace_back(
+            "The names of helices and strands are changed: the file counts them.");
+}
+
 } // namespace
 
 std::optional<std::string> obstacleTo(const StructureRecord &structure, const WriteOptions &options)
@@ -93,17 +156,9 @@ std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteO
     if (structure.models > 1)
         sentences.push_back("Only the first of " + std::to_string(structure.models) +
                             " models is written.");
-    const auto turns = static_cast<std::size_t>(
-        std::count_if(structure.elements.begin(), structure.elements.end(),
-                      [](const ElementRecord &element) { return element.type == 'T'; }));
-    if (turns > 0)
-        sentences.push_back(counted(turns, "turn is", "turns are") +
-                            " left out: the file has helices and strands only.");
-    const std::size_t endless =
-        structure.elements.size() - turns - writableElements(structure).size();
-    if (endless > 0)
-        sentences.push_back(counted(endless, "helix or strand is", "helices or strands are") +
-                            " left out: the residues at the ends are not there.");
+    if (structure.isModel)
+        sentences.emplace_back("The file does not say that it is a model.");
+    addElementLosses(structure, options.format, sentences);
     std::size_t atoms = 0;
     bool hasLargeNumbers = false;
     const std::vector<std::string> names = chainNames(structure, options.format);
@@ -120,7 +175,16 @@ std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteO
     if (options.format == WriteFormat::Pdb && (hasLargeNumbers || atoms > kMostAtoms))
         sentences.emplace_back("Numbers that are too large for their columns are written with "
                                "letters, which not all programs understand.");
+    if (options.format == WriteFormat::Pdb && !hasRoundedPlaces(structure))
+        sentences.emplace_back("The places of atoms are rounded to 0.001 Angstrom.");
     return sentences;
+}
+
+std::vector<std::string> looksLostOf(const StructureRecord &structure)
+{
+    if (!structure.hasOwnColors)
+        return {};
+    return {"The colors that were given are left out."};
 }
 
 } // namespace TAMBO

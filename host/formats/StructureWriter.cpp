@@ -10,6 +10,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <set>
 
 namespace TAMBO::formats {
@@ -236,6 +237,22 @@ std::vector<ElementRecord> writableElements(const StructureRecord &structure)
             elements.push_back(element);
     }
     return elements;
+}
+
+std::vector<std::string> elementNames(const std::vector<ElementRecord> &written, WriteFormat format)
+{
+    std::vector<std::string> names;
+    std::map<std::string, int> strands;
+    int helices = 0;
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        if (written[i].type == 'H') {
+            names.push_back((format == WriteFormat::Mmcif ? "H" : "") + std::to_string(++helices));
+        } else {
+            const std::string sheet = sheetOf(written[i], i);
+            names.push_back(sheet + '-' + std::to_string(++strands[sheet]));
+        }
+    }
+    return names;
 }
 
 std::string structureText(const StructureRecord &structure, WriteFormat format)

@@ -19,6 +19,10 @@ namespace TAMBO::formats {
 // The helices and strands between residues that there are.
 [[nodiscard]] std::vector<ElementRecord> writableElements(const StructureRecord &structure);
 
+// What they are called when the file is read: helices are counted, strands in each sheet.
+[[nodiscard]] std::vector<std::string> elementNames(const std::vector<ElementRecord> &written,
+                                                    WriteFormat format);
+
 // Throws what the coordinate library throws.
 [[nodiscard]] std::string structureText(const StructureRecord &structure, WriteFormat format);
 

@@ -102,6 +102,69 @@ void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
                             " left out: there is no gap where \"/\" could stand.");
 }
 
+// The numbers of a row that is tied to its structure no longer go with the tie.
+void addNumberLosses(const AlignmentRecord &alignment, WriteFormat format,
+                     std::vector<std::string> &sentences)
+{
+    const std::size_t numbered = countRows(alignment, [format](const RowRecord &row) {
+        return row.hasOwnNumbers &&
+               (format == WriteFormat::Pir ? !row.areNumbersInHeader : row.link->structure.empty());
+    });
+    if (numbered == 0)
+        return;
+    const std::string start =
+        "The residue numbers of " + counted(numbered, "row", "rows") + " are left out: ";
+    sentences.push_back(start +
+                        (format == WriteFormat::Pir
+                             ? "a PIR file has those of structures, and counts other residues."
+                             : "without a structure they count from 1 when the file is opened."));
+}
+
+// What is known of residues, and only structure files say.
+void addStructureLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+{
+    const std::size_t withElements =
+        countRows(alignment, [](const RowRecord &row) { return row.hasElements; });
+    if (withElements > 0)
+        sentences.push_back("The secondary structure of " + counted(withElements, "row", "rows") +
+                            " is left out: only a structure file has helices, strands and turns.");
+    const std::size_t withModel =
+        countRows(alignment, [](const RowRecord &row) { return row.hasModel; });
+    if (withModel > 0)
+        sentences.push_back(counted(withModel, "row is", "rows are") +
+                            " not tied to a model any more when the file is opened; the model can "
+                            "be written as a structure.");
+}
+
+// Fields are kept apart by colons, and a header of another kind gives way to that of a structure.
+void addTitleLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+{
+    const std::size_t rows =
+        countRows(alignment, [](const RowRecord &row) { return !isTitleKept(row); });
+    if (rows > 0)
+        sentences.push_back("The titles of " + counted(rows, "row", "rows") +
+                            " are changed: they become a field of the header that names the "
+                            "structure.");
+}
+
+void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+{
+    const auto repeated = [](const std::vector<Annotation> &lines) {
+        std::set<std::string> tags;
+        return static_cast<std::size_t>(
+            std::count_if(lines.begin(), lines.end(), [&tags](const Annotation &line) {
+                return !tags.insert(line.tag).second;
+            }));
+    };
+    std::size_t lines = repeated(alignment.columnAnnotations);
+    for (const RowRecord &row : alignment.rows)
+        lines += repeated(row.residueAnnotations);
+    if (lines > 0)
+        sentences.push_back(counted(lines, "line of annotation is", "lines of annotation are") +
+                            " called like another one: a number is put behind the "
+                            "name.");
+}
+
 } // namespace
 
 std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
@@ -124,16 +187,25 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
             sentences.push_back(counted(rows, "row is", "rows are") +
                                 " not tied to the structure any more when the file is opened.");
     }
-    const std::size_t numbered =
-        countRows(alignment, [](const RowRecord &row) { return row.hasOwnNumbers; });
-    if (numbered > 0)
-        sentences.push_back("The residue numbers of " + counted(numbered, "row", "rows") +
-                            " are left out: without a structure they count from 1 when the file "
-                            "is opened.");
+    if (format == WriteFormat::Pir)
+        addTitleLosses(alignment, sentences);
+    addNumberLosses(alignment, format, sentences);
+    addStructureLosses(alignment, sentences);
     addBreakLosses(alignment, format, sentences);
-    if (format != WriteFormat::Stockholm)
+    if (format == WriteFormat::Stockholm)
+        addTagLosses(alignment, sentences);
+    else
         addAnnotationLosses(alignment, sentences);
     return sentences;
+}
+
+std::vector<std::string> looksLostOf(const AlignmentRecord &alignment)
+{
+    const std::size_t rows =
+        countRows(alignment, [](const RowRecord &row) { return row.hasOwnColors; });
+    if (rows == 0)
+        return {};
+    return {"The colors given to residues of " + counted(rows, "row", "rows") + " are left out."};
 }
 
 } // namespace TAMBO

@@ -35,6 +35,7 @@ public:
     Vertex Position() const override;
     // By element unless set.
     Color OwnColor() const override;
+    [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
     void AssignColor(const Color &color) override;
     void SetSelected(bool selected) override;
     bool IsSelected() const override;

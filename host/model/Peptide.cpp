@@ -240,6 +240,17 @@ Color Peptide::displayColor(std::size_t index) const noexcept
     return isSelected(index) ? selectedColor(ownColor(index)) : ownColor(index);
 }
 
+bool Peptide::hasOwnColors(std::size_t begin, std::size_t end) const
+{
+    bool has = false;
+    forEachOwner(begin, end,
+                 [&](const Peptide &owner, std::size_t there, std::size_t, std::size_t count) {
+                     for (std::size_t i = 0; i < count && owner.m_Colors != nullptr && !has; ++i)
+                         has = owner.m_Colors->at(there + i).has_value();
+                 });
+    return has;
+}
+
 void Peptide::setColor(std::size_t index, std::optional<Color> color)
 {
     const ResiduePlace place = resolve(index);

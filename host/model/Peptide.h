@@ -95,6 +95,8 @@ public:
     // As Compound::GetColor() of the residue: the mark of selection mixed in.
     [[nodiscard]] Color displayColor(std::size_t index) const noexcept;
     [[nodiscard]] Color ownColor(std::size_t index) const noexcept;
+    // Whether one of the residues [begin, end) has another colour than that of its type.
+    [[nodiscard]] bool hasOwnColors(std::size_t begin, std::size_t end) const;
     // Without a colour the residue has that of its type.
     void setColor(std::size_t index, std::optional<Color> color);
     // Each of the residues by its letter here.

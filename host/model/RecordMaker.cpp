@@ -21,6 +21,12 @@ const Structure *structureOf(const ResiduePlace &place)
     return structure == nullptr || structure->isModel() ? nullptr : structure;
 }
 
+bool isOfModel(const ResiduePlace &place)
+{
+    const auto *const structure = dynamic_cast<const Structure *>(place.peptide->Parent());
+    return structure != nullptr && structure->isModel();
+}
+
 // From the first to the last residue of the row that is in the coordinates.
 void describeCoordinates(const AlignmentRow &row, RowRecord &record)
 {
@@ -35,6 +41,7 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
         if (place.peptide != chain) {
             chain = place.peptide;
             structure = structureOf(place);
+            record.hasModel = record.hasModel || isOfModel(place);
         }
         if (structure == nullptr)
             return;
@@ -52,6 +59,56 @@ void describeCoordinates(const AlignmentRow &row, RowRecord &record)
     link.first = first->peptide->number(first->index).getValue();
     link.last = last->peptide->number(last->index).getValue();
     link.lastChain = last->peptide->Name();
+}
+
+// Whether reading the row from a PIR file would number its residues as they are.
+bool isCountedByHeader(const AlignmentRow &row, const RowRecord &record)
+{
+    const Peptide &sequence = row.sequence();
+    const auto isInFile = [&](std::uint32_t index) {
+        return structureOf(sequence.resolve(index)) != nullptr;
+    };
+    const std::uint32_t count = row.cells().residues();
+    // Residues in front of the first one that the structure has are counted back from it.
+    std::uint32_t first = 0;
+    while (first < count && !isInFile(row.residueIndex(first)))
+        ++first;
+    SequenceNumber number(record.link->first);
+    if (first < count)
+        number = SequenceNumber(sequence.number(row.residueIndex(first)).number() - int(first));
+    else if (!number.isValid())
+        number = SequenceNumber(1);
+    for (std::uint32_t i = 0; i < count; ++i, ++number) {
+        const std::uint32_t index = row.residueIndex(i);
+        if (isInFile(index))
+            number = sequence.number(index);
+        else if (!(sequence.number(index) == number))
+            return false;
+    }
+    return true;
+}
+
+// Of residues that no structure file describes.
+bool hasElements(const AlignmentRow &row, const RowRecord &record)
+{
+    const Peptide &sequence = row.sequence();
+    // Without a look at each residue where there cannot be any.
+    if (!record.hasModel && sequence.objectCount() == 0)
+        return false;
+    bool has = false;
+    row.forEachResidue(0, row.cells().end(), [&](AlignmentRow::Column, std::uint32_t index) {
+        has = has || (structureOf(sequence.resolve(index)) == nullptr &&
+                      sequence.elementAt(index) != nullptr);
+    });
+    return has;
+}
+
+bool hasOwnColors(const AlignmentRow &row)
+{
+    const std::vector<ResidueRun> runs = row.residueRuns(0, row.cells().residues());
+    return std::ranges::any_of(runs, [&row](const ResidueRun &run) {
+        return row.sequence().hasOwnColors(run.index, run.index + run.count);
+    });
 }
 
 // The breaks counted by the residues that the row still has.
@@ -108,7 +165,11 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
         record.residueAnnotations = residueLines(row, *label, width);
     }
     describeCoordinates(row, record);
-    record.hasOwnNumbers = record.link->structure.empty() && sequence.hasOwnNumbers();
+    record.hasOwnNumbers =
+        dynamic_cast<const Structure *>(sequence.Parent()) == nullptr && sequence.hasOwnNumbers();
+    record.areNumbersInHeader = record.hasOwnNumbers && isCountedByHeader(row, record);
+    record.hasElements = hasElements(row, record);
+    record.hasOwnColors = hasOwnColors(row);
     return record;
 }
 

@@ -42,11 +42,13 @@ struct ChainRecord
 struct ElementRecord
 {
     std::string name;
-    // 'H' or 'E'.
+    // 'H' or 'E', of a loaded one also 'T'.
     char type = 'H';
     std::string chain;
     SequenceNumber first;
     SequenceNumber last;
+    // Of a loaded one: its type was given as a small letter.
+    bool hasSmallType = false;
 };
 
 // The first model of a structure file.
@@ -58,6 +60,10 @@ struct StructureRecord
     bool isModel = false;
     std::vector<ChainRecord> chains;
     std::vector<ElementRecord> elements;
+    // Of a loaded one: elements in several pieces, each of which is one of those above.
+    unsigned long brokenElements = 0;
+    // Of a loaded one: something in it has another colour than that of its kind.
+    bool hasOwnColors = false;
     // Things worth a line in the log that did not prevent reading.
     std::vector<std::string> remarks;
 };
@@ -100,8 +106,16 @@ struct RowRecord
     std::vector<Annotation> annotations;
     // What is said of the residues ("#=GR"): one character a column, '.' at a gap.
     std::vector<Annotation> residueAnnotations;
-    // Of a row without a structure: its residues do not count from 1, and no file would say so.
+    // Of a loaded row that shows no chain itself: its residues do not count from 1.
     bool hasOwnNumbers = false;
+    // But as the header of a PIR file says.
+    bool areNumbersInHeader = false;
+    // Of a loaded row, what no file of an alignment says: helices, strands or turns of residues
+    // that are in no structure file, and coordinates of a model.
+    bool hasElements = false;
+    bool hasModel = false;
+    // Residues have other colours than those of their types.
+    bool hasOwnColors = false;
 };
 
 struct AlignmentRecord

@@ -37,6 +37,7 @@ public:
     void SetSelected(bool selected) override;
     bool IsSelected() const override;
 
+    [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
     void setParent(Peptide *chain) noexcept { m_Chain = chain; }
     void appendAtoms(std::vector<Compound *> &out) const;
     [[nodiscard]] std::size_t bytes() const noexcept;

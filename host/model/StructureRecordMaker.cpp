@@ -40,21 +40,58 @@ ResidueRecord makeGroup(const ResidueGroup &group)
     return record;
 }
 
-void addElement(const Peptide &chain, const Element &element, std::vector<ElementRecord> &out)
+// Each piece of it.
+void addElement(const Peptide &chain, const Element &element, StructureRecord &record)
 {
     const char letter = element.TypeCode();
-    const char type = letter >= 'a' ? char(letter - 'a' + 'A') : letter;
+    const bool isSmall = letter >= 'a';
+    const char type = isSmall ? char(letter - 'a' + 'A') : letter;
+    std::size_t pieces = 0;
     bool isInside = false;
     for (std::size_t i = 0; i < chain.residueCount(); ++i) {
         if (!element.contains(i)) {
             isInside = false;
             continue;
         }
-        if (!isInside)
-            out.push_back({element.Name(), type, chain.Name(), chain.number(i), {}});
-        out.back().last = chain.number(i);
+        if (!isInside) {
+            ++pieces;
+            record.elements.push_back(
+                {element.Name(), type, chain.Name(), chain.number(i), {}, isSmall});
+        }
+        record.elements.back().last = chain.number(i);
         isInside = true;
     }
+    if (pieces > 1)
+        ++record.brokenElements;
+}
+
+bool hasColoredAtoms(const Compound &parent)
+{
+    for (std::size_t i = 0; i < parent.ChildCount(); ++i) {
+        const auto *const atom = dynamic_cast<const Atom *>(parent.Child(i));
+        if (atom != nullptr && atom->hasOwnColor())
+            return true;
+    }
+    return false;
+}
+
+bool hasOwnColors(const Peptide &chain)
+{
+    if (chain.state().color || chain.hasOwnColors(0, chain.residueCount()))
+        return true;
+    for (std::size_t i = 0; i < chain.residueCount(); ++i) {
+        for (std::size_t k = 0; k < chain.atomCount(i); ++k)
+            if (chain.atom(i, k)->hasOwnColor())
+                return true;
+    }
+    for (std::size_t i = 0; i < chain.objectCount(); ++i) {
+        const auto *const group = dynamic_cast<const ResidueGroup *>(chain.object(i));
+        const auto *const element = dynamic_cast<const Element *>(chain.object(i));
+        if ((group != nullptr && (group->hasOwnColor() || hasColoredAtoms(*group))) ||
+            (element != nullptr && element->state().color))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -64,16 +101,19 @@ StructureRecord makeRecord(const Structure &structure)
     StructureRecord record;
     record.name = structure.Name();
     record.models = structure.modelCount();
+    record.isModel = structure.isModel();
+    record.hasOwnColors = structure.state().color.has_value();
     for (std::size_t c = 0; const Peptide *const chain = structure.chain(c); ++c) {
         ChainRecord &made = record.chains.emplace_back();
         made.name = chain->Name();
+        record.hasOwnColors = record.hasOwnColors || hasOwnColors(*chain);
         for (std::size_t i = 0; i < chain->residueCount(); ++i)
             made.residues.push_back(makeResidue(*chain, i));
         for (std::size_t i = 0; i < chain->objectCount(); ++i) {
             if (const auto *const group = dynamic_cast<const ResidueGroup *>(chain->object(i)))
                 made.residues.push_back(makeGroup(*group));
             else if (const auto *const element = dynamic_cast<const Element *>(chain->object(i)))
-                addElement(*chain, *element, record.elements);
+                addElement(*chain, *element, record);
         }
     }
     return record;

@@ -209,7 +209,20 @@ TEST(StructureWriter, WhatWasNotKeptAtOpeningIsSaid)
     const std::string always = "There are no waters, other positions of atoms, occupancies, "
                                "temperature factors or crystal "
                                "data in the file: they are not kept when a structure is opened.";
-    EXPECT_THAT(lossesOf(structure, pdb()), ElementsAre(always));
+    EXPECT_THAT(lossesOf(structure, pdb()),
+                ElementsAre(always, "The places of atoms are rounded to 0.001 Angstrom."));
+    EXPECT_THAT(lossesOf(structure, mmcif()), ElementsAre(always));
+    ElementRecord helix;
+    helix.name = "1";
+    helix.chain = "A";
+    helix.first = helix.last = structure.chains[0].residues[0].number;
+    structure.elements = {helix};
+    EXPECT_THAT(lossesOf(structure, mmcif()),
+                ElementsAre(always, "The names of helices and strands are changed: the file counts "
+                                    "them."));
+    structure.elements[0].name = "H1";
+    EXPECT_THAT(lossesOf(structure, mmcif()), ElementsAre(always));
+    structure.elements.clear();
     structure.models = 38;
     ElementRecord turn;
     turn.type = 'T';

@@ -7,8 +7,11 @@
 namespace TAMBO::formats {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 std::vector<std::string> lossesIn(const std::string &format, const AlignmentRecord &record)
 {
@@ -54,9 +57,68 @@ TEST(WriteLosses, NumbersOfSequencesAreLostEverywhere)
     record.rows[1].hasOwnNumbers = true;
     for (const std::string &format : kFormats)
         EXPECT_THAT(lossesIn(format, record),
-                    ElementsAre("The residue numbers of 1 row are left out: without a structure "
-                                "they count from 1 when the file is opened."))
+                    ElementsAre(format == "pir"
+                                    ? "The residue numbers of 1 row are left out: a PIR file has "
+                                      "those of structures, and counts other residues."
+                                    : "The residue numbers of 1 row are left out: without a "
+                                      "structure they count from 1 when the file is opened."))
             << format;
+    record.rows[1].areNumbersInHeader = true;
+    EXPECT_THAT(lossesIn("pir", record), IsEmpty());
+    EXPECT_EQ(lossesIn("fasta", record).size(), 1U);
+}
+
+TEST(WriteLosses, SecondaryStructureAndModelsAreLostEverywhere)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}, {"c", "AC"}});
+    record.rows[0].hasElements = true;
+    record.rows[1].hasModel = true;
+    record.rows[2].hasModel = true;
+    for (const std::string &format : kFormats)
+        EXPECT_THAT(lossesIn(format, record),
+                    ElementsAre("The secondary structure of 1 row is left out: only a structure "
+                                "file has helices, strands and turns.",
+                                "2 rows are not tied to a model any more when the file is opened; "
+                                "the model can be written as a structure."))
+            << format;
+}
+
+TEST(WriteLosses, ColorsAreToldOfButAreNoLoss)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
+    EXPECT_THAT(looksLostOf(record), IsEmpty());
+    record.rows[1].hasOwnColors = true;
+    EXPECT_THAT(looksLostOf(record),
+                ElementsAre("The colors given to residues of 1 row are left out."));
+    for (const std::string &format : kFormats)
+        EXPECT_THAT(lossesIn(format, record), IsEmpty()) << format;
+}
+
+TEST(WriteLosses, TitlesThatBecomeAFieldOfAHeaderAreChanged)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}, {"c", "AC"}, {"d", "AC"}});
+    for (RowRecord &row : record.rows)
+        row.link.change().structure = "1abc";
+    record.rows[0].description = "ratio 1:2";
+    record.rows[1].description = "no colon";
+    record.rows[2].description = "structureX:1abc:1:A:2:A:name:bug:1.9:0.2";
+    record.rows[3].description = "sequence:1abc:1:A:2:A:name:bug::";
+    EXPECT_THAT(lossesIn("pir", record),
+                ElementsAre("The titles of 2 rows are changed: they become a field of the header "
+                            "that names the structure."));
+    EXPECT_THAT(lossesIn("fasta", record), Not(Contains(HasSubstr("titles"))));
+}
+
+TEST(WriteLosses, LinesOfAnnotationWithOneNameGetNumbersInStockholmFiles)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
+    record.columnAnnotations = {{"conf", "12"}, {"conf", "34"}};
+    for (RowRecord &row : record.rows)
+        row.residueAnnotations = {{"SS", "HH"}};
+    EXPECT_THAT(
+        lossesIn("stockholm", record),
+        ElementsAre("1 line of annotation is called like another one: a number is put behind the "
+                    "name."));
 }
 
 TEST(WriteLosses, StructureLinksAreLostInAllFormatsButPir)
