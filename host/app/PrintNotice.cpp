@@ -7,15 +7,63 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace TAMBO::app {
 
 namespace {
 
-// In characters; the whole path is in the tool tip.
+// In characters.
 constexpr int kWidest = 40;
+constexpr int kNarrowest = 14;
+
+// The end of a path tells most. The whole is in the tool tip.
+class PathLabel : public QWidget
+{
+public:
+    PathLabel()
+    {
+        setObjectName(QStringLiteral("PrintedFile"));
+        setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    }
+
+    void setPath(const QString &path)
+    {
+        m_Path = path;
+        // A name may look like markup.
+        setToolTip(QStringLiteral("<qt>") + path.toHtmlEscaped() + QStringLiteral("</qt>"));
+        updateGeometry();
+        update();
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {std::min(fontMetrics().horizontalAdvance(m_Path) + 2,
+                         kWidest * fontMetrics().averageCharWidth()),
+                fontMetrics().height()};
+    }
+    // So that it does not keep the window from being made small.
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {kNarrowest * fontMetrics().averageCharWidth(), fontMetrics().height()};
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::TextSingleLine, palette(),
+                              isEnabled(), fontMetrics().elidedText(m_Path, Qt::ElideLeft, width()),
+                              QPalette::WindowText);
+    }
+
+private:
+    QString m_Path;
+};
 
 QToolButton *button(const QString &text, const QString &toolTip, const char *name)
 {
@@ -32,9 +80,7 @@ QToolButton *button(const QString &text, const QString &toolTip, const char *nam
 PrintNotice::PrintNotice(services::PrintoutDesk &desk, QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("PrintNotice"));
-    m_Text = new QLabel;
-    m_Text->setObjectName(QStringLiteral("PrintedFile"));
-    m_Text->setTextFormat(Qt::PlainText);
+    auto *file = new PathLabel;
     QToolButton *open = button(tr("Open"), tr("Show the printed file"), "OpenPrinted");
     connect(open, &QToolButton::clicked, this, &PrintNotice::openFile);
     QToolButton *dismiss = button(QStringLiteral("×"), tr("Dismiss"), "DismissPrinted");
@@ -43,21 +89,16 @@ PrintNotice::PrintNotice(services::PrintoutDesk &desk, QWidget *parent) : QWidge
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(m_Text);
+    layout->addWidget(new QLabel(tr("Printed:")));
+    layout->addWidget(file);
     layout->addWidget(open);
     layout->addWidget(dismiss);
-    connect(&desk, &services::PrintoutDesk::written, this, &PrintNotice::tell);
+    connect(&desk, &services::PrintoutDesk::written, this, [this, file](const QString &path) {
+        m_Path = path;
+        file->setPath(path);
+        show();
+    });
     hide();
-}
-
-void PrintNotice::tell(const QString &path)
-{
-    m_Path = path;
-    m_Text->setText(fontMetrics().elidedText(tr("Printed to %1").arg(path), Qt::ElideMiddle,
-                                             kWidest * fontMetrics().averageCharWidth()));
-    // A name may look like markup.
-    m_Text->setToolTip(QStringLiteral("<qt>") + path.toHtmlEscaped() + QStringLiteral("</qt>"));
-    show();
 }
 
 void PrintNotice::openFile()

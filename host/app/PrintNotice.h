@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-class QLabel;
-
 namespace TAMBO::services {
 class PrintoutDesk;
 }
@@ -25,11 +23,9 @@ signals:
     void failed(const QString &cause);
 
 private:
-    void tell(const QString &path);
     void openFile();
 
     QString m_Path;
-    QLabel *m_Text = nullptr;
 };
 
 } // namespace TAMBO::app
