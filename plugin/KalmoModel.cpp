@@ -5,6 +5,7 @@
 #include "DataAdder.h"
 #include "KALMO2.h"
 #include "KestramProcess.h"
+#include "LastWords.h"
 #include "Logger.h"
 #include "PluginManager.h"
 #include "Space.h"
@@ -38,6 +39,18 @@ void tell(QWidget *window, QMessageBox::Icon icon, const QString &title, const Q
 KestramProcess &kestramOf(QProcess *process)
 {
     return static_cast<KestramProcess &>(*process);
+}
+
+// why: what is known of it without the program's last words.
+void failJob(RunningJobs::Number job, const QString &why, const LastWords &words)
+{
+    QStringList reasons;
+    for (const QString &reason : {why, words.reason}) {
+        if (!reason.isEmpty())
+            reasons << reason;
+    }
+    RunningJobs::Fail(job, QStringLiteral("No model was built: %1.").arg(reasons.join(": ")),
+                      words.lines);
 }
 
 } // namespace
@@ -117,9 +130,10 @@ void KALMO2::JobReady()
 {
     readOutput();
     readOutputError();
-    kestramOf(m_Process).noteEnd();
+    const RunningJobs::Number job = kestramOf(m_Process).takeJob();
     Logger::Write(m_Errors.toLatin1().constData());
     if (m_Process->exitStatus() != QProcess::NormalExit) {
+        failJob(job, QStringLiteral("the program was killed or has crashed"), LastWords(m_Errors));
         qDebug("Failed");
         tell(this, QMessageBox::Warning, QStringLiteral("Tambo"),
              QStringLiteral("Failed to run KESTRAM"));
@@ -135,9 +149,19 @@ void KALMO2::JobReady()
         file.close();
     }
     const QByteArray name = path.toLatin1();
+    const LastWords words(m_Errors);
+    const QString silence = m_Output.isEmpty()
+                                ? QStringLiteral("the program printed nothing")
+                                : QStringLiteral("what the program printed is no structure");
     const QPointer<KALMO2> alive(this);
-    PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
-                           static_cast<const void *>(name.constData()));
+    const PluginManager::Outcome outcome =
+        PluginManager::Command("Parse", "PDB", "KALMO", "Read PDB stream", "ReadPDB",
+                               static_cast<const void *>(name.constData()));
+    // For the list of jobs alone: here the run is complete, whatever came of it.
+    if (outcome == PluginManager::Outcome::Done)
+        RunningJobs::End(job);
+    else
+        failJob(job, words.reason.isEmpty() ? silence : QString(), words);
     // Whoever heard of the new structure may have closed this window.
     if (!alive)
         return;

@@ -4,6 +4,7 @@
 #include "Logger.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace ZEP {
@@ -26,7 +27,7 @@ KestramProcess::KestramProcess(QObject *window) : QProcess(window) { }
 
 void KestramProcess::noteBegin(const QString &title)
 {
-    m_Job = RunningJobs::Begin(title);
+    m_Job = RunningJobs::Begin(title, processId());
 }
 
 void KestramProcess::noteErrors(const QString &errors)
@@ -39,8 +40,12 @@ void KestramProcess::noteErrors(const QString &errors)
 
 void KestramProcess::noteEnd()
 {
-    RunningJobs::End(m_Job);
-    m_Job = 0;
+    RunningJobs::End(takeJob());
+}
+
+RunningJobs::Number KestramProcess::takeJob()
+{
+    return std::exchange(m_Job, 0);
 }
 
 void KestramProcess::letGo()

@@ -17,6 +17,8 @@ public:
     void noteBegin(const QString &title);
     void noteErrors(const QString &errors);
     void noteEnd();
+    // The window ends the job itself, since it or this may go before that.
+    [[nodiscard]] RunningJobs::Number takeJob();
 
     // The window goes. A program that still runs goes on; nobody is told of what it says, and the
     // process is not destroyed before the program has ended. The toolkit would kill it.

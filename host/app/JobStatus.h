@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Says in the status line which job runs in the background, for how long, and what it said last.
+// Says in the status line which job runs in the background, for how long, and what it said last, or
+// which one has failed. A menu beside it cancels jobs.
 #pragma once
 
+#include <QStringList>
 #include <QTimer>
 #include <QWidget>
+
+class QMenu;
+class QToolButton;
 
 namespace TAMBO::services {
 class JobList;
@@ -16,7 +21,7 @@ class JobStatus : public QWidget
     Q_OBJECT
 
 public:
-    // The list outlives the widget, which is hidden while no job runs.
+    // The list outlives the widget, which is hidden while no job runs and none has failed.
     explicit JobStatus(services::JobList &jobs, QWidget *parent = nullptr);
     ~JobStatus() override;
 
@@ -28,15 +33,24 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
+signals:
+    // The user wants to read about a failure again.
+    void failureAsked(const QString &what, const QStringList &lastLines);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void refresh();
+    void fillMenu();
+    [[nodiscard]] QString describe() const;
+    [[nodiscard]] QString describeAll() const;
 
     services::JobList &m_Jobs;
     QString m_Text;
     QTimer m_Clock;
+    QToolButton *m_Button = nullptr;
+    QMenu *m_Menu = nullptr;
 };
 
 } // namespace TAMBO::app

@@ -13,6 +13,15 @@ namespace TAMBO::app {
 
 namespace {
 
+// A list shows one line, of which nobody sees more; a tool tip has to fit the screen.
+constexpr qsizetype kLongestLine = 500;
+constexpr qsizetype kLongestTip = 2000;
+
+QString beginOf(const QString &text, qsizetype length)
+{
+    return text.size() <= length ? text : text.left(length) + u'…';
+}
+
 // Readable on a light and on a dark background.
 QVariant severityColor(Logger::Severity severity)
 {
@@ -99,10 +108,13 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return QStringLiteral("%1  %2").arg(entry.time.toString(QStringLiteral("HH:mm:ss")),
-                                            QString(entry.text).replace(u'\n', u' '));
+                                            beginOf(entry.text, kLongestLine).replace(u'\n', u' '));
     case Qt::ToolTipRole:
+        return beginOf(entry.text, kLongestTip);
     case TextRole:
         return entry.text;
+    case TimeRole:
+        return entry.time;
     case Qt::DecorationRole:
         return m_Icons[std::size_t(entry.severity)];
     case Qt::ForegroundRole:

@@ -20,7 +20,8 @@ class LogModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    enum Role { SeverityRole = Qt::UserRole, TextRole };
+    // What a list shows is cut to a readable length; TextRole has all of it.
+    enum Role { SeverityRole = Qt::UserRole, TextRole, TimeRole };
 
     explicit LogModel(services::LogBook &book, QObject *parent = nullptr);
     ~LogModel() override;

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LogPanel.h"
 
+#include "LogEntryDialog.h"
 #include "LogFilter.h"
 #include "LogModel.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateTime>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -51,6 +53,11 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
     const int icon = m_List->fontMetrics().height();
     m_List->setIconSize(QSize(icon, icon));
 
+    auto *open = new QAction(tr("Open"), m_List);
+    connect(open, &QAction::triggered, this, [this] { openEntry(m_List->currentIndex()); });
+    m_List->addAction(open);
+    connect(m_List, &QListView::activated, this, &LogPanel::openEntry);
+
     auto *copy = new QAction(tr("Copy"), m_List);
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
@@ -80,13 +87,26 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
 
 LogPanel::~LogPanel() = default;
 
+void LogPanel::openEntry(const QModelIndex &entry)
+{
+    if (!entry.isValid())
+        return;
+    const QDateTime time = entry.data(LogModel::TimeRole).toDateTime();
+    auto *dialog = new LogEntryDialog(tr("Log, %1").arg(time.toString(QStringLiteral("HH:mm:ss"))),
+                                      entry.data(LogModel::TextRole).toString(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // Beside the others, for comparing.
+    dialog->show();
+}
+
 void LogPanel::copySelected() const
 {
     QModelIndexList rows = m_List->selectionModel()->selectedRows();
     std::sort(rows.begin(), rows.end());
     QStringList lines;
     for (const QModelIndex &row : rows)
-        lines << row.data().toString();
+        lines << row.data(LogModel::TimeRole).toDateTime().toString(QStringLiteral("HH:mm:ss  ")) +
+                     row.data(LogModel::TextRole).toString();
     QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 

@@ -2,6 +2,7 @@
 // The log as the user sees it: a list that follows its end, with a filter above it.
 #pragma once
 
+#include <QModelIndex>
 #include <QWidget>
 
 class QComboBox;
@@ -23,6 +24,8 @@ public:
     ~LogPanel() override;
 
 private:
+    // In full, in a window of its own.
+    void openEntry(const QModelIndex &entry);
     void copySelected() const;
 
     LogFilter *m_Filter = nullptr;

@@ -268,7 +268,9 @@ void MainWindow::makeStatusBar()
     connect(printed, &PrintNotice::failed, this,
             [this](const QString &cause) { m_Workbench.tellFailure(cause, {}); });
     statusBar()->addPermanentWidget(printed);
-    statusBar()->addPermanentWidget(new JobStatus(services::JobList::instance()));
+    auto *jobs = new JobStatus(services::JobList::instance());
+    connect(jobs, &JobStatus::failureAsked, &m_Workbench, &Workbench::tellFailure);
+    statusBar()->addPermanentWidget(jobs);
     m_Count = new QLabel;
     m_Count->setObjectName(QStringLiteral("ObjectCount"));
     statusBar()->addPermanentWidget(m_Count);

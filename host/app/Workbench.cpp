@@ -7,6 +7,7 @@
 #include "FailureBoxes.h"
 #include "FirstPlaces.h"
 #include "Hooks.h"
+#include "JobList.h"
 #include "LogBook.h"
 #include "LogModel.h"
 #include "MainWindow.h"
@@ -75,6 +76,8 @@ Workbench::Workbench(Attendance attendance)
     if (m_Plugins.hasUsable())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
     m_Routes = std::make_unique<Routes>(*this, m_History);
+    connect(&services::JobList::instance(), &services::JobList::failed, this,
+            &Workbench::tellFailure);
     installHooks();
 }
 

@@ -70,9 +70,16 @@ LogBook &LogBook::instance()
     return *book;
 }
 
+QString LogBook::leftOut(qsizetype length)
+{
+    return QStringLiteral("\n[… %1 characters are left out here …]\n").arg(length);
+}
+
 void LogBook::write(const QString &text, Logger::Severity severity)
 {
     QString line = text;
+    if (line.size() > kLongest)
+        line = text.left(kLongest / 2) + leftOut(text.size() - kLongest) + text.right(kLongest / 2);
     while (!line.isEmpty() && line.back().isSpace())
         line.chop(1);
     if (line.isEmpty())

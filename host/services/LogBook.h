@@ -35,6 +35,8 @@ class LogBook : public QObject
 public:
     static constexpr std::size_t kEntries = 10000;
     static constexpr qint64 kFileSize = 1 << 20;
+    // In characters. Of a longer text the beginning and the end are kept.
+    static constexpr qsizetype kLongest = 1 << 20;
 
     // An empty path keeps the log in memory only.
     explicit LogBook(const QString &path, std::size_t entries = kEntries,
@@ -45,6 +47,8 @@ public:
     // the last destructor of the program can still write to it.
     static LogBook &instance();
 
+    // What stands for the middle of a text that was too long.
+    [[nodiscard]] static QString leftOut(qsizetype length);
     // A text without any character but blanks is not worth an entry.
     void write(const QString &text, Logger::Severity severity);
     // The latest ones, oldest first.

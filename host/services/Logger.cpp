@@ -10,7 +10,7 @@ using TAMBO::services::LogBook;
 namespace {
 
 // Callers hand over UTF-8 or, where a program's output is passed on, Latin-1.
-QString decoded(const char *message)
+QString decoded(QByteArrayView message)
 {
     // Stateless: a character that the end cuts off is an error too.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
@@ -18,12 +18,36 @@ QString decoded(const char *message)
     return decoder.hasError() ? QString::fromLatin1(message) : text;
 }
 
+// Whether a character begins there, in UTF-8.
+bool isBegin(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
+}
+
+// A program may have said more than anybody reads; the middle is not even decoded.
+QString decodedEnds(QByteArrayView message)
+{
+    qsizetype begin = LogBook::kLongest / 2;
+    qsizetype end = message.size() - LogBook::kLongest / 2;
+    for (int i = 0; i < 3 && !isBegin(message[begin]); ++i)
+        --begin;
+    for (int i = 0; i < 3 && !isBegin(message[end]); ++i)
+        ++end;
+    return decoded(message.first(begin)) + LogBook::leftOut(end - begin) +
+           decoded(message.sliced(end));
+}
+
 } // namespace
 
 void Logger::Write(const char *message)
 {
-    if (message != nullptr)
-        Write(decoded(message), Severity::Info);
+    if (message == nullptr)
+        return;
+    const QByteArrayView text(message);
+    // The note of what is left out takes some room, too.
+    constexpr qsizetype kRoom = 1000;
+    Write(text.size() > LogBook::kLongest + kRoom ? decodedEnds(text) : decoded(text),
+          Severity::Info);
 }
 
 void Logger::Write(const QString &message)

@@ -219,7 +219,7 @@ QString SearchRun::progressText(const Batch &batch) const
 {
     const std::size_t row = batch.rows[std::min(batch.done.load(), batch.rows.size() - 1)];
     return tr("Looking for %1 in %2…\nRow %3 of %4")
-        .arg(m_Pattern.left(60), m_Name, QLocale().toString(qulonglong(row + 1)),
+        .arg(m_Pattern.left(60), m_Name, QLocale().toString(qulonglong(row) + 1),
              QLocale().toString(qulonglong(m_RowCount)));
 }
 

@@ -7,6 +7,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
+#include <QProcess>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
 
@@ -25,6 +28,17 @@ protected:
         m_Window.statusBar()->addPermanentWidget(m_Status);
         m_Window.resize(640, 100);
         m_Window.show();
+    }
+
+    QAction *menuEntry(const QString &text)
+    {
+        auto *menu = m_Status->findChild<QMenu *>();
+        emit menu->aboutToShow();
+        for (QAction *action : menu->actions())
+            if (action->text() == text)
+                return action;
+        ADD_FAILURE() << "no entry " << text.toStdString();
+        return nullptr;
     }
 
     JobList m_Jobs;
@@ -77,6 +91,45 @@ TEST_F(JobStatusTest, ALongLineIsCutAndLeavesRoomForOthers)
     EXPECT_LT(m_Status->width(), 450);
     EXPECT_GE(count->width(), count->sizeHint().width());
     EXPECT_EQ(m_Window.width(), 640);
+}
+
+TEST_F(JobStatusTest, AFailureStaysUntilItIsForgotten)
+{
+    m_Jobs.fail(m_Jobs.begin("Kestram"), "No model was built: out of paper.", {"one", "two"});
+    EXPECT_TRUE(m_Status->isVisible());
+    EXPECT_EQ(m_Status->text(), "Kestram: No model was built: out of paper.");
+    EXPECT_EQ(m_Status->toolTip(), "Kestram: No model was built: out of paper.");
+    QSignalSpy asked(m_Status, &JobStatus::failureAsked);
+    menuEntry("Kestram: No model was built: out of paper.")->trigger();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0][0].toString(), "No model was built: out of paper.");
+    EXPECT_EQ(asked[0][1].toStringList(), (QStringList{"one", "two"}));
+    menuEntry("Forget Failures")->trigger();
+    EXPECT_FALSE(m_Status->isVisible());
+}
+
+TEST_F(JobStatusTest, ARunningJobIsShownBeforeAFailure)
+{
+    m_Jobs.fail(m_Jobs.begin("Other"), "Nothing & <b>.", {});
+    m_Jobs.begin("Kestram");
+    EXPECT_EQ(m_Status->text(), "Kestram 0:00");
+    EXPECT_EQ(m_Status->toolTip(), "Kestram 0:00<br>Other: Nothing &amp; &lt;b&gt;.");
+    EXPECT_NE(menuEntry("Other: Nothing && <b>."), nullptr);
+}
+
+TEST_F(JobStatusTest, EachJobCanBeCancelledInTheMenu)
+{
+    QProcess program;
+    program.start("sleep", {"1000"});
+    ASSERT_TRUE(program.waitForStarted(kPatienceMilliseconds));
+    m_Jobs.begin("Fixed");
+    m_Jobs.begin("Kestram", program.processId());
+    EXPECT_FALSE(menuEntry("Cancel Fixed (0:00)")->isEnabled());
+    menuEntry("Cancel Kestram (0:00)")->trigger();
+    ASSERT_TRUE(program.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(program.exitStatus(), QProcess::CrashExit);
+    EXPECT_TRUE(m_Status->text().endsWith(" – is being cancelled"));
+    EXPECT_FALSE(menuEntry("Cancel Kestram (0:00)")->isEnabled());
 }
 
 TEST_F(JobStatusTest, DurationsReadAsAClock)

@@ -8,8 +8,10 @@
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QListView>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -110,6 +112,36 @@ TEST_F(LogModelTest, ALineShowsTimeAndTextWithoutBreaks)
     const QString line = model.index(0, 0).data().toString();
     EXPECT_TRUE(line.endsWith("  one two")) << line.toStdString();
     EXPECT_EQ(line.indexOf(u':'), 2);
+}
+
+TEST_F(LogModelTest, OfALongTextTheListShowsTheBeginning)
+{
+    LogModel model(m_Book);
+    const QString text = "begin\n" + QString(900'000, 'x') + "end";
+    m_Book.write(text, Severity::Info);
+    QCoreApplication::processEvents();
+    const QModelIndex index = model.index(0, 0);
+    EXPECT_LT(index.data().toString().size(), 1000);
+    EXPECT_TRUE(index.data().toString().contains("  begin x"));
+    EXPECT_TRUE(index.data().toString().endsWith(u'…'));
+    EXPECT_LT(index.data(Qt::ToolTipRole).toString().size(), 5000);
+    EXPECT_EQ(index.data(LogModel::TextRole).toString(), text);
+}
+
+TEST_F(LogModelTest, AnEntryOpensInFull)
+{
+    LogModel model(m_Book);
+    LogPanel panel(model);
+    const QString text = "Traceback:\n" + QString("  line\n").repeated(300) + "end";
+    m_Book.write(text, Severity::Info);
+    QCoreApplication::processEvents();
+    auto *list = panel.findChild<QListView *>("LogList");
+    emit list->activated(list->model()->index(0, 0));
+    const auto *dialog = panel.findChild<QDialog *>("LogEntry");
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_FALSE(dialog->isModal());
+    EXPECT_EQ(dialog->findChild<QPlainTextEdit *>()->toPlainText(), text);
+    EXPECT_TRUE(dialog->findChild<QPlainTextEdit *>()->isReadOnly());
 }
 
 TEST_F(LogModelTest, TheFilterLetsThroughSeveritiesAndTexts)

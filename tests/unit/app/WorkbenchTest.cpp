@@ -8,6 +8,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "FileReader.h"
+#include "JobList.h"
 #include "MainWindow.h"
 #include "ObjectOperations.h"
 #include "ObjectTree.h"
@@ -150,6 +151,19 @@ protected:
 };
 
 // ---- The window
+
+TEST_F(WorkbenchTest, AJobThatFailsIsToldInABoxOfItsOwn)
+{
+    show();
+    auto &jobs = services::JobList::instance();
+    jobs.fail(jobs.begin("Kestram"), "No model was built: out of paper.", {"one", "two"});
+    const auto boxes = window().findChildren<QMessageBox *>("FailureBox");
+    ASSERT_EQ(boxes.size(), 1);
+    EXPECT_EQ(boxes[0]->text(), "No model was built: out of paper.");
+    EXPECT_EQ(boxes[0]->informativeText(), "one\ntwo");
+    boxes[0]->accept();
+    jobs.forgetFailures();
+}
 
 TEST_F(WorkbenchTest, TheMenusHoldTheCommandsWithTheirKeys)
 {

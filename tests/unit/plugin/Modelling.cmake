@@ -1,6 +1,7 @@
 # The modelling job and the file of its template.
 tambo_test(kalmo_modelling_test QT
     SOURCES
+        LastWordsTest.cpp
         ModellingFixture.cpp ModellingFixture.h
         ModellingJobTest.cpp
         ModellingOutputTest.cpp

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ModellingFixture.h"
 
+#include "JobList.h"
+
 #include "support/WaitUntil.h"
 
 #include <fcntl.h>
@@ -38,13 +40,14 @@ ModellingFixture::ModellingFixture() : m_SystemPath(qgetenv("PATH"))
         m_Read.emplace_back(static_cast<const char *>(call.readOnlyData));
         if (m_OnRead)
             m_OnRead();
-        return false;
+        return m_Model;
     });
 }
 
 ModellingFixture::~ModellingFixture()
 {
     closeWindows();
+    TAMBO::services::JobList::instance().forgetFailures();
     PluginRoutes::instance().removeCommand("Parse", "PIR", "SaveALI");
     PluginRoutes::instance().removeCommand("Parse", "PDB", "ReadPDB");
     ::close(m_Go);

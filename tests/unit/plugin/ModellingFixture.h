@@ -86,6 +86,8 @@ protected:
     // What the window asked to be saved and to be read.
     std::vector<std::pair<QString, TAMBO::Alignment *>> m_Saved;
     std::vector<QByteArray> m_Read;
+    // What is read is a model.
+    bool m_Model = false;
     // Run at the command that reads the model.
     std::function<void()> m_OnRead;
 

@@ -137,6 +137,73 @@ TEST_F(ModellingOutput, AModelThatCannotBeWrittenIsAskedForAllTheSame)
     QDir(scratch()).rmdir("model.pdb");
 }
 
+// ---- What the workbench is told
+
+TEST_F(ModellingOutput, ARunWithoutAModelIsAFailedJobWithTheReason)
+{
+    const auto &failures = TAMBO::services::JobList::instance().failures();
+    modelOf("echo remark >&2; echo 'kestram: out of paper' >&2; exit 4");
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].title, "Kestram");
+    EXPECT_EQ(failures[0].what, "No model was built: out of paper: remark.");
+    EXPECT_EQ(failures[0].lastLines, (QStringList{"remark", "kestram: out of paper"}));
+    modelOf("exit 0");
+    ASSERT_EQ(failures.size(), 1U) << "the later one took the place of the earlier one";
+    EXPECT_EQ(failures[0].what, "No model was built: the program printed nothing.");
+    modelOf("echo no structure");
+    EXPECT_EQ(failures.at(0).what, "No model was built: what the program printed is no structure.");
+}
+
+TEST_F(ModellingOutput, ARunWithAModelIsNoFailedJobWhateverItsStatus)
+{
+    m_Model = true;
+    modelOf("echo ATOM; echo sorry >&2; exit 1");
+    EXPECT_TRUE(TAMBO::services::JobList::instance().failures().empty());
+}
+
+TEST_F(ModellingOutput, AKilledProgramIsAFailedJob)
+{
+    const auto &failures = TAMBO::services::JobList::instance().failures();
+    const MessageRecorder messages;
+    install("ulimit -c 0; kill -s KILL $$");
+    runJob(*m_Window);
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].what, "No model was built: the program was killed or has crashed.");
+    install("ulimit -c 0; echo 'loop 3 of 7' >&2; kill -s KILL $$");
+    runJob(*m_Window);
+    EXPECT_EQ(failures.at(0).what,
+              "No model was built: the program was killed or has crashed: loop 3 of 7.");
+}
+
+TEST_F(ModellingOutput, AJobCanBeCancelledInTheListOfJobs)
+{
+    install("trap 'echo bye > \"$NOTES/bye\"; exit 4' TERM; echo up > \"$NOTES/up\"\n"
+            "while :; do sleep 0.05; done");
+    auto &jobs = TAMBO::services::JobList::instance();
+    DialogDriver dialogs;
+    dialogs.expect(close());
+    call(*m_Window, "kestram");
+    waitFor([this] { return noted("up") == "up\n"; });
+    ASSERT_EQ(jobs.jobs().size(), 1U);
+    jobs.cancel(jobs.jobs()[0].number);
+    waitFor([this] { return !m_Told.empty(); });
+    waitForIdle(*m_Window);
+    EXPECT_EQ(noted("bye"), "bye\n");
+    EXPECT_TRUE(jobs.jobs().empty());
+    EXPECT_TRUE(jobs.failures().empty()) << "who cancels knows";
+}
+
+TEST_F(ModellingOutput, OfAFloodOfErrorsTheLogKeepsBeginningAndEnd)
+{
+    const LogLines log;
+    modelOf("echo begin >&2; head -c 52428800 /dev/zero | tr '\\0' x >&2; echo; echo end >&2");
+    ASSERT_EQ(log.count(), 1);
+    const QString text = log.texts()[0];
+    EXPECT_LT(text.size(), TAMBO::services::LogBook::kLongest + 100);
+    EXPECT_TRUE(text.startsWith("begin\nxxx"));
+    EXPECT_TRUE(text.endsWith("xxxend"));
+}
+
 // ---- Programs that die
 
 TEST_F(ModellingOutput, AKilledProgramIsToldAndItsModelIsNotRead)

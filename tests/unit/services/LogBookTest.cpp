@@ -168,3 +168,30 @@ TEST(LogBook, MessagesOfTheModelAndWarningsOfTheToolkitCanBeRoutedHere)
     installTestMessageHandler();
     TAMBO::modelHooks().log = hookBefore;
 }
+
+TEST(LogBook, OfATextThatIsTooLongBeginningAndEndAreKept)
+{
+    LogBook book{QString()};
+    const qsizetype longest = LogBook::kLongest;
+    book.write("begin" + QString(3 * longest, 'x') + "end", Logger::Severity::Info);
+    const QString text = book.entries().at(0).text;
+    EXPECT_LT(text.size(), longest + 100);
+    EXPECT_TRUE(text.startsWith("beginx"));
+    EXPECT_TRUE(text.endsWith("xend"));
+    EXPECT_TRUE(text.contains(
+        QStringLiteral("\n[… %1 characters are left out here …]\n").arg(2 * longest + 8)));
+    book.write(QString(longest, 'x'), Logger::Severity::Info);
+    EXPECT_EQ(book.entries().at(1).text.size(), longest);
+}
+
+TEST(LogBook, ALongTextOfAProgramIsCutBetweenCharacters)
+{
+    const QByteArray bytes = "b" + QByteArray("\xE2\x82\xAC").repeated(1'000'000) + "e";
+    Logger::Write(bytes.constData());
+    const QString text = LogBook::instance().entries().back().text;
+    EXPECT_LT(text.size(), LogBook::kLongest + 100);
+    EXPECT_TRUE(text.startsWith(u"b€€"));
+    EXPECT_TRUE(text.endsWith(u"€€e"));
+    EXPECT_EQ(text.count(QChar(0x20ac)) + text.count(QRegularExpression("[ -~\n…]")), text.size())
+        << "nothing else";
+}
