@@ -114,7 +114,7 @@ public:
     // A new alignment of the first n rows over all columns (all rows when n is larger), already
     // added to the workbench's objects. It has cells of its own over the same sequences.
     Alignment *duplicate(unsigned long n) const;
-
+    // A range that reaches beyond the last column ends there.
     void range(const Range &range);
     void rangeAll();
     // Sets the selection of every residue in the columns of the range.

@@ -112,10 +112,13 @@ Alignment *Alignment::duplicate(unsigned long n) const
 void Alignment::range(const Range &range)
 {
     const bool isEmpty = range.first >= range.second;
-    if ((!isEmpty && range.second > m_Width) || range == m_Range || !mayChange(*this))
+    if (!isEmpty && range.first >= m_Width)
+        return;
+    const Range cut = isEmpty ? range : Range(range.first, std::min(range.second, m_Width));
+    if (cut == m_Range || !mayChange(*this))
         return;
     const ChangeScope scope;
-    m_Range = range;
+    m_Range = cut;
 }
 
 void Alignment::rangeAll()

@@ -236,13 +236,25 @@ TEST_F(AlignmentColumn, RangeIsWhatWasSetAndNoStepOfUndo)
     EXPECT_EQ(history.undoCount(), 0U);
 }
 
-TEST_F(AlignmentColumn, RangeThatReachesOutOfBoundsIsNotTaken)
+TEST_F(AlignmentColumn, RangeThatReachesBeyondTheLastColumnEndsThere)
+{
+    Alignment &sample = alignment({"ACD"});
+    sample.range(Range(1, 4));
+    EXPECT_EQ(sample.range(), Range(1, 3));
+    sample.range(Range(2, 99));
+    EXPECT_EQ(sample.range(), Range(2, 3));
+    EXPECT_EQ(history.undoCount(), 0U);
+}
+
+TEST_F(AlignmentColumn, RangeBehindTheLastColumnIsNotTakenUnlessItIsEmpty)
 {
     Alignment &sample = alignment({"ACD"});
     sample.range(Range(1, 3));
-    sample.range(Range(1, 4));
+    sample.range(Range(3, 4));
     sample.range(Range(7, 9));
     EXPECT_EQ(sample.range(), Range(1, 3));
+    sample.range(Range(3, 3));
+    EXPECT_EQ(sample.range(), Range(3, 3));
 }
 
 TEST_F(AlignmentColumn, InsertedColumnsMoveARangeBehindThemAndWidenOneAroundThem)

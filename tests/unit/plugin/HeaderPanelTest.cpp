@@ -195,6 +195,14 @@ TEST_F(HeaderPanel, ShiftLeftExtendsTheRange)
                                                 "Range [0..4)", "Range [5..6)"}));
 }
 
+TEST_F(HeaderPanel, ShiftLeftBeforeAnEmptyRangeBehindTheLastColumnReachesOneBeyondIt)
+{
+    showHeader(makeAlignment({"ACDEF"}));
+    const ExpectMessage said(QtDebugMsg, QStringLiteral("Range [2..6)"));
+    EXPECT_EQ(extended({5, 5}, 2), Bounds(2, 6));
+    EXPECT_EQ(takeSignals(), (QStringList{"ReRange 2 6", "Update"}));
+}
+
 TEST_F(HeaderPanel, ShiftLeftInsideTheRangeLeavesItAndSaysWhatItIs)
 {
     showHeader(makeAlignment({"ACDEFGHIKLMN"}));

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The edits that views and panels ask the window for, and its connections to them.
+#include "Hands.h"
 #include "WindowFixture.h"
 
 #include "QCanvasRectangle.h"
 
 #include <QMouseEvent>
+#include <QSignalSpy>
 
 namespace {
 
@@ -251,9 +253,28 @@ TEST_F(WindowEdits, ARefusedRangePutsTheMarkerBack)
         EXPECT_EQ(header.begin(), 1U);
         EXPECT_EQ(header.end(), 3U);
     };
-    expectBack(2, 6);
+    expectBack(5, 6);
     TAMBO::setObjectLocked(shown, true);
     expectBack(2, 4);
+    expectBack(2, 6);
+}
+
+TEST_F(WindowEdits, ShiftLeftAtAMarkWorksWhenTheRangeIsEmptyBehindTheLastColumn)
+{
+    TAMBO::Alignment &shown = alignment({"ACDEF"});
+    shown.range({5, 5});
+    ZEP::KALMO2 &window = show(shown, {600, 300});
+    Panel &header = *WindowParts(window).header;
+    QSignalSpy ranges(&header, &Panel::ReRange);
+    const ExpectMessage said(QtDebugMsg, "Range [2..6)");
+    Hands(window).clickMark(Hands::kLeft, 2, Qt::ShiftModifier);
+    ASSERT_EQ(ranges.count(), 1);
+    EXPECT_EQ(ranges.front().at(0).value<ulong>(), 2U);
+    EXPECT_EQ(ranges.front().at(1).value<ulong>(), 6U);
+    EXPECT_EQ(shown.range(), TAMBO::Alignment::Range(2, 5));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(header.begin(), 2U);
+    EXPECT_EQ(header.end(), 5U) << "the marker covers what is there";
 }
 
 TEST_F(WindowEdits, ReRangeWithoutAnAlignmentIsReported)
