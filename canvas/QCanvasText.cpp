@@ -127,7 +127,8 @@ QRect QCanvasText::reach() const
     const int widest = fontMeasure().widest(m_Font);
     const auto lines = static_cast<int>(m_Text.count(QLatin1Char('\n'))) + 1;
     const int length = std::max(1, static_cast<int>(m_Text.size()));
-    const QSize size(length * widest, lines * metrics.lineSpacing());
+    // In some fonts lines are closer than their letters are high.
+    const QSize size(length * widest, lines * std::max(metrics.lineSpacing(), metrics.height()));
     return placed(size).adjusted(-widest, -2, widest, 2);
 }
 

@@ -6,6 +6,8 @@
 #include "DataPoint.h"
 #include "QCanvas.h"
 
+#include <QFontMetrics>
+
 namespace {
 
 QString textOf(const TAMBO::Alignment *alignment, unsigned long row, QLatin1String mark)
@@ -43,6 +45,13 @@ void RowItem::draw(QPainter &painter)
 int RowItem::rtti() const
 {
     return RTTI;
+}
+
+QRect RowItem::boundingRect() const
+{
+    QRect area = QCanvasText::boundingRect();
+    area.setHeight(QFontMetrics(font()).lineSpacing());
+    return area;
 }
 
 void RowItem::hit()

@@ -19,6 +19,8 @@ public:
     ~RowItem() override;
     void draw(QPainter &painter) override;
     [[nodiscard]] int rtti() const override;
+    // Exactly one cell high, whatever the letters reach: a point is in one name only.
+    [[nodiscard]] QRect boundingRect() const override;
 
     // Selects all residues of the row, or none when all are.
     void hit();

@@ -6,6 +6,7 @@ tambo_test(kalmo_window_test QT
         AlignmentFilesTest.cpp
         DialogDriver.h
         EntryPointsTest.cpp
+        NameHitsTest.cpp
         NotificationsTest.cpp
         PopulateTest.cpp
         RangeCommandsTest.cpp

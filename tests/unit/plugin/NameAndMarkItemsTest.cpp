@@ -7,6 +7,7 @@
 #include "RowItem.h"
 #include "support/ExpectMessage.h"
 
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -80,6 +81,21 @@ TEST_F(NameAndMarkItems, RowItemIsTheNameAndAMarkWithItsRightEdgeAtX)
     EXPECT_EQ(item.getTarget(), &alignment);
     EXPECT_EQ(RowItem::RTTI, 67);
     EXPECT_EQ(item.rtti(), 67);
+}
+
+TEST_F(NameAndMarkItems, RowItemIsHitInExactlyOneCellsHeightAndItsTextsWidth)
+{
+    TAMBO::Alignment &alignment = makeAlignment({"AC", "AC"}, {"1abc_A", "target"});
+    // The lines of the second are closer than its letters are high.
+    for (const char *family : {"DejaVu Sans", "Nimbus Sans Narrow"}) {
+        m_Font = QFont(QString::fromLatin1(family), 24);
+        ASSERT_TRUE(QFontInfo(m_Font).family().startsWith(QString::fromLatin1(family)));
+        const RowItem item = rowItem(alignment, 1);
+        const int height = QFontMetrics(m_Font).lineSpacing();
+        EXPECT_EQ(item.boundingRect(),
+                  QRect(150 - widthOf(item.text()), 5, widthOf(item.text()), height));
+    }
+    EXPECT_LT(QFontMetrics(m_Font).lineSpacing(), QFontMetrics(m_Font).height());
 }
 
 TEST_F(NameAndMarkItems, RowItemIsSelectedWhenNoResidueOfTheRowIsUnselected)
