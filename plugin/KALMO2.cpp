@@ -3,6 +3,7 @@
 #include "KALMO2.h"
 
 #include "AcidColor.h"
+#include "CatchUp.h"
 #include "Check.h"
 #include "Config.h"
 #include "CornerLabel.h"
@@ -37,6 +38,7 @@ KALMO2::KALMO2()
 
     CreateCanvases();
     CreateViews();
+    CreateCatchUp();
     m_AcidColor = new AcidColor(this);
     TAMBO_CHECK_PTR(m_AcidColor, "KALMO2", 102);
     connect(m_AcidColor, SIGNAL(colorize(QColor *)), SLOT(setColor(QColor *)));
@@ -126,11 +128,21 @@ void KALMO2::CreateViews()
     m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
 }
 
+void KALMO2::CreateCatchUp()
+{
+    m_CatchUp = std::make_unique<CatchUp>(
+        *this, [this] { return isCurrent(); }, [this] { commUpdate(); });
+    for (QCanvasView *view : std::initializer_list<QCanvasView *>{m_View, m_Header, m_Names})
+        m_CatchUp->watch(*view);
+}
+
 QMenu *KALMO2::addMenu(const QString &title)
 {
     auto *menu = new QMenu(title, this);
     TAMBO_CHECK_PTR(menu, "KALMO2", 141);
     menuBar()->addMenu(menu);
+    // Comes before what an entry does, since the menu itself hears of it first.
+    connect(menu, &QMenu::triggered, this, [this] { m_CatchUp->now(); });
     return menu;
 }
 
@@ -245,6 +257,7 @@ void KALMO2::ChangeFont()
 
 void KALMO2::ButtonPressed(int i, int, bool)
 {
+    m_CatchUp->now();
     switch (i) {
     case 2:
         GetSequences();

@@ -12,6 +12,7 @@
 #include <QFont>
 #include <QString>
 
+#include <memory>
 #include <utility>
 
 class Panel;
@@ -25,6 +26,7 @@ class View;
 namespace ZEP {
 
 class AcidColor;
+class CatchUp;
 
 class KALMO2 : public BaseWindow, public Subscriber
 {
@@ -103,6 +105,7 @@ private slots:
 private:
     void CreateCanvases();
     void CreateViews();
+    void CreateCatchUp();
     void CreateMenubar();
     QMenu *addMenu(const QString &title);
     void CreateToolbars();
@@ -120,6 +123,8 @@ private:
     template <typename Edit> void editShape(Edit edit);
     // Whether the canvases still have the alignment's size.
     [[nodiscard]] bool hasCurrentShape() const;
+    // Whether rows, columns, numbering and range are shown as they are.
+    [[nodiscard]] bool isCurrent() const;
     [[nodiscard]] int cellCentre(unsigned long col) const;
     // Marks the canvases wholly changed, without painting them.
     void setAllChanged();
@@ -148,6 +153,8 @@ private:
     unsigned long m_ShownRevision = 0;
     // The alignment's range that the header's marker was put over.
     TAMBO::Alignment::Range m_ShownRange{0, 0};
+    // Goes before everything that it looks at.
+    std::unique_ptr<CatchUp> m_CatchUp;
 };
 
 } // namespace ZEP

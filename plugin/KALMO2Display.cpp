@@ -32,6 +32,7 @@ void KALMO2::Populate(TAMBO::Compound *obj)
     qDebug("Got Alignment %ld by %ld", static_cast<long>(m_Data->height()),
            static_cast<long>(m_Data->width()));
     createItems();
+    m_ShownRevision = m_Data->layoutRevision();
     Update();
     m_View->setContentsPos(place.x(), place.y());
     scroll(m_View->contentsX(), m_View->contentsY());
@@ -106,8 +107,17 @@ bool KALMO2::hasCurrentShape() const
            m_Canvas->height() == (static_cast<int>(m_Data->height()) + 1) * m_CellHeight;
 }
 
+bool KALMO2::isCurrent() const
+{
+    return m_Data == nullptr ||
+           (m_Data->layoutRevision() == m_ShownRevision && m_Data->range() == m_ShownRange);
+}
+
 void KALMO2::Clear()
 {
+    // The cell or row that is held may be another one afterwards.
+    m_View->endDrag();
+    m_Names->endDrag();
     m_Numbering.clear();
     m_Spare.clear();
     m_Header->resetRange();
@@ -259,14 +269,15 @@ void KALMO2::AddGapColumn()
 }
 
 // Redraws nothing: the header panel has moved its marker already. Only when the alignment keeps its
-// range, a locked one say, the marker goes back.
+// range, a locked one say, the marker goes back; when it took less, the next painting shows that.
 void KALMO2::ReRange(unsigned long begin, unsigned long end)
 {
     if (!TAMBO_ASSERT(m_Data, "KALMO2", 531))
         return;
+    const TAMBO::Alignment::Range before = m_Data->range();
     m_ShownRange = {begin, end};
     m_Data->range(m_ShownRange);
-    if (m_Data->range() != m_ShownRange)
+    if (m_Data->range() == before)
         showRange();
 }
 

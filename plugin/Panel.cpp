@@ -99,10 +99,15 @@ void Panel::SetRange(unsigned long begin, unsigned long end)
     m_Marker->setX(static_cast<double>(begin * width));
 }
 
-void Panel::contentsMousePressEvent(QMouseEvent *event)
+void Panel::endDrag()
 {
     setDragging(false);
     m_Dragging = false;
+}
+
+void Panel::contentsMousePressEvent(QMouseEvent *event)
+{
+    endDrag();
     const unsigned int state = stateAfter(*event);
     // What an item sets off may end in a rebuild, or in the end of this window.
     const QPointer<Panel> alive(this);
@@ -199,8 +204,7 @@ void Panel::contentsMouseReleaseEvent(QMouseEvent *event)
         // Beside the panel there may be a name that is scrolled out of sight.
         if (isInSight(event->pos()))
             dropRow(event->pos());
-        setDragging(false);
-        m_Dragging = false;
+        endDrag();
     }
     emit Update();
 }

@@ -40,10 +40,15 @@ ResidueItem *View::itemAt(const QPoint &point) const
     return nullptr;
 }
 
-void View::contentsMousePressEvent(QMouseEvent *event)
+void View::endDrag()
 {
     setDragging(false);
     m_Dragging = false;
+}
+
+void View::contentsMousePressEvent(QMouseEvent *event)
+{
+    endDrag();
     // The item's own actions and the menu may end in a rebuild, or in the end of this window.
     const QPointer<View> alive(this);
     if (ResidueItem *item = itemAt(event->pos())) {
@@ -75,8 +80,7 @@ void View::contentsMouseReleaseEvent(QMouseEvent *event)
         }
         if (!alive)
             return;
-        setDragging(false);
-        m_Dragging = false;
+        endDrag();
     }
     emit Update();
 }

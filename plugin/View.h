@@ -26,6 +26,9 @@ public:
     View(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flags);
     ~View() override;
 
+    // The button that may be held has no meaning any more.
+    void endDrag();
+
 signals:
     void ReArrange();
     void Update();
@@ -65,6 +68,8 @@ public:
     void setMarker(QCanvasRectangle *marker);
     // Before the header's items are deleted: forgets the marker, and no column is in the range.
     void resetRange();
+    // The button that may be held has no meaning any more.
+    void endDrag();
     // The current column range, half-open.
     [[nodiscard]] unsigned long begin() const noexcept { return m_Begin; }
     [[nodiscard]] unsigned long end() const noexcept { return m_End; }

@@ -156,6 +156,16 @@ TEST_F(SeveralEditors, UndoInTheWorkbenchShowsInBoth)
     waitForBoth(withGapColumn(3));
 }
 
+TEST_F(SeveralEditors, ARowDraggedInOneShowsInTheOtherThatIsOnlyLookedAt)
+{
+    openTwo();
+    m_Screen.drag(name(2), name(0));
+    const QStringList moved = {kRows[2], kRows[0], kRows[1]};
+    // Taking hold of the row has selected it.
+    waitForRowsIn(m_Grid, moved, 0);
+    waitForRowsIn(m_OtherGrid, moved, 0);
+}
+
 TEST_F(SeveralEditors, ADeletionInTheTreeEmptiesBoth)
 {
     openTwo();

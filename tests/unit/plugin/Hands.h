@@ -49,10 +49,12 @@ public:
         send(m_Names, QEvent::MouseButtonPress, button, name(row), keys);
         send(m_Names, QEvent::MouseButtonRelease, button, name(row), keys);
     }
+    void pressName(int row) const { send(m_Names, QEvent::MouseButtonPress, kLeft, name(row)); }
+    void releaseName(int row) const { send(m_Names, QEvent::MouseButtonRelease, kLeft, name(row)); }
     void dragName(int from, int to) const
     {
-        send(m_Names, QEvent::MouseButtonPress, kLeft, name(from));
-        send(m_Names, QEvent::MouseButtonRelease, kLeft, name(to));
+        pressName(from);
+        releaseName(to);
     }
 
 private:

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Several windows on one alignment: what is done in one of them, by undo or in the workbench, shows
 // in all as a fresh window would show it.
-#include "Hands.h"
-#include "WindowFixture.h"
+#include "SeveralWindowsFixture.h"
 
 #include "DataAdder.h"
 #include "DataDelete.h"
@@ -10,45 +9,9 @@
 #include "Space.h"
 #include "Structure.h"
 
-#include <QScreen>
-
 #include <functional>
 
 namespace {
-
-using Range = TAMBO::Alignment::Range;
-
-class SeveralWindows : public WindowFixture
-{
-protected:
-    // What the screen holds, without any painting that nobody asked for.
-    static QImage screenOf(ZEP::KALMO2 &window)
-    {
-        QCoreApplication::processEvents();
-        const WindowParts parts(window);
-        const QImage image = window.screen()->grabWindow(window.winId()).toImage();
-        const QWidget *central = window.centralWidget();
-        return image.copy(QRect(central->mapTo(&window, QPoint()), central->size()));
-    }
-    ZEP::KALMO2 &another(TAMBO::Alignment &shown) { return show(shown, {700, 400}); }
-    ZEP::KALMO2 &anotherEmpty()
-    {
-        ZEP::KALMO2 &window = open();
-        window.resize(700, 400);
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        return window;
-    }
-    static QPoint place(const WindowParts &parts)
-    {
-        return {parts.view->contentsX(), parts.view->contentsY()};
-    }
-    static Range rangeOf(const ZEP::KALMO2 &window)
-    {
-        const WindowParts parts(window);
-        return {parts.header->begin(), parts.header->end()};
-    }
-};
 
 struct Change
 {
@@ -128,8 +91,6 @@ std::vector<Change> changes()
         {"AlignmentDeleted", [](const Hands &, Alignment &shown) { destroy(shown); }},
     };
 }
-
-const std::vector<std::string> kRows = {"AC--DEFGHIKLMNP", "ACDEFGHIKLMN---", "WYACDEFGHIKLWYA"};
 
 } // namespace
 
@@ -211,26 +172,6 @@ TEST_F(SeveralWindows, ADeletedAlignmentLeavesAllAndComesBackToNone)
     EXPECT_TRUE(isEmpty(second));
     second.Populate(alignments().front());
     EXPECT_EQ(WindowParts(second).cells->allItems().size(), 45);
-}
-
-TEST_F(SeveralWindows, ADragGoesOnOverWhatAnotherWindowDidMeanwhile)
-{
-    TAMBO::Alignment &shown = alignment(kRows);
-    const Hands first(another(shown));
-    ZEP::KALMO2 &second = another(shown);
-    const MessageRecorder quiet;
-    first.press(Hands::kLeft, 0, 2);
-    call(second, "RemoveRow", number(2UL));
-    first.release(Hands::kLeft, 0, 5);
-    EXPECT_EQ(rowsOf(shown), (Texts{"AC-DE-FGHIKLMNP", "ACDEFGHIKLMN---"}));
-    // The row under the hand goes.
-    first.press(Hands::kLeft, 1, 13);
-    call(second, "RemoveRow", number(1UL));
-    first.release(Hands::kLeft, 1, 5);
-    EXPECT_EQ(rowsOf(shown), (Texts{"AC-DE-FGHIKLMNP"}));
-    first.press(Hands::kLeft, 0, 2);
-    destroy(shown);
-    first.release(Hands::kLeft, 0, 5);
 }
 
 TEST_F(SeveralWindows, ANewRangeShowsInTheOthersAtTheNextNotification)
