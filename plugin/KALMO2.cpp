@@ -21,6 +21,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QPointer>
 #include <QScrollBar>
 #include <QStatusBar>
 
@@ -241,9 +242,13 @@ void KALMO2::setFont(const QFont &font)
 // Kept: only the panels' maxima follow the new font, their minima stay as they were made.
 void KALMO2::ChangeFont()
 {
+    const QPointer<KALMO2> alive(this);
     bool chosen = false;
-    const QFont font = QFontDialog::getFont(&chosen, m_Font, this);
-    if (!chosen)
+    // The dialog refers to what it began with until it returns.
+    const QFont before = m_Font;
+    const QFont font = QFontDialog::getFont(&chosen, before, this);
+    // The dialog runs an event loop, in which the window may have been closed.
+    if (!alive || !chosen)
         return;
     TAMBO::Alignment *shown = m_Data;
     const QPoint firstCell(m_View->contentsX() / m_CellWidth, m_View->contentsY() / m_CellHeight);

@@ -11,6 +11,8 @@
 #include "SequenceSelector.h"
 #include "Space.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <optional>
 #include <vector>
@@ -50,6 +52,8 @@ Compounds candidateSequences()
     return sequences;
 }
 
+// The dialogs run event loops. When they return, the window may have been closed and be gone.
+
 // Empty when the user cancels or chooses nothing.
 Compounds chooseSequences(const Compounds &candidates, QWidget *parent, const QString &caption)
 {
@@ -87,8 +91,9 @@ void KALMO2::GetSequences()
     const Compounds candidates = candidateSequences();
     if (candidates.empty())
         return;
+    const QPointer<KALMO2> alive(this);
     const Compounds chosen = chooseSequences(candidates, this, "sequences");
-    if (chosen.empty())
+    if (!alive || chosen.empty())
         return;
     const DataAdder<TAMBO::Space> guard(this, TAMBO::Space::instance());
     if (!guard.m_good)
@@ -104,9 +109,10 @@ void KALMO2::AddSequences()
     const Compounds candidates = candidateSequences();
     if (m_Data == nullptr || candidates.empty())
         return;
+    const QPointer<KALMO2> alive(this);
     const Compounds chosen = chooseSequences(candidates, this, "sequences to add");
     // The dialog runs an event loop, in which the alignment may have been deleted.
-    if (m_Data == nullptr || chosen.empty())
+    if (!alive || m_Data == nullptr || chosen.empty())
         return;
     const DataPoint<TAMBO::Alignment> guard(this, m_Data);
     if (!guard.m_good)
@@ -122,7 +128,9 @@ void KALMO2::GetAlignment()
         GetSequences();
         return;
     }
-    if (TAMBO::Alignment *chosen = chooseAlignment(candidates, this, "alignment"))
+    const QPointer<KALMO2> alive(this);
+    TAMBO::Alignment *chosen = chooseAlignment(candidates, this, "alignment");
+    if (alive && chosen != nullptr)
         Populate(chosen);
 }
 
@@ -133,8 +141,9 @@ void KALMO2::CombineAlignment()
     const Compounds candidates = candidateAlignments();
     if (candidates.empty())
         return;
+    const QPointer<KALMO2> alive(this);
     const TAMBO::Alignment *chosen = chooseAlignment(candidates, this, "Alignment to combine");
-    if (m_Data == nullptr || chosen == nullptr)
+    if (!alive || m_Data == nullptr || chosen == nullptr)
         return;
     const DataPoint<TAMBO::Alignment> guard(this, m_Data);
     if (!guard.m_good)
@@ -166,8 +175,9 @@ void KALMO2::DeleteAlignment()
     const Compounds candidates = candidateAlignments();
     if (candidates.empty())
         return;
+    const QPointer<KALMO2> alive(this);
     const std::optional<Compounds> chosen = chooseToDelete(candidates, this);
-    if (!chosen)
+    if (!alive || !chosen)
         return;
     const DataDelete<TAMBO::Space> guard(nullptr, TAMBO::Space::instance());
     if (!guard.m_good) {

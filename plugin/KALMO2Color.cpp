@@ -152,9 +152,11 @@ void KALMO2::setColor()
 {
     if (m_Data == nullptr)
         return;
+    const QPointer<KALMO2> alive(this);
     const std::optional<Color> color = pickColor(this);
-    // The dialog runs an event loop, in which the alignment may have been deleted.
-    if (!color || m_Data == nullptr)
+    // The dialog runs an event loop, in which the window may have been closed, or the alignment
+    // deleted.
+    if (!alive || !color || m_Data == nullptr)
         return;
     colorCells(this, *m_Canvas, [&] { m_Data->colorSelected(*color); });
 }
@@ -163,8 +165,9 @@ void KALMO2::colorConserved()
 {
     if (m_Data == nullptr)
         return;
+    const QPointer<KALMO2> alive(this);
     const std::optional<Color> color = pickColor(this);
-    if (!color || m_Data == nullptr)
+    if (!alive || !color || m_Data == nullptr)
         return;
     colorCells(this, *m_Canvas, [&] { colorConservedColumns(*m_Data, *color); });
 }
@@ -173,14 +176,15 @@ void KALMO2::colorConservedN()
 {
     if (m_Data == nullptr)
         return;
+    const QPointer<KALMO2> alive(this);
     const std::optional<Color> color = pickColor(this);
-    if (!color || m_Data == nullptr)
+    if (!alive || !color || m_Data == nullptr)
         return;
     const int rows = static_cast<int>(m_Data->height());
     bool ok = false;
     const int number =
         QInputDialog::getInt(this, "Number of conserved", "Must be:", rows, 0, rows, 1, &ok);
-    if (!ok || m_Data == nullptr)
+    if (!alive || !ok || m_Data == nullptr)
         return;
     colorCells(this, *m_Canvas, [&] {
         colorMajorities(*m_Data, *color, [number](unsigned long count) {

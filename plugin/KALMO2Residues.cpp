@@ -124,6 +124,7 @@ void KALMO2::RangeAddSSE()
     const std::optional<Alignment::Range> range = workingRange(*m_Header, *alignment);
     if (!range)
         return;
+    const QPointer<KALMO2> alive(this);
     const DataAdder<Alignment> guard(this, m_Data);
     if (!guard.m_good)
         return;
@@ -137,7 +138,7 @@ void KALMO2::RangeAddSSE()
                               QStringLiteral("Choose type of SSE (H,E,T)"), QLineEdit::Normal,
                               QStringLiteral("H"), &isAnswered)
             .trimmed();
-    if (m_Data != alignment || !isAnswered || answer.isEmpty())
+    if (!alive || m_Data != alignment || !isAnswered || answer.isEmpty())
         return;
     // Kept: which types there are is the workbench's to say.
     const char type = answer.toLatin1().front();

@@ -40,11 +40,13 @@ void KALMO2::selectConservedN()
     if (m_Data == nullptr || m_Data->height() < 2)
         return;
     const int rows = static_cast<int>(m_Data->height());
+    const QPointer<KALMO2> alive(this);
     bool ok = false;
     const int number =
         QInputDialog::getInt(this, "Number of conserved", "Must be:", rows, 0, rows, 1, &ok);
-    // The dialog runs an event loop, in which the alignment may have been deleted.
-    if (!ok || m_Data == nullptr)
+    // The dialog runs an event loop, in which the window may have been closed, or the alignment
+    // deleted.
+    if (!alive || !ok || m_Data == nullptr)
         return;
     const DataPoint<TAMBO::Space> guard(this, TAMBO::Space::instance());
     if (guard.m_good)
@@ -57,10 +59,11 @@ void KALMO2::selectSubSequence()
 {
     if (m_Data == nullptr)
         return;
+    const QPointer<KALMO2> alive(this);
     bool ok = false;
     const QString pattern = QInputDialog::getText(
         this, "Select", "Enter searched subsequence:", QLineEdit::Normal, QString(), &ok);
-    if (!ok || pattern.isEmpty() || m_Data == nullptr)
+    if (!alive || !ok || pattern.isEmpty() || m_Data == nullptr)
         return;
     using Language = RowSearch::Language;
     const Language language = Config::GetSetting("KALMO2", "SimpleRegExp").ToBool()
@@ -69,7 +72,6 @@ void KALMO2::selectSubSequence()
     std::optional<RowSearch::Found> found;
     // Nothing is searched for in vain; a guard that is refused says why.
     if (!m_Data->IsLocked() && !TAMBO::Space::instance()->IsLocked()) {
-        const QPointer<KALMO2> alive(this);
         const TAMBO::Alignment *searched = m_Data;
         found = RowSearch::Run(this, *m_Data, pattern, language);
         if (!alive || m_Data != searched || !found)

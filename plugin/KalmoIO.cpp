@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPointer>
 #include <QPrinter>
 
 namespace ZEP {
@@ -42,8 +43,11 @@ void KALMO2::Save()
     if (m_Data == nullptr)
         return;
     const QString suggestion = QString::fromStdString(m_Data->Name()) + ".ali";
+    const QPointer<KALMO2> alive(this);
     const QString path = QFileDialog::getSaveFileName(this, QString(), suggestion, "*.ali");
-    Save(path, m_Data);
+    // The dialog runs an event loop, in which the window may have been closed.
+    if (alive)
+        Save(path, m_Data);
 }
 
 void KALMO2::OpenFile()

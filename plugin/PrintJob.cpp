@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
@@ -136,11 +137,13 @@ void runPrintJob(QWidget *window, const PrintJob &job)
     // All pages are printed, so nobody is asked which.
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     keepNamesWhole(dialog, job.folder);
-    if (dialog.exec() == QDialog::Rejected)
+    const QPointer<QWidget> alive(window);
+    // Dialogs run event loops, in which the window may be closed.
+    if (dialog.exec() == QDialog::Rejected || !alive)
         return;
     const QString error = print(printer, window, job);
     if (!error.isEmpty())
-        QMessageBox::warning(window, QStringLiteral("Print"), error);
+        QMessageBox::warning(alive, QStringLiteral("Print"), error);
 }
 
 } // namespace ZEP

@@ -6,10 +6,14 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QMetaObject>
 #include <QPointer>
 #include <QScreen>
 #include <QShowEvent>
+
+#include <algorithm>
+#include <vector>
 
 using namespace TAMBO::services;
 
@@ -17,6 +21,25 @@ namespace {
 
 // By how much windows of one key are shifted, so that none hides another.
 constexpr QPoint kAside(28, 28);
+
+// A modal dialog that is asked on somebody's stack must not go with its parent: neither while it
+// waits for an answer, nor when it has one and is still on its way back. A dialog that deletes
+// itself is on no stack.
+void endWaitingDialogs(const QWidget &window)
+{
+    std::vector<QPointer<QDialog>> asked;
+    for (QDialog *dialog : window.findChildren<QDialog *>()) {
+        const bool mayWait = dialog->isVisible() || dialog->parent() == &window;
+        if (mayWait && dialog->isModal() && !dialog->testAttribute(Qt::WA_DeleteOnClose))
+            asked.emplace_back(dialog);
+    }
+    for (const QPointer<QDialog> &dialog : asked) {
+        if (dialog && dialog->isVisible())
+            dialog->done(QDialog::Rejected);
+        if (dialog)
+            dialog->setParent(nullptr, dialog->windowFlags());
+    }
+}
 
 } // namespace
 
@@ -36,7 +59,10 @@ BaseWindow::BaseWindow(const QString &caption, const QSize &size, const QString 
     addAction(UndoActions::redo());
 }
 
-BaseWindow::~BaseWindow() = default;
+BaseWindow::~BaseWindow()
+{
+    endWaitingDialogs(*this);
+}
 
 void BaseWindow::setFont(const QFont &font)
 {
@@ -56,6 +82,7 @@ bool BaseWindow::close(bool alsoDelete)
     if (!closed)
         return false;
     m_KillPending = false;
+    endWaitingDialogs(*this);
     Kill(this);
     if (alsoDelete)
         delete self.data();
@@ -77,6 +104,7 @@ void BaseWindow::closeEvent(QCloseEvent *event)
             if (!m_KillPending)
                 return;
             m_KillPending = false;
+            endWaitingDialogs(*this);
             Kill(this);
         },
         Qt::QueuedConnection);

@@ -3,12 +3,15 @@
 #include "BaseWindow.h"
 
 #include <QCloseEvent>
+#include <QDialog>
 #include <QPointer>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 
 using ::testing::ElementsAre;
@@ -56,6 +59,14 @@ protected:
     void closeEvent(QCloseEvent *event) override { event->ignore(); }
 };
 
+// Asks on its stack, and lets what happens meanwhile happen.
+int ask(QWidget &parent, const std::function<void(QDialog &)> &meanwhile)
+{
+    QDialog dialog(&parent);
+    QTimer::singleShot(0, &dialog, [&] { meanwhile(dialog); });
+    return dialog.exec();
+}
+
 // As the window system does for a click on the frame.
 void clickOnFrame(BaseWindow &window)
 {
@@ -99,6 +110,71 @@ TEST(BaseWindowContract, AWindowThatDeletesItselfInKillIsGoneWhenCloseReturns)
     EXPECT_TRUE(window->close(false));
     EXPECT_TRUE(window.isNull());
     EXPECT_EQ(kills, 1);
+}
+
+TEST(BaseWindowContract, AClosingWindowFirstEndsItsWaitingDialogsAndLeavesThemToTheirCallers)
+{
+    int kills = 0;
+    const QPointer<BaseWindow> window = new MortalWindow(kills);
+    window->show();
+    const int answer = ask(*window, [&](QDialog &outer) {
+        EXPECT_EQ(ask(outer,
+                      [&](QDialog &inner) {
+                          window->close(false);
+                          EXPECT_TRUE(window.isNull());
+                          EXPECT_FALSE(inner.isVisible());
+                          EXPECT_FALSE(outer.isVisible());
+                          EXPECT_EQ(outer.parent(), nullptr);
+                      }),
+                  QDialog::Rejected);
+    });
+    EXPECT_EQ(answer, QDialog::Rejected);
+    EXPECT_EQ(kills, 1);
+}
+
+TEST(BaseWindowContract, AWindowThatIsDeletedLeavesWaitingDialogsToTheirCallersToo)
+{
+    auto window = std::make_unique<RecordingWindow>();
+    window->show();
+    EXPECT_EQ(ask(*window, [&](QDialog &) { window.reset(); }), QDialog::Rejected);
+}
+
+TEST(BaseWindowContract, ADialogThatHasItsAnswerKeepsItWhenTheWindowGoesBeforeItReturns)
+{
+    auto window = std::make_unique<RecordingWindow>();
+    window->show();
+    const int answer = ask(*window, [&](QDialog &dialog) {
+        dialog.accept();
+        window.reset();
+    });
+    EXPECT_EQ(answer, QDialog::Accepted);
+}
+
+TEST(BaseWindowContract, ARefusedCloseLeavesTheDialogWaiting)
+{
+    StubbornWindow window;
+    window.show();
+    const int answer = ask(window, [&](QDialog &dialog) {
+        EXPECT_FALSE(window.close(false));
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(dialog.parent(), &window);
+        dialog.accept();
+    });
+    EXPECT_EQ(answer, QDialog::Accepted);
+}
+
+TEST(BaseWindowContract, DialogsThatWaitForNobodyGoWithTheirWindow)
+{
+    auto window = std::make_unique<RecordingWindow>();
+    const QPointer<QDialog> free = new QDialog(window.get());
+    const QPointer<QDialog> told = new QDialog(window.get());
+    told->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    free->show();
+    told->open();
+    window.reset();
+    EXPECT_TRUE(free.isNull());
+    EXPECT_TRUE(told.isNull());
 }
 
 TEST(BaseWindowContract, AClickOnTheFrameCallsKillFromTheEventLoop)

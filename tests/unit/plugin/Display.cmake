@@ -8,5 +8,6 @@ tambo_test(kalmo_display_test QT
         PaintingTest.cpp
         SeveralWindowsFixture.h
         SeveralWindowsTest.cpp
+        WaitingDialogsTest.cpp
         WindowsClosingTest.cpp
     LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::model)
