@@ -145,5 +145,22 @@ TEST(MmcifReader, SyntaxErrorsNameTheirLine)
               "x.cif:3 in data_x: duplicate tag _a.b");
 }
 
+TEST(MmcifReader, AlternativesInBlocksOfTheirOwnAreOneResidue)
+{
+    const StructureRecord structure =
+        read(kAtomColumns + "ATOM 1 C CA A SER A 1 ? 1 2 3 0.4 10 1 A 1\n"
+                            "ATOM 2 C CA A GLY A 2 ? 1 2 3 0.4 10 2 A 1\n"
+                            "ATOM 3 C CA . CYS A 3 ? 1 2 3 1 10 3 A 1\n"
+                            "ATOM 4 C CA . ALA B 1 ? 1 2 3 1 10 1 B 1\n"
+                            "ATOM 5 C CA B THR A 1 ? 2 2 3 0.6 10 1 A 1\n"
+                            "ATOM 6 C CA B GLY A 2 ? 2 2 3 0.6 10 2 A 1\n");
+    ASSERT_EQ(structure.chains.size(), 2U);
+    EXPECT_EQ(sequenceOf(structure.chains[0]), "SGC");
+    EXPECT_EQ(sequenceOf(structure.chains[1]), "A");
+    EXPECT_FLOAT_EQ(structure.chains[0].residues[0].atoms.at(0).position.x(), 1.0F);
+    EXPECT_FLOAT_EQ(structure.chains[0].residues[1].atoms.at(0).position.x(), 2.0F);
+    EXPECT_THAT(structure.remarks, ::testing::IsEmpty());
+}
+
 } // namespace
 } // namespace TAMBO::formats

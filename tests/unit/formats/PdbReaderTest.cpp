@@ -340,5 +340,81 @@ TEST(PdbReader, OnlyTheOldColumnsOfALongLineCount)
                 ElementsAre("A: ALA1"));
 }
 
+// What is given of residue number 22 and so on, alternative by alternative.
+std::vector<AtomLine> block(char alternative, const std::string &occupancy,
+                            const std::vector<std::pair<std::string, std::string>> &residues)
+{
+    std::vector<AtomLine> atoms;
+    for (const auto &[name, number] : residues)
+        atoms.push_back({.alternative = alternative,
+                         .residue = name,
+                         .number = number,
+                         .x = alternative == 'A' ? "   1.000" : "   2.000",
+                         .occupancy = occupancy});
+    return atoms;
+}
+
+std::string linesOf(const std::vector<std::vector<AtomLine>> &blocks)
+{
+    std::string text;
+    for (const std::vector<AtomLine> &atoms : blocks)
+        text += lines(atoms);
+    return text;
+}
+
+TEST(PdbReader, AlternativesInBlocksOfTheirOwnAreOneResidue)
+{
+    const StructureRecord structure =
+        read(linesOf({block(' ', "  1.00", {{"ALA", "   1 "}}),
+                      block('A', "  0.40", {{"SER", "   2 "}, {"GLY", "   3 "}, {"GLY", "   3A"}}),
+                      block('B', "  0.60", {{"THR", "   2 "}, {"GLY", "   3 "}, {"ALA", "   3A"}}),
+                      block(' ', "  1.00", {{"CYS", "   4 "}})}));
+    EXPECT_THAT(outline(structure), ElementsAre("A: ALA1 SER2 GLY3 GLY3A CYS4"));
+    EXPECT_THAT(structure.remarks, IsEmpty());
+    const std::vector<ResidueRecord> &residues = structure.chains[0].residues;
+    for (const ResidueRecord &residue : residues)
+        EXPECT_EQ(residue.atoms.size(), 1U) << residue.number.getValue();
+    // The other name's atoms are not those of the name that is kept.
+    EXPECT_FLOAT_EQ(residues[1].atoms[0].position.x(), 1.0F);
+    EXPECT_FLOAT_EQ(residues[2].atoms[0].position.x(), 2.0F);
+}
+
+TEST(PdbReader, AlternativesBehindTheEndOfTheChainAreNoSecondCopyOfIt)
+{
+    const std::vector<AtomLine> first = block('A', "  0.50", {{"SER", "   2 "}, {"GLY", "   3 "}});
+    const std::vector<AtomLine> second = block('B', "  0.50", {{"THR", "   2 "}, {"GLY", "   3 "}});
+    EXPECT_THAT(outline(read(lines(first) + "TER\n" + lines(second))), ElementsAre("A: SER2 GLY3"));
+    EXPECT_THAT(outline(read(lines(first) + lines({{.chain = 'B'}}) + lines(second))),
+                ElementsAre("A: SER2 GLY3", "B: ALA1"));
+    // The same alternatives once more are a copy.
+    EXPECT_THAT(outline(read(lines(first) + "TER\n" + lines(first))),
+                ElementsAre("A: SER2 GLY3", "A: SER2 GLY3"));
+}
+
+TEST(PdbReader, AlternativeMayHoldPartOfAResidueOnly)
+{
+    const StructureRecord structure =
+        read(lines({{},
+                    {.name = " CB ", .alternative = 'A', .occupancy = "  0.40"},
+                    {.number = "   2 "}}) +
+             "TER\n" +
+             lines({{.name = " CB ", .alternative = 'B', .x = "   2.000", .occupancy = "  0.60"},
+                    {.name = " CG ", .alternative = 'B', .occupancy = "  0.60"}}));
+    EXPECT_THAT(outline(structure), ElementsAre("A: ALA1 ALA2"));
+    const std::vector<AtomRecord> &atoms = structure.chains[0].residues[0].atoms;
+    ASSERT_EQ(atoms.size(), 3U);
+    EXPECT_FLOAT_EQ(atoms[1].position.x(), 2.0F);
+    EXPECT_EQ(atoms[2].name, "CG");
+}
+
+TEST(PdbReader, ResidueThatOneAlternativeLacksStandsAtItsPlace)
+{
+    EXPECT_THAT(
+        outline(read(linesOf({block('A', "  0.50", {{"SER", "   2 "}}),
+                              block(' ', "  1.00", {{"CYS", "   4 "}}),
+                              block('B', "  0.50", {{"THR", "   2 "}, {"GLY", "   3 "}})}))),
+        ElementsAre("A: SER2 GLY3 CYS4"));
+}
+
 } // namespace
 } // namespace TAMBO::formats
