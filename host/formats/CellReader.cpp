@@ -13,7 +13,9 @@ std::size_t appendCells(std::string_view text, RowBuilder &row)
         if (done == text.size())
             return done;
         const char character = text[done];
-        if (character == '*' || character == '_')
+        if (character == '*')
+            row.appendStop();
+        else if (character == '_')
             row.appendGap();
         else if (character == '?')
             row.appendLetter('X');

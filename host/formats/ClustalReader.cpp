@@ -148,7 +148,9 @@ void ClustalParser::finishAlignment()
                                               counted(m_Rows.width(*uneven), "column") + ", row " +
                                               shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
-    m_Contents.alignments.emplace_back().rows = m_Rows.take();
+    AlignmentRecord &alignment = m_Contents.alignments.emplace_back();
+    alignment.remarks = m_Rows.remarks(m_Reader.fileName());
+    alignment.rows = m_Rows.take();
     m_IsFirstBlock = true;
 }
 

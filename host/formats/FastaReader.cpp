@@ -4,6 +4,7 @@
 #include "FormatText.h"
 #include "InsertColumns.h"
 #include "RowBuilder.h"
+#include "StopCount.h"
 
 #include <algorithm>
 #include <functional>
@@ -36,6 +37,7 @@ private:
     void finishRow();
     void finish();
     void dropUnfitLines(std::uint64_t columns);
+    void remarkOnLines();
     bool isDotlessA2m() const;
     void dropStopColumn();
     void remark(std::uint64_t line, const std::string &text)
@@ -61,6 +63,12 @@ private:
     // Per row, the columns that are capitals or dashes: what A2M calls columns.
     std::vector<std::uint64_t> m_MatchColumns;
     std::size_t m_RowsWithStop = 0;
+    // At the ends of rows, and elsewhere.
+    StopCount m_LastStops;
+    StopCount m_InnerStops;
+    // Of the row under way.
+    std::uint64_t m_FirstStopLine = 0;
+    std::uint64_t m_LastStopLine = 0;
     bool m_EndsWithStop = false;
     bool m_HasOtherGaps = false;
     bool m_HasLowerCase = false;
@@ -164,8 +172,10 @@ void FastaParser::addResidues()
         if (character == '\n')
             return;
         if (character == '*') {
-            // A stop keeps its column, so that the rows stay in step.
-            m_Row.appendGap();
+            if (m_Row.stops() == 0)
+                m_FirstStopLine = m_Reader.line();
+            m_LastStopLine = m_Reader.line();
+            m_Row.appendStop();
             m_EndsWithStop = true;
         } else if (character == '?') {
             m_Row.appendLetter('X');
@@ -190,7 +200,10 @@ void FastaParser::finishRow()
     m_MatchColumns.push_back(m_Row.width() - m_Row.lowerCaseCount());
     m_HasLowerCase |= m_Row.lowerCaseCount() > 0;
     m_HasOtherGaps |= m_Row.hasOtherGaps();
-    m_RowsWithStop += m_EndsWithStop ? 1 : 0;
+    const std::uint64_t last = m_EndsWithStop ? 1 : 0;
+    m_RowsWithStop += last;
+    m_LastStops.add(last, m_LastStopLine, row.name);
+    m_InnerStops.add(m_Row.stops() - last, m_FirstStopLine, row.name);
     m_EndsWithStop = false;
     row.sequence = m_Row.take();
 }
@@ -201,6 +214,10 @@ void FastaParser::finish()
     m_Alignment.name = baseName(m_Reader.fileName());
     if (m_RowsWithStop == rows.size())
         dropStopColumn();
+    else
+        m_InnerStops.add(m_LastStops);
+    if (!m_InnerStops.isEmpty())
+        m_Alignment.remarks.push_back(m_InnerStops.remark(m_Reader.fileName()));
     const auto [least, most] =
         std::minmax_element(rows.begin(), rows.end(), [](const RowRecord &a, const RowRecord &b) {
             return a.sequence.width < b.sequence.width;
@@ -216,6 +233,7 @@ void FastaParser::finish()
     } else if (m_Alignment.isAligned) {
         dropUnfitLines(longest);
     }
+    remarkOnLines();
     if (m_Alignment.isAligned) {
         m_Alignment.columnAnnotations = std::move(m_Lines);
         return;
@@ -236,7 +254,21 @@ void FastaParser::dropUnfitLines(std::uint64_t columns)
                                          counted(m_Lines[i - 1].text.size(), "character") +
                                          " for " + counted(columns, "column"));
         m_Lines.erase(m_Lines.begin() + static_cast<std::ptrdiff_t>(i - 1));
+        m_LineOfLines.erase(m_LineOfLines.begin() + static_cast<std::ptrdiff_t>(i - 1));
     }
+}
+
+// In A3M files they are what everybody expects; elsewhere they may be rows that are called so.
+void FastaParser::remarkOnLines()
+{
+    if (m_IsA3m)
+        return;
+    for (std::size_t i = 0; i < m_Lines.size(); ++i)
+        remark(m_LineOfLines[i],
+               shown(m_Lines[i].tag) +
+                   (m_Alignment.isAligned
+                        ? " was read as annotation of the columns, not as a row"
+                        : " was left out: it is annotation of columns, and there are none"));
 }
 
 bool FastaParser::isDotlessA2m() const

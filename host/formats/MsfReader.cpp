@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <utility>
 
 namespace TAMBO::formats {
@@ -154,6 +155,7 @@ void MsfParser::finish()
         return;
     checkSums();
     m_Alignment.name = baseName(m_Reader.fileName());
+    std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
     m_Alignment.rows = m_Rows.take();
 }
 

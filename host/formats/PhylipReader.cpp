@@ -175,7 +175,9 @@ void PhylipParser::build(const PhylipLayout &layout)
         rows.add(trimmed(name));
     for (const PhylipLayout::Piece &piece : layout.pieces)
         (void)rows.append(piece.row, piece.text, piece.line + 1);
-    m_Contents.alignments.emplace_back().rows = rows.take();
+    AlignmentRecord &alignment = m_Contents.alignments.emplace_back();
+    alignment.remarks = rows.remarks(m_FileName);
+    alignment.rows = rows.take();
 }
 
 } // namespace

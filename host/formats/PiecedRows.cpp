@@ -72,15 +72,21 @@ void PiecedRows::complete(std::size_t row)
 char PiecedRows::append(std::size_t row, TextReader &reader)
 {
     m_Pieces[row].line = reader.line();
-    const char stop = readCells(reader, open(row));
+    RowBuilder &builder = open(row);
+    const std::uint64_t stops = builder.stops();
+    const char end = readCells(reader, builder);
+    m_Stops.add(builder.stops() - stops, reader.line(), name(row));
     close(row);
-    return stop;
+    return end;
 }
 
 std::size_t PiecedRows::append(std::size_t row, std::string_view text, std::uint64_t line)
 {
     m_Pieces[row].line = line;
-    const std::size_t count = appendCells(text, open(row));
+    RowBuilder &builder = open(row);
+    const std::uint64_t stops = builder.stops();
+    const std::size_t count = appendCells(text, builder);
+    m_Stops.add(builder.stops() - stops, line, name(row));
     close(row);
     return count;
 }
@@ -115,6 +121,11 @@ std::optional<std::size_t> PiecedRows::firstUneven() const noexcept
     return std::nullopt;
 }
 
+std::vector<std::string> PiecedRows::remarks(const std::string &file) const
+{
+    return m_Stops.isEmpty() ? std::vector<std::string>() : std::vector{m_Stops.remark(file)};
+}
+
 std::vector<RowRecord> PiecedRows::take()
 {
     for (std::size_t row = 0; row < size(); ++row)
@@ -122,6 +133,7 @@ std::vector<RowRecord> PiecedRows::take()
     m_Pieces.clear();
     m_RowOf.clear();
     m_Expected = 0;
+    m_Stops = {};
     return std::exchange(m_Records, {});
 }
 

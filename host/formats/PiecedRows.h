@@ -4,6 +4,7 @@
 
 #include "Records.h"
 #include "RowBuilder.h"
+#include "StopCount.h"
 #include "TextReader.h"
 
 #include <cstddef>
@@ -52,6 +53,8 @@ public:
 
     // The first row that is not as wide as the first one.
     [[nodiscard]] std::optional<std::size_t> firstUneven() const noexcept;
+    // What is to be said of the rows.
+    [[nodiscard]] std::vector<std::string> remarks(const std::string &file) const;
     // All rows; none are left.
     [[nodiscard]] std::vector<RowRecord> take();
 
@@ -82,6 +85,7 @@ private:
     std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_RowOf;
     std::size_t m_Expected = 0;
     RowBuilder m_Builder;
+    StopCount m_Stops;
 };
 
 } // namespace TAMBO::formats

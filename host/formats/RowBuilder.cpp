@@ -91,6 +91,7 @@ GappedSequence RowBuilder::take()
     m_Width = 0;
     m_LetterCount = 0;
     m_LowerCaseCount = 0;
+    m_Stops = 0;
     m_HasOtherGaps = false;
     return row;
 }

@@ -20,6 +20,12 @@ public:
     // Appends residues and gaps up to the first character that is neither, and says how many.
     [[nodiscard]] std::size_t append(std::string_view text);
     void appendGap();
+    // A stop keeps its column, as a gap, so that the rows stay in step.
+    void appendStop()
+    {
+        appendGap();
+        ++m_Stops;
+    }
     void appendLetter(char letter);
 
     [[nodiscard]] std::uint64_t width() const noexcept { return m_Width; }
@@ -27,6 +33,8 @@ public:
     [[nodiscard]] std::uint64_t lowerCaseCount() const noexcept { return m_LowerCaseCount; }
     // Gaps that were not written '-'.
     [[nodiscard]] bool hasOtherGaps() const noexcept { return m_HasOtherGaps; }
+    // Since the row began or was resumed.
+    [[nodiscard]] std::uint64_t stops() const noexcept { return m_Stops; }
 
     // Goes on with a row that was taken; this one is empty.
     void resume(GappedSequence &&row);
@@ -43,6 +51,7 @@ private:
     std::uint64_t m_Width = 0;
     std::size_t m_LetterCount = 0;
     std::uint64_t m_LowerCaseCount = 0;
+    std::uint64_t m_Stops = 0;
     bool m_HasOtherGaps = false;
 };
 

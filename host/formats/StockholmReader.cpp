@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <bit>
 #include <cctype>
+#include <iterator>
 #include <set>
 #include <span>
 #include <utility>
@@ -272,6 +273,7 @@ void StockholmParser::finishAlignment()
         for (Line &line : residueLines(row))
             m_Rows.record(row).residueAnnotations.push_back(std::move(line.annotation));
     }
+    std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
     m_Alignment.rows = m_Rows.take();
     for (RowRecord &row : m_Alignment.rows) {
         for (Annotation &annotation : row.residueAnnotations)

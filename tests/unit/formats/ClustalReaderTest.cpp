@@ -158,5 +158,13 @@ TEST(ClustalReader, FirstLineAloneIsNoAlignment)
     EXPECT_EQ(message(""), "x.aln:3: the file ends before the first row");
 }
 
+TEST(ClustalReader, StopsThatBecomeGapsAreRemarkedOn)
+{
+    const AlignmentRecord alignment = read("a AC*D\nb ACCD\n\na A*\nb AC\n");
+    EXPECT_THAT(rowTexts(alignment), ElementsAre("AC-DA-", "ACCDAC"));
+    EXPECT_THAT(alignment.remarks, ElementsAre("x.aln:4: a stop (\"*\") in row \"a\" was read as a "
+                                               "gap; so were 1 more further down"));
+}
+
 } // namespace
 } // namespace TAMBO::formats

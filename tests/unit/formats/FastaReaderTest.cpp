@@ -9,6 +9,7 @@
 namespace TAMBO::formats {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -131,12 +132,25 @@ TEST(FastaReader, StopInsideARowKeepsItsColumn)
     const AlignmentRecord alignment = read(">a\nA*CD*\n>b\nAECDE\n");
     EXPECT_TRUE(alignment.isAligned);
     EXPECT_THAT(rowTexts(alignment), ElementsAre("A-CD-", "AECDE"));
+    EXPECT_THAT(alignment.remarks, ElementsAre("x.fasta:2: a stop (\"*\") in row \"a\" was read as "
+                                               "a gap; so were 1 more further down"));
+}
+
+TEST(FastaReader, StopsThatBecomeGapsAreRemarkedOnWhereTheFirstOneStands)
+{
+    EXPECT_THAT(read(">a\nAECDE\n>b\nAEC\nD*\n").remarks,
+                ElementsAre("x.fasta:5: a stop (\"*\") in row \"b\" was read as a gap"));
+    EXPECT_THAT(read(">a\nAECD*\n>b\nA*C\nD*\n").remarks,
+                ElementsAre("x.fasta:4: a stop (\"*\") in row \"b\" was read as a gap"));
+    EXPECT_THAT(read(">a\nACD*\n>b\nACDEF\n").remarks,
+                Contains("x.fasta:2: a stop (\"*\") in row \"a\" was read as a gap"));
 }
 
 TEST(FastaReader, StopAtTheEndOfEveryRowIsNoColumn)
 {
     const AlignmentRecord alignment = read(">a\nACD*\n>b\nA-D*\n");
     EXPECT_THAT(rowTexts(alignment), ElementsAre("ACD", "A-D"));
+    EXPECT_THAT(alignment.remarks, IsEmpty());
     const std::string columns(64, 'A');
     const AlignmentRecord wide = read(">a\n" + columns + "*\n");
     EXPECT_EQ(wide.rows[0].sequence.width, 64U);
@@ -234,6 +248,27 @@ TEST(FastaReader, RowsHoldNoRoomToSpare)
         EXPECT_LE(row.sequence.letters.capacity(), row.sequence.letters.size() + 16);
         EXPECT_EQ(row.sequence.occupancy.capacity(), 3U);
     }
+}
+
+TEST(FastaReader, RowThatIsReadAsAnnotationIsRemarkedOn)
+{
+    const AlignmentRecord alignment = read(">a\nACD\n>ss_pred\nCHE\n>b\nA-D\n");
+    EXPECT_THAT(rowNames(alignment), ElementsAre("a", "b"));
+    EXPECT_THAT(alignment.columnAnnotations, ElementsAre(Annotation{"ss_pred", "CHE"}));
+    EXPECT_THAT(
+        alignment.remarks,
+        ElementsAre("x.fasta:3: \"ss_pred\" was read as annotation of the columns, not as a "
+                    "row"));
+}
+
+TEST(FastaReader, AnnotationOfSequencesWithoutColumnsIsLeftOutWithARemark)
+{
+    const AlignmentRecord alignment = read(">ss_pred\nCHE\n>a\nACD\n>b\nACDEF\n");
+    EXPECT_FALSE(alignment.isAligned);
+    EXPECT_THAT(alignment.columnAnnotations, IsEmpty());
+    EXPECT_THAT(alignment.remarks,
+                ElementsAre("x.fasta:1: \"ss_pred\" was left out: it is annotation of columns, and "
+                            "there are none"));
 }
 
 } // namespace

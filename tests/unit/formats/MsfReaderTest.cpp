@@ -124,5 +124,11 @@ TEST(MsfReader, FileWithoutNamesIsAnError)
     EXPECT_EQ(message("Name:\n//\n"), "x.msf:5: found a row without a name");
 }
 
+TEST(MsfReader, StopsThatBecomeGapsAreRemarkedOn)
+{
+    EXPECT_THAT(read(" Name: a Len: 3\n\n//\n\na AC*\n").remarks,
+                ElementsAre("x.msf:9: a stop (\"*\") in row \"a\" was read as a gap"));
+}
+
 } // namespace
 } // namespace TAMBO::formats

@@ -142,5 +142,11 @@ TEST(PhylipReader, NumbersThatNoFileHoldsAreAnError)
               "x.phy:2: the file ends after 1 line, expected 18446744073709551615 rows");
 }
 
+TEST(PhylipReader, StopsThatBecomeGapsAreRemarkedOn)
+{
+    EXPECT_THAT(read("1 3\na         AC*\n").remarks,
+                ElementsAre("x.phy:2: a stop (\"*\") in row \"a\" was read as a gap"));
+}
+
 } // namespace
 } // namespace TAMBO::formats

@@ -268,5 +268,15 @@ TEST(StockholmReader, RealFamiliesKeepTheirAnnotation)
     }
 }
 
+TEST(StockholmReader, StopsThatBecomeGapsAreRemarkedOn)
+{
+    const FileContents contents =
+        contentsOf("x.sto", "# STOCKHOLM 1.0\na AC*\n//\n# STOCKHOLM 1.0\na ACD\n//\n");
+    ASSERT_EQ(contents.alignments.size(), 2U);
+    EXPECT_THAT(contents.alignments[0].remarks,
+                ElementsAre("x.sto:2: a stop (\"*\") in row \"a\" was read as a gap"));
+    EXPECT_THAT(contents.alignments[1].remarks, IsEmpty());
+}
+
 } // namespace
 } // namespace TAMBO::formats
