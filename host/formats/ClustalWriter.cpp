@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "FormatText.h"
 
 #include <algorithm>
 #include <array>
@@ -82,7 +83,7 @@ void writeClustal(const FittedAlignment &alignment, TextSink &sink)
     std::size_t longest = 0;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         rows.emplace_back(alignment.cells(row));
-        longest = std::max(longest, alignment.name(row).size());
+        longest = std::max(longest, characterCount(alignment.name(row)));
     }
     // Where the columns begin.
     const std::size_t place = std::max<std::size_t>(longest + 1, 16);
@@ -93,7 +94,7 @@ void writeClustal(const FittedAlignment &alignment, TextSink &sink)
         sink.write("\n");
         for (std::size_t row = 0; row < rows.size(); ++row) {
             line = alignment.name(row);
-            line.resize(place, ' ');
+            padTo(line, place);
             rows[row].append(count, '-', line);
             line += '\n';
             sink.write(line);

@@ -105,6 +105,20 @@ std::string shown(std::string_view text)
     return '"' + clean.substr(0, end) + "...\"";
 }
 
+std::size_t characterCount(std::string_view text) noexcept
+{
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char character) {
+        return (static_cast<unsigned char>(character) & 0xc0U) != 0x80U;
+    }));
+}
+
+void padTo(std::string &text, std::size_t characters)
+{
+    const std::size_t count = characterCount(text);
+    if (count < characters)
+        text.append(characters - count, ' ');
+}
+
 bool isBlank(char character) noexcept
 {
     return character == ' ' || (character >= '\t' && character <= '\r');

@@ -5,6 +5,7 @@
 
 #include "Result.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -34,6 +35,11 @@ namespace TAMBO::formats {
 [[nodiscard]] std::string shown(char character);
 // The start of a text for a message, between quotation marks.
 [[nodiscard]] std::string shown(std::string_view text);
+
+// The number of characters of a UTF-8 text, which is how far it reaches in a line.
+[[nodiscard]] std::size_t characterCount(std::string_view text) noexcept;
+// Appends blanks until the text has so many characters.
+void padTo(std::string &text, std::size_t characters);
 
 [[nodiscard]] bool isBlank(char character) noexcept;
 [[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;

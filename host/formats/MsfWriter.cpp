@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "FormatText.h"
 
 #include <algorithm>
 #include <cctype>
@@ -52,7 +53,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
         CellText(alignment.cells(row)).append(alignment.width(), kGap, line);
         checks.push_back(checksum(line));
         total = (total + checks.back()) % kModulus;
-        longest = std::max(longest, alignment.name(row).size());
+        longest = std::max(longest, characterCount(alignment.name(row)));
     }
     sink.write("!!AA_MULTIPLE_ALIGNMENT 1.0\n\n MSF: " + width +
                "  Type: P  Check: " + std::to_string(total) + " ..\n\n");
@@ -60,7 +61,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         rows.emplace_back(alignment.cells(row));
         line = " Name: " + alignment.name(row);
-        line.resize(7 + longest, ' ');
+        padTo(line, 7 + longest);
         line += "  Len: " + padded(width, 5) +
                 "  Check: " + padded(std::to_string(checks[row]), 4) + "  Weight:  1.00\n";
         sink.write(line);
@@ -71,7 +72,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
         sink.write("\n");
         for (std::size_t row = 0; row < rows.size(); ++row) {
             line = alignment.name(row);
-            line.resize(longest + 1, ' ');
+            padTo(line, longest + 1);
             for (std::uint64_t at = begin; at < end; at += kMsfGroup) {
                 line += ' ';
                 rows[row].append(std::min<std::uint64_t>(kMsfGroup, end - at), kGap, line);

@@ -3,6 +3,7 @@
 
 #include "CellText.h"
 #include "FittedAnnotation.h"
+#include "FormatText.h"
 
 #include <algorithm>
 
@@ -12,7 +13,7 @@ namespace {
 
 void writeLine(TextSink &sink, std::string text, std::size_t place, const std::string &rest)
 {
-    text.resize(std::max(place, text.size() + 1), ' ');
+    padTo(text, std::max(place, characterCount(text) + 1));
     text += rest;
     text += '\n';
     sink.write(text);
@@ -24,12 +25,13 @@ std::size_t placeOfColumns(const FittedAlignment &alignment,
 {
     std::size_t longest = 0;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        longest = std::max(longest, alignment.name(row).size());
+        const std::size_t name = characterCount(alignment.name(row));
+        longest = std::max(longest, name);
         for (const Annotation &said : alignment.row(row).residueAnnotations)
-            longest = std::max(longest, 6 + alignment.name(row).size() + said.tag.size());
+            longest = std::max(longest, 6 + name + characterCount(said.tag));
     }
     for (const Annotation &said : columnLines)
-        longest = std::max(longest, 5 + said.tag.size());
+        longest = std::max(longest, 5 + characterCount(said.tag));
     return longest + 1;
 }
 

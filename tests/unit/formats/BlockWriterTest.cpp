@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text of Clustal, Stockholm, MSF and PHYLIP files.
 #include "RecordBuilder.h"
+#include "TestFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -144,6 +145,50 @@ TEST(PhylipWriter, RelaxedNamesAreWholeAndWithoutBlanks)
               " 2 2\n"
               "a_long_name__1_ AC\n"
               "b               A-\n");
+}
+
+// Two bytes each in the file, one place in the line.
+TEST(BlockWriter, NamesAreAsWideAsTheirCharacters)
+{
+    const AlignmentRecord record = recordOf({{"M\xc3\xbcller_\xc3\xa9t\xc3\xa9_2026_x", "AC"},
+                                             {"b", "A-"},
+                                             {"\xce\xb1\xce\xb2", "AC"}});
+    EXPECT_EQ(textOf(record, optionsOf("clustal"), writeClustal),
+              "CLUSTAL multiple sequence alignment\n\n\n"
+              "M\xc3\xbcller_\xc3\xa9t\xc3\xa9_2026_x AC\n"
+              "b                 A-\n"
+              "\xce\xb1\xce\xb2                AC\n"
+              "                  * \n");
+    const std::string msf = textOf(record, optionsOf("msf"), writeMsf);
+    EXPECT_NE(msf.find("\n Name: M\xc3\xbcller_\xc3\xa9t\xc3\xa9_2026_x  Len:     2"),
+              std::string::npos);
+    EXPECT_NE(msf.find("\n Name: \xce\xb1\xce\xb2                 Len:     2"), std::string::npos);
+    EXPECT_NE(msf.find("\nM\xc3\xbcller_\xc3\xa9t\xc3\xa9_2026_x  AC\n"
+                       "b                  A.\n"
+                       "\xce\xb1\xce\xb2                 AC\n"),
+              std::string::npos)
+        << msf;
+    AlignmentRecord annotated = recordOf({{"\xce\xb1", "AC"}, {"bc", "A-"}});
+    annotated.rows[0].residueAnnotations = {{"SS", "HH"}};
+    annotated.columnAnnotations = {{"\xce\xb2\xce\xb3", "HH"}};
+    EXPECT_EQ(textOf(annotated, optionsOf("stockholm"), writeStockholm),
+              "# STOCKHOLM 1.0\n\n"
+              "\xce\xb1         AC\n"
+              "#=GR \xce\xb1 SS HH\n"
+              "bc        A-\n"
+              "#=GC \xce\xb2\xce\xb3   HH\n"
+              "//\n");
+}
+
+TEST(BlockWriter, NamesOfAnyCharactersReadBack)
+{
+    const AlignmentRecord record =
+        recordOf({{"M\xc3\xbcller", "AC"}, {"\xe8\x9b\x8b\xe7\x99\xbd", "A-"}, {"b", "AC"}});
+    for (const char *format : {"clustal", "msf", "stockholm"}) {
+        const TemporaryFile file("x", "");
+        ASSERT_EQ(writeFile(file.path(), std::span(&record, 1), optionsOf(format)), std::nullopt);
+        EXPECT_EQ(rowNames(contentsOf(file.path()).alignments.at(0)), rowNames(record)) << format;
+    }
 }
 
 } // namespace
