@@ -2,6 +2,7 @@
 #include "ExportDialog.h"
 
 #include "ConfigStore.h"
+#include "FileName.h"
 #include "KindIcons.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
@@ -49,16 +50,6 @@ QString endingOf(WriteFormat format)
 {
     const std::string_view ending = fileEndings(format).front().substr(1);
     return QString::fromUtf8(ending.data(), qsizetype(ending.size()));
-}
-
-// What a name may hold and a file name may not.
-QString fileNameOf(QString name)
-{
-    for (QChar &character : name) {
-        if (character == u'/' || character < u' ')
-            character = u'_';
-    }
-    return name;
 }
 
 bool hasLineLength(const WriteOptions &options)
@@ -260,7 +251,8 @@ QString ExportDialog::askFile()
         dialog.setDefaultSuffix(endingOf(format) +
                                 (filter == compressed ? QStringLiteral(".gz") : QString()));
     });
-    dialog.selectFile(fileNameOf(m_Objects->currentData().toString()) + u'.' + endingOf(format));
+    const std::string name = fileNameOf(m_Objects->currentData().toString().toStdString());
+    dialog.selectFile(QString::fromStdString(name) + u'.' + endingOf(format));
     if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty())
         return {};
     store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());

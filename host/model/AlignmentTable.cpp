@@ -4,6 +4,7 @@
 #include "AlignmentEdits.h"
 #include "CarriedColumns.h"
 #include "ChangeScope.h"
+#include "FileName.h"
 #include "Revisions.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ Range mapped(const Range &range, Column begin, Column oldCount, Column newCount)
 
 } // namespace
 
-std::unique_ptr<Alignment> AlignmentTable::make(std::string name, Rows rows, Column width)
+std::unique_ptr<Alignment> AlignmentTable::make(const std::string &name, Rows rows, Column width)
 {
     std::erase_if(rows, [](const auto &row) {
         const bool isBad = !row->isWithinSequence();
@@ -63,7 +64,7 @@ std::unique_ptr<Alignment> AlignmentTable::make(std::string name, Rows rows, Col
     });
     for (const auto &row : rows)
         width = std::max<Column>(width, row->cells().end());
-    std::unique_ptr<AlignmentTable> table(new AlignmentTable(std::move(name), std::move(rows)));
+    std::unique_ptr<AlignmentTable> table(new AlignmentTable(name, std::move(rows)));
     AlignmentTable &made = *table;
     auto alignment = std::make_unique<StoredAlignment>(std::move(table));
     made.setWidth(width);
@@ -88,9 +89,10 @@ AlignmentTable::Rows AlignmentTable::rowsOf(const std::vector<Compound *> &seque
     return rows;
 }
 
-AlignmentTable::AlignmentTable(std::string name, Rows rows) : m_Rows(std::move(rows))
+AlignmentTable::AlignmentTable(const std::string &name, Rows rows) : m_Rows(std::move(rows))
 {
-    m_State.name = std::move(name);
+    // The editor offers the name for the alignment's files, as it is.
+    m_State.name = fileNameOf(name);
 }
 
 void AlignmentTable::setWidth(Column width) noexcept

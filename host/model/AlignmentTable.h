@@ -34,7 +34,7 @@ public:
 
     // A new alignment that is in no tree yet. It is as wide as its longest row, or wider when width
     // says so.
-    [[nodiscard]] static std::unique_ptr<Alignment> make(std::string name, Rows rows,
+    [[nodiscard]] static std::unique_ptr<Alignment> make(const std::string &name, Rows rows,
                                                          Column width = 0);
     // One ungapped row per peptide. Anything else among the sequences is left out, with a line in
     // the log.
@@ -112,7 +112,7 @@ public:
 private:
     friend class Alignment;
 
-    AlignmentTable(std::string name, Rows rows);
+    AlignmentTable(const std::string &name, Rows rows);
 
     // What the annotation says of columns that replace the range.
     [[nodiscard]] std::vector<std::string>

@@ -163,8 +163,7 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
     }
     if (!record.isAligned)
         return nullptr;
-    std::unique_ptr<Alignment> made =
-        AlignmentTable::make(std::move(record.name), std::move(rows), width);
+    std::unique_ptr<Alignment> made = AlignmentTable::make(record.name, std::move(rows), width);
     Alignment *const alignment = made.get();
     if (!record.annotations.empty() || !record.columnAnnotations.empty())
         alignment->table().presetAnnotation(std::make_unique<AlignmentAnnotation>(

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectOperations.h"
 
+#include "Alignment.h"
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
+#include "FileName.h"
+#include "Hooks.h"
 #include "Revisions.h"
 
 #include <utility>
@@ -63,11 +66,20 @@ private:
 
 } // namespace
 
-bool renameObject(Compound &object, const std::string &name)
+bool renameObject(Compound &object, const std::string &wanted)
 {
     CompoundState *const state = stateOf(object);
     if (state == nullptr || !mayChange(object))
         return false;
+    // The editor offers an alignment's name for its files, as it is.
+    const bool isAlignment = dynamic_cast<const Alignment *>(&object) != nullptr;
+    const std::string name = isAlignment ? fileNameOf(wanted) : wanted;
+    if (name != wanted)
+        writeLog("\"" + wanted +
+                     "\" cannot be the name of a file, which an alignment's name is "
+                     "offered as; it is called \"" +
+                     name + "\".",
+                 LogSeverity::Warning);
     if (state->name == name)
         return true;
     const ChangeScope scope;
