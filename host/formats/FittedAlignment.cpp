@@ -3,7 +3,6 @@
 
 #include "FittedAnnotation.h"
 #include "FormatText.h"
-#include "PirBreaks.h"
 #include "PirTitle.h"
 
 #include <algorithm>
@@ -46,11 +45,12 @@ bool isDescription(const Annotation &remark)
     return remark.tag == "DE" && !remark.text.empty();
 }
 
-bool areBreaks(const std::vector<PlacedBreak> &placed, const std::vector<std::uint64_t> &readBack)
+// Those that can be written.
+std::vector<ChainBreak> placedBreaks(const RowRecord &row)
 {
-    return std::equal(
-        placed.begin(), placed.end(), readBack.begin(), readBack.end(),
-        [](const PlacedBreak &a, std::uint64_t letters) { return a.letters == letters; });
+    std::vector<ChainBreak> breaks = row.chainBreaks;
+    std::erase_if(breaks, [](const ChainBreak &one) { return !one.column; });
+    return breaks;
 }
 
 } // namespace
@@ -169,8 +169,7 @@ std::optional<std::string> FittedAlignment::differenceTo(const AlignmentRecord &
         if (holdsDescriptions(m_Options.format) &&
             other.description != trimmed(cleanText(description(i))))
             return which + "has another description";
-        if (m_Options.format == WriteFormat::Pir &&
-            !areBreaks(placedBreaks(row(i)), other.chainBreaks))
+        if (m_Options.format == WriteFormat::Pir && placedBreaks(row(i)) != other.chainBreaks)
             return which + "has its chain breaks at other places";
     }
     if (m_Options.format == WriteFormat::Stockholm)

@@ -180,9 +180,10 @@ void PirParser::addText(std::string_view text)
 // Punctuation has a column of its own in the file, and rows stay in step only when it keeps it.
 void PirParser::addPunctuation(char character)
 {
+    const std::uint64_t column = m_Row.width();
     m_Row.appendGap();
     if (character == '/')
-        row().chainBreaks.push_back(m_Row.letterCount());
+        row().chainBreaks.push_back({m_Row.letterCount(), column});
     else if (m_FirstPunctuationLine == 0)
         m_FirstPunctuationLine = m_Reader.line();
 }

@@ -2,7 +2,6 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
-#include "PirBreaks.h"
 
 #include <algorithm>
 
@@ -23,8 +22,10 @@ void writePir(const FittedAlignment &alignment, TextSink &sink)
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         cells.clear();
         CellText(alignment.cells(row)).append(alignment.cells(row).width, '-', cells);
-        for (const PlacedBreak &chainBreak : placedBreaks(alignment.row(row)))
-            cells[chainBreak.column] = '/';
+        for (const ChainBreak &chainBreak : alignment.row(row).chainBreaks) {
+            if (chainBreak.column)
+                cells[*chainBreak.column] = '/';
+        }
         text = ">P1;" + alignment.name(row) + '\n' + alignment.description(row) + '\n';
         for (std::size_t begin = 0; begin < cells.size(); begin += lineLength) {
             text.append(cells, begin, lineLength);

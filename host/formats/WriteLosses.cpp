@@ -3,7 +3,6 @@
 #include "FileWriter.h"
 
 #include "FittedAlignment.h"
-#include "PirBreaks.h"
 #include "PirTitle.h"
 
 #include <algorithm>
@@ -96,7 +95,9 @@ void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
     }
     std::size_t lost = 0;
     for (const RowRecord &row : alignment.rows)
-        lost += row.chainBreaks.size() - placedBreaks(row).size();
+        lost += static_cast<std::size_t>(
+            std::count_if(row.chainBreaks.begin(), row.chainBreaks.end(),
+                          [](const ChainBreak &one) { return !one.column; }));
     if (lost > 0)
         sentences.push_back(counted(lost, "break between chains is", "breaks between chains are") +
                             " left out: there is no gap where \"/\" could stand.");

@@ -98,13 +98,14 @@ Column sumOf(const std::vector<GapRun> &runs)
 AlignmentTable::Rows remainingRows(const AlignmentTable &other, const SharedRows &shared,
                                    const std::vector<GapRun> &openings)
 {
+    const Column width = other.width() + sumOf(openings);
     AlignmentTable::Rows rows;
     for (std::size_t i = 0; i < other.rowCount(); ++i) {
         if (shared.isShared(i))
             continue;
         rows.push_back(std::make_unique<AlignmentRow>(other.row(i)));
         if (!openings.empty())
-            rows.back()->cells().openGaps(openings);
+            rows.back()->openGaps(openings, width);
     }
     return rows;
 }
@@ -137,7 +138,7 @@ void replaceRows(AlignmentTable &table, const AlignmentTable &other,
     for (const Partners &partners : replaced) {
         indices.push_back(partners.row);
         rows.push_back(std::make_unique<AlignmentRow>(other.row(partners.other)));
-        rows.back()->cells() = table.row(partners.row).cells();
+        rows.back()->takeCells(table.row(partners.row), table.width());
     }
     const Column width = table.width();
     RemoveRowsEdit removal(table, kKind, indices, width);

@@ -9,14 +9,62 @@ namespace TAMBO {
 using Column = AlignmentTable::Column;
 using Range = AlignmentTable::Range;
 
+namespace {
+
+std::size_t bytesOf(const std::vector<RowBreaks> &breaks) noexcept
+{
+    return std::accumulate(breaks.begin(), breaks.end(), breaks.capacity() * sizeof(RowBreaks),
+                           [](std::size_t sum, const RowBreaks &row) {
+                               return sum + row.columns.capacity() * sizeof(row.columns[0]);
+                           });
+}
+
+// Keeps those that would not be found again when the columns are gone.
+void keepBreaks(const AlignmentRow &row, std::size_t index, const Range &columns,
+                std::vector<RowBreaks> &kept)
+{
+    if (row.hasBreaksIn(columns.first, columns.second - columns.first))
+        kept.push_back({index, row.breakColumns()});
+}
+
+// Called for each row in turn.
+class BreakRestorer
+{
+public:
+    explicit BreakRestorer(const std::vector<RowBreaks> &breaks)
+        : m_Next(breaks.begin()), m_End(breaks.end())
+    { }
+    void restore(AlignmentRow &row, std::size_t index)
+    {
+        if (m_Next != m_End && m_Next->row == index)
+            row.setBreakColumns((m_Next++)->columns);
+    }
+
+private:
+    std::vector<RowBreaks>::const_iterator m_Next;
+    std::vector<RowBreaks>::const_iterator m_End;
+};
+
+} // namespace
+
 // ---- Gaps and rows
 
 std::unique_ptr<Edit> GapEdit::apply()
 {
     const Move &move = m_Move;
+    Rare<BreakColumns> former;
+    former = m_Table.row(move.row).breakColumns();
     m_Table.moveGaps(move.row, move.from, move.count, move.to, move.growth);
+    if (!m_Breaks->empty())
+        m_Table.setBreakColumns(move.row, *m_Breaks);
     return std::make_unique<GapEdit>(m_Table, m_Kind,
-                                     Move{move.row, move.to, move.count, move.from, -move.growth});
+                                     Move{move.row, move.to, move.count, move.from, -move.growth},
+                                     std::move(former));
+}
+
+std::size_t GapEdit::bytes() const
+{
+    return sizeof(*this) + m_Breaks->capacity() * sizeof(BreakColumns::value_type);
 }
 
 std::unique_ptr<Edit> RowMoveEdit::apply()
@@ -118,14 +166,17 @@ std::unique_ptr<Edit> RemoveColumnsEdit::apply()
     RestoreColumnsEdit::Cells cells;
     cells.bits.reserve(m_Table.rowCount() * m_Count);
     std::vector<ResidueRun> removed;
+    const Column width = m_Table.width() - m_Count;
     m_Table.changeColumns(m_Begin, m_Count, 0, [&](AlignmentRow &row, std::size_t index) {
         cells.bits.append(row.cells().columns(m_Begin, m_Count), m_Count);
+        keepBreaks(row, index, {m_Begin, m_Begin + m_Count}, cells.breaks);
         removed.clear();
-        row.removeColumns(m_Begin, m_Count, removed);
+        row.removeColumns(m_Begin, m_Count, width, removed);
         for (const ResidueRun &run : removed)
             cells.residues.push_back({std::uint32_t(index), run});
     });
     cells.residues.shrink_to_fit();
+    cells.breaks.shrink_to_fit();
     return std::make_unique<RestoreColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count, std::move(cells),
                                                 finishRange(before));
 }
@@ -139,12 +190,15 @@ std::unique_ptr<Edit> RestoreColumnsEdit::apply()
 {
     const Range before = m_Table.alignment().range();
     auto next = m_Cells.residues.begin();
+    BreakRestorer breaks(m_Cells.breaks);
+    const Column width = m_Table.width() + m_Count;
     m_Table.changeColumns(m_Begin, 0, m_Count, [&](AlignmentRow &row, std::size_t index) {
         std::vector<ResidueRun> residues;
         for (; next != m_Cells.residues.end() && next->row == index; ++next)
             residues.push_back(next->run);
-        row.restoreColumns(m_Begin, m_Count, m_Cells.bits.bits(index * m_Count, m_Count),
+        row.restoreColumns(m_Begin, m_Cells.bits.bits(index * m_Count, m_Count), m_Count, width,
                            std::move(residues));
+        breaks.restore(row, index);
     });
     return std::make_unique<RemoveColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count,
                                                finishRange(before));
@@ -152,7 +206,8 @@ std::unique_ptr<Edit> RestoreColumnsEdit::apply()
 
 std::size_t RestoreColumnsEdit::bytes() const
 {
-    return sizeof(*this) + m_Cells.bits.bytes() + m_Cells.residues.capacity() * sizeof(RowResidues);
+    return sizeof(*this) + m_Cells.bits.bytes() +
+           m_Cells.residues.capacity() * sizeof(RowResidues) + bytesOf(m_Cells.breaks);
 }
 
 std::unique_ptr<Edit> ColumnTextEdit::apply()
@@ -172,8 +227,11 @@ std::size_t ColumnTextEdit::bytes() const
 
 ReplaceColumnsEdit::ReplaceColumnsEdit(AlignmentTable &table, const char *kind,
                                        const Stretch &stretch, BitBuffer bits,
-                                       const RangeStep &step)
-    : ColumnEdit(table, kind, step), m_Stretch(stretch), m_Bits(std::move(bits))
+                                       std::vector<RowBreaks> breaks, const RangeStep &step)
+    : ColumnEdit(table, kind, step),
+      m_Stretch(stretch),
+      m_Bits(std::move(bits)),
+      m_Breaks(std::move(breaks))
 { }
 
 std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
@@ -182,21 +240,26 @@ std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
     const Stretch &stretch = m_Stretch;
     BitBuffer former;
     former.reserve(m_Table.rowCount() * stretch.oldCount);
+    std::vector<RowBreaks> kept;
+    BreakRestorer breaks(m_Breaks);
+    const Column width = m_Table.width() - stretch.oldCount + stretch.newCount;
     const auto change = [&](AlignmentRow &row, std::size_t index) {
-        OccupancyRow &cells = row.cells();
-        former.append(cells.columns(stretch.begin, stretch.oldCount), stretch.oldCount);
-        if (stretch.newCount < stretch.oldCount)
-            cells.removeColumns(stretch.begin + stretch.newCount,
-                                stretch.oldCount - stretch.newCount);
-        else
-            cells.insertGaps(stretch.begin + stretch.oldCount, stretch.newCount - stretch.oldCount);
-        cells.setColumns(stretch.begin, stretch.newCount,
-                         m_Bits.bits(index * stretch.newCount, stretch.newCount));
+        former.append(row.cells().columns(stretch.begin, stretch.oldCount), stretch.oldCount);
+        keepBreaks(row, index, {stretch.begin, stretch.begin + stretch.oldCount}, kept);
+        row.replaceColumns(stretch.begin, stretch.oldCount,
+                           m_Bits.bits(index * stretch.newCount, stretch.newCount),
+                           stretch.newCount, width);
+        breaks.restore(row, index);
     };
     m_Table.changeColumns(stretch.begin, stretch.oldCount, stretch.newCount, change);
     return std::make_unique<ReplaceColumnsEdit>(
         m_Table, m_Kind, Stretch{stretch.begin, stretch.newCount, stretch.oldCount},
-        std::move(former), finishRange(before));
+        std::move(former), std::move(kept), finishRange(before));
+}
+
+std::size_t ReplaceColumnsEdit::bytes() const
+{
+    return sizeof(*this) + m_Bits.bytes() + bytesOf(m_Breaks);
 }
 
 } // namespace TAMBO

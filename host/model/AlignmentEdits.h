@@ -5,7 +5,9 @@
 
 #include "AlignmentTable.h"
 #include "BitBuffer.h"
+#include "ChainBreakPlaces.h"
 #include "Edit.h"
+#include "Rare.h"
 
 #include <memory>
 #include <string>
@@ -44,15 +46,18 @@ public:
         long growth = 0;
     };
 
-    GapEdit(AlignmentTable &table, const char *kind, const Move &move)
-        : AlignmentEdit(table, kind), m_Move(move)
+    // Breaks between chains, of a row that has any, are set to where they were before.
+    GapEdit(AlignmentTable &table, const char *kind, const Move &move,
+            Rare<BreakColumns> breaks = {})
+        : AlignmentEdit(table, kind), m_Move(move), m_Breaks(std::move(breaks))
     { }
 
     std::unique_ptr<Edit> apply() override;
-    std::size_t bytes() const override { return sizeof(*this); }
+    std::size_t bytes() const override;
 
 private:
     Move m_Move;
+    Rare<BreakColumns> m_Breaks;
 };
 
 class RowMoveEdit final : public AlignmentEdit
@@ -97,6 +102,13 @@ public:
 private:
     std::vector<std::size_t> m_Indices;
     AlignmentTable::Column m_Width;
+};
+
+// Where the breaks between chains of a row stood.
+struct RowBreaks
+{
+    std::size_t row = 0;
+    BreakColumns columns;
 };
 
 // A change of columns moves the current range along. The way back leads to exactly the range there
@@ -179,6 +191,7 @@ public:
         // Of each row in turn.
         BitBuffer bits;
         std::vector<RowResidues> residues;
+        std::vector<RowBreaks> breaks;
     };
 
     RestoreColumnsEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
@@ -224,15 +237,18 @@ public:
         AlignmentTable::Column newCount = 0;
     };
 
+    // Breaks between chains are found new places but in the rows given, in their order.
     ReplaceColumnsEdit(AlignmentTable &table, const char *kind, const Stretch &stretch,
-                       BitBuffer bits, const RangeStep &step = {});
+                       BitBuffer bits, std::vector<RowBreaks> breaks = {},
+                       const RangeStep &step = {});
 
     std::unique_ptr<Edit> apply() override;
-    std::size_t bytes() const override { return sizeof(*this) + m_Bits.bytes(); }
+    std::size_t bytes() const override;
 
 private:
     Stretch m_Stretch;
     BitBuffer m_Bits;
+    std::vector<RowBreaks> m_Breaks;
 };
 
 } // namespace TAMBO

@@ -23,15 +23,27 @@ void perform(AlignmentEdit &&edit)
     recordInverse(edit.apply());
 }
 
+bool movesBreaks(const AlignmentTable &table, const GapEdit::Move &move)
+{
+    const AlignmentRow &row = table.row(move.row);
+    if (!row.hasBreaks())
+        return false;
+    AlignmentRow moved(row);
+    moved.moveGaps(move.from, move.count, move.to, table.width());
+    return moved.breakColumns() != row.breakColumns();
+}
+
 // The gaps [from, from + count) of a row are put in at to.
 void moveGaps(AlignmentTable &table, unsigned long row, unsigned long from, unsigned long count,
               unsigned long to)
 {
     const OccupancyRow &cells = table.row(row).cells();
+    const GapEdit::Move move{row, from, count, to, 0};
     // Gaps among gaps: no cell would change, so there is nothing to undo either.
-    if (cells.rank(std::min(from, to)) == cells.rank(std::max(from, to) + count))
+    if (cells.rank(std::min(from, to)) == cells.rank(std::max(from, to) + count) &&
+        !movesBreaks(table, move))
         return;
-    perform(GapEdit(table, "move gap", {row, from, count, to, 0}));
+    perform(GapEdit(table, "move gap", move));
 }
 
 // What stands at col and behind it moves right, into the gaps at the row's end as far as there are.

@@ -16,7 +16,7 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
     if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty() ||
         !label.chainBreaks.empty() || !label.annotations.empty() ||
         !label.residueAnnotations.empty())
-        m_Label = std::make_shared<const RowLabel>(std::move(label));
+        m_Label = std::make_shared<RowLabel>(std::move(label));
 }
 
 std::string AlignmentRow::name() const
@@ -70,7 +70,7 @@ ResidueRun AlignmentRow::impliedResidues(std::uint32_t ordinal, std::uint32_t co
     return {ordinal > 0 ? residueIndex(ordinal - 1) + 1 : 0, count};
 }
 
-void AlignmentRow::removeColumns(Column begin, Column count, std::vector<ResidueRun> &removed)
+void AlignmentRow::takeOut(Column begin, Column count, std::vector<ResidueRun> &removed)
 {
     const std::uint32_t total = m_Cells.residues();
     const std::uint32_t first = m_Cells.rank(begin);
@@ -90,9 +90,8 @@ void AlignmentRow::removeColumns(Column begin, Column count, std::vector<Residue
         removed.insert(removed.end(), runs.begin(), runs.end());
 }
 
-void AlignmentRow::restoreColumns(Column begin, Column count,
-                                  const std::vector<OccupancyRow::Word> &bits,
-                                  std::vector<ResidueRun> residues)
+void AlignmentRow::putBack(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
+                           std::vector<ResidueRun> residues)
 {
     const std::uint32_t total = m_Cells.residues();
     const std::uint32_t first = m_Cells.rank(begin);
@@ -132,6 +131,7 @@ std::size_t AlignmentRow::bytes() const noexcept
     std::size_t sum = sizeof(*this) + m_Cells.bytes() + m_Segments.capacity() * sizeof(Segment);
     if (m_Label != nullptr)
         sum += sizeof(RowLabel) + m_Label->name.size() + m_Label->description.size() +
+               m_Label->chainBreaks.capacity() * sizeof(ChainBreak) +
                bytesOf(m_Label->annotations) + bytesOf(m_Label->residueAnnotations);
     return sum;
 }

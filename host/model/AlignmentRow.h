@@ -2,6 +2,7 @@
 // One row of an alignment: a sequence, where its residues stand, and which of them they are.
 #pragma once
 
+#include "ChainBreakPlaces.h"
 #include "OccupancyRow.h"
 #include "Peptide.h"
 #include "RowLabel.h"
@@ -40,8 +41,6 @@ public:
     // Null for a row without one.
     [[nodiscard]] const RowLabel *label() const noexcept { return m_Label.get(); }
     [[nodiscard]] const OccupancyRow &cells() const noexcept { return m_Cells; }
-    // For edits that keep the number of residues.
-    [[nodiscard]] OccupancyRow &cells() noexcept { return m_Cells; }
 
     // Which residue of the sequence the row's ordinal-th one is.
     [[nodiscard]] std::uint32_t residueIndex(std::uint32_t ordinal) const noexcept;
@@ -71,12 +70,37 @@ public:
         });
     }
 
+    // ---- Breaks between chains, which few rows have. Each stays between the same residues and on
+    // its gap; when that goes or passes a residue, it gets another one there, if there is one.
+
+    [[nodiscard]] bool hasBreaks() const noexcept
+    {
+        return m_Label != nullptr && !m_Label->chainBreaks.empty();
+    }
+    // Their letters are the residues of the row.
+    [[nodiscard]] std::vector<ChainBreak> chainBreaks(Column width) const;
+    // What edits keep for the way back, when these columns go or others come in their place.
+    [[nodiscard]] BreakColumns breakColumns() const;
+    void setBreakColumns(const BreakColumns &columns);
+    // Whether the place of one cannot be told when the columns have gone and come back.
+    [[nodiscard]] bool hasBreaksIn(Column begin, Column count) const;
+
+    // ---- Changes. The width is that of the alignment afterwards.
+
+    // As many residues stand where those of the other row do.
+    void takeCells(const AlignmentRow &other, Column width);
+    void moveGaps(Column from, Column count, Column to, Column width);
+    void openGaps(const std::vector<GapRun> &runs, Column width);
+    void closeGaps(const std::vector<GapRun> &runs, Column width);
     // The columns vanish with their residues. The residues are appended to removed unless
     // impliedResidues() gives them.
-    void removeColumns(Column begin, Column count, std::vector<ResidueRun> &removed);
+    void removeColumns(Column begin, Column count, Column width, std::vector<ResidueRun> &removed);
     // The columns come back; with empty residues those that impliedResidues() gives.
-    void restoreColumns(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
-                        std::vector<ResidueRun> residues);
+    void restoreColumns(Column begin, const std::vector<OccupancyRow::Word> &bits, Column count,
+                        Column width, std::vector<ResidueRun> residues);
+    // Other columns come in their place, in which the same residues stand.
+    void replaceColumns(Column begin, Column oldCount, const std::vector<OccupancyRow::Word> &bits,
+                        Column count, Column width);
 
     [[nodiscard]] std::size_t bytes() const noexcept;
 
@@ -92,13 +116,19 @@ private:
     [[nodiscard]] ResidueRun impliedResidues(std::uint32_t ordinal, std::uint32_t count,
                                              std::uint32_t total) const;
     void setResidues(const std::vector<ResidueRun> &runs);
+    void takeOut(Column begin, Column count, std::vector<ResidueRun> &removed);
+    void putBack(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
+                 std::vector<ResidueRun> residues);
+    [[nodiscard]] std::vector<std::uint32_t> lettersBeforeBreaks() const;
+    // To where moved() says that their columns went.
+    template <typename Moved> void moveBreaks(Column width, Moved moved);
 
     Peptide *m_Sequence;
     OccupancyRow m_Cells;
     // Ascending from ordinal 0. Empty while the residues are the sequence's first ones.
     std::vector<Segment> m_Segments;
-    // Never changes, so copies of the row share it.
-    std::shared_ptr<const RowLabel> m_Label;
+    // Copies of the row share it until a break moves.
+    std::shared_ptr<RowLabel> m_Label;
 };
 
 template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end, Visit visit) const

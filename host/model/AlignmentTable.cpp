@@ -267,7 +267,7 @@ void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column
     const Column begin = std::min(from, to);
     const Column end = std::max(from, to) + count;
     m_Profiles.subtract(changed, begin, end);
-    changed.cells().moveGaps(from, count, to);
+    changed.moveGaps(from, count, to, growth < 0 ? width() - Column(-growth) : width());
     m_Profiles.add(changed, begin, end);
     m_SelectedColumns.forget(begin, end);
     setWidth(growth < 0 ? width() - Column(-growth) : width());
@@ -277,15 +277,16 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
 {
     if (runs.empty())
         return;
-    for (const auto &row : m_Rows)
-        row->cells().openGaps(runs);
     Column added = 0;
+    for (const GapRun &run : runs)
+        added += run.count;
+    for (const auto &row : m_Rows)
+        row->openGaps(runs, width() + added);
     for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
         m_Profiles.insertColumns(run->column, run->count);
         if (m_Annotation != nullptr)
             m_Annotation->insertColumns(run->column, run->count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
-        added += run->count;
     }
     m_SelectedColumns.forget(runs.front().column, kBehindAll);
     setWidth(width() + added);
@@ -295,16 +296,17 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
 {
     if (runs.empty())
         return;
-    for (const auto &row : m_Rows)
-        row->cells().closeGaps(runs);
     Column removed = 0;
+    for (const GapRun &run : runs)
+        removed += run.count;
+    for (const auto &row : m_Rows)
+        row->closeGaps(runs, width() - removed);
     // Each run stands where it counts once those before it are gone.
     for (const GapRun &run : runs) {
         m_Profiles.removeColumns(run.column, run.count);
         if (m_Annotation != nullptr)
             m_Annotation->removeColumns(run.column, run.count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
-        removed += run.count;
     }
     m_SelectedColumns.forget(runs.front().column, kBehindAll);
     setWidth(width() - removed);

@@ -93,6 +93,10 @@ public:
     // The gaps [from, from + count) of a row are put in at to, after the alignment has been widened
     // or before it is narrowed by growth columns at its end.
     void moveGaps(std::size_t row, Column from, Column count, Column to, long growth);
+    void setBreakColumns(std::size_t row, const BreakColumns &columns)
+    {
+        m_Rows[row]->setBreakColumns(columns);
+    }
     void openColumns(const std::vector<GapRun> &runs);
     void closeColumns(const std::vector<GapRun> &runs);
     void moveRow(std::size_t from, std::size_t to);

@@ -111,22 +111,6 @@ bool hasOwnColors(const AlignmentRow &row)
     });
 }
 
-// The breaks counted by the residues that the row still has.
-std::vector<std::uint64_t> breaksOf(const AlignmentRow &row, const RowLabel &label)
-{
-    std::vector<std::uint64_t> breaks(label.chainBreaks.size());
-    if (breaks.empty())
-        return breaks;
-    for (const ResidueRun &run : row.residueRuns(0, row.cells().residues())) {
-        for (std::size_t i = 0; i < breaks.size(); ++i) {
-            const std::uint64_t behind = label.firstResidue + label.chainBreaks[i];
-            if (behind > run.index)
-                breaks[i] += std::min<std::uint64_t>(behind - run.index, run.count);
-        }
-    }
-    return breaks;
-}
-
 // Lines over the residues become lines over the columns.
 std::vector<Annotation> residueLines(const AlignmentRow &row, const RowLabel &label,
                                      unsigned long width)
@@ -161,7 +145,7 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
         record.description = label->description;
         record.link = label->link;
         record.annotations = label->annotations;
-        record.chainBreaks = breaksOf(row, *label);
+        record.chainBreaks = row.chainBreaks(width);
         record.residueAnnotations = residueLines(row, *label, width);
     }
     describeCoordinates(row, record);

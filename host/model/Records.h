@@ -8,6 +8,8 @@
 #include "SequenceNumber.h"
 #include "Vertex.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -93,15 +95,25 @@ struct Annotation
     friend bool operator==(const Annotation &, const Annotation &) = default;
 };
 
+// Between two chains of one row.
+struct ChainBreak
+{
+    // The number of letters before it.
+    std::uint64_t letters = 0;
+    // The gap on which it stands; nothing when there is none between its letters.
+    std::optional<std::uint64_t> column;
+
+    friend bool operator==(const ChainBreak &, const ChainBreak &) = default;
+};
+
 struct RowRecord
 {
     std::string name;
     std::string description;
     GappedSequence sequence;
     Rare<StructureLink> link;
-    // The numbers of letters before each break between two chains. A break written into the row
-    // has a column there, which is a gap.
-    std::vector<std::uint64_t> chainBreaks;
+    // In order.
+    std::vector<ChainBreak> chainBreaks;
     // What is said of the sequence ("#=GS"), in order.
     std::vector<Annotation> annotations;
     // What is said of the residues ("#=GR"): one character a column, '.' at a gap.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What an alignment file said of a row besides its cells; kept so that saving does not lose it.
+// Only the columns of breaks between chains ever change.
 #pragma once
 
 #include "Records.h"
@@ -18,8 +19,8 @@ struct RowLabel
     StructureLink link;
     // The residue of the sequence that was the row's first one in the file.
     std::uint32_t firstResidue = 0;
-    // The numbers of residues from that one on before each break between two chains.
-    std::vector<std::uint64_t> chainBreaks;
+    // Their letters are residues from that one on, whether the row still has them or not.
+    std::vector<ChainBreak> chainBreaks;
     std::vector<Annotation> annotations;
     // One character for each residue from the first one on. They are tied to residues, not to
     // cells, so no edit of gaps or columns has to touch them.

@@ -271,7 +271,7 @@ RowTie::Candidate RowTie::tieToChains(const std::vector<Peptide *> &chains) cons
         for (std::size_t i = 0; i < chains.size(); ++i) {
             const std::size_t end =
                 i < m_Row.chainBreaks.size()
-                    ? std::min<std::size_t>(m_Row.chainBreaks[i], letters.size())
+                    ? std::min<std::size_t>(m_Row.chainBreaks[i].letters, letters.size())
                     : letters.size();
             const SequenceMatch found =
                 matchSequences(letters.substr(begin, end - begin), chains[i]->letters(),

@@ -99,8 +99,8 @@ Facts factsOf(const Alignment &alignment)
         facts["cells"] += cells + '|';
         facts["descriptions"] += descriptionOf(row) + '|';
         facts["structures"] += row.link->structure + '|';
-        for (const std::uint64_t place : row.chainBreaks)
-            facts["breaks"] += std::to_string(place) + ' ';
+        for (const ChainBreak &place : row.chainBreaks)
+            facts["breaks"] += std::to_string(place.letters) + (place.column ? "/ " : " ");
         facts["of sequences"] += said(row.annotations);
         facts["of residues"] += said(row.residueAnnotations);
         // Those of a tied row are its structure's, and come and go with the tie.
@@ -163,7 +163,7 @@ protected:
         record.rows[0].description = "ferredoxin";
         record.rows[0].annotations = {{"OS", "bug"}};
         record.rows[0].residueAnnotations = {{"SS", "HHH......."}};
-        record.rows[4].chainBreaks = {2};
+        record.rows[4].chainBreaks = {{2, 2}};
         record.annotations = {{"AU", "somebody"}};
         record.columnAnnotations = {{"SS_cons", "HHH......."}};
         return record;

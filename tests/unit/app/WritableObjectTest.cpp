@@ -169,7 +169,7 @@ TEST_F(WritableObjectTest, BreaksBetweenChainsAreKept)
 {
     const QByteArray text = ">P1;two\n"
                             "sequence:two::::::::\n"
-                            "AC/D-E*\n\n"
+                            "A--/DE*\n\n"
                             ">P1;one\n"
                             "sequence:one::::::::\n"
                             "ACCD-E*\n\n";

@@ -175,8 +175,20 @@ TEST(FileWriter, EveryKindOfDifferenceIsFound)
     described.rows[0].description = "else";
     EXPECT_EQ(differenceTo(described), "row 1, \"a\", has another description");
     AlignmentRecord broken = record;
-    broken.rows[1].chainBreaks = {1};
+    broken.rows[1].chainBreaks = {{1, 2}};
     EXPECT_EQ(differenceTo(broken), "row 2, \"b\", has its chain breaks at other places");
+}
+
+TEST(FileWriter, ABreakInAnotherColumnOfTheSameGapIsADifference)
+{
+    AlignmentRecord record = recordOf({{"a", "AC---D"}});
+    record.rows[0].description = "title";
+    record.rows[0].chainBreaks = {{2, 4}};
+    AlignmentRecord moved = record;
+    moved.rows[0].chainBreaks = {{2, 2}};
+    EXPECT_EQ(FittedAlignment(record, {}).differenceTo(record), std::nullopt);
+    EXPECT_EQ(FittedAlignment(record, {}).differenceTo(moved),
+              "row 1, \"a\", has its chain breaks at other places");
 }
 
 } // namespace

@@ -102,7 +102,8 @@ TEST(PirReader, ChainBreakIsAGapColumnAndItsPlaceIsKept)
     ASSERT_EQ(alignment.rows.size(), 2U);
     for (const RowRecord &row : alignment.rows) {
         ASSERT_EQ(row.chainBreaks.size(), 1U);
-        EXPECT_EQ(row.sequence.text().find('-'), row.chainBreaks[0]);
+        EXPECT_EQ(row.sequence.text().find('-'), row.chainBreaks[0].letters);
+        EXPECT_EQ(row.sequence.text().find('-'), row.chainBreaks[0].column);
         EXPECT_EQ(row.sequence.letters.size(), 437U);
         EXPECT_EQ(row.sequence.width, 438U);
     }
@@ -113,9 +114,10 @@ TEST(PirReader, ChainBreakIsAGapColumnAndItsPlaceIsKept)
     EXPECT_TRUE(alignment.isAligned);
 }
 
-TEST(PirReader, ChainBreaksCountLettersNotColumns)
+TEST(PirReader, ChainBreaksCountLettersAndKeepTheirColumns)
 {
-    EXPECT_THAT(read(">P1;a\n\nA-C/D/*\n").rows.at(0).chainBreaks, ElementsAre(2, 3));
+    EXPECT_THAT(read(">P1;a\n\nA-C/D--/*\n").rows.at(0).chainBreaks,
+                ElementsAre(ChainBreak{2, 3}, ChainBreak{3, 7}));
 }
 
 TEST(PirReader, StarMayStandOnALineOfItsOwnOrBeMissing)

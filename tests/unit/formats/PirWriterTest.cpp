@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text of PIR files: headers with structure links, breaks between chains, line ends.
 #include "RecordBuilder.h"
+#include "TestFiles.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace TAMBO::formats {
 namespace {
@@ -88,31 +91,17 @@ TEST(PirWriter, LineEndsAndColonsInNamesBreakNothing)
                                                     "ACD*\n\n");
 }
 
-TEST(PirWriter, BreaksBetweenChainsStandInTheGapBehindTheLetterBefore)
+TEST(PirWriter, BreaksBetweenChainsStandInTheirColumns)
 {
-    AlignmentRecord record = recordOf({{"row", "AC--D-E--"}});
-    record.rows[0].chainBreaks = {2, 3, 4};
-    EXPECT_EQ(pirOf(record), ">P1;row\nsequence:row::::::::\nAC/-D/E/-*\n\n");
-}
-
-TEST(PirWriter, ABreakBeforeTheFirstLetterStandsAtTheStart)
-{
-    AlignmentRecord record = recordOf({{"row", "--AC"}});
-    record.rows[0].chainBreaks = {0};
-    EXPECT_EQ(pirOf(record), ">P1;row\nsequence:row::::::::\n/-AC*\n\n");
-}
-
-TEST(PirWriter, SeveralBreaksInOneGapStandSideBySide)
-{
-    AlignmentRecord record = recordOf({{"row", "A---C"}});
-    record.rows[0].chainBreaks = {1, 1};
-    EXPECT_EQ(pirOf(record), ">P1;row\nsequence:row::::::::\nA//-C*\n\n");
+    AlignmentRecord record = recordOf({{"row", "--AC--D-E---"}});
+    record.rows[0].chainBreaks = {{0, 1}, {2, 5}, {3, 7}, {4, 9}, {4, 11}};
+    EXPECT_EQ(pirOf(record), ">P1;row\nsequence:row::::::::\n-/AC-/D/E/-/*\n\n");
 }
 
 TEST(PirWriter, ABreakWithoutAGapMovesNoResidue)
 {
     AlignmentRecord record = recordOf({{"row", "ACDE"}});
-    record.rows[0].chainBreaks = {2};
+    record.rows[0].chainBreaks = {{2, std::nullopt}};
     EXPECT_EQ(pirOf(record), ">P1;row\nsequence:row::::::::\nACDE*\n\n");
 }
 
@@ -132,6 +121,26 @@ TEST(PirWriter, AFullLastLineIsEndedOnALineOfItsOwn)
 TEST(PirWriter, LinesAreAsLongAsTheyAreWanted)
 {
     EXPECT_EQ(pirOf(recordOf({{"x", "AC-DE"}}), 2), ">P1;x\nsequence:x::::::::\nAC\n-D\nE*\n\n");
+}
+
+TEST(PirWriter, RowsOfSeveralChainsComeBackAsTheyWere)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 200; ++round) {
+        const std::size_t width = 1 + random() % 200;
+        const unsigned gaps = random() % 10;
+        std::string text;
+        for (std::size_t row = 0; row < 1 + random() % 5; ++row) {
+            text += ">P1;row" + std::to_string(row) + "\ntitle\n";
+            for (std::size_t i = 1; i <= width; ++i) {
+                const bool isGap = random() % 10 < gaps;
+                text += isGap ? "---/"[random() % 4] : "ACDEFGHIKLMNPQRSTVWYX"[random() % 21];
+                text += i % 75 == 0 ? "\n" : "";
+            }
+            text += "*\n\n";
+        }
+        EXPECT_EQ(pirOf(contentsOf("x.ali", text).alignments.at(0)), text);
+    }
 }
 
 } // namespace

@@ -139,11 +139,11 @@ TEST(WriteLosses, StructureLinksAreLostInAllFormatsButPir)
 TEST(WriteLosses, BreaksBetweenChainsAreLostInAllFormatsButPir)
 {
     AlignmentRecord record = recordOf({{"a", "A-C"}, {"b", "AC-"}});
-    record.rows[0].chainBreaks = {1};
+    record.rows[0].chainBreaks = {{1, 1}};
     EXPECT_THAT(lossesIn("fasta", record),
                 ElementsAre("The breaks between chains (\"/\") in 1 row are written as gaps."));
     EXPECT_THAT(lossesIn("pir", record), IsEmpty());
-    record.rows[1].chainBreaks = {1};
+    record.rows[1].chainBreaks = {{1, std::nullopt}};
     EXPECT_THAT(lossesIn("pir", record),
                 ElementsAre("1 break between chains is left out: there is no gap where \"/\" could "
                             "stand."));

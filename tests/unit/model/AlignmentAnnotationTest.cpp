@@ -216,10 +216,11 @@ TEST_F(AlignmentAnnotationTest, ChainBreaksFollowTheResiduesThatAreLeft)
 {
     AlignmentRecord record;
     record.rows = {row("two chains", "ACDE-FGHI")};
-    record.rows[0].chainBreaks = {4};
+    record.rows[0].chainBreaks = {{4, 4}};
     Alignment &alignment = adopt(std::move(record));
     alignment.remove(Range(1, 3));
-    EXPECT_EQ(TAMBO::makeRowRecord(alignment, 0).chainBreaks, (std::vector<std::uint64_t>{2}));
+    EXPECT_EQ(TAMBO::makeRowRecord(alignment, 0).chainBreaks,
+              (std::vector<TAMBO::ChainBreak>{{2, 2}}));
 }
 
 TEST_F(AlignmentAnnotationTest, StepsOfAnAlignmentWithoutTextAreOneEditEach)

@@ -352,7 +352,7 @@ TEST_F(ObjectFactoryTest, RowOverTwoChainsIsTiedToBoth)
         structure("newpdb", {{"H", heavy.substr(2)}, {"L", light}, {"P", "GGGG"}});
     TAMBO::RowRecord row =
         rowRecord("newpdb", heavy + "-" + light, {"newpdb", "H", "FIRST", "LAST", "L"});
-    row.chainBreaks = {heavy.size()};
+    row.chainBreaks = {{heavy.size(), heavy.size()}};
     const TAMBO::Alignment *const alignment = adopt({row});
 
     EXPECT_EQ(tiedLetters(alignment, 0), ".." + heavy.substr(2) + light);
