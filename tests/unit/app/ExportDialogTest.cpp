@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "Element.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
 
@@ -116,6 +117,25 @@ TEST_F(ExportDialogTest, LossesFollowTheFormatAndItsOptions)
     EXPECT_EQ(losses(dialog).size(), 1);
     choose(dialog, "Format", "PIR");
     EXPECT_EQ(losses(dialog), QStringList());
+}
+
+TEST_F(ExportDialogTest, SecondaryStructureAndColorsOfSequencesAreToldOf)
+{
+    Alignment &family = alignment("family", {"ACDE", "A-DE"});
+    Peptide &first = *Peptide::from(family.GetSeq(0));
+    first.insertObject(0,
+                       std::make_unique<Element>("H1", 'H', std::vector<std::uint32_t>{0, 1, 2}));
+    first.setColor(0, Color(0xff0000));
+    const ExportDialog dialog({&family}, nullptr, nullptr);
+    for (const QString &format : texts(control<QComboBox>(dialog, "Format"))) {
+        choose(dialog, "Format", format);
+        EXPECT_EQ(label(dialog), "This is lost or changed in this format:");
+        EXPECT_EQ(losses(dialog),
+                  (QStringList{"The secondary structure of 1 row is left out: only a structure "
+                               "file has helices, strands and turns.",
+                               "The colors given to residues of 1 row are left out."}))
+            << format.toStdString();
+    }
 }
 
 TEST_F(ExportDialogTest, OnlyOptionsThatTheFormatHasAreShown)
