@@ -2,6 +2,7 @@
 #include "Loader.h"
 
 #include "Alignment.h"
+#include "ChangeScope.h"
 #include "DataAdder.h"
 #include "Logger.h"
 #include "ObjectFactory.h"
@@ -12,6 +13,7 @@
 #include "StructureLookup.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QThread>
 
 #include <algorithm>
@@ -120,8 +122,13 @@ void Loader::startNext()
         });
     });
     // From the reading thread's end into the thread of the loader.
-    connect(m_Thread, &QThread::finished, this,
-            [this, asked, outcome] { readingEnded(asked, *outcome); });
+    connect(m_Thread, &QThread::finished, this, [this, asked, outcome] {
+        // A window that shows a dialog while it is told of a change must not cost the user a file.
+        whenNothingIsPublished([loader = QPointer(this), asked, outcome] {
+            if (loader != nullptr)
+                loader->readingEnded(asked, *outcome);
+        });
+    });
     emit started();
     m_Thread->start();
 }
@@ -132,21 +139,29 @@ void Loader::readingEnded(const std::vector<fs::path> &asked, ReadOutcome &outco
     if (*m_Cancelled)
         outcome.isCancelled = true;
     std::exchange(m_Thread, nullptr)->deleteLater();
-    LoadReport report = makeObjects(outcome);
+    LoadReport report = arrive(outcome);
     report.asked = asked;
     emit finished(report);
     if (!isBusy())
         startNext();
 }
 
-LoadReport Loader::openNow(const fs::path &file, const Prepare &prepare)
+LoadReport Loader::openNow(const fs::path &file)
 {
-    ReadJob job({file}, loadedStructures());
-    ReadOutcome outcome = job.run([](const std::string &, double) { return true; });
-    for (ReadFile &read : outcome.files) {
-        if (prepare && read.file == file)
-            prepare(read.contents);
-    }
+    ReadOutcome outcome = readNow(file);
+    return arrive(outcome);
+}
+
+ReadOutcome Loader::readNow(const fs::path &file)
+{
+    return ReadJob({file}, loadedStructures()).run([](const std::string &, double) {
+        return true;
+    });
+}
+
+LoadReport Loader::arrive(ReadOutcome &outcome)
+{
+    const ArrivalScope arrival;
     return makeObjects(outcome);
 }
 

@@ -9,7 +9,6 @@
 
 #include <atomic>
 #include <deque>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -50,10 +49,12 @@ public:
 
     // Returns at once; finished() tells the end.
     void open(std::vector<std::filesystem::path> files);
-    // Reads in the calling thread: for small files whose objects are needed at once. What is read
-    // goes through prepare before objects are made of it.
-    using Prepare = std::function<void(FileContents &)>;
-    LoadReport openNow(const std::filesystem::path &file, const Prepare &prepare = {});
+    // Reads in the calling thread: for small files whose objects are needed at once.
+    LoadReport openNow(const std::filesystem::path &file);
+    // The two halves of it. Objects are made inside an ArrivalScope, and not while changes are
+    // being published.
+    [[nodiscard]] static ReadOutcome readNow(const std::filesystem::path &file);
+    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
     // Gives up the command under way; nothing of it is loaded.
     void cancel();
     [[nodiscard]] bool isBusy() const noexcept { return m_Thread != nullptr; }
@@ -66,7 +67,7 @@ signals:
 private:
     void startNext();
     void readingEnded(const std::vector<std::filesystem::path> &asked, ReadOutcome &outcome);
-    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
+    [[nodiscard]] LoadReport arrive(ReadOutcome &outcome);
     void makeObjects(ReadFile &file, LoadReport &report);
 
     ObjectSources &m_Sources;

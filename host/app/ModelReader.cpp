@@ -2,6 +2,7 @@
 #include "ModelReader.h"
 
 #include "AlignmentTable.h"
+#include "ChangeScope.h"
 #include "DataAdder.h"
 #include "DataPoint.h"
 #include "Element.h"
@@ -141,7 +142,8 @@ bool ModelReader::isModel(const fs::path &file)
            fs::exists(file.parent_path() / "str.pdb", ignored);
 }
 
-ModelReader::ModelReader(Loader &loader, const fs::path &file) : m_Loader(loader), m_File(file)
+ModelReader::ModelReader(Loader &loader, const fs::path &file)
+    : m_Loader(loader), m_File(file), m_Outcome(Loader::readNow(file))
 {
     Result<FileContents> rows = readFile(file.parent_path() / "seq.ali");
     if (!rows || rows->alignments.empty() || rows->alignments.front().rows.size() < 2)
@@ -155,8 +157,13 @@ ModelReader::ModelReader(Loader &loader, const fs::path &file) : m_Loader(loader
 
 LoadReport ModelReader::read()
 {
+    const ArrivalScope arrival;
     const DataAdder<Space> guard(nullptr, Space::instance());
-    LoadReport report = m_Loader.openNow(m_File, [this](FileContents &read) { prepare(read); });
+    for (ReadFile &read : m_Outcome.files) {
+        if (read.file == m_File)
+            prepare(read.contents);
+    }
+    LoadReport report = m_Loader.makeObjects(m_Outcome);
     if (!guard.m_good || report.structures.empty())
         return report;
     for (Peptide *sequence : m_Sequences)

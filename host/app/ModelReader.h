@@ -23,9 +23,11 @@ public:
     // beside the model as "seq.ali" and "str.pdb".
     [[nodiscard]] static bool isModel(const std::filesystem::path &file);
 
+    // Reads the files, which the next job writes over.
     ModelReader(Loader &loader, const std::filesystem::path &file);
 
-    // All in one step of undo.
+    // Once, and not while changes are being published. All in one step of undo, whatever command is
+    // under way.
     LoadReport read();
 
 private:
@@ -49,6 +51,7 @@ private:
 
     Loader &m_Loader;
     std::filesystem::path m_File;
+    ReadOutcome m_Outcome;
     RowRecord m_Template;
     RowRecord m_Target;
     // The CA atoms of the template's letters.

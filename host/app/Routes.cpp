@@ -2,6 +2,7 @@
 #include "Routes.h"
 
 #include "Alignment.h"
+#include "ChangeScope.h"
 #include "Config.h"
 #include "History.h"
 #include "Logger.h"
@@ -14,6 +15,10 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
 
 namespace TAMBO::app {
 
@@ -90,9 +95,29 @@ bool Routes::readPdb(const PluginCall &call)
     const QString name = fromLatin1Path(path);
     const std::filesystem::path file = QFile::encodeName(name).toStdString();
     const bool isModel = isTemporary(name) && ModelReader::isModel(file);
-    const LoadReport report = isModel ? ModelReader(m_Workbench.loader(), file).read()
-                                      : m_Workbench.loader().openNow(file);
-    return report.failures.empty() && !report.structures.empty();
+    // Read at once, since the next job writes over it; made into objects when that is allowed.
+    std::function<LoadReport()> make;
+    if (isModel) {
+        const auto reader = std::make_shared<ModelReader>(m_Workbench.loader(), file);
+        make = [reader] { return reader->read(); };
+    } else {
+        const auto outcome = std::make_shared<ReadOutcome>(Loader::readNow(file));
+        make = [this, outcome] {
+            const ArrivalScope arrival;
+            return m_Workbench.loader().makeObjects(*outcome);
+        };
+    }
+    // Nobody waits for what has to wait.
+    const auto isRead = std::make_shared<bool>(true);
+    whenNothingIsPublished([workbench = QPointer(&m_Workbench), make, isModel, isRead] {
+        if (workbench == nullptr)
+            return;
+        const LoadReport report = make();
+        if (!isModel)
+            workbench->tellFailures(report);
+        *isRead = report.failures.empty() && !report.structures.empty();
+    });
+    return *isRead;
 }
 
 bool Routes::realign(const PluginCall &call)

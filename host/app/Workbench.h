@@ -72,6 +72,8 @@ public:
     // In a box of its own, when there is somebody to read it. headline says what was not done, the
     // causes name files. The log is the caller's.
     void tellFailure(const QString &headline, const QStringList &causes);
+    // Those of one command, in one box.
+    void tellFailures(const LoadReport &report);
 
     // Asks when there is unsaved work.
     [[nodiscard]] bool mayQuit();
@@ -92,7 +94,6 @@ private:
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void rememberFiles(const LoadReport &report);
-    void tellFailures(const LoadReport &report);
     // Names of the alignments that would be lost.
     [[nodiscard]] QStringList unsavedNames() const;
     void closeDialogsAndQuit();

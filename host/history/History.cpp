@@ -34,6 +34,7 @@ void History::end()
 {
     if (m_Recorded.empty())
         return;
+    m_IsAsTravelled = false;
     losePathsBehind(m_Position);
     drop(m_Steps.begin() + std::ptrdiff_t(m_Position), m_Steps.end());
     m_Steps.emplace_back(std::exchange(m_Recorded, {}));
@@ -60,20 +61,34 @@ bool History::goTo(std::size_t position)
     if (position == m_Position)
         return true;
 
-    const auto next = [&] { return position < m_Position ? m_Position - 1 : m_Position; };
-    const Compound *locked = m_Steps[next()].lock();
+    const Compound *locked = m_Steps[stepTowards(position)].lock();
     if (locked == nullptr) {
+        // What arrives meanwhile is a new step.
+        const ArrivalPause pause;
         m_IsApplying = true;
-        const ChangeScope scope(Publisher::Update);
-        while (position != m_Position && (locked = m_Steps[next()].lock()) == nullptr)
-            toggle(next());
-        keepLimit();
-        tellChange();
+        m_IsAsTravelled = true;
+        locked = travelTo(position);
+        m_IsApplying = false;
     }
-    m_IsApplying = false;
     if (locked != nullptr && modelHooks().refused)
         modelHooks().refused(*locked);
     return locked == nullptr;
+}
+
+std::size_t History::stepTowards(std::size_t position) const noexcept
+{
+    return position < m_Position ? m_Position - 1 : m_Position;
+}
+
+const Compound *History::travelTo(std::size_t position)
+{
+    const ChangeScope scope(Publisher::Update);
+    const Compound *locked = nullptr;
+    while (position != m_Position && (locked = m_Steps[stepTowards(position)].lock()) == nullptr)
+        toggle(stepTowards(position));
+    keepLimit();
+    tellChange();
+    return locked;
 }
 
 void History::toggle(std::size_t index)

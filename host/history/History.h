@@ -48,6 +48,8 @@ public:
     // To the state after the first position steps. Stops where a step is refused, and is false
     // then.
     bool goTo(std::size_t position);
+    // The last change was one of these, and no new step.
+    [[nodiscard]] bool isAsTravelled() const noexcept { return m_IsAsTravelled; }
 
     // ---- The list, oldest step first
 
@@ -103,6 +105,9 @@ private:
     void forgetOwned(std::vector<HistoryStep>::iterator first,
                      std::vector<HistoryStep>::iterator last);
 
+    [[nodiscard]] std::size_t stepTowards(std::size_t position) const noexcept;
+    // The object whose lock stops it on the way, or null.
+    const Compound *travelTo(std::size_t position);
     void toggle(std::size_t index);
     void drop(std::vector<HistoryStep>::iterator first, std::vector<HistoryStep>::iterator last);
     void keepLimit();
@@ -121,6 +126,7 @@ private:
     std::function<void()> m_ChangeCallback;
     FreeCallback m_FreeCallback;
     bool m_IsApplying = false;
+    bool m_IsAsTravelled = false;
 };
 
 } // namespace TAMBO

@@ -23,6 +23,31 @@ ChangeScope::~ChangeScope()
     ChangeSession::get().close();
 }
 
+ArrivalScope::ArrivalScope()
+{
+    ChangeSession::get().interrupt();
+}
+
+ArrivalScope::~ArrivalScope()
+{
+    ChangeSession::get().resume();
+}
+
+ArrivalPause::ArrivalPause() noexcept
+{
+    ChangeSession::get().pauseArrivals();
+}
+
+ArrivalPause::~ArrivalPause()
+{
+    ChangeSession::get().endPause();
+}
+
+void whenNothingIsPublished(std::function<void()> task)
+{
+    ChangeSession::get().whenNothingIsPublished(std::move(task));
+}
+
 void recordInverse(std::unique_ptr<Edit> inverse)
 {
     ChangeSession::get().record(std::move(inverse));

@@ -6,6 +6,7 @@
 #include "Hooks.h"
 #include "Publisher.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -25,6 +26,34 @@ public:
     ~ChangeScope();
     ChangeScope(const ChangeScope &) = delete;
     ChangeScope &operator=(const ChangeScope &) = delete;
+};
+
+// For what comes by itself and not by a command: files that have been read, models that were built.
+// It may come while a command waits for a dialog inside its guard, and is no part of the command:
+// it is a step of its own, the one before the command's, and is published when the scope ends. To
+// that end what the command has done so far is taken back meanwhile, so that either step can be
+// undone and repeated as any other.
+class [[nodiscard]] ArrivalScope
+{
+public:
+    ArrivalScope();
+    ~ArrivalScope();
+    ArrivalScope(const ArrivalScope &) = delete;
+    ArrivalScope &operator=(const ArrivalScope &) = delete;
+};
+
+// Runs task at once, or, while guards are refused because changes are being published, as soon as
+// they have been. What has arrived and cannot come again is added by such a task.
+void whenNothingIsPublished(std::function<void()> task);
+
+// Lets such tasks wait for its end, too.
+class [[nodiscard]] ArrivalPause
+{
+public:
+    ArrivalPause() noexcept;
+    ~ArrivalPause();
+    ArrivalPause(const ArrivalPause &) = delete;
+    ArrivalPause &operator=(const ArrivalPause &) = delete;
 };
 
 // Hands in the inverse of a change just made. Only inside a ChangeScope.

@@ -35,7 +35,7 @@ ChangeSession &ChangeSession::get()
 
 void ChangeSession::noteGuard(Publisher::ActionType action, Subscriber *originator) noexcept
 {
-    Publication &publication = m_Publications[action];
+    Publication &publication = m_Step.publications[action];
     if (!publication.isDue)
         publication = {true, originator};
     else if (publication.originator != originator)
@@ -44,76 +44,142 @@ void ChangeSession::noteGuard(Publisher::ActionType action, Subscriber *originat
 
 void ChangeSession::publishAtEnd(Publisher::ActionType action) noexcept
 {
-    m_Publications[action].isDue = true;
+    m_Step.publications[action].isDue = true;
 }
 
 void ChangeSession::forget(const Subscriber *originator) noexcept
 {
-    for (Publication &publication : m_Publications) {
-        if (publication.originator == originator)
-            publication.originator = nullptr;
-    }
+    const auto forgetIn = [originator](Step &step) {
+        for (Publication &publication : step.publications) {
+            if (publication.originator == originator)
+                publication.originator = nullptr;
+        }
+    };
+    forgetIn(m_Step);
+    for (Interrupted &interrupted : m_Interrupted)
+        forgetIn(interrupted.step);
 }
 
 void ChangeSession::record(std::unique_ptr<Edit> inverse)
 {
     if (inverse == nullptr)
         return;
-    if (!m_Step.empty()) {
-        auto *const last = dynamic_cast<ObjectsEdit *>(m_Step.back().get());
+    if (!m_Step.inverses.empty()) {
+        auto *const last = dynamic_cast<ObjectsEdit *>(m_Step.inverses.back().get());
         const auto *const next = dynamic_cast<const ObjectsEdit *>(inverse.get());
         if (last != nullptr && next != nullptr && last->absorb(*next))
             return;
     }
-    m_Step.push_back(std::move(inverse));
+    m_Step.inverses.push_back(std::move(inverse));
 }
 
 void ChangeSession::recordGrowing(std::unique_ptr<GrowingEdit> inverse)
 {
-    m_Growing.push_back(inverse.get());
-    m_Step.push_back(std::move(inverse));
+    m_Step.growing.push_back(inverse.get());
+    m_Step.inverses.push_back(std::move(inverse));
+}
+
+void ChangeSession::closeGrowing() noexcept
+{
+    for (GrowingEdit *edit : std::exchange(m_Step.growing, {}))
+        edit->close();
 }
 
 void ChangeSession::handToRecorder()
 {
-    std::vector<std::unique_ptr<Edit>> step = std::exchange(m_Step, {});
-    if (step.empty())
+    std::vector<std::unique_ptr<Edit>> inverses = std::exchange(m_Step.inverses, {});
+    if (inverses.empty())
         return;
     if (m_Recorder == nullptr) {
-        for (std::unique_ptr<Edit> &edit : step)
-            m_Released.push_back(std::move(edit));
+        for (std::unique_ptr<Edit> &edit : inverses)
+            m_Step.released.push_back(std::move(edit));
         return;
     }
     m_Recorder->begin();
-    for (std::unique_ptr<Edit> &edit : step)
+    for (std::unique_ptr<Edit> &edit : inverses)
         m_Recorder->record(std::move(edit));
     m_Recorder->end();
 }
 
 void ChangeSession::close() noexcept
 {
-    if (m_Depth > 1) {
-        --m_Depth;
+    if (m_Step.depth > 1) {
+        --m_Step.depth;
         return;
     }
-    for (GrowingEdit *edit : std::exchange(m_Growing, {}))
-        edit->close();
-    m_Logged.clear();
+    closeGrowing();
     // Still open: what the recorder drops must outlive the notification.
     runSafely([this] { handToRecorder(); });
-    m_Depth = 0;
-
     // Taken out first: a subscriber may make a step of its own (a selection, say).
-    const std::vector<std::unique_ptr<Edit>> released = std::exchange(m_Released, {});
-    const std::array<Publication, 3> publications = std::exchange(m_Publications, {});
+    publish(std::exchange(m_Step, {}));
+    runWaiting();
+}
 
+// ---- Arrivals
+
+void ChangeSession::interrupt()
+{
+    closeGrowing();
+    m_Interrupted.emplace_back().step = std::exchange(m_Step, {});
+    m_Step.depth = 1;
+    // Without a history there is no order of steps to be kept.
+    if (m_Recorder == nullptr)
+        return;
+    Interrupted &interrupted = m_Interrupted.back();
+    // What comes must not refer to an object that goes when the step is carried on.
+    if (interrupted.step.publications[Publisher::Delete].isDue)
+        endFirstPart(interrupted.step);
+    else
+        takeBack(interrupted);
+}
+
+void ChangeSession::resume() noexcept
+{
+    closeGrowing();
+    runSafely([this] { handToRecorder(); });
+    Interrupted interrupted = std::move(m_Interrupted.back());
+    m_Interrupted.pop_back();
+    const Step arrived = std::exchange(m_Step, std::move(interrupted.step));
+    runSafely([&] { repeat(interrupted.undone); });
+    publish(arrived);
+    runWaiting();
+}
+
+void ChangeSession::endFirstPart(Step &step)
+{
+    std::swap(m_Step.inverses, step.inverses);
+    // What the recorder drops is released with the step, and so after it has been published.
+    std::swap(m_Step.released, step.released);
+    runSafely([this] { handToRecorder(); });
+    std::swap(m_Step.released, step.released);
+}
+
+void ChangeSession::takeBack(Interrupted &interrupted)
+{
+    std::vector<std::unique_ptr<Edit>> &inverses = interrupted.step.inverses;
+    for (; !inverses.empty(); inverses.pop_back())
+        interrupted.undone.push_back(inverses.back()->apply());
+    // Nobody sees the objects in between.
+    m_Step.publications = {};
+}
+
+void ChangeSession::repeat(const std::vector<std::unique_ptr<Edit>> &undone)
+{
+    const std::array<Publication, 3> publications = m_Step.publications;
+    for (auto edit = undone.rbegin(); edit != undone.rend(); ++edit)
+        m_Step.inverses.push_back((*edit)->repeat());
+    m_Step.publications = publications;
+}
+
+void ChangeSession::publish(const Step &ended) noexcept
+{
     // Deletions first, so that nobody updates the display of an object that is gone.
     SubscriberList &subscribers = SubscriberList::get();
     const bool wasPublishing = subscribers.isPublishing();
     subscribers.beginPublishing();
     for (const auto action : {Publisher::Delete, Publisher::Add, Publisher::Update}) {
-        if (publications[action].isDue)
-            subscribers.notify(action, publications[action].originator);
+        if (ended.publications[action].isDue)
+            subscribers.notify(action, ended.publications[action].originator);
     }
     if (!wasPublishing)
         subscribers.endPublishing();
@@ -124,9 +190,33 @@ void ChangeSession::close() noexcept
     });
 }
 
+void ChangeSession::whenNothingIsPublished(std::function<void()> task)
+{
+    m_Waiting.push_back(std::move(task));
+    runWaiting();
+}
+
+void ChangeSession::endPause() noexcept
+{
+    --m_Pauses;
+    runWaiting();
+}
+
+void ChangeSession::runWaiting() noexcept
+{
+    while (m_Pauses == 0 && !m_Waiting.empty() && !SubscriberList::get().isPublishing()) {
+        const std::function<void()> task = std::move(m_Waiting.front());
+        m_Waiting.pop_front();
+        // One after the other, though each makes changes and so comes by here.
+        ++m_Pauses;
+        runSafely(task);
+        --m_Pauses;
+    }
+}
+
 void ChangeSession::writeLogOnce(const std::string &message, LogSeverity severity)
 {
-    if (m_Depth > 0 && !m_Logged.insert(message).second)
+    if (m_Step.depth > 0 && !m_Step.logged.insert(message).second)
         return;
     writeLog(message, severity);
 }

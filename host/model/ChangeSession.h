@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The step under way: how deep guards and operations are nested, the inverses so far, and what is
-// to be published when the outermost one ends.
+// to be published when the outermost one ends. Steps that are interrupted by an arrival wait below
+// it.
 #pragma once
 
 #include "Edit.h"
@@ -8,6 +9,8 @@
 #include "Publisher.h"
 
 #include <array>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -29,10 +32,19 @@ class ChangeSession
 public:
     [[nodiscard]] static ChangeSession &get();
 
-    void open() noexcept { ++m_Depth; }
+    void open() noexcept { ++m_Step.depth; }
     // Ends the step when it is the outermost.
     void close() noexcept;
-    [[nodiscard]] bool isOpen() const noexcept { return m_Depth > 0; }
+    [[nodiscard]] bool isOpen() const noexcept { return m_Step.depth > 0; }
+
+    // Begins a step of its own, in the state before the step under way, and ends it: what that step
+    // had done is done again then, before anybody hears of the new one.
+    void interrupt();
+    void resume() noexcept;
+    // At once, or as soon as nothing is being published.
+    void whenNothingIsPublished(std::function<void()> task);
+    void pauseArrivals() noexcept { ++m_Pauses; }
+    void endPause() noexcept;
 
     // A guard of that type was granted.
     void noteGuard(Publisher::ActionType action, Subscriber *originator) noexcept;
@@ -45,7 +57,7 @@ public:
     [[nodiscard]] bool isRecording() const noexcept { return m_Recorder != nullptr; }
     void record(std::unique_ptr<Edit> inverse);
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
-    void releaseLater(std::unique_ptr<Edit> edit) { m_Released.push_back(std::move(edit)); }
+    void releaseLater(std::unique_ptr<Edit> edit) { m_Step.released.push_back(std::move(edit)); }
 
     void writeLogOnce(const std::string &message, LogSeverity severity);
 
@@ -57,15 +69,36 @@ private:
         Subscriber *originator = nullptr;
     };
 
-    void handToRecorder();
+    struct Step
+    {
+        unsigned depth = 0;
+        std::array<Publication, 3> publications;
+        std::vector<std::unique_ptr<Edit>> inverses;
+        std::vector<GrowingEdit *> growing;
+        std::vector<std::unique_ptr<Edit>> released;
+        std::set<std::string> logged;
+    };
+    struct Interrupted
+    {
+        Step step;
+        // What takes the step's changes up again, from the last to the first.
+        std::vector<std::unique_ptr<Edit>> undone;
+    };
 
-    unsigned m_Depth = 0;
+    void closeGrowing() noexcept;
+    void handToRecorder();
+    // The step becomes two, around what arrives.
+    void endFirstPart(Step &step);
+    void takeBack(Interrupted &interrupted);
+    void repeat(const std::vector<std::unique_ptr<Edit>> &undone);
+    static void publish(const Step &ended) noexcept;
+    void runWaiting() noexcept;
+
     EditRecorder *m_Recorder = nullptr;
-    std::array<Publication, 3> m_Publications;
-    std::vector<std::unique_ptr<Edit>> m_Step;
-    std::vector<GrowingEdit *> m_Growing;
-    std::vector<std::unique_ptr<Edit>> m_Released;
-    std::set<std::string> m_Logged;
+    Step m_Step;
+    std::vector<Interrupted> m_Interrupted;
+    std::deque<std::function<void()>> m_Waiting;
+    unsigned m_Pauses = 0;
 };
 
 } // namespace TAMBO

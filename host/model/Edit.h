@@ -23,6 +23,9 @@ public:
     Edit &operator=(const Edit &) = delete;
 
     [[nodiscard]] virtual std::unique_ptr<Edit> apply() = 0;
+    // Carries the same change out once more, though objects may have arrived since it was taken
+    // back.
+    [[nodiscard]] virtual std::unique_ptr<Edit> repeat() { return apply(); }
     // What it occupies, itself included.
     [[nodiscard]] virtual std::size_t bytes() const = 0;
     // The kind of the edit as the user reads it: "move gap".

@@ -5,6 +5,7 @@
 #include "Revisions.h"
 
 #include <utility>
+#include <vector>
 
 namespace TAMBO {
 
@@ -25,6 +26,23 @@ std::unique_ptr<Edit> NumberEdit::apply()
     auto inverse = std::make_unique<NumberEdit>(m_Peptide);
     m_Peptide.m_Numbers = std::move(m_Numbers);
     growNumberingRevision();
+    return inverse;
+}
+
+std::unique_ptr<Edit> NumberEdit::repeat()
+{
+    const ResidueNumbers standard;
+    const ResidueNumbers &now = m_Peptide.m_Numbers ? *m_Peptide.m_Numbers : standard;
+    const ResidueNumbers &wanted = m_Numbers ? *m_Numbers : standard;
+    std::vector<std::pair<std::size_t, SequenceNumber>> elsewhere;
+    for (std::size_t i = 0; i < m_Peptide.residueCount(); ++i) {
+        const SequenceNumber number = wanted.at(i);
+        if (m_Peptide.resolve(i).peptide != &m_Peptide && !(number == now.at(i)))
+            elsewhere.emplace_back(i, number);
+    }
+    std::unique_ptr<Edit> inverse = apply();
+    for (const auto &[index, number] : elsewhere)
+        m_Peptide.setNumber(index, number);
     return inverse;
 }
 

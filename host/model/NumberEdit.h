@@ -20,6 +20,8 @@ public:
 
     void close() noexcept override;
     std::unique_ptr<Edit> apply() override;
+    // Residues that have been tied to a chain meanwhile get their numbers there.
+    std::unique_ptr<Edit> repeat() override;
     std::size_t bytes() const override;
     const char *kind() const override { return "renumber"; }
     EditPart part() const override { return EditPart::Numbers; }

@@ -248,6 +248,75 @@ TEST_F(LoaderTest, InsideAPublicationNothingCanBeAdded)
     EXPECT_TRUE(topLevelNames().empty());
 }
 
+TEST_F(LoaderTest, AFileThatArrivesWhileACommandWaitsIsAStepOfItsOwn)
+{
+    Peptide &renumbered = sequence("x", "ACD");
+    m_History.clear();
+    struct Listener : Subscriber
+    {
+        void commUpdate() override { }
+        void commAdd() override { ++m_Added; }
+        void commDelete() override { }
+        int m_Added = 0;
+    } listener;
+    {
+        const DataPoint<Peptide> guard(nullptr, &renumbered);
+        renumbered.setNumber(0, SequenceNumber(100));
+        open({write("1abc.pdb", pdbText("AG"))});
+        EXPECT_EQ(listener.m_Added, 1) << "published at once";
+        renumbered.setNumber(1, SequenceNumber(200));
+    }
+    EXPECT_EQ(topLevelNames(), (Texts{"x", "1abc"}));
+    ASSERT_EQ(m_History.size(), 2U);
+    ASSERT_TRUE(m_History.undo());
+    EXPECT_EQ(renumbered.number(0).getValue(), "1");
+    EXPECT_EQ(renumbered.number(1).getValue(), "2");
+    EXPECT_EQ(topLevelNames(), (Texts{"x", "1abc"}));
+    ASSERT_TRUE(m_History.undo());
+    EXPECT_EQ(topLevelNames(), (Texts{"x"}));
+}
+
+// A view may show a dialog while it is told of a change.
+TEST_F(LoaderTest, AFileThatHasBeenReadWhileChangesArePublishedIsNotLost)
+{
+    struct Waiter : Subscriber
+    {
+        Waiter(Loader &loader, std::filesystem::path file)
+            : m_Loader(loader), m_File(std::move(file))
+        { }
+        static auto threads()
+        {
+            return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+        }
+        void commUpdate() override
+        {
+            const auto before = threads();
+            m_Loader.open({m_File});
+            // Until the reading thread is gone, and its last event has come.
+            waitUntil([before] { return threads() <= before; });
+            QCoreApplication::processEvents();
+            m_WasBusy = m_Loader.isBusy();
+            m_Seen = topLevelNames();
+        }
+        void commAdd() override { }
+        void commDelete() override { }
+        Loader &m_Loader;
+        std::filesystem::path m_File;
+        bool m_WasBusy = false;
+        Texts m_Seen;
+    } waiter(m_Loader, write("1abc.pdb", pdbText("AG")).toStdString());
+    {
+        const DataPoint<Space> guard(nullptr, Space::instance());
+    }
+    EXPECT_TRUE(waiter.m_WasBusy);
+    EXPECT_TRUE(waiter.m_Seen.empty());
+    EXPECT_FALSE(m_Loader.isBusy());
+    EXPECT_EQ(topLevelNames(), Texts{"1abc"});
+    ASSERT_EQ(m_Reports.size(), 1U);
+    EXPECT_TRUE(report().failures.empty());
+    EXPECT_EQ(m_History.size(), 1U);
+}
+
 TEST_F(LoaderTest, ACancelledCommandLoadsNothing)
 {
     const QString good = write("good.fasta", ">a\nACD\n");

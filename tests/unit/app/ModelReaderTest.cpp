@@ -11,6 +11,7 @@
 #include "LogBook.h"
 #include "ObjectOperations.h"
 #include "PluginManager.h"
+#include "Subscriber.h"
 #include "UndoCommands.h"
 #include "Workbench.h"
 #include "WritableObject.h"
@@ -19,6 +20,8 @@
 #include <QFile>
 
 #include <gmock/gmock.h>
+
+#include <utility>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -207,6 +210,59 @@ TEST_F(ModelReaderTest, AllOfItIsOneStepOfUndo)
     history().redo();
     EXPECT_EQ(space().objectCount(), objects);
     EXPECT_TRUE(shown.getItem(1, 2)->Position().isDefined());
+}
+
+TEST_F(ModelReaderTest, AModelThatArrivesWhileACommandWaitsIsAStepOfItsOwn)
+{
+    Alignment &shown = family();
+    history().clear();
+    job();
+    Peptide &target = *Peptide::from(shown.GetSeq(1));
+    {
+        const DataPoint<Alignment> guard(nullptr, &shown);
+        target.setNumber(0, SequenceNumber(100));
+        target.setNumber(3, SequenceNumber(300));
+        ASSERT_TRUE(read());
+        EXPECT_TRUE(shown.getItem(1, 2)->Position().isDefined());
+        EXPECT_EQ(target.number(0).getValue(), "100");
+        EXPECT_EQ(target.number(3).getValue(), "300") << "which is the model's now";
+    }
+    ASSERT_EQ(history().size(), 2U);
+    ASSERT_TRUE(history().undo());
+    EXPECT_EQ(target.number(0).getValue(), "1");
+    EXPECT_EQ(target.number(3).getValue(), "4");
+    EXPECT_TRUE(shown.getItem(1, 2)->Position().isDefined()) << "the model stays";
+    ASSERT_TRUE(history().undo());
+    EXPECT_FALSE(shown.getItem(1, 2)->Position().isDefined());
+    ASSERT_TRUE(history().goTo(2));
+    EXPECT_EQ(target.number(3).getValue(), "300");
+}
+
+TEST_F(ModelReaderTest, AModelThatArrivesWhileChangesArePublishedIsReadAfterwards)
+{
+    Alignment &shown = family();
+    history().clear();
+    job();
+    struct Reader : Subscriber
+    {
+        void commUpdate() override
+        {
+            if (std::exchange(m_IsFirst, false)) {
+                EXPECT_TRUE(read());
+                // The next job's files.
+                QFile::remove(path("model.pdb"));
+                QFile::remove(path("seq.ali"));
+            }
+        }
+        void commAdd() override { }
+        void commDelete() override { }
+        bool m_IsFirst = true;
+    } reader;
+    {
+        const DataPoint<Space> guard(nullptr, Space::instance());
+    }
+    EXPECT_TRUE(shown.getItem(1, 2)->Position().isDefined());
+    EXPECT_EQ(history().size(), 1U);
 }
 
 TEST_F(ModelReaderTest, DeletingTheModelLeavesThePlainSequence)

@@ -3,6 +3,7 @@
 #include "unit/history/HistoryFixture.h"
 
 #include "Element.h"
+#include "ResidueTies.h"
 
 #include <map>
 #include <random>
@@ -42,6 +43,8 @@ protected:
 
     void changeSomething();
     void changeAlignment(TAMBO::Alignment &alignment);
+    // What a file or a modelling job brings.
+    void bringSomething();
 
     std::mt19937 random{GetParam()};
     int made = 0;
@@ -131,7 +134,63 @@ void HistoryRandomTest::changeSomething()
     }
 }
 
+void HistoryRandomTest::bringSomething()
+{
+    const std::string name = "arrived" + std::to_string(++made);
+    const std::vector<TAMBO::Peptide *> peptides = sequences();
+    if (below(3) == 0 || peptides.empty()) {
+        peptide(name, letters());
+        return;
+    }
+    TAMBO::Structure &built = structure(name, {{"A", letters()}});
+    TAMBO::Peptide &target = *peptides[below(peptides.size())];
+    if (target.Parent() != &space())
+        return;
+    TAMBO::ResidueTies ties;
+    const std::size_t count = std::min(target.residueCount(), built.chain(0)->residueCount());
+    ties.append({0, std::uint32_t(count), 0, built.chain(0)});
+    target.retie(std::move(ties));
+}
+
 } // namespace
+
+TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
+{
+    std::map<std::size_t, std::string> states{{0, portrait()}};
+    int arrivals = 0;
+    for (int round = 0; round < 200; ++round) {
+        if (below(4) == 0) {
+            const std::size_t position = below(history.size() + 1);
+            ASSERT_TRUE(history.goTo(position));
+            ASSERT_EQ(portrait(), states[position]) << "round " << round;
+            continue;
+        }
+        {
+            const Guard guard(Publisher::Update, space());
+            for (unsigned i = 1 + below(4); i > 0; --i) {
+                changeSomething();
+                if (below(3) != 0)
+                    continue;
+                const std::size_t before = history.position();
+                {
+                    const TAMBO::ArrivalScope arrival;
+                    states[history.position()] = portrait();
+                    bringSomething();
+                    states[history.position() + 1] = portrait();
+                }
+                ASSERT_GT(history.position(), before);
+                ++arrivals;
+            }
+        }
+        states[history.position()] = portrait();
+    }
+    EXPECT_GT(arrivals, 20);
+    ASSERT_TRUE(history.goTo(0));
+    for (std::size_t i = 0; i <= history.size(); ++i) {
+        ASSERT_TRUE(history.goTo(i));
+        ASSERT_EQ(portrait(), states[i]) << "step " << i << ": " << history.undoLabel();
+    }
+}
 
 TEST_P(HistoryRandomTest, EveryStateComesBackWhenUndoAndRedoPassByIt)
 {

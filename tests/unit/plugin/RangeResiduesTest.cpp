@@ -2,6 +2,7 @@
 // New residue numbers and secondary structure for the column range of the header.
 #include "WindowFixture.h"
 
+#include "ChangeScope.h"
 #include "DataMaker.h"
 #include "QCanvasText.h"
 
@@ -82,6 +83,46 @@ using MakingElements = RangeResidues;
 } // namespace
 
 // ---- Renumbering
+
+// A file or a model may come while the command asks.
+TEST_F(Renumbering, UndoKeepsWhatArrivedWhileItAsked)
+{
+    TAMBO::Alignment &shown = alignment({"ACDE", "ACDE"});
+    ZEP::KALMO2 &window = open(shown);
+    mark(window, 0, 4);
+    history.clear();
+    const RecordingSubscriber listener;
+    const auto bringFile = [&](QDialog &dialog) {
+        {
+            const TAMBO::ArrivalScope arrival;
+            const DataPointBase guard(nullptr, Publisher::Add);
+            TAMBO::ObjectSpace::get().add(std::make_unique<TAMBO::Peptide>("file", "GG"));
+        }
+        EXPECT_EQ(listener.calls, std::vector<std::string>{"add"});
+        EXPECT_EQ(numbersOf(shown, 0), (Texts{"100", "101", "102", "103"}));
+        dynamic_cast<QInputDialog &>(dialog).setTextValue("200");
+        dialog.accept();
+    };
+    const std::size_t before = TAMBO::ObjectSpace::get().objectCount();
+    {
+        DialogDriver dialogs;
+        dialogs.expect(answer("100"));
+        dialogs.expect(bringFile);
+        window.RangeReNumber();
+    }
+    const std::size_t after = TAMBO::ObjectSpace::get().objectCount();
+    EXPECT_GT(after, before);
+    EXPECT_EQ(numbersOf(shown, 1), (Texts{"200", "201", "202", "203"}));
+    EXPECT_EQ(history.size(), 2U);
+    ASSERT_TRUE(history.undo());
+    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "2", "3", "4"}));
+    EXPECT_EQ(numbersOf(shown, 1), (Texts{"1", "2", "3", "4"}));
+    EXPECT_EQ(TAMBO::ObjectSpace::get().objectCount(), after);
+    ASSERT_TRUE(history.undo());
+    EXPECT_EQ(TAMBO::ObjectSpace::get().objectCount(), before);
+    ASSERT_TRUE(history.goTo(2));
+    EXPECT_EQ(numbersOf(shown, 1), (Texts{"200", "201", "202", "203"}));
+}
 
 TEST_F(Renumbering, AnEmptyWindowAsksNothing)
 {
