@@ -86,6 +86,7 @@ Workbench::~Workbench()
     ModelHooks &hooks = modelHooks();
     hooks.showMenu = nullptr;
     hooks.refused = nullptr;
+    hooks.denied = nullptr;
     hooks.changed = nullptr;
     services::PrintoutDesk::instance().setFolderOf(nullptr);
 }
@@ -96,6 +97,9 @@ void Workbench::installHooks()
     hooks.showMenu = [this](Compound &object) { m_Commands.popUpMenu({&object}); };
     hooks.refused = [this](const Compound &locked) {
         m_Window->say(tr("%1 is locked").arg(nameText(locked)));
+    };
+    hooks.denied = [this](const std::string &reason) {
+        m_Window->say(QString::fromStdString(reason));
     };
     hooks.changed = [this] { m_Window->objects().scheduleRefresh(); };
 
@@ -229,13 +233,14 @@ void Workbench::openTool(const services::PluginRecord &plugin)
 {
     m_Plugins.open(plugin);
     if (!plugin.isUsable())
-        m_Window->say(plugin.reason);
+        tellFailure(tr("%1 cannot be used.").arg(Plugins::titleOf(plugin)), {plugin.reason});
 }
 
 void Workbench::openInEditor(Compound *alignment)
 {
-    if (auto *shown = dynamic_cast<Alignment *>(alignment))
-        m_Plugins.show(*shown);
+    auto *shown = dynamic_cast<Alignment *>(alignment);
+    if (shown != nullptr && m_Plugins.show(*shown) == nullptr)
+        m_Window->say(tr("No plug-in has a window for %1.").arg(nameText(*shown)));
 }
 
 // ---- Unsaved work, and the end

@@ -81,10 +81,9 @@ AlignmentTable::Rows AlignmentTable::rowsOf(const std::vector<Compound *> &seque
             rows.push_back(std::make_unique<AlignmentRow>(
                 *peptide, OccupancyRow::filled(peptide->residueCount())));
         else if (sequence == nullptr)
-            writeLog("A missing sequence was not added to the alignment.", LogSeverity::Warning);
+            refuse("A missing sequence was not added to the alignment.");
         else
-            writeLog(sequence->GetFQName() + " is no sequence and was not added to the alignment.",
-                     LogSeverity::Warning);
+            refuse(sequence->GetFQName() + " is no sequence and was not added to the alignment.");
     }
     return rows;
 }
@@ -152,7 +151,7 @@ bool AlignmentTable::hasRoomFor(Column columns) const
 {
     const bool hasRoom = columns <= kMostColumns - width();
     if (!hasRoom)
-        writeLog("The alignment " + m_State.name + " would become too wide.", LogSeverity::Warning);
+        refuse("The alignment " + m_State.name + " would become too wide.");
     return hasRoom;
 }
 

@@ -83,12 +83,20 @@ bool mayChange(const Compound &object)
     const Compound *const locked = lockOn(object);
     if (locked == nullptr)
         return true;
-    writeLogOnce("\"" + locked->GetFQName() + "\" is locked and was not changed.",
-                 LogSeverity::Warning);
+    const std::string reason = "\"" + locked->GetFQName() + "\" is locked and was not changed.";
+    writeLogOnce(reason, LogSeverity::Warning);
     // Inside a guard the refusal of a part is no news to the user, who sees what else was done.
-    if (!isChanging() && modelHooks().refused)
+    if (isChanging())
+        ChangeSession::get().noteRefusal(reason);
+    else if (modelHooks().refused)
         modelHooks().refused(*locked);
     return false;
+}
+
+void refuse(const std::string &reason)
+{
+    if (ChangeSession::get().writeLogOnce(reason, LogSeverity::Warning) && modelHooks().denied)
+        modelHooks().denied(reason);
 }
 
 void writeLog(const std::string &message, LogSeverity severity)

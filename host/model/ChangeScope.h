@@ -73,8 +73,12 @@ void releaseLater(std::unique_ptr<Edit> edit);
 [[nodiscard]] const Compound *lockOn(const Compound &object);
 
 // For operations that may be called without a guard: false, with a line in the log, when the object
-// or one above it is locked.
+// or one above it is locked. The user is told unless the step does something else.
 [[nodiscard]] bool mayChange(const Compound &object);
+
+// What was asked for is not done: to the log, at most once until the outermost scope ends, and to
+// the hook for the user.
+void refuse(const std::string &reason);
 
 // To the log hook.
 void writeLog(const std::string &message, LogSeverity severity = LogSeverity::Info);

@@ -90,6 +90,7 @@ void ChangeSession::handToRecorder()
     std::vector<std::unique_ptr<Edit>> inverses = std::exchange(m_Step.inverses, {});
     if (inverses.empty())
         return;
+    m_Step.refusal.clear();
     if (m_Recorder == nullptr) {
         for (std::unique_ptr<Edit> &edit : inverses)
             m_Step.released.push_back(std::move(edit));
@@ -184,14 +185,20 @@ void ChangeSession::publish(const Step &ended) noexcept
     if (!wasPublishing)
         subscribers.endPublishing();
 
-    runSafely([] {
+    runSafely([&ended] {
         if (modelHooks().changed)
             modelHooks().changed();
+        if (!ended.refusal.empty() && modelHooks().denied)
+            modelHooks().denied(ended.refusal);
     });
 }
 
 void ChangeSession::whenNothingIsPublished(std::function<void()> task)
 {
+    if (m_Pauses == 0 && m_Waiting.empty() && !SubscriberList::get().isPublishing()) {
+        runSafely(task);
+        return;
+    }
     m_Waiting.push_back(std::move(task));
     runWaiting();
 }
@@ -214,11 +221,18 @@ void ChangeSession::runWaiting() noexcept
     }
 }
 
-void ChangeSession::writeLogOnce(const std::string &message, LogSeverity severity)
+bool ChangeSession::writeLogOnce(const std::string &message, LogSeverity severity)
 {
     if (m_Step.depth > 0 && !m_Step.logged.insert(message).second)
-        return;
+        return false;
     writeLog(message, severity);
+    return true;
+}
+
+void ChangeSession::noteRefusal(const std::string &reason)
+{
+    if (m_Step.refusal.empty())
+        m_Step.refusal = reason;
 }
 
 void setEditRecorder(EditRecorder *recorder) noexcept

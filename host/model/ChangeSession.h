@@ -59,7 +59,10 @@ public:
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
     void releaseLater(std::unique_ptr<Edit> edit) { m_Step.released.push_back(std::move(edit)); }
 
-    void writeLogOnce(const std::string &message, LogSeverity severity);
+    // False when it is there already.
+    bool writeLogOnce(const std::string &message, LogSeverity severity);
+    // A part of the step was refused: that is news for the user when nothing else is done.
+    void noteRefusal(const std::string &reason);
 
 private:
     struct Publication
@@ -77,6 +80,7 @@ private:
         std::vector<GrowingEdit *> growing;
         std::vector<std::unique_ptr<Edit>> released;
         std::set<std::string> logged;
+        std::string refusal;
     };
     struct Interrupted
     {

@@ -17,11 +17,6 @@ namespace TAMBO {
 
 namespace {
 
-void refuse(const std::string &message)
-{
-    writeLog(message, LogSeverity::Warning);
-}
-
 std::vector<Peptide *> peptidesOf(Compound &object)
 {
     std::vector<Peptide *> peptides;

@@ -9,10 +9,23 @@
 
 namespace {
 
+bool mayBegin() noexcept
+{
+    if (!Publisher::isPublishing())
+        return true;
+    try {
+        if (TAMBO::modelHooks().denied)
+            TAMBO::modelHooks().denied("Nothing can be changed while another change is shown.");
+    } catch (const std::exception &) {
+        return false;
+    }
+    return false;
+}
+
 // Never throws: a guard that cannot tell refuses.
 bool isGranted(const TAMBO::Compound *object) noexcept
 {
-    if (object == nullptr || Publisher::isPublishing())
+    if (object == nullptr || !mayBegin())
         return false;
     try {
         const TAMBO::Compound *const locked = TAMBO::lockOn(*object);
@@ -27,7 +40,7 @@ bool isGranted(const TAMBO::Compound *object) noexcept
 } // namespace
 
 DataPointBase::DataPointBase(Subscriber *originator, Publisher::ActionType action)
-    : m_good(!Publisher::isPublishing()), m_Originator(originator), m_Action(action)
+    : m_good(mayBegin()), m_Originator(originator), m_Action(action)
 {
     if (m_good) {
         TAMBO::ChangeSession::get().open();

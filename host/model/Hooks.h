@@ -20,6 +20,9 @@ struct ModelHooks
     std::function<void(Compound &object)> showMenu;
     // After a guard, or a change without one, was refused because of a lock.
     std::function<void(const Compound &locked)> refused;
+    // After anything else was refused; why, as a sentence that is in the log already or says
+    // enough.
+    std::function<void(const std::string &reason)> denied;
     // After every change, published or not, and after undo and redo: the workbench's own views.
     std::function<void()> changed;
 };

@@ -188,9 +188,8 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
         return;
     }
     if (!number.isValid()) {
-        writeLogOnce("\"" + number.getValue() + "\" is no residue number; " + sequenceName() +
-                         " keeps its numbers.",
-                     LogSeverity::Warning);
+        refuse("\"" + number.getValue() + "\" is no residue number; " + sequenceName() +
+               " keeps its numbers.");
         return;
     }
     if (this->number(index) == number || !mayChange(*this))

@@ -61,9 +61,8 @@ SequenceNumber ResidueGroup::GetSeqId() const
 void ResidueGroup::SetSeqId(const SequenceNumber &number)
 {
     if (!number.isValid()) {
-        writeLogOnce("\"" + number.getValue() + "\" is no residue number; " + GetFQName() +
-                         " keeps its own.",
-                     LogSeverity::Warning);
+        refuse("\"" + number.getValue() + "\" is no residue number; " + GetFQName() +
+               " keeps its own.");
         return;
     }
     if (number == m_Number || !mayChange(*this))

@@ -287,6 +287,20 @@ TEST_F(WorkbenchTest, AContextMenuOfAPluginIsTheWorkbenchsMenu)
     EXPECT_EQ(shown, "ObjectMenu");
 }
 
+TEST_F(WorkbenchTest, TheStatusLineSaysWhyACommandWasRefused)
+{
+    Peptide &one = sequence("one", "ACD");
+    one.setNumber(0, SequenceNumber("first"));
+    EXPECT_EQ(window().statusBar()->currentMessage(),
+              "\"first\" is no residue number; one keeps its numbers.");
+    setObjectLocked(one, true);
+    {
+        const DataPoint<Space> guard(nullptr, Space::instance());
+        one.setNumber(0, SequenceNumber(7));
+    }
+    EXPECT_EQ(window().statusBar()->currentMessage(), "\"one\" is locked and was not changed.");
+}
+
 // ---- Opening
 
 TEST_F(WorkbenchTest, OpenedFilesAreRememberedAndCountAsSaved)

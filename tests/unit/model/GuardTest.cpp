@@ -422,3 +422,70 @@ TEST_F(GuardTest, RecorderThatThrowsDoesNotStopThePublication)
     EXPECT_THAT(log, ElementsAre("A change could not be concluded: no room"));
     TAMBO::setEditRecorder(&recorder);
 }
+
+// ---- What the user is told
+
+namespace {
+
+class RefusalTest : public GuardTest
+{
+protected:
+    RefusalTest()
+    {
+        TAMBO::modelHooks().denied = [this](const std::string &reason) {
+            denied.push_back(reason);
+        };
+    }
+
+    Texts denied;
+};
+
+} // namespace
+
+TEST_F(RefusalTest, GuardWhileAnotherChangeIsPublishedSaysWhy)
+{
+    RecordingSubscriber subscriber;
+    subscriber.reaction = [&] {
+        EXPECT_FALSE(Guard(Publisher::Update, object).m_good);
+        EXPECT_FALSE(Guard(Publisher::Add).m_good);
+    };
+    {
+        const Guard guard(Publisher::Update, object);
+    }
+    const std::string reason = "Nothing can be changed while another change is shown.";
+    EXPECT_THAT(denied, ElementsAre(reason, reason));
+}
+
+TEST_F(RefusalTest, WhatAnOperationRefusesIsSaidOncePerStep)
+{
+    const std::string reason = "\"x\" is no residue number; object keeps its numbers.";
+    {
+        const Guard guard(Publisher::Update, object);
+        object.setNumber(0, TAMBO::SequenceNumber("x"));
+        object.setNumber(1, TAMBO::SequenceNumber("x"));
+        EXPECT_THAT(denied, ElementsAre(reason));
+    }
+    EXPECT_THAT(log, ElementsAre(reason));
+    TAMBO::DataMaker::makeSSE(&object, "unkQ", {}, 'Q');
+    EXPECT_THAT(denied, ElementsAre(reason, "\"Q\" is no type of secondary structure (H, E, T)."));
+}
+
+TEST_F(RefusalTest, LockedPartIsSaidWhenTheCommandDoesNothingElse)
+{
+    TAMBO::Peptide &other = peptide("other", "ACD");
+    ASSERT_TRUE(TAMBO::setObjectLocked(object, true));
+    {
+        const Guard guard(Publisher::Update, space());
+        object.setNumber(0, TAMBO::SequenceNumber(9));
+        object.setNumber(1, TAMBO::SequenceNumber(10));
+        EXPECT_THAT(denied, IsEmpty());
+    }
+    EXPECT_THAT(denied, ElementsAre("\"object\" is locked and was not changed."));
+    denied.clear();
+    {
+        const Guard guard(Publisher::Update, space());
+        object.setNumber(0, TAMBO::SequenceNumber(9));
+        other.setNumber(0, TAMBO::SequenceNumber(9));
+    }
+    EXPECT_THAT(denied, IsEmpty()) << "the user sees what was done";
+}
