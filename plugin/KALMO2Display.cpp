@@ -9,6 +9,7 @@
 #include "QCanvasRectangle.h"
 #include "ResidueLattice.h"
 #include "RowItem.h"
+#include "ShownObjects.h"
 #include "Space.h"
 #include "View.h"
 
@@ -29,6 +30,7 @@ void KALMO2::Populate(TAMBO::Compound *obj)
     m_Data = alignment;
     if (m_Data == nullptr)
         return;
+    ShownObjects::Set(this, m_Data);
     qDebug("Got Alignment %ld by %ld", static_cast<long>(m_Data->height()),
            static_cast<long>(m_Data->width()));
     createItems();
@@ -126,6 +128,7 @@ void KALMO2::Clear()
         canvas->resize(0, 0);
     }
     m_Data = nullptr;
+    ShownObjects::Set(this, nullptr);
     m_Corner->clear();
     m_Corner->setToolTip(QString());
     commUpdate();

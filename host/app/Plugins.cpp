@@ -85,13 +85,20 @@ QWidget *Plugins::show(Alignment &alignment)
             window->close();
             continue;
         }
-        services::SelectObjectAnswers::push({&alignment});
-        QMetaObject::invokeMethod(window, kChooseAlignment);
-        // A window that did not ask must not leave its answer to the next question.
-        services::SelectObjectAnswers::clear();
+        showIn(*window, alignment);
         return window;
     }
     return nullptr;
+}
+
+void Plugins::showIn(QWidget &window, Alignment &alignment)
+{
+    if (!canChooseAlignment(window))
+        return;
+    services::SelectObjectAnswers::push({&alignment});
+    QMetaObject::invokeMethod(&window, kChooseAlignment);
+    // A window that did not ask must not leave its answer to the next question.
+    services::SelectObjectAnswers::clear();
 }
 
 bool Plugins::hasUsable() const

@@ -31,6 +31,8 @@ public:
     QWidget *open(const services::PluginRecord &plugin);
     // In a new window of the first plug-in whose windows can show one. Null when there is none.
     QWidget *show(Alignment &alignment);
+    // In a window of a plug-in that is open already, by its own slot.
+    static void showIn(QWidget &window, Alignment &alignment);
     [[nodiscard]] bool hasUsable() const;
     // Those that are not done even then have a line in the log.
     void shutDown() { m_Loader.shutDown(); }

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "EmptiedWindows.h"
 #include "FailureBoxes.h"
 #include "FirstPlaces.h"
 #include "Hooks.h"
@@ -72,6 +73,7 @@ Workbench::Workbench(Attendance attendance)
     m_Window = std::make_unique<MainWindow>(*this);
     m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
     m_FailureBoxes = std::make_unique<FailureBoxes>(*m_Window);
+    m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
     m_Commands.setDialogParent(m_Window.get());
     if (m_Plugins.hasUsable())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
@@ -101,7 +103,10 @@ void Workbench::installHooks()
     hooks.denied = [this](const std::string &reason) {
         m_Window->say(QString::fromStdString(reason));
     };
-    hooks.changed = [this] { m_Window->objects().scheduleRefresh(); };
+    hooks.changed = [this] {
+        m_Window->objects().scheduleRefresh();
+        m_EmptiedWindows->follow(m_History.isAsTravelled());
+    };
 
     auto &desk = services::PrintoutDesk::instance();
     desk.setFolderOf([this](const Compound &object) {

@@ -20,6 +20,7 @@
 
 namespace TAMBO::app {
 
+class EmptiedWindows;
 class FailureBoxes;
 class FirstPlaces;
 class LogModel;
@@ -114,6 +115,7 @@ private:
     std::unique_ptr<MainWindow> m_Window;
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
     std::unique_ptr<FailureBoxes> m_FailureBoxes;
+    std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
 };
 
 } // namespace TAMBO::app

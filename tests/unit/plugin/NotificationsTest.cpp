@@ -7,6 +7,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "QCanvasText.h"
+#include "ShownObjects.h"
 #include "Space.h"
 
 namespace {
@@ -43,6 +44,22 @@ TEST_F(Notifications, AnUpdateWithoutAChangeOfShapeRebuildsNothing)
     publishUpdate(shown);
     EXPECT_EQ(messages.messages(), QStringList());
     EXPECT_EQ(cellsOf(window), 3);
+}
+
+TEST_F(Notifications, TheWindowSaysWhatItShows)
+{
+    TAMBO::Alignment &shown = alignment({"ACD"});
+    TAMBO::Alignment &other = alignment({"ACD"});
+    ZEP::KALMO2 &window = open(shown);
+    EXPECT_EQ(ShownObjects::Of(&window), &shown);
+    const MessageRecorder quiet;
+    window.Populate(&other);
+    EXPECT_EQ(ShownObjects::Of(&window), &other);
+    window.Clear();
+    EXPECT_EQ(ShownObjects::Of(&window), nullptr);
+    window.Populate(&shown);
+    destroy(shown);
+    EXPECT_EQ(ShownObjects::Of(&window), nullptr);
 }
 
 TEST_F(Notifications, ANewNameShowsInTheCorner)
