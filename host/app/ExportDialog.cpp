@@ -7,9 +7,11 @@
 #include "Logger.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
+#include "ObjectSaver.h"
 #include "WritableObject.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -125,6 +127,10 @@ void ExportDialog::makeControls()
     m_Losses->setFocusPolicy(Qt::NoFocus);
     m_Losses->setAlternatingRowColors(true);
 
+    m_Counts = new QCheckBox(tr("&Count it as saved although this is lost"));
+    m_Counts->setObjectName(QStringLiteral("CountsAsSaved"));
+    m_Counts->hide();
+
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     m_Write = buttons->addButton(tr("&Export…"), QDialogButtonBox::AcceptRole);
     m_Write->setObjectName(QStringLiteral("Write"));
@@ -140,6 +146,7 @@ void ExportDialog::makeControls()
     layout->addLayout(form);
     layout->addWidget(m_LossesLabel);
     layout->addWidget(m_Losses, 1);
+    layout->addWidget(m_Counts);
     layout->addWidget(buttons);
     // Of this dialog, which it knows from here on.
     m_Write->setDefault(true);
@@ -216,6 +223,8 @@ void ExportDialog::followOptions()
 {
     const QStyle *const pictures = style();
     m_Losses->clear();
+    m_OwnLosses.clear();
+    m_Counts->hide();
     std::optional<QString> obstacle = m_Object == nullptr
                                           ? std::optional(tr("It is not loaded any more."))
                                           : m_Object->obstacle(options());
@@ -232,6 +241,50 @@ void ExportDialog::followOptions()
     for (const QString &loss : losses)
         m_Losses->addItem(
             new QListWidgetItem(pictures->standardIcon(QStyle::SP_MessageBoxInformation), loss));
+    followLosses();
+}
+
+// Beside the losses: what the user has to say to them.
+void ExportDialog::followLosses()
+{
+    m_OwnLosses = m_Object->ownLosses(options());
+    const Compound *const chosen = object();
+    if (m_Saver != nullptr && chosen != nullptr) {
+        const QIcon icon = style()->standardIcon(QStyle::SP_MessageBoxInformation);
+        for (const QString &sentence : m_Saver->strangeNumbers(*chosen, options()))
+            m_Losses->addItem(new QListWidgetItem(icon, sentence));
+        m_Counts->setVisible(!m_IsSaving && !m_OwnLosses.isEmpty() && m_Saver->isUnsaved(*chosen));
+    }
+    if (m_IsSaving)
+        m_Write->setText(m_OwnLosses.isEmpty() ? tr("&Save…") : tr("&Save with Losses…"));
+}
+
+Compound *ExportDialog::object() const
+{
+    const std::vector<Compound *> &objects =
+        m_References[std::size_t(m_Objects->currentIndex())]->objects();
+    return objects.empty() ? nullptr : objects.front();
+}
+
+bool ExportDialog::countsAsSaved() const
+{
+    return m_OwnLosses.isEmpty() || m_IsSaving ||
+           (m_Counts->isVisibleTo(this) && m_Counts->isChecked());
+}
+
+void ExportDialog::setSaver(const ObjectSaver &saver)
+{
+    m_Saver = &saver;
+    followOptions();
+}
+
+void ExportDialog::saveInstead(const QString &folder, WriteFormat format)
+{
+    m_IsSaving = true;
+    m_Folder = folder;
+    setWindowTitle(tr("Save %1").arg(m_Objects->currentData().toString()));
+    m_Format->setCurrentIndex(std::max(0, m_Format->findData(int(format))));
+    followFormat();
 }
 
 QString ExportDialog::askFile()
@@ -242,7 +295,8 @@ QString ExportDialog::askFile()
             .value_or(store.value(kSection, kOpenKey).value_or(std::string()));
     const WriteFormat format = options().format;
     const QString compressed = filterOf(format, QStringLiteral(".gz"));
-    QFileDialog dialog(this, tr("Export"), QString::fromStdString(directory));
+    QFileDialog dialog(this, m_IsSaving ? tr("Save") : tr("Export"),
+                       m_Folder.isEmpty() ? QString::fromStdString(directory) : m_Folder);
     dialog.setObjectName(QStringLiteral("ExportFileDialog"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilters({filterOf(format), compressed});
@@ -255,8 +309,10 @@ QString ExportDialog::askFile()
     dialog.selectFile(QString::fromStdString(name) + u'.' + endingOf(format));
     if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty())
         return {};
-    store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());
-    store.save();
+    if (!m_IsSaving) {
+        store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());
+        store.save();
+    }
     return dialog.selectedFiles().front();
 }
 
@@ -276,7 +332,8 @@ void ExportDialog::write()
         box.exec();
         return;
     }
-    Logger::Write(tr("Exported %1 to %2").arg(m_Objects->currentData().toString(), file));
+    Logger::Write((m_IsSaving ? tr("Saved %1 to %2") : tr("Exported %1 to %2"))
+                      .arg(m_Objects->currentData().toString(), file));
     m_File = file;
     accept();
 }

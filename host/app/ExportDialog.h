@@ -5,10 +5,12 @@
 #include "WriteFormat.h"
 
 #include <QDialog>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QListWidget;
@@ -22,6 +24,7 @@ class Compound;
 namespace TAMBO::app {
 
 class ObjectReferences;
+class ObjectSaver;
 class WritableObject;
 
 class ExportDialog : public QDialog
@@ -33,10 +36,22 @@ public:
     ExportDialog(const std::vector<Compound *> &objects, const Compound *chosen, QWidget *parent);
     ~ExportDialog() override;
 
+    // For an object that is to be saved: suggests the folder (unless empty) and the format (if the
+    // object can be written in it), and losses are accepted by going on.
+    void saveInstead(const QString &folder, WriteFormat format);
+    // Offers to count an unsaved object as saved although something is lost. The saver outlives the
+    // dialog.
+    void setSaver(const ObjectSaver &saver);
+
     // As it stands in the dialog.
     [[nodiscard]] WriteOptions options() const;
     // The file that was written.
     [[nodiscard]] const QString &file() const noexcept { return m_File; }
+    // What the file lacks of the object.
+    [[nodiscard]] const QStringList &losses() const noexcept { return m_OwnLosses; }
+    [[nodiscard]] bool countsAsSaved() const;
+    // What was chosen; null when it has gone.
+    [[nodiscard]] Compound *object() const;
 
 private:
     void makeControls();
@@ -46,6 +61,7 @@ private:
     // Shows the options that the format has, and its losses.
     void followFormat();
     void followOptions();
+    void followLosses();
     // Asks for the file's name and writes it. The dialog stays when there is none.
     void write();
     [[nodiscard]] QString askFile();
@@ -54,7 +70,12 @@ private:
     std::vector<std::unique_ptr<ObjectReferences>> m_References;
     // What is chosen, as it was then; null when it had gone.
     std::unique_ptr<WritableObject> m_Object;
+    QStringList m_OwnLosses;
     QString m_File;
+    // Of the file dialog, unless empty.
+    QString m_Folder;
+    bool m_IsSaving = false;
+    const ObjectSaver *m_Saver = nullptr;
 
     QComboBox *m_Objects = nullptr;
     QComboBox *m_Format = nullptr;
@@ -66,6 +87,7 @@ private:
     QComboBox *m_Layout = nullptr;
     QLabel *m_LossesLabel = nullptr;
     QListWidget *m_Losses = nullptr;
+    QCheckBox *m_Counts = nullptr;
     QPushButton *m_Write = nullptr;
 };
 

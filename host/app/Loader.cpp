@@ -214,6 +214,9 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
         if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);
+            report.origins.push_back(
+                {file.file, file.contents.format,
+                 file.contents.alignments.size() == 1 && file.contents.structures.empty()});
             Logger::Write(
                 tr("%1: alignment %2, %3").arg(name, nameText(*alignment), sizeText(*alignment)));
         } else {

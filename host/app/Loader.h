@@ -33,6 +33,16 @@ struct LoadReport
     std::vector<FileFailure> failures;
     std::vector<Structure *> structures;
     std::vector<Alignment *> alignments;
+    // Where each of the alignments was read from.
+    struct Origin
+    {
+        std::filesystem::path file;
+        // As readers call it.
+        std::string format;
+        // Nothing else is in the file.
+        bool isWhole = false;
+    };
+    std::vector<Origin> origins;
     bool isCancelled = false;
 };
 

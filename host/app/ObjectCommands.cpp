@@ -10,6 +10,7 @@
 #include "ObjectFacts.h"
 #include "ObjectOperations.h"
 #include "ObjectReferences.h"
+#include "ObjectSaver.h"
 #include "ObjectSources.h"
 #include "PropertiesDialog.h"
 #include "Space.h"
@@ -207,7 +208,16 @@ QString ObjectCommands::askExport(const Objects &picked) const
     for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
         chosen = writableAt(picked[i]);
     ExportDialog dialog(objects, chosen, m_DialogParent);
+    if (m_Saver != nullptr)
+        dialog.setSaver(*m_Saver);
     dialog.exec();
+    const Compound *const written = dialog.file().isEmpty() ? nullptr : dialog.object();
+    // Of what was saved already a copy has been written.
+    if (m_Saver != nullptr && written != nullptr && dialog.countsAsSaved() &&
+        m_Saver->isUnsaved(*written)) {
+        m_Saver->accept(*written, dialog.losses());
+        m_Saver->noteSaved(*written, {dialog.file(), dialog.options()});
+    }
     return dialog.file();
 }
 

@@ -19,6 +19,7 @@ class Compound;
 
 namespace TAMBO::app {
 
+class ObjectSaver;
 class ObjectSources;
 
 class ObjectCommands
@@ -38,6 +39,9 @@ public:
     {
         m_Editor = std::move(editor);
     }
+
+    // Learns what an export has saved; outlives the commands.
+    void setSaver(ObjectSaver &saver) { m_Saver = &saver; }
 
     // Objects that are locked stay as they are, and the refusal is reported as of any guard.
     static void select(const Objects &objects, bool selected);
@@ -74,6 +78,7 @@ private:
 
     const ObjectSources &m_Sources;
     QWidget *m_DialogParent = nullptr;
+    ObjectSaver *m_Saver = nullptr;
     std::function<void(Alignment &alignment)> m_Editor;
 };
 

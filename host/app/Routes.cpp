@@ -4,7 +4,6 @@
 #include "Alignment.h"
 #include "ChangeScope.h"
 #include "Config.h"
-#include "History.h"
 #include "Logger.h"
 #include "ModelReader.h"
 #include "ObjectFacts.h"
@@ -56,7 +55,7 @@ QString fromLatin1Path(const char *path)
 
 } // namespace
 
-Routes::Routes(Workbench &workbench, History &history) : m_Workbench(workbench), m_History(history)
+Routes::Routes(Workbench &workbench) : m_Workbench(workbench)
 {
     PluginRoutes &routes = PluginRoutes::instance();
     routes.registerExecute("Data", "OpenFile", "open",
@@ -144,16 +143,16 @@ bool Routes::savePir(const PluginCall &call)
             QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {*error});
         return false;
     }
-    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
-    if (!isTemporary(request->path))
-        m_History.markSaved(*request->alignment);
     Logger::Write(
         QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
-    // Nobody is asked here, so that this is where it shows.
-    if (const QStringList losses = object.losses(pir); !losses.isEmpty())
+    const QStringList losses = object.losses(pir);
+    if (!losses.isEmpty())
         Logger::Write(QFileInfo(request->path).fileName() + QStringLiteral(": ") +
                           losses.join(u' '),
                       Logger::Severity::Warning);
+    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
+    if (!isTemporary(request->path))
+        m_Workbench.noteWritten(*request->alignment, {request->path, pir}, losses);
     return true;
 }
 

@@ -2,10 +2,6 @@
 // The commands that the workbench itself answers for plug-ins.
 #pragma once
 
-namespace TAMBO {
-class History;
-}
-
 namespace TAMBO::services {
 struct PluginCall;
 }
@@ -18,7 +14,7 @@ class Workbench;
 class Routes
 {
 public:
-    Routes(Workbench &workbench, History &history);
+    explicit Routes(Workbench &workbench);
     ~Routes();
     Routes(const Routes &) = delete;
     Routes &operator=(const Routes &) = delete;
@@ -30,7 +26,6 @@ private:
     bool savePir(const services::PluginCall &call);
 
     Workbench &m_Workbench;
-    History &m_History;
 };
 
 } // namespace TAMBO::app

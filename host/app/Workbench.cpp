@@ -11,8 +11,11 @@
 #include "JobList.h"
 #include "LogBook.h"
 #include "LogModel.h"
+#include "Logger.h"
+#include "LossBox.h"
 #include "MainWindow.h"
 #include "ObjectFacts.h"
+#include "ObjectReferences.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
@@ -29,8 +32,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include <algorithm>
 #include <chrono>
@@ -42,7 +43,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kSaveMilliseconds = 2000;
-constexpr QLatin1String kUnsavedQuestion("UnsavedQuestion");
+// Until it is looked again whether a dialog has gone.
+constexpr std::chrono::milliseconds kPause(20);
 
 fs::path toPath(const QString &file)
 {
@@ -54,10 +56,20 @@ QString toText(const fs::path &file)
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
 }
 
+// In which a file is written again. Its ending tells apart what readers do not.
+std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
+{
+    const std::optional<WriteOptions> byEnding = writeOptionsFor(origin.file);
+    const bool isA2m = byEnding && byEnding->format == WriteFormat::A2m && origin.format == "a3m";
+    return isA2m ? byEnding : writeOptionsNamed(origin.format);
+}
+
 } // namespace
 
 Workbench::Workbench(Attendance attendance)
     : m_Attendance(attendance),
+      m_Saver(m_History, m_Sources),
+      m_Question(m_Saver, services::JobList::instance()),
       m_Loader(m_Sources),
       m_Commands(m_Sources),
       m_Undo(std::make_unique<UndoCommands>(m_History)),
@@ -75,9 +87,13 @@ Workbench::Workbench(Attendance attendance)
     m_FailureBoxes = std::make_unique<FailureBoxes>(*m_Window);
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
     m_Commands.setDialogParent(m_Window.get());
+    m_Commands.setSaver(m_Saver);
+    // Not at once: whoever ends a job is in the middle of it.
+    connect(&services::JobList::instance(), &services::JobList::changed, this,
+            &Workbench::quitAfterJobs, Qt::QueuedConnection);
     if (m_Plugins.hasUsable())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
-    m_Routes = std::make_unique<Routes>(*this, m_History);
+    m_Routes = std::make_unique<Routes>(*this);
     connect(&services::JobList::instance(), &services::JobList::failed, this,
             &Workbench::tellFailure);
     installHooks();
@@ -150,8 +166,14 @@ void Workbench::filesOpened(const LoadReport &report)
     // What has just been read is as it is on the disk.
     for (const Structure *structure : report.structures)
         m_History.markSaved(*structure);
-    for (const Alignment *alignment : report.alignments)
-        m_History.markSaved(*alignment);
+    for (std::size_t i = 0; i < report.alignments.size(); ++i) {
+        const LoadReport::Origin &origin = report.origins[i];
+        if (const std::optional<WriteOptions> options = optionsOf(origin))
+            m_Saver.noteOpened(*report.alignments[i],
+                               {toText(origin.file), *options, origin.isWhole});
+        else
+            m_History.markSaved(*report.alignments[i]);
+    }
     rememberFiles(report);
     tellFailures(report);
     emit opened(report);
@@ -192,13 +214,23 @@ void Workbench::tellFailure(const QString &headline, const QStringList &causes)
 
 void Workbench::closeObjects(const std::vector<Compound *> &objects)
 {
-    QStringList unsaved;
-    for (const Compound *object : objects) {
-        if (dynamic_cast<const Alignment *>(object) != nullptr && m_History.isModified(*object))
-            unsaved << nameText(*object);
-    }
-    if (unsaved.isEmpty() || askAboutUnsaved(unsaved, tr("Close")))
-        ObjectCommands::destroy(objects);
+    const ObjectReferences references(objects);
+    if (m_Attendance == Attendance::Nobody || m_Question.mayClose(objects, m_Window.get()))
+        ObjectCommands::destroy(references.objects());
+}
+
+void Workbench::noteWritten(Compound &object, const ObjectSaver::Place &place,
+                            const QStringList &losses)
+{
+    m_Saver.noteWritten(object, place, losses);
+    const QStringList numbers = m_Saver.strangeNumbers(object, place.options);
+    for (const QString &sentence : numbers)
+        Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
+                      Logger::Severity::Warning);
+    const bool isNews = !losses.isEmpty() && !m_Saver.isAccepted(object, losses);
+    if (m_Attendance == Attendance::User && (isNews || !numbers.isEmpty()))
+        LossBox::showOver(m_FailureBoxes->windowInUse(), m_Saver, object, place.file,
+                          isNews ? losses : QStringList(), numbers);
 }
 
 // ---- Tools
@@ -250,38 +282,29 @@ void Workbench::openInEditor(Compound *alignment)
 
 // ---- Unsaved work, and the end
 
-QStringList Workbench::unsavedNames() const
-{
-    QStringList names;
-    for (const UnsavedObject &unsaved : m_History.unsavedObjects()) {
-        if (dynamic_cast<const Alignment *>(unsaved.object) != nullptr)
-            names << nameText(*unsaved.object);
-    }
-    return names;
-}
-
-bool Workbench::askAboutUnsaved(const QStringList &names, const QString &action)
-{
-    if (m_Attendance == Attendance::Nobody)
-        return true;
-    QMessageBox box(QMessageBox::Warning, tr("Tambo"),
-                    tr("These alignments have changes that are not saved: %1.  %2 anyway?")
-                        .arg(names.join(QStringLiteral(", ")), action),
-                    QMessageBox::Cancel, m_Window.get());
-    box.setObjectName(kUnsavedQuestion);
-    box.setTextFormat(Qt::PlainText);
-    const QPushButton *goOn =
-        box.addButton(tr("%1 Anyway").arg(u'&' + action), QMessageBox::DestructiveRole);
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.setEscapeButton(QMessageBox::Cancel);
-    box.exec();
-    return box.clickedButton() == goOn;
-}
-
 bool Workbench::mayQuit()
 {
-    const QStringList names = unsavedNames();
-    return m_IsEnding || names.isEmpty() || askAboutUnsaved(names, tr("Quit"));
+    m_WaitsForJobs = false;
+    if (m_IsEnding || m_Attendance == Attendance::Nobody)
+        return true;
+    const UnsavedQuestion::Outcome outcome = m_Question.beforeQuitting(m_Window.get());
+    if (outcome == UnsavedQuestion::Outcome::Wait) {
+        m_WaitsForJobs = true;
+        m_Window->say(tr("Tambo quits when nothing runs any more."));
+    }
+    return outcome == UnsavedQuestion::Outcome::GoOn;
+}
+
+// The end of a job is told in a box, and what it has made may be work to save.
+void Workbench::quitAfterJobs()
+{
+    if (!m_WaitsForJobs || !services::JobList::instance().jobs().empty())
+        return;
+    if (QApplication::activeModalWidget() != nullptr ||
+        QApplication::activePopupWidget() != nullptr)
+        QTimer::singleShot(kPause, this, &Workbench::quitAfterJobs);
+    else
+        quit();
 }
 
 void Workbench::leave()
@@ -299,9 +322,7 @@ void Workbench::quit()
 
 void Workbench::endOnRequest()
 {
-    const QWidget *dialog = QApplication::activeModalWidget();
-    const bool isAsked = dialog != nullptr && dialog->objectName() == kUnsavedQuestion;
-    if (m_IsEnding || isAsked || !mayQuit())
+    if (m_IsEnding || m_Question.isOpen() || !mayQuit())
         return;
     m_IsEnding = true;
     closeDialogsAndQuit();
@@ -311,14 +332,13 @@ void Workbench::endOnRequest()
 // go before that has come to its end.
 void Workbench::closeDialogsAndQuit()
 {
-    constexpr std::chrono::milliseconds pause(20);
     QWidget *dialog = QApplication::activePopupWidget();
     if (dialog == nullptr)
         dialog = QApplication::activeModalWidget();
     if (dialog == nullptr)
         return quit();
     dialog->close();
-    QTimer::singleShot(pause, this, &Workbench::closeDialogsAndQuit);
+    QTimer::singleShot(kPause, this, &Workbench::closeDialogsAndQuit);
 }
 
 } // namespace TAMBO::app

@@ -6,8 +6,10 @@
 #include "History.h"
 #include "Loader.h"
 #include "ObjectCommands.h"
+#include "ObjectSaver.h"
 #include "ObjectSources.h"
 #include "Plugins.h"
+#include "UnsavedQuestion.h"
 
 #include <QObject>
 #include <QPointer>
@@ -59,6 +61,9 @@ public:
     bool askAndOpen(QWidget *parent);
     // Takes top-level objects out; asks when that touches unsaved work.
     void closeObjects(const std::vector<Compound *> &objects);
+    // A file was written for a plug-in. The user is told what it lacks of the object, and whether
+    // the object counts as saved in spite of it is the user's choice.
+    void noteWritten(Compound &object, const ObjectSaver::Place &place, const QStringList &losses);
 
     // The columns of its range, with the aligner of the settings.
     bool realign(Alignment &alignment);
@@ -76,7 +81,7 @@ public:
     // Those of one command, in one box.
     void tellFailures(const LoadReport &report);
 
-    // Asks when there is unsaved work.
+    // Asks when there is unsaved work, or a job is running.
     [[nodiscard]] bool mayQuit();
     // Closes the tools' windows and ends the event loop.
     void leave();
@@ -95,15 +100,17 @@ private:
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void rememberFiles(const LoadReport &report);
-    // Names of the alignments that would be lost.
-    [[nodiscard]] QStringList unsavedNames() const;
     void closeDialogsAndQuit();
-    [[nodiscard]] bool askAboutUnsaved(const QStringList &names, const QString &action);
+    void quitAfterJobs();
 
     Attendance m_Attendance;
     bool m_IsEnding = false;
+    // The user wants to quit when no job runs any more.
+    bool m_WaitsForJobs = false;
     History m_History;
     ObjectSources m_Sources;
+    ObjectSaver m_Saver;
+    UnsavedQuestion m_Question;
     Loader m_Loader;
     ObjectCommands m_Commands;
     Plugins m_Plugins;

@@ -5,6 +5,7 @@
 #include "Config.h"
 #include "FileWriter.h"
 #include "Logger.h"
+#include "Peptide.h"
 #include "RecordMaker.h"
 #include "Structure.h"
 #include "StructureRecordMaker.h"
@@ -17,10 +18,37 @@ namespace TAMBO::app {
 
 namespace {
 
+AlignmentRecord recordOfSequence(const Peptide &sequence)
+{
+    AlignmentRecord record;
+    record.name = sequence.Name();
+    RowRecord &row = record.rows.emplace_back();
+    row.name = sequence.Name();
+    row.sequence.append(std::string(sequence.letters()));
+    row.hasOwnNumbers = sequence.hasOwnNumbers();
+    // A sequence without a structure has nothing else below it.
+    row.hasElements = sequence.objectCount() > 0;
+    return record;
+}
+
+// What is said of every structure is lost by its being opened, not by its being written.
+std::vector<std::string> lossesOfAny(const WriteOptions &options)
+{
+    StructureRecord plain;
+    ResidueRecord &residue = plain.chains.emplace_back().residues.emplace_back();
+    residue.typeName = "ALA";
+    residue.letter = 'A';
+    residue.number = SequenceNumber(1);
+    residue.atoms.push_back({"CA", "C", Vertex(0, 0, 0)});
+    return lossesOf(plain, options);
+}
+
 std::variant<AlignmentRecord, StructureRecord> recordOf(const Compound &object)
 {
     if (const auto *const structure = dynamic_cast<const Structure *>(&object))
         return makeRecord(*structure);
+    if (const auto *const sequence = dynamic_cast<const Peptide *>(&object))
+        return recordOfSequence(*sequence);
     return makeRecord(dynamic_cast<const Alignment &>(object));
 }
 
@@ -81,6 +109,16 @@ QStringList WritableObject::lostLooks() const
 {
     return sentencesOf(
         std::visit([](const auto &record) { return looksLostOf(record); }, m_Record));
+}
+
+QStringList WritableObject::ownLosses(const WriteOptions &options) const
+{
+    QStringList sentences = losses(options);
+    if (std::holds_alternative<StructureRecord>(m_Record)) {
+        for (const std::string &sentence : lossesOfAny(options))
+            sentences.removeOne(QString::fromStdString(sentence));
+    }
+    return sentences;
 }
 
 std::optional<QString> WritableObject::write(const QString &path, const WriteOptions &options) const

@@ -21,7 +21,7 @@ namespace TAMBO::app {
 class WritableObject
 {
 public:
-    // An alignment or a structure.
+    // An alignment or a structure, or a sequence, which is written as an alignment of one row.
     explicit WritableObject(const Compound &object);
     [[nodiscard]] static bool isWritable(const Compound &object);
 
@@ -31,6 +31,8 @@ public:
     [[nodiscard]] std::optional<QString> obstacle(const WriteOptions &options) const;
     // What the format loses or changes, one sentence each.
     [[nodiscard]] QStringList losses(const WriteOptions &options) const;
+    // Of these, what is lost of the object as it is loaded. What never was in it does not count.
+    [[nodiscard]] QStringList ownLosses(const WriteOptions &options) const;
     // What no file holds of how the object is shown.
     [[nodiscard]] QStringList lostLooks() const;
     // The old file is replaced only by a complete new one that reads back the same. Nothing, or one

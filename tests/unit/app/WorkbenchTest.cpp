@@ -20,6 +20,7 @@
 #include "TestTexts.h"
 #include "UndoActions.h"
 #include "UndoCommands.h"
+#include "UnsavedDialog.h"
 #include "support/LogLines.h"
 #include "support/WaitUntil.h"
 
@@ -41,6 +42,7 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <functional>
 
@@ -50,6 +52,7 @@ using namespace TAMBO;
 using app::LoadReport;
 using app::MainWindow;
 using app::ObjectCommands;
+using app::UnsavedDialog;
 using app::Workbench;
 using Outcome = PluginManager::Outcome;
 using Texts = std::vector<std::string>;
@@ -133,21 +136,20 @@ protected:
     // Answers the next question about unsaved work and keeps its text.
     void answerUnsaved(bool goOn)
     {
-        answering<QMessageBox>([this, goOn](QMessageBox &box) {
-            m_Question = box.text();
-            for (QAbstractButton *button : box.buttons()) {
-                const bool isCancel = box.buttonRole(button) == QMessageBox::RejectRole;
-                if (isCancel != goOn) {
-                    button->click();
-                    return;
-                }
-            }
+        answering<UnsavedDialog>([this, goOn](UnsavedDialog &dialog) {
+            m_Question = dialog.findChild<QLabel *>("Headline")->text();
+            m_Listed.clear();
+            const auto *things = dialog.findChild<QTreeWidget *>("Things");
+            for (int i = 0; i < things->topLevelItemCount(); ++i)
+                m_Listed << things->topLevelItem(i)->text(0);
+            dialog.findChild<QPushButton *>(goOn ? "Discard" : "Stay")->click();
         });
     }
 
     std::unique_ptr<Workbench> m_Workbench;
     std::vector<LoadReport> m_Reports;
     QString m_Question;
+    QStringList m_Listed;
 };
 
 // ---- The window
@@ -376,6 +378,7 @@ TEST_F(WorkbenchTest, CloseTakesThePickedTopLevelObjectsOut)
 {
     show();
     Structure &structure = this->structure("1abc", "A", "ACD");
+    history().markSaved(structure);
     m_Workbench->closeObjects({&structure});
     EXPECT_TRUE(topLevelNames().empty());
     history().undo();
@@ -387,7 +390,8 @@ TEST_F(WorkbenchTest, ClosingUnsavedWorkAsksFirst)
     Alignment &family = openEdited();
     answerUnsaved(false);
     m_Workbench->closeObjects({&family});
-    EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Close anyway?");
+    EXPECT_EQ(m_Question, "Save changes before closing?");
+    EXPECT_EQ(m_Listed, QStringList("x"));
     EXPECT_EQ(topLevelNames(), (Texts{"a", "b", "x"}));
     answerUnsaved(true);
     m_Workbench->closeObjects({&family});
@@ -401,9 +405,8 @@ TEST_F(WorkbenchTest, QuittingWithUnsavedWorkNamesItAndCanBeCancelled)
     alignment("new", {"AC"});
     answerUnsaved(false);
     m_Workbench->quit();
-    EXPECT_TRUE(m_Question.startsWith("These alignments have changes that are not saved: "));
-    EXPECT_TRUE(m_Question.contains("x") && m_Question.contains("new"));
-    EXPECT_TRUE(m_Question.endsWith(".  Quit anyway?")) << m_Question.toStdString();
+    EXPECT_EQ(m_Question, "Save changes before quitting?");
+    EXPECT_EQ(m_Listed, (QStringList{"x", "new"}));
     EXPECT_TRUE(window().isVisible());
     answerUnsaved(true);
     m_Workbench->quit();
@@ -416,7 +419,8 @@ TEST_F(WorkbenchTest, ARequestToEndAsksAboutUnsavedWork)
     openEdited();
     answerUnsaved(false);
     m_Workbench->endOnRequest();
-    EXPECT_EQ(m_Question, "These alignments have changes that are not saved: x.  Quit anyway?");
+    EXPECT_EQ(m_Question, "Save changes before quitting?");
+    EXPECT_EQ(m_Listed, QStringList("x"));
     EXPECT_TRUE(window().isVisible());
     answerUnsaved(true);
     m_Workbench->endOnRequest();
@@ -454,10 +458,10 @@ TEST_F(WorkbenchTest, ASecondRequestToEndDoesNotAskTwice)
     show();
     openEdited();
     int questions = 0;
-    answering<QMessageBox>([&](QMessageBox &box) {
+    answering<UnsavedDialog>([&](UnsavedDialog &dialog) {
         m_Workbench->endOnRequest();
-        questions = int(window().findChildren<QMessageBox *>().size());
-        box.reject();
+        questions = int(window().findChildren<UnsavedDialog *>().size());
+        dialog.reject();
     });
     m_Workbench->endOnRequest();
     EXPECT_EQ(questions, 1);
