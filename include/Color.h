@@ -15,10 +15,16 @@ public:
         : m_Value(argb <= kRgb ? argb : argb ^ ~kRgb)
     { }
     explicit Color(const QColor &color);
+    // As argb() gives it: 0x00RRGGBB is wholly transparent.
+    [[nodiscard]] static constexpr Color fromArgb(unsigned int argb) noexcept
+    {
+        Color color;
+        color.m_Value = argb ^ ~kRgb;
+        return color;
+    }
 
     [[nodiscard]] QColor toQColor() const;
     [[nodiscard]] constexpr unsigned int rgb() const noexcept { return m_Value & kRgb; }
-    // Never without alpha.
     [[nodiscard]] constexpr unsigned int argb() const noexcept { return m_Value ^ ~kRgb; }
     [[nodiscard]] constexpr bool isOpaque() const noexcept { return m_Value <= kRgb; }
 

@@ -26,7 +26,7 @@ std::optional<Color> pickColor(QWidget *parent)
 {
     const QColor color =
         QColorDialog::getColor(Qt::black, parent, QString(), QColorDialog::ShowAlphaChannel);
-    return color.isValid() ? std::optional(Color(color.rgba())) : std::nullopt;
+    return color.isValid() ? std::optional(Color(color)) : std::nullopt;
 }
 
 // Repaints the cells while the guard is held, so that the others hear of the change afterwards.

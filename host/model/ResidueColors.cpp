@@ -10,17 +10,18 @@ namespace TAMBO {
 
 namespace {
 
-constexpr std::uint32_t kByType = 0;
+constexpr ResidueColors::WideValue kByType = 0;
 constexpr std::size_t kPaletteLimit = 255;
 
-std::uint32_t wideValue(std::optional<Color> color) noexcept
+// Every number of 32 bits is a colour, so a bit more says that there is one.
+ResidueColors::WideValue wideValue(std::optional<Color> color) noexcept
 {
-    return color ? color->argb() : kByType;
+    return color ? color->argb() | ResidueColors::kOwnColor : kByType;
 }
 
-std::vector<std::uint32_t> wideValues(const LetterColors &colors)
+std::vector<ResidueColors::WideValue> wideValues(const LetterColors &colors)
 {
-    std::vector<std::uint32_t> values;
+    std::vector<ResidueColors::WideValue> values;
     for (const std::optional<Color> &color : colors.choices())
         values.push_back(wideValue(color));
     return values;
@@ -71,7 +72,7 @@ void ResidueColors::widen()
 {
     m_Wide.reserve(m_Small.size());
     for (const std::uint8_t entry : m_Small)
-        m_Wide.push_back(entry == 0 ? kByType : m_Palette[entry - 1U].argb());
+        m_Wide.push_back(wideValue(colorOf(entry)));
     m_Small = {};
     m_Palette = {};
     m_LastEntry = 0;
@@ -163,7 +164,7 @@ bool ResidueColors::differs(std::string_view letters, const ResidueSelection &re
 std::size_t ResidueColors::bytes() const noexcept
 {
     return sizeof(*this) + m_Palette.capacity() * sizeof(Color) + m_Small.capacity() +
-           m_Wide.capacity() * sizeof(std::uint32_t);
+           m_Wide.capacity() * sizeof(WideValue);
 }
 
 bool ResidueColors::isSameAs(const ResidueColors &other) const noexcept

@@ -20,6 +20,10 @@ class ResidueSelection;
 class ResidueColors
 {
 public:
+    // A colour and kOwnColor, or 0 by type.
+    using WideValue = std::uint64_t;
+    static constexpr WideValue kOwnColor = WideValue(1) << 32;
+
     // Residues that changed alike: the first, how many, and what colour they had.
     using Note = std::function<void(std::size_t, std::size_t, std::optional<Color>)>;
 
@@ -54,9 +58,11 @@ private:
     {
         return entry == 0 ? std::nullopt : std::optional(m_Palette[entry - 1U]);
     }
-    [[nodiscard]] static std::optional<Color> colorOf(std::uint32_t value) noexcept
+    [[nodiscard]] static std::optional<Color> colorOf(WideValue value) noexcept
     {
-        return value == 0 ? std::nullopt : std::optional(Color(value));
+        if (value == 0)
+            return std::nullopt;
+        return Color::fromArgb(static_cast<std::uint32_t>(value));
     }
     // Index into the palette plus one, or 0 by type; 0 when there are too many colours.
     [[nodiscard]] std::uint8_t paletteEntry(Color color);
@@ -69,8 +75,8 @@ private:
     std::size_t m_Colored = 0;
     std::vector<Color> m_Palette;
     std::vector<std::uint8_t> m_Small;
-    // Instead of m_Small when there are many colours; 0, which no colour is, marks "by type".
-    std::vector<std::uint32_t> m_Wide;
+    // Instead of m_Small when there are many colours; 0 marks "by type".
+    std::vector<WideValue> m_Wide;
     std::uint8_t m_LastEntry = 0;
 };
 

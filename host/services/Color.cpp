@@ -3,7 +3,7 @@
 
 #include <QColor>
 
-Color::Color(const QColor &color) : Color(color.rgba()) { }
+Color::Color(const QColor &color) : Color(fromArgb(color.rgba())) { }
 
 QColor Color::toQColor() const
 {

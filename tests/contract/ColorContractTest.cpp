@@ -85,6 +85,24 @@ TEST(ColorContract, KeepsTheAlphaItIsMadeOf)
     EXPECT_FALSE(Color(0x80102030U).isOpaque());
 }
 
+TEST(ColorContract, AWhollyTransparentColourOfTheToolkitStaysTransparent)
+{
+    for (const QColor &picked : {QColor(1, 2, 3, 0), QColor(0, 0, 0, 0)}) {
+        const Color color(picked);
+        EXPECT_EQ(color.toQColor(), picked);
+        EXPECT_EQ(color.argb(), picked.rgba());
+        EXPECT_FALSE(color.isOpaque());
+        EXPECT_EQ(color, Color::fromArgb(picked.rgba()));
+        EXPECT_NE(color, Color(picked.rgb()));
+    }
+}
+
+TEST(ColorContract, EveryNumberThatAColourGivesMakesTheSameColour)
+{
+    for (const unsigned argb : {0U, 1U, 0x00ffffffU, 0x01000000U, 0x80102030U, 0xff000000U, ~0U})
+        EXPECT_EQ(Color::fromArgb(argb).argb(), argb);
+}
+
 TEST(ColorContract, WithoutAlphaItIsOpaque)
 {
     EXPECT_EQ(Color(0x102030), Color(0xff102030U));

@@ -121,7 +121,7 @@ TEST_F(PeptideTest, DisplayColourMixesInTheSelection)
 {
     sequence.setColor(0, Color(0x000000U));
     sequence.setSelected(0, true);
-    EXPECT_EQ(sequence.displayColor(0).rgb(), 0x7f7f00U);
+    EXPECT_EQ(sequence.displayColor(0), Color(0x7f7f00U));
     EXPECT_EQ(sequence.displayColor(0), sequence.residue(0)->GetColor());
 }
 
@@ -300,6 +300,20 @@ TEST(ResidueColors, ManyColoursReadBackAsSet)
         }
         EXPECT_EQ(colors.colored(), colored);
     }
+}
+
+TEST(ResidueColors, WhollyTransparentBlackIsAColourAmongManyToo)
+{
+    TAMBO::ResidueColors colors(400);
+    for (std::size_t i = 0; i < 300; ++i)
+        colors.set(i, Color::fromArgb(static_cast<unsigned>(i)));
+    for (std::size_t i = 0; i < 300; ++i)
+        ASSERT_EQ(colors.at(i), Color::fromArgb(static_cast<unsigned>(i))) << i;
+    EXPECT_EQ(colors.at(300), std::nullopt);
+    EXPECT_EQ(colors.colored(), 300U);
+    colors.set(0, std::nullopt);
+    EXPECT_EQ(colors.at(0), std::nullopt);
+    EXPECT_EQ(colors.colored(), 299U);
 }
 
 TEST(ResidueColors, FewColoursTakeAByteAResidue)

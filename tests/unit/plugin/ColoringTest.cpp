@@ -158,6 +158,21 @@ TEST_F(Coloring, ThePickedColourKeepsItsAlpha)
     EXPECT_EQ(paintedColor(window, 1, 0), QColor(133, 138, 143));
 }
 
+TEST_F(Coloring, APickedColourWithoutAnyOpacityStaysAsPicked)
+{
+    TAMBO::Alignment &shown = alignment({"L", "L"});
+    ZEP::KALMO2 &window = open(shown);
+    for (const QColor &picked : {QColor(0, 0, 0, 0), QColor(10, 20, 30, 0)}) {
+        shown.getItem(0, 0)->SetSelected(true);
+        run(window, "setColor", {pick(picked)});
+        EXPECT_EQ(shown.getItem(0, 0)->OwnColor().toQColor(), picked);
+        shown.getItem(0, 0)->SetSelected(false);
+        run(window, "colorConserved", {pick(picked)});
+        EXPECT_EQ(shown.getItem(1, 0)->GetColor().toQColor(), picked);
+        EXPECT_EQ(paintedColor(window, 1, 0), QColor(Qt::white));
+    }
+}
+
 TEST_F(Coloring, DialogsAreOverBeforeTheChangeBegins)
 {
     ZEP::KALMO2 &window = open(alignment({"A", "A"}));
