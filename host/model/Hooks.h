@@ -29,7 +29,7 @@ struct ModelHooks
 
 [[nodiscard]] ModelHooks &modelHooks() noexcept;
 
-// Mixed half and half into the colour of a selected residue. Bright yellow unless set.
+// What selectedColor() mixes in. Bright yellow unless set.
 void setSelectionColor(Color color) noexcept;
 
 } // namespace TAMBO

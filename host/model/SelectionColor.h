@@ -6,7 +6,9 @@
 
 namespace TAMBO {
 
-// Half and half with the selection colour.
+// The colour of a selected object that has this colour of its own. It is a dark shade of the
+// selection colour, or for a colour that is dark itself a light tint of the selection colour's
+// opposite, with a little of the own colour in it, and always opaque.
 [[nodiscard]] Color selectedColor(Color color) noexcept;
 
 } // namespace TAMBO

@@ -249,13 +249,14 @@ TEST_F(ObjectTreeTest, ColourOfAStructureReachesTheResiduesOfItsChains)
 TEST_F(ObjectTreeTest, SelectedObjectShowsItsColourMixedWithTheSelectionColour)
 {
     TAMBO::Compound *const residue = loaded->chain(0)->residue(0);
-    residue->SetColor(Color(0x204060U));
+    residue->SetColor(Color(0x2060c0U));
     TAMBO::setSelectionColor(Color(0x80ff00U));
     residue->SetSelected(true);
-    EXPECT_EQ(residue->GetColor().rgb(), 0x509f30U);
-    EXPECT_EQ(residue->OwnColor().rgb(), 0x204060U);
+    // 3/32 of the selection colour has 31 of 32 parts.
+    EXPECT_EQ(residue->GetColor().rgb(), 0x0d1a06U);
+    EXPECT_EQ(residue->OwnColor().rgb(), 0x2060c0U);
     residue->SetSelected(false);
-    EXPECT_EQ(residue->GetColor().rgb(), 0x204060U);
+    EXPECT_EQ(residue->GetColor().rgb(), 0x2060c0U);
     TAMBO::setSelectionColor(Color(0xffff00U));
 }
 

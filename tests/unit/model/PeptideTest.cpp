@@ -6,6 +6,7 @@
 #include "Element.h"
 #include "ResidueColors.h"
 #include "Revisions.h"
+#include "SelectionColor.h"
 
 #include <gmock/gmock.h>
 
@@ -121,7 +122,7 @@ TEST_F(PeptideTest, DisplayColourMixesInTheSelection)
 {
     sequence.setColor(0, Color(0x000000U));
     sequence.setSelected(0, true);
-    EXPECT_EQ(sequence.displayColor(0), Color(0x7f7f00U));
+    EXPECT_EQ(sequence.displayColor(0), TAMBO::selectedColor(Color(0x000000U)));
     EXPECT_EQ(sequence.displayColor(0), sequence.residue(0)->GetColor());
 }
 
