@@ -6,6 +6,7 @@
 #include "DataPoint.h"
 #include "IdItem.h"
 #include "KALMO2.h"
+#include "PlainText.h"
 #include "QCanvasRectangle.h"
 #include "ResidueLattice.h"
 #include "RowItem.h"
@@ -80,7 +81,7 @@ void KALMO2::showName()
 {
     const QString name = QString::fromStdString(m_Data->Name());
     m_Corner->setText(name);
-    m_Corner->setToolTip(name);
+    m_Corner->setToolTip(TAMBO::plainToolTip(name));
 }
 
 void KALMO2::createMarker()

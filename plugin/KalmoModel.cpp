@@ -7,12 +7,12 @@
 #include "KestramProcess.h"
 #include "LastWords.h"
 #include "Logger.h"
+#include "MessageBox.h"
 #include "PluginManager.h"
 #include "Space.h"
 #include "WritePDB.h"
 
 #include <QFile>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTextStream>
 
@@ -25,15 +25,6 @@ namespace {
 QString jobFile(const char *name)
 {
     return QString::fromStdString(Config::GetPersonalTmpDir()) + '/' + name;
-}
-
-// Waits for the user. The window may be gone afterwards.
-void tell(QWidget *window, QMessageBox::Icon icon, const QString &title, const QString &text)
-{
-    const QPointer<QMessageBox> box(new QMessageBox(icon, title, text, QMessageBox::Ok, window));
-    TAMBO_CHECK_PTR(box, "KalmoModel", 39);
-    box->exec();
-    delete box;
 }
 
 KestramProcess &kestramOf(QProcess *process)

@@ -2,12 +2,13 @@
 #include "Alignment.h"
 #include "ColItem.h"
 #include "IdentityReport.h"
+#include "MessageBox.h"
+#include "PlainText.h"
 #include "QCanvas.h"
 #include "QCanvasRectangle.h"
 #include "RowItem.h"
 #include "View.h"
 
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPointer>
 
@@ -46,7 +47,8 @@ void showIdentity(const TAMBO::Alignment &alignment, unsigned long row)
     if (row == 0)
         return;
     if (const auto report = identityReport(alignment, row))
-        QMessageBox::information(nullptr, QStringLiteral("Percentage identity"), *report);
+        ZEP::tell(nullptr, QMessageBox::Information, QStringLiteral("Percentage identity"),
+                  *report);
 }
 
 } // namespace
@@ -229,7 +231,8 @@ QString Panel::toolTipAt(const QPoint &point) const
     for (const QCanvasItem *item : itemsAt(point)) {
         if (item->rtti() == RowItem::RTTI) {
             const auto *name = static_cast<const RowItem *>(item);
-            return QString::fromStdString(name->getTarget()->GetSeqName(name->getRow()));
+            return TAMBO::plainToolTip(
+                QString::fromStdString(name->getTarget()->GetSeqName(name->getRow())));
         }
         if (item->rtti() == ColItem::RTTI)
             return QStringLiteral("column %1")

@@ -2,6 +2,7 @@
 #include "PrintJob.h"
 
 #include "Config.h"
+#include "MessageBox.h"
 #include "PageFile.h"
 #include "Printouts.h"
 
@@ -10,7 +11,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPointer>
 #include <QPrintDialog>
@@ -143,7 +143,7 @@ void runPrintJob(QWidget *window, const PrintJob &job)
         return;
     const QString error = print(printer, window, job);
     if (!error.isEmpty())
-        QMessageBox::warning(alive, QStringLiteral("Print"), error);
+        tell(alive, QMessageBox::Warning, QStringLiteral("Print"), error);
 }
 
 } // namespace ZEP

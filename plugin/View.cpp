@@ -5,6 +5,7 @@
 #include "CellToolTip.h"
 #include "Check.h"
 #include "DataPoint.h"
+#include "PlainText.h"
 #include "QCanvas.h"
 #include "ResidueItem.h"
 
@@ -20,7 +21,8 @@ View::View(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flag
     setToolTips([this](const QPoint &point) {
         const ResidueItem *item = itemAt(point);
         return item == nullptr ? QString()
-                               : cellToolTip(*item->getTarget(), item->getRow(), item->getCol());
+                               : TAMBO::plainToolTip(cellToolTip(*item->getTarget(), item->getRow(),
+                                                                 item->getCol()));
     });
 }
 

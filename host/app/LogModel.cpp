@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LogModel.h"
 
+#include "PlainText.h"
+
 #include <QApplication>
 #include <QColor>
 #include <QPalette>
@@ -110,7 +112,7 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
         return QStringLiteral("%1  %2").arg(entry.time.toString(QStringLiteral("HH:mm:ss")),
                                             beginOf(entry.text, kLongestLine).replace(u'\n', u' '));
     case Qt::ToolTipRole:
-        return beginOf(entry.text, kLongestTip);
+        return plainToolTip(beginOf(entry.text, kLongestTip));
     case TextRole:
         return entry.text;
     case TimeRole:

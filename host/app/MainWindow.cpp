@@ -15,6 +15,7 @@
 #include "ObjectCommands.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
+#include "PlainText.h"
 #include "Plugins.h"
 #include "PluginsDialog.h"
 #include "PrintNotice.h"
@@ -295,7 +296,7 @@ void MainWindow::fillRecentMenu()
     for (const QString &file : files) {
         QAction *action = m_Recent->addAction(menuText(QFileInfo(file).fileName()), this,
                                               [this, file] { m_Workbench.open({file}); });
-        action->setToolTip(file);
+        action->setToolTip(plainToolTip(file));
     }
     m_Recent->setToolTipsVisible(true);
     m_Recent->addSeparator();

@@ -3,6 +3,7 @@
 
 #include "Compound.h"
 #include "ObjectFacts.h"
+#include "PlainText.h"
 
 #include <QLocale>
 
@@ -390,7 +391,7 @@ QVariant ObjectTreeModel::objectData(const Compound &object, int column, int rol
                                     : QVariant();
     case Qt::ToolTipRole: {
         const QString name = QString::fromStdString(object.GetFQName());
-        return object.IsLocked() ? tr("%1 (locked)").arg(name) : name;
+        return plainToolTip(object.IsLocked() ? tr("%1 (locked)").arg(name) : name);
     }
     case Qt::BackgroundRole:
         return object.IsSelected() ? QVariant(m_SelectionColor) : QVariant();

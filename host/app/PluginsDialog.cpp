@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginsDialog.h"
 
+#include "PlainText.h"
 #include "PluginLoader.h"
 #include "Plugins.h"
 
@@ -58,18 +59,20 @@ PluginsDialog::PluginsDialog(const services::PluginLoader &plugins, const QStrin
             list, {Plugins::titleOf(plugin), plugin.name, stateText(plugin.state), plugin.reason});
         item->setIcon(2, style()->standardIcon(plugin.isUsable() ? QStyle::SP_DialogApplyButton
                                                                  : QStyle::SP_MessageBoxWarning));
-        item->setToolTip(1, plugin.file);
-        item->setToolTip(3, plugin.reason);
+        item->setToolTip(1, plainToolTip(plugin.file));
+        item->setToolTip(3, plainToolTip(plugin.reason));
     }
     for (int column = 0; column < 3; ++column)
         list->resizeColumnToContents(column);
 
     auto *place = new QLabel(plugins.records().empty() ? tr("No plug-ins in %1").arg(directory)
                                                        : tr("Plug-ins in %1").arg(directory));
+    place->setTextFormat(Qt::PlainText);
     place->setTextInteractionFlags(Qt::TextSelectableByMouse);
     place->setWordWrap(true);
     auto *engine = new QLabel(modelling);
     engine->setObjectName(QStringLiteral("ModellingState"));
+    engine->setTextFormat(Qt::PlainText);
     engine->setTextInteractionFlags(Qt::TextSelectableByMouse);
     engine->setWordWrap(true);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);

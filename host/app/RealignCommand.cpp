@@ -14,6 +14,7 @@
 #include "RealignedRows.h"
 
 #include <QEventLoop>
+#include <QLabel>
 #include <QProgressDialog>
 #include <QTimer>
 
@@ -136,7 +137,11 @@ void RealignCommand::waitWithUser(AlignerRun &aligner, const QString &name) cons
     if (aligner.isOver())
         return;
     const QString title = tr("Realigning %1 with %2…").arg(name, aligner.program());
-    QProgressDialog progress(title, tr("Cancel"), 0, 0, m_Parent);
+    QProgressDialog progress(QString(), tr("Cancel"), 0, 0, m_Parent);
+    auto *label = new QLabel(title);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignCenter);
+    progress.setLabel(label);
     progress.setWindowTitle(tr("Realign"));
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(0);

@@ -2,6 +2,7 @@
 #include "UndoCommands.h"
 
 #include "Config.h"
+#include "PlainText.h"
 #include "UndoActions.h"
 
 #include <QAction>
@@ -23,7 +24,8 @@ void describeAction(QAction *action, const QString &verb, const std::string &lab
     step.replace(u'&', QStringLiteral("&&"));
     action->setText(step.isEmpty() ? verb : verb + u' ' + step);
     action->setIconText(QString(verb).remove(u'&'));
-    action->setToolTip(QString(verb).remove(u'&') + u' ' + QString::fromStdString(label));
+    action->setToolTip(
+        plainToolTip(QString(verb).remove(u'&') + u' ' + QString::fromStdString(label)));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "Compound.h"
 #include "Directories.h"
 #include "Peptide.h"
+#include "PlainText.h"
 #include "Space.h"
 
 #include <QFileInfo>
@@ -89,7 +90,7 @@ QVariant CandidateModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DecorationRole)
         return icon(row.kind);
     if (role == Qt::ToolTipRole)
-        return row.name;
+        return plainToolTip(row.name);
     if (role == Qt::CheckStateRole && m_Ticks == Ticks::With)
         return row.isTicked ? Qt::Checked : Qt::Unchecked;
     return {};

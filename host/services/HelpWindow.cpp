@@ -56,6 +56,7 @@ HelpWindow::HelpWindow()
     m_Pages->document()->setDocumentMargin(kMargin);
     setCentralWidget(m_Pages);
     m_Message = new QLabel(this);
+    m_Message->setTextFormat(Qt::PlainText);
     statusBar()->addWidget(m_Message);
     makeToolBar();
     connect(m_Pages, &QTextBrowser::anchorClicked, this, &HelpWindow::follow);

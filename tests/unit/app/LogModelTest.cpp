@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "LogFilter.h"
 #include "LogPanel.h"
+#include "support/ShownText.h"
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
@@ -142,6 +143,14 @@ TEST_F(LogModelTest, AnEntryOpensInFull)
     EXPECT_FALSE(dialog->isModal());
     EXPECT_EQ(dialog->findChild<QPlainTextEdit *>()->toPlainText(), text);
     EXPECT_TRUE(dialog->findChild<QPlainTextEdit *>()->isReadOnly());
+}
+
+TEST_F(LogModelTest, TheToolTipOfALineWithMarkupIsTheTextAsItIs)
+{
+    LogModel model(m_Book);
+    m_Book.write("a<b>x</b>\n<i>y", Severity::Info);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shownText(model.index(0, 0).data(Qt::ToolTipRole).toString()), "a<b>x</b>\n<i>y");
 }
 
 TEST_F(LogModelTest, TheFilterLetsThroughSeveritiesAndTexts)

@@ -7,6 +7,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "ObjectOperations.h"
+#include "support/ShownText.h"
 
 #include <QAbstractItemModelTester>
 #include <QPersistentModelIndex>
@@ -247,6 +248,12 @@ TEST_F(ObjectTreeModelTest, ALockedObjectHasAnotherIconAndSaysSo)
     setObjectLocked(structure, true);
     EXPECT_NE(image(), open);
     EXPECT_EQ(top.data(Qt::ToolTipRole).toString(), "1abc (locked)");
+}
+
+TEST_F(ObjectTreeModelTest, TheToolTipOfANameWithMarkupIsTheNameAsItIs)
+{
+    structure("a<b>x</b>", "A", "AC");
+    EXPECT_EQ(shownText(m_Model.index(0, 0).data(Qt::ToolTipRole).toString()), "a<b>x</b>");
 }
 
 TEST_F(ObjectTreeModelTest, ATypedNameIsAskedForAndNotTaken)

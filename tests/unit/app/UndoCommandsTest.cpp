@@ -9,6 +9,7 @@
 #include "HistoryPanel.h"
 #include "ObjectCommands.h"
 #include "UndoActions.h"
+#include "support/ShownText.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
@@ -74,6 +75,13 @@ TEST_F(UndoCommandsTest, ANameWithAnAmpersandIsShownAsItIs)
     QCoreApplication::processEvents();
     EXPECT_EQ(undoText(), "&Undo move gap in A&&B");
     EXPECT_EQ(UndoActions::undo()->toolTip(), "Undo move gap in A&B");
+}
+
+TEST_F(UndoCommandsTest, TheToolTipOfAStepShowsANameWithMarkupAsItIs)
+{
+    moveGap(alignment("a<b>x</b>", {"AC-D"}));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shownText(UndoActions::undo()->toolTip()), "Undo move gap in a<b>x</b>");
 }
 
 TEST_F(UndoCommandsTest, ManyStepsAreToldOnce)

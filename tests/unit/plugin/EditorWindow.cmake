@@ -8,6 +8,7 @@ tambo_test(kalmo_window_test QT
         EntryPointsTest.cpp
         NameHitsTest.cpp
         NotificationsTest.cpp
+        PlainNamesTest.cpp
         PopulateTest.cpp
         RangeCommandsTest.cpp
         RangeResiduesTest.cpp

@@ -2,6 +2,7 @@
 #include "CandidateModel.h"
 
 #include "support/FakeCompound.h"
+#include "support/ShownText.h"
 
 #include <QSignalSpy>
 
@@ -33,6 +34,13 @@ TEST(CandidateModel, ShowsNameKindAndSizeInTheOrderOfTheCandidates)
     EXPECT_EQ(text(model, 1, CandidateModel::SizeColumn), "1");
     EXPECT_EQ(model.object(1), &two);
     EXPECT_EQ(model.rowOf(&child), -1);
+}
+
+TEST(CandidateModel, TheToolTipOfANameWithMarkupIsTheNameAsItIs)
+{
+    FakeCompound marked("a<b>x</b>", "chain");
+    const CandidateModel model({&marked}, CandidateModel::Ticks::Without);
+    EXPECT_EQ(shownText(model.data(model.index(0, 0), Qt::ToolTipRole).toString()), "a<b>x</b>");
 }
 
 TEST(CandidateModel, KindsHaveTheirIcons)
