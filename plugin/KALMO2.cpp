@@ -7,8 +7,10 @@
 #include "Check.h"
 #include "Config.h"
 #include "CornerLabel.h"
+#include "DialogFont.h"
 #include "HelpViewer.h"
 #include "KestramProcess.h"
+#include "PanelLayoutItem.h"
 #include "Toolbar.h"
 #include "View.h"
 
@@ -109,7 +111,9 @@ void KALMO2::CreateViews()
     m_Header->setHScrollBarMode(QCanvasView::AlwaysOff);
     m_Header->setCellSizeSource([this] { return QSize(m_CellWidth, m_CellHeight); });
     m_Header->setLeader(m_View);
-    grid->addWidget(m_Header, 0, 1);
+    auto *headerPlace = new PanelLayoutItem(m_Header);
+    TAMBO_CHECK_PTR(headerPlace, "KALMO2", 90);
+    grid->addItem(headerPlace, 0, 1);
 
     m_Names = new Panel(*m_NameCanvas, central, nullptr, 0);
     TAMBO_CHECK_PTR(m_Names, "KALMO2", 94);
@@ -121,12 +125,25 @@ void KALMO2::CreateViews()
     m_Names->horizontalScrollBar()->setEnabled(false);
     m_Names->setCellSizeSource([this] { return QSize(m_CellWidth, m_CellHeight); });
     m_Names->setLeader(m_View);
-    grid->addWidget(m_Names, 1, 0);
+    auto *namesPlace = new PanelLayoutItem(m_Names);
+    TAMBO_CHECK_PTR(namesPlace, "KALMO2", 100);
+    grid->addItem(namesPlace, 1, 0);
 
     m_Names->setMinimumWidth(m_NameColumns * m_CellWidth);
     m_Names->setMaximumWidth(m_NameColumns * m_CellWidth);
     m_Header->setMinimumHeight(m_HeaderRows * m_CellHeight);
     m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
+    reserveCell();
+}
+
+void KALMO2::reserveCell()
+{
+    auto *grid = static_cast<QGridLayout *>(centralWidget()->layout());
+    const int frame = 2 * m_View->frameWidth();
+    grid->setRowMinimumHeight(1, m_CellHeight + frame +
+                                     m_View->horizontalScrollBar()->sizeHint().height());
+    grid->setColumnMinimumWidth(1, m_CellWidth + frame +
+                                       m_View->verticalScrollBar()->sizeHint().width());
 }
 
 void KALMO2::CreateCatchUp()
@@ -245,7 +262,7 @@ void KALMO2::ChangeFont()
     const QPointer<KALMO2> alive(this);
     bool chosen = false;
     // The dialog refers to what it began with until it returns.
-    const QFont before = m_Font;
+    const QFont before = dialogFont(m_Font);
     const QFont font = QFontDialog::getFont(&chosen, before, this);
     // The dialog runs an event loop, in which the window may have been closed.
     if (!alive || !chosen)
@@ -256,6 +273,7 @@ void KALMO2::ChangeFont()
     setFont(font);
     m_Names->setMaximumWidth(m_NameColumns * m_CellWidth);
     m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
+    reserveCell();
     Populate(shown);
     m_View->setContentsPos(firstCell.x() * m_CellWidth, firstCell.y() * m_CellHeight);
 }

@@ -107,6 +107,8 @@ private:
     void CreateViews();
     void CreateCatchUp();
     void CreateMenubar();
+    // However large the font, a whole cell stays in sight.
+    void reserveCell();
     QMenu *addMenu(const QString &title);
     void CreateToolbars();
     void CreateIcon();

@@ -5,7 +5,9 @@
 #include "QCanvasText.h"
 
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QFontMetrics>
+#include <QPainter>
 
 namespace {
 
@@ -25,6 +27,30 @@ protected:
     static QFont font(int points) { return QFont("DejaVu Sans Mono", points); }
     // Rows and columns enough for both scroll bars.
     TAMBO::Alignment &large() { return alignment(Texts(60, std::string(200, 'A')), "large"); }
+    static QFont shownFont(const WindowParts &parts)
+    {
+        for (const QCanvasItem *item : parts.nameCanvas->allItems()) {
+            if (const auto *text = dynamic_cast<const QCanvasText *>(item))
+                return text->font();
+        }
+        ADD_FAILURE() << "no names";
+        return {};
+    }
+    // What the window shows of the view's canvas is what the canvas has there: nothing lies over
+    // it.
+    static void expectUncovered(ZEP::KALMO2 &window, const QCanvasView &view)
+    {
+        const QImage seen = window.grab().toImage();
+        const QRect area(view.viewport()->mapTo(&window, QPoint()), view.viewport()->size());
+        QImage wanted(area.size(), seen.format());
+        QPainter painter(&wanted);
+        painter.translate(-view.contentsX(), -view.contentsY());
+        view.canvas()->drawArea({{view.contentsX(), view.contentsY()}, area.size()}, &painter);
+        painter.end();
+        EXPECT_EQ(seen.copy(area).convertToFormat(QImage::Format_RGB32),
+                  wanted.convertToFormat(QImage::Format_RGB32))
+            << view.metaObject()->className() << " at " << area.x() << ", " << area.y();
+    }
     // The font that the dialog makes of the wanted one.
     QFont chooseFont(ZEP::KALMO2 &window, const QFont &wanted)
     {
@@ -266,6 +292,64 @@ TEST_F(WindowLayout, ALargerFontGivesThePanelsTheirFullSize)
     window.centralWidget()->layout()->activate();
     EXPECT_EQ(parts.names->width(), 8 * cellWidth(chosen));
     EXPECT_EQ(parts.header->height(), 4 * cellHeight(chosen));
+}
+
+TEST_F(WindowLayout, NoFontPutsAPanelOverTheRows)
+{
+    for (const QSize &size : {QSize(700, 400), QSize(1600, 1100)}) {
+        ZEP::KALMO2 &window = show(large(), size);
+        const WindowParts parts(window);
+        const MessageRecorder quiet;
+        for (const int points : {8, 2, 11, 30, 5, 120, 72, 3, 11, 10, 120, 2, 20}) {
+            SCOPED_TRACE(std::to_string(points) + " points in " + std::to_string(size.width()));
+            const QFont chosen = chooseFont(window, font(points));
+            QCoreApplication::processEvents();
+            window.centralWidget()->layout()->activate();
+            QCoreApplication::processEvents();
+            for (const QCanvasView *view :
+                 std::initializer_list<const QCanvasView *>{parts.view, parts.header, parts.names})
+                expectUncovered(window, *view);
+            // The first cell can be seen as a whole.
+            EXPECT_EQ(parts.view->contentsY(), 0);
+            EXPECT_GE(parts.view->visibleHeight(), cellHeight(chosen));
+            EXPECT_GE(parts.view->visibleWidth(), cellWidth(chosen));
+            EXPECT_EQ(parts.header->visibleWidth(), parts.view->visibleWidth());
+            EXPECT_EQ(parts.names->visibleHeight(), parts.view->visibleHeight());
+            EXPECT_EQ(parts.names->maximumWidth(), 8 * cellWidth(chosen));
+            EXPECT_EQ(parts.names->minimumWidth(), 8 * cellWidth(font(11)));
+            EXPECT_EQ(parts.header->maximumHeight(), 4 * cellHeight(chosen));
+            EXPECT_EQ(parts.header->minimumHeight(), 4 * cellHeight(font(11)));
+        }
+    }
+}
+
+TEST_F(WindowLayout, TheFontDialogStartsWithTheFontThatIsShown)
+{
+    for (const char *setting :
+         {"DejaVu Sans Mono, 11", "DejaVu Sans Mono,11,-1,5,700,0,0,0,0,0,0,0,0,0,0,1",
+          "DejaVu Sans Mono,11,-1,5,400,2,0,0,0,0,0,0,0,0,0,1", "DejaVu Sans, 9", "Monospace, 12",
+          "No Such Family, 10"}) {
+        SCOPED_TRACE(setting);
+        setSettings(QByteArray("[KALMO2]\nFont = ") + setting + '\n');
+        ZEP::KALMO2 &window = show(alignment({"ACDEFGHIKLMNPQRSTVWY"}), {700, 400});
+        const WindowParts parts(window);
+        const QFont before = shownFont(parts);
+        const QImage cells = parts.view->viewport()->grab().toImage();
+        const MessageRecorder quiet;
+        DialogDriver dialogs;
+        dialogs.expect([&](QDialog &dialog) {
+            const QFontInfo shown(before);
+            const QFontInfo start(dynamic_cast<QFontDialog &>(dialog).currentFont());
+            EXPECT_EQ(start.family(), shown.family());
+            EXPECT_EQ(start.pointSize(), shown.pointSize());
+            EXPECT_EQ(start.weight(), shown.weight());
+            EXPECT_EQ(start.style(), shown.style());
+            dialog.accept();
+        });
+        window.ChangeFont();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(parts.view->viewport()->grab().toImage(), cells);
+    }
 }
 
 TEST_F(WindowLayout, ANewFontShowsTheSameCellsFirst)
