@@ -9,7 +9,7 @@ namespace {
 
 constexpr qsizetype kLooked = 20'000;
 constexpr qsizetype kMostLines = 8;
-constexpr qsizetype kLongestLine = 300;
+constexpr qsizetype kLongestShown = 300;
 // Lines of the adapter begin with its name; the others are the engine's.
 constexpr QLatin1String kAdapter("kestram: ");
 
@@ -21,7 +21,7 @@ QStringList linesOf(const QString &errors)
         // Of a line that was written over itself the last state is what stays.
         const QString text = line.trimmed().section(u'\r', -1).simplified();
         if (!text.isEmpty())
-            lines << text.left(kLongestLine);
+            lines << text.left(kLongestShown);
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 #include "ConvertCommand.h"
 
 #include "Config.h"
+#include "ExitStatus.h"
 #include "FileReader.h"
 #include "FileWriter.h"
 #include "FormatText.h"
@@ -13,8 +14,6 @@
 namespace TAMBO::app {
 
 namespace {
-
-constexpr int kBadInput = 1;
 
 std::string nameOf(const std::string &file)
 {

@@ -20,7 +20,7 @@ void passOn(int)
     const char byte = 0;
     // Whatever it has interrupted may be about to look at it.
     const int error = errno;
-    [[maybe_unused]] const ssize_t written = write(s_WriteEnd, &byte, 1);
+    [[maybe_unused]] const ssize_t written = ::write(s_WriteEnd, &byte, 1);
     errno = error;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "IdentityCommand.h"
 
+#include "ExitStatus.h"
 #include "FileReader.h"
 #include "FormatText.h"
 #include "PairIdentity.h"
@@ -14,8 +15,6 @@
 namespace TAMBO::app {
 
 namespace {
-
-constexpr int kBadInput = 1;
 
 constexpr const char *kHeader =
     "alignment\tfirst\tsecond\tidentical\tdifferent\tlength_first\tlength_second\toverlap\t"

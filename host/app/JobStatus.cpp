@@ -22,8 +22,8 @@ constexpr int kSecond = 1000;
 constexpr qint64 kMinute = 60;
 constexpr qint64 kHour = 60 * kMinute;
 // In characters: enough for a progress line, and the count of objects beside it stays readable.
-constexpr int kWidest = 46;
-constexpr int kNarrowest = 14;
+constexpr int kWidestStatus = 46;
+constexpr int kNarrowestStatus = 14;
 constexpr int kMenuWidth = 80;
 
 QString jobText(const JobList::Job &job, const QString &title)
@@ -147,7 +147,7 @@ void JobStatus::fillMenu()
 
 QSize JobStatus::sizeHint() const
 {
-    const int widest = kWidest * fontMetrics().averageCharWidth();
+    const int widest = kWidestStatus * fontMetrics().averageCharWidth();
     const QSize button = m_Button->sizeHint();
     return {std::min(fontMetrics().horizontalAdvance(m_Text) + 2, widest) + button.width(),
             std::max(fontMetrics().height(), button.height())};
@@ -156,7 +156,7 @@ QSize JobStatus::sizeHint() const
 QSize JobStatus::minimumSizeHint() const
 {
     const QSize button = m_Button->minimumSizeHint();
-    return {kNarrowest * fontMetrics().averageCharWidth() + button.width(),
+    return {kNarrowestStatus * fontMetrics().averageCharWidth() + button.width(),
             std::max(fontMetrics().height(), button.height())};
 }
 

@@ -13,7 +13,7 @@ constexpr const char *kSwitch = "KESTRAM";
 const QString kAdapter = QStringLiteral("kestram");
 const QString kEngine = QStringLiteral("promod");
 
-QString text(const char *sentence)
+QString sentenceOf(const char *sentence)
 {
     return QCoreApplication::translate("ModellingTools", sentence);
 }
@@ -42,16 +42,18 @@ void ModellingTools::offer() const
 QString ModellingTools::stateText() const
 {
     if (qEnvironmentVariableIsSet(kSwitch) && qEnvironmentVariableIsEmpty(kSwitch))
-        return text("Modelling is switched off: the environment variable KESTRAM is empty.");
+        return sentenceOf("Modelling is switched off: the environment variable KESTRAM is empty.");
     if (!m_IsBeside && !m_IsOnSearchPath)
-        return text("Modelling is not possible: the program \"kestram\", a part of Tambo, was not "
-                    "found. Please install Tambo again.");
+        return sentenceOf(
+            "Modelling is not possible: the program \"kestram\", a part of Tambo, was not "
+            "found. Please install Tambo again.");
     if (!m_HasEngine)
-        return text("Modelling is not possible: the modelling engine ProMod3 (program \"promod\") "
-                    "was not found. On Debian, install the package promod3 and start Tambo again.");
+        return sentenceOf(
+            "Modelling is not possible: the modelling engine ProMod3 (program \"promod\") "
+            "was not found. On Debian, install the package promod3 and start Tambo again.");
     if (!qEnvironmentVariableIsSet(kSwitch))
-        return text("Modelling will be possible when Tambo is started again.");
-    return text("Modelling is possible: ProMod3 was found.");
+        return sentenceOf("Modelling will be possible when Tambo is started again.");
+    return sentenceOf("Modelling is possible: ProMod3 was found.");
 }
 
 } // namespace TAMBO::app

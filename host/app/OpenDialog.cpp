@@ -14,7 +14,7 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr const char *kSection = "Files";
+constexpr const char *kOpenSection = "Files";
 constexpr const char *kKey = "Directory";
 
 QString tr(const char *text)
@@ -49,14 +49,14 @@ QStringList openFilters()
 QStringList askFilesToOpen(QWidget *parent)
 {
     services::ConfigStore &store = services::ConfigStore::instance();
-    const std::string directory = store.value(kSection, kKey).value_or(std::string());
+    const std::string directory = store.value(kOpenSection, kKey).value_or(std::string());
     QFileDialog dialog(parent, tr("Open"), QString::fromStdString(directory));
     dialog.setObjectName(QStringLiteral("OpenDialog"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilters(openFilters());
     if (dialog.exec() == QDialog::Rejected)
         return {};
-    store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());
+    store.setValue(kOpenSection, kKey, dialog.directory().absolutePath().toStdString());
     store.save();
     return dialog.selectedFiles();
 }

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "ExitStatus.h"
 #include "Loader.h"
 #include "ObjectSources.h"
 #include "PageFile.h"
@@ -25,8 +26,6 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr int kBadInput = 1;
-constexpr int kWrongCall = 2;
 const std::string kEditor = "KALMO2";
 
 // What the editor says while it paints is for the log of its developers; of a refusal to paint it

@@ -19,8 +19,8 @@ namespace TAMBO::app {
 namespace {
 
 // In characters.
-constexpr int kWidest = 40;
-constexpr int kNarrowest = 14;
+constexpr int kWidestPath = 40;
+constexpr int kNarrowestPath = 14;
 
 // The end of a path tells most. The whole is in the tool tip.
 class PathLabel : public QWidget
@@ -43,13 +43,13 @@ public:
     [[nodiscard]] QSize sizeHint() const override
     {
         return {std::min(fontMetrics().horizontalAdvance(m_Path) + 2,
-                         kWidest * fontMetrics().averageCharWidth()),
+                         kWidestPath * fontMetrics().averageCharWidth()),
                 fontMetrics().height()};
     }
     // So that it does not keep the window from being made small.
     [[nodiscard]] QSize minimumSizeHint() const override
     {
-        return {kNarrowest * fontMetrics().averageCharWidth(), fontMetrics().height()};
+        return {kNarrowestPath * fontMetrics().averageCharWidth(), fontMetrics().height()};
     }
 
 protected:

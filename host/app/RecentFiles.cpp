@@ -9,7 +9,7 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr const char *kSection = "RecentFiles";
+constexpr const char *kRecentSection = "RecentFiles";
 
 std::string keyOf(int place)
 {
@@ -26,7 +26,7 @@ QStringList RecentFiles::files() const
 {
     QStringList files;
     for (int i = 0; i < kMost; ++i) {
-        const std::optional<std::string> file = m_Store.value(kSection, keyOf(i));
+        const std::optional<std::string> file = m_Store.value(kRecentSection, keyOf(i));
         if (file && !file->empty())
             files << QString::fromStdString(*file);
     }
@@ -59,9 +59,9 @@ void RecentFiles::keep(const QStringList &files)
 {
     for (int i = 0; i < kMost; ++i) {
         if (i < files.size())
-            m_Store.setValue(kSection, keyOf(i), files[i].toStdString());
+            m_Store.setValue(kRecentSection, keyOf(i), files[i].toStdString());
         else
-            m_Store.reset(kSection, keyOf(i));
+            m_Store.reset(kRecentSection, keyOf(i));
     }
     emit changed();
 }

@@ -27,7 +27,7 @@ namespace {
 
 using services::JobList;
 
-enum Column { NameColumn, WhatColumn, FileColumn, ColumnCount };
+enum UnsavedColumn { NameColumn, WhatColumn, FileColumn, UnsavedColumnCount };
 
 constexpr int kSecond = 1000;
 // More rows than that scroll.
@@ -35,7 +35,7 @@ constexpr int kMostRows = 10;
 constexpr int kFewestRows = 3;
 constexpr int kWidth = 640;
 // Of a column with names, at first.
-constexpr int kWidest = 200;
+constexpr int kWidestColumn = 200;
 
 bool isChecked(const QTreeWidgetItem &item)
 {
@@ -147,9 +147,9 @@ void UnsavedDialog::makeThings()
         if (!thing.file.isEmpty())
             item->setToolTip(FileColumn, plainTip(thing.file));
     }
-    for (const Column column : {NameColumn, FileColumn}) {
+    for (const UnsavedColumn column : {NameColumn, FileColumn}) {
         m_List->resizeColumnToContents(column);
-        m_List->setColumnWidth(column, std::min(m_List->columnWidth(column), kWidest));
+        m_List->setColumnWidth(column, std::min(m_List->columnWidth(column), kWidestColumn));
     }
     m_List->setCurrentItem(m_List->topLevelItem(0));
     const int rows = std::clamp(int(m_Things.size()), kFewestRows, kMostRows);

@@ -4,6 +4,7 @@
 #include "Config.h"
 #include "ConvertCommand.h"
 #include "EndSignals.h"
+#include "ExitStatus.h"
 #include "IdentityCommand.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
@@ -28,11 +29,10 @@
 namespace {
 
 using TAMBO::app::CommandLine;
+using TAMBO::app::kBadInput;
+using TAMBO::app::kWrongCall;
 using TAMBO::app::LoadReport;
 using TAMBO::app::Workbench;
-
-constexpr int kBadInput = 1;
-constexpr int kWrongCall = 2;
 
 int complain(const std::string &sentence, int status)
 {

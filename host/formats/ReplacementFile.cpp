@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
+constexpr std::size_t kWriteBuffer = std::size_t{1} << 18U;
 
 // ".sto.gz" of "x.sto.gz": readers may look at it.
 std::string endingOf(const fs::path &file)
@@ -147,7 +147,7 @@ ReplacementFile::ReplacementFile(const fs::path &target, Scratch scratch)
     }
     if (m_Failure)
         return;
-    m_Buffer.reserve(kBufferSize);
+    m_Buffer.reserve(kWriteBuffer);
     open();
 }
 
@@ -237,11 +237,11 @@ void ReplacementFile::write(std::string_view text)
 {
     if (m_Failure)
         return;
-    if (m_Buffer.size() + text.size() > kBufferSize) {
+    if (m_Buffer.size() + text.size() > kWriteBuffer) {
         writeBytes(m_Buffer.data(), m_Buffer.size());
         m_Buffer.clear();
     }
-    if (text.size() > kBufferSize)
+    if (text.size() > kWriteBuffer)
         writeBytes(text.data(), text.size());
     else
         m_Buffer += text;
@@ -328,9 +328,9 @@ void ReplacementFile::send()
     FileDescriptor to(::open(m_Target.c_str(), O_WRONLY | O_CLOEXEC));
     if (!from.isOpen() || !to.isOpen())
         return fail(errno);
-    m_Buffer.resize(kBufferSize);
+    m_Buffer.resize(kWriteBuffer);
     int error = 0;
-    for (std::size_t count = kBufferSize; error == 0 && count == kBufferSize;) {
+    for (std::size_t count = kWriteBuffer; error == 0 && count == kWriteBuffer;) {
         error = from.read(m_Buffer.data(), m_Buffer.size(), count);
         if (error == 0)
             error = to.write(m_Buffer.data(), count);

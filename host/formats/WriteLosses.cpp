@@ -14,7 +14,7 @@ namespace {
 
 using namespace formats;
 
-std::string counted(std::size_t count, const std::string &one, const std::string &many)
+std::string countOf(std::size_t count, const std::string &one, const std::string &many)
 {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
@@ -54,7 +54,7 @@ public:
             tags += (i == 0 ? "" : ", ") + m_Tags[i];
         if (m_Tags.size() > mostTags)
             tags += ", ...";
-        sentences.push_back(subject + " is left out: " + counted(m_Count, "line", "lines") + " (" +
+        sentences.push_back(subject + " is left out: " + countOf(m_Count, "line", "lines") + " (" +
                             tags + ").");
     }
 
@@ -90,7 +90,7 @@ void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
             countRows(alignment, [](const RowRecord &row) { return !row.chainBreaks.empty(); });
         if (rows > 0)
             sentences.push_back("The breaks between chains (\"/\") in " +
-                                counted(rows, "row", "rows") + " are written as gaps.");
+                                countOf(rows, "row", "rows") + " are written as gaps.");
         return;
     }
     std::size_t lost = 0;
@@ -99,7 +99,7 @@ void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
             std::count_if(row.chainBreaks.begin(), row.chainBreaks.end(),
                           [](const ChainBreak &one) { return !one.column; }));
     if (lost > 0)
-        sentences.push_back(counted(lost, "break between chains is", "breaks between chains are") +
+        sentences.push_back(countOf(lost, "break between chains is", "breaks between chains are") +
                             " left out: there is no gap where \"/\" could stand.");
 }
 
@@ -114,7 +114,7 @@ void addNumberLosses(const AlignmentRecord &alignment, WriteFormat format,
     if (numbered == 0)
         return;
     const std::string start =
-        "The residue numbers of " + counted(numbered, "row", "rows") + " are left out: ";
+        "The residue numbers of " + countOf(numbered, "row", "rows") + " are left out: ";
     sentences.push_back(start +
                         (format == WriteFormat::Pir
                              ? "a PIR file has those of structures, and counts other residues."
@@ -127,12 +127,12 @@ void addStructureLosses(const AlignmentRecord &alignment, std::vector<std::strin
     const std::size_t withElements =
         countRows(alignment, [](const RowRecord &row) { return row.hasElements; });
     if (withElements > 0)
-        sentences.push_back("The secondary structure of " + counted(withElements, "row", "rows") +
+        sentences.push_back("The secondary structure of " + countOf(withElements, "row", "rows") +
                             " is left out: only a structure file has helices, strands and turns.");
     const std::size_t withModel =
         countRows(alignment, [](const RowRecord &row) { return row.hasModel; });
     if (withModel > 0)
-        sentences.push_back(counted(withModel, "row is", "rows are") +
+        sentences.push_back(countOf(withModel, "row is", "rows are") +
                             " not tied to a model any more when the file is opened; the model can "
                             "be written as a structure.");
 }
@@ -143,7 +143,7 @@ void addTitleLosses(const AlignmentRecord &alignment, std::vector<std::string> &
     const std::size_t rows =
         countRows(alignment, [](const RowRecord &row) { return !isTitleKept(row); });
     if (rows > 0)
-        sentences.push_back("The titles of " + counted(rows, "row", "rows") +
+        sentences.push_back("The titles of " + countOf(rows, "row", "rows") +
                             " are changed: they become a field of the header that names the "
                             "structure.");
 }
@@ -161,7 +161,7 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
     for (const RowRecord &row : alignment.rows)
         lines += repeated(row.residueAnnotations);
     if (lines > 0)
-        sentences.push_back(counted(lines, "line of annotation is", "lines of annotation are") +
+        sentences.push_back(countOf(lines, "line of annotation is", "lines of annotation are") +
                             " called like another one: a number is put behind the "
                             "name.");
 }
@@ -178,14 +178,14 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
         const std::size_t rows = countRows(
             alignment, [](const RowRecord &row) { return !plainDescription(row).empty(); });
         if (rows > 0)
-            sentences.push_back("The descriptions of " + counted(rows, "row", "rows") +
+            sentences.push_back("The descriptions of " + countOf(rows, "row", "rows") +
                                 " are left out.");
     }
     if (format != WriteFormat::Pir) {
         const std::size_t rows =
             countRows(alignment, [](const RowRecord &row) { return !row.link->structure.empty(); });
         if (rows > 0)
-            sentences.push_back(counted(rows, "row is", "rows are") +
+            sentences.push_back(countOf(rows, "row is", "rows are") +
                                 " not tied to the structure any more when the file is opened.");
     }
     if (format == WriteFormat::Pir)
@@ -206,7 +206,7 @@ std::vector<std::string> looksLostOf(const AlignmentRecord &alignment)
         countRows(alignment, [](const RowRecord &row) { return row.hasOwnColors; });
     if (rows == 0)
         return {};
-    return {"The colors given to residues of " + counted(rows, "row", "rows") + " are left out."};
+    return {"The colors given to residues of " + countOf(rows, "row", "rows") + " are left out."};
 }
 
 } // namespace TAMBO

@@ -8,7 +8,7 @@ namespace TAMBO::services {
 
 namespace {
 
-using Answer = ExpressionEngine::Answer;
+using EngineAnswer = ExpressionEngine::Answer;
 
 constexpr std::size_t kFirst = 64;
 constexpr std::size_t kLargest = std::size_t(1) << 30;
@@ -61,19 +61,19 @@ TextPattern::Outcome TextPattern::forEachMatch(const std::string &row, const Vis
             return {End::Cancelled, first, {}};
         const bool isSliced = m_Engine->canBeSliced();
         const std::size_t last = isSliced ? std::min(end, first + m_Slice - 1) : end;
-        Answer answer = findInTime(text, first, last);
-        if (answer == Answer::TooCostly) {
+        EngineAnswer answer = findInTime(text, first, last);
+        if (answer == EngineAnswer::TooCostly) {
             if (isSliced && last > first) {
                 m_Slice = (last - first + 1) / 2;
                 continue;
             }
             answer = m_Engine->findPatiently(text, first, last, isCancelled);
         }
-        if (answer == Answer::Cancelled)
+        if (answer == EngineAnswer::Cancelled)
             return {End::Cancelled, first, {}};
-        if (answer == Answer::TooCostly)
+        if (answer == EngineAnswer::TooCostly)
             return {End::GaveUp, first, m_Engine->reason()};
-        if (answer == Answer::NoMatch) {
+        if (answer == EngineAnswer::NoMatch) {
             first = last + 1;
             continue;
         }
@@ -94,7 +94,7 @@ ExpressionEngine::Answer TextPattern::findInTime(const QString &text, std::size_
     constexpr auto kShort = 2ms;
     constexpr auto kLong = 20ms;
     const auto begin = std::chrono::steady_clock::now();
-    const Answer answer = m_Engine->findFast(text, first, last);
+    const EngineAnswer answer = m_Engine->findFast(text, first, last);
     const auto taken = std::chrono::steady_clock::now() - begin;
     if (taken < kShort)
         m_Slice = std::min(2 * m_Slice, kLargest);
