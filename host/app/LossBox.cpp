@@ -11,7 +11,7 @@
 namespace TAMBO::app {
 
 LossBox::LossBox(QWidget *window, ObjectSaver &saver, Compound &object)
-    : QMessageBox(QMessageBox::Information, tr("Tambo"), QString(), QMessageBox::NoButton, window),
+    : QMessageBox(QMessageBox::Information, tr("Save"), QString(), QMessageBox::NoButton, window),
       m_Saver(saver),
       m_Object(std::make_unique<ObjectReferences>(std::vector<Compound *>{&object}))
 {

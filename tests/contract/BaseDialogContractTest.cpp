@@ -16,7 +16,7 @@
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace BaseDialogContractTest {
 
 class RecordingDialog : public BaseDialog
 {
@@ -47,8 +47,6 @@ public:
     QListWidget *m_List = nullptr;
     QWidget *m_Controls = nullptr;
 };
-
-} // namespace
 
 TEST(BaseDialogContract, ShowsTheButtonsOfTheSum)
 {
@@ -202,3 +200,5 @@ TEST(BaseDialogContract, AForgottenStartIsMadeUpForWhenTheDialogShows)
     EXPECT_EQ(dialog.findChildren<QDialogButtonBox *>().size(), 1);
     EXPECT_EQ(dialog.objectName(), "bare");
 }
+
+} // namespace BaseDialogContractTest

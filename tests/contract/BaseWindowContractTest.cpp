@@ -17,7 +17,7 @@
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace BaseWindowContractTest {
 
 // Notes what Kill() gets.
 class RecordingWindow : public BaseWindow
@@ -72,8 +72,6 @@ void clickOnFrame(BaseWindow &window)
 {
     window.close();
 }
-
-} // namespace
 
 TEST(BaseWindowContract, TakesCaptionSizeAndName)
 {
@@ -361,3 +359,5 @@ TEST(BaseWindowContract, ASecondWindowOfAKindDoesNotHideTheFirst)
     EXPECT_NE(second.pos(), first.pos());
     EXPECT_TRUE(second.screen()->availableGeometry().contains(second.frameGeometry()));
 }
+
+} // namespace BaseWindowContractTest

@@ -22,7 +22,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace ColorContractTest {
 
 constexpr float kNoNumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -65,8 +65,6 @@ public:
     ScopedScales(const ScopedScales &) = delete;
     ScopedScales &operator=(const ScopedScales &) = delete;
 };
-
-} // namespace
 
 TEST(ColorContract, GoesToTheToolkitAndBack)
 {
@@ -251,3 +249,5 @@ TEST(ResidueTypesContract, TheWorkbenchBringsItsScales)
     EXPECT_FLOAT_EQ(value, 227.8F);
     EXPECT_FALSE(ResidueTypes::GetValue("Volume", 'X', value));
 }
+
+} // namespace ColorContractTest

@@ -16,7 +16,7 @@
 
 using testing::ElementsAre;
 
-namespace {
+namespace CompoundContractTest {
 
 class CompoundContract : public ModelFixture
 {
@@ -26,8 +26,6 @@ protected:
     TAMBO::Alignment *alignment =
         TAMBO::DataMaker::makeAlignment("SeqAli", {loaded.chain(0), &sequence});
 };
-
-} // namespace
 
 static_assert(std::is_polymorphic_v<TAMBO::Compound>);
 static_assert(std::is_base_of_v<TAMBO::Compound, TAMBO::Alignment>);
@@ -152,3 +150,5 @@ TEST_F(CompoundContract, PeptidesAndAtomsAreAppendedToWhatIsThere)
     EXPECT_EQ(atoms.size(), 5U);
     EXPECT_EQ(atoms[2]->Name(), "CA");
 }
+
+} // namespace CompoundContractTest

@@ -17,6 +17,8 @@
 
 #include <sys/stat.h>
 
+namespace ConfigContractTest {
+
 TEST(ConfigContract, AMissingKeyGivesAnEmptySetting)
 {
     const ScopedSettings settings("[KALMO2]\nFont = x\n");
@@ -168,3 +170,5 @@ TEST(LoggerContract, NothingWrittenIsNoLine)
     Logger::Write(QString());
     EXPECT_EQ(log.count(), 0);
 }
+
+} // namespace ConfigContractTest

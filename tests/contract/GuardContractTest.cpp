@@ -18,7 +18,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace GuardContractTest {
 
 class GuardContract : public HistoryFixture
 {
@@ -38,8 +38,6 @@ public:
     using Base::Base;
     [[nodiscard]] auto *data() const { return Base::m_Data; }
 };
-
-} // namespace
 
 static_assert(Publisher::Update == 0);
 static_assert(Publisher::Add == 1);
@@ -213,3 +211,5 @@ TEST_F(GuardContract, OperationWithoutAGuardOnALockedAlignmentIsRefusedWithALogL
     EXPECT_THAT(refused, ElementsAre("SeqAli", "SeqAli"));
     EXPECT_THAT(window.calls, IsEmpty());
 }
+
+} // namespace GuardContractTest

@@ -10,7 +10,7 @@
 
 using TAMBO::services::HelpWindow;
 
-namespace {
+namespace HelpViewerContractTest {
 
 QList<HelpWindow *> helpWindows()
 {
@@ -20,8 +20,6 @@ QList<HelpWindow *> helpWindows()
             windows.append(help);
     return windows;
 }
-
-} // namespace
 
 TEST(HelpViewerContract, ShowsTheDocumentInOneWindow)
 {
@@ -43,3 +41,5 @@ TEST(HelpViewerContract, OpensAgainAfterItWasClosed)
     ASSERT_EQ(helpWindows().size(), 1);
     EXPECT_EQ(helpWindows().first()->document().fileName(), "index.html");
 }
+
+} // namespace HelpViewerContractTest

@@ -16,7 +16,7 @@
 using namespace TAMBO::services;
 using Outcome = PluginManager::Outcome;
 
-namespace {
+namespace PluginManagerContractTest {
 
 struct SaveRequest
 {
@@ -48,8 +48,6 @@ protected:
     PluginCall m_Call;
     int m_Calls = 0;
 };
-
-} // namespace
 
 TEST_F(PluginManagerContract, SavingHandsOverAWritableRecord)
 {
@@ -121,3 +119,5 @@ TEST_F(PluginManagerContract, NothingIsThrownAtTheCaller)
     EXPECT_NO_THROW(EXPECT_EQ(PluginManager::Execute("Calculate", "Alignment", "KALMO", "Malign"),
                               Outcome::Failed));
 }
+
+} // namespace PluginManagerContractTest

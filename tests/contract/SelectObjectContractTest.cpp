@@ -30,7 +30,7 @@ using TAMBO::SelectObject;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace SelectObjectContractTest {
 
 class SelectObjectContract : public ::testing::Test
 {
@@ -93,8 +93,6 @@ protected:
     Compound *m_One = nullptr;
     std::vector<Compound *> m_Several;
 };
-
-} // namespace
 
 TEST_F(SelectObjectContract, TheCaptionIsTheTitle)
 {
@@ -318,8 +316,6 @@ TEST_F(SelectObjectContract, AnAnswerThatIsNotOfferedCancelsASingleChoice)
     EXPECT_EQ(log.texts(), QStringList("The object chosen in advance is not offered: alignment"));
 }
 
-namespace {
-
 // With real objects in the workbench.
 class SelectObjectOfTheWorkbench : public SelectObjectContract
 {
@@ -352,8 +348,6 @@ protected:
     std::vector<Compound *> m_Sequences;
     Compound *m_Alignment = nullptr;
 };
-
-} // namespace
 
 TEST_F(SelectObjectOfTheWorkbench, KindAndSizeAreShown)
 {
@@ -393,3 +387,5 @@ TEST_F(SelectObjectOfTheWorkbench, ASingleChoiceOfWhichNothingIsLeftCannotBeAcce
     EXPECT_EQ(result, QDialog::Rejected);
     EXPECT_EQ(m_One, nullptr);
 }
+
+} // namespace SelectObjectContractTest

@@ -15,7 +15,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace SubscriberContractTest {
 
 class SubscriberContract : public ModelFixture
 {
@@ -25,8 +25,6 @@ protected:
         const DataPoint<TAMBO::Space> guard(nullptr, TAMBO::Space::instance());
     }
 };
-
-} // namespace
 
 static_assert(std::is_same_v<decltype(&Subscriber::commUpdate), void (Subscriber::*)()>);
 static_assert(std::is_same_v<decltype(&Subscriber::commAdd), void (Subscriber::*)()>);
@@ -82,3 +80,5 @@ TEST_F(SubscriberContract, PublisherSaysWhetherItPublishes)
     EXPECT_TRUE(during);
     EXPECT_FALSE(Publisher::isPublishing());
 }
+
+} // namespace SubscriberContractTest

@@ -17,7 +17,7 @@
 
 using ::testing::ElementsAre;
 
-namespace {
+namespace ToolbarContractTest {
 
 QList<QToolButton *> buttonsOf(const Toolbar &bar)
 {
@@ -27,8 +27,6 @@ QList<QToolButton *> buttonsOf(const Toolbar &bar)
             buttons.append(button);
     return buttons;
 }
-
-} // namespace
 
 TEST(ToolbarContract, HasTheButtonsOfTheWindowsSection)
 {
@@ -130,3 +128,5 @@ TEST(WidgetFactoryContract, ControlsAreChildrenOfTheirParent)
     EXPECT_FALSE(fixed->isEditable());
     EXPECT_TRUE(editable->isEditable());
 }
+
+} // namespace ToolbarContractTest

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace DocumentationTest {
 
 namespace fs = std::filesystem;
 
@@ -75,4 +75,4 @@ TEST(Pages, LinkToFilesThatExist)
     }
 }
 
-} // namespace
+} // namespace DocumentationTest

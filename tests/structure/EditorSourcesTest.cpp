@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace {
+namespace EditorSourcesTest {
 
 namespace fs = std::filesystem;
 
@@ -205,4 +205,4 @@ TEST(Settings, AreAllExplainedInTheHelp)
     EXPECT_GE(settings, 10U);
 }
 
-} // namespace
+} // namespace EditorSourcesTest

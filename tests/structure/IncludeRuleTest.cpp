@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace IncludeRuleTest {
 
 namespace fs = std::filesystem;
 
@@ -221,4 +221,4 @@ TEST(Sources, NoneIsLongerThanSixHundredLines)
             EXPECT_LE(linesOf(file).size(), 600u) << file;
 }
 
-} // namespace
+} // namespace IncludeRuleTest

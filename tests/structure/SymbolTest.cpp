@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace SymbolTest {
 
 namespace fs = std::filesystem;
 
@@ -210,4 +210,4 @@ TEST(Workbench, ExportsEveryFunctionThatTheKitDeclares)
     EXPECT_GT(checked, 60u);
 }
 
-} // namespace
+} // namespace SymbolTest

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Colouring and searching as a user does it, from the menu to the picture.
-#include "AminoAcids.h"
-#include "SelectionColor.h"
 #include "WindowFixture.h"
 
 #include <QFile>
 
-namespace {
+namespace ColoringByHandTest {
 
 const QString kFirstRow = "IVGGYECRKNSA";
 const QString kThirdRow = "VVGGEDARPNSW";
@@ -19,10 +17,6 @@ constexpr int kByProperty = 3;
 class ColoringByHand : public WindowFixture
 {
 protected:
-    static QColor tinted(char letter)
-    {
-        return QColor(QRgb(TAMBO::selectedColor(TAMBO::aminoAcidColor(letter)).rgb()));
-    }
     // The lowest or the highest colour of a map of the installation.
     static QColor endOfMap(const QString &name, bool isHighest)
     {
@@ -35,8 +29,6 @@ protected:
         return {parts.at(1).toInt(), parts.at(2).toInt(), parts.at(3).toInt()};
     }
 };
-
-} // namespace
 
 TEST_F(ColoringByHand, APropertyColoursTheCellsAndIsUndone)
 {
@@ -69,11 +61,13 @@ TEST_F(ColoringByHand, ASearchTintsWhatItFinds)
     m_Screen.pressKey("Return");
     waitForWindows("Select", 0);
     for (const int row : {0, 2}) {
-        waitForColor(grid.ground(row, 2), tinted('G'));
-        waitForColor(grid.ground(row, 3), tinted('G'));
+        waitForColor(grid.ground(row, 2), selectedColorOf('G'));
+        waitForColor(grid.ground(row, 3), selectedColorOf('G'));
     }
     EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 1)), colorOf('V'));
     EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 4)), colorOf('Y'));
     // "IVEG": one alone is not found.
     EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(1, 3)), colorOf('G'));
 }
+
+} // namespace ColoringByHandTest

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace {
+namespace EditingByHandTest {
 
 using EditingByHand = EditingFixture;
 
@@ -210,4 +210,4 @@ TEST_F(EditingByHand, ARightClickOpensTheMenuOfAResidueAndNoneOfAGap)
     waitForPicture(m_Before);
 }
 
-} // namespace
+} // namespace EditingByHandTest

@@ -19,12 +19,6 @@ constexpr int kPointerReach = 32;
 // The color of the range's marker.
 constexpr QRgb kMarkerColor = qRgb(112, 132, 204);
 
-// Half of the bright yellow that marks the selected.
-QColor selected(const QColor &plain)
-{
-    return {(plain.red() + 255) / 2, (plain.green() + 255) / 2, plain.blue() / 2};
-}
-
 bool isAlike(const QColor &one, const QColor &other)
 {
     return std::abs(one.red() - other.red()) <= 1 && std::abs(one.green() - other.green()) <= 1 &&
@@ -138,8 +132,9 @@ void EditingFixture::waitForRowsIn(const CellGrid &grid, const QStringList &rows
     const auto wanted = [&](int row, int column) {
         if (row >= rows.size() || column >= rows[row].size() || rows[row][column] == '-')
             return QColor(Qt::white);
-        const QColor plain = colorOf(rows[row][column].toLatin1());
-        return row == selectedRow || column == selectedColumn ? selected(plain) : plain;
+        const char letter = rows[row][column].toLatin1();
+        return row == selectedRow || column == selectedColumn ? selectedColorOf(letter)
+                                                              : colorOf(letter);
     };
     waitUntil([&] {
         const QImage image = m_Screen.picture(area);
@@ -158,7 +153,7 @@ void EditingFixture::waitForRowsIn(const CellGrid &grid, const QStringList &rows
 void EditingFixture::waitForSelected(int row, int column)
 {
     park();
-    const QColor wanted = selected(colorOf(kRows[row][column].toLatin1()));
+    const QColor wanted = selectedColorOf(kRows[row][column].toLatin1());
     waitUntil([&] {
         const QImage image = m_Screen.picture();
         return isAlike(image.pixelColor(m_Grid.ground(row, column)), wanted) || !isRunning();

@@ -9,7 +9,7 @@
 
 #include <sys/stat.h>
 
-namespace {
+namespace ModellingTest {
 
 constexpr const char *kWorkbench = "Tambo";
 constexpr const char *kEditor = "Alignment Editor";
@@ -52,8 +52,6 @@ protected:
         m_Screen.click(corner + kKestramEntry);
     }
 };
-
-} // namespace
 
 TEST_F(Modelling, TwoFilesBecomeAModelThatIsTheTargetsStructure)
 {
@@ -112,6 +110,10 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     };
     waitUntil([&] { return exists("up") || !isRunning(); });
     m_Screen.pressKey(window(kWorkbench), "ctrl+q");
+    // "Leave it running", of the question about it.
+    const QString question = window(kWorkbench, 2);
+    waitUntil([&] { return isSettled(); });
+    m_Screen.pressKey(question, "Down Return");
     EXPECT_EQ(waitForEnd(), 0);
     EXPECT_FALSE(exists("end"));
     QFile pipe(go);
@@ -122,3 +124,5 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     EXPECT_FALSE(exists("signal"));
     EXPECT_FALSE(exists("user/cache/tmp/model.pdb"));
 }
+
+} // namespace ModellingTest

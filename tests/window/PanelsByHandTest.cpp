@@ -2,7 +2,7 @@
 // The gestures on the names and on the column marks, with real mouse events.
 #include "EditingFixture.h"
 
-namespace {
+namespace PanelsByHandTest {
 
 using PanelsByHand = EditingFixture;
 
@@ -152,4 +152,4 @@ TEST_F(PanelsByHand, ARightClickOnTheFirstNameReportsNothing)
     EXPECT_TRUE(m_Screen.findWindows(kReport).isEmpty());
 }
 
-} // namespace
+} // namespace PanelsByHandTest

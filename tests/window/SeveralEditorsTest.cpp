@@ -8,7 +8,7 @@
 
 #include <cstdlib>
 
-namespace {
+namespace SeveralEditorsTest {
 
 class SeveralEditors : public EditingFixture
 {
@@ -230,4 +230,4 @@ TEST_F(SeveralEditors, ALockedAlignmentIsLeftAloneAndTheWorkbenchSaysSo)
     waitForBoth(withRow(1, "AC-DEFGHIKLMN---"));
 }
 
-} // namespace
+} // namespace SeveralEditorsTest

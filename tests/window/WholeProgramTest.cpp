@@ -8,7 +8,7 @@
 
 #include <csignal>
 
-namespace {
+namespace WholeProgramTest {
 
 // The beginnings of the example's rows.
 const QStringList kRows = {
@@ -107,8 +107,7 @@ TEST_F(WholeProgram, PickingAStructureMarksItsRowInTheEditor)
     QPoint place(workbench.left() + 100, workbench.top() + 90);
     m_Screen.click(place);
     const QColor plain = colorOf('I');
-    // Half of the bright yellow that marks the selected.
-    const QColor marked((plain.red() + 255) / 2, (plain.green() + 255) / 2, plain.blue() / 2);
+    const QColor marked = selectedColorOf('I');
     waitUntil(
         [&] { return m_Screen.picture().pixelColor(grid.ground(0, 0)) != plain || !isRunning(); });
     const QColor shown = m_Screen.picture().pixelColor(grid.ground(0, 0));
@@ -268,4 +267,4 @@ TEST_F(WholeProgram, APictureThatCannotBeWrittenIsAnError)
     EXPECT_TRUE(m_Program.readAllStandardError().contains("none/picture.png"));
 }
 
-} // namespace
+} // namespace WholeProgramTest

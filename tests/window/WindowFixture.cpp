@@ -3,6 +3,7 @@
 
 #include "AminoAcids.h"
 #include "FileReader.h"
+#include "SelectionColor.h"
 #include "support/WaitUntil.h"
 
 #include <QFile>
@@ -68,7 +69,7 @@ void WindowFixture::send(int signal) const
 
 int WindowFixture::waitForEnd()
 {
-    m_Program.waitForFinished(kPatienceMilliseconds);
+    EXPECT_TRUE(m_Program.waitForFinished(kPatienceMilliseconds)) << "the program does not end";
     EXPECT_EQ(m_Program.exitStatus(), QProcess::NormalExit);
     return m_Program.exitCode();
 }
@@ -202,6 +203,11 @@ void WindowFixture::waitForColor(QPoint place, const QColor &color)
 QColor WindowFixture::colorOf(char letter)
 {
     return QColor(QRgb(TAMBO::aminoAcidColor(letter).rgb()));
+}
+
+QColor WindowFixture::selectedColorOf(char letter)
+{
+    return QColor(QRgb(TAMBO::selectedColor(TAMBO::aminoAcidColor(letter)).rgb()));
 }
 
 QString WindowFixture::example() const

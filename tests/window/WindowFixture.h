@@ -63,6 +63,7 @@ protected:
     // Waits until the place has the color.
     void waitForColor(QPoint place, const QColor &color);
     [[nodiscard]] static QColor colorOf(char letter);
+    [[nodiscard]] static QColor selectedColorOf(char letter);
     [[nodiscard]] QString example() const;
     QString write(const QString &name, const QByteArray &text);
 

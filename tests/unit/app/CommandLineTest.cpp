@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace CommandLineTest {
 
 using TAMBO::app::CommandLine;
 using TAMBO::app::parseCommandLine;
@@ -135,4 +135,4 @@ TEST(CommandLine, HelpAndVersionNeedNothingElse)
     EXPECT_EQ(parseCommandLine({"--version"}).mode, Mode::Version);
 }
 
-} // namespace
+} // namespace CommandLineTest

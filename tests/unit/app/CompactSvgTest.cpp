@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace CompactSvgTest {
 
 using TAMBO::app::compactSvg;
 
@@ -54,4 +54,4 @@ TEST(CompactSvg, WhatIsNoDrawingStays)
     EXPECT_EQ(compactSvg("rubbish"), "rubbish");
 }
 
-} // namespace
+} // namespace CompactSvgTest

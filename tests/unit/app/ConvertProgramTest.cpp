@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-namespace {
+namespace ConvertProgramTest {
 
 class ConvertProgram : public ProgramFixture
 {
@@ -161,4 +161,4 @@ TEST_F(ConvertProgram, HelpNamesCommandAndFormats)
         EXPECT_TRUE(help.output.contains(word)) << word;
 }
 
-} // namespace
+} // namespace ConvertProgramTest

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace {
+namespace EmptiedWindowsTest {
 
 using namespace TAMBO;
 using app::EmptiedWindows;
@@ -205,4 +205,4 @@ TEST_F(EmptiedWindowsTest, AWindowThatGoesIsForgotten)
     EXPECT_EQ(ShownObjects::Of(address), nullptr);
 }
 
-} // namespace
+} // namespace EmptiedWindowsTest

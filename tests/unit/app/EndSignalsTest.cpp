@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 namespace TAMBO::app {
-namespace {
+namespace EndSignalsTest {
 
 class EndSignalsTest : public testing::TestWithParam<int>
 {
@@ -94,5 +94,5 @@ TEST(EndSignals, AfterwardsTheyEndTheProgramAgain)
     EXPECT_EQ(WTERMSIG(status), SIGTERM);
 }
 
-} // namespace
+} // namespace EndSignalsTest
 } // namespace TAMBO::app

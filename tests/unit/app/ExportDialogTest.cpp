@@ -22,7 +22,7 @@
 #include <QTest>
 #include <QTimer>
 
-namespace {
+namespace ExportDialogTest {
 
 using namespace TAMBO;
 using app::ExportDialog;
@@ -330,4 +330,4 @@ TEST_F(ExportDialogTest, WithNothingToWriteNothingIsAsked)
     EXPECT_TRUE(app::ObjectCommands::canExport());
 }
 
-} // namespace
+} // namespace ExportDialogTest

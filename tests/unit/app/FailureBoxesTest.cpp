@@ -11,7 +11,7 @@
 
 #include <memory>
 
-namespace {
+namespace FailureBoxesTest {
 
 using TAMBO::app::FailureBoxes;
 
@@ -126,4 +126,4 @@ TEST_F(FailureBoxesTest, ManyCausesFitOnTheScreen)
     EXPECT_EQ(lines[12], "and 288 more, all of them in the log");
 }
 
-} // namespace
+} // namespace FailureBoxesTest

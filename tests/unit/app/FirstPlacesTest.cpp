@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace FirstPlacesTest {
 
 using TAMBO::app::placeBeside;
 using TAMBO::app::workbenchPlace;
@@ -54,4 +54,4 @@ TEST(FirstPlaces, APanelOfTheDesktopIsLeftFree)
     EXPECT_TRUE(room.contains(workbenchPlace(room)));
 }
 
-} // namespace
+} // namespace FirstPlacesTest

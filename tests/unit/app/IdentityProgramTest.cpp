@@ -3,7 +3,7 @@
 #include "ProgramFixture.h"
 #include "support/WaitUntil.h"
 
-namespace {
+namespace IdentityProgramTest {
 
 class IdentityProgram : public ProgramFixture
 {
@@ -79,4 +79,4 @@ TEST_F(IdentityProgram, OutputThatCannotBeWrittenIsAnError)
     EXPECT_EQ(process.readAllStandardError(), "tambo: cannot write to the standard output\n");
 }
 
-} // namespace
+} // namespace IdentityProgramTest

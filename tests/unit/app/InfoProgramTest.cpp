@@ -7,7 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-namespace {
+namespace InfoProgramTest {
 
 class InfoProgram : public ProgramFixture
 {
@@ -166,4 +166,4 @@ TEST_F(InfoProgram, OutputThatCannotBeWrittenIsAnError)
     EXPECT_EQ(process.exitCode(), 1);
 }
 
-} // namespace
+} // namespace InfoProgramTest

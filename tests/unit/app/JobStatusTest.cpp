@@ -15,7 +15,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace JobStatusTest {
 
 using TAMBO::app::JobStatus;
 using TAMBO::services::JobList;
@@ -45,8 +45,6 @@ protected:
     QMainWindow m_Window;
     JobStatus *m_Status = new JobStatus(m_Jobs);
 };
-
-} // namespace
 
 TEST_F(JobStatusTest, NothingIsShownWhileNoJobRuns)
 {
@@ -139,3 +137,5 @@ TEST_F(JobStatusTest, DurationsReadAsAClock)
     EXPECT_EQ(JobStatus::durationText(750'000), "12:30");
     EXPECT_EQ(JobStatus::durationText(3'723'000), "1:02:03");
 }
+
+} // namespace JobStatusTest

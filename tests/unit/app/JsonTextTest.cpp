@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace JsonTextTest {
 
 using TAMBO::app::JsonText;
 
@@ -74,4 +74,4 @@ TEST(JsonText, BytesThatAreNoTextAreReplaced)
     EXPECT_EQ(written("\xed\xa0\x80"), '"' + replacement + replacement + replacement + '"');
 }
 
-} // namespace
+} // namespace JsonTextTest

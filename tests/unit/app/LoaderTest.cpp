@@ -25,7 +25,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace {
+namespace LoaderTest {
 
 using namespace TAMBO;
 using TAMBO::app::Loader;
@@ -373,4 +373,4 @@ TEST_F(LoaderTest, ALoaderThatGoesGivesUpItsReading)
     EXPECT_TRUE(topLevelNames().empty());
 }
 
-} // namespace
+} // namespace LoaderTest

@@ -17,7 +17,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace {
+namespace LogModelTest {
 
 using TAMBO::app::LogFilter;
 using TAMBO::app::LogModel;
@@ -202,4 +202,4 @@ TEST_F(LogModelTest, ThePanelFollowsTheEndUnlessTheUserReads)
     EXPECT_EQ(bar->value(), 3);
 }
 
-} // namespace
+} // namespace LogModelTest

@@ -15,7 +15,7 @@
 
 #include <map>
 
-namespace {
+namespace LossesTest {
 
 using namespace TAMBO;
 using app::WritableObject;
@@ -368,4 +368,4 @@ TEST_F(LossesOfStructures, ColorsOfAtomsAndGroupsAreLost)
               QStringList{"The colors that were given are left out."});
 }
 
-} // namespace
+} // namespace LossesTest

@@ -27,7 +27,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-namespace {
+namespace ModelReaderTest {
 
 using namespace TAMBO;
 using app::Workbench;
@@ -136,8 +136,6 @@ protected:
 
     std::unique_ptr<Workbench> m_Workbench;
 };
-
-} // namespace
 
 // The path is handed over in Latin-1.
 TEST_F(ModelReaderTest, TheModelIsFoundInAFolderWithLettersOfAnyLanguage)
@@ -431,3 +429,5 @@ TEST_F(ModelReaderTest, WhatIsSavedForAJobIsNotSavedForTheUser)
     EXPECT_TRUE(QFile::exists(request.path));
     EXPECT_TRUE(history().isModified(*request.alignment));
 }
+
+} // namespace ModelReaderTest

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace ModellingToolsTest {
 
 using TAMBO::app::ModellingTools;
 
@@ -51,8 +51,6 @@ private:
     QByteArray m_Path = qgetenv("PATH");
     QByteArray m_Switch = qgetenv("KESTRAM");
 };
-
-} // namespace
 
 TEST_F(ModellingToolsTest, AnAdapterBesideTheProgramIsFoundByNameAfterwards)
 {
@@ -118,3 +116,5 @@ TEST_F(ModellingToolsTest, AnEngineThatCameLaterIsThereAfterTheNextStart)
     install("path/promod");
     EXPECT_TRUE(tools().stateText().contains("started again"));
 }
+
+} // namespace ModellingToolsTest

@@ -18,7 +18,7 @@
 #include <QMenu>
 #include <QTimer>
 
-namespace {
+namespace ObjectCommandsTest {
 
 using namespace TAMBO;
 using TAMBO::app::ObjectCommands;
@@ -315,4 +315,4 @@ TEST_F(ObjectCommandsTest, AnAlignmentCanBeOpenedInTheEditor)
     EXPECT_EQ(shown, &family);
 }
 
-} // namespace
+} // namespace ObjectCommandsTest

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace {
+namespace ObjectSourcesTest {
 
 using namespace TAMBO;
 using app::ObjectSources;
@@ -41,4 +41,4 @@ TEST_F(ObjectSourcesTest, WhatUndoBringsBackHasItsFileAgain)
     EXPECT_EQ(sources.fileOf(family), "/data/family.ali");
 }
 
-} // namespace
+} // namespace ObjectSourcesTest

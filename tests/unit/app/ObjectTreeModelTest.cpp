@@ -14,7 +14,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace {
+namespace ObjectTreeModelTest {
 
 using namespace TAMBO;
 using TAMBO::app::ObjectTreeModel;
@@ -281,4 +281,4 @@ TEST_F(ObjectTreeModelTest, NamesOfResiduesCannotBeTyped)
     EXPECT_FALSE(m_Model.flags(m_Model.index(0, 0, chain)) & Qt::ItemIsEditable);
 }
 
-} // namespace
+} // namespace ObjectTreeModelTest

@@ -12,7 +12,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace {
+namespace ObjectTreeTest {
 
 using namespace TAMBO;
 using TAMBO::app::ObjectTree;
@@ -198,4 +198,4 @@ TEST_F(ObjectTreeTest, AnEmptyTreeSaysWhatToDo)
     EXPECT_FALSE(inked());
 }
 
-} // namespace
+} // namespace ObjectTreeTest

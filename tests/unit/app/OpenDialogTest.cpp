@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace OpenDialogTest {
 
 using namespace TAMBO;
 
@@ -40,4 +40,4 @@ TEST(OpenDialog, OffersEachEndingThatIsWrittenAlsoCompressed)
     EXPECT_FALSE(QDir::match(patternsOf(filters[0]), QStringLiteral("notes.txt")));
 }
 
-} // namespace
+} // namespace OpenDialogTest

@@ -17,7 +17,7 @@
 
 #include <random>
 
-namespace {
+namespace PairIdentityTest {
 
 using namespace TAMBO;
 
@@ -148,4 +148,4 @@ TEST(PairIdentity, TheEditorReportsTheSameFigures)
     EXPECT_GT(reported, 150U);
 }
 
-} // namespace
+} // namespace PairIdentityTest

@@ -14,7 +14,7 @@
 #include <QTreeWidget>
 #include <QWidget>
 
-namespace {
+namespace PluginsTest {
 
 using namespace TAMBO;
 using services::PluginRecord;
@@ -133,4 +133,4 @@ TEST_F(PluginsTest, AnAlignmentIsShownByThePluginThatCan)
     delete window;
 }
 
-} // namespace
+} // namespace PluginsTest

@@ -15,7 +15,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace PrintNoticeTest {
 
 using TAMBO::app::PrintNotice;
 using TAMBO::services::PrintoutDesk;
@@ -108,6 +108,6 @@ TEST_F(PrintNoticeTest, AFileThatHasGoneIsSaid)
     EXPECT_TRUE(m_Viewer.opened.isEmpty());
 }
 
-} // namespace
+} // namespace PrintNoticeTest
 
 #include "PrintNoticeTest.moc"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace PrintOrderTest {
 
 using TAMBO::app::parsePrintOrder;
 using TAMBO::app::PrintOrder;
@@ -82,4 +82,4 @@ TEST(PrintOrder, WhatIsWrongIsSaid)
     EXPECT_EQ(errorOf({"a", "--frobnicate"}), "unknown option --frobnicate of print");
 }
 
-} // namespace
+} // namespace PrintOrderTest

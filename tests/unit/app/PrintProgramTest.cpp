@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace PrintProgramTest {
 
 class PrintProgram : public ProgramFixture
 {
@@ -219,4 +219,4 @@ TEST_F(PrintProgram, WithoutTheEditorThereIsNoPrint)
     EXPECT_EQ(files(), QStringList());
 }
 
-} // namespace
+} // namespace PrintProgramTest

@@ -5,7 +5,7 @@
 #include "AppFixture.h"
 #include "TestTexts.h"
 
-namespace {
+namespace ReadJobTest {
 
 using namespace TAMBO;
 using TAMBO::app::ReadJob;
@@ -132,4 +132,4 @@ TEST_F(ReadJobTest, ProgressGrowsFromFileToFile)
     EXPECT_GE(fractions.back(), 0.5);
 }
 
-} // namespace
+} // namespace ReadJobTest

@@ -7,7 +7,7 @@
 
 #include <QSignalSpy>
 
-namespace {
+namespace RecentFilesTest {
 
 using TAMBO::app::RecentFiles;
 using TAMBO::services::ConfigStore;
@@ -55,4 +55,4 @@ TEST_F(RecentFilesTest, TheListCanBeCleared)
     EXPECT_EQ(changed.count(), 2);
 }
 
-} // namespace
+} // namespace RecentFilesTest

@@ -7,7 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace {
+namespace SiblingStructuresTest {
 
 namespace fs = std::filesystem;
 
@@ -138,4 +138,4 @@ TEST(StructureName, IsTheFileNameWithoutEndings)
     EXPECT_EQ(TAMBO::app::structureName("1abc"), "1abc");
 }
 
-} // namespace
+} // namespace SiblingStructuresTest

@@ -23,7 +23,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
-namespace {
+namespace SuperposeTest {
 
 using namespace TAMBO;
 using app::SuperposeCommand;
@@ -365,4 +365,4 @@ TEST_F(SuperposeWorkbenchTest, AFailureStandsInTheStatusLine)
     EXPECT_EQ(status(), "Choose two chains or more.");
 }
 
-} // namespace
+} // namespace SuperposeTest

@@ -46,7 +46,7 @@
 
 #include <functional>
 
-namespace {
+namespace WorkbenchTest {
 
 using namespace TAMBO;
 using app::LoadReport;
@@ -576,13 +576,13 @@ TEST_F(WorkbenchTest, SaveAliThatFailsIsToldInABoxOverTheWindowUsed)
     {
         QString path;
         Alignment *alignment;
-    } request{m_Folder.filePath("none/saved.ali"), &alignment("<i>new</i>", {"AC-D"})};
+    } request{m_Folder.filePath("none/saved.ali"), &alignment("<i>new", {"AC-D"})};
     EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
                                      static_cast<void *>(&request)),
               Outcome::Failed);
     const QMessageBox *box = failureBox(tool);
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), "<i>new</i> could not be saved.");
+    EXPECT_EQ(box->text(), "<i>new could not be saved.");
     EXPECT_EQ(box->textFormat(), Qt::PlainText);
     EXPECT_TRUE(box->informativeText().startsWith("saved.ali: "))
         << qPrintable(box->informativeText());
@@ -664,4 +664,4 @@ TEST_F(WorkbenchTest, RoutesGoWithTheWorkbench)
     m_Workbench = std::make_unique<Workbench>();
 }
 
-} // namespace
+} // namespace WorkbenchTest

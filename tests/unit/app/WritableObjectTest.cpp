@@ -15,7 +15,7 @@
 #include <fstream>
 #include <map>
 
-namespace {
+namespace WritableObjectTest {
 
 using namespace TAMBO;
 using app::WritableObject;
@@ -272,4 +272,4 @@ TEST_F(WritableObjectTest, NamesOfFilesMayHaveAnyLetters)
     EXPECT_TRUE(read(file).startsWith(">P1;x1\n"));
 }
 
-} // namespace
+} // namespace WritableObjectTest

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace BrokenScaleTest {
 
 // Read when the application object is made, so it has to be set before main().
 const bool s_IsSet = qputenv("QT_SCALE_FACTOR", "1.25");
@@ -80,4 +80,4 @@ TEST_F(BrokenScale, ChangedCellsArePaintedToTheirEdges)
     }
 }
 
-} // namespace
+} // namespace BrokenScaleTest

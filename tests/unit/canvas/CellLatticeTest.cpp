@@ -23,7 +23,7 @@ std::ostream &operator<<(std::ostream &out, const CellRange &range)
                << ".." << range.colEnd;
 }
 
-namespace {
+namespace CellLatticeTest {
 
 // 3 rows of 5 columns.
 const CellLattice kLattice(3, 5, 13, 17);
@@ -124,4 +124,4 @@ TEST(CellLattice, PixelsTooFarAwayAreCutOff)
     EXPECT_EQ(huge.cellRect({0, huge.columns() - 1}).left(), CellLattice::kFarthest);
 }
 
-} // namespace
+} // namespace CellLatticeTest

@@ -10,7 +10,7 @@
 #include <set>
 #include <vector>
 
-namespace {
+namespace ItemIndexTest {
 
 using Items = std::vector<std::unique_ptr<QCanvasRectangle>>;
 
@@ -101,4 +101,4 @@ TEST(ItemIndex, RemovingAnItemThatIsNotInItDoesNothing)
     index.remove(in);
 }
 
-} // namespace
+} // namespace ItemIndexTest

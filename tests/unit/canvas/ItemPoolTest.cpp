@@ -7,7 +7,7 @@
 #include <set>
 #include <vector>
 
-namespace {
+namespace ItemPoolTest {
 
 TEST(ItemPool, BlocksDoNotOverlap)
 {
@@ -44,4 +44,4 @@ TEST(ItemPool, LargeBlocksAreServedToo)
     ItemPool::giveBack(block, 5000);
 }
 
-} // namespace
+} // namespace ItemPoolTest

@@ -12,7 +12,7 @@
 
 #include <cmath>
 
-namespace {
+namespace LatticePainterTest {
 
 constexpr unsigned long kRows = 9;
 constexpr unsigned long kColumns = 17;
@@ -196,4 +196,4 @@ TEST_F(LatticePainterTest, LeavesThePainterAsItWas)
     EXPECT_FALSE(painter.hasClipping());
 }
 
-} // namespace
+} // namespace LatticePainterTest

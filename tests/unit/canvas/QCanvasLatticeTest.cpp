@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace QCanvasLatticeTest {
 
 class QCanvasLattice : public ::testing::Test
 {
@@ -197,4 +197,4 @@ TEST_F(QCanvasLattice, CanvasMayGoWhileItsItemsAreStillAlive)
     returnToEventLoop();
 }
 
-} // namespace
+} // namespace QCanvasLatticeTest

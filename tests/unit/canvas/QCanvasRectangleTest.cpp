@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace QCanvasRectangleTest {
 
 QImage drawn(QCanvasRectangle &item)
 {
@@ -68,4 +68,4 @@ TEST(QCanvasRectangle, WithoutAnAreaCollidesWithNothing)
     EXPECT_EQ(canvas.collisions(QPoint(14, 14)).size(), 1);
 }
 
-} // namespace
+} // namespace QCanvasRectangleTest

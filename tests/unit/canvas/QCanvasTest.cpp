@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace QCanvasTest {
 
 QCanvasRectangle *rectangle(QCanvas &canvas, const QRect &rect, const QColor &color = Qt::red)
 {
@@ -230,4 +230,4 @@ TEST(QCanvas, ItemWithoutACanvasIsNobodys)
     EXPECT_EQ(item.boundingRect(), QRect(5, 6, 3, 4));
 }
 
-} // namespace
+} // namespace QCanvasTest

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace QCanvasTextTest {
 
 constexpr const char *kText = "Sequence  O";
 
@@ -170,4 +170,4 @@ TEST(QCanvasText, SeveralLinesStandBelowOneAnother)
     EXPECT_GT(inkOf(item).height(), QFontMetrics(testFont()).height());
 }
 
-} // namespace
+} // namespace QCanvasTextTest

@@ -18,7 +18,7 @@
 
 #include <vector>
 
-namespace {
+namespace QCanvasViewEventsTest {
 
 struct Event
 {
@@ -261,4 +261,4 @@ TEST_F(QCanvasViewEvents, FollowersDragScrollsTheLeaderWhereTheFollowerIsLarger)
     follower.setDragging(false);
 }
 
-} // namespace
+} // namespace QCanvasViewEventsTest

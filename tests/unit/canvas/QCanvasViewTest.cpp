@@ -17,7 +17,7 @@
 
 #include <vector>
 
-namespace {
+namespace QCanvasViewTest {
 
 class RecordingView : public QCanvasView
 {
@@ -308,4 +308,4 @@ TEST_F(QCanvasViewTest, PaintLogTintsAndTimesRepaintsWhenItIsOn)
     EXPECT_TRUE(recorder.messages().isEmpty());
 }
 
-} // namespace
+} // namespace QCanvasViewTest

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <vector>
 
-namespace {
+namespace TileCacheTest {
 
 constexpr QRgb kYellow = 0xffffff00;
 
@@ -134,4 +134,4 @@ TEST(TileCache, StartsAnewWhenItHasGrownBeyondItsLimit)
     EXPECT_EQ(cache.bytes(), 0U);
 }
 
-} // namespace
+} // namespace TileCacheTest

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace A3mTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -81,5 +81,5 @@ TEST(A3m, SecondaryStructureAloneIsNoAlignment)
     EXPECT_EQ(messageOf("x.a3m", ">ss_pred\nCHE\n"), "x.a3m: holds no sequences");
 }
 
-} // namespace
+} // namespace A3mTest
 } // namespace TAMBO::formats

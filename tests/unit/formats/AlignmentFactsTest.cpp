@@ -8,7 +8,7 @@
 #include <set>
 
 namespace TAMBO::formats {
-namespace {
+namespace AlignmentFactsTest {
 
 // Files that hold a row that the facts, taken from the bare text, do not count, or whose rows are
 // read as something else than their text. They have tests of their own.
@@ -232,5 +232,5 @@ TEST(AlignmentFacts, AlignmentsAreNamedAfterTheirFiles)
               "g6pd_templates");
 }
 
-} // namespace
+} // namespace AlignmentFactsTest
 } // namespace TAMBO::formats

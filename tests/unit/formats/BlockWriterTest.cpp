@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace BlockWriterTest {
 
 TEST(ClustalWriter, BlocksHaveAllRowsAndALineOfMarks)
 {
@@ -191,5 +191,5 @@ TEST(BlockWriter, NamesOfAnyCharactersReadBack)
     }
 }
 
-} // namespace
+} // namespace BlockWriterTest
 } // namespace TAMBO::formats

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace ClustalReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -166,5 +166,5 @@ TEST(ClustalReader, StopsThatBecomeGapsAreRemarkedOn)
                                                "gap; so were 1 more further down"));
 }
 
-} // namespace
+} // namespace ClustalReaderTest
 } // namespace TAMBO::formats

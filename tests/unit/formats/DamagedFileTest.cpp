@@ -16,7 +16,7 @@
 #include <random>
 
 namespace TAMBO::formats {
-namespace {
+namespace DamagedFileTest {
 
 const std::vector<std::string> kFiles = {
     "alignments/pir/ferredoxin_two_rows.pir",
@@ -153,5 +153,5 @@ TEST(DamagedFile, NoReaderTakesATextWithoutAnything)
     }
 }
 
-} // namespace
+} // namespace DamagedFileTest
 } // namespace TAMBO::formats

@@ -8,7 +8,7 @@
 #include <cmath>
 
 namespace TAMBO::formats {
-namespace {
+namespace FamilyTest {
 
 const ChainRecord *chainOf(const StructureRecord &structure, const std::string &name)
 {
@@ -140,5 +140,5 @@ TEST(Family, PositionsOfAlignedResiduesHaveTheKnownSpread)
     }
 }
 
-} // namespace
+} // namespace FamilyTest
 } // namespace TAMBO::formats

@@ -7,7 +7,7 @@
 #include <cctype>
 
 namespace TAMBO::formats {
-namespace {
+namespace FastaReaderTest {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -271,5 +271,5 @@ TEST(FastaReader, AnnotationOfSequencesWithoutColumnsIsLeftOutWithARemark)
                             "there are none"));
 }
 
-} // namespace
+} // namespace FastaReaderTest
 } // namespace TAMBO::formats

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace FastaWriterTest {
 
 using Texts = std::vector<std::string>;
 
@@ -112,5 +112,5 @@ TEST(A3mWriter, InsertionsAreReadBackFromTheirLeft)
     EXPECT_EQ(fitted.differenceTo(record), "row 1, \"a\", has its gaps at other places");
 }
 
-} // namespace
+} // namespace FastaWriterTest
 } // namespace TAMBO::formats

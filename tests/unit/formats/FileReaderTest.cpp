@@ -9,7 +9,7 @@
 #include <thread>
 
 namespace TAMBO::formats {
-namespace {
+namespace FileReaderTest {
 
 using ::testing::ElementsAre;
 
@@ -195,5 +195,5 @@ TEST(FileReader, FilesAreReadOnSeveralThreadsAtOnce)
     EXPECT_THAT(rows, ElementsAre(13600U, 13600U, 13600U, 13600U));
 }
 
-} // namespace
+} // namespace FileReaderTest
 } // namespace TAMBO::formats

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace FileWriterTest {
 
 namespace fs = std::filesystem;
 
@@ -191,5 +191,5 @@ TEST(FileWriter, ABreakInAnotherColumnOfTheSameGapIsADifference)
               "row 1, \"a\", has its chain breaks at other places");
 }
 
-} // namespace
+} // namespace FileWriterTest
 } // namespace TAMBO::formats

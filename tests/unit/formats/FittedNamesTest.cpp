@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace FittedNamesTest {
 
 using Texts = std::vector<std::string>;
 
@@ -105,5 +105,5 @@ TEST(FittedNames, ARowWithoutANameGetsOne)
               Texts{"1 of 2 rows has no name and gets one: \"row_2\"."});
 }
 
-} // namespace
+} // namespace FittedNamesTest
 } // namespace TAMBO::formats

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace FormatTextTest {
 
 TEST(FormatText, CharactersThatCannotBeShownAreShownAsBytes)
 {
@@ -51,5 +51,5 @@ TEST(FormatText, BaseNameLosesItsLastExtensionAndGz)
     EXPECT_EQ(baseName(".gz"), ".gz");
 }
 
-} // namespace
+} // namespace FormatTextTest
 } // namespace TAMBO::formats

@@ -16,7 +16,7 @@
 #include <ostream>
 
 namespace TAMBO::formats {
-namespace {
+namespace MemoryTest {
 
 constexpr unsigned long kRows = 10000;
 constexpr unsigned long kColumns = 2000;
@@ -75,5 +75,5 @@ INSTANTIATE_TEST_SUITE_P(Formats, Memory,
                                          Limit{"phylip", 4.5, 6}),
                          [](const auto &info) { return info.param.format; });
 
-} // namespace
+} // namespace MemoryTest
 } // namespace TAMBO::formats

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace MmcifReaderTest {
 
 using ::testing::ElementsAre;
 
@@ -162,5 +162,5 @@ TEST(MmcifReader, AlternativesInBlocksOfTheirOwnAreOneResidue)
     EXPECT_THAT(structure.remarks, ::testing::IsEmpty());
 }
 
-} // namespace
+} // namespace MmcifReaderTest
 } // namespace TAMBO::formats

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace MsfReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -130,5 +130,5 @@ TEST(MsfReader, StopsThatBecomeGapsAreRemarkedOn)
                 ElementsAre("x.msf:9: a stop (\"*\") in row \"a\" was read as a gap"));
 }
 
-} // namespace
+} // namespace MsfReaderTest
 } // namespace TAMBO::formats

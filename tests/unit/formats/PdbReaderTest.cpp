@@ -6,7 +6,7 @@
 #include <algorithm>
 
 namespace TAMBO::formats {
-namespace {
+namespace PdbReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -416,5 +416,5 @@ TEST(PdbReader, ResidueThatOneAlternativeLacksStandsAtItsPlace)
         ElementsAre("A: SER2 GLY3 CYS4"));
 }
 
-} // namespace
+} // namespace PdbReaderTest
 } // namespace TAMBO::formats

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace PhylipReaderTest {
 
 using ::testing::ElementsAre;
 
@@ -148,5 +148,5 @@ TEST(PhylipReader, StopsThatBecomeGapsAreRemarkedOn)
                 ElementsAre("x.phy:2: a stop (\"*\") in row \"a\" was read as a gap"));
 }
 
-} // namespace
+} // namespace PhylipReaderTest
 } // namespace TAMBO::formats

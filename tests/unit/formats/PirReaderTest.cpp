@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace PirReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -231,5 +231,5 @@ TEST(PirReader, TextBeforeTheFirstRecordIsLeftOutWithARemark)
                 ElementsAre("x.ali:1: text before the first record was left out"));
 }
 
-} // namespace
+} // namespace PirReaderTest
 } // namespace TAMBO::formats

@@ -8,7 +8,7 @@
 #include <random>
 
 namespace TAMBO::formats {
-namespace {
+namespace PirWriterTest {
 
 std::string pirOf(const AlignmentRecord &record, std::size_t lineLength = 0)
 {
@@ -143,5 +143,5 @@ TEST(PirWriter, RowsOfSeveralChainsComeBackAsTheyWere)
     }
 }
 
-} // namespace
+} // namespace PirWriterTest
 } // namespace TAMBO::formats

@@ -19,7 +19,7 @@
 #include <utility>
 
 namespace TAMBO::formats {
-namespace {
+namespace ReplacementFileTest {
 
 namespace fs = std::filesystem;
 
@@ -511,5 +511,5 @@ TEST(ReplacementFile, ADeviceThatTakesNothingIsAFailure)
     EXPECT_EQ(file.failure()->message, "full: cannot be written: No space left on device");
 }
 
-} // namespace
+} // namespace ReplacementFileTest
 } // namespace TAMBO::formats

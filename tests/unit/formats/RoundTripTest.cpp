@@ -11,7 +11,7 @@
 #include <set>
 
 namespace TAMBO::formats {
-namespace {
+namespace RoundTripTest {
 
 namespace fs = std::filesystem;
 
@@ -216,5 +216,5 @@ TEST(RoundTrips, TheSameSequencesInSeveralFormatsStayTheSame)
     }
 }
 
-} // namespace
+} // namespace RoundTripTest
 } // namespace TAMBO::formats

@@ -9,7 +9,7 @@
 #include <random>
 
 namespace TAMBO::formats {
-namespace {
+namespace RowBuilderTest {
 
 // Text with the room behind it that the builder may look at.
 class Text
@@ -180,5 +180,5 @@ TEST(LetterCopy, BothWaysCopyTheLettersThatAreAskedFor)
     }
 }
 
-} // namespace
+} // namespace RowBuilderTest
 } // namespace TAMBO::formats

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 namespace TAMBO::formats {
-namespace {
+namespace StockholmReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -278,5 +278,5 @@ TEST(StockholmReader, StopsThatBecomeGapsAreRemarkedOn)
     EXPECT_THAT(contents.alignments[1].remarks, IsEmpty());
 }
 
-} // namespace
+} // namespace StockholmReaderTest
 } // namespace TAMBO::formats

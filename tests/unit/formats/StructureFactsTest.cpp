@@ -9,7 +9,7 @@
 #include <sstream>
 
 namespace TAMBO::formats {
-namespace {
+namespace StructureFactsTest {
 
 struct Observed
 {
@@ -202,5 +202,5 @@ TEST(StructureFacts, PdbAndMmcifOfOneEntryAgree)
     }
 }
 
-} // namespace
+} // namespace StructureFactsTest
 } // namespace TAMBO::formats

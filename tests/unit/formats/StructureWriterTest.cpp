@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace StructureWriterTest {
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -294,5 +294,5 @@ TEST(StructureWriter, EveryKindOfDifferenceIsFound)
     EXPECT_EQ(differenceTo(changed), "its helices and strands differ");
 }
 
-} // namespace
+} // namespace StructureWriterTest
 } // namespace TAMBO::formats

@@ -8,7 +8,7 @@
 #include <random>
 
 namespace TAMBO::formats {
-namespace {
+namespace TextReaderTest {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -145,5 +145,5 @@ TEST(TextReader, RestOfTextIsTheTextWithItsLineEndsMadeOne)
     EXPECT_EQ(reader.restOfText(), expected + "end");
 }
 
-} // namespace
+} // namespace TextReaderTest
 } // namespace TAMBO::formats

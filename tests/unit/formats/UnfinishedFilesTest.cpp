@@ -15,7 +15,7 @@
 #include <unistd.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace UnfinishedFilesTest {
 
 namespace fs = std::filesystem;
 
@@ -182,5 +182,5 @@ TEST_F(UnfinishedFiles, NamesAreNotUsedTwiceAndFitIntoAFolder)
     EXPECT_LT(name.size(), 80U);
 }
 
-} // namespace
+} // namespace UnfinishedFilesTest
 } // namespace TAMBO::formats

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 namespace TAMBO {
-namespace {
+namespace WriteFormatTest {
 
 TEST(WriteFormat, EveryNameStandsForOptionsOfItsOwn)
 {
@@ -80,5 +80,5 @@ TEST(WriteFormat, ThePageAboutFormatsHasEveryNameAndEnding)
     }
 }
 
-} // namespace
+} // namespace WriteFormatTest
 } // namespace TAMBO

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 namespace TAMBO::formats {
-namespace {
+namespace WriteLossesTest {
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -255,5 +255,5 @@ TEST(Obstacles, AnAlignmentIsNoStructure)
               "An alignment cannot be written as a PDB file.");
 }
 
-} // namespace
+} // namespace WriteLossesTest
 } // namespace TAMBO::formats

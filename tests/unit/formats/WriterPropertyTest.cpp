@@ -13,7 +13,7 @@
 #include <set>
 
 namespace TAMBO::formats {
-namespace {
+namespace WriterPropertyTest {
 
 // Names that mean something in one format or another.
 constexpr auto kNames = std::to_array<const char *>({"a",
@@ -202,5 +202,5 @@ INSTANTIATE_TEST_SUITE_P(Formats, WriterProperty,
                              return name;
                          });
 
-} // namespace
+} // namespace WriterPropertyTest
 } // namespace TAMBO::formats

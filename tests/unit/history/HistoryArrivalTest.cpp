@@ -9,7 +9,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace HistoryArrivalTest {
 
 class HistoryArrivalTest : public HistoryFixture
 {
@@ -43,8 +43,6 @@ protected:
     TAMBO::Peptide &first = peptide("first", "ACD");
     TAMBO::Peptide &second = peptide("second", "EFG");
 };
-
-} // namespace
 
 TEST_F(HistoryArrivalTest, UndoingTheCommandKeepsWhatArrived)
 {
@@ -276,3 +274,5 @@ TEST_F(HistoryArrivalTest, AnArrivalThatFailsDoesNotKeepTheOthersWaiting)
     EXPECT_THAT(topLevelNames(), ElementsAre("first", "second", "file"));
     EXPECT_THAT(log, ElementsAre("A change could not be concluded: no memory"));
 }
+
+} // namespace HistoryArrivalTest

@@ -13,7 +13,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace HistoryEditsTest {
 
 class HistoryEditsTest : public HistoryFixture
 {
@@ -64,8 +64,6 @@ protected:
     TAMBO::Peptide *tied = nullptr;
     TAMBO::Alignment *alignment = nullptr;
 };
-
-} // namespace
 
 TEST_F(HistoryEditsTest, Rename)
 {
@@ -269,3 +267,5 @@ TEST_F(HistoryEditsTest, SelectionIsNotTouchedByUndo)
     history.undo();
     EXPECT_TRUE(free.isSelected(1));
 }
+
+} // namespace HistoryEditsTest

@@ -5,15 +5,13 @@
 
 using testing::ElementsAre;
 
-namespace {
+namespace HistoryLimitTest {
 
 class HistoryLimitTest : public HistoryFixture
 {
 protected:
     TAMBO::Peptide &object = peptide("object", std::string(10000, 'A'));
 };
-
-} // namespace
 
 TEST_F(HistoryLimitTest, LimitIsAQuarterGigabyteUnlessSet)
 {
@@ -176,3 +174,5 @@ TEST_F(HistoryLimitTest, GapMoveTakesAtMost200Bytes)
     history.undo();
     EXPECT_LE(history.bytes(), 200U);
 }
+
+} // namespace HistoryLimitTest

@@ -8,7 +8,7 @@
 #include <map>
 #include <random>
 
-namespace {
+namespace HistoryRandomTest {
 
 class HistoryRandomTest : public HistoryFixture, public testing::WithParamInterface<unsigned>
 {
@@ -152,8 +152,6 @@ void HistoryRandomTest::bringSomething()
     target.retie(std::move(ties));
 }
 
-} // namespace
-
 TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
 {
     std::map<std::size_t, std::string> states{{0, portrait()}};
@@ -241,3 +239,5 @@ TEST_P(HistoryRandomTest, SmallLimitDropsStepsAndNeverHarmsTheOthers)
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HistoryRandomTest, testing::Range(1U, 13U));
+
+} // namespace HistoryRandomTest

@@ -6,7 +6,7 @@
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-namespace {
+namespace HistorySavedTest {
 
 class HistorySavedTest : public HistoryFixture
 {
@@ -25,8 +25,6 @@ protected:
     TAMBO::Alignment &first = *TAMBO::DataMaker::makeAlignment("first", {&sequence});
     TAMBO::Alignment &second = *TAMBO::DataMaker::makeAlignment("second", {&sequence});
 };
-
-} // namespace
 
 TEST_F(HistorySavedTest, NothingIsModifiedAtTheBeginning)
 {
@@ -146,3 +144,5 @@ TEST_F(HistorySavedTest, SelectionIsNoUnsavedWork)
     first.select({0, 3}, true);
     EXPECT_THAT(modified(), IsEmpty());
 }
+
+} // namespace HistorySavedTest

@@ -8,7 +8,7 @@
 
 using namespace TAMBO;
 
-namespace {
+namespace HistorySuperposeTest {
 
 class HistorySuperposeTest : public SuperposeFixture
 {
@@ -33,8 +33,6 @@ protected:
     Alignment *alignment;
     History history;
 };
-
-} // namespace
 
 TEST_F(HistorySuperposeTest, UndoGivesBackEveryBitOfTheCoordinates)
 {
@@ -124,3 +122,5 @@ TEST_F(HistorySuperposeTest, AStructureThatWasDeletedMeanwhileComesBackWhereItWa
     ASSERT_TRUE(history.undo());
     EXPECT_EQ(bits(), before);
 }
+
+} // namespace HistorySuperposeTest

@@ -8,15 +8,13 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace HistoryTest {
 
 class HistoryTest : public HistoryFixture
 {
 protected:
     TAMBO::Peptide &object = peptide("object", "ACDEF");
 };
-
-} // namespace
 
 TEST_F(HistoryTest, BeginsEmpty)
 {
@@ -342,3 +340,5 @@ TEST_F(HistoryTest, WindowThatRenamesWhileItIsToldOfAnUndoKeepsTheRedo)
     EXPECT_TRUE(history.redo());
     EXPECT_EQ(object.Name(), "renamed");
 }
+
+} // namespace HistoryTest

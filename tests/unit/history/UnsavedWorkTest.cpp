@@ -14,7 +14,7 @@ using TAMBO::EditParts;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace UnsavedWorkTest {
 
 class UnsavedWorkTest : public HistoryFixture
 {
@@ -294,4 +294,4 @@ TEST_F(UnsavedWorkTest, WhatAnObjectWasIsForgottenWhenItIsFreed)
     EXPECT_EQ(history.unsavedObjects().size(), 3U);
 }
 
-} // namespace
+} // namespace UnsavedWorkTest

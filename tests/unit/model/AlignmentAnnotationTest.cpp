@@ -9,7 +9,7 @@ using TAMBO::AlignmentRecord;
 using TAMBO::Annotation;
 using TAMBO::RowRecord;
 
-namespace {
+namespace AlignmentAnnotationTest {
 
 using Annotations = std::vector<Annotation>;
 
@@ -242,4 +242,4 @@ TEST_F(AlignmentAnnotationTest, BytesCountWhatWasSaid)
     EXPECT_GE(adopt(record).table().bytes(), plain + 3000);
 }
 
-} // namespace
+} // namespace AlignmentAnnotationTest

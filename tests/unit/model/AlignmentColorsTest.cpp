@@ -14,7 +14,7 @@ using TAMBO::Alignment;
 using TAMBO::Compound;
 using TAMBO::Peptide;
 
-namespace {
+namespace AlignmentColorsTest {
 
 constexpr Color kRed(0xff0000);
 constexpr Color kGreen(0x00ff00);
@@ -212,8 +212,6 @@ Table someTable(unsigned seed)
     table['D'] = TAMBO::aminoAcidColor('D');
     return table;
 }
-
-} // namespace
 
 TEST_P(AlignmentColorsOfAnyLength, TheTableColoursAsEachResidueByItself)
 {
@@ -578,3 +576,5 @@ TEST_F(AlignmentColors, PositionsOfACellRangeAreThoseOfItsResidues)
     sample.readPositions(0, sample.width() - 2, sample.width() + 5, none);
     EXPECT_EQ(none.size(), 2U);
 }
+
+} // namespace AlignmentColorsTest

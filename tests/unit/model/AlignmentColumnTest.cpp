@@ -6,7 +6,7 @@ using TAMBO::Compound;
 using TAMBO::OccupancyRow;
 using TAMBO::Peptide;
 
-namespace {
+namespace AlignmentColumnTest {
 
 class AlignmentColumn : public AlignmentFixture
 {
@@ -53,8 +53,6 @@ protected:
         return after;
     }
 };
-
-} // namespace
 
 // ---- insertGapCol
 
@@ -389,3 +387,5 @@ TEST_F(AlignmentColumn, ColumnsThatWouldLoseOrMakeResiduesAreRefused)
     EXPECT_EQ(history.undoCount(), 0U);
     EXPECT_EQ(log, Texts(6, "The columns to be put into test do not fit its sequences."));
 }
+
+} // namespace AlignmentColumnTest

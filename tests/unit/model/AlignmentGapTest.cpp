@@ -3,7 +3,7 @@
 
 using TAMBO::Alignment;
 
-namespace {
+namespace AlignmentGapTest {
 
 class AlignmentGap : public AlignmentFixture
 {
@@ -43,8 +43,6 @@ private:
         return after[0];
     }
 };
-
-} // namespace
 
 // ---- insertGap
 
@@ -280,3 +278,5 @@ TEST_F(AlignmentGap, StepOfAGapMoveIsSmallWhateverTheSize)
     EXPECT_LE(history.last().front()->bytes(), 100U);
     EXPECT_STREQ(history.last().front()->kind(), "insert gap");
 }
+
+} // namespace AlignmentGapTest

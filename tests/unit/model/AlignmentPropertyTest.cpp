@@ -9,7 +9,7 @@
 using TAMBO::Alignment;
 using TAMBO::Peptide;
 
-namespace {
+namespace AlignmentPropertyTest {
 
 class AlignmentProperty : public AlignmentFixture
 {
@@ -363,8 +363,6 @@ class AlignmentPropertyAtWidth : public AlignmentProperty,
 {
 };
 
-} // namespace
-
 TEST_P(AlignmentPropertyAtWidth, EveryOperationAgreesWithTheReferenceAndIsUndoneAndRedone)
 {
     for (unsigned seed = 1; seed <= 4; ++seed) {
@@ -379,3 +377,5 @@ TEST_P(AlignmentPropertyAtWidth, EveryOperationAgreesWithTheReferenceAndIsUndone
 
 INSTANTIATE_TEST_SUITE_P(Widths, AlignmentPropertyAtWidth,
                          ::testing::Values(0, 1, 2, 7, 63, 64, 65, 127, 128, 129, 255, 256, 257));
+
+} // namespace AlignmentPropertyTest

@@ -6,13 +6,11 @@ using TAMBO::AlignmentCell;
 using TAMBO::Compound;
 using TAMBO::Peptide;
 
-namespace {
+namespace AlignmentReadingTest {
 
 class AlignmentReading : public AlignmentFixture
 {
 };
-
-} // namespace
 
 TEST_F(AlignmentReading, EmptyAlignmentHasNeitherColumnsNorRows)
 {
@@ -445,3 +443,5 @@ TEST_F(AlignmentReading, LayoutRevisionStaysWhenOnlySelectionColourOrRangeChange
     sample.moveGap(0, 1, 1, true);
     EXPECT_EQ(sample.layoutRevision(), before);
 }
+
+} // namespace AlignmentReadingTest

@@ -8,7 +8,7 @@ using TAMBO::Alignment;
 using TAMBO::Compound;
 using TAMBO::Peptide;
 
-namespace {
+namespace AlignmentRowsTest {
 
 class AlignmentRows : public AlignmentFixture
 {
@@ -22,8 +22,6 @@ protected:
         return letters;
     }
 };
-
-} // namespace
 
 // ---- bubbleRow
 
@@ -235,8 +233,6 @@ TEST_F(AlignmentRows, RowsOfASequenceThatIsNotThereAreNoStep)
 
 // ---- combine
 
-namespace {
-
 class AlignmentCombine : public AlignmentFixture
 {
 protected:
@@ -274,8 +270,6 @@ protected:
     Peptide *three = nullptr;
     Peptide *four = nullptr;
 };
-
-} // namespace
 
 TEST_F(AlignmentCombine, ColumnsAreMatchedAlongTheFirstSequenceThatBothHold)
 {
@@ -552,3 +546,5 @@ TEST_F(AlignmentRows, DuplicateOfALockedAlignmentIsFree)
     EXPECT_EQ(rowsOf(*copy), Texts{"-A-C"});
     EXPECT_TRUE(log.empty());
 }
+
+} // namespace AlignmentRowsTest

@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-namespace {
+namespace AminoAcidsTest {
 
 using Lab = std::array<double, 3>;
 using Matrix = std::array<std::array<double, 3>, 3>;
@@ -55,8 +55,6 @@ double distance(Color a, Color b, const Matrix &vision)
 
 // One letter for each property.
 constexpr std::string_view kGroups = "GLFCPSNDKH";
-
-} // namespace
 
 TEST(AminoAcids, TwentyLettersHaveTheirThreeLetterNames)
 {
@@ -134,3 +132,5 @@ TEST(AminoAcids, BlackOrWhiteLettersStandOutOnEveryColour)
         EXPECT_GT(contrast, 3.5) << letter;
     }
 }
+
+} // namespace AminoAcidsTest

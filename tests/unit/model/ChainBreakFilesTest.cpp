@@ -13,7 +13,7 @@
 
 using TAMBO::Alignment;
 
-namespace {
+namespace ChainBreakFilesTest {
 
 namespace fs = std::filesystem;
 
@@ -98,4 +98,4 @@ TEST_F(ChainBreakFilesTest, MovedGapsTakeTheirBreaksIntoTheFile)
     EXPECT_EQ(textOf(alignment), row("A--C-/--GHI"));
 }
 
-} // namespace
+} // namespace ChainBreakFilesTest

@@ -9,7 +9,7 @@ using TAMBO::Alignment;
 using TAMBO::ChainBreak;
 using TAMBO::Peptide;
 
-namespace {
+namespace ChainBreakTest {
 
 // '/' on the gaps that have a break; breaks without a gap are counted behind the row.
 std::string markedRow(const Alignment &alignment, std::size_t row)
@@ -462,4 +462,4 @@ TEST_F(ChainBreakProperty, BreaksFollowTheirGapsThroughRandomChanges)
     }
 }
 
-} // namespace
+} // namespace ChainBreakTest

@@ -15,7 +15,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace DestroyTest {
 
 class DestroyTest : public ModelFixture
 {
@@ -30,8 +30,6 @@ protected:
         return std::find(space().begin(), space().end(), object) != space().end();
     }
 };
-
-} // namespace
 
 TEST_F(DestroyTest, NullIsIgnored)
 {
@@ -205,3 +203,5 @@ TEST_F(DestroyTest, AlignmentIsMadeOfThePeptidesInTheirOrder)
     EXPECT_EQ(made->Name(), "mixed");
     EXPECT_TRUE(isTopLevel(made));
 }
+
+} // namespace DestroyTest

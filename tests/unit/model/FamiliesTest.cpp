@@ -18,7 +18,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace FamiliesTest {
 
 namespace fs = std::filesystem;
 
@@ -115,8 +115,6 @@ std::vector<TAMBO::RowRecord> readBlocks(const fs::path &file)
     }
     return rows;
 }
-
-} // namespace
 
 TEST_F(FamiliesTest, DehydrogenasesShowTheirChainsWithCountedRanges)
 {
@@ -247,3 +245,5 @@ TEST_F(FamiliesTest, EveryStructureFileBecomesATreeThatAgreesWithItself)
     }
     EXPECT_GT(count, 20U);
 }
+
+} // namespace FamiliesTest

@@ -11,7 +11,7 @@
 
 using TAMBO::fileNameOf;
 
-namespace {
+namespace FileNameTest {
 
 TEST(FileName, UsableNamesStay)
 {
@@ -69,4 +69,4 @@ TEST_F(AlignmentNameTest, SequencesKeepTheirNames)
     EXPECT_EQ(sequence.Name(), "P12345/2-90");
 }
 
-} // namespace
+} // namespace FileNameTest

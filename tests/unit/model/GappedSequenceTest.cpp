@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace GappedSequenceTest {
+
 using TAMBO::GappedSequence;
 
 TEST(GappedSequence, StartsEmpty)
@@ -50,3 +52,5 @@ TEST(GappedSequence, GapsAloneHoldNoLetter)
     EXPECT_TRUE(sequence.letters.empty());
     EXPECT_EQ(sequence.occupancy, std::vector<std::uint64_t>(3));
 }
+
+} // namespace GappedSequenceTest

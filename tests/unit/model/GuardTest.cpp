@@ -17,7 +17,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace GuardTest {
 
 // Counts steps and their edits.
 class CountingRecorder : public TAMBO::EditRecorder
@@ -39,8 +39,6 @@ protected:
     TAMBO::Peptide &object = peptide("object", "ACD");
     CountingRecorder recorder;
 };
-
-} // namespace
 
 static_assert(std::is_nothrow_destructible_v<DataPointBase>);
 static_assert(!std::is_copy_constructible_v<DataPointBase>);
@@ -425,8 +423,6 @@ TEST_F(GuardTest, RecorderThatThrowsDoesNotStopThePublication)
 
 // ---- What the user is told
 
-namespace {
-
 class RefusalTest : public GuardTest
 {
 protected:
@@ -439,8 +435,6 @@ protected:
 
     Texts denied;
 };
-
-} // namespace
 
 TEST_F(RefusalTest, GuardWhileAnotherChangeIsPublishedSaysWhy)
 {
@@ -489,3 +483,5 @@ TEST_F(RefusalTest, LockedPartIsSaidWhenTheCommandDoesNothingElse)
     }
     EXPECT_THAT(denied, IsEmpty()) << "the user sees what was done";
 }
+
+} // namespace GuardTest

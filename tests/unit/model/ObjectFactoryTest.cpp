@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-namespace {
+namespace ObjectFactoryTest {
 
 TAMBO::RowRecord rowRecord(const std::string &name, const std::string &text,
                            TAMBO::StructureLink link = {})
@@ -60,8 +60,6 @@ protected:
         return text;
     }
 };
-
-} // namespace
 
 TEST_F(ObjectFactoryTest, RowsWithoutAStructureGetSequencesOfTheirOwn)
 {
@@ -441,3 +439,5 @@ TEST_F(ObjectFactoryTest, RecordOfAChainNamesItsStructure)
     EXPECT_EQ(row.link->first, "0A");
     EXPECT_EQ(row.link->last, "22");
 }
+
+} // namespace ObjectFactoryTest

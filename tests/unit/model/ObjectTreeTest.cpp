@@ -16,7 +16,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace ObjectTreeTest {
 
 // A structure with two chains, a ligand in the first and a chain of nucleotides only.
 class ObjectTreeTest : public ModelFixture
@@ -51,8 +51,6 @@ std::vector<std::string> pathsOf(const std::vector<TAMBO::Compound *> &objects)
         paths.push_back(object->GetFQName());
     return paths;
 }
-
-} // namespace
 
 TEST_F(ObjectTreeTest, SpaceIsOneInstance)
 {
@@ -364,3 +362,5 @@ TEST_F(ObjectTreeTest, LockedObjectsMayBeSelected)
     loaded->chain(0)->residue(0)->SetSelected(true);
     EXPECT_TRUE(loaded->chain(0)->residue(0)->IsSelected());
 }
+
+} // namespace ObjectTreeTest

@@ -10,7 +10,7 @@
 
 using TAMBO::OccupancyRow;
 
-namespace {
+namespace OccupancyRowTest {
 
 OccupancyRow row(const std::string &text)
 {
@@ -59,8 +59,6 @@ void expectSame(const OccupancyRow &row, const std::string &expected)
     const std::size_t last = expected.find_last_not_of('-');
     ASSERT_EQ(row.end(), last == std::string::npos ? 0 : last + 1);
 }
-
-} // namespace
 
 TEST(OccupancyRow, EmptyRowHoldsNoResidue)
 {
@@ -184,3 +182,5 @@ TEST(OccupancyRow, EditsAgreeWithPlainTextAtEveryWidth)
         }
     }
 }
+
+} // namespace OccupancyRowTest

@@ -16,7 +16,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace PeptideTest {
 
 class PeptideTest : public ModelFixture
 {
@@ -31,8 +31,6 @@ protected:
         return result;
     }
 };
-
-} // namespace
 
 TEST_F(PeptideTest, ResiduesHaveTheLettersOfTheSequence)
 {
@@ -324,3 +322,5 @@ TEST(ResidueColors, FewColoursTakeAByteAResidue)
         colors.set(i, Color(unsigned(i % 20)));
     EXPECT_LT(colors.bytes(), 11000U);
 }
+
+} // namespace PeptideTest

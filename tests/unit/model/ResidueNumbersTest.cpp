@@ -9,7 +9,7 @@
 using TAMBO::ResidueNumbers;
 using TAMBO::SequenceNumber;
 
-namespace {
+namespace ResidueNumbersTest {
 
 std::string text(const ResidueNumbers &numbers, std::size_t count)
 {
@@ -18,8 +18,6 @@ std::string text(const ResidueNumbers &numbers, std::size_t count)
         result += (i == 0 ? "" : " ") + numbers.at(i).getValue();
     return result;
 }
-
-} // namespace
 
 TEST(ResidueNumbers, CountFromOneWithoutAnything)
 {
@@ -83,3 +81,5 @@ TEST(ResidueNumbers, AnySequenceOfChangesReadsBackAsSet)
             ASSERT_EQ(numbers.at(i), expected[i]) << "round " << round << ", residue " << i;
     }
 }
+
+} // namespace ResidueNumbersTest

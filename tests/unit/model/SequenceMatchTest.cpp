@@ -10,7 +10,7 @@
 using TAMBO::matchSequences;
 using TAMBO::SequenceMatch;
 
-namespace {
+namespace SequenceMatchTest {
 
 // The second sequence under the first, '.' where a letter has no partner.
 std::string partners(std::string_view first, std::string_view second,
@@ -29,8 +29,6 @@ std::string randomProtein(std::mt19937 &random, std::size_t length)
         text += "ACDEFGHIKLMNPQRSTVWY"[random() % 20];
     return text;
 }
-
-} // namespace
 
 TEST(SequenceMatch, EqualSequencesMatchLetterByLetter)
 {
@@ -147,3 +145,5 @@ TEST(SequenceMatch, RunsAscendInBothAndStayInBounds)
         EXPECT_EQ(match.matched, matched);
     }
 }
+
+} // namespace SequenceMatchTest

@@ -8,7 +8,7 @@
 
 using TAMBO::SequenceNumber;
 
-namespace {
+namespace SequenceNumberTest {
 
 struct NumberCase
 {
@@ -28,8 +28,6 @@ void PrintTo(const NumberCase &number, std::ostream *out)
 class SequenceNumberText : public testing::TestWithParam<NumberCase>
 {
 };
-
-} // namespace
 
 TEST_P(SequenceNumberText, IsAnIntegerWithAnOptionalInsertionLetterOrKeptAsItStands)
 {
@@ -96,3 +94,5 @@ TEST(SequenceNumber, EqualityComparesNumberAndLetter)
     EXPECT_NE(SequenceNumber("12"), SequenceNumber("12A"));
     EXPECT_NE(SequenceNumber(""), SequenceNumber("0"));
 }
+
+} // namespace SequenceNumberTest

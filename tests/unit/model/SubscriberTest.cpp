@@ -8,7 +8,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace SubscriberTest {
 
 class SubscriberTest : public ModelFixture
 {
@@ -17,8 +17,6 @@ protected:
 
     TAMBO::Peptide &object = peptide("object", "ACD");
 };
-
-} // namespace
 
 TEST_F(SubscriberTest, IsRegisteredWhileItExists)
 {
@@ -104,3 +102,5 @@ TEST_F(SubscriberTest, ManyMayComeAndGoWhileTheListGrows)
     publish();
     EXPECT_THAT(last.calls, ElementsAre("update"));
 }
+
+} // namespace SubscriberTest

@@ -9,7 +9,7 @@
 
 using namespace TAMBO;
 
-namespace {
+namespace SuperposeFamiliesTest {
 
 namespace fs = std::filesystem;
 
@@ -66,8 +66,6 @@ protected:
     }
 };
 
-} // namespace
-
 TEST_F(SuperposeFamiliesTest, SerineProteasesThatLieOnEachOtherComeStillNearer)
 {
     for (const char *name : {"1A0J_A", "1ABI_H", "1BRU_P", "1AU8_A", "1PPF_E", "1XXD_A"})
@@ -119,3 +117,5 @@ TEST_F(SuperposeFamiliesTest, GlobinsAreBroughtTogetherFromTheirCrystals)
                      {2.3361, 48.1716},
                      {3.0558, 68.1444}});
 }
+
+} // namespace SuperposeFamiliesTest

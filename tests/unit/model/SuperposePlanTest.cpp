@@ -6,11 +6,9 @@
 
 using namespace TAMBO;
 
-namespace {
+namespace SuperposePlanTest {
 
 using SuperposePlanTest = SuperposeFixture;
-
-} // namespace
 
 TEST_F(SuperposePlanTest, ACopyTurnedAndShiftedAnyhowComesToLieOnItsOriginal)
 {
@@ -269,3 +267,5 @@ TEST_F(SuperposePlanTest, MovingRefusesAllWhenOneIsLocked)
     EXPECT_NE(bitsOf(one), before);
     EXPECT_TRUE(moveStructures({}));
 }
+
+} // namespace SuperposePlanTest

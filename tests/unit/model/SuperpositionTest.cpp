@@ -10,7 +10,7 @@ using TAMBO::rootMeanSquareDistance;
 using TAMBO::Superposition;
 using TAMBO::Vertex;
 
-namespace {
+namespace SuperpositionTest {
 
 const std::vector<Vertex> kPoints = {{0, 0, 0}, {3, 0, 0}, {0, 5, 0}, {1, 2, 7}, {-4, 1, 2}};
 
@@ -36,8 +36,6 @@ double distanceAfter(const std::vector<PointPair> &given)
         pair.moving = superposition(pair.moving);
     return rootMeanSquareDistance(result);
 }
-
-} // namespace
 
 TEST(Superposition, ATurnAndAShiftAreFound)
 {
@@ -92,3 +90,5 @@ TEST(Superposition, AnUndefinedPointStaysUndefined)
 {
     EXPECT_FALSE(Superposition(pairs(moved))(Vertex()).isDefined());
 }
+
+} // namespace SuperpositionTest

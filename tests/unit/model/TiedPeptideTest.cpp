@@ -13,7 +13,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace TiedPeptideTest {
 
 // The row "MACXEF": its letters A, C, X and E are residues 1, 2, 3 and 4 of the chain "ACDEG".
 class TiedPeptideTest : public ModelFixture
@@ -53,8 +53,6 @@ public:
 private:
     std::vector<std::unique_ptr<TAMBO::Edit>> m_Inverses;
 };
-
-} // namespace
 
 TEST_F(TiedPeptideTest, ResidueKeepsItsOwnLetter)
 {
@@ -242,3 +240,5 @@ TEST_F(TiedPeptideTest, ASequenceTiedLateIsFreedWithItsStructureToo)
     EXPECT_FALSE(late.hasTies());
     EXPECT_FALSE(late.residue(0)->Position().isDefined());
 }
+
+} // namespace TiedPeptideTest

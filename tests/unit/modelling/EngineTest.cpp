@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+namespace EngineTest {
+
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
@@ -42,3 +44,5 @@ TEST_F(EngineTest, ARunFolderGoesWithItsObject)
     setenv("TMPDIR", (path() / "none").c_str(), 1);
     EXPECT_TRUE(kestram::RunFolder().path().empty());
 }
+
+} // namespace EngineTest

@@ -11,7 +11,7 @@
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-namespace {
+namespace KestramProgramTest {
 
 class KestramProgram : public ModellingFolder
 {
@@ -26,8 +26,6 @@ protected:
 };
 
 constexpr const char *kModel = "printf 'ATOM  the model\\nEND\\n' > model.pdb";
-
-} // namespace
 
 TEST_F(KestramProgram, TheModelIsPrintedAndAllElseGoesToStandardError)
 {
@@ -165,3 +163,5 @@ TEST_F(KestramProgram, TheEngineIsStillEndedByABrokenPipe)
     installEngine(std::string("sh -c 'kill -s PIPE $$'; echo \"status $?\"; ") + kModel);
     EXPECT_EQ(kestram().errors, "status 141\n");
 }
+
+} // namespace KestramProgramTest

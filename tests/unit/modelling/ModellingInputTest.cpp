@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-namespace {
+namespace ModellingInputTest {
 
 class ModellingInputTest : public ModellingFolder
 {
@@ -33,8 +33,6 @@ protected:
         return result ? std::string() : result.error().message;
     }
 };
-
-} // namespace
 
 TEST_F(ModellingInputTest, RowsAndResiduesThatAgreeAreTaken)
 {
@@ -214,3 +212,5 @@ TEST_F(ModellingInputTest, HydrogensAndDeuteriumsAreLeftOut)
     EXPECT_THAT(names, ElementsAre("N", "CA", "C", "CB", "ND1", "SG"));
     EXPECT_THAT(kestram::pdbText(result.value()), testing::Not(HasSubstr(" D ")));
 }
+
+} // namespace ModellingInputTest

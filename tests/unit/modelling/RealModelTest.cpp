@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <optional>
 
-namespace {
+namespace RealModelTest {
 
 using TAMBO::ChainRecord;
 using TAMBO::ResidueRecord;
@@ -79,8 +79,6 @@ const RowRecord &rowCalled(const TAMBO::AlignmentRecord &alignment, const std::s
     return *std::ranges::find(alignment.rows, name, &RowRecord::name);
 }
 
-} // namespace
-
 TEST_P(RealModel, HoldsTheTargetBetweenTheTemplatesEndsInItsPlace)
 {
     const Job &job = GetParam();
@@ -137,3 +135,5 @@ TEST_P(RealModel, HoldsTheTargetBetweenTheTemplatesEndsInItsPlace)
 INSTANTIATE_TEST_SUITE_P(Families, RealModel, testing::ValuesIn(jobs()), [](const auto &made) {
     return std::string(made.param.targetName) + "_on_" + made.param.templateName;
 });
+
+} // namespace RealModelTest

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace GlyphNamesTest {
 
 using Pages::GlyphNames;
 using Pages::SetupFilter;
@@ -188,4 +188,4 @@ TEST_F(SetupFilterTest, ATargetThatTakesNothingIsAFailure)
     EXPECT_FALSE(filter.finish());
 }
 
-} // namespace
+} // namespace GlyphNamesTest

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace PageFileTest {
 
 class PageFileTest : public testing::Test
 {
@@ -152,4 +152,4 @@ TEST_F(PageFileTest, APlaceThatCannotBeWrittenIsTold)
     EXPECT_NE(Pages::writePageFile(pdf, {path("folder.ps"), {}, {}}), "");
 }
 
-} // namespace
+} // namespace PageFileTest

@@ -15,7 +15,7 @@
 #include <map>
 #include <optional>
 
-namespace {
+namespace AcidColorTest {
 
 using TAMBO::services::ResidueScale;
 using TAMBO::services::ResidueScales;
@@ -102,8 +102,6 @@ protected:
 
 const std::vector<Color> kAllWhite(21, Color(0xffffff));
 const std::map<char, float> kValues = {{'A', 1}, {'R', 5}, {'N', 3}, {'X', 4}};
-
-} // namespace
 
 TEST_F(AcidColor, HasOneSignalAndOneSlotOfItsOwn)
 {
@@ -429,3 +427,5 @@ TEST_F(AcidColor, TheToolTipFollowsTheSettings)
     setSettings("[General]\nShowToolTips = false\n");
     EXPECT_EQ(box(ZEP::AcidColor(nullptr)).toolTip(), "");
 }
+
+} // namespace AcidColorTest

@@ -11,7 +11,7 @@
 
 #include <functional>
 
-namespace {
+namespace AcquireTest {
 
 using Answers = TAMBO::services::SelectObjectAnswers;
 
@@ -56,8 +56,6 @@ protected:
         return *TAMBO::ObjectFactory::adopt(std::move(record));
     }
 };
-
-} // namespace
 
 // ---- Make from sequences
 
@@ -652,3 +650,5 @@ TEST_F(Acquire, DeletingIsOneStepBack)
     EXPECT_EQ(topLevelNames(), before);
     EXPECT_EQ(rowsOf(*alignments()[1]), Texts{"DE"});
 }
+
+} // namespace AcquireTest

@@ -9,7 +9,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-namespace {
+namespace AlignmentFilesTest {
 
 using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
@@ -49,8 +49,6 @@ protected:
     std::vector<std::string> m_Opened;
     bool m_Succeeds = true;
 };
-
-} // namespace
 
 TEST_F(AlignmentFiles, SavingHandsPathAndAlignmentToTheWorkbench)
 {
@@ -179,3 +177,5 @@ TEST_F(AlignmentFiles, OpeningLeavesTheDisplay)
     EXPECT_EQ(WindowParts(window).corner->text(), "shown");
     EXPECT_EQ(messages.messages(), QStringList());
 }
+
+} // namespace AlignmentFilesTest

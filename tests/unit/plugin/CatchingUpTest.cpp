@@ -9,7 +9,7 @@
 #include <QMenu>
 #include <QTimer>
 
-namespace {
+namespace CatchingUpTest {
 
 class CatchingUp : public SeveralWindows
 {
@@ -79,8 +79,6 @@ protected:
 private:
     QEventLoop m_Loop;
 };
-
-} // namespace
 
 TEST_F(CatchingUp, APartThatIsPaintedAfterARowDragElsewhereMixesNoRows)
 {
@@ -301,3 +299,5 @@ TEST_F(CatchingUp, WhatOnlyPaintsLeavesTheGapInTheHand)
     hands.release(Hands::kLeft, 0, 5);
     EXPECT_EQ(rowsOf(shown).front(), "AC-DE-FGHIKLMNP");
 }
+
+} // namespace CatchingUpTest

@@ -6,7 +6,7 @@
 #include "Peptide.h"
 #include "Structure.h"
 
-namespace {
+namespace CellToolTipTest {
 
 class CellToolTip : public CanvasFixture
 {
@@ -72,4 +72,4 @@ TEST_F(CellToolTip, NamesTheChainThatARowOfAFileIsTiedTo)
               QStringLiteral("TRP (W)"));
 }
 
-} // namespace
+} // namespace CellToolTipTest

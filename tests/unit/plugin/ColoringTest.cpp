@@ -5,7 +5,7 @@
 #include "JLabel.h"
 #include "Peptide.h"
 
-namespace {
+namespace ColoringTest {
 
 const Color kRed(0xff0000);
 const Color kGreen(0x00ff00);
@@ -45,8 +45,6 @@ protected:
         return colored(shown, kRed);
     }
 };
-
-} // namespace
 
 // ---- All of them
 
@@ -602,3 +600,5 @@ TEST_F(Coloring, TheNumberZeroColoursTheMajorityOfEveryColumnWithAResidue)
 {
     EXPECT_EQ(conservedN({"L-C", "--A", "--C"}, 0), (Texts{"#-#", "--.", "--#"}));
 }
+
+} // namespace ColoringTest

@@ -11,7 +11,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace {
+namespace DistanceTest {
 
 namespace fs = std::filesystem;
 
@@ -121,8 +121,6 @@ protected:
         EXPECT_LE(moved, col / 100);
     }
 };
-
-} // namespace
 
 TEST_F(Distance, AColumnGetsTheColourOfItsMeanDistance)
 {
@@ -343,3 +341,5 @@ TEST_F(Distance, APairlessColumnIsReportedAndHasNoValue)
     const ExpectMessage failed(QtWarningMsg, "ASSERT: \"0 < Count\" in KALMO2 (993)");
     EXPECT_TRUE(std::isnan(ZEP::meanDistance({Vertex(1, 2, 3)})));
 }
+
+} // namespace DistanceTest

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-namespace {
+namespace EditingStepsTest {
 
 using Range = TAMBO::Alignment::Range;
 
@@ -52,8 +52,6 @@ protected:
     Hands hands;
     std::vector<std::string> m_Refused;
 };
-
-} // namespace
 
 TEST_F(EditingSteps, EveryEditOfTheHandsIsOneStepWithItsName)
 {
@@ -192,3 +190,5 @@ TEST_F(EditingSteps, TheMarkerStaysOverTheRangeWhateverIsEdited)
     history.undo();
     EXPECT_EQ(marker(), shown.range());
 }
+
+} // namespace EditingStepsTest

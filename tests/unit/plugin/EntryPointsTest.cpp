@@ -17,7 +17,7 @@ bool IsDone();
 void Cleanup();
 }
 
-namespace {
+namespace EntryPointsTest {
 
 class EntryPoints : public WindowFixture
 {
@@ -62,8 +62,6 @@ protected:
 };
 
 const QString kUndead = QStringLiteral("ZEP::KALMO2::Kill() Undead");
-
-} // namespace
 
 TEST_F(EntryPoints, TheEditorIsDoneBeforeAnyWindowAndAfterTheLast)
 {
@@ -285,3 +283,5 @@ TEST_F(EntryPoints, KillIsReachedThroughTheVirtualTable)
     base->Kill(base);
     EXPECT_TRUE(window.isNull());
 }
+
+} // namespace EntryPointsTest

@@ -4,7 +4,7 @@
 
 #include <QMetaMethod>
 
-namespace {
+namespace HeaderPanelTest {
 
 using Bounds = std::pair<unsigned long, unsigned long>;
 
@@ -279,4 +279,4 @@ TEST_F(HeaderPanel, RefusedSelectionStillMovesTheRange)
     EXPECT_EQ(takeSignals(), (QStringList{"ReRange 3 4", "Update"}));
 }
 
-} // namespace
+} // namespace HeaderPanelTest

@@ -9,7 +9,7 @@
 
 #include <QTest>
 
-namespace {
+namespace HitPaintingTest {
 
 class HitPainting : public CanvasFixture
 {
@@ -63,4 +63,4 @@ TEST_F(HitPainting, WhatIsRefusedPaintsNothing)
             .isEmpty());
 }
 
-} // namespace
+} // namespace HitPaintingTest

@@ -3,7 +3,7 @@
 
 #include "CanvasFixture.h"
 
-namespace {
+namespace IdentityReportTest {
 
 class IdentityReport : public CanvasFixture
 {
@@ -68,4 +68,4 @@ TEST_F(IdentityReport, NamesArePrintedAsTheyAre)
                     ->startsWith(QStringLiteral("Percentage identity between '50%2' and '%1':\n")));
 }
 
-} // namespace
+} // namespace IdentityReportTest

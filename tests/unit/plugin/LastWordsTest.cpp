@@ -3,14 +3,12 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace LastWordsTest {
 
 QString reason(const QString &errors)
 {
     return ZEP::LastWords(errors).reason;
 }
-
-} // namespace
 
 TEST(LastWords, TheLastLineIsTheReason)
 {
@@ -50,3 +48,5 @@ TEST(LastWords, OfAFloodTheEndIsLookedAt)
     EXPECT_EQ(reason(QString(1'000'000, 'x') + "\nend"), "end");
     EXPECT_EQ(reason(QString(1'000'000, 'x')).size(), 300);
 }
+
+} // namespace LastWordsTest

@@ -10,7 +10,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace ModellingJobTest {
 
 class ModellingJob : public ModellingFixture
 {
@@ -27,8 +27,6 @@ protected:
         EXPECT_FALSE(isRunning(window));
     }
 };
-
-} // namespace
 
 // ---- Refusals
 
@@ -289,3 +287,5 @@ TEST_F(ModellingJob, TwoWindowsHaveAJobEachAndShareTheFiles)
     EXPECT_EQ(contents("model.pdb"), "-ACD\nACCD\n");
     EXPECT_THAT(m_Told, testing::UnorderedElementsAre(complete(one), complete(two)));
 }
+
+} // namespace ModellingJobTest

@@ -11,7 +11,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace ModellingOutputTest {
 
 class ModellingOutput : public ModellingFixture
 {
@@ -32,8 +32,6 @@ protected:
 class ModellingWithoutWindow : public ModellingFixture
 {
 };
-
-} // namespace
 
 TEST_F(ModellingOutput, MegabytesInBurstsArriveWhole)
 {
@@ -326,3 +324,5 @@ TEST_F(ModellingWithoutWindow, ADeadProgramOfAClosedWindowIsSilentToo)
     EXPECT_THAT(m_Read, IsEmpty());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+} // namespace ModellingOutputTest

@@ -13,7 +13,7 @@
 
 #include <string>
 
-namespace {
+namespace NameAndMarkItemsTest {
 
 const QSize kImage(200, 40);
 
@@ -295,4 +295,4 @@ TEST_F(NameAndMarkItems, WithoutAnAlignmentTheySaySoAndExist)
     }
 }
 
-} // namespace
+} // namespace NameAndMarkItemsTest

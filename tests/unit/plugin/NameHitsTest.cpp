@@ -5,7 +5,7 @@
 
 #include <QMouseEvent>
 
-namespace {
+namespace NameHitsTest {
 
 class NameHits : public WindowFixture, public ::testing::WithParamInterface<const char *>
 {
@@ -35,8 +35,6 @@ protected:
         return names;
     }
 };
-
-} // namespace
 
 TEST_P(NameHits, AtEveryHeightAClickHitsTheNameOfThatCellAlone)
 {
@@ -82,3 +80,5 @@ INSTANTIATE_TEST_SUITE_P(Fonts, NameHits,
                              std::erase_if(name, [](char c) { return c == ' ' || c == ','; });
                              return name;
                          });
+
+} // namespace NameHitsTest

@@ -9,7 +9,7 @@
 
 #include <optional>
 
-namespace {
+namespace NamePanelTest {
 
 class NamePanel : public PanelFixture
 {
@@ -304,4 +304,4 @@ TEST_F(NamePanel, DragShowsInThePointer)
     EXPECT_EQ(m_Panel->viewport()->cursor().shape(), Qt::ArrowCursor);
 }
 
-} // namespace
+} // namespace NamePanelTest

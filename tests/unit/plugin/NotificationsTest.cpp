@@ -10,7 +10,7 @@
 #include "ShownObjects.h"
 #include "Space.h"
 
-namespace {
+namespace NotificationsTest {
 
 class Notifications : public WindowFixture
 {
@@ -33,8 +33,6 @@ protected:
 };
 
 const QString kKilled = QStringLiteral("KALMO2::commDelete(): Did somebody killed my data?");
-
-} // namespace
 
 TEST_F(Notifications, AnUpdateWithoutAChangeOfShapeRebuildsNothing)
 {
@@ -241,3 +239,5 @@ TEST_F(Notifications, AWindowOpenedOnAnAlignmentClosesWithoutTouchingIt)
     EXPECT_TRUE(listener.calls.empty());
     EXPECT_EQ(rowsOf(shown), Texts{"ACD"});
 }
+
+} // namespace NotificationsTest

@@ -7,7 +7,7 @@
 #include "DataMaker.h"
 #include "Space.h"
 
-namespace {
+namespace PaintingTest {
 
 class Painting : public WindowFixture
 {
@@ -29,8 +29,6 @@ protected:
     WindowParts parts;
     PaintWatch paints{parts.view, parts.header, parts.names};
 };
-
-} // namespace
 
 TEST_F(Painting, EveryViewsUpdatePaintsWhatChangedOnAllThree)
 {
@@ -121,3 +119,5 @@ TEST_F(Painting, TheCanvasesAreResizedInTheirOrder)
     call(window, "ReCreate");
     EXPECT_EQ(order, (QStringList{"names", "cells", "header"}));
 }
+
+} // namespace PaintingTest

@@ -13,7 +13,7 @@
 
 #include <QFontMetrics>
 
-namespace {
+namespace PopulateTest {
 
 class Populate : public WindowFixture
 {
@@ -69,8 +69,6 @@ protected:
     int m_Width = 0;
     int m_Height = 0;
 };
-
-} // namespace
 
 TEST_F(Populate, ThreeRowsOfFiveColumnsHaveTheirItems)
 {
@@ -380,3 +378,5 @@ TEST_F(Populate, AnAlignmentOfGapsHasNoNumbers)
     const ZEP::KALMO2 &window = open(alignment({"----------", "ACDEFGHIKL"}));
     EXPECT_EQ(numbersOf(window), Texts());
 }
+
+} // namespace PopulateTest

@@ -19,7 +19,7 @@
 #include <csignal>
 #include <sys/resource.h>
 
-namespace {
+namespace PrintingFilesTest {
 
 using TAMBO::services::PrintoutDesk;
 
@@ -568,4 +568,4 @@ TEST_F(PrintingFiles, WithoutAPlaceForThePagesThereIsOneMessage)
     EXPECT_TRUE(QDir(m_Folder.path()).isEmpty());
 }
 
-} // namespace
+} // namespace PrintingFilesTest

@@ -4,7 +4,7 @@
 
 #include <QImage>
 
-namespace {
+namespace PrintingLayoutTest {
 
 using PrintingLayout = PrintingFixture;
 
@@ -582,4 +582,4 @@ TEST_F(PrintingLayout, ThePaintingSlotsHaveTheirPlaces)
     EXPECT_EQ(ZEP::KALMO2::BlackAndWhite, 3);
 }
 
-} // namespace
+} // namespace PrintingLayoutTest

@@ -2,7 +2,7 @@
 // How residues, gaps, marks and frames look on printed pages.
 #include "PrintingFixture.h"
 
-namespace {
+namespace PrintingStyleTest {
 
 class PrintingStyle : public PrintingFixture
 {
@@ -252,4 +252,4 @@ TEST_F(PrintingStyle, ASelectedResidueHasItsMixedColor)
     EXPECT_EQ(print(shown, ZEP::KALMO2::Fat).fills().front().fill, mixed);
 }
 
-} // namespace
+} // namespace PrintingStyleTest

@@ -5,7 +5,7 @@
 #include "PluginRoutes.h"
 #include "QCanvasRectangle.h"
 
-namespace {
+namespace RangeCommandsTest {
 
 using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
@@ -51,8 +51,6 @@ protected:
     std::vector<PluginCall> m_Calls;
     bool m_Succeeds = true;
 };
-
-} // namespace
 
 TEST_F(RangeCommands, FullCoversEveryColumn)
 {
@@ -263,3 +261,5 @@ TEST_F(Realignment, OneRowOrNoColumnsIsNoMatter)
     }
     EXPECT_TRUE(m_Calls.empty());
 }
+
+} // namespace RangeCommandsTest

@@ -9,7 +9,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 
-namespace {
+namespace RangeResiduesTest {
 
 using TAMBO::SequenceNumber;
 using Range = TAMBO::Alignment::Range;
@@ -79,8 +79,6 @@ protected:
 
 using Renumbering = RangeResidues;
 using MakingElements = RangeResidues;
-
-} // namespace
 
 // ---- Renumbering
 
@@ -567,3 +565,5 @@ TEST_F(MakingElements, IsOneStepBack)
     EXPECT_TRUE(history.redo());
     ASSERT_NE(elementAt(shown, 3), nullptr);
 }
+
+} // namespace RangeResiduesTest

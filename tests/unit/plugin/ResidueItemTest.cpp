@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QTest>
 
-namespace {
+namespace ResidueItemTest {
 
 const QSize kImage(60, 60);
 const QRect kCell(20, 24, 20, 24);
@@ -200,4 +200,4 @@ TEST_F(ResidueItemTest, WithoutAnAlignmentSaysSoAndExists)
     EXPECT_EQ(pixelsOf(drawnBy(item, kImage), Qt::white) > 0, true);
 }
 
-} // namespace
+} // namespace ResidueItemTest

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace {
+namespace ResidueLatticeTest {
 
 class ResidueLatticeTest : public CanvasFixture
 {
@@ -107,4 +107,4 @@ TEST_F(ResidueLatticeTest, AlignmentWithoutColumnsHasNoCells)
     EXPECT_TRUE(m_Canvas.allItems().isEmpty());
 }
 
-} // namespace
+} // namespace ResidueLatticeTest

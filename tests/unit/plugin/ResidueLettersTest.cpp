@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace ResidueLettersTest {
 
 TEST(ResidueLetters, HaveTheirPlaces)
 {
@@ -23,4 +23,4 @@ TEST(ResidueLetters, EveryOtherByteCountsAsX)
     }
 }
 
-} // namespace
+} // namespace ResidueLettersTest

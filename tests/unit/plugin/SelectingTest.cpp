@@ -7,7 +7,7 @@
 #include <QProgressDialog>
 #include <QTimer>
 
-namespace {
+namespace SelectingTest {
 
 class Selecting : public ColoringFixture
 {
@@ -47,8 +47,6 @@ protected:
         return {{"selectSubSequence", enter(QStringLiteral("A"))}, {"selectConservedN", enter(1)}};
     }
 };
-
-} // namespace
 
 // ---- Both
 
@@ -558,3 +556,5 @@ TEST_F(Selecting, ARangeThatIsEmptySelectsNothing)
     open(shown).RangeSelect();
     EXPECT_EQ(selected(shown), Texts{"..-."});
 }
+
+} // namespace SelectingTest

@@ -10,7 +10,7 @@
 #include <QListWidget>
 #include <QPushButton>
 
-namespace {
+namespace SequenceSelectorTest {
 
 class SequenceSelector : public WindowFixture
 {
@@ -46,8 +46,6 @@ protected:
         return rows;
     }
 };
-
-} // namespace
 
 TEST_F(SequenceSelector, ListsTheCandidatesInTheirOrder)
 {
@@ -200,3 +198,5 @@ TEST_F(SequenceSelector, OpensAndClosesManyTimes)
         ASSERT_EQ(chosen, Compounds{offered[0]});
     }
 }
+
+} // namespace SequenceSelectorTest

@@ -11,7 +11,7 @@
 
 #include <functional>
 
-namespace {
+namespace SeveralWindowsTest {
 
 struct Change
 {
@@ -91,8 +91,6 @@ std::vector<Change> changes()
         {"AlignmentDeleted", [](const Hands &, Alignment &shown) { destroy(shown); }},
     };
 }
-
-} // namespace
 
 TEST_F(SeveralWindows, EachShowsItsOwnAlignment)
 {
@@ -210,3 +208,5 @@ TEST_F(SeveralWindows, OneClosedLeavesTheOtherWorking)
     EXPECT_TRUE(history.undo());
     EXPECT_EQ(rowsOf(shown), kRows);
 }
+
+} // namespace SeveralWindowsTest

@@ -16,7 +16,7 @@
 
 #include <memory>
 
-namespace {
+namespace ViewTest {
 
 constexpr int kWidth = 20;
 constexpr int kHeight = 24;
@@ -499,4 +499,4 @@ TEST_F(ViewTest, PrintPaintsTheContentsOnAnyPainter)
     EXPECT_EQ(printed.pixelColor(115, 20), QColor(Qt::magenta));
 }
 
-} // namespace
+} // namespace ViewTest

@@ -17,7 +17,7 @@ bool IsDone();
 void Cleanup();
 }
 
-namespace {
+namespace WaitingDialogsTest {
 
 struct Command
 {
@@ -98,8 +98,6 @@ std::vector<Command> commands()
 }
 
 const std::vector<std::string> kRows = {"ACDEF", "ACDE-", "ACDEF"};
-
-} // namespace
 
 TEST_P(WaitingDialogs, EndWithTheirWindowAndTheirCommandsDoNothingMore)
 {
@@ -192,3 +190,5 @@ TEST_F(ClosedMeanwhile, TheBoxWithTheIdentityMayOutliveTheWindow)
 
 INSTANTIATE_TEST_SUITE_P(Commands, WaitingDialogs, testing::ValuesIn(commands()),
                          [](const auto &info) { return std::string(info.param.name); });
+
+} // namespace WaitingDialogsTest

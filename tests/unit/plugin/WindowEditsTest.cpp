@@ -8,7 +8,7 @@
 #include <QMouseEvent>
 #include <QSignalSpy>
 
-namespace {
+namespace WindowEditsTest {
 
 class WindowEdits : public WindowFixture
 {
@@ -36,8 +36,6 @@ public:
 };
 
 const QString kRefused = QStringLiteral("Cannot update CDB!");
-
-} // namespace
 
 TEST_F(WindowEdits, InsertColPutsAGapColumnBeforeTheIndex)
 {
@@ -380,3 +378,5 @@ TEST_F(WindowEdits, ARowDragRenumbersAfterTheNewFirstRow)
     EXPECT_EQ(numbers, std::vector<double>{13});
     EXPECT_FALSE(messages.messages().join(' ').contains("Got Alignment"));
 }
+
+} // namespace WindowEditsTest

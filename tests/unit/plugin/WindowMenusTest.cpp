@@ -13,7 +13,7 @@
 
 #include <climits>
 
-namespace {
+namespace WindowMenusTest {
 
 struct Item
 {
@@ -61,8 +61,6 @@ protected:
         ADD_FAILURE() << "no item " << text.toStdString();
     }
 };
-
-} // namespace
 
 TEST_F(WindowMenus, StandInTheirOrder)
 {
@@ -328,3 +326,5 @@ TEST_F(WindowMenus, TheFontButtonIgnoresItsOtherArguments)
     call(window, "ButtonPressed", Q_ARG(int, 9), Q_ARG(int, 77), Q_ARG(bool, true));
     EXPECT_EQ(fontDialogs, 2);
 }
+
+} // namespace WindowMenusTest

@@ -10,7 +10,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 
-namespace {
+namespace WindowSettingsTest {
 
 class WindowSettings : public WindowFixture
 {
@@ -28,8 +28,6 @@ protected:
         return {};
     }
 };
-
-} // namespace
 
 TEST_F(WindowSettings, NoneAtAllOpensAPlainWindowWithoutAWord)
 {
@@ -175,3 +173,5 @@ TEST_F(WindowSettings, AboutHasItsText)
     window.about();
     EXPECT_EQ(dialogs.titles(), QStringList{"KALMO2 2001"});
 }
+
+} // namespace WindowSettingsTest

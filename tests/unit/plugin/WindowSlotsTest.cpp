@@ -5,7 +5,7 @@
 #include <QMetaEnum>
 #include <QMetaMethod>
 
-namespace {
+namespace WindowSlotsTest {
 
 class WindowSlots : public WindowFixture
 {
@@ -60,8 +60,6 @@ const std::vector<std::string> kSlots = {
     "RunKestram()",
 };
 constexpr std::size_t kPublicSlots = 29;
-
-} // namespace
 
 TEST_F(WindowSlots, StandInTheirFixedOrder)
 {
@@ -162,3 +160,5 @@ TEST_F(WindowSlots, CommandsWithoutAnAlignmentAreSilent)
     EXPECT_EQ(dialogs.titles(), QStringList());
     EXPECT_TRUE(isEmpty(window));
 }
+
+} // namespace WindowSlotsTest

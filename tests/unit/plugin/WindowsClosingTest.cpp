@@ -11,7 +11,7 @@
 
 #include <functional>
 
-namespace {
+namespace WindowsClosingTest {
 
 using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
@@ -180,8 +180,6 @@ std::vector<Command> commands()
 
 const std::vector<std::string> kRows = {"AC-DE", "ACDE-", "ACDEF"};
 
-} // namespace
-
 TEST_P(ClosingWindows, MayGoWhileTheirCommandIsPublished)
 {
     TAMBO::Alignment &shown = alignment(kRows);
@@ -212,3 +210,5 @@ TEST_P(ClosingWindows, MayGoBetweenTheOnesThatAreTold)
 
 INSTANTIATE_TEST_SUITE_P(Commands, ClosingWindows, testing::ValuesIn(commands()),
                          [](const auto &info) { return std::string(info.param.name); });
+
+} // namespace WindowsClosingTest

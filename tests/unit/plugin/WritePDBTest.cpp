@@ -14,7 +14,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+namespace WritePDBTest {
 
 using TAMBO::AtomRecord;
 using TAMBO::ResidueRecord;
@@ -92,8 +92,6 @@ private:
 };
 
 const AtomRecord kAtom{"ca", "C", Vertex(1.5F, -2.25F, 10)};
-
-} // namespace
 
 TEST_F(WritePDB, ARecordEndsBehindItsCoordinates)
 {
@@ -272,3 +270,5 @@ TEST_F(WritePDB, AWrittenChainIsReadBackWithTheSameAtoms)
     EXPECT_EQ(next, atoms.size());
     EXPECT_EQ(number, 485);
 }
+
+} // namespace WritePDBTest

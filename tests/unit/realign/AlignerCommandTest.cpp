@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+namespace AlignerCommandTest {
+
 using TAMBO::realign::parseAlignerCommand;
 
 TEST(AlignerCommand, FilesTakeTheirPlaces)
@@ -48,3 +50,5 @@ TEST(AlignerCommand, OneWithoutInputIsRefused)
     EXPECT_EQ(command.error().message,
               "the command of the aligner, \"mafft --auto\", has no {input}");
 }
+
+} // namespace AlignerCommandTest

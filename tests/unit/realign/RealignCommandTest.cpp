@@ -19,7 +19,7 @@
 #include <csignal>
 #include <sys/types.h>
 
-namespace {
+namespace RealignCommandTest {
 
 using TAMBO::Alignment;
 using TAMBO::app::RealignCommand;
@@ -82,8 +82,6 @@ private:
 };
 
 constexpr const char *kGoodAnswer = "printf '>r0\\nCD\\n>r1\\nCD\\n>r2\\nCD\\n'\n";
-
-} // namespace
 
 TEST_F(RealignCommandTest, ReplacesTheColumnsOfTheRangeInOneStep)
 {
@@ -326,3 +324,5 @@ TEST_F(RealignCommandTest, TheShippedSettingIsMafft)
     EXPECT_TRUE(RealignCommand(nullptr, true).run(ali));
     EXPECT_EQ(rowsOf(ali), (Texts{"MKTAYIAKQR", "MKTAYIAKQR"}));
 }
+
+} // namespace RealignCommandTest

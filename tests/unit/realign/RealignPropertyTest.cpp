@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <random>
 
-namespace {
+namespace RealignPropertyTest {
 
 using TAMBO::Alignment;
 using TAMBO::app::RealignCommand;
@@ -85,8 +85,6 @@ protected:
     std::mt19937 m_Random{GetParam()};
 };
 
-} // namespace
-
 TEST_P(RealignProperty, StrewnGapsMoveNoResidueOutOfItsPlace)
 {
     const QString path = write("strewer", kStrewer);
@@ -100,3 +98,5 @@ TEST_P(RealignProperty, MafftMovesNoResidueOutOfItsPlace)
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RealignProperty, testing::Range(1U, 13U));
+
+} // namespace RealignPropertyTest

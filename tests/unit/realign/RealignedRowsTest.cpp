@@ -4,7 +4,7 @@
 
 #include "AppFixture.h"
 
-namespace {
+namespace RealignedRowsTest {
 
 using TAMBO::Alignment;
 using TAMBO::OccupancyRow;
@@ -31,8 +31,6 @@ protected:
         return columns ? "believed" : columns.error().message;
     }
 };
-
-} // namespace
 
 TEST_F(RealignedRowsTest, SendsTheResiduesOfTheRangeUnderNamesOfItsOwn)
 {
@@ -92,3 +90,5 @@ TEST_F(RealignedRowsTest, LiesAreNotBelieved)
               "it answered with a sequence that it was not given");
     EXPECT_EQ(refusal(rows, ">\nACD\n"), "it answered with a sequence that it was not given");
 }
+
+} // namespace RealignedRowsTest

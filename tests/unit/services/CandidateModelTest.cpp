@@ -11,14 +11,12 @@
 using namespace TAMBO::services;
 using ::testing::ElementsAre;
 
-namespace {
+namespace CandidateModelTest {
 
 QString text(const CandidateModel &model, int row, int column)
 {
     return model.data(model.index(row, column), Qt::DisplayRole).toString();
 }
-
-} // namespace
 
 TEST(CandidateModel, ShowsNameKindAndSizeInTheOrderOfTheCandidates)
 {
@@ -104,3 +102,5 @@ TEST(CandidateModel, TickingManyIsOneChange)
     EXPECT_EQ(model.tickedCount(), 2);
     EXPECT_THAT(model.ticked(), ElementsAre(&a, &c));
 }
+
+} // namespace CandidateModelTest

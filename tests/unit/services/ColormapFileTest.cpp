@@ -12,7 +12,7 @@ using namespace TAMBO::services;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 
-namespace {
+namespace ColormapFileTest {
 
 std::string failureOf(std::string_view text)
 {
@@ -27,8 +27,6 @@ void writeUserMap(const QString &name, const QByteArray &text)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);
 }
-
-} // namespace
 
 TEST(ColormapFile, PositionsAreMappedToTheRangeFromZeroToOne)
 {
@@ -130,3 +128,5 @@ TEST(ColormapFile, AnAbsolutePathIsTakenAsItIs)
     EXPECT_TRUE(ColormapFile::find("nosuch.cm").isEmpty());
     EXPECT_TRUE(ColormapFile::find("").isEmpty());
 }
+
+} // namespace ColormapFileTest

@@ -12,7 +12,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace ConfigStoreTest {
 
 class ConfigStoreTest : public ::testing::Test
 {
@@ -33,8 +33,6 @@ protected:
     QString m_Defaults = m_Directory.filePath("defaults.ini");
     QString m_User = m_Directory.filePath("deep/er/tambo.ini");
 };
-
-} // namespace
 
 TEST_F(ConfigStoreTest, TheUsersValueStandsOverTheDefault)
 {
@@ -151,3 +149,5 @@ TEST_F(ConfigStoreTest, OnlyAChangeIsTold)
     EXPECT_EQ(changes.first().at(0).toString(), "A");
     EXPECT_EQ(changes.first().at(1).toString(), "one");
 }
+
+} // namespace ConfigStoreTest

@@ -10,7 +10,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace DirectoriesTest {
 
 class ScopedVariable
 {
@@ -28,8 +28,6 @@ private:
     const char *m_Name;
     QByteArray m_Before;
 };
-
-} // namespace
 
 TEST(Directories, SharedFilesAreFoundBesideTheProgram)
 {
@@ -59,3 +57,5 @@ TEST(Directories, WithoutThatTheyStandWhereTheSystemWantsThem)
     EXPECT_TRUE(Directories::data().endsWith("/tambo"));
     EXPECT_NE(Directories::config(), Directories::data());
 }
+
+} // namespace DirectoriesTest

@@ -12,7 +12,7 @@
 
 using TAMBO::services::HelpWindow;
 
-namespace {
+namespace HelpWindowTest {
 
 class HelpWindowTest : public ::testing::Test
 {
@@ -37,8 +37,6 @@ protected:
     QTextBrowser *m_Pages = nullptr;
     QLineEdit *m_Search = nullptr;
 };
-
-} // namespace
 
 TEST_F(HelpWindowTest, ShowsThePageAskedFor)
 {
@@ -135,3 +133,5 @@ TEST_F(HelpWindowTest, SaysThatAWordIsNotThere)
     EXPECT_TRUE(m_Pages->hasFocus());
     EXPECT_TRUE(m_Window.isVisible());
 }
+
+} // namespace HelpWindowTest

@@ -7,7 +7,7 @@ using namespace TAMBO::services;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace IniFileTest {
 
 IniFile parsed(std::string_view text)
 {
@@ -21,8 +21,6 @@ std::string failureOf(std::string_view text)
     const auto file = IniFile::parse(text, "x.ini");
     return file ? "no failure" : file.error().message;
 }
-
-} // namespace
 
 TEST(IniFile, ReadsValuesBySectionAndKey)
 {
@@ -100,3 +98,5 @@ TEST(IniFile, WhatWasSetIsReadBackTheSame)
     for (std::size_t i = 0; i < values.size(); ++i)
         EXPECT_EQ(again.value("A", "key " + std::to_string(i)), values[i]) << file.text();
 }
+
+} // namespace IniFileTest

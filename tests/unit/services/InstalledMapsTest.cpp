@@ -19,7 +19,7 @@
 using namespace TAMBO::services;
 using ::testing::Contains;
 
-namespace {
+namespace InstalledMapsTest {
 
 // Of a map without classes as many colours as a reader may tell apart in a legend.
 constexpr int kSamples = 9;
@@ -224,4 +224,4 @@ TEST(ColorVision, ContrastIsThatOfBlackOrWhiteInk)
     EXPECT_NEAR(letterContrast(Color(0x7f7f7f)), 5.24, 0.05);
 }
 
-} // namespace
+} // namespace InstalledMapsTest

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace JobListTest {
 
 using TAMBO::services::JobList;
 
@@ -26,8 +26,6 @@ protected:
     JobList m_Jobs;
     QProcess m_Program;
 };
-
-} // namespace
 
 TEST_F(JobListTest, AJobThatFailsLeavesTheListAndIsKeptAmongTheFailures)
 {
@@ -98,3 +96,5 @@ TEST_F(JobListTest, AJobWithoutAProgramIsNotCancelled)
     m_Jobs.cancel(job + 1);
     EXPECT_FALSE(m_Jobs.jobs().at(0).isCancelled);
 }
+
+} // namespace JobListTest

@@ -20,7 +20,7 @@
 using namespace TAMBO::services;
 using Severity = Logger::Severity;
 
-namespace {
+namespace LogBookTest {
 
 QStringList linesOf(const QString &path)
 {
@@ -29,8 +29,6 @@ QStringList linesOf(const QString &path)
         return {};
     return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
 }
-
-} // namespace
 
 TEST(LogBook, KeepsTimeSeverityAndTextInOrder)
 {
@@ -195,3 +193,5 @@ TEST(LogBook, ALongTextOfAProgramIsCutBetweenCharacters)
     EXPECT_EQ(text.count(QChar(0x20ac)) + text.count(QRegularExpression("[ -~\n…]")), text.size())
         << "nothing else";
 }
+
+} // namespace LogBookTest

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace {
+namespace PatternTest {
 
 using TAMBO::services::CellPattern;
 using TAMBO::services::TextPattern;
@@ -101,8 +101,6 @@ std::string coveredByTrying(const std::string &pattern, const std::string &row)
     }
     return marks;
 }
-
-} // namespace
 
 TEST(CellPattern, APointIsAnyCellAndAHyphenAGap)
 {
@@ -221,8 +219,6 @@ TEST(TextPattern, LettersBeyondAsciiAreCompared)
     EXPECT_EQ(hits(QString(QChar(0x3b1)), "A\xb1"), Hits());
 }
 
-namespace {
-
 std::string manyColumns(std::size_t count, const std::string &letters)
 {
     std::mt19937 random(7);
@@ -231,8 +227,6 @@ std::string manyColumns(std::size_t count, const std::string &letters)
         row += letters[random() % letters.size()];
     return row;
 }
-
-} // namespace
 
 TEST(TextPattern, FindsWhatTheToolkitFinds)
 {
@@ -319,3 +313,5 @@ TEST(TextPattern, ASearchCanBeEndedAtAnyTime)
         EXPECT_EQ(end, End::Cancelled) << text;
     }
 }
+
+} // namespace PatternTest

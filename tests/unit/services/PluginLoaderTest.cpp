@@ -13,7 +13,7 @@ using namespace TAMBO::services;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
+namespace PluginLoaderTest {
 
 std::vector<std::string> s_Calls;
 
@@ -30,13 +30,6 @@ protected:
     PluginLoader m_Loader;
     LogLines m_Log;
 };
-
-} // namespace
-
-void recordCall(const char *call)
-{
-    s_Calls.emplace_back(call);
-}
 
 TEST_F(PluginLoaderTest, AGoodOneIsLoadedAndCalled)
 {
@@ -179,4 +172,11 @@ TEST_F(PluginLoaderTest, WithoutAnythingLoadedThereIsNothingToShutDown)
 {
     EXPECT_TRUE(m_Loader.shutDown());
     EXPECT_THAT(m_Loader.records(), IsEmpty());
+}
+
+} // namespace PluginLoaderTest
+
+void recordCall(const char *call)
+{
+    PluginLoaderTest::s_Calls.emplace_back(call);
 }

@@ -10,7 +10,7 @@
 using namespace TAMBO::services;
 using Outcome = PluginManager::Outcome;
 
-namespace {
+namespace PluginRoutesTest {
 
 PluginRoutes::Handler answers(bool done)
 {
@@ -23,8 +23,6 @@ PluginCall callOf(const std::string &caller)
     call.caller = caller;
     return call;
 }
-
-} // namespace
 
 TEST(PluginRoutes, TheOutcomesAreToldApart)
 {
@@ -100,3 +98,5 @@ TEST(PluginRoutes, ACommandMayRemoveItself)
     EXPECT_EQ(routes.command("G", "S", "once", callOf("Test")), Outcome::Done);
     EXPECT_EQ(routes.command("G", "S", "once", callOf("Test")), Outcome::NoService);
 }
+
+} // namespace PluginRoutesTest

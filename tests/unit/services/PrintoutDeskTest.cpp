@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
+namespace PrintoutDeskTest {
 
 using TAMBO::services::PrintoutDesk;
 
@@ -60,4 +60,4 @@ TEST_F(PrintoutDeskTest, FoldersThatAreNotThereAreNotOffered)
     EXPECT_EQ(folder(), QDir::currentPath());
 }
 
-} // namespace
+} // namespace PrintoutDeskTest

@@ -13,7 +13,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace PrivateDirectoryTest {
 
 unsigned int modeOf(const QString &path)
 {
@@ -29,8 +29,6 @@ std::string failureOf(const QString &path, uid_t owner)
     const auto made = makePrivateDirectory(path, owner);
     return made ? "no failure" : made.error().message;
 }
-
-} // namespace
 
 TEST(PrivateDirectory, IsMadeForItsOwnerOnly)
 {
@@ -91,3 +89,5 @@ TEST(PrivateDirectory, ThePersonalOneStaysTheSameAndComesBackWhenItWasRemoved)
     EXPECT_EQ(personalScratchDirectory(), first);
     EXPECT_TRUE(QFileInfo(first).isDir());
 }
+
+} // namespace PrivateDirectoryTest

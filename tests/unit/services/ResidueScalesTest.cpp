@@ -13,7 +13,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace ResidueScalesTest {
 
 const std::string kAcids = "ARNDCQEGHILKMFPSTWYV";
 
@@ -29,8 +29,6 @@ void write(const QString &path, const QByteArray &text)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);
 }
-
-} // namespace
 
 TEST(ResidueScales, ReadsNameAndValues)
 {
@@ -157,3 +155,5 @@ TEST(ResidueScales, EveryInstalledScaleHasAllTwentyAcidsAndNothingElse)
     }
     EXPECT_EQ(log.count(), 0);
 }
+
+} // namespace ResidueScalesTest

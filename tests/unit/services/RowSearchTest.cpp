@@ -23,7 +23,7 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace RowSearchTest {
 
 using TAMBO::Alignment;
 using Language = RowSearch::Language;
@@ -77,8 +77,6 @@ protected:
 
     std::unique_ptr<QWidget> m_Window = std::make_unique<QWidget>();
 };
-
-} // namespace
 
 TEST_F(RowSearchTest, EachRowHasItsMatches)
 {
@@ -227,3 +225,5 @@ TEST_F(RowSearchTest, ClosingTheDialogCancels)
     meanwhile([](QProgressDialog &dialog) { dialog.close(); });
     EXPECT_FALSE(find(alignment(Texts(1000, std::string(60, 'A'))), kEndless));
 }
+
+} // namespace RowSearchTest

@@ -13,7 +13,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace ScaleSourcesTest {
 
 std::map<char, float> installed(const std::string &name)
 {
@@ -37,8 +37,6 @@ std::string lettersWith(const std::map<char, float> &values, float value)
 // As rounded as the handbook's, from which ours differ in the last digit at most.
 constexpr double kWeightTolerance = 0.0101;
 constexpr double kExact = 1e-6;
-
-} // namespace
 
 class ScaleSource : public testing::TestWithParam<ScaleReference>
 {
@@ -210,3 +208,5 @@ TEST(ScaleSources, NoScaleHasItsLowestValueBeforeAnyHigherOne)
         EXPECT_TRUE(isMet) << scale.name;
     }
 }
+
+} // namespace ScaleSourcesTest

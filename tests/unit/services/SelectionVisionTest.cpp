@@ -20,7 +20,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace SelectionVisionTest {
 
 // As many as the editor makes of a map.
 constexpr int kSteps = 100;
@@ -222,4 +222,4 @@ TEST_F(SelectionVision, LettersCanBeReadOnSelectedResidues)
     }
 }
 
-} // namespace
+} // namespace SelectionVisionTest

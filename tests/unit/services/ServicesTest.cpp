@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+namespace ServicesTest {
+
 TEST(Services, TheModelsMessagesGoToTheLog)
 {
     const ScopedSettings settings("[General]\nSelectionColor = #00ff00\n");
@@ -20,3 +22,5 @@ TEST(Services, TheModelsMessagesGoToTheLog)
     TAMBO::setSelectionColor(Color(0xffff00));
     installTestMessageHandler();
 }
+
+} // namespace ServicesTest

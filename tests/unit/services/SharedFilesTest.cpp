@@ -26,7 +26,7 @@
 
 using namespace TAMBO::services;
 
-namespace {
+namespace SharedFilesTest {
 
 class SharedFilesTest : public ::testing::Test
 {
@@ -62,8 +62,6 @@ void expectPicture(const QPixmap &pixmap, const QSize &size, const QString &name
     EXPECT_GT(covered, image.width() * image.height() / 20) << name.toStdString();
     EXPECT_LT(covered, image.width() * image.height()) << name.toStdString();
 }
-
-} // namespace
 
 TEST_F(SharedFilesTest, TheDefaultSettingsCanBeRead)
 {
@@ -227,3 +225,5 @@ TEST_F(SharedFilesTest, EveryLinkAndPictureOfTheHelpIsThere)
     for (const QString &page : pages)
         EXPECT_TRUE(linked.contains(page)) << page.toStdString() << " cannot be reached";
 }
+
+} // namespace SharedFilesTest

@@ -5,6 +5,8 @@
 
 using namespace TAMBO::services;
 
+namespace ToolbarButtonsTest {
+
 TEST(ToolbarButtons, AreReadInOrder)
 {
     std::vector<QString> problems;
@@ -52,3 +54,5 @@ TEST(ToolbarButtons, AnEmptyDescriptionHasNone)
     EXPECT_TRUE(parseToolbarButtons("", problems).empty());
     EXPECT_TRUE(problems.empty());
 }
+
+} // namespace ToolbarButtonsTest

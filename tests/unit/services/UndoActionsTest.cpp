@@ -11,7 +11,7 @@
 
 using TAMBO::services::UndoActions;
 
-namespace {
+namespace UndoActionsTest {
 
 class UndoActionsTest : public ::testing::Test
 {
@@ -37,8 +37,6 @@ protected:
     BaseWindow m_First{"One", QSize(300, 200), QString(), false, nullptr, nullptr};
     BaseWindow m_Second{"Two", QSize(300, 200), QString(), false, nullptr, nullptr};
 };
-
-} // namespace
 
 TEST_F(UndoActionsTest, AreDisabledUntilTheWorkbenchConnectsThem)
 {
@@ -67,3 +65,5 @@ TEST_F(UndoActionsTest, TheirKeysWorkInEveryWindow)
         EXPECT_EQ(redone.count(), 2 * expected);
     }
 }
+
+} // namespace UndoActionsTest

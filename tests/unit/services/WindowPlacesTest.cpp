@@ -12,6 +12,8 @@
 
 using namespace TAMBO::services;
 
+namespace WindowPlacesTest {
+
 TEST(WindowPlaces, AWindowThatAsksForLittleGetsAComfortableSize)
 {
     EXPECT_EQ(WindowPlaces::comfortable({500, 150}, {1920, 1080}), QSize(1152, 648));
@@ -57,3 +59,5 @@ TEST(WindowPlaces, WhatMakesNoSenseIsNotUsed)
     EXPECT_EQ(window.geometry(), before);
     file.remove();
 }
+
+} // namespace WindowPlacesTest
