@@ -115,9 +115,12 @@ TEST_F(UnfinishedFiles, WhatThisProcessIsWritingStays)
 TEST_F(UnfinishedFiles, ANumberThatAnotherProcessHasNowDoesNotProtectThem)
 {
     std::string name = leftBehind();
-    // The digest behind the number tells when the process began; the number becomes our own.
+    // The number becomes our own; the digest behind it tells of another time of beginning, which
+    // that of a process begun in the same tick of the clock would not.
     const std::size_t number = name.find('-', 7) + 1;
     name.replace(number, name.find('-', number) - number, std::to_string(::getpid()));
+    char &digit = name[name.find('-', number) + 1];
+    digit = digit == '0' ? '1' : '0';
     std::ofstream(folder() / name) << "half";
     removeUnfinished(folder());
     EXPECT_EQ(files(), std::vector<std::string>{});
