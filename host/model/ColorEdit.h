@@ -33,7 +33,7 @@ public:
     void close() noexcept override;
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
-    const char *kind() const override { return "colour residues"; }
+    const char *kind() const override { return "color residues"; }
     EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override;
 

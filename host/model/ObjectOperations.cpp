@@ -53,7 +53,7 @@ public:
         return inverse;
     }
     std::size_t bytes() const override { return sizeof(*this); }
-    const char *kind() const override { return "colour"; }
+    const char *kind() const override { return "color"; }
     EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override { return &m_Object; }
     bool actsOnWhole() const override { return true; }

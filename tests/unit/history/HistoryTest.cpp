@@ -216,7 +216,7 @@ TEST_F(HistoryTest, LabelsSayWhatWasDoneToWhat)
     alignment->moveGap(0, 2, 0, true);
     EXPECT_EQ(history.undoLabel(), "move gap in SeqAli");
     object.setColor(0, Color(0x1U));
-    EXPECT_EQ(history.undoLabel(), "colour residues in object");
+    EXPECT_EQ(history.undoLabel(), "color residues in object");
     loaded.chain(0)->setNumber(0, TAMBO::SequenceNumber(7));
     EXPECT_EQ(history.undoLabel(), "renumber in 1abc/A");
     TAMBO::renameObject(*alignment, "kinases");
@@ -243,15 +243,15 @@ TEST_F(HistoryTest, LabelOfAPassOverSeveralObjectsCountsThem)
         for (TAMBO::Peptide *row : {&object, &second})
             row->setColor(0, Color(0x1U));
     }
-    EXPECT_EQ(history.undoLabel(), "colour residues in object and another");
+    EXPECT_EQ(history.undoLabel(), "color residues in object and another");
     {
         const Guard guard(Publisher::Update, space());
         for (TAMBO::Peptide *row : {&object, &second, &third})
             row->setColor(0, Color(0x2U));
     }
-    EXPECT_EQ(history.undoLabel(), "colour residues in object and 2 others");
+    EXPECT_EQ(history.undoLabel(), "color residues in object and 2 others");
     history.undo();
-    EXPECT_EQ(history.redoLabel(), "colour residues in object and 2 others");
+    EXPECT_EQ(history.redoLabel(), "color residues in object and 2 others");
 }
 
 TEST_F(HistoryTest, LabelOfALoadedFileNamesTheAlignmentNotItsSequences)

@@ -116,7 +116,7 @@ TEST_F(SelectionVision, ASelectedResidueDiffersFromItselfInEverySchemeForEveryKi
     }
 }
 
-// The figures of docs/colouring.md. A new map needs one of its own.
+// The figures of docs/coloring.md. A new map needs one of its own.
 TEST_F(SelectionVision, ASelectedResidueDiffersFromEveryColourOfItsScheme)
 {
     const std::map<std::string, double> figures = {

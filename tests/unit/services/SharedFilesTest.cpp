@@ -129,7 +129,7 @@ TEST_F(SharedFilesTest, EveryColourMapCanBeRead)
 TEST_F(SharedFilesTest, TheDocumentationListsEveryScaleAsItIs)
 {
     const QString page =
-        QString::fromUtf8(contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md")));
+        QString::fromUtf8(contents(QString::fromUtf8(SOURCE_DIR "/docs/colors-and-scales.md")));
     const QString help =
         QString::fromUtf8(contents(Directories::shared() + "/help/scales.html")).simplified();
     const ResidueScales scales({Directories::shared() + "/scales"});
@@ -155,7 +155,7 @@ TEST_F(SharedFilesTest, TheDocumentationListsEveryScaleAsItIs)
 // docs/pictures/remake-colors makes them anew.
 TEST_F(SharedFilesTest, TheDocumentationShowsEveryScaleInItsMap)
 {
-    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md"));
+    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colors-and-scales.md"));
     const QByteArray help = contents(Directories::shared() + "/help/scales.html");
     const std::string letters = "IVGGYECRKNSASYQASLQSG---";
     const QSize cell(14, 18);
@@ -191,7 +191,7 @@ TEST_F(SharedFilesTest, TheDocumentationShowsEveryScaleInItsMap)
 
 TEST_F(SharedFilesTest, TheDocumentationListsEveryColourMap)
 {
-    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colours-and-scales.md"));
+    const QByteArray page = contents(QString::fromUtf8(SOURCE_DIR "/docs/colors-and-scales.md"));
     const QByteArray help = contents(Directories::shared() + "/help/scales.html");
     const QDir maps(Directories::shared() + "/colormaps");
     for (const QString &map : maps.entryList({"*.cm"}, QDir::Files)) {
