@@ -3,6 +3,7 @@
 
 #include "AlignmentTable.h"
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 
@@ -21,7 +22,13 @@ std::string lettersOf(const AlignmentRow &row)
 bool areEqual(const AlignmentRow &row, const AlignmentRow &other)
 {
     return row.cells().residues() > 0 && row.cells().residues() == other.cells().residues() &&
-           lettersOf(row) == lettersOf(other);
+           row.name() == other.name() && lettersOf(row) == lettersOf(other);
+}
+
+// All rows of a file may have one name, so that the letters are needed to tell them apart.
+std::size_t keyOf(const AlignmentRow &row)
+{
+    return std::hash<std::string>()(row.name() + '\n' + lettersOf(row));
 }
 
 } // namespace
@@ -53,22 +60,20 @@ void SharedRows::findSame(const AlignmentTable &table, const AlignmentTable &oth
 // Two files may hold one sequence, of which there are two objects then.
 void SharedRows::findEqual(const AlignmentTable &table, const AlignmentTable &other)
 {
-    std::unordered_map<std::string, std::vector<std::size_t>> rowsOf;
-    for (std::size_t i = 0; i < other.rowCount(); ++i) {
+    // The first of each key at the back.
+    std::unordered_map<std::size_t, std::vector<std::size_t>> rowsOf;
+    for (std::size_t i = other.rowCount(); i-- > 0;) {
         if (!m_IsShared[i])
-            rowsOf[other.row(i).name()].push_back(i);
+            rowsOf[keyOf(other.row(i))].push_back(i);
     }
     for (std::size_t i = 0; i < table.rowCount() && !rowsOf.empty(); ++i) {
-        const auto found = m_HasPartner[i] ? rowsOf.end() : rowsOf.find(table.row(i).name());
-        if (found == rowsOf.end())
+        const auto found = m_HasPartner[i] ? rowsOf.end() : rowsOf.find(keyOf(table.row(i)));
+        if (found == rowsOf.end() || found->second.empty() ||
+            !areEqual(table.row(i), other.row(found->second.back())))
             continue;
-        for (const std::size_t row : found->second) {
-            if (m_IsShared[row] || !areEqual(table.row(i), other.row(row)))
-                continue;
-            m_IsShared[row] = true;
-            m_Equal.push_back({i, row, false});
-            break;
-        }
+        m_Equal.push_back({i, found->second.back(), false});
+        m_IsShared[found->second.back()] = true;
+        found->second.pop_back();
     }
 }
 
