@@ -212,6 +212,8 @@ QString ObjectCommands::askExport(const Objects &picked) const
         dialog.setSaver(*m_Saver);
     dialog.exec();
     const Compound *const written = dialog.file().isEmpty() ? nullptr : dialog.object();
+    if (m_Saver != nullptr && written != nullptr)
+        m_Saver->takeFile(*written, dialog.file());
     // Of what was saved already a copy has been written.
     if (m_Saver != nullptr && written != nullptr && dialog.countsAsSaved() &&
         m_Saver->isUnsaved(*written)) {

@@ -194,14 +194,26 @@ bool ObjectSaver::saveByDialog(Compound &object, QWidget *parent)
     return true;
 }
 
+void ObjectSaver::takeFile(const Compound &object, const QString &file)
+{
+    const QString taken = QFileInfo(file).canonicalFilePath();
+    for (auto &[other, place] : m_Places) {
+        if (place.isWhole && other != &object && QFileInfo(place.file).canonicalFilePath() == taken)
+            place.isWhole = false;
+    }
+}
+
 void ObjectSaver::noteOpened(const Compound &object, const Place &place)
 {
+    if (place.isWhole)
+        takeFile(object, place.file);
     m_Places[&object] = place;
     m_History.markSaved(object);
 }
 
 void ObjectSaver::noteSaved(const Compound &object, const Place &place)
 {
+    takeFile(object, place.file);
     m_Places[&object] = place;
     m_History.markSaved(object);
 }
@@ -223,6 +235,7 @@ QStringList ObjectSaver::strangeNumbers(const Compound &object, const WriteOptio
 
 void ObjectSaver::noteWritten(const Compound &object, const Place &place, const QStringList &losses)
 {
+    takeFile(object, place.file);
     m_Written[&object] = {place, losses};
     m_History.markWritten(object);
     if (losses.isEmpty() || isAccepted(object, losses))

@@ -68,6 +68,9 @@ public:
 
     // The object, without changes, is what the file holds.
     void noteOpened(const Compound &object, const Place &place);
+    // The file is this object's from now on: no other one that came from there replaces it without
+    // a question.
+    void takeFile(const Compound &object, const QString &file);
     // It was written, without losses or with such as the user accepts.
     void noteSaved(const Compound &object, const Place &place);
 

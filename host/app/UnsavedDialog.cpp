@@ -276,6 +276,7 @@ void UnsavedDialog::followJobs()
 void UnsavedDialog::end(Answer answer)
 {
     m_Answer = answer;
+    m_JobsAnswer = chosenJobs();
     done(answer == Answer::Stay ? Rejected : Accepted);
 }
 
@@ -289,8 +290,11 @@ std::vector<std::size_t> UnsavedDialog::checked() const
     return indices;
 }
 
-UnsavedDialog::Jobs UnsavedDialog::jobs() const
+UnsavedDialog::Jobs UnsavedDialog::chosenJobs() const
 {
+    // Chosen by its key, a button stays down for a moment before it is checked.
+    if (m_Cancel->isDown() || m_Leave->isDown() || m_Wait->isDown())
+        return m_Cancel->isDown() ? Jobs::Cancel : m_Leave->isDown() ? Jobs::Leave : Jobs::Wait;
     if (m_Cancel->isChecked())
         return Jobs::Cancel;
     return m_Leave->isChecked() ? Jobs::Leave : Jobs::Wait;

@@ -7,6 +7,7 @@
 
 #include <QDialog>
 
+#include <optional>
 #include <vector>
 
 class QGroupBox;
@@ -39,7 +40,7 @@ public:
     [[nodiscard]] Answer answer() const noexcept { return m_Answer; }
     // The indices of the things to save.
     [[nodiscard]] std::vector<std::size_t> checked() const;
-    [[nodiscard]] Jobs jobs() const;
+    [[nodiscard]] Jobs jobs() const { return m_JobsAnswer.value_or(chosenJobs()); }
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -53,6 +54,7 @@ private:
     void followChecks();
     void followJobs();
     void end(Answer answer);
+    [[nodiscard]] Jobs chosenJobs() const;
     // What the checked things leave out although they name it.
     [[nodiscard]] QString note() const;
 
@@ -60,6 +62,8 @@ private:
     std::vector<ObjectSaver::Unsaved> m_Things;
     const services::JobList *m_JobList;
     Answer m_Answer = Answer::Stay;
+    // As it stood when the dialog ended.
+    std::optional<Jobs> m_JobsAnswer;
 
     QLabel *m_Headline = nullptr;
     QTreeWidget *m_List = nullptr;

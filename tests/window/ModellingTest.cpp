@@ -113,7 +113,7 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     // "Leave it running", of the question about it.
     const QString question = window(kWorkbench, 2);
     waitUntil([&] { return isSettled(); });
-    m_Screen.pressKey(question, "Down Return");
+    m_Screen.pressKey(question, "alt+l Return");
     EXPECT_EQ(waitForEnd(), 0);
     EXPECT_FALSE(exists("end"));
     QFile pipe(go);

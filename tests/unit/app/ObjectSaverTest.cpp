@@ -112,6 +112,27 @@ TEST_F(ObjectSaverTest, AFileWithSeveralAlignmentsIsNotReplacedByOne)
     EXPECT_EQ(unsaved(), QStringList("family: rows, columns or gaps -> "));
 }
 
+TEST_F(ObjectSaverTest, AFileThatAnotherAlignmentWasSavedToIsNotReplacedWithoutAQuestion)
+{
+    QFile file(m_Folder.filePath("family.ali"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    Alignment &first = opened("family.ali", WriteFormat::Pir);
+    Alignment &second = alignment("second", {"AC-D", "ACCD"});
+    m_Saver.noteSaved(second, {file.fileName(), {WriteFormat::Pir}});
+    moveGap(first);
+    EXPECT_EQ(unsaved(), QStringList{"family: rows, columns or gaps -> "});
+}
+
+TEST_F(ObjectSaverTest, OfAFileThatWasOpenedTwiceOnlyTheSecondGoesBackToIt)
+{
+    QFile file(m_Folder.filePath("family.ali"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    moveGap(opened("family.ali", WriteFormat::Pir));
+    moveGap(opened("family.ali", WriteFormat::Pir));
+    EXPECT_EQ(unsaved(), (QStringList{"family: rows, columns or gaps -> ",
+                                      "family: rows, columns or gaps -> family.ali"}));
+}
+
 TEST_F(ObjectSaverTest, AFileThatWouldLoseSomethingIsNotReplacedWithoutAQuestion)
 {
     Alignment &family = opened("family.aln", WriteFormat::Clustal);
