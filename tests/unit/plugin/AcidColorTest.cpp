@@ -90,6 +90,9 @@ protected:
     static void press(ZEP::JLabel &label, Qt::MouseButton button = Qt::LeftButton)
     {
         QTest::mousePress(&label, button);
+        // Let go elsewhere, so that later presses do not come with this button still held.
+        QWidget elsewhere;
+        QTest::mouseRelease(&elsewhere, button);
     }
     static void expectRange(const std::map<char, float> &values, float minimum, float maximum)
     {
