@@ -6,6 +6,7 @@
 #include "JobStatus.h"
 #include "KindIcons.h"
 #include "ObjectFacts.h"
+#include "PlainText.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
@@ -40,12 +41,6 @@ constexpr int kWidestColumn = 200;
 bool isChecked(const QTreeWidgetItem &item)
 {
     return item.checkState(NameColumn) == Qt::Checked;
-}
-
-// Names of objects and files are no markup.
-QString plainTip(const QString &text)
-{
-    return QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
 }
 
 QString jobLine(const JobList::Job &job)
@@ -142,10 +137,10 @@ void UnsavedDialog::makeThings()
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable |
                        Qt::ItemNeverHasChildren);
         item->setCheckState(NameColumn, Qt::Checked);
-        item->setToolTip(NameColumn, plainTip(kindText(kindOf(*thing.object)) + u' ' + name));
-        item->setToolTip(WhatColumn, plainTip(thing.what));
+        item->setToolTip(NameColumn, plainToolTip(kindText(kindOf(*thing.object)) + u' ' + name));
+        item->setToolTip(WhatColumn, plainToolTip(thing.what));
         if (!thing.file.isEmpty())
-            item->setToolTip(FileColumn, plainTip(thing.file));
+            item->setToolTip(FileColumn, plainToolTip(thing.file));
     }
     for (const UnsavedColumn column : {NameColumn, FileColumn}) {
         m_List->resizeColumnToContents(column);
