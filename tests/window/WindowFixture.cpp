@@ -118,8 +118,9 @@ CellGrid WindowFixture::grid(const QString &window, const QString &letters)
     };
     bool isFound = false;
     waitUntil([&] {
+        // The window may still be placed, and its panels still get their widths.
+        const QImage image = settled([this] { return m_Screen.picture(); });
         const QRect area = m_Screen.geometryOf(window);
-        const QImage image = m_Screen.picture();
         for (int y = area.top(); !isFound && y <= area.bottom(); ++y) {
             for (int x = area.left(); !isFound && x <= area.right(); ++x) {
                 if (isGrid(image, {x, y})) {
