@@ -58,7 +58,7 @@ std::vector<std::string> followersOfNew(const std::string &code)
 TEST(EditorSources, CheckWhatTheyMakeInTheNextStatement)
 {
     std::size_t made = 0;
-    for (const auto &[name, code] : sourcesOf("plugin")) {
+    for (const auto &[name, code] : sourcesOf("plugins/editor")) {
         for (const std::string &follower : followersOfNew(code)) {
             ++made;
             EXPECT_NE(follower.find("TAMBO_CHECK_PTR("), std::string::npos) << name << follower;
@@ -69,24 +69,25 @@ TEST(EditorSources, CheckWhatTheyMakeInTheNextStatement)
 
 TEST(EditorSources, WriteChecksOfTheirOwnKindOnly)
 {
-    for (const char *folder : {"plugin", "include"})
+    for (const char *folder : {"plugins/editor", "include"})
         expectNone(folder, R"(\bQ_(ASSERT|ASSERT_X|CHECK_PTR|ASSUME)\b|\bassert\()");
 }
 
 TEST(EditorSources, StartNoThread)
 {
-    expectNone("plugin", R"(\bQThread\b|\bQtConcurrent\b|std::(j?thread|async)\b|\bQMutex\b)");
+    expectNone("plugins/editor",
+               R"(\bQThread\b|\bQtConcurrent\b|std::(j?thread|async)\b|\bQMutex\b)");
 }
 
 TEST(EditorSources, ThrowNothing)
 {
-    expectNone("plugin", R"(\bthrow\b)");
+    expectNone("plugins/editor", R"(\bthrow\b)");
 }
 
 TEST(EditorSources, ReadOneVariableOfTheEnvironment)
 {
     static const std::regex reading(R"rx((?:qEnvironmentVariable\w*|qgetenv|getenv)\("([^"]*)")rx");
-    for (const auto &[name, code] : sourcesOf("plugin"))
+    for (const auto &[name, code] : sourcesOf("plugins/editor"))
         for (std::sregex_iterator next(code.begin(), code.end(), reading), end; next != end; ++next)
             EXPECT_EQ((*next)[1], "KESTRAM") << name;
 }
@@ -96,7 +97,7 @@ TEST(EditorSources, DeleteNoObjectOfTheWorkbench)
     // Windows, items and boxes of their own; everything else belongs to the workbench or to
     // parents.
     static const std::regex deletion(R"(\bdelete (\w+);)");
-    for (const auto &[name, code] : sourcesOf("plugin"))
+    for (const auto &[name, code] : sourcesOf("plugins/editor"))
         for (std::sregex_iterator next(code.begin(), code.end(), deletion), end; next != end;
              ++next) {
             const std::string what = (*next)[1];
@@ -108,7 +109,8 @@ TEST(EditorSources, DeleteNoObjectOfTheWorkbench)
 // The texts follow each other in the code.
 void expectInOrder(const char *file, const std::vector<std::string> &texts)
 {
-    const std::string code = codeOf(kRoot / "plugin" / file);
+    const char *room = fs::exists(kRoot / "plugins/editor/dialogs" / file) ? "dialogs" : "window";
+    const std::string code = codeOf(kRoot / "plugins/editor" / room / file);
     std::size_t place = 0;
     for (const std::string &text : texts) {
         const std::size_t found = code.find(text, place);
@@ -139,7 +141,7 @@ TEST(EditorSources, OverrideApplyAloneInTheDialogs)
 {
     static const std::regex overriding(R"((\S+)\([^)]*\) override)");
     for (const std::string name : {"AcidColor", "SequenceSelector"}) {
-        const std::string code = codeOf(kRoot / "plugin" / (name + ".h"));
+        const std::string code = codeOf(kRoot / "plugins/editor/dialogs" / (name + ".h"));
         std::vector<std::string> found;
         for (std::sregex_iterator next(code.begin(), code.end(), overriding), end; next != end;
              ++next)
@@ -150,7 +152,7 @@ TEST(EditorSources, OverrideApplyAloneInTheDialogs)
 
 TEST(EditorSources, LeaveTheTextOfFilesToTheWorkbench)
 {
-    expectNone("plugin", R"(>P1;|structure[XMN]?:)");
+    expectNone("plugins/editor", R"(>P1;|structure[XMN]?:)");
 }
 
 TEST(EditorSources, SayWhereAnAlignmentWasNotMadeAndGoOn)
@@ -193,7 +195,7 @@ TEST(Settings, AreAllExplainedInTheHelp)
     std::ifstream stream(page);
     const std::string help{std::istreambuf_iterator<char>(stream), {}};
     std::size_t settings = 0;
-    for (const char *folder : {"host", "plugin"})
+    for (const char *folder : {"host", "plugins/editor"})
         for (const auto &[name, code] : sourcesOf(folder))
             for (std::sregex_iterator next(code.begin(), code.end(), reading), end; next != end;
                  ++next) {

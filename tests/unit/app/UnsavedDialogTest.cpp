@@ -17,7 +17,7 @@
 namespace UnsavedDialogTest {
 
 using namespace TAMBO;
-using app::ObjectSaver;
+using app::SavedPlaces;
 using app::UnsavedDialog;
 using Answer = UnsavedDialog::Answer;
 using Purpose = UnsavedDialog::Purpose;
@@ -27,7 +27,7 @@ class UnsavedDialogTest : public AppFixture
 {
 protected:
     // A structure, and an alignment that names its numbers.
-    std::vector<ObjectSaver::Unsaved> things()
+    std::vector<SavedPlaces::Unsaved> things()
     {
         Structure &known = structure("1abc", "A", "ACD");
         Alignment &family = alignment("fam<b>ily", {"AC", "A-"});

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Asks what is to be written in which format, and shows what the format loses before it is.
+#pragma once
+
+#include "WriteFormat.h"
+
+#include <QDialog>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QSpinBox;
+
+namespace TAMBO {
+class Compound;
+}
+
+namespace TAMBO::app {
+
+class ObjectReferences;
+class SavedPlaces;
+class WritableObject;
+
+class ExportDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Alignments and structures, at least one. Each may go while the dialog is open.
+    ExportDialog(const std::vector<Compound *> &objects, const Compound *chosen, QWidget *parent);
+    ~ExportDialog() override;
+
+    // For an object that is to be saved: suggests the folder (unless empty) and the format (if the
+    // object can be written in it), and losses are accepted by going on.
+    void saveInstead(const QString &folder, WriteFormat format);
+    // Offers to count an unsaved object as saved although something is lost. The places outlive the
+    // dialog.
+    void setPlaces(const SavedPlaces &places);
+
+    // As it stands in the dialog.
+    [[nodiscard]] WriteOptions options() const;
+    // The file that was written.
+    [[nodiscard]] const QString &file() const noexcept { return m_File; }
+    // What the file lacks of the object.
+    [[nodiscard]] const QStringList &losses() const noexcept { return m_OwnLosses; }
+    [[nodiscard]] bool countsAsSaved() const;
+    // What was chosen; null when it has gone.
+    [[nodiscard]] Compound *object() const;
+
+private:
+    void makeControls();
+    void fillObjects(const std::vector<Compound *> &objects, const Compound *chosen);
+    void choose(int index);
+    void fillFormats();
+    // Shows the options that the format has, and its losses.
+    void followFormat();
+    void followOptions();
+    void followLosses();
+    // Asks for the file's name and writes it. The dialog stays when there is none.
+    void write();
+    [[nodiscard]] QString askFile();
+
+    // What can be chosen.
+    std::vector<std::unique_ptr<ObjectReferences>> m_References;
+    // What is chosen, as it was then; null when it had gone.
+    std::unique_ptr<WritableObject> m_Object;
+    QStringList m_OwnLosses;
+    QString m_File;
+    // Of the file dialog, unless empty.
+    QString m_Folder;
+    bool m_IsSaving = false;
+    const SavedPlaces *m_Places = nullptr;
+
+    QComboBox *m_Objects = nullptr;
+    QComboBox *m_Format = nullptr;
+    QLabel *m_LineLengthLabel = nullptr;
+    QSpinBox *m_LineLength = nullptr;
+    QLabel *m_NamesLabel = nullptr;
+    QComboBox *m_Names = nullptr;
+    QLabel *m_LayoutLabel = nullptr;
+    QComboBox *m_Layout = nullptr;
+    QLabel *m_LossesLabel = nullptr;
+    QListWidget *m_Losses = nullptr;
+    QCheckBox *m_Counts = nullptr;
+    QPushButton *m_Write = nullptr;
+};
+
+} // namespace TAMBO::app

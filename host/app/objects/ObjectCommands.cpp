@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectCommands.h"
+
+#include "Alignment.h"
+#include "CompoundState.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
+#include "DataPoint.h"
+#include "ExportDialog.h"
+#include "ObjectFacts.h"
+#include "ObjectOperations.h"
+#include "ObjectReferences.h"
+#include "ObjectSources.h"
+#include "PropertiesDialog.h"
+#include "SavedPlaces.h"
+#include "Space.h"
+#include "WritableObject.h"
+
+#include <QColorDialog>
+#include <QCursor>
+#include <QInputDialog>
+#include <QMenu>
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace TAMBO::app {
+
+struct ObjectCommands::Entry
+{
+    QAction *action;
+    std::function<void(const Objects &objects)> run;
+};
+
+namespace {
+
+// One step of undo around a change of each object that its lock allows.
+template <typename Change>
+void changeEach(const ObjectCommands::Objects &objects, const Change &change)
+{
+    const DataPoint<Space> step(nullptr, Space::instance());
+    if (!step.m_good)
+        return;
+    for (Compound *object : objects) {
+        const DataPoint<Compound> guard(nullptr, object);
+        if (guard.m_good)
+            change(*object);
+    }
+}
+
+ObjectCommands::Objects writableObjects()
+{
+    ObjectCommands::Objects objects;
+    for (Compound *object : *Space::instance()) {
+        if (WritableObject::isWritable(*object))
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+// The object itself, or what it is a part of.
+const Compound *writableAt(const Compound *object)
+{
+    while (object != nullptr && !WritableObject::isWritable(*object))
+        object = object->Parent();
+    return object;
+}
+
+} // namespace
+
+ObjectCommands::ObjectCommands(const ObjectSources &sources) : m_Sources(sources) { }
+
+void ObjectCommands::select(const Objects &objects, bool selected)
+{
+    changeEach(objects, [selected](Compound &object) { object.SetSelected(selected); });
+}
+
+// The deselected ones first: one may hold, or be part of, a selected one.
+void ObjectCommands::changeSelection(const Objects &selected, const Objects &deselected)
+{
+    const DataPoint<Space> step(nullptr, Space::instance());
+    if (!step.m_good)
+        return;
+    select(deselected, false);
+    select(selected, true);
+}
+
+void ObjectCommands::selectNone()
+{
+    const DataPoint<Space> guard(nullptr, Space::instance());
+    if (!guard.m_good)
+        return;
+    for (Compound *object : *Space::instance())
+        object->SetSelected(false);
+}
+
+void ObjectCommands::color(const Objects &objects, const QColor &color)
+{
+    changeEach(objects, [&color](Compound &object) { object.SetColor(Color(color)); });
+}
+
+void ObjectCommands::rename(Compound &object, const QString &name)
+{
+    changeEach({&object},
+               [&name](Compound &renamed) { renameObject(renamed, name.toStdString()); });
+}
+
+void ObjectCommands::setLocked(const Objects &objects, bool locked)
+{
+    // No guard on the objects themselves: a locked one would refuse to be unlocked.
+    const DataPoint<Space> guard(nullptr, Space::instance());
+    if (!guard.m_good)
+        return;
+    for (Compound *object : objects)
+        setObjectLocked(*object, locked);
+}
+
+std::size_t ObjectCommands::destroy(const Objects &objects)
+{
+    const DataDelete<Space> step(nullptr, Space::instance());
+    if (!step.m_good)
+        return 0;
+    std::size_t count = 0;
+    for (Compound *object : uppermost(objects)) {
+        // What is above an object that goes must allow it too.
+        const DataPoint<Compound> guard(nullptr, object);
+        if (guard.m_good && isDestroyable(*object)) {
+            DataMaker::Destroy(object);
+            ++count;
+        }
+    }
+    return count;
+}
+
+bool ObjectCommands::isDestroyable(const Compound &object)
+{
+    switch (kindOf(object)) {
+    case ObjectKind::Residue:
+    case ObjectKind::Group:
+    case ObjectKind::Atom:
+    case ObjectKind::Other:
+        return false;
+    default:
+        return true;
+    }
+}
+
+ObjectCommands::Objects ObjectCommands::uppermost(const Objects &objects)
+{
+    const std::unordered_set<const Compound *> all(objects.begin(), objects.end());
+    Objects result;
+    for (Compound *object : objects) {
+        const Compound *above = object->Parent();
+        while (above != nullptr && !all.contains(above))
+            above = above->Parent();
+        if (above == nullptr)
+            result.push_back(object);
+    }
+    return result;
+}
+
+void ObjectCommands::askColor(const Objects &objects) const
+{
+    if (objects.empty())
+        return;
+    const ObjectReferences references(objects);
+    const QColor chosen =
+        QColorDialog::getColor(objects.front()->OwnColor().toQColor(), m_DialogParent, tr("Color"));
+    if (chosen.isValid())
+        color(references.objects(), chosen);
+}
+
+void ObjectCommands::askRename(Compound &object) const
+{
+    const ObjectReferences references({&object});
+    bool accepted = false;
+    const QString name =
+        QInputDialog::getText(m_DialogParent, tr("Rename"),
+                              tr("Name of the %1:").arg(kindText(kindOf(object))),
+                              QLineEdit::Normal, QString::fromStdString(object.Name()), &accepted)
+            .trimmed();
+    if (accepted && !name.isEmpty() && !references.objects().empty())
+        rename(object, name);
+}
+
+void ObjectCommands::showProperties(const Compound &object) const
+{
+    std::vector<Fact> facts = factsOf(object);
+    const std::filesystem::path file = m_Sources.fileOf(object);
+    if (!file.empty())
+        facts.emplace_back(tr("File"), QString::fromStdString(file.string()));
+    PropertiesDialog(nameText(object), facts, m_DialogParent).exec();
+}
+
+bool ObjectCommands::canExport()
+{
+    return std::ranges::any_of(*Space::instance(), [](const Compound *object) {
+        return WritableObject::isWritable(*object);
+    });
+}
+
+QString ObjectCommands::askExport(const Objects &picked) const
+{
+    const Objects objects = writableObjects();
+    if (objects.empty())
+        return {};
+    const Compound *chosen = nullptr;
+    for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
+        chosen = writableAt(picked[i]);
+    ExportDialog dialog(objects, chosen, m_DialogParent);
+    if (m_Places != nullptr)
+        dialog.setPlaces(*m_Places);
+    dialog.exec();
+    const Compound *const written = dialog.file().isEmpty() ? nullptr : dialog.object();
+    if (m_Places != nullptr && written != nullptr)
+        m_Places->takeFile(*written, dialog.file());
+    // Of what was saved already a copy has been written.
+    if (m_Places != nullptr && written != nullptr && dialog.countsAsSaved() &&
+        m_Places->isUnsaved(*written)) {
+        m_Places->accept(*written, dialog.losses());
+        m_Places->noteSaved(*written, {dialog.file(), dialog.options()});
+    }
+    return dialog.file();
+}
+
+void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
+                              std::vector<Entry> &entries) const
+{
+    const auto add = [&](const QString &text, bool isEnabled,
+                         std::function<void(const Objects &)> run) {
+        QAction *action = menu.addAction(text);
+        action->setEnabled(isEnabled);
+        entries.push_back({action, std::move(run)});
+    };
+    const auto all = [&](auto property) { return std::ranges::all_of(objects, property); };
+    const bool isSingle = objects.size() == 1;
+    const bool areLocked = all([](const Compound *object) { return object->IsLocked(); });
+
+    if (m_Editor && isSingle && dynamic_cast<Alignment *>(objects.front()) != nullptr) {
+        add(tr("Open in the &Editor"), true, [this](const Objects &chosen) {
+            m_Editor(dynamic_cast<Alignment &>(*chosen.front()));
+        });
+        menu.setDefaultAction(entries.back().action);
+        menu.addSeparator();
+    }
+    add(tr("&Select"), !all([](const Compound *object) { return object->IsSelected(); }),
+        [](const Objects &chosen) { select(chosen, true); });
+    add(tr("D&eselect"), true, [](const Objects &chosen) { select(chosen, false); });
+    add(tr("&Color…"), true, [this](const Objects &chosen) { askColor(chosen); });
+    menu.addSeparator();
+    add(tr("&Rename…"), isSingle && isRenamable(*objects.front()),
+        [this](const Objects &chosen) { askRename(*chosen.front()); });
+    add(areLocked ? tr("Un&lock") : tr("&Lock"),
+        all([](Compound *object) { return stateOf(*object) != nullptr; }),
+        [areLocked](const Objects &chosen) { setLocked(chosen, !areLocked); });
+    add(tr("E&xport…"), isSingle && writableAt(objects.front()) != nullptr,
+        [this](const Objects &chosen) { askExport(chosen); });
+    add(tr("&Delete"), all([](const Compound *object) { return isDestroyable(*object); }),
+        [](const Objects &chosen) { destroy(chosen); });
+    menu.addSeparator();
+    add(tr("&Properties…"), isSingle,
+        [this](const Objects &chosen) { showProperties(*chosen.front()); });
+}
+
+void ObjectCommands::popUpMenu(const Objects &objects) const
+{
+    if (objects.empty())
+        return;
+    const ObjectReferences references(objects);
+    QMenu menu;
+    menu.setObjectName(QStringLiteral("ObjectMenu"));
+    const QString title = objects.size() == 1 ? tr("%1 %2").arg(kindText(kindOf(*objects.front())),
+                                                                nameText(*objects.front()))
+                                              : tr("%1 objects").arg(objects.size());
+    menu.addSection(title);
+    std::vector<Entry> entries;
+    fillMenu(menu, objects, entries);
+    const QAction *chosen = menu.exec(QCursor::pos());
+    const auto entry = std::ranges::find(entries, chosen, &Entry::action);
+    // What was offered was offered for all of them.
+    if (entry != entries.end() && references.objects().size() == objects.size())
+        entry->run(objects);
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SavedPlaces.h"
+
+#include "Alignment.h"
+#include "History.h"
+#include "ObjectFacts.h"
+#include "ObjectSources.h"
+#include "Structure.h"
+#include "WritableObject.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+// What the edits of an object come to, in the order in which it is told.
+QString text(EditPart part)
+{
+    switch (part) {
+    case EditPart::Members:
+        return SavedPlaces::tr("chains or groups");
+    case EditPart::Cells:
+        return SavedPlaces::tr("rows, columns or gaps");
+    case EditPart::Name:
+        return SavedPlaces::tr("name");
+    case EditPart::RowNames:
+        return SavedPlaces::tr("names of rows");
+    case EditPart::Numbers:
+        return SavedPlaces::tr("residue numbers");
+    case EditPart::HeaderNumbers:
+        return SavedPlaces::tr("residue numbers in headers");
+    case EditPart::Elements:
+        return SavedPlaces::tr("secondary structure");
+    case EditPart::Places:
+        return SavedPlaces::tr("coordinates");
+    case EditPart::Whole:
+    case EditPart::Arrival:
+    case EditPart::Display:
+        break;
+    }
+    return {};
+}
+
+bool isModel(const Compound &object)
+{
+    const auto *const structure = dynamic_cast<const Structure *>(&object);
+    return structure != nullptr && structure->isModel();
+}
+
+} // namespace
+
+SavedPlaces::SavedPlaces(History &history, const ObjectSources &sources)
+    : m_History(history), m_Sources(sources)
+{
+    // Another object may come to stand at the address, which is in no file.
+    m_History.setFreeCallback([this](const std::set<const Compound *> &freed) {
+        const auto isFreed = [&freed](const auto &entry) { return freed.contains(entry.first); };
+        std::erase_if(m_Places, isFreed);
+        std::erase_if(m_Accepted, isFreed);
+        std::erase_if(m_Written, isFreed);
+    });
+}
+
+SavedPlaces::~SavedPlaces()
+{
+    m_History.setFreeCallback({});
+}
+
+// ---- What is in no file
+
+// Only PIR files name residue numbers of structures, so that those of others are not out of date.
+EditParts SavedPlaces::partsOf(const Compound &object, EditParts parts) const
+{
+    const auto place = m_Places.find(&object);
+    if (place != m_Places.end() && place->second.options.format != WriteFormat::Pir)
+        parts.remove(EditPart::HeaderNumbers);
+    return parts;
+}
+
+std::vector<SavedPlaces::Unsaved> SavedPlaces::unsaved() const
+{
+    std::vector<Unsaved> result;
+    for (const UnsavedObject &found : m_History.unsavedObjects()) {
+        const EditParts parts = partsOf(*found.object, found.parts);
+        if (parts.empty())
+            continue;
+        Unsaved thing{found.object, describe(*found.object, parts), {}, {}};
+        const std::optional<Place> place = placeOf(*found.object, parts);
+        if (place)
+            thing.file = place->file;
+        const auto *const alignment = dynamic_cast<const Alignment *>(found.object);
+        const bool isPir = !place || place->options.format == WriteFormat::Pir;
+        if (alignment != nullptr && isPir) {
+            const auto structures = m_History.renumberedStructures(*alignment);
+            thing.numbersFrom.assign(structures.begin(), structures.end());
+        }
+        result.push_back(std::move(thing));
+    }
+    return result;
+}
+
+bool SavedPlaces::isUnsaved(const Compound &object) const
+{
+    return !partsOf(object, m_History.unsavedParts(object)).empty();
+}
+
+QString SavedPlaces::describe(const Compound &object, EditParts parts) const
+{
+    if (parts.has(EditPart::Whole))
+        return isModel(object) ? tr("all of the model") : tr("all of it");
+    QStringList words;
+    for (const EditPart part :
+         {EditPart::Members, EditPart::Cells, EditPart::Name, EditPart::RowNames, EditPart::Numbers,
+          EditPart::HeaderNumbers, EditPart::Elements, EditPart::Places}) {
+        if (parts.has(part))
+            words << text(part);
+    }
+    return words.join(QStringLiteral(", "));
+}
+
+// ---- Saving
+
+// A file whose name the object does not have any more, or that would lose something, is none that
+// may be replaced without a question. Nor is one that a structure was opened from: it holds more
+// than is kept of it here.
+std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object,
+                                                       EditParts parts) const
+{
+    const auto found = m_Places.find(&object);
+    if (found == m_Places.end() || !found->second.isWhole || parts.has(EditPart::Name))
+        return std::nullopt;
+    const Place &place = found->second;
+    const WritableObject content(object);
+    if (content.obstacle(place.options))
+        return std::nullopt;
+    const QStringList losses = content.ownLosses(place.options);
+    return losses.isEmpty() || isAccepted(object, losses) ? std::optional(place) : std::nullopt;
+}
+
+std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object) const
+{
+    return placeOf(object, partsOf(object, m_History.unsavedParts(object)));
+}
+
+// Beside the file that the object came from, in its format. A model came out of a scratch folder.
+SavedPlaces::Place SavedPlaces::suggestionFor(const Compound &object) const
+{
+    const auto known = m_Places.find(&object);
+    if (known != m_Places.end())
+        return known->second;
+    const std::filesystem::path file =
+        isModel(object) ? std::filesystem::path() : m_Sources.fileOf(object);
+    return {QFile::decodeName(QByteArray::fromStdString(file.string())),
+            writeOptionsFor(file).value_or(WriteOptions())};
+}
+
+void SavedPlaces::noteSavedAgain(const Compound &object)
+{
+    m_History.markSaved(object);
+}
+
+void SavedPlaces::takeFile(const Compound &object, const QString &file)
+{
+    const QString taken = QFileInfo(file).canonicalFilePath();
+    for (auto &[other, place] : m_Places) {
+        if (place.isWhole && other != &object && QFileInfo(place.file).canonicalFilePath() == taken)
+            place.isWhole = false;
+    }
+}
+
+void SavedPlaces::noteOpened(const Compound &object, const Place &place)
+{
+    if (place.isWhole)
+        takeFile(object, place.file);
+    m_Places[&object] = place;
+    m_History.markSaved(object);
+}
+
+void SavedPlaces::noteSaved(const Compound &object, const Place &place)
+{
+    takeFile(object, place.file);
+    m_Places[&object] = place;
+    m_History.markSaved(object);
+}
+
+// ---- On behalf of others
+
+QStringList SavedPlaces::strangeNumbers(const Compound &object, const WriteOptions &options) const
+{
+    const auto *const alignment = dynamic_cast<const Alignment *>(&object);
+    if (alignment == nullptr || options.format != WriteFormat::Pir)
+        return {};
+    QStringList sentences;
+    for (const Structure *structure : m_History.renumberedStructures(*alignment))
+        sentences << tr("It names residue numbers of %1 that are in no structure file until %1 is "
+                        "saved, too.")
+                         .arg(nameText(*structure));
+    return sentences;
+}
+
+void SavedPlaces::noteWritten(const Compound &object, const Place &place, const QStringList &losses)
+{
+    takeFile(object, place.file);
+    m_Written[&object] = {place, losses};
+    m_History.markWritten(object);
+    if (losses.isEmpty() || isAccepted(object, losses))
+        acceptWritten(object);
+}
+
+void SavedPlaces::acceptWritten(const Compound &object)
+{
+    const auto found = m_Written.find(&object);
+    if (found == m_Written.end())
+        return;
+    accept(object, found->second.losses);
+    m_Places[&object] = found->second.place;
+    m_Written.erase(found);
+    m_History.acceptWritten(object);
+}
+
+bool SavedPlaces::isAccepted(const Compound &object, const QStringList &losses) const
+{
+    const auto found = m_Accepted.find(&object);
+    return found != m_Accepted.end() && found->second == losses;
+}
+
+void SavedPlaces::accept(const Compound &object, const QStringList &losses)
+{
+    m_Accepted[&object] = losses;
+}
+
+} // namespace TAMBO::app

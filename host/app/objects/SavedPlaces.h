@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Knows in which files objects are saved, and which of them have changes that are in no file. Owned
+// by the workbench.
+#pragma once
+
+#include "WriteFormat.h"
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace TAMBO {
+class Alignment;
+class Compound;
+class EditParts;
+class History;
+} // namespace TAMBO
+
+namespace TAMBO::app {
+
+class ObjectSources;
+class WritableObject;
+
+class SavedPlaces
+{
+    Q_DECLARE_TR_FUNCTIONS(SavedPlaces)
+
+public:
+    // What would be lost.
+    struct Unsaved
+    {
+        Compound *object = nullptr;
+        // "residue numbers, secondary structure".
+        QString what;
+        // Where it is saved without a question; empty: the user is asked.
+        QString file;
+        // Structures whose new numbers the file names, and which no file has until they are saved
+        // themselves.
+        std::vector<const Compound *> numbersFrom;
+    };
+    struct Place
+    {
+        QString file;
+        WriteOptions options;
+        // Nothing else is in the file.
+        bool isWhole = true;
+    };
+
+    // Both outlive the saver.
+    SavedPlaces(History &history, const ObjectSources &sources);
+    ~SavedPlaces();
+    SavedPlaces(const SavedPlaces &) = delete;
+    SavedPlaces &operator=(const SavedPlaces &) = delete;
+
+    [[nodiscard]] std::vector<Unsaved> unsaved() const;
+    [[nodiscard]] bool isUnsaved(const Compound &object) const;
+
+    // The file that may be replaced by the object as it is now without a question: it holds all of
+    // the object and nothing else.
+    [[nodiscard]] std::optional<Place> placeOf(const Compound &object) const;
+    // What to suggest for an object without such a file; an empty file name suggests no folder.
+    [[nodiscard]] Place suggestionFor(const Compound &object) const;
+
+    // ---- What others have done
+
+    // The object, without changes, is what the file holds.
+    void noteOpened(const Compound &object, const Place &place);
+    // The file is this object's from now on: no other one that came from there replaces it without
+    // a question.
+    void takeFile(const Compound &object, const QString &file);
+    // It was written there again.
+    void noteSavedAgain(const Compound &object);
+    // It was written, without losses or with such as the user accepts.
+    void noteSaved(const Compound &object, const Place &place);
+
+    // ---- Saving on behalf of others, who have the file's name
+
+    // Sentences about residue numbers in the file that are in no structure file.
+    [[nodiscard]] QStringList strangeNumbers(const Compound &object,
+                                             const WriteOptions &options) const;
+    // A file without all of the object was written. The object counts as saved in this state when
+    // the user has accepted that, or has done so before.
+    void noteWritten(const Compound &object, const Place &place, const QStringList &losses);
+    void acceptWritten(const Compound &object);
+    // Whether the user has accepted these losses of the object before.
+    [[nodiscard]] bool isAccepted(const Compound &object, const QStringList &losses) const;
+    void accept(const Compound &object, const QStringList &losses);
+
+private:
+    [[nodiscard]] EditParts partsOf(const Compound &object, EditParts parts) const;
+    [[nodiscard]] std::optional<Place> placeOf(const Compound &object, EditParts parts) const;
+    [[nodiscard]] QString describe(const Compound &object, EditParts parts) const;
+
+    History &m_History;
+    const ObjectSources &m_Sources;
+    std::map<const Compound *, Place> m_Places;
+    std::map<const Compound *, QStringList> m_Accepted;
+    // Not accepted yet.
+    struct Written
+    {
+        Place place;
+        QStringList losses;
+    };
+    std::map<const Compound *, Written> m_Written;
+};
+
+} // namespace TAMBO::app

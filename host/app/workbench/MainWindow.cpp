@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "MainWindow.h"
+
+#include "Config.h"
+#include "ConfigStore.h"
+#include "Directories.h"
+#include "FirstPlaces.h"
+#include "HelpViewer.h"
+#include "HistoryPanel.h"
+#include "JobList.h"
+#include "JobStatus.h"
+#include "LoadProgress.h"
+#include "Loader.h"
+#include "LogModel.h"
+#include "LogPanel.h"
+#include "ModellingTools.h"
+#include "ObjectCommands.h"
+#include "ObjectTree.h"
+#include "ObjectTreeModel.h"
+#include "PlainText.h"
+#include "Plugins.h"
+#include "PluginsDialog.h"
+#include "PrintNotice.h"
+#include "PrintoutDesk.h"
+#include "RecentFiles.h"
+#include "Space.h"
+#include "UndoActions.h"
+#include "UndoCommands.h"
+#include "WindowPlaces.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace TAMBO::app {
+
+namespace {
+
+using services::ConfigStore;
+using services::UndoActions;
+
+constexpr const char *kPlaceKey = "Workbench";
+constexpr int kSayMilliseconds = 8000;
+
+// Beside the places of windows, which are no settings either.
+ConfigStore dockStore()
+{
+    return {QString(), services::Directories::data() + QStringLiteral("/windows.ini")};
+}
+
+QStringList localFiles(const QMimeData &data)
+{
+    QStringList files;
+    for (const QUrl &url : data.urls()) {
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    }
+    return files;
+}
+
+QIcon icon(const char *name)
+{
+    return QIcon(QStringLiteral("%1/%2.svg")
+                     .arg(QString::fromStdString(Config::GetIconDir()), QString::fromLatin1(name)));
+}
+
+// The color of selected residues, thinned so that names stay the loudest thing in the tree.
+QColor tint()
+{
+    const QColor color(
+        QString::fromStdString(Config::GetSetting("General", "SelectionColor").ToString()));
+    const QColor full = color.isValid() ? color : QColor(Qt::yellow);
+    const auto thin = [](int part) { return (part + 2 * 255) / 3; };
+    return {thin(full.red()), thin(full.green()), thin(full.blue())};
+}
+
+// "&" in a menu text marks the next letter.
+QString menuText(QString text)
+{
+    return text.replace(u'&', QStringLiteral("&&"));
+}
+
+} // namespace
+
+MainWindow::MainWindow(const Parts &parts)
+    : BaseWindow(tr("Tambo"), QSize(640, 860), QString::fromLatin1(kPlaceKey), false, nullptr,
+                 "MainWindow"),
+      m_Parts(parts)
+{
+    setWindowIcon(QApplication::windowIcon());
+    setAcceptDrops(true);
+    makeTree();
+    makeDocks();
+    makeFileMenu();
+    makeEditMenu();
+    makeViewMenu();
+    makeToolsMenu();
+    makeHelpMenu();
+    makeToolBar();
+    makeStatusBar();
+    new LoadProgress(parts.loader, this);
+    enableActions();
+    countObjects();
+    restoreDocks();
+}
+
+MainWindow::~MainWindow() = default;
+
+// ---- What the window is made of
+
+void MainWindow::makeTree()
+{
+    m_Objects = new ObjectTreeModel(*Space::instance(), this);
+    m_Objects->setSelectionColor(tint());
+    m_Tree = new ObjectTree(*m_Objects);
+    setCentralWidget(m_Tree);
+    connect(m_Tree, &ObjectTree::picked, this, &MainWindow::enableActions);
+    connect(m_Tree, &ObjectTree::opened, this, &MainWindow::editorAsked);
+    connect(m_Tree, &ObjectTree::menuAsked, this, [this](const std::vector<Compound *> &objects) {
+        m_Parts.commands.popUpMenu(objects);
+    });
+    connect(m_Objects, &ObjectTreeModel::renameAsked, this,
+            [](Compound *object, const QString &name) { ObjectCommands::rename(*object, name); });
+}
+
+QDockWidget *MainWindow::addDock(const QString &title, const char *name, QWidget *content)
+{
+    auto *dock = new QDockWidget(title, this);
+    dock->setObjectName(QString::fromLatin1(name));
+    dock->setWidget(content);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    return dock;
+}
+
+void MainWindow::makeDocks()
+{
+    m_LogDock = addDock(tr("Log"), "LogDock", new LogPanel(m_Parts.log));
+    m_HistoryDock = addDock(tr("History"), "HistoryDock", new HistoryPanel(m_Parts.undo));
+    tabifyDockWidget(m_LogDock, m_HistoryDock);
+    m_LogDock->raise();
+    setTabPosition(Qt::BottomDockWidgetArea, QTabWidget::North);
+    resizeDocks({m_LogDock}, {260}, Qt::Vertical);
+}
+
+void MainWindow::makeFileMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&File"));
+    m_Open = menu->addAction(icon("open"), tr("&Open…"), QKeySequence::Open, this,
+                             &MainWindow::filesAsked);
+    m_Open->setToolTip(tr("Open structures, alignments or sequences"));
+    m_Recent = menu->addMenu(tr("Open &Recent"));
+    connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
+    menu->addSeparator();
+    m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
+                               &MainWindow::exportPicked);
+    menu->addSeparator();
+    m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
+                              &MainWindow::closePicked);
+    menu->addSeparator();
+    QAction *quit = menu->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                                    &MainWindow::quitAsked);
+    quit->setMenuRole(QAction::QuitRole);
+}
+
+void MainWindow::makeEditMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&Edit"));
+    UndoActions::undo()->setIcon(icon("undo"));
+    UndoActions::redo()->setIcon(icon("redo"));
+    menu->addAction(UndoActions::undo());
+    menu->addAction(UndoActions::redo());
+    menu->addSeparator();
+    menu->addAction(tr("Select &None"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
+                    [this] {
+                        m_Tree->clearSelection();
+                        ObjectCommands::selectNone();
+                    });
+    menu->addSeparator();
+    m_Rename = menu->addAction(tr("&Rename…"), this, [this] {
+        const std::vector<Compound *> objects = m_Tree->pickedObjects();
+        if (!objects.empty())
+            m_Parts.commands.askRename(*objects.front());
+    });
+    m_Delete =
+        menu->addAction(tr("&Delete"), QKeySequence::Delete, this, &MainWindow::deletePicked);
+    m_Properties =
+        menu->addAction(tr("&Properties…"), QKeySequence(Qt::ALT | Qt::Key_Return), this, [this] {
+            const std::vector<Compound *> objects = m_Tree->pickedObjects();
+            if (!objects.empty())
+                m_Parts.commands.showProperties(*objects.front());
+        });
+}
+
+void MainWindow::makeViewMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&View"));
+    menu->addAction(m_LogDock->toggleViewAction());
+    menu->addAction(m_HistoryDock->toggleViewAction());
+}
+
+void MainWindow::makeToolsMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&Tools"));
+    for (const services::PluginRecord &plugin : m_Parts.plugins.loader().records()) {
+        if (!plugin.isUsable())
+            continue;
+        QAction *action = menu->addAction(icon("editor-window"), menuText(Plugins::titleOf(plugin)),
+                                          this, [this, &plugin] { emit toolAsked(plugin); });
+        if (m_Tools.empty())
+            action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+        m_Tools.push_back(action);
+    }
+    if (m_Tools.empty())
+        menu->addAction(tr("No plug-ins"))->setEnabled(false);
+    menu->addSeparator();
+    menu->addAction(tr("&Superpose…"), this, [this] {
+        const std::vector<Compound *> objects = m_Tree->pickedObjects();
+        emit superposeAsked(objects.size() == 1 ? objects.front() : nullptr);
+    });
+}
+
+void MainWindow::makeHelpMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("&Help"));
+    menu->addAction(tr("&Contents"), QKeySequence::HelpContents, this,
+                    [] { HelpViewer::Show(QString()); });
+    menu->addAction(tr("&Plug-ins…"), this, [this] {
+        PluginsDialog(m_Parts.plugins.loader(), Plugins::directory(),
+                      ModellingTools(QCoreApplication::applicationDirPath()).stateText(), this)
+            .exec();
+    });
+    menu->addSeparator();
+    QAction *about = menu->addAction(tr("&About"), this, &MainWindow::about);
+    about->setMenuRole(QAction::AboutRole);
+}
+
+void MainWindow::makeToolBar()
+{
+    QToolBar *bar = addToolBar(tr("Commands"));
+    bar->setObjectName(QStringLiteral("CommandBar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_Open->setIconText(tr("Open"));
+    bar->addAction(m_Open);
+    bar->addSeparator();
+    bar->addAction(UndoActions::undo());
+    bar->addAction(UndoActions::redo());
+    if (!m_Tools.empty()) {
+        bar->addSeparator();
+        for (QAction *tool : m_Tools)
+            bar->addAction(tool);
+    }
+    bar->toggleViewAction()->setVisible(false);
+}
+
+void MainWindow::makeStatusBar()
+{
+    auto *printed = new PrintNotice(services::PrintoutDesk::instance());
+    connect(printed, &PrintNotice::failed, this,
+            [this](const QString &cause) { emit failed(cause, {}); });
+    statusBar()->addPermanentWidget(printed);
+    auto *jobs = new JobStatus(services::JobList::instance());
+    connect(jobs, &JobStatus::failureAsked, this, &MainWindow::failed);
+    statusBar()->addPermanentWidget(jobs);
+    m_Count = new QLabel;
+    m_Count->setObjectName(QStringLiteral("ObjectCount"));
+    statusBar()->addPermanentWidget(m_Count);
+}
+
+void MainWindow::say(const QString &text)
+{
+    statusBar()->showMessage(text, kSayMilliseconds);
+}
+
+// ---- Commands
+
+void MainWindow::fillRecentMenu()
+{
+    m_Recent->clear();
+    const QStringList files = m_Parts.recentFiles.files();
+    for (const QString &file : files) {
+        QAction *action = m_Recent->addAction(menuText(QFileInfo(file).fileName()), this,
+                                              [this, file] { emit openAsked({file}); });
+        action->setToolTip(plainToolTip(file));
+    }
+    m_Recent->setToolTipsVisible(true);
+    m_Recent->addSeparator();
+    QAction *clear =
+        m_Recent->addAction(tr("Clear List"), &m_Parts.recentFiles, &RecentFiles::clear);
+    clear->setEnabled(!files.isEmpty());
+}
+
+void MainWindow::exportPicked()
+{
+    const QString file = m_Parts.commands.askExport(m_Tree->pickedObjects());
+    if (!file.isEmpty())
+        say(tr("Exported %1").arg(QFileInfo(file).fileName()));
+}
+
+// The structure of a picked chain is not closed with it.
+void MainWindow::closePicked()
+{
+    std::vector<Compound *> objects = m_Tree->pickedObjects();
+    std::erase_if(objects,
+                  [](const Compound *object) { return object->Parent() != Space::instance(); });
+    emit closeAsked(objects);
+}
+
+void MainWindow::deletePicked()
+{
+    ObjectCommands::destroy(m_Tree->pickedObjects());
+}
+
+void MainWindow::enableActions()
+{
+    const std::vector<Compound *> objects = m_Tree->pickedObjects();
+    const auto isTop = [](const Compound *object) { return object->Parent() == Space::instance(); };
+    m_Close->setEnabled(std::ranges::any_of(objects, isTop));
+    m_Rename->setEnabled(objects.size() == 1 && isRenamable(*objects.front()));
+    m_Delete->setEnabled(std::ranges::any_of(
+        objects, [](const Compound *object) { return ObjectCommands::isDestroyable(*object); }));
+    m_Properties->setEnabled(objects.size() == 1);
+}
+
+void MainWindow::about()
+{
+    QMessageBox::about(this, tr("About Tambo"),
+                       tr("<h3>Tambo %1</h3>"
+                          "<p>A workbench for protein structures, sequences and alignments.</p>"
+                          "<p>Free software under the GNU General Public License, version 3 or "
+                          "later.</p>")
+                           .arg(QCoreApplication::applicationVersion()));
+}
+
+// ---- Events
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_MayClose && !m_MayClose()) {
+        event->ignore();
+        return;
+    }
+    rememberDocks();
+    BaseWindow::closeEvent(event);
+    emit closed();
+}
+
+void MainWindow::showEvent(QShowEvent *event)
+{
+    if (!m_IsPlaced) {
+        m_IsPlaced = true;
+        chooseFirstPlace();
+    }
+    BaseWindow::showEvent(event);
+}
+
+void MainWindow::chooseFirstPlace()
+{
+    QWidget probe;
+    if (services::WindowPlaces::restore(probe, QString::fromLatin1(kPlaceKey)))
+        return;
+    const QRect place = workbenchPlace(screen()->availableGeometry());
+    resize(place.size());
+    move(place.topLeft());
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!localFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    const QStringList files = localFiles(*event->mimeData());
+    if (files.isEmpty())
+        return;
+    event->acceptProposedAction();
+    emit openAsked(files);
+}
+
+// ---- Following the objects
+
+void MainWindow::commUpdate() { }
+
+void MainWindow::commAdd()
+{
+    countObjects();
+}
+
+void MainWindow::commDelete()
+{
+    countObjects();
+}
+
+void MainWindow::countObjects()
+{
+    m_Export->setEnabled(ObjectCommands::canExport());
+    std::size_t structures = 0;
+    std::size_t sequences = 0;
+    std::size_t alignments = 0;
+    for (const Compound *object : *Space::instance()) {
+        const ObjectKind kind = kindOf(*object);
+        structures += kind == ObjectKind::Structure ? 1 : 0;
+        sequences += kind == ObjectKind::Sequence ? 1 : 0;
+        alignments += kind == ObjectKind::Alignment ? 1 : 0;
+    }
+    QStringList parts;
+    const auto add = [&parts](std::size_t count, const QString &one, const QString &many) {
+        if (count > 0)
+            parts << QStringLiteral("%1 %2").arg(QLocale().toString(qulonglong(count)),
+                                                 count == 1 ? one : many);
+    };
+    add(structures, tr("structure"), tr("structures"));
+    add(alignments, tr("alignment"), tr("alignments"));
+    add(sequences, tr("sequence"), tr("sequences"));
+    m_Count->setText(parts.join(QStringLiteral(", ")));
+}
+
+// ---- Docks
+
+void MainWindow::rememberDocks() const
+{
+    ConfigStore store = dockStore();
+    store.setValue("Docks", kPlaceKey, saveState().toBase64().toStdString());
+    store.save();
+}
+
+void MainWindow::restoreDocks()
+{
+    if (const std::optional<std::string> state = dockStore().value("Docks", kPlaceKey))
+        restoreState(QByteArray::fromBase64(QByteArray::fromStdString(*state)));
+}
+
+} // namespace TAMBO::app

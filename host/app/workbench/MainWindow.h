@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The window of the workbench: the tree of objects, the log, the history, and the menus. It shows
+// what it is given, and says what the user asks for.
+#pragma once
+
+#include "BaseWindow.h"
+#include "Compound.h"
+#include "Subscriber.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+class QAction;
+class QDockWidget;
+class QLabel;
+class QMenu;
+class QToolBar;
+
+namespace TAMBO::services {
+struct PluginRecord;
+}
+
+namespace TAMBO::app {
+
+class Loader;
+class LogModel;
+class ObjectCommands;
+class ObjectTree;
+class ObjectTreeModel;
+class Plugins;
+class RecentFiles;
+class UndoCommands;
+
+class MainWindow : public BaseWindow, private Subscriber
+{
+    Q_OBJECT
+
+public:
+    // All of them outlive the window.
+    struct Parts
+    {
+        Loader &loader;
+        const Plugins &plugins;
+        const ObjectCommands &commands;
+        UndoCommands &undo;
+        RecentFiles &recentFiles;
+        LogModel &log;
+    };
+
+    explicit MainWindow(const Parts &parts);
+    ~MainWindow() override;
+
+    [[nodiscard]] ObjectTree &tree() noexcept { return *m_Tree; }
+    [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
+    // In the status line for a while.
+    void say(const QString &text);
+    // Asked before the window closes; it stays when the answer is no.
+    void setMayClose(std::function<bool()> mayClose) { m_MayClose = std::move(mayClose); }
+
+signals:
+    void filesAsked();
+    void openAsked(const QStringList &files);
+    void closeAsked(const std::vector<TAMBO::Compound *> &objects);
+    void editorAsked(TAMBO::Compound *object);
+    void toolAsked(const TAMBO::services::PluginRecord &plugin);
+    // Along the object, if it is an alignment; null when none is picked.
+    void superposeAsked(const TAMBO::Compound *object);
+    void quitAsked();
+    void failed(const QString &headline, const QStringList &causes);
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void commUpdate() override;
+    void commAdd() override;
+    void commDelete() override;
+
+    void makeTree();
+    void makeDocks();
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeViewMenu();
+    void makeToolsMenu();
+    void makeHelpMenu();
+    void makeToolBar();
+    void makeStatusBar();
+
+    QDockWidget *addDock(const QString &title, const char *name, QWidget *content);
+    void fillRecentMenu();
+    void exportPicked();
+    void closePicked();
+    void deletePicked();
+    void enableActions();
+    void countObjects();
+    void about();
+    void chooseFirstPlace();
+    void restoreDocks();
+    void rememberDocks() const;
+
+    Parts m_Parts;
+    std::function<bool()> m_MayClose;
+    ObjectTreeModel *m_Objects = nullptr;
+    ObjectTree *m_Tree = nullptr;
+    QAction *m_Open = nullptr;
+    QAction *m_Export = nullptr;
+    QAction *m_Close = nullptr;
+    QAction *m_Rename = nullptr;
+    QAction *m_Delete = nullptr;
+    QAction *m_Properties = nullptr;
+    QMenu *m_Recent = nullptr;
+    std::vector<QAction *> m_Tools;
+    QDockWidget *m_LogDock = nullptr;
+    QDockWidget *m_HistoryDock = nullptr;
+    QLabel *m_Count = nullptr;
+    bool m_IsPlaced = false;
+};
+
+} // namespace TAMBO::app

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Routes.h"
+
+#include "Alignment.h"
+#include "ChangeScope.h"
+#include "Config.h"
+#include "Logger.h"
+#include "ModelReader.h"
+#include "ObjectFacts.h"
+#include "PluginRoutes.h"
+#include "WritableObject.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+using services::PluginCall;
+using services::PluginRoutes;
+
+// What a caller of SaveALI points to; the order of the fields is agreed with plug-ins.
+struct SaveRequest
+{
+    QString path;
+    Alignment *alignment;
+};
+
+QString scratch()
+{
+    return QString::fromStdString(Config::GetPersonalTmpDir());
+}
+
+bool isTemporary(const QString &path)
+{
+    return QFileInfo(path).absoluteFilePath().startsWith(scratch() + '/');
+}
+
+// Callers hand over Latin-1, in which letters of the scratch folder may have got lost.
+QString fromLatin1Path(const char *path)
+{
+    const QByteArray given(path);
+    const QByteArray folder = scratch().toLatin1() + '/';
+    if (given.startsWith(folder))
+        return scratch() + '/' + QString::fromLatin1(given.mid(folder.size()));
+    return QString::fromLatin1(given);
+}
+
+} // namespace
+
+Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(std::move(actions))
+{
+    PluginRoutes &routes = PluginRoutes::instance();
+    routes.registerExecute("Data", "OpenFile", "open",
+                           [this](const PluginCall &) { return openFile(); });
+    routes.registerCommand("Parse", "PDB", "ReadPDB",
+                           [this](const PluginCall &call) { return readPdb(call); });
+    routes.registerCommand("Parse", "PIR", "SaveALI",
+                           [this](const PluginCall &call) { return savePir(call); });
+    routes.registerExecute("Calculate", "Alignment", "Malign",
+                           [this](const PluginCall &call) { return realign(call); });
+}
+
+Routes::~Routes()
+{
+    PluginRoutes &routes = PluginRoutes::instance();
+    routes.removeExecute("Data", "OpenFile", "open");
+    routes.removeCommand("Parse", "PDB", "ReadPDB");
+    routes.removeCommand("Parse", "PIR", "SaveALI");
+    routes.removeExecute("Calculate", "Alignment", "Malign");
+}
+
+// Choosing nothing is no failure.
+bool Routes::openFile()
+{
+    m_Actions.askAndOpen(QApplication::activeWindow());
+    return true;
+}
+
+bool Routes::readPdb(const PluginCall &call)
+{
+    const auto *path = static_cast<const char *>(call.readOnlyData);
+    if (path == nullptr) {
+        Logger::Write(QStringLiteral("ReadPDB: there is no file name."), Logger::Severity::Error);
+        return false;
+    }
+    const QString name = fromLatin1Path(path);
+    const std::filesystem::path file = QFile::encodeName(name).toStdString();
+    const bool isModel = isTemporary(name) && ModelReader::isModel(file);
+    // Read at once, since the next job writes over it; made into objects when that is allowed.
+    std::function<LoadReport()> make;
+    if (isModel) {
+        const auto reader = std::make_shared<ModelReader>(*m_Loader, file);
+        make = [reader] { return reader->read(); };
+    } else {
+        const auto outcome = std::make_shared<ReadOutcome>(Loader::readNow(file));
+        make = [loader = m_Loader, outcome] {
+            const ArrivalScope arrival;
+            return loader->makeObjects(*outcome);
+        };
+    }
+    // Nobody waits for what has to wait.
+    const auto isRead = std::make_shared<bool>(true);
+    whenNothingIsPublished(
+        [loader = m_Loader, tell = m_Actions.tellBadFiles, make, isModel, isRead] {
+            if (loader == nullptr)
+                return;
+            const LoadReport report = make();
+            if (!isModel)
+                tell(report);
+            *isRead = report.failures.empty() && !report.structures.empty();
+        });
+    return *isRead;
+}
+
+bool Routes::realign(const PluginCall &call)
+{
+    auto *alignment = static_cast<Alignment *>(call.data);
+    return alignment != nullptr && m_Actions.realign(*alignment);
+}
+
+// The file is complete, or as it was, when this returns.
+bool Routes::savePir(const PluginCall &call)
+{
+    const auto *request = static_cast<const SaveRequest *>(call.data);
+    if (request == nullptr || request->alignment == nullptr || request->path.isEmpty()) {
+        Logger::Write(QStringLiteral("SaveALI: there is nothing to save."),
+                      Logger::Severity::Error);
+        return false;
+    }
+    const WriteOptions pir;
+    const WritableObject object(*request->alignment);
+    if (const std::optional<QString> error = object.write(request->path, pir)) {
+        Logger::Write(*error, Logger::Severity::Error);
+        // Whoever calls shows nothing.
+        m_Actions.tellFailure(
+            QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {*error});
+        return false;
+    }
+    Logger::Write(
+        QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
+    const QStringList losses = object.losses(pir);
+    if (!losses.isEmpty())
+        Logger::Write(QFileInfo(request->path).fileName() + QStringLiteral(": ") +
+                          losses.join(u' '),
+                      Logger::Severity::Warning);
+    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
+    if (!isTemporary(request->path))
+        m_Actions.noteWritten(*request->alignment, request->path, losses);
+    return true;
+}
+
+} // namespace TAMBO::app

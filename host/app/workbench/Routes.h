@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that the workbench itself answers for plug-ins.
+#pragma once
+
+#include "Loader.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+
+namespace TAMBO {
+class Alignment;
+class Compound;
+} // namespace TAMBO
+
+namespace TAMBO::services {
+struct PluginCall;
+}
+
+namespace TAMBO::app {
+
+// Registered while it lives.
+class Routes
+{
+public:
+    // What the workbench does for them.
+    struct Actions
+    {
+        // With a file dialog over the window.
+        std::function<void(QWidget *parent)> askAndOpen;
+        std::function<bool(Alignment &alignment)> realign;
+        std::function<void(const LoadReport &report)> tellBadFiles;
+        std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
+        // A PIR file that the caller keeps was written, with these losses.
+        std::function<void(Alignment &alignment, const QString &file, const QStringList &losses)>
+            noteWritten;
+    };
+
+    Routes(Loader &loader, Actions actions);
+    ~Routes();
+    Routes(const Routes &) = delete;
+    Routes &operator=(const Routes &) = delete;
+
+private:
+    bool openFile();
+    bool readPdb(const services::PluginCall &call);
+    bool realign(const services::PluginCall &call);
+    bool savePir(const services::PluginCall &call);
+
+    // What has to wait may come to its turn when the loader has gone, and this too.
+    QPointer<Loader> m_Loader;
+    Actions m_Actions;
+};
+
+} // namespace TAMBO::app

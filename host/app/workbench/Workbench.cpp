@@ -1,0 +1,377 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Workbench.h"
+
+#include "Alignment.h"
+#include "Config.h"
+#include "ConfigStore.h"
+#include "EmptiedWindows.h"
+#include "FailureBoxes.h"
+#include "FirstPlaces.h"
+#include "Hooks.h"
+#include "JobList.h"
+#include "LogBook.h"
+#include "LogModel.h"
+#include "Logger.h"
+#include "LossBox.h"
+#include "MainWindow.h"
+#include "ObjectFacts.h"
+#include "ObjectReferences.h"
+#include "ObjectTree.h"
+#include "ObjectTreeModel.h"
+#include "OpenDialog.h"
+#include "PrintoutDesk.h"
+#include "RealignCommand.h"
+#include "RecentFiles.h"
+#include "Routes.h"
+#include "Space.h"
+#include "Structure.h"
+#include "SuperposeCommand.h"
+#include "SuperposeDialog.h"
+#include "UndoCommands.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <chrono>
+
+namespace TAMBO::app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kSaveMilliseconds = 2000;
+// Until it is looked again whether a dialog has gone.
+constexpr std::chrono::milliseconds kPause(20);
+
+fs::path toPath(const QString &file)
+{
+    return fs::path(QFile::encodeName(file).toStdString());
+}
+
+QString toText(const fs::path &file)
+{
+    return QFile::decodeName(QByteArray::fromStdString(file.string()));
+}
+
+// In which a file is written again. Its ending tells apart what readers do not.
+std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
+{
+    const std::optional<WriteOptions> byEnding = writeOptionsFor(origin.file);
+    const bool isA2m = byEnding && byEnding->format == WriteFormat::A2m && origin.format == "a3m";
+    return isA2m ? byEnding : writeOptionsNamed(origin.format);
+}
+
+} // namespace
+
+Workbench::Workbench(Attendance attendance)
+    : m_Attendance(attendance),
+      m_Places(m_History, m_Sources),
+      m_Question(m_Places, services::JobList::instance()),
+      m_Loader(m_Sources),
+      m_Commands(m_Sources),
+      m_Undo(std::make_unique<UndoCommands>(m_History)),
+      m_LogModel(std::make_unique<LogModel>(services::LogBook::instance())),
+      m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
+{
+    // Writing to the disk can wait until the windows are painted.
+    m_SaveTimer.setSingleShot(true);
+    m_SaveTimer.setInterval(kSaveMilliseconds);
+    connect(&m_SaveTimer, &QTimer::timeout, this, [] { services::ConfigStore::instance().save(); });
+    m_Plugins.loadAll(Plugins::directory());
+    connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
+    makeWindow();
+    m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
+    m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
+    m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
+    m_Commands.setDialogParent(m_Window.get());
+    m_Commands.setPlaces(m_Places);
+    // Not at once: whoever ends a job is in the middle of it.
+    connect(&services::JobList::instance(), &services::JobList::changed, this,
+            &Workbench::quitAfterJobs, Qt::QueuedConnection);
+    if (m_Plugins.hasUsable())
+        m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
+    makeRoutes();
+    connect(&services::JobList::instance(), &services::JobList::failed, this,
+            &Workbench::tellFailure);
+    installHooks();
+}
+
+Workbench::~Workbench()
+{
+    ModelHooks &hooks = modelHooks();
+    hooks.showMenu = nullptr;
+    hooks.refused = nullptr;
+    hooks.denied = nullptr;
+    hooks.changed = nullptr;
+    services::PrintoutDesk::instance().setFolderOf(nullptr);
+}
+
+void Workbench::makeWindow()
+{
+    m_Window = std::make_unique<MainWindow>(
+        MainWindow::Parts{m_Loader, m_Plugins, m_Commands, *m_Undo, *m_RecentFiles, *m_LogModel});
+    MainWindow *const window = m_Window.get();
+    window->setMayClose([this] { return mayQuit(); });
+    connect(window, &MainWindow::closed, this, &Workbench::leave);
+    connect(window, &MainWindow::quitAsked, this, &Workbench::quit);
+    connect(window, &MainWindow::filesAsked, this, [this, window] { askAndOpen(window); });
+    connect(window, &MainWindow::openAsked, this, &Workbench::open);
+    connect(window, &MainWindow::closeAsked, this, &Workbench::closeObjects);
+    connect(window, &MainWindow::editorAsked, this, &Workbench::openInEditor);
+    connect(window, &MainWindow::toolAsked, this, &Workbench::openTool);
+    connect(window, &MainWindow::superposeAsked, this, &Workbench::askSuperpose);
+    connect(window, &MainWindow::failed, this, &Workbench::tellFailure);
+}
+
+void Workbench::makeRoutes()
+{
+    Routes::Actions actions;
+    actions.askAndOpen = [this](QWidget *parent) { askAndOpen(parent); };
+    actions.realign = [this](Alignment &alignment) { return realign(alignment); };
+    actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
+    actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
+        tellFailure(headline, causes);
+    };
+    actions.noteWritten = [this](Alignment &alignment, const QString &file,
+                                 const QStringList &losses) {
+        noteWritten(alignment, {file, WriteOptions()}, losses);
+    };
+    m_Routes = std::make_unique<Routes>(m_Loader, std::move(actions));
+}
+
+void Workbench::installHooks()
+{
+    ModelHooks &hooks = modelHooks();
+    hooks.showMenu = [this](Compound &object) { m_Commands.popUpMenu({&object}); };
+    hooks.refused = [this](const Compound &locked) {
+        m_Window->say(tr("%1 is locked").arg(nameText(locked)));
+    };
+    hooks.denied = [this](const std::string &reason) {
+        m_Window->say(QString::fromStdString(reason));
+    };
+    hooks.changed = [this] {
+        m_Window->objects().scheduleRefresh();
+        m_EmptiedWindows->follow(m_History.isAsTravelled());
+    };
+
+    auto &desk = services::PrintoutDesk::instance();
+    desk.setFolderOf([this](const Compound &object) {
+        return QFile::decodeName(m_Sources.fileOf(object).parent_path().c_str());
+    });
+    connect(&desk, &services::PrintoutDesk::refused, this,
+            [this](const QString &cause) { tellFailure(cause, {}); });
+}
+
+// ---- Opening and closing
+
+void Workbench::openAtStart(std::vector<fs::path> files)
+{
+    connect(&m_Loader, &Loader::finished, this, &Workbench::showAtStart, Qt::SingleShotConnection);
+    m_Loader.open(std::move(files));
+}
+
+void Workbench::showAtStart(const LoadReport &report)
+{
+    if (!report.alignments.empty())
+        openInEditor(report.alignments.front());
+    emit started(report);
+}
+
+void Workbench::open(const QStringList &files)
+{
+    std::vector<fs::path> paths;
+    std::ranges::transform(files, std::back_inserter(paths), toPath);
+    m_Loader.open(std::move(paths));
+}
+
+bool Workbench::askAndOpen(QWidget *parent)
+{
+    const QStringList files = askFilesToOpen(parent);
+    open(files);
+    return !files.isEmpty();
+}
+
+void Workbench::filesOpened(const LoadReport &report)
+{
+    // What has just been read is as it is on the disk.
+    for (const Structure *structure : report.structures)
+        m_History.markSaved(*structure);
+    for (std::size_t i = 0; i < report.alignments.size(); ++i) {
+        const LoadReport::Origin &origin = report.origins[i];
+        if (const std::optional<WriteOptions> options = optionsOf(origin))
+            m_Places.noteOpened(*report.alignments[i],
+                                {toText(origin.file), *options, origin.isWhole});
+        else
+            m_History.markSaved(*report.alignments[i]);
+    }
+    rememberFiles(report);
+    tellFailures(report);
+    emit opened(report);
+}
+
+void Workbench::rememberFiles(const LoadReport &report)
+{
+    QStringList files;
+    for (const fs::path &file : report.asked) {
+        if (std::ranges::find(report.read, file) != report.read.end())
+            files << toText(file);
+    }
+    if (files.isEmpty())
+        return;
+    m_RecentFiles->add(files);
+    m_SaveTimer.start();
+    m_Window->say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
+                                    : tr("Opened %1 files").arg(files.size()));
+}
+
+void Workbench::tellFailures(const LoadReport &report)
+{
+    if (report.failures.empty())
+        return;
+    QStringList lines;
+    for (const FileFailure &failure : report.failures)
+        lines << QString::fromStdString(failure.message);
+    tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
+                                  : tr("%1 files could not be opened.").arg(lines.size()),
+                lines);
+}
+
+void Workbench::tellFailure(const QString &headline, const QStringList &causes)
+{
+    if (m_Attendance == Attendance::User)
+        m_FailureBoxes->show(headline, causes);
+}
+
+void Workbench::closeObjects(const std::vector<Compound *> &objects)
+{
+    const ObjectReferences references(objects);
+    if (m_Attendance == Attendance::Nobody || m_Question.mayClose(objects, m_Window.get()))
+        ObjectCommands::destroy(references.objects());
+}
+
+void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
+                            const QStringList &losses)
+{
+    m_Places.noteWritten(object, place, losses);
+    const QStringList numbers = m_Places.strangeNumbers(object, place.options);
+    for (const QString &sentence : numbers)
+        Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
+                      Logger::Severity::Warning);
+    const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(object, losses);
+    if (m_Attendance == Attendance::User && (isNews || !numbers.isEmpty()))
+        LossBox::showOver(m_FailureBoxes->windowInUse(), m_Places, object, place.file,
+                          isNews ? losses : QStringList(), numbers);
+}
+
+// ---- Tools
+
+bool Workbench::realign(Alignment &alignment)
+{
+    return RealignCommand(m_FailureBoxes->windowInUse(), m_Attendance == Attendance::User)
+        .run(alignment);
+}
+
+void Workbench::askSuperpose(const Compound *chosen)
+{
+    std::vector<Alignment *> alignments;
+    for (Compound *object : *Space::instance()) {
+        if (auto *alignment = dynamic_cast<Alignment *>(object))
+            alignments.push_back(alignment);
+    }
+    if (alignments.empty()) {
+        m_Window->say(tr("Superposing takes an alignment, and none is open."));
+        return;
+    }
+    const bool isOne = dynamic_cast<const Alignment *>(chosen) != nullptr;
+    SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, m_Window.get());
+    if (dialog.exec() == QDialog::Accepted && dialog.alignment() != nullptr)
+        superpose(*dialog.alignment(), dialog.rows());
+}
+
+bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows)
+{
+    const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows);
+    m_Window->say(plan ? SuperposeCommand::summary(plan.value())
+                       : QString::fromStdString(plan.error().message));
+    return plan.has_value();
+}
+
+void Workbench::openTool(const services::PluginRecord &plugin)
+{
+    m_Plugins.open(plugin);
+    if (!plugin.isUsable())
+        tellFailure(tr("%1 cannot be used.").arg(Plugins::titleOf(plugin)), {plugin.reason});
+}
+
+void Workbench::openInEditor(Compound *alignment)
+{
+    auto *shown = dynamic_cast<Alignment *>(alignment);
+    if (shown != nullptr && m_Plugins.show(*shown) == nullptr)
+        m_Window->say(tr("No plug-in has a window for %1.").arg(nameText(*shown)));
+}
+
+// ---- Unsaved work, and the end
+
+bool Workbench::mayQuit()
+{
+    m_WaitsForJobs = false;
+    if (m_IsEnding || m_Attendance == Attendance::Nobody)
+        return true;
+    const UnsavedQuestion::Outcome outcome = m_Question.beforeQuitting(m_Window.get());
+    if (outcome == UnsavedQuestion::Outcome::Wait) {
+        m_WaitsForJobs = true;
+        m_Window->say(tr("Tambo quits when nothing runs any more."));
+    }
+    return outcome == UnsavedQuestion::Outcome::GoOn;
+}
+
+// The end of a job is told in a box, and what it has made may be work to save.
+void Workbench::quitAfterJobs()
+{
+    if (!m_WaitsForJobs || !services::JobList::instance().jobs().empty())
+        return;
+    if (QApplication::activeModalWidget() != nullptr ||
+        QApplication::activePopupWidget() != nullptr)
+        QTimer::singleShot(kPause, this, &Workbench::quitAfterJobs);
+    else
+        quit();
+}
+
+void Workbench::leave()
+{
+    m_Loader.cancel();
+    services::ConfigStore::instance().save();
+    m_Plugins.shutDown();
+    QCoreApplication::quit();
+}
+
+void Workbench::quit()
+{
+    m_Window->QWidget::close();
+}
+
+void Workbench::endOnRequest()
+{
+    if (m_IsEnding || m_Question.isOpen() || !mayQuit())
+        return;
+    m_IsEnding = true;
+    closeDialogsAndQuit();
+}
+
+// Whoever waits for a dialog is still in the middle of something, often in a plug-in, which cannot
+// go before that has come to its end.
+void Workbench::closeDialogsAndQuit()
+{
+    QWidget *dialog = QApplication::activePopupWidget();
+    if (dialog == nullptr)
+        dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr)
+        return quit();
+    dialog->close();
+    QTimer::singleShot(kPause, this, &Workbench::closeDialogsAndQuit);
+}
+
+} // namespace TAMBO::app

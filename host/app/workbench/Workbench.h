@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The running workbench: owns the history, the loader, the plug-ins and the main window, and ties
+// them to what the model asks of the program.
+#pragma once
+
+#include "History.h"
+#include "Loader.h"
+#include "ObjectCommands.h"
+#include "ObjectSources.h"
+#include "Plugins.h"
+#include "SavedPlaces.h"
+#include "UnsavedQuestion.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace TAMBO::services {
+class FailureBoxes;
+}
+
+namespace TAMBO::app {
+
+class EmptiedWindows;
+class FirstPlaces;
+class LogModel;
+class MainWindow;
+class RecentFiles;
+class Routes;
+class UndoCommands;
+
+class Workbench : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Attendance {
+        // Somebody sits before the screen and can be asked.
+        User,
+        // Nothing may wait for an answer.
+        Nobody
+    };
+
+    explicit Workbench(Attendance attendance = Attendance::User);
+    ~Workbench() override;
+
+    [[nodiscard]] Loader &loader() noexcept { return m_Loader; }
+    [[nodiscard]] Plugins &plugins() noexcept { return m_Plugins; }
+    [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
+    [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
+    [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
+    [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
+    [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
+
+    // Opens the files of the call, then the editor on the first alignment among them.
+    void openAtStart(std::vector<std::filesystem::path> files);
+    void open(const QStringList &files);
+    // With a file dialog; false when the user chose nothing.
+    bool askAndOpen(QWidget *parent);
+    // Takes top-level objects out; asks when that touches unsaved work.
+    void closeObjects(const std::vector<Compound *> &objects);
+    // A file was written for a plug-in. The user is told what it lacks of the object, and whether
+    // the object counts as saved in spite of it is the user's choice.
+    void noteWritten(Compound &object, const SavedPlaces::Place &place, const QStringList &losses);
+
+    // The columns of its range, with the aligner of the settings.
+    bool realign(Alignment &alignment);
+    // Asks which structures, along which alignment: chosen, if it is one.
+    void askSuperpose(const Compound *chosen);
+    // The structures of the rows onto that of the first; the status line says what came of it.
+    bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows);
+
+    void openTool(const services::PluginRecord &plugin);
+    void openInEditor(Compound *alignment);
+
+    // In a box of its own, when there is somebody to read it. headline says what was not done, the
+    // causes name files. The log is the caller's.
+    void tellFailure(const QString &headline, const QStringList &causes);
+    // Those of one command, in one box.
+    void tellFailures(const LoadReport &report);
+
+    // Asks when there is unsaved work, or a job is running.
+    [[nodiscard]] bool mayQuit();
+    // Closes the tools' windows and ends the event loop.
+    void leave();
+    void quit();
+    // Quits because somebody outside asks for it, whatever the user is doing: dialogs are closed as
+    // by Escape, once it is certain that nothing unsaved is lost.
+    void endOnRequest();
+
+signals:
+    void opened(const TAMBO::app::LoadReport &report);
+    // The files of the call are there and their windows are open.
+    void started(const TAMBO::app::LoadReport &report);
+
+private:
+    void makeWindow();
+    void makeRoutes();
+    void installHooks();
+    void filesOpened(const LoadReport &report);
+    void showAtStart(const LoadReport &report);
+    void rememberFiles(const LoadReport &report);
+    void closeDialogsAndQuit();
+    void quitAfterJobs();
+
+    Attendance m_Attendance;
+    bool m_IsEnding = false;
+    // The user wants to quit when no job runs any more.
+    bool m_WaitsForJobs = false;
+    History m_History;
+    ObjectSources m_Sources;
+    SavedPlaces m_Places;
+    UnsavedQuestion m_Question;
+    Loader m_Loader;
+    ObjectCommands m_Commands;
+    Plugins m_Plugins;
+    QTimer m_SaveTimer;
+    std::unique_ptr<UndoCommands> m_Undo;
+    std::unique_ptr<LogModel> m_LogModel;
+    std::unique_ptr<RecentFiles> m_RecentFiles;
+    std::unique_ptr<Routes> m_Routes;
+    std::unique_ptr<MainWindow> m_Window;
+    std::unique_ptr<FirstPlaces> m_FirstPlaces;
+    std::unique_ptr<services::FailureBoxes> m_FailureBoxes;
+    std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
+};
+
+} // namespace TAMBO::app

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ResidueScales.h"
+
+#include "Directories.h"
+#include "Logger.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+#include <locale>
+#include <optional>
+#include <sstream>
+
+namespace TAMBO::services {
+
+namespace {
+
+std::unique_ptr<ResidueScales> &theScales()
+{
+    static std::unique_ptr<ResidueScales> scales;
+    return scales;
+}
+
+Result<ResidueScale> readScale(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return Failure{(path + QStringLiteral(": ") + file.errorString()).toStdString()};
+    const QByteArray text = file.readAll();
+    return ResidueScales::parse({text.constData(), std::size_t(text.size())}, path.toStdString());
+}
+
+// "A 1.8"
+bool parseValue(const std::string &line, char &letter, float &value)
+{
+    std::istringstream fields(line);
+    fields.imbue(std::locale::classic());
+    std::string first;
+    std::string rest;
+    if (!(fields >> first >> value) || fields >> rest || first.size() != 1)
+        return false;
+    letter = first.front();
+    return letter >= 'A' && letter <= 'Z' && std::isfinite(value);
+}
+
+std::string withoutBlanks(const std::string &line)
+{
+    const auto first = line.find_first_not_of(" \t\r");
+    if (first == std::string::npos)
+        return {};
+    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
+}
+
+// What follows the word on its line; nothing when the line begins otherwise.
+std::optional<std::string> afterWord(std::string_view word, const std::string &line)
+{
+    if (line.substr(0, line.find_first_of(" \t")) != word)
+        return {};
+    return withoutBlanks(line.substr(word.size()));
+}
+
+struct ScaleFile
+{
+    QString name;
+    ResidueScale scale;
+};
+
+// At the place of what it replaces, else at the end.
+void insert(std::vector<ScaleFile> &files, ScaleFile added)
+{
+    const auto isReplaced = [&](const ScaleFile &file) {
+        return file.name == added.name || file.scale.name == added.scale.name;
+    };
+    const auto first = std::ranges::find_if(files, isReplaced);
+    const auto index = first - files.begin();
+    files.erase(std::remove_if(first, files.end(), isReplaced), files.end());
+    files.insert(files.begin() + index, std::move(added));
+}
+
+} // namespace
+
+ResidueScales::ResidueScales(std::vector<ResidueScale> scales) : m_Scales(std::move(scales)) { }
+
+ResidueScales::ResidueScales(const std::vector<QString> &directories)
+{
+    std::vector<ScaleFile> read;
+    for (const QString &directory : directories) {
+        const QDir files(directory, QStringLiteral("*.scale"), QDir::Name, QDir::Files);
+        for (const QString &name : files.entryList()) {
+            Result<ResidueScale> scale = readScale(files.filePath(name));
+            if (scale)
+                insert(read, {name, std::move(scale).value()});
+            else
+                Logger::Write(QStringLiteral("A residue scale is left out: %1")
+                                  .arg(QString::fromStdString(scale.error().message)),
+                              Logger::Severity::Warning);
+        }
+    }
+    for (ScaleFile &file : read)
+        m_Scales.push_back(std::move(file.scale));
+}
+
+const ResidueScales &ResidueScales::instance()
+{
+    if (!theScales())
+        theScales() = std::make_unique<ResidueScales>(
+            std::vector<QString>{Directories::shared() + QStringLiteral("/scales"),
+                                 Directories::config() + QStringLiteral("/scales")});
+    return *theScales();
+}
+
+void ResidueScales::setInstance(std::unique_ptr<ResidueScales> scales)
+{
+    theScales() = std::move(scales);
+}
+
+Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::string &fileName)
+{
+    // As some editors begin a text.
+    if (text.starts_with("\xef\xbb\xbf"))
+        text.remove_prefix(3);
+    std::istringstream lines{std::string(text)};
+    ResidueScale scale;
+    std::string line;
+    for (unsigned long number = 1; std::getline(lines, line); ++number) {
+        line.erase(std::min(line.find('#'), line.size()));
+        line = withoutBlanks(line);
+        if (line.empty())
+            continue;
+        const auto failure = [&](const std::string &cause) {
+            return Failure{fileName + ":" + std::to_string(number) + ": " + cause};
+        };
+        if (const auto name = afterWord("name", line)) {
+            if (!scale.name.empty())
+                return failure("the scale has a name already");
+            if (name->empty())
+                return failure("expected a name after \"name\"");
+            scale.name = *name;
+        } else if (const auto unit = afterWord("unit", line)) {
+            if (!scale.unit.empty())
+                return failure("the scale has a unit already");
+            scale.unit = *unit;
+        } else if (const auto source = afterWord("source", line)) {
+            scale.source += (scale.source.empty() ? "" : " ") + *source;
+        } else {
+            char letter = '\0';
+            float value = 0;
+            if (!parseValue(line, letter, value))
+                return failure("expected a letter from A to Z and a number");
+            if (!scale.values.emplace(letter, value).second)
+                return failure(std::string("the letter ") + letter + " has a value already");
+        }
+    }
+    if (scale.name.empty())
+        return Failure{fileName + ": expected a line \"name\" with the name of the scale"};
+    return scale;
+}
+
+const ResidueScale *ResidueScales::find(std::string_view name) const
+{
+    const auto found = std::ranges::find(m_Scales, name, &ResidueScale::name);
+    return found == m_Scales.end() ? nullptr : &*found;
+}
+
+} // namespace TAMBO::services
