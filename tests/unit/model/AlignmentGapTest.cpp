@@ -8,15 +8,13 @@ namespace AlignmentGapTest {
 class AlignmentGap : public AlignmentFixture
 {
 protected:
-    enum class Kind { Point, Range };
-
     // What a row of its own alignment, with an untouched row beside it, becomes. An alignment that
     // grows gives the untouched row a gap at its end, nothing else.
-    std::string moved(const std::string &row, unsigned long from, unsigned long to, Kind kind)
+    std::string moved(const std::string &row, unsigned long from, unsigned long to, bool isPoint)
     {
         const std::string other(row.size(), 'W');
         Alignment &sample = alignment({row, other});
-        sample.moveGap(0, from, to, kind == Kind::Point);
+        sample.moveGap(0, from, to, isPoint);
         return changed(sample, row, other);
     }
     std::string inserted(const std::string &row, unsigned long column)
@@ -44,31 +42,55 @@ private:
     }
 };
 
+template <typename Case> std::string nameOf(const testing::TestParamInfo<Case> &info)
+{
+    return info.param.name;
+}
+
 // ---- insertGap
 
-TEST_F(AlignmentGap, InsertedGapMovesTheRestOfTheRowRight)
+struct Insertion
 {
-    EXPECT_EQ(inserted("ACD-", 0), "-ACD");
-    EXPECT_EQ(inserted("ACD-", 1), "A-CD");
-    EXPECT_EQ(inserted("ACD-", 2), "AC-D");
-    EXPECT_EQ(inserted("A-CD--", 1), "A--CD-");
-    EXPECT_EQ(inserted("A-CD--", 2), "A--CD-");
+    const char *name;
+    const char *row;
+    unsigned long column;
+    const char *expected;
+};
+
+void PrintTo(const Insertion &insertion, std::ostream *stream)
+{
+    *stream << insertion.row << " at " << insertion.column;
 }
 
-TEST_F(AlignmentGap, InsertedGapWidensTheAlignmentOnlyWhenTheLastCellIsAResidue)
+class AnInsertedGap : public AlignmentGap, public testing::WithParamInterface<Insertion>
 {
-    EXPECT_EQ(inserted("ACD", 1), "A-CD");
-    EXPECT_EQ(inserted("A--CD", 1), "A---CD") << "gaps inside the row give no room";
-    EXPECT_EQ(inserted("A", 0), "-A");
-    EXPECT_EQ(inserted("AC-", 0), "-AC");
+};
+
+TEST_P(AnInsertedGap, InARow)
+{
+    const Insertion &insertion = GetParam();
+    EXPECT_EQ(inserted(insertion.row, insertion.column), insertion.expected);
 }
 
-TEST_F(AlignmentGap, GapInsertedAmongTheGapsAtTheEndChangesNothing)
-{
-    EXPECT_EQ(inserted("AC--", 2), "AC--");
-    EXPECT_EQ(inserted("AC--", 3), "AC--");
-    EXPECT_EQ(inserted("---", 0), "---");
-}
+// clang-format off
+const Insertion kInsertions[] = {
+    {"MovesTheWholeRowFromItsFirstCell", "ACD-", 0, "-ACD"},
+    {"MovesTheRestOfTheRowRight", "ACD-", 1, "A-CD"},
+    {"MovesTheLastResidueIntoTheGapBehindIt", "ACD-", 2, "AC-D"},
+    {"JoinsAGapFromItsLeft", "A-CD--", 1, "A--CD-"},
+    {"JoinsAGapFromItsRight", "A-CD--", 2, "A--CD-"},
+    {"WidensTheAlignmentWhenTheLastCellIsAResidue", "ACD", 1, "A-CD"},
+    {"FindsNoRoomInGapsInsideTheRow", "A--CD", 1, "A---CD"},
+    {"WidensARowOfOneResidue", "A", 0, "-A"},
+    {"TakesTheGapAtTheEndInPlaceOfAColumn", "AC-", 0, "-AC"},
+    {"AtTheFirstGapOfTheEndChangesNothing", "AC--", 2, "AC--"},
+    {"AtTheLastCellOfTheEndChangesNothing", "AC--", 3, "AC--"},
+    {"InARowWithoutResiduesChangesNothing", "---", 0, "---"},
+};
+// clang-format on
+
+INSTANTIATE_TEST_SUITE_P(AlignmentGap, AnInsertedGap, testing::ValuesIn(kInsertions),
+                         nameOf<Insertion>);
 
 TEST_F(AlignmentGap, GapIsInsertedAtWordBoundaries)
 {
@@ -96,74 +118,119 @@ TEST_F(AlignmentGap, InsertingOutOfBoundsChangesNothing)
     EXPECT_EQ(history.undoCount(), 0U);
 }
 
-// ---- moveGap, point
+// ---- moveGap
 
-TEST_F(AlignmentGap, PointMovePutsTheOneGapWhereItIsWanted)
+struct Move
 {
-    EXPECT_EQ(moved("A-CDE", 1, 3, Kind::Point), "ACD-E");
-    EXPECT_EQ(moved("A-CDE", 1, 4, Kind::Point), "ACDE-");
-    EXPECT_EQ(moved("A-CDE", 1, 0, Kind::Point), "-ACDE");
-    EXPECT_EQ(moved("ACDE-", 4, 2, Kind::Point), "AC-DE");
-    EXPECT_EQ(moved("-ACDE", 0, 4, Kind::Point), "ACDE-");
-    EXPECT_EQ(moved("ACDE-", 4, 0, Kind::Point), "-ACDE");
+    const char *name;
+    const char *row;
+    unsigned long from;
+    unsigned long to;
+    const char *expected;
+};
+
+void PrintTo(const Move &move, std::ostream *stream)
+{
+    *stream << move.row << " from " << move.from << " to " << move.to;
 }
 
-TEST_F(AlignmentGap, PointMoveTakesOneGapOutOfARun)
+class MoveInARow : public AlignmentGap, public testing::WithParamInterface<Move>
 {
-    EXPECT_EQ(moved("A---CDE", 2, 4, Kind::Point), "A--C-DE");
-    EXPECT_EQ(moved("A---CDE", 1, 5, Kind::Point), "A--CD-E");
-    EXPECT_EQ(moved("A---CDE", 3, 0, Kind::Point), "-A--CDE");
+protected:
+    std::string moved(bool isPoint)
+    {
+        const Move &move = GetParam();
+        return AlignmentGap::moved(move.row, move.from, move.to, isPoint);
+    }
+};
+
+using APointMoveTakes = MoveInARow;
+using ARangeMoveTakes = MoveInARow;
+using AResidueSlides = MoveInARow;
+
+TEST_P(APointMoveTakes, Along)
+{
+    EXPECT_EQ(moved(true), GetParam().expected);
 }
 
-TEST_F(AlignmentGap, PointMovePassesResiduesAndGapsInTheirOrder)
+TEST_P(ARangeMoveTakes, Along)
 {
-    EXPECT_EQ(moved("-AC-DE-F", 0, 6, Kind::Point), "AC-DE--F");
-    EXPECT_EQ(moved("AC-DE-F-", 7, 1, Kind::Point), "A-C-DE-F");
+    EXPECT_EQ(moved(false), GetParam().expected);
 }
 
-TEST_F(AlignmentGap, PointMoveAmongGapsChangesNothing)
+// From a residue both kinds of move do the same.
+TEST_P(AResidueSlides, ByAPointMove)
 {
-    EXPECT_EQ(moved("A----C", 1, 4, Kind::Point), "A----C");
-    EXPECT_EQ(moved("A----C", 4, 1, Kind::Point), "A----C");
-    EXPECT_EQ(moved("AC---", 2, 4, Kind::Point), "AC---");
-    EXPECT_EQ(moved("----", 0, 3, Kind::Point), "----");
+    EXPECT_EQ(moved(true), GetParam().expected);
 }
 
-// ---- moveGap, range
-
-TEST_F(AlignmentGap, RangeMoveTakesTheWholeRunAlong)
+TEST_P(AResidueSlides, ByARangeMove)
 {
-    EXPECT_EQ(moved("A--CDEF", 1, 3, Kind::Range), "ACD--EF");
-    EXPECT_EQ(moved("A--CDEF", 2, 4, Kind::Range), "ACD--EF") << "wherever the run is taken";
-    EXPECT_EQ(moved("ACD--EF", 3, 1, Kind::Range), "A--CDEF");
-    EXPECT_EQ(moved("ACD--EF", 4, 3, Kind::Range), "AC--DEF");
+    EXPECT_EQ(moved(false), GetParam().expected);
 }
 
-TEST_F(AlignmentGap, RangeMoveStopsAtTheRowsEnds)
-{
-    EXPECT_EQ(moved("A--CDEF", 2, 5, Kind::Range), "ACDE--F");
-    EXPECT_EQ(moved("A--CDEF", 1, 6, Kind::Range), "ACDEF--");
-    EXPECT_EQ(moved("AC---DE", 2, 6, Kind::Range), "ACDE---");
-    EXPECT_EQ(moved("AC---DE", 4, 0, Kind::Range), "---ACDE");
-    EXPECT_EQ(moved("AC--D", 3, 0, Kind::Range), "--ACD");
-}
+// clang-format off
+const Move kPointMoves[] = {
+    {"OneGapRight", "A-CDE", 1, 3, "ACD-E"},
+    {"OneGapToTheLastCell", "A-CDE", 1, 4, "ACDE-"},
+    {"OneGapLeftToTheFirstCell", "A-CDE", 1, 0, "-ACDE"},
+    {"OneGapFromTheEndLeft", "ACDE-", 4, 2, "AC-DE"},
+    {"OneGapFromTheFirstCellToTheLast", "-ACDE", 0, 4, "ACDE-"},
+    {"OneGapFromTheLastCellToTheFirst", "ACDE-", 4, 0, "-ACDE"},
+    {"OneGapOutOfTheMiddleOfARunToItsRight", "A---CDE", 2, 4, "A--C-DE"},
+    {"TheFirstGapOfARunToItsRight", "A---CDE", 1, 5, "A--CD-E"},
+    {"TheLastGapOfARunToItsLeft", "A---CDE", 3, 0, "-A--CDE"},
+    {"OneGapRightPastGapsAndResiduesInTheirOrder", "-AC-DE-F", 0, 6, "AC-DE--F"},
+    {"OneGapLeftPastGapsAndResiduesInTheirOrder", "AC-DE-F-", 7, 1, "A-C-DE-F"},
+    {"OneGapRightInItsRunChangesNothing", "A----C", 1, 4, "A----C"},
+    {"OneGapLeftInItsRunChangesNothing", "A----C", 4, 1, "A----C"},
+    {"OneGapInTheRunAtTheEndChangesNothing", "AC---", 2, 4, "AC---"},
+    {"OneGapOfARowWithoutResiduesChangesNothing", "----", 0, 3, "----"},
+};
 
-TEST_F(AlignmentGap, RangeMoveOfARunAtAnEndGoesOnlyTheOtherWay)
-{
-    EXPECT_EQ(moved("--ACD", 1, 0, Kind::Range), "--ACD");
-    EXPECT_EQ(moved("ACD--", 3, 4, Kind::Range), "ACD--");
-    EXPECT_EQ(moved("--ACD", 0, 2, Kind::Range), "AC--D");
-    EXPECT_EQ(moved("ACD--", 4, 2, Kind::Range), "A--CD");
-    EXPECT_EQ(moved("----", 1, 3, Kind::Range), "----");
-}
+const Move kRangeMoves[] = {
+    {"ARunTakenByItsFirstGap", "A--CDEF", 1, 3, "ACD--EF"},
+    {"ARunTakenByItsLastGap", "A--CDEF", 2, 4, "ACD--EF"},
+    {"ARunLeftByItsFirstGap", "ACD--EF", 3, 1, "A--CDEF"},
+    {"ARunLeftByItsLastGap", "ACD--EF", 4, 3, "AC--DEF"},
+    {"ARunAsFarRightAsItsLastGapIsTaken", "A--CDEF", 2, 5, "ACDE--F"},
+    {"ARunThatWouldPassTheEndStopsThere", "A--CDEF", 1, 6, "ACDEF--"},
+    {"ALongRunThatWouldPassTheEndStopsThere", "AC---DE", 2, 6, "ACDE---"},
+    {"ALongRunThatWouldPassTheFirstCellStopsThere", "AC---DE", 4, 0, "---ACDE"},
+    {"ARunThatWouldPassTheFirstCellStopsThere", "AC--D", 3, 0, "--ACD"},
+    {"ARunAtTheFirstCellGoesNoFurtherLeft", "--ACD", 1, 0, "--ACD"},
+    {"ARunAtTheEndGoesNoFurtherRight", "ACD--", 3, 4, "ACD--"},
+    {"ARunAtTheFirstCellGoesRight", "--ACD", 0, 2, "AC--D"},
+    {"ARunAtTheEndGoesLeft", "ACD--", 4, 2, "A--CD"},
+    {"ARunThatIsTheWholeRowStays", "----", 1, 3, "----"},
+    {"ARunRightPastAnotherRunKeepsTheOthersOrder", "A--C-DE-F", 1, 4, "AC-D--E-F"},
+    {"ARunByItsLastGapUpToAnotherRunJoinsIt", "A-CD--E", 5, 2, "A---CDE"},
+    {"ARunByItsFirstGapUpToAnotherRunJoinsIt", "A-CD--E", 4, 2, "A---CDE"},
+};
 
-TEST_F(AlignmentGap, ResiduesThatARunPassesChangeSidesAndOtherRunsKeepTheirOrder)
-{
-    EXPECT_EQ(moved("A--C-DE-F", 1, 4, Kind::Range), "AC-D--E-F");
-    EXPECT_EQ(moved("A-CD--E", 5, 2, Kind::Range), "A--"
-                                                   "-CDE");
-    EXPECT_EQ(moved("A-CD--E", 4, 2, Kind::Range), "A---CDE");
-}
+const Move kSlides[] = {
+    {"RightByGapsPutInBeforeIt", "ACD--", 1, 3, "A--CD"},
+    {"RightFromTheFirstCell", "ACD--", 0, 1, "-ACD-"},
+    {"RightBehindAGapThatGrows", "A-CD-", 2, 3, "A--CD"},
+    {"RightAndWidensTheAlignment", "ACD", 1, 2, "A-CD"},
+    {"RightFromTheFirstCellAndWidensByTwo", "ACD", 0, 2, "--ACD"},
+    {"RightAndWidensOnlyAsFarAsNeeded", "ACDE-", 1, 4, "A---CDE"},
+    {"LeftIntoSomeOfTheGapsBeforeIt", "A---CD", 4, 2, "A-CD--"},
+    {"LeftIntoAllGapsBeforeIt", "A---CD", 4, 1, "ACD---"},
+    {"LeftNoFurtherThanTheGapsBeforeIt", "A---CD", 4, 0, "ACD---"},
+    {"LeftUpToTheResidueBeforeTheGaps", "AE--CD", 4, 0, "AECD--"},
+    {"LeftToTheFirstCell", "--ACD", 2, 0, "ACD--"},
+    {"LeftByTheNearestRunAlone", "--A-CD", 4, 1, "--ACD-"},
+    {"NotLeftBesideAResidueBehindAGap", "-ACD", 2, 0, "-ACD"},
+    {"NotLeftBesideAResidueAtTheFirstCell", "ACD", 1, 0, "ACD"},
+};
+// clang-format on
+
+INSTANTIATE_TEST_SUITE_P(AlignmentGap, APointMoveTakes, testing::ValuesIn(kPointMoves),
+                         nameOf<Move>);
+INSTANTIATE_TEST_SUITE_P(AlignmentGap, ARangeMoveTakes, testing::ValuesIn(kRangeMoves),
+                         nameOf<Move>);
+INSTANTIATE_TEST_SUITE_P(AlignmentGap, AResidueSlides, testing::ValuesIn(kSlides), nameOf<Move>);
 
 TEST_F(AlignmentGap, RunMovesAcrossWordBoundaries)
 {
@@ -171,9 +238,9 @@ TEST_F(AlignmentGap, RunMovesAcrossWordBoundaries)
         std::string letters;
         for (std::size_t i = 0; i + 3 < width; ++i)
             letters += char('A' + i % 25);
-        EXPECT_EQ(moved("---" + letters, 1, width - 2, Kind::Range), letters + "---");
-        EXPECT_EQ(moved(letters + "---", width - 1, 2, Kind::Range), "---" + letters);
-        EXPECT_EQ(moved("---" + letters, 0, width - 1, Kind::Point), "--" + letters + "-");
+        EXPECT_EQ(moved("---" + letters, 1, width - 2, false), letters + "---");
+        EXPECT_EQ(moved(letters + "---", width - 1, 2, false), "---" + letters);
+        EXPECT_EQ(moved("---" + letters, 0, width - 1, true), "--" + letters + "-");
     }
 }
 
@@ -186,46 +253,6 @@ TEST_F(AlignmentGap, UndoOfARunThatJoinedAnotherPartsThemAgain)
     EXPECT_EQ(rowsOf(sample), (Texts{"A--CD--E"}));
     history.redo();
     EXPECT_EQ(rowsOf(sample), (Texts{"ACD----E"}));
-}
-
-// ---- moveGap from a residue
-
-TEST_F(AlignmentGap, ResidueSlidesRightByGapsPutInBeforeIt)
-{
-    for (const Kind kind : {Kind::Point, Kind::Range}) {
-        EXPECT_EQ(moved("ACD--", 1, 3, kind), "A--CD");
-        EXPECT_EQ(moved("ACD--", 0, 1, kind), "-ACD-");
-        EXPECT_EQ(moved("A-CD-", 2, 3, kind), "A--CD");
-    }
-}
-
-TEST_F(AlignmentGap, ResidueThatSlidesRightWidensTheAlignmentAsFarAsNeeded)
-{
-    for (const Kind kind : {Kind::Point, Kind::Range}) {
-        EXPECT_EQ(moved("ACD", 1, 2, kind), "A-CD");
-        EXPECT_EQ(moved("ACD", 0, 2, kind), "--ACD");
-        EXPECT_EQ(moved("ACDE-", 1, 4, kind), "A---CDE");
-    }
-}
-
-TEST_F(AlignmentGap, ResidueSlidesLeftIntoTheGapsBeforeItAndNoFurther)
-{
-    for (const Kind kind : {Kind::Point, Kind::Range}) {
-        EXPECT_EQ(moved("A---CD", 4, 2, kind), "A-CD--");
-        EXPECT_EQ(moved("A---CD", 4, 1, kind), "ACD---");
-        EXPECT_EQ(moved("A---CD", 4, 0, kind), "ACD---");
-        EXPECT_EQ(moved("AE--CD", 4, 0, kind), "AECD--");
-        EXPECT_EQ(moved("--ACD", 2, 0, kind), "ACD--");
-        EXPECT_EQ(moved("--A-CD", 4, 1, kind), "--ACD-");
-    }
-}
-
-TEST_F(AlignmentGap, ResidueBesideAResidueDoesNotSlideLeft)
-{
-    for (const Kind kind : {Kind::Point, Kind::Range}) {
-        EXPECT_EQ(moved("-ACD", 2, 0, kind), "-ACD");
-        EXPECT_EQ(moved("ACD", 1, 0, kind), "ACD");
-    }
 }
 
 // ---- Refusals

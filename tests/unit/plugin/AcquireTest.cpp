@@ -55,20 +55,270 @@ protected:
         const DataPointBase guard(nullptr, Publisher::Add);
         return *TAMBO::ObjectFactory::adopt(std::move(record));
     }
+
+    struct Contents
+    {
+        Texts names;
+        std::vector<Texts> rows;
+
+        bool operator==(const Contents &) const = default;
+    };
+    static Contents contents()
+    {
+        Contents contents{topLevelNames(), {}};
+        for (const TAMBO::Alignment *alignment : alignments())
+            contents.rows.push_back(rowsOf(*alignment));
+        return contents;
+    }
 };
 
-// ---- Make from sequences
+using Command = void (ZEP::KALMO2::*)();
+using ZEP::KALMO2;
 
-TEST_F(Acquire, MakingNeedsSequences)
+template <typename Case> std::string nameOf(const testing::TestParamInfo<Case> &info)
 {
-    ZEP::KALMO2 &window = open();
+    return info.param.name;
+}
+
+// ---- Commands that lack what they work on
+
+struct Lack
+{
+    const char *name;
+    Command command;
+    bool hasSequence;
+    bool hasAlignment;
+    // An alignment without rows.
+    bool showsEmptyAlignment = false;
+};
+
+void PrintTo(const Lack &lack, std::ostream *stream)
+{
+    *stream << lack.name;
+}
+
+class NoDialogIsOpened : public Acquire, public testing::WithParamInterface<Lack>
+{
+protected:
+    ZEP::KALMO2 &window()
+    {
+        const Lack &lack = GetParam();
+        if (lack.hasSequence)
+            peptide("a", "ACD");
+        if (lack.hasAlignment)
+            alignment({"AC"}, "not shown");
+        if (!lack.showsEmptyAlignment)
+            return open();
+        TAMBO::Alignment &shown = *TAMBO::DataMaker::makeAlignment("none", {});
+        history.clear();
+        return open(shown);
+    }
+};
+
+TEST_P(NoDialogIsOpened, By)
+{
+    ZEP::KALMO2 &window = this->window();
+    const Contents before = contents();
+    const QString shown = shownName(window);
+    const RecordingSubscriber listener;
     const DialogDriver dialogs;
     const MessageRecorder messages;
-    window.GetSequences();
+    (window.*GetParam().command)();
     EXPECT_EQ(dialogs.titles(), QStringList());
     EXPECT_EQ(messages.messages(), QStringList());
-    EXPECT_TRUE(isEmpty(window));
+    EXPECT_EQ(shownName(window), shown);
+    EXPECT_EQ(contents(), before);
+    EXPECT_TRUE(listener.calls.empty());
+    EXPECT_FALSE(history.canUndo());
 }
+
+const Lack kLacks[] = {
+    {"MakingWithoutSequences", &KALMO2::GetSequences, false, false},
+    {"AddingWithoutAShownAlignment", &KALMO2::AddSequences, true, false},
+    {"AddingWithoutSequences", &KALMO2::AddSequences, false, false, true},
+    {"CombiningWithoutAShownAlignment", &KALMO2::CombineAlignment, false, true},
+    {"DuplicatingWithoutAShownAlignment", &KALMO2::Duplicate, false, true},
+    {"DeletingWithoutAlignments", &KALMO2::DeleteAlignment, true, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Acquire, NoDialogIsOpened, testing::ValuesIn(kLacks), nameOf<Lack>);
+
+// ---- Questions and their answers
+
+// What is chosen in the question that a command asks; the deletion asks by a list of its own.
+enum class Choice {
+    NotAsked,
+    Nothing,
+    Cancel,
+    TwoSequences,
+    Other,
+    TickNothing,
+    TickCancel,
+    TickTwo
+};
+
+// Two sequences, a shown alignment and another one.
+class AcquireAnswered : public Acquire
+{
+protected:
+    void choose(Choice choice)
+    {
+        switch (choice) {
+        case Choice::NotAsked:
+            break;
+        case Choice::Nothing:
+            Answers::push({});
+            break;
+        case Choice::Cancel:
+            Answers::pushCancel();
+            break;
+        case Choice::TwoSequences:
+            Answers::push({&longer, &shorter});
+            break;
+        case Choice::Other:
+            Answers::push({&other});
+            break;
+        case Choice::TickTwo:
+            dialogs.expect(tick({0, 1}));
+            break;
+        case Choice::TickCancel:
+            dialogs.expect([](QDialog &dialog) {
+                dialog.findChild<QListWidget *>()->item(0)->setSelected(true);
+                dialog.reject();
+            });
+            break;
+        }
+    }
+    // What was to be answered has been asked.
+    void expectAsked(Choice choice) const
+    {
+        const bool byList = choice >= Choice::TickCancel;
+        EXPECT_EQ(dialogs.titles(), byList ? QStringList{"Select Alignment"} : QStringList());
+        EXPECT_TRUE(Answers::isEmpty());
+    }
+
+    TAMBO::Peptide &longer = peptide("longer", "MKLVI");
+    TAMBO::Peptide &shorter = peptide("shorter", "MK");
+    TAMBO::Alignment &shown = alignment({"AC-D"}, "shown");
+    TAMBO::Alignment &other = alignment({"A-E"}, "other");
+    DialogDriver dialogs;
+};
+
+enum class Locked { Nobody, Shown, All };
+
+struct Refusal
+{
+    const char *name;
+    Command command;
+    Choice choice;
+    Locked locked = Locked::Nobody;
+    QStringList messages = {};
+};
+
+void PrintTo(const Refusal &refusal, std::ostream *stream)
+{
+    *stream << refusal.name;
+}
+
+class NothingIsChanged : public AcquireAnswered, public testing::WithParamInterface<Refusal>
+{
+protected:
+    void lock(Locked locked)
+    {
+        if (locked == Locked::All)
+            lockAll();
+        if (locked == Locked::Shown)
+            TAMBO::setObjectLocked(shown, true);
+    }
+};
+
+TEST_P(NothingIsChanged, By)
+{
+    const Refusal &refusal = GetParam();
+    ZEP::KALMO2 &window = open(shown);
+    const Contents before = contents();
+    lock(refusal.locked);
+    choose(refusal.choice);
+    const RecordingSubscriber listener;
+    const MessageRecorder messages;
+    (window.*refusal.command)();
+    expectAsked(refusal.choice);
+    EXPECT_EQ(contents(), before);
+    EXPECT_EQ(shownName(window), "shown");
+    EXPECT_TRUE(listener.calls.empty());
+    EXPECT_EQ(messages.messages(), refusal.messages);
+    EXPECT_FALSE(history.canUndo());
+}
+
+const Refusal kRefusals[] = {
+    {"MakingOfNothing", &KALMO2::GetSequences, Choice::Nothing},
+    {"MakingThatIsCancelled", &KALMO2::GetSequences, Choice::Cancel},
+    {"MakingThatIsRefused", &KALMO2::GetSequences, Choice::TwoSequences, Locked::All},
+    {"AddingOfNothing", &KALMO2::AddSequences, Choice::Nothing},
+    {"AddingThatIsCancelled", &KALMO2::AddSequences, Choice::Cancel},
+    {"AddingThatIsRefused", &KALMO2::AddSequences, Choice::TwoSequences, Locked::Shown},
+    {"GettingThatIsCancelled", &KALMO2::GetAlignment, Choice::Cancel},
+    {"CombiningThatIsCancelled", &KALMO2::CombineAlignment, Choice::Cancel},
+    {"CombiningThatIsRefused", &KALMO2::CombineAlignment, Choice::Other, Locked::Shown},
+    {"DuplicatingThatIsRefused", &KALMO2::Duplicate, Choice::NotAsked, Locked::All},
+    {"DeletingThatIsCancelled", &KALMO2::DeleteAlignment, Choice::TickCancel},
+    {"DeletingThatIsRefusedButForALineOfDebugOutput",
+     &KALMO2::DeleteAlignment,
+     Choice::TickTwo,
+     Locked::All,
+     {"Failed to delete."}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Acquire, NothingIsChanged, testing::ValuesIn(kRefusals), nameOf<Refusal>);
+
+struct Step
+{
+    const char *name;
+    Command command;
+    Choice choice;
+    // What the window showed is gone when the step is undone, or by the step.
+    bool emptiesWindow;
+};
+
+void PrintTo(const Step &step, std::ostream *stream)
+{
+    *stream << step.name;
+}
+
+class OneStepBack : public AcquireAnswered, public testing::WithParamInterface<Step>
+{
+};
+
+TEST_P(OneStepBack, Undoes)
+{
+    const Step &step = GetParam();
+    ZEP::KALMO2 &window = open(shown);
+    const Contents before = contents();
+    choose(step.choice);
+    const MessageRecorder quiet;
+    (window.*step.command)();
+    expectAsked(step.choice);
+    const Contents after = contents();
+    EXPECT_NE(after, before);
+    EXPECT_TRUE(history.undo());
+    EXPECT_EQ(contents(), before);
+    EXPECT_EQ(isEmpty(window), step.emptiesWindow);
+    EXPECT_FALSE(history.canUndo());
+    EXPECT_TRUE(history.redo());
+    EXPECT_EQ(contents(), after);
+}
+
+const Step kSteps[] = {
+    {"Making", &KALMO2::GetSequences, Choice::TwoSequences, true},
+    {"Adding", &KALMO2::AddSequences, Choice::TwoSequences, false},
+    {"Combining", &KALMO2::CombineAlignment, Choice::Other, false},
+    {"Duplicating", &KALMO2::Duplicate, Choice::NotAsked, false},
+    {"Deleting", &KALMO2::DeleteAlignment, Choice::TickTwo, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Acquire, OneStepBack, testing::ValuesIn(kSteps), nameOf<Step>);
+
+// ---- Make from sequences
 
 TEST_F(Acquire, MakingOffersEverySequenceInTheOrderOfTheWorkbench)
 {
@@ -145,50 +395,6 @@ TEST_F(Acquire, MakingTwiceMakesTwoOfOneName)
     EXPECT_EQ(alignments()[1]->Name(), "SeqAli");
 }
 
-TEST_F(Acquire, MakingOfNothingOrCancelledMakesNothing)
-{
-    peptide("a", "ACD");
-    TAMBO::Alignment &before = alignment({"AC"}, "before");
-    ZEP::KALMO2 &window = open(before);
-    const RecordingSubscriber listener;
-    const MessageRecorder messages;
-    Answers::push({});
-    window.GetSequences();
-    Answers::pushCancel();
-    window.GetSequences();
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_EQ(shownName(window), "before");
-    EXPECT_TRUE(listener.calls.empty());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
-TEST_F(Acquire, MakingIsSilentWhenRefused)
-{
-    TAMBO::Peptide &a = peptide("a", "ACD");
-    TAMBO::Alignment &before = alignment({"AC"}, "before");
-    ZEP::KALMO2 &window = open(before);
-    lockAll();
-    Answers::push({&a});
-    const MessageRecorder messages;
-    window.GetSequences();
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_EQ(shownName(window), "before");
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
-TEST_F(Acquire, MakingIsOneStepBack)
-{
-    TAMBO::Peptide &a = peptide("a", "ACD");
-    ZEP::KALMO2 &window = open();
-    Answers::push({&a});
-    const MessageRecorder quiet;
-    window.GetSequences();
-    EXPECT_TRUE(history.undo());
-    EXPECT_TRUE(alignments().empty());
-    EXPECT_TRUE(isEmpty(window));
-    EXPECT_FALSE(history.canUndo());
-}
-
 TEST_F(Acquire, AnAlignmentOutlivesTheWindowThatMadeIt)
 {
     TAMBO::Peptide &a = peptide("a", "ACD");
@@ -203,25 +409,6 @@ TEST_F(Acquire, AnAlignmentOutlivesTheWindowThatMadeIt)
 }
 
 // ---- Add sequences
-
-TEST_F(Acquire, AddingWithoutAnAlignmentOpensNoDialog)
-{
-    peptide("a", "ACD");
-    ZEP::KALMO2 &window = open();
-    const DialogDriver dialogs;
-    window.AddSequences();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-}
-
-TEST_F(Acquire, AddingWithoutSequencesOpensNoDialog)
-{
-    ZEP::KALMO2 &window = open(*TAMBO::DataMaker::makeAlignment("none", {}));
-    const DialogDriver dialogs;
-    const MessageRecorder messages;
-    window.AddSequences();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
 
 TEST_F(Acquire, AddingAppendsUngappedRows)
 {
@@ -266,40 +453,6 @@ TEST_F(Acquire, AnAlignmentDeletedWhileAskedIsLeftAlone)
     EXPECT_TRUE(isEmpty(window));
     EXPECT_EQ(alignments(), std::vector<TAMBO::Alignment *>{&other});
     EXPECT_EQ(rowsOf(other), Texts{"A-E"});
-}
-
-TEST_F(Acquire, AddingNothingCancelledOrRefusedChangesNothing)
-{
-    TAMBO::Alignment &shown = alignment({"AC-D"});
-    TAMBO::Peptide &other = peptide("other", "MKL");
-    ZEP::KALMO2 &window = open(shown);
-    const RecordingSubscriber listener;
-    const MessageRecorder messages;
-    Answers::push({});
-    window.AddSequences();
-    Answers::pushCancel();
-    window.AddSequences();
-    TAMBO::setObjectLocked(shown, true);
-    Answers::push({&other});
-    window.AddSequences();
-    EXPECT_EQ(rowsOf(shown), Texts{"AC-D"});
-    EXPECT_TRUE(listener.calls.empty());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
-TEST_F(Acquire, AddingIsOneStepBack)
-{
-    TAMBO::Alignment &shown = alignment({"AC-D"});
-    TAMBO::Peptide &a = peptide("a", "MKLVI");
-    TAMBO::Peptide &b = peptide("b", "MK");
-    ZEP::KALMO2 &window = open(shown);
-    Answers::push({&a, &b});
-    const MessageRecorder quiet;
-    window.AddSequences();
-    EXPECT_EQ(shown.height(), 3U);
-    EXPECT_TRUE(history.undo());
-    EXPECT_FALSE(history.canUndo());
-    EXPECT_EQ(rowsOf(shown), Texts{"AC-D"});
 }
 
 // ---- Get alignment
@@ -349,27 +502,7 @@ TEST_F(Acquire, GettingTheShownOneShowsItAnew)
     EXPECT_EQ(shownName(window), "a");
 }
 
-TEST_F(Acquire, GettingCancelledChangesNothing)
-{
-    TAMBO::Alignment &a = alignment({"AC"}, "a");
-    ZEP::KALMO2 &window = open(a);
-    Answers::pushCancel();
-    const MessageRecorder messages;
-    window.GetAlignment();
-    EXPECT_EQ(shownName(window), "a");
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
 // ---- Combine
-
-TEST_F(Acquire, CombiningWithoutAShownAlignmentOpensNoDialog)
-{
-    alignment({"AC"}, "a");
-    ZEP::KALMO2 &window = open();
-    const DialogDriver dialogs;
-    window.CombineAlignment();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-}
 
 TEST_F(Acquire, CombiningWithoutAlignmentsInTheWorkbenchOpensNoDialog)
 {
@@ -431,35 +564,6 @@ TEST_F(Acquire, CombiningWithItselfDoublesNothing)
     EXPECT_EQ(rowsOf(shown), (Texts{"AC-D", "A-CD"}));
 }
 
-TEST_F(Acquire, CombiningCancelledOrRefusedIsSilent)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"}, "shown");
-    TAMBO::Alignment &other = alignment({"A-E"}, "other");
-    ZEP::KALMO2 &window = open(shown);
-    const MessageRecorder messages;
-    Answers::pushCancel();
-    window.CombineAlignment();
-    TAMBO::setObjectLocked(shown, true);
-    Answers::push({&other});
-    window.CombineAlignment();
-    EXPECT_EQ(rowsOf(shown), Texts{"ACD"});
-    EXPECT_EQ(messages.messages(), QStringList());
-    EXPECT_FALSE(history.canUndo());
-}
-
-TEST_F(Acquire, CombiningIsOneStepBack)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"}, "shown");
-    TAMBO::Alignment &other = alignment({"A-E"}, "other");
-    ZEP::KALMO2 &window = open(shown);
-    Answers::push({&other});
-    const MessageRecorder quiet;
-    window.CombineAlignment();
-    EXPECT_TRUE(history.undo());
-    EXPECT_EQ(rowsOf(shown), Texts{"ACD"});
-    EXPECT_FALSE(history.canUndo());
-}
-
 // ---- Duplicate
 
 TEST_F(Acquire, DuplicatingKeepsTheShownOne)
@@ -484,18 +588,6 @@ TEST_F(Acquire, DuplicatingKeepsTheShownOne)
     EXPECT_EQ(copy.width(), 4U);
 }
 
-TEST_F(Acquire, DuplicatingNothingOrRefusedMakesNothing)
-{
-    TAMBO::Alignment &shown = alignment({"AC"});
-    open().Duplicate();
-    ZEP::KALMO2 &window = open(shown);
-    lockAll();
-    const MessageRecorder messages;
-    window.Duplicate();
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
 TEST_F(Acquire, DuplicatingAnAlignmentWithoutColumnsGivesNoRows)
 {
     ZEP::KALMO2 &window = open(alignmentWithoutColumns());
@@ -505,28 +597,7 @@ TEST_F(Acquire, DuplicatingAnAlignmentWithoutColumnsGivesNoRows)
     EXPECT_EQ(alignments()[1]->GetSeq(0), nullptr);
 }
 
-TEST_F(Acquire, DuplicatingIsOneStepBack)
-{
-    ZEP::KALMO2 &window = open(alignment({"AC"}));
-    window.Duplicate();
-    const MessageRecorder quiet;
-    EXPECT_TRUE(history.undo());
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_FALSE(history.canUndo());
-}
-
 // ---- Delete
-
-TEST_F(Acquire, DeletingNeedsAlignments)
-{
-    peptide("a", "ACD");
-    ZEP::KALMO2 &window = open();
-    const DialogDriver dialogs;
-    const MessageRecorder messages;
-    window.DeleteAlignment();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
 
 TEST_F(Acquire, DeletingAsksWithTheEditorsOwnList)
 {
@@ -603,52 +674,6 @@ TEST_F(Acquire, DeletingWithNothingTickedDeletesNothing)
     EXPECT_EQ(alignments().size(), 1U);
     EXPECT_EQ(shownName(window), "shown");
     EXPECT_FALSE(history.canUndo());
-}
-
-TEST_F(Acquire, DeletingCancelledTellsNobody)
-{
-    ZEP::KALMO2 &window = open(alignment({"AC"}, "shown"));
-    const RecordingSubscriber listener;
-    const MessageRecorder messages;
-    DialogDriver dialogs;
-    dialogs.expect([](QDialog &dialog) {
-        dialog.findChild<QListWidget *>()->item(0)->setSelected(true);
-        dialog.reject();
-    });
-    window.DeleteAlignment();
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_TRUE(listener.calls.empty());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
-TEST_F(Acquire, DeletingRefusedSaysSoInTheDebugOutputOnly)
-{
-    ZEP::KALMO2 &window = open(alignment({"AC"}, "shown"));
-    lockAll();
-    const MessageRecorder messages;
-    DialogDriver dialogs;
-    dialogs.expect(tick({0}));
-    window.DeleteAlignment();
-    EXPECT_EQ(messages.messages(), QStringList{"Failed to delete."});
-    EXPECT_EQ(dialogs.titles(), QStringList{"Select Alignment"});
-    EXPECT_EQ(alignments().size(), 1U);
-    EXPECT_EQ(shownName(window), "shown");
-}
-
-TEST_F(Acquire, DeletingIsOneStepBack)
-{
-    alignment({"AC"}, "a");
-    alignment({"DE"}, "b");
-    const Texts before = topLevelNames();
-    ZEP::KALMO2 &window = open();
-    DialogDriver dialogs;
-    dialogs.expect(tick({0, 1}));
-    window.DeleteAlignment();
-    EXPECT_TRUE(alignments().empty());
-    EXPECT_TRUE(history.undo());
-    EXPECT_FALSE(history.canUndo());
-    EXPECT_EQ(topLevelNames(), before);
-    EXPECT_EQ(rowsOf(*alignments()[1]), Texts{"DE"});
 }
 
 } // namespace AcquireTest

@@ -9,14 +9,23 @@
 #include <QInputDialog>
 #include <QLineEdit>
 
+#include <set>
+
 namespace RangeResiduesTest {
 
 using TAMBO::SequenceNumber;
-using Range = TAMBO::Alignment::Range;
+
+// What is done with a question that is not answered by a text.
+constexpr const char *kKeep = "<keep>";
+constexpr const char *kCancel = "<cancel>";
+// No element is made.
+constexpr char kNothing = '\0';
 
 class RangeResidues : public WindowFixture
 {
 protected:
+    using Numbers = std::vector<Texts>;
+
     // The numbers of a row's cells, "-" for a gap.
     static Texts numbersOf(const TAMBO::Alignment &alignment, unsigned long row)
     {
@@ -47,17 +56,14 @@ protected:
     static DialogDriver::Handler answer(const QString &text)
     {
         return [text](QDialog &dialog) {
-            dynamic_cast<QInputDialog &>(dialog).setTextValue(text);
+            if (text == kCancel) {
+                dialog.reject();
+                return;
+            }
+            if (text != kKeep)
+                dynamic_cast<QInputDialog &>(dialog).setTextValue(text);
             dialog.accept();
         };
-    }
-    static DialogDriver::Handler keep()
-    {
-        return [](QDialog &dialog) { dialog.accept(); };
-    }
-    static DialogDriver::Handler cancel()
-    {
-        return [](QDialog &dialog) { dialog.reject(); };
     }
     static void makeElement(TAMBO::Alignment &alignment, unsigned long begin, unsigned long end,
                             char type)
@@ -80,7 +86,180 @@ protected:
 using Renumbering = RangeResidues;
 using MakingElements = RangeResidues;
 
+template <typename Case> std::string nameOf(const testing::TestParamInfo<Case> &info)
+{
+    return info.param.name;
+}
+
+// ---- Where neither command asks
+
+// What an alignment is, and where the header's range lies.
+struct Silence
+{
+    const char *name;
+    std::vector<std::string> rows;
+    unsigned long begin;
+    unsigned long end;
+    bool isLocked = false;
+};
+
+void PrintTo(const Silence &silence, std::ostream *stream)
+{
+    *stream << silence.name;
+}
+
+class RangeCommandsAskNothing : public RangeResidues, public testing::WithParamInterface<Silence>
+{
+};
+
+TEST_P(RangeCommandsAskNothing, And)
+{
+    const Silence &silence = GetParam();
+    ZEP::KALMO2 &window = silence.rows.empty() ? open() : open(alignment(silence.rows));
+    mark(window, silence.begin, silence.end);
+    for (TAMBO::Alignment *shown : alignments())
+        TAMBO::setObjectLocked(*shown, silence.isLocked);
+    const RecordingSubscriber listener;
+    const DialogDriver dialogs;
+    const MessageRecorder messages;
+    window.RangeReNumber();
+    window.RangeAddSSE();
+    EXPECT_EQ(dialogs.titles(), QStringList());
+    EXPECT_EQ(messages.messages(), QStringList());
+    EXPECT_TRUE(listener.calls.empty());
+    EXPECT_FALSE(history.canUndo());
+}
+
+const Silence kSilences[] = {
+    {"AnEmptyWindowStaysEmpty", {}, 0, 0},
+    {"AnEmptyRangeIsLeftAlone", {"ACDE", "ACDE"}, 2, 2},
+    {"AnEmptyRangeAtTheEndIsLeftAlone", {"ACDE", "ACDE"}, 4, 4},
+    {"ARangeBehindTheLastColumnIsLeftAlone", {"ACDE", "ACDE"}, 5, 9},
+    {"ARefusedGuardChangesNothing", {"ACDE", "ACDE"}, 0, 4, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(RangeResidues, RangeCommandsAskNothing, testing::ValuesIn(kSilences),
+                         nameOf<Silence>);
+
 // ---- Renumbering
+
+// Rows with the numbers that they begin with (counted from 1 unless given), the range, what is
+// answered row by row, and the numbers afterwards.
+struct Answered
+{
+    const char *name;
+    std::vector<std::string> rows;
+    std::vector<std::vector<std::string>> before;
+    std::pair<unsigned long, unsigned long> range;
+    std::vector<const char *> answers;
+    std::vector<std::vector<std::string>> after;
+    int logLines = 0;
+};
+
+void PrintTo(const Answered &answered, std::ostream *stream)
+{
+    *stream << answered.name;
+}
+
+class RenumberedRows : public Renumbering, public testing::WithParamInterface<Answered>
+{
+protected:
+    static Numbers numbersOfRows(const TAMBO::Alignment &alignment)
+    {
+        Numbers numbers;
+        for (unsigned long row = 0; row < alignment.height(); ++row)
+            numbers.push_back(numbersOf(alignment, row));
+        return numbers;
+    }
+    void expectOneStepBack(const TAMBO::Alignment &alignment, const Numbers &before)
+    {
+        const Numbers after = numbersOfRows(alignment);
+        EXPECT_EQ(history.canUndo(), after != before);
+        if (!history.undo())
+            return;
+        EXPECT_EQ(numbersOfRows(alignment), before);
+        EXPECT_FALSE(history.canUndo());
+        EXPECT_TRUE(history.redo());
+        EXPECT_EQ(numbersOfRows(alignment), after);
+    }
+};
+
+TEST_P(RenumberedRows, And)
+{
+    const Answered &answered = GetParam();
+    TAMBO::Alignment &shown = alignment(answered.rows);
+    for (unsigned long row = 0; row < answered.before.size(); ++row)
+        setNumbers(shown, row, answered.before[row]);
+    const Numbers before = numbersOfRows(shown);
+    ZEP::KALMO2 &window = open(shown);
+    mark(window, answered.range.first, answered.range.second);
+    const LogLines log;
+    {
+        DialogDriver dialogs;
+        for (const char *text : answered.answers)
+            dialogs.expect(answer(text));
+        window.RangeReNumber();
+        EXPECT_EQ(dialogs.titles().size(), qsizetype(answered.answers.size()));
+    }
+    EXPECT_EQ(numbersOfRows(shown), answered.after);
+    EXPECT_EQ(log.count(), answered.logLines) << log.texts().join('\n').toStdString();
+    expectOneStepBack(shown, before);
+}
+
+const Answered kAnswered[] = {
+    {"CountOnFromTheAnswer",
+     {"ACD", "-CD"},
+     {},
+     {0, 3},
+     {"10", "20"},
+     {{"10", "11", "12"}, {"-", "20", "21"}}},
+    {"EndAtTheLastColumnWhenTheRangeGoesBeyond",
+     {"ACDE"},
+     {},
+     {1, 99},
+     {"50"},
+     {{"1", "50", "51", "52"}}},
+    {"AskTheThirdThoughTheSecondIsCancelled",
+     {"ACD", "ACD", "ACD"},
+     {},
+     {0, 3},
+     {"10", kCancel, "30"},
+     {{"10", "11", "12"}, {"1", "2", "3"}, {"30", "31", "32"}}},
+    {"LeaveTheRowOfAnEmptyAnswerAndAskTheNext",
+     {"ACD", "ACD"},
+     {},
+     {0, 3},
+     {"", "5"},
+     {{"1", "2", "3"}, {"5", "6", "7"}}},
+    {"ChangeNothingWhenTheNumberIsThatOfTheirStart",
+     {"ACD"},
+     {{"10", "20", "30"}},
+     {0, 3},
+     {kKeep},
+     {{"10", "20", "30"}}},
+    {"GiveGapsNoNumber",
+     {"A-CD"},
+     {{"10", "-", "11", "12"}},
+     {0, 4},
+     {"100"},
+     {{"100", "-", "101", "102"}}},
+    {"LeaveNumbersOutsideOfTheRangeThoughTheyCollide",
+     {"ACDE"},
+     {},
+     {2, 4},
+     {"1"},
+     {{"1", "2", "1", "2"}}},
+    {"GiveAnInsertionLetterToTheFirstResidueOnly",
+     {"ACD"},
+     {},
+     {0, 3},
+     {"100A"},
+     {{"100A", "101", "102"}}},
+    {"LogOneLineWhenTheAnswerIsNoNumber", {"ACD"}, {}, {0, 3}, {"abc"}, {{"1", "2", "3"}}, 1},
+};
+
+INSTANTIATE_TEST_SUITE_P(RangeResidues, RenumberedRows, testing::ValuesIn(kAnswered),
+                         nameOf<Answered>);
 
 // A file or a model may come while the command asks.
 TEST_F(Renumbering, UndoKeepsWhatArrivedWhileItAsked)
@@ -120,45 +299,6 @@ TEST_F(Renumbering, UndoKeepsWhatArrivedWhileItAsked)
     EXPECT_EQ(TAMBO::ObjectSpace::get().objectCount(), before);
     ASSERT_TRUE(history.goTo(2));
     EXPECT_EQ(numbersOf(shown, 1), (Texts{"200", "201", "202", "203"}));
-}
-
-TEST_F(Renumbering, AnEmptyWindowAsksNothing)
-{
-    const RecordingSubscriber listener;
-    const DialogDriver dialogs;
-    ZEP::KALMO2 &window = open();
-    window.RangeReNumber();
-    window.RangeAddSSE();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_TRUE(listener.calls.empty());
-}
-
-TEST_F(Renumbering, AnEmptyRangeAsksNothing)
-{
-    ZEP::KALMO2 &window = open(alignment({"ACDE", "ACDE"}));
-    const RecordingSubscriber listener;
-    const DialogDriver dialogs;
-    for (const Range &range : {Range(2, 2), Range(5, 9), Range(4, 4)}) {
-        mark(window, range.first, range.second);
-        window.RangeReNumber();
-        window.RangeAddSSE();
-    }
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_TRUE(listener.calls.empty());
-}
-
-TEST_F(Renumbering, ARefusedGuardAsksNothing)
-{
-    TAMBO::Alignment &shown = alignment({"ACDE", "ACDE"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 4);
-    TAMBO::setObjectLocked(shown, true);
-    const DialogDriver dialogs;
-    const MessageRecorder messages;
-    window.RangeReNumber();
-    window.RangeAddSSE();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_EQ(messages.messages(), QStringList());
 }
 
 TEST_F(Renumbering, AsksOnceForEachRowThatHasResiduesInTheRange)
@@ -203,109 +343,6 @@ TEST_F(Renumbering, WorksOnTheRangeOfTheHeaderNotOnThatOfTheAlignment)
     dialogs.expect(answer("50"));
     window.RangeReNumber();
     EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "50", "3", "4"}));
-}
-
-TEST_F(Renumbering, ARangeBeyondTheLastColumnIsCutDown)
-{
-    TAMBO::Alignment &shown = alignment({"ACDE"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 1, 99);
-    DialogDriver dialogs;
-    dialogs.expect(answer("50"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "50", "51", "52"}));
-}
-
-TEST_F(Renumbering, CancellingTheSecondQuestionStillAsksTheThird)
-{
-    TAMBO::Alignment &shown = alignment({"ACD", "ACD", "ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    DialogDriver dialogs;
-    dialogs.expect(answer("10"));
-    dialogs.expect(cancel());
-    dialogs.expect(answer("30"));
-    window.RangeReNumber();
-    EXPECT_EQ(dialogs.titles().size(), 3);
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"10", "11", "12"}));
-    EXPECT_EQ(numbersOf(shown, 1), (Texts{"1", "2", "3"}));
-    EXPECT_EQ(numbersOf(shown, 2), (Texts{"30", "31", "32"}));
-}
-
-TEST_F(Renumbering, AnEmptyAnswerLeavesTheRowAndAsksTheNext)
-{
-    TAMBO::Alignment &shown = alignment({"ACD", "ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const LogLines log;
-    DialogDriver dialogs;
-    dialogs.expect(answer(""));
-    dialogs.expect(answer("5"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "2", "3"}));
-    EXPECT_EQ(numbersOf(shown, 1), (Texts{"5", "6", "7"}));
-    EXPECT_EQ(log.texts(), QStringList());
-}
-
-TEST_F(Renumbering, TheNumberThatTheRowStartsWithChangesNothing)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    setNumbers(shown, 0, {"10", "20", "30"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    DialogDriver dialogs;
-    dialogs.expect(keep());
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"10", "20", "30"}));
-    EXPECT_FALSE(history.canUndo());
-}
-
-TEST_F(Renumbering, GapsTakeNoNumber)
-{
-    TAMBO::Alignment &shown = alignment({"A-CD"});
-    setNumbers(shown, 0, {"10", "-", "11", "12"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 4);
-    DialogDriver dialogs;
-    dialogs.expect(answer("100"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"100", "-", "101", "102"}));
-}
-
-TEST_F(Renumbering, ResiduesOutsideTheRangeKeepTheirNumbersThoughTheyCollide)
-{
-    TAMBO::Alignment &shown = alignment({"ACDE"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 2, 4);
-    DialogDriver dialogs;
-    dialogs.expect(answer("1"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "2", "1", "2"}));
-}
-
-TEST_F(Renumbering, AnInsertionLetterIsForTheFirstResidueOnly)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    DialogDriver dialogs;
-    dialogs.expect(answer("100A"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"100A", "101", "102"}));
-}
-
-TEST_F(Renumbering, AnAnswerThatIsNoNumberLeavesTheRowWithOneLineInTheLog)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const LogLines log;
-    DialogDriver dialogs;
-    dialogs.expect(answer("abc"));
-    window.RangeReNumber();
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "2", "3"}));
-    EXPECT_EQ(log.count(), 1) << log.texts().join('\n').toStdString();
-    EXPECT_FALSE(history.canUndo());
 }
 
 TEST_F(Renumbering, TheGuardIsHeldWhileTheQuestionsAreAskedAndLetGoBeforeTheRepaint)
@@ -362,25 +399,6 @@ TEST_F(Renumbering, OthersHearOfItBeforeTheWindowShowsIt)
     EXPECT_TRUE(headerTexts(window).contains("110"));
 }
 
-TEST_F(Renumbering, IsOneStepBack)
-{
-    TAMBO::Alignment &shown = alignment({"ACD", "-CD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    {
-        DialogDriver dialogs;
-        dialogs.expect(answer("10"));
-        dialogs.expect(answer("20"));
-        window.RangeReNumber();
-    }
-    EXPECT_TRUE(history.undo());
-    EXPECT_EQ(numbersOf(shown, 0), (Texts{"1", "2", "3"}));
-    EXPECT_EQ(numbersOf(shown, 1), (Texts{"-", "1", "2"}));
-    EXPECT_FALSE(history.canUndo());
-    EXPECT_TRUE(history.redo());
-    EXPECT_EQ(numbersOf(shown, 1), (Texts{"-", "20", "21"}));
-}
-
 TEST_F(Renumbering, TheHeaderShowsTheNewNumbersAtOnce)
 {
     TAMBO::Alignment &shown = alignment({"ACDEFGHIKLMNPQRSTVWY"});
@@ -411,6 +429,98 @@ TEST_F(Renumbering, AlignmentDeletedWhileAskedEndsTheCommand)
 
 // ---- Secondary structure
 
+// Rows, maybe with a helix in the first, the range, the answer and what comes of it. Without an
+// answer nobody is to ask.
+struct Wanted
+{
+    const char *name;
+    std::vector<std::string> rows;
+    std::pair<unsigned long, unsigned long> helix;
+    std::pair<unsigned long, unsigned long> range;
+    const char *answer;
+    char made;
+    int logLines = 0;
+};
+
+void PrintTo(const Wanted &wanted, std::ostream *stream)
+{
+    *stream << wanted.name;
+}
+
+class MakingAnElement : public MakingElements, public testing::WithParamInterface<Wanted>
+{
+protected:
+    static QStringList titles() { return GetParam().answer == nullptr ? QStringList() : asked(); }
+    static QStringList asked() { return {"Make SSE"}; }
+    static std::set<TAMBO::Compound *> elementsOf(const TAMBO::Alignment &alignment)
+    {
+        std::set<TAMBO::Compound *> elements;
+        for (unsigned long col = 0; col < alignment.width(); ++col)
+            elements.insert(elementAt(alignment, col));
+        elements.erase(nullptr);
+        return elements;
+    }
+    // The display is rebuilt for whatever the workbench was asked for.
+    static QStringList messages(const TAMBO::Alignment &alignment)
+    {
+        const Wanted &wanted = GetParam();
+        if (wanted.made == kNothing && wanted.logLines == 0)
+            return {};
+        return {QString("Got Alignment %1 by %2").arg(alignment.height()).arg(alignment.width())};
+    }
+    static void expectElement(const TAMBO::Compound *element, char type)
+    {
+        ASSERT_NE(element, nullptr);
+        EXPECT_EQ(element->TypeCode(), type);
+        EXPECT_EQ(element->Name(), std::string("unk") + type);
+    }
+};
+
+TEST_P(MakingAnElement, And)
+{
+    const Wanted &wanted = GetParam();
+    TAMBO::Alignment &shown = alignment(wanted.rows);
+    if (wanted.helix.first < wanted.helix.second)
+        makeElement(shown, wanted.helix.first, wanted.helix.second, 'H');
+    history.clear();
+    const std::set<TAMBO::Compound *> before = elementsOf(shown);
+    ZEP::KALMO2 &window = open(shown);
+    mark(window, wanted.range.first, wanted.range.second);
+    const LogLines log;
+    const MessageRecorder recorder;
+    DialogDriver dialogs;
+    if (wanted.answer != nullptr)
+        dialogs.expect(answer(wanted.answer));
+    window.RangeAddSSE();
+    EXPECT_EQ(dialogs.titles(), titles());
+    EXPECT_EQ(recorder.messages(), messages(shown));
+    EXPECT_EQ(log.count(), wanted.logLines) << log.texts().join('\n').toStdString();
+    EXPECT_EQ(history.canUndo(), wanted.made != kNothing);
+    if (wanted.made == kNothing) {
+        EXPECT_EQ(elementsOf(shown), before);
+        return;
+    }
+    expectElement(elementAt(shown, wanted.range.first), wanted.made);
+    EXPECT_EQ(headerTexts(window).count(QString(QLatin1Char(wanted.made)).toLower()), 3);
+}
+
+const Wanted kWanted[] = {
+    {"TakesALowerCaseTypeBetweenBlanksAsItStands", {"ACD"}, {}, {0, 3}, " e ", 'e'},
+    {"TakesTheFirstCharacterOfTheAnswerOnly", {"ACD"}, {}, {0, 3}, "Turn", 'T'},
+    {"LeavesAnotherTypeToTheWorkbenchToRefuse", {"ACD"}, {}, {0, 3}, "x", kNothing, 1},
+    {"IsNotDoneWhenCancelled", {"ACD"}, {}, {0, 3}, kCancel, kNothing},
+    {"IsNotDoneForAnEmptyAnswer", {"ACD"}, {}, {0, 3}, "", kNothing},
+    {"IsNotDoneForBlanks", {"ACD"}, {}, {0, 3}, "   ", kNothing},
+    {"IsNotOfferedForTwoResidues", {"A--C", "ACDE"}, {}, {0, 4}, nullptr, kNothing},
+    {"IsNotOfferedWhereTheRangeEndsInAnElement", {"ACDEFGHI"}, {3, 6}, {0, 4}, nullptr, kNothing},
+    {"IsNotOfferedAroundAnElement", {"ACDEFGHI"}, {3, 6}, {0, 8}, nullptr, kNothing},
+    {"IsNotOfferedWhereTheRangeBeginsInAnElement", {"ACDEFGHI"}, {3, 6}, {5, 8}, nullptr, kNothing},
+    {"IsNotOfferedForAnElementItself", {"ACDEFGHI"}, {3, 6}, {3, 6}, nullptr, kNothing},
+};
+
+INSTANTIATE_TEST_SUITE_P(RangeResidues, MakingAnElement, testing::ValuesIn(kWanted),
+                         nameOf<Wanted>);
+
 TEST_F(MakingElements, AsksForTheTypeInTheWindow)
 {
     ZEP::KALMO2 &window = open(alignment({"ACD"}));
@@ -437,7 +547,7 @@ TEST_F(MakingElements, TakesTheResiduesOfTheFirstRowAndSkipsItsGaps)
     {
         const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 2 by 5");
         DialogDriver dialogs;
-        dialogs.expect(keep());
+        dialogs.expect(answer(kKeep));
         window.RangeAddSSE();
     }
     const TAMBO::Compound *made = elementAt(shown, 0);
@@ -454,97 +564,6 @@ TEST_F(MakingElements, TakesTheResiduesOfTheFirstRowAndSkipsItsGaps)
     EXPECT_EQ(listener.calls, (Texts{"add", "update"}));
 }
 
-TEST_F(MakingElements, LowerCaseTypeBetweenBlanksIsTakenAsItStands)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const MessageRecorder quiet;
-    DialogDriver dialogs;
-    dialogs.expect(answer(" e "));
-    window.RangeAddSSE();
-    ASSERT_NE(elementAt(shown, 0), nullptr);
-    EXPECT_EQ(elementAt(shown, 0)->TypeCode(), 'e');
-    EXPECT_EQ(elementAt(shown, 0)->Name(), "unke");
-    EXPECT_EQ(headerTexts(window).count("e"), 3);
-}
-
-TEST_F(MakingElements, OnlyTheFirstCharacterOfTheAnswerCounts)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const MessageRecorder quiet;
-    DialogDriver dialogs;
-    dialogs.expect(answer("Turn"));
-    window.RangeAddSSE();
-    ASSERT_NE(elementAt(shown, 0), nullptr);
-    EXPECT_EQ(elementAt(shown, 0)->TypeCode(), 'T');
-    EXPECT_EQ(elementAt(shown, 0)->Name(), "unkT");
-}
-
-TEST_F(MakingElements, AnotherTypeIsRefusedByTheWorkbenchAndTheDisplayRebuilt)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const LogLines log;
-    {
-        const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 1 by 3");
-        DialogDriver dialogs;
-        dialogs.expect(answer("x"));
-        window.RangeAddSSE();
-    }
-    EXPECT_EQ(elementAt(shown, 0), nullptr);
-    EXPECT_EQ(log.count(), 1) << log.texts().join('\n').toStdString();
-    EXPECT_FALSE(history.canUndo());
-}
-
-TEST_F(MakingElements, TwoResiduesAreTooFew)
-{
-    TAMBO::Alignment &shown = alignment({"A--C", "ACDE"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 4);
-    const DialogDriver dialogs;
-    const MessageRecorder messages;
-    window.RangeAddSSE();
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_EQ(messages.messages(), QStringList());
-}
-
-TEST_F(MakingElements, ARangeThatTouchesAnElementMakesNone)
-{
-    TAMBO::Alignment &shown = alignment({"ACDEFGHI"});
-    makeElement(shown, 3, 6, 'H');
-    history.clear();
-    ZEP::KALMO2 &window = open(shown);
-    const DialogDriver dialogs;
-    const MessageRecorder messages;
-    for (const Range &range : {Range(0, 4), Range(0, 8), Range(5, 8), Range(3, 6)}) {
-        mark(window, range.first, range.second);
-        window.RangeAddSSE();
-    }
-    EXPECT_EQ(dialogs.titles(), QStringList());
-    EXPECT_EQ(messages.messages(), QStringList());
-    EXPECT_FALSE(history.canUndo());
-}
-
-TEST_F(MakingElements, ACancelledOrEmptyAnswerMakesNone)
-{
-    TAMBO::Alignment &shown = alignment({"ACD"});
-    ZEP::KALMO2 &window = open(shown);
-    mark(window, 0, 3);
-    const MessageRecorder messages;
-    DialogDriver dialogs;
-    dialogs.expect(cancel());
-    dialogs.expect(answer(""));
-    dialogs.expect(answer("   "));
-    for (int i = 0; i < 3; ++i)
-        window.RangeAddSSE();
-    EXPECT_EQ(elementAt(shown, 0), nullptr);
-    EXPECT_EQ(messages.messages(), QStringList()) << "not rebuilt";
-}
-
 TEST_F(MakingElements, IsOneStepBack)
 {
     TAMBO::Alignment &shown = alignment({"ACDE"});
@@ -553,7 +572,7 @@ TEST_F(MakingElements, IsOneStepBack)
     const MessageRecorder quiet;
     {
         DialogDriver dialogs;
-        dialogs.expect(keep());
+        dialogs.expect(answer(kKeep));
         window.RangeAddSSE();
     }
     ASSERT_NE(elementAt(shown, 0), nullptr);
