@@ -63,7 +63,6 @@ protected:
 private:
     friend class HandedOutItems;
     friend class ItemIndex;
-    friend class ItemList;
     friend class QCanvas;
 
     QCanvas *m_Canvas;

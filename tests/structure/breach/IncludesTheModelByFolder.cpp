@@ -1,3 +1,3 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Must not compile as a part of the editor.
-#include "model/AlignmentTable.h"
+#include "model/alignment/AlignmentTable.h"

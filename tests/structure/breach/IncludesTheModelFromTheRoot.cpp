@@ -1,3 +1,3 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Must not compile as a part of the editor.
-#include "host/model/AlignmentTable.h"
+#include "host/model/alignment/AlignmentTable.h"

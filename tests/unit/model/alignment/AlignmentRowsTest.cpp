@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "AlignmentFixture.h"
+#include "unit/model/AlignmentFixture.h"
 
 #include "DataMaker.h"
 #include "Structure.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Thousands of random operations, each compared with a plain reference, undone and done again.
-#include "AlignmentFixture.h"
 #include "RecordMaker.h"
 #include "ReferenceAlignment.h"
+#include "unit/model/AlignmentFixture.h"
 
 #include <random>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Breaks between chains: each is a mark on one gap of a row and stays between the same residues.
-#include "AlignmentFixture.h"
 #include "RecordMaker.h"
+#include "unit/model/AlignmentFixture.h"
 
 #include <random>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Rows of several chains from a file into an alignment and back.
-#include "AlignmentFixture.h"
 #include "AlignmentWriters.h"
 #include "FileReader.h"
 #include "ObjectFactory.h"
 #include "RecordMaker.h"
+#include "unit/model/AlignmentFixture.h"
 
 #include <cstdlib>
 #include <filesystem>

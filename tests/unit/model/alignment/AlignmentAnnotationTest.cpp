@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a file said of columns, rows and residues goes through edits and comes back.
-#include "AlignmentFixture.h"
 #include "ObjectFactory.h"
 #include "RecordMaker.h"
+#include "unit/model/AlignmentFixture.h"
 
 using TAMBO::Alignment;
 using TAMBO::AlignmentRecord;

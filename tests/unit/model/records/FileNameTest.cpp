@@ -2,10 +2,10 @@
 // Names of objects that are offered for files.
 #include "FileName.h"
 
-#include "AlignmentFixture.h"
 #include "ObjectFactory.h"
 #include "ObjectOperations.h"
 #include "Records.h"
+#include "unit/model/AlignmentFixture.h"
 
 #include <gmock/gmock.h>
 
