@@ -146,16 +146,7 @@ INSTANTIATE_TEST_SUITE_P(Acquire, NoDialogIsOpened, testing::ValuesIn(kLacks), n
 // ---- Questions and their answers
 
 // What is chosen in the question that a command asks; the deletion asks by a list of its own.
-enum class Choice {
-    NotAsked,
-    Nothing,
-    Cancel,
-    TwoSequences,
-    Other,
-    TickNothing,
-    TickCancel,
-    TickTwo
-};
+enum class Choice { NotAsked, Nothing, Cancel, TwoSequences, Other, TickCancel, TickTwo };
 
 // Two sequences, a shown alignment and another one.
 class AcquireAnswered : public Acquire
