@@ -99,20 +99,6 @@ replace(const std::filesystem::path &path, WriteAids *aids,
 
 } // namespace
 
-std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const WriteOptions &options)
-{
-    const WriteFormat format = options.format;
-    if (isStructureFormat(format))
-        return "An alignment cannot be written as " + fileOf(format) + '.';
-    const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
-    if (alignment.rows.empty() ||
-        std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
-        return "There is nothing to write: the alignment has no residues.";
-    if (!alignment.isAligned && format != WriteFormat::Pir && format != WriteFormat::Fasta)
-        return "The sequences are not aligned, and " + fileOf(format) + " holds alignments only.";
-    return std::nullopt;
-}
-
 std::optional<Failure> writeFile(const std::filesystem::path &path,
                                  std::span<const AlignmentRecord> alignments,
                                  const WriteOptions &options, WriteAids *aids)

@@ -5,7 +5,9 @@
 
 #include "Records.h"
 #include "Result.h"
+#include "StructureLosses.h"
 #include "WriteFormat.h"
+#include "WriteLosses.h"
 
 #include <filesystem>
 #include <functional>
@@ -15,24 +17,6 @@
 #include <vector>
 
 namespace TAMBO {
-
-// Why the format cannot hold the alignment, as a sentence ("A Clustal file ..."); nothing when it
-// can.
-[[nodiscard]] std::optional<std::string> obstacleTo(const AlignmentRecord &alignment,
-                                                    const WriteOptions &options);
-[[nodiscard]] std::optional<std::string> obstacleTo(const StructureRecord &structure,
-                                                    const WriteOptions &options);
-
-// What of the alignment the format will lose or change, one sentence each.
-[[nodiscard]] std::vector<std::string> lossesOf(const AlignmentRecord &alignment,
-                                                const WriteOptions &options);
-[[nodiscard]] std::vector<std::string> lossesOf(const StructureRecord &structure,
-                                                const WriteOptions &options);
-
-// What no format holds of how an object is shown. It is not counted as lost: nobody has to be
-// asked.
-[[nodiscard]] std::vector<std::string> looksLostOf(const AlignmentRecord &alignment);
-[[nodiscard]] std::vector<std::string> looksLostOf(const StructureRecord &structure);
 
 // What writing needs besides, and what it has to say afterwards.
 struct WriteAids

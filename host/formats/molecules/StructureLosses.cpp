@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What structure formats cannot hold, in words.
-#include "FileWriter.h"
+#include "StructureLosses.h"
 
 #include "FormatText.h"
 #include "StructureWriter.h"

@@ -11,8 +11,6 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kShortName = 10;
-
 bool isContinuation(char character) noexcept
 {
     return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
@@ -96,7 +94,8 @@ std::string replaced(std::string_view name, const WriteOptions &options)
 
 FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &options)
     : m_Format(options.format),
-      m_Longest(options.format == WriteFormat::Phylip && !options.hasLongNames ? kShortName : 0),
+      m_Longest(options.format == WriteFormat::Phylip && !options.hasLongNames ? kShortPhylipName
+                                                                               : 0),
       m_MustDiffer(mustDiffer(options.format))
 {
     m_Names.reserve(alignment.rows.size());

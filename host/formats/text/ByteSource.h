@@ -2,7 +2,8 @@
 // The bytes of a plain or gzip file in pieces, whichever of the two it is. Owned by one reading.
 #pragma once
 
-#include "FileReader.h"
+#include "ReadProgress.h"
+#include "Result.h"
 
 #include <cstddef>
 #include <filesystem>

@@ -2,7 +2,8 @@
 // PDB files of every age: the first model of one.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

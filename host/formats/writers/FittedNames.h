@@ -14,6 +14,9 @@
 
 namespace TAMBO::formats {
 
+// Of PHYLIP, where names are not followed by a blank.
+constexpr std::size_t kShortPhylipName = 10;
+
 class FittedNames
 {
 public:

@@ -129,4 +129,18 @@ bool holdsSeveral(WriteFormat format) noexcept
     return format == WriteFormat::Stockholm || format == WriteFormat::Phylip;
 }
 
+bool holdsDescriptions(WriteFormat format) noexcept
+{
+    switch (format) {
+    case WriteFormat::Pir:
+    case WriteFormat::Fasta:
+    case WriteFormat::A2m:
+    case WriteFormat::A3m:
+    case WriteFormat::Stockholm:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace TAMBO

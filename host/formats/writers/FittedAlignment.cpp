@@ -20,20 +20,6 @@ bool areLetters(const std::string &letters)
     return areAll;
 }
 
-bool holdsDescriptions(WriteFormat format) noexcept
-{
-    switch (format) {
-    case WriteFormat::Pir:
-    case WriteFormat::Fasta:
-    case WriteFormat::A2m:
-    case WriteFormat::A3m:
-    case WriteFormat::Stockholm:
-        return true;
-    default:
-        return false;
-    }
-}
-
 std::uint64_t smallLetters(const std::string &letters)
 {
     return static_cast<std::uint64_t>(

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kMsfBlock = 50;
 constexpr std::size_t kMsfGroup = 10;
-constexpr char kGap = '.';
+constexpr char kMsfGap = '.';
 constexpr unsigned kModulus = 10000;
 
 // The checksum that the format is known for: letters in capitals weighted 1 to 57 by their columns,
@@ -50,7 +50,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
     std::string line;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         line.clear();
-        CellText(alignment.cells(row)).append(alignment.width(), kGap, line);
+        CellText(alignment.cells(row)).append(alignment.width(), kMsfGap, line);
         checks.push_back(checksum(line));
         total = (total + checks.back()) % kModulus;
         longest = std::max(longest, characterCount(alignment.name(row)));
@@ -75,7 +75,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
             padTo(line, longest + 1);
             for (std::uint64_t at = begin; at < end; at += kMsfGroup) {
                 line += ' ';
-                rows[row].append(std::min<std::uint64_t>(kMsfGroup, end - at), kGap, line);
+                rows[row].append(std::min<std::uint64_t>(kMsfGroup, end - at), kMsfGap, line);
             }
             line += '\n';
             sink.write(line);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What formats lose of an alignment, in words.
-#include "FileWriter.h"
+#include "WriteLosses.h"
 
 #include "FittedAlignment.h"
 #include "PirTitle.h"
@@ -23,12 +22,6 @@ template <typename Property> std::size_t countRows(const AlignmentRecord &alignm
 {
     return static_cast<std::size_t>(
         std::count_if(alignment.rows.begin(), alignment.rows.end(), has));
-}
-
-bool holdsDescriptions(WriteFormat format) noexcept
-{
-    return format != WriteFormat::Clustal && format != WriteFormat::Msf &&
-           format != WriteFormat::Phylip;
 }
 
 // "ID, AC, DE": each once, in the order of the file.
@@ -167,6 +160,20 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
 }
 
 } // namespace
+
+std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    const WriteFormat format = options.format;
+    if (isStructureFormat(format))
+        return "An alignment cannot be written as " + fileOf(format) + '.';
+    const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
+    if (alignment.rows.empty() ||
+        std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
+        return "There is nothing to write: the alignment has no residues.";
+    if (!alignment.isAligned && format != WriteFormat::Pir && format != WriteFormat::Fasta)
+        return "The sequences are not aligned, and " + fileOf(format) + " holds alignments only.";
+    return std::nullopt;
+}
 
 std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
 {

@@ -3,7 +3,8 @@
 // fit is remarked upon; checksums, weights and the text before the names are not kept.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

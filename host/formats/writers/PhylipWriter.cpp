@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t kPhylipBlock = 60;
 constexpr std::size_t kPhylipGroup = 10;
-constexpr std::size_t kShortName = 10;
 
 } // namespace
 
@@ -21,7 +20,7 @@ constexpr std::size_t kShortName = 10;
 void writePhylip(const FittedAlignment &alignment, TextSink &sink)
 {
     const WriteOptions &options = alignment.options();
-    std::size_t place = kShortName;
+    std::size_t place = kShortPhylipName;
     std::vector<CellText> rows;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         rows.emplace_back(alignment.cells(row));

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kClustalBlock = 60;
 
 using Letters = std::uint32_t;
-constexpr Letters kGap = Letters{1} << 31U;
+constexpr Letters kGapBit = Letters{1} << 31U;
 
 constexpr Letters bitOf(char letter) noexcept
 {
@@ -47,7 +47,7 @@ template <typename Groups> bool isWithin(Letters letters, const Groups &groups)
 
 char markOf(Letters letters) noexcept
 {
-    if ((letters & kGap) != 0)
+    if ((letters & kGapBit) != 0)
         return ' ';
     if ((letters & (letters - 1)) == 0)
         return '*';
@@ -65,7 +65,7 @@ std::string conservation(const FittedAlignment &alignment)
         cells.clear();
         CellText(alignment.cells(row)).append(alignment.width(), '-', cells);
         for (std::size_t i = 0; i < cells.size(); ++i)
-            columns[i] |= cells[i] == '-' ? kGap : bitOf(cells[i]);
+            columns[i] |= cells[i] == '-' ? kGapBit : bitOf(cells[i]);
     }
     std::string marks(columns.size(), ' ');
     std::transform(columns.begin(), columns.end(), marks.begin(), markOf);

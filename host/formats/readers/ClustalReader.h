@@ -3,7 +3,8 @@
 // rows. The lines of conservation marks are not kept, nor the counts of residues behind the rows.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

@@ -2,7 +2,8 @@
 // PIR: records of a title line and residues up to "*", with the structure links of modelling.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

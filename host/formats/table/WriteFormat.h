@@ -42,5 +42,7 @@ struct WriteOptions
 [[nodiscard]] bool isStructureFormat(WriteFormat format) noexcept;
 // Whether a file can hold several alignments.
 [[nodiscard]] bool holdsSeveral(WriteFormat format) noexcept;
+// Whether something can be said of a row besides its name.
+[[nodiscard]] bool holdsDescriptions(WriteFormat format) noexcept;
 
 } // namespace TAMBO

@@ -4,7 +4,8 @@
 // is said of a residue where the row has a gap.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

@@ -3,7 +3,8 @@
 // equally many. Comments (";") are not kept, nor is a stop ("*"), which is read as a gap.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

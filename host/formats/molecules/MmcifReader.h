@@ -2,7 +2,8 @@
 // mmCIF: the first model of the first block that has atoms.
 #pragma once
 
-#include "FileReader.h"
+#include "FileContents.h"
+#include "Result.h"
 #include "TextReader.h"
 
 namespace TAMBO::formats {

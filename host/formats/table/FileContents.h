@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What reading a file gives, of whatever format: plain values.
+#pragma once
+
+#include "Records.h"
+
+#include <string>
+#include <vector>
+
+namespace TAMBO {
+
+struct FileContents
+{
+    // pir fasta a3m clustal stockholm msf phylip pdb mmcif
+    std::string format;
+    // Aligned and unaligned ones; an unaligned one holds sequences.
+    std::vector<AlignmentRecord> alignments;
+    std::vector<StructureRecord> structures;
+};
+
+} // namespace TAMBO
