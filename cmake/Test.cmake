@@ -19,7 +19,7 @@ endif()
 function(tambo_test name)
     cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES;PROGRAMS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     target_compile_definitions(${name} PRIVATE
         TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
         SOURCE_DIR="${PROJECT_SOURCE_DIR}")

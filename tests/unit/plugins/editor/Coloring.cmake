@@ -1,8 +1,8 @@
 # Colouring, searching and selecting.
 tambo_test(kalmo_color_test QT
     SOURCES
-        ColoringFixture.h
-        ColoringTest.cpp
-        DistanceTest.cpp
-        SelectingTest.cpp
+        residues/ColoringFixture.h
+        residues/ColoringTest.cpp
+        residues/DistanceTest.cpp
+        residues/SelectingTest.cpp
     LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::formats Tambo::model)

@@ -61,7 +61,7 @@ std::string textOf(Color color)
 
 std::vector<std::array<double, 3>> tableOf(const std::string &name)
 {
-    std::ifstream file(SOURCE_DIR "/tests/unit/services/tables/" + name);
+    std::ifstream file(SOURCE_DIR "/tests/unit/services/colors/tables/" + name);
     std::vector<std::array<double, 3>> rows;
     for (std::string line; std::getline(file, line);) {
         std::istringstream fields(line);
