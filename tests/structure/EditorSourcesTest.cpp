@@ -133,7 +133,7 @@ TEST(EditorSources, MakeTheColorDialogInItsFixedOrder)
     expectInOrder("JLabel.h",
                   {"class JLabel : public QLabel", "mousePressEvent(QMouseEvent *event) override",
                    "bool m_On = true", "int m_Index"});
-    expectInOrder("JLabel.cpp", {"::mousePressEvent", "m_On = !m_On", "RefreshAcid(m_Index)",
+    expectInOrder("JLabel.cpp", {"::mousePressEvent", "m_On = !m_On", "switched(m_Index)",
                                  "QLabel::mousePressEvent(event)"});
 }
 

@@ -83,6 +83,7 @@ JLabel *AcidColor::createSwatch(int index, const QString &text)
     TAMBO_CHECK_PTR(swatch, "AcidColor", 84);
     swatch->setBackground(m_Colors[static_cast<std::size_t>(index)]);
     m_Swatches[static_cast<std::size_t>(index)] = swatch;
+    connect(swatch, &JLabel::switched, this, &AcidColor::RefreshAcid);
     return swatch;
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "JLabel.h"
 
-#include "AcidColor.h"
 #include "LetterColor.h"
 
 #include <QMouseEvent>
@@ -15,7 +14,7 @@ constexpr int kMargin = 5;
 
 namespace ZEP {
 
-JLabel::JLabel(const QString &text, int index, AcidColor *parent)
+JLabel::JLabel(const QString &text, int index, QWidget *parent)
     : QLabel(text, parent), m_Index(index)
 {
     setAlignment(Qt::AlignCenter);
@@ -37,8 +36,7 @@ void JLabel::setBackground(const QColor &color)
 void JLabel::mousePressEvent(QMouseEvent *event)
 {
     m_On = !m_On;
-    if (auto *dialog = qobject_cast<AcidColor *>(window()))
-        dialog->RefreshAcid(m_Index);
+    emit switched(m_Index);
     QLabel::mousePressEvent(event);
 }
 

@@ -6,17 +6,19 @@
 
 namespace ZEP {
 
-class AcidColor;
-
 class JLabel : public QLabel
 {
     Q_OBJECT
 
 public:
-    JLabel(const QString &text, int index, AcidColor *parent);
+    JLabel(const QString &text, int index, QWidget *parent);
 
     [[nodiscard]] bool isOn() const noexcept { return m_On; }
     void setBackground(const QColor &color);
+
+signals:
+    // Before anything else is done with the press.
+    void switched(int index);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
