@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The objects of the workbench as a tree of rows. A row is made when a view asks for it, so a
-// structure of a million atoms costs nothing until somebody opens it.
+// What a view shows of the rows of the workbench's objects.
 #pragma once
 
 #include "Compound.h"
 #include "KindIcons.h"
+#include "ObjectRows.h"
 #include "Subscriber.h"
 
 #include <QAbstractItemModel>
 #include <QColor>
 #include <QTimer>
 
-#include <memory>
-#include <vector>
+#include <cstddef>
 
 namespace TAMBO::app {
 
-// Sequences without a structure stand together below one row of their own at the end, since a
-// large alignment brings thousands of them. That row stands for no object.
-class ObjectTreeModel : public QAbstractItemModel, private Subscriber
+class ObjectTreeModel : public QAbstractItemModel, private Subscriber, private ObjectRows::Listener
 {
     Q_OBJECT
 
@@ -60,37 +57,25 @@ signals:
     void renameAsked(TAMBO::Compound *object, const QString &name);
 
 private:
-    struct Row;
-    using Children = std::vector<Compound *>;
+    using Row = ObjectRows::Row;
 
     void commUpdate() override;
     void commAdd() override;
     void commDelete() override;
+    void aboutToRemove(const Row &row, std::size_t begin, std::size_t end) override;
+    void removed() override;
+    void aboutToInsert(const Row &row, std::size_t begin, std::size_t end) override;
+    void inserted() override;
+    void aboutToMove(const Row &row, std::size_t from, std::size_t to) override;
+    void moved() override;
 
     [[nodiscard]] Row *rowOf(const QModelIndex &index) const;
     [[nodiscard]] QModelIndex indexOfRow(const Row &row) const;
-    void splitTopLevel();
-    [[nodiscard]] std::size_t childCount(const Row &row) const;
-    // Null stands for the row of the sequences.
-    [[nodiscard]] Compound *child(const Row &row, std::size_t place) const;
-    [[nodiscard]] Children children(const Row &row, std::size_t begin, std::size_t end) const;
-    void synchronise(Row &row);
-    void matchRows(Row &row, const Children &wanted, std::size_t count);
-    void removeGone(Row &row, const Children &wanted);
-    void addRows(Row &row, std::size_t at, const Children &objects);
-    void moveRow(Row &row, std::size_t from, std::size_t to);
     [[nodiscard]] QVariant objectData(const Compound &object, int column, int role) const;
     [[nodiscard]] QVariant sequencesData(int column, int role) const;
 
-    Compound &m_Root;
-    // The top-level objects: those shown at the top, and those below the sequences' row.
-    Children m_Objects;
-    Children m_SequenceObjects;
-    std::unique_ptr<Row> m_Top;
-    Row *m_Sequences = nullptr;
+    ObjectRows m_Rows;
     mutable KindIcons m_Icons;
-    // Views ask for more while they are told of new rows; what is being matched must stand still.
-    bool m_IsMatching = false;
     QColor m_SelectionColor;
     QTimer m_RefreshTimer;
 };

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectRows.h"
+
+#include "ObjectFacts.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_set>
+
+namespace TAMBO::app {
+
+namespace {
+
+// Rows made at once when a view asks for more.
+constexpr std::size_t kBatch = 256;
+
+} // namespace
+
+void ObjectRows::Row::renumber(std::size_t from)
+{
+    for (std::size_t i = from; i < rows.size(); ++i)
+        rows[i]->place = int(i);
+}
+
+ObjectRows::ObjectRows(Compound &root, Listener &listener)
+    : m_Root(root), m_Listener(listener), m_Top(std::make_unique<Row>())
+{
+    m_Top->object = &m_Root;
+}
+
+ObjectRows::~ObjectRows() = default;
+
+// ---- What the objects are
+
+// A chain without a structure above it.
+void ObjectRows::splitTopLevel()
+{
+    m_Objects.clear();
+    m_SequenceObjects.clear();
+    for (std::size_t i = 0; i < m_Root.ChildCount(); ++i) {
+        Compound *object = m_Root.Child(i);
+        if (object != nullptr) {
+            const bool isSequence = kindOf(*object) == ObjectKind::Sequence;
+            (isSequence ? m_SequenceObjects : m_Objects).push_back(object);
+        }
+    }
+}
+
+std::size_t ObjectRows::childCount(const Row &row) const
+{
+    if (&row == m_Top.get())
+        return m_Objects.size() + (m_SequenceObjects.empty() ? 0 : 1);
+    return row.object == nullptr ? m_SequenceObjects.size() : row.object->ChildCount();
+}
+
+Compound *ObjectRows::child(const Row &row, std::size_t place) const
+{
+    if (&row == m_Top.get())
+        return place < m_Objects.size() ? m_Objects[place] : nullptr;
+    return row.object == nullptr ? m_SequenceObjects[place] : row.object->Child(place);
+}
+
+ObjectRows::Children ObjectRows::children(const Row &row, std::size_t begin, std::size_t end) const
+{
+    Children result;
+    result.reserve(end - begin);
+    for (std::size_t i = begin; i < end; ++i)
+        result.push_back(child(row, i));
+    return result;
+}
+
+// ---- Following changes
+
+void ObjectRows::synchronise()
+{
+    splitTopLevel();
+    m_IsMatching = true;
+    synchronise(*m_Top);
+    m_IsMatching = false;
+}
+
+void ObjectRows::synchronise(Row &row)
+{
+    const bool wasComplete = row.isComplete();
+    row.known = childCount(row);
+    if (row.rows.empty() && !wasComplete)
+        return;
+    const auto fits = [&](const std::unique_ptr<Row> &made) {
+        return child(row, std::size_t(made->place)) == made->object;
+    };
+    const bool isPrefix = row.rows.size() <= row.known && std::ranges::all_of(row.rows, fits);
+    if (!isPrefix || (wasComplete && !row.isComplete())) {
+        const Children wanted = children(row, 0, row.known);
+        removeGone(row, wanted);
+        const std::size_t more = wasComplete ? kBatch : 0;
+        matchRows(row, wanted, std::min(wanted.size(), row.rows.size() + more));
+    }
+    for (const std::unique_ptr<Row> &made : row.rows)
+        synchronise(*made);
+}
+
+void ObjectRows::removeGone(Row &row, const Children &wanted)
+{
+    const std::unordered_set<const Compound *> existing(wanted.begin(), wanted.end());
+    const auto isGone = [&](std::size_t i) { return !existing.contains(row.rows[i]->object); };
+    for (std::size_t end = row.rows.size(); end > 0;) {
+        if (!isGone(end - 1)) {
+            --end;
+            continue;
+        }
+        std::size_t begin = end - 1;
+        while (begin > 0 && isGone(begin - 1))
+            --begin;
+        m_Listener.aboutToRemove(row, begin, end);
+        for (std::size_t i = begin; i < end; ++i) {
+            if (row.rows[i].get() == m_Sequences)
+                m_Sequences = nullptr;
+        }
+        row.rows.erase(row.rows.begin() + std::ptrdiff_t(begin),
+                       row.rows.begin() + std::ptrdiff_t(end));
+        row.renumber(begin);
+        m_Listener.removed();
+        end = begin;
+    }
+}
+
+// Makes the rows the first ones of wanted, at least count of them. All rows occur in wanted.
+void ObjectRows::matchRows(Row &row, const Children &wanted, std::size_t count)
+{
+    std::unordered_set<const Compound *> made;
+    for (const std::unique_ptr<Row> &child : row.rows)
+        made.insert(child->object);
+    for (std::size_t i = 0; i < std::max(count, row.rows.size()); ++i) {
+        if (i < row.rows.size() && row.rows[i]->object == wanted[i])
+            continue;
+        if (made.contains(wanted[i])) {
+            std::size_t from = i + 1;
+            while (row.rows[from]->object != wanted[i])
+                ++from;
+            moveRow(row, from, i);
+            continue;
+        }
+        std::size_t end = i + 1;
+        while (end < std::max(count, row.rows.size() + (end - i)) && end < wanted.size() &&
+               !made.contains(wanted[end]))
+            ++end;
+        addRows(row, i,
+                Children(wanted.begin() + std::ptrdiff_t(i), wanted.begin() + std::ptrdiff_t(end)));
+        i = end - 1;
+    }
+}
+
+void ObjectRows::addRows(Row &row, std::size_t at, const Children &objects)
+{
+    std::vector<std::unique_ptr<Row>> fresh;
+    for (Compound *object : objects) {
+        auto &made = fresh.emplace_back(std::make_unique<Row>());
+        made->object = object;
+        made->parent = &row;
+        if (object == nullptr)
+            m_Sequences = made.get();
+        made->known = childCount(*made);
+    }
+    m_Listener.aboutToInsert(row, at, at + objects.size());
+    row.rows.insert(row.rows.begin() + std::ptrdiff_t(at), std::make_move_iterator(fresh.begin()),
+                    std::make_move_iterator(fresh.end()));
+    row.renumber(at);
+    m_Listener.inserted();
+}
+
+void ObjectRows::moveRow(Row &row, std::size_t from, std::size_t to)
+{
+    m_Listener.aboutToMove(row, from, to);
+    const auto begin = row.rows.begin();
+    std::rotate(begin + std::ptrdiff_t(to), begin + std::ptrdiff_t(from),
+                begin + std::ptrdiff_t(from) + 1);
+    row.renumber(to);
+    m_Listener.moved();
+}
+
+// ---- What views ask for
+
+const ObjectRows::Row *ObjectRows::find(const Compound *object) const
+{
+    std::vector<const Compound *> path;
+    for (; object != nullptr && object != &m_Root; object = object->Parent())
+        path.push_back(object);
+    if (object == nullptr)
+        return nullptr;
+    const auto below = [](const Row &row, const Compound *wanted) -> const Row * {
+        const auto found = std::ranges::find(row.rows, wanted, [](const auto &made) {
+            return static_cast<const Compound *>(made->object);
+        });
+        return found == row.rows.end() ? nullptr : found->get();
+    };
+    const Row *row = m_Top.get();
+    for (auto step = path.rbegin(); row != nullptr && step != path.rend(); ++step) {
+        const Row *next = below(*row, *step);
+        if (next == nullptr && row == m_Top.get() && m_Sequences != nullptr)
+            next = below(*m_Sequences, *step);
+        row = next;
+    }
+    return row == m_Top.get() ? nullptr : row;
+}
+
+bool ObjectRows::canFetchMore(const Row &row) const noexcept
+{
+    return !m_IsMatching && !row.isComplete();
+}
+
+void ObjectRows::fetchMore(Row &row)
+{
+    const std::size_t at = row.rows.size();
+    m_IsMatching = true;
+    addRows(row, at, children(row, at, std::min(row.known, at + kBatch)));
+    m_IsMatching = false;
+}
+
+} // namespace TAMBO::app
