@@ -9,6 +9,7 @@
 #include "InfoCommand.h"
 #include "MainWindow.h"
 #include "ModellingTools.h"
+#include "PaintedWindows.h"
 #include "Picture.h"
 #include "PrintCommand.h"
 #include "Services.h"
@@ -16,13 +17,9 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QImage>
-#include <QTimer>
-#include <QWindow>
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 #include <iostream>
 #include <utility>
 
@@ -32,6 +29,7 @@ using TAMBO::app::CommandLine;
 using TAMBO::app::kBadInput;
 using TAMBO::app::kWrongCall;
 using TAMBO::app::LoadReport;
+using TAMBO::app::whenPainted;
 using TAMBO::app::Workbench;
 
 int complain(const std::string &sentence, int status)
@@ -61,39 +59,6 @@ int tellBadFiles(const LoadReport &report)
     for (const TAMBO::app::FileFailure &failure : report.failures)
         status = complain(failure.message, kBadInput);
     return status;
-}
-
-// All windows of the program that are on the screen, the workbench first.
-QList<QWidget *> shownWindows(Workbench &workbench)
-{
-    QList<QWidget *> windows = {&workbench.window()};
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        const bool isTool = window->isVisible() && window->windowType() == Qt::Window;
-        if (isTool && !windows.contains(window))
-            windows << window;
-    }
-    return windows;
-}
-
-// Calls then when the windows are on the screen and nothing is left to be laid out: timers of no
-// length come round only when all other events have been dealt with, and may start the next one.
-void whenPainted(Workbench &workbench, const std::function<void()> &then)
-{
-    constexpr int kQuietRounds = 10;
-    auto *rounds = new QTimer(&workbench);
-    QObject::connect(
-        rounds, &QTimer::timeout, rounds, [&workbench, rounds, then, quiet = 0]() mutable {
-            const QList<QWidget *> windows = shownWindows(workbench);
-            const bool areExposed = std::ranges::all_of(
-                windows, [](const QWidget *window) { return window->windowHandle()->isExposed(); });
-            quiet = areExposed ? quiet + 1 : 0;
-            if (quiet < kQuietRounds)
-                return;
-            rounds->deleteLater();
-            rounds->stop();
-            then();
-        });
-    rounds->start(0);
 }
 
 // For those who measure how long opening takes.
@@ -132,9 +97,9 @@ int runPicture(const CommandLine &line)
         if (status != EXIT_SUCCESS)
             return QApplication::exit(status);
         whenPainted(workbench, [&] {
-            const QString error =
-                TAMBO::app::writePicture(QString::fromStdString(line.picture),
-                                         TAMBO::app::sideBySide(shownWindows(workbench)));
+            const QString error = TAMBO::app::writePicture(
+                QString::fromStdString(line.picture),
+                TAMBO::app::sideBySide(TAMBO::app::shownWindows(workbench)));
             QApplication::exit(error.isEmpty() ? EXIT_SUCCESS
                                                : complain(error.toStdString(), kBadInput));
         });
