@@ -9,6 +9,7 @@
 #include "Peptide.h"
 #include "SelectObjectAnswers.h"
 #include "support/FakeCompound.h"
+#include "support/KeptQuestion.h"
 #include "support/LogLines.h"
 
 #include <QApplication>
@@ -285,7 +286,7 @@ TEST_F(SelectObjectContract, EqualNamesAreDifferentRows)
 TEST_F(SelectObjectContract, AnAnswerGivenInAdvanceNeedsNoDialog)
 {
     SelectObjectAnswers::push({&m_Gamma});
-    SelectObjectAnswers::push({&m_Gamma, &m_Beta});
+    const KeptQuestion asked({&m_Gamma, &m_Beta});
     SelectObjectAnswers::pushCancel();
     QWidget parent;
     {
@@ -299,10 +300,10 @@ TEST_F(SelectObjectContract, AnAnswerGivenInAdvanceNeedsNoDialog)
     EXPECT_THAT(m_Several, ElementsAre(&m_Beta, &m_Gamma));
     EXPECT_EQ(several.exec(), QDialog::Rejected);
     EXPECT_TRUE(SelectObjectAnswers::isEmpty());
-    EXPECT_EQ(SelectObjectAnswers::lastQuestion().caption, "sequences");
-    EXPECT_EQ(SelectObjectAnswers::lastQuestion().candidates, m_Candidates);
-    EXPECT_TRUE(SelectObjectAnswers::lastQuestion().isSeveral);
-    EXPECT_EQ(SelectObjectAnswers::lastQuestion().parent, &parent);
+    EXPECT_EQ(asked->caption, "sequences");
+    EXPECT_EQ(asked->candidates, m_Candidates);
+    EXPECT_TRUE(asked->isSeveral);
+    EXPECT_EQ(asked->parent, &parent);
 }
 
 TEST_F(SelectObjectContract, AnAnswerThatIsNotOfferedCancelsASingleChoice)

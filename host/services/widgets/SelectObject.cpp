@@ -49,6 +49,7 @@ public:
     bool writeChoice();
     // The result of exec() when there is an answer.
     int answer(const std::optional<std::vector<Compound *>> &given);
+    [[nodiscard]] services::SelectObjectQuestion question() const;
     [[nodiscard]] bool isSeveral() const noexcept { return m_Ticks == CandidateModel::Ticks::With; }
 
 protected:
@@ -69,6 +70,7 @@ private:
     [[nodiscard]] int currentRow() const;
 
     SelectObject &m_Dialog;
+    std::vector<Compound *> m_Candidates;
     CandidateModel::Ticks m_Ticks;
     Write m_Write;
     CandidateModel m_Model;
@@ -82,6 +84,7 @@ private:
 SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *> &candidates,
                              CandidateModel::Ticks ticks, Write write)
     : m_Dialog(dialog),
+      m_Candidates(candidates),
       m_Ticks(ticks),
       m_Write(std::move(write)),
       m_Model(candidates, ticks),
@@ -231,6 +234,11 @@ void SelectObject::Picker::refresh()
     m_Ok->setEnabled(isSeveral() || currentRow() >= 0);
 }
 
+SelectObjectQuestion SelectObject::Picker::question() const
+{
+    return {m_Dialog.windowTitle(), m_Candidates, isSeveral(), m_Dialog.parentWidget()};
+}
+
 void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
 {
     for (Compound *object : objects) {
@@ -286,7 +294,6 @@ SelectObject::SelectObject(const std::vector<Compound *> &candidates, Compound *
 {
     setWindowTitle(caption);
     m_Picker->preselect({chosen});
-    SelectObjectAnswers::setLastQuestion({caption, candidates, false, parent});
 }
 
 SelectObject::SelectObject(const std::vector<Compound *> &candidates,
@@ -298,7 +305,6 @@ SelectObject::SelectObject(const std::vector<Compound *> &candidates,
 {
     setWindowTitle(caption);
     m_Picker->preselect(chosen);
-    SelectObjectAnswers::setLastQuestion({caption, candidates, true, parent});
 }
 
 SelectObject::~SelectObject() = default;
@@ -306,7 +312,7 @@ SelectObject::~SelectObject() = default;
 int SelectObject::exec()
 {
     if (!SelectObjectAnswers::isEmpty()) {
-        const int result = m_Picker->answer(SelectObjectAnswers::take());
+        const int result = m_Picker->answer(SelectObjectAnswers::take(m_Picker->question()));
         setResult(result);
         return result;
     }

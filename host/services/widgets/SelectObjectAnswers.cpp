@@ -8,30 +8,27 @@ namespace TAMBO::services {
 
 namespace {
 
-using Answer = std::optional<std::vector<Compound *>>;
-
-std::deque<Answer> &answers() noexcept
+std::deque<SelectObjectAnswers::Answerer> &answers() noexcept
 {
-    static std::deque<Answer> answers;
+    static std::deque<SelectObjectAnswers::Answerer> answers;
     return answers;
-}
-
-SelectObjectQuestion &question() noexcept
-{
-    static SelectObjectQuestion question;
-    return question;
 }
 
 } // namespace
 
+void SelectObjectAnswers::pushAnswerer(Answerer answerer)
+{
+    answers().push_back(std::move(answerer));
+}
+
 void SelectObjectAnswers::push(std::vector<Compound *> choice)
 {
-    answers().emplace_back(std::move(choice));
+    pushAnswerer([choice = std::move(choice)](const SelectObjectQuestion &) { return choice; });
 }
 
 void SelectObjectAnswers::pushCancel()
 {
-    answers().emplace_back(std::nullopt);
+    pushAnswerer([](const SelectObjectQuestion &) { return std::nullopt; });
 }
 
 void SelectObjectAnswers::clear()
@@ -44,21 +41,11 @@ bool SelectObjectAnswers::isEmpty() noexcept
     return answers().empty();
 }
 
-std::optional<std::vector<Compound *>> SelectObjectAnswers::take()
+SelectObjectAnswers::Choice SelectObjectAnswers::take(const SelectObjectQuestion &question)
 {
-    Answer answer = std::move(answers().front());
+    const Answerer answerer = std::move(answers().front());
     answers().pop_front();
-    return answer;
-}
-
-const SelectObjectQuestion &SelectObjectAnswers::lastQuestion() noexcept
-{
-    return question();
-}
-
-void SelectObjectAnswers::setLastQuestion(SelectObjectQuestion asked)
-{
-    question() = std::move(asked);
+    return answerer(question);
 }
 
 } // namespace TAMBO::services

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -27,6 +28,12 @@ struct SelectObjectQuestion
 class SelectObjectAnswers
 {
 public:
+    // Nothing stands for a cancelled dialog.
+    using Choice = std::optional<std::vector<Compound *>>;
+    using Answerer = std::function<Choice(const SelectObjectQuestion &question)>;
+
+    // For an answer that depends on the question.
+    static void pushAnswerer(Answerer answerer);
     // Objects that are no candidates are left out; a single choice of which nothing is left counts
     // as cancelled.
     static void push(std::vector<Compound *> choice);
@@ -34,12 +41,8 @@ public:
     static void clear();
     [[nodiscard]] static bool isEmpty() noexcept;
 
-    // Nothing stands for a cancelled dialog. Must not be called when there is no answer.
-    [[nodiscard]] static std::optional<std::vector<Compound *>> take();
-
-    // What was asked last, whoever answered; for tests.
-    [[nodiscard]] static const SelectObjectQuestion &lastQuestion() noexcept;
-    static void setLastQuestion(SelectObjectQuestion question);
+    // Must not be called when there is no answer.
+    [[nodiscard]] static Choice take(const SelectObjectQuestion &question);
 };
 
 } // namespace TAMBO::services

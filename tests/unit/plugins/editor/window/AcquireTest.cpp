@@ -5,6 +5,7 @@
 #include "AlignmentTable.h"
 #include "DataMaker.h"
 #include "Structure.h"
+#include "support/KeptQuestion.h"
 
 #include <QListWidget>
 #include <QPushButton>
@@ -316,13 +317,12 @@ TEST_F(Acquire, MakingOffersEverySequenceInTheOrderOfTheWorkbench)
     TAMBO::Peptide &z = peptide("z", "ACD");
     TAMBO::Peptide &a = peptide("a", "ACDEF");
     ZEP::KALMO2 &window = open();
-    Answers::pushCancel();
+    const KeptQuestion question;
     window.GetSequences();
-    const auto &question = Answers::lastQuestion();
-    EXPECT_EQ(question.caption, "sequences");
-    EXPECT_EQ(question.candidates, (std::vector<TAMBO::Compound *>{&z, &a}));
-    EXPECT_TRUE(question.isSeveral);
-    EXPECT_EQ(question.parent, &window);
+    EXPECT_EQ(question->caption, "sequences");
+    EXPECT_EQ(question->candidates, (std::vector<TAMBO::Compound *>{&z, &a}));
+    EXPECT_TRUE(question->isSeveral);
+    EXPECT_EQ(question->parent, &window);
     EXPECT_TRUE(alignments().empty());
 }
 
@@ -332,11 +332,10 @@ TEST_F(Acquire, ChainsOfStructuresAreOfferedWhereTheyStandInTheTree)
     TAMBO::Peptide &loose = peptide("loose", "ACD");
     TAMBO::Structure &second = structure("second", {"A"});
     ZEP::KALMO2 &window = open();
-    Answers::pushCancel();
+    const KeptQuestion question;
     window.GetSequences();
-    EXPECT_EQ(
-        Answers::lastQuestion().candidates,
-        (std::vector<TAMBO::Compound *>{first.Child(0), first.Child(1), &loose, second.Child(0)}));
+    EXPECT_EQ(question->candidates, (std::vector<TAMBO::Compound *>{first.Child(0), first.Child(1),
+                                                                    &loose, second.Child(0)}));
 }
 
 TEST_F(Acquire, MakingAsksTheWorkbenchOnlyAfterTheDialog)
@@ -407,16 +406,15 @@ TEST_F(Acquire, AddingAppendsUngappedRows)
     TAMBO::Peptide &longer = peptide("longer", "MKLVI");
     ZEP::KALMO2 &window = open(shown);
     const RecordingSubscriber listener;
-    Answers::push({&longer});
+    const KeptQuestion question({&longer});
     const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 3 by 5");
     window.AddSequences();
     EXPECT_EQ(rowsOf(shown), (Texts{"AC-D-", "A-CD-", "MKLVI"}));
-    const auto &question = Answers::lastQuestion();
-    EXPECT_EQ(question.caption, "sequences to add");
-    EXPECT_EQ(question.candidates,
+    EXPECT_EQ(question->caption, "sequences to add");
+    EXPECT_EQ(question->candidates,
               (std::vector<TAMBO::Compound *>{shown.GetSeq(0), shown.GetSeq(1), &longer}))
         << "sequences of the alignment are offered too";
-    EXPECT_EQ(question.parent, &window);
+    EXPECT_EQ(question->parent, &window);
     EXPECT_EQ(listener.calls, Texts{"update"});
 }
 
@@ -452,10 +450,10 @@ TEST_F(Acquire, GettingWithoutAlignmentsOffersSequencesInstead)
 {
     TAMBO::Peptide &a = peptide("a", "ACD");
     ZEP::KALMO2 &window = open();
-    Answers::push({&a});
+    const KeptQuestion question({&a});
     const MessageRecorder quiet;
     window.GetAlignment();
-    EXPECT_EQ(Answers::lastQuestion().caption, "sequences");
+    EXPECT_EQ(question->caption, "sequences");
     EXPECT_EQ(shownName(window), "SeqAli");
     EXPECT_TRUE(Answers::isEmpty());
 }
@@ -467,18 +465,17 @@ TEST_F(Acquire, GettingShowsTheChosenOne)
     ZEP::KALMO2 &window = open(a);
     lockAll();
     const RecordingSubscriber listener;
-    Answers::push({&b});
+    const KeptQuestion question({&b});
     {
         const ExpectMessage shown(QtDebugMsg, "Got Alignment 1 by 2");
         window.GetAlignment();
     }
     EXPECT_EQ(shownName(window), "b") << "no guard is needed to look";
-    const auto &question = Answers::lastQuestion();
-    EXPECT_EQ(question.caption, "alignment");
-    EXPECT_EQ(question.candidates, (std::vector<TAMBO::Compound *>{&a, &b}))
+    EXPECT_EQ(question->caption, "alignment");
+    EXPECT_EQ(question->candidates, (std::vector<TAMBO::Compound *>{&a, &b}))
         << "only alignments, the shown one among them";
-    EXPECT_FALSE(question.isSeveral);
-    EXPECT_EQ(question.parent, &window);
+    EXPECT_FALSE(question->isSeveral);
+    EXPECT_EQ(question->parent, &window);
     EXPECT_TRUE(listener.calls.empty());
     EXPECT_FALSE(history.canUndo());
 }
@@ -516,7 +513,7 @@ TEST_F(Acquire, CombiningMatchesColumnsAlongTheCommonSequence)
     other.bubbleRow(1, 0);
     ASSERT_EQ(rowsOf(other), (Texts{"ACD", "AEE"}));
     ZEP::KALMO2 &window = open(shown);
-    Answers::push({&other});
+    const KeptQuestion question({&other});
     {
         const ExpectMessage rebuilt(QtDebugMsg, "Got Alignment 3 by 4");
         window.CombineAlignment();
@@ -525,11 +522,10 @@ TEST_F(Acquire, CombiningMatchesColumnsAlongTheCommonSequence)
     EXPECT_EQ(rowsOf(other), (Texts{"ACD", "AEE"}));
     EXPECT_EQ(other.Name(), "other");
     EXPECT_EQ(shownName(window), "shown");
-    const auto &question = Answers::lastQuestion();
-    EXPECT_EQ(question.caption, "Alignment to combine");
-    EXPECT_EQ(question.candidates, (std::vector<TAMBO::Compound *>{&shown, &other}));
-    EXPECT_FALSE(question.isSeveral);
-    EXPECT_EQ(question.parent, &window);
+    EXPECT_EQ(question->caption, "Alignment to combine");
+    EXPECT_EQ(question->candidates, (std::vector<TAMBO::Compound *>{&shown, &other}));
+    EXPECT_FALSE(question->isSeveral);
+    EXPECT_EQ(question->parent, &window);
     closeWindows();
     EXPECT_EQ(alignments(), (std::vector<TAMBO::Alignment *>{&shown, &other}));
 }
