@@ -313,6 +313,18 @@ TEST(Sources, HeadersAreIncludedOnce)
         }
 }
 
+TEST(Sources, NoFolderHoldsMoreThanFortyEight)
+{
+    std::map<fs::path, int> counts;
+    for (const std::string top :
+         {"bench", "canvas", "host", "include", "modelling", "pages", "plugins", "tests"})
+        for (const fs::path &file : sourcesIn(fs::path(SOURCE_DIR) / top))
+            ++counts[file.parent_path()];
+    EXPECT_FALSE(counts.empty());
+    for (const auto &[folder, count] : counts)
+        EXPECT_LE(count, 48) << folder;
+}
+
 TEST(Sources, NoneIsLongerThanSixHundredLines)
 {
     for (const std::string top : {"canvas", "host", "include", "modelling", "pages", "plugins"})
