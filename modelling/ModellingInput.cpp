@@ -4,10 +4,10 @@
 #include "AminoAcids.h"
 #include "FileReader.h"
 #include "SequenceMatch.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdio>
 #include <optional>
 #include <string_view>
@@ -19,13 +19,7 @@ namespace {
 using TAMBO::Failure;
 using TAMBO::ResidueRecord;
 using TAMBO::Result;
-
-std::string upperCase(std::string text)
-{
-    std::ranges::transform(text, text.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
+using TAMBO::upperCase;
 
 bool hasBackbone(const ResidueRecord &residue)
 {
@@ -98,7 +92,7 @@ std::optional<Failure> TemplateMatch::run()
 {
     std::string found;
     for (const ResidueRecord &residue : m_Residues)
-        found += static_cast<char>(std::toupper(static_cast<unsigned char>(residue.letter)));
+        found += TAMBO::capitalLetter(residue.letter);
     m_IsTaken.assign(m_Letters.size(), false);
     std::size_t next = 0;
     std::size_t nextLetter = 0;

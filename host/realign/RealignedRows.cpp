@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RealignedRows.h"
 
+#include "Text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <numeric>
 #include <optional>
@@ -35,13 +36,9 @@ std::string_view nextLine(std::string_view &text)
 std::optional<std::size_t> numberOf(std::string_view header)
 {
     const std::string_view name = header.substr(1, header.find_first_of(" \t") - 1);
-    std::size_t number = 0;
     if (name.size() < 2 || name.front() != kNamePrefix)
         return std::nullopt;
-    const auto [end, error] = std::from_chars(name.data() + 1, name.data() + name.size(), number);
-    if (error != std::errc() || end != name.data() + name.size())
-        return std::nullopt;
-    return number;
+    return numberIn<std::size_t>(name.substr(1));
 }
 
 bool isGap(char c) noexcept

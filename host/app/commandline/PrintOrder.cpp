@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PrintOrder.h"
 
+#include "Text.h"
+
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -27,13 +28,6 @@ constexpr std::array<std::pair<std::string_view, Kind>, 4> kKinds = {{
     {".png", Kind::Png},
 }};
 
-std::string inLowerCase(std::string text)
-{
-    std::ranges::transform(text, text.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
 std::optional<Style> styleCalled(std::string_view word)
 {
     const auto *found = std::ranges::find(kStyles, word, &decltype(kStyles)::value_type::first);
@@ -42,7 +36,7 @@ std::optional<Style> styleCalled(std::string_view word)
 
 std::optional<Kind> kindOf(const std::string &output)
 {
-    const std::string name = inLowerCase(output);
+    const std::string name = lowerCase(output);
     const auto *found =
         std::ranges::find_if(kKinds, [&](const auto &kind) { return name.ends_with(kind.first); });
     return found == kKinds.end() ? std::nullopt : std::optional(found->second);

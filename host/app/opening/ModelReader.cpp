@@ -14,11 +14,11 @@
 #include "SequenceMatch.h"
 #include "Structure.h"
 #include "Superposition.h"
+#include "Text.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <cctype>
 
 namespace TAMBO::app {
 
@@ -39,8 +39,7 @@ QString text(const char *sentence)
 
 bool isSameLetter(char a, char b)
 {
-    return std::toupper(static_cast<unsigned char>(a)) ==
-           std::toupper(static_cast<unsigned char>(b));
+    return TAMBO::smallLetter(a) == TAMBO::smallLetter(b);
 }
 
 // The amino acids of the model, which has one chain.

@@ -3,6 +3,7 @@
 #include "Alignment.h"
 
 #include "AlignmentTable.h"
+#include "Bits.h"
 #include "ChangeScope.h"
 #include "LetterColors.h"
 #include "ResidueSelection.h"
@@ -19,21 +20,17 @@ namespace TAMBO {
 
 namespace {
 
-using Word = std::uint64_t;
-
-constexpr std::size_t kWordBits = 64;
+using bits::Word;
 
 // Bit i says whether a[i] is b[i], for eight letters.
 Word sameLetters(const char *a, const char *b) noexcept
 {
-    constexpr Word kLow = 0x7f7f7f7f7f7f7f7f;
     Word x = 0;
     Word y = 0;
     std::memcpy(&x, a, sizeof(x));
     std::memcpy(&y, b, sizeof(y));
-    const Word different = x ^ y;
-    // The top bit of each byte without a bit, then those bits side by side.
-    const Word same = ~(((different & kLow) + kLow) | different | kLow);
+    // The top bits of bytes, then those bits side by side.
+    const Word same = bits::sameBytes(x, y);
     if constexpr (std::endian::native == std::endian::big)
         return (same >> 7) * 0x8040201008040201 >> 56;
     return (same >> 7) * 0x0102040810204080 >> 56;
@@ -44,13 +41,13 @@ Word sameLetters(std::string_view a, std::string_view b, std::size_t count) noex
 {
     constexpr std::size_t kStep = 8;
     const std::size_t room = std::min(a.size(), b.size());
-    Word bits = 0;
+    Word same = 0;
     std::size_t i = 0;
     for (; i < count && i + kStep <= room; i += kStep)
-        bits |= sameLetters(a.data() + i, b.data() + i) << i;
+        same |= sameLetters(a.data() + i, b.data() + i) << i;
     for (; i < count; ++i)
-        bits |= Word(a[i] == b[i] ? 1 : 0) << i;
-    return count == kWordBits ? bits : bits & ((Word(1) << count) - 1);
+        same |= Word(a[i] == b[i] ? 1 : 0) << i;
+    return same & bits::low(count);
 }
 
 // The residues of the row's sequence that have the letters of their columns. Without a branch on
@@ -60,16 +57,17 @@ ResidueSelection findMatches(const AlignmentRow &row, const std::vector<char> &l
     const std::string_view residues = row.sequence().letters();
     const std::string_view wanted(letters.data(), letters.size());
     // One more, which no bit reaches.
-    std::vector<Word> words((residues.size() + kWordBits - 1) / kWordBits + 1);
+    std::vector<Word> words(bits::wordsFor(residues.size()) + 1);
     row.forEachRun(
         0, letters.size(), [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
-            for (std::size_t done = 0; done < count; done += kWordBits) {
-                const Word bits =
+            for (std::size_t done = 0; done < count; done += bits::kPerWord) {
+                const Word same =
                     sameLetters(residues.substr(index + done), wanted.substr(col + done),
-                                std::min<std::size_t>(kWordBits, count - done));
+                                std::min<std::size_t>(bits::kPerWord, count - done));
                 const std::size_t first = index + done;
-                words[first / kWordBits] |= bits << first % kWordBits;
-                words[first / kWordBits + 1] |= bits >> 1 >> (kWordBits - 1 - first % kWordBits);
+                const unsigned place = bits::placeOf(first);
+                words[bits::wordOf(first)] |= same << place;
+                words[bits::wordOf(first) + 1] |= same >> 1 >> (bits::kPerWord - 1 - place);
             }
         });
     words.pop_back();

@@ -2,13 +2,13 @@
 // One row of an alignment: a sequence, where its residues stand, and which of them they are.
 #pragma once
 
+#include "Bits.h"
 #include "ChainBreakPlaces.h"
 #include "OccupancyRow.h"
 #include "Peptide.h"
 #include "RowLabel.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -151,17 +151,12 @@ template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end
     if (!m_Segments.empty())
         enter();
     for (std::size_t i = begin / kWordColumns; i * kWordColumns < end; ++i) {
-        Word bits = m_Cells.word(i);
         const Column first = i * kWordColumns;
+        Word cells = m_Cells.word(i) & bits::low(end - first);
         if (first < begin)
-            bits &= ~Word(0) << (begin - first);
-        if (end - first < kWordColumns)
-            bits &= (Word(1) << (end - first)) - 1;
-        while (bits != 0) {
-            const int place = std::countr_zero(bits);
-            auto count = std::uint32_t(std::countr_one(bits >> place));
-            bits &= place + int(count) < 64 ? ~Word(0) << (place + int(count)) : 0;
-            Column column = first + Column(place);
+            cells = bits::without(cells, begin - first);
+        bits::forEachRun(cells, [&](unsigned place, std::uint32_t count) {
+            Column column = first + place;
             while (count > until - ordinal) {
                 const std::uint32_t here = until - ordinal;
                 if (here > 0)
@@ -174,7 +169,7 @@ template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end
             }
             visit(column, ordinal + shift, count);
             ordinal += count;
-        }
+        });
     }
 }
 

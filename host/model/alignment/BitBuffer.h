@@ -2,6 +2,9 @@
 // Bits one after the other: the cells of removed columns, row by row, without a bit between rows.
 #pragma once
 
+#include "Bits.h"
+
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -11,39 +14,37 @@ namespace TAMBO {
 class BitBuffer
 {
 public:
-    using Word = std::uint64_t;
+    using Word = bits::Word;
 
     // Makes room, so that appending so many bits in all allocates once.
-    void reserve(std::size_t bits) { m_Words.reserve((bits + 63) / 64); }
+    void reserve(std::size_t count) { m_Words.reserve(bits::wordsFor(count)); }
     // The first count bits of words that start at bit 0; bits beyond count are clear.
     void append(const std::vector<Word> &words, std::size_t count)
     {
-        for (std::size_t done = 0; done < count; done += 64) {
-            const std::size_t shift = m_Size % 64;
-            const std::size_t step = count - done < 64 ? count - done : 64;
-            const Word word = words[done / 64];
+        for (std::size_t done = 0; done < count; done += bits::kPerWord) {
+            const unsigned shift = bits::placeOf(m_Size);
+            const std::size_t step = std::min(count - done, bits::kPerWord);
+            const Word word = words[bits::wordOf(done)];
             if (shift == 0)
                 m_Words.push_back(word);
             else
                 m_Words.back() |= word << shift;
-            if (shift != 0 && shift + step > 64)
-                m_Words.push_back(word >> (64 - shift));
+            if (shift != 0 && shift + step > bits::kPerWord)
+                m_Words.push_back(word >> (bits::kPerWord - shift));
             m_Size += step;
         }
     }
     // count bits from begin on, as words that start at bit 0.
     [[nodiscard]] std::vector<Word> bits(std::size_t begin, std::size_t count) const
     {
-        std::vector<Word> result((count + 63) / 64);
+        std::vector<Word> result(bits::wordsFor(count));
         for (std::size_t i = 0; i < result.size(); ++i) {
-            const std::size_t index = begin / 64 + i;
-            const std::size_t shift = begin % 64;
-            result[i] = m_Words[index] >> shift;
-            if (shift != 0 && index + 1 < m_Words.size())
-                result[i] |= m_Words[index + 1] << (64 - shift);
+            const std::size_t index = bits::wordOf(begin) + i;
+            const Word next = index + 1 < m_Words.size() ? m_Words[index + 1] : 0;
+            result[i] = bits::joined(m_Words[index], next, bits::placeOf(begin));
         }
-        if (count % 64 != 0)
-            result.back() &= (Word(1) << count % 64) - 1;
+        if (bits::placeOf(count) != 0)
+            result.back() &= bits::low(bits::placeOf(count));
         return result;
     }
     // On the heap.

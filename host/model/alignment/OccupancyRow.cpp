@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "OccupancyRow.h"
 
+#include "Bits.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -13,21 +15,6 @@ using Column = OccupancyRow::Column;
 
 constexpr Column kWordColumns = OccupancyRow::kWordColumns;
 
-constexpr Word lowBits(Column count) noexcept
-{
-    return count >= kWordColumns ? ~Word(0) : (Word(1) << count) - 1;
-}
-
-// Arithmetic instead of the library's bit count, which calls a table lookup on processors that are
-// not known to have an instruction for it.
-constexpr std::uint32_t countBits(Word bits) noexcept
-{
-    bits -= bits >> 1 & 0x5555555555555555U;
-    bits = (bits & 0x3333333333333333U) + (bits >> 2 & 0x3333333333333333U);
-    bits = (bits + (bits >> 4)) & 0x0f0f0f0f0f0f0f0fU;
-    return std::uint32_t(bits * 0x0101010101010101U >> 56);
-}
-
 } // namespace
 
 OccupancyRow::OccupancyRow(std::vector<Word> words) : m_Words(std::move(words))
@@ -39,9 +26,9 @@ OccupancyRow::OccupancyRow(std::vector<Word> words) : m_Words(std::move(words))
 
 OccupancyRow OccupancyRow::filled(Column residues)
 {
-    std::vector<Word> words((residues + kWordColumns - 1) / kWordColumns, ~Word(0));
+    std::vector<Word> words(bits::wordsFor(residues), ~Word(0));
     if (residues % kWordColumns != 0)
-        words.back() = lowBits(residues % kWordColumns);
+        words.back() = bits::low(residues % kWordColumns);
     return OccupancyRow(std::move(words));
 }
 
@@ -53,8 +40,8 @@ std::uint32_t OccupancyRow::rank(Column column) const noexcept
     const std::size_t block = column / kBlockColumns;
     std::uint32_t result = m_Ranks[block];
     for (std::size_t i = block * kBlockWords; i < last; ++i)
-        result += countBits(m_Words[i]);
-    return result + countBits(m_Words[last] & lowBits(column % kWordColumns));
+        result += bits::count(m_Words[i]);
+    return result + bits::count(m_Words[last] & bits::low(column % kWordColumns));
 }
 
 Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
@@ -62,22 +49,22 @@ Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
     const auto block = std::ranges::upper_bound(m_Ranks, ordinal) - m_Ranks.begin() - 1;
     std::size_t index = std::size_t(block) * kBlockWords;
     std::uint32_t left = ordinal - m_Ranks[std::size_t(block)];
-    for (std::uint32_t here = countBits(m_Words[index]); left >= here;
-         here = countBits(m_Words[index])) {
+    for (std::uint32_t here = bits::count(m_Words[index]); left >= here;
+         here = bits::count(m_Words[index])) {
         left -= here;
         ++index;
     }
-    Word bits = m_Words[index];
+    Word rest = m_Words[index];
     for (; left > 0; --left)
-        bits &= bits - 1;
-    return index * kWordColumns + Column(std::countr_zero(bits));
+        rest &= rest - 1;
+    return index * kWordColumns + bits::first(rest);
 }
 
 Column OccupancyRow::end() const noexcept
 {
     if (m_Words.empty())
         return 0;
-    return m_Words.size() * kWordColumns - Column(std::countl_zero(m_Words.back()));
+    return (m_Words.size() - 1) * kWordColumns + bits::last(m_Words.back()) + 1;
 }
 
 Column OccupancyRow::gapRunBegin(Column column) const noexcept
@@ -85,10 +72,10 @@ Column OccupancyRow::gapRunBegin(Column column) const noexcept
     if (column >= end())
         return end();
     std::size_t index = column / kWordColumns;
-    Word before = m_Words[index] & lowBits(column % kWordColumns);
+    Word before = m_Words[index] & bits::low(column % kWordColumns);
     while (before == 0 && index > 0)
         before = m_Words[--index];
-    return before == 0 ? 0 : (index + 1) * kWordColumns - Column(std::countl_zero(before));
+    return before == 0 ? 0 : index * kWordColumns + bits::last(before) + 1;
 }
 
 Column OccupancyRow::gapRunEnd(Column column, Column limit) const noexcept
@@ -96,19 +83,19 @@ Column OccupancyRow::gapRunEnd(Column column, Column limit) const noexcept
     if (column >= end())
         return limit;
     std::size_t index = column / kWordColumns;
-    Word behind = m_Words[index] & ~lowBits(column % kWordColumns);
+    Word behind = m_Words[index] & ~bits::low(column % kWordColumns);
     while (behind == 0)
         behind = m_Words[++index];
-    return index * kWordColumns + Column(std::countr_zero(behind));
+    return index * kWordColumns + bits::first(behind);
 }
 
 std::vector<Word> OccupancyRow::columns(Column begin, Column count) const
 {
-    std::vector<Word> result((count + kWordColumns - 1) / kWordColumns);
+    std::vector<Word> result(bits::wordsFor(count));
     for (std::size_t i = 0; i < result.size(); ++i)
         result[i] = bitsAt(begin + i * kWordColumns);
     if (count % kWordColumns != 0)
-        result.back() &= lowBits(count % kWordColumns);
+        result.back() &= bits::low(count % kWordColumns);
     return result;
 }
 
@@ -124,7 +111,7 @@ void OccupancyRow::insertGaps(Column column, Column count)
             const Column start = block * kBlockColumns;
             const Column crossing = std::min(count, start - column);
             m_Ranks[block] -=
-                countBits(m_Words[block * kBlockWords - 1] >> (kWordColumns - crossing));
+                bits::count(m_Words[block * kBlockWords - 1] >> (kWordColumns - crossing));
         }
         shiftUp(column, oldEnd, count);
         clear(column, count);
@@ -142,10 +129,11 @@ void OccupancyRow::removeColumns(Column begin, Column count)
         return;
     count = std::min(count, oldEnd - begin);
     if (count <= kWordColumns) {
-        const std::uint32_t removed = countBits(bitsAt(begin) & lowBits(count));
+        const std::uint32_t removed = bits::count(bitsAt(begin) & bits::low(count));
         m_Residues -= removed;
         for (std::size_t block = begin / kBlockColumns + 1; block < m_Ranks.size(); ++block) {
-            const std::uint32_t crossing = countBits(m_Words[block * kBlockWords] & lowBits(count));
+            const std::uint32_t crossing =
+                bits::count(m_Words[block * kBlockWords] & bits::low(count));
             m_Ranks[block] += crossing - removed;
         }
         shiftDown(begin + count, oldEnd, count);
@@ -191,7 +179,7 @@ void OccupancyRow::setColumns(Column begin, Column count, const std::vector<Word
         storeBits(begin + done, bits[done / kWordColumns], std::min(kWordColumns, count - done));
     std::uint32_t after = 0;
     for (Column done = 0; done < count; done += kWordColumns)
-        after += countBits(bits[done / kWordColumns] & lowBits(count - done));
+        after += bits::count(bits[done / kWordColumns] & bits::low(count - done));
     m_Residues += after - before;
     for (std::size_t block = (begin + count - 1) / kBlockColumns + 1; block < m_Ranks.size();
          ++block)
@@ -254,11 +242,8 @@ std::size_t OccupancyRow::bytes() const noexcept
 
 Word OccupancyRow::bitsAt(Column column) const noexcept
 {
-    const std::size_t index = column / kWordColumns;
-    const Column shift = column % kWordColumns;
-    if (shift == 0)
-        return word(index);
-    return word(index) >> shift | word(index + 1) << (kWordColumns - shift);
+    const std::size_t index = bits::wordOf(column);
+    return bits::joined(word(index), word(index + 1), bits::placeOf(column));
 }
 
 // The words are there; count is at most one word's.
@@ -266,7 +251,7 @@ void OccupancyRow::storeBits(Column column, Word bits, Column count) noexcept
 {
     const std::size_t index = column / kWordColumns;
     const Column shift = column % kWordColumns;
-    const Word mask = lowBits(count);
+    const Word mask = bits::low(count);
     bits &= mask;
     m_Words[index] = (m_Words[index] & ~(mask << shift)) | bits << shift;
     if (shift + count > kWordColumns) {
@@ -288,8 +273,8 @@ void OccupancyRow::shiftUp(Column begin, Column end, Column by) noexcept
         const bool hasLower = bits != 0 && index > words;
         return hasLower ? high | m_Words[index - words - 1] >> (kWordColumns - bits) : high;
     };
-    const Word headMask = ~lowBits((begin + by) % kWordColumns);
-    const Word tailMask = lowBits(end + by - last * kWordColumns);
+    const Word headMask = ~bits::low((begin + by) % kWordColumns);
+    const Word tailMask = bits::low(end + by - last * kWordColumns);
     if (first == last) {
         put(first, moved(first), headMask & tailMask);
         return;
@@ -320,8 +305,8 @@ void OccupancyRow::shiftDown(Column begin, Column end, Column by) noexcept
         const Word low = word(index + words) >> bits;
         return bits != 0 ? low | word(index + words + 1) << (kWordColumns - bits) : low;
     };
-    const Word headMask = ~lowBits((begin - by) % kWordColumns);
-    const Word tailMask = lowBits(end - by - last * kWordColumns);
+    const Word headMask = ~bits::low((begin - by) % kWordColumns);
+    const Word tailMask = bits::low(end - by - last * kWordColumns);
     if (first == last) {
         put(first, moved(first), headMask & tailMask);
         return;
@@ -363,7 +348,7 @@ void OccupancyRow::clear(Column begin, Column count) noexcept
 
 void OccupancyRow::extendTo(Column columns)
 {
-    const std::size_t words = (columns + kWordColumns - 1) / kWordColumns;
+    const std::size_t words = bits::wordsFor(columns);
     if (words <= m_Words.size())
         return;
     // Little room to spare: a column typed into ten thousand rows must not double their memory.
@@ -394,13 +379,12 @@ void OccupancyRow::recount(Column begin, Column end)
     const std::size_t first = std::min<std::size_t>(begin / kBlockColumns, m_Ranks.size() - 1);
     if (first == 0)
         m_Ranks[0] = 0;
-    const std::size_t lastWord =
-        std::min<std::size_t>((end + kWordColumns - 1) / kWordColumns, m_Words.size());
+    const std::size_t lastWord = std::min<std::size_t>(bits::wordsFor(end), m_Words.size());
     std::uint32_t count = m_Ranks[first];
     for (std::size_t i = first * kBlockWords; i < lastWord; ++i) {
         if (i % kBlockWords == 0)
             m_Ranks[i / kBlockWords] = count;
-        count += countBits(m_Words[i]);
+        count += bits::count(m_Words[i]);
     }
     if (lastWord == m_Words.size())
         m_Residues = count;

@@ -3,7 +3,8 @@
 // that a column's place among the residues is found in a few operations.
 #pragma once
 
-#include <bit>
+#include "Bits.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,20 +26,20 @@ public:
     using Column = std::uint64_t;
     using Word = std::uint64_t;
 
-    static constexpr Column kWordColumns = 64;
+    static constexpr Column kWordColumns = bits::kPerWord;
     // Columns per count; at most this many columns are looked at to find a residue's place.
     static constexpr Column kBlockColumns = 256;
     static constexpr std::size_t kBlockWords = kBlockColumns / kWordColumns;
 
     OccupancyRow() = default;
-    // Bit c % 64 of word c / 64 is column c.
+    // Bit c is column c.
     explicit OccupancyRow(std::vector<Word> words);
     // Residues in the first columns, no gaps between them.
     [[nodiscard]] static OccupancyRow filled(Column residues);
 
     [[nodiscard]] bool isResidue(Column column) const noexcept
     {
-        return (word(column / kWordColumns) >> column % kWordColumns & 1) != 0;
+        return (word(bits::wordOf(column)) >> bits::placeOf(column) & 1) != 0;
     }
     // The number of residues before a column.
     [[nodiscard]] std::uint32_t rank(Column column) const noexcept;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SelectedColumns.h"
 
+#include "Bits.h"
 #include "Revisions.h"
-
-#include <bit>
 
 namespace TAMBO {
 
@@ -28,11 +27,11 @@ void addMixed(const AlignmentRow &row, std::size_t block, const Words &words, Wo
     for (std::size_t i = 0; i < words.size(); ++i) {
         for (OccupancyRow::Word open = words[i] & ~unselected[i]; open != 0; open &= open - 1) {
             const OccupancyRow::Word bit = open & (~open + 1);
-            const auto ordinal = before + std::uint32_t(std::popcount(words[i] & (bit - 1)));
+            const auto ordinal = before + bits::count(words[i] & (bit - 1));
             if (!row.sequence().isSelected(row.residueIndex(ordinal)))
                 unselected[i] |= bit;
         }
-        before += std::uint32_t(std::popcount(words[i]));
+        before += bits::count(words[i]);
     }
 }
 
@@ -47,9 +46,7 @@ bool SelectedColumns::isSelected(const Rows &rows, Column width, Column column)
     if (!block.isKnown || block.selectionRevision != selectionRevision())
         find(rows, width, index, block);
     const Column place = column % OccupancyRow::kBlockColumns;
-    return (block.selected[place / OccupancyRow::kWordColumns] >>
-                place % OccupancyRow::kWordColumns &
-            1) != 0;
+    return bits::isSet(block.selected, place);
 }
 
 void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Block &block)

@@ -2,6 +2,7 @@
 #include "ObjectFactory.h"
 
 #include "AlignmentTable.h"
+#include "Bits.h"
 #include "ChangeScope.h"
 #include "Element.h"
 #include "ObjectSpace.h"
@@ -11,7 +12,6 @@
 #include "StructureLookup.h"
 
 #include <algorithm>
-#include <bit>
 #include <numeric>
 #include <utility>
 
@@ -87,13 +87,9 @@ std::vector<Annotation> residueLines(std::vector<Annotation> lines, const Gapped
     for (Annotation &line : lines) {
         std::string text;
         text.reserve(sequence.letters.size());
-        for (std::size_t word = 0; word < sequence.occupancy.size(); ++word) {
-            for (std::uint64_t bits = sequence.occupancy[word]; bits != 0; bits &= bits - 1) {
-                const std::size_t column = word * 64 + std::size_t(std::countr_zero(bits));
-                text +=
-                    column < line.text.size() ? line.text[column] : AlignmentAnnotation::kNothing;
-            }
-        }
+        bits::forEachIn(sequence.occupancy, [&](std::size_t column) {
+            text += column < line.text.size() ? line.text[column] : AlignmentAnnotation::kNothing;
+        });
         line.text = std::move(text);
     }
     return lines;

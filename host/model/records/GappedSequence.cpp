@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GappedSequence.h"
 
-#include <bit>
+#include "Bits.h"
 
 namespace TAMBO {
 
@@ -21,8 +21,7 @@ void GappedSequence::append(std::string_view columns)
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (isGapCharacter(columns[i]))
             continue;
-        const std::uint64_t column = begin + i;
-        occupancy[column / 64] |= std::uint64_t(1) << column % 64;
+        bits::set(occupancy, begin + i);
         letters.push_back(columns[i]);
     }
 }
@@ -30,17 +29,14 @@ void GappedSequence::append(std::string_view columns)
 void GappedSequence::appendGaps(std::uint64_t count)
 {
     width += count;
-    occupancy.resize((width + 63) / 64);
+    occupancy.resize(bits::wordsFor(width));
 }
 
 std::string GappedSequence::text() const
 {
     std::string result(width, '-');
     std::size_t next = 0;
-    for (std::size_t word = 0; word < occupancy.size(); ++word) {
-        for (std::uint64_t bits = occupancy[word]; bits != 0; bits &= bits - 1)
-            result[word * 64 + std::countr_zero(bits)] = letters[next++];
-    }
+    bits::forEachIn(occupancy, [&](std::size_t column) { result[column] = letters[next++]; });
     return result;
 }
 

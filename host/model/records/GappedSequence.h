@@ -13,7 +13,7 @@ namespace TAMBO {
 struct GappedSequence
 {
     std::string letters;
-    // Bit c % 64 of word c / 64 is set when column c holds a residue. Bits at and beyond width are
+    // Bit c is set when column c holds a residue. Bits at and beyond width are
     // clear, and there are no more words than width needs.
     std::vector<std::uint64_t> occupancy;
     std::uint64_t width = 0;

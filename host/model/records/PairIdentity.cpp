@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PairIdentity.h"
 
-#include <bit>
+#include "Bits.h"
+
 #include <cstring>
 #include <limits>
 
@@ -9,21 +10,16 @@ namespace TAMBO {
 
 namespace {
 
-constexpr std::uint64_t kColumnsAWord = 64;
-
 // How many characters of two texts of that many bytes, a multiple of eight, are the same.
 std::uint64_t countEqual(const char *first, const char *second, std::size_t size) noexcept
 {
-    constexpr std::uint64_t low = 0x7f7f7f7f7f7f7f7f;
     std::uint64_t count = 0;
     for (std::size_t i = 0; i < size; i += sizeof(std::uint64_t)) {
         std::uint64_t a = 0;
         std::uint64_t b = 0;
         std::memcpy(&a, first + i, sizeof(a));
         std::memcpy(&b, second + i, sizeof(b));
-        // Bytes that are the same become zero, and of these alone the highest bit is set then.
-        const std::uint64_t unequal = a ^ b;
-        count += static_cast<unsigned>(std::popcount(~(((unequal & low) + low) | unequal | low)));
+        count += bits::count(bits::sameBytes(a, b));
     }
     return count;
 }
@@ -51,27 +47,26 @@ PairIdentity PairIdentities::compare(std::size_t first, std::size_t second) cons
     std::uint64_t lastBoth = 0;
     std::uint64_t both = 0;
     for (std::size_t i = 0; i < a.occupancy.size(); ++i) {
-        result.hangs += static_cast<unsigned>(std::popcount(a.occupancy[i] | b.occupancy[i]));
+        result.hangs += bits::count(a.occupancy[i] | b.occupancy[i]);
         const std::uint64_t shared = a.occupancy[i] & b.occupancy[i];
         if (shared == 0)
             continue;
-        both += static_cast<unsigned>(std::popcount(shared));
+        both += bits::count(shared);
         if (firstBoth == none)
-            firstBoth = i * kColumnsAWord + static_cast<unsigned>(std::countr_zero(shared));
-        lastBoth = i * kColumnsAWord + 63 - static_cast<unsigned>(std::countl_zero(shared));
+            firstBoth = i * bits::kPerWord + bits::first(shared);
+        lastBoth = i * bits::kPerWord + bits::last(shared);
     }
     // Without a column that both have, the overlap is the first column of all.
     if (firstBoth == none)
         firstBoth = 0;
-    for (std::size_t i = firstBoth / kColumnsAWord;
-         i < a.occupancy.size() && i * kColumnsAWord <= lastBoth; ++i) {
+    for (std::size_t i = bits::wordOf(firstBoth);
+         i < a.occupancy.size() && i * bits::kPerWord <= lastBoth; ++i) {
         std::uint64_t either = a.occupancy[i] | b.occupancy[i];
-        const std::uint64_t begin = i * kColumnsAWord;
+        const std::uint64_t begin = i * bits::kPerWord;
         if (firstBoth > begin)
-            either &= ~std::uint64_t{0} << (firstBoth - begin);
-        if (lastBoth < begin + 63)
-            either &= (std::uint64_t{2} << (lastBoth - begin)) - 1;
-        result.overlap += static_cast<unsigned>(std::popcount(either));
+            either = bits::without(either, firstBoth - begin);
+        either &= bits::low(lastBoth - begin + 1);
+        result.overlap += bits::count(either);
     }
     const std::string &text = m_Texts[first];
     // Gaps in both rows look the same too.

@@ -1,25 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SequenceNumber.h"
 
-#include <charconv>
+#include "Text.h"
+
 #include <limits>
 #include <string_view>
 
 namespace TAMBO {
 
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n\v\f";
-
-constexpr bool isLetter(char c) noexcept
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-constexpr bool isDigit(char c) noexcept
-{
-    return c >= '0' && c <= '9';
-}
 
 // Stands for an empty text, which is as invalid as any other that is no number.
 const std::string kEmptyText(1, '\0');
@@ -30,11 +19,9 @@ SequenceNumber::SequenceNumber(const std::string &text)
 {
     m_Invalid = text.empty() ? kEmptyText : text;
 
-    std::string_view rest = text;
-    const std::size_t begin = rest.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos)
+    std::string_view rest = trimmed(text);
+    if (rest.empty())
         return;
-    rest = rest.substr(begin, rest.find_last_not_of(kBlanks) - begin + 1);
 
     char code = ' ';
     if (isLetter(rest.back())) {
@@ -46,11 +33,10 @@ SequenceNumber::SequenceNumber(const std::string &text)
         if (!rest.empty() && !isDigit(rest.front()))
             return;
     }
-    int number = 0;
-    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), number);
-    if (rest.empty() || error != std::errc() || end != rest.data() + rest.size())
+    const std::optional<int> number = numberIn<int>(rest);
+    if (!number)
         return;
-    m_Number = number;
+    m_Number = *number;
     m_InsertionCode = code;
     m_Invalid.clear();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ResidueColors.h"
 
+#include "Bits.h"
 #include "LetterColors.h"
 #include "ResidueSelection.h"
 
@@ -138,12 +139,12 @@ void ResidueColors::set(std::string_view letters, const ResidueSelection &residu
     withValues(colors, [&](auto &kept, const auto &values) {
         auto *const place = kept.data();
         std::size_t colored = 0;
-        for (std::size_t begin = 0; begin < letters.size(); begin += 64) {
-            std::uint64_t bits = residues.words()[begin / 64];
-            const std::size_t end = std::min(begin + 64, letters.size());
-            for (std::size_t i = begin; i < end; ++i, bits >>= 1) {
+        for (std::size_t begin = 0; begin < letters.size(); begin += bits::kPerWord) {
+            std::uint64_t chosen = residues.words()[bits::wordOf(begin)];
+            const std::size_t end = std::min(begin + bits::kPerWord, letters.size());
+            for (std::size_t i = begin; i < end; ++i, chosen >>= 1) {
                 const auto wanted = values[colors.choice(letters[i])];
-                place[i] = (bits & 1) != 0 ? wanted : place[i];
+                place[i] = (chosen & 1) != 0 ? wanted : place[i];
                 colored += place[i] != 0 ? 1 : 0;
             }
         }

@@ -3,8 +3,9 @@
 // be coloured.
 #pragma once
 
+#include "Bits.h"
+
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -14,15 +15,12 @@ namespace TAMBO {
 class ResidueSelection
 {
 public:
-    explicit ResidueSelection(std::size_t count) : m_Words((count + 63) / 64, 0) { }
-    // Bit i % 64 of word i / 64 is residue i; as many words as the residues need.
+    explicit ResidueSelection(std::size_t count) : m_Words(bits::wordsFor(count), 0) { }
+    // Bit i is residue i; as many words as the residues need.
     explicit ResidueSelection(std::vector<std::uint64_t> words);
 
     [[nodiscard]] const std::vector<std::uint64_t> &words() const noexcept { return m_Words; }
-    [[nodiscard]] bool at(std::size_t index) const noexcept
-    {
-        return ((m_Words[index / 64] >> (index % 64)) & 1U) != 0;
-    }
+    [[nodiscard]] bool at(std::size_t index) const noexcept { return bits::isSet(m_Words, index); }
     // False when nothing changes.
     bool set(std::size_t begin, std::size_t end, bool selected) noexcept;
     // Those of other among [begin, end). False when nothing changes.
@@ -42,7 +40,7 @@ public:
     }
     template <typename Visit> void forEachRun(Visit visit) const
     {
-        forEachRun(0, m_Words.size() * 64, visit);
+        forEachRun(0, m_Words.size() * bits::kPerWord, visit);
     }
     [[nodiscard]] std::size_t bytes() const noexcept
     {
@@ -55,10 +53,11 @@ private:
     {
         const std::uint64_t flip = selected ? 0 : ~std::uint64_t(0);
         while (begin < end) {
-            const std::uint64_t rest = (m_Words[begin / 64] ^ flip) >> (begin % 64);
+            const std::uint64_t rest =
+                (m_Words[bits::wordOf(begin)] ^ flip) >> bits::placeOf(begin);
             if (rest != 0)
-                return std::min(end, begin + static_cast<std::size_t>(std::countr_zero(rest)));
-            begin = (begin / 64 + 1) * 64;
+                return std::min(end, begin + bits::first(rest));
+            begin = (bits::wordOf(begin) + 1) * bits::kPerWord;
         }
         return end;
     }

@@ -3,6 +3,7 @@
 
 #include "AminoAcids.h"
 #include "Atom.h"
+#include "Bits.h"
 #include "ChangeScope.h"
 #include "ColorEdit.h"
 #include "Element.h"
@@ -330,11 +331,11 @@ void Peptide::setPositionedColors(std::string choices, const LetterColors &color
     }
     if (m_Contents == nullptr || m_Contents->positions.empty() || !mayChange(*this))
         return;
-    std::vector<std::uint64_t> words((residueCount() + 63) / 64);
+    std::vector<std::uint64_t> words(bits::wordsFor(residueCount()));
     for (std::size_t i = 0; i < residueCount(); ++i) {
         if (choices[i] == '\0' || !m_Contents->positions[i].isDefined())
             continue;
-        words[i / 64] |= std::uint64_t(1) << i % 64;
+        bits::set(words, i);
         if (colors.color(choices[i]) == aminoAcidColor(m_Letters[i]))
             choices[i] = '\0';
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SequenceMatch.h"
 
+#include "Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -25,16 +27,6 @@ constexpr int kOpen = -10;
 constexpr int kOpenAtBreak = -2;
 constexpr int kExtend = -1;
 constexpr int kNever = std::numeric_limits<int>::min() / 4;
-
-std::string upperCase(std::string_view text)
-{
-    std::string upper(text);
-    for (char &c : upper) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    }
-    return upper;
-}
 
 int score(char a, char b) noexcept
 {

@@ -2,6 +2,7 @@
 #include "ColormapFile.h"
 
 #include "Directories.h"
+#include "Text.h"
 
 #include <QColor>
 #include <QDir>
@@ -32,14 +33,6 @@ std::vector<QString> mapDirectories()
 bool isColorPart(double part)
 {
     return part >= 0 && part <= kFullColor;
-}
-
-std::string trimmed(const std::string &line)
-{
-    const auto first = line.find_first_not_of(" \t\r");
-    if (first == std::string::npos)
-        return {};
-    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
 }
 
 std::optional<ColorStop> parseStop(const std::string &line)
@@ -76,7 +69,7 @@ Result<ColormapContents> ColormapFile::parse(std::string_view text, const std::s
     std::string line;
     for (unsigned long number = 1; std::getline(lines, line); ++number) {
         line.erase(std::min(line.find('#'), line.size()));
-        line = trimmed(line);
+        line = std::string(trimmed(line));
         if (line.empty())
             continue;
         const std::string place = fileName + ":" + std::to_string(number) + ": ";

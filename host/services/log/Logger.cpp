@@ -2,6 +2,7 @@
 #include "Logger.h"
 
 #include "LogBook.h"
+#include "Text.h"
 
 #include <QStringDecoder>
 
@@ -18,20 +19,14 @@ QString decoded(QByteArrayView message)
     return decoder.hasError() ? QString::fromLatin1(message) : text;
 }
 
-// Whether a character begins there, in UTF-8.
-bool isBegin(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
-}
-
 // A program may have said more than anybody reads; the middle is not even decoded.
 QString decodedEnds(QByteArrayView message)
 {
     qsizetype begin = LogBook::kLongest / 2;
     qsizetype end = message.size() - LogBook::kLongest / 2;
-    for (int i = 0; i < 3 && !isBegin(message[begin]); ++i)
+    for (int i = 0; i < 3 && TAMBO::isContinuation(message[begin]); ++i)
         --begin;
-    for (int i = 0; i < 3 && !isBegin(message[end]); ++i)
+    for (int i = 0; i < 3 && TAMBO::isContinuation(message[end]); ++i)
         ++end;
     return decoded(message.first(begin)) + LogBook::leftOut(end - begin) +
            decoded(message.sliced(end));

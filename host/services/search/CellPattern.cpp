@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CellPattern.h"
 
+#include "Bits.h"
+
 #include <algorithm>
 
 namespace TAMBO::services {
@@ -8,21 +10,20 @@ namespace TAMBO::services {
 namespace {
 
 constexpr std::size_t kCodes = 256;
-constexpr std::size_t kWordBits = 64;
 
 } // namespace
 
 CellPattern::CellPattern(const QString &text)
     : m_Length(static_cast<std::size_t>(text.size())),
-      m_Words((m_Length + kWordBits - 1) / kWordBits),
+      m_Words(bits::wordsFor(m_Length)),
       m_Fitting(kCodes * m_Words)
 {
     for (std::size_t place = 0; place < m_Length; ++place) {
         const std::size_t code = text[static_cast<qsizetype>(place)].unicode();
-        const Word bit = Word(1) << place % kWordBits;
+        const Word bit = bits::one(place);
         for (std::size_t other = 0; other < kCodes; ++other) {
             if (other == code || code == '.')
-                m_Fitting[other * m_Words + place / kWordBits] |= bit;
+                m_Fitting[other * m_Words + bits::wordOf(place)] |= bit;
         }
     }
 }
@@ -34,7 +35,7 @@ void CellPattern::forEachMatch(std::string_view row, const Visitor &visit) const
     if (m_Length == 0)
         return;
     std::vector<Word> state(m_Words);
-    const Word last = Word(1) << (m_Length - 1) % kWordBits;
+    const Word last = bits::one(m_Length - 1);
     unsigned long begin = 0;
     unsigned long end = 0;
     for (std::size_t column = 0; column < row.size(); ++column) {
@@ -42,7 +43,7 @@ void CellPattern::forEachMatch(std::string_view row, const Visitor &visit) const
             m_Fitting.data() + static_cast<unsigned char>(row[column]) * m_Words;
         Word carry = 1;
         for (std::size_t i = 0; i < m_Words; ++i) {
-            const Word next = state[i] >> (kWordBits - 1);
+            const Word next = state[i] >> (bits::kPerWord - 1);
             state[i] = (state[i] << 1 | carry) & fitting[i];
             carry = next;
         }
