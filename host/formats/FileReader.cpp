@@ -3,7 +3,7 @@
 
 #include "ClustalReader.h"
 #include "FastaReader.h"
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 #include "MmcifReader.h"
 #include "MsfReader.h"
@@ -21,34 +21,44 @@ namespace {
 
 using namespace formats;
 
+using Reader = Result<FileContents> (*)(TextReader &);
+
+Reader readerOf(FileFormat format)
+{
+    switch (entryOf(format).readAs) {
+    case FileFormat::Pir:
+        return readPir;
+    case FileFormat::A2m:
+    case FileFormat::Fasta:
+    case FileFormat::A3m:
+        return readFasta;
+    case FileFormat::Clustal:
+        return readClustal;
+    case FileFormat::Stockholm:
+        return readStockholm;
+    case FileFormat::Msf:
+        return readMsf;
+    case FileFormat::Phylip:
+        return readPhylip;
+    case FileFormat::Pdb:
+        return readPdb;
+    case FileFormat::Mmcif:
+        break;
+    }
+    return readMmcif;
+}
+
 Result<FileContents> read(TextReader &reader)
 {
     const std::string_view head = reader.head();
     if (reader.failure())
         return *reader.failure();
-    switch (recognise(head)) {
-    case FileFormat::Pir:
-        return readPir(reader);
-    case FileFormat::Fasta:
-        return readFasta(reader);
-    case FileFormat::Pdb:
-        return readPdb(reader);
-    case FileFormat::Mmcif:
-        return readMmcif(reader);
-    case FileFormat::Clustal:
-        return readClustal(reader);
-    case FileFormat::Stockholm:
-        return readStockholm(reader);
-    case FileFormat::PlainRows:
+    const std::optional<Recognised> recognised = recognise(head);
+    if (!recognised)
+        return failureOf(reader.fileName(), describeUnreadable(head));
+    if (recognised->isBare)
         return readPlainRows(reader);
-    case FileFormat::Msf:
-        return readMsf(reader);
-    case FileFormat::Phylip:
-        return readPhylip(reader);
-    case FileFormat::Unknown:
-        break;
-    }
-    return failureOf(reader.fileName(), describeUnreadable(head));
+    return readerOf(recognised->format)(reader);
 }
 
 } // namespace

@@ -20,23 +20,23 @@ using namespace formats;
 void writeText(const FittedAlignment &alignment, TextSink &sink)
 {
     switch (alignment.options().format) {
-    case WriteFormat::Pir:
+    case FileFormat::Pir:
         return writePir(alignment, sink);
-    case WriteFormat::Fasta:
+    case FileFormat::Fasta:
         return writeFasta(alignment, sink);
-    case WriteFormat::A2m:
-    case WriteFormat::A3m:
+    case FileFormat::A2m:
+    case FileFormat::A3m:
         return writeInsertions(alignment, sink);
-    case WriteFormat::Clustal:
+    case FileFormat::Clustal:
         return writeClustal(alignment, sink);
-    case WriteFormat::Stockholm:
+    case FileFormat::Stockholm:
         return writeStockholm(alignment, sink);
-    case WriteFormat::Msf:
+    case FileFormat::Msf:
         return writeMsf(alignment, sink);
-    case WriteFormat::Phylip:
+    case FileFormat::Phylip:
         return writePhylip(alignment, sink);
-    case WriteFormat::Pdb:
-    case WriteFormat::Mmcif:
+    case FileFormat::Pdb:
+    case FileFormat::Mmcif:
         break;
     }
 }
@@ -108,7 +108,7 @@ std::optional<Failure> writeFile(const std::filesystem::path &path,
         if (const std::optional<std::string> obstacle = obstacleTo(alignment, options))
             return failureOf(fileName, *obstacle);
     }
-    if (alignments.size() != 1 && (alignments.empty() || !holdsSeveral(options.format)))
+    if (alignments.size() != 1 && (alignments.empty() || !holds(options.format, Content::Several)))
         return failureOf(fileName, fileOf(options.format) + " holds one alignment, not " +
                                        std::to_string(alignments.size()));
     return replace(

@@ -6,8 +6,8 @@
 #include "Records.h"
 #include "Result.h"
 #include "StructureLosses.h"
-#include "WriteFormat.h"
 #include "WriteLosses.h"
+#include "WriteOptions.h"
 
 #include <filesystem>
 #include <functional>

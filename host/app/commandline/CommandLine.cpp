@@ -164,7 +164,9 @@ std::string usageText()
            "                                     for each pair\n"
            "       tambo --help | --version\n"
            "\n"
-           "Files are structures (PDB, mmCIF) and alignments or sequences, plain or gzipped.\n"
+           "Files are structures (" +
+           formatTitles([](const FormatEntry &entry) { return isStructureFormat(entry.format); }) +
+           ") and alignments or sequences, plain or gzipped.\n"
            "A FORMAT is one of" +
            formats +
            ".\n"

@@ -30,9 +30,12 @@ std::optional<std::string> mismatch(const FileContents &contents, const WriteOpt
                    : std::nullopt;
     if (contents.alignments.empty())
         return "holds no alignment, which is what " + target + " is for";
-    if (contents.alignments.size() > 1 && !holdsSeveral(options.format))
+    if (contents.alignments.size() > 1 && !holds(options.format, Content::Several))
         return "holds " + std::to_string(contents.alignments.size()) + " alignments; " + target +
-               " holds one, a Stockholm or PHYLIP file several";
+               " holds one, a " +
+               formatTitles([](const FormatEntry &entry) { return entry.holds(Content::Several); },
+                            " or ") +
+               " file several";
     return std::nullopt;
 }
 

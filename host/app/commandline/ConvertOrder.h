@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Result.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <string>
 #include <vector>

@@ -35,8 +35,13 @@ constexpr const char *kSection = "Files";
 constexpr const char *kKey = "ExportDirectory";
 constexpr const char *kOpenKey = "Directory";
 
+QString compressedEnding()
+{
+    return QString::fromLatin1(kCompressedEnding.data(), qsizetype(kCompressedEnding.size()));
+}
+
 // "Clustal (*.aln *.clustal *.clw)", or the same for compressed files.
-QString filterOf(WriteFormat format, const QString &more = {})
+QString filterOf(FileFormat format, const QString &more = {})
 {
     QStringList patterns;
     for (const std::string_view ending : fileEndings(format))
@@ -48,7 +53,7 @@ QString filterOf(WriteFormat format, const QString &more = {})
 }
 
 // Without the dot in front, as the file dialog wants it.
-QString endingOf(WriteFormat format)
+QString endingOf(FileFormat format)
 {
     const std::string_view ending = fileEndings(format).front().substr(1);
     return QString::fromUtf8(ending.data(), qsizetype(ending.size()));
@@ -56,18 +61,7 @@ QString endingOf(WriteFormat format)
 
 bool hasLineLength(const WriteOptions &options)
 {
-    switch (options.format) {
-    case WriteFormat::Pir:
-    case WriteFormat::Fasta:
-    case WriteFormat::Clustal:
-    case WriteFormat::A2m:
-    case WriteFormat::A3m:
-        return true;
-    case WriteFormat::Phylip:
-        return !options.isSequential;
-    default:
-        return false;
-    }
+    return entryOf(options.format).lines == Lines::Asked && !options.isSequential;
 }
 
 } // namespace
@@ -187,7 +181,7 @@ void ExportDialog::fillFormats()
     m_Format->clear();
     if (m_Object == nullptr)
         return;
-    for (const WriteFormat format : m_Object->formats())
+    for (const FileFormat format : m_Object->formats())
         m_Format->addItem(QString::fromStdString(formatTitle(format)), int(format));
     m_Format->setCurrentIndex(std::max(0, m_Format->findData(before)));
 }
@@ -195,8 +189,8 @@ void ExportDialog::fillFormats()
 WriteOptions ExportDialog::options() const
 {
     WriteOptions options;
-    options.format = WriteFormat(m_Format->currentData().toInt());
-    if (options.format == WriteFormat::Phylip) {
+    options.format = FileFormat(m_Format->currentData().toInt());
+    if (options.format == FileFormat::Phylip) {
         options.hasLongNames = m_Names->currentIndex() == 1;
         options.isSequential = m_Layout->currentIndex() == 1;
     }
@@ -208,7 +202,7 @@ WriteOptions ExportDialog::options() const
 void ExportDialog::followFormat()
 {
     const WriteOptions chosen = options();
-    const bool isPhylip = chosen.format == WriteFormat::Phylip;
+    const bool isPhylip = chosen.format == FileFormat::Phylip;
     const bool hasLines = m_Object != nullptr && hasLineLength(chosen);
     for (QWidget *widget :
          {static_cast<QWidget *>(m_Names), static_cast<QWidget *>(m_NamesLabel),
@@ -278,7 +272,7 @@ void ExportDialog::setPlaces(const SavedPlaces &places)
     followOptions();
 }
 
-void ExportDialog::saveInstead(const QString &folder, WriteFormat format)
+void ExportDialog::saveInstead(const QString &folder, FileFormat format)
 {
     m_IsSaving = true;
     m_Folder = folder;
@@ -293,8 +287,8 @@ QString ExportDialog::askFile()
     const std::string directory =
         store.value(kSection, kKey)
             .value_or(store.value(kSection, kOpenKey).value_or(std::string()));
-    const WriteFormat format = options().format;
-    const QString compressed = filterOf(format, QStringLiteral(".gz"));
+    const FileFormat format = options().format;
+    const QString compressed = filterOf(format, compressedEnding());
     QFileDialog dialog(this, m_IsSaving ? tr("Save") : tr("Export"),
                        m_Folder.isEmpty() ? QString::fromStdString(directory) : m_Folder);
     dialog.setObjectName(QStringLiteral("ExportFileDialog"));
@@ -303,7 +297,7 @@ QString ExportDialog::askFile()
     dialog.setDefaultSuffix(endingOf(format));
     connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString &filter) {
         dialog.setDefaultSuffix(endingOf(format) +
-                                (filter == compressed ? QStringLiteral(".gz") : QString()));
+                                (filter == compressed ? compressedEnding() : QString()));
     });
     const std::string name = fileNameOf(m_Objects->currentData().toString().toStdString());
     dialog.selectFile(QString::fromStdString(name) + u'.' + endingOf(format));

@@ -2,7 +2,7 @@
 // Asks what is to be written in which format, and shows what the format loses before it is.
 #pragma once
 
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <QDialog>
 #include <QStringList>
@@ -38,7 +38,7 @@ public:
 
     // For an object that is to be saved: suggests the folder (unless empty) and the format (if the
     // object can be written in it), and losses are accepted by going on.
-    void saveInstead(const QString &folder, WriteFormat format);
+    void saveInstead(const QString &folder, FileFormat format);
     // Offers to count an unsaved object as saved although something is lost. The places outlive the
     // dialog.
     void setPlaces(const SavedPlaces &places);

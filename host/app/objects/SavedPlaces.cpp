@@ -77,7 +77,7 @@ SavedPlaces::~SavedPlaces()
 EditParts SavedPlaces::partsOf(const Compound &object, EditParts parts) const
 {
     const auto place = m_Places.find(&object);
-    if (place != m_Places.end() && place->second.options.format != WriteFormat::Pir)
+    if (place != m_Places.end() && place->second.options.format != FileFormat::Pir)
         parts.remove(EditPart::HeaderNumbers);
     return parts;
 }
@@ -94,7 +94,7 @@ std::vector<SavedPlaces::Unsaved> SavedPlaces::unsaved() const
         if (place)
             thing.file = place->file;
         const auto *const alignment = dynamic_cast<const Alignment *>(found.object);
-        const bool isPir = !place || place->options.format == WriteFormat::Pir;
+        const bool isPir = !place || place->options.format == FileFormat::Pir;
         if (alignment != nullptr && isPir) {
             const auto structures = m_History.renumberedStructures(*alignment);
             thing.numbersFrom.assign(structures.begin(), structures.end());
@@ -193,7 +193,7 @@ void SavedPlaces::noteSaved(const Compound &object, const Place &place)
 QStringList SavedPlaces::strangeNumbers(const Compound &object, const WriteOptions &options) const
 {
     const auto *const alignment = dynamic_cast<const Alignment *>(&object);
-    if (alignment == nullptr || options.format != WriteFormat::Pir)
+    if (alignment == nullptr || options.format != FileFormat::Pir)
         return {};
     QStringList sentences;
     for (const Structure *structure : m_History.renumberedStructures(*alignment))

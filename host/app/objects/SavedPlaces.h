@@ -3,7 +3,7 @@
 // by the workbench.
 #pragma once
 
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <QCoreApplication>
 #include <QString>

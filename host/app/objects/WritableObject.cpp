@@ -12,6 +12,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace TAMBO::app {
@@ -84,12 +85,19 @@ bool WritableObject::isWritable(const Compound &object)
            dynamic_cast<const Structure *>(&object) != nullptr;
 }
 
-std::vector<WriteFormat> WritableObject::formats() const
+std::vector<FileFormat> WritableObject::formats() const
 {
-    if (std::holds_alternative<StructureRecord>(m_Record))
-        return {WriteFormat::Pdb, WriteFormat::Mmcif};
-    return {WriteFormat::Pir, WriteFormat::Fasta,  WriteFormat::Clustal, WriteFormat::Stockholm,
-            WriteFormat::Msf, WriteFormat::Phylip, WriteFormat::A2m,     WriteFormat::A3m};
+    const bool isStructure = std::holds_alternative<StructureRecord>(m_Record);
+    std::vector<FileFormat> formats;
+    for (const FormatEntry &entry : kFormats) {
+        if (isStructureFormat(entry.format) == isStructure)
+            formats.push_back(entry.format);
+    }
+    // Those that change letters are for few, and come last.
+    if (!isStructure)
+        std::ranges::stable_partition(
+            formats, [](FileFormat format) { return holds(format, Content::SmallLetters); });
+    return formats;
 }
 
 std::optional<QString> WritableObject::obstacle(const WriteOptions &options) const

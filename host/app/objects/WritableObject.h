@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Records.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <QString>
 #include <QStringList>
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] static bool isWritable(const Compound &object);
 
     // The first one is the usual one.
-    [[nodiscard]] std::vector<WriteFormat> formats() const;
+    [[nodiscard]] std::vector<FileFormat> formats() const;
     // Why the format cannot hold the object.
     [[nodiscard]] std::optional<QString> obstacle(const WriteOptions &options) const;
     // What the format loses or changes, one sentence each.

@@ -2,7 +2,7 @@
 #include "OpenDialog.h"
 
 #include "ConfigStore.h"
-#include "FileEndings.h"
+#include "FormatTable.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -37,8 +37,8 @@ QString patternsOf(const std::vector<std::string_view> &endings)
 
 QStringList openFilters()
 {
-    const QString structures = patternsOf(structureEndings());
-    const QString alignments = patternsOf(alignmentEndings());
+    const QString structures = patternsOf(endingsOf(FormatKind::Structures));
+    const QString alignments = patternsOf(endingsOf(FormatKind::Alignments));
     return {tr("Structures and alignments") +
                 QStringLiteral(" (%1 %2)").arg(structures, alignments),
             tr("Structures") + QStringLiteral(" (%1)").arg(structures),

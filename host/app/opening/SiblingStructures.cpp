@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SiblingStructures.h"
 
-#include "FileEndings.h"
+#include "FormatTable.h"
 #include "StructureCode.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 std::vector<std::string> possibleEndings()
 {
     std::vector<std::string> all;
-    std::vector<std::string_view> endings = structureEndings();
+    std::vector<std::string_view> endings = endingsOf(FormatKind::Structures);
     endings.insert(endings.begin(), std::string_view());
     for (const std::string_view ending : endings) {
         all.emplace_back(ending);

@@ -60,7 +60,7 @@ QString toText(const fs::path &file)
 std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
 {
     const std::optional<WriteOptions> byEnding = writeOptionsFor(origin.file);
-    const bool isA2m = byEnding && byEnding->format == WriteFormat::A2m && origin.format == "a3m";
+    const bool isA2m = byEnding && byEnding->format == FileFormat::A2m && origin.format == "a3m";
     return isA2m ? byEnding : writeOptionsNamed(origin.format);
 }
 

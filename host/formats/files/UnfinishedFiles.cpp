@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "UnfinishedFiles.h"
 
+#include "Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <csignal>
 #include <cstdint>
 #include <fstream>
@@ -89,14 +90,12 @@ bool isLeftBehind(std::string_view name, std::string_view host)
     };
     if (!skip(kBegin) || !skip(host) || !skip("-"))
         return false;
-    pid_t process = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
-    if (error != std::errc() || process <= 0)
+    const std::optional<pid_t> process = takeNumber<pid_t>(name);
+    if (!process || *process <= 0)
         return false;
-    name.remove_prefix(static_cast<std::size_t>(end - name.data()));
     if (!skip("-") || name.size() <= kDigestSize || name[kDigestSize] != '-')
         return false;
-    return isGone(process, name.substr(0, kDigestSize));
+    return isGone(*process, name.substr(0, kDigestSize));
 }
 
 bool isOwnFile(const fs::path &path)

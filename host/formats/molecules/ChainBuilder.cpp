@@ -2,12 +2,12 @@
 #include "ChainBuilder.h"
 
 #include "FormatText.h"
+#include "Text.h"
 
 #include <gemmi/resinfo.hpp>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <string_view>
 
@@ -52,8 +52,7 @@ bool hasAlternatives(const gemmi::Residue &residue)
 char letterOf(const std::string &name)
 {
     const char letter = gemmi::find_tabulated_residue(name).one_letter_code;
-    return letter == ' ' ? 'X'
-                         : static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
+    return letter == ' ' ? 'X' : capitalLetter(letter);
 }
 
 // Of two alternatives the one that is there more often, then the one with the earlier letter.

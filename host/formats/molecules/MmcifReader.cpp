@@ -29,7 +29,7 @@ Result<FileContents> readMmcif(TextReader &reader)
                                     " models was read");
     convertModel(molecule.structure.models.front(), file, structure);
     FileContents contents;
-    contents.format = "mmcif";
+    contents.format = formatName(FileFormat::Mmcif);
     contents.structures.push_back(std::move(structure));
     return contents;
 }

@@ -48,7 +48,7 @@ Result<FileContents> readPdb(TextReader &reader)
     structure.remarks = text.remarks();
     convertModel(parsed.value().models.front(), reader.fileName(), structure);
     FileContents contents;
-    contents.format = "pdb";
+    contents.format = formatName(FileFormat::Pdb);
     contents.structures.push_back(std::move(structure));
     return contents;
 }

@@ -3,9 +3,9 @@
 
 #include "FormatText.h"
 #include "StructureConversion.h"
+#include "Text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 
 namespace TAMBO::formats {
@@ -20,11 +20,6 @@ constexpr std::size_t kElementRecordEnd = 37;
 constexpr std::size_t kSegment = 72;
 constexpr std::size_t kElement = 76;
 constexpr std::size_t kCharge = 78;
-
-bool isDigit(char c) noexcept
-{
-    return c >= '0' && c <= '9';
-}
 
 // Columns counted from 0, what there is of them.
 std::string_view columns(std::string_view line, std::size_t from, std::size_t count) noexcept
@@ -57,7 +52,7 @@ bool isResidueNumber(std::string_view field) noexcept
     field = trimmed(field);
     if (!field.empty() && (field.front() == '-' || field.front() == '+'))
         field.remove_prefix(1);
-    return !field.empty() && std::all_of(field.begin(), field.end(), isDigit);
+    return !field.empty() && isAllDigits(field);
 }
 
 bool isCharge(char first, char second) noexcept
@@ -96,9 +91,7 @@ std::string chainName(std::string_view line, std::size_t from)
 void PdbText::add(std::string_view line)
 {
     ++m_Line;
-    std::string record(columns(line, 0, 6));
-    for (char &c : record)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    std::string record = upperCase(columns(line, 0, 6));
     record.resize(6, ' ');
     if (record == "ATOM  " || record == "HETATM") {
         addAtom(line, record);

@@ -3,6 +3,7 @@
 
 #include "FormatText.h"
 #include "StructureWriter.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,11 +56,6 @@ std::optional<std::string> pdbObstacle(const ResidueRecord &residue)
     return std::nullopt;
 }
 
-std::string counted(std::size_t count, const std::string &one, const std::string &many)
-{
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
 // As a PDB file has it: three digits behind the point.
 bool isRounded(float value)
 {
@@ -87,7 +83,7 @@ bool hasRoundedPlaces(const StructureRecord &structure)
                        });
 }
 
-void addElementLosses(const StructureRecord &structure, WriteFormat format,
+void addElementLosses(const StructureRecord &structure, FileFormat format,
                       std::vector<std::string> &sentences)
 {
     const std::vector<ElementRecord> &elements = structure.elements;
@@ -128,12 +124,13 @@ std::optional<std::string> obstacleTo(const StructureRecord &structure, const Wr
     if (!isStructureFormat(options.format))
         return "A structure cannot be written as " + fileOf(options.format) + '.';
     bool hasAtoms = false;
+    const bool areLong = holds(options.format, Content::LongFields);
     for (const ChainRecord &chain : structure.chains) {
-        if (options.format == WriteFormat::Pdb && chain.name.size() > kLongestChainName)
+        if (!areLong && chain.name.size() > kLongestChainName)
             return tooLong("chain", chain.name);
         for (const ResidueRecord &residue : chain.residues) {
             hasAtoms = hasAtoms || !residue.atoms.empty();
-            if (options.format != WriteFormat::Pdb)
+            if (areLong)
                 continue;
             if (std::optional<std::string> obstacle = pdbObstacle(residue))
                 return obstacle;
@@ -158,6 +155,7 @@ std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteO
     if (structure.isModel)
         sentences.emplace_back("The file does not say that it is a model.");
     addElementLosses(structure, options.format, sentences);
+    const bool areLong = holds(options.format, Content::LongFields);
     std::size_t atoms = 0;
     bool hasLargeNumbers = false;
     const std::vector<std::string> names = chainNames(structure, options.format);
@@ -171,10 +169,10 @@ std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteO
             hasLargeNumbers = hasLargeNumbers || residue.number.number() > kMostDigits;
         }
     }
-    if (options.format == WriteFormat::Pdb && (hasLargeNumbers || atoms > kMostAtoms))
+    if (!areLong && (hasLargeNumbers || atoms > kMostAtoms))
         sentences.emplace_back("Numbers that are too large for their columns are written with "
                                "letters, which not all programs understand.");
-    if (options.format == WriteFormat::Pdb && !hasRoundedPlaces(structure))
+    if (!holds(options.format, Content::ExactPlaces) && !hasRoundedPlaces(structure))
         sentences.emplace_back("The places of atoms are rounded to 0.001 Angstrom.");
     return sentences;
 }

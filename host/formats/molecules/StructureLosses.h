@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Records.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <optional>
 #include <string>

@@ -116,7 +116,7 @@ void addElements(const StructureRecord &record, gemmi::Structure &structure)
     }
 }
 
-gemmi::Structure makeStructure(const StructureRecord &record, WriteFormat format)
+gemmi::Structure makeStructure(const StructureRecord &record, FileFormat format)
 {
     gemmi::Structure structure;
     structure.name = record.name;
@@ -168,7 +168,7 @@ bool isAt(const Vertex &place, const Vertex &other, float most)
 }
 
 std::optional<std::string> residueDifference(const ResidueRecord &residue,
-                                             const ResidueRecord &readBack, WriteFormat format)
+                                             const ResidueRecord &readBack, FileFormat format)
 {
     if (residue.typeName != readBack.typeName || !(residue.number == readBack.number))
         return "was read as " + readBack.typeName + ' ' + readBack.number.getValue();
@@ -176,7 +176,7 @@ std::optional<std::string> residueDifference(const ResidueRecord &residue,
         return "has " + std::to_string(readBack.atoms.size()) + " atoms instead of " +
                std::to_string(residue.atoms.size());
     // A PDB file has three digits behind the point.
-    const float most = format == WriteFormat::Pdb ? 0.0006F : 0.F;
+    const float most = format == FileFormat::Pdb ? 0.0006F : 0.F;
     for (std::size_t i = 0; i < residue.atoms.size(); ++i) {
         const AtomRecord &atom = residue.atoms[i];
         const AtomRecord &other = readBack.atoms[i];
@@ -206,7 +206,7 @@ bool areElements(const std::vector<ElementRecord> &elements,
 
 } // namespace
 
-std::vector<std::string> chainNames(const StructureRecord &structure, WriteFormat format)
+std::vector<std::string> chainNames(const StructureRecord &structure, FileFormat format)
 {
     std::vector<std::string> names;
     std::set<std::string> taken;
@@ -215,7 +215,7 @@ std::vector<std::string> chainNames(const StructureRecord &structure, WriteForma
     std::set<std::string> used;
     for (const ChainRecord &chain : structure.chains) {
         std::string name = chain.name;
-        for (int number = 2; format == WriteFormat::Mmcif && used.count(name) > 0; ++number) {
+        for (int number = 2; format == FileFormat::Mmcif && used.count(name) > 0; ++number) {
             const std::string other = chain.name + '-' + std::to_string(number);
             if (taken.count(other) == 0)
                 name = other;
@@ -239,14 +239,14 @@ std::vector<ElementRecord> writableElements(const StructureRecord &structure)
     return elements;
 }
 
-std::vector<std::string> elementNames(const std::vector<ElementRecord> &written, WriteFormat format)
+std::vector<std::string> elementNames(const std::vector<ElementRecord> &written, FileFormat format)
 {
     std::vector<std::string> names;
     std::map<std::string, int> strands;
     int helices = 0;
     for (std::size_t i = 0; i < written.size(); ++i) {
         if (written[i].type == 'H') {
-            names.push_back((format == WriteFormat::Mmcif ? "H" : "") + std::to_string(++helices));
+            names.push_back((format == FileFormat::Mmcif ? "H" : "") + std::to_string(++helices));
         } else {
             const std::string sheet = sheetOf(written[i], i);
             names.push_back(sheet + '-' + std::to_string(++strands[sheet]));
@@ -255,14 +255,14 @@ std::vector<std::string> elementNames(const std::vector<ElementRecord> &written,
     return names;
 }
 
-std::string structureText(const StructureRecord &structure, WriteFormat format)
+std::string structureText(const StructureRecord &structure, FileFormat format)
 {
     gemmi::Structure made = makeStructure(structure, format);
-    return format == WriteFormat::Pdb ? pdbTextOf(made) : cifTextOf(made);
+    return format == FileFormat::Pdb ? pdbTextOf(made) : cifTextOf(made);
 }
 
 std::optional<std::string> differenceBetween(const StructureRecord &structure,
-                                             const StructureRecord &readBack, WriteFormat format)
+                                             const StructureRecord &readBack, FileFormat format)
 {
     const std::vector<std::string> names = chainNames(structure, format);
     if (readBack.chains.size() != structure.chains.size())

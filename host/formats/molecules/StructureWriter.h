@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Records.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <optional>
 #include <string>
@@ -14,21 +14,21 @@ namespace TAMBO::formats {
 // The chains' names in the file. Chains of one name are told apart by the TER records of PDB files;
 // elsewhere all but the first get another name.
 [[nodiscard]] std::vector<std::string> chainNames(const StructureRecord &structure,
-                                                  WriteFormat format);
+                                                  FileFormat format);
 
 // The helices and strands between residues that there are.
 [[nodiscard]] std::vector<ElementRecord> writableElements(const StructureRecord &structure);
 
 // What they are called when the file is read: helices are counted, strands in each sheet.
 [[nodiscard]] std::vector<std::string> elementNames(const std::vector<ElementRecord> &written,
-                                                    WriteFormat format);
+                                                    FileFormat format);
 
 // Throws what the coordinate library throws.
-[[nodiscard]] std::string structureText(const StructureRecord &structure, WriteFormat format);
+[[nodiscard]] std::string structureText(const StructureRecord &structure, FileFormat format);
 
 // Where a structure read from the file differs; nothing when it does not.
 [[nodiscard]] std::optional<std::string> differenceBetween(const StructureRecord &structure,
                                                            const StructureRecord &readBack,
-                                                           WriteFormat format);
+                                                           FileFormat format);
 
 } // namespace TAMBO::formats

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ClustalReader.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 #include "PiecedRows.h"
 
@@ -61,7 +61,7 @@ Result<FileContents> ClustalParser::run()
         if (alignments.size() > 1)
             alignments[i].name += '_' + std::to_string(i + 1);
     }
-    m_Contents.format = "clustal";
+    m_Contents.format = formatName(FileFormat::Clustal);
     return std::move(m_Contents);
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FastaReader.h"
 
+#include "Bits.h"
+#include "DotlessRows.h"
 #include "FormatText.h"
-#include "InsertColumns.h"
 #include "RowBuilder.h"
 #include "StopCount.h"
 
@@ -97,7 +98,7 @@ Result<FileContents> FastaParser::run()
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
-    contents.format = m_IsA3m ? "a3m" : "fasta";
+    contents.format = formatName(m_IsA3m ? FileFormat::A3m : FileFormat::Fasta);
     contents.alignments.push_back(std::move(m_Alignment));
     return contents;
 }
@@ -228,7 +229,7 @@ void FastaParser::finish()
     // Rows of one length are A3M only if the file says so: residues in small letters are no rarity.
     if ((m_IsA3m || !m_Alignment.isAligned) && isDotlessA2m()) {
         dropUnfitLines(m_MatchColumns.front());
-        m_IsA3m = openInsertColumns(rows, m_Lines);
+        m_IsA3m = openDotlessRows(rows, m_Lines);
         m_Alignment.isAligned |= m_IsA3m;
     } else if (m_Alignment.isAligned) {
         dropUnfitLines(longest);
@@ -284,7 +285,7 @@ void FastaParser::dropStopColumn()
     for (RowRecord &row : m_Alignment.rows) {
         GappedSequence &sequence = row.sequence;
         --sequence.width;
-        sequence.occupancy.resize((sequence.width + 63) / 64);
+        sequence.occupancy.resize(bits::wordsFor(sequence.width));
     }
     for (std::uint64_t &columns : m_MatchColumns)
         --columns;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MsfReader.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 #include "MsfChecksum.h"
 #include "PiecedRows.h"
+#include "Text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <utility>
 
@@ -21,10 +21,8 @@ std::optional<std::uint64_t> numberAfter(std::string_view line, std::string_view
     const std::size_t place = line.find(label);
     if (place == std::string_view::npos)
         return std::nullopt;
-    const std::string_view text = trimmed(line.substr(place + label.size()));
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() ? std::optional(number) : std::nullopt;
+    std::string_view text = trimmed(line.substr(place + label.size()));
+    return takeNumber<std::uint64_t>(text);
 }
 
 bool isRuler(std::string_view line) noexcept
@@ -83,7 +81,7 @@ Result<FileContents> MsfParser::run()
     if (m_Failure)
         return *m_Failure;
     FileContents contents;
-    contents.format = "msf";
+    contents.format = formatName(FileFormat::Msf);
     contents.alignments.push_back(std::move(m_Alignment));
     return contents;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PhylipLayout.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PhylipReader.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 #include "PhylipLayout.h"
 #include "PiecedRows.h"
@@ -105,7 +105,7 @@ Result<FileContents> PhylipParser::run()
         if (alignments.size() > 1)
             alignments[i].name += '_' + std::to_string(i + 1);
     }
-    m_Contents.format = "phylip";
+    m_Contents.format = formatName(FileFormat::Phylip);
     return std::move(m_Contents);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PirReader.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
 #include "RowBuilder.h"
 
@@ -121,7 +121,7 @@ Result<FileContents> PirParser::run()
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
-    contents.format = "pir";
+    contents.format = formatName(FileFormat::Pir);
     contents.alignments.push_back(std::move(m_Alignment));
     return contents;
 }

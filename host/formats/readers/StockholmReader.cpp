@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StockholmReader.h"
 
+#include "Bits.h"
 #include "FormatText.h"
 #include "PiecedRows.h"
+#include "Text.h"
 
 #include <algorithm>
-#include <bit>
-#include <cctype>
 #include <iterator>
 #include <set>
 #include <span>
@@ -44,20 +44,16 @@ void appendCharacters(std::string &to, std::string_view text)
 void blankGaps(std::string &text, const GappedSequence &sequence)
 {
     for (std::size_t word = 0; word < sequence.occupancy.size(); ++word) {
-        for (std::uint64_t gaps = ~sequence.occupancy[word]; gaps != 0; gaps &= gaps - 1) {
-            const std::size_t column = word * 64 + static_cast<std::size_t>(std::countr_zero(gaps));
+        bits::forEach(~sequence.occupancy[word], word * bits::kPerWord, [&](std::size_t column) {
             if (column < text.size())
                 text[column] = '.';
-        }
+        });
     }
 }
 
 bool isStockholm(std::string_view word) noexcept
 {
-    constexpr std::string_view name = "stockholm";
-    return std::equal(word.begin(), word.end(), name.begin(), name.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) == b;
-    });
+    return isSameWithoutCase(word, "stockholm");
 }
 
 class StockholmParser
@@ -153,7 +149,7 @@ Result<FileContents> StockholmParser::run()
         return failureAt(m_Reader.fileName(), std::max<std::uint64_t>(m_Reader.line(), 1),
                          "the file ends before the first alignment");
     nameAlignments();
-    m_Contents.format = "stockholm";
+    m_Contents.format = formatName(FileFormat::Stockholm);
     return std::move(m_Contents);
 }
 

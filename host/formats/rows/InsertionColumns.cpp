@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InsertionColumns.h"
 
+#include "Bits.h"
 #include "CellText.h"
+#include "Text.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace TAMBO::formats {
 
 namespace {
 
-bool isSmall(char letter) noexcept
-{
-    return letter >= 'a' && letter <= 'z';
-}
-
 bool hasSmallLetters(const std::string &letters)
 {
-    return std::any_of(letters.begin(), letters.end(), isSmall);
+    return std::any_of(letters.begin(), letters.end(), isSmallLetter);
 }
 
 std::string textOf(const GappedSequence &row)
@@ -34,8 +30,8 @@ InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
     if (alignment.rows.empty())
         return;
     const std::uint64_t width = alignment.rows.front().sequence.width;
-    std::vector<std::uint64_t> capitals((width + 63) / 64);
-    std::vector<std::uint64_t> smallLetters((width + 63) / 64);
+    std::vector<std::uint64_t> capitals(bits::wordsFor(width));
+    std::vector<std::uint64_t> smallLetters(bits::wordsFor(width));
     for (const RowRecord &row : alignment.rows) {
         const GappedSequence &cells = row.sequence;
         if (!hasSmallLetters(cells.letters)) {
@@ -45,10 +41,10 @@ InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
         }
         std::size_t letter = 0;
         for (std::size_t word = 0; word < capitals.size(); ++word) {
-            for (std::uint64_t bits = cells.occupancy[word]; bits != 0; bits &= bits - 1) {
-                const std::uint64_t bit = bits & (~bits + 1);
-                (isSmall(cells.letters[letter++]) ? smallLetters : capitals)[word] |= bit;
-            }
+            bits::forEach(cells.occupancy[word], 0, [&](std::size_t place) {
+                const bool isSmall = isSmallLetter(cells.letters[letter++]);
+                (isSmall ? smallLetters : capitals)[word] |= bits::one(place);
+            });
         }
     }
     findRuns(capitals, smallLetters, width);
@@ -67,11 +63,10 @@ InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
 void InsertionColumns::findRuns(const std::vector<std::uint64_t> &capitals,
                                 const std::vector<std::uint64_t> &smallLetters, std::uint64_t width)
 {
-    if (std::all_of(capitals.begin(), capitals.end(), [](std::uint64_t bits) { return bits == 0; }))
+    if (std::all_of(capitals.begin(), capitals.end(), [](std::uint64_t word) { return word == 0; }))
         return;
     for (std::uint64_t column = 0; column < width; ++column) {
-        const std::uint64_t inserted = smallLetters[column / 64] & ~capitals[column / 64];
-        if ((inserted >> column % 64 & 1U) == 0)
+        if (!bits::isSet(smallLetters, column) || bits::isSet(capitals, column))
             continue;
         if (!m_Runs.empty() && m_Runs.back().end == column)
             ++m_Runs.back().end;
@@ -88,19 +83,16 @@ std::optional<GappedSequence> InsertionColumns::capitalised(const GappedSequence
     bool isChanged = false;
     std::size_t letter = 0;
     std::size_t run = 0;
-    for (std::size_t word = 0; word < row.occupancy.size(); ++word) {
-        for (std::uint64_t bits = row.occupancy[word]; bits != 0; bits &= bits - 1) {
-            const std::uint64_t column = word * 64 + static_cast<unsigned>(std::countr_zero(bits));
-            while (run < m_Runs.size() && m_Runs[run].end <= column)
-                ++run;
-            const bool isInserted = run < m_Runs.size() && m_Runs[run].begin <= column;
-            char &cell = changed.letters[letter++];
-            if (!isInserted && isSmall(cell)) {
-                cell = static_cast<char>(cell - 'a' + 'A');
-                isChanged = true;
-            }
+    bits::forEachIn(row.occupancy, [&](std::uint64_t column) {
+        while (run < m_Runs.size() && m_Runs[run].end <= column)
+            ++run;
+        const bool isInserted = run < m_Runs.size() && m_Runs[run].begin <= column;
+        char &cell = changed.letters[letter++];
+        if (!isInserted && isSmallLetter(cell)) {
+            cell = capitalLetter(cell);
+            isChanged = true;
         }
-    }
+    });
     return isChanged ? std::optional(std::move(changed)) : std::nullopt;
 }
 

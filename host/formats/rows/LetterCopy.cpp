@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LetterCopy.h"
 
+#include "Bits.h"
+
 #include <array>
-#include <bit>
 #include <cstring>
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -81,16 +82,12 @@ char *copyLetters(char *to, const char *text, std::uint64_t letters) noexcept
 // Each run is copied as one or two pieces of fixed size.
 char *copyLetterRuns(char *to, const char *text, std::uint64_t letters) noexcept
 {
-    while (letters != 0) {
-        const auto start = static_cast<unsigned>(std::countr_zero(letters));
-        const auto length = static_cast<unsigned>(std::countr_one(letters >> start));
+    bits::forEachRun(letters, [&](unsigned start, unsigned length) {
         std::memcpy(to, text + start, kCopyReadSlack);
         if (length > kCopyReadSlack)
             std::memcpy(to + kCopyReadSlack, text + start + kCopyReadSlack, kCopyReadSlack);
         to += length;
-        const unsigned end = start + length;
-        letters = end < kBlock ? letters >> end << end : 0;
-    }
+    });
     return to;
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RowBuilder.h"
 
+#include "Bits.h"
 #include "LetterCopy.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace TAMBO::formats {
@@ -34,19 +34,18 @@ std::size_t RowBuilder::appendPiece(std::string_view text)
         const std::uint64_t cells = masks.letters | masks.dashes | masks.otherGaps;
         const auto left =
             static_cast<unsigned>(std::min<std::size_t>(text.size() - done, kScanWidth));
-        const unsigned count = std::min(left, static_cast<unsigned>(std::countr_one(cells)));
-        const std::uint64_t taken =
-            count < kScanWidth ? (std::uint64_t{1} << count) - 1 : ~std::uint64_t{};
+        const unsigned count = std::min(left, bits::run(cells));
+        const std::uint64_t taken = bits::low(count);
         const std::uint64_t letters = masks.letters & taken;
-        const std::size_t word = m_Width / 64;
-        const unsigned bit = m_Width % 64;
+        const std::size_t word = bits::wordOf(m_Width);
+        const unsigned bit = bits::placeOf(m_Width);
         m_Occupancy[word] |= letters << bit;
         if (bit != 0)
-            m_Occupancy[word + 1] |= letters >> (64 - bit);
+            m_Occupancy[word + 1] |= letters >> (bits::kPerWord - bit);
         char *to = m_Letters.data() + m_LetterCount;
         m_LetterCount += static_cast<std::size_t>(copyLetters(to, from, letters) - to);
         if ((masks.lowerCase & taken) != 0)
-            m_LowerCaseCount += static_cast<unsigned>(std::popcount(masks.lowerCase & taken));
+            m_LowerCaseCount += bits::count(masks.lowerCase & taken);
         m_HasOtherGaps |= (masks.otherGaps & taken) != 0;
         m_Width += count;
         done += count;
@@ -66,7 +65,7 @@ void RowBuilder::appendLetter(char letter)
 {
     makeRoom(1);
     m_Letters[m_LetterCount++] = letter;
-    m_Occupancy[m_Width / 64] |= std::uint64_t{1} << (m_Width % 64);
+    bits::set(m_Occupancy, m_Width);
     ++m_Width;
 }
 
@@ -84,7 +83,7 @@ GappedSequence RowBuilder::take()
 {
     GappedSequence row;
     row.letters.assign(m_Letters.data(), m_LetterCount);
-    const auto words = static_cast<std::ptrdiff_t>((m_Width + 63) / 64);
+    const auto words = static_cast<std::ptrdiff_t>(bits::wordsFor(m_Width));
     row.occupancy.assign(m_Occupancy.begin(), m_Occupancy.begin() + words);
     row.width = m_Width;
     std::fill(m_Occupancy.begin(), m_Occupancy.begin() + words, 0);
@@ -99,7 +98,7 @@ GappedSequence RowBuilder::take()
 // Room for so many more columns, and for the slack behind them.
 void RowBuilder::makeRoom(std::size_t columns)
 {
-    const std::size_t words = (m_Width + columns) / 64 + 2;
+    const std::size_t words = bits::wordOf(m_Width + columns) + 2;
     if (m_Occupancy.size() < words)
         m_Occupancy.resize(std::max(words, m_Occupancy.size() * 2));
     const std::size_t letters = m_LetterCount + columns + kCopyWriteSlack;

@@ -2,6 +2,7 @@
 // What reading a file gives, of whatever format: plain values.
 #pragma once
 
+#include "FormatTable.h"
 #include "Records.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace TAMBO {
 
 struct FileContents
 {
-    // pir fasta a3m clustal stockholm msf phylip pdb mmcif
+    // Its name: "pir".
     std::string format;
     // Aligned and unaligned ones; an unaligned one holds sequences.
     std::vector<AlignmentRecord> alignments;

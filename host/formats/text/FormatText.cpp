@@ -1,61 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FormatText.h"
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 
 namespace TAMBO::formats {
-
-namespace {
-
-bool isControl(char character) noexcept
-{
-    const auto byte = static_cast<unsigned char>(character);
-    return byte < 0x20 || byte == 0x7f;
-}
-
-// The length of the UTF-8 sequence at the start of the text, 0 when there is none.
-std::size_t sequenceLength(std::string_view text) noexcept
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-        return 1;
-    const std::size_t length = first >= 0xf0 ? 4 : first >= 0xe0 ? 3 : 2;
-    if (first < 0xc2 || first > 0xf4 || text.size() < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if ((byte(i) & 0xc0) != 0x80)
-            return 0;
-    // Overlong forms, surrogates and what lies beyond the last code point.
-    const unsigned second = byte(1);
-    if ((first == 0xe0 && second < 0xa0) || (first == 0xed && second > 0x9f) ||
-        (first == 0xf0 && second < 0x90) || (first == 0xf4 && second > 0x8f))
-        return 0;
-    return length;
-}
-
-bool isUtf8(std::string_view text) noexcept
-{
-    while (!text.empty()) {
-        const std::size_t length = sequenceLength(text);
-        if (length == 0)
-            return false;
-        text.remove_prefix(length);
-    }
-    return true;
-}
-
-bool endsWithoutCase(const std::string &text, std::string_view ending)
-{
-    return text.size() > ending.size() &&
-           std::equal(ending.rbegin(), ending.rend(), text.rbegin(), [](char a, char b) {
-               return a == std::tolower(static_cast<unsigned char>(b));
-           });
-}
-
-} // namespace
 
 std::string at(const std::string &file, std::uint64_t line, const std::string &cause)
 {
@@ -70,11 +18,6 @@ Failure failureAt(const std::string &file, std::uint64_t line, const std::string
 Failure failureOf(const std::string &file, const std::string &cause)
 {
     return Failure{file + ": " + cause};
-}
-
-std::string counted(std::uint64_t count, const std::string &noun)
-{
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
 std::string describeUneven(const std::string &file, std::uint64_t shortest, std::uint64_t longest)
@@ -97,19 +40,8 @@ std::string shown(std::string_view text)
 {
     constexpr std::size_t longest = 40;
     const std::string clean = cleanText(trimmed(text.substr(0, text.find('\n'))));
-    if (clean.size() <= longest)
-        return '"' + clean + '"';
-    std::size_t end = longest;
-    while ((static_cast<unsigned char>(clean[end]) & 0xc0U) == 0x80U)
-        --end;
-    return '"' + clean.substr(0, end) + "...\"";
-}
-
-std::size_t characterCount(std::string_view text) noexcept
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char character) {
-        return (static_cast<unsigned char>(character) & 0xc0U) != 0x80U;
-    }));
+    const std::string_view start = shortened(clean, longest);
+    return '"' + std::string(start) + (start.size() < clean.size() ? "...\"" : "\"");
 }
 
 void padTo(std::string &text, std::size_t characters)
@@ -117,20 +49,6 @@ void padTo(std::string &text, std::size_t characters)
     const std::size_t count = characterCount(text);
     if (count < characters)
         text.append(characters - count, ' ');
-}
-
-bool isBlank(char character) noexcept
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
-std::string_view trimmed(std::string_view text) noexcept
-{
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 std::string cleanText(std::string_view text)
@@ -154,9 +72,10 @@ std::string cleanText(std::string_view text)
 
 std::string baseName(const std::string &file)
 {
+    constexpr std::string_view kCompressed = ".gz";
     std::string name = file;
-    if (endsWithoutCase(name, ".gz"))
-        name.resize(name.size() - 3);
+    if (name.size() > kCompressed.size() && endsWithoutCase(name, kCompressed))
+        name.resize(name.size() - kCompressed.size());
     const std::size_t dot = name.rfind('.');
     if (dot != std::string::npos && dot > 0)
         name.resize(dot);

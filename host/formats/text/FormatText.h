@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Result.h"
+#include "Text.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,15 +19,6 @@ namespace TAMBO::formats {
                                 const std::string &cause);
 [[nodiscard]] Failure failureOf(const std::string &file, const std::string &cause);
 
-// Of the English alphabet, in either case.
-[[nodiscard]] constexpr bool isLetter(char character) noexcept
-{
-    return static_cast<unsigned char>((character | 0x20) - 'a') < 26;
-}
-
-// "1 row", "2 rows".
-[[nodiscard]] std::string counted(std::uint64_t count, const std::string &noun);
-
 // Why rows with gaps are no alignment.
 [[nodiscard]] std::string describeUneven(const std::string &file, std::uint64_t shortest,
                                          std::uint64_t longest);
@@ -36,13 +28,8 @@ namespace TAMBO::formats {
 // The start of a text for a message, between quotation marks.
 [[nodiscard]] std::string shown(std::string_view text);
 
-// The number of characters of a UTF-8 text, which is how far it reaches in a line.
-[[nodiscard]] std::size_t characterCount(std::string_view text) noexcept;
 // Appends blanks until the text has so many characters.
 void padTo(std::string &text, std::size_t characters);
-
-[[nodiscard]] bool isBlank(char character) noexcept;
-[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
 
 // UTF-8 without control characters; a text that is not UTF-8 is taken for Latin-1.
 [[nodiscard]] std::string cleanText(std::string_view text);

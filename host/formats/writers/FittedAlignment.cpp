@@ -45,7 +45,7 @@ FittedAlignment::FittedAlignment(const AlignmentRecord &alignment, const WriteOp
     : m_Record(alignment), m_Options(options), m_Names(alignment, options)
 {
     fitLetters();
-    if (options.format == WriteFormat::A2m || options.format == WriteFormat::A3m)
+    if (!holds(options.format, Content::SmallLetters))
         fitInsertions();
 }
 
@@ -76,7 +76,7 @@ void FittedAlignment::fitInsertions()
             m_Capitalised += smallLetters(cells(i).letters) - smallLetters(changed->letters);
             m_Changed[i] = std::move(*changed);
         }
-        if (m_Options.format != WriteFormat::A3m || m_Insertions->areNone())
+        if (m_Options.format != FileFormat::A3m || m_Insertions->areNone())
             continue;
         const std::size_t length = m_Insertions->packed(cells(i)).size();
         if (i == 0)
@@ -84,7 +84,7 @@ void FittedAlignment::fitInsertions()
         areEven = areEven && length == firstLength;
     }
     // Packed rows of one length would be taken for columns, so the gaps stay.
-    m_IsPacked = m_Options.format == WriteFormat::A3m && !m_Insertions->areNone() && !areEven;
+    m_IsPacked = m_Options.format == FileFormat::A3m && !m_Insertions->areNone() && !areEven;
     for (std::size_t i = 0; m_IsPacked && !m_MovesInsertions && i < rowCount(); ++i)
         m_MovesInsertions = m_Insertions->unpacked(cells(i)) != cells(i).text();
 }
@@ -104,11 +104,11 @@ std::string FittedAlignment::insertionText(std::size_t row) const
 
 std::string FittedAlignment::description(std::size_t index) const
 {
-    if (m_Options.format == WriteFormat::Pir)
+    if (m_Options.format == FileFormat::Pir)
         return pirTitle(row(index), name(index));
-    std::string text =
-        holdsDescriptions(m_Options.format) ? plainDescription(row(index)) : std::string();
-    if (m_Options.format == WriteFormat::Stockholm && text.empty()) {
+    std::string text = holds(m_Options.format, Content::Descriptions) ? plainDescription(row(index))
+                                                                      : std::string();
+    if (holds(m_Options.format, Content::Annotation) && text.empty()) {
         const std::vector<Annotation> remarks = fittedRemarks(row(index).annotations);
         const auto found = std::find_if(remarks.begin(), remarks.end(), isDescription);
         if (found != remarks.end())
@@ -152,13 +152,14 @@ std::optional<std::string> FittedAlignment::differenceTo(const AlignmentRecord &
             return which + "has other letters";
         if (!hasCells(i, other.sequence))
             return which + "has its gaps at other places";
-        if (holdsDescriptions(m_Options.format) &&
+        if (holds(m_Options.format, Content::Descriptions) &&
             other.description != trimmed(cleanText(description(i))))
             return which + "has another description";
-        if (m_Options.format == WriteFormat::Pir && placedBreaks(row(i)) != other.chainBreaks)
+        if (holds(m_Options.format, Content::ChainBreaks) &&
+            placedBreaks(row(i)) != other.chainBreaks)
             return which + "has its chain breaks at other places";
     }
-    if (m_Options.format == WriteFormat::Stockholm)
+    if (holds(m_Options.format, Content::Annotation))
         return annotationDifference(readBack);
     return std::nullopt;
 }
@@ -193,7 +194,7 @@ FittedAlignment::annotationDifference(const AlignmentRecord &readBack) const
 std::vector<Annotation> FittedAlignment::remarksOn(std::size_t index) const
 {
     std::vector<Annotation> remarks = fittedRemarks(row(index).annotations);
-    if (m_Options.format == WriteFormat::Stockholm && plainDescription(row(index)).empty()) {
+    if (holds(m_Options.format, Content::Annotation) && plainDescription(row(index)).empty()) {
         const auto found = std::find_if(remarks.begin(), remarks.end(), isDescription);
         if (found != remarks.end())
             remarks.erase(found);

@@ -5,7 +5,7 @@
 #include "FittedNames.h"
 #include "InsertionColumns.h"
 #include "Records.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FittedAnnotation.h"
 
+#include "Bits.h"
 #include "FormatText.h"
 
 #include <algorithm>
@@ -65,7 +66,7 @@ std::vector<Annotation> fittedLines(const std::vector<Annotation> &lines, const 
     std::vector<Annotation> fitted = fittedLines(lines, row.width);
     for (Annotation &line : fitted) {
         for (std::uint64_t column = 0; column < row.width; ++column) {
-            if ((row.occupancy[column / 64] >> column % 64 & 1U) == 0)
+            if (!bits::isSet(row.occupancy, column))
                 line.text[column] = kNothing;
         }
     }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FittedNames.h"
 
-#include "FileFormat.h"
+#include "FormatSigns.h"
 #include "FormatText.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <string_view>
@@ -10,25 +11,6 @@
 namespace TAMBO::formats {
 
 namespace {
-
-bool isContinuation(char character) noexcept
-{
-    return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
-}
-
-// Where lines or columns mean something, rows are told apart by their names.
-bool mustDiffer(WriteFormat format) noexcept
-{
-    switch (format) {
-    case WriteFormat::Clustal:
-    case WriteFormat::Stockholm:
-    case WriteFormat::Msf:
-    case WriteFormat::Phylip:
-        return true;
-    default:
-        return false;
-    }
-}
 
 // Trees made of PHYLIP files have these between the names.
 bool isTreePunctuation(char character) noexcept
@@ -39,9 +21,9 @@ bool isTreePunctuation(char character) noexcept
 bool isAllowed(char character, const WriteOptions &options) noexcept
 {
     switch (options.format) {
-    case WriteFormat::Pir:
+    case FileFormat::Pir:
         return true;
-    case WriteFormat::Phylip:
+    case FileFormat::Phylip:
         return static_cast<unsigned char>(character) < 0x80 && !isTreePunctuation(character) &&
                (character != ' ' || !options.hasLongNames);
     default:
@@ -50,24 +32,24 @@ bool isAllowed(char character, const WriteOptions &options) noexcept
 }
 
 // Characters that mean something at the start of a line.
-void removeMarks(std::string &name, WriteFormat format)
+void removeMarks(std::string &name, FileFormat format)
 {
     switch (format) {
-    case WriteFormat::Fasta:
-    case WriteFormat::A2m:
-    case WriteFormat::A3m:
+    case FileFormat::Fasta:
+    case FileFormat::A2m:
+    case FileFormat::A3m:
         if (isPirStart('>' + name))
             name[2] = '_';
         break;
-    case WriteFormat::Clustal:
+    case FileFormat::Clustal:
         if (isClustalWord(name))
             name.insert(0, 1, '_');
         break;
-    case WriteFormat::Stockholm:
+    case FileFormat::Stockholm:
         if (name.starts_with('#'))
             name[0] = '_';
         [[fallthrough]];
-    case WriteFormat::Msf:
+    case FileFormat::Msf:
         if (name.starts_with("//"))
             name[0] = '_';
         break;
@@ -94,9 +76,9 @@ std::string replaced(std::string_view name, const WriteOptions &options)
 
 FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &options)
     : m_Format(options.format),
-      m_Longest(options.format == WriteFormat::Phylip && !options.hasLongNames ? kShortPhylipName
-                                                                               : 0),
-      m_MustDiffer(mustDiffer(options.format))
+      m_Longest(options.format == FileFormat::Phylip && !options.hasLongNames ? kShortPhylipName
+                                                                              : 0),
+      m_MustDiffer(!holds(options.format, Content::EqualNames))
 {
     m_Names.reserve(alignment.rows.size());
     for (std::size_t row = 0; row < alignment.rows.size(); ++row) {
@@ -114,7 +96,7 @@ FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &o
 std::string FittedNames::fitted(const std::string &name, std::size_t row)
 {
     std::string held = name;
-    if (held.empty() && m_Format != WriteFormat::Pir) {
+    if (held.empty() && !holds(m_Format, Content::EmptyNames)) {
         note(Unnamed, held, row);
         held = "row_" + std::to_string(row + 1);
     }

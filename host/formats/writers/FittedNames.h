@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Records.h"
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <array>
 #include <cstddef>
@@ -42,7 +42,7 @@ private:
     void note(Kind kind, const std::string &before, std::size_t row);
     [[nodiscard]] std::string sentence(Kind kind) const;
 
-    WriteFormat m_Format;
+    FileFormat m_Format;
     // 0 for names of any length.
     std::size_t m_Longest;
     bool m_MustDiffer;

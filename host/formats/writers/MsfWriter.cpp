@@ -3,9 +3,9 @@
 
 #include "CellText.h"
 #include "FormatText.h"
+#include "Text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <vector>
 
 namespace TAMBO::formats {
@@ -25,8 +25,7 @@ unsigned checksum(const std::string &cells)
     std::uint64_t sum = 0;
     unsigned weight = 1;
     for (const char cell : cells) {
-        sum += std::uint64_t{weight} *
-               static_cast<unsigned>(std::toupper(static_cast<unsigned char>(cell)));
+        sum += std::uint64_t{weight} * static_cast<unsigned char>(capitalLetter(cell));
         weight = weight == longestWeight ? 1 : weight + 1;
     }
     return static_cast<unsigned>(sum % kModulus);

@@ -3,6 +3,7 @@
 
 #include "FittedAlignment.h"
 #include "PirTitle.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <set>
@@ -12,11 +13,6 @@ namespace TAMBO {
 namespace {
 
 using namespace formats;
-
-std::string countOf(std::size_t count, const std::string &one, const std::string &many)
-{
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
 
 template <typename Property> std::size_t countRows(const AlignmentRecord &alignment, Property has)
 {
@@ -47,7 +43,7 @@ public:
             tags += (i == 0 ? "" : ", ") + m_Tags[i];
         if (m_Tags.size() > mostTags)
             tags += ", ...";
-        sentences.push_back(subject + " is left out: " + countOf(m_Count, "line", "lines") + " (" +
+        sentences.push_back(subject + " is left out: " + counted(m_Count, "line", "lines") + " (" +
                             tags + ").");
     }
 
@@ -75,15 +71,15 @@ void addAnnotationLosses(const AlignmentRecord &alignment, std::vector<std::stri
     ofResidues.addSentence("What is said of residues", sentences);
 }
 
-void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
+void addBreakLosses(const AlignmentRecord &alignment, FileFormat format,
                     std::vector<std::string> &sentences)
 {
-    if (format != WriteFormat::Pir) {
+    if (!holds(format, Content::ChainBreaks)) {
         const std::size_t rows =
             countRows(alignment, [](const RowRecord &row) { return !row.chainBreaks.empty(); });
         if (rows > 0)
             sentences.push_back("The breaks between chains (\"/\") in " +
-                                countOf(rows, "row", "rows") + " are written as gaps.");
+                                counted(rows, "row", "rows") + " are written as gaps.");
         return;
     }
     std::size_t lost = 0;
@@ -92,26 +88,27 @@ void addBreakLosses(const AlignmentRecord &alignment, WriteFormat format,
             std::count_if(row.chainBreaks.begin(), row.chainBreaks.end(),
                           [](const ChainBreak &one) { return !one.column; }));
     if (lost > 0)
-        sentences.push_back(countOf(lost, "break between chains is", "breaks between chains are") +
+        sentences.push_back(counted(lost, "break between chains is", "breaks between chains are") +
                             " left out: there is no gap where \"/\" could stand.");
 }
 
 // The numbers of a row that is tied to its structure no longer go with the tie.
-void addNumberLosses(const AlignmentRecord &alignment, WriteFormat format,
+void addNumberLosses(const AlignmentRecord &alignment, FileFormat format,
                      std::vector<std::string> &sentences)
 {
     const std::size_t numbered = countRows(alignment, [format](const RowRecord &row) {
         return row.hasOwnNumbers &&
-               (format == WriteFormat::Pir ? !row.areNumbersInHeader : row.link->structure.empty());
+               (holds(format, Content::ResidueNumbers) ? !row.areNumbersInHeader
+                                                       : row.link->structure.empty());
     });
     if (numbered == 0)
         return;
     const std::string start =
-        "The residue numbers of " + countOf(numbered, "row", "rows") + " are left out: ";
-    sentences.push_back(start +
-                        (format == WriteFormat::Pir
-                             ? "a PIR file has those of structures, and counts other residues."
-                             : "without a structure they count from 1 when the file is opened."));
+        "The residue numbers of " + counted(numbered, "row", "rows") + " are left out: ";
+    sentences.push_back(
+        start + (holds(format, Content::ResidueNumbers)
+                     ? fileOf(format) + " has those of structures, and counts other residues."
+                     : "without a structure they count from 1 when the file is opened."));
 }
 
 // What is known of residues, and only structure files say.
@@ -120,12 +117,12 @@ void addStructureLosses(const AlignmentRecord &alignment, std::vector<std::strin
     const std::size_t withElements =
         countRows(alignment, [](const RowRecord &row) { return row.hasElements; });
     if (withElements > 0)
-        sentences.push_back("The secondary structure of " + countOf(withElements, "row", "rows") +
+        sentences.push_back("The secondary structure of " + counted(withElements, "row", "rows") +
                             " is left out: only a structure file has helices, strands and turns.");
     const std::size_t withModel =
         countRows(alignment, [](const RowRecord &row) { return row.hasModel; });
     if (withModel > 0)
-        sentences.push_back(countOf(withModel, "row is", "rows are") +
+        sentences.push_back(counted(withModel, "row is", "rows are") +
                             " not tied to a model any more when the file is opened; the model can "
                             "be written as a structure.");
 }
@@ -136,7 +133,7 @@ void addTitleLosses(const AlignmentRecord &alignment, std::vector<std::string> &
     const std::size_t rows =
         countRows(alignment, [](const RowRecord &row) { return !isTitleKept(row); });
     if (rows > 0)
-        sentences.push_back("The titles of " + countOf(rows, "row", "rows") +
+        sentences.push_back("The titles of " + counted(rows, "row", "rows") +
                             " are changed: they become a field of the header that names the "
                             "structure.");
 }
@@ -154,7 +151,7 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
     for (const RowRecord &row : alignment.rows)
         lines += repeated(row.residueAnnotations);
     if (lines > 0)
-        sentences.push_back(countOf(lines, "line of annotation is", "lines of annotation are") +
+        sentences.push_back(counted(lines, "line of annotation is", "lines of annotation are") +
                             " called like another one: a number is put behind the "
                             "name.");
 }
@@ -163,14 +160,14 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
 
 std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const WriteOptions &options)
 {
-    const WriteFormat format = options.format;
+    const FileFormat format = options.format;
     if (isStructureFormat(format))
         return "An alignment cannot be written as " + fileOf(format) + '.';
     const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
     if (alignment.rows.empty() ||
         std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
         return "There is nothing to write: the alignment has no residues.";
-    if (!alignment.isAligned && format != WriteFormat::Pir && format != WriteFormat::Fasta)
+    if (!alignment.isAligned && !holds(format, Content::Unaligned))
         return "The sequences are not aligned, and " + fileOf(format) + " holds alignments only.";
     return std::nullopt;
 }
@@ -179,28 +176,28 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
 {
     if (obstacleTo(alignment, options))
         return {};
-    const WriteFormat format = options.format;
+    const FileFormat format = options.format;
     std::vector<std::string> sentences = FittedAlignment(alignment, options).changes();
-    if (!holdsDescriptions(format)) {
+    if (!holds(format, Content::Descriptions)) {
         const std::size_t rows = countRows(
             alignment, [](const RowRecord &row) { return !plainDescription(row).empty(); });
         if (rows > 0)
-            sentences.push_back("The descriptions of " + countOf(rows, "row", "rows") +
+            sentences.push_back("The descriptions of " + counted(rows, "row", "rows") +
                                 " are left out.");
     }
-    if (format != WriteFormat::Pir) {
+    if (!holds(format, Content::StructureTies)) {
         const std::size_t rows =
             countRows(alignment, [](const RowRecord &row) { return !row.link->structure.empty(); });
         if (rows > 0)
-            sentences.push_back(countOf(rows, "row is", "rows are") +
+            sentences.push_back(counted(rows, "row is", "rows are") +
                                 " not tied to the structure any more when the file is opened.");
     }
-    if (format == WriteFormat::Pir)
+    if (holds(format, Content::StructureTies))
         addTitleLosses(alignment, sentences);
     addNumberLosses(alignment, format, sentences);
     addStructureLosses(alignment, sentences);
     addBreakLosses(alignment, format, sentences);
-    if (format == WriteFormat::Stockholm)
+    if (holds(format, Content::Annotation))
         addTagLosses(alignment, sentences);
     else
         addAnnotationLosses(alignment, sentences);
@@ -213,7 +210,7 @@ std::vector<std::string> looksLostOf(const AlignmentRecord &alignment)
         countRows(alignment, [](const RowRecord &row) { return row.hasOwnColors; });
     if (rows == 0)
         return {};
-    return {"The colors given to residues of " + countOf(rows, "row", "rows") + " are left out."};
+    return {"The colors given to residues of " + counted(rows, "row", "rows") + " are left out."};
 }
 
 } // namespace TAMBO

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureCode.h"
 
-#include "FileEndings.h"
+#include "FormatTable.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -26,19 +27,9 @@ std::string_view withoutDirectories(std::string_view name)
 // In lower case.
 void stripEndings(std::string &name)
 {
-    static const std::vector<std::string_view> endings = structureEndings();
+    static const std::vector<std::string_view> endings = endingsOf(FormatKind::Structures);
     strip(name, kCompressedEnding);
     std::ranges::any_of(endings, [&](std::string_view ending) { return strip(name, ending); });
-}
-
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    for (char &c : lower) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
 }
 
 } // namespace

@@ -169,11 +169,11 @@ TEST_F(ExportDialogTest, OptionsAreThoseThatAreSeen)
     EXPECT_EQ(dialog.options().lineLength, 80U);
     choose(dialog, "Format", "PHYLIP");
     choose(dialog, "Names", "any length");
-    EXPECT_EQ(dialog.options(), (WriteOptions{WriteFormat::Phylip, 80, true, false}));
+    EXPECT_EQ(dialog.options(), (WriteOptions{FileFormat::Phylip, 80, true, false}));
     choose(dialog, "Layout", "one row");
-    EXPECT_EQ(dialog.options(), (WriteOptions{WriteFormat::Phylip, 0, true, true}));
+    EXPECT_EQ(dialog.options(), (WriteOptions{FileFormat::Phylip, 0, true, true}));
     choose(dialog, "Format", "MSF");
-    EXPECT_EQ(dialog.options(), WriteOptions{WriteFormat::Msf});
+    EXPECT_EQ(dialog.options(), WriteOptions{FileFormat::Msf});
 }
 
 TEST_F(ExportDialogTest, TheFormatStaysWhenAnotherObjectIsChosen)
@@ -183,7 +183,7 @@ TEST_F(ExportDialogTest, TheFormatStaysWhenAnotherObjectIsChosen)
     const ExportDialog dialog({&one, &two}, &one, nullptr);
     choose(dialog, "Format", "MSF");
     choose(dialog, "Object", "two");
-    EXPECT_EQ(dialog.options().format, WriteFormat::Msf);
+    EXPECT_EQ(dialog.options().format, FileFormat::Msf);
 }
 
 TEST_F(ExportDialogTest, WhatCannotBeWrittenIsNotWritten)

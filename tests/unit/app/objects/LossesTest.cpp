@@ -204,8 +204,7 @@ TEST_F(LossesOfAlignments, NumbersThatTheHeaderSaysAreNotLostInPirFiles)
     const DataAdder<Space> guard(nullptr, Space::instance());
     const Alignment &made = *ObjectFactory::adopt(std::move(record));
     EXPECT_EQ(WritableObject(made).losses({}), QStringList());
-    EXPECT_EQ(WritableObject(made).losses({WriteFormat::Fasta}).filter("residue numbers").size(),
-              1);
+    EXPECT_EQ(WritableObject(made).losses({FileFormat::Fasta}).filter("residue numbers").size(), 1);
     Peptide::from(made.GetSeq(1))->setNumber(0, SequenceNumber("40"));
     EXPECT_EQ(WritableObject(made).losses({}).filter("residue numbers of 1 row").size(), 1);
 }
@@ -247,7 +246,7 @@ TEST_F(LossesOfAlignments, LinesOfOneNameGetANumberInStockholmFiles)
     record.columnAnnotations = {{"conf", "123"}, {"conf", "456"}};
     const DataAdder<Space> guard(nullptr, Space::instance());
     const Alignment &made = *ObjectFactory::adopt(std::move(record));
-    EXPECT_EQ(WritableObject(made).losses({WriteFormat::Stockholm}).filter("1 line of").size(), 1);
+    EXPECT_EQ(WritableObject(made).losses({FileFormat::Stockholm}).filter("1 line of").size(), 1);
 }
 
 // ---- Structures
@@ -311,7 +310,7 @@ protected:
     void tryFormats(const Structure &structure)
     {
         const Facts before = factsOf(structure);
-        for (const WriteFormat format : {WriteFormat::Pdb, WriteFormat::Mmcif}) {
+        for (const FileFormat format : {FileFormat::Pdb, FileFormat::Mmcif}) {
             SCOPED_TRACE(formatTitle(format));
             const WritableObject object(structure);
             const QString file = m_Folder.filePath("written");
@@ -355,7 +354,7 @@ TEST_F(LossesOfStructures, OfAPlainStructureAreThoseOfReadingOnly)
     const DataAdder<Space> guard(nullptr, Space::instance());
     const Structure &structure = *ObjectFactory::adopt(plain());
     tryFormats(structure);
-    EXPECT_EQ(WritableObject(structure).losses({WriteFormat::Pdb}).size(), 1);
+    EXPECT_EQ(WritableObject(structure).losses({FileFormat::Pdb}).size(), 1);
     EXPECT_EQ(WritableObject(structure).lostLooks(), QStringList());
 }
 

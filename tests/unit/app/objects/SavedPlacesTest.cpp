@@ -47,7 +47,7 @@ class SavedPlacesTest : public RecordedFixture
 {
 protected:
     // As it comes out of the file.
-    Alignment &opened(const QString &file, WriteFormat format, bool isWhole = true)
+    Alignment &opened(const QString &file, FileFormat format, bool isWhole = true)
     {
         Alignment &family = alignment("family", {"AC-D", "ACCD"});
         m_Places.noteOpened(family, {m_Folder.filePath(file), {format}, isWhole});
@@ -99,7 +99,7 @@ protected:
 
 TEST_F(SavedPlacesTest, AnAlignmentGoesBackToTheFileThatItCameFrom)
 {
-    Alignment &family = opened("family.fasta", WriteFormat::Fasta);
+    Alignment &family = opened("family.fasta", FileFormat::Fasta);
     EXPECT_EQ(unsaved(), QStringList());
     moveGap(family);
     EXPECT_EQ(unsaved(), QStringList("family: rows, columns or gaps -> family.fasta"));
@@ -110,7 +110,7 @@ TEST_F(SavedPlacesTest, AnAlignmentGoesBackToTheFileThatItCameFrom)
 
 TEST_F(SavedPlacesTest, AFileWithSeveralAlignmentsIsNotReplacedByOne)
 {
-    moveGap(opened("several.sto", WriteFormat::Stockholm, false));
+    moveGap(opened("several.sto", FileFormat::Stockholm, false));
     EXPECT_EQ(unsaved(), QStringList("family: rows, columns or gaps -> "));
 }
 
@@ -118,9 +118,9 @@ TEST_F(SavedPlacesTest, AFileThatAnotherAlignmentWasSavedToIsNotReplacedWithoutA
 {
     QFile file(m_Folder.filePath("family.ali"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    Alignment &first = opened("family.ali", WriteFormat::Pir);
+    Alignment &first = opened("family.ali", FileFormat::Pir);
     Alignment &second = alignment("second", {"AC-D", "ACCD"});
-    m_Places.noteSaved(second, {file.fileName(), {WriteFormat::Pir}});
+    m_Places.noteSaved(second, {file.fileName(), {FileFormat::Pir}});
     moveGap(first);
     EXPECT_EQ(unsaved(), QStringList{"family: rows, columns or gaps -> "});
 }
@@ -129,22 +129,22 @@ TEST_F(SavedPlacesTest, OfAFileThatWasOpenedTwiceOnlyTheSecondGoesBackToIt)
 {
     QFile file(m_Folder.filePath("family.ali"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    moveGap(opened("family.ali", WriteFormat::Pir));
-    moveGap(opened("family.ali", WriteFormat::Pir));
+    moveGap(opened("family.ali", FileFormat::Pir));
+    moveGap(opened("family.ali", FileFormat::Pir));
     EXPECT_EQ(unsaved(), (QStringList{"family: rows, columns or gaps -> ",
                                       "family: rows, columns or gaps -> family.ali"}));
 }
 
 TEST_F(SavedPlacesTest, AFileThatWouldLoseSomethingIsNotReplacedWithoutAQuestion)
 {
-    Alignment &family = opened("family.aln", WriteFormat::Clustal);
+    Alignment &family = opened("family.aln", FileFormat::Clustal);
     renameObject(*family.GetSeq(0), "two words");
     EXPECT_EQ(unsaved(), QStringList("family: names of rows -> "));
 }
 
 TEST_F(SavedPlacesTest, ARenamedAlignmentAsksForAFileOfTheNewName)
 {
-    Alignment &family = opened("family.ali", WriteFormat::Pir);
+    Alignment &family = opened("family.ali", FileFormat::Pir);
     renameObject(family, "relatives");
     EXPECT_EQ(unsaved(), QStringList("relatives: name -> "));
     QString suggested;
@@ -227,7 +227,7 @@ TEST_F(SavedPlacesTest, ASequenceWithoutAnAlignmentCanBeSaved)
 TEST_F(SavedPlacesTest, AFailureIsToldAndTheObjectStaysUnsaved)
 {
     ASSERT_TRUE(QFile::link("/dev/full", m_Folder.filePath("full.fasta")));
-    Alignment &family = opened("full.fasta", WriteFormat::Fasta);
+    Alignment &family = opened("full.fasta", FileFormat::Fasta);
     moveGap(family);
     QWidget window;
     EXPECT_FALSE(saveObject(m_Places, family, &window));
@@ -239,7 +239,7 @@ TEST_F(SavedPlacesTest, AFailureIsToldAndTheObjectStaysUnsaved)
 
 TEST_F(SavedPlacesTest, AnObjectAtTheAddressOfAFreedOneHasNoFile)
 {
-    Alignment &family = opened("family.fasta", WriteFormat::Fasta);
+    Alignment &family = opened("family.fasta", FileFormat::Fasta);
     DataMaker::Destroy(&family);
     m_History.setLimit(1);
     // The step that keeps it is dropped, and the memory is used again at some time.
@@ -257,8 +257,8 @@ TEST_F(SavedPlacesTest, AnObjectAtTheAddressOfAFreedOneHasNoFile)
 TEST_F(SavedPlacesTest, HeadersWithNewNumbersMatterToFilesThatHaveThem)
 {
     for (const auto &[format, expected] :
-         {std::pair(WriteFormat::Fasta, QStringList()),
-          std::pair(WriteFormat::Pir, QStringList("made: residue numbers in headers -> made"))}) {
+         {std::pair(FileFormat::Fasta, QStringList()),
+          std::pair(FileFormat::Pir, QStringList("made: residue numbers in headers -> made"))}) {
         Structure &known = structure("1abc", "A", "ACD");
         Alignment &made = *DataMaker::makeAlignment("made", {known.chain(0)});
         m_Places.noteOpened(made, {m_Folder.filePath("made"), {format}, true});
@@ -279,7 +279,7 @@ TEST_F(SavedPlacesTest, NumbersThatNoStructureFileHasAreTold)
     EXPECT_EQ(m_Places.strangeNumbers(made, {}),
               QStringList("It names residue numbers of 1abc that are in no structure file until "
                           "1abc is saved, too."));
-    EXPECT_EQ(m_Places.strangeNumbers(made, {WriteFormat::Fasta}), QStringList());
+    EXPECT_EQ(m_Places.strangeNumbers(made, {FileFormat::Fasta}), QStringList());
     const SavedPlaces::Unsaved thing = m_Places.unsaved().back();
     EXPECT_EQ(thing.object, &made);
     EXPECT_EQ(thing.numbersFrom, std::vector<const Compound *>{&known});
@@ -292,20 +292,20 @@ TEST_F(SavedPlacesTest, NumbersThatNoStructureFileHasAreTold)
 
 TEST_F(SavedPlacesTest, LossesThatWereAcceptedAreNotAskedAboutAgain)
 {
-    Alignment &family = opened("family.aln", WriteFormat::Clustal);
+    Alignment &family = opened("family.aln", FileFormat::Clustal);
     renameObject(*family.GetSeq(0), "two words");
-    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {WriteFormat::Clustal}},
+    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {FileFormat::Clustal}},
                          {"some loss"});
     EXPECT_EQ(unsaved().size(), 1);
     m_Places.acceptWritten(family);
     EXPECT_EQ(unsaved(), QStringList());
     moveGap(family);
-    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {WriteFormat::Clustal}},
+    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {FileFormat::Clustal}},
                          {"some loss"});
     EXPECT_EQ(unsaved(), QStringList());
     moveGap(family);
     family.moveGap(0, 1, 2, true);
-    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {WriteFormat::Clustal}},
+    m_Places.noteWritten(family, {m_Folder.filePath("family.aln"), {FileFormat::Clustal}},
                          {"some loss", "another"});
     EXPECT_EQ(unsaved().size(), 1) << "this one has not been accepted";
 }
@@ -336,7 +336,7 @@ protected:
 
 TEST_F(ExportSavesTest, AnExportWithoutLossesCountsAsSaved)
 {
-    Alignment &family = opened("family.ali", WriteFormat::Pir);
+    Alignment &family = opened("family.ali", FileFormat::Pir);
     moveGap(family);
     exportAs(family, "Stockholm", "family.sto", false);
     EXPECT_FALSE(m_WasOffered);
@@ -347,7 +347,7 @@ TEST_F(ExportSavesTest, AnExportWithoutLossesCountsAsSaved)
 
 TEST_F(ExportSavesTest, AnExportWithLossesCountsOnlyWhenTheUserSaysSo)
 {
-    Alignment &family = opened("family.ali", WriteFormat::Pir);
+    Alignment &family = opened("family.ali", FileFormat::Pir);
     renameObject(*family.GetSeq(0), "two words");
     exportAs(family, "Clustal", "family.aln", false);
     EXPECT_TRUE(m_WasOffered);
@@ -358,7 +358,7 @@ TEST_F(ExportSavesTest, AnExportWithLossesCountsOnlyWhenTheUserSaysSo)
 
 TEST_F(ExportSavesTest, WhatIsSavedIsNotAskedAboutAndStaysWithItsFile)
 {
-    Alignment &family = opened("family.ali", WriteFormat::Pir);
+    Alignment &family = opened("family.ali", FileFormat::Pir);
     exportAs(family, "PHYLIP", "copy.phy", false);
     EXPECT_FALSE(m_WasOffered);
     moveGap(family);

@@ -205,7 +205,7 @@ TEST_F(WritableObjectTest, RealStructuresSurvive)
           "structures/four_chains_haemoglobin_2hhb.pdb.gz",
           "structures/selenomethionine_1a8o.cif"}) {
         const WritableObject object(openStructure(name));
-        for (const WriteFormat format : object.formats())
+        for (const FileFormat format : object.formats())
             EXPECT_EQ(object.write(m_Folder.filePath("saved"), {format}), std::nullopt) << name;
     }
 }
@@ -215,7 +215,7 @@ TEST_F(WritableObjectTest, AStructureKeepsResiduesGroupsAtomsAndElements)
 {
     const Structure &before = openStructure("structures/ubiquitin_1ubi.pdb");
     const QString file = m_Folder.filePath("1ubi.cif");
-    ASSERT_EQ(WritableObject(before).write(file, {WriteFormat::Mmcif}), std::nullopt);
+    ASSERT_EQ(WritableObject(before).write(file, {FileFormat::Mmcif}), std::nullopt);
     Result<FileContents> contents = readFile(file.toStdString());
     ASSERT_TRUE(contents.has_value());
     const DataAdder<Space> guard(nullptr, Space::instance());
@@ -238,19 +238,19 @@ TEST_F(WritableObjectTest, AStructureKeepsResiduesGroupsAtomsAndElements)
 TEST_F(WritableObjectTest, AlignmentsAndStructuresHaveFormatsOfTheirOwn)
 {
     EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().size(), 8U);
-    EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().front(), WriteFormat::Pir);
+    EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().front(), FileFormat::Pir);
     EXPECT_EQ(WritableObject(structure("1abc", "A", "AC")).formats(),
-              (std::vector{WriteFormat::Pdb, WriteFormat::Mmcif}));
+              (std::vector{FileFormat::Pdb, FileFormat::Mmcif}));
     EXPECT_FALSE(WritableObject::isWritable(sequence("x", "AC")));
 }
 
 TEST_F(WritableObjectTest, LossesAndObstaclesAreThoseOfTheFormat)
 {
     const WritableObject object(alignment("a long name", {"AC", "AC"}));
-    EXPECT_EQ(object.obstacle({WriteFormat::Phylip}), std::nullopt);
+    EXPECT_EQ(object.obstacle({FileFormat::Phylip}), std::nullopt);
     EXPECT_EQ(object.losses({}), QStringList());
-    EXPECT_EQ(object.losses({WriteFormat::Phylip}).size(), 2);
-    EXPECT_EQ(object.obstacle({WriteFormat::Pdb}),
+    EXPECT_EQ(object.losses({FileFormat::Phylip}).size(), 2);
+    EXPECT_EQ(object.obstacle({FileFormat::Pdb}),
               QStringLiteral("An alignment cannot be written as a PDB file."));
 }
 

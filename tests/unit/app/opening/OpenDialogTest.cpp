@@ -2,7 +2,7 @@
 // Which files the dialog for opening offers.
 #include "OpenDialog.h"
 
-#include "WriteFormat.h"
+#include "WriteOptions.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -24,7 +24,7 @@ TEST(OpenDialog, OffersEachEndingThatIsWrittenAlsoCompressed)
     const QStringList filters = app::openFilters();
     ASSERT_EQ(filters.size(), 4);
     for (const std::string_view name : writeFormatNames()) {
-        const WriteFormat format = writeOptionsNamed(name)->format;
+        const FileFormat format = writeOptionsNamed(name)->format;
         for (const std::string_view ending : fileEndings(format)) {
             const QString file = "x" + QString::fromStdString(std::string(ending));
             for (const QString &offered : {file, file + ".gz", file.toUpper()}) {

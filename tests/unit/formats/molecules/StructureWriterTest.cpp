@@ -45,12 +45,12 @@ StructureRecord small()
 
 WriteOptions pdb()
 {
-    return {WriteFormat::Pdb};
+    return {FileFormat::Pdb};
 }
 
 WriteOptions mmcif()
 {
-    return {WriteFormat::Mmcif};
+    return {FileFormat::Mmcif};
 }
 
 // Empty when it is written.
@@ -63,7 +63,7 @@ std::string failureOf(const fs::path &path, const StructureRecord &structure,
 
 std::string writtenAs(const StructureRecord &structure, const WriteOptions &options)
 {
-    const TemporaryFile file(options.format == WriteFormat::Pdb ? "x.pdb" : "x.cif", "old");
+    const TemporaryFile file(options.format == FileFormat::Pdb ? "x.pdb" : "x.cif", "old");
     const std::optional<Failure> failure = writeFile(file.path(), structure, options);
     if (failure) {
         EXPECT_EQ(bytesOf(file.path()), "old");
@@ -243,7 +243,7 @@ TEST(StructureWriter, AStructureWithoutAtomsIsNotWritten)
 
 TEST(StructureWriter, AStructureIsNoAlignment)
 {
-    EXPECT_EQ(obstacleTo(small(), {WriteFormat::Clustal}),
+    EXPECT_EQ(obstacleTo(small(), {FileFormat::Clustal}),
               "A structure cannot be written as a Clustal file.");
 }
 
@@ -265,7 +265,7 @@ TEST(StructureWriter, EveryKindOfDifferenceIsFound)
 {
     const StructureRecord structure = small();
     const auto differenceTo = [&](const StructureRecord &changed) {
-        return differenceBetween(structure, changed, WriteFormat::Pdb).value_or("none");
+        return differenceBetween(structure, changed, FileFormat::Pdb).value_or("none");
     };
     EXPECT_EQ(differenceTo(structure), "none");
     EXPECT_EQ(differenceTo(StructureRecord()), "it has 0 chains instead of 1");

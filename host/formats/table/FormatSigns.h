@@ -1,28 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Tells a file's format from how its text begins.
+// The signs by which a text tells its format.
 #pragma once
 
+#include "FormatTable.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace TAMBO::formats {
 
-enum class FileFormat {
-    Pir,
-    Fasta,
-    Pdb,
-    Mmcif,
-    Clustal,
-    Stockholm,
-    // Names and rows, nothing else.
-    PlainRows,
-    Msf,
-    Phylip,
-    Unknown
+struct Recognised
+{
+    FileFormat format;
+    // Names and rows, nothing else: what a Stockholm file is without its markup.
+    bool isBare = false;
 };
 
 // From the start of the text, '\n' as line end. A first record has to begin within it.
-[[nodiscard]] FileFormat recognise(std::string_view head);
+[[nodiscard]] std::optional<Recognised> recognise(std::string_view head);
 
 // What a file of no known format is, for a message: "is a zip archive; unpack it first".
 [[nodiscard]] std::string describeUnreadable(std::string_view head);

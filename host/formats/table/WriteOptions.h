@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The formats that files are written in: their names, endings and what can be chosen of them.
+// What can be chosen of a file that is written, and the names and endings that choose it.
 #pragma once
+
+#include "FormatTable.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -11,11 +13,9 @@
 
 namespace TAMBO {
 
-enum class WriteFormat { Pir, Fasta, A2m, A3m, Clustal, Stockholm, Msf, Phylip, Pdb, Mmcif };
-
 struct WriteOptions
 {
-    WriteFormat format = WriteFormat::Pir;
+    FileFormat format = FileFormat::Pir;
     // PIR, FASTA: columns a line; A2M and A3M have a line a row. Clustal, MSF and PHYLIP: columns a
     // block. 0 for what is usual.
     std::size_t lineLength = 0;
@@ -27,22 +27,10 @@ struct WriteOptions
     friend bool operator==(const WriteOptions &, const WriteOptions &) = default;
 };
 
-// "pir", "fasta", ..., and "phylip-relaxed", "phylip-sequential", "phylip-relaxed-sequential".
+// A format's name, or "phylip-relaxed", "phylip-sequential", "phylip-relaxed-sequential".
 [[nodiscard]] std::optional<WriteOptions> writeOptionsNamed(std::string_view name);
 [[nodiscard]] std::vector<std::string_view> writeFormatNames();
 // By a file name's ending, ".gz" aside, in any case of letters.
 [[nodiscard]] std::optional<WriteOptions> writeOptionsFor(const std::filesystem::path &file);
-
-// For people: "PIR", "Clustal".
-[[nodiscard]] std::string formatTitle(WriteFormat format);
-// With article: "a PIR file", "an MSF file".
-[[nodiscard]] std::string fileOf(WriteFormat format);
-// The usual endings, with the dot, the first one first.
-[[nodiscard]] std::vector<std::string_view> fileEndings(WriteFormat format);
-[[nodiscard]] bool isStructureFormat(WriteFormat format) noexcept;
-// Whether a file can hold several alignments.
-[[nodiscard]] bool holdsSeveral(WriteFormat format) noexcept;
-// Whether something can be said of a row besides its name.
-[[nodiscard]] bool holdsDescriptions(WriteFormat format) noexcept;
 
 } // namespace TAMBO

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "InsertColumns.h"
+#include "DotlessRows.h"
 
 #include "RowBuilder.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <numeric>
@@ -14,17 +15,12 @@ namespace {
 // A bit each, these are half a gigabyte.
 constexpr std::uint64_t kMostCells = std::uint64_t{1} << 32U;
 
-bool isInserted(char cell) noexcept
-{
-    return cell >= 'a' && cell <= 'z';
-}
-
 // How many inserted residues stand before each column, and after the last one.
 std::vector<std::uint32_t> insertionLengths(const std::string &cells)
 {
     std::vector<std::uint32_t> lengths(1);
     for (const char cell : cells) {
-        if (isInserted(cell))
+        if (isSmallLetter(cell))
             ++lengths.back();
         else
             lengths.push_back(0);
@@ -43,7 +39,7 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
         ++column;
     };
     for (const char cell : cells) {
-        if (isInserted(cell))
+        if (isSmallLetter(cell))
             ++inserted;
         else
             closeInsertion();
@@ -55,7 +51,7 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
 
 } // namespace
 
-bool openInsertColumns(std::vector<RowRecord> &rows, std::vector<Annotation> &lines)
+bool openDotlessRows(std::vector<RowRecord> &rows, std::vector<Annotation> &lines)
 {
     std::vector<std::uint32_t> longest;
     for (const RowRecord &row : rows) {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "FileFormat.h"
+#include "FormatSigns.h"
 
 #include "FormatText.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <vector>
 
 namespace TAMBO::formats {
@@ -36,14 +36,6 @@ constexpr std::array kSignatures = std::to_array<Signature>({
     {"\xfe\xff"sv, "UTF-16 text; save it as UTF-8 first"sv},
 });
 
-std::string_view firstLine(std::string_view &text) noexcept
-{
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    return line;
-}
-
 // The record name of a line of a PDB file: its first six columns.
 std::string_view recordName(std::string_view line) noexcept
 {
@@ -56,14 +48,6 @@ bool isPdbRecord(std::string_view line) noexcept
     return std::find(kPdbRecords.begin(), kPdbRecords.end(), recordName(line)) != kPdbRecords.end();
 }
 
-bool startsWithoutCase(std::string_view text, std::string_view lowerCaseStart) noexcept
-{
-    return text.size() >= lowerCaseStart.size() &&
-           std::equal(
-               lowerCaseStart.begin(), lowerCaseStart.end(), text.begin(),
-               [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
-}
-
 bool hasWithoutCase(std::string_view text, std::string_view lowerCasePart) noexcept
 {
     for (; text.size() >= lowerCasePart.size(); text.remove_prefix(1))
@@ -72,25 +56,9 @@ bool hasWithoutCase(std::string_view text, std::string_view lowerCasePart) noexc
     return false;
 }
 
-std::vector<std::string_view> wordsOf(std::string_view line)
-{
-    std::vector<std::string_view> words;
-    while (!(line = trimmed(line)).empty()) {
-        const auto end = std::find_if(line.begin(), line.end(), isBlank);
-        words.push_back(line.substr(0, static_cast<std::size_t>(end - line.begin())));
-        line.remove_prefix(words.back().size());
-    }
-    return words;
-}
-
-bool isNumber(std::string_view word) noexcept
-{
-    return word.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 bool isCell(char character) noexcept
 {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+    return isLetter(character) ||
            std::string_view("-.~_*?").find(character) != std::string_view::npos;
 }
 
@@ -102,20 +70,20 @@ bool isText(std::string_view line) noexcept
     });
 }
 
-FileFormat byFirstLine(std::string_view line) noexcept
+std::optional<Recognised> byFirstLine(std::string_view line) noexcept
 {
     if (startsWithoutCase(line, "# stockholm"))
-        return FileFormat::Stockholm;
+        return Recognised{FileFormat::Stockholm};
     if (hasWithoutCase(line, "clustal") || hasWithoutCase(line, "multiple sequence alignment"))
-        return FileFormat::Clustal;
+        return Recognised{FileFormat::Clustal};
     if (line.starts_with("!!AA_MULTIPLE_ALIGNMENT") ||
         line.starts_with("!!NA_MULTIPLE_ALIGNMENT") || line.starts_with("PileUp"))
-        return FileFormat::Msf;
+        return Recognised{FileFormat::Msf};
     if (isPdbRecord(line))
-        return FileFormat::Pdb;
+        return Recognised{FileFormat::Pdb};
     if (isPhylipHeader(line))
-        return FileFormat::Phylip;
-    return FileFormat::Unknown;
+        return Recognised{FileFormat::Phylip};
+    return std::nullopt;
 }
 
 // Rows that are a name and columns, one as wide as the other, up to an empty line or a line of
@@ -130,13 +98,13 @@ bool isBlockOfRows(std::string_view text)
     while (!text.empty()) {
         // The last line may be cut.
         const bool isWhole = text.find('\n') != std::string_view::npos;
-        const std::string_view line = firstLine(text);
+        const std::string_view line = takeLine(text);
         if (rows > 0 && (trimmed(line).empty() || isBlank(line.front()) || !isWhole))
             break;
         const std::vector<std::string_view> words = wordsOf(line);
         if (words.size() < 2 || words.size() > 3 || isBlank(line.front()) ||
             !std::all_of(words[1].begin(), words[1].end(), isCell) ||
-            (words.size() == 3 && !isNumber(words[2])) || (rows > 0 && words[1].size() != width))
+            (words.size() == 3 && !isAllDigits(words[2])) || (rows > 0 && words[1].size() != width))
             return false;
         width = words[1].size();
         hasGaps = hasGaps || words[1].find_first_of("-.") != std::string_view::npos;
@@ -149,22 +117,23 @@ bool isBlockOfRows(std::string_view text)
 std::string_view withoutEmptyLines(std::string_view text) noexcept
 {
     for (std::string_view rest = text; !rest.empty(); text = rest)
-        if (!trimmed(firstLine(rest)).empty())
+        if (!trimmed(takeLine(rest)).empty())
             break;
     return text;
 }
 
-FileFormat byRows(std::string_view head)
+std::optional<Recognised> byRows(std::string_view head)
 {
     std::string_view text = withoutEmptyLines(head);
     if (isBlockOfRows(text))
-        return FileFormat::PlainRows;
+        return Recognised{FileFormat::Stockholm, true};
     // A program that says in its own way what it writes.
-    (void)firstLine(text);
+    (void)takeLine(text);
     const bool isSetOff =
         !text.empty() && trimmed(std::string_view(text).substr(0, text.find('\n'))).empty();
-    return isSetOff && isBlockOfRows(withoutEmptyLines(text)) ? FileFormat::Clustal
-                                                              : FileFormat::Unknown;
+    if (isSetOff && isBlockOfRows(withoutEmptyLines(text)))
+        return Recognised{FileFormat::Clustal};
+    return std::nullopt;
 }
 
 } // namespace
@@ -195,7 +164,7 @@ bool isMsfLine(std::string_view line) noexcept
 
 bool isPirStart(std::string_view line) noexcept
 {
-    const auto isCode = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; };
+    const auto isCode = [](char c) { return isLetter(c) || isDigit(c); };
     return line.size() >= 4 && line[0] == '>' && isCode(line[1]) && isCode(line[2]) &&
            line[3] == ';';
 }
@@ -210,31 +179,30 @@ bool isAtomRecord(std::string_view line) noexcept
            x.find_first_not_of("+-.0123456789") == std::string_view::npos;
 }
 
-FileFormat recognise(std::string_view head)
+std::optional<Recognised> recognise(std::string_view head)
 {
     bool isFirst = true;
     bool isAllText = true;
     for (std::string_view rest = head; !rest.empty();) {
-        const std::string_view line = firstLine(rest);
+        const std::string_view line = takeLine(rest);
         if (trimmed(line).empty())
             continue;
         // Text in front of the first record is usual enough; other bytes are not. Its name and
         // description may have any words.
         if (line.front() == '>' && isAllText)
-            return isPirStart(line) ? FileFormat::Pir : FileFormat::Fasta;
+            return Recognised{isPirStart(line) ? FileFormat::Pir : FileFormat::Fasta};
         if (isFirst) {
-            const FileFormat format = byFirstLine(line);
-            if (format != FileFormat::Unknown)
+            if (const std::optional<Recognised> format = byFirstLine(line))
                 return format;
         }
         // Comments may come first, also in front of sequences.
         if (startsWithoutCase(line, "data_") && isFirst)
-            return FileFormat::Mmcif;
+            return Recognised{FileFormat::Mmcif};
         isFirst = isFirst && line.front() == '#';
         if (isMsfLine(line))
-            return FileFormat::Msf;
+            return Recognised{FileFormat::Msf};
         if (isAtomRecord(line))
-            return FileFormat::Pdb;
+            return Recognised{FileFormat::Pdb};
         isAllText = isAllText && isText(line);
     }
     return byRows(head);
@@ -252,8 +220,13 @@ std::string describeUnreadable(std::string_view head)
     if (text.empty())
         return "holds nothing but blanks";
     const std::string_view begin = text.substr(0, text.find('\n'));
-    const std::string expected = "expected a structure (PDB, mmCIF) or an alignment (PIR, FASTA, "
-                                 "A3M, Clustal, Stockholm, MSF, PHYLIP)";
+    const auto titles = [](FormatKind kind) {
+        return formatTitles([kind](const FormatEntry &entry) {
+            return entry.kind == kind && entry.isRecognised();
+        });
+    };
+    const std::string expected = "expected a structure (" + titles(FormatKind::Structures) +
+                                 ") or an alignment (" + titles(FormatKind::Alignments) + ')';
     if (!isText(begin))
         return "is no text file of a known format; " + expected;
     return "begins with " + shown(begin) + "; " + expected;
