@@ -3,6 +3,7 @@
 
 #include "Directories.h"
 #include "Logger.h"
+#include "Text.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,15 +43,7 @@ bool parseValue(const std::string &line, char &letter, float &value)
     if (!(fields >> first >> value) || fields >> rest || first.size() != 1)
         return false;
     letter = first.front();
-    return letter >= 'A' && letter <= 'Z' && std::isfinite(value);
-}
-
-std::string withoutBlanks(const std::string &line)
-{
-    const auto first = line.find_first_not_of(" \t\r");
-    if (first == std::string::npos)
-        return {};
-    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
+    return isCapitalLetter(letter) && std::isfinite(value);
 }
 
 // What follows the word on its line; nothing when the line begins otherwise.
@@ -58,7 +51,7 @@ std::optional<std::string> afterWord(std::string_view word, const std::string &l
 {
     if (line.substr(0, line.find_first_of(" \t")) != word)
         return {};
-    return withoutBlanks(line.substr(word.size()));
+    return std::string(trimmed(line.substr(word.size())));
 }
 
 struct ScaleFile
@@ -126,7 +119,7 @@ Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::stri
     std::string line;
     for (unsigned long number = 1; std::getline(lines, line); ++number) {
         line.erase(std::min(line.find('#'), line.size()));
-        line = withoutBlanks(line);
+        line = std::string(trimmed(line));
         if (line.empty())
             continue;
         const auto failure = [&](const std::string &cause) {
