@@ -227,3 +227,14 @@ void VirtualScreen::typeText(const QString &window, const QString &text) const
 {
     EXPECT_TRUE(xdotool({"windowactivate", "--sync", window, "type", "--delay", "1", text}));
 }
+
+void VirtualScreen::pasteText(const QString &window, const QString &text) const
+{
+    QFile file(m_Folder.filePath("pasted.txt"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text.toUtf8());
+    file.close();
+    // It goes into the background when it owns the clipboard, and ends with the server.
+    EXPECT_TRUE(run("xclip", {"-selection", "clipboard", "-in", file.fileName()}));
+    pressKey(window, "ctrl+v");
+}

@@ -42,6 +42,8 @@ public:
     // To the window, after it has got the keyboard; several keys stand apart.
     void pressKey(const QString &window, const QString &keys) const;
     void typeText(const QString &window, const QString &text) const;
+    // Lets the window paste the text, which then arrives whole, whatever the window does meanwhile.
+    void pasteText(const QString &window, const QString &text) const;
     // To whatever has the keyboard.
     void pressKey(const QString &keys) const;
 

@@ -93,6 +93,8 @@ QString WindowFixture::window(const QString &title, int count)
         return found.size() >= count || !isRunning();
     });
     EXPECT_EQ(found.size(), count) << title.toStdString();
+    // It may take no keys before it is complete.
+    waitUntil([&] { return isSettled() || !isRunning(); });
     return found.isEmpty() ? QString() : found.back();
 }
 
@@ -141,25 +143,21 @@ void WindowFixture::choose(const QString &editor, int menu, int entry)
                                   QString("Down ").repeated(entry) + "Return");
 }
 
-// Names that are offered to complete the text, which may be at any time, can take a key, and with
-// it the text.
+// Names that are offered to complete the text, which may be at any time, can take a key.
 void WindowFixture::enterFile(const QString &dialog, const QString &file)
 {
     const auto isGone = [&] { return !isRunning() || m_Screen.findWindows(dialog).isEmpty(); };
     const auto waitForRest = [&] {
         return waitUntil([&] { return isSettled() || isGone(); }) && !isGone();
     };
-    m_Screen.typeText(window(dialog), file);
+    const QString shown = window(dialog);
     while (waitForRest()) {
-        if (!m_Screen.findPopups().isEmpty()) {
+        m_Screen.pressKey(shown, "ctrl+a");
+        m_Screen.pasteText(shown, file);
+        while (waitForRest() && !m_Screen.findPopups().isEmpty())
             m_Screen.pressKey("Escape");
-            continue;
-        }
-        m_Screen.pressKey("Return");
-        if (!waitForRest())
-            break;
-        m_Screen.pressKey("ctrl+a");
-        m_Screen.typeText(window(dialog), file);
+        if (!isGone())
+            m_Screen.pressKey("Return");
     }
     EXPECT_TRUE(isRunning());
 }
