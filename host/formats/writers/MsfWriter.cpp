@@ -3,7 +3,7 @@
 
 #include "CellText.h"
 #include "FormatText.h"
-#include "Text.h"
+#include "MsfChecksum.h"
 
 #include <algorithm>
 #include <vector>
@@ -17,18 +17,11 @@ constexpr std::size_t kMsfGroup = 10;
 constexpr char kMsfGap = '.';
 constexpr unsigned kModulus = 10000;
 
-// The checksum that the format is known for: letters in capitals weighted 1 to 57 by their columns,
-// gaps included.
-unsigned checksum(const std::string &cells)
+std::uint32_t checksum(const std::string &cells)
 {
-    constexpr unsigned longestWeight = 57;
-    std::uint64_t sum = 0;
-    unsigned weight = 1;
-    for (const char cell : cells) {
-        sum += std::uint64_t{weight} * static_cast<unsigned char>(capitalLetter(cell));
-        weight = weight == longestWeight ? 1 : weight + 1;
-    }
-    return static_cast<unsigned>(sum % kModulus);
+    MsfChecksum sum;
+    sum.add(cells);
+    return sum.ofColumns();
 }
 
 std::string padded(const std::string &text, std::size_t width)

@@ -53,6 +53,40 @@ std::vector<fs::path> alignmentFiles()
     return {files.begin(), files.end()};
 }
 
+// With an insertion, which A3M files leave out of the other row.
+AlignmentRecord smallAlignment()
+{
+    return recordOf({{"one", "ACdE"}, {"two", "AC-E"}});
+}
+
+StructureRecord smallStructure()
+{
+    StructureRecord structure;
+    ChainRecord &chain = structure.chains.emplace_back();
+    chain.name = "A";
+    ResidueRecord &residue = chain.residues.emplace_back();
+    residue.typeName = "ALA";
+    residue.letter = 'A';
+    residue.number = SequenceNumber(1);
+    residue.atoms.push_back({"CA", "C", Vertex(1, 2, 3)});
+    return structure;
+}
+
+TEST(Recognition, AFileIsOfTheFormatAsWhichTheTableSaysItIsRead)
+{
+    const AlignmentRecord alignment = smallAlignment();
+    for (const FormatEntry &entry : kFormats) {
+        const TemporaryFile file("x", "");
+        const WriteOptions options{entry.format};
+        const std::optional<Failure> failure =
+            isStructureFormat(entry.format)
+                ? writeFile(file.path(), smallStructure(), options)
+                : writeFile(file.path(), std::span(&alignment, 1), options);
+        ASSERT_EQ(failure ? failure->message : "", "") << entry.name;
+        EXPECT_EQ(contentsOf(file.path()).format, formatName(entry.readAs)) << entry.name;
+    }
+}
+
 class RoundTrip : public testing::TestWithParam<std::string>
 {
 };
