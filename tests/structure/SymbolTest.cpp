@@ -124,6 +124,43 @@ TEST(EditorLibrary, FindsEveryHostSymbolInTheWorkbench)
     EXPECT_GT(fromHost, 20u) << "the editor is to get its host from the process";
 }
 
+bool isOpen(const char *file, const std::string &name)
+{
+    return std::ranges::any_of(symbols("--undefined-only", file), [&](const Symbol &symbol) {
+        return symbol.name.substr(0, symbol.name.find('@')) == name;
+    });
+}
+
+// All but one thread belong to the workbench, which knows what may be touched from where.
+TEST(EditorLibrary, StartsNoThread)
+{
+    for (const std::string name :
+         {"pthread_create", "_ZN7QThread5startENS_8PriorityE", "_ZN7QThreadC1EP7QObject",
+          "_ZN7QThreadC2EP7QObject", "_ZN11QThreadPool14globalInstanceEv",
+          "_ZN6QMutex12lockInternalEv", "pthread_mutex_lock",
+          "_ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE"})
+        EXPECT_FALSE(isOpen(EDITOR_FILE, name)) << name;
+}
+
+// What is thrown through the toolkit's event loop ends the program.
+TEST(EditorLibrary, ThrowsNothing)
+{
+    EXPECT_FALSE(isOpen(EDITOR_FILE, "__cxa_throw"));
+    EXPECT_TRUE(isOpen(WORKBENCH_FILE, "__cxa_throw")) << "what throws is seen by it";
+}
+
+// Which variable, the tests of the window see.
+TEST(EditorLibrary, ReadsTheEnvironmentInOneWay)
+{
+    EXPECT_TRUE(isOpen(EDITOR_FILE, "_Z27qEnvironmentVariableIsEmptyPKc"));
+    for (const std::string name :
+         {"getenv", "secure_getenv", "environ", "__environ", "_Z7qgetenvPKc",
+          "_Z20qEnvironmentVariablePKc", "_Z20qEnvironmentVariablePKcRK7QString",
+          "_Z25qEnvironmentVariableIsSetPKc", "_Z30qEnvironmentVariableIntValuePKcPb",
+          "_ZN19QProcessEnvironment17systemEnvironmentEv"})
+        EXPECT_FALSE(isOpen(EDITOR_FILE, name)) << name;
+}
+
 std::string withoutComments(const fs::path &file)
 {
     std::ifstream stream(file);

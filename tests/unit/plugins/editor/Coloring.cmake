@@ -5,4 +5,4 @@ tambo_test(kalmo_color_test QT
         residues/ColoringTest.cpp
         residues/DistanceTest.cpp
         residues/SelectingTest.cpp
-    LIBRARIES kalmo_objects Tambo::services Tambo::history Tambo::formats Tambo::model)
+    LIBRARIES asked_settings kalmo_objects Tambo::services Tambo::history Tambo::formats Tambo::model)

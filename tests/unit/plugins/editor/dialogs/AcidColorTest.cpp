@@ -3,6 +3,7 @@
 
 #include "Colormap.h"
 #include "JLabel.h"
+#include "MakingOrder.h"
 #include "ResidueScales.h"
 #include "WindowFixture.h"
 
@@ -133,6 +134,22 @@ TEST_F(AcidColor, OffersOkCancelAndApplyBelowAPlainBox)
               QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply);
     EXPECT_EQ(box(dialog).parentWidget(), &dialog);
     EXPECT_FALSE(box(dialog).isEditable());
+}
+
+TEST_F(AcidColor, IsMadeInItsFixedOrder)
+{
+    MakingOrder order;
+    const ZEP::AcidColor dialog(nullptr);
+    QStringList expected{"QComboBox"};
+    for (int i = 0; i <= kUnknown; ++i)
+        expected.append("ZEP::JLabel");
+    expected += {"QDialogButtonBox", "tool tip of QComboBox"};
+    EXPECT_EQ(order.of(dialog), expected);
+}
+
+TEST_F(AcidColor, ChangesNothingOfItsBaseButApply)
+{
+    expectOnlyApplyIsOverridden<ZEP::AcidColor>();
 }
 
 TEST_F(AcidColor, OpensBesideItsWindowWithoutBlockingIt)

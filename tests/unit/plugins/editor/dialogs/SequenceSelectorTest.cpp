@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SequenceSelector.h"
 
+#include "MakingOrder.h"
 #include "WindowFixture.h"
 
 #include "Structure.h"
@@ -91,6 +92,21 @@ TEST_F(SequenceSelector, TellsTheBaseOfDialogsWhatItWants)
     // Nothing but the writing of the choice is its own.
     EXPECT_EQ(ZEP::SequenceSelector::staticMetaObject.methodOffset(),
               ZEP::SequenceSelector::staticMetaObject.methodCount());
+}
+
+TEST_F(SequenceSelector, IsMadeInItsFixedOrder)
+{
+    Compounds chosen;
+    const Compounds offered = candidates({"a"});
+    MakingOrder order;
+    const ZEP::SequenceSelector dialog(offered, chosen, nullptr, "x");
+    EXPECT_EQ(order.of(dialog),
+              (QStringList{"QListWidget", "QDialogButtonBox", "tool tip of QListWidget"}));
+}
+
+TEST_F(SequenceSelector, ChangesNothingOfItsBaseButApply)
+{
+    expectOnlyApplyIsOverridden<ZEP::SequenceSelector>();
 }
 
 TEST_F(SequenceSelector, TheListTakesTheRoomOfTheDialog)

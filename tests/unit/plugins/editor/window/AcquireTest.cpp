@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Making, extending, combining, copying and deleting alignments from an editor window.
+#include "HostSpy.h"
 #include "WindowFixture.h"
 
 #include "AlignmentTable.h"
@@ -19,6 +20,8 @@ using Answers = TAMBO::services::SelectObjectAnswers;
 class Acquire : public WindowFixture
 {
 protected:
+    ~Acquire() override { HostSpy::makesNoAlignment = false; }
+
     static QString shownName(const ZEP::KALMO2 &window)
     {
         return WindowParts(window).corner->text();
@@ -383,6 +386,28 @@ TEST_F(Acquire, MakingTwiceMakesTwoOfOneName)
     ASSERT_EQ(alignments().size(), 2U);
     EXPECT_EQ(alignments()[0]->Name(), "SeqAli");
     EXPECT_EQ(alignments()[1]->Name(), "SeqAli");
+}
+
+TEST_F(Acquire, AnAlignmentThatWasNotMadeIsSaidAndTheWindowEmptied)
+{
+    TAMBO::Peptide &a = peptide("a", "ACD");
+    ZEP::KALMO2 &window = open(alignment({"AC"}, "before"));
+    HostSpy::makesNoAlignment = true;
+    Answers::push({&a});
+    const MessageRecorder messages;
+    window.GetSequences();
+    EXPECT_EQ(messages.messages(), QStringList{R"(ASSERT: "0 != newAli" in KalmoIO (245))"});
+    EXPECT_TRUE(isEmpty(window));
+}
+
+TEST_F(Acquire, ACopyThatWasNotMadeIsSaidAndTheShownOneKept)
+{
+    ZEP::KALMO2 &window = open(alignment({"AC"}, "before"));
+    HostSpy::makesNoAlignment = true;
+    const MessageRecorder messages;
+    window.Duplicate();
+    EXPECT_EQ(messages.messages(), QStringList{R"(ASSERT: "0 != newAli" in KalmoIO (273))"});
+    EXPECT_EQ(shownName(window), "before");
 }
 
 TEST_F(Acquire, AnAlignmentOutlivesTheWindowThatMadeIt)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Saving and opening through the workbench.
+#include "HostSpy.h"
 #include "WindowFixture.h"
 
 #include "KalmoIO.h"
@@ -41,6 +42,7 @@ protected:
     }
     ~AlignmentFiles() override
     {
+        HostSpy::onSync = nullptr;
         PluginRoutes::instance().removeCommand("Parse", "PIR", "SaveALI");
         PluginRoutes::instance().removeExecute("Data", "OpenFile", "open");
     }
@@ -176,6 +178,26 @@ TEST_F(AlignmentFiles, OpeningLeavesTheDisplay)
     EXPECT_EQ(m_Opened, std::vector<std::string>{"SequenceEditor"});
     EXPECT_EQ(WindowParts(window).corner->text(), "shown");
     EXPECT_EQ(messages.messages(), QStringList());
+}
+
+// What waits for the screen is drawn before the user is kept waiting by a dialog or a file.
+TEST_F(AlignmentFiles, TheMenuIsGoneFromTheScreenBeforeAFileIsAskedFor)
+{
+    QStringList order;
+    HostSpy::onSync = [&] { order.append(QString("drawn, %1 opened").arg(m_Opened.size())); };
+    ZEP::KALMO2 &window = open(alignment({"AC"}));
+    DialogDriver dialogs;
+    dialogs.expect([&](QDialog &dialog) {
+        order.append("asked");
+        dialog.reject();
+    });
+    window.Save();
+    EXPECT_EQ(order, (QStringList{"drawn, 0 opened", "asked"}));
+    window.OpenFile();
+    EXPECT_EQ(order, (QStringList{"drawn, 0 opened", "asked", "drawn, 0 opened"}));
+    EXPECT_EQ(m_Opened.size(), 1U);
+    open().Save();
+    EXPECT_EQ(order.size(), 4) << "also when there is nothing to save";
 }
 
 } // namespace AlignmentFilesTest
