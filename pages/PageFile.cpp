@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PageFile.h"
 
-#include "SetupFilter.h"
-
 #include <QFile>
 #include <QSaveFile>
-#include <poppler-qt6.h>
 
 #include <algorithm>
-#include <memory>
-#include <numeric>
 
 namespace Pages {
 
@@ -23,38 +18,6 @@ bool isPostScript(const QString &name)
 QString cannotWrite(const QString &target, const QString &reason)
 {
     return QStringLiteral("%1 was not written: %2").arg(target, reason);
-}
-
-QString writePostScript(const QByteArray &pdf, const PageFile &file, QIODevice &target)
-{
-    const std::unique_ptr<Poppler::Document> pages = Poppler::Document::loadFromData(pdf);
-    if (pages == nullptr || pages->numPages() == 0)
-        return QStringLiteral("the pages cannot be read back");
-    QList<int> numbers(pages->numPages());
-    std::iota(numbers.begin(), numbers.end(), 1);
-    SetupFilter filter(GlyphNames(pdf), target);
-    const std::unique_ptr<Poppler::PSConverter> converter = pages->psConverter();
-    converter->setOutputDevice(&filter);
-    converter->setPageList(numbers);
-    converter->setTitle(file.title);
-    const QSizeF size = std::unique_ptr<Poppler::Page>(pages->page(0))->pageSizeF();
-    converter->setPaperWidth(qRound(size.width()));
-    converter->setPaperHeight(qRound(size.height()));
-    struct Listener
-    {
-        const Progress &progress;
-        int count;
-    } listener{file.progress, static_cast<int>(numbers.size())};
-    if (file.progress) {
-        converter->setPageConvertedCallback(
-            [](int page, void *to) {
-                const auto *told = static_cast<Listener *>(to);
-                told->progress(page, told->count);
-            },
-            &listener);
-    }
-    const bool isConverted = converter->convert();
-    return filter.finish() && isConverted ? QString() : QStringLiteral("the conversion failed");
 }
 
 } // namespace
@@ -71,10 +34,11 @@ QString writePageFile(const QString &pdf, const PageFile &file)
     const QByteArray bytes = source.readAll();
     QString error;
     if (isPostScript(file.target))
-        error = writePostScript(bytes, file, target);
+        error = writePostScript(bytes, file.title, file.progress, target);
     else
         target.write(bytes);
-    if (target.error() != QFileDevice::NoError)
+    // What is written last is not looked at when the file is closed.
+    if (!target.flush() || target.error() != QFileDevice::NoError)
         error = target.errorString();
     if (!error.isEmpty()) {
         target.cancelWriting();

@@ -2,14 +2,11 @@
 // Files of finished pages: the toolkit paints pages into PDF only, users want PostScript as well.
 #pragma once
 
+#include "PostScript.h"
+
 #include <QString>
 
-#include <functional>
-
 namespace Pages {
-
-// A page is done; they count from 1.
-using Progress = std::function<void(int page, int count)>;
 
 struct PageFile
 {

@@ -196,7 +196,7 @@ unsigned kindOf(const std::string &name)
         return Gemmi;
     if (name == "zlib.h")
         return Zlib;
-    if (name.starts_with("poppler"))
+    if (name.starts_with("poppler") || name.starts_with("cairo"))
         return Poppler;
     if (name.starts_with("Q") || name.starts_with("qt"))
         return Qt;

@@ -54,6 +54,8 @@ public:
         }
         return found;
     }
+    // What a program finds that reads the PostScript itself.
+    [[nodiscard]] QString foundText() const { return QString::fromUtf8(m_FoundText); }
     [[nodiscard]] bool embedsItsFonts() const
     {
         const QList<Poppler::FontInfo> fonts = m_Pages->fonts();
@@ -75,16 +77,25 @@ private:
     }
     QString distilled(const QString &path)
     {
+        const QString text = interpreted(path, "txtwrite");
+        QFile file(text);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        m_FoundText = file.readAll();
+        return interpreted(path, "pdfwrite");
+    }
+    QString interpreted(const QString &path, const QString &device)
+    {
         QProcess program;
-        const QString pdf = m_Folder.filePath("distilled.pdf");
-        program.start("gs", {"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", "-sDEVICE=pdfwrite",
-                             "-sOutputFile=" + pdf, path});
+        const QString made = m_Folder.filePath(device);
+        program.start("gs", {"-q", "-dSAFER", "-dNOPAUSE", "-dBATCH", "-sDEVICE=" + device,
+                             "-sOutputFile=" + made, path});
         EXPECT_TRUE(program.waitForFinished(kPatienceMilliseconds)) << "is ghostscript installed?";
         EXPECT_EQ(program.exitCode(), 0) << program.readAll().toStdString();
-        return pdf;
+        return made;
     }
 
     QTemporaryDir m_Folder;
     QByteArray m_Bytes;
+    QByteArray m_FoundText;
     std::unique_ptr<Poppler::Document> m_Pages;
 };

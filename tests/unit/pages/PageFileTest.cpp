@@ -2,8 +2,10 @@
 // PDF pages as files of PDF and PostScript.
 #include "PageFile.h"
 
+#include "support/ExpectMessage.h"
 #include "support/PrintedFile.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QPainter>
@@ -68,6 +70,7 @@ TEST_F(PageFileTest, PostScriptShowsTheSamePages)
     ASSERT_EQ(made.pageCount(), 3);
     EXPECT_EQ(made.title(), "three pages");
     EXPECT_TRUE(made.embedsItsFonts());
+    EXPECT_FALSE(made.bytes().contains("/FontType 3 def")) << "outlines, not pictures of letters";
     for (int page = 0; page < 3; ++page) {
         EXPECT_EQ(made.text(page), wanted.text(page));
         EXPECT_TRUE(made.text(page).contains(QStringLiteral("Page no. %1, Größe Ω").arg(page + 1)))
@@ -77,13 +80,67 @@ TEST_F(PageFileTest, PostScriptShowsTheSamePages)
     }
 }
 
-TEST_F(PageFileTest, OutlineFontsOfOtherKindsAreNamedToo)
+TEST_F(PageFileTest, TextIsFoundInThePostScriptItself)
 {
-    for (const char *family : {"DejaVu Serif", "DejaVu Sans"}) {
+    EXPECT_EQ(Pages::writePageFile(pages(2), {path("out.ps"), {}, {}}), "");
+    const QString text = PrintedFile(path("out.ps")).foundText().simplified();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("Page no. 1, Größe Ω"))) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(QStringLiteral("Page no. 2, Größe Ω"))) << text.toStdString();
+}
+
+TEST_F(PageFileTest, TextIsFoundWhateverTheFont)
+{
+    for (const char *family : {"DejaVu Serif", "DejaVu Sans", "Nimbus Mono PS", "Nimbus Roman"}) {
         const QString pdf = pages(1, QPageLayout::Portrait, QFont(family, 14));
         EXPECT_EQ(Pages::writePageFile(pdf, {path("out.ps"), {}, {}}), "");
         EXPECT_EQ(PrintedFile(path("out.ps")).text(0), PrintedFile(pdf).text(0)) << family;
     }
+}
+
+TEST_F(PageFileTest, EachPageHasItsOwnSize)
+{
+    QPdfWriter writer(path("pages.pdf"));
+    QPainter painter;
+    for (const QPageLayout::Orientation side : {QPageLayout::Portrait, QPageLayout::Landscape}) {
+        writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A5), side, QMarginsF()));
+        if (!painter.isActive())
+            painter.begin(&writer);
+        else
+            writer.newPage();
+        painter.drawText(100, 100, "text");
+    }
+    painter.end();
+    EXPECT_EQ(Pages::writePageFile(path("pages.pdf"), {path("out.ps"), {}, {}}), "");
+    const PrintedFile made(path("out.ps"));
+    ASSERT_EQ(made.pageCount(), 2);
+    const QImage upright = made.image(0);
+    EXPECT_LT(upright.width(), upright.height());
+    EXPECT_EQ(made.image(1).size(), upright.size().transposed());
+    EXPECT_TRUE(made.text(1).contains("text"));
+}
+
+TEST_F(PageFileTest, ATitleIsOneLineOfLimitedLength)
+{
+    const QString pdf = pages(1);
+    for (const QString &title : {QStringLiteral("two\nlines"), QStringLiteral("a (b) \\ %%EOF"),
+                                 QString(400, QChar(0x00e9)), QStringLiteral("Größe")}) {
+        EXPECT_EQ(Pages::writePageFile(pdf, {path("out.ps"), title, {}}), "");
+        const QByteArray bytes = read(path("out.ps"));
+        const qsizetype at = bytes.indexOf("\n%%Title: ") + 1;
+        const QByteArray line = bytes.sliced(at, bytes.indexOf('\n', at) - at);
+        EXPECT_LE(line.size(), 255);
+        EXPECT_TRUE(("%%Title: " + title.simplified()).startsWith(QString::fromUtf8(line)));
+        EXPECT_GE(line.size(), std::min<qsizetype>(254, title.simplified().size()));
+        EXPECT_EQ(PrintedFile(path("out.ps")).pageCount(), 1);
+    }
+}
+
+TEST_F(PageFileTest, ATargetThatTakesNothingIsAFailure)
+{
+    QBuffer closed;
+    ASSERT_TRUE(closed.open(QIODevice::ReadOnly));
+    const MessageRecorder quiet;
+    EXPECT_EQ(Pages::writePostScript(read(pages(1)), {}, {}, closed), "the conversion failed");
 }
 
 TEST_F(PageFileTest, PagesThatLieOnTheirSideStayUpright)
