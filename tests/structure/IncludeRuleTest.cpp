@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reads every source's includes and holds them against the rule who may include whom. The build's
 // include paths catch most breaches; this catches a path written out, too.
+#include "ProjectSources.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,6 +17,10 @@
 namespace IncludeRuleTest {
 
 namespace fs = std::filesystem;
+using ProjectSources::Include;
+using ProjectSources::includesOf;
+using ProjectSources::linesOf;
+using ProjectSources::sourcesIn;
 
 enum External : unsigned { Std = 1, System = 2, Qt = 4, Gemmi = 8, Zlib = 16, Poppler = 32 };
 
@@ -136,36 +142,6 @@ bool mayInclude(const Rule &rule, const fs::path &home)
 // Headers of the kit that need the toolkit; the layers without it must not use them.
 const std::regex kQtInclude(R"(^#include <Q)");
 
-struct Include
-{
-    fs::path file;
-    int line;
-    std::string name;
-    bool angled;
-};
-
-std::vector<std::string> linesOf(const fs::path &file)
-{
-    std::ifstream stream(file);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-std::vector<fs::path> sourcesIn(const fs::path &folder)
-{
-    std::vector<fs::path> found;
-    if (!fs::exists(folder))
-        return found;
-    for (const auto &entry : fs::recursive_directory_iterator(folder)) {
-        const std::string extension = entry.path().extension().string();
-        if (entry.is_regular_file() && (extension == ".h" || extension == ".cpp"))
-            found.push_back(entry.path());
-    }
-    return found;
-}
-
 // Without those of its rooms, which have rules of their own.
 std::vector<fs::path> sourcesOfFolder(const std::string &folder)
 {
@@ -173,20 +149,6 @@ std::vector<fs::path> sourcesOfFolder(const std::string &folder)
     std::erase_if(found, [&](const fs::path &file) {
         return file.parent_path() != fs::path(SOURCE_DIR) / folder;
     });
-    return found;
-}
-
-std::vector<Include> includesOf(const fs::path &file)
-{
-    static const std::regex pattern(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
-    std::vector<Include> found;
-    int number = 0;
-    for (const std::string &line : linesOf(file)) {
-        ++number;
-        std::smatch match;
-        if (std::regex_search(line, match, pattern))
-            found.push_back({file, number, match[2], match[1] == "<"});
-    }
     return found;
 }
 
