@@ -98,6 +98,15 @@ FileContents contentsOf(const std::string &name, std::string_view bytes)
     return contentsOf(TemporaryFile(name, bytes).path());
 }
 
+AlignmentRecord alignmentOf(const std::string &name, std::string_view bytes,
+                            const std::string &format)
+{
+    FileContents contents = contentsOf(name, bytes);
+    EXPECT_EQ(contents.format, format);
+    EXPECT_EQ(contents.alignments.size(), 1U);
+    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+}
+
 std::string messageOf(const fs::path &path)
 {
     const Result<FileContents> result = readFile(path);

@@ -45,6 +45,10 @@ using Fact = std::map<std::string, std::string>;
 [[nodiscard]] FileContents contentsOf(const std::filesystem::path &path);
 [[nodiscard]] FileContents contentsOf(const std::string &name, std::string_view bytes);
 // The message with which reading fails; a success fails the test.
+// The one alignment of a file that is known by its text to be of that format.
+[[nodiscard]] AlignmentRecord alignmentOf(const std::string &name, std::string_view bytes,
+                                          const std::string &format);
+
 [[nodiscard]] std::string messageOf(const std::filesystem::path &path);
 [[nodiscard]] std::string messageOf(const std::string &name, std::string_view bytes);
 

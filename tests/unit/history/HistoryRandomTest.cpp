@@ -5,6 +5,7 @@
 #include "Element.h"
 #include "ResidueTies.h"
 
+#include <functional>
 #include <map>
 #include <random>
 
@@ -45,9 +46,14 @@ protected:
     void changeAlignment(TAMBO::Alignment &alignment);
     // What a file or a modelling job brings.
     void bringSomething();
+    // Commands of some changes each, and now and then to any state, which is as it was.
+    void walk(int rounds, const std::function<void()> &afterChange);
+    void expectEveryState();
 
     std::mt19937 random{GetParam()};
     int made = 0;
+    // By the position in the history.
+    std::map<std::size_t, std::string> states;
 };
 
 void HistoryRandomTest::changeAlignment(TAMBO::Alignment &alignment)
@@ -152,11 +158,10 @@ void HistoryRandomTest::bringSomething()
     target.retie(std::move(ties));
 }
 
-TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
+void HistoryRandomTest::walk(int rounds, const std::function<void()> &afterChange)
 {
-    std::map<std::size_t, std::string> states{{0, portrait()}};
-    int arrivals = 0;
-    for (int round = 0; round < 200; ++round) {
+    states = {{0, portrait()}};
+    for (int round = 0; round < rounds; ++round) {
         if (below(4) == 0) {
             const std::size_t position = below(history.size() + 1);
             ASSERT_TRUE(history.goTo(position));
@@ -167,22 +172,15 @@ TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
             const Guard guard(Publisher::Update, space());
             for (unsigned i = 1 + below(4); i > 0; --i) {
                 changeSomething();
-                if (below(3) != 0)
-                    continue;
-                const std::size_t before = history.position();
-                {
-                    const TAMBO::ArrivalScope arrival;
-                    states[history.position()] = portrait();
-                    bringSomething();
-                    states[history.position() + 1] = portrait();
-                }
-                ASSERT_GT(history.position(), before);
-                ++arrivals;
+                afterChange();
             }
         }
         states[history.position()] = portrait();
     }
-    EXPECT_GT(arrivals, 20);
+}
+
+void HistoryRandomTest::expectEveryState()
+{
     ASSERT_TRUE(history.goTo(0));
     for (std::size_t i = 0; i <= history.size(); ++i) {
         ASSERT_TRUE(history.goTo(i));
@@ -190,29 +188,30 @@ TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
     }
 }
 
+TEST_P(HistoryRandomTest, WhatArrivesDuringCommandsIsAStepOfItsOwn)
+{
+    int arrivals = 0;
+    ASSERT_NO_FATAL_FAILURE(walk(200, [&] {
+        if (below(3) != 0)
+            return;
+        const std::size_t before = history.position();
+        {
+            const TAMBO::ArrivalScope arrival;
+            states[history.position()] = portrait();
+            bringSomething();
+            states[history.position() + 1] = portrait();
+        }
+        ASSERT_GT(history.position(), before);
+        ++arrivals;
+    }));
+    EXPECT_GT(arrivals, 20);
+    expectEveryState();
+}
+
 TEST_P(HistoryRandomTest, EveryStateComesBackWhenUndoAndRedoPassByIt)
 {
-    std::map<std::size_t, std::string> states{{0, portrait()}};
-    for (int round = 0; round < 400; ++round) {
-        if (below(4) == 0) {
-            const std::size_t position = below(history.size() + 1);
-            ASSERT_TRUE(history.goTo(position));
-            ASSERT_EQ(portrait(), states[position]) << "round " << round;
-            continue;
-        }
-        {
-            const Guard guard(Publisher::Update, space());
-            for (unsigned i = 1 + below(4); i > 0; --i)
-                changeSomething();
-        }
-        states[history.position()] = portrait();
-    }
-    ASSERT_TRUE(history.goTo(0));
-    EXPECT_EQ(portrait(), states[0]);
-    for (std::size_t i = 0; i <= history.size(); ++i) {
-        ASSERT_TRUE(history.goTo(i));
-        ASSERT_EQ(portrait(), states[i]) << "step " << i << ": " << history.undoLabel();
-    }
+    ASSERT_NO_FATAL_FAILURE(walk(400, [] {}));
+    expectEveryState();
 }
 
 TEST_P(HistoryRandomTest, SmallLimitDropsStepsAndNeverHarmsTheOthers)

@@ -8,6 +8,7 @@
 #include "Element.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
+#include "support/Answering.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -61,16 +62,6 @@ protected:
         for (int index = 0; index < box.count(); ++index)
             all << box.itemText(index);
         return all;
-    }
-    // Calls answer with the next modal dialog of the kind once it is open.
-    template <typename Dialog, typename Answer> static void answering(const Answer &answer)
-    {
-        QTimer::singleShot(1, qApp, [answer] {
-            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget()))
-                answer(*dialog);
-            else
-                answering<Dialog>(answer);
-        });
     }
     // Types a name, whole or without its folder, and presses Save.
     static void save(QFileDialog &dialog, const QString &name)

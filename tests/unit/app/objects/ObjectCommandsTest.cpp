@@ -7,6 +7,7 @@
 #include "DataMaker.h"
 #include "ObjectOperations.h"
 #include "ObjectSources.h"
+#include "support/Answering.h"
 
 #include <QAction>
 #include <QApplication>
@@ -57,17 +58,6 @@ protected:
             QApplication::sendEvent(&menu, &press);
         });
     }
-    // Calls answer with the modal dialog once it is open, however long that takes.
-    template <typename Dialog, typename Answer> static void answering(const Answer &answer)
-    {
-        QTimer::singleShot(1, qApp, [answer] {
-            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget()))
-                answer(*dialog);
-            else
-                answering<Dialog>(answer);
-        });
-    }
-
     app::ObjectSources m_Sources;
     ObjectCommands m_Commands{m_Sources};
 };

@@ -11,6 +11,7 @@
 #include "ObjectSources.h"
 #include "SaveCommand.h"
 #include "TestTexts.h"
+#include "support/Answering.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -30,18 +31,6 @@ using app::ExportDialog;
 using app::SavedPlaces;
 using app::saveObject;
 using Texts = std::vector<std::string>;
-
-// Calls answer with the modal dialog once it is open, however long that takes.
-template <typename Dialog, typename Answer> void answering(const Answer &answer)
-{
-    QTimer::singleShot(1, qApp, [answer] {
-        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-        if (dialog != nullptr && dialog->isVisible())
-            answer(*dialog);
-        else
-            answering<Dialog>(answer);
-    });
-}
 
 class SavedPlacesTest : public RecordedFixture
 {

@@ -12,6 +12,7 @@
 #include "UndoCommands.h"
 #include "UnsavedDialog.h"
 #include "Workbench.h"
+#include "support/Answering.h"
 #include "support/WaitUntil.h"
 
 #include <QApplication>
@@ -33,18 +34,6 @@ using app::LossBox;
 using app::UnsavedDialog;
 using app::Workbench;
 using services::JobList;
-
-// Calls answer with the modal dialog once it is open, however long that takes.
-template <typename Dialog, typename Answer> void answering(const Answer &answer)
-{
-    QTimer::singleShot(1, qApp, [answer] {
-        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-        if (dialog != nullptr && dialog->isVisible())
-            answer(*dialog);
-        else
-            answering<Dialog>(answer);
-    });
-}
 
 class LeavingTest : public AppFixture
 {

@@ -21,6 +21,7 @@
 #include "UndoActions.h"
 #include "UndoCommands.h"
 #include "UnsavedDialog.h"
+#include "support/Answering.h"
 #include "support/LogLines.h"
 #include "support/WaitUntil.h"
 
@@ -56,18 +57,6 @@ using app::UnsavedDialog;
 using app::Workbench;
 using Outcome = PluginManager::Outcome;
 using Texts = std::vector<std::string>;
-
-// Calls answer with the modal dialog once it is open, however long that takes.
-template <typename Dialog, typename Answer> void answering(const Answer &answer)
-{
-    QTimer::singleShot(1, qApp, [answer] {
-        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-        if (dialog != nullptr && dialog->isVisible())
-            answer(*dialog);
-        else
-            answering<Dialog>(answer);
-    });
-}
 
 class WorkbenchTest : public AppFixture
 {

@@ -12,10 +12,7 @@ using ::testing::IsEmpty;
 
 AlignmentRecord read(std::string_view text, const std::string &format = "a3m")
 {
-    FileContents contents = contentsOf("x.a3m", text);
-    EXPECT_EQ(contents.format, format);
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.a3m", text, format);
 }
 
 TEST(A3m, RowsGetTheirInsertColumnsBack)

@@ -13,10 +13,7 @@ const std::string kHeader = "CLUSTAL W (1.83) multiple sequence alignment\n\n\n"
 
 AlignmentRecord readWhole(std::string_view text)
 {
-    FileContents contents = contentsOf("x.aln", text);
-    EXPECT_EQ(contents.format, "clustal");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.aln", text, "clustal");
 }
 
 AlignmentRecord read(const std::string &body)

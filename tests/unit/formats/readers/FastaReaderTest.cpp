@@ -15,10 +15,7 @@ using ::testing::IsEmpty;
 
 AlignmentRecord read(std::string_view text)
 {
-    FileContents contents = contentsOf("x.fasta", text);
-    EXPECT_EQ(contents.format, "fasta");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.fasta", text, "fasta");
 }
 
 TEST(FastaReader, RowsOfOneLengthAreAnAlignment)

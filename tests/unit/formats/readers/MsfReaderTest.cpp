@@ -13,10 +13,7 @@ const std::string kText = "PileUp\n\n  MSF: 6 Type: P  Check: 0 ..\n\n";
 
 AlignmentRecord read(const std::string &rows)
 {
-    FileContents contents = contentsOf("x.msf", kText + rows);
-    EXPECT_EQ(contents.format, "msf");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.msf", kText + rows, "msf");
 }
 
 std::string message(const std::string &rows)

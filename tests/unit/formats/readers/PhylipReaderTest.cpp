@@ -10,10 +10,7 @@ using ::testing::ElementsAre;
 
 AlignmentRecord read(std::string_view text)
 {
-    FileContents contents = contentsOf("x.phy", text);
-    EXPECT_EQ(contents.format, "phylip");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.phy", text, "phylip");
 }
 
 std::string message(std::string_view text)

@@ -12,10 +12,7 @@ using ::testing::IsEmpty;
 
 AlignmentRecord read(std::string_view text)
 {
-    FileContents contents = contentsOf("x.ali", text);
-    EXPECT_EQ(contents.format, "pir");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.ali", text, "pir");
 }
 
 TEST(PirReader, RecordHasANameATitleAndResiduesUpToTheStar)

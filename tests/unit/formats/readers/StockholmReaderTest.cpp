@@ -15,10 +15,7 @@ const std::string kHeader = "# STOCKHOLM 1.0\n";
 
 AlignmentRecord readWhole(const std::string &text)
 {
-    FileContents contents = contentsOf("x.sto", text);
-    EXPECT_EQ(contents.format, "stockholm");
-    EXPECT_EQ(contents.alignments.size(), 1U);
-    return contents.alignments.empty() ? AlignmentRecord() : std::move(contents.alignments[0]);
+    return alignmentOf("x.sto", text, "stockholm");
 }
 
 AlignmentRecord read(const std::string &body)
