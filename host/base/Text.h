@@ -136,6 +136,12 @@ constexpr std::string_view takeLine(std::string_view &text) noexcept
     return line;
 }
 
+// The last part of a path: a file that travelled still names the directories it came from.
+constexpr std::string_view withoutDirectories(std::string_view name) noexcept
+{
+    return name.substr(name.find_last_of("/\\") + 1);
+}
+
 constexpr bool isAllDigits(std::string_view text) noexcept
 {
     for (const char character : text)

@@ -3,6 +3,7 @@
 
 #include "FormatTable.h"
 #include "StructureCode.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <map>
@@ -29,12 +30,6 @@ std::vector<std::string> possibleEndings()
     return all;
 }
 
-// The last part alone: a file that travelled still names the directories it came from.
-std::string withoutDirectories(const std::string &name)
-{
-    return name.substr(name.find_last_of("/\\") + 1);
-}
-
 class Siblings
 {
 public:
@@ -59,7 +54,7 @@ private:
 
 std::optional<fs::path> Siblings::find(const std::string &name)
 {
-    const std::string fileName = withoutDirectories(name);
+    const std::string fileName(withoutDirectories(name));
     if (fileName.empty() || fileName == "." || fileName == "..")
         return std::nullopt;
     std::optional<fs::path> file = findWhole(fileName);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ReplacementFile.h"
 
+#include "FormatTable.h"
 #include "FormatText.h"
 #include "InPlaceCopy.h"
 #include "UnfinishedFiles.h"
@@ -26,12 +27,13 @@ constexpr std::size_t kWriteBuffer = std::size_t{1} << 18U;
 std::string endingOf(const fs::path &file)
 {
     const std::string last = file.extension().string();
-    const std::string ending = last == ".gz" ? file.stem().extension().string() + last : last;
+    const std::string ending =
+        last == kCompressedEnding ? file.stem().extension().string() + last : last;
     // A name has 255 bytes, some of them for what stands before the ending.
     constexpr std::size_t longest = 100;
     if (ending.size() <= longest)
         return ending;
-    return last == ".gz" ? last : std::string();
+    return last == kCompressedEnding ? last : std::string();
 }
 
 // Where a link leads to of which the end is not there yet: that is what is to be made.
@@ -140,7 +142,7 @@ ReplacementFile::ReplacementFile(const fs::path &target, Scratch scratch)
       m_Scratch(std::move(scratch))
 {
     look();
-    if (!m_Failure && endingOf(target).ends_with(".gz")) {
+    if (!m_Failure && endingOf(target).ends_with(kCompressedEnding)) {
         m_Deflater = std::make_unique<Deflater>();
         if (!m_Deflater->isReady())
             fail(ENOMEM);

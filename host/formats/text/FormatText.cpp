@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FormatText.h"
 
+#include "FormatTable.h"
+
 #include <array>
 
 namespace TAMBO::formats {
@@ -72,10 +74,9 @@ std::string cleanText(std::string_view text)
 
 std::string baseName(const std::string &file)
 {
-    constexpr std::string_view kCompressed = ".gz";
     std::string name = file;
-    if (name.size() > kCompressed.size() && endsWithoutCase(name, kCompressed))
-        name.resize(name.size() - kCompressed.size());
+    if (name.size() > kCompressedEnding.size() && endsWithoutCase(name, kCompressedEnding))
+        name.resize(name.size() - kCompressedEnding.size());
     const std::size_t dot = name.rfind('.');
     if (dot != std::string::npos && dot > 0)
         name.resize(dot);

@@ -18,12 +18,6 @@ bool strip(std::string &name, std::string_view ending)
     return has;
 }
 
-std::string_view withoutDirectories(std::string_view name)
-{
-    const std::size_t directories = name.find_last_of("/\\");
-    return directories == std::string_view::npos ? name : name.substr(directories + 1);
-}
-
 // In lower case.
 void stripEndings(std::string &name)
 {

@@ -68,6 +68,14 @@ TEST(Text, WordsAndLinesAreTakenFromTheStart)
     EXPECT_EQ(takeLine(text), "");
 }
 
+TEST(Text, DirectoriesOfEitherKindGo)
+{
+    EXPECT_EQ(withoutDirectories("1abc.pdb"), "1abc.pdb");
+    EXPECT_EQ(withoutDirectories("/a/b\\1abc.pdb"), "1abc.pdb");
+    EXPECT_EQ(withoutDirectories("a/"), "");
+    EXPECT_EQ(withoutDirectories(""), "");
+}
+
 TEST(Text, NumbersAreReadAsFarAsTheyGo)
 {
     std::string_view text = "12ab";
