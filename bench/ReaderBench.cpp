@@ -174,7 +174,7 @@ void readAlignment(benchmark::State &state, Manner manner)
         const TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(path);
         seconds += std::chrono::duration<double>(Clock::now() - start).count();
         if (!contents) {
-            state.SkipWithError(contents.error().message.c_str());
+            state.SkipWithError(contents.error().message().c_str());
             return;
         }
         peak = double(heapPeak() - before) / double(heapBytes() - before);

@@ -67,7 +67,7 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
         const auto start = Clock::now();
         const AlignmentRecord record = makeRecord(*loaded().alignment);
         if (const auto failure = writeFile(path, std::span(&record, 1), options)) {
-            state.SkipWithError(failure->message.c_str());
+            state.SkipWithError(failure->message().c_str());
             return;
         }
         seconds += std::chrono::duration<double>(Clock::now() - start).count();

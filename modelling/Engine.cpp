@@ -22,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using TAMBO::Failure;
+using TAMBO::FailureKind;
 using TAMBO::Result;
 
 constexpr const char *kProgram = "promod";
@@ -131,7 +132,8 @@ Result<fs::path> findEngine()
         if (fs::is_regular_file(candidate, error) && access(candidate.c_str(), X_OK) == 0)
             return fs::absolute(candidate);
     }
-    return Failure{"the modelling engine ProMod3 (program \"promod\") was not found; on Debian, "
+    return Failure{FailureKind::NotFound,
+                   "the modelling engine ProMod3 (program \"promod\") was not found; on Debian, "
                    "install the package promod3"};
 }
 
@@ -163,19 +165,20 @@ Result<std::string> runEngine(const fs::path &engine, const std::string &launche
     const pid_t self = getpid();
     const pid_t child = forkEngine([&] { becomeEngine(engine, folder, command, self); });
     if (child < 0)
-        return Failure{program + " cannot be started: " + std::strerror(errno)};
+        return Failure{FailureKind::System,
+                       program + " cannot be started: " + std::strerror(errno)};
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
         if (errno != EINTR)
-            return Failure{program + ": " + std::strerror(errno)};
+            return Failure{FailureKind::System, program + ": " + std::strerror(errno)};
     s_Engine = 0;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != EXIT_SUCCESS)
-        return Failure{howItEnded(status, program)};
+        return Failure{FailureKind::System, howItEnded(status, program)};
 
     std::ifstream file(folder / "model.pdb", std::ios::binary);
     std::string model{std::istreambuf_iterator<char>(file), {}};
     if (model.find("ATOM  ") == std::string::npos)
-        return Failure{program + " ended well but gave no model"};
+        return Failure{FailureKind::System, program + " ended well but gave no model"};
     return model;
 }
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <optional>
 #include <string_view>
 
 namespace kestram {
@@ -17,6 +16,7 @@ namespace kestram {
 namespace {
 
 using TAMBO::Failure;
+using TAMBO::FailureKind;
 using TAMBO::ResidueRecord;
 using TAMBO::Result;
 using TAMBO::upperCase;
@@ -68,7 +68,7 @@ public:
         }
     }
 
-    std::optional<Failure> run();
+    Result<void> run();
 
 private:
     [[nodiscard]] std::string place(std::size_t letter) const
@@ -88,7 +88,7 @@ private:
     std::vector<bool> m_IsTaken;
 };
 
-std::optional<Failure> TemplateMatch::run()
+Result<void> TemplateMatch::run()
 {
     std::string found;
     for (const ResidueRecord &residue : m_Residues)
@@ -100,8 +100,9 @@ std::optional<Failure> TemplateMatch::run()
         const std::string where = letter < m_Letters.size()
                                       ? place(letter) + ": '" + m_Letters[letter] + "'"
                                       : "row \"" + m_Input.templateName + "\": its end";
-        return Failure{where + " stands where " + m_File + " has " + shown(m_Residues[residue]) +
-                       " ('" + found[residue] + "')"};
+        return Failure{FailureKind::BadInput, where + " stands where " + m_File + " has " +
+                                                  shown(m_Residues[residue]) + " ('" +
+                                                  found[residue] + "')"};
     };
     for (const TAMBO::MatchRun &run : TAMBO::matchSequences(m_Letters, found, {}).runs) {
         if (run.second != next)
@@ -120,8 +121,9 @@ std::optional<Failure> TemplateMatch::run()
         return strange(next, nextLetter);
     remarkOnMissing();
     if (m_Input.residues.empty())
-        return Failure{m_File + ": no residue of it has a whole backbone (N, CA, C)"};
-    return std::nullopt;
+        return Failure{
+            FailureKind::BadInput, "no residue of it has a whole backbone (N, CA, C)", {m_File}};
+    return {};
 }
 
 void TemplateMatch::take(std::size_t letter, ResidueRecord &residue)
@@ -244,8 +246,9 @@ Result<ModellingInput> readInput(const std::filesystem::path &alignment,
         return rows.error();
     if (rows->alignments.empty() || rows->alignments.front().rows.size() < 2 ||
         !rows->alignments.front().isAligned)
-        return Failure{alignment.filename().string() +
-                       ": expected an alignment of a template and a target"};
+        return Failure{FailureKind::BadInput,
+                       "expected an alignment of a template and a target",
+                       {alignment.filename().string()}};
     Result<TAMBO::FileContents> coordinates = TAMBO::readFile(structure);
     if (!coordinates)
         return coordinates.error();
@@ -254,7 +257,7 @@ Result<ModellingInput> readInput(const std::filesystem::path &alignment,
     if (!coordinates->structures.empty())
         residues = firstChain(coordinates->structures.front());
     if (residues.empty())
-        return Failure{file + ": holds no amino acids"};
+        return Failure{FailureKind::BadInput, "holds no amino acids", {file}};
 
     const std::vector<TAMBO::RowRecord> &records = rows->alignments.front().rows;
     ModellingInput input;
@@ -262,10 +265,12 @@ Result<ModellingInput> readInput(const std::filesystem::path &alignment,
     input.targetName = records[1].name;
     input.templateRow = upperCase(records[0].sequence.text());
     input.targetRow = upperCase(records[1].sequence.text());
-    if (std::optional<Failure> failure = TemplateMatch(input, std::move(residues), file).run())
-        return *failure;
+    if (const Result<void> matched = TemplateMatch(input, std::move(residues), file).run();
+        !matched)
+        return matched.error();
     if (!haveCommonColumn(input))
-        return Failure{"row \"" + input.targetName + "\" shares no column with the template"};
+        return Failure{FailureKind::BadInput,
+                       "row \"" + input.targetName + "\" shares no column with the template"};
     standardizeTemplate(input);
     standardizeTarget(input);
     dropEmptyColumns(input);

@@ -43,12 +43,12 @@ int run(const char *alignment, const char *structure)
 {
     const auto input = kestram::readInput(alignment, structure);
     if (!input)
-        return complain(input.error().message, kBadInput);
+        return complain(input.error().message(), kBadInput);
     for (const std::string &remark : input.value().remarks)
         complain(remark, EXIT_SUCCESS);
     const auto engine = kestram::findEngine();
     if (!engine)
-        return complain(engine.error().message, kNoEngine);
+        return complain(engine.error().message(), kNoEngine);
     const kestram::RunFolder folder;
     if (folder.path().empty() ||
         !write(folder.path() / "alignment.fasta", kestram::fastaText(input.value())) ||
@@ -58,7 +58,7 @@ int run(const char *alignment, const char *structure)
     const auto model =
         kestram::runEngine(engine.value(), launcher == nullptr ? "" : launcher, folder.path());
     if (!model)
-        return complain(model.error().message, kEngineFailed);
+        return complain(model.error().message(), kEngineFailed);
     std::cout << model.value() << std::flush;
     return std::cout.fail() ? complain("the model cannot be written", kEngineFailed) : EXIT_SUCCESS;
 }

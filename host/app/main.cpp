@@ -57,7 +57,7 @@ int tellBadFiles(const LoadReport &report)
 {
     int status = EXIT_SUCCESS;
     for (const TAMBO::app::FileFailure &failure : report.failures)
-        status = complain(failure.message, kBadInput);
+        status = complain(failure.failure.message(), kBadInput);
     return status;
 }
 

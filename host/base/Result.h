@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A value, or the reason why there is none: std::expected's interface for the one error we have.
+// Of what gives no value, that it was done, or the reason why not.
 #pragma once
 
-#include <string>
+#include "Failure.h"
+
+#include <optional>
 #include <utility>
 #include <variant>
 
 namespace TAMBO {
-
-// message is one sentence for the user, ready to be shown: for bad input it names file, line and
-// cause ("x.ali:7: ...").
-struct Failure
-{
-    std::string message;
-};
 
 template <typename T> class [[nodiscard]] Result
 {
@@ -31,6 +27,20 @@ public:
 
 private:
     std::variant<T, Failure> m_Content;
+};
+
+template <> class [[nodiscard]] Result<void>
+{
+public:
+    Result() = default;
+    Result(Failure failure) : m_Failure(std::move(failure)) { }
+
+    [[nodiscard]] bool has_value() const noexcept { return !m_Failure; }
+    [[nodiscard]] explicit operator bool() const noexcept { return has_value(); }
+    [[nodiscard]] const Failure &error() const { return m_Failure.value(); }
+
+private:
+    std::optional<Failure> m_Failure;
 };
 
 } // namespace TAMBO

@@ -58,13 +58,13 @@ std::optional<std::string> differenceTo(const FileContents &contents,
 }
 
 // Why the file that was just written cannot be read, without the name that nobody knows.
-std::string withoutName(const Failure &failure, const std::filesystem::path &file)
+std::string withoutName(const Failure &failure)
 {
-    const std::string name = file.filename().string() + ':';
-    if (!failure.message.starts_with(name))
-        return failure.message;
-    const std::string cause = failure.message.substr(name.size());
-    return cause.starts_with(' ') ? "the file" + cause : "line " + cause;
+    if (failure.place.file.empty())
+        return failure.cause;
+    if (failure.place.line == 0)
+        return "the file " + failure.cause;
+    return "line " + std::to_string(failure.place.line) + ": " + failure.cause;
 }
 
 // Writes with write, reads what was written, and puts it in place if difference finds none.
@@ -82,7 +82,7 @@ replace(const std::filesystem::path &path, WriteAids *aids,
             return file.failure();
         const Result<FileContents> readBack = readFile(file.path());
         const std::optional<std::string> cause =
-            readBack ? difference(readBack.value()) : withoutName(readBack.error(), file.path());
+            readBack ? difference(readBack.value()) : withoutName(readBack.error());
         if (cause)
             return failureOf(file.fileName(),
                              "was not written, because reading it back gave something else: " +

@@ -24,14 +24,14 @@ Result<AlignerCommand> parseAlignerCommand(const QString &line)
 {
     QStringList words = QProcess::splitCommand(line);
     if (words.isEmpty())
-        return Failure{"the command of the aligner is empty"};
+        return Failure{FailureKind::BadInput, "the command of the aligner is empty"};
     AlignerCommand command;
     command.program = words.takeFirst();
     command.arguments = words;
     command.printsAnswer = words.filter(kOutput).isEmpty();
     if (words.filter(kInput).isEmpty())
-        return Failure{"the command of the aligner, \"" + line.toStdString() +
-                       "\", has no {input}"};
+        return Failure{FailureKind::BadInput, "the command of the aligner, \"" +
+                                                  line.toStdString() + "\", has no {input}"};
     return command;
 }
 

@@ -85,30 +85,31 @@ Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) cons
         if (line.starts_with('>')) {
             const auto number = numberOf(line);
             if (!number || *number >= m_Sent.size())
-                return Failure{"it answered with a sequence that it was not given"};
+                return Failure{FailureKind::BadInput,
+                               "it answered with a sequence that it was not given"};
             if (answered[*number])
-                return Failure{"it answered with one sequence twice"};
+                return Failure{FailureKind::BadInput, "it answered with one sequence twice"};
             current = &answered[*number].emplace();
         } else if (current != nullptr) {
             *current += line;
         } else if (!line.empty()) {
-            return Failure{"its answer is no FASTA"};
+            return Failure{FailureKind::BadInput, "its answer is no FASTA"};
         }
     }
 
     std::size_t width = 0;
     for (std::size_t i = 0; i < m_Sent.size(); ++i) {
         if (!answered[i])
-            return Failure{"its answer lacks a sequence"};
+            return Failure{FailureKind::BadInput, "its answer lacks a sequence"};
         if (i > 0 && answered[i]->size() != width)
-            return Failure{"the rows of its answer differ in length"};
+            return Failure{FailureKind::BadInput, "the rows of its answer differ in length"};
         width = answered[i]->size();
         std::string letters;
         std::ranges::copy_if(*answered[i], std::back_inserter(letters),
                              [](char c) { return !isGap(c); });
         std::ranges::transform(letters, letters.begin(), asKnown);
         if (letters != m_Sent[i].letters)
-            return Failure{"it changed the residues of a sequence"};
+            return Failure{FailureKind::BadInput, "it changed the residues of a sequence"};
     }
 
     std::vector<bool> isKept(width, false);

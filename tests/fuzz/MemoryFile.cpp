@@ -19,7 +19,7 @@ void check(bool condition)
 void checkResult(const Result<FileContents> &result)
 {
     if (!result) {
-        check(!result.error().message.empty());
+        check(!result.error().message().empty());
         return;
     }
     check(result.value().alignments.size() + result.value().structures.size() >= 1);

@@ -40,7 +40,7 @@ CommandLine parsePrint(const std::vector<std::string> &words)
 {
     Result<PrintOrder> order = parsePrintOrder(words);
     if (!order)
-        return wrong(order.error().message);
+        return wrong(order.error().message());
     CommandLine line;
     line.mode = CommandLine::Mode::Print;
     line.print = std::move(order).value();
@@ -51,7 +51,7 @@ CommandLine parseConvert(const std::vector<std::string> &words)
 {
     Result<ConvertOrder> order = parseConvertOrder(words);
     if (!order)
-        return wrong(order.error().message);
+        return wrong(order.error().message());
     CommandLine line;
     line.mode = CommandLine::Mode::Convert;
     line.convert = std::move(order).value();

@@ -81,12 +81,12 @@ int runConvert(const ConvertOrder &order, std::ostream &err)
     };
     const Result<FileContents> contents = readFile(order.input);
     if (!contents)
-        return complain(contents.error().message);
+        return complain(contents.error().message());
     if (const std::optional<std::string> cause = mismatch(contents.value(), order.options))
         return complain(nameOf(order.input) + ": " + *cause);
     WriteAids aids{Config::GetPersonalTmpDir, {}};
     if (const std::optional<Failure> failure = write(order, contents.value(), aids))
-        return complain(failure->message);
+        return complain(failure->message());
     for (const std::string &remark : remarksOf(contents.value()))
         err << remark << '\n';
     for (const std::string &remark : aids.remarks)

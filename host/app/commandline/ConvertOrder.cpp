@@ -28,29 +28,32 @@ Result<ConvertOrder> parseConvertOrder(const std::vector<std::string> &words)
         const std::string &word = words[i];
         if (optionsEnded || word.size() < 2 || word.front() != '-') {
             if (word.empty())
-                return Failure{"a file name is empty"};
+                return Failure{FailureKind::BadInput, "a file name is empty"};
             files.push_back(word);
         } else if (word == "--") {
             optionsEnded = true;
         } else if (word != "--to") {
-            return Failure{"convert knows no option " + word};
+            return Failure{FailureKind::BadInput, "convert knows no option " + word};
         } else if (++i == words.size()) {
-            return Failure{"--to needs a format: " + formatList()};
+            return Failure{FailureKind::BadInput, "--to needs a format: " + formatList()};
         } else {
             format = words[i];
         }
     }
     if (files.size() != 2)
-        return Failure{"convert needs two files, one to read and one to write"};
+        return Failure{FailureKind::BadInput,
+                       "convert needs two files, one to read and one to write"};
     order.input = std::move(files[0]);
     order.output = std::move(files[1]);
     const std::optional<WriteOptions> options =
         format ? writeOptionsNamed(*format) : writeOptionsFor(order.output);
     if (!options && format)
-        return Failure{"there is no format " + *format + "; there are " + formatList()};
+        return Failure{FailureKind::BadInput,
+                       "there is no format " + *format + "; there are " + formatList()};
     if (!options)
-        return Failure{"the name " + order.output +
-                       " does not tell the format; say --to and one of " + formatList()};
+        return Failure{FailureKind::BadInput,
+                       "the name " + order.output +
+                           " does not tell the format; say --to and one of " + formatList()};
     order.options = *options;
     return order;
 }

@@ -72,7 +72,7 @@ int runIdentity(const std::string &file, std::ostream &out, std::ostream &err)
     const std::string name = formats::cleanText(std::filesystem::path(file).filename().string());
     const Result<FileContents> contents = readFile(file);
     if (!contents)
-        return complain(contents.error().message);
+        return complain(contents.error().message());
     const std::vector<AlignmentRecord> &alignments = contents.value().alignments;
     if (alignments.empty())
         return complain(name + ": holds no alignment");

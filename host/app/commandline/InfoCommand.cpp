@@ -129,8 +129,8 @@ int runInfo(const std::vector<std::string> &files, std::ostream &out, std::ostre
             writeContents(json, result.value());
         } else {
             json.key("error");
-            json.value(result.error().message);
-            err << "tambo: " << result.error().message << '\n';
+            json.value(result.error().message());
+            err << "tambo: " << result.error().message() << '\n';
             status = 1;
         }
         json.endObject();

@@ -121,7 +121,7 @@ QString print(const PrintOrder &order)
     const LoadReport report = loader.openNow(order.file);
     const QString file = QFile::decodeName(order.file.c_str());
     if (!report.failures.empty())
-        return QString::fromStdString(report.failures.front().message);
+        return QString::fromStdString(report.failures.front().failure.message());
     if (report.alignments.empty())
         return QStringLiteral("%1 holds no alignment").arg(file);
 

@@ -53,7 +53,7 @@ Result<PrintOrder> parsePrintOrder(const std::vector<std::string> &words)
         std::string *value = nullptr;
         if (optionsEnded || word->empty() || word->front() != '-') {
             if (!order.file.empty() || word->empty())
-                return Failure{"print takes one file"};
+                return Failure{FailureKind::BadInput, "print takes one file"};
             order.file = *word;
         } else if (*word == "--") {
             optionsEnded = true;
@@ -66,23 +66,24 @@ Result<PrintOrder> parsePrintOrder(const std::vector<std::string> &words)
         } else if (*word == "--font") {
             value = &order.font;
         } else {
-            return Failure{"unknown option " + *word + " of print"};
+            return Failure{FailureKind::BadInput, "unknown option " + *word + " of print"};
         }
         if (value == nullptr)
             continue;
         const std::string &option = *word;
         if (++word == words.end() || word->empty())
-            return Failure{option + " needs a value"};
+            return Failure{FailureKind::BadInput, option + " needs a value"};
         *value = *word;
     }
     if (order.file.empty())
-        return Failure{"print needs a file"};
+        return Failure{FailureKind::BadInput, "print needs a file"};
     const std::optional<Style> knownStyle = styleCalled(style);
     if (!knownStyle)
-        return Failure{"print needs --style fat, slim or bw"};
+        return Failure{FailureKind::BadInput, "print needs --style fat, slim or bw"};
     const std::optional<Kind> kind = kindOf(order.output);
     if (!kind)
-        return Failure{"print needs --output with a name that ends in .pdf, .ps, .svg or .png"};
+        return Failure{FailureKind::BadInput,
+                       "print needs --output with a name that ends in .pdf, .ps, .svg or .png"};
     order.style = *knownStyle;
     order.kind = *kind;
     return order;

@@ -137,7 +137,7 @@ std::optional<QString> WritableObject::write(const QString &path, const WriteOpt
         [&](const auto &record) { return writeRecord(file, record, options, aids); }, m_Record);
     for (const std::string &remark : aids.remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
-    return failure ? std::optional(QString::fromStdString(failure->message)) : std::nullopt;
+    return failure ? std::optional(QString::fromStdString(failure->message())) : std::nullopt;
 }
 
 } // namespace TAMBO::app

@@ -181,13 +181,14 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome)
                 report.read.push_back(file.file);
                 makeObjects(file, report);
             } else {
-                report.failures.push_back(
-                    {file.file, file.file.filename().string() + ": nothing can be added just now"});
+                report.failures.push_back({file.file, Failure{FailureKind::Refused,
+                                                              "nothing can be added just now",
+                                                              {file.file.filename().string()}}});
             }
         }
     }
     for (const FileFailure &failure : report.failures)
-        Logger::Write(QString::fromStdString(failure.message), Logger::Severity::Error);
+        Logger::Write(QString::fromStdString(failure.failure.message()), Logger::Severity::Error);
     return report;
 }
 

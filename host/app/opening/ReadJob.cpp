@@ -67,7 +67,7 @@ bool ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &p
     if (isCancelled)
         return false;
     if (!contents) {
-        outcome.failures.push_back({file, contents.error().message});
+        outcome.failures.push_back({file, contents.error()});
         return true;
     }
     // A row may name a file that holds no structure; nobody asked to open that one.

@@ -16,7 +16,7 @@ namespace TAMBO::app {
 struct FileFailure
 {
     std::filesystem::path file;
-    std::string message;
+    Failure failure;
 };
 
 struct ReadFile

@@ -89,7 +89,7 @@ QString JobStatus::describe() const
     }
     if (m_Jobs.failures().empty())
         return {};
-    const JobList::Failure &latest = m_Jobs.failures().back();
+    const JobList::FailedJob &latest = m_Jobs.failures().back();
     return tr("%1: %2").arg(latest.title, latest.what);
 }
 
@@ -99,7 +99,7 @@ QString JobStatus::describeAll() const
     const std::vector<JobList::Job> &jobs = m_Jobs.jobs();
     for (auto job = jobs.rbegin(); job != jobs.rend(); ++job)
         lines << jobText(*job, job->title);
-    const std::vector<JobList::Failure> &failures = m_Jobs.failures();
+    const std::vector<JobList::FailedJob> &failures = m_Jobs.failures();
     for (auto failure = failures.rbegin(); failure != failures.rend(); ++failure)
         lines << tr("%1: %2").arg(failure->title, failure->what);
     return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
@@ -133,7 +133,7 @@ void JobStatus::fillMenu()
             menuText(text), this, [this, number = job->number] { m_Jobs.cancel(number); });
         action->setEnabled(job->program > 0 && !job->isCancelled);
     }
-    const std::vector<JobList::Failure> &failures = m_Jobs.failures();
+    const std::vector<JobList::FailedJob> &failures = m_Jobs.failures();
     if (failures.empty())
         return;
     m_Menu->addSeparator();

@@ -82,7 +82,7 @@ QString RealignCommand::realign(Alignment &alignment) const
     const auto command = realign::parseAlignerCommand(commandLine());
     if (!command)
         return tr("The columns were not realigned: %1.")
-            .arg(QString::fromStdString(command.error().message));
+            .arg(QString::fromStdString(command.error().message()));
 
     const unsigned long revision = alignment.layoutRevision();
     const QString name = nameText(alignment);
@@ -102,7 +102,7 @@ QString RealignCommand::realign(Alignment &alignment) const
     if (!columns)
         return tr("The columns of %1 were not realigned: the answer of %2 is not to be trusted; "
                   "%3.")
-            .arg(name, aligner.program(), QString::fromStdString(columns.error().message));
+            .arg(name, aligner.program(), QString::fromStdString(columns.error().message()));
 
     const DataPoint<Alignment> guard(nullptr, &alignment);
     if (guard.m_good &&

@@ -33,10 +33,11 @@ Result<SuperposePlan> SuperposeCommand::run(Alignment &alignment,
 {
     Result<SuperposePlan> plan = planSuperposition(alignment, rows);
     if (plan && !move(plan.value()))
-        plan = Failure{tr("the structures cannot be changed now.").toStdString()};
+        plan = Failure{FailureKind::Refused,
+                       tr("the structures cannot be changed now.").toStdString()};
     if (!plan) {
         Logger::Write(
-            tr("Nothing was superposed: %1").arg(QString::fromStdString(plan.error().message)),
+            tr("Nothing was superposed: %1").arg(QString::fromStdString(plan.error().message())),
             Logger::Severity::Warning);
         return plan;
     }

@@ -221,7 +221,7 @@ void SuperposeDialog::showPlan()
                                    : tr("%1 structures").arg(plan.value().moves.size()),
                                QString::fromStdString(plan.value().reference),
                                QLocale().toString(qulonglong(plan.value().columns)))
-                    : QString::fromStdString(plan.error().message);
+                    : QString::fromStdString(plan.error().message());
     }
     m_Plan->setText(text);
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);

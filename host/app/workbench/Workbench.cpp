@@ -233,7 +233,7 @@ void Workbench::tellFailures(const LoadReport &report)
         return;
     QStringList lines;
     for (const FileFailure &failure : report.failures)
-        lines << QString::fromStdString(failure.message);
+        lines << QString::fromStdString(failure.failure.message());
     tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
                                   : tr("%1 files could not be opened.").arg(lines.size()),
                 lines);
@@ -295,7 +295,7 @@ bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long>
 {
     const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows);
     m_Window->say(plan ? SuperposeCommand::summary(plan.value())
-                       : QString::fromStdString(plan.error().message));
+                       : QString::fromStdString(plan.error().message()));
     return plan.has_value();
 }
 

@@ -30,20 +30,22 @@ std::string_view textAt(std::string_view text, std::size_t line, std::size_t col
 }
 
 // Messages of the library begin with the file's name and mostly the line.
-std::string describe(const std::exception &error, const std::string &file, std::string_view text)
+Failure describe(const std::exception &error, const std::string &file, std::string_view text)
 {
     if (const auto *syntax = dynamic_cast<const tao::pegtl::parse_error *>(&error);
         syntax != nullptr && !syntax->positions().empty()) {
         const tao::pegtl::position &place = syntax->positions().front();
         const std::string cause = cleanText(syntax->message());
         if (cause != "parse error" && !startsWith(cause, "expected"))
-            return at(file, place.line, cause);
-        return at(file, place.line,
-                  "expected a data name, \"loop_\" or \"data_\", found " +
-                      shown(textAt(text, place.line, place.column)));
+            return failureAt(file, place.line, cause);
+        return failureAt(file, place.line,
+                         "expected a data name, \"loop_\" or \"data_\", found " +
+                             shown(textAt(text, place.line, place.column)));
     }
     const std::string cause = cleanText(error.what());
-    return startsWith(cause, file + ':') ? cause : failureOf(file, cause).message;
+    if (startsWith(cause, file + ':'))
+        return {FailureKind::BadInput, cause};
+    return failureOf(file, cause);
 }
 
 cif::Block *blockWithAtoms(cif::Document &document)
@@ -87,17 +89,16 @@ void convert(const std::string &text, const std::string &file, CifMolecule &mole
     cif::Document document = cif::read_memory(text.data(), text.size(), file.c_str());
     cif::Block *block = blockWithAtoms(document);
     if (block == nullptr) {
-        molecule.error =
-            failureOf(file, "is a CIF file without atom positions (_atom_site.Cartn_x)").message;
+        molecule.outcome =
+            failureOf(file, "is a CIF file without atom positions (_atom_site.Cartn_x)");
         return;
     }
     molecule.structure = gemmi::make_structure_from_block(*block);
     if (molecule.structure.models.empty() || molecule.structure.models.front().chains.empty())
-        molecule.error =
+        molecule.outcome =
             failureOf(file, "has an incomplete _atom_site table; expected id, type_symbol, "
                             "label_alt_id, label_asym_id, Cartn_x, Cartn_y, Cartn_z, occupancy, "
-                            "B_iso_or_equiv and auth_seq_id")
-                .message;
+                            "B_iso_or_equiv and auth_seq_id");
     else
         readElements(*block, molecule.elements);
 }
@@ -110,7 +111,7 @@ CifMolecule readCif(const std::string &text, const std::string &file)
     try {
         convert(text, file, molecule);
     } catch (const std::exception &error) {
-        molecule.error = describe(error, file, text);
+        molecule.outcome = describe(error, file, text);
     }
     return molecule;
 }

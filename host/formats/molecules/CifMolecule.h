@@ -3,6 +3,8 @@
 // CIF headers name types before they are complete, which C++20's containers forbid.
 #pragma once
 
+#include "Result.h"
+
 #include <gemmi/model.hpp>
 
 #include <string>
@@ -23,8 +25,8 @@ struct CifElement
 
 struct CifMolecule
 {
-    // Ready to be shown; empty when the file could be read.
-    std::string error;
+    // Whether the file could be read.
+    Result<void> outcome;
     // Has at least one model with atoms.
     gemmi::Structure structure;
     std::vector<CifElement> elements;

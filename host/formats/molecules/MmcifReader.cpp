@@ -14,8 +14,8 @@ Result<FileContents> readMmcif(TextReader &reader)
         return *reader.failure();
     const std::string &file = reader.fileName();
     const CifMolecule molecule = readCif(text, file);
-    if (!molecule.error.empty())
-        return Failure{molecule.error};
+    if (!molecule.outcome)
+        return molecule.outcome.error();
 
     StructureRecord structure;
     structure.name = baseName(file);

@@ -176,7 +176,7 @@ bool ByteSource::reportProgress()
 {
     if (!m_Progress || m_Progress(m_Done, m_Size))
         return true;
-    m_Failure = Failure{};
+    m_Failure = Failure{FailureKind::Cancelled, {}};
     return false;
 }
 

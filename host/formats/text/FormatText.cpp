@@ -14,12 +14,12 @@ std::string at(const std::string &file, std::uint64_t line, const std::string &c
 
 Failure failureAt(const std::string &file, std::uint64_t line, const std::string &cause)
 {
-    return Failure{at(file, line, cause)};
+    return Failure{FailureKind::BadInput, cause, {file, line}};
 }
 
 Failure failureOf(const std::string &file, const std::string &cause)
 {
-    return Failure{file + ": " + cause};
+    return Failure{FailureKind::BadInput, cause, {file}};
 }
 
 std::string describeUneven(const std::string &file, std::uint64_t shortest, std::uint64_t longest)

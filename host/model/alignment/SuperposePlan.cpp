@@ -130,27 +130,28 @@ bool areOnLine(const std::vector<Vertex> &points)
            });
 }
 
-// What is wrong with the choice itself; nothing when it is fine.
-std::optional<Failure> objection(const std::vector<RowPlaces> &rows)
+// Whether the choice itself is fine.
+Result<void> objection(const std::vector<RowPlaces> &rows)
 {
     if (rows.size() < 2)
-        return Failure{"Choose two chains or more."};
+        return Failure{FailureKind::Refused, "Choose two chains or more."};
     for (const RowPlaces &row : rows) {
         if (row.structure == nullptr)
-            return Failure{row.name + " has no coordinates."};
+            return Failure{FailureKind::Refused, row.name + " has no coordinates."};
     }
     for (auto row = rows.begin(); row != rows.end(); ++row) {
         const auto other = std::find_if(rows.begin(), row, [&](const RowPlaces &earlier) {
             return earlier.structure == row->structure;
         });
         if (other != row)
-            return Failure{other->name + " and " + row->name + " belong to the same structure, " +
-                           row->structure->Name() + ", which moves as a whole."};
+            return Failure{FailureKind::Refused,
+                           other->name + " and " + row->name + " belong to the same structure, " +
+                               row->structure->Name() + ", which moves as a whole."};
     }
     // The first one stays where it is.
     for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
         if (const Compound *const locked = lockWithin(*row->structure))
-            return Failure{locked->GetFQName() + " is locked."};
+            return Failure{FailureKind::Refused, locked->GetFQName() + " is locked."};
     }
     return {};
 }
@@ -196,23 +197,27 @@ Result<SuperposePlan> planSuperposition(const Alignment &alignment,
     std::vector<RowPlaces> places;
     for (const unsigned long row : rows) {
         if (row >= alignment.table().rowCount())
-            return Failure{"The alignment has no row " + std::to_string(row + 1) + "."};
+            return Failure{FailureKind::NotFound,
+                           "The alignment has no row " + std::to_string(row + 1) + "."};
         places.push_back(placesOf(alignment.table().row(row)));
     }
-    if (std::optional<Failure> failure = objection(places))
-        return *std::move(failure);
+    if (const Result<void> fine = objection(places); !fine)
+        return fine.error();
     const std::vector<Column> columns = commonColumns(places);
     if (columns.size() < kFewestColumns)
-        return Failure{"The chosen chains have CA atoms in " + countText(columns.size()) +
-                       " together; superposing takes 3."};
+        return Failure{FailureKind::Refused, "The chosen chains have CA atoms in " +
+                                                 countText(columns.size()) +
+                                                 " together; superposing takes 3."};
     SuperposePlan plan{places.front().name, columns.size(), {}};
     const std::vector<Vertex> fixed = pointsAt(places.front(), columns);
     for (const RowPlaces &row : places) {
         const std::vector<Vertex> points = pointsAt(row, columns);
         if (areOnLine(points))
-            return Failure{"The CA atoms of " + row.name + " in the " + countText(columns.size()) +
-                           " of all chosen chains stand in one line, which leaves open how to turn "
-                           "them."};
+            return Failure{
+                FailureKind::Refused,
+                "The CA atoms of " + row.name + " in the " + countText(columns.size()) +
+                    " of all chosen chains stand in one line, which leaves open how to turn "
+                    "them."};
         if (&row != &places.front())
             plan.moves.push_back(plannedMove(row, fixed, points));
     }

@@ -30,7 +30,7 @@ ColormapContents readMap(const std::string &file)
     if (map)
         return map.value();
     Logger::Write(QStringLiteral("Gray is used instead of a color map: %1")
-                      .arg(QString::fromStdString(map.error().message)),
+                      .arg(QString::fromStdString(map.error().message())),
                   Logger::Severity::Warning);
     return greyMap();
 }

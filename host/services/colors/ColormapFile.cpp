@@ -72,20 +72,21 @@ Result<ColormapContents> ColormapFile::parse(std::string_view text, const std::s
         line = std::string(trimmed(line));
         if (line.empty())
             continue;
-        const std::string place = fileName + ":" + std::to_string(number) + ": ";
+        const Place place{fileName, number};
         if (line == kClasses) {
             map.isBlended = false;
             continue;
         }
         const std::optional<ColorStop> stop = parseStop(line);
         if (!stop)
-            return Failure{place + "expected a position and three numbers from 0 to 255"};
+            return Failure{FailureKind::BadInput,
+                           "expected a position and three numbers from 0 to 255", place};
         if (!map.stops.empty() && stop->position <= map.stops.back().position)
-            return Failure{place + "positions must ascend"};
+            return Failure{FailureKind::BadInput, "positions must ascend", place};
         map.stops.push_back(*stop);
     }
     if (map.stops.size() < 2)
-        return Failure{fileName + ": a color map needs two colors or more"};
+        return Failure{FailureKind::BadInput, "a color map needs two colors or more", {fileName}};
     const double first = map.stops.front().position;
     const double extent = map.stops.back().position - first;
     for (ColorStop &stop : map.stops)
@@ -112,10 +113,10 @@ Result<ColormapContents> ColormapFile::read(const std::string &name)
 {
     const QString path = find(name);
     if (path.isEmpty())
-        return Failure{"there is no color map \"" + name + "\""};
+        return Failure{FailureKind::NotFound, "there is no color map \"" + name + "\""};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Failure{(path + QStringLiteral(": ") + file.errorString()).toStdString()};
+        return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
     const QByteArray text = file.readAll();
     return parse({text.constData(), std::size_t(text.size())}, path.toStdString());
 }

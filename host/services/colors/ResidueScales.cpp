@@ -28,7 +28,7 @@ Result<ResidueScale> readScale(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Failure{(path + QStringLiteral(": ") + file.errorString()).toStdString()};
+        return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
     const QByteArray text = file.readAll();
     return ResidueScales::parse({text.constData(), std::size_t(text.size())}, path.toStdString());
 }
@@ -87,7 +87,7 @@ ResidueScales::ResidueScales(const std::vector<QString> &directories)
                 insert(read, {name, std::move(scale).value()});
             else
                 Logger::Write(QStringLiteral("A residue scale is left out: %1")
-                                  .arg(QString::fromStdString(scale.error().message)),
+                                  .arg(QString::fromStdString(scale.error().message())),
                               Logger::Severity::Warning);
         }
     }
@@ -123,7 +123,7 @@ Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::stri
         if (line.empty())
             continue;
         const auto failure = [&](const std::string &cause) {
-            return Failure{fileName + ":" + std::to_string(number) + ": " + cause};
+            return Failure{FailureKind::BadInput, cause, {fileName, number}};
         };
         if (const auto name = afterWord("name", line)) {
             if (!scale.name.empty())
@@ -147,7 +147,9 @@ Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::stri
         }
     }
     if (scale.name.empty())
-        return Failure{fileName + ": expected a line \"name\" with the name of the scale"};
+        return Failure{FailureKind::BadInput,
+                       "expected a line \"name\" with the name of the scale",
+                       {fileName}};
     return scale;
 }
 

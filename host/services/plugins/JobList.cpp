@@ -31,7 +31,8 @@ JobList::Job *JobList::find(RunningJobs::Number number)
 
 RunningJobs::Number JobList::begin(const QString &title, qint64 program)
 {
-    std::erase_if(m_Failures, [&title](const Failure &failure) { return failure.title == title; });
+    std::erase_if(m_Failures,
+                  [&title](const FailedJob &failure) { return failure.title == title; });
     Job job;
     job.number = ++m_LastNumber;
     job.title = title;

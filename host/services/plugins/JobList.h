@@ -28,7 +28,7 @@ public:
         qint64 program = 0;
         bool isCancelled = false;
     };
-    struct Failure
+    struct FailedJob
     {
         RunningJobs::Number number = 0;
         QString title;
@@ -41,7 +41,7 @@ public:
     // In the order in which they began.
     [[nodiscard]] const std::vector<Job> &jobs() const noexcept { return m_Jobs; }
     // In the order in which they failed. A new job of the same title takes the place of older ones.
-    [[nodiscard]] const std::vector<Failure> &failures() const noexcept { return m_Failures; }
+    [[nodiscard]] const std::vector<FailedJob> &failures() const noexcept { return m_Failures; }
 
     RunningJobs::Number begin(const QString &title, qint64 program = 0);
     void say(RunningJobs::Number number, const QString &line);
@@ -61,7 +61,7 @@ private:
     void kill(RunningJobs::Number number);
 
     std::vector<Job> m_Jobs;
-    std::vector<Failure> m_Failures;
+    std::vector<FailedJob> m_Failures;
     RunningJobs::Number m_LastNumber = 0;
 };
 

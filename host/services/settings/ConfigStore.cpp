@@ -25,7 +25,7 @@ Result<IniFile> readIniFile(const QString &path)
     if (!file.exists())
         return IniFile();
     if (!file.open(QIODevice::ReadOnly))
-        return Failure{(path + QStringLiteral(": ") + file.errorString()).toStdString()};
+        return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
     const QByteArray text = file.readAll();
     return IniFile::parse({text.constData(), std::size_t(text.size())}, path.toStdString());
 }
@@ -35,7 +35,7 @@ IniFile readOrLog(const QString &path, const char *consequence)
     Result<IniFile> file = readIniFile(path);
     if (file)
         return std::move(file).value();
-    Logger::Write(QString::fromStdString(file.error().message) + QString::fromLatin1(consequence),
+    Logger::Write(QString::fromStdString(file.error().message()) + QString::fromLatin1(consequence),
                   Logger::Severity::Warning);
     return {};
 }

@@ -68,7 +68,7 @@ Result<IniFile> IniFile::parse(std::string_view text, const std::string &fileNam
     std::string section;
     unsigned long number = 0;
     const auto failure = [&](const char *cause) {
-        return Failure{fileName + ":" + std::to_string(number) + ": " + cause};
+        return Failure{FailureKind::BadInput, cause, {fileName, number}};
     };
 
     if (text.starts_with("\xef\xbb\xbf"))

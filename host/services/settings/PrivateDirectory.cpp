@@ -18,14 +18,15 @@ namespace TAMBO::services {
 
 namespace {
 
-Failure failure(const QString &path, const QString &cause)
+Failure failure(const QString &path, const char *cause)
 {
-    return {(path + QStringLiteral(": ") + cause).toStdString()};
+    return {FailureKind::System, cause, {path.toStdString()}};
 }
 
 Failure systemFailure(const QString &path)
 {
-    return failure(path, QString::fromLocal8Bit(std::strerror(errno)));
+    const QString cause = QString::fromLocal8Bit(std::strerror(errno));
+    return {FailureKind::System, cause.toStdString(), {path.toStdString()}};
 }
 
 class Descriptor
@@ -55,7 +56,7 @@ QString makeScratchDirectory()
     QByteArray pattern = QFile::encodeName(QDir::tempPath() + QStringLiteral("/tambo-XXXXXX"));
     if (::mkdtemp(pattern.data()) == nullptr) {
         Logger::Write(QStringLiteral("No directory for temporary files: %1")
-                          .arg(QString::fromStdString(made.error().message)),
+                          .arg(QString::fromStdString(made.error().message())),
                       Logger::Severity::Error);
         // Below a device nothing can ever be opened, so whoever goes on fails at once instead of
         // writing where others can.
@@ -63,7 +64,7 @@ QString makeScratchDirectory()
     }
     const QString replacement = QFile::decodeName(pattern);
     Logger::Write(QStringLiteral("Temporary files go to %1: %2")
-                      .arg(replacement, QString::fromStdString(made.error().message)),
+                      .arg(replacement, QString::fromStdString(made.error().message())),
                   Logger::Severity::Warning);
     return replacement;
 }
@@ -74,7 +75,7 @@ Result<QString> makePrivateDirectory(const QString &path, uid_t owner)
 {
     const QByteArray name = QFile::encodeName(path);
     if (!QDir().mkpath(QFileInfo(path).path()))
-        return failure(path, QStringLiteral("the directory above it cannot be made"));
+        return failure(path, "the directory above it cannot be made");
     if (::mkdir(name.constData(), 0700) != 0 && errno != EEXIST)
         return systemFailure(path);
 
@@ -90,7 +91,7 @@ Result<QString> makePrivateDirectory(const QString &path, uid_t owner)
     if (::fstat(directory.number(), &facts) != 0)
         return systemFailure(path);
     if (facts.st_uid != owner)
-        return failure(path, QStringLiteral("belongs to another user"));
+        return failure(path, "belongs to another user");
     if ((facts.st_mode & 07777U) != 0700U && ::fchmod(directory.number(), 0700) != 0)
         return systemFailure(path);
     return path;

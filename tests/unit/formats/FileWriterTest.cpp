@@ -20,7 +20,7 @@ std::optional<Failure> write(const fs::path &path, const AlignmentRecord &record
 
 std::string messageOf(const std::optional<Failure> &failure)
 {
-    return failure ? failure->message : std::string("it was written");
+    return failure ? failure->message() : std::string("it was written");
 }
 
 const std::vector<std::string> kRowFormats = {"pir", "fasta", "a2m"};

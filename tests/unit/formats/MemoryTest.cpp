@@ -54,14 +54,14 @@ TEST_P(Memory, OfReadingAndWritingIsBounded)
         const AlignmentRecord record = makeRecord(*alignment);
         const std::optional<Failure> failure = writeFile(
             file.path(), std::span(&record, 1), writeOptionsNamed(GetParam().format).value());
-        ASSERT_FALSE(failure) << failure->message;
+        ASSERT_FALSE(failure) << failure->message();
     }
     EXPECT_LE(double(heapPeak() - empty) / size, GetParam().writing);
 
     const std::size_t before = heapBytes();
     restartHeapPeak();
     const Result<FileContents> contents = readFile(file.path());
-    ASSERT_TRUE(contents.has_value()) << contents.error().message;
+    ASSERT_TRUE(contents.has_value()) << contents.error().message();
     EXPECT_LE(double(heapPeak() - before) / double(heapBytes() - before), GetParam().reading);
 }
 

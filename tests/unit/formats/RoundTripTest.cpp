@@ -37,7 +37,7 @@ AlignmentRecord throughFile(const AlignmentRecord &record, const std::string &fo
     const TemporaryFile file("x", "");
     const std::optional<Failure> failure =
         writeFile(file.path(), std::span(&record, 1), optionsOf(format));
-    EXPECT_EQ(failure ? failure->message : "", "");
+    EXPECT_EQ(failure ? failure->message() : "", "");
     if (failure)
         return {};
     FileContents contents = contentsOf(file.path());
@@ -169,7 +169,7 @@ TEST(RoundTrips, SeveralAlignmentsStayTogether)
             const TemporaryFile file("x", "");
             const std::optional<Failure> failure =
                 writeFile(file.path(), before.alignments, optionsOf(format));
-            ASSERT_EQ(failure ? failure->message : "", "") << format;
+            ASSERT_EQ(failure ? failure->message() : "", "") << format;
             const FileContents after = contentsOf(file.path());
             ASSERT_EQ(after.alignments.size(), before.alignments.size());
             for (std::size_t i = 0; i < before.alignments.size(); ++i)

@@ -87,7 +87,7 @@ FileContents contentsOf(const fs::path &path)
 {
     Result<FileContents> result = readFile(path);
     if (!result) {
-        ADD_FAILURE() << path << ": " << result.error().message;
+        ADD_FAILURE() << path << ": " << result.error().message();
         return {};
     }
     return std::move(result).value();
@@ -111,7 +111,7 @@ std::string messageOf(const fs::path &path)
 {
     const Result<FileContents> result = readFile(path);
     EXPECT_FALSE(result) << path << " was read as " << result.value().format;
-    return result ? std::string() : result.error().message;
+    return result ? std::string() : result.error().message();
 }
 
 std::string messageOf(const std::string &name, std::string_view bytes)

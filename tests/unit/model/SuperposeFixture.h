@@ -145,7 +145,7 @@ protected:
     static TAMBO::SuperposePlan superpose(const TAMBO::Alignment &alignment, const Rows &rows)
     {
         auto plan = TAMBO::planSuperposition(alignment, rows);
-        EXPECT_TRUE(plan.has_value()) << (plan ? "" : plan.error().message);
+        EXPECT_TRUE(plan.has_value()) << (plan ? "" : plan.error().message());
         if (!plan)
             return {};
         std::vector<TAMBO::StructureMotion> motions;
@@ -157,6 +157,6 @@ protected:
     static std::string refusal(const TAMBO::Alignment &alignment, const Rows &rows)
     {
         const auto plan = TAMBO::planSuperposition(alignment, rows);
-        return plan ? "no failure" : plan.error().message;
+        return plan ? "no failure" : plan.error().message();
     }
 };

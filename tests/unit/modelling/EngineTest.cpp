@@ -25,8 +25,8 @@ TEST_F(EngineTest, AMissingEngineSaysWhatToInstall)
     removeEngine();
     const auto missing = kestram::findEngine();
     ASSERT_FALSE(missing.has_value());
-    EXPECT_THAT(missing.error().message, HasSubstr("ProMod3"));
-    EXPECT_THAT(missing.error().message, HasSubstr("install the package promod3"));
+    EXPECT_THAT(missing.error().message(), HasSubstr("ProMod3"));
+    EXPECT_THAT(missing.error().message(), HasSubstr("install the package promod3"));
     write("bin/promod", "no program");
     EXPECT_FALSE(kestram::findEngine().has_value()) << "a file that cannot be started";
 }

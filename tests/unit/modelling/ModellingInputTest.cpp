@@ -30,7 +30,7 @@ protected:
     {
         const auto result = input(templateRow, targetRow, residues);
         EXPECT_FALSE(result.has_value());
-        return result ? std::string() : result.error().message;
+        return result ? std::string() : result.error().message();
     }
 };
 
@@ -164,7 +164,7 @@ TEST_F(ModellingInputTest, BadFilesAreNamed)
     write("str.pdb", pdb("ACDE"));
     const auto message = [this](const char *alignment, const char *structure) {
         const auto result = kestram::readInput(path() / alignment, path() / structure);
-        return result ? std::string() : result.error().message;
+        return result ? std::string() : result.error().message();
     };
     EXPECT_THAT(message("none.ali", "str.pdb"), HasSubstr("none.ali"));
     EXPECT_THAT(message("seq.ali", "none.pdb"), HasSubstr("none.pdb"));
@@ -204,7 +204,7 @@ TEST_F(ModellingInputTest, HydrogensAndDeuteriumsAreLeftOut)
     }
     const auto result =
         kestram::readInput(write("seq.ali", pir("LHC", "LHC")), write("str.pdb", text));
-    ASSERT_TRUE(result.has_value()) << result.error().message;
+    ASSERT_TRUE(result.has_value()) << result.error().message();
     ASSERT_EQ(result.value().residues.size(), 3U);
     std::vector<std::string> names;
     for (const TAMBO::AtomRecord &atom : result.value().residues[1].atoms)

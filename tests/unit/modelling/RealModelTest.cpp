@@ -90,7 +90,7 @@ TEST_P(RealModel, HoldsTheTargetBetweenTheTemplatesEndsInItsPlace)
                          rowCalled(alignment, job.targetName).sequence.text()));
     std::filesystem::copy_file(folder / job.structure, path() / "str.pdb");
     const auto input = kestram::readInput(path() / "seq.ali", path() / "str.pdb");
-    ASSERT_TRUE(input.has_value()) << input.error().message;
+    ASSERT_TRUE(input.has_value()) << input.error().message();
 
     const Finished run = kestram();
     ASSERT_EQ(run.status, 0) << run.errors;

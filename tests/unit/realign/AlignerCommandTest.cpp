@@ -40,14 +40,14 @@ TEST(AlignerCommand, AnEmptyOneIsRefused)
 {
     const auto command = parseAlignerCommand("  ");
     ASSERT_FALSE(command);
-    EXPECT_EQ(command.error().message, "the command of the aligner is empty");
+    EXPECT_EQ(command.error().message(), "the command of the aligner is empty");
 }
 
 TEST(AlignerCommand, OneWithoutInputIsRefused)
 {
     const auto command = parseAlignerCommand("mafft --auto");
     ASSERT_FALSE(command);
-    EXPECT_EQ(command.error().message,
+    EXPECT_EQ(command.error().message(),
               "the command of the aligner, \"mafft --auto\", has no {input}");
 }
 

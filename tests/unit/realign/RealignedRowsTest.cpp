@@ -28,7 +28,7 @@ protected:
     static std::string refusal(const RealignedRows &rows, std::string_view answer)
     {
         const auto columns = rows.read(answer);
-        return columns ? "believed" : columns.error().message;
+        return columns ? "believed" : columns.error().message();
     }
 };
 

@@ -112,7 +112,7 @@ TEST_F(SharedFilesTest, EveryScaleHasAColourMapThatCanBeRead)
         const auto map = m_Defaults.value("KM2_Colormaps", "KM2_" + scale.name);
         ASSERT_TRUE(map.has_value()) << scale.name;
         const auto stops = ColormapFile::read(*map);
-        EXPECT_TRUE(stops.has_value()) << scale.name << (stops ? "" : stops.error().message);
+        EXPECT_TRUE(stops.has_value()) << scale.name << (stops ? "" : stops.error().message());
     }
 }
 
@@ -121,7 +121,7 @@ TEST_F(SharedFilesTest, EveryColourMapCanBeRead)
     EXPECT_GE(ColormapFile::names().size(), 15U);
     for (const std::string &name : ColormapFile::names()) {
         const auto stops = ColormapFile::read(name);
-        EXPECT_TRUE(stops.has_value()) << (stops ? "" : stops.error().message);
+        EXPECT_TRUE(stops.has_value()) << (stops ? "" : stops.error().message());
     }
 }
 

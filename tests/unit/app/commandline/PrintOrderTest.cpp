@@ -13,13 +13,13 @@ using Words = std::vector<std::string>;
 std::string errorOf(const Words &words)
 {
     const TAMBO::Result<PrintOrder> order = parsePrintOrder(words);
-    return order ? std::string("none") : order.error().message;
+    return order ? std::string("none") : order.error().message();
 }
 
 TEST(PrintOrder, AFileAStyleAndAnOutputAreEnough)
 {
     const auto order = parsePrintOrder({"a.ali", "--style", "slim", "--output", "o.pdf"});
-    ASSERT_TRUE(order) << order.error().message;
+    ASSERT_TRUE(order) << order.error().message();
     EXPECT_EQ(order.value().file, "a.ali");
     EXPECT_EQ(order.value().style, PrintOrder::Style::Slim);
     EXPECT_EQ(order.value().output, "o.pdf");
@@ -32,7 +32,7 @@ TEST(PrintOrder, OptionsMayStandAnywhere)
 {
     const auto order = parsePrintOrder(
         {"--sse", "--font", "DejaVu Sans,8", "--output", "o.PS", "a.ali", "--style", "bw"});
-    ASSERT_TRUE(order) << order.error().message;
+    ASSERT_TRUE(order) << order.error().message();
     EXPECT_EQ(order.value().file, "a.ali");
     EXPECT_EQ(order.value().style, PrintOrder::Style::BlackAndWhite);
     EXPECT_EQ(order.value().kind, PrintOrder::Kind::PostScript);
@@ -58,7 +58,7 @@ TEST(PrintOrder, TheEndingTellsTheKind)
 TEST(PrintOrder, AfterTwoDashesEverythingIsAFile)
 {
     const auto order = parsePrintOrder({"--style", "fat", "--output", "o.ps", "--", "--sse"});
-    ASSERT_TRUE(order) << order.error().message;
+    ASSERT_TRUE(order) << order.error().message();
     EXPECT_EQ(order.value().file, "--sse");
     EXPECT_FALSE(order.value().withElements);
 }

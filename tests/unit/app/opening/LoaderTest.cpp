@@ -179,7 +179,7 @@ TEST_F(LoaderTest, ABadFileLeavesNothingAndHasALineInTheLog)
     EXPECT_EQ(m_History.size(), 0U);
     ASSERT_EQ(report().failures.size(), 1U);
     EXPECT_TRUE(report().read.empty());
-    EXPECT_EQ(log().count(QString::fromStdString(report().failures[0].message)), 1);
+    EXPECT_EQ(log().count(QString::fromStdString(report().failures[0].failure.message())), 1);
 }
 
 TEST_F(LoaderTest, ARemarkAboutAFileNamesItOnce)

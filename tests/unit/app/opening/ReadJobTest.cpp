@@ -85,9 +85,9 @@ TEST_F(ReadJobTest, ABadFileIsNamedAndTheOthersAreRead)
     const ReadOutcome outcome = read({bad, good, m_Folder.filePath("none.ali").toStdString()});
     EXPECT_EQ(namesOf(outcome), Texts{"good.fasta"});
     ASSERT_EQ(outcome.failures.size(), 2U);
-    EXPECT_TRUE(outcome.failures[0].message.starts_with("bad.ali:3: "))
-        << outcome.failures[0].message;
-    EXPECT_NE(outcome.failures[1].message.find("none.ali"), std::string::npos);
+    EXPECT_TRUE(outcome.failures[0].failure.message().starts_with("bad.ali:3: "))
+        << outcome.failures[0].failure.message();
+    EXPECT_NE(outcome.failures[1].failure.message().find("none.ali"), std::string::npos);
 }
 
 TEST_F(ReadJobTest, ABadStructureBesideAnAlignmentIsNamed)
@@ -97,7 +97,7 @@ TEST_F(ReadJobTest, ABadStructureBesideAnAlignmentIsNamed)
     const ReadOutcome outcome = read({rows});
     EXPECT_EQ(namesOf(outcome), Texts{"x.ali"});
     ASSERT_EQ(outcome.failures.size(), 1U);
-    EXPECT_TRUE(outcome.failures[0].message.starts_with("1abc.pdb"));
+    EXPECT_TRUE(outcome.failures[0].failure.message().starts_with("1abc.pdb"));
 }
 
 TEST_F(ReadJobTest, CancellingLeavesNothing)

@@ -145,7 +145,7 @@ TEST_F(SuperposeTest, AFailureIsLoggedOnceAndChangesNothing)
     setObjectLocked(*m_Two, true);
     const auto plan = SuperposeCommand::run(*m_Family, {0, 3, 1});
     ASSERT_FALSE(plan);
-    EXPECT_EQ(plan.error().message, "two is locked.");
+    EXPECT_EQ(plan.error().message(), "two is locked.");
     EXPECT_EQ(log.texts(), QStringList("Nothing was superposed: two is locked."));
     EXPECT_EQ(place(*m_Three).coordinates(), before.coordinates());
     EXPECT_EQ(m_History.size(), 0U);

@@ -143,7 +143,7 @@ std::string written(const fs::path &path, const std::string &text,
     file.write(text);
     const bool isWritten = file.complete() && file.putInPlace();
     if (!isWritten)
-        return file.failure() ? file.failure()->message : "no failure";
+        return file.failure() ? file.failure()->message() : "no failure";
     return file.remark().value_or("");
 }
 
@@ -445,7 +445,7 @@ TEST(ReplacementFile, AFolderIsNotReplaced)
     fs::create_directory(folder);
     ReplacementFile file(folder);
     ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message, "folder.ali: cannot be written: it is a folder");
+    EXPECT_EQ(file.failure()->message(), "folder.ali: cannot be written: it is a folder");
     EXPECT_FALSE(file.complete());
     EXPECT_FALSE(file.putInPlace());
     EXPECT_TRUE(fs::is_directory(folder));
@@ -456,7 +456,7 @@ TEST(ReplacementFile, AFolderThatIsNotThereIsNamedAsTheCause)
     const TemporaryFile beside("x.ali", "");
     ReplacementFile file(beside.path().parent_path() / "none" / "x.ali");
     ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message, "x.ali: cannot be written: No such file or directory");
+    EXPECT_EQ(file.failure()->message(), "x.ali: cannot be written: No such file or directory");
 }
 
 TEST(ReplacementFile, AFullDiskKeepsTheOldFile)
@@ -474,7 +474,7 @@ TEST(ReplacementFile, AFullDiskKeepsTheOldFile)
             EXPECT_FALSE(file.complete());
             EXPECT_FALSE(file.putInPlace());
             ASSERT_TRUE(file.failure().has_value());
-            EXPECT_EQ(file.failure()->message,
+            EXPECT_EQ(file.failure()->message(),
                       std::string(name) + ": cannot be written: File too large");
         }
         EXPECT_EQ(bytesOf(old.path()), "old");
@@ -508,7 +508,7 @@ TEST(ReplacementFile, ADeviceThatTakesNothingIsAFailure)
     EXPECT_TRUE(file.complete());
     EXPECT_FALSE(file.putInPlace());
     ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message, "full: cannot be written: No space left on device");
+    EXPECT_EQ(file.failure()->message(), "full: cannot be written: No space left on device");
 }
 
 } // namespace ReplacementFileTest

@@ -58,7 +58,7 @@ std::string failureOf(const fs::path &path, const StructureRecord &structure,
                       const WriteOptions &options)
 {
     const std::optional<Failure> failure = writeFile(path, structure, options);
-    return failure ? failure->message : std::string();
+    return failure ? failure->message() : std::string();
 }
 
 std::string writtenAs(const StructureRecord &structure, const WriteOptions &options)
@@ -67,7 +67,7 @@ std::string writtenAs(const StructureRecord &structure, const WriteOptions &opti
     const std::optional<Failure> failure = writeFile(file.path(), structure, options);
     if (failure) {
         EXPECT_EQ(bytesOf(file.path()), "old");
-        return failure->message;
+        return failure->message();
     }
     return bytesOf(file.path());
 }

@@ -44,8 +44,8 @@ void expectContentsOrMessage(const std::string &bytes)
     const TemporaryFile file("x", bytes);
     const Result<FileContents> result = readFile(file.path());
     if (!result) {
-        EXPECT_TRUE(result.error().message.starts_with("x:")) << result.error().message;
-        EXPECT_EQ(result.error().message.find('\n'), std::string::npos);
+        EXPECT_TRUE(result.error().message().starts_with("x:")) << result.error().message();
+        EXPECT_EQ(result.error().message().find('\n'), std::string::npos);
         return;
     }
     EXPECT_GE(result.value().alignments.size() + result.value().structures.size(), 1U);
@@ -148,7 +148,7 @@ TEST(DamagedFile, NoReaderTakesATextWithoutAnything)
             TextReader lines(source);
             const Result<FileContents> result = reader(lines);
             ASSERT_FALSE(result) << '"' << text << '"';
-            EXPECT_TRUE(result.error().message.starts_with("x:")) << result.error().message;
+            EXPECT_TRUE(result.error().message().starts_with("x:")) << result.error().message();
         }
     }
 }

@@ -173,7 +173,7 @@ TEST_P(WriterProperty, RandomAlignmentsReadBackAsTheFormatCanHoldThem)
         const TemporaryFile file(seed % 10 == 0 ? "x.gz" : "x", "");
         const std::optional<Failure> failure =
             writeFile(file.path(), std::span(&record, 1), options);
-        ASSERT_EQ(failure ? failure->message : "", "") << "seed " << seed;
+        ASSERT_EQ(failure ? failure->message() : "", "") << "seed " << seed;
         const FileContents contents = contentsOf(file.path());
         ASSERT_EQ(contents.alignments.size(), 1U) << "seed " << seed;
         const std::vector<RowRecord> &rows = contents.alignments[0].rows;

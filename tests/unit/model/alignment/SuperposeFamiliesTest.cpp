@@ -27,7 +27,7 @@ protected:
     static FileContents read(const fs::path &file)
     {
         auto contents = readFile(kFamilies / file);
-        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message);
+        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message());
         return contents ? std::move(contents).value() : FileContents();
     }
     static Structure &load(const fs::path &file)

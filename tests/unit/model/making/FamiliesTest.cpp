@@ -30,7 +30,7 @@ protected:
     static TAMBO::Structure *load(const fs::path &file)
     {
         auto contents = TAMBO::readFile(kFamilies / file);
-        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message);
+        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message());
         if (!contents || contents->structures.empty())
             return nullptr;
         return TAMBO::ObjectFactory::adopt(std::move(contents->structures.front()));
@@ -38,7 +38,7 @@ protected:
     static TAMBO::Alignment *open(const fs::path &file)
     {
         auto contents = TAMBO::readFile(file);
-        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message);
+        EXPECT_TRUE(contents) << (contents ? "" : contents.error().message());
         if (!contents || contents->alignments.empty())
             return nullptr;
         return TAMBO::ObjectFactory::adopt(std::move(contents->alignments.front()));

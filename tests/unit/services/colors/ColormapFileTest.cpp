@@ -17,7 +17,7 @@ namespace ColormapFileTest {
 std::string failureOf(std::string_view text)
 {
     const auto stops = ColormapFile::parse(text, "x.cm");
-    return stops ? "no failure" : stops.error().message;
+    return stops ? "no failure" : stops.error().message();
 }
 
 void writeUserMap(const QString &name, const QByteArray &text)
@@ -32,7 +32,7 @@ TEST(ColormapFile, PositionsAreMappedToTheRangeFromZeroToOne)
 {
     const auto map =
         ColormapFile::parse("# a map\n-5 0 0 0 # dark\n\n 0 1 2 3\r\n5 255 255 255\n", "x.cm");
-    ASSERT_TRUE(map.has_value()) << map.error().message;
+    ASSERT_TRUE(map.has_value()) << map.error().message();
     EXPECT_TRUE(map.value().isBlended);
     const std::vector<ColorStop> &stops = map.value().stops;
     ASSERT_EQ(stops.size(), 3U);
@@ -92,7 +92,7 @@ TEST(ColormapFile, ClassesAreNotBlended)
 {
     const auto map =
         ColormapFile::parse("\xef\xbb\xbf classes \r\n0 0 0 0\n2 0 255 0\n8 0 0 255\n", "x.cm");
-    ASSERT_TRUE(map.has_value()) << map.error().message;
+    ASSERT_TRUE(map.has_value()) << map.error().message();
     EXPECT_FALSE(map.value().isBlended);
     const Color black(0x000000);
     const Color green(0x00ff00);
@@ -104,10 +104,10 @@ TEST(ColormapFile, ClassesAreNotBlended)
 TEST(ColormapFile, AMapOfTheUserTakesThePlaceOfAnInstalledOne)
 {
     const auto installed = ColormapFile::read("WhiteBlue.cm");
-    ASSERT_TRUE(installed.has_value()) << installed.error().message;
+    ASSERT_TRUE(installed.has_value()) << installed.error().message();
     writeUserMap("WhiteBlue.cm", "0 9 9 9\n1 8 8 8\n");
     const auto own = ColormapFile::read("WhiteBlue.cm");
-    ASSERT_TRUE(own.has_value()) << own.error().message;
+    ASSERT_TRUE(own.has_value()) << own.error().message();
     EXPECT_EQ(own.value().stops.front().red, 9.0);
     QFile::remove(Directories::config() + "/colormaps/WhiteBlue.cm");
 }

@@ -33,7 +33,7 @@ constexpr double kBlueRedContrastFloor = 3.5;
 ColormapContents mapNamed(const std::string &name)
 {
     const auto map = ColormapFile::read(name);
-    EXPECT_TRUE(map.has_value()) << (map ? "" : map.error().message);
+    EXPECT_TRUE(map.has_value()) << (map ? "" : map.error().message());
     return map ? map.value() : ColormapContents{{{0, 0, 0, 0}, {1, 0, 0, 0}}};
 }
 

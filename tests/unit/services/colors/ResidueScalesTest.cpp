@@ -20,7 +20,7 @@ const std::string kAcids = "ARNDCQEGHILKMFPSTWYV";
 std::string failureOf(std::string_view text)
 {
     const auto scale = ResidueScales::parse(text, "x.scale");
-    return scale ? "no failure" : scale.error().message;
+    return scale ? "no failure" : scale.error().message();
 }
 
 void write(const QString &path, const QByteArray &text)
@@ -34,7 +34,7 @@ TEST(ResidueScales, ReadsNameAndValues)
 {
     const auto scale = ResidueScales::parse(
         "# Somebody (1999)\nname  My scale \nA 1.5 # small\n\nW\t-2e1\r\n", "x.scale");
-    ASSERT_TRUE(scale.has_value()) << scale.error().message;
+    ASSERT_TRUE(scale.has_value()) << scale.error().message();
     EXPECT_EQ(scale.value().name, "My scale");
     EXPECT_EQ(scale.value().values, (std::map<char, float>{{'A', 1.5F}, {'W', -20.0F}}));
 }
@@ -45,7 +45,7 @@ TEST(ResidueScales, ReadsUnitAndSourceWhichMayGoOn)
         ResidueScales::parse("\xef\xbb\xbfunit cubic Angstrom\nname N\nsource One A\n"
                              "source (1999) # seen\nsource\tof it.\nA 1\n",
                              "x.scale");
-    ASSERT_TRUE(scale.has_value()) << scale.error().message;
+    ASSERT_TRUE(scale.has_value()) << scale.error().message();
     EXPECT_EQ(scale.value().unit, "cubic Angstrom");
     EXPECT_EQ(scale.value().source, "One A (1999) of it.");
 }

@@ -12,14 +12,14 @@ namespace IniFileTest {
 IniFile parsed(std::string_view text)
 {
     auto file = IniFile::parse(text, "x.ini");
-    EXPECT_TRUE(file.has_value()) << (file ? "" : file.error().message);
+    EXPECT_TRUE(file.has_value()) << (file ? "" : file.error().message());
     return file ? file.value() : IniFile();
 }
 
 std::string failureOf(std::string_view text)
 {
     const auto file = IniFile::parse(text, "x.ini");
-    return file ? "no failure" : file.error().message;
+    return file ? "no failure" : file.error().message();
 }
 
 TEST(IniFile, ReadsValuesBySectionAndKey)

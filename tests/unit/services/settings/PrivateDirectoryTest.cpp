@@ -27,7 +27,7 @@ unsigned int modeOf(const QString &path)
 std::string failureOf(const QString &path, uid_t owner)
 {
     const auto made = makePrivateDirectory(path, owner);
-    return made ? "no failure" : made.error().message;
+    return made ? "no failure" : made.error().message();
 }
 
 TEST(PrivateDirectory, IsMadeForItsOwnerOnly)
@@ -35,7 +35,7 @@ TEST(PrivateDirectory, IsMadeForItsOwnerOnly)
     const QTemporaryDir directory;
     const QString path = directory.filePath("a/b/private");
     const auto made = makePrivateDirectory(path, ::geteuid());
-    ASSERT_TRUE(made.has_value()) << made.error().message;
+    ASSERT_TRUE(made.has_value()) << made.error().message();
     EXPECT_EQ(made.value(), path);
     EXPECT_EQ(modeOf(path), 0700U);
 }
