@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DragScroller.h"
 
-#include "QCanvasView.h"
-
+#include <QRect>
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -23,9 +23,21 @@ int speed(int position, int length) noexcept
     return behind > 0 ? std::min(kFastest, 2 + behind / 2) : 0;
 }
 
+// A direction in which the whole contents are to be seen is not scrolled: names that are dragged
+// sideways leave the columns where they are.
+QPoint speedAt(const QPoint &point, const DragScroller::Extent &extent)
+{
+    const auto &[visible, contents] = extent;
+    return {contents.width() > visible.width() ? speed(point.x(), visible.width()) : 0,
+            contents.height() > visible.height() ? speed(point.y(), visible.height()) : 0};
+}
+
 } // namespace
 
-DragScroller::DragScroller(QCanvasView &view) : m_View(view) { }
+DragScroller::DragScroller(std::function<Extent()> extent,
+                           std::function<void(const QPoint &)> scrollBy)
+    : m_Extent(std::move(extent)), m_ScrollBy(std::move(scrollBy))
+{ }
 
 void DragScroller::start()
 {
@@ -44,8 +56,9 @@ void DragScroller::pointerAt(const QPoint &point)
     if (!m_Active)
         return;
     m_Pointer = point;
-    const QPoint step = speedAt(point);
-    m_Armed = m_Armed || step.isNull() || !m_View.viewport()->rect().contains(point);
+    const Extent extent = m_Extent();
+    const QPoint step = speedAt(point, extent);
+    m_Armed = m_Armed || step.isNull() || !QRect(QPoint(0, 0), extent.visible).contains(point);
     if (step.isNull() || !m_Armed)
         m_Timer.stop();
     else if (!m_Timer.isActive())
@@ -56,17 +69,5 @@ void DragScroller::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() != m_Timer.timerId())
         return;
-    const QPoint step = speedAt(m_Pointer);
-    QCanvasView &view = m_View.scrolledView();
-    view.setContentsPos(view.contentsX() + step.x(), view.contentsY() + step.y());
-}
-
-// A direction in which the whole contents are to be seen is not scrolled: names that are dragged
-// sideways leave the columns where they are.
-QPoint DragScroller::speedAt(const QPoint &point) const
-{
-    const int width = m_View.visibleWidth();
-    const int height = m_View.visibleHeight();
-    return {m_View.contentsWidth() > width ? speed(point.x(), width) : 0,
-            m_View.contentsHeight() > height ? speed(point.y(), height) : 0};
+    m_ScrollBy(speedAt(m_Pointer, m_Extent()));
 }

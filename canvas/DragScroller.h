@@ -5,13 +5,22 @@
 #include <QBasicTimer>
 #include <QObject>
 #include <QPoint>
+#include <QSize>
 
-class QCanvasView;
+#include <functional>
 
 class DragScroller : public QObject
 {
 public:
-    explicit DragScroller(QCanvasView &view);
+    struct Extent
+    {
+        // Of the view.
+        QSize visible;
+        QSize contents;
+    };
+
+    // scrollBy moves the contents, as far as they go.
+    DragScroller(std::function<Extent()> extent, std::function<void(const QPoint &)> scrollBy);
 
     void start();
     void stop();
@@ -23,9 +32,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    [[nodiscard]] QPoint speedAt(const QPoint &point) const;
-
-    QCanvasView &m_View;
+    std::function<Extent()> m_Extent;
+    std::function<void(const QPoint &)> m_ScrollBy;
     QBasicTimer m_Timer;
     QPoint m_Pointer;
     bool m_Active = false;

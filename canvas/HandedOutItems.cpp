@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HandedOutItems.h"
 
-#include "QCanvas.h"
+#include "QCanvasItem.h"
 
 #include <algorithm>
 #include <utility>
 
-HandedOutItems::HandedOutItems(QCanvas &canvas) : m_Canvas(canvas)
+HandedOutItems::HandedOutItems(HandedOutItems *&holder) : m_Holder(holder)
 {
+    m_Holder = this;
     deleteLater();
 }
 
 HandedOutItems::~HandedOutItems()
 {
-    m_Canvas.m_HandedOut = nullptr;
+    m_Holder = nullptr;
     buryAll();
     for (QCanvasItem *item : m_Buried)
         delete item;
@@ -32,7 +33,7 @@ void HandedOutItems::add(unsigned long cell, QCanvasItem *item)
 
 void HandedOutItems::bury(QCanvasItem *item)
 {
-    item->m_Canvas = nullptr;
+    item->m_Host = nullptr;
     m_Buried.push_back(item);
 }
 

@@ -9,13 +9,13 @@
 #include <unordered_map>
 #include <vector>
 
-class QCanvas;
 class QCanvasItem;
 
 class HandedOutItems : public QObject
 {
 public:
-    explicit HandedOutItems(QCanvas &canvas);
+    // holder: where the canvas keeps this; null as soon as it goes.
+    explicit HandedOutItems(HandedOutItems *&holder);
     ~HandedOutItems() override;
 
     // The item of a cell, by the cell's number; null when there is none.
@@ -29,7 +29,7 @@ public:
     void disown(const QCanvasItem *item);
 
 private:
-    QCanvas &m_Canvas;
+    HandedOutItems *&m_Holder;
     std::unordered_map<unsigned long, QCanvasItem *> m_Cells;
     std::vector<QCanvasItem *> m_Buried;
 };

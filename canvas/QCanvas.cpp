@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "QCanvas.h"
 
+#include "CanvasWatcher.h"
 #include "HandedOutItems.h"
 #include "ItemIndex.h"
 #include "LatticePainter.h"
-#include "QCanvasView.h"
 
 #include <QPainter>
 #include <QRegion>
@@ -20,8 +20,14 @@ constexpr std::size_t kMostChanges = 32;
 
 } // namespace
 
+ItemHost *ItemHost::of(QCanvas *canvas) noexcept
+{
+    return canvas;
+}
+
 QCanvas::QCanvas(QObject *parent, const char *name)
     : QObject(parent),
+      ItemHost(this),
       m_Index(std::make_unique<ItemIndex>()),
       m_LatticePainter(std::make_unique<LatticePainter>())
 {
@@ -37,7 +43,7 @@ QCanvas::~QCanvas()
 {
     clear();
     delete m_HandedOut;
-    for (QCanvasView *view : std::exchange(m_Views, {}))
+    for (CanvasWatcher *view : std::exchange(m_Views, {}))
         view->canvasGone();
 }
 
@@ -49,7 +55,7 @@ void QCanvas::resize(int width, int height)
     m_Size = size;
     m_Index->setSize(size);
     setAllChanged();
-    for (QCanvasView *view : m_Views)
+    for (CanvasWatcher *view : m_Views)
         view->canvasResized();
     emit resized();
 }
@@ -140,11 +146,11 @@ void QCanvas::setChanged(const QRect &rect)
 
 void QCanvas::update()
 {
-    for (QCanvasView *view : m_Views) {
+    for (CanvasWatcher *view : m_Views) {
         if (m_AllChanged)
-            view->viewport()->update();
-        for (const QRect &rect : m_Changed)
-            view->viewport()->update(rect.translated(-view->contentsX(), -view->contentsY()));
+            view->canvasChanged();
+        else
+            view->canvasChanged(m_Changed);
     }
     m_AllChanged = false;
     m_Changed.clear();
@@ -199,7 +205,6 @@ void QCanvas::addItem(QCanvasItem *item)
     m_Last = item;
 }
 
-// From the item's destructor, when the item can no longer say what it covered.
 void QCanvas::removeItem(QCanvasItem *item)
 {
     if (item->m_OfLattice) {
@@ -246,8 +251,9 @@ void QCanvas::itemChanged(const QCanvasItem &item)
 
 HandedOutItems &QCanvas::handedOut()
 {
+    // It enters itself, deletes itself in the event loop, and takes itself out.
     if (m_HandedOut == nullptr)
-        m_HandedOut = new HandedOutItems(*this);
+        new HandedOutItems(m_HandedOut);
     return *m_HandedOut;
 }
 

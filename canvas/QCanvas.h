@@ -4,6 +4,7 @@
 #pragma once
 
 #include "CellLattice.h"
+#include "ItemHost.h"
 #include "QCanvasItem.h"
 
 #include <QColor>
@@ -13,13 +14,14 @@
 #include <memory>
 #include <vector>
 
+class CanvasWatcher;
 class HandedOutItems;
 class ItemIndex;
 class LatticePainter;
 class LatticeSource;
 class QCanvasView;
 
-class QCanvas : public QObject
+class QCanvas : public QObject, private ItemHost
 {
     Q_OBJECT
 
@@ -69,18 +71,15 @@ signals:
     void resized();
 
 private:
-    friend class QCanvasItem;
+    friend class ItemHost;
     friend class QCanvasView;
 
-    friend class HandedOutItems;
-
-    void addItem(QCanvasItem *item);
-    void removeItem(QCanvasItem *item);
+    void addItem(QCanvasItem *item) override;
+    void removeItem(QCanvasItem *item) override;
     void unlink(QCanvasItem *item);
-    // A visible item: takes it out of the index for a change and puts it back after it.
-    void itemLeaves(QCanvasItem &item);
-    void itemEnters(QCanvasItem &item);
-    void itemChanged(const QCanvasItem &item);
+    void itemLeaves(QCanvasItem &item) override;
+    void itemEnters(QCanvasItem &item) override;
+    void itemChanged(const QCanvasItem &item) override;
     [[nodiscard]] QCanvasItem *latticeItem(const Cell &cell);
     [[nodiscard]] HandedOutItems &handedOut();
     void addLatticeItems(const CellRange &cells, QCanvasItemList &out);
@@ -88,7 +87,7 @@ private:
 
     QSize m_Size;
     QColor m_Background{Qt::white};
-    std::vector<QCanvasView *> m_Views;
+    std::vector<CanvasWatcher *> m_Views;
 
     QCanvasItem *m_First = nullptr;
     QCanvasItem *m_Last = nullptr;

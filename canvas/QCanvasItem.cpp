@@ -2,18 +2,17 @@
 #include "QCanvasItem.h"
 
 #include "ItemPool.h"
-#include "QCanvas.h"
 
-QCanvasItem::QCanvasItem(QCanvas *canvas) : m_Canvas(canvas)
+QCanvasItem::QCanvasItem(QCanvas *canvas) : m_Host(ItemHost::of(canvas))
 {
-    if (m_Canvas != nullptr)
-        m_Canvas->addItem(this);
+    if (m_Host != nullptr)
+        m_Host->addItem(this);
 }
 
 QCanvasItem::~QCanvasItem()
 {
-    if (m_Canvas != nullptr)
-        m_Canvas->removeItem(this);
+    if (m_Host != nullptr)
+        m_Host->removeItem(this);
 }
 
 void *QCanvasItem::operator new(std::size_t size)
@@ -37,8 +36,8 @@ void QCanvasItem::move(double x, double y)
 void QCanvasItem::setZ(double z)
 {
     m_Z = z;
-    if (m_Visible && m_Canvas != nullptr)
-        m_Canvas->itemChanged(*this);
+    if (m_Visible && m_Host != nullptr)
+        m_Host->itemChanged(*this);
 }
 
 void QCanvasItem::setVisible(bool visible)
@@ -62,12 +61,12 @@ bool QCanvasItem::collidesWith(const QCanvasItem *other) const
 
 void QCanvasItem::aboutToChange()
 {
-    if (m_Visible && m_Canvas != nullptr)
-        m_Canvas->itemLeaves(*this);
+    if (m_Visible && m_Host != nullptr)
+        m_Host->itemLeaves(*this);
 }
 
 void QCanvasItem::hasChanged()
 {
-    if (m_Visible && m_Canvas != nullptr)
-        m_Canvas->itemEnters(*this);
+    if (m_Visible && m_Host != nullptr)
+        m_Host->itemEnters(*this);
 }

@@ -3,13 +3,13 @@
 // deleting it takes it off the canvas.
 #pragma once
 
+#include "ItemHost.h"
+
 #include <QList>
 #include <QRect>
 
 #include <cstddef>
 
-class QCanvas;
-class QCanvasItem;
 class QPainter;
 
 using QCanvasItemList = QList<QCanvasItem *>;
@@ -45,7 +45,10 @@ public:
     void hide() { setVisible(false); }
 
     // Null once the canvas has been destroyed or has thrown the item out.
-    [[nodiscard]] QCanvas *canvas() const noexcept { return m_Canvas; }
+    [[nodiscard]] QCanvas *canvas() const noexcept
+    {
+        return m_Host == nullptr ? nullptr : m_Host->canvas();
+    }
 
     virtual void draw(QPainter &painter) = 0;
     [[nodiscard]] virtual int rtti() const;
@@ -65,7 +68,8 @@ private:
     friend class ItemIndex;
     friend class QCanvas;
 
-    QCanvas *m_Canvas;
+    // Null when it is on no canvas.
+    ItemHost *m_Host;
     double m_X = 0;
     double m_Y = 0;
     double m_Z = 0;

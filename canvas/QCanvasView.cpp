@@ -52,7 +52,7 @@ Qt::ScrollBarPolicy policyOf(QCanvasView::ScrollBarMode mode)
 } // namespace
 
 QCanvasView::QCanvasView(QCanvas *canvas, QWidget *parent, const char *name, Qt::WindowFlags flags)
-    : QAbstractScrollArea(parent), m_DragScroller(std::make_unique<DragScroller>(*this))
+    : QAbstractScrollArea(parent), m_DragScroller(makeDragScroller())
 {
     if (flags != Qt::WindowFlags())
         setWindowFlags(flags);
@@ -67,6 +67,19 @@ QCanvasView::QCanvasView(QCanvas *canvas, QWidget *parent, const char *name, Qt:
     setCanvas(canvas);
 }
 
+std::unique_ptr<DragScroller> QCanvasView::makeDragScroller()
+{
+    return std::make_unique<DragScroller>(
+        [this] {
+            return DragScroller::Extent{{visibleWidth(), visibleHeight()},
+                                        {contentsWidth(), contentsHeight()}};
+        },
+        [this](const QPoint &step) {
+            QCanvasView &view = scrolledView();
+            view.setContentsPos(view.contentsX() + step.x(), view.contentsY() + step.y());
+        });
+}
+
 QCanvasView::~QCanvasView()
 {
     setCanvas(nullptr);
@@ -75,7 +88,7 @@ QCanvasView::~QCanvasView()
 void QCanvasView::setCanvas(QCanvas *canvas)
 {
     if (m_Canvas != nullptr)
-        std::erase(m_Canvas->m_Views, this);
+        std::erase(m_Canvas->m_Views, static_cast<CanvasWatcher *>(this));
     m_Canvas = canvas;
     if (m_Canvas == nullptr)
         return;
@@ -155,6 +168,17 @@ void QCanvasView::canvasGone()
 {
     m_Canvas = nullptr;
     canvasResized();
+}
+
+void QCanvasView::canvasChanged()
+{
+    viewport()->update();
+}
+
+void QCanvasView::canvasChanged(const std::vector<QRect> &rects)
+{
+    for (const QRect &rect : rects)
+        viewport()->update(rect.translated(-m_ContentsPos));
 }
 
 void QCanvasView::syncBars()

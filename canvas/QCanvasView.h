@@ -3,6 +3,7 @@
 // pixels that stay visible and paints the rest.
 #pragma once
 
+#include "CanvasWatcher.h"
 #include "QCanvasItem.h"
 
 #include <QAbstractScrollArea>
@@ -14,7 +15,7 @@
 class DragScroller;
 class QCanvas;
 
-class QCanvasView : public QAbstractScrollArea
+class QCanvasView : public QAbstractScrollArea, private CanvasWatcher
 {
     Q_OBJECT
 
@@ -94,14 +95,15 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    friend class QCanvas;
-
     using Handler = void (QCanvasView::*)(QMouseEvent *);
 
     void forward(QMouseEvent *event, Handler handler);
     bool showToolTip(const QPoint &point, const QPoint &global);
-    void canvasResized();
-    void canvasGone();
+    void canvasResized() override;
+    void canvasGone() override;
+    void canvasChanged() override;
+    void canvasChanged(const std::vector<QRect> &rects) override;
+    [[nodiscard]] std::unique_ptr<DragScroller> makeDragScroller();
     void syncBars();
     void paintRect(QPainter &painter, const QRect &rect);
 

@@ -214,9 +214,21 @@ TEST_F(QCanvasViewEvents, DragBeyondTheEdgeScrollsUntilItComesBack)
     m_View.setDragging(false);
 }
 
+DragScroller scrollerOf(QCanvasView &view)
+{
+    return DragScroller(
+        [&view] {
+            return DragScroller::Extent{{view.visibleWidth(), view.visibleHeight()},
+                                        {view.contentsWidth(), view.contentsHeight()}};
+        },
+        [&view](const QPoint &step) {
+            view.setContentsPos(view.contentsX() + step.x(), view.contentsY() + step.y());
+        });
+}
+
 TEST_F(QCanvasViewEvents, DragThatBeginsCloseToTheEdgeDoesNotRunOff)
 {
-    DragScroller scroller(m_View);
+    DragScroller scroller = scrollerOf(m_View);
     scroller.start();
     scroller.pointerAt({298, 100});
     EXPECT_FALSE(scroller.isScrolling());
@@ -232,7 +244,7 @@ TEST_F(QCanvasViewEvents, DragThatBeginsCloseToTheEdgeDoesNotRunOff)
 
 TEST_F(QCanvasViewEvents, WithoutADragTheEdgeDoesNotScroll)
 {
-    DragScroller scroller(m_View);
+    DragScroller scroller = scrollerOf(m_View);
     scroller.pointerAt({150, 100});
     scroller.pointerAt({340, 240});
     EXPECT_FALSE(scroller.isScrolling());
