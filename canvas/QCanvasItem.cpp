@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "QCanvasItem.h"
 
-#include "ItemPool.h"
-
 QCanvasItem::QCanvasItem(QCanvas *canvas) : m_Host(ItemHost::of(canvas))
 {
     if (m_Host != nullptr)
@@ -13,16 +11,6 @@ QCanvasItem::~QCanvasItem()
 {
     if (m_Host != nullptr)
         m_Host->removeItem(this);
-}
-
-void *QCanvasItem::operator new(std::size_t size)
-{
-    return ItemPool::take(size);
-}
-
-void QCanvasItem::operator delete(void *memory, std::size_t size) noexcept
-{
-    ItemPool::giveBack(memory, size);
 }
 
 void QCanvasItem::move(double x, double y)

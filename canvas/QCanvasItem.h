@@ -8,8 +8,6 @@
 #include <QList>
 #include <QRect>
 
-#include <cstddef>
-
 class QPainter;
 
 using QCanvasItemList = QList<QCanvasItem *>;
@@ -24,10 +22,6 @@ public:
     virtual ~QCanvasItem();
     QCanvasItem(const QCanvasItem &) = delete;
     QCanvasItem &operator=(const QCanvasItem &) = delete;
-
-    // A rebuild makes tens of thousands of items at once, so they come from a pool.
-    static void *operator new(std::size_t size);
-    static void operator delete(void *memory, std::size_t size) noexcept;
 
     [[nodiscard]] double x() const noexcept { return m_X; }
     [[nodiscard]] double y() const noexcept { return m_Y; }
