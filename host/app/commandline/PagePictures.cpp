@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PagePictures.h"
 
-#include "CompactSvg.h"
+#include "LeanSvg.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -51,7 +51,7 @@ bool writeSvg(const Poppler::Page &page, const QString &title, QIODevice &file)
     const bool isDrawn = page.renderToPainter(&painter, kPointsPerInch, kPointsPerInch);
     if (!painter.end() || !isDrawn)
         return false;
-    const QByteArray bytes = compactSvg(QString::fromUtf8(drawing.data())).toUtf8();
+    const QByteArray bytes = leanSvg(drawing.data());
     return file.write(bytes) == bytes.size();
 }
 

@@ -2,11 +2,12 @@
 // Makes the toolkit's drawings of PDF pages a tenth as long, without a change to what is seen.
 #pragma once
 
-#include <QString>
+#include <QByteArray>
 
 namespace TAMBO::app {
 
-// Takes out what draws nothing, and writes an outline that comes several times once.
-[[nodiscard]] QString compactSvg(const QString &svg);
+// Takes out what draws nothing, and writes an outline that comes several times once. What is no
+// XML stays as it is.
+[[nodiscard]] QByteArray leanSvg(const QByteArray &svg);
 
 } // namespace TAMBO::app
