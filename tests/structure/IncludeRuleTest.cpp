@@ -22,7 +22,15 @@ using ProjectSources::includesOf;
 using ProjectSources::linesOf;
 using ProjectSources::sourcesIn;
 
-enum External : unsigned { Std = 1, System = 2, Qt = 4, Gemmi = 8, Zlib = 16, Poppler = 32 };
+enum External : unsigned {
+    Std = 1,
+    System = 2,
+    Qt = 4,
+    Gemmi = 8,
+    Zlib = 16,
+    Poppler = 32,
+    Json = 64
+};
 
 struct Rule
 {
@@ -115,7 +123,7 @@ const std::map<std::string, Rule> kRules = {
      {{"include", "host/base", "host/model", "pages", "host/formats", "host/services/settings",
        "host/services/log", "host/services/colors", "host/services/search", "host/services/plugins",
        "host/services/widgets", "host/app/objects", "host/app/opening", "host/app/tools"},
-      Std | System | Qt | Poppler}},
+      Std | System | Qt | Poppler | Json}},
     {"host/app/workbench",
      {{"include", "host/base", "host/model", "host/formats", "host/history", "host/realign",
        "host/services", "host/services/settings", "host/services/log", "host/services/colors",
@@ -156,6 +164,8 @@ unsigned kindOf(const std::string &name)
 {
     if (name.starts_with("gemmi/"))
         return Gemmi;
+    if (name.starts_with("nlohmann/"))
+        return Json;
     if (name == "zlib.h")
         return Zlib;
     if (name.starts_with("poppler") || name.starts_with("cairo"))

@@ -2,41 +2,33 @@
 #include "InfoCommand.h"
 
 #include "FileReader.h"
-#include "JsonText.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace TAMBO::app {
 
 namespace {
 
-void writeSequences(JsonText &json, const AlignmentRecord &record)
+using Json = nlohmann::ordered_json;
+
+void addSequences(Json &list, const AlignmentRecord &record)
 {
-    for (const RowRecord &row : record.rows) {
-        json.beginObject();
-        json.key("name");
-        json.value(row.name);
-        json.key("letters");
-        json.value(std::uint64_t(row.sequence.letters.size()));
-        json.endObject();
-    }
+    for (const RowRecord &row : record.rows)
+        list.push_back({{"name", row.name}, {"letters", row.sequence.letters.size()}});
 }
 
-void writeAlignment(JsonText &json, const AlignmentRecord &record)
+Json describe(const AlignmentRecord &record)
 {
-    json.beginObject();
-    json.key("name");
-    json.value(record.name);
-    json.key("rows");
-    json.value(std::uint64_t(record.rows.size()));
-    json.key("columns");
-    json.value(record.rows.empty() ? std::uint64_t{0} : record.rows.front().sequence.width);
-    json.key("sequences");
-    json.beginArray();
-    writeSequences(json, record);
-    json.endArray();
-    json.endObject();
+    Json sequences = Json::array();
+    addSequences(sequences, record);
+    return {{"name", record.name},
+            {"rows", record.rows.size()},
+            {"columns", record.rows.empty() ? 0 : record.rows.front().sequence.width},
+            {"sequences", std::move(sequences)}};
 }
 
 // A calcium ion is called CA too.
@@ -49,7 +41,7 @@ bool hasCentralCarbon(const ResidueRecord &residue)
 
 // Numbered from the first to the last residue with a place in space; a chain that has none (a
 // nucleic acid, ligands) from its first to its last.
-void writeChain(JsonText &json, const ChainRecord &chain)
+Json describe(const ChainRecord &chain)
 {
     const auto &residues = chain.residues;
     auto first = std::ranges::find_if(residues, hasCentralCarbon);
@@ -58,60 +50,43 @@ void writeChain(JsonText &json, const ChainRecord &chain)
         first = residues.begin();
         last = residues.rbegin();
     }
-    json.beginObject();
-    json.key("name");
-    json.value(chain.name);
-    json.key("residues");
-    json.value(std::uint64_t(residues.size()));
-    json.key("residues_with_ca");
-    json.value(std::uint64_t(std::ranges::count_if(residues, hasCentralCarbon)));
-    json.key("first");
-    json.value(residues.empty() ? std::string() : first->number.getValue());
-    json.key("last");
-    json.value(residues.empty() ? std::string() : last->number.getValue());
-    json.endObject();
+    return {{"name", chain.name},
+            {"residues", residues.size()},
+            {"residues_with_ca", std::ranges::count_if(residues, hasCentralCarbon)},
+            {"first", residues.empty() ? std::string() : first->number.getValue()},
+            {"last", residues.empty() ? std::string() : last->number.getValue()}};
 }
 
-void writeStructure(JsonText &json, const StructureRecord &record)
+Json describe(const StructureRecord &record)
 {
-    json.beginObject();
-    json.key("name");
-    json.value(record.name);
-    json.key("models");
-    json.value(std::uint64_t(record.models));
-    json.key("chains");
-    json.beginArray();
+    Json chains = Json::array();
     for (const ChainRecord &chain : record.chains)
-        writeChain(json, chain);
-    json.endArray();
-    json.endObject();
+        chains.push_back(describe(chain));
+    return {{"name", record.name}, {"models", record.models}, {"chains", std::move(chains)}};
 }
 
-void writeContents(JsonText &json, const FileContents &contents)
+void addContents(Json &json, const FileContents &contents)
 {
-    json.key("format");
-    json.value(contents.format);
-    json.key("alignments");
-    json.beginArray();
+    json["format"] = contents.format;
+    Json &alignments = json["alignments"] = Json::array();
+    Json sequences = Json::array();
     for (const AlignmentRecord &record : contents.alignments) {
         if (record.isAligned)
-            writeAlignment(json, record);
+            alignments.push_back(describe(record));
+        else
+            addSequences(sequences, record);
     }
-    json.endArray();
-    json.key("structures");
-    json.beginArray();
+    Json &structures = json["structures"] = Json::array();
     for (const StructureRecord &record : contents.structures)
-        writeStructure(json, record);
-    json.endArray();
-    if (std::ranges::all_of(contents.alignments, &AlignmentRecord::isAligned))
-        return;
-    json.key("sequences");
-    json.beginArray();
-    for (const AlignmentRecord &record : contents.alignments) {
-        if (!record.isAligned)
-            writeSequences(json, record);
-    }
-    json.endArray();
+        structures.push_back(describe(record));
+    if (!std::ranges::all_of(contents.alignments, &AlignmentRecord::isAligned))
+        json["sequences"] = std::move(sequences);
+}
+
+// Bytes that are no UTF-8 become the replacement character.
+std::string textOf(const Json &json)
+{
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 } // namespace
@@ -121,20 +96,15 @@ int runInfo(const std::vector<std::string> &files, std::ostream &out, std::ostre
     int status = 0;
     for (const std::string &file : files) {
         const Result<FileContents> result = readFile(file);
-        JsonText json;
-        json.beginObject();
-        json.key("file");
-        json.value(file);
+        Json json = {{"file", file}};
         if (result) {
-            writeContents(json, result.value());
+            addContents(json, result.value());
         } else {
-            json.key("error");
-            json.value(result.error().message());
+            json["error"] = result.error().message();
             err << "tambo: " << result.error().message() << '\n';
             status = 1;
         }
-        json.endObject();
-        out << json.text() << '\n' << std::flush;
+        out << textOf(json) << '\n' << std::flush;
     }
     if (!out) {
         err << "tambo: cannot write to the standard output\n";

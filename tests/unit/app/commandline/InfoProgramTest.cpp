@@ -20,10 +20,10 @@ TEST_F(InfoProgram, AnAlignmentIsDescribedOnOneLine)
     const Finished info = run({"info", file});
     EXPECT_EQ(info.status, 0);
     EXPECT_EQ(info.output,
-              QStringLiteral("{\"file\": \"%1\", \"format\": \"pir\", \"alignments\": [{\"name\": "
-                             "\"x\", \"rows\": 2, \"columns\": 4, \"sequences\": [{\"name\": "
-                             "\"a\", \"letters\": 3}, {\"name\": \"b\", \"letters\": 4}]}], "
-                             "\"structures\": []}\n")
+              QStringLiteral("{\"file\":\"%1\",\"format\":\"pir\",\"alignments\":[{\"name\":"
+                             "\"x\",\"rows\":2,\"columns\":4,\"sequences\":[{\"name\":"
+                             "\"a\",\"letters\":3},{\"name\":\"b\",\"letters\":4}]}],"
+                             "\"structures\":[]}\n")
                   .arg(file)
                   .toUtf8());
     EXPECT_EQ(info.errors, "");
