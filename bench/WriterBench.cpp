@@ -66,8 +66,8 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
     for (auto _ : state) {
         const auto start = Clock::now();
         const AlignmentRecord record = makeRecord(*loaded().alignment);
-        if (const auto failure = writeFile(path, std::span(&record, 1), options)) {
-            state.SkipWithError(failure->message().c_str());
+        if (const auto written = writeFile(path, std::span(&record, 1), options); !written) {
+            state.SkipWithError(written.error().message().c_str());
             return;
         }
         seconds += std::chrono::duration<double>(Clock::now() - start).count();

@@ -51,8 +51,8 @@ Reader readerOf(FileFormat format)
 Result<FileContents> read(TextReader &reader)
 {
     const std::string_view head = reader.head();
-    if (reader.failure())
-        return *reader.failure();
+    if (!reader.outcome())
+        return reader.outcome().error();
     const std::optional<Recognised> recognised = recognise(head);
     if (!recognised)
         return failureOf(reader.fileName(), describeUnreadable(head));
@@ -71,8 +71,9 @@ Result<FileContents> readFile(const std::filesystem::path &path, const ReadProgr
         TextReader reader(source);
         return read(reader);
     } catch (const std::exception &error) {
-        return failureOf(cleanText(path.filename().string()),
-                         std::string("cannot be read: ") + error.what());
+        return Failure{FailureKind::System,
+                       std::string("cannot be read: ") + error.what(),
+                       {cleanText(path.filename().string())}};
     }
 }
 

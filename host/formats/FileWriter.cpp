@@ -41,20 +41,19 @@ void writeText(const FittedAlignment &alignment, TextSink &sink)
     }
 }
 
-// Where the file differs from what it is meant to hold.
-std::optional<std::string> differenceTo(const FileContents &contents,
-                                        std::span<const AlignmentRecord> alignments,
-                                        const WriteOptions &options)
+// Whether the file holds what it is meant to hold.
+Result<void> checkSame(const FileContents &contents, std::span<const AlignmentRecord> alignments,
+                       const WriteOptions &options)
 {
     if (contents.alignments.size() != alignments.size())
-        return "it has " + std::to_string(contents.alignments.size()) + " alignments instead of " +
-               std::to_string(alignments.size());
+        return different("it has " + std::to_string(contents.alignments.size()) +
+                         " alignments instead of " + std::to_string(alignments.size()));
     for (std::size_t i = 0; i < alignments.size(); ++i) {
         const FittedAlignment fitted(alignments[i], options);
-        if (std::optional<std::string> difference = fitted.differenceTo(contents.alignments[i]))
-            return difference;
+        if (const Result<void> same = fitted.checkSame(contents.alignments[i]); !same)
+            return same;
     }
-    return std::nullopt;
+    return {};
 }
 
 // Why the file that was just written cannot be read, without the name that nobody knows.
@@ -67,71 +66,77 @@ std::string withoutName(const Failure &failure)
     return "line " + std::to_string(failure.place.line) + ": " + failure.cause;
 }
 
-// Writes with write, reads what was written, and puts it in place if difference finds none.
-std::optional<Failure>
-replace(const std::filesystem::path &path, WriteAids *aids,
-        const std::function<void(TextSink &)> &write,
-        const std::function<std::optional<std::string>(const FileContents &)> &difference)
+// Writes with write, reads what was written, and puts it in place if check finds it the same.
+Result<void> replace(const std::filesystem::path &path, WriteAids *aids,
+                     const std::function<void(TextSink &)> &write,
+                     const std::function<Result<void>(const FileContents &)> &check)
 {
     ReplacementFile file(path, aids == nullptr ? ReplacementFile::Scratch() : aids->scratch);
     // Of our own code nothing throws but the lack of memory.
     try {
-        if (!file.failure())
+        if (file.outcome())
             write(file);
-        if (!file.complete())
-            return file.failure();
+        if (const Result<void> completed = file.complete(); !completed)
+            return completed;
         const Result<FileContents> readBack = readFile(file.path());
-        const std::optional<std::string> cause =
-            readBack ? difference(readBack.value()) : withoutName(readBack.error());
-        if (cause)
-            return failureOf(file.fileName(),
-                             "was not written, because reading it back gave something else: " +
-                                 *cause);
-        if (!file.putInPlace())
-            return file.failure();
+        const Result<void> same =
+            readBack ? check(readBack.value()) : different(withoutName(readBack.error()));
+        if (!same)
+            return Failure{FailureKind::System,
+                           "was not written, because reading it back gave something else: " +
+                               same.error().cause,
+                           {file.fileName()}};
+        if (const Result<void> placed = file.putInPlace(); !placed)
+            return placed;
         if (aids != nullptr && file.remark())
             aids->remarks.push_back(*file.remark());
     } catch (const std::exception &error) {
-        return failureOf(file.fileName(), std::string("cannot be written: ") + error.what());
+        return Failure{FailureKind::System,
+                       std::string("cannot be written: ") + error.what(),
+                       {file.fileName()}};
     }
-    return std::nullopt;
+    return {};
+}
+
+Failure refusal(const std::string &fileName, const std::string &cause)
+{
+    return {FailureKind::Refused, cause, {fileName}};
 }
 
 } // namespace
 
-std::optional<Failure> writeFile(const std::filesystem::path &path,
-                                 std::span<const AlignmentRecord> alignments,
-                                 const WriteOptions &options, WriteAids *aids)
+Result<void> writeFile(const std::filesystem::path &path,
+                       std::span<const AlignmentRecord> alignments, const WriteOptions &options,
+                       WriteAids *aids)
 {
     const std::string fileName = cleanText(path.filename().string());
     for (const AlignmentRecord &alignment : alignments) {
-        if (const std::optional<std::string> obstacle = obstacleTo(alignment, options))
-            return failureOf(fileName, *obstacle);
+        if (const Result<void> fits = checkWritable(alignment, options); !fits)
+            return refusal(fileName, fits.error().cause);
     }
     if (alignments.size() != 1 && (alignments.empty() || !holds(options.format, Content::Several)))
-        return failureOf(fileName, fileOf(options.format) + " holds one alignment, not " +
-                                       std::to_string(alignments.size()));
+        return refusal(fileName, fileOf(options.format) + " holds one alignment, not " +
+                                     std::to_string(alignments.size()));
     return replace(
         path, aids,
         [&](TextSink &sink) {
             for (const AlignmentRecord &alignment : alignments)
                 writeText(FittedAlignment(alignment, options), sink);
         },
-        [&](const FileContents &contents) { return differenceTo(contents, alignments, options); });
+        [&](const FileContents &contents) { return checkSame(contents, alignments, options); });
 }
 
-std::optional<Failure> writeFile(const std::filesystem::path &path,
-                                 const StructureRecord &structure, const WriteOptions &options,
-                                 WriteAids *aids)
+Result<void> writeFile(const std::filesystem::path &path, const StructureRecord &structure,
+                       const WriteOptions &options, WriteAids *aids)
 {
-    if (const std::optional<std::string> obstacle = obstacleTo(structure, options))
-        return failureOf(cleanText(path.filename().string()), *obstacle);
+    if (const Result<void> fits = checkWritable(structure, options); !fits)
+        return refusal(cleanText(path.filename().string()), fits.error().cause);
     return replace(
         path, aids, [&](TextSink &sink) { sink.write(structureText(structure, options.format)); },
-        [&](const FileContents &contents) -> std::optional<std::string> {
+        [&](const FileContents &contents) -> Result<void> {
             if (contents.structures.empty())
-                return "it holds no structure";
-            return differenceBetween(structure, contents.structures.front(), options.format);
+                return different("it holds no structure");
+            return checkSame(structure, contents.structures.front(), options.format);
         });
 }
 

@@ -11,7 +11,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -28,15 +27,13 @@ struct WriteAids
     std::vector<std::string> remarks;
 };
 
-// Nothing when the file is written. Otherwise the old file is as it was, or the failure, which
-// names file and cause, tells where its content is. Compressed when the name ends in ".gz".
-[[nodiscard]] std::optional<Failure> writeFile(const std::filesystem::path &path,
-                                               std::span<const AlignmentRecord> alignments,
-                                               const WriteOptions &options,
-                                               WriteAids *aids = nullptr);
-[[nodiscard]] std::optional<Failure> writeFile(const std::filesystem::path &path,
-                                               const StructureRecord &structure,
-                                               const WriteOptions &options,
-                                               WriteAids *aids = nullptr);
+// When it fails, the old file is as it was, or the failure, which names file and cause, tells where
+// its content is. Compressed when the name ends in ".gz".
+[[nodiscard]] Result<void> writeFile(const std::filesystem::path &path,
+                                     std::span<const AlignmentRecord> alignments,
+                                     const WriteOptions &options, WriteAids *aids = nullptr);
+[[nodiscard]] Result<void> writeFile(const std::filesystem::path &path,
+                                     const StructureRecord &structure, const WriteOptions &options,
+                                     WriteAids *aids = nullptr);
 
 } // namespace TAMBO

@@ -20,23 +20,29 @@ std::string nameOf(const std::string &file)
     return formats::cleanText(std::filesystem::path(file).filename().string());
 }
 
-// Why the file that was read does not go into one of the format.
-std::optional<std::string> mismatch(const FileContents &contents, const WriteOptions &options)
+// Whether the file that was read goes into one of the format.
+Result<void> checkKind(const FileContents &contents, const ConvertOrder &order)
 {
-    const std::string target = fileOf(options.format);
-    if (isStructureFormat(options.format))
-        return contents.structures.empty()
-                   ? std::optional("holds no structure, which is what " + target + " is for")
-                   : std::nullopt;
+    const auto refusal = [&](const std::string &cause) {
+        return Failure{FailureKind::Refused, cause, {nameOf(order.input)}};
+    };
+    const FileFormat format = order.options.format;
+    const std::string target = fileOf(format);
+    if (isStructureFormat(format)) {
+        if (contents.structures.empty())
+            return refusal("holds no structure, which is what " + target + " is for");
+        return {};
+    }
     if (contents.alignments.empty())
-        return "holds no alignment, which is what " + target + " is for";
-    if (contents.alignments.size() > 1 && !holds(options.format, Content::Several))
-        return "holds " + std::to_string(contents.alignments.size()) + " alignments; " + target +
-               " holds one, a " +
-               formatTitles([](const FormatEntry &entry) { return entry.holds(Content::Several); },
-                            " or ") +
-               " file several";
-    return std::nullopt;
+        return refusal("holds no alignment, which is what " + target + " is for");
+    if (contents.alignments.size() > 1 && !holds(format, Content::Several))
+        return refusal(
+            "holds " + std::to_string(contents.alignments.size()) + " alignments; " + target +
+            " holds one, a " +
+            formatTitles([](const FormatEntry &entry) { return entry.holds(Content::Several); },
+                         " or ") +
+            " file several");
+    return {};
 }
 
 // With the alignment's name where there are several.
@@ -63,8 +69,7 @@ std::vector<std::string> remarksOf(const FileContents &contents)
     return all;
 }
 
-std::optional<Failure> write(const ConvertOrder &order, const FileContents &contents,
-                             WriteAids &aids)
+Result<void> write(const ConvertOrder &order, const FileContents &contents, WriteAids &aids)
 {
     if (isStructureFormat(order.options.format))
         return writeFile(order.output, contents.structures.front(), order.options, &aids);
@@ -82,11 +87,11 @@ int runConvert(const ConvertOrder &order, std::ostream &err)
     const Result<FileContents> contents = readFile(order.input);
     if (!contents)
         return complain(contents.error().message());
-    if (const std::optional<std::string> cause = mismatch(contents.value(), order.options))
-        return complain(nameOf(order.input) + ": " + *cause);
+    if (const Result<void> fits = checkKind(contents.value(), order); !fits)
+        return complain(fits.error().message());
     WriteAids aids{Config::GetPersonalTmpDir, {}};
-    if (const std::optional<Failure> failure = write(order, contents.value(), aids))
-        return complain(failure->message());
+    if (const Result<void> written = write(order, contents.value(), aids); !written)
+        return complain(written.error().message());
     for (const std::string &remark : remarksOf(contents.value()))
         err << remark << '\n';
     for (const std::string &remark : aids.remarks)

@@ -219,14 +219,15 @@ void ExportDialog::followOptions()
     m_Losses->clear();
     m_OwnLosses.clear();
     m_Counts->hide();
-    std::optional<QString> obstacle = m_Object == nullptr
-                                          ? std::optional(tr("It is not loaded any more."))
-                                          : m_Object->obstacle(options());
-    m_Write->setEnabled(!obstacle);
-    if (obstacle) {
+    const Result<void> fits =
+        m_Object == nullptr
+            ? Failure{FailureKind::NotFound, tr("It is not loaded any more.").toStdString()}
+            : m_Object->checkWritable(options());
+    m_Write->setEnabled(fits.has_value());
+    if (!fits) {
         m_LossesLabel->setText(tr("This cannot be written:"));
-        m_Losses->addItem(
-            new QListWidgetItem(pictures->standardIcon(QStyle::SP_MessageBoxWarning), *obstacle));
+        m_Losses->addItem(new QListWidgetItem(pictures->standardIcon(QStyle::SP_MessageBoxWarning),
+                                              QString::fromStdString(fits.error().message())));
         return;
     }
     const QStringList losses = m_Object->losses(options()) + m_Object->lostLooks();
@@ -316,11 +317,12 @@ void ExportDialog::write()
     if (file.isEmpty())
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const std::optional<QString> error = m_Object->write(file, options());
+    const Result<void> written = m_Object->write(file, options());
     QApplication::restoreOverrideCursor();
-    if (error) {
-        Logger::Write(*error, Logger::Severity::Error);
-        QMessageBox box(QMessageBox::Warning, tr("Tambo"), *error, QMessageBox::Ok, this);
+    if (!written) {
+        const QString cause = QString::fromStdString(written.error().message());
+        Logger::Write(cause, Logger::Severity::Error);
+        QMessageBox box(QMessageBox::Warning, tr("Tambo"), cause, QMessageBox::Ok, this);
         box.setObjectName(QStringLiteral("ExportFailure"));
         box.setTextFormat(Qt::PlainText);
         box.exec();

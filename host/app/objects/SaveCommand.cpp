@@ -46,12 +46,13 @@ bool saveObject(SavedPlaces &places, Compound &object, QWidget *parent)
     if (!place)
         return saveByDialog(places, object, parent);
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const std::optional<QString> error = WritableObject(object).write(place->file, place->options);
+    const Result<void> written = WritableObject(object).write(place->file, place->options);
     QApplication::restoreOverrideCursor();
-    if (error) {
-        Logger::Write(*error, Logger::Severity::Error);
+    if (!written) {
+        const QString cause = QString::fromStdString(written.error().message());
+        Logger::Write(cause, Logger::Severity::Error);
         services::FailureBoxes::showOver(
-            parent, translated("%1 could not be saved.").arg(nameText(object)), {*error});
+            parent, translated("%1 could not be saved.").arg(nameText(object)), {cause});
         return false;
     }
     Logger::Write(translated("Saved %1 to %2").arg(nameText(object), place->file));

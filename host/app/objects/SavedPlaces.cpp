@@ -136,7 +136,7 @@ std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object,
         return std::nullopt;
     const Place &place = found->second;
     const WritableObject content(object);
-    if (content.obstacle(place.options))
+    if (!content.checkWritable(place.options))
         return std::nullopt;
     const QStringList losses = content.ownLosses(place.options);
     return losses.isEmpty() || isAccepted(object, losses) ? std::optional(place) : std::nullopt;

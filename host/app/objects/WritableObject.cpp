@@ -53,16 +53,14 @@ std::variant<AlignmentRecord, StructureRecord> recordOf(const Compound &object)
     return makeRecord(dynamic_cast<const Alignment &>(object));
 }
 
-std::optional<Failure> writeRecord(const std::filesystem::path &path,
-                                   const AlignmentRecord &alignment, const WriteOptions &options,
-                                   WriteAids &aids)
+Result<void> writeRecord(const std::filesystem::path &path, const AlignmentRecord &alignment,
+                         const WriteOptions &options, WriteAids &aids)
 {
     return writeFile(path, std::span(&alignment, 1), options, &aids);
 }
 
-std::optional<Failure> writeRecord(const std::filesystem::path &path,
-                                   const StructureRecord &structure, const WriteOptions &options,
-                                   WriteAids &aids)
+Result<void> writeRecord(const std::filesystem::path &path, const StructureRecord &structure,
+                         const WriteOptions &options, WriteAids &aids)
 {
     return writeFile(path, structure, options, &aids);
 }
@@ -100,11 +98,10 @@ std::vector<FileFormat> WritableObject::formats() const
     return formats;
 }
 
-std::optional<QString> WritableObject::obstacle(const WriteOptions &options) const
+Result<void> WritableObject::checkWritable(const WriteOptions &options) const
 {
-    const std::optional<std::string> found =
-        std::visit([&](const auto &record) { return obstacleTo(record, options); }, m_Record);
-    return found ? std::optional(QString::fromStdString(*found)) : std::nullopt;
+    return std::visit([&](const auto &record) { return TAMBO::checkWritable(record, options); },
+                      m_Record);
 }
 
 QStringList WritableObject::losses(const WriteOptions &options) const
@@ -129,15 +126,15 @@ QStringList WritableObject::ownLosses(const WriteOptions &options) const
     return sentences;
 }
 
-std::optional<QString> WritableObject::write(const QString &path, const WriteOptions &options) const
+Result<void> WritableObject::write(const QString &path, const WriteOptions &options) const
 {
     const std::filesystem::path file(QFile::encodeName(path).toStdString());
     WriteAids aids{Config::GetPersonalTmpDir, {}};
-    const std::optional<Failure> failure = std::visit(
+    Result<void> written = std::visit(
         [&](const auto &record) { return writeRecord(file, record, options, aids); }, m_Record);
     for (const std::string &remark : aids.remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
-    return failure ? std::optional(QString::fromStdString(failure->message())) : std::nullopt;
+    return written;
 }
 
 } // namespace TAMBO::app

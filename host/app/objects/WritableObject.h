@@ -3,12 +3,12 @@
 #pragma once
 
 #include "Records.h"
+#include "Result.h"
 #include "WriteOptions.h"
 
 #include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <variant>
 #include <vector>
 
@@ -27,19 +27,17 @@ public:
 
     // The first one is the usual one.
     [[nodiscard]] std::vector<FileFormat> formats() const;
-    // Why the format cannot hold the object.
-    [[nodiscard]] std::optional<QString> obstacle(const WriteOptions &options) const;
+    // Whether the format can hold the object; the failure is a sentence.
+    [[nodiscard]] Result<void> checkWritable(const WriteOptions &options) const;
     // What the format loses or changes, one sentence each.
     [[nodiscard]] QStringList losses(const WriteOptions &options) const;
     // Of these, what is lost of the object as it is loaded. What never was in it does not count.
     [[nodiscard]] QStringList ownLosses(const WriteOptions &options) const;
     // What no file holds of how the object is shown.
     [[nodiscard]] QStringList lostLooks() const;
-    // The old file is replaced only by a complete new one that reads back the same. Nothing, or one
-    // sentence that names the file and says why not. The log tells of a file that could not be
-    // replaced and was written in place.
-    [[nodiscard]] std::optional<QString> write(const QString &path,
-                                               const WriteOptions &options) const;
+    // The old file is replaced only by a complete new one that reads back the same. The log
+    // tells of a file that could not be replaced and was written in place.
+    [[nodiscard]] Result<void> write(const QString &path, const WriteOptions &options) const;
 
 private:
     std::variant<AlignmentRecord, StructureRecord> m_Record;

@@ -135,11 +135,12 @@ bool Routes::savePir(const PluginCall &call)
     }
     const WriteOptions pir;
     const WritableObject object(*request->alignment);
-    if (const std::optional<QString> error = object.write(request->path, pir)) {
-        Logger::Write(*error, Logger::Severity::Error);
+    if (const Result<void> written = object.write(request->path, pir); !written) {
+        const QString cause = QString::fromStdString(written.error().message());
+        Logger::Write(cause, Logger::Severity::Error);
         // Whoever calls shows nothing.
         m_Actions.tellFailure(
-            QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {*error});
+            QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {cause});
         return false;
     }
     Logger::Write(

@@ -101,26 +101,30 @@ int makeCopy(const fs::path &from, const fs::path &copy)
     return error == 0 ? closing : error;
 }
 
+Failure failed(std::string cause)
+{
+    return Failure{FailureKind::System, std::move(cause)};
+}
+
 } // namespace
 
-std::optional<std::string> copyInPlace(const fs::path &from, const fs::path &target,
-                                       const fs::path &scratch)
+Result<void> copyInPlace(const fs::path &from, const fs::path &target, const fs::path &scratch)
 {
     const fs::path before = keptName(scratch, "old", target);
     if (const int error = makeCopy(target, before)) {
         ::unlink(before.c_str());
-        return std::strerror(error);
+        return failed(std::strerror(error));
     }
     const int error = overwrite(from, target);
     if (error == 0 || overwrite(before, target) == 0) {
         ::unlink(before.c_str());
-        return error == 0 ? std::nullopt : std::optional<std::string>(std::strerror(error));
+        return error == 0 ? Result<void>() : failed(std::strerror(error));
     }
     const fs::path after = keptName(scratch, "new", target);
     const bool isKept = makeCopy(from, after) == 0;
-    return std::string(std::strerror(error)) + "; the file is damaged now, what it held is in " +
-           before.string() +
-           (isKept ? ", what was to be written is in " + after.string() : std::string());
+    return failed(std::string(std::strerror(error)) +
+                  "; the file is damaged now, what it held is in " + before.string() +
+                  (isKept ? ", what was to be written is in " + after.string() : std::string()));
 }
 
 } // namespace TAMBO::formats

@@ -3,18 +3,17 @@
 // another one.
 #pragma once
 
+#include "Result.h"
+
 #include <filesystem>
-#include <optional>
-#include <string>
 
 namespace TAMBO::formats {
 
 // Writes the content of one file over that of another. That is no single act as replacing is: the
-// old content is kept in the scratch folder meanwhile, and put back when something fails. Nothing,
-// or why it failed; should the old content not come back either, both are kept and the text tells
-// where.
-[[nodiscard]] std::optional<std::string> copyInPlace(const std::filesystem::path &from,
-                                                     const std::filesystem::path &target,
-                                                     const std::filesystem::path &scratch);
+// old content is kept in the scratch folder meanwhile, and put back when something fails; should
+// it not come back either, both are kept and the failure tells where.
+[[nodiscard]] Result<void> copyInPlace(const std::filesystem::path &from,
+                                       const std::filesystem::path &target,
+                                       const std::filesystem::path &scratch);
 
 } // namespace TAMBO::formats

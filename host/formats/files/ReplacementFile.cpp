@@ -142,12 +142,12 @@ ReplacementFile::ReplacementFile(const fs::path &target, Scratch scratch)
       m_Scratch(std::move(scratch))
 {
     look();
-    if (!m_Failure && endingOf(target).ends_with(kCompressedEnding)) {
+    if (m_Outcome && endingOf(target).ends_with(kCompressedEnding)) {
         m_Deflater = std::make_unique<Deflater>();
         if (!m_Deflater->isReady())
             fail(ENOMEM);
     }
-    if (m_Failure)
+    if (!m_Outcome)
         return;
     m_Buffer.reserve(kWriteBuffer);
     open();
@@ -170,7 +170,8 @@ void ReplacementFile::look()
         return error == 0 ? void() : fail(error);
     }
     if (S_ISDIR(status.st_mode)) {
-        m_Failure = failureOf(m_FileName, "cannot be written: it is a folder");
+        m_Outcome =
+            Failure{FailureKind::Refused, "cannot be written: it is a folder", {m_FileName}};
         return;
     }
     const bool isPlain = S_ISREG(status.st_mode);
@@ -237,7 +238,7 @@ int ReplacementFile::openIn(const fs::path &folder)
 
 void ReplacementFile::write(std::string_view text)
 {
-    if (m_Failure)
+    if (!m_Outcome)
         return;
     if (m_Buffer.size() + text.size() > kWriteBuffer) {
         writeBytes(m_Buffer.data(), m_Buffer.size());
@@ -260,14 +261,14 @@ void ReplacementFile::writeBytes(const char *bytes, std::size_t size)
 
 void ReplacementFile::put(const char *bytes, std::size_t size)
 {
-    if (const int error = m_Failure ? 0 : m_File.write(bytes, size))
+    if (const int error = m_Outcome ? m_File.write(bytes, size) : 0)
         fail(error);
 }
 
-bool ReplacementFile::complete()
+Result<void> ReplacementFile::complete()
 {
-    if (m_Failure)
-        return false;
+    if (!m_Outcome)
+        return m_Outcome;
     writeBytes(m_Buffer.data(), m_Buffer.size());
     m_Buffer = {};
     if (m_Deflater) {
@@ -276,15 +277,15 @@ bool ReplacementFile::complete()
         m_Deflater.reset();
     }
     // The old file must not go before the new one is safe.
-    if (!m_Failure && ::fsync(m_File.number()) != 0)
+    if (m_Outcome && ::fsync(m_File.number()) != 0)
         fail(errno);
-    return !m_Failure;
+    return m_Outcome;
 }
 
-bool ReplacementFile::putInPlace()
+Result<void> ReplacementFile::putInPlace()
 {
-    if (m_Failure)
-        return false;
+    if (!m_Outcome)
+        return m_Outcome;
     if (m_Way == Way::Replace)
         replace();
     // Not else: a file may turn out not to be replaceable.
@@ -292,7 +293,7 @@ bool ReplacementFile::putInPlace()
         overwrite();
     if (m_Way == Way::Send)
         send();
-    return !m_Failure;
+    return m_Outcome;
 }
 
 void ReplacementFile::replace()
@@ -317,8 +318,8 @@ void ReplacementFile::replace()
 void ReplacementFile::overwrite()
 {
     static_cast<void>(m_File.close());
-    if (const std::optional<std::string> cause = copyInPlace(m_Path, m_Target, scratchFolder()))
-        m_Failure = failureOf(m_FileName, "cannot be written: " + *cause);
+    if (const Result<void> copied = copyInPlace(m_Path, m_Target, scratchFolder()); !copied)
+        fail(copied.error().cause);
     else
         m_Remark = m_FileName + ": was written in place, because " + m_Reason;
 }
@@ -344,7 +345,12 @@ void ReplacementFile::send()
 
 void ReplacementFile::fail(int error)
 {
-    m_Failure = failureOf(m_FileName, std::string("cannot be written: ") + std::strerror(error));
+    fail(std::strerror(error));
+}
+
+void ReplacementFile::fail(const std::string &cause)
+{
+    m_Outcome = Failure{FailureKind::System, "cannot be written: " + cause, {m_FileName}};
 }
 
 } // namespace TAMBO::formats

@@ -27,20 +27,20 @@ public:
     ~ReplacementFile() override;
 
     void write(std::string_view text) override;
-    // Everything is on the disk now and can be read from path(). False after a failure.
-    [[nodiscard]] bool complete();
+    // When it succeeds, everything is on the disk and can be read from path().
+    [[nodiscard]] Result<void> complete();
     // Beside the target, with the same ending. In the scratch folder when the target is written in
     // place or is no plain file (a pipe, a device).
     [[nodiscard]] const std::filesystem::path &path() const noexcept { return m_Path; }
-    // To be called after complete(). False after a failure. The new file has owner, group and
+    // To be called after complete(). The new file has owner, group and
     // permissions of the old one as far as the system lets us. A file with several links, or that
     // its folder does not let us replace, is written in place.
-    [[nodiscard]] bool putInPlace();
+    [[nodiscard]] Result<void> putInPlace();
     // What the user should know of how it was put in place.
     [[nodiscard]] const std::optional<std::string> &remark() const noexcept { return m_Remark; }
 
-    // Why nothing was written.
-    [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
+    // Whether it could be written so far; after a failure nothing is.
+    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
     // The target's name in messages.
     [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }
 
@@ -60,6 +60,7 @@ private:
     void overwrite();
     void send();
     void fail(int error);
+    void fail(const std::string &cause);
 
     std::string m_FileName;
     std::filesystem::path m_Target;
@@ -74,7 +75,7 @@ private:
     FileDescriptor m_File;
     std::string m_Buffer;
     std::unique_ptr<Deflater> m_Deflater;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
 };
 
 } // namespace TAMBO::formats

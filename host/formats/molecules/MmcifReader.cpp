@@ -10,8 +10,8 @@ namespace TAMBO::formats {
 Result<FileContents> readMmcif(TextReader &reader)
 {
     const std::string text = reader.restOfText();
-    if (reader.failure())
-        return *reader.failure();
+    if (!reader.outcome())
+        return reader.outcome().error();
     const std::string &file = reader.fileName();
     const CifMolecule molecule = readCif(text, file);
     if (!molecule.outcome)

@@ -33,10 +33,10 @@ Result<FileContents> readPdb(TextReader &reader)
     while (reader.nextLine())
         text.add(reader.restOfLine());
     text.finish();
-    if (reader.failure())
-        return *reader.failure();
-    if (text.failure())
-        return *text.failure();
+    if (!reader.outcome())
+        return reader.outcome().error();
+    if (!text.outcome())
+        return text.outcome().error();
     const Result<gemmi::Structure> parsed = parse(text, reader.fileName());
     if (!parsed)
         return parsed.error();

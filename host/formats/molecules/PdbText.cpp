@@ -122,8 +122,8 @@ void PdbText::finish()
     if (m_Models > 1)
         m_Remarks.push_back(m_FileName + ": the first of " + std::to_string(m_Models) +
                             " models was read");
-    if (m_Models == 0 && !m_Failure)
-        m_Failure = failureOf(m_FileName, "is a PDB file without atoms");
+    if (m_Models == 0 && m_Outcome)
+        m_Outcome = failureOf(m_FileName, "is a PDB file without atoms");
 }
 
 void PdbText::addAtom(std::string_view line, std::string_view record)
@@ -137,7 +137,7 @@ void PdbText::addAtom(std::string_view line, std::string_view record)
         m_ModelHasAtoms = true;
         ++m_Models;
     }
-    if (m_Models > 1 || m_Failure)
+    if (m_Models > 1 || !m_Outcome)
         return;
     for (std::size_t place = 30; place < kCoordinatesEnd; place += 8)
         if (!isCoordinate(columns(line, place, 8)))
@@ -187,7 +187,7 @@ void PdbText::blankSegments()
 
 void PdbText::fail(std::string_view found, const char *expected)
 {
-    m_Failure =
+    m_Outcome =
         failureAt(m_FileName, m_Line,
                   "found " + shown(found) + " in columns " +
                       (expected == std::string_view("a coordinate") ? "31 to 54" : "23 to 26") +

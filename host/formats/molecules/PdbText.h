@@ -7,7 +7,6 @@
 #include "Result.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +23,7 @@ public:
     // To be called after the last line.
     void finish();
 
-    [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
+    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
     // ATOM, HETATM and TER records of the first model alone.
     [[nodiscard]] const std::string &coordinates() const noexcept { return m_Coordinates; }
     [[nodiscard]] unsigned long models() const noexcept { return m_Models; }
@@ -42,7 +41,7 @@ private:
     std::string m_Coordinates;
     std::vector<ElementRecord> m_Elements;
     std::vector<std::string> m_Remarks;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     std::uint64_t m_Line = 0;
     unsigned long m_Models = 0;
     bool m_ModelHasAtoms = false;

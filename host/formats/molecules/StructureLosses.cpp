@@ -38,22 +38,22 @@ std::string tooLong(const char *what, const std::string &name)
            " is too long for a PDB file; an mmCIF file can hold it.";
 }
 
-std::optional<std::string> pdbObstacle(const ResidueRecord &residue)
+Result<void> checkPdb(const ResidueRecord &residue)
 {
     const std::string name = residue.typeName + ' ' + residue.number.getValue();
     if (residue.typeName.size() > kLongestResidueName)
-        return tooLong("residue", residue.typeName);
+        return unwritable(tooLong("residue", residue.typeName));
     if (residue.number.number() < kLeastNumber)
-        return "The number of residue " + name +
-               " is too long for a PDB file; an mmCIF file can hold it.";
+        return unwritable("The number of residue " + name +
+                          " is too long for a PDB file; an mmCIF file can hold it.");
     for (const AtomRecord &atom : residue.atoms) {
         if (atom.name.size() > kLongestAtomName)
-            return tooLong("atom", atom.name);
+            return unwritable(tooLong("atom", atom.name));
         if (!fits(atom.position))
-            return "The position of atom " + atom.name + " of residue " + name +
-                   " does not fit into a PDB file; an mmCIF file can hold it.";
+            return unwritable("The position of atom " + atom.name + " of residue " + name +
+                              " does not fit into a PDB file; an mmCIF file can hold it.");
     }
-    return std::nullopt;
+    return {};
 }
 
 // As a PDB file has it: three digits behind the point.
@@ -119,31 +119,31 @@ void addElementLosses(const StructureRecord &structure, FileFormat format,
 
 } // namespace
 
-std::optional<std::string> obstacleTo(const StructureRecord &structure, const WriteOptions &options)
+Result<void> checkWritable(const StructureRecord &structure, const WriteOptions &options)
 {
     if (!isStructureFormat(options.format))
-        return "A structure cannot be written as " + fileOf(options.format) + '.';
+        return unwritable("A structure cannot be written as " + fileOf(options.format) + '.');
     bool hasAtoms = false;
     const bool areLong = holds(options.format, Content::LongFields);
     for (const ChainRecord &chain : structure.chains) {
         if (!areLong && chain.name.size() > kLongestChainName)
-            return tooLong("chain", chain.name);
+            return unwritable(tooLong("chain", chain.name));
         for (const ResidueRecord &residue : chain.residues) {
             hasAtoms = hasAtoms || !residue.atoms.empty();
             if (areLong)
                 continue;
-            if (std::optional<std::string> obstacle = pdbObstacle(residue))
-                return obstacle;
+            if (const Result<void> fits = checkPdb(residue); !fits)
+                return fits;
         }
     }
     if (!hasAtoms)
-        return "There is nothing to write: the structure has no atoms.";
-    return std::nullopt;
+        return unwritable("There is nothing to write: the structure has no atoms.");
+    return {};
 }
 
 std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteOptions &options)
 {
-    if (obstacleTo(structure, options))
+    if (!checkWritable(structure, options))
         return {};
     std::vector<std::string> sentences = {
         "There are no waters, other positions of atoms, occupancies, temperature factors or "

@@ -3,18 +3,17 @@
 #pragma once
 
 #include "Records.h"
+#include "Result.h"
 #include "WriteOptions.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace TAMBO {
 
-// Why the format cannot hold the structure, as a sentence ("A Clustal file ..."); nothing when it
-// can.
-[[nodiscard]] std::optional<std::string> obstacleTo(const StructureRecord &structure,
-                                                    const WriteOptions &options);
+// Whether the format can hold the structure; the failure is a sentence ("A Clustal file ...").
+[[nodiscard]] Result<void> checkWritable(const StructureRecord &structure,
+                                         const WriteOptions &options);
 
 // What of the structure the format will lose or change, one sentence each.
 [[nodiscard]] std::vector<std::string> lossesOf(const StructureRecord &structure,

@@ -167,27 +167,27 @@ bool isAt(const Vertex &place, const Vertex &other, float most)
     return true;
 }
 
-std::optional<std::string> residueDifference(const ResidueRecord &residue,
-                                             const ResidueRecord &readBack, FileFormat format)
+Result<void> checkResidue(const ResidueRecord &residue, const ResidueRecord &readBack,
+                          FileFormat format)
 {
     if (residue.typeName != readBack.typeName || !(residue.number == readBack.number))
-        return "was read as " + readBack.typeName + ' ' + readBack.number.getValue();
+        return different("was read as " + readBack.typeName + ' ' + readBack.number.getValue());
     if (residue.atoms.size() != readBack.atoms.size())
-        return "has " + std::to_string(readBack.atoms.size()) + " atoms instead of " +
-               std::to_string(residue.atoms.size());
+        return different("has " + std::to_string(readBack.atoms.size()) + " atoms instead of " +
+                         std::to_string(residue.atoms.size()));
     // A PDB file has three digits behind the point.
     const float most = format == FileFormat::Pdb ? 0.0006F : 0.F;
     for (std::size_t i = 0; i < residue.atoms.size(); ++i) {
         const AtomRecord &atom = residue.atoms[i];
         const AtomRecord &other = readBack.atoms[i];
         if (atom.name != other.name)
-            return "has the atom " + other.name + " instead of " + atom.name;
+            return different("has the atom " + other.name + " instead of " + atom.name);
         if (!isElementOf(atom, other))
-            return "has its atom " + atom.name + " of another element";
+            return different("has its atom " + atom.name + " of another element");
         if (!isAt(atom.position, other.position, most))
-            return "has its atom " + atom.name + " at another place";
+            return different("has its atom " + atom.name + " at another place");
     }
-    return std::nullopt;
+    return {};
 }
 
 // Their names are the files' own.
@@ -261,30 +261,32 @@ std::string structureText(const StructureRecord &structure, FileFormat format)
     return format == FileFormat::Pdb ? pdbTextOf(made) : cifTextOf(made);
 }
 
-std::optional<std::string> differenceBetween(const StructureRecord &structure,
-                                             const StructureRecord &readBack, FileFormat format)
+Result<void> checkSame(const StructureRecord &structure, const StructureRecord &readBack,
+                       FileFormat format)
 {
     const std::vector<std::string> names = chainNames(structure, format);
     if (readBack.chains.size() != structure.chains.size())
-        return "it has " + std::to_string(readBack.chains.size()) + " chains instead of " +
-               std::to_string(structure.chains.size());
+        return different("it has " + std::to_string(readBack.chains.size()) +
+                         " chains instead of " + std::to_string(structure.chains.size()));
     for (std::size_t c = 0; c < structure.chains.size(); ++c) {
         const ChainRecord &chain = structure.chains[c];
         const ChainRecord &other = readBack.chains[c];
         if (other.name != names[c])
-            return "chain " + shown(names[c]) + " was read as " + shown(other.name);
+            return different("chain " + shown(names[c]) + " was read as " + shown(other.name));
         if (other.residues.size() != chain.residues.size())
-            return "chain " + shown(names[c]) + " has " + std::to_string(other.residues.size()) +
-                   " residues instead of " + std::to_string(chain.residues.size());
+            return different("chain " + shown(names[c]) + " has " +
+                             std::to_string(other.residues.size()) + " residues instead of " +
+                             std::to_string(chain.residues.size()));
         for (std::size_t i = 0; i < chain.residues.size(); ++i) {
-            if (const auto difference =
-                    residueDifference(chain.residues[i], other.residues[i], format))
-                return describe(chain, chain.residues[i]) + ' ' + *difference;
+            if (const Result<void> same =
+                    checkResidue(chain.residues[i], other.residues[i], format);
+                !same)
+                return different(describe(chain, chain.residues[i]) + ' ' + same.error().cause);
         }
     }
     if (!areElements(writableElements(structure), readBack.elements))
-        return "its helices and strands differ";
-    return std::nullopt;
+        return different("its helices and strands differ");
+    return {};
 }
 
 } // namespace TAMBO::formats

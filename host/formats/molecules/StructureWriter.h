@@ -3,9 +3,9 @@
 #pragma once
 
 #include "Records.h"
+#include "Result.h"
 #include "WriteOptions.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,9 +26,8 @@ namespace TAMBO::formats {
 // Throws what the coordinate library throws.
 [[nodiscard]] std::string structureText(const StructureRecord &structure, FileFormat format);
 
-// Where a structure read from the file differs; nothing when it does not.
-[[nodiscard]] std::optional<std::string> differenceBetween(const StructureRecord &structure,
-                                                           const StructureRecord &readBack,
-                                                           FileFormat format);
+// Whether a structure read from the file is the same; the failure says where it differs.
+[[nodiscard]] Result<void> checkSame(const StructureRecord &structure,
+                                     const StructureRecord &readBack, FileFormat format);
 
 } // namespace TAMBO::formats

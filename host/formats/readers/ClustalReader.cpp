@@ -27,13 +27,13 @@ private:
     void finishAlignment();
     void fail(std::uint64_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
     }
 
     TextReader &m_Reader;
     FileContents m_Contents;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     PiecedRows m_Rows;
     // Of the block under way.
     std::size_t m_RowsInBlock = 0;
@@ -47,14 +47,14 @@ Result<FileContents> ClustalParser::run()
     // Blank lines may come before the line that says what follows.
     while (m_Reader.nextLine() && m_Reader.nextWord().empty()) {
     }
-    while (!m_Failure && m_Reader.nextLine())
+    while (m_Outcome && m_Reader.nextLine())
         addLine();
-    if (!m_Failure)
+    if (m_Outcome)
         finishAlignment();
-    if (m_Reader.failure())
-        return *m_Reader.failure();
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
+    if (!m_Outcome)
+        return m_Outcome.error();
     std::vector<AlignmentRecord> &alignments = m_Contents.alignments;
     for (std::size_t i = 0; i < alignments.size(); ++i) {
         alignments[i].name = baseName(m_Reader.fileName());

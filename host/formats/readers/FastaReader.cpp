@@ -47,14 +47,14 @@ private:
     }
     void fail(std::uint64_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
     }
 
     TextReader &m_Reader;
     AlignmentRecord m_Alignment;
     RowBuilder m_Row;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     enum class Place { BeforeFirst, InRow, InLine };
     Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;
@@ -79,7 +79,7 @@ private:
 
 Result<FileContents> FastaParser::run()
 {
-    while (!m_Failure && m_Reader.nextLine()) {
+    while (m_Outcome && m_Reader.nextLine()) {
         const char first = m_Reader.ahead().front();
         if (first == '>') {
             finishRow();
@@ -88,12 +88,12 @@ Result<FileContents> FastaParser::run()
             addLine();
         }
     }
-    if (!m_Failure)
+    if (m_Outcome)
         finishRow();
-    if (m_Reader.failure())
-        return *m_Reader.failure();
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
+    if (!m_Outcome)
+        return m_Outcome.error();
     if (m_Alignment.rows.empty())
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();

@@ -50,13 +50,13 @@ private:
     }
     void fail(std::uint64_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
     }
 
     TextReader &m_Reader;
     AlignmentRecord m_Alignment;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     PiecedRows m_Rows;
     // What the file says of a row, and what is found.
     struct Claims
@@ -71,15 +71,15 @@ private:
 Result<FileContents> MsfParser::run()
 {
     if (readNames()) {
-        while (!m_Failure && m_Reader.nextLine())
+        while (m_Outcome && m_Reader.nextLine())
             addLine();
     }
-    if (m_Reader.failure())
-        return *m_Reader.failure();
-    if (!m_Failure)
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
+    if (m_Outcome)
         finish();
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Outcome)
+        return m_Outcome.error();
     FileContents contents;
     contents.format = formatName(FileFormat::Msf);
     contents.alignments.push_back(std::move(m_Alignment));
@@ -90,7 +90,7 @@ Result<FileContents> MsfParser::run()
 bool MsfParser::readNames()
 {
     bool isText = true;
-    while (!m_Failure && m_Reader.nextLine()) {
+    while (m_Outcome && m_Reader.nextLine()) {
         const std::string line = m_Reader.restOfLine();
         const std::string_view text = trimmed(line);
         if (isText)
@@ -100,13 +100,13 @@ bool MsfParser::readNames()
         else if (text.starts_with("Name:"))
             addName(text.substr(5));
     }
-    if (m_Failure || m_Reader.failure())
+    if (!m_Outcome || !m_Reader.outcome())
         return false;
     if (m_Rows.isEmpty())
         fail(std::max<std::uint64_t>(m_Reader.line(), 1),
              "found no row, expected lines like \"Name: a Len: 100 Check: 1234 Weight: 1.00\" and "
              "\"//\"");
-    return !m_Failure;
+    return m_Outcome.has_value();
 }
 
 void MsfParser::addName(std::string_view line)
@@ -149,7 +149,7 @@ void MsfParser::addLine()
 void MsfParser::finish()
 {
     checkLengths();
-    if (m_Failure)
+    if (!m_Outcome)
         return;
     checkSums();
     m_Alignment.name = baseName(m_Reader.fileName());

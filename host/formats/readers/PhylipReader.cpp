@@ -74,8 +74,8 @@ private:
     // Lines are counted from 0.
     void fail(std::size_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_FileName, line + 1, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_FileName, line + 1, cause);
     }
     void findLine()
     {
@@ -88,17 +88,17 @@ private:
     std::vector<std::string_view> m_Lines;
     std::size_t m_Next = 0;
     FileContents m_Contents;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
 };
 
 Result<FileContents> PhylipParser::run()
 {
-    for (findLine(); m_Next < m_Lines.size() && !m_Failure; findLine())
+    for (findLine(); m_Next < m_Lines.size() && m_Outcome; findLine())
         addAlignment();
-    if (!m_Failure && m_Contents.alignments.empty())
+    if (m_Outcome && m_Contents.alignments.empty())
         fail(0, "the file ends before the numbers of rows and columns");
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Outcome)
+        return m_Outcome.error();
     std::vector<AlignmentRecord> &alignments = m_Contents.alignments;
     for (std::size_t i = 0; i < alignments.size(); ++i) {
         alignments[i].name = baseName(m_FileName);
@@ -185,8 +185,8 @@ void PhylipParser::build(const PhylipLayout &layout)
 Result<FileContents> readPhylip(TextReader &reader)
 {
     PhylipParser parser(reader);
-    if (reader.failure())
-        return *reader.failure();
+    if (!reader.outcome())
+        return reader.outcome().error();
     return parser.run();
 }
 

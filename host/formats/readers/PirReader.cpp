@@ -81,14 +81,14 @@ private:
     }
     void fail(std::uint64_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
     }
 
     TextReader &m_Reader;
     AlignmentRecord m_Alignment;
     RowBuilder m_Row;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;
     std::uint64_t m_FirstPunctuationLine = 0;
@@ -97,26 +97,26 @@ private:
 
 Result<FileContents> PirParser::run()
 {
-    while (!m_Failure && m_Reader.nextLine()) {
+    while (m_Outcome && m_Reader.nextLine()) {
         const std::string_view start = m_Reader.ahead();
         if (start.front() == '>') {
             finishRow();
-            if (!m_Failure)
+            if (m_Outcome)
                 beginRow();
             continue;
         }
         if (isAnnotation(start))
             continue;
         std::string_view piece;
-        while (!m_Failure && m_Reader.nextPiece(piece))
+        while (m_Outcome && m_Reader.nextPiece(piece))
             addText(piece);
     }
-    if (!m_Failure)
+    if (m_Outcome)
         finishRow();
-    if (m_Reader.failure())
-        return *m_Reader.failure();
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
+    if (!m_Outcome)
+        return m_Outcome.error();
     if (m_Alignment.rows.empty())
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();

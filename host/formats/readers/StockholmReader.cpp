@@ -95,13 +95,13 @@ private:
     }
     void fail(std::uint64_t line, const std::string &cause)
     {
-        if (!m_Failure)
-            m_Failure = failureAt(m_Reader.fileName(), line, cause);
+        if (m_Outcome)
+            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
     }
 
     TextReader &m_Reader;
     FileContents m_Contents;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
     bool m_IsOpen = false;
     bool m_IsPlain = false;
     bool m_HasUnknownMarkup = false;
@@ -124,7 +124,7 @@ private:
 
 Result<FileContents> StockholmParser::run()
 {
-    while (!m_Failure && m_Reader.nextLine()) {
+    while (m_Outcome && m_Reader.nextLine()) {
         const std::string_view start = m_Reader.ahead();
         if (start.front() == '\n')
             m_Rows.expect(0);
@@ -135,12 +135,12 @@ Result<FileContents> StockholmParser::run()
         else
             addRow();
     }
-    if (m_IsPlain && m_IsOpen && !m_Failure)
+    if (m_IsPlain && m_IsOpen && m_Outcome)
         finishAlignment();
-    if (m_Reader.failure())
-        return *m_Reader.failure();
-    if (m_Failure)
-        return *m_Failure;
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
+    if (!m_Outcome)
+        return m_Outcome.error();
     // Rows without their last columns look like any others, so this mark is not to be missed.
     if (m_IsOpen)
         return failureAt(m_Reader.fileName(), m_Reader.line(),
@@ -323,7 +323,7 @@ bool StockholmParser::hasEvenLines()
         for (const Line &line : residueLines(row))
             isEven(line, "#=GR " + shown(m_Rows.name(row)));
     }
-    return !m_Failure;
+    return m_Outcome.has_value();
 }
 
 void StockholmParser::tieRowAnnotations()

@@ -19,6 +19,14 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{1} << 18U;
 
+Failure openingFailure(const std::string &fileName)
+{
+    const bool isMissing = errno == ENOENT || errno == ENOTDIR;
+    return {isMissing ? FailureKind::NotFound : FailureKind::System,
+            std::string("cannot be opened: ") + std::strerror(errno),
+            {fileName}};
+}
+
 } // namespace
 
 // The state of the decompression between two calls.
@@ -61,7 +69,7 @@ ByteSource::ByteSource(const std::filesystem::path &path, const ReadProgress &pr
 {
     m_File = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (m_File < 0) {
-        m_Failure = failureOf(m_FileName, std::string("cannot be opened: ") + std::strerror(errno));
+        m_Outcome = openingFailure(m_FileName);
         return;
     }
     struct stat status
@@ -69,7 +77,7 @@ ByteSource::ByteSource(const std::filesystem::path &path, const ReadProgress &pr
     };
     if (::fstat(m_File, &status) == 0) {
         if (S_ISDIR(status.st_mode))
-            m_Failure = failureOf(m_FileName, "is a folder, not a file");
+            m_Outcome = failureOf(m_FileName, "is a folder, not a file");
         else if (S_ISREG(status.st_mode))
             m_Size = static_cast<std::uint64_t>(status.st_size);
     }
@@ -83,7 +91,7 @@ ByteSource::~ByteSource()
 
 std::size_t ByteSource::read(char *room, std::size_t size)
 {
-    if (m_Failure)
+    if (!m_Outcome)
         return 0;
     std::size_t got = 0;
     if (!m_Started) {
@@ -100,13 +108,13 @@ std::size_t ByteSource::read(char *room, std::size_t size)
     }
     if (m_Inflater)
         return readCompressed(room, size);
-    while (got < size && !m_Failure) {
+    while (got < size && m_Outcome) {
         const std::size_t more = readFile(room + got, std::min(size - got, kPiece));
         if (more == 0)
             break;
         got += more;
     }
-    return m_Failure ? 0 : got;
+    return m_Outcome ? got : 0;
 }
 
 // Up to size bytes as they stand in the file.
@@ -118,8 +126,9 @@ std::size_t ByteSource::readFile(char *room, std::size_t size)
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0) {
-            m_Failure =
-                failureOf(m_FileName, std::string("cannot be read: ") + std::strerror(errno));
+            m_Outcome = Failure{FailureKind::System,
+                                std::string("cannot be read: ") + std::strerror(errno),
+                                {m_FileName}};
             return 0;
         }
         if (count == 0)
@@ -140,15 +149,16 @@ std::size_t ByteSource::readCompressed(char *room, std::size_t size)
     stream.avail_out = static_cast<uInt>(std::min(size, kPiece));
     const std::size_t wanted = stream.avail_out;
     if (!inflater.m_Ready)
-        m_Failure = failureOf(m_FileName, "cannot be decompressed: out of memory");
-    while (stream.avail_out > 0 && !inflater.m_Finished && !m_Failure) {
+        m_Outcome =
+            Failure{FailureKind::System, "cannot be decompressed: out of memory", {m_FileName}};
+    while (stream.avail_out > 0 && !inflater.m_Finished && m_Outcome) {
         if (stream.avail_in == 0) {
             const std::size_t count = readFile(inflater.m_Input.data(), kPiece);
             inflater.have(count);
-            if (count == 0 && !m_Failure) {
+            if (count == 0 && m_Outcome) {
                 inflater.m_Finished = true;
                 if (!inflater.m_AtMemberEnd)
-                    m_Failure = failureOf(m_FileName, "the compressed data stop before their end");
+                    m_Outcome = failureOf(m_FileName, "the compressed data stop before their end");
             }
             continue;
         }
@@ -165,18 +175,18 @@ std::size_t ByteSource::readCompressed(char *room, std::size_t size)
         if (state == Z_STREAM_END)
             inflater.m_AtMemberEnd = true;
         else if (state != Z_OK && state != Z_BUF_ERROR)
-            m_Failure = failureOf(m_FileName,
+            m_Outcome = failureOf(m_FileName,
                                   std::string("the compressed data are damaged (") +
                                       (stream.msg != nullptr ? stream.msg : "unknown cause") + ')');
     }
-    return m_Failure ? 0 : wanted - stream.avail_out;
+    return m_Outcome ? wanted - stream.avail_out : 0;
 }
 
 bool ByteSource::reportProgress()
 {
     if (!m_Progress || m_Progress(m_Done, m_Size))
         return true;
-    m_Failure = Failure{FailureKind::Cancelled, {}};
+    m_Outcome = Failure{FailureKind::Cancelled, {}};
     return false;
 }
 

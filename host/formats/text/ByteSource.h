@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace TAMBO::formats {
@@ -24,8 +23,8 @@ public:
 
     // Up to size bytes; none only at the end of the file and after a failure.
     [[nodiscard]] std::size_t read(char *room, std::size_t size);
-    // Set when the file cannot be read or is damaged, and with an empty message when cancelled.
-    [[nodiscard]] const std::optional<Failure> &failure() const noexcept { return m_Failure; }
+    // Whether the file could be read so far. Cancelling is a failure without a cause.
+    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
     // The name in messages.
     [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }
     // Bytes on disk.
@@ -45,7 +44,7 @@ private:
     std::uint64_t m_Done = 0;
     bool m_Started = false;
     std::unique_ptr<Inflater> m_Inflater;
-    std::optional<Failure> m_Failure;
+    Result<void> m_Outcome;
 };
 
 } // namespace TAMBO::formats

@@ -4,6 +4,7 @@
 #include "FormatTable.h"
 
 #include <array>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -20,6 +21,16 @@ Failure failureAt(const std::string &file, std::uint64_t line, const std::string
 Failure failureOf(const std::string &file, const std::string &cause)
 {
     return Failure{FailureKind::BadInput, cause, {file}};
+}
+
+Failure unwritable(std::string cause)
+{
+    return Failure{FailureKind::Refused, std::move(cause)};
+}
+
+Failure different(std::string cause)
+{
+    return Failure{FailureKind::System, std::move(cause)};
 }
 
 std::string describeUneven(const std::string &file, std::uint64_t shortest, std::uint64_t longest)

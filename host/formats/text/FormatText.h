@@ -18,6 +18,10 @@ namespace TAMBO::formats {
 [[nodiscard]] Failure failureAt(const std::string &file, std::uint64_t line,
                                 const std::string &cause);
 [[nodiscard]] Failure failureOf(const std::string &file, const std::string &cause);
+// A format cannot hold what is to be written.
+[[nodiscard]] Failure unwritable(std::string cause);
+// A file that was written does not hold what was to be written.
+[[nodiscard]] Failure different(std::string cause);
 
 // Why rows with gaps are no alignment.
 [[nodiscard]] std::string describeUneven(const std::string &file, std::uint64_t shortest,

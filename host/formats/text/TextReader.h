@@ -46,10 +46,7 @@ public:
     // Everything from here on.
     [[nodiscard]] std::string restOfText();
 
-    [[nodiscard]] const std::optional<Failure> &failure() const noexcept
-    {
-        return m_Source.failure();
-    }
+    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Source.outcome(); }
     [[nodiscard]] const std::string &fileName() const noexcept { return m_Source.fileName(); }
 
 private:

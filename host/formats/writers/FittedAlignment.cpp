@@ -138,30 +138,30 @@ std::vector<std::string> FittedAlignment::changes() const
     return sentences;
 }
 
-std::optional<std::string> FittedAlignment::differenceTo(const AlignmentRecord &readBack) const
+Result<void> FittedAlignment::checkSame(const AlignmentRecord &readBack) const
 {
     if (readBack.rows.size() != rowCount())
-        return "it has " + std::to_string(readBack.rows.size()) + " rows instead of " +
-               std::to_string(rowCount());
+        return different("it has " + std::to_string(readBack.rows.size()) + " rows instead of " +
+                         std::to_string(rowCount()));
     for (std::size_t i = 0; i < rowCount(); ++i) {
         const RowRecord &other = readBack.rows[i];
         const std::string which = "row " + std::to_string(i + 1) + ", " + shown(name(i)) + ", ";
         if (other.name != name(i))
-            return which + "has the name " + shown(other.name);
+            return different(which + "has the name " + shown(other.name));
         if (other.sequence.letters != cells(i).letters)
-            return which + "has other letters";
+            return different(which + "has other letters");
         if (!hasCells(i, other.sequence))
-            return which + "has its gaps at other places";
+            return different(which + "has its gaps at other places");
         if (holds(m_Options.format, Content::Descriptions) &&
             other.description != trimmed(cleanText(description(i))))
-            return which + "has another description";
+            return different(which + "has another description");
         if (holds(m_Options.format, Content::ChainBreaks) &&
             placedBreaks(row(i)) != other.chainBreaks)
-            return which + "has its chain breaks at other places";
+            return different(which + "has its chain breaks at other places");
     }
     if (holds(m_Options.format, Content::Annotation))
-        return annotationDifference(readBack);
-    return std::nullopt;
+        return checkAnnotation(readBack);
+    return {};
 }
 
 // Sequences that are no alignment may be read as one: rows in A2M without dots.
@@ -174,20 +174,19 @@ bool FittedAlignment::hasCells(std::size_t row, const GappedSequence &readBack) 
     return readBack.width == width() && readBack.occupancy == cells(row).occupancy;
 }
 
-std::optional<std::string>
-FittedAlignment::annotationDifference(const AlignmentRecord &readBack) const
+Result<void> FittedAlignment::checkAnnotation(const AlignmentRecord &readBack) const
 {
     if (readBack.annotations != fittedRemarks(m_Record.annotations) ||
         readBack.columnAnnotations != fittedLines(m_Record.columnAnnotations, width()))
-        return "its annotation differs";
+        return different("its annotation differs");
     for (std::size_t i = 0; i < rowCount(); ++i) {
         const RowRecord &other = readBack.rows[i];
         if (other.annotations != remarksOn(i) ||
             other.residueAnnotations != fittedLines(row(i).residueAnnotations, cells(i)))
-            return "the annotation of row " + std::to_string(i + 1) + ", " + shown(name(i)) +
-                   ", differs";
+            return different("the annotation of row " + std::to_string(i + 1) + ", " +
+                             shown(name(i)) + ", differs");
     }
-    return std::nullopt;
+    return {};
 }
 
 // The first remark that is a description is the row's own one when it has none.

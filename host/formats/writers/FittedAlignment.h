@@ -5,6 +5,7 @@
 #include "FittedNames.h"
 #include "InsertionColumns.h"
 #include "Records.h"
+#include "Result.h"
 #include "WriteOptions.h"
 
 #include <cstddef>
@@ -42,8 +43,8 @@ public:
     // What else is said of the row, if the format holds that.
     [[nodiscard]] std::vector<Annotation> remarksOn(std::size_t row) const;
 
-    // Where a record read from the file differs; nothing when it does not.
-    [[nodiscard]] std::optional<std::string> differenceTo(const AlignmentRecord &readBack) const;
+    // Whether a record read from the file is the same; the failure says where it differs.
+    [[nodiscard]] Result<void> checkSame(const AlignmentRecord &readBack) const;
     // Changes of names and letters, one sentence each.
     [[nodiscard]] std::vector<std::string> changes() const;
 
@@ -51,8 +52,7 @@ private:
     void fitLetters();
     void fitInsertions();
     [[nodiscard]] bool hasCells(std::size_t row, const GappedSequence &readBack) const;
-    [[nodiscard]] std::optional<std::string>
-    annotationDifference(const AlignmentRecord &readBack) const;
+    [[nodiscard]] Result<void> checkAnnotation(const AlignmentRecord &readBack) const;
 
     const AlignmentRecord &m_Record;
     WriteOptions m_Options;

@@ -2,6 +2,7 @@
 #include "WriteLosses.h"
 
 #include "FittedAlignment.h"
+#include "FormatText.h"
 #include "PirTitle.h"
 #include "Text.h"
 
@@ -158,23 +159,24 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
 
 } // namespace
 
-std::optional<std::string> obstacleTo(const AlignmentRecord &alignment, const WriteOptions &options)
+Result<void> checkWritable(const AlignmentRecord &alignment, const WriteOptions &options)
 {
     const FileFormat format = options.format;
     if (isStructureFormat(format))
-        return "An alignment cannot be written as " + fileOf(format) + '.';
+        return unwritable("An alignment cannot be written as " + fileOf(format) + '.');
     const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
     if (alignment.rows.empty() ||
         std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
-        return "There is nothing to write: the alignment has no residues.";
+        return unwritable("There is nothing to write: the alignment has no residues.");
     if (!alignment.isAligned && !holds(format, Content::Unaligned))
-        return "The sequences are not aligned, and " + fileOf(format) + " holds alignments only.";
-    return std::nullopt;
+        return unwritable("The sequences are not aligned, and " + fileOf(format) +
+                          " holds alignments only.");
+    return {};
 }
 
 std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
 {
-    if (obstacleTo(alignment, options))
+    if (!checkWritable(alignment, options))
         return {};
     const FileFormat format = options.format;
     std::vector<std::string> sentences = FittedAlignment(alignment, options).changes();

@@ -175,6 +175,7 @@ TEST(FileReader, ReadingCanBeCancelledAtEveryReport)
             const auto result = readFile(
                 dataFile(name), [&](std::uint64_t, std::uint64_t) { return ++reports < last; });
             ASSERT_FALSE(result);
+            EXPECT_EQ(result.error().kind, FailureKind::Cancelled);
             EXPECT_EQ(result.error().message(), "");
             EXPECT_EQ(reports, last);
         }

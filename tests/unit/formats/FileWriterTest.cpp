@@ -4,6 +4,7 @@
 
 #include "RecordBuilder.h"
 #include "TestFiles.h"
+#include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +13,14 @@ namespace FileWriterTest {
 
 namespace fs = std::filesystem;
 
-std::optional<Failure> write(const fs::path &path, const AlignmentRecord &record,
-                             const WriteOptions &options)
+Result<void> write(const fs::path &path, const AlignmentRecord &record, const WriteOptions &options)
 {
     return writeFile(path, std::span(&record, 1), options);
 }
 
-std::string messageOf(const std::optional<Failure> &failure)
+std::string messageOf(const Result<void> &written)
 {
-    return failure ? failure->message() : std::string("it was written");
+    return written ? std::string("it was written") : written.error().message();
 }
 
 const std::vector<std::string> kRowFormats = {"pir", "fasta", "a2m"};
@@ -31,9 +31,9 @@ TEST(FileWriter, WhatIsWrittenReadsBackTheSame)
     record.rows[0].description = "Trypsin, chain A";
     for (const std::string &format : kRowFormats) {
         const TemporaryFile file("x." + format, "");
-        ASSERT_EQ(write(file.path(), record, optionsOf(format)), std::nullopt) << format;
+        ASSERT_EQ(complaintOf(write(file.path(), record, optionsOf(format))), "") << format;
         const AlignmentRecord readBack = contentsOf(file.path()).alignments.at(0);
-        EXPECT_EQ(FittedAlignment(record, optionsOf(format)).differenceTo(readBack), std::nullopt)
+        EXPECT_EQ(complaintOf(FittedAlignment(record, optionsOf(format)).checkSame(readBack)), "")
             << format;
         EXPECT_EQ(rowTexts(readBack),
                   (std::vector<std::string>{"AC-DEFaz", "--CDEF--", "--------"}))
@@ -46,7 +46,7 @@ TEST(FileWriter, ACompressedFileReadsBackTheSame)
 {
     const AlignmentRecord record = recordOf({{"a", "AC-D"}, {"b", "--CD"}});
     const TemporaryFile file("x.fasta.gz", "");
-    ASSERT_EQ(write(file.path(), record, optionsOf("fasta")), std::nullopt);
+    ASSERT_EQ(complaintOf(write(file.path(), record, optionsOf("fasta"))), "");
     EXPECT_TRUE(bytesOf(file.path()).starts_with("\x1f\x8b"));
     EXPECT_EQ(rowTexts(contentsOf(file.path()).alignments.at(0)),
               (std::vector<std::string>{"AC-D", "--CD"}));
@@ -58,7 +58,7 @@ TEST(FileWriter, SequencesThatAreNotAlignedStaySo)
     record.isAligned = false;
     for (const char *format : {"pir", "fasta"}) {
         const TemporaryFile file(std::string("x.") + format, "");
-        ASSERT_EQ(write(file.path(), record, optionsOf(format)), std::nullopt) << format;
+        ASSERT_EQ(complaintOf(write(file.path(), record, optionsOf(format))), "") << format;
         const AlignmentRecord readBack = contentsOf(file.path()).alignments.at(0);
         EXPECT_FALSE(readBack.isAligned);
         EXPECT_EQ(rowTexts(readBack), (std::vector<std::string>{"ACD", "A"}));
@@ -71,7 +71,7 @@ TEST(FileWriter, SequencesThatLookLikeInsertionsAreWritten)
     AlignmentRecord record = recordOf({{"a", "ACd"}, {"b", "AC"}});
     record.isAligned = false;
     const TemporaryFile file("x.fasta", "");
-    ASSERT_EQ(write(file.path(), record, optionsOf("fasta")), std::nullopt);
+    ASSERT_EQ(complaintOf(write(file.path(), record, optionsOf("fasta"))), "");
     EXPECT_EQ(bytesOf(file.path()), ">a\nACd\n>b\nAC\n");
 }
 
@@ -119,14 +119,15 @@ TEST(FileWriter, AFileThatIsWrittenOtherwiseThanUsualIsRemarkedOn)
                        return file.path().parent_path();
                    },
                    {}};
-    EXPECT_EQ(writeFile(file.path(), std::span(&record, 1), optionsOf("fasta"), &aids),
-              std::nullopt);
+    EXPECT_EQ(complaintOf(writeFile(file.path(), std::span(&record, 1), optionsOf("fasta"), &aids)),
+              "");
     EXPECT_EQ(aids.remarks, std::vector<std::string>{});
     // Nothing is made for files that need no copy.
     EXPECT_EQ(asked, 0);
     const fs::path second = file.path().parent_path() / "second";
     fs::create_hard_link(file.path(), second);
-    EXPECT_EQ(writeFile(file.path(), std::span(&record, 1), optionsOf("pir"), &aids), std::nullopt);
+    EXPECT_EQ(complaintOf(writeFile(file.path(), std::span(&record, 1), optionsOf("pir"), &aids)),
+              "");
     EXPECT_EQ(aids.remarks, std::vector<std::string>{
                                 "x.fasta: was written in place, because it has several links"});
     EXPECT_GT(asked, 0);
@@ -159,9 +160,9 @@ TEST(FileWriter, EveryKindOfDifferenceIsFound)
         for (RowRecord &row : changed.rows)
             if (row.description.empty())
                 row.description = "sequence:" + row.name + "::::::::";
-        return fitted.differenceTo(changed).value_or("none");
+        return complaintOf(fitted.checkSame(changed));
     };
-    EXPECT_EQ(differenceTo(record), "none");
+    EXPECT_EQ(differenceTo(record), "");
     EXPECT_EQ(differenceTo(recordOf({{"a", "AC-D"}})), "it has 1 rows instead of 2");
     EXPECT_EQ(differenceTo(recordOf({{"a", "AC-D"}, {"c", "-C-D"}})),
               "row 2, \"b\", has the name \"c\"");
@@ -186,8 +187,8 @@ TEST(FileWriter, ABreakInAnotherColumnOfTheSameGapIsADifference)
     record.rows[0].chainBreaks = {{2, 4}};
     AlignmentRecord moved = record;
     moved.rows[0].chainBreaks = {{2, 2}};
-    EXPECT_EQ(FittedAlignment(record, {}).differenceTo(record), std::nullopt);
-    EXPECT_EQ(FittedAlignment(record, {}).differenceTo(moved),
+    EXPECT_EQ(complaintOf(FittedAlignment(record, {}).checkSame(record)), "");
+    EXPECT_EQ(complaintOf(FittedAlignment(record, {}).checkSame(moved)),
               "row 1, \"a\", has its chain breaks at other places");
 }
 

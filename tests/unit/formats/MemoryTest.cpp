@@ -52,9 +52,9 @@ TEST_P(Memory, OfReadingAndWritingIsBounded)
     restartHeapPeak();
     {
         const AlignmentRecord record = makeRecord(*alignment);
-        const std::optional<Failure> failure = writeFile(
-            file.path(), std::span(&record, 1), writeOptionsNamed(GetParam().format).value());
-        ASSERT_FALSE(failure) << failure->message();
+        const Result<void> written = writeFile(file.path(), std::span(&record, 1),
+                                               writeOptionsNamed(GetParam().format).value());
+        ASSERT_TRUE(written) << written.error().message();
     }
     EXPECT_LE(double(heapPeak() - empty) / size, GetParam().writing);
 

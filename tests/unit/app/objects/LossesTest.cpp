@@ -10,6 +10,7 @@
 #include "RecordMaker.h"
 #include "ResidueTies.h"
 #include "StructureRecordMaker.h"
+#include "support/Outcome.h"
 
 #include <QRegularExpression>
 
@@ -183,7 +184,7 @@ TEST_F(LossesOfAlignments, AreAllAnnouncedInEveryFormat)
         SCOPED_TRACE(name);
         const WritableObject object(*m_Alignment);
         const QString file = m_Folder.filePath("written");
-        ASSERT_EQ(object.write(file, options), std::nullopt);
+        ASSERT_EQ(complaintOf(object.write(file, options)), "");
         FileContents contents = readBack(file);
         ASSERT_EQ(contents.alignments.size(), 1U);
         const DataAdder<Space> guard(nullptr, Space::instance());
@@ -314,7 +315,7 @@ protected:
             SCOPED_TRACE(formatTitle(format));
             const WritableObject object(structure);
             const QString file = m_Folder.filePath("written");
-            ASSERT_EQ(object.write(file, {format}), std::nullopt);
+            ASSERT_EQ(complaintOf(object.write(file, {format})), "");
             FileContents contents = readBack(file);
             ASSERT_EQ(contents.structures.size(), 1U);
             const DataAdder<Space> guard(nullptr, Space::instance());

@@ -7,6 +7,7 @@
 #include "DataPoint.h"
 #include "FileReader.h"
 #include "support/LogLines.h"
+#include "support/Outcome.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,7 +43,7 @@ protected:
     QByteArray written(const Compound &object, const WriteOptions &options = {})
     {
         const QString file = m_Folder.filePath("written");
-        EXPECT_EQ(WritableObject(object).write(file, options), std::nullopt);
+        EXPECT_EQ(complaintOf(WritableObject(object).write(file, options)), "");
         return read(file);
     }
     static QByteArray read(const QString &file)
@@ -58,7 +59,7 @@ TEST_F(WritableObjectTest, TheLogTellsOfAFileThatIsWrittenInPlace)
     const QString file = write("x.ali", "old");
     std::filesystem::create_hard_link(file.toStdString(), file.toStdString() + ".link");
     const LogLines log;
-    EXPECT_EQ(WritableObject(alignment("x", {"AC", "AC"})).write(file, {}), std::nullopt);
+    EXPECT_EQ(complaintOf(WritableObject(alignment("x", {"AC", "AC"})).write(file, {})), "");
     EXPECT_EQ(log.texts(),
               QStringList{"x.ali: was written in place, because it has several links"});
     EXPECT_EQ(read(file), read(file + ".link"));
@@ -184,8 +185,9 @@ TEST_F(WritableObjectTest, RealAlignmentsSurvive)
         const QString file = QStringLiteral(TEST_DATA_DIR "/") + QString::fromLatin1(name);
         Result<FileContents> before = readFile(file.toStdString());
         ASSERT_TRUE(before.has_value()) << name;
-        ASSERT_EQ(WritableObject(openFile(file)).write(m_Folder.filePath("saved.ali"), {}),
-                  std::nullopt);
+        ASSERT_EQ(
+            complaintOf(WritableObject(openFile(file)).write(m_Folder.filePath("saved.ali"), {})),
+            "");
         Result<FileContents> after = readFile(m_Folder.filePath("saved.ali").toStdString());
         ASSERT_TRUE(after.has_value()) << name;
         const std::vector<RowRecord> &rows = before->alignments.front().rows;
@@ -206,7 +208,7 @@ TEST_F(WritableObjectTest, RealStructuresSurvive)
           "structures/selenomethionine_1a8o.cif"}) {
         const WritableObject object(openStructure(name));
         for (const FileFormat format : object.formats())
-            EXPECT_EQ(object.write(m_Folder.filePath("saved"), {format}), std::nullopt) << name;
+            EXPECT_EQ(complaintOf(object.write(m_Folder.filePath("saved"), {format})), "") << name;
     }
 }
 
@@ -215,7 +217,7 @@ TEST_F(WritableObjectTest, AStructureKeepsResiduesGroupsAtomsAndElements)
 {
     const Structure &before = openStructure("structures/ubiquitin_1ubi.pdb");
     const QString file = m_Folder.filePath("1ubi.cif");
-    ASSERT_EQ(WritableObject(before).write(file, {FileFormat::Mmcif}), std::nullopt);
+    ASSERT_EQ(complaintOf(WritableObject(before).write(file, {FileFormat::Mmcif})), "");
     Result<FileContents> contents = readFile(file.toStdString());
     ASSERT_TRUE(contents.has_value());
     const DataAdder<Space> guard(nullptr, Space::instance());
@@ -247,28 +249,28 @@ TEST_F(WritableObjectTest, AlignmentsAndStructuresHaveFormatsOfTheirOwn)
 TEST_F(WritableObjectTest, LossesAndObstaclesAreThoseOfTheFormat)
 {
     const WritableObject object(alignment("a long name", {"AC", "AC"}));
-    EXPECT_EQ(object.obstacle({FileFormat::Phylip}), std::nullopt);
+    EXPECT_EQ(complaintOf(object.checkWritable({FileFormat::Phylip})), "");
     EXPECT_EQ(object.losses({}), QStringList());
     EXPECT_EQ(object.losses({FileFormat::Phylip}).size(), 2);
-    EXPECT_EQ(object.obstacle({FileFormat::Pdb}),
-              QStringLiteral("An alignment cannot be written as a PDB file."));
+    EXPECT_EQ(complaintOf(object.checkWritable({FileFormat::Pdb})),
+              "An alignment cannot be written as a PDB file.");
 }
 
 TEST_F(WritableObjectTest, AFileThatCannotBeWrittenIsNamedAndTheOldOneStays)
 {
     const WritableObject object(alignment("x", {"AC-D"}));
-    EXPECT_EQ(object.write(m_Folder.filePath("none/x.ali"), {}),
-              QStringLiteral("x.ali: cannot be written: No such file or directory"));
+    EXPECT_EQ(complaintOf(object.write(m_Folder.filePath("none/x.ali"), {})),
+              "x.ali: cannot be written: No such file or directory");
     const QString folder = m_Folder.filePath("x.ali");
     ASSERT_TRUE(QDir().mkdir(folder));
-    EXPECT_EQ(object.write(folder, {}), QStringLiteral("x.ali: cannot be written: it is a folder"));
+    EXPECT_EQ(complaintOf(object.write(folder, {})), "x.ali: cannot be written: it is a folder");
     EXPECT_TRUE(QFileInfo(folder).isDir());
 }
 
 TEST_F(WritableObjectTest, NamesOfFilesMayHaveAnyLetters)
 {
     const QString file = m_Folder.filePath(QStringLiteral("M\u00fcsterling \u03b1.ali"));
-    EXPECT_EQ(WritableObject(alignment("x", {"AC-D"})).write(file, {}), std::nullopt);
+    EXPECT_EQ(complaintOf(WritableObject(alignment("x", {"AC-D"})).write(file, {})), "");
     EXPECT_TRUE(read(file).startsWith(">P1;x1\n"));
 }
 

@@ -15,6 +15,7 @@
 #include "UndoCommands.h"
 #include "Workbench.h"
 #include "WritableObject.h"
+#include "support/Outcome.h"
 
 #include <QDir>
 #include <QFile>
@@ -406,7 +407,7 @@ TEST_F(ModelReaderTest, AFileOfTheAlignmentDoesNotNameTheModel)
     Alignment &shown = family();
     const auto written = [&] {
         QFile file(m_Folder.filePath("written.ali"));
-        EXPECT_EQ(app::WritableObject(shown).write(file.fileName(), {}), std::nullopt);
+        EXPECT_EQ(complaintOf(app::WritableObject(shown).write(file.fileName(), {})), "");
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
     };

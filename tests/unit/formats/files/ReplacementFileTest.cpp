@@ -5,6 +5,7 @@
 #include "ByteSource.h"
 #include "SystemCalls.h"
 #include "TestFiles.h"
+#include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
@@ -101,7 +102,7 @@ TEST(ReplacementFile, ANameThatEndsInGzIsCompressed)
     for (std::size_t got = 1; got > 0; size += got)
         got = source.read(readBack.data() + size, readBack.size() - size);
     readBack.resize(size);
-    EXPECT_EQ(source.failure(), std::nullopt);
+    EXPECT_EQ(complaintOf(source.outcome()), "");
     EXPECT_TRUE(readBack == text);
 }
 
@@ -143,7 +144,7 @@ std::string written(const fs::path &path, const std::string &text,
     file.write(text);
     const bool isWritten = file.complete() && file.putInPlace();
     if (!isWritten)
-        return file.failure() ? file.failure()->message() : "no failure";
+        return file.outcome() ? "no failure" : file.outcome().error().message();
     return file.remark().value_or("");
 }
 
@@ -444,8 +445,8 @@ TEST(ReplacementFile, AFolderIsNotReplaced)
     const fs::path folder = beside.path().parent_path() / "folder.ali";
     fs::create_directory(folder);
     ReplacementFile file(folder);
-    ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message(), "folder.ali: cannot be written: it is a folder");
+    ASSERT_FALSE(file.outcome());
+    EXPECT_EQ(complaintOf(file.outcome()), "folder.ali: cannot be written: it is a folder");
     EXPECT_FALSE(file.complete());
     EXPECT_FALSE(file.putInPlace());
     EXPECT_TRUE(fs::is_directory(folder));
@@ -455,8 +456,8 @@ TEST(ReplacementFile, AFolderThatIsNotThereIsNamedAsTheCause)
 {
     const TemporaryFile beside("x.ali", "");
     ReplacementFile file(beside.path().parent_path() / "none" / "x.ali");
-    ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message(), "x.ali: cannot be written: No such file or directory");
+    ASSERT_FALSE(file.outcome());
+    EXPECT_EQ(complaintOf(file.outcome()), "x.ali: cannot be written: No such file or directory");
 }
 
 TEST(ReplacementFile, AFullDiskKeepsTheOldFile)
@@ -473,8 +474,8 @@ TEST(ReplacementFile, AFullDiskKeepsTheOldFile)
             file.write(noise);
             EXPECT_FALSE(file.complete());
             EXPECT_FALSE(file.putInPlace());
-            ASSERT_TRUE(file.failure().has_value());
-            EXPECT_EQ(file.failure()->message(),
+            ASSERT_FALSE(file.outcome());
+            EXPECT_EQ(complaintOf(file.outcome()),
                       std::string(name) + ": cannot be written: File too large");
         }
         EXPECT_EQ(bytesOf(old.path()), "old");
@@ -507,8 +508,8 @@ TEST(ReplacementFile, ADeviceThatTakesNothingIsAFailure)
     file.write("text");
     EXPECT_TRUE(file.complete());
     EXPECT_FALSE(file.putInPlace());
-    ASSERT_TRUE(file.failure().has_value());
-    EXPECT_EQ(file.failure()->message(), "full: cannot be written: No space left on device");
+    ASSERT_FALSE(file.outcome());
+    EXPECT_EQ(complaintOf(file.outcome()), "full: cannot be written: No space left on device");
 }
 
 } // namespace ReplacementFileTest

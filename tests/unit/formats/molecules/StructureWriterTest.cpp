@@ -4,6 +4,7 @@
 
 #include "StructureWriter.h"
 #include "TestFiles.h"
+#include "support/Outcome.h"
 
 #include <gmock/gmock.h>
 
@@ -57,17 +58,17 @@ WriteOptions mmcif()
 std::string failureOf(const fs::path &path, const StructureRecord &structure,
                       const WriteOptions &options)
 {
-    const std::optional<Failure> failure = writeFile(path, structure, options);
-    return failure ? failure->message() : std::string();
+    const Result<void> written = writeFile(path, structure, options);
+    return complaintOf(written);
 }
 
 std::string writtenAs(const StructureRecord &structure, const WriteOptions &options)
 {
     const TemporaryFile file(options.format == FileFormat::Pdb ? "x.pdb" : "x.cif", "old");
-    const std::optional<Failure> failure = writeFile(file.path(), structure, options);
-    if (failure) {
+    const Result<void> written = writeFile(file.path(), structure, options);
+    if (!written) {
         EXPECT_EQ(bytesOf(file.path()), "old");
-        return failure->message();
+        return written.error().message();
     }
     return bytesOf(file.path());
 }
@@ -110,7 +111,7 @@ TEST(StructureWriter, RealStructuresReadBackTheSame)
             SCOPED_TRACE(entry.path());
             const StructureRecord &structure = contents.value().structures.front();
             for (const WriteOptions &options : {pdb(), mmcif()}) {
-                if (obstacleTo(structure, options))
+                if (!checkWritable(structure, options))
                     continue;
                 const TemporaryFile file("x", "");
                 EXPECT_EQ(failureOf(file.path(), structure, options), "");
@@ -243,7 +244,7 @@ TEST(StructureWriter, AStructureWithoutAtomsIsNotWritten)
 
 TEST(StructureWriter, AStructureIsNoAlignment)
 {
-    EXPECT_EQ(obstacleTo(small(), {FileFormat::Clustal}),
+    EXPECT_EQ(complaintOf(checkWritable(small(), {FileFormat::Clustal})),
               "A structure cannot be written as a Clustal file.");
 }
 
@@ -265,9 +266,9 @@ TEST(StructureWriter, EveryKindOfDifferenceIsFound)
 {
     const StructureRecord structure = small();
     const auto differenceTo = [&](const StructureRecord &changed) {
-        return differenceBetween(structure, changed, FileFormat::Pdb).value_or("none");
+        return complaintOf(checkSame(structure, changed, FileFormat::Pdb));
     };
-    EXPECT_EQ(differenceTo(structure), "none");
+    EXPECT_EQ(differenceTo(structure), "");
     EXPECT_EQ(differenceTo(StructureRecord()), "it has 0 chains instead of 1");
     StructureRecord changed = structure;
     changed.chains[0].name = "B";
@@ -288,7 +289,7 @@ TEST(StructureWriter, EveryKindOfDifferenceIsFound)
     changed.chains[0].residues[0].atoms[1].position = Vertex(2.501F, 2.25F, -0.125F);
     EXPECT_EQ(differenceTo(changed), "GLY 12B of chain \"A\" has its atom CA at another place");
     changed.chains[0].residues[0].atoms[1].position = Vertex(2.5004F, 2.25F, -0.125F);
-    EXPECT_EQ(differenceTo(changed), "none");
+    EXPECT_EQ(differenceTo(changed), "");
     changed = structure;
     changed.elements.emplace_back();
     EXPECT_EQ(differenceTo(changed), "its helices and strands differ");

@@ -25,7 +25,7 @@ std::vector<std::string> linesOf(std::string_view text)
         lines.push_back(reader.restOfLine());
         EXPECT_EQ(reader.line(), lines.size());
     }
-    EXPECT_FALSE(reader.failure());
+    EXPECT_TRUE(reader.outcome());
     return lines;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text of FASTA, A2M and A3M files.
 #include "RecordBuilder.h"
+#include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
@@ -108,8 +109,8 @@ TEST(A3mWriter, InsertionsAreReadBackFromTheirLeft)
     const FittedAlignment fitted(record, optionsOf("a3m"));
     EXPECT_EQ(insertionsOf(record, "a3m"), (Texts{"AcD", "AefD", "AD"}));
     const AlignmentRecord packed = recordOf({{"a", "Ac-D"}, {"b", "AefD"}, {"c", "A--D"}});
-    EXPECT_EQ(fitted.differenceTo(packed), std::nullopt);
-    EXPECT_EQ(fitted.differenceTo(record), "row 1, \"a\", has its gaps at other places");
+    EXPECT_EQ(complaintOf(fitted.checkSame(packed)), "");
+    EXPECT_EQ(complaintOf(fitted.checkSame(record)), "row 1, \"a\", has its gaps at other places");
 }
 
 } // namespace FastaWriterTest

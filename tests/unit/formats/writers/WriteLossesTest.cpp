@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What people are told before a format loses something.
 #include "RecordBuilder.h"
+#include "support/Outcome.h"
 
 #include <gmock/gmock.h>
 
@@ -230,11 +231,11 @@ TEST(Obstacles, SequencesThatAreNotAlignedNeedPirOrFasta)
 {
     AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "ACD"}});
     record.isAligned = false;
-    EXPECT_EQ(obstacleTo(record, optionsOf("pir")), std::nullopt);
-    EXPECT_EQ(obstacleTo(record, optionsOf("fasta")), std::nullopt);
-    EXPECT_EQ(obstacleTo(record, optionsOf("clustal")),
+    EXPECT_EQ(complaintOf(checkWritable(record, optionsOf("pir"))), "");
+    EXPECT_EQ(complaintOf(checkWritable(record, optionsOf("fasta"))), "");
+    EXPECT_EQ(complaintOf(checkWritable(record, optionsOf("clustal"))),
               "The sequences are not aligned, and a Clustal file holds alignments only.");
-    EXPECT_EQ(obstacleTo(record, optionsOf("a3m")),
+    EXPECT_EQ(complaintOf(checkWritable(record, optionsOf("a3m"))),
               "The sequences are not aligned, and an A3M file holds alignments only.");
     EXPECT_THAT(lossesIn("clustal", record), IsEmpty());
 }
@@ -242,16 +243,16 @@ TEST(Obstacles, SequencesThatAreNotAlignedNeedPirOrFasta)
 TEST(Obstacles, NothingIsNotWritten)
 {
     for (const std::string &format : kFormats) {
-        EXPECT_EQ(obstacleTo(AlignmentRecord(), optionsOf(format)),
+        EXPECT_EQ(complaintOf(checkWritable(AlignmentRecord(), optionsOf(format))),
                   "There is nothing to write: the alignment has no residues.");
-        EXPECT_EQ(obstacleTo(recordOf({{"a", ""}}), optionsOf(format)),
+        EXPECT_EQ(complaintOf(checkWritable(recordOf({{"a", ""}}), optionsOf(format))),
                   "There is nothing to write: the alignment has no residues.");
     }
 }
 
 TEST(Obstacles, AnAlignmentIsNoStructure)
 {
-    EXPECT_EQ(obstacleTo(recordOf({{"a", "A"}}), optionsOf("pdb")),
+    EXPECT_EQ(complaintOf(checkWritable(recordOf({{"a", "A"}}), optionsOf("pdb"))),
               "An alignment cannot be written as a PDB file.");
 }
 

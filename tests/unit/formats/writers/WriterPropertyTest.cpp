@@ -4,6 +4,7 @@
 
 #include "RecordBuilder.h"
 #include "TestFiles.h"
+#include "support/Outcome.h"
 
 #include <gtest/gtest.h>
 
@@ -171,9 +172,8 @@ TEST_P(WriterProperty, RandomAlignmentsReadBackAsTheFormatCanHoldThem)
         if (seed % 3 == 0)
             options.lineLength = 1 + seed % 90;
         const TemporaryFile file(seed % 10 == 0 ? "x.gz" : "x", "");
-        const std::optional<Failure> failure =
-            writeFile(file.path(), std::span(&record, 1), options);
-        ASSERT_EQ(failure ? failure->message() : "", "") << "seed " << seed;
+        const Result<void> written = writeFile(file.path(), std::span(&record, 1), options);
+        ASSERT_EQ(complaintOf(written), "") << "seed " << seed;
         const FileContents contents = contentsOf(file.path());
         ASSERT_EQ(contents.alignments.size(), 1U) << "seed " << seed;
         const std::vector<RowRecord> &rows = contents.alignments[0].rows;
