@@ -97,11 +97,11 @@ int runPicture(const CommandLine &line)
         if (status != EXIT_SUCCESS)
             return QApplication::exit(status);
         whenPainted(workbench, [&] {
-            const QString error = TAMBO::app::writePicture(
+            const TAMBO::Result<void> written = TAMBO::app::writePicture(
                 QString::fromStdString(line.picture),
                 TAMBO::app::sideBySide(TAMBO::app::shownWindows(workbench)));
-            QApplication::exit(error.isEmpty() ? EXIT_SUCCESS
-                                               : complain(error.toStdString(), kBadInput));
+            QApplication::exit(written ? EXIT_SUCCESS
+                                       : complain(written.error().message(), kBadInput));
         });
     });
     workbench.openAtStart({line.files.begin(), line.files.end()});

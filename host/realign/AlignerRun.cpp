@@ -20,6 +20,8 @@ const char *const kInputFile = "input.fasta";
 const char *const kOutputFile = "output.fasta";
 const char *const kWork = "work";
 const char *const kTemporary = "tmp";
+// What shells end with when a program that a script calls is not there.
+constexpr int kShellFoundNothing = 127;
 
 // What was ended has no time to tidy up, so its temporary files stand below our own folder too.
 QProcessEnvironment environmentWith(const QString &temporary)
@@ -54,25 +56,26 @@ AlignerRun::AlignerRun(AlignerCommand command, std::string fasta)
     connect(&m_Process, &QProcess::readyReadStandardError, this, &AlignerRun::readErrors);
     connect(&m_Process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            finish(tr("was not found or cannot be started"));
+            fail(FailureKind::NotFound, tr("was not found or cannot be started"));
     });
     connect(&m_Process, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {
         readAnswer();
         readErrors();
         if (status == QProcess::CrashExit)
-            finish(tr("crashed"));
+            fail(FailureKind::System, tr("crashed"));
         else if (code != 0)
-            finish(m_LastLine.isEmpty() ? tr("failed with status %1").arg(code)
-                                        : tr("failed: %1").arg(m_LastLine));
+            fail(code == kShellFoundNothing ? FailureKind::NotFound : FailureKind::System,
+                 m_LastLine.isEmpty() ? tr("failed with status %1").arg(code)
+                                      : tr("failed: %1").arg(m_LastLine));
         else
-            finish(QString());
+            finish({});
     });
 }
 
 AlignerRun::~AlignerRun()
 {
     m_Process.disconnect(this);
-    stop(QString());
+    stop({FailureKind::Cancelled, {}});
     if (m_Folder.isValid())
         removeFolder(QFile::encodeName(m_Folder.path()).toStdString());
 }
@@ -85,7 +88,8 @@ void AlignerRun::start()
     if (!m_Folder.isValid() || !folder.mkdir(kWork) || !folder.mkdir(kTemporary) ||
         !input.open(QIODevice::WriteOnly) || input.write(m_Fasta.data(), size) != size ||
         !input.flush())
-        return finish(tr("has no folder to work in: %1").arg(input.errorString()));
+        return fail(FailureKind::System,
+                    tr("has no folder to work in: %1").arg(input.errorString()));
     input.close();
     m_Process.setWorkingDirectory(folder.filePath(kWork));
     m_Process.setProcessEnvironment(environmentWith(folder.filePath(kTemporary)));
@@ -95,12 +99,12 @@ void AlignerRun::start()
     m_Process.start(m_Command.program, m_Command.argumentsFor(kInputFile, kOutputFile));
 }
 
-void AlignerRun::stop(const QString &reason)
+void AlignerRun::stop(const Failure &failure)
 {
     if (const qint64 id = m_Process.processId(); id > 0) {
         kill(static_cast<pid_t>(-id), SIGKILL);
         m_Process.kill();
-        finish(reason);
+        finish(failure);
         m_Process.waitForFinished();
     }
 }
@@ -126,7 +130,7 @@ void AlignerRun::readAnswer()
     constexpr qint64 kTimesInput = 1000;
     m_Answer += m_Process.readAllStandardOutput();
     if (m_Answer.size() > kLeast + kTimesInput * static_cast<qint64>(m_Fasta.size()))
-        stop(tr("printed more than any alignment needs"));
+        stop({FailureKind::BadInput, tr("printed more than any alignment needs").toStdString()});
 }
 
 void AlignerRun::readErrors()
@@ -138,11 +142,16 @@ void AlignerRun::readErrors()
     emit said(m_LastLine);
 }
 
-void AlignerRun::finish(const QString &error)
+void AlignerRun::fail(FailureKind kind, const QString &cause)
+{
+    finish(Failure{kind, cause.toStdString()});
+}
+
+void AlignerRun::finish(const Result<void> &outcome)
 {
     if (std::exchange(m_IsOver, true))
         return;
-    m_Error = error;
+    m_Outcome = outcome;
     emit ended();
 }
 

@@ -8,7 +8,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <optional>
 #include <string>
 
 namespace TAMBO::realign {
@@ -24,13 +23,12 @@ public:
 
     // The program is looked for on the search path.
     void start();
-    // The run ends with the given reason.
-    void stop(const QString &reason);
+    // The run ends with the given failure.
+    void stop(const Failure &failure);
 
     [[nodiscard]] bool isOver() const noexcept { return m_IsOver; }
-    // What went wrong, as the end of a sentence that begins with the program's name; empty when it
-    // ended well.
-    [[nodiscard]] const QString &error() const noexcept { return m_Error; }
+    // How it ended. The failure is the end of a sentence that begins with the program's name.
+    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
     [[nodiscard]] const QString &program() const noexcept { return m_Command.program; }
     // The alignment, when it ended well.
     [[nodiscard]] std::string answer() const;
@@ -45,7 +43,8 @@ private:
     [[nodiscard]] QString workFile(const char *name) const;
     void readAnswer();
     void readErrors();
-    void finish(const QString &error);
+    void finish(const Result<void> &outcome);
+    void fail(FailureKind kind, const QString &cause);
 
     AlignerCommand m_Command;
     std::string m_Fasta;
@@ -53,7 +52,7 @@ private:
     QProcess m_Process;
     QByteArray m_Answer;
     QString m_LastLine;
-    QString m_Error;
+    Result<void> m_Outcome;
     bool m_IsOver = false;
 };
 

@@ -30,6 +30,12 @@ QString numbered(const QString &target, int number)
     return target.left(stem) + u'-' + QString::number(number) + target.mid(stem);
 }
 
+Failure unwrittenPage(const QString &file, const QString &cause)
+{
+    return {FailureKind::System,
+            QStringLiteral("%1 was not written: %2").arg(file, cause).toStdString()};
+}
+
 bool writePng(const Poppler::Page &page, QIODevice &file)
 {
     return QImageWriter(&file, "png").write(page.renderToImage(kDotsPerInch, kDotsPerInch));
@@ -57,11 +63,11 @@ bool writeSvg(const Poppler::Page &page, const QString &title, QIODevice &file)
 
 } // namespace
 
-QString writePagePictures(const QString &pdf, const QString &target, PagePicture kind)
+Result<void> writePagePictures(const QString &pdf, const QString &target, PagePicture kind)
 {
     const std::unique_ptr<Poppler::Document> pages = Poppler::Document::load(pdf);
     if (pages == nullptr)
-        return QStringLiteral("%1 was not written: the pages cannot be read back").arg(target);
+        return unwrittenPage(target, QStringLiteral("the pages cannot be read back"));
     pages->setRenderBackend(kind == PagePicture::Svg ? Poppler::Document::QPainterBackend
                                                      : Poppler::Document::SplashBackend);
     pages->setRenderHint(Poppler::Document::Antialiasing);
@@ -75,13 +81,11 @@ QString writePagePictures(const QString &pdf, const QString &target, PagePicture
             !(kind == PagePicture::Svg ? writeSvg(*page, pages->title(), *file)
                                        : writePng(*page, *file)) ||
             file->error() != QFileDevice::NoError)
-            return QStringLiteral("%1 was not written: %2")
-                .arg(file->fileName(), file->errorString());
+            return unwrittenPage(file->fileName(), file->errorString());
     }
     for (const auto &file : files) {
         if (!file->commit())
-            return QStringLiteral("%1 was not written: %2")
-                .arg(file->fileName(), file->errorString());
+            return unwrittenPage(file->fileName(), file->errorString());
     }
     return {};
 }

@@ -2,6 +2,8 @@
 // Pictures of the pages of a PDF file.
 #pragma once
 
+#include "Result.h"
+
 #include <QString>
 
 namespace TAMBO::app {
@@ -9,8 +11,8 @@ namespace TAMBO::app {
 enum class PagePicture { Svg, Png };
 
 // One file per page: "out.png" becomes out-1.png, out-2.png, … Old files are replaced when all
-// pages are complete. The error is empty, or one sentence.
-[[nodiscard]] QString writePagePictures(const QString &pdf, const QString &target,
-                                        PagePicture kind);
+// pages are complete.
+[[nodiscard]] Result<void> writePagePictures(const QString &pdf, const QString &target,
+                                             PagePicture kind);
 
 } // namespace TAMBO::app

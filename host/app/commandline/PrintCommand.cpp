@@ -10,6 +10,7 @@
 #include "PageFile.h"
 #include "PagePictures.h"
 #include "Plugins.h"
+#include "Result.h"
 
 #include <QFile>
 #include <QFontDatabase>
@@ -38,13 +39,16 @@ public:
     PaintingTalk(const PaintingTalk &) = delete;
     PaintingTalk &operator=(const PaintingTalk &) = delete;
 
-    // Why nothing was painted; empty when all was.
-    [[nodiscard]] static QString refusal()
+    // Whether all was painted. The slot gives nothing back, so here, and only here, a sentence
+    // stands for what happened.
+    [[nodiscard]] static Result<void> outcome()
     {
         if (s_Lines.isEmpty())
-            return QStringLiteral("the editor painted nothing");
+            return Failure{FailureKind::Refused, "the editor painted nothing"};
         const QString &last = s_Lines.back();
-        return last.startsWith(QStringLiteral("Printed in ")) ? QString() : last.simplified();
+        if (last.startsWith(QStringLiteral("Printed in ")))
+            return {};
+        return Failure{FailureKind::Refused, last.simplified().toStdString()};
     }
 
 private:
@@ -57,8 +61,12 @@ private:
     QtMessageHandler m_Before;
 };
 
-// The sentence, or nothing.
-QString applySettings(const PrintOrder &order)
+Failure wrongFont(const QString &cause)
+{
+    return {FailureKind::BadInput, cause.toStdString()};
+}
+
+Result<void> applySettings(const PrintOrder &order)
 {
     services::ConfigStore &settings = services::ConfigStore::instance();
     if (!order.font.empty()) {
@@ -66,11 +74,12 @@ QString applySettings(const PrintOrder &order)
         const QFont font = Setting(order.font).ToFont(&isFont);
         const QString text = QString::fromStdString(order.font);
         if (!isFont)
-            return QStringLiteral("--font needs a name and a size, as in \"DejaVu Sans Mono,11\", "
-                                  "instead of \"%1\"")
-                .arg(text);
+            return wrongFont(
+                QStringLiteral("--font needs a name and a size, as in \"DejaVu Sans Mono,11\", "
+                               "instead of \"%1\"")
+                    .arg(text));
         if (!QFontDatabase::hasFamily(font.family()))
-            return QStringLiteral("no font called %1 is installed").arg(font.family());
+            return wrongFont(QStringLiteral("no font called %1 is installed").arg(font.family()));
         settings.setValue(kEditor, "Font", order.font);
     }
     if (order.withElements)
@@ -78,7 +87,8 @@ QString applySettings(const PrintOrder &order)
     return {};
 }
 
-QString paint(QWidget &window, PrintOrder::Style style, const QString &title, const QString &pdf)
+Result<void> paint(QWidget &window, PrintOrder::Style style, const QString &title,
+                   const QString &pdf)
 {
     QPrinter printer(QPrinter::ScreenResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
@@ -88,18 +98,18 @@ QString paint(QWidget &window, PrintOrder::Style style, const QString &title, co
     printer.setOutputFileName(pdf);
     QPainter painter;
     if (!painter.begin(&printer))
-        return QStringLiteral("%1 cannot be written").arg(pdf);
+        return Failure{FailureKind::System, pdf.toStdString() + " cannot be written"};
     const PaintingTalk talk;
     QPainter *argument = &painter;
     const int value = static_cast<int>(style);
     if (!QMetaObject::invokeMethod(&window, "drawIt", Qt::DirectConnection,
                                    Q_ARG(QPainter *, argument),
                                    QGenericArgument("PrintStyle", &value)))
-        return QStringLiteral("the editor cannot print");
-    return PaintingTalk::refusal();
+        return Failure{FailureKind::Refused, "the editor cannot print"};
+    return PaintingTalk::outcome();
 }
 
-QString writePages(const PrintOrder &order, const QString &title, const QString &pdf)
+Result<void> writePages(const PrintOrder &order, const QString &title, const QString &pdf)
 {
     const QString target = QFile::decodeName(order.output.c_str());
     switch (order.kind) {
@@ -111,19 +121,21 @@ QString writePages(const PrintOrder &order, const QString &title, const QString 
     case PrintOrder::Kind::PostScript:
         break;
     }
-    return Pages::writePageFile(pdf, {target, title, {}});
+    // The library tells by text.
+    const QString error = Pages::writePageFile(pdf, {target, title, {}});
+    return error.isEmpty() ? Result<void>() : Failure{FailureKind::System, error.toStdString()};
 }
 
-QString print(const PrintOrder &order)
+Result<void> print(const PrintOrder &order)
 {
     ObjectSources sources;
     Loader loader(sources);
     const LoadReport report = loader.openNow(order.file);
-    const QString file = QFile::decodeName(order.file.c_str());
+    const std::string file = QFile::decodeName(order.file.c_str()).toStdString();
     if (!report.failures.empty())
-        return QString::fromStdString(report.failures.front().failure.message());
+        return report.failures.front().failure;
     if (report.alignments.empty())
-        return QStringLiteral("%1 holds no alignment").arg(file);
+        return Failure{FailureKind::BadInput, file + " holds no alignment"};
 
     Plugins plugins;
     plugins.loadAll(Plugins::directory());
@@ -131,29 +143,36 @@ QString print(const PrintOrder &order)
     // Left open at the end: closing it would remember where it stood.
     QWidget *window = plugins.show(alignment);
     if (window == nullptr)
-        return QStringLiteral("there is no alignment editor in %1").arg(Plugins::directory());
+        return Failure{FailureKind::NotFound,
+                       "there is no alignment editor in " + Plugins::directory().toStdString()};
 
     QTemporaryFile pdf(QFile::decodeName(Config::GetPersonalTmpDir().c_str()) +
                        QStringLiteral("/pages-XXXXXX.pdf"));
     if (!pdf.open())
-        return QStringLiteral("%1: %2").arg(pdf.fileTemplate(), pdf.errorString());
+        return Failure{FailureKind::System,
+                       pdf.errorString().toStdString(),
+                       {pdf.fileTemplate().toStdString()}};
     pdf.close();
     const QString title = QString::fromStdString(alignment.Name());
-    const QString refusal = paint(*window, order.style, title, pdf.fileName());
-    return refusal.isEmpty() ? writePages(order, title, pdf.fileName())
-                             : QStringLiteral("%1: %2").arg(file, refusal);
+    const Result<void> painted = paint(*window, order.style, title, pdf.fileName());
+    if (!painted)
+        return Failure{painted.error().kind, painted.error().message(), {file}};
+    return writePages(order, title, pdf.fileName());
 }
 
 } // namespace
 
 int runPrint(const PrintOrder &order, std::ostream &err)
 {
-    const QString wrong = applySettings(order);
-    const QString error = wrong.isEmpty() ? print(order) : wrong;
-    if (error.isEmpty())
-        return 0;
-    err << "tambo: " << error.toStdString() << '\n';
-    return wrong.isEmpty() ? kBadInput : kWrongCall;
+    const auto complain = [&err](const Failure &failure, int status) {
+        err << "tambo: " << failure.message() << '\n';
+        return status;
+    };
+    if (const Result<void> applied = applySettings(order); !applied)
+        return complain(applied.error(), kWrongCall);
+    if (const Result<void> printed = print(order); !printed)
+        return complain(printed.error(), kBadInput);
+    return 0;
 }
 
 } // namespace TAMBO::app

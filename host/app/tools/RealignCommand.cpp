@@ -34,7 +34,15 @@ constexpr auto kPatience = 300ms;
 // Nobody is there to cancel.
 constexpr auto kLongestAlone = 10min;
 
-const QString kCancelled = QStringLiteral("-");
+Failure cancelled()
+{
+    return {FailureKind::Cancelled, {}};
+}
+
+Failure unaligned(FailureKind kind, const QString &sentence)
+{
+    return {kind, sentence.toStdString()};
+}
 
 // The command of the chosen aligner, or the choice itself when it is a command.
 QString commandLine()
@@ -54,23 +62,24 @@ bool isStillThere(const Alignment &alignment)
 
 bool RealignCommand::run(Alignment &alignment) const
 {
-    const QString error = realign(alignment);
-    if (error.isEmpty())
+    const Result<void> realigned = realign(alignment);
+    if (realigned)
         return true;
-    if (error == kCancelled)
+    if (realigned.error().kind == FailureKind::Cancelled)
         return false;
-    Logger::Write(error, Logger::Severity::Error);
+    const QString sentence = QString::fromStdString(realigned.error().message());
+    Logger::Write(sentence, Logger::Severity::Error);
     if (m_HasUser)
-        services::FailureBoxes::showOver(m_Parent, error, {});
+        services::FailureBoxes::showOver(m_Parent, sentence, {});
     return false;
 }
 
-QString RealignCommand::realign(Alignment &alignment) const
+Result<void> RealignCommand::realign(Alignment &alignment) const
 {
     // A guard that is refused says why in the status line.
     if (alignment.IsLocked() || ObjectSpace::get().IsLocked()) {
         const DataPoint<Alignment> refused(nullptr, &alignment);
-        return kCancelled;
+        return cancelled();
     }
     const Alignment::Range range{alignment.range().first,
                                  std::min(alignment.range().second, alignment.width())};
@@ -81,28 +90,27 @@ QString RealignCommand::realign(Alignment &alignment) const
     }
     const auto command = realign::parseAlignerCommand(commandLine());
     if (!command)
-        return tr("The columns were not realigned: %1.")
-            .arg(QString::fromStdString(command.error().message()));
+        return unaligned(command.error().kind,
+                         tr("The columns were not realigned: %1.")
+                             .arg(QString::fromStdString(command.error().message())));
 
     const unsigned long revision = alignment.layoutRevision();
     const QString name = nameText(alignment);
     AlignerRun aligner(command.value(), rows.fasta());
     wait(aligner, name);
-    if (aligner.error() == kCancelled)
-        return kCancelled;
-    const QString refused = tr("The columns of %1 were not realigned: %2 %3.");
-    if (!aligner.error().isEmpty())
-        return refused.arg(name, aligner.program(), aligner.error()) +
-               (aligner.error().contains(tr("not found"))
-                    ? tr(" Install it, or choose another aligner in the settings.")
-                    : QString());
+    if (!aligner.outcome())
+        return refusal(aligner, name);
     if (!isStillThere(alignment) || alignment.layoutRevision() != revision)
-        return tr("The columns of %1 were not realigned: it was changed meanwhile.").arg(name);
+        return unaligned(
+            FailureKind::Refused,
+            tr("The columns of %1 were not realigned: it was changed meanwhile.").arg(name));
     const auto columns = rows.read(aligner.answer());
     if (!columns)
-        return tr("The columns of %1 were not realigned: the answer of %2 is not to be trusted; "
-                  "%3.")
-            .arg(name, aligner.program(), QString::fromStdString(columns.error().message()));
+        return unaligned(
+            columns.error().kind,
+            tr("The columns of %1 were not realigned: the answer of %2 is not to be "
+               "trusted; %3.")
+                .arg(name, aligner.program(), QString::fromStdString(columns.error().message())));
 
     const DataPoint<Alignment> guard(nullptr, &alignment);
     if (guard.m_good &&
@@ -111,13 +119,26 @@ QString RealignCommand::realign(Alignment &alignment) const
     return {};
 }
 
+Failure RealignCommand::refusal(const AlignerRun &aligner, const QString &name)
+{
+    const Failure &failure = aligner.outcome().error();
+    if (failure.kind == FailureKind::Cancelled)
+        return failure;
+    QString sentence = tr("The columns of %1 were not realigned: %2 %3.")
+                           .arg(name, aligner.program(), QString::fromStdString(failure.message()));
+    if (failure.kind == FailureKind::NotFound)
+        sentence += tr(" Install it, or choose another aligner in the settings.");
+    return unaligned(failure.kind, sentence);
+}
+
 void RealignCommand::wait(AlignerRun &aligner, const QString &name) const
 {
     if (m_HasUser)
         return waitWithUser(aligner, name);
     QEventLoop loop;
-    QTimer::singleShot(kLongestAlone, &loop,
-                       [&aligner] { aligner.stop(tr("did not come to an end")); });
+    QTimer::singleShot(kLongestAlone, &loop, [&aligner] {
+        aligner.stop({FailureKind::System, tr("did not come to an end").toStdString()});
+    });
     QObject::connect(&aligner, &AlignerRun::ended, &loop, &QEventLoop::quit);
     aligner.start();
     if (!aligner.isOver())
@@ -149,7 +170,7 @@ void RealignCommand::waitWithUser(AlignerRun &aligner, const QString &name) cons
         progress.setLabelText(title + '\n' + line.left(80));
     });
     QObject::connect(&progress, &QProgressDialog::canceled, &aligner,
-                     [&aligner] { aligner.stop(kCancelled); });
+                     [&aligner] { aligner.stop(cancelled()); });
     progress.show();
     if (!aligner.isOver())
         loop.exec();

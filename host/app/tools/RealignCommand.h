@@ -2,6 +2,8 @@
 // Realigns the columns of an alignment's range with the aligner of the settings.
 #pragma once
 
+#include "Result.h"
+
 #include <QCoreApplication>
 #include <QPointer>
 #include <QString>
@@ -32,7 +34,9 @@ public:
     bool run(Alignment &alignment) const;
 
 private:
-    [[nodiscard]] QString realign(Alignment &alignment) const;
+    [[nodiscard]] Result<void> realign(Alignment &alignment) const;
+    // What is told of a run that did not end well.
+    [[nodiscard]] static Failure refusal(const realign::AlignerRun &aligner, const QString &name);
     // Until the program has ended; windows repaint meanwhile.
     void wait(realign::AlignerRun &aligner, const QString &name) const;
     void waitWithUser(realign::AlignerRun &aligner, const QString &name) const;

@@ -45,7 +45,7 @@ QImage sideBySide(const QList<QWidget *> &windows)
     return image;
 }
 
-QString writePicture(const QString &path, const QImage &image)
+Result<void> writePicture(const QString &path, const QImage &image)
 {
     QSaveFile file(path);
     QByteArray format = QFileInfo(path).suffix().toLatin1().toLower();
@@ -56,9 +56,10 @@ QString writePicture(const QString &path, const QImage &image)
         if (writer.write(image) && file.commit())
             return {};
         if (file.error() == QFileDevice::NoError)
-            return QStringLiteral("%1: %2").arg(path, writer.errorString());
+            return Failure{
+                FailureKind::System, writer.errorString().toStdString(), {path.toStdString()}};
     }
-    return QStringLiteral("%1: %2").arg(path, file.errorString());
+    return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
 }
 
 } // namespace TAMBO::app

@@ -2,6 +2,8 @@
 // Paints windows side by side into an image file.
 #pragma once
 
+#include "Result.h"
+
 #include <QList>
 #include <QString>
 
@@ -13,7 +15,6 @@ namespace TAMBO::app {
 // The windows as they look now, from left to right.
 [[nodiscard]] QImage sideBySide(const QList<QWidget *> &windows);
 
-// Empty, or one sentence that says why the file could not be written.
-[[nodiscard]] QString writePicture(const QString &path, const QImage &image);
+[[nodiscard]] Result<void> writePicture(const QString &path, const QImage &image);
 
 } // namespace TAMBO::app

@@ -147,6 +147,19 @@ TEST_F(RealignCommandTest, AMissingProgramIsNamedWithWhatToDo)
                          "settings.");
 }
 
+TEST_F(RealignCommandTest, AProgramThatAScriptMissesIsOneToInstallToo)
+{
+    useScript("no-such-program\n");
+    EXPECT_TRUE(refusal().endsWith(" Install it, or choose another aligner in the settings."))
+        << refusal().toStdString();
+}
+
+TEST_F(RealignCommandTest, WhatTheProgramDoesNotFindIsNotTheProgram)
+{
+    useScript("echo 'matrix not found' >&2; exit 3\n");
+    EXPECT_TRUE(refusal().endsWith("failed: matrix not found.")) << refusal().toStdString();
+}
+
 TEST_F(RealignCommandTest, AFailingProgramIsToldWithItsLastWords)
 {
     useScript("echo first >&2; echo 'out of paper' >&2; exit 7\n");
