@@ -31,6 +31,17 @@ TEST(FileReader, MissingFileIsAnError)
               "at all.ali: cannot be opened: No such file or directory");
 }
 
+TEST(FileReader, AMissingFileIsToldFromABadOne)
+{
+    EXPECT_EQ(readFile("/nowhere/at all.ali").error().kind, FailureKind::NotFound);
+    const TemporaryFile bad("x.ali", ">P1;a\n\nAC#D*\n");
+    const Result<FileContents> contents = readFile(bad.path());
+    ASSERT_FALSE(contents);
+    EXPECT_EQ(contents.error().kind, FailureKind::BadInput);
+    EXPECT_EQ(contents.error().place.file, "x.ali");
+    EXPECT_EQ(contents.error().place.line, 3U);
+}
+
 TEST(FileReader, FolderIsAnError)
 {
     const TemporaryFile file("x", "");
