@@ -147,11 +147,12 @@ int runWindows(const CommandLine &line, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    const CommandLine line = TAMBO::app::parseCommandLine(
+    const TAMBO::Result<CommandLine> parsed = TAMBO::app::parseCommandLine(
         std::vector<std::string>(argv + std::min(1, argc), argv + argc));
+    if (!parsed)
+        return complain(parsed.error().message() + "; see tambo --help", kWrongCall);
+    const CommandLine &line = parsed.value();
     switch (line.mode) {
-    case CommandLine::Mode::Wrong:
-        return complain(line.error + "; see tambo --help", kWrongCall);
     case CommandLine::Mode::Help:
         std::cout << TAMBO::app::usageText();
         return EXIT_SUCCESS;

@@ -20,45 +20,42 @@ std::string_view withoutDashes(std::string_view option)
     return option.substr(option.starts_with("--") ? 2 : 1);
 }
 
-CommandLine wrong(std::string error)
+Failure wrong(std::string sentence)
 {
-    CommandLine line;
-    line.mode = CommandLine::Mode::Wrong;
-    line.error = std::move(error);
-    return line;
+    return {FailureKind::BadInput, std::move(sentence)};
 }
 
 // A command that cannot go on without files.
-CommandLine withFiles(CommandLine line, const char *command)
+Result<CommandLine> withFiles(CommandLine line, const char *command)
 {
     if (line.files.empty())
         return wrong(std::string(command) + " needs at least one file");
     return line;
 }
 
-CommandLine parsePrint(const std::vector<std::string> &words)
+Result<CommandLine> parsePrint(const std::vector<std::string> &words)
 {
     Result<PrintOrder> order = parsePrintOrder(words);
     if (!order)
-        return wrong(order.error().message());
+        return order.error();
     CommandLine line;
     line.mode = CommandLine::Mode::Print;
     line.print = std::move(order).value();
     return line;
 }
 
-CommandLine parseConvert(const std::vector<std::string> &words)
+Result<CommandLine> parseConvert(const std::vector<std::string> &words)
 {
     Result<ConvertOrder> order = parseConvertOrder(words);
     if (!order)
-        return wrong(order.error().message());
+        return order.error();
     CommandLine line;
     line.mode = CommandLine::Mode::Convert;
     line.convert = std::move(order).value();
     return line;
 }
 
-CommandLine parseIdentity(const std::vector<std::string> &words)
+Result<CommandLine> parseIdentity(const std::vector<std::string> &words)
 {
     CommandLine line;
     line.mode = CommandLine::Mode::Identity;
@@ -73,11 +70,13 @@ CommandLine parseIdentity(const std::vector<std::string> &words)
         else
             line.files.push_back(word);
     }
-    return line.files.size() == 1 ? line : wrong("identity needs one file");
+    if (line.files.size() != 1)
+        return wrong("identity needs one file");
+    return line;
 }
 
 // The commands whose options are not those of the toolkit.
-using Parse = CommandLine (*)(const std::vector<std::string> &words);
+using Parse = Result<CommandLine> (*)(const std::vector<std::string> &words);
 constexpr std::array<std::pair<std::string_view, Parse>, 3> kCommands = {
     {{"print", parsePrint}, {"convert", parseConvert}, {"identity", parseIdentity}}};
 
@@ -91,7 +90,7 @@ bool asksForHelp(const std::vector<std::string> &words)
 
 } // namespace
 
-CommandLine parseCommandLine(const std::vector<std::string> &arguments)
+Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments)
 {
     CommandLine line;
     for (const auto &[command, parse] : kCommands) {

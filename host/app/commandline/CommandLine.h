@@ -4,6 +4,7 @@
 
 #include "ConvertOrder.h"
 #include "PrintOrder.h"
+#include "Result.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@ namespace TAMBO::app {
 
 struct CommandLine
 {
-    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Help, Version, Wrong };
+    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Help, Version };
 
     Mode mode = Mode::Workbench;
     std::vector<std::string> files;
@@ -20,13 +21,11 @@ struct CommandLine
     std::string picture;
     PrintOrder print;
     ConvertOrder convert;
-    // Wrong: one sentence.
-    std::string error;
 };
 
 // arguments without the program's name. Options of the toolkit ("-platform x", "-style x") are
 // passed over.
-[[nodiscard]] CommandLine parseCommandLine(const std::vector<std::string> &arguments);
+[[nodiscard]] Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments);
 
 [[nodiscard]] std::string usageText();
 

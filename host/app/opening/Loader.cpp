@@ -72,6 +72,15 @@ void logRemarks(const std::vector<std::string> &remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
 }
 
+LoadReport cancelledReport()
+{
+    Logger::Write(
+        QCoreApplication::translate("Loader", "Opening was cancelled, nothing is loaded."));
+    LoadReport report;
+    report.isCancelled = true;
+    return report;
+}
+
 } // namespace
 
 Loader::Loader(ObjectSources &sources, QObject *parent) : QObject(parent), m_Sources(sources) { }
@@ -109,7 +118,7 @@ void Loader::startNext()
     m_Waiting.pop_front();
     auto job = std::make_shared<ReadJob>(asked, loadedStructures());
     m_Cancelled = std::make_shared<std::atomic<bool>>(false);
-    const auto outcome = std::make_shared<ReadOutcome>();
+    const auto outcome = std::make_shared<Result<ReadOutcome>>(ReadOutcome());
     m_Thread = QThread::create([this, job, outcome, cancelled = m_Cancelled] {
         int told = -1;
         *outcome = job->run([&](const std::string &name, double fraction) {
@@ -133,13 +142,12 @@ void Loader::startNext()
     m_Thread->start();
 }
 
-void Loader::readingEnded(const std::vector<fs::path> &asked, ReadOutcome &outcome)
+void Loader::readingEnded(const std::vector<fs::path> &asked, Result<ReadOutcome> &outcome)
 {
     // Pressed after the last byte: nothing has been made yet.
-    if (*m_Cancelled)
-        outcome.isCancelled = true;
+    const bool isCancelled = *m_Cancelled || !outcome;
     std::exchange(m_Thread, nullptr)->deleteLater();
-    LoadReport report = arrive(outcome);
+    LoadReport report = isCancelled ? cancelledReport() : arrive(outcome.value());
     report.asked = asked;
     emit finished(report);
     if (!isBusy())
@@ -154,9 +162,9 @@ LoadReport Loader::openNow(const fs::path &file)
 
 ReadOutcome Loader::readNow(const fs::path &file)
 {
-    return ReadJob({file}, loadedStructures()).run([](const std::string &, double) {
-        return true;
-    });
+    return ReadJob({file}, loadedStructures())
+        .run([](const std::string &, double) { return true; })
+        .value();
 }
 
 LoadReport Loader::arrive(ReadOutcome &outcome)
@@ -168,11 +176,6 @@ LoadReport Loader::arrive(ReadOutcome &outcome)
 LoadReport Loader::makeObjects(ReadOutcome &outcome)
 {
     LoadReport report;
-    report.isCancelled = outcome.isCancelled;
-    if (outcome.isCancelled) {
-        Logger::Write(tr("Opening was cancelled, nothing is loaded."));
-        return report;
-    }
     report.failures = std::move(outcome.failures);
     if (!outcome.files.empty()) {
         const DataAdder<Space> guard(nullptr, Space::instance());

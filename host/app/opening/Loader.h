@@ -76,7 +76,8 @@ signals:
 
 private:
     void startNext();
-    void readingEnded(const std::vector<std::filesystem::path> &asked, ReadOutcome &outcome);
+    void readingEnded(const std::vector<std::filesystem::path> &asked,
+                      Result<ReadOutcome> &outcome);
     [[nodiscard]] LoadReport arrive(ReadOutcome &outcome);
     void makeObjects(ReadFile &file, LoadReport &report);
 

@@ -34,24 +34,21 @@ ReadJob::ReadJob(std::vector<fs::path> files, const std::set<std::string> &loade
     m_Asked = m_Files.size();
 }
 
-ReadOutcome ReadJob::run(const Progress &progress)
+Result<ReadOutcome> ReadJob::run(const Progress &progress)
 {
     ReadOutcome outcome;
     // The list grows while it is worked on.
     for (m_Done = 0; m_Done < m_Files.size(); ++m_Done) {
         const fs::path file = m_Files[m_Done];
-        if (!read(file, outcome, progress)) {
-            ReadOutcome cancelled;
-            cancelled.isCancelled = true;
-            return cancelled;
-        }
+        if (const Result<void> done = read(file, outcome, progress); !done)
+            return done.error();
     }
     std::stable_partition(outcome.files.begin(), outcome.files.end(),
                           [](const ReadFile &file) { return !file.contents.structures.empty(); });
     return outcome;
 }
 
-bool ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &progress)
+Result<void> ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &progress)
 {
     const std::string name = file.filename().string();
     bool isCancelled = false;
@@ -60,22 +57,23 @@ bool ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Progress &p
         isCancelled = !progress(name, (double(m_Done) + part) / double(m_Files.size()));
         return !isCancelled;
     };
+    const Failure cancelled{FailureKind::Cancelled, {}};
     if (!report(0, 1))
-        return false;
+        return cancelled;
     Result<FileContents> contents = readFile(file, report);
     // A reader that ended before it asked again has still been cancelled.
     if (isCancelled)
-        return false;
+        return cancelled;
     if (!contents) {
         outcome.failures.push_back({file, contents.error()});
-        return true;
+        return {};
     }
     // A row may name a file that holds no structure; nobody asked to open that one.
     if (m_Done >= m_Asked && contents->structures.empty())
-        return true;
+        return {};
     outcome.files.push_back({file, std::move(contents).value()});
     addSiblings(outcome.files.back());
-    return true;
+    return {};
 }
 
 void ReadJob::addSiblings(const ReadFile &file)

@@ -30,8 +30,6 @@ struct ReadOutcome
     // Files with structures before all others, so that rows find the chains they name.
     std::vector<ReadFile> files;
     std::vector<FileFailure> failures;
-    // Then there are neither files nor failures.
-    bool isCancelled = false;
 };
 
 class ReadJob
@@ -44,10 +42,12 @@ public:
     ReadJob(std::vector<std::filesystem::path> files,
             const std::set<std::string> &loadedStructures);
 
-    [[nodiscard]] ReadOutcome run(const Progress &progress);
+    // Fails only when it is cancelled: a bad file does not keep the others from being read.
+    [[nodiscard]] Result<ReadOutcome> run(const Progress &progress);
 
 private:
-    bool read(const std::filesystem::path &file, ReadOutcome &outcome, const Progress &progress);
+    [[nodiscard]] Result<void> read(const std::filesystem::path &file, ReadOutcome &outcome,
+                                    const Progress &progress);
     void addSiblings(const ReadFile &file);
 
     std::vector<std::filesystem::path> m_Files;

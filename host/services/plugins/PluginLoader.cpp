@@ -91,6 +91,7 @@ void PluginLoader::open(PluginRecord &record, Functions &functions)
         return;
     }
     if (library == nullptr) {
+        // The system tells by text alone. Nothing else here looks into one.
         const QString error = lastError();
         const bool isUnresolved = error.contains(QStringLiteral("undefined symbol"));
         record.state = isUnresolved ? PluginState::UnresolvedSymbol : PluginState::Broken;

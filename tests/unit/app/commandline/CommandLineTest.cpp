@@ -13,49 +13,49 @@ using Files = std::vector<std::string>;
 
 TEST(CommandLine, NoWordsOpenAnEmptyWorkbench)
 {
-    const CommandLine line = parseCommandLine({});
+    const CommandLine line = parseCommandLine({}).value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_TRUE(line.files.empty());
 }
 
 TEST(CommandLine, FilesAreOpenedInTheirOrder)
 {
-    const CommandLine line = parseCommandLine({"b.ali", "a.pdb"});
+    const CommandLine line = parseCommandLine({"b.ali", "a.pdb"}).value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_EQ(line.files, (Files{"b.ali", "a.pdb"}));
 }
 
 TEST(CommandLine, InfoTakesTheFilesBehindIt)
 {
-    const CommandLine line = parseCommandLine({"info", "a.ali", "info"});
+    const CommandLine line = parseCommandLine({"info", "a.ali", "info"}).value();
     EXPECT_EQ(line.mode, Mode::Info);
     EXPECT_EQ(line.files, (Files{"a.ali", "info"}));
 }
 
 TEST(CommandLine, InfoBehindAFileIsAFile)
 {
-    const CommandLine line = parseCommandLine({"a.ali", "info"});
+    const CommandLine line = parseCommandLine({"a.ali", "info"}).value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_EQ(line.files, (Files{"a.ali", "info"}));
 }
 
 TEST(CommandLine, AfterTwoDashesEverythingIsAFile)
 {
-    const CommandLine line = parseCommandLine({"--", "info", "--help"});
+    const CommandLine line = parseCommandLine({"--", "info", "--help"}).value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_EQ(line.files, (Files{"info", "--help"}));
 }
 
 TEST(CommandLine, InfoWithoutAFileIsWrong)
 {
-    const CommandLine line = parseCommandLine({"info"});
-    EXPECT_EQ(line.mode, Mode::Wrong);
-    EXPECT_EQ(line.error, "info needs at least one file");
+    const auto line = parseCommandLine({"info"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "info needs at least one file");
 }
 
 TEST(CommandLine, PictureNamesTheImageFirst)
 {
-    const CommandLine line = parseCommandLine({"--picture", "out.png", "a.ali"});
+    const CommandLine line = parseCommandLine({"--picture", "out.png", "a.ali"}).value();
     EXPECT_EQ(line.mode, Mode::Picture);
     EXPECT_EQ(line.picture, "out.png");
     EXPECT_EQ(line.files, Files{"a.ali"});
@@ -63,27 +63,27 @@ TEST(CommandLine, PictureNamesTheImageFirst)
 
 TEST(CommandLine, PictureWithoutANameIsWrong)
 {
-    const CommandLine line = parseCommandLine({"--picture"});
-    EXPECT_EQ(line.mode, Mode::Wrong);
-    EXPECT_EQ(line.error, "--picture needs the name of the image to write");
+    const auto line = parseCommandLine({"--picture"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "--picture needs the name of the image to write");
 }
 
 TEST(CommandLine, PictureWithoutAFileIsWrong)
 {
-    const CommandLine line = parseCommandLine({"--picture", "out.png"});
-    EXPECT_EQ(line.mode, Mode::Wrong);
-    EXPECT_EQ(line.error, "--picture needs at least one file");
+    const auto line = parseCommandLine({"--picture", "out.png"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "--picture needs at least one file");
 }
 
 TEST(CommandLine, InfoMakesNoPicture)
 {
-    EXPECT_EQ(parseCommandLine({"info", "--picture", "out.png", "a.ali"}).mode, Mode::Wrong);
+    EXPECT_FALSE(parseCommandLine({"info", "--picture", "out.png", "a.ali"}));
 }
 
 TEST(CommandLine, PrintHasOptionsOfItsOwn)
 {
     const CommandLine line =
-        parseCommandLine({"print", "a.ali", "--style", "bw", "--output", "o.ps"});
+        parseCommandLine({"print", "a.ali", "--style", "bw", "--output", "o.ps"}).value();
     EXPECT_EQ(line.mode, Mode::Print);
     EXPECT_EQ(line.print.file, "a.ali");
     EXPECT_TRUE(line.files.empty());
@@ -91,48 +91,49 @@ TEST(CommandLine, PrintHasOptionsOfItsOwn)
 
 TEST(CommandLine, PrintBehindAFileIsAFile)
 {
-    const CommandLine line = parseCommandLine({"a.ali", "print"});
+    const CommandLine line = parseCommandLine({"a.ali", "print"}).value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_EQ(line.files, (Files{"a.ali", "print"}));
 }
 
 TEST(CommandLine, AWrongPrintSaysWhatIsWrong)
 {
-    const CommandLine line = parseCommandLine({"print", "a.ali", "--output", "o.ps"});
-    EXPECT_EQ(line.mode, Mode::Wrong);
-    EXPECT_EQ(line.error, "print needs --style fat, slim or bw");
+    const auto line = parseCommandLine({"print", "a.ali", "--output", "o.ps"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "print needs --style fat, slim or bw");
 }
 
 TEST(CommandLine, HelpIsGivenForPrintToo)
 {
-    EXPECT_EQ(parseCommandLine({"print", "--help"}).mode, Mode::Help);
+    EXPECT_EQ(parseCommandLine({"print", "--help"}).value().mode, Mode::Help);
 }
 
 TEST(CommandLine, AnUnknownOptionIsNamed)
 {
-    const CommandLine line = parseCommandLine({"--frobnicate", "a.ali"});
-    EXPECT_EQ(line.mode, Mode::Wrong);
-    EXPECT_EQ(line.error, "unknown option --frobnicate");
+    const auto line = parseCommandLine({"--frobnicate", "a.ali"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "unknown option --frobnicate");
 }
 
 TEST(CommandLine, AnEmptyFileNameIsWrong)
 {
-    EXPECT_EQ(parseCommandLine({""}).mode, Mode::Wrong);
+    EXPECT_FALSE(parseCommandLine({""}));
 }
 
 TEST(CommandLine, OptionsOfTheToolkitArePassedOver)
 {
     const CommandLine line =
-        parseCommandLine({"-platform", "offscreen", "--style", "fusion", "-reverse", "a.ali"});
+        parseCommandLine({"-platform", "offscreen", "--style", "fusion", "-reverse", "a.ali"})
+            .value();
     EXPECT_EQ(line.mode, Mode::Workbench);
     EXPECT_EQ(line.files, Files{"a.ali"});
 }
 
 TEST(CommandLine, HelpAndVersionNeedNothingElse)
 {
-    EXPECT_EQ(parseCommandLine({"--help"}).mode, Mode::Help);
-    EXPECT_EQ(parseCommandLine({"-h"}).mode, Mode::Help);
-    EXPECT_EQ(parseCommandLine({"--version"}).mode, Mode::Version);
+    EXPECT_EQ(parseCommandLine({"--help"}).value().mode, Mode::Help);
+    EXPECT_EQ(parseCommandLine({"-h"}).value().mode, Mode::Help);
+    EXPECT_EQ(parseCommandLine({"--version"}).value().mode, Mode::Version);
 }
 
 } // namespace CommandLineTest

@@ -18,9 +18,9 @@ protected:
     static ReadOutcome read(const std::vector<std::string> &files,
                             const std::set<std::string> &loaded = {})
     {
-        return ReadJob({files.begin(), files.end()}, loaded).run([](const std::string &, double) {
-            return true;
-        });
+        return ReadJob({files.begin(), files.end()}, loaded)
+            .run([](const std::string &, double) { return true; })
+            .value();
     }
     static Texts namesOf(const ReadOutcome &outcome)
     {
@@ -105,14 +105,12 @@ TEST_F(ReadJobTest, CancellingLeavesNothing)
     const std::string rows = put("x.ali", pirNaming({}));
     const std::string other = put("other.fasta", ">a\nACD\n");
     int calls = 0;
-    const ReadOutcome outcome =
-        ReadJob({rows, other}, {}).run([&](const std::string &name, double) {
-            ++calls;
-            return name != "other.fasta";
-        });
-    EXPECT_TRUE(outcome.isCancelled);
-    EXPECT_TRUE(outcome.files.empty());
-    EXPECT_TRUE(outcome.failures.empty());
+    const auto outcome = ReadJob({rows, other}, {}).run([&](const std::string &name, double) {
+        ++calls;
+        return name != "other.fasta";
+    });
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().kind, FailureKind::Cancelled);
     EXPECT_GE(calls, 2);
 }
 
@@ -121,11 +119,12 @@ TEST_F(ReadJobTest, ProgressGrowsFromFileToFile)
     const std::string a = put("a.fasta", ">a\nACD\n");
     const std::string b = put("b.fasta", ">a\nACD\n");
     std::vector<double> fractions;
-    const ReadOutcome outcome = ReadJob({a, b}, {}).run([&](const std::string &, double fraction) {
+    const auto outcome = ReadJob({a, b}, {}).run([&](const std::string &, double fraction) {
         fractions.push_back(fraction);
         return true;
     });
-    EXPECT_EQ(outcome.files.size(), 2U);
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome.value().files.size(), 2U);
     EXPECT_TRUE(std::ranges::is_sorted(fractions));
     EXPECT_GE(fractions.front(), 0.0);
     EXPECT_LE(fractions.back(), 1.0);
