@@ -35,6 +35,22 @@ using Texts = std::vector<std::string>;
 class SavedPlacesTest : public RecordedFixture
 {
 protected:
+    // The file that saving asks for; none is chosen.
+    QString suggestedFor(Compound &object)
+    {
+        QString suggested;
+        answering<ExportDialog>([&](ExportDialog &dialog) {
+            answering<QFileDialog>([&](QFileDialog &files) {
+                suggested = files.directory().absoluteFilePath(
+                    control<QLineEdit>(files, "fileNameEdit").text());
+                files.reject();
+            });
+            control<QPushButton>(dialog, "Write").click();
+            dialog.reject();
+        });
+        EXPECT_FALSE(saveObject(m_Places, object, nullptr));
+        return suggested;
+    }
     // As it comes out of the file.
     Alignment &opened(const QString &file, FileFormat format, bool isWhole = true)
     {
@@ -136,18 +152,7 @@ TEST_F(SavedPlacesTest, ARenamedAlignmentAsksForAFileOfTheNewName)
     Alignment &family = opened("family.ali", FileFormat::Pir);
     renameObject(family, "relatives");
     EXPECT_EQ(unsaved(), QStringList("relatives: name -> "));
-    QString suggested;
-    answering<ExportDialog>([&](ExportDialog &dialog) {
-        answering<QFileDialog>([&](QFileDialog &files) {
-            suggested = files.directory().absoluteFilePath(
-                control<QLineEdit>(files, "fileNameEdit").text());
-            files.reject();
-        });
-        control<QPushButton>(dialog, "Write").click();
-        dialog.reject();
-    });
-    EXPECT_FALSE(saveObject(m_Places, family, nullptr));
-    EXPECT_EQ(suggested, m_Folder.filePath("relatives.ali"));
+    EXPECT_EQ(suggestedFor(family), m_Folder.filePath("relatives.ali"));
     EXPECT_EQ(unsaved(), QStringList("relatives: name -> ")) << "no file was chosen";
 }
 
@@ -178,18 +183,7 @@ TEST_F(SavedPlacesTest, AStructureIsSavedBesideItsFileInItsFormat)
 {
     Structure &known = structure("1abc", "A", "ACD");
     m_Sources.set(known, m_Folder.filePath("1abc.cif.gz").toStdString());
-    QString suggested;
-    answering<ExportDialog>([&](ExportDialog &dialog) {
-        answering<QFileDialog>([&](QFileDialog &files) {
-            suggested = files.directory().absoluteFilePath(
-                control<QLineEdit>(files, "fileNameEdit").text());
-            files.reject();
-        });
-        control<QPushButton>(dialog, "Write").click();
-        dialog.reject();
-    });
-    EXPECT_FALSE(saveObject(m_Places, known, nullptr));
-    EXPECT_EQ(suggested, m_Folder.filePath("1abc.cif"));
+    EXPECT_EQ(suggestedFor(known), m_Folder.filePath("1abc.cif"));
 }
 
 TEST_F(SavedPlacesTest, WhatIsNewAsksForAFile)
