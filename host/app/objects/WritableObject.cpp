@@ -93,8 +93,9 @@ std::vector<FileFormat> WritableObject::formats() const
     }
     // Those that change letters are for few, and come last.
     if (!isStructure)
-        std::ranges::stable_partition(
-            formats, [](FileFormat format) { return holds(format, Content::SmallLetters); });
+        std::stable_partition(formats.begin(), formats.end(), [](FileFormat format) {
+            return holds(format, Content::SmallLetters);
+        });
     return formats;
 }
 
