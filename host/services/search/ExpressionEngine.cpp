@@ -92,8 +92,11 @@ ExpressionEngine::ExpressionEngine(const QString &expression)
       m_Compiled(std::make_unique<Form>(expression, 0U))
 {
     if (!m_Compiled->code)
-        m_Error = QCoreApplication::translate("ExpressionEngine", "%1 at position %2")
-                      .arg(messageOf(m_Compiled->error), QString::number(m_Compiled->errorPlace));
+        m_Validity =
+            Failure{FailureKind::BadInput,
+                    QCoreApplication::translate("ExpressionEngine", "%1 at position %2")
+                        .arg(messageOf(m_Compiled->error), QString::number(m_Compiled->errorPlace))
+                        .toStdString()};
     else if (!m_Compiled->compile())
         m_Compiled.reset();
 }

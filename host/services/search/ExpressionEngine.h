@@ -3,6 +3,8 @@
 // interrupted, and interpreted, which can. In the syntax of the toolkit, whose engine it is.
 #pragma once
 
+#include "Result.h"
+
 #include <QString>
 
 #include <atomic>
@@ -21,8 +23,8 @@ public:
     ExpressionEngine(const ExpressionEngine &) = delete;
     ExpressionEngine &operator=(const ExpressionEngine &) = delete;
 
-    // Empty when it is a regular expression; otherwise it must not be looked for.
-    [[nodiscard]] const QString &error() const noexcept { return m_Error; }
+    // Whether it is a regular expression; otherwise it must not be looked for.
+    [[nodiscard]] const Result<void> &validity() const noexcept { return m_Validity; }
     // False for an expression that refers to the place where the search began, or that has a say in
     // where it goes on. Such a search has to have all places at once.
     [[nodiscard]] bool canBeSliced() const noexcept { return m_CanBeSliced; }
@@ -44,7 +46,7 @@ private:
     [[nodiscard]] Answer find(Form &form, const QString &text, std::size_t first, std::size_t last);
 
     QString m_Expression;
-    QString m_Error;
+    Result<void> m_Validity;
     bool m_CanBeSliced;
     std::unique_ptr<Form> m_Compiled;
     // Made when it is first needed.

@@ -24,9 +24,9 @@ RowMatcher::RowMatcher(const QString &pattern, RowSearch::Language language)
         m_Expression = std::make_unique<TextPattern>(pattern);
 }
 
-QString RowMatcher::mistake() const
+Result<void> RowMatcher::validity() const
 {
-    return m_Expression ? m_Expression->error() : QString();
+    return m_Expression ? m_Expression->validity() : Result<void>();
 }
 
 RowSearch::Row RowMatcher::find(const std::string &row, const std::atomic<bool> &isCancelled)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CellPattern.h"
+#include "Result.h"
 #include "RowSearch.h"
 #include "TextPattern.h"
 
@@ -17,8 +18,8 @@ class RowMatcher
 public:
     RowMatcher(const QString &pattern, RowSearch::Language language);
 
-    // What is wrong with the pattern; then it must not be looked for.
-    [[nodiscard]] QString mistake() const;
+    // Whether the pattern can be understood; otherwise it must not be looked for.
+    [[nodiscard]] Result<void> validity() const;
     // In one thread at a time. What a cancelled search has found is of no use.
     [[nodiscard]] RowSearch::Row find(const std::string &row, const std::atomic<bool> &isCancelled);
 

@@ -77,8 +77,9 @@ SearchRun::~SearchRun()
 std::optional<RowSearch::Found> SearchRun::run()
 {
     RowSearch::Found found;
-    found.mistake = m_Matcher->mistake();
-    if (!found.mistake.isEmpty()) {
+    if (const Result<void> valid = m_Matcher->validity(); !valid) {
+        // The kit tells of it by text.
+        found.mistake = QString::fromStdString(valid.error().message());
         found.rows.resize(m_Alignment.height());
         return found;
     }

@@ -31,9 +31,7 @@ std::optional<std::string> plainText(const QString &text)
 
 TextPattern::TextPattern(const QString &text)
     : m_Plain(plainText(text)), m_Engine(std::make_unique<ExpressionEngine>(text)), m_Slice(kFirst)
-{
-    m_Error = m_Engine->error();
-}
+{ }
 
 TextPattern::~TextPattern() = default;
 
@@ -51,7 +49,7 @@ TextPattern::Outcome TextPattern::forEachMatch(const std::string &row, const Vis
         findPlain(row, visit);
         return {};
     }
-    if (!m_Error.isEmpty())
+    if (!validity())
         return {};
     const QString text = QString::fromLatin1(row.data(), qsizetype(row.size()));
     // A match may begin behind the last column, where it is empty.

@@ -39,9 +39,9 @@ public:
     TextPattern(const TextPattern &) = delete;
     TextPattern &operator=(const TextPattern &) = delete;
 
-    // What is wrong with the text, and where; empty when it is a regular expression. One that is
-    // none matches nothing.
-    [[nodiscard]] const QString &error() const noexcept { return m_Error; }
+    // Whether the text is a regular expression; the failure says what is wrong with it, and where.
+    // One that is none matches nothing.
+    [[nodiscard]] const Result<void> &validity() const noexcept { return m_Engine->validity(); }
 
     // Calls visit(begin, length) for each match, of which none overlaps the one before. In one
     // thread at a time; the flag may be set by any.
@@ -54,7 +54,6 @@ private:
     [[nodiscard]] ExpressionEngine::Answer findInTime(const QString &text, std::size_t first,
                                                       std::size_t last);
 
-    QString m_Error;
     // The text when no character of it has a meaning of its own.
     std::optional<std::string> m_Plain;
     std::unique_ptr<ExpressionEngine> m_Engine;

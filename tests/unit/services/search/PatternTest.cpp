@@ -2,6 +2,7 @@
 // The two languages in which sub-sequences are searched for, on texts alone.
 #include "CellPattern.h"
 #include "TextPattern.h"
+#include "support/Outcome.h"
 
 #include <QRegularExpression>
 
@@ -206,11 +207,11 @@ TEST(TextPattern, AnEmptyMatchEndsTheSearchOfTheRow)
 
 TEST(TextPattern, AMistakeIsNamedWithItsPosition)
 {
-    EXPECT_EQ(TextPattern("A[").error().right(14), " at position 2");
-    EXPECT_FALSE(TextPattern("A(").error().isEmpty());
+    EXPECT_TRUE(complaintOf(TextPattern("A[").validity()).ends_with(" at position 2"));
+    EXPECT_FALSE(TextPattern("A(").validity());
     EXPECT_EQ(hits("A(", "AAA"), Hits());
     for (const char *pattern : {"A", "A.", "[AC]D", "}", "]", "A-C"})
-        EXPECT_EQ(TextPattern(pattern).error(), "") << pattern;
+        EXPECT_EQ(complaintOf(TextPattern(pattern).validity()), "") << pattern;
 }
 
 TEST(TextPattern, LettersBeyondAsciiAreCompared)
@@ -260,7 +261,7 @@ TEST(TextPattern, FindsWhatTheToolkitFinds)
                                     "(*LIMIT_MATCH=900)(?:A|C)+D"};
     for (const char *text : patterns) {
         TextPattern pattern(text);
-        ASSERT_EQ(pattern.error(), "") << text;
+        ASSERT_EQ(complaintOf(pattern.validity()), "") << text;
         for (const std::size_t columns : {0, 1, 5, 63, 64, 65, 700, 3000}) {
             const std::string row = manyColumns(columns, "AACCD-");
             EXPECT_EQ(hits(pattern, row), toolkitHits(text, row)) << text << " in " << columns;
