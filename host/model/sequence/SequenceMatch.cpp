@@ -71,7 +71,17 @@ private:
     }
     [[nodiscard]] std::vector<MatchRun> sharedWords() const;
     void append(std::size_t first, std::size_t second, std::size_t count);
-    void align(Window window);
+    // The best way through a window: affine gaps, of which those at the ends of either sequence
+    // cost nothing.
+    struct Paths
+    {
+        // Per cell two bits for the state from which each of the three states came.
+        std::vector<std::uint8_t> origins;
+        State last = State::Pair;
+    };
+    void align(const Window &window);
+    [[nodiscard]] Paths findPaths(const Window &window) const;
+    void follow(const Window &window, const Paths &paths);
 
     std::string m_First;
     std::string m_Second;
@@ -142,17 +152,21 @@ std::vector<MatchRun> Matcher::sharedWords() const
     return series;
 }
 
-// Affine gaps; those at the ends of either sequence cost nothing.
-void Matcher::align(Window window)
+void Matcher::align(const Window &window)
 {
     const std::size_t rows = window.firstEnd - window.firstBegin;
     const std::size_t columns = window.secondEnd - window.secondBegin;
-    if (rows == 0 || columns == 0 || (rows + 1) > kMostCells / (columns + 1))
-        return;
+    if (rows > 0 && columns > 0 && (rows + 1) <= kMostCells / (columns + 1))
+        follow(window, findPaths(window));
+}
+
+Matcher::Paths Matcher::findPaths(const Window &window) const
+{
+    const std::size_t rows = window.firstEnd - window.firstBegin;
+    const std::size_t columns = window.secondEnd - window.secondBegin;
     const bool isAtBegin = window.firstBegin == 0 && window.secondBegin == 0;
     const bool isAtEnd = window.firstEnd == m_First.size() && window.secondEnd == m_Second.size();
 
-    // Per cell two bits for the state from which each of the three states came.
     std::vector<std::uint8_t> origins((rows + 1) * (columns + 1), 0);
     using Scores = std::array<int, 3>;
     std::vector<Scores> above(columns + 1);
@@ -202,13 +216,19 @@ void Matcher::align(Window window)
         }
         std::swap(above, current);
     }
+    return {std::move(origins), State(best(above[columns]))};
+}
 
+// From the end of the window to its begin.
+void Matcher::follow(const Window &window, const Paths &paths)
+{
+    const std::size_t columns = window.secondEnd - window.secondBegin;
     std::vector<MatchRun> pairs;
-    std::size_t i = rows;
+    std::size_t i = window.firstEnd - window.firstBegin;
     std::size_t j = columns;
-    auto state = State(best(above[columns]));
+    State state = paths.last;
     while (i > 0 || j > 0) {
-        const std::uint8_t origin = origins[i * (columns + 1) + j];
+        const std::uint8_t origin = paths.origins[i * (columns + 1) + j];
         const auto from = State((origin >> (2 * unsigned(state))) & 3U);
         if (state != State::GapInFirst)
             --i;
