@@ -86,7 +86,7 @@ std::vector<UnsavedObject> History::unsavedObjects() const
             unsaved.push_back({object, parts});
     }
     std::vector<const Alignment *> followed;
-    for (const Alignment *const alignment : ObjectSpace::get().alignments()) {
+    for (const Alignment *const alignment : ObjectSpace::get().referrers<Alignment>()) {
         if (m_Saved.find(*alignment) ||
             std::ranges::find(unsaved, alignment, &UnsavedObject::object) != unsaved.end())
             followed.push_back(alignment);

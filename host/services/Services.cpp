@@ -5,6 +5,7 @@
 #include "ConfigStore.h"
 #include "Hooks.h"
 #include "LogBook.h"
+#include "SelectionColor.h"
 
 #include <QColor>
 #include <QObject>

@@ -2,7 +2,6 @@
 #include "ObjectCommands.h"
 
 #include "Alignment.h"
-#include "CompoundState.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
 #include "DataPoint.h"
@@ -14,6 +13,7 @@
 #include "PropertiesDialog.h"
 #include "SavedPlaces.h"
 #include "Space.h"
+#include "StoredObject.h"
 #include "WritableObject.h"
 
 #include <QColorDialog>

@@ -2,7 +2,7 @@
 #include "ObjectSources.h"
 
 #include "Compound.h"
-#include "CompoundState.h"
+#include "StoredObject.h"
 
 namespace TAMBO::app {
 

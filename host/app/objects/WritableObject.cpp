@@ -8,7 +8,6 @@
 #include "Peptide.h"
 #include "RecordMaker.h"
 #include "Structure.h"
-#include "StructureRecordMaker.h"
 
 #include <QFile>
 

@@ -105,7 +105,7 @@ bool mayGetModel(const Peptide &sequence)
 std::vector<Peptide *> sequencesOfRows(const std::string &name)
 {
     std::vector<Peptide *> sequences;
-    for (const Alignment *alignment : ObjectSpace::get().alignments()) {
+    for (const Alignment *alignment : ObjectSpace::get().referrers<Alignment>()) {
         const AlignmentTable &table = alignment->table();
         for (std::size_t row = 0; row < table.rowCount(); ++row) {
             Peptide &sequence = table.row(row).sequence();

@@ -4,7 +4,6 @@
 #include "AlignerCommand.h"
 #include "AlignerRun.h"
 #include "Alignment.h"
-#include "AlignmentTable.h"
 #include "Config.h"
 #include "DataPoint.h"
 #include "FailureBoxes.h"
@@ -12,6 +11,7 @@
 #include "ObjectFacts.h"
 #include "ObjectSpace.h"
 #include "RealignedRows.h"
+#include "TableChanges.h"
 
 #include <QEventLoop>
 #include <QLabel>
@@ -114,7 +114,7 @@ Result<void> RealignCommand::realign(Alignment &alignment) const
 
     const DataPoint<Alignment> guard(nullptr, &alignment);
     if (guard.m_good &&
-        guard->table().replaceColumns(range, columns.value().rows, columns.value().count))
+        replaceColumns(guard->table(), range, columns.value().rows, columns.value().count))
         guard->range({range.first, range.first + columns.value().count});
     return {};
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentAnnotation.h"
 
+#include "TextBytes.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -67,7 +69,7 @@ std::size_t bytesOf(const std::vector<Annotation> &annotations) noexcept
 {
     std::size_t sum = annotations.capacity() * sizeof(Annotation);
     for (const Annotation &annotation : annotations)
-        sum += annotation.tag.capacity() + annotation.text.capacity();
+        sum += textBytes(annotation.tag) + textBytes(annotation.text);
     return sum;
 }
 

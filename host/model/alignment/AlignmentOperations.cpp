@@ -7,6 +7,7 @@
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
 #include "ObjectSpace.h"
+#include "TableChanges.h"
 
 #include <algorithm>
 #include <numeric>
@@ -158,7 +159,7 @@ void Alignment::remove(const Range &range)
         return;
     const ChangeScope scope;
     const unsigned long count = range.second - range.first;
-    m_Table->clearColumnTexts("remove columns", range.first, count);
+    clearColumnTexts(*m_Table, "remove columns", range.first, count);
     perform(RemoveColumnsEdit(*m_Table, "remove columns", range.first, count));
 }
 

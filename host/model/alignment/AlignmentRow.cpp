@@ -2,10 +2,21 @@
 #include "AlignmentRow.h"
 
 #include "AlignmentAnnotation.h"
+#include "TextBytes.h"
 
 #include <utility>
 
 namespace TAMBO {
+
+namespace {
+
+std::size_t bytesOf(const StructureLink &link) noexcept
+{
+    return textBytes(link.structure) + textBytes(link.chain) + textBytes(link.first) +
+           textBytes(link.last) + textBytes(link.lastChain);
+}
+
+} // namespace
 
 AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
                            std::uint32_t firstResidue)
@@ -130,8 +141,8 @@ std::size_t AlignmentRow::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + m_Cells.bytes() + m_Segments.capacity() * sizeof(Segment);
     if (m_Label != nullptr)
-        sum += sizeof(RowLabel) + m_Label->name.size() + m_Label->description.size() +
-               m_Label->chainBreaks.capacity() * sizeof(ChainBreak) +
+        sum += sizeof(RowLabel) + textBytes(m_Label->name) + textBytes(m_Label->description) +
+               bytesOf(m_Label->link) + m_Label->chainBreaks.capacity() * sizeof(ChainBreak) +
                bytesOf(m_Label->annotations) + bytesOf(m_Label->residueAnnotations);
     return sum;
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentTable.h"
 
-#include "AlignmentEdits.h"
-#include "CarriedColumns.h"
 #include "ChangeScope.h"
 #include "FileName.h"
 #include "Revisions.h"
+#include "StoredObject.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <limits>
@@ -23,11 +23,26 @@ constexpr Column kBehindAll = std::numeric_limits<Column>::max();
 constexpr std::size_t kManyRows = 16;
 
 // The only kind of alignment there is; the interface leaves making one to the workbench.
-class StoredAlignment final : public Alignment
+class StoredAlignment final : public Alignment, public StoredObject
 {
 public:
     explicit StoredAlignment(std::unique_ptr<AlignmentTable> table)
         : Alignment(std::move(table)) { }
+
+    [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    [[nodiscard]] CompoundState *ownState() noexcept override { return &table().state(); }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override
+    {
+        return &table().state();
+    }
+    [[nodiscard]] std::size_t bytes() const noexcept override { return table().bytes(); }
+    // The editor offers an alignment's name for its files, as it is.
+    [[nodiscard]] std::string allowedName(const std::string &wanted) const override
+    {
+        return fileNameOf(wanted);
+    }
+    [[nodiscard]] bool showsAdded() const noexcept override { return true; }
+    [[nodiscard]] bool refersToOthers() const noexcept override { return true; }
 };
 
 // Where the bounds of the current range go when columns give way to others.
@@ -157,103 +172,14 @@ bool AlignmentTable::hasRoomFor(Column columns) const
 
 std::size_t AlignmentTable::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) +
+    std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) + textBytes(m_State.name) +
                       m_Rows.capacity() * sizeof(m_Rows[0]) + m_Letters.bytes() +
-                      m_Profiles.bytes();
+                      m_Profiles.bytes() + m_SelectedColumns.bytes();
     if (m_Annotation != nullptr)
         sum += m_Annotation->bytes();
     for (const auto &row : m_Rows)
         sum += row->bytes();
     return sum;
-}
-
-// ---- Recorded changes
-
-void AlignmentTable::removeRowsOf(const Peptide &sequence)
-{
-    std::vector<std::size_t> indices;
-    for (std::size_t i = 0; i < m_Rows.size(); ++i) {
-        if (&m_Rows[i]->sequence() == &sequence)
-            indices.push_back(i);
-    }
-    if (indices.empty())
-        return;
-    const ChangeScope scope;
-    RemoveRowsEdit edit(*this, "remove row", std::move(indices), width());
-    recordInverse(edit.apply());
-}
-
-bool AlignmentTable::replaceColumns(const Range &range, const std::vector<OccupancyRow> &rows,
-                                    Column count)
-{
-    if (!mayChange(*m_Alignment))
-        return false;
-    bool fits = range.first < range.second && range.second <= width() &&
-                rows.size() == m_Rows.size() && count <= kMostColumns - width();
-    for (std::size_t i = 0; fits && i < rows.size(); ++i) {
-        const OccupancyRow &cells = m_Rows[i]->cells();
-        fits = rows[i].end() <= count &&
-               rows[i].residues() == cells.rank(range.second) - cells.rank(range.first);
-    }
-    if (!fits) {
-        writeLog("The columns to be put into " + m_State.name + " do not fit its sequences.",
-                 LogSeverity::Error);
-        return false;
-    }
-    const Column oldCount = range.second - range.first;
-    BitBuffer bits;
-    bits.reserve(rows.size() * count);
-    bool isSame = count == oldCount;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const auto words = rows[i].columns(0, count);
-        isSame = isSame && words == m_Rows[i]->cells().columns(range.first, oldCount);
-        bits.append(words, count);
-    }
-    if (isSame)
-        return true;
-    const ChangeScope scope;
-    std::vector<std::string> texts;
-    if (m_Annotation != nullptr) {
-        texts = carriedTexts(range, rows, count);
-        clearColumnTexts("realign", range.first, oldCount);
-    }
-    ReplaceColumnsEdit edit(*this, "realign", {range.first, oldCount, count}, std::move(bits));
-    recordInverse(edit.apply());
-    if (m_Annotation != nullptr)
-        recordTexts("realign", range.first, std::move(texts));
-    return true;
-}
-
-std::vector<std::string> AlignmentTable::carriedTexts(const Range &range,
-                                                      const std::vector<OccupancyRow> &rows,
-                                                      Column count) const
-{
-    const auto carried = carriedColumns(m_Rows, range, rows, count);
-    const auto former = m_Annotation->texts(range.first, range.second - range.first);
-    std::vector<std::string> texts(former.size(),
-                                   std::string(count, AlignmentAnnotation::kNothing));
-    for (Column column = 0; column < count; ++column) {
-        for (std::size_t line = 0; carried[column] && line < texts.size(); ++line)
-            texts[line][column] = former[line][*carried[column]];
-    }
-    return texts;
-}
-
-void AlignmentTable::clearColumnTexts(const char *kind, Column begin, Column count)
-{
-    if (m_Annotation != nullptr)
-        recordTexts(kind, begin,
-                    std::vector<std::string>(m_Annotation->texts(begin, 0).size(),
-                                             std::string(count, AlignmentAnnotation::kNothing)));
-}
-
-void AlignmentTable::recordTexts(const char *kind, Column begin, std::vector<std::string> texts)
-{
-    if (texts.empty() || texts == m_Annotation->texts(begin, texts.front().size()))
-        return;
-    const Column count = texts.front().size();
-    ColumnTextEdit edit(*this, kind, begin, count, std::move(texts));
-    recordInverse(edit.apply());
 }
 
 // ---- Plain changes

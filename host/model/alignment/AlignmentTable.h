@@ -20,8 +20,6 @@
 
 namespace TAMBO {
 
-class AlignmentEdit;
-
 class AlignmentTable
 {
 public:
@@ -73,20 +71,8 @@ public:
     {
         m_Annotation = std::move(annotation);
     }
-    // On the heap, the sequences not counted.
+    // What it occupies with its alignment, the sequences not counted.
     [[nodiscard]] std::size_t bytes() const noexcept;
-
-    // ---- Recorded changes that plug-ins have no need of
-
-    // For a sequence that is being destroyed: also done to a locked alignment. The rows come back
-    // at their places on undo.
-    void removeRowsOf(const Peptide &sequence);
-    // The columns of the range give way to columns in which each row holds the same residues,
-    // placed anew. False, with a line in the log, when a row would not, or when the alignment is
-    // locked.
-    bool replaceColumns(const Range &range, const std::vector<OccupancyRow> &rows, Column count);
-    // What the annotation says of the columns is about to lose them. Inside a ChangeScope.
-    void clearColumnTexts(const char *kind, Column begin, Column count);
 
     // ---- The edits' plain changes, without recording. Indices are in bounds.
 
@@ -118,10 +104,6 @@ private:
 
     AlignmentTable(const std::string &name, Rows rows);
 
-    // What the annotation says of columns that replace the range.
-    [[nodiscard]] std::vector<std::string>
-    carriedTexts(const Range &range, const std::vector<OccupancyRow> &rows, Column count) const;
-    void recordTexts(const char *kind, Column begin, std::vector<std::string> texts);
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;

@@ -20,15 +20,15 @@ std::uint64_t mixed(std::uint64_t row, std::uint64_t ordinal) noexcept
 
 } // namespace
 
-std::vector<std::optional<Column>> carriedColumns(const AlignmentTable::Rows &rows,
+std::vector<std::optional<Column>> carriedColumns(const AlignmentTable &table,
                                                   const AlignmentTable::Range &range,
                                                   const std::vector<OccupancyRow> &cells,
                                                   Column count)
 {
     std::vector<std::uint64_t> before(range.second - range.first);
     std::vector<std::uint64_t> after(count);
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const OccupancyRow &former = rows[row]->cells();
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        const OccupancyRow &former = table.row(row).cells();
         const std::uint32_t first = former.rank(range.first);
         for (std::uint32_t i = 0; i < cells[row].residues(); ++i) {
             before[former.columnOf(first + i) - range.first] += mixed(row, i);

@@ -11,9 +11,10 @@
 namespace TAMBO {
 
 // For each of count new columns the old one, counted from the range's first, that held the very
-// same residues. cells has a row for each of rows, with as many residues as that has in the range.
+// same residues. cells has a row for each of the table's, with as many residues as that has in the
+// range.
 [[nodiscard]] std::vector<std::optional<AlignmentTable::Column>>
-carriedColumns(const AlignmentTable::Rows &rows, const AlignmentTable::Range &range,
+carriedColumns(const AlignmentTable &table, const AlignmentTable::Range &range,
                const std::vector<OccupancyRow> &cells, AlignmentTable::Column count);
 
 } // namespace TAMBO

@@ -25,6 +25,8 @@ public:
     // The cells in [begin, end) have changed.
     void forget(Column begin, Column end) noexcept;
     void clear() noexcept { m_Blocks.clear(); }
+    // On the heap.
+    [[nodiscard]] std::size_t bytes() const noexcept { return m_Blocks.capacity() * sizeof(Block); }
 
 private:
     struct Block

@@ -99,12 +99,6 @@ void refuse(const std::string &reason)
         modelHooks().denied(reason);
 }
 
-void writeLog(const std::string &message, LogSeverity severity)
-{
-    if (modelHooks().log)
-        modelHooks().log(message, severity);
-}
-
 void writeLogOnce(const std::string &message, LogSeverity severity)
 {
     ChangeSession::get().writeLogOnce(message, severity);

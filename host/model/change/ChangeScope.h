@@ -80,9 +80,7 @@ void releaseLater(std::unique_ptr<Edit> edit);
 // the hook for the user.
 void refuse(const std::string &reason);
 
-// To the log hook.
-void writeLog(const std::string &message, LogSeverity severity = LogSeverity::Info);
-// At most once until the outermost scope ends, for operations called once per residue.
+// To the log, at most once until the outermost scope ends, for operations called once per residue.
 void writeLogOnce(const std::string &message, LogSeverity severity = LogSeverity::Info);
 
 } // namespace TAMBO

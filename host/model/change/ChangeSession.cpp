@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ChangeSession.h"
 
-#include "ChangeScope.h"
-#include "ObjectsEdit.h"
 #include "SubscriberList.h"
 
 #include <exception>
@@ -64,12 +62,8 @@ void ChangeSession::record(std::unique_ptr<Edit> inverse)
 {
     if (inverse == nullptr)
         return;
-    if (!m_Step.inverses.empty()) {
-        auto *const last = dynamic_cast<ObjectsEdit *>(m_Step.inverses.back().get());
-        const auto *const next = dynamic_cast<const ObjectsEdit *>(inverse.get());
-        if (last != nullptr && next != nullptr && last->absorb(*next))
-            return;
-    }
+    if (!m_Step.inverses.empty() && m_Step.inverses.back()->absorb(*inverse))
+        return;
     m_Step.inverses.push_back(std::move(inverse));
 }
 

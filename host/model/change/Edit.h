@@ -26,6 +26,8 @@ public:
     // Carries the same change out once more, though objects may have arrived since it was taken
     // back.
     [[nodiscard]] virtual std::unique_ptr<Edit> repeat() { return apply(); }
+    // Takes over the change recorded next, if one edit can stand for both; false when not.
+    [[nodiscard]] virtual bool absorb(const Edit &) { return false; }
     // What it occupies, itself included.
     [[nodiscard]] virtual std::size_t bytes() const = 0;
     // The kind of the edit as the user reads it: "move gap".

@@ -10,4 +10,10 @@ ModelHooks &modelHooks() noexcept
     return *hooks;
 }
 
+void writeLog(const std::string &message, LogSeverity severity)
+{
+    if (modelHooks().log)
+        modelHooks().log(message, severity);
+}
+
 } // namespace TAMBO

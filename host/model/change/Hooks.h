@@ -2,8 +2,6 @@
 // What the model asks of the program around it. Every hook may be left empty.
 #pragma once
 
-#include "Color.h"
-
 #include <functional>
 #include <string>
 
@@ -29,7 +27,7 @@ struct ModelHooks
 
 [[nodiscard]] ModelHooks &modelHooks() noexcept;
 
-// What selectedColor() mixes in. Bright yellow unless set.
-void setSelectionColor(Color color) noexcept;
+// To the log hook.
+void writeLog(const std::string &message, LogSeverity severity = LogSeverity::Info);
 
 } // namespace TAMBO

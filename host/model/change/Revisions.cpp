@@ -41,4 +41,11 @@ void growColorRevision() noexcept
     ++s_Color;
 }
 
+void growAllRevisions() noexcept
+{
+    growSelectionRevision();
+    growNumberingRevision();
+    growColorRevision();
+}
+
 } // namespace TAMBO

@@ -17,5 +17,6 @@ namespace TAMBO {
 void growSelectionRevision() noexcept;
 void growNumberingRevision() noexcept;
 void growColorRevision() noexcept;
+void growAllRevisions() noexcept;
 
 } // namespace TAMBO

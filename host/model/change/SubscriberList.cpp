@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SubscriberList.h"
 
-#include "ChangeScope.h"
-#include "ChangeSession.h"
+#include "Hooks.h"
 #include "Subscriber.h"
 
 #include <algorithm>
@@ -57,19 +56,3 @@ void SubscriberList::notify(Publisher::ActionType action, const Subscriber *orig
 }
 
 } // namespace TAMBO
-
-bool Publisher::isPublishing() noexcept
-{
-    return TAMBO::SubscriberList::get().isPublishing();
-}
-
-Subscriber::Subscriber()
-{
-    TAMBO::SubscriberList::get().add(this);
-}
-
-Subscriber::~Subscriber()
-{
-    TAMBO::SubscriberList::get().remove(this);
-    TAMBO::ChangeSession::get().forget(this);
-}

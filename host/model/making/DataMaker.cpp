@@ -2,13 +2,13 @@
 #include "DataMaker.h"
 
 #include "Alignment.h"
-#include "AlignmentTable.h"
 #include "ChangeScope.h"
 #include "Element.h"
 #include "ObjectSpace.h"
 #include "ObjectsEdit.h"
 #include "Peptide.h"
 #include "Structure.h"
+#include "TableChanges.h"
 
 #include <algorithm>
 #include <utility>
@@ -36,7 +36,8 @@ bool detachSequences(const std::vector<Peptide *> &peptides, const Compound &obj
     if (peptides.empty())
         return true;
     const ObjectSpace &space = ObjectSpace::get();
-    const std::vector<Alignment *> &alignments = space.alignments();
+    const std::vector<Alignment *> alignments = space.referrers<Alignment>();
+    const std::vector<Peptide *> tied = space.referrers<Peptide>();
     for (const Alignment *const alignment : alignments) {
         const auto isRow = [&](Peptide *peptide) { return alignment->table().holds(*peptide); };
         if (alignment->IsLocked() && std::ranges::any_of(peptides, isRow)) {
@@ -49,10 +50,10 @@ bool detachSequences(const std::vector<Peptide *> &peptides, const Compound &obj
         for (Alignment *const alignment : alignments) {
             if (!alignment->table().holds(*peptide))
                 continue;
-            alignment->table().removeRowsOf(*peptide);
+            removeRowsOf(alignment->table(), *peptide);
             publishAtEnd(Publisher::Update);
         }
-        for (Peptide *const sequence : space.tiedSequences())
+        for (Peptide *const sequence : tied)
             sequence->untieFrom(*peptide);
     }
     return true;

@@ -9,11 +9,14 @@
 namespace TAMBO {
 
 class Alignment;
+class Structure;
 
 // What the file that a row came from said of it is kept; a row whose residues have coordinates says
 // which ones it holds now.
 [[nodiscard]] AlignmentRecord makeRecord(const Alignment &alignment);
 // One row of it, for writers that go row by row.
 [[nodiscard]] RowRecord makeRowRecord(const Alignment &alignment, std::size_t row);
+// An element that is not in one piece becomes several.
+[[nodiscard]] StructureRecord makeRecord(const Structure &structure);
 
 } // namespace TAMBO

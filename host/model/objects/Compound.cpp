@@ -2,10 +2,8 @@
 #include "Compound.h"
 
 #include "ChangeScope.h"
-#include "Peptide.h"
 #include "SelectionColor.h"
 #include "Space.h"
-#include "Structure.h"
 
 namespace TAMBO {
 
@@ -50,42 +48,6 @@ void Compound::ShowMenu()
     const auto showMenu = modelHooks().showMenu;
     if (showMenu)
         showMenu(*this);
-}
-
-namespace {
-
-void appendIfProtein(Compound *object, std::vector<Compound *> &out)
-{
-    const Peptide *const peptide = Peptide::from(object);
-    if (peptide != nullptr && peptide->residueCount() > 0)
-        out.push_back(object);
-}
-
-// Residues and atoms are never descended into for peptides, nor are alignments, whose rows borrow
-// their sequences.
-bool mayHoldPeptides(const Compound *object)
-{
-    return dynamic_cast<const Space *>(object) != nullptr ||
-           dynamic_cast<const Structure *>(object) != nullptr;
-}
-
-} // namespace
-
-void GetPeptides(Compound *root, std::vector<Compound *> &out, bool recursive)
-{
-    if (root == nullptr)
-        return;
-    if (recursive)
-        appendIfProtein(root, out);
-    if (!mayHoldPeptides(root))
-        return;
-    const std::size_t count = root->ChildCount();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (recursive)
-            GetPeptides(root->Child(i), out, true);
-        else
-            appendIfProtein(root->Child(i), out);
-    }
 }
 
 } // namespace TAMBO

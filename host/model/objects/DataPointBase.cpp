@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DataPointBase.h"
 
-#include "Alignment.h"
 #include "ChangeScope.h"
 #include "ChangeSession.h"
+#include "StoredObject.h"
 
 #include <exception>
 
@@ -20,6 +20,12 @@ bool mayBegin() noexcept
         return false;
     }
     return false;
+}
+
+bool showsAdded(const TAMBO::Compound *object) noexcept
+{
+    const TAMBO::StoredObject *const stored = TAMBO::StoredObject::from(object);
+    return stored != nullptr && stored->showsAdded();
 }
 
 // Never throws: a guard that cannot tell refuses.
@@ -57,8 +63,7 @@ DataPointBase::DataPointBase(Subscriber *originator, Publisher::ActionType actio
     TAMBO::ChangeSession &session = TAMBO::ChangeSession::get();
     session.open();
     session.noteGuard(m_Action, m_Originator);
-    // What is added inside an alignment changes what its windows show.
-    if (m_Action == Publisher::Add && dynamic_cast<const TAMBO::Alignment *>(object) != nullptr)
+    if (m_Action == Publisher::Add && showsAdded(object))
         session.noteGuard(Publisher::Update, m_Originator);
 }
 

@@ -2,23 +2,18 @@
 // An object that owns others which can be added and taken out: Space, a structure, a peptide.
 #pragma once
 
-#include "EditParts.h"
+#include "StoredObject.h"
 
 #include <cstddef>
 #include <memory>
 
 namespace TAMBO {
 
-class Compound;
-
-class ObjectContainer
+class ObjectContainer : public StoredObject
 {
 public:
-    virtual ~ObjectContainer();
-    ObjectContainer(const ObjectContainer &) = delete;
-    ObjectContainer &operator=(const ObjectContainer &) = delete;
+    ~ObjectContainer() override;
 
-    [[nodiscard]] virtual Compound &asCompound() noexcept = 0;
     [[nodiscard]] virtual std::size_t objectCount() const noexcept = 0;
     // Null beyond the last.
     [[nodiscard]] virtual Compound *object(std::size_t index) const noexcept = 0;
@@ -26,7 +21,11 @@ public:
     virtual void insertObject(std::size_t index, std::unique_ptr<Compound> object) = 0;
     [[nodiscard]] virtual std::unique_ptr<Compound> takeObject(std::size_t index) = 0;
 
+    // What all that it owns occupies.
+    [[nodiscard]] std::size_t bytesOfObjects() const noexcept;
+
     // Appends an object as a recorded change. Of one in Space, part says whether it is new work.
+    // Stands beside the edit that is recorded.
     Compound &add(std::unique_ptr<Compound> object, EditPart part = EditPart::Whole);
 
 protected:

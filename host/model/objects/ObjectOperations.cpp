@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectOperations.h"
 
-#include "Alignment.h"
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
-#include "FileName.h"
-#include "Hooks.h"
 #include "Revisions.h"
+#include "StoredObject.h"
 
 #include <utility>
 
@@ -71,14 +69,10 @@ bool renameObject(Compound &object, const std::string &wanted)
     CompoundState *const state = stateOf(object);
     if (state == nullptr || !mayChange(object))
         return false;
-    // The editor offers an alignment's name for its files, as it is.
-    const bool isAlignment = dynamic_cast<const Alignment *>(&object) != nullptr;
-    const std::string name = isAlignment ? fileNameOf(wanted) : wanted;
+    const std::string name = StoredObject::from(&object)->allowedName(wanted);
     if (name != wanted)
-        writeLog("\"" + wanted +
-                     "\" cannot be the name of a file, which an alignment's name is "
-                     "offered as; it is called \"" +
-                     name + "\".",
+        writeLog("\"" + wanted + "\" cannot be the name of a file, which an " + object.TypeName() +
+                     "'s name is offered as; it is called \"" + name + "\".",
                  LogSeverity::Warning);
     if (state->name == name)
         return true;

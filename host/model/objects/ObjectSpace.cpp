@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectSpace.h"
 
-#include "Alignment.h"
 #include "ChangeScope.h"
 #include "ObjectOperations.h"
-#include "Peptide.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,8 +38,7 @@ void ObjectSpace::reset()
         const std::unique_ptr<Compound> last(m_Objects.back());
         m_Objects.pop_back();
     }
-    m_Alignments.clear();
-    m_Tied.clear();
+    m_Referrers.clear();
     m_State.isLocked = false;
     m_State.isSelected = false;
     m_State.color.reset();
@@ -130,24 +127,28 @@ Compound *ObjectSpace::object(std::size_t index) const noexcept
 
 void ObjectSpace::insertObject(std::size_t index, std::unique_ptr<Compound> object)
 {
-    if (object == nullptr)
+    StoredObject *const stored = StoredObject::from(object.get());
+    if (stored == nullptr)
         return;
-    if (CompoundState *const state = stateOf(*object))
-        state->parent = this;
+    stored->setParent(this);
     const auto place = m_Objects.begin() + std::ptrdiff_t(std::min(index, m_Objects.size()));
     m_Objects.insert(place, object.get());
-    if (auto *const alignment = dynamic_cast<Alignment *>(object.get()))
-        m_Alignments.push_back(alignment);
-    else if (Peptide *const peptide = Peptide::from(object.get()); peptide && peptide->wasTied())
-        m_Tied.push_back(peptide);
+    if (stored->refersToOthers())
+        m_Referrers.push_back(stored);
     static_cast<void>(object.release());
 }
 
-void ObjectSpace::noteTies(Peptide &sequence)
+void ObjectSpace::noteReferences(StoredObject &object)
 {
-    const bool isListed = std::ranges::find(m_Tied, &sequence) != m_Tied.end();
-    if (sequence.Parent() == this && sequence.wasTied() && !isListed)
-        m_Tied.push_back(&sequence);
+    const bool isListed = std::ranges::find(m_Referrers, &object) != m_Referrers.end();
+    if (object.asCompound().Parent() == this && object.refersToOthers() && !isListed)
+        m_Referrers.push_back(&object);
+}
+
+std::size_t ObjectSpace::bytes() const noexcept
+{
+    return sizeof(*this) + m_Objects.capacity() * sizeof(m_Objects[0]) +
+           m_Referrers.capacity() * sizeof(m_Referrers[0]) + bytesOfObjects();
 }
 
 std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
@@ -156,10 +157,9 @@ std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
         return nullptr;
     std::unique_ptr<Compound> taken(m_Objects[index]);
     m_Objects.erase(m_Objects.begin() + std::ptrdiff_t(index));
-    if (CompoundState *const state = stateOf(*taken))
-        state->parent = nullptr;
-    std::erase(m_Alignments, taken.get());
-    std::erase(m_Tied, taken.get());
+    StoredObject *const stored = StoredObject::from(taken.get());
+    stored->setParent(nullptr);
+    std::erase(m_Referrers, stored);
     return taken;
 }
 

@@ -11,9 +11,6 @@
 
 namespace TAMBO {
 
-class Alignment;
-class Peptide;
-
 class ObjectSpace final : public Space, public ObjectContainer
 {
 public:
@@ -48,23 +45,29 @@ public:
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
 
-    [[nodiscard]] CompoundState &state() noexcept { return m_State; }
+    [[nodiscard]] CompoundState *ownState() noexcept override { return &m_State; }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override { return &m_State; }
+    [[nodiscard]] std::size_t bytes() const noexcept override;
+    [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 
-    // Of the top-level objects, those that refer to sequences standing elsewhere. In no order.
-    [[nodiscard]] const std::vector<Alignment *> &alignments() const noexcept
+    // The top-level objects of a kind that refer to sequences standing elsewhere. In no order.
+    template <typename T> [[nodiscard]] std::vector<T *> referrers() const
     {
-        return m_Alignments;
+        std::vector<T *> found;
+        for (StoredObject *const referrer : m_Referrers) {
+            if (auto *const object = dynamic_cast<T *>(referrer))
+                found.push_back(object);
+        }
+        return found;
     }
-    [[nodiscard]] const std::vector<Peptide *> &tiedSequences() const noexcept { return m_Tied; }
-    // The ties of a sequence, here or elsewhere, are others now.
-    void noteTies(Peptide &sequence);
+    // An object, here or elsewhere, refers to others since now.
+    void noteReferences(StoredObject &object);
 
 private:
     CompoundState m_State;
     // Owned; plain pointers because the interface hands out iterators over them.
     std::vector<Compound *> m_Objects;
-    std::vector<Alignment *> m_Alignments;
-    std::vector<Peptide *> m_Tied;
+    std::vector<StoredObject *> m_Referrers;
 };
 
 } // namespace TAMBO

@@ -3,8 +3,6 @@
 
 #include "ChangeScope.h"
 #include "Compound.h"
-#include "Element.h"
-#include "Footprint.h"
 #include "ObjectContainer.h"
 #include "Space.h"
 
@@ -41,18 +39,28 @@ ObjectsEdit::ObjectsEdit(ObjectsEdit &applied)
 
 ObjectsEdit::~ObjectsEdit() = default;
 
-bool ObjectsEdit::absorb(const ObjectsEdit &next)
+Compound &ObjectContainer::add(std::unique_ptr<Compound> object, EditPart part)
 {
-    const bool bothTakeOut = m_Owned.empty() && next.m_Owned.empty();
-    if (!bothTakeOut || &m_Container != &next.m_Container ||
-        m_Index + m_Members.size() != next.m_Index || std::string_view(m_Kind) != next.m_Kind ||
-        m_Part != next.m_Part)
+    const ChangeScope scope;
+    Compound &added = *object;
+    const std::size_t index = objectCount();
+    insertObject(index, std::move(object));
+    recordInverse(std::make_unique<ObjectsEdit>(*this, index, "add", part));
+    return added;
+}
+
+bool ObjectsEdit::absorb(const Edit &edit)
+{
+    const auto *const next = dynamic_cast<const ObjectsEdit *>(&edit);
+    if (next == nullptr || !m_Owned.empty() || !next->m_Owned.empty() ||
+        &m_Container != &next->m_Container || m_Index + m_Members.size() != next->m_Index ||
+        std::string_view(m_Kind) != next->m_Kind || m_Part != next->m_Part)
         return false;
     const Compound &last = *m_Members.back();
-    const Compound &following = *next.m_Members.front();
+    const Compound &following = *next->m_Members.front();
     if (typeid(last) != typeid(following))
         return false;
-    m_Members.insert(m_Members.end(), next.m_Members.begin(), next.m_Members.end());
+    m_Members.insert(m_Members.end(), next->m_Members.begin(), next->m_Members.end());
     return true;
 }
 
@@ -79,7 +87,7 @@ std::size_t ObjectsEdit::bytes() const
     std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(void *) +
                         m_Owned.capacity() * sizeof(m_Owned[0]);
     for (const std::unique_ptr<Compound> &object : m_Owned)
-        bytes += footprint(*object);
+        bytes += StoredObject::from(object.get())->bytes();
     return bytes;
 }
 
@@ -95,9 +103,7 @@ void ObjectsEdit::appendSubjects(std::vector<const Compound *> &out) const
 
 EditPart ObjectsEdit::part() const
 {
-    if (dynamic_cast<const Element *>(m_Members.front()) != nullptr)
-        return EditPart::Elements;
-    return isTop() ? m_Part : EditPart::Members;
+    return isTop() ? m_Part : StoredObject::from(m_Members.front())->partOfParent();
 }
 
 void ObjectsEdit::appendHolders(std::vector<const Compound *> &out) const

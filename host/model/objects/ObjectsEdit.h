@@ -23,7 +23,7 @@ public:
     ~ObjectsEdit() override;
 
     // Takes the next edit over when both take out objects of one kind that stand side by side.
-    [[nodiscard]] bool absorb(const ObjectsEdit &next);
+    [[nodiscard]] bool absorb(const Edit &next) override;
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SelectionColor.h"
 
-#include "Hooks.h"
 #include "Revisions.h"
 
 namespace TAMBO {

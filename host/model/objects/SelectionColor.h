@@ -10,5 +10,7 @@ namespace TAMBO {
 // selection colour, or for a colour that is dark itself a light tint of the selection colour's
 // opposite, with a little of the own colour in it, and always opaque.
 [[nodiscard]] Color selectedColor(Color color) noexcept;
+// What selectedColor() mixes in. Bright yellow unless set.
+void setSelectionColor(Color color) noexcept;
 
 } // namespace TAMBO

@@ -2,8 +2,8 @@
 #include "Atom.h"
 
 #include "ObjectOperations.h"
-#include "Peptide.h"
-#include "ResidueGroup.h"
+#include "ResidueOwner.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <string_view>
@@ -42,14 +42,14 @@ void Atom::fill(AtomRecord &&record)
                    [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; });
 }
 
-void Atom::fill(AtomRecord &&record, Peptide &chain, std::size_t residue)
+void Atom::fill(AtomRecord &&record, ResidueOwner &chain, std::size_t residue)
 {
     fill(std::move(record));
     m_Chain = &chain;
     m_Residue = static_cast<std::uint32_t>(residue);
 }
 
-void Atom::fill(AtomRecord &&record, ResidueGroup &group)
+void Atom::fill(AtomRecord &&record, Group &group)
 {
     fill(std::move(record));
     m_Group = &group;
@@ -115,6 +115,11 @@ void Atom::SetSelected(bool selected)
 bool Atom::IsSelected() const
 {
     return m_IsSelected;
+}
+
+std::size_t Atom::bytes() const noexcept
+{
+    return textBytes(m_Name);
 }
 
 } // namespace TAMBO

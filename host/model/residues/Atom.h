@@ -11,9 +11,8 @@
 
 namespace TAMBO {
 
-class Peptide;
 class PositionEdit;
-class ResidueGroup;
+class ResidueOwner;
 
 class Atom final : public Compound
 {
@@ -21,8 +20,8 @@ public:
     Atom() = default;
     ~Atom() override;
     // Atoms stand in arrays, so they are made first and filled then.
-    void fill(AtomRecord &&record, Peptide &chain, std::size_t residue);
-    void fill(AtomRecord &&record, ResidueGroup &group);
+    void fill(AtomRecord &&record, ResidueOwner &chain, std::size_t residue);
+    void fill(AtomRecord &&record, Group &group);
 
     std::string Name() const override;
     char TypeCode() const override;
@@ -42,6 +41,8 @@ public:
 
     [[nodiscard]] const Vertex &place() const noexcept { return m_Position; }
     [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
+    // On the heap.
+    [[nodiscard]] std::size_t bytes() const noexcept;
 
 private:
     friend class PositionEdit;
@@ -52,8 +53,8 @@ private:
     std::array<char, 4> m_Element{};
     Vertex m_Position;
     // One of the two is set.
-    Peptide *m_Chain = nullptr;
-    ResidueGroup *m_Group = nullptr;
+    ResidueOwner *m_Chain = nullptr;
+    Group *m_Group = nullptr;
     std::uint32_t m_Residue = 0;
     bool m_IsSelected = false;
     std::optional<Color> m_Color;

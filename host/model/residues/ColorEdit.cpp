@@ -1,13 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ColorEdit.h"
 
-#include "Peptide.h"
+#include "ResidueOwner.h"
 #include "Revisions.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace TAMBO {
+
+void ColorSlot::store(std::size_t index, std::optional<Color> color, std::size_t count)
+{
+    if (colors == nullptr) {
+        if (!color)
+            return;
+        colors = std::make_unique<ResidueColors>(count);
+    }
+    colors->set(index, color);
+    if (colors->colored() == 0)
+        colors.reset();
+}
+
+ColorEdit::ColorEdit(ResidueOwner &owner, ColorSlot &slot)
+    : m_Owner(owner), m_Slot(slot), m_Count(owner.residueCount())
+{ }
 
 ColorEdit::~ColorEdit() = default;
 
@@ -29,7 +45,7 @@ void ColorEdit::note(std::size_t first, std::size_t count, std::optional<Color> 
     }
     m_Runs.push_back(
         {static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count), before});
-    if (!prefersRuns(m_Runs.size(), m_Peptide.residueCount()))
+    if (!prefersRuns(m_Runs.size(), m_Count))
         takeAll();
 }
 
@@ -41,14 +57,14 @@ void ColorEdit::noteAll(std::unique_ptr<ResidueColors> before)
 
 void ColorEdit::takeAll()
 {
-    keepAll(m_Peptide.m_Colors ? std::make_unique<ResidueColors>(*m_Peptide.m_Colors) : nullptr);
+    keepAll(m_Slot.colors ? std::make_unique<ResidueColors>(*m_Slot.colors) : nullptr);
 }
 
 // The colours without what the runs tell of.
 void ColorEdit::keepAll(std::unique_ptr<ResidueColors> colors)
 {
     if (colors == nullptr && !m_Runs.empty())
-        colors = std::make_unique<ResidueColors>(m_Peptide.residueCount());
+        colors = std::make_unique<ResidueColors>(m_Count);
     for (auto run = m_Runs.rbegin(); run != m_Runs.rend(); ++run) {
         for (std::uint32_t i = 0; i < run->count; ++i)
             colors->set(run->first + i, run->color);
@@ -62,14 +78,14 @@ void ColorEdit::keepAll(std::unique_ptr<ResidueColors> colors)
 
 void ColorEdit::close() noexcept
 {
-    m_Peptide.m_OpenColors = nullptr;
+    m_Slot.open = nullptr;
     m_Runs.shrink_to_fit();
 }
 
 std::unique_ptr<Edit> ColorEdit::apply()
 {
-    auto inverse = std::make_unique<ColorEdit>(m_Peptide);
-    std::unique_ptr<ResidueColors> &colors = m_Peptide.m_Colors;
+    auto inverse = std::make_unique<ColorEdit>(m_Owner, m_Slot);
+    std::unique_ptr<ResidueColors> &colors = m_Slot.colors;
     if (m_HasAll) {
         inverse->m_HasAll = true;
         inverse->m_All = std::exchange(colors, std::move(m_All));
@@ -78,7 +94,7 @@ std::unique_ptr<Edit> ColorEdit::apply()
             for (std::uint32_t i = 0; i < run->count; ++i) {
                 const std::size_t index = run->first + i;
                 inverse->note(index, 1, colors ? colors->at(index) : std::nullopt);
-                m_Peptide.storeColor(index, run->color);
+                m_Slot.store(index, run->color, m_Count);
             }
         }
         inverse->m_Runs.shrink_to_fit();
@@ -94,7 +110,7 @@ std::size_t ColorEdit::bytes() const
 
 Compound *ColorEdit::subject() const
 {
-    return &m_Peptide;
+    return &m_Owner;
 }
 
 } // namespace TAMBO

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The earlier colours of the residues of a peptide that a step has coloured.
+// The earlier colours of the residues of a sequence that a step has coloured.
 #pragma once
 
 #include "ChangeSession.h"
@@ -12,9 +12,22 @@
 
 namespace TAMBO {
 
-class Peptide;
+class ColorEdit;
+class ResidueOwner;
 
-// Keeps runs of residues that had the same colour, or all colours of the peptide when that takes
+// Where a sequence keeps its residues' colours.
+struct ColorSlot
+{
+    // Null: all by type.
+    std::unique_ptr<ResidueColors> colors;
+    // Of the step under way, which owns it; null when there is none.
+    ColorEdit *open = nullptr;
+
+    // Of one of count residues.
+    void store(std::size_t index, std::optional<Color> color, std::size_t count);
+};
+
+// Keeps runs of residues that had the same colour, or all colours of the sequence when that takes
 // less, so that a pass over many residues costs a byte a residue at most.
 class ColorEdit final : public GrowingEdit
 {
@@ -22,7 +35,8 @@ public:
     // Whether so many runs take less than the colours of all residues.
     [[nodiscard]] static bool prefersRuns(std::size_t runs, std::size_t residues) noexcept;
 
-    explicit ColorEdit(Peptide &peptide) : m_Peptide(peptide) { }
+    // The slot is the owner's.
+    ColorEdit(ResidueOwner &owner, ColorSlot &slot);
     ~ColorEdit() override;
 
     // Before residues that have one colour get others.
@@ -47,7 +61,10 @@ private:
 
     void takeAll();
     void keepAll(std::unique_ptr<ResidueColors> colors);
-    Peptide &m_Peptide;
+
+    ResidueOwner &m_Owner;
+    ColorSlot &m_Slot;
+    std::size_t m_Count;
     std::vector<Run> m_Runs;
     bool m_HasAll = false;
     // Null with m_HasAll: all by type.

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Element.h"
 
-#include "Peptide.h"
+#include "ResidueOwner.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <string_view>
@@ -57,15 +58,20 @@ std::string Element::TypeName() const
 
 Residue *Element::residue(std::size_t index) const
 {
-    Peptide *const peptide = Peptide::from(Parent());
-    if (peptide == nullptr)
+    const auto *const owner = dynamic_cast<const ResidueOwner *>(Parent());
+    if (owner == nullptr)
         return nullptr;
     for (const Run &run : m_Runs) {
         if (index < run.last - run.first)
-            return peptide->residue(run.first + index);
+            return owner->residue(run.first + index);
         index -= run.last - run.first;
     }
     return nullptr;
+}
+
+std::size_t Element::bytes() const noexcept
+{
+    return sizeof(*this) + textBytes(state().name) + m_Runs.capacity() * sizeof(Run);
 }
 
 } // namespace TAMBO

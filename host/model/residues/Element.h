@@ -3,15 +3,14 @@
 #pragma once
 
 #include "NamedCompound.h"
+#include "StoredObject.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace TAMBO {
 
-class Peptide;
-
-class Element final : public NamedCompound
+class Element final : public NamedCompound, public StoredObject
 {
 public:
     // The indices of the residues in their peptide, in any order.
@@ -30,6 +29,12 @@ public:
     // The letter as it was given.
     char TypeCode() const override;
     std::string TypeName() const override;
+
+    [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    [[nodiscard]] std::size_t bytes() const noexcept override;
+    [[nodiscard]] EditPart partOfParent() const noexcept override { return EditPart::Elements; }
 
 private:
     // Residues [first, last).

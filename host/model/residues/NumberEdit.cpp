@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "NumberEdit.h"
 
-#include "Peptide.h"
+#include "ResidueOwner.h"
 #include "Revisions.h"
 
 #include <utility>
@@ -9,51 +9,47 @@
 
 namespace TAMBO {
 
-NumberEdit::NumberEdit(Peptide &peptide)
-    : m_Peptide(peptide),
-      m_Numbers(peptide.m_Numbers ? std::make_unique<ResidueNumbers>(*peptide.m_Numbers) : nullptr)
+NumberEdit::NumberEdit(ResidueOwner &owner, NumberSlot &slot)
+    : m_Owner(owner), m_Slot(slot), m_Numbers(slot.numbers)
 { }
 
 NumberEdit::~NumberEdit() = default;
 
 void NumberEdit::close() noexcept
 {
-    m_Peptide.m_OpenNumbers = nullptr;
+    m_Slot.open = nullptr;
 }
 
 std::unique_ptr<Edit> NumberEdit::apply()
 {
-    auto inverse = std::make_unique<NumberEdit>(m_Peptide);
-    m_Peptide.m_Numbers = std::move(m_Numbers);
+    auto inverse = std::make_unique<NumberEdit>(m_Owner, m_Slot);
+    m_Slot.numbers = std::move(m_Numbers);
     growNumberingRevision();
     return inverse;
 }
 
 std::unique_ptr<Edit> NumberEdit::repeat()
 {
-    const ResidueNumbers standard;
-    const ResidueNumbers &now = m_Peptide.m_Numbers ? *m_Peptide.m_Numbers : standard;
-    const ResidueNumbers &wanted = m_Numbers ? *m_Numbers : standard;
     std::vector<std::pair<std::size_t, SequenceNumber>> elsewhere;
-    for (std::size_t i = 0; i < m_Peptide.residueCount(); ++i) {
-        const SequenceNumber number = wanted.at(i);
-        if (m_Peptide.resolve(i).peptide != &m_Peptide && !(number == now.at(i)))
+    for (std::size_t i = 0; i < m_Owner.residueCount(); ++i) {
+        const SequenceNumber number = m_Numbers.at(i);
+        if (&m_Owner.dataOwner(i) != &m_Owner && !(number == m_Slot.numbers.at(i)))
             elsewhere.emplace_back(i, number);
     }
     std::unique_ptr<Edit> inverse = apply();
     for (const auto &[index, number] : elsewhere)
-        m_Peptide.setNumber(index, number);
+        m_Owner.setNumber(index, number);
     return inverse;
 }
 
 std::size_t NumberEdit::bytes() const
 {
-    return sizeof(*this) + (m_Numbers ? m_Numbers->bytes() : 0);
+    return sizeof(*this) - sizeof(m_Numbers) + m_Numbers.bytes();
 }
 
 Compound *NumberEdit::subject() const
 {
-    return &m_Peptide;
+    return &m_Owner;
 }
 
 } // namespace TAMBO

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The residue numbers of a peptide before a step, which are few runs whatever was renumbered.
+// The residue numbers of a sequence before a step, which are few runs whatever was renumbered.
 #pragma once
 
 #include "ChangeSession.h"
@@ -9,13 +9,22 @@
 
 namespace TAMBO {
 
-class Peptide;
+class NumberEdit;
+class ResidueOwner;
+
+// Where a sequence keeps its numbers.
+struct NumberSlot
+{
+    ResidueNumbers numbers;
+    // Of the step under way, which owns it; null when there is none.
+    NumberEdit *open = nullptr;
+};
 
 class NumberEdit final : public GrowingEdit
 {
 public:
-    // Keeps the numbers as they are now.
-    explicit NumberEdit(Peptide &peptide);
+    // Keeps the numbers as they are now. The slot is the owner's.
+    NumberEdit(ResidueOwner &owner, NumberSlot &slot);
     ~NumberEdit() override;
 
     void close() noexcept override;
@@ -28,8 +37,9 @@ public:
     Compound *subject() const override;
 
 private:
-    Peptide &m_Peptide;
-    std::unique_ptr<ResidueNumbers> m_Numbers;
+    ResidueOwner &m_Owner;
+    NumberSlot &m_Slot;
+    ResidueNumbers m_Numbers;
 };
 
 } // namespace TAMBO

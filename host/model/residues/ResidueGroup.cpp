@@ -4,8 +4,8 @@
 #include "Atom.h"
 #include "ChangeScope.h"
 #include "ObjectOperations.h"
-#include "Peptide.h"
 #include "Revisions.h"
+#include "TextBytes.h"
 
 #include <utility>
 
@@ -90,7 +90,7 @@ std::string ResidueGroup::TypeName() const
 
 Compound *ResidueGroup::Parent() const
 {
-    return m_Chain;
+    return m_Parent;
 }
 
 std::size_t ResidueGroup::ChildCount() const
@@ -133,7 +133,7 @@ bool ResidueGroup::IsSelected() const
     return m_IsSelected;
 }
 
-void ResidueGroup::appendAtoms(std::vector<Compound *> &out) const
+void ResidueGroup::collectAtoms(std::vector<Compound *> &out, bool) const
 {
     for (std::size_t i = 0; i < m_AtomCount; ++i)
         out.push_back(&m_Atoms[i]);
@@ -141,7 +141,10 @@ void ResidueGroup::appendAtoms(std::vector<Compound *> &out) const
 
 std::size_t ResidueGroup::bytes() const noexcept
 {
-    return sizeof(*this) + m_AtomCount * sizeof(Atom);
+    std::size_t sum = sizeof(*this) + textBytes(m_TypeName) + m_AtomCount * sizeof(Atom);
+    for (std::size_t i = 0; i < m_AtomCount; ++i)
+        sum += m_Atoms[i].bytes();
+    return sum;
 }
 
 } // namespace TAMBO

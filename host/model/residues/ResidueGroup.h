@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Compound.h"
-#include "CompoundState.h"
 #include "Records.h"
+#include "StoredObject.h"
 
 #include <memory>
 #include <optional>
@@ -12,9 +12,8 @@
 namespace TAMBO {
 
 class Atom;
-class Peptide;
 
-class ResidueGroup final : public Group
+class ResidueGroup final : public Group, public StoredObject
 {
 public:
     explicit ResidueGroup(ResidueRecord &&record);
@@ -38,9 +37,14 @@ public:
     bool IsSelected() const override;
 
     [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
-    void setParent(Peptide *chain) noexcept { m_Chain = chain; }
-    void appendAtoms(std::vector<Compound *> &out) const;
-    [[nodiscard]] std::size_t bytes() const noexcept;
+
+    [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    // Its name says what it is.
+    [[nodiscard]] CompoundState *ownState() noexcept override { return nullptr; }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override { return nullptr; }
+    void setParent(Compound *parent) noexcept override { m_Parent = parent; }
+    [[nodiscard]] std::size_t bytes() const noexcept override;
+    void collectAtoms(std::vector<Compound *> &out, bool isAsked) const override;
 
 private:
     friend class GroupNumberEdit;
@@ -49,7 +53,7 @@ private:
     char m_Letter;
     bool m_IsSelected = false;
     SequenceNumber m_Number;
-    Peptide *m_Chain = nullptr;
+    Compound *m_Parent = nullptr;
     std::optional<Color> m_Color;
     std::size_t m_AtomCount;
     std::unique_ptr<Atom[]> m_Atoms;

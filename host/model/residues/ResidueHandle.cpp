@@ -4,7 +4,7 @@
 #include "Atom.h"
 #include "ChangeScope.h"
 #include "Element.h"
-#include "Peptide.h"
+#include "ResidueOwner.h"
 
 namespace TAMBO {
 
@@ -17,73 +17,73 @@ std::string ResidueHandle::Name() const
 
 char ResidueHandle::TypeCode() const
 {
-    return m_Peptide->letter(m_Index);
+    return m_Owner->letter(m_Index);
 }
 
 std::string ResidueHandle::TypeName() const
 {
-    return m_Peptide->typeName(m_Index);
+    return m_Owner->typeName(m_Index);
 }
 
 Compound *ResidueHandle::Parent() const
 {
-    return m_Peptide;
+    return m_Owner;
 }
 
 std::size_t ResidueHandle::ChildCount() const
 {
-    return m_Peptide->atomCount(m_Index);
+    return m_Owner->atomCount(m_Index);
 }
 
 Compound *ResidueHandle::Child(std::size_t index) const
 {
-    return m_Peptide->atom(m_Index, index);
+    return m_Owner->atom(m_Index, index);
 }
 
 bool ResidueHandle::IsLocked() const
 {
-    const Peptide *const owner = m_Peptide->resolve(m_Index).peptide;
-    return owner != m_Peptide && lockOn(*owner) != nullptr;
+    const Compound &data = m_Owner->dataOwner(m_Index);
+    return &data != m_Owner && lockOn(data) != nullptr;
 }
 
 Vertex ResidueHandle::Position() const
 {
-    return m_Peptide->position(m_Index);
+    return m_Owner->position(m_Index);
 }
 
 Color ResidueHandle::OwnColor() const
 {
-    return m_Peptide->ownColor(m_Index);
+    return m_Owner->ownColor(m_Index);
 }
 
 void ResidueHandle::AssignColor(const Color &color)
 {
-    m_Peptide->setColor(m_Index, color);
+    m_Owner->setColor(m_Index, color);
 }
 
 void ResidueHandle::SetSelected(bool selected)
 {
-    m_Peptide->setSelected(m_Index, selected);
+    m_Owner->setSelected(m_Index, selected);
 }
 
 bool ResidueHandle::IsSelected() const
 {
-    return m_Peptide->isSelected(m_Index);
+    return m_Owner->isSelected(m_Index);
 }
 
 SequenceNumber ResidueHandle::GetSeqId() const
 {
-    return m_Peptide->number(m_Index);
+    return m_Owner->number(m_Index);
 }
 
 void ResidueHandle::SetSeqId(const SequenceNumber &number)
 {
-    m_Peptide->setNumber(m_Index, number);
+    m_Owner->setNumber(m_Index, number);
 }
 
 Compound *ResidueHandle::GetSSE() const
 {
-    return m_Peptide->elementAt(m_Index);
+    return m_Owner->elementAt(m_Index);
 }
 
 } // namespace TAMBO

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A residue as plug-ins see it: one place of a peptide's arrays.
+// A residue as plug-ins see it: one place of a sequence's arrays.
 #pragma once
 
 #include "Compound.h"
@@ -8,19 +8,19 @@
 
 namespace TAMBO {
 
-class Peptide;
+class ResidueOwner;
 
 class ResidueHandle final : public Residue
 {
 public:
     ResidueHandle() = default;
     ~ResidueHandle() override;
-    void fill(Peptide &peptide, std::uint32_t index) noexcept
+    void fill(ResidueOwner &owner, std::uint32_t index) noexcept
     {
-        m_Peptide = &peptide;
+        m_Owner = &owner;
         m_Index = index;
     }
-    [[nodiscard]] Peptide &peptide() const noexcept { return *m_Peptide; }
+    [[nodiscard]] ResidueOwner &owner() const noexcept { return *m_Owner; }
     [[nodiscard]] std::size_t index() const noexcept { return m_Index; }
 
     // "ALA 12".
@@ -42,7 +42,7 @@ public:
     Compound *GetSSE() const override;
 
 private:
-    Peptide *m_Peptide = nullptr;
+    ResidueOwner *m_Owner = nullptr;
     std::uint32_t m_Index = 0;
 };
 

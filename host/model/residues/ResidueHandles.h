@@ -1,34 +1,39 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The residue handles of one peptide, made in blocks when first asked for and never moved.
+// The residue handles of one sequence, made in blocks when first asked for and never moved.
 #pragma once
 
-#include "ResidueHandle.h"
-
+#include <cstddef>
 #include <memory>
-#include <vector>
 
 namespace TAMBO {
+
+class ResidueHandle;
+class ResidueOwner;
 
 class ResidueHandles
 {
 public:
-    explicit ResidueHandles(std::size_t count) : m_Blocks((count + kBlock - 1) / kBlock) { }
+    explicit ResidueHandles(ResidueOwner &owner) noexcept;
+    ~ResidueHandles();
+    ResidueHandles(const ResidueHandles &) = delete;
+    ResidueHandles &operator=(const ResidueHandles &) = delete;
 
-    [[nodiscard]] ResidueHandle &at(Peptide &peptide, std::size_t index)
-    {
-        std::unique_ptr<ResidueHandle[]> &block = m_Blocks[index / kBlock];
-        if (block == nullptr)
-            fill(block, peptide, index / kBlock * kBlock);
-        return block[index % kBlock];
-    }
+    // Handles change their residues, so they know an owner that can be changed.
+    [[nodiscard]] ResidueOwner &owner() const noexcept { return *m_Owner; }
+    [[nodiscard]] ResidueHandle &at(std::size_t index);
+    // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept;
 
 private:
+    using Block = std::unique_ptr<ResidueHandle[]>;
+
     static constexpr std::size_t kBlock = 32;
 
-    void fill(std::unique_ptr<ResidueHandle[]> &block, Peptide &peptide, std::size_t first);
+    [[nodiscard]] std::size_t blockCount() const noexcept;
+    void fill(Block &block, std::size_t first);
 
-    std::vector<std::unique_ptr<ResidueHandle[]>> m_Blocks;
+    ResidueOwner *m_Owner;
+    std::unique_ptr<Block[]> m_Blocks;
 };
 
 } // namespace TAMBO

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a chain with coordinates, or a peptide with secondary structure, has besides its letters.
+// What a chain with coordinates, or a sequence with secondary structure, has besides its letters.
 #pragma once
 
 #include "Atom.h"
@@ -26,7 +26,7 @@ public:
     std::vector<Vertex> positions;
     // Of the residues whose name does not follow from their letter, by index.
     std::vector<std::pair<std::uint32_t, std::string>> typeNames;
-    // Groups and elements.
+    // Groups and elements, which are stored objects.
     std::vector<std::unique_ptr<Compound>> objects;
     // Those of the objects that are elements, in their order.
     std::vector<Element *> elements;

@@ -3,10 +3,14 @@
 // residues in arrays, and the handles over them made on demand.
 #pragma once
 
-#include "NamedCompound.h"
 #include "ObjectContainer.h"
 #include "Records.h"
+#include "ResidueHandles.h"
+#include "ResidueOwner.h"
+#include "ResidueTies.h"
+#include "SequenceColors.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -17,18 +21,11 @@
 
 namespace TAMBO {
 
-class Atom;
-class ColorEdit;
-class Element;
 class LetterColors;
-class NumberEdit;
 class Peptide;
-class ResidueColors;
-class ResidueHandles;
-class ResidueNumbers;
 class ResidueSelection;
-class ResidueTies;
 class StructureContents;
+struct NumberSlot;
 
 // One residue of one peptide.
 struct ResiduePlace
@@ -42,7 +39,7 @@ struct ResiduePlace
 // A residue may be tied to one of a chain: it keeps its own letter and shares selection, colour,
 // number, secondary structure, atoms and position with the chain's residue. The operations below
 // follow the tie themselves.
-class Peptide final : public NamedCompound, public ObjectContainer
+class Peptide final : public ResidueOwner, public ObjectContainer
 {
 public:
     // Number 1 for the first residue.
@@ -62,51 +59,51 @@ public:
 
     // ---- Residues. An index must be below residueCount().
 
-    [[nodiscard]] std::size_t residueCount() const noexcept { return m_Letters.size(); }
-    [[nodiscard]] char letter(std::size_t index) const noexcept { return m_Letters[index]; }
+    [[nodiscard]] std::size_t residueCount() const noexcept override { return m_Letters.size(); }
+    [[nodiscard]] char letter(std::size_t index) const noexcept override
+    {
+        return m_Letters[index];
+    }
     [[nodiscard]] std::string_view letters() const noexcept { return m_Letters; }
-    // At the same address from the first call on.
-    [[nodiscard]] Residue *residue(std::size_t index);
+    [[nodiscard]] Residue *residue(std::size_t index) const override;
     // Where the data of a residue are: the chain's residue if it is tied, otherwise itself.
     [[nodiscard]] ResiduePlace resolve(std::size_t index) const noexcept;
+    [[nodiscard]] const Compound &dataOwner(std::size_t index) const noexcept override;
 
-    // Three letters; a modified residue has its own.
-    [[nodiscard]] std::string typeName(std::size_t index) const;
-    [[nodiscard]] Vertex position(std::size_t index) const;
+    [[nodiscard]] std::string typeName(std::size_t index) const override;
+    [[nodiscard]] Vertex position(std::size_t index) const override;
     // To be called when atoms have moved.
     void updatePositions();
     // The positions of the residues [begin, end) that have one; the other entries are left alone.
     void readPositions(std::size_t begin, std::size_t end, Vertex *out) const;
-    [[nodiscard]] Element *elementAt(std::size_t index) const noexcept;
-    [[nodiscard]] std::size_t atomCount(std::size_t index) const noexcept;
+    [[nodiscard]] Element *elementAt(std::size_t index) const noexcept override;
+    [[nodiscard]] std::size_t atomCount(std::size_t index) const noexcept override;
     // False when no residue can have an atom.
     [[nodiscard]] bool hasAtoms() const noexcept;
-    [[nodiscard]] Atom *atom(std::size_t index, std::size_t atom) const noexcept;
+    [[nodiscard]] Atom *atom(std::size_t index, std::size_t atom) const noexcept override;
 
-    [[nodiscard]] SequenceNumber number(std::size_t index) const;
+    [[nodiscard]] SequenceNumber number(std::size_t index) const override;
     // Whether residues that are not tied to a chain count otherwise than from 1.
     [[nodiscard]] bool hasOwnNumbers() const noexcept;
-    // Refused, with one line in the log for a change, when the number is invalid.
-    void setNumber(std::size_t index, const SequenceNumber &number);
+    void setNumber(std::size_t index, const SequenceNumber &number) override;
     // The number from which this residue and those behind it count, in ascending order of index. No
     // edit: for a peptide that is being made.
     void presetNumber(std::size_t index, const SequenceNumber &number);
 
     // As Compound::GetColor() of the residue: the mark of selection mixed in.
     [[nodiscard]] Color displayColor(std::size_t index) const noexcept;
-    [[nodiscard]] Color ownColor(std::size_t index) const noexcept;
+    [[nodiscard]] Color ownColor(std::size_t index) const noexcept override;
     // Whether one of the residues [begin, end) has another colour than that of its type.
     [[nodiscard]] bool hasOwnColors(std::size_t begin, std::size_t end) const;
-    // Without a colour the residue has that of its type.
-    void setColor(std::size_t index, std::optional<Color> color);
+    void setColor(std::size_t index, std::optional<Color> color) override;
     // Each of the residues by its letter here.
     void setColors(const ResidueSelection &residues, const LetterColors &colors);
     // Residues that have a position, each by the choice that stands at its index; choice 0 leaves
     // it alone.
     void setPositionedColors(std::string choices, const LetterColors &colors);
 
-    [[nodiscard]] bool isSelected(std::size_t index) const noexcept;
-    void setSelected(std::size_t index, bool selected);
+    [[nodiscard]] bool isSelected(std::size_t index) const noexcept override;
+    void setSelected(std::size_t index, bool selected) override;
     // The residues [begin, end).
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
@@ -142,9 +139,20 @@ public:
     // True when all residues are.
     bool IsSelected() const override;
 
-    // ---- ObjectContainer: groups and elements, which follow the residues in the order of children
+    // ---- StoredObject
 
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    [[nodiscard]] std::size_t bytes() const noexcept override;
+    [[nodiscard]] bool refersToOthers() const noexcept override { return wasTied(); }
+    [[nodiscard]] bool isProtein() const noexcept override { return residueCount() > 0; }
+    // Those of residues that are tied are found in their chains already, unless the sequence is
+    // asked.
+    void collectAtoms(std::vector<Compound *> &out, bool isAsked) const override;
+
+    // ---- ObjectContainer: groups and elements, which follow the residues in the order of children
+
     [[nodiscard]] std::size_t objectCount() const noexcept override;
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
@@ -152,41 +160,56 @@ public:
 
     // All atoms in tree order; those of tied residues come from their chains.
     void appendAtoms(std::vector<Compound *> &out) const;
-    // What it occupies, everything below it included.
-    [[nodiscard]] std::size_t bytes() const noexcept;
 
 private:
-    friend class ColorEdit;
-    friend class NumberEdit;
-    friend class TieEdit;
-
+    // The handles and ties of a sequence lead to residues that can be changed, whoever asks for
+    // them.
+    [[nodiscard]] Peptide &self() const noexcept
+    {
+        return static_cast<Peptide &>(m_Handles.owner());
+    }
+    // Is below a structure.
+    [[nodiscard]] bool isChain() const;
     [[nodiscard]] StructureContents &contents();
     void listElements();
     // Calls visit(owner, first residue there, first residue here, count) for the residues
     // [begin, end), in ascending order.
     template <typename Visit>
     void forEachOwner(std::size_t begin, std::size_t end, Visit visit) const;
-    // What undoes the colouring under way; null when nobody keeps it.
-    [[nodiscard]] ColorEdit *openColors();
     // Here, whether tied or not.
-    void storeColor(std::size_t index, std::optional<Color> color);
-    void storeColors(const ResidueSelection &residues, std::string_view letters,
-                     const LetterColors &colors);
-    void storeAllColors(std::string_view letters, const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
-    static void growAllRevisions() noexcept;
 
     std::string m_Letters;
-    // Each is made when first needed: a sequence of an alignment file needs none of them.
-    std::unique_ptr<ResidueNumbers> m_Numbers;
-    std::unique_ptr<ResidueColors> m_Colors;
+    // What these hold is made when first needed: a sequence of an alignment file needs none of it.
+    std::unique_ptr<NumberSlot> m_Numbers;
+    SequenceColors m_Colors;
     std::unique_ptr<ResidueSelection> m_Selection;
-    std::unique_ptr<ResidueHandles> m_Handles;
+    mutable ResidueHandles m_Handles{*this};
     std::unique_ptr<ResidueTies> m_Ties;
     std::unique_ptr<StructureContents> m_Contents;
-    // The edits of the step under way that still grow; owned by the step.
-    ColorEdit *m_OpenColors = nullptr;
-    NumberEdit *m_OpenNumbers = nullptr;
 };
+
+template <typename Visit>
+void Peptide::forEachOwner(std::size_t begin, std::size_t end, Visit visit) const
+{
+    if (m_Ties != nullptr) {
+        for (const ResidueTies::Run &run : m_Ties->runs()) {
+            const std::size_t runEnd = std::size_t(run.first) + run.count;
+            if (runEnd <= begin)
+                continue;
+            if (run.first >= end)
+                break;
+            if (begin < run.first) {
+                visit(self(), begin, begin, run.first - begin);
+                begin = run.first;
+            }
+            const std::size_t count = std::min(end, runEnd) - begin;
+            visit(*run.chain, run.chainFirst + (begin - run.first), begin, count);
+            begin += count;
+        }
+    }
+    if (begin < end)
+        visit(self(), begin, begin, end - begin);
+}
 
 } // namespace TAMBO

@@ -3,15 +3,13 @@
 #include "AminoAcids.h"
 #include "Atom.h"
 #include "Element.h"
+#include "NumberEdit.h"
 #include "Peptide.h"
-#include "ResidueColors.h"
 #include "ResidueGroup.h"
-#include "ResidueHandles.h"
-#include "ResidueNumbers.h"
 #include "ResidueSelection.h"
-#include "ResidueTies.h"
 #include "Revisions.h"
 #include "StructureContents.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,7 +31,7 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
     inside.atomStarts.reserve(residues + 1);
     inside.atomStarts.push_back(0);
     m_Letters.reserve(residues);
-    auto numbers = std::make_unique<ResidueNumbers>();
+    ResidueNumbers numbers;
     for (ResidueRecord &residue : record.residues) {
         if (!residue.isAminoAcid) {
             insertObject(objectCount(), std::make_unique<ResidueGroup>(std::move(residue)));
@@ -41,7 +39,7 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
         }
         const std::size_t index = m_Letters.size();
         m_Letters.push_back(residue.letter);
-        numbers->append(index, residue.number);
+        numbers.append(index, residue.number);
         if (residue.typeName != aminoAcidName(residue.letter))
             inside.typeNames.emplace_back(static_cast<std::uint32_t>(index),
                                           std::move(residue.typeName));
@@ -50,8 +48,8 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
             inside.atoms[next++].fill(std::move(atom), *this, index);
         inside.atomStarts.push_back(next);
     }
-    if (!numbers->isDefault())
-        m_Numbers = std::move(numbers);
+    if (!numbers.isDefault())
+        m_Numbers = std::make_unique<NumberSlot>(NumberSlot{std::move(numbers)});
     updatePositions();
 }
 
@@ -89,13 +87,11 @@ Compound *Peptide::object(std::size_t index) const noexcept
 
 void Peptide::insertObject(std::size_t index, std::unique_ptr<Compound> object)
 {
-    StructureContents &inside = contents();
-    if (auto *const group = dynamic_cast<ResidueGroup *>(object.get()))
-        group->setParent(this);
-    else if (auto *const element = dynamic_cast<Element *>(object.get()))
-        element->state().parent = this;
-    else
+    StoredObject *const stored = StoredObject::from(object.get());
+    if (stored == nullptr)
         return;
+    StructureContents &inside = contents();
+    stored->setParent(this);
     index = std::min(index, inside.objects.size());
     inside.objects.insert(inside.objects.begin() + std::ptrdiff_t(index), std::move(object));
     listElements();
@@ -108,10 +104,7 @@ std::unique_ptr<Compound> Peptide::takeObject(std::size_t index)
     auto &objects = m_Contents->objects;
     std::unique_ptr<Compound> taken = std::move(objects[index]);
     objects.erase(objects.begin() + std::ptrdiff_t(index));
-    if (auto *const group = dynamic_cast<ResidueGroup *>(taken.get()))
-        group->setParent(nullptr);
-    else if (auto *const element = dynamic_cast<Element *>(taken.get()))
-        element->state().parent = nullptr;
+    StoredObject::from(taken.get())->setParent(nullptr);
     listElements();
     return taken;
 }
@@ -133,32 +126,24 @@ void Peptide::appendAtoms(std::vector<Compound *> &out) const
         for (std::size_t k = 0; k < count; ++k)
             out.push_back(atom(i, k));
     }
-    for (std::size_t i = 0; i < objectCount(); ++i) {
-        if (const auto *const group = dynamic_cast<const ResidueGroup *>(object(i)))
-            group->appendAtoms(out);
-    }
+    for (std::size_t i = 0; i < objectCount(); ++i)
+        StoredObject::from(object(i))->collectAtoms(out, false);
+}
+
+void Peptide::collectAtoms(std::vector<Compound *> &out, bool isAsked) const
+{
+    if (isAsked || !hasTies())
+        appendAtoms(out);
 }
 
 std::size_t Peptide::bytes() const noexcept
 {
-    return sizeof(*this) + m_Letters.capacity() + (m_Numbers ? m_Numbers->bytes() : 0) +
-           (m_Colors ? m_Colors->bytes() : 0) + (m_Selection ? m_Selection->bytes() : 0) +
-           (m_Handles ? m_Handles->bytes() : 0) + (m_Ties ? m_Ties->bytes() : 0) +
+    return sizeof(*this) + textBytes(state().name) + textBytes(m_Letters) + m_Colors.bytes() +
+           m_Handles.bytes() +
+           (m_Numbers ? sizeof(NumberSlot) - sizeof(ResidueNumbers) + m_Numbers->numbers.bytes()
+                      : 0) +
+           (m_Selection ? m_Selection->bytes() : 0) + (m_Ties ? m_Ties->bytes() : 0) +
            (m_Contents ? m_Contents->bytes() : 0);
-}
-
-std::size_t StructureContents::bytes() const noexcept
-{
-    std::size_t sum = sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]) +
-                      positions.capacity() * sizeof(positions[0]);
-    if (!atomStarts.empty())
-        sum += atomStarts.back() * sizeof(Atom);
-    sum += typeNames.capacity() * sizeof(typeNames[0]);
-    for (const std::unique_ptr<Compound> &object : objects) {
-        const auto *const group = dynamic_cast<const ResidueGroup *>(object.get());
-        sum += group != nullptr ? group->bytes() : sizeof(Element);
-    }
-    return sum;
 }
 
 } // namespace TAMBO

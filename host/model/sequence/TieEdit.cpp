@@ -2,24 +2,25 @@
 #include "TieEdit.h"
 
 #include "ObjectSpace.h"
-#include "Peptide.h"
+#include "Revisions.h"
 
 #include <utility>
 
 namespace TAMBO {
 
-TieEdit::TieEdit(Peptide &peptide, std::unique_ptr<ResidueTies> ties)
-    : m_Peptide(peptide), m_Ties(std::move(ties))
+TieEdit::TieEdit(StoredObject &sequence, std::unique_ptr<ResidueTies> &slot,
+                 std::unique_ptr<ResidueTies> ties)
+    : m_Sequence(sequence), m_Slot(slot), m_Ties(std::move(ties))
 { }
 
 TieEdit::~TieEdit() = default;
 
 std::unique_ptr<Edit> TieEdit::apply()
 {
-    auto inverse = std::make_unique<TieEdit>(m_Peptide, std::move(m_Peptide.m_Ties));
-    m_Peptide.m_Ties = std::move(m_Ties);
-    ObjectSpace::get().noteTies(m_Peptide);
-    Peptide::growAllRevisions();
+    auto inverse = std::make_unique<TieEdit>(m_Sequence, m_Slot, std::move(m_Slot));
+    m_Slot = std::move(m_Ties);
+    ObjectSpace::get().noteReferences(m_Sequence);
+    growAllRevisions();
     return inverse;
 }
 
@@ -30,7 +31,7 @@ std::size_t TieEdit::bytes() const
 
 Compound *TieEdit::subject() const
 {
-    return &m_Peptide;
+    return &m_Sequence.asCompound();
 }
 
 } // namespace TAMBO

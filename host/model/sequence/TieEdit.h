@@ -9,12 +9,14 @@
 
 namespace TAMBO {
 
-class Peptide;
+class StoredObject;
 
 class TieEdit final : public Edit
 {
 public:
-    TieEdit(Peptide &peptide, std::unique_ptr<ResidueTies> ties);
+    // The slot is the sequence's.
+    TieEdit(StoredObject &sequence, std::unique_ptr<ResidueTies> &slot,
+            std::unique_ptr<ResidueTies> ties);
     ~TieEdit() override;
 
     std::unique_ptr<Edit> apply() override;
@@ -24,7 +26,8 @@ public:
     Compound *subject() const override;
 
 private:
-    Peptide &m_Peptide;
+    StoredObject &m_Sequence;
+    std::unique_ptr<ResidueTies> &m_Slot;
     std::unique_ptr<ResidueTies> m_Ties;
 };
 

@@ -3,6 +3,7 @@
 
 #include "ChangeScope.h"
 #include "Peptide.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <utility>
@@ -56,6 +57,12 @@ bool Structure::IsSelected() const
     if (m_Chains.empty())
         return NamedCompound::IsSelected();
     return std::ranges::all_of(m_Chains, [](const auto &chain) { return chain->IsSelected(); });
+}
+
+std::size_t Structure::bytes() const noexcept
+{
+    return sizeof(*this) + textBytes(state().name) + textBytes(m_Code) +
+           m_Chains.capacity() * sizeof(m_Chains[0]) + bytesOfObjects();
 }
 
 Compound *Structure::object(std::size_t index) const noexcept

@@ -37,6 +37,11 @@ public:
     bool IsSelected() const override;
 
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
+    [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
+    [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    [[nodiscard]] std::size_t bytes() const noexcept override;
+    [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
+
     [[nodiscard]] std::size_t objectCount() const noexcept override { return m_Chains.size(); }
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
     // Only peptides.

@@ -3,6 +3,7 @@
 
 #include "ConfigStore.h"
 #include "Hooks.h"
+#include "SelectionColor.h"
 #include "support/ExpectMessage.h"
 #include "support/LogLines.h"
 #include "support/ScopedSettings.h"

@@ -9,7 +9,6 @@
 #include "FileReader.h"
 #include "RecordMaker.h"
 #include "ResidueTies.h"
-#include "StructureRecordMaker.h"
 #include "support/Outcome.h"
 
 #include <QRegularExpression>

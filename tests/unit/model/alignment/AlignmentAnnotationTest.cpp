@@ -2,6 +2,7 @@
 // What a file said of columns, rows and residues goes through edits and comes back.
 #include "ObjectFactory.h"
 #include "RecordMaker.h"
+#include "TableChanges.h"
 #include "unit/model/AlignmentFixture.h"
 
 using TAMBO::Alignment;
@@ -177,7 +178,8 @@ TEST_F(AlignmentAnnotationTest, RealignedColumnsKeepTheTextOfThoseThatHoldWhatTh
         return TAMBO::OccupancyRow(std::move(row.occupancy));
     };
     // The first row's "C-D" and the second one's "-CD" become "CD" and "CD".
-    ASSERT_TRUE(alignment.table().replaceColumns(Range(1, 4), {cells("xx"), cells("xx")}, 2));
+    ASSERT_TRUE(
+        TAMBO::replaceColumns(alignment.table(), Range(1, 4), {cells("xx"), cells("xx")}, 2));
     EXPECT_EQ(rowsOf(alignment), (Texts{"ACDE", "ACDE"}));
     EXPECT_EQ(columnTexts(alignment), (Texts{"H.CE", "a.de"}));
     EXPECT_EQ(residueText(alignment, 0), "HHCE");

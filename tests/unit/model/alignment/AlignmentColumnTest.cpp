@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "unit/model/AlignmentFixture.h"
 
+#include "TableChanges.h"
+
 using TAMBO::Alignment;
 using TAMBO::Compound;
 using TAMBO::OccupancyRow;
@@ -352,19 +354,19 @@ TEST_F(AlignmentColumn, ReplacedColumnsHoldTheSameResiduesAtNewPlaces)
     };
     Alignment &sample = alignment({"ACDE", "A-FE", "----"});
     sample.range(Range(1, 3));
-    ASSERT_TRUE(sample.table().replaceColumns(Range(1, 3),
-                                              {cells("x-x-"), cells("---x"), OccupancyRow()}, 4));
+    ASSERT_TRUE(TAMBO::replaceColumns(sample.table(), Range(1, 3),
+                                      {cells("x-x-"), cells("---x"), OccupancyRow()}, 4));
     EXPECT_EQ(history.lastKinds(), Texts{"realign"});
     expectStep(sample, {"ACDE", "A-FE", "----"}, {1, 3}, {"AC-D-E", "A---FE", "------"}, {1, 5});
-    ASSERT_TRUE(
-        sample.table().replaceColumns(Range(1, 4), {cells("xxx"), cells("xx"), OccupancyRow()}, 3));
+    ASSERT_TRUE(TAMBO::replaceColumns(sample.table(), Range(1, 4),
+                                      {cells("xxx"), cells("xx"), OccupancyRow()}, 3));
     expectStep(sample, {"ACDE", "A-FE", "----"}, {1, 3}, {"ACDE", "AFE-", "----"}, {1, 3});
 }
 
 TEST_F(AlignmentColumn, ReplacingColumnsByTheSameIsNoStep)
 {
     Alignment &sample = alignment({"AC"});
-    EXPECT_TRUE(sample.table().replaceColumns(Range(0, 2), {OccupancyRow::filled(2)}, 2));
+    EXPECT_TRUE(TAMBO::replaceColumns(sample.table(), Range(0, 2), {OccupancyRow::filled(2)}, 2));
     EXPECT_EQ(history.undoCount(), 0U);
 }
 
@@ -375,7 +377,7 @@ TEST_F(AlignmentColumn, ColumnsThatWouldLoseOrMakeResiduesAreRefused)
     const OccupancyRow two = OccupancyRow::filled(2);
     const auto replace = [&](const Range &range, const std::vector<OccupancyRow> &rows,
                              unsigned long count) {
-        return sample.table().replaceColumns(range, rows, count);
+        return TAMBO::replaceColumns(sample.table(), range, rows, count);
     };
     EXPECT_FALSE(replace({0, 2}, {two, two}, 2)) << "a residue more";
     EXPECT_FALSE(replace({0, 2}, {one, one}, 2)) << "a residue less";

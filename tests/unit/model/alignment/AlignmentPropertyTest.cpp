@@ -2,6 +2,7 @@
 // Thousands of random operations, each compared with a plain reference, undone and done again.
 #include "RecordMaker.h"
 #include "ReferenceAlignment.h"
+#include "TableChanges.h"
 #include "unit/model/AlignmentFixture.h"
 
 #include <random>
@@ -174,7 +175,7 @@ protected:
         }
         case 3: {
             Peptide *const sequence = somePeptide();
-            m_Alignment->table().removeRowsOf(*sequence);
+            TAMBO::removeRowsOf(m_Alignment->table(), *sequence);
             std::erase_if(m_Reference.rows,
                           [&](const auto &other) { return other.sequence == sequence; });
             break;
@@ -213,7 +214,7 @@ protected:
             cells.emplace_back(std::move(words));
             isResidue.push_back(std::move(places));
         }
-        ASSERT_TRUE(m_Alignment->table().replaceColumns(Range(begin, end), cells, count));
+        ASSERT_TRUE(TAMBO::replaceColumns(m_Alignment->table(), Range(begin, end), cells, count));
         m_Reference.replaceColumns(begin, end, count, isResidue);
     }
 

@@ -3,6 +3,7 @@
 
 #include "DataMaker.h"
 #include "Structure.h"
+#include "TableChanges.h"
 
 using TAMBO::Alignment;
 using TAMBO::Compound;
@@ -226,7 +227,7 @@ TEST_F(AlignmentRows, RowsOfASequenceThatIsNotThereAreNoStep)
     Alignment &sample = alignment({"AC"});
     Peptide &other = peptide("other", "AC");
     EXPECT_FALSE(sample.table().holds(other));
-    sample.table().removeRowsOf(other);
+    TAMBO::removeRowsOf(sample.table(), other);
     EXPECT_EQ(history.undoCount(), 0U);
     EXPECT_TRUE(sample.table().holds(sequence(sample, 0)));
 }
@@ -507,8 +508,9 @@ TEST_F(AlignmentRows, LockedAlignmentRefusesEveryEditWithALineInTheLog)
     sample.select(Range(0, 4), true);
     sample.range(Range(0, 2));
     sample.rangeAll();
-    EXPECT_FALSE(sample.table().replaceColumns(
-        Range(0, 1), {TAMBO::OccupancyRow::filled(1), TAMBO::OccupancyRow::filled(1)}, 2));
+    EXPECT_FALSE(
+        TAMBO::replaceColumns(sample.table(), Range(0, 1),
+                              {TAMBO::OccupancyRow::filled(1), TAMBO::OccupancyRow::filled(1)}, 2));
     EXPECT_EQ(rowsOf(sample), (Texts{"A-CD", "AC-D"}));
     EXPECT_EQ(sample.range(), Range(0, 0));
     EXPECT_FALSE(sample.isRowSelected(0));
@@ -521,7 +523,7 @@ TEST_F(AlignmentRows, LockedAlignmentRefusesEveryEditWithALineInTheLog)
 TEST_F(AlignmentRows, LockOnSpaceHoldsForItsAlignments)
 {
     Alignment &sample = alignment({"A-C"});
-    TAMBO::ObjectSpace::get().state().isLocked = true;
+    TAMBO::ObjectSpace::get().ownState()->isLocked = true;
     sample.bubbleRow(0, 0);
     sample.insertGap(0, 0);
     EXPECT_EQ(rowsOf(sample), Texts{"A-C"});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Breaks between chains: each is a mark on one gap of a row and stays between the same residues.
 #include "RecordMaker.h"
+#include "TableChanges.h"
 #include "unit/model/AlignmentFixture.h"
 
 #include <random>
@@ -185,18 +186,18 @@ TEST_F(ChainBreakTest, RealignedResiduesKeepItBetweenThem)
         sequence.append(text);
         return TAMBO::OccupancyRow(std::move(sequence.occupancy));
     };
-    expectChange(
-        {"AC-/-GHI", "ACDEFGHI"},
-        [&](Alignment &a) {
-            ASSERT_TRUE(a.table().replaceColumns(Range(1, 6), {cells("-C-G-"), cells("CDEFG")}, 5));
-        },
-        {"A-C/G-HI", "ACDEFGHI"});
-    expectChange(
-        {"AC/G-I/", "ACDEF--"},
-        [&](Alignment &a) {
-            ASSERT_TRUE(a.table().replaceColumns(Range(1, 5), {cells("CG"), cells("xxxx")}, 4));
-        },
-        {"ACG--I/ +1", "ACDEF--"});
+    expectChange({"AC-/-GHI", "ACDEFGHI"},
+                 [&](Alignment &a) {
+                     ASSERT_TRUE(TAMBO::replaceColumns(a.table(), Range(1, 6),
+                                                       {cells("-C-G-"), cells("CDEFG")}, 5));
+                 },
+                 {"A-C/G-HI", "ACDEFGHI"});
+    expectChange({"AC/G-I/", "ACDEF--"},
+                 [&](Alignment &a) {
+                     ASSERT_TRUE(TAMBO::replaceColumns(a.table(), Range(1, 5),
+                                                       {cells("CG"), cells("xxxx")}, 4));
+                 },
+                 {"ACG--I/ +1", "ACDEF--"});
 }
 
 TEST_F(ChainBreakTest, CopiesHaveBreaksOfTheirOwn)
@@ -367,7 +368,7 @@ bool ChainBreakProperty::changeSomething(Alignment &alignment)
             const TAMBO::OccupancyRow &old = alignment.table().row(i).cells();
             cells.push_back(TAMBO::OccupancyRow::filled(old.rank(end) - old.rank(from)));
         }
-        EXPECT_TRUE(alignment.table().replaceColumns(Range(from, end), cells, end - from));
+        EXPECT_TRUE(TAMBO::replaceColumns(alignment.table(), Range(from, end), cells, end - from));
         return false;
     }
     default:

@@ -8,6 +8,7 @@
 #include "Element.h"
 #include "ObjectOperations.h"
 #include "ResidueGroup.h"
+#include "SelectionColor.h"
 
 #include <gmock/gmock.h>
 

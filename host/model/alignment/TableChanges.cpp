@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "TableChanges.h"
+
+#include "AlignmentEdits.h"
+#include "CarriedColumns.h"
+#include "ChangeScope.h"
+
+#include <string>
+#include <utility>
+
+namespace TAMBO {
+
+namespace {
+
+using Column = AlignmentTable::Column;
+using Range = AlignmentTable::Range;
+
+void recordTexts(AlignmentTable &table, const char *kind, Column begin,
+                 std::vector<std::string> texts)
+{
+    if (texts.empty() || texts == table.annotation()->texts(begin, texts.front().size()))
+        return;
+    const Column count = texts.front().size();
+    ColumnTextEdit edit(table, kind, begin, count, std::move(texts));
+    recordInverse(edit.apply());
+}
+
+// What the annotation says of columns that replace the range.
+std::vector<std::string> carriedTexts(const AlignmentTable &table, const Range &range,
+                                      const std::vector<OccupancyRow> &rows, Column count)
+{
+    const auto carried = carriedColumns(table, range, rows, count);
+    const auto former = table.annotation()->texts(range.first, range.second - range.first);
+    std::vector<std::string> texts(former.size(),
+                                   std::string(count, AlignmentAnnotation::kNothing));
+    for (Column column = 0; column < count; ++column) {
+        for (std::size_t line = 0; carried[column] && line < texts.size(); ++line)
+            texts[line][column] = former[line][*carried[column]];
+    }
+    return texts;
+}
+
+bool fit(const AlignmentTable &table, const Range &range, const std::vector<OccupancyRow> &rows,
+         Column count)
+{
+    bool fits = range.first < range.second && range.second <= table.width() &&
+                rows.size() == table.rowCount() &&
+                count <= AlignmentTable::kMostColumns - table.width();
+    for (std::size_t i = 0; fits && i < rows.size(); ++i) {
+        const OccupancyRow &cells = table.row(i).cells();
+        fits = rows[i].end() <= count &&
+               rows[i].residues() == cells.rank(range.second) - cells.rank(range.first);
+    }
+    return fits;
+}
+
+} // namespace
+
+void removeRowsOf(AlignmentTable &table, const Peptide &sequence)
+{
+    std::vector<std::size_t> indices;
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        if (&table.row(i).sequence() == &sequence)
+            indices.push_back(i);
+    }
+    if (indices.empty())
+        return;
+    const ChangeScope scope;
+    RemoveRowsEdit edit(table, "remove row", std::move(indices), table.width());
+    recordInverse(edit.apply());
+}
+
+bool replaceColumns(AlignmentTable &table, const Range &range,
+                    const std::vector<OccupancyRow> &rows, Column count)
+{
+    if (!mayChange(table.alignment()))
+        return false;
+    if (!fit(table, range, rows, count)) {
+        writeLog("The columns to be put into " + table.state().name + " do not fit its sequences.",
+                 LogSeverity::Error);
+        return false;
+    }
+    const Column oldCount = range.second - range.first;
+    BitBuffer bits;
+    bits.reserve(rows.size() * count);
+    bool isSame = count == oldCount;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto words = rows[i].columns(0, count);
+        isSame = isSame && words == table.row(i).cells().columns(range.first, oldCount);
+        bits.append(words, count);
+    }
+    if (isSame)
+        return true;
+    const ChangeScope scope;
+    std::vector<std::string> texts;
+    if (table.annotation() != nullptr) {
+        texts = carriedTexts(table, range, rows, count);
+        clearColumnTexts(table, "realign", range.first, oldCount);
+    }
+    ReplaceColumnsEdit edit(table, "realign", {range.first, oldCount, count}, std::move(bits));
+    recordInverse(edit.apply());
+    if (table.annotation() != nullptr)
+        recordTexts(table, "realign", range.first, std::move(texts));
+    return true;
+}
+
+void clearColumnTexts(AlignmentTable &table, const char *kind, Column begin, Column count)
+{
+    if (table.annotation() != nullptr)
+        recordTexts(table, kind, begin,
+                    std::vector<std::string>(table.annotation()->texts(begin, 0).size(),
+                                             std::string(count, AlignmentAnnotation::kNothing)));
+}
+
+} // namespace TAMBO

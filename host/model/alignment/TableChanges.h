@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Recorded changes of an alignment that plug-ins have no need of.
+#pragma once
+
+#include "AlignmentTable.h"
+
+#include <vector>
+
+namespace TAMBO {
+
+// For a sequence that is being destroyed: also done to a locked alignment. The rows come back at
+// their places on undo.
+void removeRowsOf(AlignmentTable &table, const Peptide &sequence);
+
+// The columns of the range give way to columns in which each row holds the same residues, placed
+// anew. False, with a line in the log, when a row would not, or when the alignment is locked.
+bool replaceColumns(AlignmentTable &table, const AlignmentTable::Range &range,
+                    const std::vector<OccupancyRow> &rows, AlignmentTable::Column count);
+
+// What the annotation says of the columns is about to lose them. Inside a ChangeScope.
+void clearColumnTexts(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
+                      AlignmentTable::Column count);
+
+} // namespace TAMBO
