@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a step is said to occupy is held against what the heap gets back when the step is dropped.
+#include "HistoryFixture.h"
+
+#include "AlignmentTable.h"
+#include "ChangeScope.h"
+#include "bench/HeapCount.h"
+#include "bench/MadeAlignment.h"
+
+namespace HistoryBytesTest {
+
+class HistoryBytes : public HistoryFixture
+{
+protected:
+    // Forgets all steps. The heap hands out a little more than it is asked for.
+    void expectRealBytes()
+    {
+        const auto said = double(history.bytes());
+        const std::size_t before = heapBytes();
+        history.clear();
+        const auto real = double(before - heapBytes());
+        EXPECT_GE(said, 0.9 * real);
+        EXPECT_LE(said, 1.05 * real);
+    }
+
+    TAMBO::Alignment &alignment()
+    {
+        const TAMBO::ChangeScope scope;
+        TAMBO::AlignmentRecord record = madeAlignment(200, 2000);
+        for (TAMBO::RowRecord &row : record.rows)
+            row.description = "a description that is too long to stand in the string itself";
+        record.columnAnnotations.push_back({"SS_cons", std::string(2000, 'H')});
+        return *TAMBO::ObjectFactory::adopt(std::move(record));
+    }
+};
+
+TEST_F(HistoryBytes, OfAnAlignmentAreTheRealOnes)
+{
+    TAMBO::Alignment &object = alignment();
+    history.clear();
+    TAMBO::DataMaker::Destroy(&object);
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfAnAlignmentThatHasBeenLookedAtHoldWhatIsKeptOfThat)
+{
+    TAMBO::Alignment &object = alignment();
+    std::vector<char> letters;
+    for (unsigned long column = 0; column < object.width(); ++column) {
+        static_cast<void>(object.majority(column));
+        static_cast<void>(object.isColumnSelected(column));
+        object.readColumn(column, letters);
+    }
+    history.clear();
+    TAMBO::DataMaker::Destroy(&object);
+    EXPECT_GT(history.bytes(), 2000 * 200U) << "counts, letters, selected columns";
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfRemovedRowsAreTheRealOnes)
+{
+    TAMBO::Alignment &object = alignment();
+    history.clear();
+    {
+        const TAMBO::ChangeScope scope;
+        for (int row = 0; row < 100; ++row)
+            object.removeRow(50);
+    }
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfASequenceHoldAllThatIsKeptOfItsResidues)
+{
+    constexpr std::size_t kLength = 5000;
+    TAMBO::Peptide &sequence = peptide("seq", std::string(kLength, 'A'));
+    {
+        const TAMBO::ChangeScope scope;
+        for (std::size_t i = 0; i < kLength; ++i) {
+            sequence.setNumber(i, TAMBO::SequenceNumber(int(3 * i)));
+            sequence.setColor(i, Color(unsigned(i)));
+            static_cast<void>(sequence.residue(i));
+        }
+        sequence.setSelected(0, kLength / 2, true);
+    }
+    history.clear();
+    TAMBO::DataMaker::Destroy(&sequence);
+    // A handle has three words, a colour of many two, a number one and a half.
+    EXPECT_GT(history.bytes(), kLength * 6 * sizeof(void *));
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfAStructureHoldItsChainsAtomsGroupsAndElements)
+{
+    TAMBO::StructureRecord record;
+    record.name = "a structure whose name is so long that it does not fit";
+    for (const std::string name : {"A", "B", "C"}) {
+        TAMBO::ChainRecord chain = chainRecord(name, std::string(300, 'G'));
+        for (int i = 0; i < 50; ++i) {
+            TAMBO::ResidueRecord group = residueRecord("LIG", 'X', std::to_string(1000 + i), 1);
+            group.isAminoAcid = false;
+            group.atoms.push_back({"an atom with quite a long name", "C", TAMBO::Vertex()});
+            chain.residues.push_back(std::move(group));
+        }
+        record.chains.push_back(std::move(chain));
+        for (int i = 0; i < 50; ++i)
+            record.elements.push_back({"helix", 'H', name, TAMBO::SequenceNumber(1 + 6 * i),
+                                       TAMBO::SequenceNumber(5 + 6 * i)});
+    }
+    TAMBO::Structure &structure = *TAMBO::ObjectFactory::adopt(std::move(record));
+    history.clear();
+    TAMBO::DataMaker::Destroy(&structure);
+    expectRealBytes();
+}
+
+} // namespace HistoryBytesTest
