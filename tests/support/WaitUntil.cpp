@@ -13,8 +13,13 @@ constexpr int kPatienceAfterFailure = 1000;
 
 bool waitUntil(const std::function<bool()> &condition, std::source_location place)
 {
-    const int patience =
-        testing::Test::HasFailure() ? kPatienceAfterFailure : kPatienceMilliseconds;
+    return waitUntilWithin(kPatienceMilliseconds, condition, place);
+}
+
+bool waitUntilWithin(int milliseconds, const std::function<bool()> &condition,
+                     std::source_location place)
+{
+    const int patience = testing::Test::HasFailure() ? kPatienceAfterFailure : milliseconds;
     const bool isTrue = QTest::qWaitFor(condition, patience);
     if (!isTrue) {
         ADD_FAILURE_AT(place.file_name(), int(place.line()))

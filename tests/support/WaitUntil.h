@@ -12,3 +12,7 @@ constexpr int kPatienceMilliseconds = 120'000;
 // within the patience there is; after a failure only little is left, so that the test ends.
 bool waitUntil(const std::function<bool()> &condition,
                std::source_location place = std::source_location::current());
+
+// The same for what takes longer in itself.
+bool waitUntilWithin(int milliseconds, const std::function<bool()> &condition,
+                     std::source_location place = std::source_location::current());

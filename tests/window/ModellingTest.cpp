@@ -19,6 +19,8 @@ constexpr QPoint kKestramEntry(75, 33);
 // From the workbench's corner to the first object in the tree, and to the next one.
 constexpr QPoint kFirstObject(100, 90);
 constexpr QPoint kNextObject(0, 23);
+// The engine computes for half a minute when it has a processor to itself.
+constexpr int kModelPatience = 2 * kPatienceMilliseconds;
 
 class Modelling : public WindowFixture
 {
@@ -62,6 +64,8 @@ TEST_F(Modelling, TwoFilesBecomeAModelThatIsTheTargetsStructure)
     EXPECT_EQ(m_Screen.picture().pixelColor(target), colorOf('I'));
     chooseKestram(editor);
     // The box that says that the run is complete.
+    waitUntilWithin(kModelPatience,
+                    [&] { return m_Screen.findWindows(kWorkbench).size() == 2 || !isRunning(); });
     const QString box = window(kWorkbench, 2);
     m_Screen.pressKey(box, "Return");
     waitForWindows(kWorkbench, 1);

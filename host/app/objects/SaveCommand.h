@@ -12,8 +12,8 @@ namespace TAMBO::app {
 
 class SavedPlaces;
 
-// Into the file that the object came from or was saved to, if that holds all of it; otherwise with a
-// dialog over parent. True when it is saved; a failure has been told then.
+// Into the file that the object came from or was saved to, if that holds all of it; otherwise with
+// a dialog over parent. True when it is saved; a failure has been told then.
 [[nodiscard]] bool saveObject(SavedPlaces &places, Compound &object, QWidget *parent);
 
 } // namespace TAMBO::app
