@@ -67,9 +67,15 @@ QString VirtualScreen::writeManagerSettings() const
 
 VirtualScreen::~VirtualScreen()
 {
+    // A signal that comes just before the server waits for its clients does not wake it; the next
+    // one does.
+    constexpr int kPause = 1000;
     for (QProcess *process : {&m_Manager, &m_Server}) {
-        process->terminate();
-        process->waitForFinished(kPatienceMilliseconds);
+        for (int waited = 0; waited < kPatienceMilliseconds; waited += kPause) {
+            process->terminate();
+            if (process->waitForFinished(kPause) || process->state() == QProcess::NotRunning)
+                break;
+        }
     }
 }
 
