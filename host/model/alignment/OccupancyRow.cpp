@@ -13,8 +13,6 @@ namespace {
 using Word = OccupancyRow::Word;
 using Column = OccupancyRow::Column;
 
-constexpr Column kWordColumns = OccupancyRow::kWordColumns;
-
 } // namespace
 
 OccupancyRow::OccupancyRow(std::vector<Word> words) : m_Words(std::move(words))
