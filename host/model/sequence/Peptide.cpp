@@ -68,14 +68,14 @@ ResiduePlace Peptide::resolve(std::size_t index) const noexcept
 
 const Compound &Peptide::dataOwner(std::size_t index) const noexcept
 {
-    return *resolve(index).peptide;
+    return readPlace(index).owner;
 }
 
 std::string Peptide::typeName(std::size_t index) const
 {
-    const ResiduePlace place = resolve(index);
-    if (place.peptide != this)
-        return place.peptide->typeName(place.index);
+    const ReadPlace place = readPlace(index);
+    if (&place.owner != this)
+        return place.owner.typeName(place.index);
     if (m_Contents != nullptr) {
         const auto &names = m_Contents->typeNames;
         const auto found = std::ranges::lower_bound(
@@ -111,8 +111,8 @@ void Peptide::readPositions(std::size_t begin, std::size_t end, Vertex *out) con
 
 Element *Peptide::elementAt(std::size_t index) const noexcept
 {
-    const ResiduePlace place = resolve(index);
-    const StructureContents *const contents = place.peptide->m_Contents.get();
+    const ReadPlace place = readPlace(index);
+    const StructureContents *const contents = place.owner.m_Contents.get();
     if (contents == nullptr)
         return nullptr;
     // A later element covers an earlier one.
@@ -124,8 +124,8 @@ Element *Peptide::elementAt(std::size_t index) const noexcept
 
 std::size_t Peptide::atomCount(std::size_t index) const noexcept
 {
-    const ResiduePlace place = resolve(index);
-    const StructureContents *const contents = place.peptide->m_Contents.get();
+    const ReadPlace place = readPlace(index);
+    const StructureContents *const contents = place.owner.m_Contents.get();
     if (contents == nullptr || contents->atomStarts.empty())
         return 0;
     return contents->atomStarts[place.index + 1] - contents->atomStarts[place.index];
@@ -147,8 +147,8 @@ Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
 {
     if (atom >= atomCount(index))
         return nullptr;
-    const ResiduePlace place = resolve(index);
-    const StructureContents &contents = *place.peptide->m_Contents;
+    const ReadPlace place = readPlace(index);
+    const StructureContents &contents = *place.owner.m_Contents;
     return &contents.atoms[contents.atomStarts[place.index] + atom];
 }
 
@@ -156,8 +156,8 @@ Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
 
 SequenceNumber Peptide::number(std::size_t index) const
 {
-    const ResiduePlace place = resolve(index);
-    const NumberSlot *const slot = place.peptide->m_Numbers.get();
+    const ReadPlace place = readPlace(index);
+    const NumberSlot *const slot = place.owner.m_Numbers.get();
     return slot == nullptr ? ResidueNumbers().at(place.index) : slot->numbers.at(place.index);
 }
 

@@ -168,6 +168,17 @@ private:
     {
         return static_cast<Peptide &>(m_Handles.owner());
     }
+    // As resolve(), for what only reads, which is done for each cell that is painted: there the way
+    // by the handles' owner would cost half as much again.
+    struct ReadPlace
+    {
+        const Peptide &owner;
+        std::size_t index;
+    };
+    [[nodiscard]] ReadPlace readPlace(std::size_t index) const noexcept;
+    // Here, whether tied or not.
+    [[nodiscard]] Color colorHere(std::size_t index) const noexcept;
+    [[nodiscard]] bool isSelectedHere(std::size_t index) const noexcept;
     // Is below a structure.
     [[nodiscard]] bool isChain() const;
     [[nodiscard]] StructureContents &contents();
@@ -188,6 +199,15 @@ private:
     std::unique_ptr<ResidueTies> m_Ties;
     std::unique_ptr<StructureContents> m_Contents;
 };
+
+inline Peptide::ReadPlace Peptide::readPlace(std::size_t index) const noexcept
+{
+    if (m_Ties != nullptr) {
+        if (const ResidueTies::Run *const run = m_Ties->find(index))
+            return {*run->chain, run->chainFirst + (index - run->first)};
+    }
+    return {*this, index};
+}
 
 template <typename Visit>
 void Peptide::forEachOwner(std::size_t begin, std::size_t end, Visit visit) const

@@ -16,18 +16,23 @@
 
 namespace TAMBO {
 
+Color Peptide::colorHere(std::size_t index) const noexcept
+{
+    const std::optional<Color> color = m_Colors.at(index);
+    return color ? *color : aminoAcidColor(letter(index));
+}
+
 Color Peptide::ownColor(std::size_t index) const noexcept
 {
-    const ResiduePlace place = resolve(index);
-    const Peptide &owner = *place.peptide;
-    if (const std::optional<Color> color = owner.m_Colors.at(place.index))
-        return *color;
-    return aminoAcidColor(owner.letter(place.index));
+    const ReadPlace place = readPlace(index);
+    return place.owner.colorHere(place.index);
 }
 
 Color Peptide::displayColor(std::size_t index) const noexcept
 {
-    return isSelected(index) ? selectedColor(ownColor(index)) : ownColor(index);
+    const ReadPlace place = readPlace(index);
+    const Color color = place.owner.colorHere(place.index);
+    return place.owner.isSelectedHere(place.index) ? selectedColor(color) : color;
 }
 
 bool Peptide::hasOwnColors(std::size_t begin, std::size_t end) const
@@ -123,11 +128,15 @@ void Peptide::setPositionedColors(std::string choices, const LetterColors &color
 
 // ---- Selection
 
+bool Peptide::isSelectedHere(std::size_t index) const noexcept
+{
+    return m_Selection != nullptr && m_Selection->at(index);
+}
+
 bool Peptide::isSelected(std::size_t index) const noexcept
 {
-    const ResiduePlace place = resolve(index);
-    const ResidueSelection *const selection = place.peptide->m_Selection.get();
-    return selection != nullptr && selection->at(place.index);
+    const ReadPlace place = readPlace(index);
+    return place.owner.isSelectedHere(place.index);
 }
 
 void Peptide::setSelected(std::size_t index, bool selected)
