@@ -147,8 +147,8 @@ void ObjectSpace::noteReferences(StoredObject &object)
 
 std::size_t ObjectSpace::bytes() const noexcept
 {
-    return sizeof(*this) + m_Objects.capacity() * sizeof(m_Objects[0]) +
-           m_Referrers.capacity() * sizeof(m_Referrers[0]) + bytesOfObjects();
+    return sizeof(*this) + m_Objects.capacity() * sizeof(void *) +
+           m_Referrers.capacity() * sizeof(void *) + bytesOfObjects();
 }
 
 std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
