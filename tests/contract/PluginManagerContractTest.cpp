@@ -2,27 +2,26 @@
 // What plug-ins rely on of PluginManager: the four calls of the alignment editor.
 #include "PluginManager.h"
 
-#include "Compound.h"
+#include "Alignment.h"
+#include "AlignmentTable.h"
 #include "PluginRoutes.h"
+#include "WorkbenchCommands.h"
 #include "support/FakeCompound.h"
 
 #include <QString>
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
+#include <type_traits>
 
 using namespace TAMBO::services;
 using Outcome = PluginManager::Outcome;
 
 namespace PluginManagerContractTest {
-
-struct SaveRequest
-{
-    QString path;
-    TAMBO::Compound *alignment;
-};
 
 class PluginManagerContract : public ::testing::Test
 {
@@ -51,8 +50,8 @@ protected:
 
 TEST_F(PluginManagerContract, SavingHandsOverAWritableRecord)
 {
-    FakeCompound alignment("a", "alignment");
-    SaveRequest request{"/tmp/a.ali", &alignment};
+    const std::unique_ptr<TAMBO::Alignment> alignment = TAMBO::AlignmentTable::make("a", {});
+    TAMBO::SaveRequest request{"/tmp/a.ali", alignment.get()};
     PluginRoutes::instance().registerCommand("Parse", "PIR", "SaveALI", record());
     EXPECT_EQ(PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
                                      static_cast<void *>(&request)),
@@ -62,7 +61,9 @@ TEST_F(PluginManagerContract, SavingHandsOverAWritableRecord)
     EXPECT_EQ(m_Call.text, "Save PIR");
     EXPECT_EQ(m_Call.readOnlyData, nullptr);
     ASSERT_EQ(m_Call.data, &request);
-    EXPECT_EQ(static_cast<const SaveRequest *>(m_Call.data)->path, "/tmp/a.ali");
+    const auto *handed = static_cast<const TAMBO::SaveRequest *>(m_Call.data);
+    EXPECT_EQ(handed->path, "/tmp/a.ali");
+    EXPECT_EQ(handed->alignment, alignment.get());
 }
 
 TEST_F(PluginManagerContract, ReadingAModelHandsOverAReadOnlyText)
@@ -98,6 +99,46 @@ TEST_F(PluginManagerContract, RealigningHandsOverTheAlignment)
     ASSERT_EQ(m_Calls, 1);
     EXPECT_EQ(m_Call.caller, "KALMO");
     EXPECT_EQ(m_Call.data, &alignment);
+}
+
+// Plug-ins that were compiled before hand the record over as it stands in memory.
+static_assert(std::is_standard_layout_v<TAMBO::SaveRequest>);
+static_assert(offsetof(TAMBO::SaveRequest, path) == 0);
+static_assert(offsetof(TAMBO::SaveRequest, alignment) == sizeof(QString));
+static_assert(sizeof(TAMBO::SaveRequest) == sizeof(QString) + sizeof(void *));
+
+TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
+{
+    const std::unique_ptr<TAMBO::Alignment> alignment = TAMBO::AlignmentTable::make("a", {});
+    QString saved;
+    TAMBO::Alignment *savedAlignment = nullptr;
+    QByteArray readPath;
+    PluginRoutes &routes = PluginRoutes::instance();
+    routes.registerCommand("Parse", "PIR", "SaveALI", [&](const PluginCall &call) {
+        const auto *request = static_cast<const TAMBO::SaveRequest *>(call.data);
+        saved = request->path;
+        savedAlignment = request->alignment;
+        return call.caller == "Mine" && call.text == "Keep it";
+    });
+    routes.registerCommand("Parse", "PDB", "ReadPDB", [&](const PluginCall &call) {
+        readPath = static_cast<const char *>(call.readOnlyData);
+        return call.data == nullptr && call.text == "Read it";
+    });
+    routes.registerExecute("Data", "OpenFile", "open", record());
+    using TAMBO::WorkbenchCommands;
+    EXPECT_EQ(WorkbenchCommands::saveAlignment("Mine", "Keep it", *alignment, "/tmp/a.ali"),
+              Outcome::Done);
+    EXPECT_EQ(saved, "/tmp/a.ali");
+    EXPECT_EQ(savedAlignment, alignment.get());
+    EXPECT_EQ(
+        WorkbenchCommands::readStructure("Mine", "Read it", QString::fromUtf8("/tmp/\xc3\xa4.pdb")),
+        Outcome::Done);
+    EXPECT_EQ(readPath, "/tmp/\xe4.pdb");
+    EXPECT_EQ(WorkbenchCommands::openFile("Mine"), Outcome::Done);
+    EXPECT_EQ(m_Call.data, nullptr);
+    routes.registerExecute("Calculate", "Alignment", "Malign", record());
+    EXPECT_EQ(WorkbenchCommands::realign("Mine", *alignment), Outcome::Done);
+    EXPECT_EQ(m_Call.data, alignment.get());
 }
 
 TEST_F(PluginManagerContract, ANoServiceANoCommandAndAFailureAreDifferentAnswers)

@@ -8,6 +8,7 @@
 #include "ModelReader.h"
 #include "ObjectFacts.h"
 #include "PluginRoutes.h"
+#include "WorkbenchCommands.h"
 #include "WritableObject.h"
 
 #include <QApplication>
@@ -21,15 +22,7 @@ namespace TAMBO::app {
 
 namespace {
 
-using services::PluginCall;
 using services::PluginRoutes;
-
-// What a caller of SaveALI points to; the order of the fields is agreed with plug-ins.
-struct SaveRequest
-{
-    QString path;
-    Alignment *alignment;
-};
 
 QString scratch()
 {
@@ -56,23 +49,27 @@ QString fromLatin1Path(const char *path)
 Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(std::move(actions))
 {
     PluginRoutes &routes = PluginRoutes::instance();
-    routes.registerExecute("Data", "OpenFile", "open",
-                           [this](const PluginCall &) { return openFile(); });
-    routes.registerCommand("Parse", "PDB", "ReadPDB",
-                           [this](const PluginCall &call) { return readPdb(call); });
-    routes.registerCommand("Parse", "PIR", "SaveALI",
-                           [this](const PluginCall &call) { return savePir(call); });
-    routes.registerExecute("Calculate", "Alignment", "Malign",
-                           [this](const PluginCall &call) { return realign(call); });
+    const auto command = [&routes](const CommandName &name, PluginRoutes::Handler handler) {
+        routes.registerCommand(name.group, name.service, name.command, std::move(handler));
+    };
+    const auto execute = [&routes](const CommandName &name, PluginRoutes::Handler handler) {
+        routes.registerExecute(name.group, name.service, name.command, std::move(handler));
+    };
+    execute(WorkbenchCommands::kOpenFile, [this](const PluginCall &) { return openFile(); });
+    command(WorkbenchCommands::kReadStructure,
+            [this](const PluginCall &call) { return readPdb(call); });
+    command(WorkbenchCommands::kSaveAlignment,
+            [this](const PluginCall &call) { return savePir(call); });
+    execute(WorkbenchCommands::kRealign, [this](const PluginCall &call) { return realign(call); });
 }
 
 Routes::~Routes()
 {
     PluginRoutes &routes = PluginRoutes::instance();
-    routes.removeExecute("Data", "OpenFile", "open");
-    routes.removeCommand("Parse", "PDB", "ReadPDB");
-    routes.removeCommand("Parse", "PIR", "SaveALI");
-    routes.removeExecute("Calculate", "Alignment", "Malign");
+    for (const CommandName &name : WorkbenchCommands::kAll) {
+        routes.removeCommand(name.group, name.service, name.command);
+        routes.removeExecute(name.group, name.service, name.command);
+    }
 }
 
 // Choosing nothing is no failure.

@@ -9,14 +9,12 @@
 
 #include <functional>
 
+struct PluginCall;
+
 namespace TAMBO {
 class Alignment;
 class Compound;
 } // namespace TAMBO
-
-namespace TAMBO::services {
-struct PluginCall;
-}
 
 namespace TAMBO::app {
 
@@ -44,9 +42,9 @@ public:
 
 private:
     bool openFile();
-    bool readPdb(const services::PluginCall &call);
-    bool realign(const services::PluginCall &call);
-    bool savePir(const services::PluginCall &call);
+    bool readPdb(const PluginCall &call);
+    bool realign(const PluginCall &call);
+    bool savePir(const PluginCall &call);
 
     // What has to wait may come to its turn when the loader has gone, and this too.
     QPointer<Loader> m_Loader;

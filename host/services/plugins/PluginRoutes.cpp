@@ -2,9 +2,11 @@
 #include "PluginRoutes.h"
 
 #include "Logger.h"
+#include "WorkbenchCommands.h"
 
 #include <QString>
 
+#include <algorithm>
 #include <exception>
 
 namespace TAMBO::services {
@@ -27,20 +29,44 @@ std::string fullName(const std::pair<std::string, std::string> &service, const s
 
 PluginRoutes &PluginRoutes::instance()
 {
-    static PluginRoutes routes;
-    return routes;
+    // Never destroyed: a plug-in's static answer may go later.
+    static auto *const routes = new PluginRoutes;
+    return *routes;
 }
 
-void PluginRoutes::registerCommand(const std::string &group, const std::string &service,
-                                   const std::string &command, Handler handler)
+bool PluginRoutes::isOfWorkbench(const std::string &group, const std::string &service,
+                                 const std::string &command)
 {
-    m_Commands[{group, service}][command] = std::move(handler);
+    return std::ranges::any_of(WorkbenchCommands::kAll, [&](const CommandName &name) {
+        return group == name.group && service == name.service && command == name.command;
+    });
 }
 
-void PluginRoutes::registerExecute(const std::string &group, const std::string &service,
+bool PluginRoutes::registerCommand(const std::string &group, const std::string &service,
                                    const std::string &command, Handler handler)
 {
-    m_Executes[{group, service}][command] = std::move(handler);
+    return add(m_Commands, {group, service}, command, std::move(handler));
+}
+
+bool PluginRoutes::registerExecute(const std::string &group, const std::string &service,
+                                   const std::string &command, Handler handler)
+{
+    return add(m_Executes, {group, service}, command, std::move(handler));
+}
+
+bool PluginRoutes::add(Routes &routes, const Service &service, const std::string &command,
+                       Handler handler)
+{
+    const auto found = routes.find(service);
+    if (found != routes.end() && found->second.contains(command)) {
+        Logger::Write(
+            QString::fromStdString(fullName(service, command) +
+                                   " is answered already; a second answer to it was refused."),
+            Logger::Severity::Warning);
+        return false;
+    }
+    routes[service][command] = std::make_shared<const Handler>(std::move(handler));
+    return true;
 }
 
 void PluginRoutes::remove(Routes &routes, const Service &service, const std::string &command)
@@ -97,10 +123,10 @@ Outcome PluginRoutes::answer(const Routes &routes, const Service &service,
                  call.caller, Logger::Severity::Warning);
         return Outcome::NoCommand;
     }
-    // A copy, since a command may register or remove routes.
-    const Handler handler = handlers->second.at(command);
+    // Held, since a command may remove its own route.
+    const std::shared_ptr<const Handler> handler = handlers->second.at(command);
     try {
-        return handler(call) ? Outcome::Done : Outcome::Failed;
+        return (*handler)(call) ? Outcome::Done : Outcome::Failed;
     } catch (const std::exception &exception) {
         complain(fullName(service, command) + " failed: " + exception.what(), call.caller,
                  Logger::Severity::Error);

@@ -2,40 +2,35 @@
 // The commands that can be reached through PluginManager, and who answers them.
 #pragma once
 
+#include "PluginAnswer.h"
 #include "PluginManager.h"
 
-#include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 
 namespace TAMBO::services {
 
-// What the caller handed over.
-struct PluginCall
-{
-    std::string caller;
-    // For the log; empty for Execute.
-    std::string text;
-    // Exactly one of them is set when the caller passed data: the second for read-only data.
-    void *data = nullptr;
-    const void *readOnlyData = nullptr;
-};
+using ::PluginCall;
 
 // Command and Execute are answered by routes of their own, so that one service can have both under
 // one name. A route answers until it is taken away; registering it again replaces it.
 class PluginRoutes
 {
 public:
-    // False means that the command failed; whoever answers tells the user why. An exception counts
-    // as a failure and is logged.
-    using Handler = std::function<bool(const PluginCall &call)>;
+    using Handler = PluginAnswer::Handler;
 
     static PluginRoutes &instance();
 
-    void registerCommand(const std::string &group, const std::string &service,
+    // Whether the name is one of the workbench's own, by either way and registered or not.
+    [[nodiscard]] static bool isOfWorkbench(const std::string &group, const std::string &service,
+                                            const std::string &command);
+
+    // False, with a line in the log and nothing changed, when the route has been taken.
+    bool registerCommand(const std::string &group, const std::string &service,
                          const std::string &command, Handler handler);
-    void registerExecute(const std::string &group, const std::string &service,
+    bool registerExecute(const std::string &group, const std::string &service,
                          const std::string &command, Handler handler);
     void removeCommand(const std::string &group, const std::string &service,
                        const std::string &command);
@@ -53,7 +48,7 @@ public:
 
 private:
     // Of a service, by command.
-    using Handlers = std::map<std::string, Handler>;
+    using Handlers = std::map<std::string, std::shared_ptr<const Handler>>;
     using Service = std::pair<std::string, std::string>;
     using Routes = std::map<Service, Handlers>;
 
@@ -61,6 +56,8 @@ private:
                                                 const std::string &command,
                                                 const PluginCall &call) const;
     [[nodiscard]] bool isService(const Service &service) const;
+    static bool add(Routes &routes, const Service &service, const std::string &command,
+                    Handler handler);
     static void remove(Routes &routes, const Service &service, const std::string &command);
 
     Routes m_Commands;

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Saving, opening and printing. The text of alignment files belongs to the workbench.
-#include "KalmoIO.h"
-
 #include "AlignmentPages.h"
 #include "Config.h"
 #include "KALMO2.h"
 #include "PageMeasures.h"
-#include "PluginManager.h"
 #include "PrintJob.h"
 #include "Printouts.h"
+#include "WorkbenchCommands.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -31,9 +29,7 @@ void KALMO2::Save(const QString &Name, TAMBO::Alignment *Ali)
 {
     if (Ali == nullptr || Name.isEmpty())
         return;
-    SaveRequest request{Name, Ali};
-    PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
-                           static_cast<void *>(&request));
+    TAMBO::WorkbenchCommands::saveAlignment("KALMO", "Save PIR", *Ali, Name);
 }
 
 void KALMO2::Save()
@@ -53,7 +49,7 @@ void KALMO2::Save()
 void KALMO2::OpenFile()
 {
     QGuiApplication::sync();
-    PluginManager::Execute("Data", "OpenFile", "SequenceEditor", "open");
+    TAMBO::WorkbenchCommands::openFile("SequenceEditor");
 }
 
 void KALMO2::printItBox()

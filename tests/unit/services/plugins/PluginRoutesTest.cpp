@@ -73,11 +73,14 @@ TEST(PluginRoutes, AnExceptionIsAFailureWithOneLogLineAndIsNotThrownOn)
                                         "G/S/unknown failed (asked by Test)"}));
 }
 
-TEST(PluginRoutes, RegisteringAgainReplacesAndRemovingTakesAway)
+TEST(PluginRoutes, RegisteringAgainIsRefusedAndRemovingTakesAway)
 {
     PluginRoutes routes;
-    routes.registerExecute("G", "S", "a", answers(false));
-    routes.registerExecute("G", "S", "a", answers(true));
+    EXPECT_TRUE(routes.registerExecute("G", "S", "a", answers(true)));
+    const LogLines log;
+    EXPECT_FALSE(routes.registerExecute("G", "S", "a", answers(false)));
+    EXPECT_EQ(log.texts(),
+              QStringList("G/S/a is answered already; a second answer to it was refused."));
     const PluginCall call = callOf("Test");
     EXPECT_EQ(routes.execute("G", "S", "a", call), Outcome::Done);
     routes.registerExecute("G", "S", "b", answers(true));

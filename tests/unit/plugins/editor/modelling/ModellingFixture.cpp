@@ -2,6 +2,7 @@
 #include "ModellingFixture.h"
 
 #include "JobList.h"
+#include "WorkbenchCommands.h"
 
 #include "support/WaitUntil.h"
 
@@ -9,7 +10,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
 
 ModellingFixture::ModellingFixture() : m_SystemPath(qgetenv("PATH"))
@@ -24,7 +24,7 @@ ModellingFixture::ModellingFixture() : m_SystemPath(qgetenv("PATH"))
 
     PluginRoutes &routes = PluginRoutes::instance();
     routes.registerCommand("Parse", "PIR", "SaveALI", [this](const PluginCall &call) {
-        const auto *request = static_cast<ZEP::SaveRequest *>(call.data);
+        const auto *request = static_cast<TAMBO::SaveRequest *>(call.data);
         m_Order.emplace_back("save");
         m_Saved.emplace_back(request->path, request->alignment);
         QFile file(request->path);

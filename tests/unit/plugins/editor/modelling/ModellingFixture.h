@@ -2,7 +2,6 @@
 // Editor windows with a template, a target, and a program called kestram that a test writes.
 #pragma once
 
-#include "KalmoIO.h"
 #include "PluginRoutes.h"
 #include "WindowFixture.h"
 

@@ -3,8 +3,8 @@
 #include "HostSpy.h"
 #include "WindowFixture.h"
 
-#include "KalmoIO.h"
 #include "PluginRoutes.h"
+#include "WorkbenchCommands.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -12,7 +12,6 @@
 
 namespace AlignmentFilesTest {
 
-using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
 
 class AlignmentFiles : public WindowFixture
@@ -30,7 +29,7 @@ protected:
     {
         PluginRoutes::instance().registerCommand(
             "Parse", "PIR", "SaveALI", [this](const PluginCall &call) {
-                const auto *request = static_cast<ZEP::SaveRequest *>(call.data);
+                const auto *request = static_cast<TAMBO::SaveRequest *>(call.data);
                 m_Saved.push_back({call.caller, call.text, request->path, request->alignment});
                 return m_Succeeds;
             });
@@ -78,7 +77,7 @@ TEST_F(AlignmentFiles, SavingNothingOrNowhereIsNoCall)
 
 TEST_F(AlignmentFiles, TheRequestBeginsWithThePath)
 {
-    ZEP::SaveRequest request{"x.ali", nullptr};
+    TAMBO::SaveRequest request{"x.ali", nullptr};
     EXPECT_EQ(static_cast<void *>(&request.path), static_cast<void *>(&request));
     EXPECT_EQ(reinterpret_cast<char *>(&request.alignment) - reinterpret_cast<char *>(&request),
               std::ptrdiff_t(sizeof(QString)));

@@ -7,7 +7,6 @@
 
 namespace RangeCommandsTest {
 
-using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
 using Range = TAMBO::Alignment::Range;
 

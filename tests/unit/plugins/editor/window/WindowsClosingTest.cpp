@@ -13,7 +13,6 @@
 
 namespace WindowsClosingTest {
 
-using TAMBO::services::PluginCall;
 using TAMBO::services::PluginRoutes;
 using Answers = TAMBO::services::SelectObjectAnswers;
 

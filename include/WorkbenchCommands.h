@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that the workbench itself answers, and what their data is.
+#pragma once
+
+#include "PluginManager.h"
+
+#include <QString>
+
+#include <string>
+
+namespace TAMBO {
+
+class Alignment;
+
+// What SaveALI is handed. Read in this order; lives for the one call.
+struct SaveRequest
+{
+    // The file; an old one is replaced by a complete new one.
+    QString path;
+    Alignment *alignment;
+};
+
+struct CommandName
+{
+    const char *group;
+    const char *service;
+    const char *command;
+};
+
+// Each call blocks until the command is done. caller is the name of the plug-in, text one for the
+// log.
+class WorkbenchCommands
+{
+public:
+    using Outcome = PluginManager::Outcome;
+
+    // Execute without data: the user chooses files, which are opened.
+    static constexpr CommandName kOpenFile{"Data", "OpenFile", "open"};
+    // Command with a SaveRequest.
+    static constexpr CommandName kSaveAlignment{"Parse", "PIR", "SaveALI"};
+    // Command with read-only data: the full path of a PDB file, Latin-1, ending in a zero byte.
+    static constexpr CommandName kReadStructure{"Parse", "PDB", "ReadPDB"};
+    // Execute with an Alignment.
+    static constexpr CommandName kRealign{"Calculate", "Alignment", "Malign"};
+
+    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure, kRealign};
+
+    // Choosing nothing is no failure.
+    static Outcome openFile(const std::string &caller)
+    {
+        return PluginManager::Execute(kOpenFile.group, kOpenFile.service, caller,
+                                      kOpenFile.command);
+    }
+
+    // As a PIR file. Failed, with a message for the user, when it cannot be written; the file is as
+    // it was then.
+    static Outcome saveAlignment(const std::string &caller, const std::string &text,
+                                 Alignment &alignment, const QString &path)
+    {
+        SaveRequest request{path, &alignment};
+        return PluginManager::Command(kSaveAlignment.group, kSaveAlignment.service, caller, text,
+                                      kSaveAlignment.command, static_cast<void *>(&request));
+    }
+
+    // Adds the structures of a PDB file, at once or as soon as no change is being published. Failed
+    // when nothing could be read.
+    static Outcome readStructure(const std::string &caller, const std::string &text,
+                                 const QString &path)
+    {
+        const QByteArray latin1 = path.toLatin1();
+        return PluginManager::Command(kReadStructure.group, kReadStructure.service, caller, text,
+                                      kReadStructure.command,
+                                      static_cast<const void *>(latin1.constData()));
+    }
+
+    // The columns of the alignment's range are aligned anew by another program.
+    static Outcome realign(const std::string &caller, Alignment &alignment)
+    {
+        return PluginManager::Execute(kRealign.group, kRealign.service, caller, kRealign.command,
+                                      static_cast<void *>(&alignment));
+    }
+};
+
+} // namespace TAMBO
