@@ -13,6 +13,25 @@
 
 namespace TAMBO {
 
+// What a node of the tree is. Other: of a kind that this list does not know.
+enum class CompoundKind {
+    Other,
+    Space,
+    Structure,
+    // A sequence with or without coordinates that is a part of a structure.
+    Chain,
+    // One that stands by itself, in Space.
+    Sequence,
+    // An amino acid of a chain or a sequence.
+    Residue,
+    // Anything else that has a number in a chain: a ligand, a nucleotide, an ion.
+    Group,
+    Atom,
+    // A helix, a strand or a turn; TypeCode() tells which.
+    Element,
+    Alignment
+};
+
 // Structures, chains, residues, atoms, secondary-structure elements and alignments are compounds.
 // The workbench owns every one of them; a plug-in borrows pointers and looks them up again after a
 // commDelete(). All calls are made in the GUI thread.
@@ -49,6 +68,9 @@ public:
     virtual void SetSelected(bool selected) = 0;
     virtual bool IsSelected() const = 0;
 
+    // The same for as long as the object exists; of one that was deleted, a chain may be a
+    // sequence.
+    CompoundKind Kind() const;
     // The names from the top of the tree to this object, joined by "/".
     std::string GetFQName() const;
     // The display colour; of a selected residue, mixed with the selection colour.

@@ -7,6 +7,7 @@
 #include "Alignment.h"
 #include "DataMaker.h"
 #include "contract/VirtualSlot.h"
+#include "support/FakeCompound.h"
 #include "unit/model/ModelFixture.h"
 
 #include <gmock/gmock.h>
@@ -52,6 +53,44 @@ TEST_F(CompoundContract, NamesCodesAndTypeNames)
     TAMBO::Compound *const residue = alignment->getItem(0, 0);
     EXPECT_EQ(residue->TypeCode(), 'A');
     EXPECT_EQ(residue->TypeName(), "ALA");
+}
+
+TEST_F(CompoundContract, EveryObjectSaysOfWhatKindItIs)
+{
+    using TAMBO::CompoundKind;
+    TAMBO::StructureRecord record;
+    record.name = "2xyz";
+    record.chains.push_back(chainRecord("A", "AGA"));
+    TAMBO::ResidueRecord ligand = residueRecord("HEM", 'X', "200");
+    ligand.isAminoAcid = false;
+    record.chains.front().residues.push_back(std::move(ligand));
+    TAMBO::Structure &mixed = *TAMBO::ObjectFactory::adopt(std::move(record));
+    TAMBO::Compound *const chain = mixed.Child(0);
+    TAMBO::Compound *const residue = chain->Child(0);
+    TAMBO::Compound *const element = TAMBO::DataMaker::makeSSE(
+        chain, "AH", {chain->Child(0), chain->Child(1), chain->Child(2)}, 'H');
+    ASSERT_NE(element, nullptr);
+    EXPECT_EQ(TAMBO::Space::instance()->Kind(), CompoundKind::Space);
+    EXPECT_EQ(mixed.Kind(), CompoundKind::Structure);
+    EXPECT_EQ(chain->Kind(), CompoundKind::Chain);
+    EXPECT_EQ(residue->Kind(), CompoundKind::Residue);
+    EXPECT_EQ(residue->Child(0)->Kind(), CompoundKind::Atom);
+    EXPECT_EQ(sequence.Kind(), CompoundKind::Sequence);
+    EXPECT_EQ(alignment->Kind(), CompoundKind::Alignment);
+    EXPECT_EQ(element->Kind(), CompoundKind::Element);
+    std::vector<CompoundKind> kinds;
+    for (std::size_t i = 0; i < chain->ChildCount(); ++i)
+        kinds.push_back(chain->Child(i)->Kind());
+    EXPECT_EQ(std::ranges::count(kinds, CompoundKind::Residue), 3);
+    EXPECT_EQ(std::ranges::count(kinds, CompoundKind::Group), 1);
+    EXPECT_EQ(std::ranges::count(kinds, CompoundKind::Element), 1);
+    EXPECT_EQ(kinds.size(), 5U);
+}
+
+TEST_F(CompoundContract, AnObjectOfAnUnknownKindIsOther)
+{
+    const FakeCompound fake("a", "alignment");
+    EXPECT_EQ(fake.Kind(), TAMBO::CompoundKind::Other);
 }
 
 TEST_F(CompoundContract, PositionIsDefinedOnlyWithCoordinates)

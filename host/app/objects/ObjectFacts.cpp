@@ -2,7 +2,6 @@
 #include "ObjectFacts.h"
 
 #include "Alignment.h"
-#include "Atom.h"
 #include "Element.h"
 #include "Peptide.h"
 #include "Structure.h"
@@ -94,22 +93,27 @@ void addPositionFacts(const Compound &object, std::vector<Fact> &facts)
 
 ObjectKind kindOf(const Compound &object)
 {
-    if (dynamic_cast<const Residue *>(&object) != nullptr)
-        return ObjectKind::Residue;
-    if (dynamic_cast<const Peptide *>(&object) != nullptr) {
-        const bool isChain = dynamic_cast<const Structure *>(object.Parent()) != nullptr;
-        return isChain ? ObjectKind::Chain : ObjectKind::Sequence;
-    }
-    if (dynamic_cast<const Structure *>(&object) != nullptr)
+    switch (object.Kind()) {
+    case CompoundKind::Structure:
         return ObjectKind::Structure;
-    if (dynamic_cast<const Alignment *>(&object) != nullptr)
-        return ObjectKind::Alignment;
-    if (dynamic_cast<const Atom *>(&object) != nullptr)
-        return ObjectKind::Atom;
-    if (dynamic_cast<const Group *>(&object) != nullptr)
+    case CompoundKind::Chain:
+        return ObjectKind::Chain;
+    case CompoundKind::Sequence:
+        return ObjectKind::Sequence;
+    case CompoundKind::Residue:
+        return ObjectKind::Residue;
+    case CompoundKind::Group:
         return ObjectKind::Group;
-    if (dynamic_cast<const Element *>(&object) != nullptr)
+    case CompoundKind::Atom:
+        return ObjectKind::Atom;
+    case CompoundKind::Element:
         return elementKind(object);
+    case CompoundKind::Alignment:
+        return ObjectKind::Alignment;
+    case CompoundKind::Space:
+    case CompoundKind::Other:
+        break;
+    }
     return ObjectKind::Other;
 }
 

@@ -78,8 +78,8 @@ WritableObject::WritableObject(const Compound &object) : m_Record(recordOf(objec
 
 bool WritableObject::isWritable(const Compound &object)
 {
-    return dynamic_cast<const Alignment *>(&object) != nullptr ||
-           dynamic_cast<const Structure *>(&object) != nullptr;
+    const CompoundKind kind = object.Kind();
+    return kind == CompoundKind::Alignment || kind == CompoundKind::Structure;
 }
 
 std::vector<FileFormat> WritableObject::formats() const

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where all kinds are known.
+#include "Alignment.h"
+#include "Atom.h"
+#include "Compound.h"
+#include "Element.h"
+#include "Peptide.h"
+#include "Space.h"
+#include "Structure.h"
+
+namespace TAMBO {
+
+namespace {
+
+template <typename T> bool isOf(const Compound &object)
+{
+    return dynamic_cast<const T *>(&object) != nullptr;
+}
+
+} // namespace
+
+CompoundKind Compound::Kind() const
+{
+    // The most numerous first.
+    if (isOf<Atom>(*this))
+        return CompoundKind::Atom;
+    if (isOf<Residue>(*this))
+        return CompoundKind::Residue;
+    if (isOf<Group>(*this))
+        return CompoundKind::Group;
+    if (isOf<Peptide>(*this)) {
+        // Nothing else holds sequences.
+        const bool isChain = Parent() != nullptr && Parent() != Space::instance();
+        return isChain ? CompoundKind::Chain : CompoundKind::Sequence;
+    }
+    if (isOf<Element>(*this))
+        return CompoundKind::Element;
+    if (isOf<Structure>(*this))
+        return CompoundKind::Structure;
+    if (isOf<Alignment>(*this))
+        return CompoundKind::Alignment;
+    return isOf<Space>(*this) ? CompoundKind::Space : CompoundKind::Other;
+}
+
+} // namespace TAMBO
