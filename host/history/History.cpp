@@ -19,6 +19,8 @@ History::~History()
 void History::begin()
 {
     m_Recorded.clear();
+    m_Name.clear();
+    m_Own.reset();
 }
 
 void History::record(std::unique_ptr<Edit> inverse)
@@ -30,6 +32,12 @@ void History::record(std::unique_ptr<Edit> inverse)
         m_Recorded.push_back(std::move(inverse));
 }
 
+void History::describe(const std::string &name, std::size_t own)
+{
+    m_Name = name;
+    m_Own = own;
+}
+
 void History::end()
 {
     if (m_Recorded.empty())
@@ -37,7 +45,9 @@ void History::end()
     m_IsAsTravelled = false;
     losePathsBehind(m_Position);
     drop(m_Steps.begin() + std::ptrdiff_t(m_Position), m_Steps.end());
-    m_Steps.emplace_back(std::exchange(m_Recorded, {}));
+    HistoryStep &step = m_Steps.emplace_back(std::exchange(m_Recorded, {}));
+    if (m_Own)
+        step.describe(m_Name, *m_Own);
     m_Bytes += m_Steps.back().bytes();
     m_Position = m_Steps.size();
     keepLimit();

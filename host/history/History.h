@@ -6,7 +6,10 @@
 #include "HistoryStep.h"
 #include "SavedMarks.h"
 
+#include <cstddef>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -36,7 +39,9 @@ public:
 
     void begin() override;
     void record(std::unique_ptr<Edit> inverse) override;
+    void describe(const std::string &name, std::size_t own) override;
     void end() override;
+    [[nodiscard]] bool isTravelling() const noexcept override { return m_IsApplying; }
 
     // ---- Moving along the steps. Refused, with nothing changed, inside a guard, while changes are
     // published, and when an object of the step is locked.
@@ -56,7 +61,7 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return m_Steps.size(); }
     // How many of the steps are done.
     [[nodiscard]] std::size_t position() const noexcept { return m_Position; }
-    // "move gap in SeqAli"; empty beyond the last step.
+    // "move gap in SeqAli", or with the name of the step for the kind; empty beyond the last step.
     [[nodiscard]] std::string label(std::size_t step) const;
     // Of the step that undo() or redo() would carry out; empty without one.
     [[nodiscard]] std::string undoLabel() const;
@@ -116,6 +121,9 @@ private:
     std::vector<HistoryStep> m_Steps;
     std::size_t m_Position = 0;
     std::vector<std::unique_ptr<Edit>> m_Recorded;
+    // Of what is being recorded.
+    std::string m_Name;
+    std::optional<std::size_t> m_Own;
     std::size_t m_Limit = kDefaultLimit;
     std::size_t m_Bytes = 0;
     // Steps that the limit has dropped from the beginning, and what they have changed.

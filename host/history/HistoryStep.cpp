@@ -3,6 +3,7 @@
 
 #include "ChangeScope.h"
 #include "Compound.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 #include <string_view>
@@ -13,6 +14,15 @@ namespace TAMBO {
 HistoryStep::HistoryStep(std::vector<std::unique_ptr<Edit>> inverses) : m_Edits(std::move(inverses))
 {
     m_Edits.shrink_to_fit();
+    measure();
+}
+
+void HistoryStep::describe(const std::string &name, std::size_t own)
+{
+    if (!name.empty())
+        m_Name = std::make_unique<const std::string>(name);
+    m_Added = static_cast<std::uint32_t>(m_Edits.size() -
+                                         std::clamp<std::size_t>(own, 1, m_Edits.size()));
     measure();
 }
 
@@ -38,24 +48,32 @@ const Compound *HistoryStep::lock() const
     return nullptr;
 }
 
+HistoryStep::Edits HistoryStep::ownEdits() const noexcept
+{
+    const Edits all = m_Edits;
+    const std::size_t own = all.size() - m_Added;
+    return m_IsDone ? all.first(own) : all.last(own);
+}
+
 // What the user did: the last object that came, went or was renamed as a whole, else the first
 // change; the others came with it.
 const Edit &HistoryStep::primary() const
 {
     const auto isWhole = [](const auto &edit) { return edit->actsOnWhole(); };
+    const Edits edits = ownEdits();
     if (m_IsDone) {
-        const auto found = std::find_if(m_Edits.rbegin(), m_Edits.rend(), isWhole);
-        return found != m_Edits.rend() ? **found : *m_Edits.front();
+        const auto found = std::find_if(edits.rbegin(), edits.rend(), isWhole);
+        return found != edits.rend() ? **found : *edits.front();
     }
-    const auto found = std::find_if(m_Edits.begin(), m_Edits.end(), isWhole);
-    return found != m_Edits.end() ? **found : *m_Edits.back();
+    const auto found = std::find_if(edits.begin(), edits.end(), isWhole);
+    return found != edits.end() ? **found : *edits.back();
 }
 
 std::string HistoryStep::label() const
 {
     const Edit &named = primary();
     std::vector<const Compound *> subjects;
-    for (const std::unique_ptr<Edit> &edit : m_Edits) {
+    for (const std::unique_ptr<Edit> &edit : ownEdits()) {
         const bool isSameKind = std::string_view(edit->kind()) == named.kind();
         if (edit.get() == &named || (isSameKind && !named.actsOnWhole()))
             edit->appendSubjects(subjects);
@@ -64,7 +82,7 @@ std::string HistoryStep::label() const
     const auto count =
         std::size_t(std::unique(subjects.begin(), subjects.end()) - subjects.begin());
 
-    std::string label = named.kind();
+    std::string label = m_Name != nullptr ? *m_Name : named.kind();
     label += named.actsOnWhole() ? " " : " in ";
     label += named.subject()->GetFQName();
     if (count == 2)
@@ -100,6 +118,8 @@ void HistoryStep::measure()
     m_Bytes = sizeof(*this) + m_Edits.capacity() * sizeof(m_Edits[0]);
     for (const std::unique_ptr<Edit> &edit : m_Edits)
         m_Bytes += edit->bytes();
+    if (m_Name != nullptr)
+        m_Bytes += sizeof(*m_Name) + textBytes(*m_Name);
 }
 
 } // namespace TAMBO

@@ -5,8 +5,10 @@
 #include "Edit.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,13 +20,17 @@ public:
     // In the order of the changes.
     explicit HistoryStep(std::vector<std::unique_ptr<Edit>> inverses);
 
+    // name: what stands for the kind of edit; empty for none. own: how many of the changes, from
+    // the first on, are those that the step was made for, and so what it is called after.
+    void describe(const std::string &name, std::size_t own);
+
     // Done becomes undone and the other way round.
     void toggle();
     [[nodiscard]] bool isDone() const noexcept { return m_IsDone; }
 
     // The object whose lock forbids toggling, or null.
     [[nodiscard]] const Compound *lock() const;
-    // "move gap in SeqAli", whether done or undone.
+    // "move gap in SeqAli", or with the name for the kind, whether done or undone.
     [[nodiscard]] std::string label() const;
     // Calls visit(holder, part) for what the step changes of objects that files hold. An object may
     // come several times.
@@ -38,12 +44,20 @@ public:
     [[nodiscard]] std::vector<std::unique_ptr<Edit>> takeEdits() { return std::move(m_Edits); }
 
 private:
+    using Edits = std::span<const std::unique_ptr<Edit>>;
+
+    // Those that the step was made for.
+    [[nodiscard]] Edits ownEdits() const noexcept;
     [[nodiscard]] const Edit &primary() const;
     void measure();
 
     // Applied from the last to the first.
     std::vector<std::unique_ptr<Edit>> m_Edits;
+    // Most steps have none.
+    std::unique_ptr<const std::string> m_Name;
     std::size_t m_Bytes = 0;
+    // Edits that were added to the step, behind its own.
+    std::uint32_t m_Added = 0;
     bool m_IsDone = true;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ChangeSession.h"
 
+#include "StepFollowers.h"
 #include "SubscriberList.h"
 
 #include <exception>
@@ -90,10 +91,30 @@ void ChangeSession::handToRecorder()
             m_Step.released.push_back(std::move(edit));
         return;
     }
+    const std::size_t own = m_Step.own.value_or(inverses.size());
+    const bool isPlain = m_Step.name.empty() && own == inverses.size();
     m_Recorder->begin();
     for (std::unique_ptr<Edit> &edit : inverses)
         m_Recorder->record(std::move(edit));
+    if (!isPlain)
+        m_Recorder->describe(m_Step.name, own);
     m_Recorder->end();
+}
+
+void ChangeSession::callFollowers() noexcept
+{
+    StepFollowers &followers = StepFollowers::get();
+    const bool isTravelling = m_Recorder != nullptr && m_Recorder->isTravelling();
+    if (followers.empty() || m_Step.inverses.empty() || isTravelling || m_IsFollowing)
+        return;
+    m_Step.own = m_Step.inverses.size();
+    // A step of its own would come between the changes of this one.
+    ++m_Pauses;
+    m_IsFollowing = true;
+    followers.call(m_Step.inverses);
+    m_IsFollowing = false;
+    --m_Pauses;
+    closeGrowing();
 }
 
 void ChangeSession::close() noexcept
@@ -103,6 +124,7 @@ void ChangeSession::close() noexcept
         return;
     }
     closeGrowing();
+    callFollowers();
     // Still open: what the recorder drops must outlive the notification.
     runSafely([this] { handToRecorder(); });
     // Taken out first: a subscriber may make a step of its own (a selection, say).
@@ -131,6 +153,7 @@ void ChangeSession::interrupt()
 void ChangeSession::resume() noexcept
 {
     closeGrowing();
+    callFollowers();
     runSafely([this] { handToRecorder(); });
     Interrupted interrupted = std::move(m_Interrupted.back());
     m_Interrupted.pop_back();
@@ -145,7 +168,9 @@ void ChangeSession::endFirstPart(Step &step)
     std::swap(m_Step.inverses, step.inverses);
     // What the recorder drops is released with the step, and so after it has been published.
     std::swap(m_Step.released, step.released);
+    std::swap(m_Step.name, step.name);
     runSafely([this] { handToRecorder(); });
+    std::swap(m_Step.name, step.name);
     std::swap(m_Step.released, step.released);
 }
 
@@ -221,6 +246,14 @@ bool ChangeSession::writeLogOnce(const std::string &message, LogSeverity severit
         return false;
     writeLog(message, severity);
     return true;
+}
+
+void ChangeSession::nameStep(const std::string &name)
+{
+    if (m_IsFollowing || name.empty() || (!m_Step.name.empty() && m_Step.nameDepth <= m_Step.depth))
+        return;
+    m_Step.name = name;
+    m_Step.nameDepth = m_Step.depth;
 }
 
 void ChangeSession::noteRefusal(const std::string &reason)

@@ -12,6 +12,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -59,6 +60,9 @@ public:
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
     void releaseLater(std::unique_ptr<Edit> edit) { m_Step.released.push_back(std::move(edit)); }
 
+    // What the user reads of the step; a name given on a level farther out wins.
+    void nameStep(const std::string &name);
+
     // False when it is there already.
     bool writeLogOnce(const std::string &message, LogSeverity severity);
     // A part of the step was refused: that is news for the user when nothing else is done.
@@ -81,6 +85,11 @@ private:
         std::vector<std::unique_ptr<Edit>> released;
         std::set<std::string> logged;
         std::string refusal;
+        std::string name;
+        // The level on which it was named.
+        unsigned nameDepth = 0;
+        // How many of the inverses are of its maker, once followers have been called.
+        std::optional<std::size_t> own;
     };
     struct Interrupted
     {
@@ -90,6 +99,8 @@ private:
     };
 
     void closeGrowing() noexcept;
+    // At the end of a step.
+    void callFollowers() noexcept;
     void handToRecorder();
     // The step becomes two, around what arrives.
     void endFirstPart(Step &step);
@@ -103,6 +114,7 @@ private:
     std::vector<Interrupted> m_Interrupted;
     std::deque<std::function<void()>> m_Waiting;
     unsigned m_Pauses = 0;
+    bool m_IsFollowing = false;
 };
 
 } // namespace TAMBO

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
@@ -63,7 +64,12 @@ public:
     virtual ~EditRecorder() = default;
     virtual void begin() = 0;
     virtual void record(std::unique_ptr<Edit> inverse) = 0;
+    // Before the end of a step that has a name, or that followers have added to: the name, maybe
+    // empty, and how many of the changes are its maker's own; those behind them were added.
+    virtual void describe(const std::string &, std::size_t) { }
     virtual void end() = 0;
+    // The changes take back or repeat former steps. Nobody adds to those.
+    [[nodiscard]] virtual bool isTravelling() const noexcept { return false; }
 };
 
 // The recorder in use; null (the start) drops the inverses. Not owned.
