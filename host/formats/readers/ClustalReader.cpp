@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ClustalReader.h"
 
+#include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
 #include "PiecedRows.h"
@@ -12,10 +13,10 @@ namespace TAMBO::formats {
 
 namespace {
 
-class ClustalParser
+class ClustalParser : AlignmentParser
 {
 public:
-    explicit ClustalParser(TextReader &reader) : m_Reader(reader) { }
+    explicit ClustalParser(TextReader &reader) : AlignmentParser(reader) { }
 
     Result<FileContents> run();
 
@@ -25,15 +26,8 @@ private:
     void addRow(std::string_view name);
     void finishBlock();
     void finishAlignment();
-    void fail(std::uint64_t line, const std::string &cause)
-    {
-        if (m_Outcome)
-            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
-    }
 
-    TextReader &m_Reader;
     FileContents m_Contents;
-    Result<void> m_Outcome;
     PiecedRows m_Rows;
     // Of the block under way.
     std::size_t m_RowsInBlock = 0;
@@ -148,9 +142,9 @@ void ClustalParser::finishAlignment()
                                               counted(m_Rows.width(*uneven), "column") + ", row " +
                                               shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
-    AlignmentRecord &alignment = m_Contents.alignments.emplace_back();
-    alignment.remarks = m_Rows.remarks(m_Reader.fileName());
-    alignment.rows = m_Rows.take();
+    m_Alignment.remarks = m_Rows.remarks(m_Reader.fileName());
+    m_Alignment.rows = m_Rows.take();
+    m_Contents.alignments.push_back(std::exchange(m_Alignment, {}));
     m_IsFirstBlock = true;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FastaReader.h"
 
+#include "AlignmentParser.h"
 #include "Bits.h"
 #include "DotlessRows.h"
 #include "FormatText.h"
@@ -23,10 +24,10 @@ bool isSaidOfColumns(std::string_view name) noexcept
     return name == "ss_pred" || name == "ss_conf" || name == "ss_dssp" || name == "sa_dssp";
 }
 
-class FastaParser
+class FastaParser : AlignmentParser
 {
 public:
-    explicit FastaParser(TextReader &reader) : m_Reader(reader) { }
+    explicit FastaParser(TextReader &reader) : AlignmentParser(reader) { }
 
     Result<FileContents> run();
 
@@ -41,20 +42,8 @@ private:
     void remarkOnLines();
     bool isDotlessA2m() const;
     void dropStopColumn();
-    void remark(std::uint64_t line, const std::string &text)
-    {
-        m_Alignment.remarks.push_back(at(m_Reader.fileName(), line, text));
-    }
-    void fail(std::uint64_t line, const std::string &cause)
-    {
-        if (m_Outcome)
-            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
-    }
 
-    TextReader &m_Reader;
-    AlignmentRecord m_Alignment;
     RowBuilder m_Row;
-    Result<void> m_Outcome;
     enum class Place { BeforeFirst, InRow, InLine };
     Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MsfReader.h"
 
+#include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
 #include "MsfChecksum.h"
@@ -30,10 +31,10 @@ bool isRuler(std::string_view line) noexcept
     return line.find_first_not_of("0123456789 \t") == std::string_view::npos;
 }
 
-class MsfParser
+class MsfParser : AlignmentParser
 {
 public:
-    explicit MsfParser(TextReader &reader) : m_Reader(reader) { }
+    explicit MsfParser(TextReader &reader) : AlignmentParser(reader) { }
 
     Result<FileContents> run();
 
@@ -44,19 +45,7 @@ private:
     void finish();
     void checkLengths();
     void checkSums();
-    void remark(const std::string &text)
-    {
-        m_Alignment.remarks.push_back(m_Reader.fileName() + ": " + text);
-    }
-    void fail(std::uint64_t line, const std::string &cause)
-    {
-        if (m_Outcome)
-            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
-    }
 
-    TextReader &m_Reader;
-    AlignmentRecord m_Alignment;
-    Result<void> m_Outcome;
     PiecedRows m_Rows;
     // What the file says of a row, and what is found.
     struct Claims

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PirReader.h"
 
+#include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
 #include "RowBuilder.h"
@@ -58,10 +59,10 @@ bool looksLikeResidues(std::string_view title) noexcept
            });
 }
 
-class PirParser
+class PirParser : AlignmentParser
 {
 public:
-    explicit PirParser(TextReader &reader) : m_Reader(reader) { }
+    explicit PirParser(TextReader &reader) : AlignmentParser(reader) { }
 
     Result<FileContents> run();
 
@@ -75,20 +76,8 @@ private:
     void finishRow();
     void finish();
     RowRecord &row() { return m_Alignment.rows.back(); }
-    void remark(std::uint64_t line, const std::string &text)
-    {
-        m_Alignment.remarks.push_back(at(m_Reader.fileName(), line, text));
-    }
-    void fail(std::uint64_t line, const std::string &cause)
-    {
-        if (m_Outcome)
-            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
-    }
 
-    TextReader &m_Reader;
-    AlignmentRecord m_Alignment;
     RowBuilder m_Row;
-    Result<void> m_Outcome;
     Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;
     std::uint64_t m_FirstPunctuationLine = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StockholmReader.h"
 
+#include "AlignmentParser.h"
 #include "Bits.h"
 #include "FormatText.h"
 #include "PiecedRows.h"
@@ -56,10 +57,10 @@ bool isStockholm(std::string_view word) noexcept
     return isSameWithoutCase(word, "stockholm");
 }
 
-class StockholmParser
+class StockholmParser : AlignmentParser
 {
 public:
-    explicit StockholmParser(TextReader &reader) : m_Reader(reader) { }
+    explicit StockholmParser(TextReader &reader) : AlignmentParser(reader) { }
 
     Result<FileContents> run();
     // Rows without any markup around them.
@@ -89,25 +90,13 @@ private:
     void dropAbsentRows();
     void tieRowAnnotations();
     void nameAlignments();
-    void remark(std::uint64_t line, const std::string &text)
-    {
-        m_Alignment.remarks.push_back(at(m_Reader.fileName(), line, text));
-    }
-    void fail(std::uint64_t line, const std::string &cause)
-    {
-        if (m_Outcome)
-            m_Outcome = failureAt(m_Reader.fileName(), line, cause);
-    }
 
-    TextReader &m_Reader;
     FileContents m_Contents;
-    Result<void> m_Outcome;
     bool m_IsOpen = false;
     bool m_IsPlain = false;
     bool m_HasUnknownMarkup = false;
 
     // Of the alignment under way.
-    AlignmentRecord m_Alignment;
     PiecedRows m_Rows;
     std::vector<Line> m_ColumnLines;
     // By row, up to the last one of which something is said.
