@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ColormapFile.h"
 
+#include "DataFile.h"
 #include "Directories.h"
-#include "Text.h"
 
 #include <QColor>
 #include <QDir>
@@ -61,23 +61,15 @@ Color mixed(const ColorStop &low, const ColorStop &high, double share)
 
 Result<ColormapContents> ColormapFile::parse(std::string_view text, const std::string &fileName)
 {
-    // As some editors begin a text.
-    if (text.starts_with("\xef\xbb\xbf"))
-        text.remove_prefix(3);
-    std::istringstream lines{std::string(text)};
     ColormapContents map;
-    std::string line;
-    for (unsigned long number = 1; std::getline(lines, line); ++number) {
-        line.erase(std::min(line.find('#'), line.size()));
-        line = std::string(trimmed(line));
-        if (line.empty())
-            continue;
-        const Place place{fileName, number};
-        if (line == kClasses) {
+    DataLines lines(text);
+    while (lines.next()) {
+        const Place place{fileName, lines.number()};
+        if (lines.line() == kClasses) {
             map.isBlended = false;
             continue;
         }
-        const std::optional<ColorStop> stop = parseStop(line);
+        const std::optional<ColorStop> stop = parseStop(lines.line());
         if (!stop)
             return Failure{FailureKind::BadInput,
                            "expected a position and three numbers from 0 to 255", place};
@@ -114,11 +106,10 @@ Result<ColormapContents> ColormapFile::read(const std::string &name)
     const QString path = find(name);
     if (path.isEmpty())
         return Failure{FailureKind::NotFound, "there is no color map \"" + name + "\""};
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
-    const QByteArray text = file.readAll();
-    return parse({text.constData(), std::size_t(text.size())}, path.toStdString());
+    const Result<std::string> text = readDataFile(path);
+    if (!text)
+        return text.error();
+    return parse(text.value(), path.toStdString());
 }
 
 std::vector<std::string> ColormapFile::names()

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ResidueScales.h"
 
+#include "DataFile.h"
 #include "Directories.h"
 #include "Logger.h"
 #include "Text.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <algorithm>
 #include <cmath>
@@ -26,11 +26,10 @@ std::unique_ptr<ResidueScales> &theScales()
 
 Result<ResidueScale> readScale(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Failure{FailureKind::System, file.errorString().toStdString(), {path.toStdString()}};
-    const QByteArray text = file.readAll();
-    return ResidueScales::parse({text.constData(), std::size_t(text.size())}, path.toStdString());
+    const Result<std::string> text = readDataFile(path);
+    if (!text)
+        return text.error();
+    return ResidueScales::parse(text.value(), path.toStdString());
 }
 
 // "A 1.8"
@@ -111,19 +110,12 @@ void ResidueScales::setInstance(std::unique_ptr<ResidueScales> scales)
 
 Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::string &fileName)
 {
-    // As some editors begin a text.
-    if (text.starts_with("\xef\xbb\xbf"))
-        text.remove_prefix(3);
-    std::istringstream lines{std::string(text)};
     ResidueScale scale;
-    std::string line;
-    for (unsigned long number = 1; std::getline(lines, line); ++number) {
-        line.erase(std::min(line.find('#'), line.size()));
-        line = std::string(trimmed(line));
-        if (line.empty())
-            continue;
+    DataLines lines(text);
+    while (lines.next()) {
+        const std::string &line = lines.line();
         const auto failure = [&](const std::string &cause) {
-            return Failure{FailureKind::BadInput, cause, {fileName, number}};
+            return Failure{FailureKind::BadInput, cause, {fileName, lines.number()}};
         };
         if (const auto name = afterWord("name", line)) {
             if (!scale.name.empty())
