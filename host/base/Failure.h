@@ -32,10 +32,15 @@ struct Place
 
 struct Failure
 {
-    FailureKind kind = FailureKind::System;
+    // Nobody gets a kind without having chosen it.
+    Failure(FailureKind ofKind, std::string what, Place where = {})
+        : kind(ofKind), cause(std::move(what)), place(std::move(where))
+    { }
+
+    FailureKind kind;
     // Of a place, what is wrong there.
     std::string cause;
-    Place place = {};
+    Place place;
 
     // One sentence for the user, ready to be shown: "x.ali:7: cause".
     [[nodiscard]] std::string message() const
