@@ -80,18 +80,14 @@ Result<void> write(const ConvertOrder &order, const FileContents &contents, Writ
 
 int runConvert(const ConvertOrder &order, std::ostream &err)
 {
-    const auto complain = [&err](const std::string &sentence) {
-        err << "tambo: " << sentence << '\n';
-        return kBadInput;
-    };
     const Result<FileContents> contents = readFile(order.input);
     if (!contents)
-        return complain(contents.error().message());
+        return complain(err, contents.error(), kBadInput);
     if (const Result<void> fits = checkKind(contents.value(), order); !fits)
-        return complain(fits.error().message());
+        return complain(err, fits.error(), kBadInput);
     WriteAids aids{Config::GetPersonalTmpDir, {}};
     if (const Result<void> written = write(order, contents.value(), aids); !written)
-        return complain(written.error().message());
+        return complain(err, written.error(), kBadInput);
     for (const std::string &remark : remarksOf(contents.value()))
         err << remark << '\n';
     for (const std::string &remark : aids.remarks)

@@ -65,24 +65,21 @@ void writePairs(const AlignmentRecord &alignment, std::ostream &out)
 
 int runIdentity(const std::string &file, std::ostream &out, std::ostream &err)
 {
-    const auto complain = [&err](const std::string &sentence) {
-        err << "tambo: " << sentence << '\n';
-        return kBadInput;
-    };
     const std::string name = formats::cleanText(std::filesystem::path(file).filename().string());
     const Result<FileContents> contents = readFile(file);
     if (!contents)
-        return complain(contents.error().message());
+        return complain(err, contents.error(), kBadInput);
     const std::vector<AlignmentRecord> &alignments = contents.value().alignments;
     if (alignments.empty())
-        return complain(name + ": holds no alignment");
+        return complain(err, {FailureKind::BadInput, "holds no alignment", {name}}, kBadInput);
     if (!std::ranges::all_of(alignments, &AlignmentRecord::isAligned))
-        return complain(name + ": the sequences are not aligned");
+        return complain(err, {FailureKind::BadInput, "the sequences are not aligned", {name}},
+                        kBadInput);
     out << kHeader;
     for (const AlignmentRecord &alignment : alignments)
         writePairs(alignment, out);
     out.flush();
-    return out ? 0 : complain("cannot write to the standard output");
+    return out ? 0 : complain(err, unwrittenOutput(), kBadInput);
 }
 
 } // namespace TAMBO::app

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InfoCommand.h"
 
+#include "ExitStatus.h"
 #include "FileReader.h"
 
 #include <nlohmann/json.hpp>
@@ -101,16 +102,11 @@ int runInfo(const std::vector<std::string> &files, std::ostream &out, std::ostre
             addContents(json, result.value());
         } else {
             json["error"] = result.error().message();
-            err << "tambo: " << result.error().message() << '\n';
-            status = 1;
+            status = complain(err, result.error(), kBadInput);
         }
         out << textOf(json) << '\n' << std::flush;
     }
-    if (!out) {
-        err << "tambo: cannot write to the standard output\n";
-        status = 1;
-    }
-    return status;
+    return out ? status : complain(err, unwrittenOutput(), kBadInput);
 }
 
 } // namespace TAMBO::app

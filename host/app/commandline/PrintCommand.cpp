@@ -164,14 +164,10 @@ Result<void> print(const PrintOrder &order)
 
 int runPrint(const PrintOrder &order, std::ostream &err)
 {
-    const auto complain = [&err](const Failure &failure, int status) {
-        err << "tambo: " << failure.message() << '\n';
-        return status;
-    };
     if (const Result<void> applied = applySettings(order); !applied)
-        return complain(applied.error(), kWrongCall);
+        return complain(err, applied.error(), kWrongCall);
     if (const Result<void> printed = print(order); !printed)
-        return complain(printed.error(), kBadInput);
+        return complain(err, printed.error(), kBadInput);
     return 0;
 }
 

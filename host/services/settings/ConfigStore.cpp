@@ -106,10 +106,10 @@ void ConfigStore::reset(const std::string &section, const std::string &key)
     emit changed(QString::fromStdString(section), QString::fromStdString(key));
 }
 
-bool ConfigStore::save()
+Result<void> ConfigStore::save()
 {
     if (m_Changes.empty())
-        return true;
+        return {};
     Result<IniFile> onDisk = readIniFile(m_UserFile);
     const bool isBroken = !onDisk;
     IniFile result = isBroken ? m_User : std::move(onDisk).value();
@@ -126,15 +126,22 @@ bool ConfigStore::save()
     const bool saved = file.open(QIODevice::WriteOnly) &&
                        file.write(text.data(), qint64(text.size())) == qint64(text.size()) &&
                        file.commit();
-    if (!saved) {
-        Logger::Write(QStringLiteral("The settings could not be saved: %1: %2")
-                          .arg(m_UserFile, file.errorString()),
-                      Logger::Severity::Error);
-        return false;
-    }
+    if (!saved)
+        return Failure{
+            FailureKind::System, file.errorString().toStdString(), {m_UserFile.toStdString()}};
     m_User = std::move(result);
     m_Changes.clear();
-    return true;
+    return {};
+}
+
+void ConfigStore::saveOrLog()
+{
+    if (const Result<void> saved = save(); !saved)
+        Logger::Write(QStringLiteral("The settings could not be saved: %1")
+                          .arg(QString::fromStdString(saved.error().message())),
+                      Logger::Severity::Error);
 }
 
 } // namespace TAMBO::services
+
+#include "moc_ConfigStore.cpp"

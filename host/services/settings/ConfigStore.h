@@ -3,6 +3,7 @@
 #pragma once
 
 #include "IniFile.h"
+#include "Result.h"
 
 #include <QObject>
 #include <QString>
@@ -40,8 +41,10 @@ public:
 
     // Writes what has changed since the last save into the user's file as it is now, so that two
     // running workbenches keep each other's changes. A broken file is kept beside it as ".broken".
-    // False, with a line in the log, when the file cannot be written; nothing is lost then.
-    bool save();
+    // Changes that could not be written are tried again at the next save.
+    [[nodiscard]] Result<void> save();
+    // For those who have nothing better to do with a failure than to write it into the log.
+    void saveOrLog();
     [[nodiscard]] bool hasUnsavedChanges() const noexcept { return !m_Changes.empty(); }
     [[nodiscard]] const QString &userFile() const noexcept { return m_UserFile; }
 

@@ -39,7 +39,7 @@ TEST_F(RecentFilesTest, OnlyTheLatestTenAreKept)
 TEST_F(RecentFilesTest, TheyOutliveTheProgram)
 {
     m_Recent.add({"/with blanks and = signs; äö"});
-    m_Store.save();
+    ASSERT_TRUE(m_Store.save());
     ConfigStore store(QString(), m_File);
     EXPECT_EQ(RecentFiles(store).files(), QStringList{"/with blanks and = signs; äö"});
 }

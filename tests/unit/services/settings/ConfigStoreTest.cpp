@@ -128,8 +128,12 @@ TEST_F(ConfigStoreTest, AFileThatCannotBeWrittenIsOneLogLineAndLosesNothing)
     write(blocked, "a file where a directory is needed");
     ConfigStore store(m_Defaults, blocked + "/tambo.ini");
     store.setValue("A", "one", "1");
+    const TAMBO::Result<void> saved = store.save();
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.error().kind, TAMBO::FailureKind::System);
+    EXPECT_EQ(saved.error().place.file, (blocked + "/tambo.ini").toStdString());
     const LogLines log;
-    EXPECT_FALSE(store.save());
+    store.saveOrLog();
     EXPECT_EQ(log.count(), 1);
     EXPECT_TRUE(store.hasUnsavedChanges());
     EXPECT_EQ(store.value("A", "one"), "1");
