@@ -283,3 +283,5 @@ void QCanvas::addLatticeItems(const CellRange &cells, QCanvasItemList &out)
         }
     }
 }
+
+#include "moc_QCanvas.cpp"

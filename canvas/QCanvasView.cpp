@@ -401,3 +401,5 @@ void QCanvasView::keyPressEvent(QKeyEvent *event)
         break;
     }
 }
+
+#include "moc_QCanvasView.cpp"

@@ -156,3 +156,5 @@ void AlignerRun::finish(const Result<void> &outcome)
 }
 
 } // namespace TAMBO::realign
+
+#include "moc_AlignerRun.cpp"

@@ -306,7 +306,7 @@ QString ExportDialog::askFile()
         return {};
     if (!m_IsSaving) {
         store.setValue(kSection, kKey, dialog.directory().absolutePath().toStdString());
-        store.save();
+        store.saveOrLog();
     }
     return dialog.selectedFiles().front();
 }
@@ -335,3 +335,5 @@ void ExportDialog::write()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_ExportDialog.cpp"

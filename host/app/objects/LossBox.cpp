@@ -53,3 +53,5 @@ void LossBox::askAboutLosses()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_LossBox.cpp"

@@ -33,3 +33,5 @@ PropertiesDialog::PropertiesDialog(const QString &name, const std::vector<Fact> 
 PropertiesDialog::~PropertiesDialog() = default;
 
 } // namespace TAMBO::app
+
+#include "moc_PropertiesDialog.cpp"

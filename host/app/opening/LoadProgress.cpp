@@ -70,3 +70,5 @@ void LoadProgress::advance(const QString &fileName, double fraction)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_LoadProgress.cpp"

@@ -230,3 +230,5 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_Loader.cpp"

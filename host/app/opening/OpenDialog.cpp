@@ -57,7 +57,7 @@ QStringList askFilesToOpen(QWidget *parent)
     if (dialog.exec() == QDialog::Rejected)
         return {};
     store.setValue(kOpenSection, kKey, dialog.directory().absolutePath().toStdString());
-    store.save();
+    store.saveOrLog();
     return dialog.selectedFiles();
 }
 

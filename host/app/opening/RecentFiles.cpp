@@ -67,3 +67,5 @@ void RecentFiles::keep(const QStringList &files)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_RecentFiles.cpp"

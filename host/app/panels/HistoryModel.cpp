@@ -71,3 +71,5 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_HistoryModel.cpp"

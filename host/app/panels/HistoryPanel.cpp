@@ -60,3 +60,5 @@ void HistoryPanel::refresh()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_HistoryPanel.cpp"

@@ -171,3 +171,5 @@ void JobStatus::paintEvent(QPaintEvent *)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_JobStatus.cpp"

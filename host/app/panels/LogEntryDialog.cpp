@@ -28,3 +28,5 @@ LogEntryDialog::LogEntryDialog(const QString &title, const QString &text, QWidge
 LogEntryDialog::~LogEntryDialog() = default;
 
 } // namespace TAMBO::app
+
+#include "moc_LogEntryDialog.cpp"

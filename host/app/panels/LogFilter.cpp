@@ -25,3 +25,5 @@ bool LogFilter::filterAcceptsRow(int row, const QModelIndex &parent) const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_LogFilter.cpp"

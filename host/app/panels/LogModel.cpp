@@ -129,3 +129,5 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_LogModel.cpp"

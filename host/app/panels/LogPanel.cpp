@@ -111,3 +111,5 @@ void LogPanel::copySelected() const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_LogPanel.cpp"

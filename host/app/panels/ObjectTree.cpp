@@ -152,3 +152,5 @@ void ObjectTree::paintEvent(QPaintEvent *event)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_ObjectTree.cpp"

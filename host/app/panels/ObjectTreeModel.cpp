@@ -254,3 +254,5 @@ void ObjectTreeModel::setSelectionColor(const QColor &color)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_ObjectTreeModel.cpp"

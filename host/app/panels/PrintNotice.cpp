@@ -110,3 +110,5 @@ void PrintNotice::openFile()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_PrintNotice.cpp"

@@ -78,3 +78,5 @@ void UndoCommands::describe()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_UndoCommands.cpp"

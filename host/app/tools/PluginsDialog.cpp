@@ -88,3 +88,5 @@ PluginsDialog::PluginsDialog(const services::PluginLoader &plugins, const QStrin
 PluginsDialog::~PluginsDialog() = default;
 
 } // namespace TAMBO::app
+
+#include "moc_PluginsDialog.cpp"

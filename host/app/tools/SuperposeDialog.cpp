@@ -233,3 +233,5 @@ void SuperposeDialog::showPlan()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_SuperposeDialog.cpp"

@@ -60,3 +60,5 @@ void EmptiedWindows::follow(bool isTravel)
 }
 
 } // namespace TAMBO::app
+
+#include "moc_EmptiedWindows.cpp"

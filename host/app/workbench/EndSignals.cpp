@@ -87,3 +87,5 @@ void EndSignals::take()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_EndSignals.cpp"

@@ -83,3 +83,5 @@ void FirstPlaces::place(QWidget &tool) const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_FirstPlaces.cpp"

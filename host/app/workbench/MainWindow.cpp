@@ -435,7 +435,7 @@ void MainWindow::rememberDocks() const
 {
     ConfigStore store = dockStore();
     store.setValue("Docks", kPlaceKey, saveState().toBase64().toStdString());
-    store.save();
+    store.saveOrLog();
 }
 
 void MainWindow::restoreDocks()
@@ -445,3 +445,5 @@ void MainWindow::restoreDocks()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_MainWindow.cpp"

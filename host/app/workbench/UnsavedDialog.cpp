@@ -296,3 +296,5 @@ UnsavedDialog::Jobs UnsavedDialog::chosenJobs() const
 }
 
 } // namespace TAMBO::app
+
+#include "moc_UnsavedDialog.cpp"

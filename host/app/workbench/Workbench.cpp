@@ -79,7 +79,8 @@ Workbench::Workbench(Attendance attendance)
     // Writing to the disk can wait until the windows are painted.
     m_SaveTimer.setSingleShot(true);
     m_SaveTimer.setInterval(kSaveMilliseconds);
-    connect(&m_SaveTimer, &QTimer::timeout, this, [] { services::ConfigStore::instance().save(); });
+    connect(&m_SaveTimer, &QTimer::timeout, this,
+            [] { services::ConfigStore::instance().saveOrLog(); });
     m_Plugins.loadAll(Plugins::directory());
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     makeWindow();
@@ -343,7 +344,7 @@ void Workbench::quitAfterJobs()
 void Workbench::leave()
 {
     m_Loader.cancel();
-    services::ConfigStore::instance().save();
+    services::ConfigStore::instance().saveOrLog();
     m_Plugins.shutDown();
     QCoreApplication::quit();
 }
@@ -375,3 +376,5 @@ void Workbench::closeDialogsAndQuit()
 }
 
 } // namespace TAMBO::app
+
+#include "moc_Workbench.cpp"

@@ -151,3 +151,5 @@ void LogBook::routeMessages()
 }
 
 } // namespace TAMBO::services
+
+#include "moc_LogBook.cpp"

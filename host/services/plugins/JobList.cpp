@@ -118,3 +118,5 @@ void RunningJobs::Fail(Number job, const QString &what, const QStringList &lastL
 {
     TAMBO::services::JobList::instance().fail(job, what, lastLines);
 }
+
+#include "moc_JobList.cpp"

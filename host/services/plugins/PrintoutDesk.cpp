@@ -43,7 +43,7 @@ void PrintoutDesk::noteWritten(const QString &path)
 {
     ConfigStore &store = ConfigStore::instance();
     store.setValue(kSection, kKey, QFileInfo(path).absolutePath().toStdString());
-    store.save();
+    store.saveOrLog();
     Logger::Write(QStringLiteral("Printed to %1").arg(path));
     emit written(path);
 }
@@ -81,3 +81,5 @@ void Printouts::Refused(const QString &cause)
 {
     PrintoutDesk::instance().noteRefused(cause);
 }
+
+#include "moc_PrintoutDesk.cpp"

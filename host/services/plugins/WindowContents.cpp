@@ -46,3 +46,5 @@ TAMBO::Compound *ShownObjects::Of(const QWidget *window)
 {
     return TAMBO::services::WindowContents::instance().of(window);
 }
+
+#include "moc_WindowContents.cpp"

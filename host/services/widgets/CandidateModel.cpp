@@ -182,3 +182,5 @@ QIcon CandidateModel::icon(const QString &kind) const
 }
 
 } // namespace TAMBO::services
+
+#include "moc_CandidateModel.cpp"

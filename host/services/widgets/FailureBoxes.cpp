@@ -69,3 +69,5 @@ void FailureBoxes::showOver(QWidget *window, const QString &headline, const QStr
 }
 
 } // namespace TAMBO::services
+
+#include "moc_FailureBoxes.cpp"

@@ -184,3 +184,5 @@ void HelpWindow::Kill(BaseWindow *window)
 }
 
 } // namespace TAMBO::services
+
+#include "moc_HelpWindow.cpp"

@@ -41,7 +41,7 @@ void WindowPlaces::remember(const QWidget &window, const QString &key)
 {
     ConfigStore store = placeStore();
     store.setValue(kSection, keyName(key), window.saveGeometry().toBase64().toStdString());
-    store.save();
+    store.saveOrLog();
 }
 
 QSize WindowPlaces::comfortable(const QSize &asked, const QSize &screen)

@@ -155,3 +155,5 @@ void AcidColor::Apply()
 }
 
 } // namespace ZEP
+
+#include "moc_AcidColor.cpp"

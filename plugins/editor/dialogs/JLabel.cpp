@@ -41,3 +41,5 @@ void JLabel::mousePressEvent(QMouseEvent *event)
 }
 
 } // namespace ZEP
+
+#include "moc_JLabel.cpp"

@@ -98,3 +98,5 @@ void SequenceSelector::Apply()
 }
 
 } // namespace ZEP
+
+#include "moc_SequenceSelector.cpp"

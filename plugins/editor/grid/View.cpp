@@ -137,3 +137,5 @@ void View::moveGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned
     canvas()->setAllChanged();
     emit ReArrange();
 }
+
+#include "moc_View.cpp"

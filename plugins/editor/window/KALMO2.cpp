@@ -322,3 +322,5 @@ void KALMO2::showHelp()
 }
 
 } // namespace ZEP
+
+#include "moc_KALMO2.cpp"
