@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program `tambo`: the workbench, or a command that needs no window.
+#include "Application.h"
 #include "CommandLine.h"
 #include "Config.h"
 #include "ConvertCommand.h"
@@ -126,7 +127,7 @@ int runWithoutScreen(const TAMBO::app::PrintOrder &order, char **argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(takeStartMessage);
     int argc = 1;
-    const QApplication application(argc, argv);
+    const TAMBO::app::Application application(argc, argv);
     introduce();
     return TAMBO::app::runPrint(order, std::cerr);
 }
@@ -134,7 +135,7 @@ int runWithoutScreen(const TAMBO::app::PrintOrder &order, char **argv)
 int runWindows(const CommandLine &line, int argc, char **argv)
 {
     const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
-    const QApplication application(argc, argv);
+    const TAMBO::app::Application application(argc, argv);
     qInstallMessageHandler(standard);
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));
