@@ -87,6 +87,27 @@ std::optional<std::string> ConfigStore::defaultValue(const std::string &section,
     return m_Defaults.value(section, key);
 }
 
+void ConfigStore::addDefaults(const IniFile &defaults, const QString &plugin)
+{
+    for (const std::string &section : defaults.sections()) {
+        for (const std::string &key : defaults.keys(section)) {
+            const std::string value = defaults.value(section, key).value_or(std::string());
+            const std::optional<std::string> before = m_Defaults.value(section, key);
+            const QString name = QString::fromStdString(section + '/' + key);
+            if (!before) {
+                m_Defaults.setValue(section, key, value);
+                if (!m_User.value(section, key))
+                    emit changed(QString::fromStdString(section), QString::fromStdString(key));
+            } else if (*before != value) {
+                Logger::Write(QStringLiteral("%1: the setting %2 has a default already, which "
+                                             "stays: %3")
+                                  .arg(plugin, name, QString::fromStdString(*before)),
+                              Logger::Severity::Warning);
+            }
+        }
+    }
+}
+
 void ConfigStore::setValue(const std::string &section, const std::string &key,
                            const std::string &value)
 {

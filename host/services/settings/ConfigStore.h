@@ -35,6 +35,9 @@ public:
                                                    const std::string &key) const;
     [[nodiscard]] std::optional<std::string> defaultValue(const std::string &section,
                                                           const std::string &key) const;
+    // Defaults of a plug-in, below the user's values. A key that has a default keeps it, be it one
+    // that was shipped or of another plug-in; the log says so where they differ.
+    void addDefaults(const IniFile &defaults, const QString &plugin);
     void setValue(const std::string &section, const std::string &key, const std::string &value);
     // Back to the default.
     void reset(const std::string &section, const std::string &key);

@@ -23,16 +23,25 @@ QString userDirectory(const char *below, QStandardPaths::StandardLocation locati
     return QStandardPaths::writableLocation(location) + QStringLiteral("/tambo");
 }
 
+// Asked of the system and not of the application object, which may not exist yet.
+QString besideProgram(const char *path)
+{
+    const QString program = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
+    return QDir::cleanPath(QFileInfo(program).path() + QStringLiteral("/../") +
+                           QString::fromLatin1(path));
+}
+
 } // namespace
 
 QString Directories::shared()
 {
     const QString given = fromEnvironment("TAMBO_SHARE_DIR");
-    if (!given.isEmpty())
-        return given;
-    // Asked of the system and not of the application object, which may not exist yet.
-    const QString program = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
-    return QDir::cleanPath(QFileInfo(program).path() + QStringLiteral("/../share/tambo"));
+    return given.isEmpty() ? besideProgram("share/tambo") : given;
+}
+
+QString Directories::plugins()
+{
+    return besideProgram("lib/tambo/plugins");
 }
 
 QString Directories::config()

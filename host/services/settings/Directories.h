@@ -14,9 +14,11 @@ class Directories
 public:
     // Icons, colour maps, scales, help, default settings: ../share/tambo beside the program.
     [[nodiscard]] static QString shared();
+    // The plug-ins that were installed with it: ../lib/tambo/plugins beside the program.
+    [[nodiscard]] static QString plugins();
     // The user's settings, own colour maps and scales.
     [[nodiscard]] static QString config();
-    // The log and the places of windows.
+    // The log, the places of windows, plug-ins of the user's own.
     [[nodiscard]] static QString data();
     // Files of running jobs.
     [[nodiscard]] static QString scratch();

@@ -100,20 +100,39 @@ Result<IniFile> IniFile::parse(std::string_view text, const std::string &fileNam
                 return failure("a value before the first [section]");
             file.m_Lines.push_back({std::string(raw), section,
                                     std::string(trimmed(line.substr(0, equals))),
-                                    unquoted(trimmed(line.substr(equals + 1)))});
+                                    unquoted(trimmed(line.substr(equals + 1))), number});
         }
     }
     return file;
 }
 
-std::optional<std::string> IniFile::value(std::string_view section, std::string_view key) const
+const IniFile::Line *IniFile::find(std::string_view section, std::string_view key) const
 {
     const auto found = std::find_if(m_Lines.rbegin(), m_Lines.rend(), [&](const Line &line) {
         return line.key == key && line.section == section;
     });
-    if (key.empty() || found == m_Lines.rend())
-        return {};
-    return found->value;
+    return key.empty() || found == m_Lines.rend() ? nullptr : &*found;
+}
+
+std::optional<std::string> IniFile::value(std::string_view section, std::string_view key) const
+{
+    const Line *line = find(section, key);
+    return line == nullptr ? std::nullopt : std::optional(line->value);
+}
+
+unsigned long IniFile::lineOf(std::string_view section, std::string_view key) const
+{
+    const Line *line = find(section, key);
+    return line == nullptr ? 0 : line->number;
+}
+
+std::vector<std::string> IniFile::sections() const
+{
+    std::vector<std::string> sections;
+    for (const Line &line : m_Lines)
+        if (!line.key.empty() && std::ranges::count(sections, line.section) == 0)
+            sections.push_back(line.section);
+    return sections;
 }
 
 std::vector<std::string> IniFile::keys(std::string_view section) const

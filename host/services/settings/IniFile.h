@@ -21,7 +21,11 @@ public:
 
     [[nodiscard]] std::optional<std::string> value(std::string_view section,
                                                    std::string_view key) const;
+    // Those that have keys, in the order of the text.
+    [[nodiscard]] std::vector<std::string> sections() const;
     [[nodiscard]] std::vector<std::string> keys(std::string_view section) const;
+    // Where the value stands in the text that was read, from 1. 0 for one that is not in it.
+    [[nodiscard]] unsigned long lineOf(std::string_view section, std::string_view key) const;
     void setValue(std::string_view section, std::string_view key, std::string_view value);
     void remove(std::string_view section, std::string_view key);
     [[nodiscard]] std::string text() const;
@@ -35,7 +39,10 @@ private:
         // Empty for comments, blank lines and section headings.
         std::string key;
         std::string value;
+        unsigned long number = 0;
     };
+
+    [[nodiscard]] const Line *find(std::string_view section, std::string_view key) const;
 
     std::vector<Line> m_Lines;
 };

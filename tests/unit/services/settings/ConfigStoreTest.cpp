@@ -46,6 +46,38 @@ TEST_F(ConfigStoreTest, TheUsersValueStandsOverTheDefault)
     EXPECT_FALSE(store.value("A", "three"));
 }
 
+TEST_F(ConfigStoreTest, DefaultsOfAPluginStandBelowTheUsersValues)
+{
+    write(m_Defaults, "[A]\none = 1\n");
+    const QString user = m_Directory.filePath("tambo.ini");
+    write(user, "[B]\ntwo = 22\n");
+    ConfigStore store(m_Defaults, user);
+    const QSignalSpy changes(&store, &ConfigStore::changed);
+    const LogLines log;
+    store.addDefaults(IniFile::parse("[B]\ntwo = 2\nthree = 3\n", "x").value(), "X.so");
+    EXPECT_EQ(store.value("B", "two"), "22");
+    EXPECT_EQ(store.defaultValue("B", "two"), "2");
+    EXPECT_EQ(store.value("B", "three"), "3");
+    ASSERT_EQ(changes.size(), 1) << "the user's value is the same as before";
+    EXPECT_EQ(changes[0], (QList<QVariant>{"B", "three"}));
+    EXPECT_FALSE(store.hasUnsavedChanges());
+    EXPECT_EQ(log.count(), 0);
+}
+
+TEST_F(ConfigStoreTest, ADefaultThatIsThereStaysAndTheLogSaysSo)
+{
+    write(m_Defaults, "[A]\none = 1\ntwo = 2\n");
+    ConfigStore store(m_Defaults, m_User);
+    const LogLines log;
+    store.addDefaults(IniFile::parse("[A]\none = 9\ntwo = 2\nthree = 3\n", "x").value(), "X.so");
+    store.addDefaults(IniFile::parse("[A]\nthree = 33\n", "y").value(), "Y.so");
+    EXPECT_EQ(store.value("A", "one"), "1");
+    EXPECT_EQ(store.value("A", "three"), "3");
+    EXPECT_EQ(log.texts(),
+              (QStringList{"X.so: the setting A/one has a default already, which stays: 1",
+                           "Y.so: the setting A/three has a default already, which stays: 3"}));
+}
+
 TEST_F(ConfigStoreTest, MissingFilesAreNoReasonToComplain)
 {
     const LogLines log;

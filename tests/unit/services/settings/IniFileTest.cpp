@@ -86,6 +86,18 @@ TEST(IniFile, AChangeKeepsCommentsAndOrder)
                            "[C]\nkey = 7\n");
 }
 
+TEST(IniFile, TellsItsSectionsAndTheLinesOfItsValues)
+{
+    IniFile file = parsed("# note\n[A]\none = 1\n[B]\n[C]\nx = 1\n  2\ny = 3\n[A]\none = 4\n");
+    EXPECT_THAT(file.sections(), ElementsAre("A", "C"));
+    EXPECT_EQ(file.lineOf("A", "one"), 10U) << "the last one counts";
+    EXPECT_EQ(file.lineOf("C", "x"), 6U);
+    EXPECT_EQ(file.lineOf("C", "y"), 8U);
+    EXPECT_EQ(file.lineOf("C", "z"), 0U);
+    file.setValue("C", "y", "4");
+    EXPECT_EQ(file.lineOf("C", "y"), 0U);
+}
+
 TEST(IniFile, WhatWasSetIsReadBackTheSame)
 {
     const std::vector<std::string> values = {
