@@ -2,6 +2,8 @@
 #include "HelpWindow.h"
 
 #include "Directories.h"
+#include "HelpBrowser.h"
+#include "HelpPages.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -11,7 +13,6 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QStatusBar>
-#include <QTextBrowser>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QToolBar>
@@ -22,23 +23,20 @@ namespace {
 
 constexpr int kMargin = 24;
 constexpr int kSearchWidth = 240;
-const QString kContents = QStringLiteral("index.html");
-
-QString helpDirectory()
-{
-    return Directories::shared() + QStringLiteral("/help");
-}
 
 // Only pages of the help itself, wherever a link or a setting may point.
 QUrl pageAddress(const QString &document)
 {
     const QUrl asked(document);
     const QString name = asked.path();
-    const bool isPage =
-        !name.isEmpty() && !name.contains('/') && QFileInfo(helpDirectory() + '/' + name).isFile();
-    QUrl address = QUrl::fromLocalFile(helpDirectory() + '/' + (isPage ? name : kContents));
-    if (isPage)
-        address.setFragment(asked.fragment());
+    const QString installed = HelpBrowser::directory() + '/' + name;
+    const bool isInstalled =
+        !name.isEmpty() && !name.contains('/') && QFileInfo(installed).isFile();
+    const QString file = isInstalled ? installed : HelpPages::instance().fileOf(name);
+    if (file.isEmpty())
+        return QUrl::fromLocalFile(HelpBrowser::contentsPage());
+    QUrl address = QUrl::fromLocalFile(file);
+    address.setFragment(asked.fragment());
     return address;
 }
 
@@ -46,13 +44,13 @@ QUrl pageAddress(const QString &document)
 
 HelpWindow::HelpWindow()
     : BaseWindow(tr("Help"), QSize(760, 700), QStringLiteral("Help"), false, nullptr, "HelpWindow"),
-      m_Pages(new QTextBrowser(this))
+      m_Pages(new HelpBrowser(this))
 {
     // Open help keeps nobody from leaving the workbench.
     setAttribute(Qt::WA_QuitOnClose, false);
     m_Pages->setOpenLinks(false);
     m_Pages->setFrameShape(QFrame::NoFrame);
-    m_Pages->setSearchPaths({helpDirectory()});
+    m_Pages->setSearchPaths({HelpBrowser::directory()});
     m_Pages->document()->setDocumentMargin(kMargin);
     setCentralWidget(m_Pages);
     m_Message = new QLabel(this);
@@ -136,6 +134,9 @@ void HelpWindow::follow(const QUrl &link)
 {
     if (!link.isLocalFile() && !link.isRelative())
         return;
+    const QUrl target = m_Pages->source().resolved(link);
+    if (HelpPages::instance().allows(target.toLocalFile()))
+        return m_Pages->setSource(target);
     QString document = link.fileName();
     if (document.isEmpty())
         document = m_Pages->source().fileName();

@@ -9,9 +9,10 @@
 class QAction;
 class QLabel;
 class QLineEdit;
-class QTextBrowser;
 
 namespace TAMBO::services {
+
+class HelpBrowser;
 
 class HelpWindow : public BaseWindow
 {
@@ -21,7 +22,8 @@ public:
     HelpWindow();
     ~HelpWindow() override;
 
-    // "editor.html" or "editor.html#range"; an empty or unknown page shows the contents.
+    // "editor.html" or "editor.html#range", or a page of a plug-in by its name; an empty or unknown
+    // page shows the contents.
     void showDocument(const QString &document);
     [[nodiscard]] QUrl document() const;
 
@@ -35,7 +37,7 @@ private:
     void searchWhileTyping();
     void say(const QString &text);
 
-    QTextBrowser *m_Pages = nullptr;
+    HelpBrowser *m_Pages = nullptr;
     QLineEdit *m_Search = nullptr;
     QLabel *m_Message = nullptr;
 };

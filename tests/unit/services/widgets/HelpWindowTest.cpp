@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HelpWindow.h"
 
+#include "HelpPages.h"
+
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
+using TAMBO::services::HelpPages;
 using TAMBO::services::HelpWindow;
 
 namespace HelpWindowTest {
@@ -27,12 +32,22 @@ protected:
         ASSERT_NE(m_Pages, nullptr);
         ASSERT_NE(m_Search, nullptr);
     }
+    // A page of a plug-in, which this process has from now on.
+    QString addPage(const QString &title, const QString &name, const QByteArray &text)
+    {
+        QFile file(m_Folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        HelpPages::instance().add({title, "Counts/" + name, file.fileName()});
+        return file.fileName();
+    }
     [[nodiscard]] QString page() const { return m_Window.document().fileName(); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
 
+    QTemporaryDir m_Folder;
     HelpWindow m_Window;
     QTextBrowser *m_Pages = nullptr;
     QLineEdit *m_Search = nullptr;
@@ -88,6 +103,53 @@ TEST_F(HelpWindowTest, FollowsLinksInsideTheHelpOnly)
     EXPECT_EQ(page(), "settings.html");
     emit m_Pages->anchorClicked(QUrl("https://example.org/editor.html"));
     EXPECT_EQ(page(), "settings.html");
+}
+
+TEST_F(HelpWindowTest, TheContentsLeadToThePagesOfPlugins)
+{
+    const QString file = addPage("Counts & <more>", "counts.html", "<p>How letters are counted");
+    m_Window.showDocument("editor.html");
+    m_Window.showDocument(QString());
+    EXPECT_EQ(page(), "index.html");
+    EXPECT_TRUE(m_Pages->toPlainText().contains("Plug-ins\nCounts & <more>"))
+        << m_Pages->toPlainText().toStdString();
+    EXPECT_TRUE(m_Pages->toHtml().contains(QUrl::fromLocalFile(file).toString()));
+    emit m_Pages->anchorClicked(QUrl::fromLocalFile(file));
+    EXPECT_EQ(m_Window.document(), QUrl::fromLocalFile(file));
+    EXPECT_TRUE(m_Pages->toPlainText().contains("How letters are counted"));
+    emit m_Pages->anchorClicked(QUrl("editor.html"));
+    EXPECT_EQ(page(), "editor.html");
+}
+
+TEST_F(HelpWindowTest, APluginFindsItsPagesByName)
+{
+    const QString file = addPage("Sums", "sums.html", "<a name='x'></a><p>Sums");
+    m_Window.showDocument("sums.html#x");
+    EXPECT_EQ(m_Window.document().toLocalFile(), file);
+    EXPECT_EQ(m_Window.document().fragment(), "x");
+    m_Window.showDocument(QString());
+    m_Window.showDocument("Counts/sums.html");
+    EXPECT_EQ(m_Window.document().toLocalFile(), file);
+}
+
+TEST_F(HelpWindowTest, PagesOfPluginsLeadToTheirNeighborsAndNowhereElse)
+{
+    const QString file = addPage("Sums", "sums.html", "<p>Sums");
+    const QTemporaryDir elsewhere;
+    for (const QString &other : {m_Folder.filePath("more.html"), m_Folder.filePath("more.txt"),
+                                 elsewhere.filePath("more.html")}) {
+        QFile page(other);
+        ASSERT_TRUE(page.open(QIODevice::WriteOnly));
+        page.write("<p>More");
+    }
+    m_Window.showDocument("sums.html");
+    emit m_Pages->anchorClicked(QUrl("more.html"));
+    EXPECT_EQ(m_Window.document().toLocalFile(), m_Folder.filePath("more.html"));
+    for (const QString &other : {m_Folder.filePath("more.txt"), elsewhere.filePath("more.html")}) {
+        m_Window.showDocument("sums.html");
+        emit m_Pages->anchorClicked(QUrl::fromLocalFile(other));
+        EXPECT_EQ(page(), "index.html") << other.toStdString();
+    }
 }
 
 TEST_F(HelpWindowTest, FindsWordsWhileTheyAreTyped)
