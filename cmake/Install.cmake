@@ -22,13 +22,14 @@ install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
 install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
 
 set(kit_dir lib/cmake/TamboKit)
+get_property(TAMBO_KIT_VERSION GLOBAL PROPERTY TAMBO_KIT_VERSION)
 install(TARGETS tambo_kit EXPORT TamboKitTargets
         FILE_SET HEADERS DESTINATION include/tambo COMPONENT development)
 install(EXPORT TamboKitTargets NAMESPACE Tambo:: DESTINATION ${kit_dir} COMPONENT development)
 configure_package_config_file(cmake/TamboKitConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfig.cmake INSTALL_DESTINATION ${kit_dir})
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersion.cmake
-                                 COMPATIBILITY SameMinorVersion)
+                                 VERSION ${TAMBO_KIT_VERSION} COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/TamboKitConfigVersion.cmake
               cmake/TamboPlugin.cmake cmake/plugin.exports

@@ -27,18 +27,78 @@ function(expect_in_log text)
     message(FATAL_ERROR "no log (${logs}) has the line: ${text}")
 endfunction()
 
-# Without the editor the workbench asks these in turn to show the alignment: the one opens a window,
-# which cannot and is closed again, the other runs.
-set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/build)
-run(${prefix}/bin/tambo --picture ${SCRATCH}/without.png ${DATA})
-expect_in_log("Minimal: 6 chains are red")
+function(expect_not_in_log text)
+    file(GLOB_RECURSE logs ${SCRATCH}/user/*log*)
+    foreach(log IN LISTS logs)
+        file(READ ${log} written)
+        if(written MATCHES "${text}")
+            message(FATAL_ERROR "${log} has the line: ${text}")
+        endif()
+    endforeach()
+endfunction()
 
-# Installed beside the editor, all load and the editor shows the alignment.
-unset(ENV{TAMBO_PLUGIN_DIR})
-file(COPY ${SCRATCH}/build/counter.so ${SCRATCH}/build/minimal.so DESTINATION ${plugins})
+# Nothing that was installed on the machine is a part of this.
+set(ENV{TAMBO_SYSTEM_PLUGIN_DIRS} "")
+
+# Installing puts library, descriptor, icon and help where a workbench of the prefix looks.
+run(${CMAKE_COMMAND} --install ${SCRATCH}/build --prefix ${SCRATCH}/theirs)
+foreach(file minimal.so minimal.plugin counter.so counter.plugin
+        counter/counter.svg counter/counter.html)
+    foreach(folder ${SCRATCH}/build ${SCRATCH}/theirs/lib/tambo/plugins)
+        if(NOT EXISTS ${folder}/${file})
+            message(FATAL_ERROR "there is no ${folder}/${file}")
+        endif()
+    endforeach()
+endforeach()
+
+# Without the editor nothing is called to show an alignment: not when it is opened, not when a picture
+# is made of it, and not when it is printed.
+file(MAKE_DIRECTORY ${SCRATCH}/editor)
+file(GLOB editor ${plugins}/libKALMO2*)
+file(COPY ${editor} DESTINATION ${SCRATCH}/editor)
+file(REMOVE ${editor})
+set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/theirs/lib/tambo/plugins)
+run(${prefix}/bin/tambo --picture ${SCRATCH}/without.png ${DATA})
+set(ENV{TAMBO_EXIT_WHEN_PAINTED} 1)
+run(${prefix}/bin/tambo ${DATA})
+execute_process(COMMAND ${prefix}/bin/tambo print ${DATA} --style bw --output ${SCRATCH}/out.pdf
+    RESULT_VARIABLE status ERROR_VARIABLE text)
+if(status EQUAL 0 OR NOT text MATCHES "there is no alignment editor in")
+    message(FATAL_ERROR "printing without the editor ended with ${status}\n${text}")
+endif()
+expect_not_in_log("Minimal:")
+expect_not_in_log("Counter:")
+expect_not_in_log("cannot be used")
+
+# One that says that it shows alignments is called.
+file(COPY ${SCRATCH}/build/minimal.so DESTINATION ${SCRATCH}/viewer)
+file(READ ${SCRATCH}/build/minimal.plugin descriptor)
+file(WRITE ${SCRATCH}/viewer/minimal.plugin "${descriptor}Role = alignments\n")
+set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/viewer)
+run(${prefix}/bin/tambo ${DATA})
+expect_in_log("Minimal: 6 chains are red")
+unset(ENV{TAMBO_EXIT_WHEN_PAINTED})
+
+# With the editor, and the others from the folder of another prefix, all load and the editor shows
+# the alignment.
+file(GLOB editor ${SCRATCH}/editor/*)
+file(COPY ${editor} DESTINATION ${plugins})
+set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/theirs/lib/tambo/plugins)
 run(${prefix}/bin/tambo --picture ${SCRATCH}/with.png ${DATA})
+expect_not_in_log("cannot be used")
 file(SIZE ${SCRATCH}/without.png without)
 file(SIZE ${SCRATCH}/with.png with)
 if(NOT with GREATER without)
     message(FATAL_ERROR "the editor's window is missing beside the workbench's")
+endif()
+
+# A kit of another major version is not taken.
+file(WRITE ${SCRATCH}/newer/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)
+project(newer LANGUAGES CXX)
+find_package(TamboKit 2 REQUIRED)
+")
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${SCRATCH}/newer -B ${SCRATCH}/newer/build
+    -D CMAKE_PREFIX_PATH=${prefix} RESULT_VARIABLE status OUTPUT_QUIET ERROR_QUIET)
+if(status EQUAL 0)
+    message(FATAL_ERROR "a plug-in for version 2 of the kit was configured with version 1")
 endif()

@@ -33,6 +33,8 @@ WindowFixture::WindowFixture()
     environment.insert("DISPLAY", m_Screen.display());
     environment.insert("QT_QPA_PLATFORM", "xcb");
     environment.insert("TAMBO_USER_DIR", m_Folder.filePath("user"));
+    // What was installed on the machine is no part of the test.
+    environment.insert("TAMBO_SYSTEM_PLUGIN_DIRS", QString());
     for (const char *name : {"TAMBO_SHARE_DIR", "TAMBO_PLUGIN_DIR", "WAYLAND_DISPLAY"})
         environment.remove(name);
     m_Program.setProcessEnvironment(environment);

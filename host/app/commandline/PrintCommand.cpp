@@ -138,13 +138,12 @@ Result<void> print(const PrintOrder &order)
         return Failure{FailureKind::BadInput, file + " holds no alignment"};
 
     Plugins plugins;
-    plugins.loadAll(Plugins::directory());
+    plugins.find();
     Alignment &alignment = *report.alignments.front();
     // Left open at the end: closing it would remember where it stood.
-    QWidget *window = plugins.show(alignment);
-    if (window == nullptr)
-        return Failure{FailureKind::NotFound,
-                       "there is no alignment editor in " + Plugins::directory().toStdString()};
+    const Result<QWidget *> window = plugins.show(alignment);
+    if (!window)
+        return window.error();
 
     QTemporaryFile pdf(QFile::decodeName(Config::GetPersonalTmpDir().c_str()) +
                        QStringLiteral("/pages-XXXXXX.pdf"));
@@ -154,7 +153,7 @@ Result<void> print(const PrintOrder &order)
                        {pdf.fileTemplate().toStdString()}};
     pdf.close();
     const QString title = QString::fromStdString(alignment.Name());
-    const Result<void> painted = paint(*window, order.style, title, pdf.fileName());
+    const Result<void> painted = paint(*window.value(), order.style, title, pdf.fileName());
     if (!painted)
         return Failure{painted.error().kind, painted.error().message(), {file}};
     return writePages(order, title, pdf.fileName());

@@ -3,14 +3,15 @@
 
 #include "Alignment.h"
 #include "Config.h"
+#include "ConfigStore.h"
+#include "Directories.h"
+#include "HelpPages.h"
+#include "Logger.h"
 #include "SelectObjectAnswers.h"
 
 #include <QApplication>
-#include <QCoreApplication>
-#include <QDir>
 #include <QMetaMethod>
 #include <QPointer>
-#include <QSet>
 #include <QWidget>
 
 #include <algorithm>
@@ -23,6 +24,8 @@ using services::PluginRecord;
 
 // The slot by which a window lets the user choose the alignment to show.
 constexpr const char *kChooseAlignment = "GetAlignment";
+// The setting that names the plug-in to show alignments.
+constexpr const char *kChosenViewer = "ShowsAlignments";
 
 bool canChooseAlignment(const QWidget &window)
 {
@@ -32,35 +35,46 @@ bool canChooseAlignment(const QWidget &window)
 
 } // namespace
 
-QString Plugins::directory()
+void Plugins::find()
 {
-    const QString moved = qEnvironmentVariable("TAMBO_PLUGIN_DIR");
-    if (!moved.isEmpty())
-        return moved;
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
-                           QStringLiteral("/../lib/tambo/plugins"));
+    for (const services::PluginFolders::Library &library : m_Folders.libraries()) {
+        if (!library.counts.isEmpty()) {
+            m_Loader.addOverruled(library.file, library.counts);
+            continue;
+        }
+        const PluginRecord &plugin = m_Loader.add(library.file);
+        if (!plugin.isPromising())
+            continue;
+        const services::PluginDescriptor &descriptor = plugin.descriptor;
+        services::ConfigStore::instance().addDefaults(descriptor.settings, plugin.name);
+        if (!descriptor.help.isEmpty())
+            services::HelpPages::instance().add(
+                {titleOf(plugin), descriptor.helpName, descriptor.help});
+    }
 }
 
-void Plugins::loadAll(const QString &directory)
+void Plugins::loadAll()
 {
-    const QStringList patterns = {QStringLiteral("*.so"), QStringLiteral("*.so.*")};
-    QSet<QString> taken;
-    for (const QFileInfo &file : QDir(directory).entryInfoList(patterns, QDir::Files, QDir::Name)) {
-        const QString library = file.canonicalFilePath();
-        if (library.isEmpty() || taken.contains(library))
-            continue;
-        taken.insert(library);
-        m_Loader.load(library);
-    }
+    find();
+    for (const PluginRecord &plugin : m_Loader.records())
+        m_Loader.open(plugin);
 }
 
 QString Plugins::titleOf(const PluginRecord &plugin)
 {
-    QString stem = plugin.name.section(QStringLiteral(".so"), 0, 0);
-    if (stem.startsWith(QStringLiteral("lib")))
-        stem.remove(0, 3);
-    const std::string title = Config::GetSetting("Plugins", stem.toStdString()).ToString();
-    return title.empty() ? stem : QString::fromStdString(title);
+    const QString &name = plugin.descriptor.name;
+    const std::string title = Config::GetSetting("Plugins", name.toStdString()).ToString();
+    if (!title.empty())
+        return QString::fromStdString(title);
+    return plugin.descriptor.title.isEmpty() ? name : plugin.descriptor.title;
+}
+
+QIcon Plugins::iconOf(const PluginRecord &plugin)
+{
+    const QString &own = plugin.descriptor.icon;
+    return QIcon(own.isEmpty()
+                     ? services::Directories::shared() + QStringLiteral("/icons/plug-in.svg")
+                     : own);
 }
 
 QWidget *Plugins::open(const PluginRecord &plugin)
@@ -75,20 +89,68 @@ QWidget *Plugins::open(const PluginRecord &plugin)
     return nullptr;
 }
 
-QWidget *Plugins::show(Alignment &alignment)
+std::vector<const PluginRecord *> Plugins::alignmentViewers() const
 {
-    for (const PluginRecord &plugin : m_Loader.records()) {
-        QPointer<QWidget> window = plugin.isUsable() ? open(plugin) : nullptr;
-        if (window == nullptr)
-            continue;
-        if (!canChooseAlignment(*window)) {
-            window->close();
-            continue;
-        }
-        showIn(*window, alignment);
-        return window;
+    std::vector<const PluginRecord *> viewers;
+    for (const PluginRecord &plugin : m_Loader.records())
+        if (plugin.showsAlignments())
+            viewers.push_back(&plugin);
+    const QString chosen =
+        QString::fromStdString(Config::GetSetting("Plugins", kChosenViewer).ToString());
+    std::ranges::stable_partition(
+        viewers, [&](const PluginRecord *plugin) { return plugin->descriptor.name == chosen; });
+    return viewers;
+}
+
+Failure Plugins::whyNoViewer() const
+{
+    for (const PluginRecord &plugin : m_Loader.records())
+        if (plugin.descriptor.role == services::PluginRole::Alignments && !plugin.reason.isEmpty())
+            return {FailureKind::Refused, plugin.reason.toStdString()};
+    std::string cause = "there is no alignment editor in " +
+                        m_Folders.paths().join(QStringLiteral(", ")).toStdString();
+    // It may be what could not be read.
+    for (const PluginRecord &plugin : m_Loader.records())
+        if (plugin.state == services::PluginState::BrokenDescriptor)
+            cause += "; " + plugin.reason.toStdString();
+    return {FailureKind::NotFound, cause};
+}
+
+Result<QWidget *> Plugins::showWith(const PluginRecord &plugin, Alignment &alignment)
+{
+    QPointer<QWidget> window = load(plugin).isUsable() ? open(plugin) : nullptr;
+    if (!plugin.isUsable())
+        return Failure{FailureKind::Refused, plugin.reason.toStdString()};
+    if (window == nullptr)
+        return Failure{FailureKind::Refused, plugin.name.toStdString() + " opened no window"};
+    if (!canChooseAlignment(*window)) {
+        window->close();
+        return Failure{FailureKind::Refused, plugin.name.toStdString() +
+                                                 ": a window that is to show alignments has no "
+                                                 "slot " +
+                                                 kChooseAlignment + "()"};
     }
-    return nullptr;
+    showIn(*window, alignment);
+    return window.data();
+}
+
+Result<QWidget *> Plugins::show(Alignment &alignment)
+{
+    const std::vector<const PluginRecord *> viewers = alignmentViewers();
+    if (viewers.empty())
+        return whyNoViewer();
+    const std::string chosen = Config::GetSetting("Plugins", kChosenViewer).ToString();
+    if (!chosen.empty() && viewers.front()->descriptor.name.toStdString() != chosen)
+        Logger::Write(QStringLiteral("No plug-in that shows alignments is called %1, as the "
+                                     "setting Plugins/%2 has it")
+                          .arg(QString::fromStdString(chosen), QLatin1String(kChosenViewer)),
+                      Logger::Severity::Warning);
+    Result<QWidget *> shown = showWith(*viewers.front(), alignment);
+    for (std::size_t next = 1; !shown && next < viewers.size(); ++next) {
+        Logger::Write(QString::fromStdString(shown.error().message()), Logger::Severity::Warning);
+        shown = showWith(*viewers[next], alignment);
+    }
+    return shown;
 }
 
 void Plugins::showIn(QWidget &window, Alignment &alignment)
@@ -99,11 +161,6 @@ void Plugins::showIn(QWidget &window, Alignment &alignment)
     QMetaObject::invokeMethod(&window, kChooseAlignment);
     // A window that did not ask must not leave its answer to the next question.
     services::SelectObjectAnswers::clear();
-}
-
-bool Plugins::hasUsable() const
-{
-    return std::ranges::any_of(m_Loader.records(), &PluginRecord::isUsable);
 }
 
 } // namespace TAMBO::app

@@ -6,11 +6,14 @@
 #include "Plugins.h"
 
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace TAMBO::app {
 
@@ -19,13 +22,36 @@ namespace {
 using services::PluginRecord;
 using services::PluginState;
 
+enum PluginColumn { TitleColumn, FileColumn, FolderColumn, StateColumn, ReasonColumn };
+
+constexpr QSize kPluginsSize(860, 400);
+// The rest of a longer path is in the tool tip.
+constexpr int kWidestFolder = 260;
+
+QIcon stateIcon(const QStyle &style, PluginState state)
+{
+    if (state == PluginState::Loaded)
+        return style.standardIcon(QStyle::SP_DialogApplyButton);
+    const bool isNormal = state == PluginState::Found || state == PluginState::Overruled;
+    return style.standardIcon(isNormal ? QStyle::SP_MessageBoxInformation
+                                       : QStyle::SP_MessageBoxWarning);
+}
+
 QString stateText(PluginState state)
 {
     switch (state) {
+    case PluginState::Found:
+        return PluginsDialog::tr("not loaded");
     case PluginState::Loaded:
         return PluginsDialog::tr("loaded");
     case PluginState::MissingFile:
         return PluginsDialog::tr("file missing");
+    case PluginState::Overruled:
+        return PluginsDialog::tr("not used");
+    case PluginState::BrokenDescriptor:
+        return PluginsDialog::tr("bad descriptor");
+    case PluginState::WrongVersion:
+        return PluginsDialog::tr("wrong version");
     case PluginState::Broken:
         return PluginsDialog::tr("cannot be loaded");
     case PluginState::UnresolvedSymbol:
@@ -42,31 +68,37 @@ QString stateText(PluginState state)
 
 } // namespace
 
-PluginsDialog::PluginsDialog(const services::PluginLoader &plugins, const QString &directory,
-                             const QString &modelling, QWidget *parent)
+PluginsDialog::PluginsDialog(const Plugins &plugins, const QString &modelling, QWidget *parent)
     : QDialog(parent)
 {
     setWindowTitle(tr("Plug-ins"));
-    resize(640, 280);
+    resize(kPluginsSize);
 
     auto *list = new QTreeWidget;
     list->setObjectName(QStringLiteral("PluginList"));
-    list->setHeaderLabels({tr("Plug-in"), tr("File"), tr("State"), tr("Reason")});
+    list->setHeaderLabels({tr("Plug-in"), tr("File"), tr("Folder"), tr("State"), tr("Reason")});
     list->setRootIsDecorated(false);
     list->setWordWrap(true);
-    for (const PluginRecord &plugin : plugins.records()) {
-        auto *item = new QTreeWidgetItem(
-            list, {Plugins::titleOf(plugin), plugin.name, stateText(plugin.state), plugin.reason});
-        item->setIcon(2, style()->standardIcon(plugin.isUsable() ? QStyle::SP_DialogApplyButton
-                                                                 : QStyle::SP_MessageBoxWarning));
-        item->setToolTip(1, plainToolTip(plugin.file));
-        item->setToolTip(3, plainToolTip(plugin.reason));
+    for (const PluginRecord &plugin : plugins.loader().records()) {
+        const QString folder = QFileInfo(plugin.file).path();
+        auto *item = new QTreeWidgetItem(list, {Plugins::titleOf(plugin), plugin.name, folder,
+                                                stateText(plugin.state), plugin.reason});
+        item->setIcon(TitleColumn, Plugins::iconOf(plugin));
+        item->setIcon(StateColumn, stateIcon(*style(), plugin.state));
+        item->setToolTip(FileColumn, plainToolTip(plugin.file));
+        item->setToolTip(FolderColumn, plainToolTip(folder));
+        item->setToolTip(ReasonColumn, plainToolTip(plugin.reason));
     }
-    for (int column = 0; column < 3; ++column)
+    for (int column = TitleColumn; column < ReasonColumn; ++column)
         list->resizeColumnToContents(column);
+    list->setColumnWidth(FolderColumn, std::min(list->columnWidth(FolderColumn), kWidestFolder));
 
-    auto *place = new QLabel(plugins.records().empty() ? tr("No plug-ins in %1").arg(directory)
-                                                       : tr("Plug-ins in %1").arg(directory));
+    const QString folders = plugins.folders().paths().join(QStringLiteral("\n"));
+    auto *place =
+        new QLabel(plugins.loader().records().empty()
+                       ? tr("There are no plug-ins in these folders:\n%1").arg(folders)
+                       : tr("Plug-ins are looked for in these folders:\n%1").arg(folders));
+    place->setObjectName(QStringLiteral("PluginFolders"));
     place->setTextFormat(Qt::PlainText);
     place->setTextInteractionFlags(Qt::TextSelectableByMouse);
     place->setWordWrap(true);

@@ -4,11 +4,9 @@
 
 #include <QDialog>
 
-namespace TAMBO::services {
-class PluginLoader;
-}
-
 namespace TAMBO::app {
+
+class Plugins;
 
 class PluginsDialog : public QDialog
 {
@@ -16,8 +14,7 @@ class PluginsDialog : public QDialog
 
 public:
     // modelling says whether models can be built.
-    PluginsDialog(const services::PluginLoader &plugins, const QString &directory,
-                  const QString &modelling, QWidget *parent);
+    PluginsDialog(const Plugins &plugins, const QString &modelling, QWidget *parent);
     ~PluginsDialog() override;
 };
 

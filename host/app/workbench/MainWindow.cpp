@@ -213,12 +213,14 @@ void MainWindow::makeViewMenu()
 void MainWindow::makeToolsMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Tools"));
+    const auto viewers = m_Parts.plugins.alignmentViewers();
     for (const services::PluginRecord &plugin : m_Parts.plugins.loader().records()) {
         if (!plugin.isUsable())
             continue;
-        QAction *action = menu->addAction(icon("editor-window"), menuText(Plugins::titleOf(plugin)),
-                                          this, [this, &plugin] { emit toolAsked(plugin); });
-        if (m_Tools.empty())
+        QAction *action =
+            menu->addAction(Plugins::iconOf(plugin), menuText(Plugins::titleOf(plugin)), this,
+                            [this, &plugin] { emit toolAsked(plugin); });
+        if (!viewers.empty() && viewers.front() == &plugin)
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
         m_Tools.push_back(action);
     }
@@ -237,7 +239,7 @@ void MainWindow::makeHelpMenu()
     menu->addAction(tr("&Contents"), QKeySequence::HelpContents, this,
                     [] { HelpViewer::Show(QString()); });
     menu->addAction(tr("&Plug-ins…"), this, [this] {
-        PluginsDialog(m_Parts.plugins.loader(), Plugins::directory(),
+        PluginsDialog(m_Parts.plugins,
                       ModellingTools(QCoreApplication::applicationDirPath()).stateText(), this)
             .exec();
     });

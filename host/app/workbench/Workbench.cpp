@@ -66,12 +66,13 @@ std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
 
 } // namespace
 
-Workbench::Workbench(Attendance attendance)
+Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     : m_Attendance(attendance),
       m_Places(m_History, m_Sources),
       m_Question(m_Places, services::JobList::instance()),
       m_Loader(m_Sources),
       m_Commands(m_Sources),
+      m_Plugins(std::move(plugins)),
       m_Undo(std::make_unique<UndoCommands>(m_History)),
       m_LogModel(std::make_unique<LogModel>(services::LogBook::instance())),
       m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
@@ -81,7 +82,7 @@ Workbench::Workbench(Attendance attendance)
     m_SaveTimer.setInterval(kSaveMilliseconds);
     connect(&m_SaveTimer, &QTimer::timeout, this,
             [] { services::ConfigStore::instance().saveOrLog(); });
-    m_Plugins.loadAll(Plugins::directory());
+    m_Plugins.loadAll();
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     makeWindow();
     m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
@@ -92,7 +93,7 @@ Workbench::Workbench(Attendance attendance)
     // Not at once: whoever ends a job is in the middle of it.
     connect(&services::JobList::instance(), &services::JobList::changed, this,
             &Workbench::quitAfterJobs, Qt::QueuedConnection);
-    if (m_Plugins.hasUsable())
+    if (!m_Plugins.alignmentViewers().empty())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
     makeRoutes();
     connect(&services::JobList::instance(), &services::JobList::failed, this,
@@ -310,8 +311,11 @@ void Workbench::openTool(const services::PluginRecord &plugin)
 void Workbench::openInEditor(Compound *alignment)
 {
     auto *shown = dynamic_cast<Alignment *>(alignment);
-    if (shown != nullptr && m_Plugins.show(*shown) == nullptr)
-        m_Window->say(tr("No plug-in has a window for %1.").arg(nameText(*shown)));
+    if (shown == nullptr)
+        return;
+    if (const Result<QWidget *> window = m_Plugins.show(*shown); !window)
+        m_Window->say(tr("%1 cannot be shown: %2")
+                          .arg(nameText(*shown), QString::fromStdString(window.error().message())));
 }
 
 // ---- Unsaved work, and the end

@@ -46,7 +46,8 @@ public:
         Nobody
     };
 
-    explicit Workbench(Attendance attendance = Attendance::User);
+    explicit Workbench(Attendance attendance = Attendance::User,
+                       services::PluginFolders plugins = services::PluginFolders::standard());
     ~Workbench() override;
 
     [[nodiscard]] Loader &loader() noexcept { return m_Loader; }

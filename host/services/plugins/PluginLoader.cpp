@@ -2,6 +2,7 @@
 #include "PluginLoader.h"
 
 #include "Logger.h"
+#include "MissingSymbol.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -44,42 +45,111 @@ bool resolve(void *library, const char *name, Function &function, PluginRecord &
     function = reinterpret_cast<Function>(::dlsym(library, name));
     if (function != nullptr)
         return true;
+    const QString text = QString::fromLatin1(name);
     record.state = PluginState::LacksFunction;
-    record.reason =
-        QStringLiteral("%1 has no function %2").arg(record.name, QString::fromLatin1(name));
+    record.reason = missingFunction(record.name, text,
+                                    ::dlsym(library, qPrintable(mangledName(text))) != nullptr);
     return false;
+}
+
+void tellRefusal(const PluginRecord &record)
+{
+    Logger::Write(QStringLiteral("The plug-in cannot be used: %1").arg(record.reason),
+                  Logger::Severity::Error);
+}
+
+QString wrongVersion(const QString &plugin, const KitNumber &its, const KitNumber &ours)
+{
+    const bool isOlder = its.majorPart < ours.majorPart;
+    return QStringLiteral("%1 was built against version %2 of the plug-in kit, and this workbench "
+                          "has %3: %4")
+        .arg(plugin, its.text(), ours.text(),
+             isOlder ? QStringLiteral("build it anew against the kit of this workbench")
+                     : QStringLiteral("use a newer workbench, or build it against the kit of this "
+                                      "one"));
 }
 
 } // namespace
 
-const PluginRecord &PluginLoader::load(const QString &file)
+PluginRecord &PluginLoader::recordOf(const QString &file)
 {
     const QFileInfo info(file);
     const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
     const auto known = std::ranges::find(m_Records, path, &PluginRecord::file);
-    if (known != m_Records.end() && known->state != PluginState::MissingFile)
+    if (known != m_Records.end())
         return *known;
+    m_Records.push_back({path, QFileInfo(path).fileName(), PluginState::MissingFile, {}});
+    m_Functions.emplace_back();
+    return m_Records.back();
+}
 
-    const bool isNew = known == m_Records.end();
-    if (isNew) {
-        m_Records.push_back({path, info.fileName(), PluginState::MissingFile, {}});
-        m_Functions.emplace_back();
+const PluginRecord &PluginLoader::add(const QString &file)
+{
+    PluginRecord &record = recordOf(file);
+    if (record.state != PluginState::MissingFile)
+        return record;
+    record.descriptor.name = PluginDescriptor::nameOf(record.file);
+    record.reason.clear();
+    if (QFileInfo(record.file).isFile()) {
+        describe(record, file);
+    } else {
+        record.reason = QStringLiteral("%1: there is no such file").arg(record.file);
     }
-    PluginRecord &record = isNew ? m_Records.back() : *known;
-    open(record, m_Functions[indexOf(record)]);
+    if (!record.isPromising())
+        tellRefusal(record);
+    return record;
+}
+
+const PluginRecord &PluginLoader::addOverruled(const QString &file, const QString &counts)
+{
+    PluginRecord &record = recordOf(file);
+    record.state = PluginState::Overruled;
+    record.descriptor.name = PluginDescriptor::nameOf(record.file);
+    record.reason = QStringLiteral("%1 is not used, since %2 has its name and was found before it")
+                        .arg(record.file, counts);
+    Logger::Write(record.reason, Logger::Severity::Info);
+    return record;
+}
+
+// The descriptor stands beside the library, or beside the link by which it was found.
+void PluginLoader::describe(PluginRecord &record, const QString &asFound) const
+{
+    record.state = PluginState::Found;
+    QString file = PluginDescriptor::fileOf(QFileInfo(asFound).absoluteFilePath());
+    if (!QFileInfo::exists(file))
+        file = PluginDescriptor::fileOf(record.file);
+    if (!QFileInfo::exists(file))
+        return;
+    Result<PluginDescriptor> read = PluginDescriptor::read(file, m_Kit);
+    if (!read) {
+        record.state = PluginState::BrokenDescriptor;
+        record.reason = QString::fromStdString(read.error().message());
+        return;
+    }
+    record.descriptor = std::move(read).value();
+    if (!m_Kit.takes(record.descriptor.kit)) {
+        record.state = PluginState::WrongVersion;
+        record.reason = wrongVersion(record.name, record.descriptor.kit, m_Kit);
+        return;
+    }
+    for (const Failure &remark : record.descriptor.remarks)
+        Logger::Write(QString::fromStdString(remark.message()), Logger::Severity::Warning);
+}
+
+const PluginRecord &PluginLoader::open(const PluginRecord &plugin)
+{
+    const std::size_t index = indexOf(plugin);
+    if (index >= m_Records.size() || plugin.state != PluginState::Found)
+        return plugin;
+    PluginRecord &record = m_Records[index];
+    open(record, m_Functions[index]);
     if (!record.isUsable())
-        Logger::Write(QStringLiteral("The plug-in cannot be used: %1").arg(record.reason),
-                      Logger::Severity::Error);
+        tellRefusal(record);
     return record;
 }
 
 void PluginLoader::open(PluginRecord &record, Functions &functions)
 {
-    if (!QFileInfo(record.file).isFile()) {
-        record.state = PluginState::MissingFile;
-        record.reason = QStringLiteral("%1: there is no such file").arg(record.file);
-        return;
-    }
     void *library = nullptr;
     try {
         library = s_Open(QFile::encodeName(record.file).constData(),
@@ -91,11 +161,11 @@ void PluginLoader::open(PluginRecord &record, Functions &functions)
         return;
     }
     if (library == nullptr) {
-        // The system tells by text alone. Nothing else here looks into one.
+        // The system tells by text alone. Nothing else looks into one.
         const QString error = lastError();
         const bool isUnresolved = error.contains(QStringLiteral("undefined symbol"));
         record.state = isUnresolved ? PluginState::UnresolvedSymbol : PluginState::Broken;
-        record.reason = error;
+        record.reason = isUnresolved ? missingSymbol(record.name, error) : error;
         return;
     }
     if (!resolve(library, "Execute0", functions.execute, record) ||
@@ -103,7 +173,6 @@ void PluginLoader::open(PluginRecord &record, Functions &functions)
         !resolve(library, "Cleanup", functions.cleanup, record))
         return;
     record.state = PluginState::Loaded;
-    record.reason.clear();
 }
 
 const PluginRecord *PluginLoader::find(const QString &name) const

@@ -3,48 +3,34 @@
 // plug-in's classes may live until the program ends.
 #pragma once
 
+#include "PluginRecord.h"
+
 #include <QString>
 
 #include <deque>
 #include <optional>
-#include <string>
 
 namespace TAMBO::services {
-
-enum class PluginState {
-    Loaded,
-    MissingFile,
-    // Not a library, or one that it needs is missing.
-    Broken,
-    UnresolvedSymbol,
-    // Execute0, IsDone or Cleanup is missing.
-    LacksFunction,
-    ThrewOnLoad,
-    // An exported function threw; it is not called again.
-    ThrewInCall,
-};
-
-struct PluginRecord
-{
-    // Full path, and the file's name without it.
-    QString file;
-    QString name;
-    PluginState state = PluginState::Broken;
-    // One sentence for the user; empty while all is well.
-    QString reason;
-
-    [[nodiscard]] bool isUsable() const noexcept { return state == PluginState::Loaded; }
-};
 
 class PluginLoader
 {
 public:
-    // Every symbol is resolved at once. A file that was loaded already gives its record. The record
-    // stays where it is for the life of the loader.
-    const PluginRecord &load(const QString &file);
-    // In order of loading.
+    // kit: what this workbench has, which decides what it takes.
+    explicit PluginLoader(const KitNumber &kit = {}) : m_Kit(kit) { }
+
+    // Reads what stands beside the library and leaves the library alone. A file that is known
+    // already gives its record; one that was missing is looked for again. The record stays where it
+    // is for the life of the loader.
+    const PluginRecord &add(const QString &file);
+    // One that is not to be used, since counts has its name.
+    const PluginRecord &addOverruled(const QString &file, const QString &counts);
+    // Opens the library of one that was found. Every symbol is resolved at once.
+    const PluginRecord &open(const PluginRecord &plugin);
+    const PluginRecord &load(const QString &file) { return open(add(file)); }
+
+    // In the order in which they became known.
     [[nodiscard]] const std::deque<PluginRecord> &records() const noexcept { return m_Records; }
-    // Null when no plug-in of this file name, path aside, was tried.
+    // Null when no plug-in of this file name, path aside, is known.
     [[nodiscard]] const PluginRecord *find(const QString &name) const;
 
     // False when the plug-in cannot be used or throws.
@@ -63,10 +49,13 @@ private:
         void (*cleanup)() = nullptr;
     };
 
-    void open(PluginRecord &record, Functions &functions);
+    PluginRecord &recordOf(const QString &file);
+    void describe(PluginRecord &record, const QString &asFound) const;
+    static void open(PluginRecord &record, Functions &functions);
     [[nodiscard]] std::size_t indexOf(const PluginRecord &plugin) const;
     template <typename Function> bool call(std::size_t index, const char *name, Function function);
 
+    KitNumber m_Kit;
     std::deque<PluginRecord> m_Records;
     // By place in m_Records.
     std::deque<Functions> m_Functions;

@@ -2,8 +2,10 @@
 // Windows that show how many residues are selected, and follow every change.
 #include <BaseWindow.h>
 #include <Compound.h>
+#include <Config.h>
 #include <DataPoint.h>
 #include <Export.h>
+#include <Logger.h>
 #include <Space.h>
 #include <Subscriber.h>
 
@@ -47,7 +49,8 @@ public:
 
     void commUpdate() override
     {
-        m_Count->setText(QString("%1 residues are selected").arg(selectedResidues().size()));
+        const std::string text = Config::GetSetting("counter", "Text").ToString();
+        m_Count->setText(QString::fromStdString(text).arg(selectedResidues().size()));
     }
     void commAdd() override { commUpdate(); }
     void commDelete() override { commUpdate(); }
@@ -82,6 +85,7 @@ TAMBO_API void Execute0()
 {
     s_Windows.push_back(new Counter);
     s_Windows.back()->show();
+    Logger::Write("Counter: a window was opened");
 }
 
 TAMBO_API bool IsDone()

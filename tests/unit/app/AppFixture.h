@@ -10,6 +10,7 @@
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "PluginFolders.h"
 #include "Structure.h"
 
 #include <QString>
@@ -41,6 +42,12 @@ protected:
     static std::vector<std::string> topLevelNames();
 
     QString write(const QString &name, const QByteArray &text);
+    // For a workbench that is not to look into the folders of the machine.
+    static TAMBO::services::PluginFolders withoutPlugins()
+    {
+        return TAMBO::services::PluginFolders(
+            std::vector<TAMBO::services::PluginFolders::Folder>());
+    }
 
     // Locks that refused a guard.
     std::vector<std::string> m_Refused;

@@ -212,11 +212,19 @@ TEST_F(PrintProgram, AWrongCallIsTold)
 
 TEST_F(PrintProgram, WithoutTheEditorThereIsNoPrint)
 {
-    qputenv("TAMBO_PLUGIN_DIR", m_Folder.path().toUtf8());
-    const Finished call = print(small(), "out.pdf");
-    qunsetenv("TAMBO_PLUGIN_DIR");
+    const Finished call =
+        runAlone({"print", small(), "--style", "bw", "--output", path("out.pdf")});
     expectRefused(call, 1, "there is no alignment editor in");
     EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(PrintProgram, TheEditorIsOpenedAndNoOtherPlugin)
+{
+    // The log would tell that this is no library.
+    EXPECT_TRUE(QDir(m_Folder.path()).mkpath("data/plugins"));
+    write("data/plugins/aaa.so", "no library");
+    expectDone(print(small(), "out.pdf"));
+    EXPECT_FALSE(read(path("data/tambo.log")).contains("aaa.so"));
 }
 
 } // namespace PrintProgramTest

@@ -4,6 +4,7 @@
 
 #include "support/WaitUntil.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -34,13 +35,28 @@ class ProgramFixture : public testing::Test
 protected:
     Finished run(const QStringList &arguments)
     {
+        return runProgram(QStringLiteral(BUILD_DIR "/bin/tambo"), arguments);
+    }
+    // A copy of it without what is installed beside it; what was installed on the machine is never
+    // looked at.
+    Finished runAlone(const QStringList &arguments)
+    {
+        const QString copy = m_Folder.filePath("bin/tambo");
+        EXPECT_TRUE(QDir(m_Folder.path()).mkpath("bin"));
+        EXPECT_TRUE(QFile::exists(copy) || QFile::copy(BUILD_DIR "/bin/tambo", copy));
+        return runProgram(copy, arguments);
+    }
+    Finished runProgram(const QString &program, const QStringList &arguments)
+    {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(name);
         environment.insert("TAMBO_USER_DIR", m_Folder.path());
+        environment.insert("TAMBO_SHARE_DIR", BUILD_DIR "/share/tambo");
+        environment.insert("TAMBO_SYSTEM_PLUGIN_DIRS", QString());
         process.setProcessEnvironment(environment);
-        process.start(BUILD_DIR "/bin/tambo", arguments);
+        process.start(program, arguments);
         EXPECT_TRUE(process.waitForFinished(kPatienceMilliseconds));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         return {process.exitCode(), process.readAllStandardOutput(),

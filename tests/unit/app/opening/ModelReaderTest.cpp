@@ -53,8 +53,7 @@ class ModelReaderTest : public AppFixture
 protected:
     ModelReaderTest()
     {
-        qputenv("TAMBO_PLUGIN_DIR", m_Folder.filePath("plugins").toUtf8());
-        m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody);
+        m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody, withoutPlugins());
     }
     ~ModelReaderTest() override
     {

@@ -287,8 +287,7 @@ class SuperposeWorkbenchTest : public AppFixture
 protected:
     SuperposeWorkbenchTest()
     {
-        qputenv("TAMBO_PLUGIN_DIR", m_Folder.filePath("plugins").toUtf8());
-        m_Workbench = std::make_unique<Workbench>();
+        m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::User, withoutPlugins());
     }
     ~SuperposeWorkbenchTest() override
     {

@@ -40,8 +40,7 @@ class LeavingTest : public AppFixture
 protected:
     LeavingTest()
     {
-        qputenv("TAMBO_PLUGIN_DIR", m_Folder.filePath("plugins").toUtf8());
-        m_Workbench = std::make_unique<Workbench>();
+        m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::User, withoutPlugins());
         QObject::connect(m_Workbench.get(), &Workbench::opened, m_Workbench.get(),
                          [this](const app::LoadReport &report) { m_Report = report; });
         m_Workbench->window().show();

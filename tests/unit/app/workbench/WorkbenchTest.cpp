@@ -63,8 +63,7 @@ class WorkbenchTest : public AppFixture
 protected:
     WorkbenchTest()
     {
-        qputenv("TAMBO_PLUGIN_DIR", m_Folder.filePath("plugins").toUtf8());
-        m_Workbench = std::make_unique<Workbench>();
+        m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::User, withoutPlugins());
         QObject::connect(m_Workbench.get(), &Workbench::opened, m_Workbench.get(),
                          [this](const LoadReport &report) { m_Reports.push_back(report); });
     }
@@ -582,7 +581,7 @@ TEST_F(WorkbenchTest, WithoutAUserNoFailureWaitsInABox)
 {
     m_Workbench->undo().history().clear();
     m_Workbench.reset();
-    m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody);
+    m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody, withoutPlugins());
     show();
     open({m_Folder.filePath("none.pdb")});
     struct
@@ -650,7 +649,7 @@ TEST_F(WorkbenchTest, RoutesGoWithTheWorkbench)
     m_Workbench.reset();
     EXPECT_EQ(PluginManager::Execute("Data", "OpenFile", "SequenceEditor", "open"),
               Outcome::NoService);
-    m_Workbench = std::make_unique<Workbench>();
+    m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::User, withoutPlugins());
 }
 
 } // namespace WorkbenchTest
