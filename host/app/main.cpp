@@ -12,17 +12,26 @@
 #include "ModellingTools.h"
 #include "PaintedWindows.h"
 #include "Picture.h"
+#include "PluginCommands.h"
+#include "Plugins.h"
 #include "PrintCommand.h"
 #include "Services.h"
 #include "Workbench.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QIcon>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -122,14 +131,53 @@ void introduce()
 }
 
 // The words of the call are not for the toolkit, and what it has to say is not for scripts.
-int runWithoutScreen(const TAMBO::app::PrintOrder &order, char **argv)
+int runWithoutScreen(const std::function<int()> &command, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(takeStartMessage);
     int argc = 1;
     const TAMBO::app::Application application(argc, argv);
     introduce();
-    return TAMBO::app::runPrint(order, std::cerr);
+    return command();
+}
+
+// A call whose first word is the command of a plug-in, or neither that nor a file. Nothing when it
+// is for the program itself.
+std::optional<int> runPluginCommand(const std::vector<std::string> &words, char **argv)
+{
+    if (!TAMBO::app::mayBePluginCommand(words))
+        return std::nullopt;
+    QStringList arguments;
+    for (const std::string &word : words)
+        arguments << QFile::decodeName(word.c_str());
+    const QString word = arguments.takeFirst();
+    TAMBO::app::Plugins plugins;
+    plugins.find();
+    TAMBO::app::PluginCommands commands(plugins);
+    if (!commands.offers(word)) {
+        if (QFileInfo::exists(word))
+            return std::nullopt;
+        return complain("there is no file " + words.front() +
+                            ", and no plug-in has a command of this name; see tambo --help",
+                        kWrongCall);
+    }
+    QFile output;
+    QFile errors;
+    if (!output.open(stdout, QIODevice::WriteOnly) || !errors.open(stderr, QIODevice::WriteOnly))
+        return complain("standard output cannot be written", kBadInput);
+    const int status =
+        runWithoutScreen([&] { return commands.run(word, arguments, output, errors); }, argv);
+    errors.flush();
+    if (!output.flush())
+        return complain("standard output cannot be written", kBadInput);
+    return status;
+}
+
+std::string usageOfPlugins()
+{
+    TAMBO::app::Plugins plugins;
+    plugins.find();
+    return TAMBO::app::PluginCommands(plugins).usageText();
 }
 
 int runWindows(const CommandLine &line, int argc, char **argv)
@@ -148,14 +196,16 @@ int runWindows(const CommandLine &line, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    const TAMBO::Result<CommandLine> parsed = TAMBO::app::parseCommandLine(
-        std::vector<std::string>(argv + std::min(1, argc), argv + argc));
+    const std::vector<std::string> words(argv + std::min(1, argc), argv + argc);
+    if (const std::optional<int> status = runPluginCommand(words, argv))
+        return *status;
+    const TAMBO::Result<CommandLine> parsed = TAMBO::app::parseCommandLine(words);
     if (!parsed)
         return complain(parsed.error().message() + "; see tambo --help", kWrongCall);
     const CommandLine &line = parsed.value();
     switch (line.mode) {
     case CommandLine::Mode::Help:
-        std::cout << TAMBO::app::usageText();
+        std::cout << TAMBO::app::usageText() << usageOfPlugins();
         return EXIT_SUCCESS;
     case CommandLine::Mode::Version:
         std::cout << "tambo " TAMBO_VERSION "\n";
@@ -167,7 +217,7 @@ int main(int argc, char **argv)
     case CommandLine::Mode::Identity:
         return TAMBO::app::runIdentity(line.files.front(), std::cout, std::cerr);
     case CommandLine::Mode::Print:
-        return runWithoutScreen(line.print, argv);
+        return runWithoutScreen([&] { return TAMBO::app::runPrint(line.print, std::cerr); }, argv);
     case CommandLine::Mode::Workbench:
     case CommandLine::Mode::Picture:
         break;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CommandLine.h"
 
+#include "PluginDescriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -144,6 +146,19 @@ Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments)
     return line;
 }
 
+bool isOwnCommand(std::string_view word)
+{
+    return word == "info" || std::ranges::any_of(kCommands, [&](const auto &command) {
+               return command.first == word;
+           });
+}
+
+bool mayBePluginCommand(const std::vector<std::string> &arguments)
+{
+    return !arguments.empty() && !isOwnCommand(arguments.front()) &&
+           services::PluginDescriptor::isCommandWord(QString::fromStdString(arguments.front()));
+}
+
 std::string usageText()
 {
     std::string formats;
@@ -161,6 +176,7 @@ std::string usageText()
            "                                     FORMAT; says what is lost by it\n"
            "       tambo identity IN             how alike the rows of an alignment are, a line\n"
            "                                     for each pair\n"
+           "       tambo COMMAND ARGUMENTS...    a command that a plug-in adds\n"
            "       tambo --help | --version\n"
            "\n"
            "Files are structures (" +

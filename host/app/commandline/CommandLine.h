@@ -7,6 +7,7 @@
 #include "Result.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace TAMBO::app {
@@ -26,6 +27,12 @@ struct CommandLine
 // arguments without the program's name. Options of the toolkit ("-platform x", "-style x") are
 // passed over.
 [[nodiscard]] Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments);
+
+// Whether the word is a command of the program itself.
+[[nodiscard]] bool isOwnCommand(std::string_view word);
+// Whether the call begins with a word that may be the command of a plug-in: none of the program's
+// own, and formed so that it is hardly the name of a file.
+[[nodiscard]] bool mayBePluginCommand(const std::vector<std::string> &arguments);
 
 [[nodiscard]] std::string usageText();
 
