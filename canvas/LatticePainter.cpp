@@ -4,16 +4,17 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QTransform>
+#include <QtMath>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace {
 
-// A pixel grid that is upright and neither so coarse that cells vanish nor so fine that tiles grow
-// out of proportion.
-bool suitsTiles(const QPainter &painter, const CellLattice &lattice)
+// A pixel grid that is upright and not so coarse that cells get less than that many pixels.
+bool isUprightGrid(const QPainter &painter, const CellLattice &lattice, double pixels)
 {
     if (painter.paintEngine()->type() != QPaintEngine::Raster)
         return false;
@@ -21,8 +22,13 @@ bool suitsTiles(const QPainter &painter, const CellLattice &lattice)
     if (device.type() > QTransform::TxScale || device.m11() <= 0 ||
         std::abs(device.m11() - device.m22()) > 1e-9)
         return false;
-    const double scale = device.m11();
-    return scale <= 8 && scale * std::min(lattice.cellWidth(), lattice.cellHeight()) >= 2;
+    return device.m11() * std::min(lattice.cellWidth(), lattice.cellHeight()) >= pixels;
+}
+
+// Neither may cells vanish, nor tiles grow out of proportion.
+bool suitsTiles(const QPainter &painter, const CellLattice &lattice)
+{
+    return isUprightGrid(painter, lattice, 2) && painter.deviceTransform().m11() <= 8;
 }
 
 // Neighbouring cells share their edge, so every edge goes to the pixel grid in the same way: no
@@ -39,7 +45,9 @@ void LatticePainter::paint(QPainter &painter, const CellLattice &lattice,
 {
     if (cells.isEmpty())
         return;
-    if (suitsTiles(painter, lattice))
+    if (!source.hasLetters() && isUprightGrid(painter, lattice, 1))
+        paintBackgrounds(painter, lattice, source, cells);
+    else if (suitsTiles(painter, lattice))
         paintTiles(painter, lattice, source, cells);
     else
         paintCells(painter, lattice, source, cells);
@@ -50,9 +58,7 @@ void LatticePainter::paintTiles(QPainter &painter, const CellLattice &lattice,
 {
     const QTransform device = painter.deviceTransform();
     const double scale = device.m11();
-    m_Edges.clear();
-    for (unsigned long col = cells.colBegin; col <= cells.colEnd; ++col)
-        m_Edges.push_back(snapped(lattice.cellRect({0, col}).left() * scale + device.dx()));
+    findEdges(lattice, cells, device);
     m_Tiles.begin(source.font());
     painter.save();
     // From here on the painter's coordinates are the device's pixels.
@@ -64,6 +70,59 @@ void LatticePainter::paintTiles(QPainter &painter, const CellLattice &lattice,
         source.readCells(row, cells.colBegin, cells.colEnd, m_Looks);
         paintStrip(painter, source, top, bottom - top, scale);
     }
+    painter.restore();
+}
+
+void LatticePainter::findEdges(const CellLattice &lattice, const CellRange &cells,
+                               const QTransform &device)
+{
+    m_Edges.clear();
+    for (unsigned long col = cells.colBegin; col <= cells.colEnd; ++col)
+        m_Edges.push_back(snapped(lattice.cellRect({0, col}).left() * device.m11() + device.dx()));
+}
+
+void LatticePainter::paintBackgrounds(QPainter &painter, const CellLattice &lattice,
+                                      const LatticeSource &source, const CellRange &cells)
+{
+    const QTransform device = painter.deviceTransform();
+    findEdges(lattice, cells, device);
+    const int left = m_Edges.front();
+    const int width = m_Edges.back() - left;
+    const auto topOf = [&](unsigned long row) {
+        return snapped(lattice.cellRect({row, 0}).top() * device.m11() + device.dy());
+    };
+    constexpr int kLines = 32;
+    const int most = std::max(kLines, qCeil(lattice.cellHeight() * device.m11()) + 1);
+    if (m_Strip.width() < width || m_Strip.height() < most)
+        m_Strip = QImage(std::max(width, m_Strip.width()), std::max(most, m_Strip.height()),
+                         QImage::Format_RGB32);
+    m_Backgrounds.resize(m_Edges.size() - 1);
+    painter.save();
+    painter.setWorldTransform(device.inverted() * painter.worldTransform());
+    int stripTop = topOf(cells.rowBegin);
+    int lines = 0;
+    const auto flush = [&] {
+        painter.drawImage(QPoint(left, stripTop), m_Strip, QRect(0, 0, width, lines));
+        stripTop += std::exchange(lines, 0);
+    };
+    for (unsigned long row = cells.rowBegin; row < cells.rowEnd; ++row) {
+        const int height = topOf(row + 1) - topOf(row);
+        if (lines + height > m_Strip.height())
+            flush();
+        auto *line = reinterpret_cast<QRgb *>(m_Strip.scanLine(lines));
+        if (m_Backgrounds.size() == static_cast<std::size_t>(width)) {
+            source.readBackgrounds(row, cells.colBegin, cells.colEnd, line);
+        } else {
+            source.readBackgrounds(row, cells.colBegin, cells.colEnd, m_Backgrounds.data());
+            for (std::size_t i = 0; i < m_Backgrounds.size(); ++i)
+                std::fill(line + (m_Edges[i] - left), line + (m_Edges[i + 1] - left),
+                          m_Backgrounds[i]);
+        }
+        for (int y = 1; y < height; ++y)
+            std::copy_n(line, width, reinterpret_cast<QRgb *>(m_Strip.scanLine(lines + y)));
+        lines += height;
+    }
+    flush();
     painter.restore();
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Paints cells of a lattice: on pixels by copying tiles, on anything else cell by cell.
+// Paints cells of a lattice: on pixels by copying tiles, or colors alone where cells have no
+// letters; on anything else cell by cell.
 #pragma once
 
 #include "TileCache.h"
@@ -23,6 +24,9 @@ public:
 private:
     void paintTiles(QPainter &painter, const CellLattice &lattice, const LatticeSource &source,
                     const CellRange &cells);
+    void paintBackgrounds(QPainter &painter, const CellLattice &lattice,
+                          const LatticeSource &source, const CellRange &cells);
+    void findEdges(const CellLattice &lattice, const CellRange &cells, const QTransform &device);
     void paintStrip(QPainter &painter, const LatticeSource &source, int top, int height,
                     double scale);
     void paintCells(QPainter &painter, const CellLattice &lattice, const LatticeSource &source,
@@ -32,6 +36,8 @@ private:
     // The left edges of the columns being painted on the device, and the right edge of the last.
     std::vector<int> m_Edges;
     std::vector<CellLook> m_Looks;
-    // One row of cells. Small enough to stay in the processor's cache until it is copied on.
+    std::vector<QRgb> m_Backgrounds;
+    // One row of cells, or of backgrounds as many as fit. Small enough to stay in the processor's
+    // cache until it is copied on.
     QImage m_Strip;
 };

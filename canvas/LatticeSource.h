@@ -41,4 +41,9 @@ public:
     // Fills the rectangle. The look and the font are all that may show in it.
     virtual void drawCell(QPainter &painter, const QRectF &rect, const CellLook &look) const = 0;
     [[nodiscard]] virtual QFont font() const = 0;
+    // Without letters a cell is its background and nothing else, which needs no tiles.
+    [[nodiscard]] virtual bool hasLetters() const;
+    // Writes end - begin backgrounds, those that readCells() gives.
+    virtual void readBackgrounds(unsigned long row, unsigned long begin, unsigned long end,
+                                 QRgb *out) const;
 };

@@ -154,6 +154,11 @@ void QCanvasView::setContentsPos(int x, int y)
     verticalScrollBar()->setValue(y);
 }
 
+void QCanvasView::setForeground(std::function<void(QPainter &, const QRect &)> paint)
+{
+    m_Foreground = std::move(paint);
+}
+
 // A rebuild takes the canvas down to nothing and up again; the bars, and with them the place that
 // the user is looking at, wait until it is over.
 void QCanvasView::canvasResized()
@@ -252,6 +257,8 @@ void QCanvasView::paintRect(QPainter &painter, const QRect &rect)
     const QRect contents = rect.translated(m_ContentsPos);
     drawContents(&painter, contents.x(), contents.y(), contents.width(), contents.height());
     painter.restore();
+    if (m_Foreground)
+        m_Foreground(painter, rect);
 }
 
 void QCanvasView::drawContents(QPainter *painter, int x, int y, int width, int height)

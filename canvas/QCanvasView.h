@@ -61,6 +61,9 @@ public:
     [[nodiscard]] QCanvasView &scrolledView() { return m_Leader ? *m_Leader : *this; }
     // Gives the text for a point of the contents; an empty text shows no tip.
     void setToolTips(std::function<QString(const QPoint &)> textAt);
+    // Paints over the contents on the screen, and on nothing else: a rectangle of the viewport, in
+    // its coordinates. Null for nothing.
+    void setForeground(std::function<void(QPainter &, const QRect &)> paint);
 
 public slots:
     // Cut off at the ends of the contents.
@@ -112,5 +115,6 @@ private:
     bool m_BarsAreStale = false;
     QPointer<QCanvasView> m_Leader;
     std::function<QString(const QPoint &)> m_ToolTips;
+    std::function<void(QPainter &, const QRect &)> m_Foreground;
     std::unique_ptr<DragScroller> m_DragScroller;
 };

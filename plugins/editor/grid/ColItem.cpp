@@ -8,7 +8,7 @@
 
 ColItem::ColItem(TAMBO::Alignment *alignment, unsigned long col, const QFont &font, QCanvas *canvas,
                  double x, double y)
-    : QCanvasText(QStringLiteral("O"), font, canvas), m_Target(alignment), m_Col(col)
+    : PlacedText(QStringLiteral("O"), font, canvas), m_Target(alignment), m_Col(col)
 {
     TAMBO_CHECK_PTR(m_Target, "ColItem", 29);
     move(x, y);
@@ -22,7 +22,9 @@ void ColItem::draw(QPainter &painter)
     const bool isSelected = m_Target != nullptr && m_Target->isColumnSelected(m_Col);
     setText(isSelected ? QStringLiteral("X") : QStringLiteral("O"));
     setColor(isSelected ? Qt::green : Qt::black);
-    QCanvasText::draw(painter);
+    if (isLetterless() && isSelected)
+        fillPlace(painter, Qt::green);
+    drawText(painter);
 }
 
 int ColItem::rtti() const

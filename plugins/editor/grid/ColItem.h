@@ -2,13 +2,13 @@
 // One column of an alignment on the header canvas: whether the column is selected.
 #pragma once
 
-#include "QCanvasText.h"
+#include "PlacedText.h"
 
 namespace TAMBO {
 class Alignment;
 }
 
-class ColItem : public QCanvasText
+class ColItem : public PlacedText
 {
 public:
     static constexpr int RTTI = 68;

@@ -5,6 +5,8 @@
 
 #include <QLabel>
 
+#include <functional>
+
 namespace ZEP {
 
 class CornerLabel : public QLabel
@@ -14,9 +16,14 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    // Paints over the name: a rectangle, in the label's coordinates. Null for nothing.
+    void setForeground(std::function<void(QPainter &, const QRect &)> paint);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::function<void(QPainter &, const QRect &)> m_Foreground;
 };
 
 } // namespace ZEP

@@ -25,7 +25,7 @@ QString consensus(const TAMBO::Alignment &alignment, unsigned long col)
 
 IdItem::IdItem(TAMBO::Alignment *alignment, unsigned long col, const QFont &font, QCanvas *canvas,
                double x, double y)
-    : QCanvasText(QStringLiteral("O"), font, canvas), m_Target(alignment), m_Col(col)
+    : PlacedText(QStringLiteral("O"), font, canvas), m_Target(alignment), m_Col(col)
 {
     TAMBO_CHECK_PTR(m_Target, "IdItem", 29);
     move(x, y);
@@ -37,7 +37,12 @@ IdItem::~IdItem() = default;
 void IdItem::draw(QPainter &painter)
 {
     setText(m_Target == nullptr ? QString() : consensus(*m_Target, m_Col));
-    QCanvasText::draw(painter);
+    if (isLetterless() && !text().isEmpty()) {
+        // A letter that all rows share is in upper case.
+        constexpr int kBesideLine = 3;
+        fillPlace(painter, text().front().isUpper() ? Qt::black : Qt::lightGray, kBesideLine);
+    }
+    drawText(painter);
 }
 
 int IdItem::rtti() const

@@ -2,13 +2,13 @@
 // One column of an alignment on the header canvas: the column's consensus letter.
 #pragma once
 
-#include "QCanvasText.h"
+#include "PlacedText.h"
 
 namespace TAMBO {
 class Alignment;
 }
 
-class IdItem : public QCanvasText
+class IdItem : public PlacedText
 {
 public:
     static constexpr int RTTI = 69;

@@ -6,9 +6,21 @@
 #include "ResidueItem.h"
 
 #include <QColor>
+#include <QPainter>
 
-ResidueLattice::ResidueLattice(TAMBO::Alignment *alignment, const QFont &font)
-    : m_Target(alignment), m_Font(font)
+#include <algorithm>
+
+namespace {
+
+QRgb backgroundOf(const TAMBO::AlignmentCell &cell)
+{
+    return cell.color.isOpaque() ? cell.color.argb() : ResidueItem::shownColor(cell.color).rgb();
+}
+
+} // namespace
+
+ResidueLattice::ResidueLattice(TAMBO::Alignment *alignment, const QFont &font, bool hasLetters)
+    : m_Target(alignment), m_Font(font), m_HasLetters(hasLetters)
 {
     TAMBO_CHECK_PTR(m_Target, "ResidueLattice", 15);
 }
@@ -40,13 +52,31 @@ void ResidueLattice::readCells(unsigned long row, unsigned long begin, unsigned 
     for (std::size_t i = 0; i < m_Cells.size(); ++i) {
         if (m_Cells[i].isGap())
             continue;
-        const Color color = m_Cells[i].color;
-        out[first + i] = {m_Cells[i].letter,
-                          color.isOpaque() ? color.argb() : ResidueItem::shownColor(color).rgb()};
+        out[first + i] = {m_Cells[i].letter, backgroundOf(m_Cells[i])};
     }
+}
+
+void ResidueLattice::readBackgrounds(unsigned long row, unsigned long begin, unsigned long end,
+                                     QRgb *out) const
+{
+    m_Cells.clear();
+    m_Target->readRow(row, begin, end, m_Cells);
+    constexpr QRgb kGap = CellLook().background;
+    // Where gaps are cannot be foretold, so the loop branches for colours alone.
+    for (const TAMBO::AlignmentCell &cell : m_Cells) {
+        const auto isGap = static_cast<unsigned>(cell.isGap());
+        const auto isClear = static_cast<unsigned>(!cell.color.isOpaque());
+        const QRgb own = (isClear & ~isGap) != 0 ? backgroundOf(cell) : cell.color.argb();
+        const QRgb mask = 0U - isGap;
+        *out++ = (kGap & mask) | (own & ~mask);
+    }
+    std::fill_n(out, (end - begin) - m_Cells.size(), kGap);
 }
 
 void ResidueLattice::drawCell(QPainter &painter, const QRectF &rect, const CellLook &look) const
 {
-    ResidueItem::drawCell(painter, rect, m_Font, look.letter, QColor::fromRgb(look.background));
+    if (m_HasLetters)
+        ResidueItem::drawCell(painter, rect, m_Font, look.letter, QColor::fromRgb(look.background));
+    else
+        painter.fillRect(rect, QColor::fromRgb(look.background));
 }

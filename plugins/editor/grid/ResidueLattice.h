@@ -12,8 +12,8 @@ struct AlignmentCell;
 class ResidueLattice : public LatticeSource
 {
 public:
-    // The alignment must outlive the lattice.
-    ResidueLattice(TAMBO::Alignment *alignment, const QFont &font);
+    // The alignment must outlive the lattice. Without letters cells are painted in their colors.
+    ResidueLattice(TAMBO::Alignment *alignment, const QFont &font, bool hasLetters = true);
     ~ResidueLattice() override;
 
     // A cell for every place of the alignment as it is now.
@@ -26,10 +26,14 @@ public:
                    std::vector<CellLook> &out) const override;
     void drawCell(QPainter &painter, const QRectF &rect, const CellLook &look) const override;
     [[nodiscard]] QFont font() const override { return m_Font; }
+    [[nodiscard]] bool hasLetters() const override { return m_HasLetters; }
+    void readBackgrounds(unsigned long row, unsigned long begin, unsigned long end,
+                         QRgb *out) const override;
 
 private:
     TAMBO::Alignment *m_Target;
     QFont m_Font;
+    bool m_HasLetters;
     // Kept between calls for its memory only.
     mutable std::vector<TAMBO::AlignmentCell> m_Cells;
 };

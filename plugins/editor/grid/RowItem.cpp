@@ -23,9 +23,7 @@ constexpr QLatin1String kUnselected("  O");
 
 RowItem::RowItem(TAMBO::Alignment *alignment, unsigned long row, const QFont &font, QCanvas *canvas,
                  double x, double y)
-    : QCanvasText(textOf(alignment, row, kUnselected), font, canvas),
-      m_Target(alignment),
-      m_Row(row)
+    : PlacedText(textOf(alignment, row, kUnselected), font, canvas), m_Target(alignment), m_Row(row)
 {
     TAMBO_CHECK_PTR(m_Target, "RowItem", 31);
     move(x, y);
@@ -39,7 +37,9 @@ void RowItem::draw(QPainter &painter)
     const bool isSelected = selected();
     setText(textOf(m_Target, m_Row, isSelected ? kSelected : kUnselected));
     setColor(isSelected ? Qt::green : Qt::black);
-    QCanvasText::draw(painter);
+    if (isLetterless() && isSelected)
+        fillPlace(painter, Qt::green);
+    drawText(painter, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 int RowItem::rtti() const
@@ -49,7 +49,9 @@ int RowItem::rtti() const
 
 QRect RowItem::boundingRect() const
 {
-    QRect area = QCanvasText::boundingRect();
+    QRect area = PlacedText::boundingRect();
+    if (isPlaced())
+        return area;
     area.setHeight(QFontMetrics(font()).lineSpacing());
     return area;
 }

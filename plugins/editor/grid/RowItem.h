@@ -2,13 +2,13 @@
 // One row of an alignment on the name canvas: the sequence's name and whether the row is selected.
 #pragma once
 
-#include "QCanvasText.h"
+#include "PlacedText.h"
 
 namespace TAMBO {
 class Alignment;
 }
 
-class RowItem : public QCanvasText
+class RowItem : public PlacedText
 {
 public:
     static constexpr int RTTI = 67;

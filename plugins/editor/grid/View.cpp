@@ -12,6 +12,8 @@
 #include <QMouseEvent>
 #include <QPointer>
 
+#include <utility>
+
 View::View(QCanvas &canvas, QWidget *parent, const char *name, unsigned int flags)
     : QCanvasView(&canvas, parent, name, Qt::WindowFlags::fromInt(static_cast<int>(flags))),
       m_Dragging(false),
@@ -46,6 +48,41 @@ void View::endDrag()
 {
     setDragging(false);
     m_Dragging = false;
+    tellHeld(Held::Ends, std::nullopt);
+}
+
+void View::setHeldNews(std::function<void(const Held &)> tell)
+{
+    m_TellHeld = std::move(tell);
+}
+
+std::optional<unsigned long> View::columnInRow(const QPoint &point) const
+{
+    const std::optional<Cell> cell =
+        isInSight(point) ? canvas()->lattice().cellAt(point) : std::nullopt;
+    return cell && cell->row == m_Row ? std::optional(cell->col) : std::nullopt;
+}
+
+void View::tellHeld(Held::What what, std::optional<unsigned long> to)
+{
+    if (!m_Held)
+        return;
+    m_Held->what = what;
+    m_Held->to = to;
+    const Held news = *m_Held;
+    if (what == Held::Ends)
+        m_Held.reset();
+    if (m_TellHeld)
+        m_TellHeld(news);
+}
+
+void View::tellHeld()
+{
+    if (!m_Held)
+        return;
+    const std::optional<unsigned long> to = columnInRow(viewportToContents(m_Pointer));
+    if (to != m_Held->to)
+        tellHeld(Held::Moves, to);
 }
 
 void View::contentsMousePressEvent(QMouseEvent *event)
@@ -62,6 +99,11 @@ void View::contentsMousePressEvent(QMouseEvent *event)
             item->hit();
         else
             beginDrag(row, col);
+        if (alive && m_Dragging && m_TellHeld) {
+            m_Pointer = contentsToViewport(event->pos());
+            m_Held = Held{Held::Begins, event->button(), row, col, col};
+            tellHeld(Held::Begins, col);
+        }
     }
     if (alive)
         emit Update();
@@ -75,6 +117,9 @@ void View::contentsMouseReleaseEvent(QMouseEvent *event)
         // Over a panel or another window there may be a cell that is scrolled out of sight.
         const ResidueItem *item = isInSight(event->pos()) ? itemAt(event->pos()) : nullptr;
         if (item != nullptr && item->getRow() == m_Row) {
+            tellHeld(Held::Ends, item->getCol());
+            if (!alive)
+                return;
             if (item->getCol() == m_Col)
                 insertGap(event->button(), *item->getTarget(), item->getCol());
             else
@@ -85,6 +130,13 @@ void View::contentsMouseReleaseEvent(QMouseEvent *event)
         endDrag();
     }
     emit Update();
+}
+
+void View::contentsMouseMoveEvent(QMouseEvent *event)
+{
+    QCanvasView::contentsMouseMoveEvent(event);
+    m_Pointer = contentsToViewport(event->pos());
+    tellHeld();
 }
 
 void View::showMenu(const TAMBO::Alignment &alignment, unsigned long row, unsigned long col)

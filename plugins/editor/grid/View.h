@@ -8,6 +8,7 @@
 #include <QSize>
 
 #include <functional>
+#include <optional>
 
 class QCanvasItem;
 class QCanvasRectangle;
@@ -29,6 +30,23 @@ public:
     // The button that may be held has no meaning any more.
     void endDrag();
 
+    // A gap that is held, for those who show it.
+    struct Held
+    {
+        enum What { Begins, Moves, Ends };
+        What what = Begins;
+        Qt::MouseButton button = Qt::NoButton;
+        unsigned long row = 0;
+        unsigned long col = 0;
+        // Under the pointer; nothing in another row or out of sight. At the end, where the gap will
+        // be moved to, which has not happened yet; nothing when it stays.
+        std::optional<unsigned long> to;
+    };
+    // Null for nobody.
+    void setHeldNews(std::function<void(const Held &)> tell);
+    // The contents have moved below the pointer.
+    void tellHeld();
+
 signals:
     void ReArrange();
     void Update();
@@ -40,15 +58,23 @@ public slots:
 protected:
     void contentsMousePressEvent(QMouseEvent *event) override;
     void contentsMouseReleaseEvent(QMouseEvent *event) override;
+    void contentsMouseMoveEvent(QMouseEvent *event) override;
 
 private:
     bool m_Dragging;
     unsigned long m_Row;
     unsigned long m_Col;
+    std::function<void(const Held &)> m_TellHeld;
+    // What was told last; nothing when nobody has been told of a beginning.
+    std::optional<Held> m_Held;
+    // Of the viewport.
+    QPoint m_Pointer;
 
     [[nodiscard]] ResidueItem *itemAt(const QPoint &point) const;
     static void showMenu(const TAMBO::Alignment &alignment, unsigned long row, unsigned long col);
     void beginDrag(unsigned long row, unsigned long col);
+    [[nodiscard]] std::optional<unsigned long> columnInRow(const QPoint &point) const;
+    void tellHeld(Held::What what, std::optional<unsigned long> to);
     // The drag ends with this button in its own column, or in another one of its row.
     void insertGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col);
     void moveGap(Qt::MouseButton button, TAMBO::Alignment &alignment, unsigned long col);
