@@ -3,6 +3,7 @@
 #include "KALMO2.h"
 
 #include "AcidColor.h"
+#include "AlignmentWindowService.h"
 #include "CatchUp.h"
 #include "Check.h"
 #include "Config.h"
@@ -16,7 +17,6 @@
 
 #include <QFile>
 #include <QFontDialog>
-#include <QFontMetrics>
 #include <QGridLayout>
 #include <QIcon>
 #include <QMenu>
@@ -37,7 +37,7 @@ KALMO2::KALMO2()
 {
     bool hasFont = false;
     const QFont font = Config::GetSetting("KALMO2", "Font").ToFont(&hasFont);
-    setFont(hasFont ? font : m_Font);
+    setFont(hasFont ? font : m_Measures.font());
 
     CreateCanvases();
     CreateViews();
@@ -50,10 +50,12 @@ KALMO2::KALMO2()
     statusBar();
     CreateIcon();
     ProcInit();
+    CreateService();
 }
 
 KALMO2::~KALMO2()
 {
+    m_Service.reset();
     static_cast<KestramProcess *>(m_Process)->letGo();
     Clear();
 }
@@ -109,7 +111,8 @@ void KALMO2::CreateViews()
     m_Header->setVScrollBarMode(QCanvasView::AlwaysOn);
     m_Header->verticalScrollBar()->setEnabled(false);
     m_Header->setHScrollBarMode(QCanvasView::AlwaysOff);
-    m_Header->setCellSizeSource([this] { return QSize(m_CellWidth, m_CellHeight); });
+    m_Header->setCellSizeSource(
+        [this] { return QSize(m_Measures.cellWidth(), m_Measures.lineHeight()); });
     m_Header->setLeader(m_View);
     auto *headerPlace = new PanelLayoutItem(m_Header);
     TAMBO_CHECK_PTR(headerPlace, "KALMO2", 90);
@@ -123,16 +126,17 @@ void KALMO2::CreateViews()
     m_Names->setVScrollBarMode(QCanvasView::AlwaysOff);
     m_Names->setHScrollBarMode(QCanvasView::AlwaysOn);
     m_Names->horizontalScrollBar()->setEnabled(false);
-    m_Names->setCellSizeSource([this] { return QSize(m_CellWidth, m_CellHeight); });
+    m_Names->setCellSizeSource(
+        [this] { return QSize(m_Measures.cellWidth(), m_Measures.lineHeight()); });
     m_Names->setLeader(m_View);
     auto *namesPlace = new PanelLayoutItem(m_Names);
     TAMBO_CHECK_PTR(namesPlace, "KALMO2", 100);
     grid->addItem(namesPlace, 1, 0);
 
-    m_Names->setMinimumWidth(m_NameColumns * m_CellWidth);
-    m_Names->setMaximumWidth(m_NameColumns * m_CellWidth);
-    m_Header->setMinimumHeight(m_HeaderRows * m_CellHeight);
-    m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
+    m_FirstNameWidth = m_Measures.nameWidth();
+    fitNames();
+    m_Header->setMinimumHeight(m_Measures.headerHeight());
+    m_Header->setMaximumHeight(m_Measures.headerHeight());
     reserveCell();
 }
 
@@ -140,9 +144,9 @@ void KALMO2::reserveCell()
 {
     auto *grid = static_cast<QGridLayout *>(centralWidget()->layout());
     const int frame = 2 * m_View->frameWidth();
-    grid->setRowMinimumHeight(1, m_CellHeight + frame +
+    grid->setRowMinimumHeight(1, m_Measures.ownCell().height() + frame +
                                      m_View->horizontalScrollBar()->sizeHint().height());
-    grid->setColumnMinimumWidth(1, m_CellWidth + frame +
+    grid->setColumnMinimumWidth(1, m_Measures.ownCell().width() + frame +
                                        m_View->verticalScrollBar()->sizeHint().width());
 }
 
@@ -152,6 +156,17 @@ void KALMO2::CreateCatchUp()
         *this, [this] { return isCurrent(); }, [this] { commUpdate(); });
     for (QCanvasView *view : std::initializer_list<QCanvasView *>{m_View, m_Header, m_Names})
         m_CatchUp->watch(*view);
+}
+
+void KALMO2::CreateService()
+{
+    AlignmentWindowService::Commands commands;
+    commands.setCell = [this](const QSize &size) { setCellSize(size); };
+    commands.setNameWidth = [this](int width) { setNameWidth(width); };
+    commands.catchUp = [this] { m_CatchUp->now(); };
+    m_Service = std::make_unique<AlignmentWindowService>(
+        AlignmentWindowService::Parts{*this, *m_View, *m_Header, *m_Names, *m_Corner, m_Measures},
+        std::move(commands));
 }
 
 QMenu *KALMO2::addMenu(const QString &title)
@@ -247,35 +262,30 @@ void KALMO2::CreateIcon()
 
 void KALMO2::setFont(const QFont &font)
 {
-    m_Font = font;
-    const QFontMetrics metrics(m_Font);
-    int widest = metrics.boundingRect(QLatin1Char('-')).width();
-    for (char letter = 'A'; letter <= 'Z'; ++letter)
-        widest = std::max(widest, metrics.boundingRect(QLatin1Char(letter)).width());
-    m_CellWidth = widest + 4;
-    m_CellHeight = metrics.lineSpacing();
+    m_Measures.setFont(font);
 }
 
-// Kept: only the panels' maxima follow the new font, their minima stay as they were made.
 void KALMO2::ChangeFont()
 {
     const QPointer<KALMO2> alive(this);
     bool chosen = false;
     // The dialog refers to what it began with until it returns.
-    const QFont before = dialogFont(m_Font);
+    const QFont before = dialogFont(m_Measures.font());
     const QFont font = QFontDialog::getFont(&chosen, before, this);
     // The dialog runs an event loop, in which the window may have been closed.
     if (!alive || !chosen)
         return;
     TAMBO::Alignment *shown = m_Data;
-    const QPoint firstCell(m_View->contentsX() / m_CellWidth, m_View->contentsY() / m_CellHeight);
+    const QPoint firstCell(m_View->contentsX() / m_Measures.cellWidth(),
+                           m_View->contentsY() / m_Measures.cellHeight());
     Clear();
     setFont(font);
-    m_Names->setMaximumWidth(m_NameColumns * m_CellWidth);
-    m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
+    fitNames();
+    m_Header->setMaximumHeight(m_Measures.headerHeight());
     reserveCell();
     Populate(shown);
-    m_View->setContentsPos(firstCell.x() * m_CellWidth, firstCell.y() * m_CellHeight);
+    m_View->setContentsPos(firstCell.x() * m_Measures.cellWidth(),
+                           firstCell.y() * m_Measures.cellHeight());
 }
 
 void KALMO2::ButtonPressed(int i, int, bool)

@@ -5,6 +5,7 @@
 
 #include "Alignment.h"
 #include "BaseWindow.h"
+#include "CellMeasures.h"
 #include "QCanvas.h"
 #include "Subscriber.h"
 
@@ -16,7 +17,6 @@
 #include <utility>
 
 class Panel;
-class QLabel;
 class QMenu;
 class QPainter;
 class QPoint;
@@ -26,7 +26,9 @@ class View;
 namespace ZEP {
 
 class AcidColor;
+class AlignmentWindowService;
 class CatchUp;
+class CornerLabel;
 
 class KALMO2 : public BaseWindow, public Subscriber
 {
@@ -106,6 +108,7 @@ private:
     void CreateCanvases();
     void CreateViews();
     void CreateCatchUp();
+    void CreateService();
     void CreateMenubar();
     // However large the font, a whole cell stays in sight.
     void reserveCell();
@@ -115,8 +118,18 @@ private:
     void ProcInit();
     void print(PrintStyle style);
 
-    void addNumberingItem(const QString &text, unsigned long col, int y);
+    void addNumber(const QString &text, unsigned long col, int &free);
+    void addElement(const QString &letter, unsigned long col);
+    void addNumberingItem(const QString &text, const QFont &font, unsigned long col, int y);
     void createItems();
+    void createHeader(unsigned long columns);
+    void createNames(unsigned long rows);
+    void clearItems();
+    void setCellSize(const QSize &size);
+    // 0 for what the font asks.
+    void setNameWidth(int width);
+    [[nodiscard]] int nameWidth() const;
+    void fitNames();
     void showName();
     void createMarker();
     // Puts the header's marker over the alignment's range.
@@ -131,11 +144,11 @@ private:
     // Marks the canvases wholly changed, without painting them.
     void setAllChanged();
 
-    int m_NameColumns = 8;
-    int m_HeaderRows = 4;
-    QFont m_Font;
-    int m_CellWidth = 0;
-    int m_CellHeight = 0;
+    CellMeasures m_Measures;
+    // 0 for what the font asks.
+    int m_NameWidth = 0;
+    // The names' minimum, as long as nobody wants another width.
+    int m_FirstNameWidth = 0;
     View *m_View = nullptr;
     Panel *m_Header = nullptr;
     Panel *m_Names = nullptr;
@@ -143,7 +156,7 @@ private:
     QCanvas *m_Canvas = nullptr;
     QCanvas *m_NameCanvas = nullptr;
     QCanvas *m_HeaderCanvas = nullptr;
-    QLabel *m_Corner = nullptr;
+    CornerLabel *m_Corner = nullptr;
     // Neither list owns its items; the second is only ever cleared.
     QCanvasItemList m_Numbering;
     QCanvasItemList m_Spare;
@@ -155,8 +168,10 @@ private:
     unsigned long m_ShownRevision = 0;
     // The alignment's range that the header's marker was put over.
     TAMBO::Alignment::Range m_ShownRange{0, 0};
-    // Goes before everything that it looks at.
+    bool m_IsPopulating = false;
+    // Both go before everything that they look at.
     std::unique_ptr<CatchUp> m_CatchUp;
+    std::unique_ptr<AlignmentWindowService> m_Service;
 };
 
 } // namespace ZEP

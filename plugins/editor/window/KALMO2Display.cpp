@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Keeping the canvases in step with the alignment: rebuilding, clearing, notifications, and the
 // small edits that the views and panels ask for.
+#include "AlignmentWindowService.h"
 #include "Check.h"
-#include "ColItem.h"
+#include "CornerLabel.h"
 #include "DataPoint.h"
-#include "IdItem.h"
 #include "KALMO2.h"
 #include "PlainText.h"
-#include "QCanvasRectangle.h"
-#include "ResidueLattice.h"
-#include "RowItem.h"
 #include "ShownObjects.h"
 #include "Space.h"
 #include "View.h"
 
-#include <QLabel>
+#include <QScopedValueRollback>
 
 #include <algorithm>
-#include <memory>
 
 namespace ZEP {
 
@@ -27,54 +23,23 @@ void KALMO2::Populate(TAMBO::Compound *obj)
     // A rebuild of the same alignment leaves the user looking at the same place.
     const bool isRebuild = alignment != nullptr && alignment == m_Data;
     const QPoint place = isRebuild ? QPoint(m_View->contentsX(), m_View->contentsY()) : QPoint();
-    Clear();
+    {
+        const QScopedValueRollback isPopulating(m_IsPopulating, true);
+        Clear();
+    }
     m_Data = alignment;
-    if (m_Data == nullptr)
+    if (m_Data == nullptr) {
+        m_Service->shows(nullptr);
         return;
+    }
     ShownObjects::Set(this, m_Data);
     qDebug("Got Alignment %ld by %ld", static_cast<long>(m_Data->height()),
            static_cast<long>(m_Data->width()));
     createItems();
-    m_ShownRevision = m_Data->layoutRevision();
     Update();
     m_View->setContentsPos(place.x(), place.y());
     scroll(m_View->contentsX(), m_View->contentsY());
-}
-
-void KALMO2::createItems()
-{
-    const unsigned long rows = m_Data->height();
-    const unsigned long columns = m_Data->width();
-    const int width = (static_cast<int>(columns) + 1) * m_CellWidth;
-    const int height = (static_cast<int>(rows) + 1) * m_CellHeight;
-    m_NameCanvas->resize(m_NameColumns * m_CellWidth, height);
-    m_Canvas->resize(width, height);
-    m_HeaderCanvas->resize(width, m_HeaderRows * m_CellHeight);
-
-    m_Canvas->setLattice(ResidueLattice::latticeOf(*m_Data, m_CellWidth, m_CellHeight),
-                         std::make_unique<ResidueLattice>(m_Data, m_Font));
-
-    showName();
-    for (unsigned long col = 0; col < columns; ++col) {
-        const int x = cellCentre(col);
-        auto *consensus = new IdItem(m_Data, col, m_Font, m_HeaderCanvas, x, 2.0 * m_CellHeight);
-        TAMBO_CHECK_PTR(consensus, "KalmoIO", 95);
-        consensus->show();
-        auto *mark = new ColItem(m_Data, col, m_Font, m_HeaderCanvas, x, 3.0 * m_CellHeight);
-        TAMBO_CHECK_PTR(mark, "KalmoIO", 98);
-        mark->setZ(3.0);
-        mark->show();
-    }
-    createMarker();
-    CreateNumbering();
-    for (unsigned long row = 0; row < rows; ++row) {
-        auto *item =
-            new RowItem(m_Data, row, m_Font, m_NameCanvas, (m_NameColumns - 1) * m_CellWidth,
-                        static_cast<double>(row) * m_CellHeight);
-        TAMBO_CHECK_PTR(item, "KalmoIO", 118);
-        item->setZ(3.0);
-        item->show();
-    }
+    m_Service->shows(m_Data);
 }
 
 void KALMO2::showName()
@@ -84,30 +49,10 @@ void KALMO2::showName()
     m_Corner->setToolTip(TAMBO::plainToolTip(name));
 }
 
-void KALMO2::createMarker()
-{
-    auto *marker = new QCanvasRectangle(0, 3 * m_CellHeight, 1, 1, m_HeaderCanvas);
-    TAMBO_CHECK_PTR(marker, "KalmoIO", 104);
-    m_Header->setMarker(marker);
-    showRange();
-    marker->show();
-}
-
 void KALMO2::showRange()
 {
     m_ShownRange = m_Data->range();
     m_Header->SetRange(m_ShownRange.first, m_ShownRange.second);
-}
-
-int KALMO2::cellCentre(unsigned long col) const
-{
-    return static_cast<int>((static_cast<double>(col) + 0.5) * m_CellWidth);
-}
-
-bool KALMO2::hasCurrentShape() const
-{
-    return m_Canvas->width() == (static_cast<int>(m_Data->width()) + 1) * m_CellWidth &&
-           m_Canvas->height() == (static_cast<int>(m_Data->height()) + 1) * m_CellHeight;
 }
 
 bool KALMO2::isCurrent() const
@@ -118,60 +63,15 @@ bool KALMO2::isCurrent() const
 
 void KALMO2::Clear()
 {
-    // The cell or row that is held may be another one afterwards.
-    m_View->endDrag();
-    m_Names->endDrag();
-    m_Numbering.clear();
-    m_Spare.clear();
-    m_Header->resetRange();
-    for (QCanvas *canvas : {m_Canvas, m_NameCanvas, m_HeaderCanvas}) {
-        canvas->clear();
-        canvas->resize(0, 0);
-    }
+    clearItems();
     m_Data = nullptr;
     ShownObjects::Set(this, nullptr);
     m_Corner->clear();
     m_Corner->setToolTip(QString());
+    // A rebuild shows what was there, or the next alignment.
+    if (m_Service != nullptr && !m_IsPopulating)
+        m_Service->shows(nullptr);
     commUpdate();
-}
-
-// The first row's every tenth residue gets its own number, every residue of it that lies in a
-// secondary-structure element the element's letter.
-void KALMO2::CreateNumbering()
-{
-    for (QCanvasItem *item : std::as_const(m_Numbering))
-        delete item;
-    m_Numbering.clear();
-    if (m_Data != nullptr) {
-        unsigned long count = 1;
-        const unsigned long columns = m_Data->width();
-        for (unsigned long col = 0; col < columns; ++col) {
-            auto *residue = dynamic_cast<TAMBO::Residue *>(m_Data->getItem(0, col));
-            if (residue == nullptr)
-                continue;
-            if (count % 10 == 0)
-                addNumberingItem(QString::fromStdString(residue->GetSeqId().getValue()), col, 0);
-            ++count;
-            // Kept: the letters stand a cell's width below the top, not a cell's height.
-            if (const TAMBO::Compound *element = residue->GetSSE())
-                addNumberingItem(QChar(QLatin1Char(element->TypeCode())).toLower(), col,
-                                 m_CellWidth);
-        }
-        if (hasCurrentShape())
-            m_ShownRevision = m_Data->layoutRevision();
-    }
-    setAllChanged();
-}
-
-void KALMO2::addNumberingItem(const QString &text, unsigned long col, int y)
-{
-    auto *item = new QCanvasText(text, m_Font, m_HeaderCanvas);
-    TAMBO_CHECK_PTR(item, "KALMO2", 431);
-    item->setTextFlags(Qt::AlignHCenter);
-    item->move((static_cast<double>(col) + 0.5) * m_CellWidth, y);
-    item->setZ(2.0);
-    item->show();
-    m_Numbering.append(item);
 }
 
 void KALMO2::setAllChanged()
