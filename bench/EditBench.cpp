@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An editor window of full-HD size: how long edits, their undo and redo, and scrolling take, from
-// the event or the call to the end of the last paint.
+// An editor window of full-HD size: how long edits, their undo and redo, scrolling and other sizes
+// of the cells take, from the event or the call to the end of the last paint.
 #include "Alignment.h"
+#include "AlignmentWindow.h"
 #include "ConfigStore.h"
 #include "DataPoint.h"
 #include "History.h"
@@ -22,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <random>
 #include <string>
@@ -212,6 +214,40 @@ public:
         }
         print(isSideways ? "scroll right, 3 columns" : "scroll down, 3 rows", times);
     }
+    // One step of a zoom, and painting each part anew. Of the cells also the processor time, which
+    // other programs leave alone.
+    void zoom(const QSize &size)
+    {
+        TAMBO::AlignmentWindow &window = *TAMBO::AlignmentWindow::Of(m_Window.get());
+        std::vector<double> steps;
+        for (int i = 0; i < kRareEdits; ++i) {
+            window.resetCellSize();
+            steps.push_back(m_Application.timeToPaint([&] { window.setCellSize(size); }));
+        }
+        std::vector<double> frames;
+        const std::clock_t start = std::clock();
+        for (int i = 0; i < kRareEdits; ++i)
+            frames.push_back(m_Application.timeToPaint([&] { m_View->viewport()->update(); }));
+        const double processor =
+            1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC / kRareEdits;
+        std::vector<double> header;
+        for (int i = 0; i < kRareEdits; ++i)
+            header.push_back(
+                m_Application.timeToPaint([&] { m_Panels.at(0)->viewport()->update(); }));
+        std::vector<double> names;
+        for (int i = 0; i < kRareEdits; ++i)
+            names.push_back(
+                m_Application.timeToPaint([&] { m_Panels.at(1)->viewport()->update(); }));
+        const std::string cells =
+            std::to_string(size.width()) + " x " + std::to_string(size.height());
+        print("zoom to " + cells, steps);
+        char remark[64];
+        std::snprintf(remark, sizeof remark, "%.2f ms of processor time", processor);
+        print("  all cells painted", frames, remark);
+        print("  header painted", header);
+        print("  names painted", names);
+        window.resetCellSize();
+    }
 
 private:
     [[nodiscard]] const CellLattice &lattice() const { return m_View->canvas()->lattice(); }
@@ -313,6 +349,8 @@ int main(int argc, char **argv)
         bench.rareEdits();
         bench.scroll(false);
         bench.scroll(true);
+        for (const QSize &size : {QSize(1, 1), QSize(3, 3), QSize(8, 8), QSize(40, 60)})
+            bench.zoom(size);
     }
     TAMBO::services::ConfigStore::setInstance(nullptr);
 }
