@@ -43,7 +43,7 @@ set(ENV{TAMBO_SYSTEM_PLUGIN_DIRS} "")
 # Installing puts library, descriptor, icon and help where a workbench of the prefix looks.
 run(${CMAKE_COMMAND} --install ${SCRATCH}/build --prefix ${SCRATCH}/theirs)
 foreach(file minimal.so minimal.plugin counter.so counter.plugin
-        counter/counter.svg counter/counter.html)
+        counter/counter.svg counter/counter.html letters.so letters.plugin)
     foreach(folder ${SCRATCH}/build ${SCRATCH}/theirs/lib/tambo/plugins)
         if(NOT EXISTS ${folder}/${file})
             message(FATAL_ERROR "there is no ${folder}/${file}")
@@ -92,6 +92,16 @@ file(SIZE ${SCRATCH}/without.png without)
 file(SIZE ${SCRATCH}/with.png with)
 if(NOT with GREATER without)
     message(FATAL_ERROR "the editor's window is missing beside the workbench's")
+endif()
+
+# A command of a plug-in runs without a screen, and the help of the program lists it.
+run(${prefix}/bin/tambo letters ${DATA})
+if(NOT output MATCHES "^[1-9][0-9]+\n")
+    message(FATAL_ERROR "tambo letters wrote\n${output}")
+endif()
+run(${prefix}/bin/tambo --help)
+if(NOT output MATCHES "tambo letters  +How many letters the sequences of files have\n")
+    message(FATAL_ERROR "tambo --help wrote\n${output}")
 endif()
 
 # A kit of another major version is not taken.

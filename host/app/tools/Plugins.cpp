@@ -102,6 +102,16 @@ std::vector<const PluginRecord *> Plugins::alignmentViewers() const
     return viewers;
 }
 
+std::vector<const PluginRecord *> Plugins::tools() const
+{
+    std::vector<const PluginRecord *> tools = alignmentViewers();
+    for (const PluginRecord &plugin : m_Loader.records())
+        if (!plugin.showsAlignments())
+            tools.push_back(&plugin);
+    std::erase_if(tools, [](const PluginRecord *plugin) { return !plugin->isUsable(); });
+    return tools;
+}
+
 Failure Plugins::whyNoViewer() const
 {
     for (const PluginRecord &plugin : m_Loader.records())

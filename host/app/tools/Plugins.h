@@ -49,7 +49,9 @@ public:
     // Those whose role it is to show alignments: the one that the settings name, then the others in
     // their order.
     [[nodiscard]] std::vector<const services::PluginRecord *> alignmentViewers() const;
-    // In a new window of the first of these that is able to; no other plug-in is called.
+    // All that can be used: these, and then the others in their order.
+    [[nodiscard]] std::vector<const services::PluginRecord *> tools() const;
+    // In a new window of the first of these viewers that is able to; no other plug-in is called.
     Result<QWidget *> show(Alignment &alignment);
     // In a window of a plug-in that is open already, by its own slot.
     static void showIn(QWidget &window, Alignment &alignment);

@@ -24,7 +24,9 @@ using services::PluginState;
 
 enum PluginColumn { TitleColumn, FileColumn, FolderColumn, StateColumn, ReasonColumn };
 
-constexpr QSize kPluginsSize(860, 400);
+constexpr QSize kPluginsSize(860, 440);
+// In full below the list, for the plug-in that is picked there.
+constexpr int kReasonLines = 3;
 // The rest of a longer path is in the tool tip.
 constexpr int kWidestFolder = 260;
 
@@ -35,6 +37,14 @@ QIcon stateIcon(const QStyle &style, PluginState state)
     const bool isNormal = state == PluginState::Found || state == PluginState::Overruled;
     return style.standardIcon(isNormal ? QStyle::SP_MessageBoxInformation
                                        : QStyle::SP_MessageBoxWarning);
+}
+
+QTreeWidgetItem *firstWithReason(const QTreeWidget &list)
+{
+    for (int row = 0; row < list.topLevelItemCount(); ++row)
+        if (!list.topLevelItem(row)->text(ReasonColumn).isEmpty())
+            return list.topLevelItem(row);
+    return list.topLevelItem(0);
 }
 
 QString stateText(PluginState state)
@@ -78,7 +88,7 @@ PluginsDialog::PluginsDialog(const Plugins &plugins, const QString &modelling, Q
     list->setObjectName(QStringLiteral("PluginList"));
     list->setHeaderLabels({tr("Plug-in"), tr("File"), tr("Folder"), tr("State"), tr("Reason")});
     list->setRootIsDecorated(false);
-    list->setWordWrap(true);
+    list->setTextElideMode(Qt::ElideMiddle);
     for (const PluginRecord &plugin : plugins.loader().records()) {
         const QString folder = QFileInfo(plugin.file).path();
         auto *item = new QTreeWidgetItem(list, {Plugins::titleOf(plugin), plugin.name, folder,
@@ -92,6 +102,18 @@ PluginsDialog::PluginsDialog(const Plugins &plugins, const QString &modelling, Q
     for (int column = TitleColumn; column < ReasonColumn; ++column)
         list->resizeColumnToContents(column);
     list->setColumnWidth(FolderColumn, std::min(list->columnWidth(FolderColumn), kWidestFolder));
+
+    auto *reason = new QLabel;
+    reason->setObjectName(QStringLiteral("PluginReason"));
+    reason->setTextFormat(Qt::PlainText);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    reason->setWordWrap(true);
+    reason->setAlignment(Qt::AlignTop);
+    reason->setMinimumHeight(kReasonLines * reason->fontMetrics().lineSpacing());
+    connect(list, &QTreeWidget::currentItemChanged, reason, [reason](const QTreeWidgetItem *item) {
+        reason->setText(item == nullptr ? QString() : item->text(ReasonColumn));
+    });
+    list->setCurrentItem(firstWithReason(*list));
 
     const QString folders = plugins.folders().paths().join(QStringLiteral("\n"));
     auto *place =
@@ -111,7 +133,8 @@ PluginsDialog::PluginsDialog(const Plugins &plugins, const QString &modelling, Q
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(list);
+    layout->addWidget(list, 1);
+    layout->addWidget(reason);
     layout->addWidget(place);
     layout->addWidget(engine);
     layout->addWidget(buttons);

@@ -213,14 +213,11 @@ void MainWindow::makeViewMenu()
 void MainWindow::makeToolsMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Tools"));
-    const auto viewers = m_Parts.plugins.alignmentViewers();
-    for (const services::PluginRecord &plugin : m_Parts.plugins.loader().records()) {
-        if (!plugin.isUsable())
-            continue;
+    for (const services::PluginRecord *plugin : m_Parts.plugins.tools()) {
         QAction *action =
-            menu->addAction(Plugins::iconOf(plugin), menuText(Plugins::titleOf(plugin)), this,
-                            [this, &plugin] { emit toolAsked(plugin); });
-        if (!viewers.empty() && viewers.front() == &plugin)
+            menu->addAction(Plugins::iconOf(*plugin), menuText(Plugins::titleOf(*plugin)), this,
+                            [this, plugin] { emit toolAsked(*plugin); });
+        if (m_Tools.empty() && plugin->showsAlignments())
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
         m_Tools.push_back(action);
     }

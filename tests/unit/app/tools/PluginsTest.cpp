@@ -143,6 +143,14 @@ TEST_F(PluginsTest, TheDialogShowsFolderStateAndReasonOfEach)
         EXPECT_EQ(item.text(4).isEmpty(), item.text(3) == "loaded") << row;
         EXPECT_FALSE(item.icon(0).isNull());
     }
+    // The reason in full, of the first that has one and of the one that is picked.
+    auto *picked = dialog.findChild<QTreeWidget *>("PluginList");
+    const auto *reason = dialog.findChild<QLabel *>("PluginReason");
+    EXPECT_EQ(reason->text(), m_Plugins.loader().records()[0].reason);
+    picked->setCurrentItem(picked->topLevelItem(2));
+    EXPECT_EQ(reason->text(), m_Plugins.loader().records()[2].reason);
+    picked->setCurrentItem(picked->topLevelItem(1));
+    EXPECT_EQ(reason->text(), "");
     EXPECT_TRUE(dialog.findChild<QLabel *>("PluginFolders")
                     ->text()
                     .endsWith(m_Folder.filePath("first") + "\n" + m_Folder.filePath("second")));
