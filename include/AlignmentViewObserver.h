@@ -2,7 +2,7 @@
 // Base of everything that follows what one alignment window shows, and where.
 #pragma once
 
-#include "CellBlock.h"
+#include "CellPlaces.h"
 #include "Export.h"
 
 #include <Qt>

@@ -3,9 +3,8 @@
 // are, how large they are, and what is painted over them. The editor's windows are such.
 #pragma once
 
-#include "CellBlock.h"
+#include "CellPlaces.h"
 #include "Export.h"
-#include "WindowArea.h"
 
 #include <QObject>
 #include <QPoint>
@@ -52,9 +51,9 @@ public:
     [[nodiscard]] virtual QMainWindow *mainWindow() const = 0;
     // The widget whose coordinates are those of the area: for mapping them, a cursor and tool tips.
     [[nodiscard]] virtual QWidget *areaWidget(WindowArea area) const = 0;
-    // Null while the window is empty.
+    // Null while the window is empty; it has no cells then.
     [[nodiscard]] virtual Alignment *alignment() const = 0;
-    // 0 while the window is empty.
+    // Both 0 when the alignment has no rows or no columns.
     [[nodiscard]] virtual unsigned long rows() const = 0;
     [[nodiscard]] virtual unsigned long columns() const = 0;
 

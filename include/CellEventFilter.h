@@ -2,8 +2,8 @@
 // Base of what gets the events of an alignment window's areas before the window itself does.
 #pragma once
 
+#include "CellPlaces.h"
 #include "Export.h"
-#include "WindowArea.h"
 
 class QEvent;
 

@@ -3,9 +3,8 @@
 // marks, texts. On the screen alone: neither prints nor pictures of the alignment have it.
 #pragma once
 
-#include "CellBlock.h"
+#include "CellPlaces.h"
 #include "Export.h"
-#include "WindowArea.h"
 
 #include <QRect>
 

@@ -79,7 +79,8 @@ AlignmentWindowService::~AlignmentWindowService()
 
 void AlignmentWindowService::shows(TAMBO::Alignment *alignment)
 {
-    if (std::exchange(m_Shown, alignment) != alignment)
+    m_Shown = alignment;
+    if (std::exchange(m_Told, alignment) != alignment)
         tellAlignmentShown();
 }
 

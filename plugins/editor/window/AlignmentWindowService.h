@@ -43,6 +43,8 @@ public:
 
     // Null for none.
     void shows(TAMBO::Alignment *alignment);
+    // What was shown may have been freed. Others are told when shows() is called.
+    void forgets() { m_Shown = nullptr; }
     // What is shown has been made anew.
     void rebuilt();
 
@@ -77,6 +79,8 @@ private:
     Parts m_Parts;
     Commands m_Commands;
     TAMBO::Alignment *m_Shown = nullptr;
+    // What the others were told of last; only to be compared.
+    const TAMBO::Alignment *m_Told = nullptr;
     QSize m_ToldCellSize;
 };
 

@@ -63,13 +63,16 @@ bool KALMO2::isCurrent() const
 
 void KALMO2::Clear()
 {
+    // A rebuild shows what was there, or the next alignment.
+    const bool isEmptied = m_Service != nullptr && !m_IsPopulating;
+    if (isEmptied)
+        m_Service->forgets();
     clearItems();
     m_Data = nullptr;
     ShownObjects::Set(this, nullptr);
     m_Corner->clear();
     m_Corner->setToolTip(QString());
-    // A rebuild shows what was there, or the next alignment.
-    if (m_Service != nullptr && !m_IsPopulating)
+    if (isEmptied)
         m_Service->shows(nullptr);
     commUpdate();
 }

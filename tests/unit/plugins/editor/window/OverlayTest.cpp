@@ -5,7 +5,10 @@
 #include "AlignmentViewObserver.h"
 #include "CellEventFilter.h"
 #include "CellOverlay.h"
+#include "DataDelete.h"
+#include "DataMaker.h"
 #include "PaintWatch.h"
+#include "Space.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -389,6 +392,21 @@ TEST_F(EventFilter, AGapThatIsGivenUpIsToldOnce)
     observer.notes.clear();
     click(cells, Qt::LeftButton, middle(1, 0));
     EXPECT_THAT(observer.notes, IsEmpty()) << "a residue is selected, not held";
+}
+
+TEST_F(EventFilter, AGapThatIsHeldEndsBeforeItsAlignmentIsFreed)
+{
+    DragObserver observer(seen);
+    press(cells, Qt::LeftButton, middle(1, gapOf(1)));
+    const TAMBO::Alignment *then = &shown;
+    observer.act = [&] { then = seen.alignment(); };
+    const MessageRecorder quiet;
+    {
+        const DataDelete<TAMBO::Space> guard(nullptr, TAMBO::Space::instance());
+        TAMBO::DataMaker::Destroy(&shown);
+    }
+    EXPECT_THAT(observer.notes, ElementsAre("began", "ended"));
+    EXPECT_EQ(then, nullptr);
 }
 
 TEST_F(EventFilter, ScrollingMovesAGapThatIsHeld)

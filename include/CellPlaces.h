@@ -1,10 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Places in an alignment: one cell, and a block of cells. Rows and columns count from 0.
+// Places in an alignment window: its areas, one cell, and a block of cells. Rows and columns count
+// from 0.
 #pragma once
+
+#include <QFlags>
 
 #include <algorithm>
 
 namespace TAMBO {
+
+// Each area has coordinates of its own: logical pixels from the upper left corner of what is to be
+// seen of it. The rows of Names are at the same heights as those of Cells, the columns of Header as
+// far to the right.
+enum class WindowArea {
+    Cells = 1,
+    // The names of the rows, left of the cells.
+    Names = 2,
+    // Numbering, consensus and marks of the columns, above the cells.
+    Header = 4,
+    // Left of the header.
+    Corner = 8
+};
+Q_DECLARE_FLAGS(WindowAreas, WindowArea)
+Q_DECLARE_OPERATORS_FOR_FLAGS(WindowAreas)
 
 struct CellIndex
 {
