@@ -8,6 +8,7 @@
 #include "ChangeScope.h"
 #include "ObjectSpace.h"
 #include "TableChanges.h"
+#include "ValueStore.h"
 
 #include <algorithm>
 #include <numeric>
@@ -116,6 +117,7 @@ Alignment *Alignment::duplicate(unsigned long n) const
     if (m_Table->annotation() != nullptr)
         copy->table().presetAnnotation(
             std::make_unique<AlignmentAnnotation>(*m_Table->annotation()));
+    ValueStore::get().copy(*this, *result);
     const ChangeScope scope;
     // Some rows are copied for a program to read, which the user does not miss.
     ObjectSpace::get().add(std::move(copy), isWhole ? EditPart::Whole : EditPart::Arrival);

@@ -13,8 +13,21 @@ namespace TAMBO {
 
 class Compound;
 
+// The values that plug-ins have kept with the object are gone.
+void forgetValues(std::uint32_t identity) noexcept;
+
 struct CompoundState
 {
+    CompoundState() = default;
+    ~CompoundState()
+    {
+        // Without a number nobody can have kept any.
+        if (identity != 0)
+            forgetValues(identity);
+    }
+    CompoundState(const CompoundState &) = delete;
+    CompoundState &operator=(const CompoundState &) = delete;
+
     std::string name;
     // Null while the object is not in the tree.
     Compound *parent = nullptr;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectContainer.h"
 
+#include "ValueStore.h"
+
 namespace TAMBO {
 
 ObjectContainer::~ObjectContainer() = default;
@@ -8,8 +10,9 @@ ObjectContainer::~ObjectContainer() = default;
 std::size_t ObjectContainer::bytesOfObjects() const noexcept
 {
     std::size_t sum = 0;
+    const ValueStore &values = ValueStore::get();
     for (std::size_t i = 0; i < objectCount(); ++i)
-        sum += StoredObject::from(object(i))->bytes();
+        sum += StoredObject::from(object(i))->bytes() + values.bytes(*object(i));
     return sum;
 }
 

@@ -5,6 +5,7 @@
 #include "Compound.h"
 #include "ObjectContainer.h"
 #include "Space.h"
+#include "ValueStore.h"
 
 #include <algorithm>
 #include <string_view>
@@ -87,7 +88,7 @@ std::size_t ObjectsEdit::bytes() const
     std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(void *) +
                         m_Owned.capacity() * sizeof(m_Owned[0]);
     for (const std::unique_ptr<Compound> &object : m_Owned)
-        bytes += StoredObject::from(object.get())->bytes();
+        bytes += StoredObject::from(object.get())->bytes() + ValueStore::get().bytes(*object);
     return bytes;
 }
 

@@ -35,6 +35,8 @@ public:
                                                    const std::string &key) const;
     [[nodiscard]] std::optional<std::string> defaultValue(const std::string &section,
                                                           const std::string &key) const;
+    // The user's values alone, in the order of the file.
+    [[nodiscard]] const IniFile &userValues() const noexcept { return m_User; }
     // Defaults of a plug-in, below the user's values. A key that has a default keeps it, be it one
     // that was shipped or of another plug-in; the log says so where they differ.
     void addDefaults(const IniFile &defaults, const QString &plugin);
