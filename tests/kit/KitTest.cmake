@@ -77,6 +77,14 @@ file(WRITE ${SCRATCH}/viewer/minimal.plugin "${descriptor}Role = alignments\n")
 set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/viewer)
 run(${prefix}/bin/tambo ${DATA})
 expect_in_log("Minimal: 6 chains are red")
+
+# One that follows steps has seen the file come, and gets the answer that it gives itself.
+file(COPY ${SCRATCH}/build/widths.so DESTINATION ${SCRATCH}/follower)
+file(READ ${SCRATCH}/build/widths.plugin descriptor)
+file(WRITE ${SCRATCH}/follower/widths.plugin "${descriptor}Role = alignments\n")
+set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/follower)
+run(${prefix}/bin/tambo ${DATA})
+expect_in_log("Widths: serine_proteases has [0-9]+ columns")
 unset(ENV{TAMBO_EXIT_WHEN_PAINTED})
 
 # With the editor, and the others from the folder of another prefix, all load and the editor shows
