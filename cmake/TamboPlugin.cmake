@@ -8,7 +8,7 @@
 # ICON is a file, or the name of an icon of the workbench. HELP is an HTML page, with the pictures and
 # pages that it leads to behind it. SETTINGS is a file of default settings, in the form of tambo.ini.
 function(tambo_plugin name)
-    tambo_plugin_arguments(${ARGN})
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TITLE;ROLE;ICON;SETTINGS" "HELP;COMMANDS")
     add_library(${name} MODULE ${arg_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE Tambo::kit)
     tambo_plugin_exports(${name})
@@ -22,7 +22,7 @@ function(tambo_plugin name)
         set_target_properties(${name} PROPERTIES
             LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${TAMBO_PLUGIN_DIR})
     endif()
-    tambo_plugin_descriptor(${name} ${name} ${ARGN})
+    tambo_write_descriptor(${name} ${name})
     install(TARGETS ${name} LIBRARY DESTINATION lib/tambo/plugins)
 endfunction()
 
@@ -35,9 +35,15 @@ function(tambo_plugin_exports target)
 endfunction()
 
 # Writes STEM.plugin beside the library, and puts icon and help pages into the folder NAME beside it,
-# where those of several plug-ins do not meet; and has all of them installed. Arguments as above.
+# where those of several plug-ins do not meet; and has all of them installed. Arguments as above, and
+# COMPONENT of the installation.
 function(tambo_plugin_descriptor target stem)
-    tambo_plugin_arguments(${ARGN})
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "TITLE;ROLE;ICON;SETTINGS;COMPONENT" "HELP;COMMANDS")
+    tambo_write_descriptor(${target} ${stem})
+endfunction()
+
+# The same, of the arguments that the caller has parsed: passed on, they would be parted at ";".
+function(tambo_write_descriptor target stem)
     get_property(kit GLOBAL PROPERTY TAMBO_KIT_VERSION)
     set(text "[Plugin]\nKit = ${kit}\nName = ${target}\n")
     set(files)
@@ -103,7 +109,3 @@ function(tambo_plugin_descriptor target stem)
         install(FILES ${files} DESTINATION lib/tambo/plugins/${target} ${component})
     endif()
 endfunction()
-
-macro(tambo_plugin_arguments)
-    cmake_parse_arguments(arg "" "TITLE;ROLE;ICON;SETTINGS;COMPONENT" "HELP;COMMANDS" ${ARGN})
-endmacro()

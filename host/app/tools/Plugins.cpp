@@ -97,8 +97,9 @@ std::vector<const PluginRecord *> Plugins::alignmentViewers() const
             viewers.push_back(&plugin);
     const QString chosen =
         QString::fromStdString(Config::GetSetting("Plugins", kChosenViewer).ToString());
-    std::ranges::stable_partition(
-        viewers, [&](const PluginRecord *plugin) { return plugin->descriptor.name == chosen; });
+    std::stable_partition(viewers.begin(), viewers.end(), [&](const PluginRecord *plugin) {
+        return plugin->descriptor.name == chosen;
+    });
     return viewers;
 }
 

@@ -32,8 +32,12 @@ std::vector<TAMBO::Compound *> selectedResidues()
     return selected;
 }
 
+} // namespace
+
 class Counter final : public BaseWindow, public Subscriber
 {
+    Q_OBJECT
+
 public:
     Counter() : BaseWindow("Counter", {300, 120}, "Counter", false, nullptr, "counter")
     {
@@ -77,8 +81,6 @@ private:
     QLabel *m_Count = nullptr;
 };
 
-} // namespace
-
 extern "C" {
 
 TAMBO_API void Execute0()
@@ -100,3 +102,5 @@ TAMBO_API void Cleanup()
 }
 
 } // extern "C"
+
+#include "Counter.moc"
