@@ -19,7 +19,6 @@ History::~History()
 void History::begin()
 {
     m_Recorded.clear();
-    m_Name.clear();
     m_Own.reset();
 }
 

@@ -92,20 +92,21 @@ void ChangeSession::handToRecorder()
         return;
     }
     const std::size_t own = m_Step.own.value_or(inverses.size());
-    const bool isPlain = m_Step.name.empty() && own == inverses.size();
+    const bool isPlain = m_Step.name == nullptr && own == inverses.size();
     m_Recorder->begin();
     for (std::unique_ptr<Edit> &edit : inverses)
         m_Recorder->record(std::move(edit));
     if (!isPlain)
-        m_Recorder->describe(m_Step.name, own);
+        m_Recorder->describe(m_Step.name == nullptr ? std::string() : *m_Step.name, own);
     m_Recorder->end();
 }
 
 void ChangeSession::callFollowers() noexcept
 {
     StepFollowers &followers = StepFollowers::get();
-    const bool isTravelling = m_Recorder != nullptr && m_Recorder->isTravelling();
-    if (followers.empty() || m_Step.inverses.empty() || isTravelling || m_IsFollowing)
+    if (followers.empty() || m_Step.inverses.empty() || m_IsFollowing)
+        return;
+    if (m_Recorder != nullptr && m_Recorder->isTravelling())
         return;
     m_Step.own = m_Step.inverses.size();
     // A step of its own would come between the changes of this one.
@@ -250,9 +251,10 @@ bool ChangeSession::writeLogOnce(const std::string &message, LogSeverity severit
 
 void ChangeSession::nameStep(const std::string &name)
 {
-    if (m_IsFollowing || name.empty() || (!m_Step.name.empty() && m_Step.nameDepth <= m_Step.depth))
+    const bool isNamed = m_Step.name != nullptr && m_Step.nameDepth <= m_Step.depth;
+    if (m_IsFollowing || isNamed || name.empty())
         return;
-    m_Step.name = name;
+    m_Step.name = std::make_unique<const std::string>(name);
     m_Step.nameDepth = m_Step.depth;
 }
 

@@ -85,7 +85,8 @@ private:
         std::vector<std::unique_ptr<Edit>> released;
         std::set<std::string> logged;
         std::string refusal;
-        std::string name;
+        // Most steps have none.
+        std::unique_ptr<const std::string> name;
         // The level on which it was named.
         unsigned nameDepth = 0;
         // How many of the inverses are of its maker, once followers have been called.
