@@ -21,6 +21,9 @@ install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN CMakeLists.txt EXCLUDE)
 install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
 
+install(FILES docs/plugin-interface.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tambo
+        COMPONENT development)
+
 set(kit_dir lib/cmake/TamboKit)
 get_property(TAMBO_KIT_VERSION GLOBAL PROPERTY TAMBO_KIT_VERSION)
 install(TARGETS tambo_kit EXPORT TamboKitTargets

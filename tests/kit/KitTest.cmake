@@ -11,7 +11,28 @@ file(REMOVE_RECURSE ${SCRATCH})
 set(prefix ${SCRATCH}/prefix)
 set(plugins ${prefix}/lib/tambo/plugins)
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
-run(${CMAKE_COMMAND} -S ${PROJECT} -B ${SCRATCH}/build -G Ninja
+
+# The code of the page is all there is to it, but for a picture.
+set(project ${SCRATCH}/project)
+run(${PYTHON} ${EXTRACT} ${prefix}/share/doc/tambo/plugin-interface.md ${project})
+file(COPY ${prefix}/share/tambo/examples/plugins/counter/counter.svg DESTINATION ${project}/counter)
+
+# One alone, as the page says it.
+run(${CMAKE_COMMAND} -S ${project}/minimal -B ${SCRATCH}/alone
+    -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${COMPILER})
+run(${CMAKE_COMMAND} --build ${SCRATCH}/alone)
+if(NOT EXISTS ${SCRATCH}/alone/minimal.so)
+    message(FATAL_ERROR "${SCRATCH}/alone has no minimal.so")
+endif()
+
+# All of them, in one go since that is faster.
+file(GLOB examples RELATIVE ${project} ${project}/*)
+set(together "cmake_minimum_required(VERSION 3.25)\nproject(examples LANGUAGES CXX)\n")
+foreach(example IN LISTS examples)
+    string(APPEND together "add_subdirectory(${example})\n")
+endforeach()
+file(WRITE ${project}/CMakeLists.txt "${together}")
+run(${CMAKE_COMMAND} -S ${project} -B ${SCRATCH}/build -G Ninja
     -D CMAKE_PREFIX_PATH=${prefix} -D CMAKE_CXX_COMPILER=${COMPILER})
 run(${CMAKE_COMMAND} --build ${SCRATCH}/build)
 
@@ -44,7 +65,8 @@ set(ENV{TAMBO_SYSTEM_PLUGIN_DIRS} "")
 run(${CMAKE_COMMAND} --install ${SCRATCH}/build --prefix ${SCRATCH}/theirs)
 foreach(file minimal.so minimal.plugin counter.so counter.plugin
         counter/counter.svg counter/counter.html letters.so letters.plugin)
-    foreach(folder ${SCRATCH}/build ${SCRATCH}/theirs/lib/tambo/plugins)
+    string(REGEX MATCH "^[a-z]+" example ${file})
+    foreach(folder ${SCRATCH}/build/${example} ${SCRATCH}/theirs/lib/tambo/plugins)
         if(NOT EXISTS ${folder}/${file})
             message(FATAL_ERROR "there is no ${folder}/${file}")
         endif()
@@ -71,16 +93,16 @@ expect_not_in_log("Counter:")
 expect_not_in_log("cannot be used")
 
 # One that says that it shows alignments is called.
-file(COPY ${SCRATCH}/build/minimal.so DESTINATION ${SCRATCH}/viewer)
-file(READ ${SCRATCH}/build/minimal.plugin descriptor)
+file(COPY ${SCRATCH}/build/minimal/minimal.so DESTINATION ${SCRATCH}/viewer)
+file(READ ${SCRATCH}/build/minimal/minimal.plugin descriptor)
 file(WRITE ${SCRATCH}/viewer/minimal.plugin "${descriptor}Role = alignments\n")
 set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/viewer)
 run(${prefix}/bin/tambo ${DATA})
 expect_in_log("Minimal: 6 chains are red")
 
 # One that follows steps has seen the file come, and gets the answer that it gives itself.
-file(COPY ${SCRATCH}/build/widths.so DESTINATION ${SCRATCH}/follower)
-file(READ ${SCRATCH}/build/widths.plugin descriptor)
+file(COPY ${SCRATCH}/build/widths/widths.so DESTINATION ${SCRATCH}/follower)
+file(READ ${SCRATCH}/build/widths/widths.plugin descriptor)
 file(WRITE ${SCRATCH}/follower/widths.plugin "${descriptor}Role = alignments\n")
 set(ENV{TAMBO_PLUGIN_DIR} ${SCRATCH}/follower)
 run(${prefix}/bin/tambo ${DATA})
