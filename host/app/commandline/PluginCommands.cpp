@@ -39,6 +39,8 @@ bool openFor(QIODevice &errors, const QString &file)
 PluginCommands::PluginCommands(Plugins &plugins) : m_Plugins(plugins)
 {
     for (const PluginRecord &plugin : plugins.loader().records()) {
+        if (plugin.state == services::PluginState::Overruled)
+            continue;
         for (const services::PluginCommand &command : plugin.descriptor.commands) {
             const Offer *const first = find(command.word);
             if (first == nullptr && !isOwnCommand(command.word.toStdString())) {

@@ -58,6 +58,13 @@ void tellRefusal(const PluginRecord &record)
                   Logger::Severity::Error);
 }
 
+// It stands beside the library, or beside the link by which that was found.
+QString descriptorOf(const PluginRecord &record, const QString &asFound)
+{
+    const QString file = PluginDescriptor::fileOf(QFileInfo(asFound).absoluteFilePath());
+    return QFileInfo::exists(file) ? file : PluginDescriptor::fileOf(record.file);
+}
+
 QString wrongVersion(const QString &plugin, const KitNumber &its, const KitNumber &ours)
 {
     const bool isOlder = its.majorPart < ours.majorPart;
@@ -105,19 +112,19 @@ const PluginRecord &PluginLoader::addOverruled(const QString &file, const QStrin
     PluginRecord &record = recordOf(file);
     record.state = PluginState::Overruled;
     record.descriptor.name = PluginDescriptor::nameOf(record.file);
+    // What is missed without it.
+    if (const auto read = PluginDescriptor::read(descriptorOf(record, file), m_Kit))
+        record.descriptor = read.value();
     record.reason = QStringLiteral("%1 is not used, since %2 has its name and was found before it")
                         .arg(record.file, counts);
     Logger::Write(record.reason, Logger::Severity::Info);
     return record;
 }
 
-// The descriptor stands beside the library, or beside the link by which it was found.
 void PluginLoader::describe(PluginRecord &record, const QString &asFound) const
 {
     record.state = PluginState::Found;
-    QString file = PluginDescriptor::fileOf(QFileInfo(asFound).absoluteFilePath());
-    if (!QFileInfo::exists(file))
-        file = PluginDescriptor::fileOf(record.file);
+    const QString file = descriptorOf(record, asFound);
     if (!QFileInfo::exists(file))
         return;
     Result<PluginDescriptor> read = PluginDescriptor::read(file, m_Kit);

@@ -150,6 +150,17 @@ TEST_F(PluginCommandsTest, AWordOfTheProgramOrOfAnEarlierPluginIsNotTakenOver)
                      "name"}));
 }
 
+TEST_F(PluginCommandsTest, APluginWhoseNameIsTakenOffersNothing)
+{
+    install("a", "first");
+    const QTemporaryDir other;
+    EXPECT_TRUE(QFile::copy(m_Folder.filePath("a.so"), other.filePath("a.so")));
+    Plugins plugins{services::PluginFolders({{other.path(), true}, {m_Folder.path(), true}})};
+    plugins.find();
+    EXPECT_FALSE(PluginCommands(plugins).offers("first"));
+    EXPECT_EQ(m_Log.count(), 1) << "the library is told, its commands are not";
+}
+
 TEST_F(PluginCommandsTest, TheUsageHasALineForEach)
 {
     EXPECT_EQ(find().usageText(), "");

@@ -311,6 +311,17 @@ TEST_F(PluginsTest, WhyTheOnlyViewerCannotBeUsedIsSaid)
     EXPECT_FALSE(record("liba.so").reason.isEmpty());
 }
 
+TEST_F(PluginsTest, AToolThatHasTheNameOfTheViewerIsWhyThereIsNone)
+{
+    install("WindowPlugin.so", "first/libV.so");
+    installViewer("second/libV.so");
+    m_Plugins.loadAll();
+    EXPECT_EQ(failureOf(m_Plugins.show(alignment("x", {"AC"}))),
+              m_Folder.filePath("second/libV.so").toStdString() + " is not used, since " +
+                  m_Folder.filePath("first/libV.so").toStdString() +
+                  " has its name and was found before it");
+}
+
 TEST_F(PluginsTest, ABrokenDescriptorMayBeWhyThereIsNoViewer)
 {
     install("WindowPlugin.so", "liba.so", "Role = alignment\n");
