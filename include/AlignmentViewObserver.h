@@ -44,7 +44,7 @@ public:
     // From the event loop and before anything is painted; each once, however often it happened, and
     // in this order.
 
-    // Rows, columns or their order may be others.
+    // Rows, columns, their order, or the places of gaps may be others.
     virtual void layoutRebuilt();
     virtual void cellSizeChanged();
     // Of the area in which cells are shown.

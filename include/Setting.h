@@ -22,6 +22,7 @@ public:
     // QFont's own description, or "Family, size".
     [[nodiscard]] QFont ToFont(bool *ok = nullptr) const;
     [[nodiscard]] float ToFloat(bool *ok = nullptr) const;
+    [[nodiscard]] double ToDouble(bool *ok = nullptr) const;
     [[nodiscard]] std::string ToString(bool *ok = nullptr) const;
 
 private:

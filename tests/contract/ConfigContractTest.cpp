@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What plug-ins rely on of Config, Setting and Logger.
 #include "Config.h"
+#include "ConfigStore.h"
 #include "Logger.h"
 
 #include "support/LogLines.h"
@@ -45,6 +46,40 @@ TEST(ConfigContract, ASettingIsFoundBySectionAndKey)
                                   "KM2_Charge at pH 7 = b.cm\n");
     EXPECT_EQ(Config::GetSetting("KALMO2", "Icon").ToString(), "a.svg");
     EXPECT_EQ(Config::GetSetting("KM2_Colormaps", "KM2_Charge at pH 7").ToString(), "b.cm");
+}
+
+TEST(ConfigContract, ASettingThatIsSetHoldsAtOnceAndInLaterRuns)
+{
+    const ScopedSettings settings("[counter]\nText = %1\n");
+    EXPECT_TRUE(Config::SetSetting("counter", "Text", "%1 residues; \"all\" of them"));
+    EXPECT_EQ(Config::GetSetting("counter", "Text").ToString(), "%1 residues; \"all\" of them");
+    EXPECT_FALSE(TAMBO::services::ConfigStore::instance().hasUnsavedChanges());
+    const TAMBO::services::ConfigStore later(QString(),
+                                             TAMBO::services::ConfigStore::instance().userFile());
+    EXPECT_EQ(later.value("counter", "Text"), "%1 residues; \"all\" of them");
+}
+
+TEST(ConfigContract, ANameThatNoFileCanHoldIsRefusedWithOneLine)
+{
+    const ScopedSettings settings("");
+    for (const std::string name : {"", "a=b", "a\nb", "[a]", " a", "#a"}) {
+        const LogLines log;
+        EXPECT_FALSE(Config::SetSetting(name, "key", "1")) << name;
+        EXPECT_FALSE(Config::SetSetting("section", name, "1")) << name;
+        EXPECT_EQ(log.count(), 2) << name;
+    }
+    EXPECT_FALSE(TAMBO::services::ConfigStore::instance().hasUnsavedChanges());
+}
+
+TEST(ConfigContract, ANumberKeepsTheDigitsOfADouble)
+{
+    const ScopedSettings settings("[a]\nx = 0.6\ny = 1e300\nz = a\n");
+    EXPECT_EQ(Config::GetSetting("a", "x").ToDouble(), 0.6);
+    bool ok = false;
+    EXPECT_EQ(Config::GetSetting("a", "y").ToDouble(&ok), 1e300);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(Config::GetSetting("a", "z").ToDouble(&ok), 0);
+    EXPECT_FALSE(ok);
 }
 
 TEST(ConfigContract, TheIconDirectoryExistsAndEndsWithoutASlash)

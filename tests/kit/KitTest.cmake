@@ -16,6 +16,8 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 set(project ${SCRATCH}/project)
 run(${PYTHON} ${EXTRACT} ${prefix}/share/doc/tambo/plugin-interface.md ${project})
 file(COPY ${prefix}/share/tambo/examples/plugins/counter/counter.svg DESTINATION ${project}/counter)
+# This one is too long for a page.
+file(COPY ${prefix}/share/tambo/examples/plugins/column-statistics DESTINATION ${project})
 
 # One alone, as the page says it.
 run(${CMAKE_COMMAND} -S ${project}/minimal -B ${SCRATCH}/alone
@@ -133,6 +135,28 @@ run(${prefix}/bin/tambo --help)
 if(NOT output MATCHES "tambo letters  +How many letters the sequences of files have\n")
     message(FATAL_ERROR "tambo --help wrote\n${output}")
 endif()
+
+# The same for one with all that a plug-in may have; without it the word is unknown.
+function(expect_status expected text)
+    execute_process(COMMAND ${prefix}/bin/tambo ${ARGN}
+        RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT status EQUAL expected OR NOT output MATCHES "${text}")
+        message(FATAL_ERROR "tambo ${ARGN} ended with ${status}\n${output}")
+    endif()
+endfunction()
+file(WRITE ${SCRATCH}/small.fasta ">a\nAC-\n>b\nAC-\n>c\nAG-\n>d\n-G-\n")
+run(${prefix}/bin/tambo column-statistics ${SCRATCH}/small.fasta)
+if(NOT output STREQUAL "column\toccupancy\tletter\tshare\tentropy
+1\t0.7500\tA\t1.0000\t0.0000
+2\t1.0000\tC\t0.5000\t1.0000
+3\t0.0000\t-\t-\t-
+")
+    message(FATAL_ERROR "tambo column-statistics wrote\n${output}")
+endif()
+expect_status(1 "nothing.fasta" column-statistics ${SCRATCH}/nothing.fasta)
+expect_status(2 "Usage: tambo column-statistics" column-statistics)
+unset(ENV{TAMBO_PLUGIN_DIR})
+expect_status(2 "column-statistics" column-statistics ${SCRATCH}/small.fasta)
 
 # A kit of another major version is not taken.
 file(WRITE ${SCRATCH}/newer/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)

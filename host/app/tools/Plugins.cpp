@@ -83,8 +83,13 @@ QWidget *Plugins::open(const PluginRecord &plugin)
     if (!m_Loader.execute(plugin))
         return nullptr;
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowType() == Qt::Window && !before.contains(window))
+        if (window->isVisible() && window->windowType() == Qt::Window && !before.contains(window)) {
+            // One that has chosen no icon has the program's.
+            if (!plugin.descriptor.icon.isEmpty() &&
+                window->windowIcon().cacheKey() == QApplication::windowIcon().cacheKey())
+                window->setWindowIcon(iconOf(plugin));
             return window;
+        }
     }
     return nullptr;
 }

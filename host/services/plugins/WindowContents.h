@@ -2,6 +2,8 @@
 // Keeps what windows say of the objects they show, and tells the workbench.
 #pragma once
 
+#include "Subscriber.h"
+
 #include <QObject>
 
 #include <map>
@@ -14,7 +16,8 @@ class Compound;
 
 namespace TAMBO::services {
 
-class WindowContents : public QObject
+// A deleted object is forgotten, also when its window does not care: it may be freed soon.
+class WindowContents : public QObject, public Subscriber
 {
     Q_OBJECT
 
@@ -24,13 +27,23 @@ public:
     void set(QWidget *window, Compound *object);
     [[nodiscard]] Compound *of(const QWidget *window) const;
 
+    void commUpdate() override { }
+    void commAdd() override { }
+    void commDelete() override;
+
 signals:
     // Either may be null; an object that is no longer shown may be about to be freed.
     void changed(QWidget *window, TAMBO::Compound *before, TAMBO::Compound *now);
 
 private:
+    struct Shown
+    {
+        QWidget *window;
+        Compound *object;
+    };
+
     // Windows that show something.
-    std::map<const QObject *, Compound *> m_Shown;
+    std::map<const QObject *, Shown> m_Shown;
 };
 
 } // namespace TAMBO::services

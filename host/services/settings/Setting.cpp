@@ -85,10 +85,17 @@ QFont Setting::ToFont(bool *ok) const
 float Setting::ToFloat(bool *ok) const
 {
     bool isNumber = false;
-    const double value = trimmedText(m_Value).toDouble(&isNumber);
-    const bool good = isNumber && std::isfinite(value) &&
-                      std::abs(value) <= double(std::numeric_limits<float>::max());
+    const double value = ToDouble(&isNumber);
+    const bool good = isNumber && std::abs(value) <= double(std::numeric_limits<float>::max());
     return report(ok, good, good ? float(value) : 0.0F);
+}
+
+double Setting::ToDouble(bool *ok) const
+{
+    bool isNumber = false;
+    const double value = trimmedText(m_Value).toDouble(&isNumber);
+    const bool good = isNumber && std::isfinite(value);
+    return report(ok, good, good ? value : 0.0);
 }
 
 std::string Setting::ToString(bool *ok) const

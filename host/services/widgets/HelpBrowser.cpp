@@ -23,6 +23,10 @@ QString HelpBrowser::contentsPage()
 QVariant HelpBrowser::loadResource(int type, const QUrl &name)
 {
     const QVariant loaded = QTextBrowser::loadResource(type, name);
+    // Pages of plug-ins look like all others, unless they bring a style of that name.
+    if (type == QTextDocument::StyleSheetResource && loaded.toByteArray().isEmpty())
+        return QTextBrowser::loadResource(type,
+                                          QUrl::fromLocalFile(directory() + '/' + name.fileName()));
     if (type != QTextDocument::HtmlResource || name.toLocalFile() != contentsPage())
         return loaded;
     QString page = QString::fromUtf8(loaded.toByteArray());

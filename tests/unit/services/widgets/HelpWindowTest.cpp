@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 
 #include <gtest/gtest.h>
@@ -150,6 +151,25 @@ TEST_F(HelpWindowTest, PagesOfPluginsLeadToTheirNeighborsAndNowhereElse)
         emit m_Pages->anchorClicked(QUrl::fromLocalFile(other));
         EXPECT_EQ(page(), "index.html") << other.toStdString();
     }
+}
+
+TEST_F(HelpWindowTest, PagesOfPluginsLookLikeAllOthers)
+{
+    addPage("Heads", "heads.html",
+            "<html><head><link rel='stylesheet' type='text/css' href='style.css'></head>"
+            "<body><h1>Heads</h1></body></html>");
+    const auto headColor = [this] {
+        QTextBlock block = m_Pages->document()->begin();
+        while (block.isValid() && block.blockFormat().headingLevel() != 1)
+            block = block.next();
+        return block.begin().fragment().charFormat().foreground().color();
+    };
+    m_Window.showDocument("editor.html");
+    const QColor usual = headColor();
+    ASSERT_TRUE(usual.isValid());
+    ASSERT_NE(usual, QColor(Qt::black));
+    m_Window.showDocument("heads.html");
+    EXPECT_EQ(headColor(), usual);
 }
 
 TEST_F(HelpWindowTest, FindsWordsWhileTheyAreTyped)
