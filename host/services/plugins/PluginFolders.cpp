@@ -26,15 +26,18 @@ QStringList foldersOf(const QByteArray &list)
     return QFile::decodeName(list).split(u':', Qt::SkipEmptyParts);
 }
 
-// Asked of the system, which knows more causes than the toolkit tells apart.
-bool isReadable(const PluginFolders::Folder &folder)
+// Asked of the system, which knows more causes than the toolkit tells apart. Of those that nobody
+// has named it is normal that they are not there: they are added to missing.
+bool isReadable(const PluginFolders::Folder &folder, QStringList &missing)
 {
     std::error_code error;
     const std::filesystem::directory_iterator entries(QFile::encodeName(folder.path).toStdString(),
                                                       error);
     if (!error)
         return true;
-    if (folder.isNamed || error != std::errc::no_such_file_or_directory)
+    if (!folder.isNamed && error == std::errc::no_such_file_or_directory)
+        missing << folder.path;
+    else
         Logger::Write(QStringLiteral("The folder of plug-ins %1 cannot be read: %2")
                           .arg(folder.path, QString::fromStdString(error.message())),
                       Logger::Severity::Warning);
@@ -80,8 +83,9 @@ std::vector<PluginFolders::Library> PluginFolders::libraries() const
     std::vector<Library> found;
     QSet<QString> seen;
     QMap<QString, QString> byStem;
+    QStringList missing;
     for (const Folder &folder : m_Folders) {
-        if (!isReadable(folder))
+        if (!isReadable(folder, missing))
             continue;
         const auto entries = QDir(folder.path).entryInfoList(patterns, QDir::Files, QDir::Name);
         for (const QFileInfo &entry : entries) {
@@ -96,6 +100,9 @@ std::vector<PluginFolders::Library> PluginFolders::libraries() const
             found.push_back({entry.absoluteFilePath(), first});
         }
     }
+    if (!missing.isEmpty())
+        Logger::Write(QStringLiteral("There is no folder of plug-ins %1")
+                          .arg(missing.join(QStringLiteral(", "))));
     return found;
 }
 

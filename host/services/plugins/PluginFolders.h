@@ -38,7 +38,8 @@ public:
 
     // Every "*.so" and "*.so.*", by folder and then by name; "libX.so" and "libX.so.0" are one
     // name. A library that is there under several names or by several folders is listed once. The
-    // log tells of a folder that cannot be read, and of a named one that is missing.
+    // log warns of a folder that cannot be read and of a named one that is missing, and has one
+    // line for all others that are.
     [[nodiscard]] std::vector<Library> libraries() const;
 
 private:

@@ -86,10 +86,11 @@ TEST_F(PluginFoldersTest, ANamedFolderThatIsMissingIsTold)
                                          " cannot be read: No such file or directory"));
 }
 
-TEST_F(PluginFoldersTest, ThatAnotherIsMissingIsNormal)
+TEST_F(PluginFoldersTest, AllOthersThatAreMissingAreOneLine)
 {
-    EXPECT_THAT(libraries({{path("none")}}), IsEmpty());
-    EXPECT_EQ(m_Log.count(), 0);
+    EXPECT_THAT(libraries({{path("none")}, {path("nothing")}}), IsEmpty());
+    EXPECT_EQ(m_Log.texts(), QStringList("There is no folder of plug-ins " + path("none") + ", " +
+                                         path("nothing")));
 }
 
 TEST_F(PluginFoldersTest, OneThatCannotBeReadIsToldWhoeverNamedIt)
