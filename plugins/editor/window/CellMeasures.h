@@ -11,13 +11,8 @@ namespace ZEP {
 class CellMeasures
 {
 public:
-    static constexpr int kNameColumns = 8;
-    static constexpr int kHeaderRows = 4;
-
     // Cells are as large as the font asks, whatever was wanted before.
     void setFont(const QFont &font);
-    // The window's own font, which prints have as well.
-    [[nodiscard]] const QFont &font() const noexcept { return m_Font; }
     // As that font asks.
     [[nodiscard]] QSize ownCell() const noexcept { return m_OwnCell; }
     [[nodiscard]] QSize largestCell() const;
@@ -28,11 +23,6 @@ public:
     [[nodiscard]] int cellWidth() const noexcept { return m_Cell.width(); }
     [[nodiscard]] int cellHeight() const noexcept { return m_Cell.height(); }
     [[nodiscard]] bool isOwn() const noexcept { return m_Cell == m_OwnCell; }
-
-    // A line of the header, whose height goes with the font alone, as does the names' width.
-    [[nodiscard]] int lineHeight() const noexcept { return m_OwnCell.height(); }
-    [[nodiscard]] int nameWidth() const noexcept { return kNameColumns * m_OwnCell.width(); }
-    [[nodiscard]] int headerHeight() const noexcept { return kHeaderRows * m_OwnCell.height(); }
 
     // Without letters there is none that could be read, and the font means nothing.
     struct Letters

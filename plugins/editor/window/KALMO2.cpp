@@ -37,7 +37,7 @@ KALMO2::KALMO2()
 {
     bool hasFont = false;
     const QFont font = Config::GetSetting("KALMO2", "Font").ToFont(&hasFont);
-    setFont(hasFont ? font : m_Measures.font());
+    setFont(hasFont ? font : m_Font);
 
     CreateCanvases();
     CreateViews();
@@ -111,8 +111,7 @@ void KALMO2::CreateViews()
     m_Header->setVScrollBarMode(QCanvasView::AlwaysOn);
     m_Header->verticalScrollBar()->setEnabled(false);
     m_Header->setHScrollBarMode(QCanvasView::AlwaysOff);
-    m_Header->setCellSizeSource(
-        [this] { return QSize(m_Measures.cellWidth(), m_Measures.lineHeight()); });
+    m_Header->setCellSizeSource([this] { return QSize(m_Measures.cellWidth(), m_CellHeight); });
     m_Header->setLeader(m_View);
     auto *headerPlace = new PanelLayoutItem(m_Header);
     TAMBO_CHECK_PTR(headerPlace, "KALMO2", 90);
@@ -126,17 +125,16 @@ void KALMO2::CreateViews()
     m_Names->setVScrollBarMode(QCanvasView::AlwaysOff);
     m_Names->setHScrollBarMode(QCanvasView::AlwaysOn);
     m_Names->horizontalScrollBar()->setEnabled(false);
-    m_Names->setCellSizeSource(
-        [this] { return QSize(m_Measures.cellWidth(), m_Measures.lineHeight()); });
+    m_Names->setCellSizeSource([this] { return QSize(m_Measures.cellWidth(), m_CellHeight); });
     m_Names->setLeader(m_View);
     auto *namesPlace = new PanelLayoutItem(m_Names);
     TAMBO_CHECK_PTR(namesPlace, "KALMO2", 100);
     grid->addItem(namesPlace, 1, 0);
 
-    m_FirstNameWidth = m_Measures.nameWidth();
+    m_FirstNameWidth = nameWidth();
     fitNames();
-    m_Header->setMinimumHeight(m_Measures.headerHeight());
-    m_Header->setMaximumHeight(m_Measures.headerHeight());
+    m_Header->setMinimumHeight(m_HeaderRows * m_CellHeight);
+    m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
     reserveCell();
 }
 
@@ -144,9 +142,9 @@ void KALMO2::reserveCell()
 {
     auto *grid = static_cast<QGridLayout *>(centralWidget()->layout());
     const int frame = 2 * m_View->frameWidth();
-    grid->setRowMinimumHeight(1, m_Measures.ownCell().height() + frame +
+    grid->setRowMinimumHeight(1, m_CellHeight + frame +
                                      m_View->horizontalScrollBar()->sizeHint().height());
-    grid->setColumnMinimumWidth(1, m_Measures.ownCell().width() + frame +
+    grid->setColumnMinimumWidth(1, m_CellWidth + frame +
                                        m_View->verticalScrollBar()->sizeHint().width());
 }
 
@@ -165,7 +163,8 @@ void KALMO2::CreateService()
     commands.setNameWidth = [this](int width) { setNameWidth(width); };
     commands.catchUp = [this] { m_CatchUp->now(); };
     m_Service = std::make_unique<AlignmentWindowService>(
-        AlignmentWindowService::Parts{*this, *m_View, *m_Header, *m_Names, *m_Corner, m_Measures},
+        AlignmentWindowService::Parts{*this, *m_View, *m_Header, *m_Names,
+                                      static_cast<CornerLabel &>(*m_Corner), m_Measures},
         std::move(commands));
 }
 
@@ -262,7 +261,10 @@ void KALMO2::CreateIcon()
 
 void KALMO2::setFont(const QFont &font)
 {
+    m_Font = font;
     m_Measures.setFont(font);
+    m_CellWidth = m_Measures.ownCell().width();
+    m_CellHeight = m_Measures.ownCell().height();
 }
 
 void KALMO2::ChangeFont()
@@ -270,7 +272,7 @@ void KALMO2::ChangeFont()
     const QPointer<KALMO2> alive(this);
     bool chosen = false;
     // The dialog refers to what it began with until it returns.
-    const QFont before = dialogFont(m_Measures.font());
+    const QFont before = dialogFont(m_Font);
     const QFont font = QFontDialog::getFont(&chosen, before, this);
     // The dialog runs an event loop, in which the window may have been closed.
     if (!alive || !chosen)
@@ -281,7 +283,7 @@ void KALMO2::ChangeFont()
     Clear();
     setFont(font);
     fitNames();
-    m_Header->setMaximumHeight(m_Measures.headerHeight());
+    m_Header->setMaximumHeight(m_HeaderRows * m_CellHeight);
     reserveCell();
     Populate(shown);
     m_View->setContentsPos(firstCell.x() * m_Measures.cellWidth(),

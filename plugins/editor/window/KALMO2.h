@@ -17,6 +17,7 @@
 #include <utility>
 
 class Panel;
+class QLabel;
 class QMenu;
 class QPainter;
 class QPoint;
@@ -28,7 +29,6 @@ namespace ZEP {
 class AcidColor;
 class AlignmentWindowService;
 class CatchUp;
-class CornerLabel;
 
 class KALMO2 : public BaseWindow, public Subscriber
 {
@@ -144,11 +144,12 @@ private:
     // Marks the canvases wholly changed, without painting them.
     void setAllChanged();
 
-    CellMeasures m_Measures;
-    // 0 for what the font asks.
-    int m_NameWidth = 0;
-    // The names' minimum, as long as nobody wants another width.
-    int m_FirstNameWidth = 0;
+    int m_NameColumns = 8;
+    int m_HeaderRows = 4;
+    QFont m_Font;
+    // As the font asks; what others want the cells to be is in m_Measures.
+    int m_CellWidth = 0;
+    int m_CellHeight = 0;
     View *m_View = nullptr;
     Panel *m_Header = nullptr;
     Panel *m_Names = nullptr;
@@ -156,7 +157,7 @@ private:
     QCanvas *m_Canvas = nullptr;
     QCanvas *m_NameCanvas = nullptr;
     QCanvas *m_HeaderCanvas = nullptr;
-    CornerLabel *m_Corner = nullptr;
+    QLabel *m_Corner = nullptr;
     // Neither list owns its items; the second is only ever cleared.
     QCanvasItemList m_Numbering;
     QCanvasItemList m_Spare;
@@ -164,6 +165,11 @@ private:
     QProcess *m_Process = nullptr;
     QString m_Output;
     QString m_Errors;
+    CellMeasures m_Measures;
+    // 0 for what the font asks.
+    int m_NameWidth = 0;
+    // The names' minimum, as long as nobody wants another width.
+    int m_FirstNameWidth = 0;
     // The alignment's layout revision that the display was made from.
     unsigned long m_ShownRevision = 0;
     // The alignment's range that the header's marker was put over.

@@ -25,7 +25,7 @@ void KALMO2::createItems()
     const int height = (static_cast<int>(rows) + 1) * m_Measures.cellHeight();
     m_NameCanvas->resize(nameWidth(), height);
     m_Canvas->resize(width, height);
-    m_HeaderCanvas->resize(width, m_Measures.headerHeight());
+    m_HeaderCanvas->resize(width, m_HeaderRows * m_CellHeight);
 
     const CellMeasures::Letters &letters = m_Measures.cellLetters();
     m_Canvas->setLattice(
@@ -44,7 +44,7 @@ void KALMO2::createItems()
 void KALMO2::createHeader(unsigned long columns)
 {
     const CellMeasures::Letters &letters = m_Measures.columnLetters();
-    const int line = m_Measures.lineHeight();
+    const int line = m_CellHeight;
     const auto place = [&](PlacedText &item, unsigned long col, int number) {
         if (!m_Measures.isOwn())
             item.setPlace(QRect(static_cast<int>(col) * m_Measures.cellWidth(), number * line,
@@ -69,7 +69,7 @@ void KALMO2::createNames(unsigned long rows)
 {
     const CellMeasures::Letters &letters = m_Measures.nameLetters();
     // The last column beside the cells stays free.
-    const int right = nameWidth() - m_Measures.ownCell().width();
+    const int right = nameWidth() - m_CellWidth;
     const int height = m_Measures.cellHeight();
     for (unsigned long row = 0; row < rows; ++row) {
         const int y = static_cast<int>(row) * height;
@@ -84,7 +84,7 @@ void KALMO2::createNames(unsigned long rows)
 
 void KALMO2::createMarker()
 {
-    auto *marker = new QCanvasRectangle(0, 3 * m_Measures.lineHeight(), 1, 1, m_HeaderCanvas);
+    auto *marker = new QCanvasRectangle(0, 3 * m_CellHeight, 1, 1, m_HeaderCanvas);
     TAMBO_CHECK_PTR(marker, "KalmoIO", 104);
     m_Header->setMarker(marker);
     showRange();
@@ -133,28 +133,27 @@ void KALMO2::CreateNumbering()
 void KALMO2::addNumber(const QString &text, unsigned long col, int &free)
 {
     if (!m_Measures.isOwn()) {
-        const int length = QFontMetrics(m_Measures.font()).horizontalAdvance(text);
+        const int length = QFontMetrics(m_Font).horizontalAdvance(text);
         const int left = cellCentre(col) - length / 2;
         if (left < free)
             return;
-        free = left + length + m_Measures.ownCell().width();
+        free = left + length + m_CellWidth;
     }
-    addNumberingItem(text, m_Measures.font(), col, 0);
+    addNumberingItem(text, m_Font, col, 0);
 }
 
 void KALMO2::addElement(const QString &letter, unsigned long col)
 {
     const CellMeasures::Letters &letters = m_Measures.columnLetters();
     // Kept: the letters stand a cell's width below the top, not a cell's height.
-    const int top = m_Measures.ownCell().width();
+    const int top = m_CellWidth;
     if (letters.areShown) {
         addNumberingItem(letter, letters.font, col, top);
         return;
     }
     const int width = m_Measures.cellWidth();
-    auto *bar =
-        new QCanvasRectangle(static_cast<int>(col) * width, top + m_Measures.lineHeight() / 3,
-                             width, m_Measures.lineHeight() / 3, m_HeaderCanvas);
+    auto *bar = new QCanvasRectangle(static_cast<int>(col) * width, top + m_CellHeight / 3, width,
+                                     m_CellHeight / 3, m_HeaderCanvas);
     bar->setPen(Qt::NoPen);
     bar->setBrush(Qt::darkGray);
     bar->setZ(2.0);
@@ -200,7 +199,7 @@ void KALMO2::setCellSize(const QSize &size)
 
 int KALMO2::nameWidth() const
 {
-    return m_NameWidth > 0 ? m_NameWidth : m_Measures.nameWidth();
+    return m_NameWidth > 0 ? m_NameWidth : m_NameColumns * m_CellWidth;
 }
 
 void KALMO2::setNameWidth(int width)

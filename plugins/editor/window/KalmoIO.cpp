@@ -79,8 +79,7 @@ void KALMO2::print(PrintStyle style)
     job.obstacle = [this](const QPrinter &printer) {
         return m_Data == nullptr
                    ? QString()
-                   : PageMeasures(m_Measures.font(), printer, *m_Data, printsElements())
-                         .obstacleText();
+                   : PageMeasures(m_Font, printer, *m_Data, printsElements()).obstacleText();
     };
     runPrintJob(this, job);
 }
@@ -91,7 +90,7 @@ void KALMO2::drawIt(QPainter *p, PrintStyle Box)
     if (m_Data == nullptr || device == nullptr || device->devType() != QInternal::Printer)
         return;
     AlignmentPages::Options options;
-    options.font = m_Measures.font();
+    options.font = m_Font;
     options.style = Box;
     options.withElements = printsElements();
     AlignmentPages(*p, static_cast<QPrinter &>(*device), *m_Data, options).print();
