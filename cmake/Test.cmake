@@ -6,6 +6,7 @@ include(GoogleTest)
 set(TAMBO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 if(TAMBO_SANITIZE)
     list(APPEND TAMBO_TEST_ENVIRONMENT
+        TAMBO_SHORT_TESTS=1
         ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1
         UBSAN_OPTIONS=print_stacktrace=1
         LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp)
