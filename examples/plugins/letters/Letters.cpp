@@ -16,7 +16,7 @@ bool countLetters(const PluginCall &data)
 {
     auto &call = *static_cast<ProgramCommand *>(data.data);
     if (call.arguments.isEmpty()) {
-        call.errors->write("letters needs a file\n");
+        call.errors->write("tambo: letters needs a file\n");
         call.exitStatus = 2;
         return true;
     }
