@@ -148,7 +148,7 @@ void History::keepLimit()
 {
     while (m_Bytes > m_Limit) {
         if (m_Position > 1) {
-            m_ForgottenParts.add(m_Steps.front(), m_Forgotten, true);
+            m_ForgottenChanges.add(m_Steps.front(), m_Forgotten);
             drop(m_Steps.begin(), m_Steps.begin() + 1);
             --m_Position;
             ++m_Forgotten;
@@ -167,7 +167,7 @@ void History::clear()
     m_Recorded.clear();
     m_Position = 0;
     m_Forgotten = 0;
-    m_ForgottenParts.clear();
+    m_ForgottenChanges.clear();
     m_Saved.clear();
     m_Written.clear();
     tellChange();

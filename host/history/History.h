@@ -2,7 +2,7 @@
 // Undo and redo of every recorded change of the model, across all windows. Owned by the workbench.
 #pragma once
 
-#include "ChangedParts.h"
+#include "ForgottenChanges.h"
 #include "HistoryStep.h"
 #include "SavedMarks.h"
 
@@ -10,7 +10,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -18,6 +17,7 @@ namespace TAMBO {
 
 class Alignment;
 class Compound;
+class FreedObjects;
 class Structure;
 
 // A top-level object with changes that are in no file.
@@ -96,14 +96,22 @@ public:
     // Called after every change of the list, the position or a saved mark.
     void setChangeCallback(std::function<void()> callback);
     // Called before top-level objects, or parts of them, are freed for good.
-    using FreeCallback = std::function<void(const std::set<const Compound *> &freed)>;
+    using FreeCallback = std::function<void(const FreedObjects &freed)>;
     void setFreeCallback(FreeCallback callback) { m_FreeCallback = std::move(callback); }
 
 private:
     // Of all steps there have ever been.
     [[nodiscard]] std::size_t stepsDone() const noexcept { return m_Forgotten + m_Position; }
-    [[nodiscard]] ChangedParts changedParts() const;
-    [[nodiscard]] EditParts partsOf(const Compound &object, const ChangedParts &changed) const;
+    // What differs between the state after saved steps and the present one; costs what the steps
+    // in between have changed. An object may come several times.
+    void forEachChangeSince(std::size_t saved, const HistoryStep::ChangeVisitor &visit) const;
+    void forEachChangeOf(std::size_t first, std::size_t end,
+                         const HistoryStep::ChangeVisitor &visit) const;
+    // The same of each object since it was saved itself, or as a part of its top-level object.
+    using UnsavedVisitor =
+        std::function<void(const Compound &top, const Compound &holder, EditPart part)>;
+    void forEachUnsavedChange(const UnsavedVisitor &visit) const;
+    [[nodiscard]] EditParts partsByRows(const Compound &object, std::size_t saved) const;
     void save(const Compound &object, const SavedMarks::Mark &mark);
     // Before the undone steps from first on are dropped.
     void losePathsBehind(std::size_t first);
@@ -128,7 +136,7 @@ private:
     std::size_t m_Bytes = 0;
     // Steps that the limit has dropped from the beginning, and what they have changed.
     std::size_t m_Forgotten = 0;
-    ChangedParts m_ForgottenParts;
+    ForgottenChanges m_ForgottenChanges;
     SavedMarks m_Saved;
     SavedMarks m_Written;
     std::function<void()> m_ChangeCallback;

@@ -21,8 +21,8 @@ void HistoryStep::describe(const std::string &name, std::size_t own)
 {
     if (!name.empty())
         m_Name = std::make_unique<const std::string>(name);
-    m_Added = static_cast<std::uint32_t>(m_Edits.size() -
-                                         std::clamp<std::size_t>(own, 1, m_Edits.size()));
+    const std::size_t added = m_Edits.size() - std::clamp<std::size_t>(own, 1, m_Edits.size());
+    m_Added = static_cast<std::uint32_t>(added) & 0x7fffffff;
     measure();
 }
 
@@ -57,38 +57,49 @@ HistoryStep::Edits HistoryStep::ownEdits() const noexcept
 
 // What the user did: the last object that came, went or was renamed as a whole, else the first
 // change; the others came with it.
-const Edit &HistoryStep::primary() const
+std::size_t HistoryStep::primary() const
 {
     const auto isWhole = [](const auto &edit) { return edit->actsOnWhole(); };
     const Edits edits = ownEdits();
+    const auto placeOf = [&](const std::unique_ptr<Edit> &edit) {
+        return std::size_t(&edit - m_Edits.data());
+    };
     if (m_IsDone) {
         const auto found = std::find_if(edits.rbegin(), edits.rend(), isWhole);
-        return found != edits.rend() ? **found : *edits.front();
+        return placeOf(found != edits.rend() ? *found : edits.front());
     }
     const auto found = std::find_if(edits.begin(), edits.end(), isWhole);
-    return found != edits.end() ? **found : *edits.back();
+    return placeOf(found != edits.end() ? *found : edits.back());
 }
 
-std::string HistoryStep::label() const
+void HistoryStep::findLabel() const
 {
-    const Edit &named = primary();
+    m_Named = static_cast<std::uint32_t>(primary());
+    const Edit &named = *m_Edits[m_Named];
     std::vector<const Compound *> subjects;
     for (const std::unique_ptr<Edit> &edit : ownEdits()) {
         const bool isSameKind = std::string_view(edit->kind()) == named.kind();
         if (edit.get() == &named || (isSameKind && !named.actsOnWhole()))
             edit->appendSubjects(subjects);
     }
-    std::ranges::sort(subjects);
-    const auto count =
-        std::size_t(std::unique(subjects.begin(), subjects.end()) - subjects.begin());
+    if (!std::ranges::is_sorted(subjects))
+        std::ranges::sort(subjects);
+    m_Subjects = static_cast<std::uint32_t>(std::unique(subjects.begin(), subjects.end()) -
+                                            subjects.begin());
+}
 
+std::string HistoryStep::label() const
+{
+    if (m_Subjects == 0)
+        findLabel();
+    const Edit &named = *m_Edits[m_Named];
     std::string label = m_Name != nullptr ? *m_Name : named.kind();
     label += named.actsOnWhole() ? " " : " in ";
     label += named.subject()->GetFQName();
-    if (count == 2)
+    if (m_Subjects == 2)
         label += " and another";
-    else if (count > 2)
-        label += " and " + std::to_string(count - 1) + " others";
+    else if (m_Subjects > 2)
+        label += " and " + std::to_string(m_Subjects - 1) + " others";
     return label;
 }
 
@@ -115,6 +126,7 @@ void HistoryStep::appendOwned(std::vector<const Compound *> &out) const
 
 void HistoryStep::measure()
 {
+    m_Subjects = 0;
     m_Bytes = sizeof(*this) + m_Edits.capacity() * sizeof(m_Edits[0]);
     for (const std::unique_ptr<Edit> &edit : m_Edits)
         m_Bytes += edit->bytes();

@@ -48,7 +48,8 @@ private:
 
     // Those that the step was made for.
     [[nodiscard]] Edits ownEdits() const noexcept;
-    [[nodiscard]] const Edit &primary() const;
+    [[nodiscard]] std::size_t primary() const;
+    void findLabel() const;
     void measure();
 
     // Applied from the last to the first.
@@ -57,8 +58,12 @@ private:
     std::unique_ptr<const std::string> m_Name;
     std::size_t m_Bytes = 0;
     // Edits that were added to the step, behind its own.
-    std::uint32_t m_Added = 0;
-    bool m_IsDone = true;
+    std::uint32_t m_Added : 31 = 0;
+    bool m_IsDone : 1 = true;
+    // For the label, which lists ask for again and again: the place of the edit that it names, and
+    // how many objects it counts; 0 until it is asked for.
+    mutable std::uint32_t m_Named = 0;
+    mutable std::uint32_t m_Subjects = 0;
 };
 
 } // namespace TAMBO

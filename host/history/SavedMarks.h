@@ -7,13 +7,13 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <optional>
-#include <set>
+#include <unordered_map>
 
 namespace TAMBO {
 
 class Compound;
+class FreedObjects;
 
 class SavedMarks
 {
@@ -26,21 +26,28 @@ public:
     };
 
     void mark(const Compound &object, const Mark &mark) { m_Marks[&object] = mark; }
-    // An object that was never saved counts as saved at the beginning.
-    [[nodiscard]] Mark of(const Compound &object) const;
+    // After so many steps; an object that was never saved counts as saved at the beginning.
+    [[nodiscard]] std::size_t stepsOf(const Compound &object) const;
     [[nodiscard]] std::optional<Mark> find(const Compound &object) const;
-    [[nodiscard]] const std::map<const Compound *, Mark> &all() const noexcept { return m_Marks; }
+    [[nodiscard]] const std::unordered_map<const Compound *, Mark> &all() const noexcept
+    {
+        return m_Marks;
+    }
+    // The most steps that stand in a mark.
+    [[nodiscard]] std::size_t latest() const noexcept;
 
-    // Before the undone steps behind the first steps are dropped; lostOf tells what they change of
-    // an object that was saved after so many.
+    // No step leads back to what the object was in this part.
+    void addLost(const Compound &object, EditPart part);
+    // Before the undone steps behind the first steps are dropped; lostOf tells what else they
+    // change of an object that was saved after so many.
     using LostParts = std::function<EditParts(const Compound &object, std::size_t saved)>;
     void dropBehind(std::size_t steps, const LostParts &lostOf);
     // Before the objects are freed.
-    void forget(const std::set<const Compound *> &freed);
+    void forget(const FreedObjects &freed);
     void clear() { m_Marks.clear(); }
 
 private:
-    std::map<const Compound *, Mark> m_Marks;
+    std::unordered_map<const Compound *, Mark> m_Marks;
 };
 
 } // namespace TAMBO

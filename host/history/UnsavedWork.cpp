@@ -1,34 +1,116 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the history knows of changes that are in no file.
+// What the history knows of changes that are in no file. Nothing of it is kept up to date: a
+// question costs what the steps in between have changed, and an edit nothing.
+#include "Alignment.h"
 #include "AlignmentTable.h"
+#include "FreedObjects.h"
 #include "History.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "RowChanges.h"
 #include "Structure.h"
 
 #include <algorithm>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace TAMBO {
 
-ChangedParts History::changedParts() const
+namespace {
+
+using Objects = std::unordered_set<const Compound *>;
+
+// The one below Space that the object is or is a part of; null when it is out of the tree.
+const Compound *topOf(const Compound &object)
 {
-    ChangedParts changed = m_ForgottenParts;
-    for (std::size_t i = 0; i < m_Steps.size(); ++i)
-        changed.add(m_Steps[i], m_Forgotten + i, i < m_Position);
-    return changed;
+    const Compound *top = &object;
+    while (top->Parent() != nullptr && top->Parent() != Space::instance())
+        top = top->Parent();
+    return top->Parent() != nullptr ? top : nullptr;
 }
 
-EditParts History::partsOf(const Compound &object, const ChangedParts &changed) const
+// Calls visit(sequence) for those of the objects that the alignment shows.
+template <typename Visit>
+void forEachShown(const Objects &objects, const Alignment &alignment, const Visit &visit)
 {
-    const std::optional<SavedMarks::Mark> mark = m_Saved.find(object);
-    EditParts parts = changed.of(object, mark ? mark->steps : 0);
-    if (!mark)
-        return parts;
-    parts.add(mark->lost);
-    if (const auto *const alignment = dynamic_cast<const Alignment *>(&object))
-        parts.add(changed.ofRows(*alignment, mark->steps));
-    return parts;
+    const AlignmentTable &table = alignment.table();
+    for (std::size_t row = 0; !objects.empty() && row < table.rowCount(); ++row) {
+        const Peptide &sequence = table.row(row).sequence();
+        if (objects.contains(&sequence))
+            visit(sequence);
+    }
+}
+
+// Sequences that a saved or an unsaved alignment shows are saved with it.
+void removeFollowers(std::vector<UnsavedObject> &unsaved, const SavedMarks &saved)
+{
+    Objects sequences;
+    Objects alignments;
+    for (const UnsavedObject &found : unsaved) {
+        if (dynamic_cast<const Peptide *>(found.object) != nullptr)
+            sequences.insert(found.object);
+        else if (dynamic_cast<const Alignment *>(found.object) != nullptr)
+            alignments.insert(found.object);
+    }
+    if (sequences.empty())
+        return;
+    Objects followers;
+    for (const Alignment *const alignment : ObjectSpace::get().referrers<Alignment>()) {
+        if (saved.find(*alignment) || alignments.contains(alignment))
+            forEachShown(sequences, *alignment,
+                         [&](const Peptide &sequence) { followers.insert(&sequence); });
+    }
+    std::erase_if(unsaved,
+                  [&](const UnsavedObject &found) { return followers.contains(found.object); });
+}
+
+} // namespace
+
+void History::forEachChangeSince(std::size_t saved, const HistoryStep::ChangeVisitor &visit) const
+{
+    m_ForgottenChanges.forEach([&](const Compound &holder, EditPart part, std::size_t index) {
+        if (index >= saved)
+            visit(holder, part);
+    });
+    const std::size_t mark = saved - std::min(saved, m_Forgotten);
+    forEachChangeOf(std::min(mark, m_Position), std::max(mark, m_Position), visit);
+}
+
+void History::forEachChangeOf(std::size_t first, std::size_t end,
+                              const HistoryStep::ChangeVisitor &visit) const
+{
+    for (std::size_t i = first; i < end; ++i)
+        m_Steps[i].forEachChange(visit);
+}
+
+void History::forEachUnsavedChange(const UnsavedVisitor &visit) const
+{
+    const auto look = [&](const Compound &holder, EditPart part, std::size_t index, bool isDone) {
+        const Compound *const top = topOf(holder);
+        if (top != nullptr && isDone == (index >= m_Saved.stepsOf(*top)))
+            visit(*top, holder, part);
+    };
+    m_ForgottenChanges.forEach([&](const Compound &holder, EditPart part, std::size_t index) {
+        look(holder, part, index, true);
+    });
+    // Nobody has saved a state behind that.
+    const std::size_t latest = m_Saved.latest();
+    const std::size_t end = std::max(m_Position, latest - std::min(latest, m_Forgotten));
+    for (std::size_t i = 0; i < end; ++i) {
+        m_Steps[i].forEachChange([&](const Compound &holder, EditPart part) {
+            look(holder, part, m_Forgotten + i, i < m_Position);
+        });
+    }
+}
+
+EditParts History::partsByRows(const Compound &object, std::size_t saved) const
+{
+    const auto *const alignment = dynamic_cast<const Alignment *>(&object);
+    if (alignment == nullptr)
+        return {};
+    RowChanges changes;
+    forEachChangeSince(saved, changes.adder());
+    return changes.of(*alignment);
 }
 
 // With the sequences that the object shows: they are in its file.
@@ -36,11 +118,17 @@ void History::save(const Compound &object, const SavedMarks::Mark &mark)
 {
     m_Saved.mark(object, mark);
     if (const auto *const alignment = dynamic_cast<const Alignment *>(&object)) {
-        for (const Compound *const changed : changedParts().objects()) {
-            const auto *const sequence = dynamic_cast<const Peptide *>(changed);
-            if (sequence != nullptr && alignment->table().holds(*sequence))
-                m_Saved.mark(*sequence, mark);
-        }
+        Objects changed;
+        const auto collect = [&](const Compound &holder, EditPart, std::size_t = 0) {
+            const Compound *const top = topOf(holder);
+            if (dynamic_cast<const Peptide *>(top) != nullptr)
+                changed.insert(top);
+        };
+        m_ForgottenChanges.forEach(collect);
+        for (const HistoryStep &step : m_Steps)
+            step.forEachChange(collect);
+        forEachShown(changed, *alignment,
+                     [&](const Peptide &sequence) { m_Saved.mark(sequence, mark); });
     }
     tellChange();
 }
@@ -63,7 +151,17 @@ void History::acceptWritten(const Compound &object)
 
 EditParts History::unsavedParts(const Compound &object) const
 {
-    return partsOf(object, changedParts());
+    const std::optional<SavedMarks::Mark> mark = m_Saved.find(object);
+    EditParts parts;
+    forEachChangeSince(mark ? mark->steps : 0, [&](const Compound &holder, EditPart part) {
+        if (!parts.has(part) && topOf(holder) == &object)
+            parts.add(part);
+    });
+    if (mark) {
+        parts.add(mark->lost);
+        parts.add(partsByRows(object, mark->steps));
+    }
+    return parts;
 }
 
 bool History::isModified(const Compound &object) const
@@ -73,46 +171,49 @@ bool History::isModified(const Compound &object) const
 
 std::vector<UnsavedObject> History::unsavedObjects() const
 {
-    const ChangedParts changed = changedParts();
-    std::set<const Compound *> candidates = changed.objects();
+    std::unordered_map<const Compound *, EditParts> changed;
+    forEachUnsavedChange(
+        [&](const Compound &top, const Compound &, EditPart part) { changed[&top].add(part); });
     for (const auto &[object, mark] : m_Saved.all())
-        candidates.insert(object);
+        changed[object].add(mark.lost);
     std::vector<UnsavedObject> unsaved;
+    if (changed.empty())
+        return unsaved;
     for (Compound *const object : *Space::instance()) {
-        if (!candidates.contains(object))
+        const auto found = changed.find(object);
+        if (found == changed.end())
             continue;
-        const EditParts parts = partsOf(*object, changed);
+        EditParts parts = found->second;
+        if (const std::optional<SavedMarks::Mark> mark = m_Saved.find(*object))
+            parts.add(partsByRows(*object, mark->steps));
         if (!parts.empty())
             unsaved.push_back({object, parts});
     }
-    std::vector<const Alignment *> followed;
-    for (const Alignment *const alignment : ObjectSpace::get().referrers<Alignment>()) {
-        if (m_Saved.find(*alignment) ||
-            std::ranges::find(unsaved, alignment, &UnsavedObject::object) != unsaved.end())
-            followed.push_back(alignment);
-    }
-    std::erase_if(unsaved, [&followed](const UnsavedObject &found) {
-        const auto *const sequence = dynamic_cast<const Peptide *>(found.object);
-        return sequence != nullptr &&
-               std::ranges::any_of(followed, [sequence](const Alignment *alignment) {
-                   return alignment->table().holds(*sequence);
-               });
-    });
+    removeFollowers(unsaved, m_Saved);
     return unsaved;
 }
 
 std::vector<const Structure *> History::renumberedStructures(const Alignment &alignment) const
 {
-    const ChangedParts changed = changedParts();
+    Objects renumbered;
+    forEachUnsavedChange([&](const Compound &, const Compound &holder, EditPart part) {
+        if (part == EditPart::Numbers)
+            renumbered.insert(&holder);
+    });
+    const auto hasLostNumbers = [](const auto &entry) {
+        return entry.second.lost.has(EditPart::Numbers);
+    };
     std::vector<const Structure *> structures;
+    if (renumbered.empty() && std::ranges::none_of(m_Saved.all(), hasLostNumbers))
+        return structures;
     const auto look = [&](const Peptide &chain) {
         const auto *const structure = dynamic_cast<const Structure *>(chain.Parent());
         // No file of an alignment names a model.
         if (structure == nullptr || structure->isModel() ||
             std::ranges::find(structures, structure) != structures.end())
             return;
-        const SavedMarks::Mark mark = m_Saved.of(*structure);
-        if (mark.lost.has(EditPart::Numbers) || changed.has(chain, EditPart::Numbers, mark.steps))
+        const std::optional<SavedMarks::Mark> mark = m_Saved.find(*structure);
+        if (renumbered.contains(&chain) || (mark && mark->lost.has(EditPart::Numbers)))
             structures.push_back(structure);
     };
     const AlignmentTable &table = alignment.table();
@@ -125,21 +226,29 @@ std::vector<const Structure *> History::renumberedStructures(const Alignment &al
     return structures;
 }
 
+// Mostly what is dropped was never saved.
 void History::losePathsBehind(std::size_t first)
 {
-    if (first == m_Steps.size())
-        return;
-    ChangedParts dropped;
-    for (std::size_t i = first; i < m_Steps.size(); ++i)
-        dropped.add(m_Steps[i], m_Forgotten + i, false);
-    const auto lostOf = [&dropped](const Compound &object, std::size_t saved) {
-        EditParts parts = dropped.of(object, saved);
-        if (const auto *const alignment = dynamic_cast<const Alignment *>(&object))
-            parts.add(dropped.ofRows(*alignment, saved));
-        return parts;
-    };
-    m_Saved.dropBehind(m_Forgotten + first, lostOf);
-    m_Written.dropBehind(m_Forgotten + first, lostOf);
+    for (SavedMarks *const marks : {&m_Saved, &m_Written}) {
+        const std::size_t latest = marks->latest();
+        if (latest <= m_Forgotten + first)
+            continue;
+        for (std::size_t i = first; m_Forgotten + i < latest; ++i) {
+            m_Steps[i].forEachChange([&](const Compound &holder, EditPart part) {
+                const Compound *const top = topOf(holder);
+                if (top != nullptr && marks->stepsOf(*top) > m_Forgotten + i)
+                    marks->addLost(*top, part);
+            });
+        }
+        marks->dropBehind(m_Forgotten + first, [&](const Compound &object, std::size_t saved) {
+            const auto *const alignment = dynamic_cast<const Alignment *>(&object);
+            if (alignment == nullptr)
+                return EditParts();
+            RowChanges changes;
+            forEachChangeOf(first, saved - m_Forgotten, changes.adder());
+            return changes.of(*alignment);
+        });
+    }
 }
 
 void History::forgetOwned(std::vector<HistoryStep>::iterator first,
@@ -151,8 +260,8 @@ void History::forgetOwned(std::vector<HistoryStep>::iterator first,
     if (owned.empty())
         return;
     // Another object may come to stand at the address of one that is gone.
-    const std::set<const Compound *> freed(owned.begin(), owned.end());
-    m_ForgottenParts.forget(freed);
+    const FreedObjects freed(std::move(owned));
+    m_ForgottenChanges.forget(freed);
     m_Saved.forget(freed);
     m_Written.forget(freed);
     if (m_FreeCallback)

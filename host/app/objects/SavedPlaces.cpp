@@ -2,6 +2,7 @@
 #include "SavedPlaces.h"
 
 #include "Alignment.h"
+#include "FreedObjects.h"
 #include "History.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
@@ -58,7 +59,7 @@ SavedPlaces::SavedPlaces(History &history, const ObjectSources &sources)
     : m_History(history), m_Sources(sources)
 {
     // Another object may come to stand at the address, which is in no file.
-    m_History.setFreeCallback([this](const std::set<const Compound *> &freed) {
+    m_History.setFreeCallback([this](const FreedObjects &freed) {
         const auto isFreed = [&freed](const auto &entry) { return freed.contains(entry.first); };
         std::erase_if(m_Places, isFreed);
         std::erase_if(m_Accepted, isFreed);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Whatever was done in whatever order: each state comes back exactly when undo and redo pass by it.
 #include "unit/history/HistoryFixture.h"
+#include "unit/history/UnsavedModel.h"
 
 #include "Element.h"
 #include "ResidueTies.h"
@@ -235,6 +236,42 @@ TEST_P(HistoryRandomTest, SmallLimitDropsStepsAndNeverHarmsTheOthers)
         }
     }
     EXPECT_LE(history.size(), 300U);
+}
+
+// Whatever was saved and dropped on the way.
+TEST_P(HistoryRandomTest, WhatIsUnsavedIsWhatTheSimplestWayFinds)
+{
+    UnsavedModel model(history);
+    history.setLimit(below(2) == 0 ? 20000 : TAMBO::History::kDefaultLimit);
+    std::size_t found = 0;
+    for (int round = 0; round < 300; ++round) {
+        const unsigned kind = below(8);
+        TAMBO::Compound *const object = space().objectCount() == 0
+                                            ? nullptr
+                                            : *(space().begin() + below(space().objectCount()));
+        if (kind == 0) {
+            ASSERT_TRUE(model.goTo(below(history.size() + 1)));
+        } else if (kind == 1 && object != nullptr) {
+            model.markSaved(*object);
+        } else if (kind == 2 && object != nullptr) {
+            model.markWritten(*object);
+        } else if (kind == 3 && object != nullptr) {
+            model.acceptWritten(*object);
+        } else {
+            const Guard guard(Publisher::Update, space());
+            for (unsigned i = 1 + below(3); i > 0; --i)
+                changeSomething();
+        }
+        UnsavedModel::Unsaved unsaved;
+        for (const TAMBO::UnsavedObject &one : history.unsavedObjects())
+            unsaved.emplace_back(one.object, one.parts);
+        ASSERT_EQ(unsaved, model.unsaved()) << "round " << round;
+        for (const TAMBO::Compound *one : space())
+            ASSERT_EQ(history.unsavedParts(*one), model.partsOf(*one)) << "round " << round;
+        found += unsaved.size();
+    }
+    EXPECT_GT(found, 300U);
+    history.clear();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HistoryRandomTest, testing::Range(1U, 13U));

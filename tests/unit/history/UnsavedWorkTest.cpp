@@ -3,7 +3,9 @@
 #include "unit/history/HistoryFixture.h"
 
 #include "AlignmentTable.h"
+#include "ChangeScope.h"
 #include "Element.h"
+#include "FreedObjects.h"
 #include "PositionEdit.h"
 #include "ResidueTies.h"
 
@@ -217,15 +219,98 @@ TEST_F(UnsavedWorkTest, HeadersNameNumbersThatAreInNoFileUntilTheStructureIsSave
 TEST_F(UnsavedWorkTest, WhoAsksIsToldWhatIsFreed)
 {
     std::set<const TAMBO::Compound *> told;
-    history.setFreeCallback([&](const std::set<const TAMBO::Compound *> &freed) {
-        told.insert(freed.begin(), freed.end());
-    });
+    history.setFreeCallback(
+        [&](const TAMBO::FreedObjects &freed) { told.insert(freed.begin(), freed.end()); });
     TAMBO::DataMaker::Destroy(&family);
     EXPECT_THAT(told, IsEmpty()) << "undo brings it back";
     history.setLimit(1);
     TAMBO::renameObject(loaded, "renamed");
     EXPECT_THAT(told, ElementsAre(&family));
     history.setFreeCallback({});
+}
+
+// ---- What a question costs
+
+// Counts how often its objects are asked for.
+class AskedEdit final : public TAMBO::Edit
+{
+public:
+    AskedEdit(TAMBO::Compound &object, unsigned &asked) : m_Object(object), m_Asked(asked) { }
+
+    std::unique_ptr<Edit> apply() override
+    {
+        return std::make_unique<AskedEdit>(m_Object, m_Asked);
+    }
+    std::size_t bytes() const override { return sizeof(*this); }
+    const char *kind() const override { return "ask"; }
+    TAMBO::Compound *subject() const override { return &m_Object; }
+    EditPart part() const override { return EditPart::Cells; }
+    void appendSubjects(std::vector<const TAMBO::Compound *> &out) const override
+    {
+        ++m_Asked;
+        Edit::appendSubjects(out);
+    }
+
+private:
+    TAMBO::Compound &m_Object;
+    unsigned &m_Asked;
+};
+
+TEST_F(UnsavedWorkTest, OnlyStepsSinceTheSavedStateAreLookedAt)
+{
+    unsigned asked = 0;
+    const auto change = [&] {
+        const TAMBO::ChangeScope scope;
+        TAMBO::recordInverse(std::make_unique<AskedEdit>(family, asked));
+    };
+    for (int i = 0; i < 100; ++i)
+        change();
+    history.markSaved(family);
+    change();
+    asked = 0;
+    EXPECT_TRUE(history.isModified(family));
+    EXPECT_EQ(asked, 2U) << "once for its parts, once for what its rows show";
+    history.undo();
+    asked = 0;
+    EXPECT_FALSE(history.isModified(family));
+    EXPECT_EQ(asked, 0U);
+}
+
+TEST_F(UnsavedWorkTest, WhatIsTakenBackIsNotLookedAtForTheListOfUnsavedObjects)
+{
+    unsigned asked = 0;
+    for (int i = 0; i < 100; ++i) {
+        const TAMBO::ChangeScope scope;
+        TAMBO::recordInverse(std::make_unique<AskedEdit>(family, asked));
+    }
+    const std::size_t position = history.position();
+    ASSERT_TRUE(history.goTo(position - 100));
+    asked = 0;
+    EXPECT_THAT(unsaved(), IsEmpty());
+    EXPECT_EQ(asked, 0U);
+    ASSERT_TRUE(history.goTo(position));
+    asked = 0;
+    EXPECT_THAT(unsaved(), ElementsAre("family: cells"));
+    EXPECT_EQ(asked, 200U) << "once for the parts of all objects, once for what the rows show";
+}
+
+TEST_F(UnsavedWorkTest, ALabelThatIsShownAgainLooksAtNoObject)
+{
+    unsigned asked = 0;
+    {
+        const TAMBO::ChangeScope scope;
+        for (int i = 0; i < 100; ++i)
+            TAMBO::recordInverse(std::make_unique<AskedEdit>(i % 2 == 0 ? loaded : chain, asked));
+    }
+    EXPECT_EQ(history.undoLabel(), "ask in loaded and another");
+    EXPECT_EQ(asked, 100U);
+    TAMBO::renameObject(loaded, "renamed");
+    EXPECT_EQ(history.label(history.size() - 2), "ask in renamed and another");
+    EXPECT_EQ(asked, 100U);
+    history.undo();
+    history.undo();
+    EXPECT_EQ(history.redoLabel(), "ask in loaded and another");
+    EXPECT_EQ(asked, 200U);
 }
 
 // ---- Files that lack something
