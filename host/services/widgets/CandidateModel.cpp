@@ -11,7 +11,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <iterator>
 
 namespace TAMBO::services {
 
@@ -25,9 +24,9 @@ bool isBelowRoot(const Compound *object)
     return object != nullptr;
 }
 
-QString kindOf(const Compound &object)
+QString kindText(const std::string &typeName)
 {
-    QString kind = QString::fromStdString(object.TypeName());
+    QString kind = QString::fromStdString(typeName);
     if (!kind.isEmpty())
         kind[0] = kind[0].toUpper();
     return kind;
@@ -39,32 +38,52 @@ CandidateModel::CandidateModel(const std::vector<Compound *> &candidates, Ticks 
                                QObject *parent)
     : QAbstractTableModel(parent), m_Ticks(ticks)
 {
-    m_Rows.reserve(candidates.size());
+    m_Objects.reserve(candidates.size());
+    m_IsLoaded.reserve(candidates.size());
     for (Compound *object : candidates) {
         if (object == nullptr)
             continue;
-        Row row;
-        row.object = object;
-        row.name = QString::fromStdString(object->GetFQName());
-        row.kind = kindOf(*object);
-        row.isLoaded = isBelowRoot(object);
-        if (const auto *alignment = dynamic_cast<const Alignment *>(object)) {
-            row.amount = alignment->height();
-            row.size = tr("%1 × %2").arg(alignment->height()).arg(alignment->width());
-        } else if (const Peptide *peptide = Peptide::from(object)) {
-            row.amount = peptide->residueCount();
-            row.size = row.amount == 1 ? tr("1 residue") : tr("%1 residues").arg(row.amount);
-        } else {
-            row.amount = object->ChildCount();
-            row.size = QString::number(row.amount);
-        }
-        m_Rows.push_back(std::move(row));
+        m_Objects.push_back(object);
+        m_IsLoaded.push_back(isBelowRoot(object));
     }
+    m_IsTicked.resize(m_Objects.size());
+}
+
+// ---- What is told of a candidate
+
+std::string CandidateModel::name(int row) const
+{
+    return object(row)->GetFQName();
+}
+
+std::string CandidateModel::kind(int row) const
+{
+    return object(row)->TypeName();
+}
+
+qulonglong CandidateModel::amount(int row) const
+{
+    Compound *const candidate = object(row);
+    if (const auto *const alignment = dynamic_cast<const Alignment *>(candidate))
+        return alignment->height();
+    if (const Peptide *const peptide = Peptide::from(candidate))
+        return peptide->residueCount();
+    return candidate->ChildCount();
+}
+
+QString CandidateModel::sizeText(int row) const
+{
+    const qulonglong count = amount(row);
+    if (const auto *const alignment = dynamic_cast<const Alignment *>(object(row)))
+        return tr("%1 × %2").arg(count).arg(alignment->width());
+    if (Peptide::from(object(row)) != nullptr)
+        return count == 1 ? tr("1 residue") : tr("%1 residues").arg(count);
+    return QString::number(count);
 }
 
 int CandidateModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_Rows.size());
+    return parent.isValid() ? 0 : int(m_Objects.size());
 }
 
 int CandidateModel::columnCount(const QModelIndex &parent) const
@@ -74,25 +93,25 @@ int CandidateModel::columnCount(const QModelIndex &parent) const
 
 QVariant CandidateModel::data(const QModelIndex &index, int role) const
 {
-    const Row &row = m_Rows[std::size_t(index.row())];
-    if (role == Qt::DisplayRole || role == kSortRole) {
+    const int row = index.row();
+    if (role == Qt::DisplayRole) {
         switch (index.column()) {
         case NameColumn:
-            return row.name;
+            return QString::fromStdString(name(row));
         case KindColumn:
-            return row.kind;
+            return kindText(kind(row));
         default:
-            return role == kSortRole ? QVariant(row.amount) : QVariant(row.size);
+            return sizeText(row);
         }
     }
     if (index.column() != NameColumn)
         return {};
     if (role == Qt::DecorationRole)
-        return icon(row.kind);
+        return icon(kindText(kind(row)));
     if (role == Qt::ToolTipRole)
-        return plainToolTip(row.name);
+        return plainToolTip(QString::fromStdString(name(row)));
     if (role == Qt::CheckStateRole && m_Ticks == Ticks::With)
-        return row.isTicked ? Qt::Checked : Qt::Unchecked;
+        return isTicked(row) ? Qt::Checked : Qt::Unchecked;
     return {};
 }
 
@@ -128,8 +147,8 @@ bool CandidateModel::setData(const QModelIndex &index, const QVariant &value, in
 
 int CandidateModel::rowOf(const Compound *object) const
 {
-    const auto found = std::ranges::find(m_Rows, object, &Row::object);
-    return found == m_Rows.end() ? -1 : int(std::distance(m_Rows.begin(), found));
+    const auto found = std::ranges::find(m_Objects, object);
+    return found == m_Objects.end() ? -1 : int(found - m_Objects.begin());
 }
 
 void CandidateModel::setTicked(const std::vector<int> &rows, bool ticked)
@@ -137,10 +156,9 @@ void CandidateModel::setTicked(const std::vector<int> &rows, bool ticked)
     int first = rowCount();
     int last = -1;
     for (const int row : rows) {
-        Row &changed = m_Rows[std::size_t(row)];
-        if (changed.isTicked == ticked)
+        if (isTicked(row) == ticked)
             continue;
-        changed.isTicked = ticked;
+        m_IsTicked[std::size_t(row)] = ticked;
         m_TickedCount += ticked ? 1 : -1;
         first = std::min(first, row);
         last = std::max(last, row);
@@ -152,23 +170,44 @@ void CandidateModel::setTicked(const std::vector<int> &rows, bool ticked)
 std::vector<Compound *> CandidateModel::ticked() const
 {
     std::vector<Compound *> objects;
-    for (const Row &row : m_Rows)
-        if (row.isTicked)
-            objects.push_back(row.object);
+    objects.reserve(std::size_t(m_TickedCount));
+    for (int row = 0; row < rowCount(); ++row)
+        if (isTicked(row))
+            objects.push_back(object(row));
     return objects;
 }
 
-void CandidateModel::forgetDeletedObjects()
+std::vector<int> CandidateModel::forgetDeletedObjects()
 {
-    for (int row = rowCount() - 1; row >= 0; --row) {
-        const Row &candidate = m_Rows[std::size_t(row)];
-        if (!candidate.isLoaded || isBelowRoot(candidate.object))
+    const std::size_t count = m_Objects.size();
+    const auto isGone = [this](std::size_t row) {
+        return m_IsLoaded[row] && !isBelowRoot(m_Objects[row]);
+    };
+    std::size_t kept = 0;
+    while (kept < count && !isGone(kept))
+        ++kept;
+    if (kept == count)
+        return {};
+    beginResetModel();
+    std::vector<int> places(count, -1);
+    for (std::size_t row = 0; row < kept; ++row)
+        places[row] = int(row);
+    for (std::size_t row = kept; row < count; ++row) {
+        if (isGone(row)) {
+            m_TickedCount -= m_IsTicked[row] ? 1 : 0;
             continue;
-        beginRemoveRows({}, row, row);
-        m_TickedCount -= candidate.isTicked ? 1 : 0;
-        m_Rows.erase(m_Rows.begin() + row);
-        endRemoveRows();
+        }
+        places[row] = int(kept);
+        m_Objects[kept] = m_Objects[row];
+        m_IsLoaded[kept] = m_IsLoaded[row];
+        m_IsTicked[kept] = m_IsTicked[row];
+        ++kept;
     }
+    m_Objects.resize(kept);
+    m_IsLoaded.resize(kept);
+    m_IsTicked.resize(kept);
+    endResetModel();
+    return places;
 }
 
 QIcon CandidateModel::icon(const QString &kind) const

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The objects that SelectObject offers, one per row: name, kind, size, and a tick where several can
-// be chosen.
+// be chosen. Maybe a million of them, so that a text is made when it is shown.
 #pragma once
 
 #include <QAbstractTableModel>
 #include <QIcon>
 #include <QString>
 
+#include <cstddef>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
@@ -22,12 +24,9 @@ class CandidateModel : public QAbstractTableModel
 
 public:
     enum Column { NameColumn, KindColumn, SizeColumn, ColumnCount };
-    // What rows are sorted by: texts, but sizes as numbers.
-    static constexpr int kSortRole = Qt::UserRole;
 
     enum class Ticks { Without, With };
 
-    // The names and sizes shown are those of this moment.
     CandidateModel(const std::vector<Compound *> &candidates, Ticks ticks,
                    QObject *parent = nullptr);
 
@@ -38,34 +37,33 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
-    [[nodiscard]] Compound *object(int row) const { return m_Rows[std::size_t(row)].object; }
+    [[nodiscard]] Compound *object(int row) const { return m_Objects[std::size_t(row)]; }
     [[nodiscard]] int rowOf(const Compound *object) const;
-    [[nodiscard]] bool isTicked(int row) const { return m_Rows[std::size_t(row)].isTicked; }
+    [[nodiscard]] std::string name(int row) const;
+    // As the object says it: "chain".
+    [[nodiscard]] std::string kind(int row) const;
+    // Rows of an alignment, residues of a sequence, parts of other objects.
+    [[nodiscard]] qulonglong amount(int row) const;
+
+    [[nodiscard]] bool isTicked(int row) const { return m_IsTicked[std::size_t(row)]; }
     void setTicked(int row, bool ticked) { setTicked(std::vector<int>{row}, ticked); }
     // One change for all of them.
     void setTicked(const std::vector<int> &rows, bool ticked);
     [[nodiscard]] int tickedCount() const noexcept { return m_TickedCount; }
     // In the order of the rows.
     [[nodiscard]] std::vector<Compound *> ticked() const;
-    // Takes out the rows of objects that have left the workbench since the model was made.
-    void forgetDeletedObjects();
+    // Takes out the rows of objects that have left the workbench since the model was made. The
+    // rows that the former ones have become, -1 for those that are gone; empty when none is.
+    std::vector<int> forgetDeletedObjects();
 
 private:
-    struct Row
-    {
-        Compound *object = nullptr;
-        QString name;
-        QString kind;
-        QString size;
-        qulonglong amount = 0;
-        // Was below the root of the objects at the start.
-        bool isLoaded = false;
-        bool isTicked = false;
-    };
-
+    [[nodiscard]] QString sizeText(int row) const;
     [[nodiscard]] QIcon icon(const QString &kind) const;
 
-    std::vector<Row> m_Rows;
+    std::vector<Compound *> m_Objects;
+    // Was below the root of the objects at the start.
+    std::vector<bool> m_IsLoaded;
+    std::vector<bool> m_IsTicked;
     Ticks m_Ticks;
     int m_TickedCount = 0;
     mutable std::map<QString, QIcon> m_Icons;

@@ -4,6 +4,7 @@
 #include "CandidateModel.h"
 #include "Logger.h"
 #include "SelectObjectAnswers.h"
+#include "ShownCandidates.h"
 #include "Subscriber.h"
 #include "WindowPlaces.h"
 
@@ -15,7 +16,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -56,17 +56,19 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void commUpdate() override { }
+    // What is shown may have got another name.
+    void commUpdate() override { m_List->viewport()->update(); }
     void commAdd() override { }
-    void commDelete() override { m_Model.forgetDeletedObjects(); }
+    void commDelete() override { m_Shown.forgetDeletedObjects(currentRow()); }
 
     void makeList();
     void makeButtons(QVBoxLayout &layout);
-    void filter(const QString &text);
-    void selectFirstIfNone();
+    void follow();
     void toggleCurrent();
     void tickAllShown(bool ticked);
     void refresh();
+    [[nodiscard]] QString counts() const;
+    // Of the candidates; below 0 for none.
     [[nodiscard]] int currentRow() const;
 
     SelectObject &m_Dialog;
@@ -74,7 +76,7 @@ private:
     CandidateModel::Ticks m_Ticks;
     Write m_Write;
     CandidateModel m_Model;
-    QSortFilterProxyModel m_Shown;
+    ShownCandidates m_Shown;
     QLineEdit *m_Filter;
     QTreeView *m_List;
     QLabel *m_Counts;
@@ -88,6 +90,7 @@ SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *>
       m_Ticks(ticks),
       m_Write(std::move(write)),
       m_Model(candidates, ticks),
+      m_Shown(m_Model),
       m_Filter(new QLineEdit(&dialog)),
       m_List(new QTreeView(&dialog)),
       m_Counts(new QLabel(&dialog))
@@ -105,9 +108,13 @@ SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *>
     layout->addWidget(m_List, 1);
     makeButtons(*layout);
 
-    connect(m_Filter, &QLineEdit::textChanged, this, [this](const QString &text) { filter(text); });
-    connect(&m_Model, &QAbstractItemModel::dataChanged, this, [this] { refresh(); });
-    connect(&m_Model, &QAbstractItemModel::rowsRemoved, this, [this] { refresh(); });
+    connect(m_Filter, &QLineEdit::textChanged, this,
+            [this](const QString &text) { m_Shown.setFilter(text, currentRow()); });
+    connect(&m_Shown, &ShownCandidates::changed, this, [this] { follow(); });
+    connect(&m_Model, &QAbstractItemModel::dataChanged, this, [this] {
+        m_List->viewport()->update();
+        refresh();
+    });
     connect(m_List->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { refresh(); });
     connect(m_List, &QTreeView::doubleClicked, this, [this] {
@@ -116,18 +123,14 @@ SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *>
         else
             m_Dialog.accept();
     });
-    selectFirstIfNone();
+    if (m_Shown.rowCount() > 0)
+        m_List->setCurrentIndex(m_Shown.index(0, CandidateModel::NameColumn));
     refresh();
     m_Filter->setFocus();
 }
 
 void SelectObject::Picker::makeList()
 {
-    m_Shown.setSourceModel(&m_Model);
-    m_Shown.setFilterKeyColumn(CandidateModel::NameColumn);
-    m_Shown.setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_Shown.setSortCaseSensitivity(Qt::CaseInsensitive);
-    m_Shown.setSortRole(CandidateModel::kSortRole);
     m_List->setModel(&m_Shown);
     m_List->setAccessibleName(tr("Objects"));
     m_List->setRootIsDecorated(false);
@@ -188,23 +191,16 @@ bool SelectObject::Picker::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-void SelectObject::Picker::filter(const QString &text)
+void SelectObject::Picker::follow()
 {
-    m_Shown.setFilterFixedString(text);
-    selectFirstIfNone();
+    if (currentRow() < 0 && m_Shown.wanted() >= 0)
+        m_List->setCurrentIndex(m_Shown.indexOf(m_Shown.wanted()));
     refresh();
-}
-
-void SelectObject::Picker::selectFirstIfNone()
-{
-    if (currentRow() < 0 && m_Shown.rowCount() > 0)
-        m_List->setCurrentIndex(m_Shown.index(0, CandidateModel::NameColumn));
 }
 
 int SelectObject::Picker::currentRow() const
 {
-    const QModelIndex current = m_Shown.mapToSource(m_List->currentIndex());
-    return current.isValid() ? current.row() : -1;
+    return m_Shown.candidateAt(m_List->currentIndex());
 }
 
 void SelectObject::Picker::toggleCurrent()
@@ -215,19 +211,24 @@ void SelectObject::Picker::toggleCurrent()
 
 void SelectObject::Picker::tickAllShown(bool ticked)
 {
-    std::vector<int> rows;
-    rows.reserve(std::size_t(m_Shown.rowCount()));
-    for (int shown = 0; shown < m_Shown.rowCount(); ++shown)
-        rows.push_back(m_Shown.mapToSource(m_Shown.index(shown, 0)).row());
-    m_Model.setTicked(rows, ticked);
+    m_Shown.finish();
+    m_Model.setTicked(m_Shown.rows(), ticked);
+}
+
+QString SelectObject::Picker::counts() const
+{
+    const int all = m_Model.rowCount();
+    const int shown = m_Shown.rowCount();
+    if (m_Shown.isSorting())
+        return tr("sorting %1").arg(all);
+    if (m_Shown.isWorking())
+        return tr("%1 of %2 shown so far").arg(shown).arg(all);
+    return shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
 }
 
 void SelectObject::Picker::refresh()
 {
-    const int all = m_Model.rowCount();
-    const int shown = m_Shown.rowCount();
-    QString text =
-        shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
+    QString text = counts();
     if (isSeveral())
         text += tr(", %1 chosen").arg(m_Model.tickedCount());
     m_Counts->setText(text);
@@ -241,16 +242,21 @@ SelectObjectQuestion SelectObject::Picker::question() const
 
 void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
 {
-    for (Compound *object : objects) {
-        const int row = m_Model.rowOf(object);
-        if (row < 0)
-            continue;
-        if (isSeveral())
-            m_Model.setTicked(row, true);
-        else
-            m_List->setCurrentIndex(
-                m_Shown.mapFromSource(m_Model.index(row, CandidateModel::NameColumn)));
+    if (!isSeveral()) {
+        const int row = m_Model.rowOf(objects.front());
+        if (row >= 0)
+            m_List->setCurrentIndex(m_Shown.indexOf(row));
+        return;
     }
+    if (objects.empty())
+        return;
+    // Of a candidate that is offered twice the first one.
+    std::unordered_set<const Compound *> wanted(objects.begin(), objects.end());
+    std::vector<int> rows;
+    for (int row = 0; row < m_Model.rowCount() && !wanted.empty(); ++row)
+        if (wanted.erase(m_Model.object(row)) > 0)
+            rows.push_back(row);
+    m_Model.setTicked(rows, true);
 }
 
 bool SelectObject::Picker::writeChoice()
@@ -259,6 +265,7 @@ bool SelectObject::Picker::writeChoice()
         m_Write(m_Model.ticked());
         return true;
     }
+    m_Shown.finish();
     const int row = currentRow();
     if (row < 0)
         return false;
