@@ -9,8 +9,6 @@
 #include <QPixmap>
 #include <QStyle>
 
-#include <algorithm>
-
 namespace TAMBO::app {
 
 namespace {
@@ -64,6 +62,9 @@ LogModel::~LogModel() = default;
 
 void LogModel::take(const services::LogEntry &entry)
 {
+    // Of more lines than are kept at all the first ones would go again at once.
+    if (m_Fresh.size() == services::LogBook::kEntries)
+        m_Fresh.pop_front();
     m_Fresh.push_back(entry);
     if (!m_Timer.isActive())
         m_Timer.start();
@@ -73,8 +74,7 @@ void LogModel::flush()
 {
     if (m_Fresh.empty())
         return;
-    const std::size_t kept = std::min(m_Fresh.size(), services::LogBook::kEntries);
-    const std::size_t all = m_Entries.size() + kept;
+    const std::size_t all = m_Entries.size() + m_Fresh.size();
     if (all > services::LogBook::kEntries) {
         const std::size_t gone = all - services::LogBook::kEntries;
         beginRemoveRows({}, 0, int(gone - 1));
@@ -82,8 +82,8 @@ void LogModel::flush()
         endRemoveRows();
     }
     const int first = int(m_Entries.size());
-    beginInsertRows({}, first, first + int(kept) - 1);
-    m_Entries.insert(m_Entries.end(), m_Fresh.end() - std::ptrdiff_t(kept), m_Fresh.end());
+    beginInsertRows({}, first, first + int(m_Fresh.size()) - 1);
+    m_Entries.insert(m_Entries.end(), m_Fresh.begin(), m_Fresh.end());
     m_Fresh.clear();
     endInsertRows();
 }

@@ -10,7 +10,6 @@
 
 #include <array>
 #include <deque>
-#include <vector>
 
 namespace TAMBO::app {
 
@@ -37,7 +36,7 @@ private:
 
     services::LogBook &m_Book;
     std::deque<services::LogEntry> m_Entries;
-    std::vector<services::LogEntry> m_Fresh;
+    std::deque<services::LogEntry> m_Fresh;
     std::array<QIcon, 3> m_Icons;
     QTimer m_Timer;
 };

@@ -104,7 +104,14 @@ void LogBook::write(const QString &text, Logger::Severity severity)
 
 LogEntry LogBook::add(const QString &text, Logger::Severity severity)
 {
-    LogEntry entry{++m_Count, QDateTime::currentDateTime(), severity, text};
+    // A search of many rows writes hundreds of lines a millisecond.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now != m_Now) {
+        m_Now = now;
+        m_Time = QDateTime::fromMSecsSinceEpoch(now);
+        m_TimeText = m_Time.toString(Qt::ISODateWithMs).toUtf8();
+    }
+    LogEntry entry{++m_Count, m_Time, severity, text};
     m_Entries.push_back(entry);
     if (m_Entries.size() > m_Largest)
         m_Entries.pop_front();
@@ -113,13 +120,10 @@ LogEntry LogBook::add(const QString &text, Logger::Severity severity)
 
 bool LogBook::writeToFile(const LogEntry &entry)
 {
+    QByteArray line = m_TimeText + ' ' + severityName(entry.severity) + ' ' + entry.text.toUtf8();
     // The further lines of a text are set in, so that every entry starts with its time.
-    QString text = entry.text;
-    text.replace('\n', QStringLiteral("\n    "));
-    const QString line = QStringLiteral("%1 %2 %3\n")
-                             .arg(entry.time.toString(Qt::ISODateWithMs),
-                                  QString::fromLatin1(severityName(entry.severity)), text);
-    return m_File->append(line.toUtf8());
+    line.replace('\n', "\n    ");
+    return m_File->append(line + '\n');
 }
 
 std::vector<LogEntry> LogBook::entries() const

@@ -6,6 +6,7 @@
 #include "LogFile.h"
 #include "Logger.h"
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QMetaType>
 #include <QObject>
@@ -72,6 +73,10 @@ private:
     std::deque<LogEntry> m_Entries;
     std::size_t m_Largest;
     quint64 m_Count = 0;
+    // Of the last entry.
+    qint64 m_Now = 0;
+    QDateTime m_Time;
+    QByteArray m_TimeText;
     std::unique_ptr<LogFile> m_File;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LogFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
@@ -30,13 +31,20 @@ bool LogFile::append(const QByteArray &line)
 {
     if (m_Failed)
         return false;
-    if (m_File.isOpen() || QFileInfo::exists(path())) {
-        const qint64 size = QFileInfo(path()).size();
-        if (size > 0 && size + line.size() > m_Largest)
-            rotate();
+    // Others may write it too, and it may be gone; of a thousand lines within a moment the first
+    // one looks.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (!m_File.isOpen() || now != m_LookedAt) {
+        m_Size = QFileInfo(path()).size();
+        m_LookedAt = now;
+    }
+    if (m_Size > 0 && m_Size + line.size() > m_Largest) {
+        rotate();
+        m_Size = 0;
     }
     if ((!m_File.isOpen() && !open()) || m_File.write(line) != line.size())
         m_Failed = true;
+    m_Size += line.size();
     return !m_Failed;
 }
 

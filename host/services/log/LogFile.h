@@ -25,6 +25,9 @@ private:
 
     QFile m_File;
     qint64 m_Largest;
+    // As it was when it was last looked at, and what has been written since.
+    qint64 m_Size = 0;
+    qint64 m_LookedAt = 0;
     bool m_Failed = false;
 };
 

@@ -83,6 +83,17 @@ TEST_F(LogModelTest, TheOldestLinesGoWhenThereAreTooMany)
     EXPECT_EQ(model.index(0, 0).data(LogModel::TextRole).toString(), "0");
 }
 
+TEST_F(LogModelTest, OfMoreLinesAtOnceThanAreKeptTheLatestAreTakenUp)
+{
+    LogModel model(m_Book);
+    const int most = int(LogBook::kEntries);
+    for (int i = 0; i < most + 3; ++i)
+        m_Book.write(QString::number(i), Severity::Info);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model.rowCount(), most);
+    EXPECT_EQ(model.index(0, 0).data(LogModel::TextRole).toString(), "3");
+}
+
 TEST_F(LogModelTest, ClearingEmptiesTheList)
 {
     LogModel model(m_Book);
