@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The colouring, search and selection commands of an editor window, from the last dialog's answer
 // to the return of the command: history and another window told, the repaint left aside. Each
-// beside the reading of all letters in the same run; the time is the processor's.
+// beside the reading of all letters in the same run; the time is the processor's. Of an alignment
+// of other size: bench_color TEXT ROWS COLUMNS, where TEXT is in the names of the commands to be
+// run.
 #include "AcidColor.h"
 #include "Alignment.h"
 #include "ColumnSpread.h"
@@ -35,7 +37,9 @@
 
 namespace {
 
-constexpr int kTimes = 11;
+constexpr int kMostTimes = 11;
+// Of a family of a million rows fewer are enough.
+int s_Times = kMostTimes;
 constexpr const char *kLetters = "ARNDCQEGHILKMFPSTWYV";
 
 [[noreturn]] void fail(const char *what)
@@ -192,7 +196,7 @@ public:
         std::vector<double> byCell;
         unsigned long residues = 0;
         std::vector<char> letters;
-        for (int i = 0; i < kTimes; ++i) {
+        for (int i = 0; i < s_Times; ++i) {
             // A copy has read nothing yet.
             TAMBO::Alignment &copy = *m_Alignment->duplicate(m_Alignment->height());
             double start = now();
@@ -213,7 +217,7 @@ public:
         m_ByColumn = median(byColumn);
         m_ByCell = median(byCell);
         std::printf("\n%lu x %lu, %lu residues\n", m_Alignment->height(), m_Alignment->width(),
-                    residues / kTimes);
+                    residues / s_Times);
         std::printf("  %-34s %8.2f ms\n", "all letters, column by column", m_ByColumn);
         std::printf("  %-34s %8.2f ms\n", "all letters, cell by cell", m_ByCell);
         std::printf("  %-34s %8s %9s %9s %9s\n", "", "ms", "/ columns", "/ cells", "step, kB");
@@ -234,7 +238,7 @@ public:
         }
         std::vector<double> times;
         double sum = 0;
-        for (int i = 0; i < kTimes; ++i) {
+        for (int i = 0; i < s_Times; ++i) {
             const double start = now();
             for (const std::vector<TAMBO::Vertex> &positions : columns)
                 sum += ZEP::meanDistance(positions);
@@ -242,7 +246,7 @@ public:
         }
         m_Distances = median(times);
         std::printf("  %-34s %8.2f ms, %.2f on average\n", "the distances of all pairs",
-                    m_Distances, sum / static_cast<double>(kTimes * columns.size()));
+                    m_Distances, sum / static_cast<double>(s_Times * columns.size()));
     }
 
     // Runs a command that the expected answers belong to; those depend on how often it has run.
@@ -289,7 +293,7 @@ private:
             return;
         std::vector<double> times;
         std::size_t bytes = 0;
-        for (int i = 0; i < kTimes; ++i) {
+        for (int i = 0; i < s_Times; ++i) {
             TAMBO::Alignment &copy = *m_Alignment->duplicate(m_Alignment->height());
             m_Window.Populate(&copy);
             m_Other.Populate(&copy);
@@ -384,6 +388,14 @@ int main(int argc, char **argv)
     TAMBO::services::ConfigStore::setInstance(std::make_unique<TAMBO::services::ConfigStore>(
         QString(), directory.filePath(QStringLiteral("settings.ini"))));
 
+    if (argc > 3) {
+        s_Times = 3;
+        const unsigned long rows = std::strtoul(argv[2], nullptr, 10);
+        ColorBench bench;
+        bench.makeSequences(rows, std::strtoul(argv[3], nullptr, 10), 20);
+        runAll(bench, rows);
+        return 0;
+    }
     constexpr unsigned long kRows = 1000;
     for (const unsigned long oneOf : {1UL, 20UL}) {
         ColorBench bench;
