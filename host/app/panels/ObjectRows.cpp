@@ -11,7 +11,8 @@ namespace TAMBO::app {
 
 namespace {
 
-// Rows made at once when a view asks for more.
+// So many rows are made at once when a view asks for more, and later as many as there are, so that
+// the end of a million sequences is a dozen portions away and not thousands.
 constexpr std::size_t kBatch = 256;
 
 } // namespace
@@ -32,18 +33,44 @@ ObjectRows::~ObjectRows() = default;
 
 // ---- What the objects are
 
-// A chain without a structure above it.
 void ObjectRows::splitTopLevel()
 {
+    Children all;
+    const std::size_t count = m_Root.ChildCount();
+    all.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (Compound *const object = m_Root.Child(i))
+            all.push_back(object);
+    }
+    if (all == m_All)
+        return;
+    noteKinds(all);
+    m_All = std::move(all);
     m_Objects.clear();
     m_SequenceObjects.clear();
-    for (std::size_t i = 0; i < m_Root.ChildCount(); ++i) {
-        Compound *object = m_Root.Child(i);
-        if (object != nullptr) {
-            const bool isSequence = kindOf(*object) == ObjectKind::Sequence;
-            (isSequence ? m_SequenceObjects : m_Objects).push_back(object);
-        }
-    }
+    for (std::size_t i = 0; i < m_All.size(); ++i)
+        (m_AreSequences[i] ? m_SequenceObjects : m_Objects).push_back(m_All[i]);
+}
+
+// A sequence is a chain without a structure above it. To tell costs some casts, so that only those
+// are asked that stand between the ones that stayed at either end.
+void ObjectRows::noteKinds(const Children &all)
+{
+    const std::size_t common = std::min(all.size(), m_All.size());
+    std::size_t begin = 0;
+    while (begin < common && all[begin] == m_All[begin])
+        ++begin;
+    std::size_t stayed = 0;
+    while (stayed < common - begin &&
+           all[all.size() - 1 - stayed] == m_All[m_All.size() - 1 - stayed])
+        ++stayed;
+    const std::size_t end = all.size() - stayed;
+    std::vector<bool> kinds(m_AreSequences.begin(), m_AreSequences.begin() + std::ptrdiff_t(begin));
+    kinds.reserve(all.size());
+    for (std::size_t i = begin; i < end; ++i)
+        kinds.push_back(kindOf(*all[i]) == ObjectKind::Sequence);
+    kinds.insert(kinds.end(), m_AreSequences.end() - std::ptrdiff_t(stayed), m_AreSequences.end());
+    m_AreSequences = std::move(kinds);
 }
 
 std::size_t ObjectRows::childCount(const Row &row) const
@@ -85,31 +112,32 @@ void ObjectRows::synchronise(Row &row)
     row.known = childCount(row);
     if (row.rows.empty() && !wasComplete)
         return;
-    const auto fits = [&](const std::unique_ptr<Row> &made) {
-        return child(row, std::size_t(made->place)) == made->object;
-    };
-    const bool isPrefix = row.rows.size() <= row.known && std::ranges::all_of(row.rows, fits);
-    if (!isPrefix || (wasComplete && !row.isComplete())) {
-        const Children wanted = children(row, 0, row.known);
-        removeGone(row, wanted);
+    std::size_t fitting = 0;
+    while (fitting < std::min(row.rows.size(), row.known) &&
+           child(row, fitting) == row.rows[fitting]->object)
+        ++fitting;
+    if (fitting < row.rows.size() || (wasComplete && !row.isComplete())) {
+        const Children wanted = children(row, fitting, row.known);
+        removeGone(row, fitting, wanted);
         const std::size_t more = wasComplete ? kBatch : 0;
-        matchRows(row, wanted, std::min(wanted.size(), row.rows.size() + more));
+        matchRows(row, fitting, wanted, std::min(row.known, row.rows.size() + more));
     }
     for (const std::unique_ptr<Row> &made : row.rows)
         synchronise(*made);
 }
 
-void ObjectRows::removeGone(Row &row, const Children &wanted)
+// Of the rows from first on. wanted: the objects that are to stand there.
+void ObjectRows::removeGone(Row &row, std::size_t first, const Children &wanted)
 {
     const std::unordered_set<const Compound *> existing(wanted.begin(), wanted.end());
     const auto isGone = [&](std::size_t i) { return !existing.contains(row.rows[i]->object); };
-    for (std::size_t end = row.rows.size(); end > 0;) {
+    for (std::size_t end = row.rows.size(); end > first;) {
         if (!isGone(end - 1)) {
             --end;
             continue;
         }
         std::size_t begin = end - 1;
-        while (begin > 0 && isGone(begin - 1))
+        while (begin > first && isGone(begin - 1))
             --begin;
         m_Listener.aboutToRemove(row, begin, end);
         for (std::size_t i = begin; i < end; ++i) {
@@ -124,28 +152,31 @@ void ObjectRows::removeGone(Row &row, const Children &wanted)
     }
 }
 
-// Makes the rows the first ones of wanted, at least count of them. All rows occur in wanted.
-void ObjectRows::matchRows(Row &row, const Children &wanted, std::size_t count)
+// Makes the rows from first on the first ones of wanted, so that there are at least count rows. All
+// rows from first on occur in wanted.
+void ObjectRows::matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count)
 {
     std::unordered_set<const Compound *> made;
-    for (const std::unique_ptr<Row> &child : row.rows)
-        made.insert(child->object);
-    for (std::size_t i = 0; i < std::max(count, row.rows.size()); ++i) {
-        if (i < row.rows.size() && row.rows[i]->object == wanted[i])
+    for (std::size_t i = first; i < row.rows.size(); ++i)
+        made.insert(row.rows[i]->object);
+    for (std::size_t i = first; i < std::max(count, row.rows.size()); ++i) {
+        Compound *const object = wanted[i - first];
+        if (i < row.rows.size() && row.rows[i]->object == object)
             continue;
-        if (made.contains(wanted[i])) {
+        if (made.contains(object)) {
             std::size_t from = i + 1;
-            while (row.rows[from]->object != wanted[i])
+            while (row.rows[from]->object != object)
                 ++from;
             moveRow(row, from, i);
             continue;
         }
         std::size_t end = i + 1;
-        while (end < std::max(count, row.rows.size() + (end - i)) && end < wanted.size() &&
-               !made.contains(wanted[end]))
+        while (end < std::max(count, row.rows.size() + (end - i)) && end - first < wanted.size() &&
+               !made.contains(wanted[end - first]))
             ++end;
         addRows(row, i,
-                Children(wanted.begin() + std::ptrdiff_t(i), wanted.begin() + std::ptrdiff_t(end)));
+                Children(wanted.begin() + std::ptrdiff_t(i - first),
+                         wanted.begin() + std::ptrdiff_t(end - first)));
         i = end - 1;
     }
 }
@@ -212,7 +243,7 @@ void ObjectRows::fetchMore(Row &row)
 {
     const std::size_t at = row.rows.size();
     m_IsMatching = true;
-    addRows(row, at, children(row, at, std::min(row.known, at + kBatch)));
+    addRows(row, at, children(row, at, std::min(row.known, at + std::max(kBatch, at))));
     m_IsMatching = false;
 }
 

@@ -66,19 +66,23 @@ private:
     using Children = std::vector<Compound *>;
 
     void splitTopLevel();
+    void noteKinds(const Children &all);
     [[nodiscard]] std::size_t childCount(const Row &row) const;
     // Null stands for the row of the sequences.
     [[nodiscard]] Compound *child(const Row &row, std::size_t place) const;
     [[nodiscard]] Children children(const Row &row, std::size_t begin, std::size_t end) const;
     void synchronise(Row &row);
-    void matchRows(Row &row, const Children &wanted, std::size_t count);
-    void removeGone(Row &row, const Children &wanted);
+    void matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count);
+    void removeGone(Row &row, std::size_t first, const Children &wanted);
     void addRows(Row &row, std::size_t at, const Children &objects);
     void moveRow(Row &row, std::size_t from, std::size_t to);
 
     Compound &m_Root;
     Listener &m_Listener;
-    // The top-level objects: those shown at the top, and those below the sequences' row.
+    // The top-level objects, and which of them are sequences.
+    Children m_All;
+    std::vector<bool> m_AreSequences;
+    // Those shown at the top, and those below the sequences' row.
     Children m_Objects;
     Children m_SequenceObjects;
     std::unique_ptr<Row> m_Top;

@@ -22,6 +22,33 @@ constexpr int kFewSequences = 20;
 // More room between the rows than the style leaves.
 constexpr int kRowPadding = 5;
 
+// Whether a row of the unfolded tree stands above another one.
+bool isAbove(QModelIndex a, QModelIndex b)
+{
+    const auto depthOf = [](QModelIndex index) {
+        int depth = 0;
+        for (; index.isValid(); index = index.parent())
+            ++depth;
+        return depth;
+    };
+    if (a.parent() == b.parent())
+        return a.row() < b.row();
+    const int depthA = depthOf(a);
+    const int depthB = depthOf(b);
+    for (int i = depthA; i > depthB; --i)
+        a = a.parent();
+    for (int i = depthB; i > depthA; --i)
+        b = b.parent();
+    // A row stands above what it holds.
+    if (a == b)
+        return depthA < depthB;
+    while (a.parent() != b.parent()) {
+        a = a.parent();
+        b = b.parent();
+    }
+    return a.row() < b.row();
+}
+
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -77,11 +104,7 @@ std::vector<Compound *> ObjectTree::objectsOf(const QModelIndexList &indexes) co
 std::vector<Compound *> ObjectTree::pickedObjects() const
 {
     QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(), [this](const QModelIndex &a, const QModelIndex &b) {
-        const int above = visualRect(a).top();
-        const int below = visualRect(b).top();
-        return above != below ? above < below : a < b;
-    });
+    std::sort(rows.begin(), rows.end(), isAbove);
     return objectsOf(rows);
 }
 

@@ -111,6 +111,25 @@ TEST_F(ObjectTreeTest, DeletingAPickedObjectTouchesNothingElse)
     EXPECT_FALSE(second.IsSelected());
 }
 
+TEST_F(ObjectTreeTest, WhatIsPickedComesInTheOrderOfTheRows)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    for (const Compound *object : std::vector<const Compound *>{&first, first.chain(0)}) {
+        m_Model.fetchMore(m_Model.indexOf(object));
+        m_Tree.expand(m_Model.indexOf(object));
+    }
+    Compound *const residue = first.chain(0)->Child(1);
+    const std::vector<const Compound *> objects = {&second, residue, first.chain(0), &first};
+    for (const Compound *object : objects) {
+        const QModelIndex index = m_Model.indexOf(object);
+        ASSERT_TRUE(index.isValid());
+        m_Tree.selectionModel()->select(index,
+                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    EXPECT_EQ(m_Tree.pickedObjects(), (Compounds{&first, first.chain(0), residue, &second}));
+}
+
 TEST_F(ObjectTreeTest, TheMenuIsAskedForThePickedRows)
 {
     Structure &first = structure("first", "A", "AC");
