@@ -6,33 +6,36 @@ namespace TAMBO {
 
 namespace {
 
-void appendIfProtein(Compound *object, std::vector<Compound *> &out)
+// Nobody descends into residues and atoms for peptides, nor into alignments, whose rows borrow
+// their sequences.
+void collect(Compound *object, std::vector<Compound *> &out, bool descends)
 {
     const StoredObject *const stored = StoredObject::from(object);
-    if (stored != nullptr && stored->isProtein())
+    if (stored == nullptr)
+        return;
+    if (stored->isProtein())
         out.push_back(object);
+    if (!descends || !stored->holdsSequences())
+        return;
+    const std::size_t count = object->ChildCount();
+    for (std::size_t i = 0; i < count; ++i)
+        collect(object->Child(i), out, true);
 }
 
 } // namespace
 
 void GetPeptides(Compound *root, std::vector<Compound *> &out, bool recursive)
 {
-    if (root == nullptr)
+    if (recursive) {
+        collect(root, out, true);
         return;
-    if (recursive)
-        appendIfProtein(root, out);
-    // Nobody descends into residues and atoms for peptides, nor into alignments, whose rows borrow
-    // their sequences.
+    }
     const StoredObject *const stored = StoredObject::from(root);
     if (stored == nullptr || !stored->holdsSequences())
         return;
     const std::size_t count = root->ChildCount();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (recursive)
-            GetPeptides(root->Child(i), out, true);
-        else
-            appendIfProtein(root->Child(i), out);
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        collect(root->Child(i), out, false);
 }
 
 } // namespace TAMBO
