@@ -178,7 +178,7 @@ unsigned long Alignment::layoutRevision() const noexcept
 
 std::string Alignment::Name() const
 {
-    return m_Table->state().name;
+    return m_Table->name();
 }
 
 char Alignment::TypeCode() const

@@ -161,8 +161,7 @@ std::string rowsText(std::size_t count)
 void tell(const AlignmentTable &table, const AlignmentTable &other, const SharedRows &shared,
           std::size_t added)
 {
-    std::string text =
-        "Combined " + quoted(other.state().name) + " into " + quoted(table.state().name);
+    std::string text = "Combined " + quoted(other.name()) + " into " + quoted(table.name());
     if (const Partners *const anchor = shared.anchor())
         text += " along " + quoted(table.row(anchor->row).name()) +
                 (anchor->isSame ? ", which both hold"

@@ -18,35 +18,57 @@ std::size_t bytesOf(const StructureLink &link) noexcept
 
 } // namespace
 
-AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
-                           std::uint32_t firstResidue)
+AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, std::uint32_t firstResidue)
     : m_Sequence(&sequence), m_Cells(std::move(cells))
 {
     if (firstResidue > 0)
         setResidues({{firstResidue, m_Cells.residues()}});
+}
+
+AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
+                           std::uint32_t firstResidue)
+    : AlignmentRow(sequence, std::move(cells), firstResidue)
+{
     if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty() ||
         !label.chainBreaks.empty() || !label.annotations.empty() ||
         !label.residueAnnotations.empty())
-        m_Label = std::make_shared<RowLabel>(std::move(label));
+        extras().label = std::make_shared<RowLabel>(std::move(label));
+}
+
+AlignmentRow::AlignmentRow(const AlignmentRow &other)
+    : m_Sequence(other.m_Sequence),
+      m_Cells(other.m_Cells),
+      m_Extras(other.m_Extras == nullptr ? nullptr : std::make_unique<Extras>(*other.m_Extras))
+{ }
+
+AlignmentRow::~AlignmentRow() = default;
+
+AlignmentRow::Extras &AlignmentRow::extras()
+{
+    if (m_Extras == nullptr)
+        m_Extras = std::make_unique<Extras>();
+    return *m_Extras;
 }
 
 std::string AlignmentRow::name() const
 {
-    return m_Label != nullptr && !m_Label->name.empty() ? m_Label->name
-                                                        : m_Sequence->sequenceName();
+    const RowLabel *const kept = label();
+    return kept != nullptr && !kept->name.empty() ? kept->name : m_Sequence->sequenceName();
 }
 
 std::size_t AlignmentRow::segmentOf(std::uint32_t ordinal) const noexcept
 {
-    const auto behind = std::ranges::upper_bound(m_Segments, ordinal, {}, &Segment::ordinal);
-    return behind == m_Segments.begin() ? 0 : std::size_t(behind - m_Segments.begin()) - 1;
+    const std::span<const Segment> all = segments();
+    const auto behind = std::ranges::upper_bound(all, ordinal, {}, &Segment::ordinal);
+    return behind == all.begin() ? 0 : std::size_t(behind - all.begin()) - 1;
 }
 
 std::uint32_t AlignmentRow::residueIndex(std::uint32_t ordinal) const noexcept
 {
-    if (m_Segments.empty())
+    const std::span<const Segment> all = segments();
+    if (all.empty())
         return ordinal;
-    const Segment &segment = m_Segments[segmentOf(ordinal)];
+    const Segment &segment = all[segmentOf(ordinal)];
     return segment.index + (ordinal - segment.ordinal);
 }
 
@@ -55,15 +77,15 @@ std::vector<ResidueRun> AlignmentRow::residueRuns(std::uint32_t begin, std::uint
     std::vector<ResidueRun> result;
     if (begin >= end)
         return result;
-    if (m_Segments.empty())
+    const std::span<const Segment> all = segments();
+    if (all.empty())
         return {{begin, end - begin}};
-    for (std::size_t i = segmentOf(begin); i < m_Segments.size(); ++i) {
-        const Segment &segment = m_Segments[i];
+    for (std::size_t i = segmentOf(begin); i < all.size(); ++i) {
+        const Segment &segment = all[i];
         if (segment.ordinal >= end)
             break;
         const std::uint32_t from = std::max(begin, segment.ordinal);
-        const std::uint32_t to =
-            i + 1 < m_Segments.size() ? std::min(end, m_Segments[i + 1].ordinal) : end;
+        const std::uint32_t to = i + 1 < all.size() ? std::min(end, all[i + 1].ordinal) : end;
         result.push_back({segment.index + (from - segment.ordinal), to - from});
     }
     return result;
@@ -134,16 +156,23 @@ void AlignmentRow::setResidues(const std::vector<ResidueRun> &runs)
     if (segments.size() == 1 && segments.front().index == 0)
         segments.clear();
     segments.shrink_to_fit();
-    m_Segments = std::move(segments);
+    if (!segments.empty())
+        extras().segments = std::move(segments);
+    else if (m_Extras != nullptr && m_Extras->label != nullptr)
+        m_Extras->segments = {};
+    else
+        m_Extras.reset();
 }
 
 std::size_t AlignmentRow::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + m_Cells.bytes() + m_Segments.capacity() * sizeof(Segment);
-    if (m_Label != nullptr)
-        sum += sizeof(RowLabel) + textBytes(m_Label->name) + textBytes(m_Label->description) +
-               bytesOf(m_Label->link) + m_Label->chainBreaks.capacity() * sizeof(ChainBreak) +
-               bytesOf(m_Label->annotations) + bytesOf(m_Label->residueAnnotations);
+    std::size_t sum = sizeof(*this) + m_Cells.bytes();
+    if (m_Extras != nullptr)
+        sum += sizeof(Extras) + m_Extras->segments.capacity() * sizeof(Segment);
+    if (const RowLabel *const kept = label())
+        sum += sizeof(RowLabel) + textBytes(kept->name) + textBytes(kept->description) +
+               bytesOf(kept->link) + kept->chainBreaks.capacity() * sizeof(ChainBreak) +
+               bytesOf(kept->annotations) + bytesOf(kept->residueAnnotations);
     return sum;
 }
 

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,14 +33,21 @@ public:
     using Column = OccupancyRow::Column;
 
     // The row's residues are consecutive ones of the sequence.
-    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label = {},
+    AlignmentRow(Peptide &sequence, OccupancyRow cells, std::uint32_t firstResidue = 0);
+    AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label,
                  std::uint32_t firstResidue = 0);
+    AlignmentRow(const AlignmentRow &other);
+    AlignmentRow &operator=(const AlignmentRow &) = delete;
+    ~AlignmentRow();
 
     [[nodiscard]] Peptide &sequence() const noexcept { return *m_Sequence; }
     // As the views show it: the label's name, or else the sequence's.
     [[nodiscard]] std::string name() const;
     // Null for a row without one.
-    [[nodiscard]] const RowLabel *label() const noexcept { return m_Label.get(); }
+    [[nodiscard]] const RowLabel *label() const noexcept
+    {
+        return m_Extras == nullptr ? nullptr : m_Extras->label.get();
+    }
     [[nodiscard]] const OccupancyRow &cells() const noexcept { return m_Cells; }
 
     // Which residue of the sequence the row's ordinal-th one is.
@@ -53,7 +61,7 @@ public:
     // True when the row holds the whole sequence.
     [[nodiscard]] bool isComplete() const noexcept
     {
-        return m_Segments.empty() && m_Cells.residues() == m_Sequence->residueCount();
+        return segments().empty() && m_Cells.residues() == m_Sequence->residueCount();
     }
     // The residues [begin, end) of the row as runs of the sequence's.
     [[nodiscard]] std::vector<ResidueRun> residueRuns(std::uint32_t begin, std::uint32_t end) const;
@@ -75,7 +83,8 @@ public:
 
     [[nodiscard]] bool hasBreaks() const noexcept
     {
-        return m_Label != nullptr && !m_Label->chainBreaks.empty();
+        const RowLabel *const kept = label();
+        return kept != nullptr && !kept->chainBreaks.empty();
     }
     // Their letters are the residues of the row.
     [[nodiscard]] std::vector<ChainBreak> chainBreaks(Column width) const;
@@ -112,6 +121,20 @@ private:
         std::uint32_t index = 0;
     };
 
+    // What most rows do without.
+    struct Extras
+    {
+        // Ascending from ordinal 0. Empty while the residues are the sequence's first ones.
+        std::vector<Segment> segments;
+        // Copies of the row share it until a break moves.
+        std::shared_ptr<RowLabel> label;
+    };
+
+    [[nodiscard]] std::span<const Segment> segments() const noexcept
+    {
+        return m_Extras == nullptr ? std::span<const Segment>() : m_Extras->segments;
+    }
+    [[nodiscard]] Extras &extras();
     [[nodiscard]] std::size_t segmentOf(std::uint32_t ordinal) const noexcept;
     [[nodiscard]] ResidueRun impliedResidues(std::uint32_t ordinal, std::uint32_t count,
                                              std::uint32_t total) const;
@@ -125,10 +148,7 @@ private:
 
     Peptide *m_Sequence;
     OccupancyRow m_Cells;
-    // Ascending from ordinal 0. Empty while the residues are the sequence's first ones.
-    std::vector<Segment> m_Segments;
-    // Copies of the row share it until a break moves.
-    std::shared_ptr<RowLabel> m_Label;
+    std::unique_ptr<Extras> m_Extras;
 };
 
 template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end, Visit visit) const
@@ -140,15 +160,16 @@ template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end
     if (begin >= end)
         return;
     std::uint32_t ordinal = m_Cells.rank(begin);
-    std::size_t segment = segmentOf(ordinal);
+    const std::span<const Segment> segments = this->segments();
+    std::size_t segment = segments.empty() ? 0 : segmentOf(ordinal);
     // The difference between index and ordinal holds until the next segment begins.
     std::uint32_t shift = 0;
     std::uint32_t until = kNever;
     const auto enter = [&] {
-        shift = m_Segments[segment].index - m_Segments[segment].ordinal;
-        until = segment + 1 < m_Segments.size() ? m_Segments[segment + 1].ordinal : kNever;
+        shift = segments[segment].index - segments[segment].ordinal;
+        until = segment + 1 < segments.size() ? segments[segment + 1].ordinal : kNever;
     };
-    if (!m_Segments.empty())
+    if (!segments.empty())
         enter();
     for (std::size_t i = begin / kWordColumns; i * kWordColumns < end; ++i) {
         const Column first = i * kWordColumns;

@@ -13,12 +13,12 @@ namespace TAMBO {
 std::vector<std::uint32_t> AlignmentRow::lettersBeforeBreaks() const
 {
     std::vector<std::uint32_t> result;
-    result.reserve(m_Label->chainBreaks.size());
+    result.reserve(label()->chainBreaks.size());
     const std::vector<ResidueRun> runs = residueRuns(0, m_Cells.residues());
     auto run = runs.begin();
     std::uint32_t before = 0;
-    for (const ChainBreak &chainBreak : m_Label->chainBreaks) {
-        const std::uint64_t behind = m_Label->firstResidue + chainBreak.letters;
+    for (const ChainBreak &chainBreak : label()->chainBreaks) {
+        const std::uint64_t behind = label()->firstResidue + chainBreak.letters;
         for (; run != runs.end() && std::uint64_t(run->index) + run->count <= behind; ++run)
             before += run->count;
         const bool isInRun = run != runs.end() && run->index < behind;
@@ -44,8 +44,8 @@ BreakColumns AlignmentRow::breakColumns() const
     BreakColumns columns;
     if (!hasBreaks())
         return columns;
-    columns.reserve(m_Label->chainBreaks.size());
-    for (const ChainBreak &chainBreak : m_Label->chainBreaks)
+    columns.reserve(label()->chainBreaks.size());
+    for (const ChainBreak &chainBreak : label()->chainBreaks)
         columns.push_back(chainBreak.column);
     return columns;
 }
@@ -54,15 +54,16 @@ void AlignmentRow::setBreakColumns(const BreakColumns &columns)
 {
     if (!hasBreaks() || columns == breakColumns())
         return;
-    if (m_Label.use_count() > 1)
-        m_Label = std::make_shared<RowLabel>(*m_Label);
+    std::shared_ptr<RowLabel> &kept = m_Extras->label;
+    if (kept.use_count() > 1)
+        kept = std::make_shared<RowLabel>(*kept);
     for (std::size_t i = 0; i < columns.size(); ++i)
-        m_Label->chainBreaks[i].column = columns[i];
+        kept->chainBreaks[i].column = columns[i];
 }
 
 bool AlignmentRow::hasBreaksIn(Column begin, Column count) const
 {
-    return hasBreaks() && std::ranges::any_of(m_Label->chainBreaks, [&](const ChainBreak &one) {
+    return hasBreaks() && std::ranges::any_of(label()->chainBreaks, [&](const ChainBreak &one) {
                return !one.column || (*one.column >= begin && *one.column - begin < count);
            });
 }

@@ -35,6 +35,7 @@ public:
     {
         return &table().state();
     }
+    void storeName(const std::string &name) override { table().setName(name); }
     [[nodiscard]] std::size_t bytes() const noexcept override { return table().bytes(); }
     // The editor offers an alignment's name for its files, as it is.
     [[nodiscard]] std::string allowedName(const std::string &wanted) const override
@@ -106,7 +107,7 @@ AlignmentTable::Rows AlignmentTable::rowsOf(const std::vector<Compound *> &seque
 AlignmentTable::AlignmentTable(const std::string &name, Rows rows) : m_Rows(std::move(rows))
 {
     // The editor offers the name for the alignment's files, as it is.
-    m_State.name = fileNameOf(name);
+    m_Name = fileNameOf(name);
 }
 
 void AlignmentTable::setWidth(Column width) noexcept
@@ -166,13 +167,13 @@ bool AlignmentTable::hasRoomFor(Column columns) const
 {
     const bool hasRoom = columns <= kMostColumns - width();
     if (!hasRoom)
-        refuse("The alignment " + m_State.name + " would become too wide.");
+        refuse("The alignment " + m_Name + " would become too wide.");
     return hasRoom;
 }
 
 std::size_t AlignmentTable::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) + textBytes(m_State.name) +
+    std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) + textBytes(m_Name) +
                       m_Rows.capacity() * sizeof(m_Rows[0]) + m_Letters.bytes() +
                       m_Profiles.bytes() + m_SelectedColumns.bytes();
     if (m_Annotation != nullptr)

@@ -43,6 +43,8 @@ public:
 
     [[nodiscard]] CompoundState &state() noexcept { return m_State; }
     [[nodiscard]] const CompoundState &state() const noexcept { return m_State; }
+    [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
+    void setName(const std::string &name) { m_Name = name; }
     [[nodiscard]] Alignment &alignment() noexcept { return *m_Alignment; }
 
     // ---- Reading
@@ -109,6 +111,7 @@ private:
     void noteLayout() noexcept;
 
     CompoundState m_State;
+    std::string m_Name;
     Alignment *m_Alignment = nullptr;
     Rows m_Rows;
     std::unique_ptr<AlignmentAnnotation> m_Annotation;

@@ -15,12 +15,64 @@ using Column = OccupancyRow::Column;
 
 } // namespace
 
-OccupancyRow::OccupancyRow(std::vector<Word> words) : m_Words(std::move(words))
+// ---- The allocation
+
+std::size_t OccupancyRow::bytesFor(std::size_t room) noexcept
 {
-    trim();
-    m_Words.shrink_to_fit();
-    recount(0, m_Words.size() * kWordColumns);
+    const std::size_t ranks = room > kBlockWords ? (room + kBlockWords - 1) / kBlockWords : 0;
+    return sizeof(Store) + room * sizeof(Word) + ranks * sizeof(std::uint32_t);
 }
+
+OccupancyRow::OccupancyRow(std::span<const Word> words)
+{
+    while (!words.empty() && words.back() == 0)
+        words = words.first(words.size() - 1);
+    if (words.empty())
+        return;
+    reallocate(roomFor(words.size()), words.size());
+    std::ranges::copy(words, this->words());
+    recount(0, words.size() * kWordColumns);
+}
+
+OccupancyRow::OccupancyRow(const OccupancyRow &other)
+{
+    const std::size_t count = other.m_Store->words;
+    if (count == 0)
+        return;
+    reallocate(roomFor(count), count);
+    std::copy_n(other.words(), count, words());
+    if (hasRanks())
+        std::copy_n(other.ranks(), blocks(), ranks());
+    m_Store->residues = other.m_Store->residues;
+}
+
+// The row has that many words afterwards; the ones that are new hold gaps.
+void OccupancyRow::reallocate(std::size_t room, std::size_t count)
+{
+    const OccupancyRow old(std::move(*this));
+    m_Store = ::new (::operator new(bytesFor(room)))
+        Store{static_cast<std::uint32_t>(count), static_cast<std::uint32_t>(room - count),
+              old.m_Store->residues};
+    const std::size_t kept = std::min<std::size_t>(old.m_Store->words, count);
+    std::fill(std::copy_n(old.words(), kept, words()), words() + count, 0);
+    if (!hasRanks())
+        return;
+    // A row that had none has at most the first block, before which nothing stands.
+    ranks()[0] = 0;
+    const std::size_t known = old.hasRanks() ? std::min(old.blocks(), blocks()) : 1;
+    if (old.hasRanks())
+        std::copy_n(old.ranks(), known, ranks());
+    std::fill(ranks() + known, ranks() + blocks(), m_Store->residues);
+}
+
+void OccupancyRow::setWords(std::size_t count) noexcept
+{
+    const std::size_t all = room();
+    m_Store->words = static_cast<std::uint32_t>(count);
+    m_Store->spare = static_cast<std::uint32_t>(all - count);
+}
+
+// ---- Reading
 
 OccupancyRow OccupancyRow::filled(Column residues)
 {
@@ -33,26 +85,30 @@ OccupancyRow OccupancyRow::filled(Column residues)
 std::uint32_t OccupancyRow::rank(Column column) const noexcept
 {
     const std::size_t last = column / kWordColumns;
-    if (last >= m_Words.size())
-        return m_Residues;
+    if (last >= m_Store->words)
+        return m_Store->residues;
     const std::size_t block = column / kBlockColumns;
-    std::uint32_t result = m_Ranks[block];
+    const Word *const cells = words();
+    std::uint32_t result = rankOf(block);
     for (std::size_t i = block * kBlockWords; i < last; ++i)
-        result += bits::count(m_Words[i]);
-    return result + bits::count(m_Words[last] & bits::low(column % kWordColumns));
+        result += bits::count(cells[i]);
+    return result + bits::count(cells[last] & bits::low(column % kWordColumns));
 }
 
 Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
 {
-    const auto block = std::ranges::upper_bound(m_Ranks, ordinal) - m_Ranks.begin() - 1;
-    std::size_t index = std::size_t(block) * kBlockWords;
-    std::uint32_t left = ordinal - m_Ranks[std::size_t(block)];
-    for (std::uint32_t here = bits::count(m_Words[index]); left >= here;
-         here = bits::count(m_Words[index])) {
+    const std::uint32_t *const counts = ranks();
+    const std::size_t block =
+        hasRanks() ? std::size_t(std::upper_bound(counts, counts + blocks(), ordinal) - counts) - 1
+                   : 0;
+    std::size_t index = block * kBlockWords;
+    std::uint32_t left = ordinal - rankOf(block);
+    for (std::uint32_t here = bits::count(words()[index]); left >= here;
+         here = bits::count(words()[index])) {
         left -= here;
         ++index;
     }
-    Word rest = m_Words[index];
+    Word rest = words()[index];
     for (; left > 0; --left)
         rest &= rest - 1;
     return index * kWordColumns + bits::first(rest);
@@ -60,9 +116,8 @@ Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
 
 Column OccupancyRow::end() const noexcept
 {
-    if (m_Words.empty())
-        return 0;
-    return (m_Words.size() - 1) * kWordColumns + bits::last(m_Words.back()) + 1;
+    const std::size_t count = m_Store->words;
+    return count == 0 ? 0 : (count - 1) * kWordColumns + bits::last(words()[count - 1]) + 1;
 }
 
 Column OccupancyRow::gapRunBegin(Column column) const noexcept
@@ -70,9 +125,9 @@ Column OccupancyRow::gapRunBegin(Column column) const noexcept
     if (column >= end())
         return end();
     std::size_t index = column / kWordColumns;
-    Word before = m_Words[index] & bits::low(column % kWordColumns);
+    Word before = words()[index] & bits::low(column % kWordColumns);
     while (before == 0 && index > 0)
-        before = m_Words[--index];
+        before = words()[--index];
     return before == 0 ? 0 : index * kWordColumns + bits::last(before) + 1;
 }
 
@@ -81,9 +136,9 @@ Column OccupancyRow::gapRunEnd(Column column, Column limit) const noexcept
     if (column >= end())
         return limit;
     std::size_t index = column / kWordColumns;
-    Word behind = m_Words[index] & ~bits::low(column % kWordColumns);
+    Word behind = words()[index] & ~bits::low(column % kWordColumns);
     while (behind == 0)
-        behind = m_Words[++index];
+        behind = words()[++index];
     return index * kWordColumns + bits::first(behind);
 }
 
@@ -105,11 +160,11 @@ void OccupancyRow::insertGaps(Column column, Column count)
     extendTo(oldEnd + count);
     if (count <= kWordColumns) {
         // A count loses the residues that cross its column; those are known without counting anew.
-        for (std::size_t block = column / kBlockColumns + 1; block < m_Ranks.size(); ++block) {
+        for (std::size_t block = column / kBlockColumns + 1; block < blocks(); ++block) {
             const Column start = block * kBlockColumns;
             const Column crossing = std::min(count, start - column);
-            m_Ranks[block] -=
-                bits::count(m_Words[block * kBlockWords - 1] >> (kWordColumns - crossing));
+            ranks()[block] -=
+                bits::count(words()[block * kBlockWords - 1] >> (kWordColumns - crossing));
         }
         shiftUp(column, oldEnd, count);
         clear(column, count);
@@ -128,11 +183,11 @@ void OccupancyRow::removeColumns(Column begin, Column count)
     count = std::min(count, oldEnd - begin);
     if (count <= kWordColumns) {
         const std::uint32_t removed = bits::count(bitsAt(begin) & bits::low(count));
-        m_Residues -= removed;
-        for (std::size_t block = begin / kBlockColumns + 1; block < m_Ranks.size(); ++block) {
+        m_Store->residues -= removed;
+        for (std::size_t block = begin / kBlockColumns + 1; block < blocks(); ++block) {
             const std::uint32_t crossing =
-                bits::count(m_Words[block * kBlockWords] & bits::low(count));
-            m_Ranks[block] += crossing - removed;
+                bits::count(words()[block * kBlockWords] & bits::low(count));
+            ranks()[block] += crossing - removed;
         }
         shiftDown(begin + count, oldEnd, count);
         clear(oldEnd - count, count);
@@ -178,10 +233,9 @@ void OccupancyRow::setColumns(Column begin, Column count, const std::vector<Word
     std::uint32_t after = 0;
     for (Column done = 0; done < count; done += kWordColumns)
         after += bits::count(bits[done / kWordColumns] & bits::low(count - done));
-    m_Residues += after - before;
-    for (std::size_t block = (begin + count - 1) / kBlockColumns + 1; block < m_Ranks.size();
-         ++block)
-        m_Ranks[block] += after - before;
+    m_Store->residues += after - before;
+    for (std::size_t block = (begin + count - 1) / kBlockColumns + 1; block < blocks(); ++block)
+        ranks()[block] += after - before;
     recount(begin, begin + count);
     trim();
 }
@@ -207,7 +261,8 @@ void OccupancyRow::openGaps(const std::vector<GapRun> &runs)
         added += run.count;
     }
     result.copyFrom(*this, done, oldEnd - done, done + added);
-    *this = OccupancyRow(std::move(result.m_Words));
+    result.settle();
+    *this = std::move(result);
 }
 
 void OccupancyRow::closeGaps(const std::vector<GapRun> &runs)
@@ -230,12 +285,13 @@ void OccupancyRow::closeGaps(const std::vector<GapRun> &runs)
     }
     if (done + opened < oldEnd)
         result.copyFrom(*this, done + opened, oldEnd - done - opened, done);
-    *this = OccupancyRow(std::move(result.m_Words));
+    result.settle();
+    *this = std::move(result);
 }
 
 std::size_t OccupancyRow::bytes() const noexcept
 {
-    return m_Words.capacity() * sizeof(Word) + m_Ranks.capacity() * sizeof(std::uint32_t);
+    return m_Store == &s_Empty ? 0 : bytesFor(room());
 }
 
 Word OccupancyRow::bitsAt(Column column) const noexcept
@@ -247,14 +303,15 @@ Word OccupancyRow::bitsAt(Column column) const noexcept
 // The words are there; count is at most one word's.
 void OccupancyRow::storeBits(Column column, Word bits, Column count) noexcept
 {
+    Word *const cells = words();
     const std::size_t index = column / kWordColumns;
     const Column shift = column % kWordColumns;
     const Word mask = bits::low(count);
     bits &= mask;
-    m_Words[index] = (m_Words[index] & ~(mask << shift)) | bits << shift;
+    cells[index] = (cells[index] & ~(mask << shift)) | bits << shift;
     if (shift + count > kWordColumns) {
         const Column done = kWordColumns - shift;
-        m_Words[index + 1] = (m_Words[index + 1] & ~(mask >> done)) | bits >> done;
+        cells[index + 1] = (cells[index + 1] & ~(mask >> done)) | bits >> done;
     }
 }
 
@@ -262,14 +319,15 @@ void OccupancyRow::storeBits(Column column, Word bits, Column count) noexcept
 // order in which no word is overwritten before it was read.
 void OccupancyRow::shiftUp(Column begin, Column end, Column by) noexcept
 {
-    const std::size_t words = by / kWordColumns;
+    Word *const cells = words();
+    const std::size_t whole = by / kWordColumns;
     const Column bits = by % kWordColumns;
     const std::size_t first = (begin + by) / kWordColumns;
     const std::size_t last = (end + by - 1) / kWordColumns;
     const auto moved = [&](std::size_t index) {
-        const Word high = m_Words[index - words] << bits;
-        const bool hasLower = bits != 0 && index > words;
-        return hasLower ? high | m_Words[index - words - 1] >> (kWordColumns - bits) : high;
+        const Word high = cells[index - whole] << bits;
+        const bool hasLower = bits != 0 && index > whole;
+        return hasLower ? high | cells[index - whole - 1] >> (kWordColumns - bits) : high;
     };
     const Word headMask = ~bits::low((begin + by) % kWordColumns);
     const Word tailMask = bits::low(end + by - last * kWordColumns);
@@ -279,14 +337,11 @@ void OccupancyRow::shiftUp(Column begin, Column end, Column by) noexcept
     }
     put(last, moved(last), tailMask);
     if (bits != 0) {
-        Word *const target = m_Words.data();
-        const Word *const source = target - words;
+        const Word *const source = cells - whole;
         for (std::size_t i = last - 1; i > first; --i)
-            target[i] = source[i] << bits | source[i - 1] >> (kWordColumns - bits);
+            cells[i] = source[i] << bits | source[i - 1] >> (kWordColumns - bits);
     } else {
-        std::copy_backward(m_Words.begin() + std::ptrdiff_t(first + 1 - words),
-                           m_Words.begin() + std::ptrdiff_t(last - words),
-                           m_Words.begin() + std::ptrdiff_t(last));
+        std::copy_backward(cells + first + 1 - whole, cells + last - whole, cells + last);
     }
     put(first, moved(first), headMask);
 }
@@ -295,13 +350,14 @@ void OccupancyRow::shiftDown(Column begin, Column end, Column by) noexcept
 {
     if (begin >= end)
         return;
-    const std::size_t words = by / kWordColumns;
+    Word *const cells = words();
+    const std::size_t whole = by / kWordColumns;
     const Column bits = by % kWordColumns;
     const std::size_t first = (begin - by) / kWordColumns;
     const std::size_t last = (end - by - 1) / kWordColumns;
     const auto moved = [&](std::size_t index) {
-        const Word low = word(index + words) >> bits;
-        return bits != 0 ? low | word(index + words + 1) << (kWordColumns - bits) : low;
+        const Word low = word(index + whole) >> bits;
+        return bits != 0 ? low | word(index + whole + 1) << (kWordColumns - bits) : low;
     };
     const Word headMask = ~bits::low((begin - by) % kWordColumns);
     const Word tailMask = bits::low(end - by - last * kWordColumns);
@@ -311,14 +367,11 @@ void OccupancyRow::shiftDown(Column begin, Column end, Column by) noexcept
     }
     put(first, moved(first), headMask);
     if (bits != 0) {
-        Word *const target = m_Words.data();
-        const Word *const source = target + words;
+        const Word *const source = cells + whole;
         for (std::size_t i = first + 1; i < last; ++i)
-            target[i] = source[i] >> bits | source[i + 1] << (kWordColumns - bits);
+            cells[i] = source[i] >> bits | source[i + 1] << (kWordColumns - bits);
     } else {
-        std::copy(m_Words.begin() + std::ptrdiff_t(first + 1 + words),
-                  m_Words.begin() + std::ptrdiff_t(last + words),
-                  m_Words.begin() + std::ptrdiff_t(first + 1));
+        std::copy(cells + first + 1 + whole, cells + last + whole, cells + first + 1);
     }
     put(last, moved(last), tailMask);
 }
@@ -336,7 +389,7 @@ void OccupancyRow::copyFrom(const OccupancyRow &other, Column from, Column count
 
 void OccupancyRow::clear(Column begin, Column count) noexcept
 {
-    const Column limit = std::min(begin + count, Column(m_Words.size()) * kWordColumns);
+    const Column limit = std::min(begin + count, Column(m_Store->words) * kWordColumns);
     for (Column column = begin; column < limit;) {
         const Column step = std::min(kWordColumns - column % kWordColumns, limit - column);
         storeBits(column, 0, step);
@@ -346,46 +399,64 @@ void OccupancyRow::clear(Column begin, Column count) noexcept
 
 void OccupancyRow::extendTo(Column columns)
 {
-    const std::size_t words = bits::wordsFor(columns);
-    if (words <= m_Words.size())
+    const std::size_t wanted = bits::wordsFor(columns);
+    const std::size_t had = m_Store->words;
+    if (wanted <= had)
         return;
     // Little room to spare: a column typed into ten thousand rows must not double their memory.
-    if (words > m_Words.capacity())
-        m_Words.reserve(words + words / 16 + 1);
-    m_Words.resize(words);
-    const std::size_t blocks = (words + kBlockWords - 1) / kBlockWords;
-    if (blocks > m_Ranks.capacity())
-        m_Ranks.reserve(blocks + 1);
-    m_Ranks.resize(blocks, m_Residues);
+    if (wanted > room())
+        return reallocate(roomFor(wanted + std::min(wanted / 16, kMostSpare - 1)), wanted);
+    const std::size_t blocksBefore = blocks();
+    setWords(wanted);
+    std::fill(words() + had, words() + wanted, 0);
+    if (hasRanks())
+        std::fill(ranks() + blocksBefore, ranks() + blocks(), m_Store->residues);
 }
 
 void OccupancyRow::trim()
 {
-    while (!m_Words.empty() && m_Words.back() == 0)
-        m_Words.pop_back();
-    m_Ranks.resize((m_Words.size() + kBlockWords - 1) / kBlockWords);
+    std::size_t count = m_Store->words;
+    while (count > 0 && words()[count - 1] == 0)
+        --count;
+    if (count == m_Store->words)
+        return;
+    if (count == 0)
+        *this = OccupancyRow();
+    else if (room() - count <= kMostSpare)
+        setWords(count);
+    else
+        reallocate(roomFor(count), count);
+}
+
+void OccupancyRow::settle()
+{
+    trim();
+    const std::size_t count = m_Store->words;
+    if (count > 0 && room() != roomFor(count))
+        reallocate(roomFor(count), count);
+    recount(0, count * kWordColumns);
 }
 
 // Brings the counts of the blocks that begin in (begin, end) up to date, and the total when the
 // row's last word lies there.
-void OccupancyRow::recount(Column begin, Column end)
+void OccupancyRow::recount(Column begin, Column end) noexcept
 {
-    if (m_Ranks.empty()) {
-        m_Residues = 0;
+    const std::size_t all = m_Store->words;
+    if (all == 0)
         return;
-    }
-    const std::size_t first = std::min<std::size_t>(begin / kBlockColumns, m_Ranks.size() - 1);
-    if (first == 0)
-        m_Ranks[0] = 0;
-    const std::size_t lastWord = std::min<std::size_t>(bits::wordsFor(end), m_Words.size());
-    std::uint32_t count = m_Ranks[first];
+    const std::size_t first = std::min<std::size_t>(begin / kBlockColumns, blocks() - 1);
+    const bool keepsRanks = hasRanks();
+    if (keepsRanks)
+        ranks()[0] = 0;
+    const std::size_t lastWord = std::min<std::size_t>(bits::wordsFor(end), all);
+    std::uint32_t count = rankOf(first);
     for (std::size_t i = first * kBlockWords; i < lastWord; ++i) {
-        if (i % kBlockWords == 0)
-            m_Ranks[i / kBlockWords] = count;
-        count += bits::count(m_Words[i]);
+        if (keepsRanks && i % kBlockWords == 0)
+            ranks()[i / kBlockWords] = count;
+        count += bits::count(words()[i]);
     }
-    if (lastWord == m_Words.size())
-        m_Residues = count;
+    if (lastWord == all)
+        m_Store->residues = count;
 }
 
 } // namespace TAMBO

@@ -5,8 +5,12 @@
 
 #include "Bits.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <new>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -31,9 +35,18 @@ public:
     static constexpr Column kBlockColumns = 256;
     static constexpr std::size_t kBlockWords = kBlockColumns / kWordColumns;
 
-    OccupancyRow() = default;
+    OccupancyRow() noexcept = default;
     // Bit c is column c.
-    explicit OccupancyRow(std::vector<Word> words);
+    explicit OccupancyRow(std::span<const Word> words);
+    OccupancyRow(const OccupancyRow &other);
+    OccupancyRow(OccupancyRow &&other) noexcept
+        : m_Store(std::exchange(other.m_Store, &s_Empty)) { }
+    ~OccupancyRow() { release(); }
+    OccupancyRow &operator=(OccupancyRow other) noexcept
+    {
+        std::swap(m_Store, other.m_Store);
+        return *this;
+    }
     // Residues in the first columns, no gaps between them.
     [[nodiscard]] static OccupancyRow filled(Column residues);
 
@@ -45,7 +58,7 @@ public:
     [[nodiscard]] std::uint32_t rank(Column column) const noexcept;
     // The column of a residue; ordinal is below residues().
     [[nodiscard]] Column columnOf(std::uint32_t ordinal) const noexcept;
-    [[nodiscard]] std::uint32_t residues() const noexcept { return m_Residues; }
+    [[nodiscard]] std::uint32_t residues() const noexcept { return m_Store->residues; }
     // One past the column of the last residue.
     [[nodiscard]] Column end() const noexcept;
     // The first and one past the last column of the run of gaps around a gap. A run behind the last
@@ -56,12 +69,12 @@ public:
     // Whole words, for passes over many columns; 0 beyond the last one kept.
     [[nodiscard]] Word word(std::size_t index) const noexcept
     {
-        return index < m_Words.size() ? m_Words[index] : 0;
+        return index < m_Store->words ? words()[index] : 0;
     }
     // The number of residues before column block * kBlockColumns.
     [[nodiscard]] std::uint32_t blockRank(std::size_t block) const noexcept
     {
-        return block < m_Ranks.size() ? m_Ranks[block] : m_Residues;
+        return block < blocks() ? rankOf(block) : m_Store->residues;
     }
     // The columns [begin, begin + count) as words that start at bit 0.
     [[nodiscard]] std::vector<Word> columns(Column begin, Column count) const;
@@ -83,15 +96,68 @@ public:
 
     friend bool operator==(const OccupancyRow &a, const OccupancyRow &b) noexcept
     {
-        return a.m_Words == b.m_Words;
+        return std::equal(a.words(), a.words() + a.m_Store->words, b.words(),
+                          b.words() + b.m_Store->words);
     }
 
 private:
+    // The head of a row's one allocation. The words follow it, and behind the room for these the
+    // counts, one a block; a row with room for a single block has none.
+    struct Store
+    {
+        // The last one is not 0 between two operations.
+        std::uint32_t words : 26;
+        // Words that there is room for besides.
+        std::uint32_t spare : 6;
+        std::uint32_t residues;
+    };
+    static constexpr std::size_t kMostSpare = 63;
+
+    // Of an odd number of words the allocator leaves eight bytes unused.
+    [[nodiscard]] static std::size_t roomFor(std::size_t words) noexcept
+    {
+        return words + words % 2;
+    }
+    [[nodiscard]] static std::size_t bytesFor(std::size_t room) noexcept;
+    void release() noexcept
+    {
+        if (m_Store != &s_Empty)
+            ::operator delete(m_Store);
+    }
+    [[nodiscard]] Word *words() noexcept { return reinterpret_cast<Word *>(m_Store + 1); }
+    [[nodiscard]] const Word *words() const noexcept
+    {
+        return reinterpret_cast<const Word *>(m_Store + 1);
+    }
+    [[nodiscard]] std::size_t room() const noexcept
+    {
+        return std::size_t(m_Store->words) + m_Store->spare;
+    }
+    [[nodiscard]] bool hasRanks() const noexcept { return room() > kBlockWords; }
+    [[nodiscard]] std::uint32_t *ranks() noexcept
+    {
+        return reinterpret_cast<std::uint32_t *>(words() + room());
+    }
+    [[nodiscard]] const std::uint32_t *ranks() const noexcept
+    {
+        return reinterpret_cast<const std::uint32_t *>(words() + room());
+    }
+    [[nodiscard]] std::size_t blocks() const noexcept
+    {
+        return (m_Store->words + kBlockWords - 1) / kBlockWords;
+    }
+    // Of a block that the row has.
+    [[nodiscard]] std::uint32_t rankOf(std::size_t block) const noexcept
+    {
+        return block == 0 ? 0 : ranks()[block];
+    }
+    void setWords(std::size_t count) noexcept;
+    void reallocate(std::size_t room, std::size_t count);
     [[nodiscard]] Word bitsAt(Column column) const noexcept;
     void storeBits(Column column, Word bits, Column count) noexcept;
     void put(std::size_t index, Word bits, Word mask) noexcept
     {
-        m_Words[index] = (m_Words[index] & ~mask) | (bits & mask);
+        words()[index] = (words()[index] & ~mask) | (bits & mask);
     }
     void shiftUp(Column begin, Column end, Column by) noexcept;
     void shiftDown(Column begin, Column end, Column by) noexcept;
@@ -99,12 +165,14 @@ private:
     void clear(Column begin, Column count) noexcept;
     void extendTo(Column columns);
     void trim();
-    void recount(Column begin, Column end);
+    // After changes all over the row.
+    void settle();
+    void recount(Column begin, Column end) noexcept;
 
-    // The last word is never 0.
-    std::vector<Word> m_Words;
-    std::vector<std::uint32_t> m_Ranks;
-    std::uint32_t m_Residues = 0;
+    // What rows without a residue share. Nothing is ever written into it.
+    static inline Store s_Empty{0, 0, 0};
+
+    Store *m_Store = &s_Empty;
 };
 
 } // namespace TAMBO

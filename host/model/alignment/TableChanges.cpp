@@ -76,7 +76,7 @@ bool replaceColumns(AlignmentTable &table, const Range &range,
     if (!mayChange(table.alignment()))
         return false;
     if (!fit(table, range, rows, count)) {
-        writeLog("The columns to be put into " + table.state().name + " do not fit its sequences.",
+        writeLog("The columns to be put into " + table.name() + " do not fit its sequences.",
                  LogSeverity::Error);
         return false;
     }

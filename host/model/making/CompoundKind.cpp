@@ -8,6 +8,9 @@
 #include "Space.h"
 #include "Structure.h"
 
+#include <type_traits>
+#include <typeinfo>
+
 namespace TAMBO {
 
 namespace {
@@ -17,25 +20,33 @@ template <typename T> bool isOf(const Compound &object)
     return dynamic_cast<const T *>(&object) != nullptr;
 }
 
+// Of classes that nothing derives from. Lists of a million objects ask, and a cast that fails goes
+// through all bases.
+template <typename T> bool isExactly(const Compound &object)
+{
+    static_assert(std::is_final_v<T>);
+    return typeid(object) == typeid(T);
+}
+
 } // namespace
 
 CompoundKind Compound::Kind() const
 {
     // The most numerous first.
-    if (isOf<Atom>(*this))
+    if (isExactly<Peptide>(*this)) {
+        // Nothing else holds sequences.
+        const bool isChain = Parent() != nullptr && Parent() != Space::instance();
+        return isChain ? CompoundKind::Chain : CompoundKind::Sequence;
+    }
+    if (isExactly<Atom>(*this))
         return CompoundKind::Atom;
     if (isOf<Residue>(*this))
         return CompoundKind::Residue;
     if (isOf<Group>(*this))
         return CompoundKind::Group;
-    if (isOf<Peptide>(*this)) {
-        // Nothing else holds sequences.
-        const bool isChain = Parent() != nullptr && Parent() != Space::instance();
-        return isChain ? CompoundKind::Chain : CompoundKind::Sequence;
-    }
-    if (isOf<Element>(*this))
+    if (isExactly<Element>(*this))
         return CompoundKind::Element;
-    if (isOf<Structure>(*this))
+    if (isExactly<Structure>(*this))
         return CompoundKind::Structure;
     if (isOf<Alignment>(*this))
         return CompoundKind::Alignment;

@@ -95,16 +95,18 @@ std::vector<Annotation> residueLines(std::vector<Annotation> lines, const Gapped
     return lines;
 }
 
-// A sequence of the row's own, added to Space.
-Peptide &makeSequence(RowRecord &row, const RowTie &tie)
+using Sequences = std::vector<std::unique_ptr<StoredObject>>;
+
+// A sequence of the row's own, which is not in Space yet.
+Peptide &makeSequence(RowRecord &row, const RowTie &tie, Sequences &sequences)
 {
-    auto made = std::make_unique<Peptide>(row.name, std::move(row.sequence.letters));
+    auto made = std::make_unique<Peptide>(row.name, row.sequence.letters);
+    row.sequence.letters = {};
     presetNumbers(*made, tie, *row.link);
     for (const RowTieRun &run : tie.runs())
         made->tie(run.first, *run.chain, run.chainFirst, run.count);
     Peptide &peptide = *made;
-    // The file holds it, and the alignment that shows it.
-    ObjectSpace::get().add(std::move(made), EditPart::Arrival);
+    sequences.push_back(std::move(made));
     return peptide;
 }
 
@@ -130,21 +132,24 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
     const StructureLookup structures;
     AlignmentTable::Rows rows;
     rows.reserve(record.rows.size());
+    Sequences sequences;
+    sequences.reserve(record.rows.size());
     std::uint64_t width = 0;
     for (RowRecord &row : record.rows) {
         const RowTie tie(row, structures);
         for (const std::string &remark : tie.remarks())
             writeLog(remark, LogSeverity::Warning);
         if (!record.isAligned) {
-            makeSequence(row, tie);
+            makeSequence(row, tie, sequences);
             continue;
         }
         width = std::max(width, row.sequence.width);
         std::vector<Annotation> ofResidues =
             residueLines(std::move(row.residueAnnotations), row.sequence);
-        OccupancyRow cells(std::move(row.sequence.occupancy));
+        OccupancyRow cells(row.sequence.occupancy);
+        row.sequence.occupancy = {};
         const bool isChain = tie.isExact();
-        Peptide &sequence = isChain ? *tie.runs().front().chain : makeSequence(row, tie);
+        Peptide &sequence = isChain ? *tie.runs().front().chain : makeSequence(row, tie, sequences);
         const std::size_t first = isChain ? tie.runs().front().chainFirst : 0;
         // A sequence of the row's own has its name already.
         RowLabel label{isChain ? std::move(row.name) : std::string(),
@@ -157,6 +162,8 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
         rows.push_back(std::make_unique<AlignmentRow>(sequence, std::move(cells), std::move(label),
                                                       static_cast<std::uint32_t>(first)));
     }
+    // The file holds them, and the alignment that shows them.
+    ObjectSpace::get().addAll(std::move(sequences), EditPart::Arrival);
     if (!record.isAligned)
         return nullptr;
     std::unique_ptr<Alignment> made = AlignmentTable::make(record.name, std::move(rows), width);

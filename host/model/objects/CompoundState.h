@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 namespace TAMBO {
 
@@ -28,7 +27,6 @@ struct CompoundState
     CompoundState(const CompoundState &) = delete;
     CompoundState &operator=(const CompoundState &) = delete;
 
-    std::string name;
     // Null while the object is not in the tree.
     Compound *parent = nullptr;
     // None: the colour of the kind.

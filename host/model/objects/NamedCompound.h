@@ -1,42 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Base of the stored objects of the tree: name, colour, selection, lock and the object above.
+// A stored object with a string for its name: all but sequences, of which there are too many.
 #pragma once
 
-#include "Compound.h"
-#include "CompoundState.h"
+#include "OwnedCompound.h"
 
 #include <string>
+#include <utility>
 
 namespace TAMBO {
 
-class NamedCompound : public Compound
+class NamedCompound : public OwnedCompound
 {
 public:
     ~NamedCompound() override;
 
     std::string Name() const override;
-    // '\0': most kinds have no letter.
-    char TypeCode() const override;
-    Compound *Parent() const override;
-    // No children unless a class says otherwise.
-    std::size_t ChildCount() const override;
-    Compound *Child(std::size_t index) const override;
-    bool IsLocked() const override;
-    // Undefined unless a class says otherwise.
-    Vertex Position() const override;
-    Color OwnColor() const override;
-    void AssignColor(const Color &color) override;
-    void SetSelected(bool selected) override;
-    bool IsSelected() const override;
-
-    [[nodiscard]] CompoundState &state() noexcept { return m_State; }
-    [[nodiscard]] const CompoundState &state() const noexcept { return m_State; }
 
 protected:
-    explicit NamedCompound(std::string name);
+    explicit NamedCompound(std::string name) : m_Name(std::move(name)) { }
+
+    [[nodiscard]] std::string &ownName() noexcept { return m_Name; }
+    // Of the name, on the heap.
+    [[nodiscard]] std::size_t nameBytes() const noexcept;
 
 private:
-    CompoundState m_State;
+    std::string m_Name;
 };
 
 } // namespace TAMBO

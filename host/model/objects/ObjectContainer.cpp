@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectContainer.h"
 
+#include "Compound.h"
 #include "ValueStore.h"
+
+#include <utility>
 
 namespace TAMBO {
 
 ObjectContainer::~ObjectContainer() = default;
+
+void ObjectContainer::appendObjects(std::vector<std::unique_ptr<StoredObject>> objects)
+{
+    for (std::unique_ptr<StoredObject> &object : objects)
+        insertObject(objectCount(), std::unique_ptr<Compound>(&object.release()->asCompound()));
+}
 
 std::size_t ObjectContainer::bytesOfObjects() const noexcept
 {

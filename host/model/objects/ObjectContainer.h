@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 namespace TAMBO {
 
@@ -21,12 +22,18 @@ public:
     virtual void insertObject(std::size_t index, std::unique_ptr<Compound> object) = 0;
     [[nodiscard]] virtual std::unique_ptr<Compound> takeObject(std::size_t index) = 0;
 
+    // The same of many behind the last.
+    virtual void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects);
+
     // What all that it owns occupies.
     [[nodiscard]] std::size_t bytesOfObjects() const noexcept;
 
     // Appends an object as a recorded change. Of one in Space, part says whether it is new work.
     // Stands beside the edit that is recorded.
     Compound &add(std::unique_ptr<Compound> object, EditPart part = EditPart::Whole);
+    // Objects of one kind, as if they were added one after the other.
+    void addAll(std::vector<std::unique_ptr<StoredObject>> objects,
+                EditPart part = EditPart::Whole);
 
 protected:
     ObjectContainer() = default;

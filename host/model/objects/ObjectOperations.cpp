@@ -20,9 +20,8 @@ public:
 
     std::unique_ptr<Edit> apply() override
     {
-        std::string &current = stateOf(m_Object)->name;
-        auto inverse = std::make_unique<RenameEdit>(m_Object, current);
-        current = m_Name;
+        auto inverse = std::make_unique<RenameEdit>(m_Object, m_Object.Name());
+        StoredObject::from(&m_Object)->storeName(m_Name);
         return inverse;
     }
     std::size_t bytes() const override { return sizeof(*this) + m_Name.capacity(); }
@@ -66,19 +65,20 @@ private:
 
 bool renameObject(Compound &object, const std::string &wanted)
 {
-    CompoundState *const state = stateOf(object);
-    if (state == nullptr || !mayChange(object))
+    if (stateOf(object) == nullptr || !mayChange(object))
         return false;
-    const std::string name = StoredObject::from(&object)->allowedName(wanted);
+    StoredObject &stored = *StoredObject::from(&object);
+    const std::string name = stored.allowedName(wanted);
     if (name != wanted)
         writeLog("\"" + wanted + "\" cannot be the name of a file, which an " + object.TypeName() +
                      "'s name is offered as; it is called \"" + name + "\".",
                  LogSeverity::Warning);
-    if (state->name == name)
+    std::string before = object.Name();
+    if (before == name)
         return true;
     const ChangeScope scope;
-    recordInverse(std::make_unique<RenameEdit>(object, state->name));
-    state->name = name;
+    recordInverse(std::make_unique<RenameEdit>(object, std::move(before)));
+    stored.storeName(name);
     return true;
 }
 

@@ -21,10 +21,7 @@ ObjectSpace &ObjectSpace::get()
     return *space;
 }
 
-ObjectSpace::ObjectSpace()
-{
-    m_State.name = "Space";
-}
+ObjectSpace::ObjectSpace() { }
 
 ObjectSpace::~ObjectSpace()
 {
@@ -56,7 +53,7 @@ Space::iterator ObjectSpace::end()
 
 std::string ObjectSpace::Name() const
 {
-    return m_State.name;
+    return m_Name;
 }
 
 char ObjectSpace::TypeCode() const
@@ -136,6 +133,21 @@ void ObjectSpace::insertObject(std::size_t index, std::unique_ptr<Compound> obje
     if (stored->refersToOthers())
         m_Referrers.push_back(stored);
     static_cast<void>(object.release());
+}
+
+void ObjectSpace::appendObjects(std::vector<std::unique_ptr<StoredObject>> objects)
+{
+    // Room for twice as many would be a good part of what thousands of short sequences occupy.
+    const std::size_t wanted = m_Objects.size() + objects.size();
+    if (wanted > m_Objects.capacity())
+        m_Objects.reserve(wanted + m_Objects.size() / 4);
+    for (std::unique_ptr<StoredObject> &object : objects) {
+        StoredObject *const stored = object.release();
+        m_Objects.push_back(&stored->asCompound());
+        stored->setParent(this);
+        if (stored->refersToOthers())
+            m_Referrers.push_back(stored);
+    }
 }
 
 void ObjectSpace::noteReferences(StoredObject &object)

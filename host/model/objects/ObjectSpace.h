@@ -44,9 +44,11 @@ public:
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
+    void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects) override;
 
     [[nodiscard]] CompoundState *ownState() noexcept override { return &m_State; }
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &m_State; }
+    void storeName(const std::string &name) override { m_Name = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
     [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 
@@ -65,6 +67,7 @@ public:
 
 private:
     CompoundState m_State;
+    std::string m_Name = "Space";
     // Owned; plain pointers because the interface hands out iterators over them.
     std::vector<Compound *> m_Objects;
     std::vector<StoredObject *> m_Referrers;

@@ -24,6 +24,15 @@ ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const ch
 { }
 
 ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
+                         EditPart part, std::vector<Compound *> members)
+    : m_Container(container),
+      m_Index(index),
+      m_Kind(kind),
+      m_Part(part),
+      m_Members(std::move(members))
+{ }
+
+ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
                          std::unique_ptr<Compound> object)
     : m_Container(container), m_Index(index), m_Kind(kind), m_Members{object.get()}
 {
@@ -48,6 +57,20 @@ Compound &ObjectContainer::add(std::unique_ptr<Compound> object, EditPart part)
     insertObject(index, std::move(object));
     recordInverse(std::make_unique<ObjectsEdit>(*this, index, "add", part));
     return added;
+}
+
+void ObjectContainer::addAll(std::vector<std::unique_ptr<StoredObject>> objects, EditPart part)
+{
+    if (objects.empty())
+        return;
+    const ChangeScope scope;
+    const std::size_t index = objectCount();
+    std::vector<Compound *> added;
+    added.reserve(objects.size());
+    for (const std::unique_ptr<StoredObject> &object : objects)
+        added.push_back(&object->asCompound());
+    appendObjects(std::move(objects));
+    recordInverse(std::make_unique<ObjectsEdit>(*this, index, "add", part, std::move(added)));
 }
 
 bool ObjectsEdit::absorb(const Edit &edit)

@@ -17,6 +17,9 @@ public:
     // Applying takes the one object at index out.
     ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
                 EditPart part = EditPart::Whole);
+    // Applying takes these out, which begin at index.
+    ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind, EditPart part,
+                std::vector<Compound *> members);
     // Applying puts the object, which was taken out, back at index.
     ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
                 std::unique_ptr<Compound> object);

@@ -24,6 +24,8 @@ void StoredObject::setParent(Compound *parent) noexcept
         state->parent = parent;
 }
 
+void StoredObject::storeName(const std::string &) { }
+
 std::string StoredObject::allowedName(const std::string &wanted) const
 {
     return wanted;

@@ -31,6 +31,8 @@ public:
     // Null for one that has no name of its own.
     [[nodiscard]] virtual CompoundState *ownState() noexcept = 0;
     [[nodiscard]] virtual const CompoundState *ownState() const noexcept = 0;
+    // Of one that has a name; without recording, which is done by renameObject().
+    virtual void storeName(const std::string &name);
     // Null when it leaves the tree.
     virtual void setParent(Compound *parent) noexcept;
     // What it occupies, everything that it owns included.

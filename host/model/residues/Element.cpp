@@ -71,7 +71,7 @@ Residue *Element::residue(std::size_t index) const
 
 std::size_t Element::bytes() const noexcept
 {
-    return sizeof(*this) + textBytes(state().name) + m_Runs.capacity() * sizeof(Run);
+    return sizeof(*this) + nameBytes() + m_Runs.capacity() * sizeof(Run);
 }
 
 } // namespace TAMBO

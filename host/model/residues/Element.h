@@ -33,6 +33,7 @@ public:
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
     [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    void storeName(const std::string &name) override { ownName() = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
     [[nodiscard]] EditPart partOfParent() const noexcept override { return EditPart::Elements; }
 

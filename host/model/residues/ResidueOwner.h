@@ -3,7 +3,7 @@
 // and the edits of its numbers and colours.
 #pragma once
 
-#include "NamedCompound.h"
+#include "OwnedCompound.h"
 
 #include <cstddef>
 #include <optional>
@@ -15,7 +15,7 @@ class Atom;
 class Element;
 
 // An index must be below residueCount().
-class ResidueOwner : public NamedCompound
+class ResidueOwner : public OwnedCompound
 {
 public:
     [[nodiscard]] virtual std::size_t residueCount() const noexcept = 0;
@@ -43,7 +43,7 @@ public:
     virtual void setSelected(std::size_t index, bool selected) = 0;
 
 protected:
-    using NamedCompound::NamedCompound;
+    using OwnedCompound::OwnedCompound;
 };
 
 } // namespace TAMBO

@@ -13,19 +13,29 @@
 #include "TieEdit.h"
 
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
 namespace TAMBO {
 
-Peptide::Peptide(std::string name, std::string letters)
-    : ResidueOwner(std::move(name)), m_Letters(std::move(letters))
-{ }
+Peptide::Peptide(std::string_view name, std::string_view letters) : m_Text(name, letters) { }
+
+Peptide::Peptide(SequenceText &&text) noexcept : m_Text(std::move(text)) { }
 
 Peptide::~Peptide() = default;
 
+PeptideExtras &Peptide::extras() const
+{
+    if (m_Extras == nullptr)
+        m_Extras = std::make_unique<PeptideExtras>(self());
+    return *m_Extras;
+}
+
 Peptide *Peptide::from(Compound *object) noexcept
 {
-    return dynamic_cast<Peptide *>(object);
+    // Of a final class this compares one pointer, where a cast would try all bases.
+    return object != nullptr && typeid(*object) == typeid(Peptide) ? static_cast<Peptide *>(object)
+                                                                   : nullptr;
 }
 
 ResiduePlace Peptide::placeOf(const Compound *residue) noexcept
@@ -54,13 +64,13 @@ bool Peptide::isChain() const
 
 Residue *Peptide::residue(std::size_t index) const
 {
-    return &m_Handles.at(index);
+    return &extras().handles.at(index);
 }
 
 ResiduePlace Peptide::resolve(std::size_t index) const noexcept
 {
-    if (m_Ties != nullptr) {
-        if (const ResidueTies::Run *const run = m_Ties->find(index))
+    if (const ResidueTies *const tied = ties()) {
+        if (const ResidueTies::Run *const run = tied->find(index))
             return {run->chain, run->chainFirst + (index - run->first)};
     }
     return {&self(), index};
@@ -76,8 +86,8 @@ std::string Peptide::typeName(std::size_t index) const
     const ReadPlace place = readPlace(index);
     if (&place.owner != this)
         return place.owner.typeName(place.index);
-    if (m_Contents != nullptr) {
-        const auto &names = m_Contents->typeNames;
+    if (const StructureContents *const inside = contents()) {
+        const auto &names = inside->typeNames;
         const auto found = std::ranges::lower_bound(
             names, index, {}, [](const auto &entry) { return std::size_t(entry.first); });
         if (found != names.end() && found->first == index)
@@ -97,7 +107,7 @@ void Peptide::readPositions(std::size_t begin, std::size_t end, Vertex *out) con
 {
     const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,
                            std::size_t count) {
-        const StructureContents *const contents = owner.m_Contents.get();
+        const StructureContents *const contents = owner.contents();
         if (contents == nullptr || contents->positions.empty())
             return;
         for (std::size_t i = 0; i < count; ++i) {
@@ -112,7 +122,7 @@ void Peptide::readPositions(std::size_t begin, std::size_t end, Vertex *out) con
 Element *Peptide::elementAt(std::size_t index) const noexcept
 {
     const ReadPlace place = readPlace(index);
-    const StructureContents *const contents = place.owner.m_Contents.get();
+    const StructureContents *const contents = place.owner.contents();
     if (contents == nullptr)
         return nullptr;
     // A later element covers an earlier one.
@@ -125,7 +135,7 @@ Element *Peptide::elementAt(std::size_t index) const noexcept
 std::size_t Peptide::atomCount(std::size_t index) const noexcept
 {
     const ReadPlace place = readPlace(index);
-    const StructureContents *const contents = place.owner.m_Contents.get();
+    const StructureContents *const contents = place.owner.contents();
     if (contents == nullptr || contents->atomStarts.empty())
         return 0;
     return contents->atomStarts[place.index + 1] - contents->atomStarts[place.index];
@@ -134,11 +144,11 @@ std::size_t Peptide::atomCount(std::size_t index) const noexcept
 bool Peptide::hasAtoms() const noexcept
 {
     const auto holdsAtoms = [](const Peptide &peptide) {
-        return peptide.m_Contents != nullptr && !peptide.m_Contents->atomStarts.empty();
+        return peptide.contents() != nullptr && !peptide.contents()->atomStarts.empty();
     };
     return holdsAtoms(*this) ||
-           (m_Ties != nullptr &&
-            std::ranges::any_of(m_Ties->runs(), [&](const ResidueTies::Run &run) {
+           (ties() != nullptr &&
+            std::ranges::any_of(ties()->runs(), [&](const ResidueTies::Run &run) {
                 return holdsAtoms(*run.chain);
             }));
 }
@@ -148,7 +158,7 @@ Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
     if (atom >= atomCount(index))
         return nullptr;
     const ReadPlace place = readPlace(index);
-    const StructureContents &contents = *place.owner.m_Contents;
+    const StructureContents &contents = *place.owner.contents();
     return &contents.atoms[contents.atomStarts[place.index] + atom];
 }
 
@@ -157,7 +167,8 @@ Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
 SequenceNumber Peptide::number(std::size_t index) const
 {
     const ReadPlace place = readPlace(index);
-    const NumberSlot *const slot = place.owner.m_Numbers.get();
+    const PeptideExtras *const kept = place.owner.m_Extras.get();
+    const NumberSlot *const slot = kept == nullptr ? nullptr : kept->numbers.get();
     return slot == nullptr ? ResidueNumbers().at(place.index) : slot->numbers.at(place.index);
 }
 
@@ -176,32 +187,39 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
     if (this->number(index) == number || !mayChange(*this))
         return;
     const ChangeScope scope;
-    if (m_Numbers == nullptr)
-        m_Numbers = std::make_unique<NumberSlot>();
-    if (m_Numbers->open == nullptr && ChangeSession::get().isRecording()) {
-        auto edit = std::make_unique<NumberEdit>(*this, *m_Numbers);
-        m_Numbers->open = edit.get();
+    std::unique_ptr<NumberSlot> &slot = extras().numbers;
+    if (slot == nullptr)
+        slot = std::make_unique<NumberSlot>();
+    if (slot->open == nullptr && ChangeSession::get().isRecording()) {
+        auto edit = std::make_unique<NumberEdit>(*this, *slot);
+        slot->open = edit.get();
         ChangeSession::get().recordGrowing(std::move(edit));
     }
-    m_Numbers->numbers.set(index, number, residueCount());
-    if (m_Numbers->numbers.isDefault())
-        m_Numbers->numbers = {};
+    slot->numbers.set(index, number, residueCount());
+    if (slot->numbers.isDefault())
+        slot->numbers = {};
     growNumberingRevision();
 }
 
 bool Peptide::hasOwnNumbers() const noexcept
 {
-    return m_Numbers != nullptr && !m_Numbers->numbers.isDefault();
+    return m_Extras != nullptr && m_Extras->numbers != nullptr &&
+           !m_Extras->numbers->numbers.isDefault();
 }
 
 void Peptide::presetNumber(std::size_t index, const SequenceNumber &number)
 {
-    if (m_Numbers == nullptr) {
-        m_Numbers = std::make_unique<NumberSlot>();
+    // As they count anyhow.
+    const bool isFirst = m_Extras == nullptr || m_Extras->numbers == nullptr;
+    if (isFirst && number == ResidueNumbers().at(index))
+        return;
+    std::unique_ptr<NumberSlot> &slot = extras().numbers;
+    if (slot == nullptr) {
+        slot = std::make_unique<NumberSlot>();
         if (index > 0)
-            m_Numbers->numbers.append(0, SequenceNumber(1));
+            slot->numbers.append(0, SequenceNumber(1));
     }
-    m_Numbers->numbers.append(index, number);
+    slot->numbers.append(index, number);
 }
 
 // ---- Ties
@@ -210,44 +228,52 @@ void Peptide::tie(std::size_t index, Peptide &chain, std::size_t first, std::siz
 {
     if (count == 0)
         return;
-    if (m_Ties == nullptr)
-        m_Ties = std::make_unique<ResidueTies>();
-    m_Ties->append({static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(count),
-                    static_cast<std::uint32_t>(first), &chain});
+    std::unique_ptr<ResidueTies> &slot = extras().ties;
+    if (slot == nullptr)
+        slot = std::make_unique<ResidueTies>();
+    slot->append({static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(count),
+                  static_cast<std::uint32_t>(first), &chain});
 }
 
 bool Peptide::hasTies() const noexcept
 {
-    return m_Ties != nullptr && !m_Ties->runs().empty();
+    return ties() != nullptr && !ties()->runs().empty();
 }
 
 void Peptide::untieFrom(const Peptide &chain)
 {
-    if (m_Ties == nullptr || !m_Ties->holds(chain))
+    if (ties() == nullptr || !ties()->holds(chain))
         return;
     const ChangeScope scope;
-    auto remaining = std::make_unique<ResidueTies>(*m_Ties);
+    std::unique_ptr<ResidueTies> &slot = extras().ties;
+    auto remaining = std::make_unique<ResidueTies>(*slot);
     remaining->erase(chain);
     recordInverse(
-        std::make_unique<TieEdit>(*this, m_Ties, std::exchange(m_Ties, std::move(remaining))));
+        std::make_unique<TieEdit>(*this, slot, std::exchange(slot, std::move(remaining))));
     growAllRevisions();
 }
 
 void Peptide::retie(ResidueTies ties)
 {
     const ChangeScope scope;
-    recordInverse(TieEdit(*this, m_Ties, std::make_unique<ResidueTies>(std::move(ties))).apply());
+    recordInverse(
+        TieEdit(*this, extras().ties, std::make_unique<ResidueTies>(std::move(ties))).apply());
 }
 
 void Peptide::forEachTiedChain(const TieVisitor &visit) const
 {
-    if (m_Ties == nullptr)
+    if (ties() == nullptr)
         return;
-    for (const ResidueTies::Run &run : m_Ties->runs())
+    for (const ResidueTies::Run &run : ties()->runs())
         visit(*run.chain);
 }
 
 // ---- Compound
+
+std::string Peptide::Name() const
+{
+    return std::string(m_Text.name());
+}
 
 std::string Peptide::TypeName() const
 {
@@ -269,7 +295,7 @@ Compound *Peptide::Child(std::size_t index) const
 void Peptide::AssignColor(const Color &color)
 {
     const ChangeScope scope;
-    NamedCompound::AssignColor(color);
+    OwnedCompound::AssignColor(color);
     for (std::size_t i = 0; i < residueCount(); ++i)
         setColor(i, color);
 }
@@ -277,13 +303,13 @@ void Peptide::AssignColor(const Color &color)
 void Peptide::SetSelected(bool selected)
 {
     const ChangeScope scope;
-    NamedCompound::SetSelected(selected);
+    OwnedCompound::SetSelected(selected);
     setSelected(0, residueCount(), selected);
 }
 
 bool Peptide::IsSelected() const
 {
-    return residueCount() == 0 ? NamedCompound::IsSelected() : selectedCount() == residueCount();
+    return residueCount() == 0 ? OwnedCompound::IsSelected() : selectedCount() == residueCount();
 }
 
 } // namespace TAMBO

@@ -4,11 +4,10 @@
 #pragma once
 
 #include "ObjectContainer.h"
+#include "PeptideExtras.h"
 #include "Records.h"
-#include "ResidueHandles.h"
 #include "ResidueOwner.h"
-#include "ResidueTies.h"
-#include "SequenceColors.h"
+#include "SequenceText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -25,7 +24,6 @@ class LetterColors;
 class Peptide;
 class ResidueSelection;
 class StructureContents;
-struct NumberSlot;
 
 // One residue of one peptide.
 struct ResiduePlace
@@ -43,7 +41,8 @@ class Peptide final : public ResidueOwner, public ObjectContainer
 {
 public:
     // Number 1 for the first residue.
-    Peptide(std::string name, std::string letters);
+    Peptide(std::string_view name, std::string_view letters);
+    explicit Peptide(SequenceText &&text) noexcept;
     // A chain with its atoms and groups.
     explicit Peptide(ChainRecord &&record);
     ~Peptide() override;
@@ -59,12 +58,15 @@ public:
 
     // ---- Residues. An index must be below residueCount().
 
-    [[nodiscard]] std::size_t residueCount() const noexcept override { return m_Letters.size(); }
+    [[nodiscard]] std::size_t residueCount() const noexcept override
+    {
+        return m_Text.letterCount();
+    }
     [[nodiscard]] char letter(std::size_t index) const noexcept override
     {
-        return m_Letters[index];
+        return m_Text.letter(index);
     }
-    [[nodiscard]] std::string_view letters() const noexcept { return m_Letters; }
+    [[nodiscard]] std::string_view letters() const noexcept { return m_Text.letters(); }
     [[nodiscard]] Residue *residue(std::size_t index) const override;
     // Where the data of a residue are: the chain's residue if it is tied, otherwise itself.
     [[nodiscard]] ResiduePlace resolve(std::size_t index) const noexcept;
@@ -118,7 +120,7 @@ public:
     void tie(std::size_t index, Peptide &chain, std::size_t first, std::size_t count);
     [[nodiscard]] bool hasTies() const noexcept;
     // Also when its ties have been cut, which undo may take back.
-    [[nodiscard]] bool wasTied() const noexcept { return m_Ties != nullptr; }
+    [[nodiscard]] bool wasTied() const noexcept { return ties() != nullptr; }
     // Cuts every tie to the chain; the residues go on with what they keep themselves.
     void untieFrom(const Peptide &chain);
     // These ties in place of those there are. Each object here or there stands in the tree.
@@ -129,6 +131,7 @@ public:
 
     // ---- Compound
 
+    std::string Name() const override;
     std::string TypeName() const override;
     std::size_t ChildCount() const override;
     Compound *Child(std::size_t index) const override;
@@ -144,6 +147,7 @@ public:
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
     [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    void storeName(const std::string &name) override { m_Text.setName(name); }
     [[nodiscard]] std::size_t bytes() const noexcept override;
     [[nodiscard]] bool refersToOthers() const noexcept override { return wasTied(); }
     [[nodiscard]] bool isProtein() const noexcept override { return residueCount() > 0; }
@@ -164,12 +168,8 @@ public:
 private:
     // The handles and ties of a sequence lead to residues that can be changed, whoever asks for
     // them.
-    [[nodiscard]] Peptide &self() const noexcept
-    {
-        return static_cast<Peptide &>(m_Handles.owner());
-    }
-    // As resolve(), for what only reads, which is done for each cell that is painted: there the way
-    // by the handles' owner would cost half as much again.
+    [[nodiscard]] Peptide &self() const noexcept { return const_cast<Peptide &>(*this); }
+    // As resolve(), for what only reads.
     struct ReadPlace
     {
         const Peptide &owner;
@@ -181,29 +181,40 @@ private:
     [[nodiscard]] bool isSelectedHere(std::size_t index) const noexcept;
     // Is below a structure.
     [[nodiscard]] bool isChain() const;
-    [[nodiscard]] StructureContents &contents();
+    // Null where there is nothing of that kind.
+    [[nodiscard]] const ResidueTies *ties() const noexcept
+    {
+        return m_Extras == nullptr ? nullptr : m_Extras->ties.get();
+    }
+    [[nodiscard]] const ResidueSelection *selection() const noexcept
+    {
+        return m_Extras == nullptr ? nullptr : m_Extras->selection.get();
+    }
+    [[nodiscard]] const StructureContents *contents() const noexcept
+    {
+        return m_Extras == nullptr ? nullptr : m_Extras->contents.get();
+    }
+    // Made when they are asked for.
+    [[nodiscard]] PeptideExtras &extras() const;
+    [[nodiscard]] StructureContents &ownContents();
     void listElements();
     // Calls visit(owner, first residue there, first residue here, count) for the residues
     // [begin, end), in ascending order.
     template <typename Visit>
     void forEachOwner(std::size_t begin, std::size_t end, Visit visit) const;
     // Here, whether tied or not.
+    void storeColors(const ResidueSelection &residues, std::string_view letters,
+                     const LetterColors &colors);
     void storeSelected(std::size_t begin, std::size_t end, bool selected);
 
-    std::string m_Letters;
-    // What these hold is made when first needed: a sequence of an alignment file needs none of it.
-    std::unique_ptr<NumberSlot> m_Numbers;
-    SequenceColors m_Colors;
-    std::unique_ptr<ResidueSelection> m_Selection;
-    mutable ResidueHandles m_Handles{*this};
-    std::unique_ptr<ResidueTies> m_Ties;
-    std::unique_ptr<StructureContents> m_Contents;
+    SequenceText m_Text;
+    mutable std::unique_ptr<PeptideExtras> m_Extras;
 };
 
 inline Peptide::ReadPlace Peptide::readPlace(std::size_t index) const noexcept
 {
-    if (m_Ties != nullptr) {
-        if (const ResidueTies::Run *const run = m_Ties->find(index))
+    if (const ResidueTies *const tied = ties()) {
+        if (const ResidueTies::Run *const run = tied->find(index))
             return {*run->chain, run->chainFirst + (index - run->first)};
     }
     return {*this, index};
@@ -212,8 +223,8 @@ inline Peptide::ReadPlace Peptide::readPlace(std::size_t index) const noexcept
 template <typename Visit>
 void Peptide::forEachOwner(std::size_t begin, std::size_t end, Visit visit) const
 {
-    if (m_Ties != nullptr) {
-        for (const ResidueTies::Run &run : m_Ties->runs()) {
+    if (const ResidueTies *const tied = ties()) {
+        for (const ResidueTies::Run &run : tied->runs()) {
             const std::size_t runEnd = std::size_t(run.first) + run.count;
             if (runEnd <= begin)
                 continue;

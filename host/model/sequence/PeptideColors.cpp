@@ -18,7 +18,8 @@ namespace TAMBO {
 
 Color Peptide::colorHere(std::size_t index) const noexcept
 {
-    const std::optional<Color> color = m_Colors.at(index);
+    const std::optional<Color> color =
+        m_Extras == nullptr ? std::nullopt : m_Extras->colors.at(index);
     return color ? *color : aminoAcidColor(letter(index));
 }
 
@@ -40,7 +41,8 @@ bool Peptide::hasOwnColors(std::size_t begin, std::size_t end) const
     bool has = false;
     forEachOwner(begin, end,
                  [&](const Peptide &owner, std::size_t there, std::size_t, std::size_t count) {
-                     has = has || owner.m_Colors.hasAny(there, there + count);
+                     has = has || (owner.m_Extras != nullptr &&
+                                   owner.m_Extras->colors.hasAny(there, there + count));
                  });
     return has;
 }
@@ -54,10 +56,22 @@ void Peptide::setColor(std::size_t index, std::optional<Color> color)
     }
     if (color == aminoAcidColor(letter(index)))
         color.reset();
-    if (m_Colors.at(index) == color || !mayChange(*this))
+    const std::optional<Color> before =
+        m_Extras == nullptr ? std::nullopt : m_Extras->colors.at(index);
+    if (before == color || !mayChange(*this))
         return;
     const ChangeScope scope;
-    m_Colors.set(*this, index, color);
+    extras().colors.set(*this, index, color);
+}
+
+void Peptide::storeColors(const ResidueSelection &residues, std::string_view letters,
+                          const LetterColors &colors)
+{
+    const bool wasPlain = m_Extras == nullptr;
+    extras().colors.set(*this, residues, letters, colors);
+    // The colours were those of the types, so nothing refers to what was made for them.
+    if (wasPlain && m_Extras->colors.bytes() == 0)
+        m_Extras.reset();
 }
 
 void Peptide::setColors(const ResidueSelection &residues, const LetterColors &colors)
@@ -65,8 +79,8 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
     if (residues.count() == 0 || !mayChange(*this))
         return;
     const ChangeScope scope;
-    if (m_Ties == nullptr) {
-        m_Colors.set(*this, residues, m_Letters, colors);
+    if (ties() == nullptr) {
+        storeColors(residues, letters(), colors);
         return;
     }
     // What follows each other with one owner, as residues of the owner.
@@ -74,7 +88,7 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
     Peptide *last = nullptr;
     const auto store = [&] {
         if (last == this)
-            m_Colors.set(*this, *owned, m_Letters, colors);
+            storeColors(*owned, letters(), colors);
         else if (last != nullptr)
             last->setColors(*owned, colors);
         last = nullptr;
@@ -100,7 +114,7 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
 
 void Peptide::setPositionedColors(std::string choices, const LetterColors &colors)
 {
-    if (m_Ties != nullptr) {
+    if (ties() != nullptr) {
         std::vector<Vertex> positions(residueCount());
         readPositions(0, residueCount(), positions.data());
         for (std::size_t i = 0; i < residueCount(); ++i) {
@@ -109,28 +123,28 @@ void Peptide::setPositionedColors(std::string choices, const LetterColors &color
         }
         return;
     }
-    if (m_Contents == nullptr || m_Contents->positions.empty() || !mayChange(*this))
+    if (contents() == nullptr || contents()->positions.empty() || !mayChange(*this))
         return;
     std::vector<std::uint64_t> words(bits::wordsFor(residueCount()));
     for (std::size_t i = 0; i < residueCount(); ++i) {
-        if (choices[i] == '\0' || !m_Contents->positions[i].isDefined())
+        if (choices[i] == '\0' || !contents()->positions[i].isDefined())
             continue;
         bits::set(words, i);
-        if (colors.color(choices[i]) == aminoAcidColor(m_Letters[i]))
+        if (colors.color(choices[i]) == aminoAcidColor(letter(i)))
             choices[i] = '\0';
     }
     const ResidueSelection residues(std::move(words));
     if (residues.count() == 0)
         return;
     const ChangeScope scope;
-    m_Colors.set(*this, residues, choices, colors);
+    storeColors(residues, choices, colors);
 }
 
 // ---- Selection
 
 bool Peptide::isSelectedHere(std::size_t index) const noexcept
 {
-    return m_Selection != nullptr && m_Selection->at(index);
+    return selection() != nullptr && selection()->at(index);
 }
 
 bool Peptide::isSelected(std::size_t index) const noexcept
@@ -161,14 +175,15 @@ void Peptide::select(const ResidueSelection &residues)
     if (residues.count() == 0)
         return;
     const ChangeScope scope;
-    if (m_Ties != nullptr) {
+    if (ties() != nullptr) {
         residues.forEachRun(
             [&](std::size_t begin, std::size_t end) { setSelected(begin, end, true); });
         return;
     }
-    if (m_Selection == nullptr)
-        m_Selection = std::make_unique<ResidueSelection>(residueCount());
-    if (m_Selection->add(residues, 0, residueCount()))
+    std::unique_ptr<ResidueSelection> &kept = extras().selection;
+    if (kept == nullptr)
+        kept = std::make_unique<ResidueSelection>(residueCount());
+    if (kept->add(residues, 0, residueCount()))
         growSelectionRevision();
 }
 
@@ -176,13 +191,13 @@ void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &
 {
     const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,
                            std::size_t count) {
-        if (owner.m_Selection == nullptr)
+        if (owner.selection() == nullptr)
             return;
         if (&owner == this) {
-            out.add(*m_Selection, here, here + count);
+            out.add(*selection(), here, here + count);
             return;
         }
-        owner.m_Selection->forEachRun(there, there + count, [&](std::size_t from, std::size_t to) {
+        owner.selection()->forEachRun(there, there + count, [&](std::size_t from, std::size_t to) {
             out.set(here + (from - there), here + (to - there), true);
         });
     };
@@ -192,24 +207,25 @@ void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &
 void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)
 {
     end = std::min(end, residueCount());
-    if (begin >= end || (m_Selection == nullptr && !selected))
+    if (begin >= end || (selection() == nullptr && !selected))
         return;
-    if (m_Selection == nullptr)
-        m_Selection = std::make_unique<ResidueSelection>(residueCount());
-    if (m_Selection->set(begin, end, selected))
+    std::unique_ptr<ResidueSelection> &kept = extras().selection;
+    if (kept == nullptr)
+        kept = std::make_unique<ResidueSelection>(residueCount());
+    if (kept->set(begin, end, selected))
         growSelectionRevision();
-    if (m_Selection->count() == 0)
-        m_Selection.reset();
+    if (kept->count() == 0)
+        kept.reset();
 }
 
 std::size_t Peptide::selectedCount() const noexcept
 {
     // The own flag of a tied residue is never set.
-    std::size_t count = m_Selection == nullptr ? 0 : m_Selection->count();
-    if (m_Ties != nullptr) {
-        for (const ResidueTies::Run &run : m_Ties->runs()) {
-            if (run.chain->m_Selection != nullptr)
-                count += run.chain->m_Selection->count(run.chainFirst,
+    std::size_t count = selection() == nullptr ? 0 : selection()->count();
+    if (ties() != nullptr) {
+        for (const ResidueTies::Run &run : ties()->runs()) {
+            if (run.chain->selection() != nullptr)
+                count += run.chain->selection()->count(run.chainFirst,
                                                        std::size_t(run.chainFirst) + run.count);
         }
     }

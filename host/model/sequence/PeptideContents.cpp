@@ -9,15 +9,15 @@
 #include "ResidueSelection.h"
 #include "Revisions.h"
 #include "StructureContents.h"
-#include "TextBytes.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace TAMBO {
 
-Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::string())
+Peptide::Peptide(ChainRecord &&record)
 {
+    std::string letters;
     std::size_t atomCount = 0;
     std::size_t residues = 0;
     for (const ResidueRecord &residue : record.residues) {
@@ -26,19 +26,19 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
             ++residues;
         }
     }
-    StructureContents &inside = contents();
+    StructureContents &inside = ownContents();
     inside.atoms = std::make_unique<Atom[]>(atomCount);
     inside.atomStarts.reserve(residues + 1);
     inside.atomStarts.push_back(0);
-    m_Letters.reserve(residues);
+    letters.reserve(residues);
     ResidueNumbers numbers;
     for (ResidueRecord &residue : record.residues) {
         if (!residue.isAminoAcid) {
             insertObject(objectCount(), std::make_unique<ResidueGroup>(std::move(residue)));
             continue;
         }
-        const std::size_t index = m_Letters.size();
-        m_Letters.push_back(residue.letter);
+        const std::size_t index = letters.size();
+        letters.push_back(residue.letter);
         numbers.append(index, residue.number);
         if (residue.typeName != aminoAcidName(residue.letter))
             inside.typeNames.emplace_back(static_cast<std::uint32_t>(index),
@@ -48,41 +48,44 @@ Peptide::Peptide(ChainRecord &&record) : Peptide(std::move(record.name), std::st
             inside.atoms[next++].fill(std::move(atom), *this, index);
         inside.atomStarts.push_back(next);
     }
+    m_Text = SequenceText(record.name, letters);
     if (!numbers.isDefault())
-        m_Numbers = std::make_unique<NumberSlot>(NumberSlot{std::move(numbers)});
+        extras().numbers = std::make_unique<NumberSlot>(NumberSlot{std::move(numbers)});
     updatePositions();
 }
 
 void Peptide::updatePositions()
 {
-    if (m_Contents == nullptr || m_Contents->atomStarts.empty())
+    if (contents() == nullptr || contents()->atomStarts.empty())
         return;
-    m_Contents->positions.assign(residueCount(), Vertex());
+    StructureContents &inside = ownContents();
+    inside.positions.assign(residueCount(), Vertex());
     for (std::size_t i = 0; i < residueCount(); ++i) {
-        const Atom *const begin = m_Contents->atoms.get() + m_Contents->atomStarts[i];
-        const Atom *const end = m_Contents->atoms.get() + m_Contents->atomStarts[i + 1];
+        const Atom *const begin = inside.atoms.get() + inside.atomStarts[i];
+        const Atom *const end = inside.atoms.get() + inside.atomStarts[i + 1];
         const Atom *const alpha = std::find_if(
             begin, end, [](const Atom &candidate) { return candidate.name() == "CA"; });
         if (alpha != end)
-            m_Contents->positions[i] = alpha->place();
+            inside.positions[i] = alpha->place();
     }
 }
 
-StructureContents &Peptide::contents()
+StructureContents &Peptide::ownContents()
 {
-    if (m_Contents == nullptr)
-        m_Contents = std::make_unique<StructureContents>();
-    return *m_Contents;
+    std::unique_ptr<StructureContents> &slot = extras().contents;
+    if (slot == nullptr)
+        slot = std::make_unique<StructureContents>();
+    return *slot;
 }
 
 std::size_t Peptide::objectCount() const noexcept
 {
-    return m_Contents == nullptr ? 0 : m_Contents->objects.size();
+    return contents() == nullptr ? 0 : contents()->objects.size();
 }
 
 Compound *Peptide::object(std::size_t index) const noexcept
 {
-    return index < objectCount() ? m_Contents->objects[index].get() : nullptr;
+    return index < objectCount() ? contents()->objects[index].get() : nullptr;
 }
 
 void Peptide::insertObject(std::size_t index, std::unique_ptr<Compound> object)
@@ -90,7 +93,7 @@ void Peptide::insertObject(std::size_t index, std::unique_ptr<Compound> object)
     StoredObject *const stored = StoredObject::from(object.get());
     if (stored == nullptr)
         return;
-    StructureContents &inside = contents();
+    StructureContents &inside = ownContents();
     stored->setParent(this);
     index = std::min(index, inside.objects.size());
     inside.objects.insert(inside.objects.begin() + std::ptrdiff_t(index), std::move(object));
@@ -101,7 +104,7 @@ std::unique_ptr<Compound> Peptide::takeObject(std::size_t index)
 {
     if (index >= objectCount())
         return nullptr;
-    auto &objects = m_Contents->objects;
+    auto &objects = ownContents().objects;
     std::unique_ptr<Compound> taken = std::move(objects[index]);
     objects.erase(objects.begin() + std::ptrdiff_t(index));
     StoredObject::from(taken.get())->setParent(nullptr);
@@ -111,10 +114,11 @@ std::unique_ptr<Compound> Peptide::takeObject(std::size_t index)
 
 void Peptide::listElements()
 {
-    m_Contents->elements.clear();
-    for (const std::unique_ptr<Compound> &object : m_Contents->objects) {
+    StructureContents &inside = ownContents();
+    inside.elements.clear();
+    for (const std::unique_ptr<Compound> &object : inside.objects) {
         if (auto *const element = dynamic_cast<Element *>(object.get()))
-            m_Contents->elements.push_back(element);
+            inside.elements.push_back(element);
     }
     growNumberingRevision();
 }
@@ -138,12 +142,7 @@ void Peptide::collectAtoms(std::vector<Compound *> &out, bool isAsked) const
 
 std::size_t Peptide::bytes() const noexcept
 {
-    return sizeof(*this) + textBytes(state().name) + textBytes(m_Letters) + m_Colors.bytes() +
-           m_Handles.bytes() +
-           (m_Numbers ? sizeof(NumberSlot) - sizeof(ResidueNumbers) + m_Numbers->numbers.bytes()
-                      : 0) +
-           (m_Selection ? m_Selection->bytes() : 0) + (m_Ties ? m_Ties->bytes() : 0) +
-           (m_Contents ? m_Contents->bytes() : 0);
+    return sizeof(*this) + m_Text.bytes() + (m_Extras ? m_Extras->bytes() : 0);
 }
 
 } // namespace TAMBO

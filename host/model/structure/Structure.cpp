@@ -61,7 +61,7 @@ bool Structure::IsSelected() const
 
 std::size_t Structure::bytes() const noexcept
 {
-    return sizeof(*this) + textBytes(state().name) + textBytes(m_Code) +
+    return sizeof(*this) + nameBytes() + textBytes(m_Code) +
            m_Chains.capacity() * sizeof(m_Chains[0]) + bytesOfObjects();
 }
 

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
     [[nodiscard]] CompoundState *ownState() noexcept override { return &state(); }
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
+    void storeName(const std::string &name) override { ownName() = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
     [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 

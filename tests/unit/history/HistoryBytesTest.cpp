@@ -89,6 +89,61 @@ TEST_F(HistoryBytes, OfASequenceHoldAllThatIsKeptOfItsResidues)
     expectRealBytes();
 }
 
+// What a row and its sequence take beside letters, name and bits, the undo of opening included.
+class RowBytes : public HistoryFixture
+{
+protected:
+    static constexpr std::size_t kRows = 20000;
+    static constexpr std::size_t kColumns = 200;
+
+    void load(const std::string &description = {})
+    {
+        TAMBO::AlignmentRecord record = madeAlignment(kRows, kColumns);
+        for (TAMBO::RowRecord &row : record.rows) {
+            row.description = description;
+            m_Content += row.name.size() + row.description.size() + row.sequence.letters.size() +
+                         row.sequence.occupancy.size() * sizeof(row.sequence.occupancy[0]);
+        }
+        m_Before = heapBytes();
+        // Of the record, which goes while the objects are made.
+        std::size_t ofRecord = m_Before;
+        {
+            const TAMBO::AlignmentRecord copy = record;
+            ofRecord = heapBytes() - m_Before;
+        }
+        m_Before -= ofRecord;
+        const TAMBO::ChangeScope scope;
+        m_Alignment = TAMBO::ObjectFactory::adopt(std::move(record));
+    }
+    [[nodiscard]] double bytesARow() const
+    {
+        return (double(heapBytes()) - double(m_Before) - double(m_Content)) / double(kRows);
+    }
+
+    TAMBO::Alignment *m_Alignment = nullptr;
+
+private:
+    std::size_t m_Before = 0;
+    std::size_t m_Content = 0;
+};
+
+TEST_F(RowBytes, AreFewAfterOpening)
+{
+    load();
+    EXPECT_LE(bytesARow(), 170.0);
+}
+
+TEST_F(RowBytes, AreFewAfterEditsThatTouchEveryRow)
+{
+    load();
+    m_Alignment->insertGapCol(100, 1);
+    m_Alignment->insertGap(7, 3);
+    m_Alignment->bubbleRow(0, kRows - 1);
+    EXPECT_LE(bytesARow(), 180.0);
+    m_Alignment->remove(100);
+    EXPECT_LE(bytesARow(), 180.0);
+}
+
 TEST_F(HistoryBytes, OfAStructureHoldItsChainsAtomsGroupsAndElements)
 {
     TAMBO::StructureRecord record;

@@ -86,6 +86,41 @@ TEST(OccupancyRow, WordsOfGapsAtTheEndTakeNoMemory)
     EXPECT_EQ(one.end(), 1U);
 }
 
+TEST(OccupancyRow, TakesOneAllocationWithoutCountsWhileItIsShort)
+{
+    EXPECT_EQ(row(std::string(200, 'x')).bytes(), 8U + 4 * 8U);
+    EXPECT_EQ(row(std::string(300, 'x')).bytes(), 8U + 6 * 8U + 2 * 4U);
+    EXPECT_EQ(OccupancyRow().bytes(), 0U);
+}
+
+TEST(OccupancyRow, GivesBackWhatItsColumnsTookWhenTheyGo)
+{
+    OccupancyRow cells = row(std::string(100000, 'x'));
+    cells.removeColumns(100, 99900 - 1);
+    EXPECT_LE(cells.bytes(), 8U + 66 * 8U + 17 * 4U);
+    EXPECT_EQ(cells.residues(), 101U);
+    cells.removeColumns(0, 101);
+    EXPECT_EQ(cells.bytes(), 0U);
+    EXPECT_EQ(cells.residues(), 0U);
+}
+
+TEST(OccupancyRow, GrowsPastWhatItHadRoomForWithItsCountsRight)
+{
+    OccupancyRow cells = row("x-x");
+    std::string expected = "x-x";
+    for (const std::size_t count : {1U, 63U, 64U, 200U, 5000U, 60000U}) {
+        cells.insertGaps(1, count);
+        expected.insert(1, count, '-');
+        expectSame(cells, expected);
+    }
+    const OccupancyRow copy = cells;
+    cells.closeGaps({{1, 60000}, {1, 5000}});
+    expected.erase(1, 65000);
+    expectSame(cells, expected);
+    EXPECT_FALSE(copy == cells);
+    EXPECT_EQ(copy.end(), cells.end() + 65000);
+}
+
 TEST(OccupancyRow, GapRunIsBoundedByResiduesAndByTheLimit)
 {
     const std::string gaps(200, '-');
