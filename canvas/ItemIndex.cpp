@@ -28,6 +28,8 @@ int chunksFor(int length, int chunk) noexcept
 void ItemIndex::setSize(const QSize &size)
 {
     m_Size = size;
+    if (m_Count == 0)
+        m_Chunks.clear();
     if (!m_Chunks.empty())
         spread();
 }

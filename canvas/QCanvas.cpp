@@ -5,6 +5,7 @@
 #include "HandedOutItems.h"
 #include "ItemIndex.h"
 #include "LatticePainter.h"
+#include "SeriesItems.h"
 
 #include <QPainter>
 #include <QRegion>
@@ -69,12 +70,15 @@ void QCanvas::setBackgroundColor(const QColor &color)
 QCanvasItemList QCanvas::allItems()
 {
     QCanvasItemList items;
-    QCanvasItem *item = m_First;
-    for (; item != nullptr && item->m_Serial < m_LatticeSerial; item = item->m_After)
-        items.append(item);
     addLatticeItems(m_Lattice.cellsIn(m_Lattice.rect()), items);
-    for (; item != nullptr; item = item->m_After)
+    QCanvasItemList inSeries;
+    for (const auto &series : m_Series)
+        series->collectAll(inSeries);
+    handOut(inSeries);
+    items.append(inSeries);
+    for (QCanvasItem *item = m_First; item != nullptr; item = item->m_After)
         items.append(item);
+    std::ranges::sort(items, {}, [](const QCanvasItem *item) { return item->m_Serial; });
     return items;
 }
 
@@ -85,15 +89,11 @@ QCanvasItemList QCanvas::collisions(const QPoint &point)
 
 QCanvasItemList QCanvas::collisions(const QRect &rect)
 {
-    QCanvasItemList items;
-    m_Index->collect(rect, items);
+    QCanvasItemList items = itemsReaching(rect);
     // What an item may reach is more than what it covers.
     items.removeIf(
         [&rect](const QCanvasItem *item) { return !item->boundingRect().intersects(rect); });
-    for (QCanvasItem *item : std::as_const(items))
-        item->m_HandedOut = true;
-    if (!items.isEmpty())
-        (void)handedOut();
+    handOut(items);
     addLatticeItems(m_Lattice.cellsIn(rect), items);
     std::ranges::sort(items, [](const QCanvasItem *a, const QCanvasItem *b) {
         return std::tuple(a->m_Z, a->m_Serial) > std::tuple(b->m_Z, b->m_Serial);
@@ -112,10 +112,45 @@ void QCanvas::setLattice(const CellLattice &lattice, std::unique_ptr<LatticeSour
     setAllChanged();
 }
 
+const ItemSeries *QCanvas::addSeries(std::unique_ptr<ItemSeries> series)
+{
+    const ItemSeries *added = series.get();
+    const auto make = [this](ItemSeries &from, unsigned long slot) {
+        return makeItemFor(Keeper::Series, [&] { return from.makeItem(*this, slot); });
+    };
+    m_Series.push_back(std::make_unique<SeriesItems>(std::move(series), m_NextSerial, make));
+    m_NextSerial += added->slotCount();
+    setAllChanged();
+    return added;
+}
+
+void QCanvas::makeItems(const ItemSeries *series)
+{
+    QCanvasItemList made;
+    for (const auto &items : m_Series) {
+        if (items->series() == series)
+            items->collectAll(made);
+    }
+}
+
+void QCanvas::removeSeries(const ItemSeries *series)
+{
+    std::erase_if(m_Series, [&](const auto &items) {
+        if (items->series() != series)
+            return false;
+        items->bury(*m_Index, m_HandedOut);
+        setAllChanged();
+        return true;
+    });
+}
+
 void QCanvas::clear()
 {
     setAllChanged();
     setLattice({}, nullptr);
+    for (const auto &series : m_Series)
+        series->bury(*m_Index, m_HandedOut);
+    m_Series.clear();
     while (m_Last != nullptr) {
         QCanvasItem *item = m_Last;
         if (item->m_HandedOut && m_HandedOut != nullptr) {
@@ -162,8 +197,7 @@ void QCanvas::drawArea(const QRect &rect, QPainter *painter)
     painter->setClipRect(rect, Qt::IntersectClip);
     fillBackground(rect, painter);
 
-    QCanvasItemList items;
-    m_Index->collect(rect, items);
+    QCanvasItemList items = itemsReaching(rect);
     const auto place = [](const QCanvasItem *item) {
         return std::tuple(item->m_Z, item->m_Serial);
     };
@@ -172,12 +206,17 @@ void QCanvas::drawArea(const QRect &rect, QPainter *painter)
     const bool wasDrawing = std::exchange(m_Drawing, true);
     for (auto item = items.begin(); item != front; ++item)
         (*item)->draw(*painter);
-    if (m_Source != nullptr)
-        m_LatticePainter->paint(*painter, m_Lattice, *m_Source, m_Lattice.cellsIn(rect));
+    if (m_Source != nullptr) {
+        const CellRange cells = m_Lattice.cellsIn(rect);
+        m_CellsPainted += (cells.rowEnd - cells.rowBegin) * (cells.colEnd - cells.colBegin);
+        m_LatticePainter->paint(*painter, m_Lattice, *m_Source, cells);
+    }
     for (auto item = front; item != items.end(); ++item)
         (*item)->draw(*painter);
     m_Drawing = wasDrawing;
     painter->restore();
+    for (const auto &series : m_Series)
+        series->trim(rect, m_HandedOut);
 }
 
 // Cells cover their whole rectangle, so the background is only needed beside them.
@@ -195,10 +234,9 @@ void QCanvas::fillBackground(const QRect &rect, QPainter *painter) const
 
 void QCanvas::addItem(QCanvasItem *item)
 {
-    if (m_MakingLatticeItem) {
-        item->m_OfLattice = true;
+    item->m_Keeper = m_MakingFor;
+    if (m_MakingFor != Keeper::Canvas)
         return;
-    }
     item->m_Serial = m_NextSerial++;
     item->m_Before = m_Last;
     (m_Last != nullptr ? m_Last->m_After : m_First) = item;
@@ -207,7 +245,7 @@ void QCanvas::addItem(QCanvasItem *item)
 
 void QCanvas::removeItem(QCanvasItem *item)
 {
-    if (item->m_OfLattice) {
+    if (item->m_Keeper == Keeper::Lattice) {
         if (m_HandedOut != nullptr)
             m_HandedOut->disown(item);
         return;
@@ -216,7 +254,14 @@ void QCanvas::removeItem(QCanvasItem *item)
         m_Index->remove(*item);
         setAllChanged();
     }
-    unlink(item);
+    if (item->m_Keeper == Keeper::Canvas) {
+        unlink(item);
+        return;
+    }
+    for (const auto &series : m_Series) {
+        if (series->has(*item))
+            series->disown(*item);
+    }
 }
 
 void QCanvas::unlink(QCanvasItem *item)
@@ -229,7 +274,7 @@ void QCanvas::unlink(QCanvasItem *item)
 
 void QCanvas::itemLeaves(QCanvasItem &item)
 {
-    if (item.m_OfLattice)
+    if (item.m_Keeper == Keeper::Lattice || m_MakingFor != Keeper::Canvas)
         return;
     m_Index->remove(item);
     itemChanged(item);
@@ -237,8 +282,14 @@ void QCanvas::itemLeaves(QCanvasItem &item)
 
 void QCanvas::itemEnters(QCanvasItem &item)
 {
-    if (item.m_OfLattice)
+    if (item.m_Keeper == Keeper::Lattice || m_MakingFor != Keeper::Canvas)
         return;
+    if (item.m_Keeper == Keeper::Series && !item.m_IsChanged) {
+        // Items may set their text while they are drawn; the series has reckoned with that.
+        if (m_Drawing)
+            return;
+        item.m_IsChanged = true;
+    }
     m_Index->insert(item);
     itemChanged(item);
 }
@@ -257,15 +308,39 @@ HandedOutItems &QCanvas::handedOut()
     return *m_HandedOut;
 }
 
+void QCanvas::handOut(const QCanvasItemList &items)
+{
+    for (QCanvasItem *item : items)
+        item->m_HandedOut = true;
+    if (!items.isEmpty())
+        (void)handedOut();
+}
+
+QCanvasItemList QCanvas::itemsReaching(const QRect &rect)
+{
+    QCanvasItemList items;
+    m_Index->collect(rect, items);
+    for (const auto &series : m_Series)
+        series->collect(rect, items);
+    return items;
+}
+
+template <typename Make> QCanvasItem *QCanvas::makeItemFor(Keeper keeper, Make make)
+{
+    const Keeper before = std::exchange(m_MakingFor, keeper);
+    QCanvasItem *item = make();
+    m_MakingFor = before;
+    return item;
+}
+
 QCanvasItem *QCanvas::latticeItem(const Cell &cell)
 {
     const unsigned long index = m_Lattice.indexOf(cell);
     HandedOutItems &items = handedOut();
     if (QCanvasItem *item = items.find(index))
         return item;
-    m_MakingLatticeItem = true;
-    QCanvasItem *item = m_Source->makeItem(*this, cell, m_Lattice.cellRect(cell));
-    m_MakingLatticeItem = false;
+    QCanvasItem *item = makeItemFor(
+        Keeper::Lattice, [&] { return m_Source->makeItem(*this, cell, m_Lattice.cellRect(cell)); });
     item->m_Serial = m_LatticeSerial + index;
     item->m_Visible = true;
     items.add(index, item);

@@ -3,12 +3,14 @@
 
 QCanvasItem::QCanvasItem(QCanvas *canvas) : m_Host(ItemHost::of(canvas))
 {
+    ++s_Alive;
     if (m_Host != nullptr)
         m_Host->addItem(this);
 }
 
 QCanvasItem::~QCanvasItem()
 {
+    --s_Alive;
     if (m_Host != nullptr)
         m_Host->removeItem(this);
 }

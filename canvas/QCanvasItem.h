@@ -50,6 +50,9 @@ public:
     [[nodiscard]] virtual QRect boundingRect() const = 0;
     [[nodiscard]] bool collidesWith(const QCanvasItem *other) const;
 
+    // How many items there are, on whatever canvas.
+    [[nodiscard]] static unsigned long aliveCount() noexcept { return s_Alive; }
+
 protected:
     // An area that holds whatever the item may draw. It may be too large, but must be cheap.
     [[nodiscard]] virtual QRect reach() const { return boundingRect(); }
@@ -61,6 +64,12 @@ private:
     friend class HandedOutItems;
     friend class ItemIndex;
     friend class QCanvas;
+    friend class SeriesItems;
+
+    // Who keeps the item. Those of a lattice or a series are not listed among the canvas's own.
+    enum class Keeper : signed char { Canvas, Lattice, Series };
+
+    static inline unsigned long s_Alive = 0;
 
     // Null when it is on no canvas.
     ItemHost *m_Host;
@@ -75,7 +84,9 @@ private:
     QCanvasItem *m_IndexAfter = nullptr;
     int m_IndexPlace = -1;
     bool m_Visible = false;
-    // Made for a cell of the lattice, and not listed among the canvas's own items.
-    bool m_OfLattice = false;
+    Keeper m_Keeper = Keeper::Canvas;
     bool m_HandedOut = false;
+    // An item of a series that somebody has changed: what the series knows of its place does not
+    // hold any more, and the index has it instead.
+    bool m_IsChanged = false;
 };

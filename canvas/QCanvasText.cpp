@@ -5,6 +5,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -21,6 +22,7 @@ public:
             m_Font = font;
             m_Metrics.emplace(font);
             m_Widest = std::max(m_Metrics->maxWidth(), 2 * m_Metrics->height());
+            m_Widths.fill(kUnknown);
         }
         return *m_Metrics;
     }
@@ -30,11 +32,27 @@ public:
         of(font);
         return m_Widest;
     }
+    // Of a text of one line. Most texts over a grid are single letters, and laying one out to
+    // measure it takes as long as drawing it.
+    int width(const QFont &font, const QString &text)
+    {
+        const QFontMetrics &metrics = of(font);
+        if (text.size() != 1 || text.front().unicode() >= m_Widths.size())
+            return metrics.horizontalAdvance(text);
+        int &width = m_Widths[text.front().unicode()];
+        if (width == kUnknown)
+            width = metrics.horizontalAdvance(text);
+        return width;
+    }
 
 private:
+    static constexpr int kUnknown = -1;
+
     QFont m_Font;
     std::optional<QFontMetrics> m_Metrics;
     int m_Widest = 0;
+    // Of the characters of plain ASCII.
+    std::array<int, 128> m_Widths{};
 };
 
 FontMeasure &fontMeasure()
@@ -109,6 +127,14 @@ void QCanvasText::draw(QPainter &painter)
         painter.drawText(area.left(), area.top() + fontMeasure().of(m_Font).ascent(), m_Text);
 }
 
+// As reach() has it.
+int QCanvasText::farthest(const QFont &font, int length, int flags)
+{
+    const int widest = fontMeasure().widest(font);
+    const int whole = std::max(1, length) * widest;
+    return ((flags & Qt::AlignHCenter) != 0 ? whole / 2 : whole) + widest + 2;
+}
+
 int QCanvasText::rtti() const
 {
     return RTTI;
@@ -138,7 +164,7 @@ QSize QCanvasText::measured() const
         const QFontMetrics &metrics = fontMeasure().of(m_Font);
         m_Size = m_Text.contains(QLatin1Char('\n')) ? metrics.size(0, m_Text)
                  : m_Text.isEmpty()                 ? QSize(0, 0)
-                                    : QSize(metrics.horizontalAdvance(m_Text), metrics.height());
+                                    : QSize(fontMeasure().width(m_Font, m_Text), metrics.height());
     }
     return m_Size;
 }

@@ -35,6 +35,9 @@ public:
     [[nodiscard]] int rtti() const override;
     [[nodiscard]] QRect boundingRect() const override;
 
+    // No text of so many characters on one line draws farther from where it stands.
+    [[nodiscard]] static int farthest(const QFont &font, int length, int flags);
+
 protected:
     [[nodiscard]] QRect reach() const override;
 
