@@ -71,6 +71,10 @@ public:
 
     // '\0' for a gap.
     [[nodiscard]] char letterAt(unsigned long row, unsigned long col) const;
+    // How many residues of the row stand before the column.
+    [[nodiscard]] unsigned long residueCount(unsigned long row, unsigned long end) const;
+    // Where a residue of the row stands, which are counted from 0; width() when it has fewer.
+    [[nodiscard]] unsigned long columnOfResidue(unsigned long row, unsigned long residue) const;
     // Appends to out the cells [begin, end) of a row; columns out of bounds are left out.
     void readRow(unsigned long row, unsigned long begin, unsigned long end,
                  std::vector<AlignmentCell> &out) const;

@@ -117,6 +117,20 @@ TEST_F(AlignmentContract, CellsAreReadByRowAndColumn)
     EXPECT_EQ(alignment->getItem(0, 1)->TypeCode(), 'C');
 }
 
+TEST_F(AlignmentContract, ResiduesOfARowAreCountedAndFound)
+{
+    EXPECT_EQ(alignment->residueCount(0, 0), 0U);
+    EXPECT_EQ(alignment->residueCount(0, 2), 2U);
+    EXPECT_EQ(alignment->residueCount(0, 3), 2U);
+    EXPECT_EQ(alignment->residueCount(0, 4), 3U);
+    EXPECT_EQ(alignment->residueCount(0, 100), 3U);
+    EXPECT_EQ(alignment->residueCount(2, 4), 0U) << "there is no such row";
+    EXPECT_EQ(alignment->columnOfResidue(0, 1), 1U);
+    EXPECT_EQ(alignment->columnOfResidue(0, 2), 3U);
+    EXPECT_EQ(alignment->columnOfResidue(0, 3), alignment->width());
+    EXPECT_EQ(alignment->columnOfResidue(2, 0), alignment->width());
+}
+
 TEST_F(AlignmentContract, ColumnStoreAgreesWithTheCells)
 {
     const auto columns = alignment->columns();

@@ -99,6 +99,19 @@ char Alignment::letterAt(unsigned long row, unsigned long col) const
     return line.sequence().letter(line.residueIndex(line.cells().rank(col)));
 }
 
+unsigned long Alignment::residueCount(unsigned long row, unsigned long end) const
+{
+    return row < height() ? m_Table->row(row).cells().rank(std::min(end, m_Width)) : 0;
+}
+
+unsigned long Alignment::columnOfResidue(unsigned long row, unsigned long residue) const
+{
+    if (row >= height())
+        return m_Width;
+    const OccupancyRow &cells = m_Table->row(row).cells();
+    return residue < cells.residues() ? cells.columnOf(std::uint32_t(residue)) : m_Width;
+}
+
 void Alignment::readRow(unsigned long row, unsigned long begin, unsigned long end,
                         std::vector<AlignmentCell> &out) const
 {
