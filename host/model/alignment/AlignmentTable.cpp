@@ -193,9 +193,10 @@ void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column
     const Column begin = std::min(from, to);
     const Column end = std::max(from, to) + count;
     m_Profiles.subtract(changed, begin, end);
+    m_SelectedColumns.subtract(changed, begin, end);
     changed.moveGaps(from, count, to, growth < 0 ? width() - Column(-growth) : width());
     m_Profiles.add(changed, begin, end);
-    m_SelectedColumns.forget(begin, end);
+    m_SelectedColumns.add(changed, begin, end);
     setWidth(growth < 0 ? width() - Column(-growth) : width());
 }
 
@@ -258,6 +259,7 @@ void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows ro
     } else {
         m_Profiles.clear();
     }
+    m_SelectedColumns.addRows(rows);
     Rows merged;
     merged.reserve(m_Rows.size() + rows.size());
     auto old = m_Rows.begin();
@@ -268,7 +270,6 @@ void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows ro
     }
     std::move(old, m_Rows.end(), std::back_inserter(merged));
     m_Rows = std::move(merged);
-    m_SelectedColumns.clear();
     setWidth(width);
 }
 
@@ -285,7 +286,7 @@ AlignmentTable::Rows AlignmentTable::takeRows(const std::vector<std::size_t> &in
     } else {
         m_Profiles.clear();
     }
-    m_SelectedColumns.clear();
+    m_SelectedColumns.takeRows();
     setWidth(width);
     return taken;
 }

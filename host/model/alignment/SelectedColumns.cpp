@@ -4,6 +4,9 @@
 #include "Bits.h"
 #include "Revisions.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace TAMBO {
 
 namespace {
@@ -17,6 +20,11 @@ Words wordsOf(const AlignmentRow &row, std::size_t block) noexcept
     for (std::size_t i = 0; i < words.size(); ++i)
         words[i] = row.cells().word(block * words.size() + i);
     return words;
+}
+
+bool hasSelected(const std::unique_ptr<AlignmentRow> &row) noexcept
+{
+    return row->sequence().selectedCount() > 0;
 }
 
 // Adds a row of which some residues are selected and some are not. Only columns that may still turn
@@ -39,29 +47,53 @@ void addMixed(const AlignmentRow &row, std::size_t block, const Words &words, Wo
 
 bool SelectedColumns::isSelected(const Rows &rows, Column width, Column column)
 {
+    if (!isAnySelected(rows))
+        return false;
     const std::size_t index = column / OccupancyRow::kBlockColumns;
     if (index >= m_Blocks.size())
         m_Blocks.resize(index + 1);
     Block &block = m_Blocks[index];
-    if (!block.isKnown || block.selectionRevision != selectionRevision())
-        find(rows, width, index, block);
     const Column place = column % OccupancyRow::kBlockColumns;
-    return bits::isSet(block.selected, place);
+    if (!block.isKnown || block.selectionRevision != selectionRevision()) {
+        block = {};
+        block.open.fill(~OccupancyRow::Word(0));
+    }
+    if (bits::isSet(block.open, place))
+        find(rows, width, index, block);
+    return bits::isSet(block.holding, place) && !bits::isSet(block.unselected, place);
 }
 
+bool SelectedColumns::knowsWhetherAny() const noexcept
+{
+    return m_IsAnyKnown && m_AnyRevision == selectionRevision();
+}
+
+bool SelectedColumns::isAnySelected(const Rows &rows) noexcept
+{
+    if (!knowsWhetherAny()) {
+        m_IsAnySelected = std::ranges::any_of(rows, hasSelected);
+        m_AnyRevision = selectionRevision();
+        m_IsAnyKnown = true;
+    }
+    return m_IsAnySelected;
+}
+
+// Of the columns that are open; in those there is nothing yet.
 void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Block &block)
 {
     const Column begin = index * OccupancyRow::kBlockColumns;
-    Words holding{};
-    Words unselected{};
-    // Columns beyond the last one count as settled.
-    for (std::size_t i = 0; i < unselected.size(); ++i) {
+    Words settled;
+    for (std::size_t i = 0; i < settled.size(); ++i) {
         const Column first = begin + i * OccupancyRow::kWordColumns;
+        settled[i] = ~block.open[i];
+        // Columns beyond the last one count as settled.
         if (first >= width)
-            unselected[i] = ~OccupancyRow::Word(0);
+            settled[i] = ~OccupancyRow::Word(0);
         else if (width - first < OccupancyRow::kWordColumns)
-            unselected[i] = ~OccupancyRow::Word(0) << (width - first);
+            settled[i] |= ~OccupancyRow::Word(0) << (width - first);
     }
+    Words holding{};
+    Words unselected = settled;
     for (const auto &row : rows) {
         const Words words = wordsOf(*row, index);
         const std::size_t selected = row->sequence().selectedCount();
@@ -74,14 +106,69 @@ void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Bl
                 unselected[i] |= words[i];
             isSettled = isSettled && unselected[i] == ~OccupancyRow::Word(0);
         }
-        // Mostly nothing is selected, and a few rows show that for every column.
+        // Mostly little is selected, and a few rows show that for every column.
         if (isSettled)
             break;
     }
-    for (std::size_t i = 0; i < holding.size(); ++i)
-        block.selected[i] = holding[i] & ~unselected[i];
+    for (std::size_t i = 0; i < holding.size(); ++i) {
+        block.holding[i] |= holding[i] & ~settled[i];
+        block.unselected[i] |= unselected[i] & ~settled[i];
+        block.open[i] = 0;
+    }
     block.isKnown = true;
     block.selectionRevision = selectionRevision();
+}
+
+template <typename Visit>
+void SelectedColumns::visitKnown(const AlignmentRow &row, Column begin, Column end,
+                                 Visit visit) noexcept
+{
+    constexpr Column kBlock = OccupancyRow::kBlockColumns;
+    for (std::size_t index = begin / kBlock; index < m_Blocks.size() && index * kBlock < end;
+         ++index) {
+        Block &block = m_Blocks[index];
+        if (!block.isKnown)
+            continue;
+        Words words = wordsOf(row, index);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            const Column first = index * kBlock + i * OccupancyRow::kWordColumns;
+            words[i] &= bits::low(end > first ? end - first : 0) &
+                        ~bits::low(begin > first ? begin - first : 0);
+        }
+        visit(block, index, words);
+    }
+}
+
+void SelectedColumns::subtract(const AlignmentRow &row, Column begin, Column end) noexcept
+{
+    visitKnown(row, begin, end, [](Block &block, std::size_t, const Words &words) {
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            block.open[i] |= words[i];
+            block.holding[i] &= ~words[i];
+            block.unselected[i] &= ~words[i];
+        }
+    });
+}
+
+void SelectedColumns::add(const AlignmentRow &row, Column begin, Column end) noexcept
+{
+    visitKnown(row, begin, end, [&](Block &block, std::size_t index, const Words &words) {
+        const std::size_t selected = row.sequence().selectedCount();
+        Words unselected{};
+        if (selected == 0) {
+            unselected = words;
+        } else if (selected < row.sequence().residueCount()) {
+            std::ranges::transform(words, unselected.begin(), std::bit_not());
+            addMixed(row, index, wordsOf(row, index), unselected);
+        }
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            unselected[i] &= words[i];
+            block.unselected[i] |= unselected[i];
+            // One that is not selected is enough to know.
+            block.open[i] &= ~unselected[i];
+            block.holding[i] |= words[i] & ~block.open[i];
+        }
+    });
 }
 
 void SelectedColumns::forget(Column begin, Column end) noexcept
@@ -89,6 +176,20 @@ void SelectedColumns::forget(Column begin, Column end) noexcept
     for (std::size_t i = begin / OccupancyRow::kBlockColumns;
          i < m_Blocks.size() && i * OccupancyRow::kBlockColumns < end; ++i)
         m_Blocks[i].isKnown = false;
+}
+
+void SelectedColumns::addRows(const Rows &added) noexcept
+{
+    m_Blocks.clear();
+    if (knowsWhetherAny())
+        m_IsAnySelected = m_IsAnySelected || std::ranges::any_of(added, hasSelected);
+}
+
+void SelectedColumns::takeRows() noexcept
+{
+    m_Blocks.clear();
+    // Without any before there is none now.
+    m_IsAnyKnown = knowsWhetherAny() && !m_IsAnySelected;
 }
 
 } // namespace TAMBO
