@@ -16,6 +16,7 @@
 #include <memory>
 #include <utility>
 
+class ItemSeries;
 class Panel;
 class QLabel;
 class QMenu;
@@ -118,11 +119,8 @@ private:
     void ProcInit();
     void print(PrintStyle style);
 
-    void addNumber(const QString &text, unsigned long col, int &free);
-    void addElement(const QString &letter, unsigned long col);
-    void addNumberingItem(const QString &text, const QFont &font, unsigned long col, int y);
     void createItems();
-    void createHeader(unsigned long columns);
+    void createHeader();
     void createNames(unsigned long rows);
     void clearItems();
     void setCellSize(const QSize &size);
@@ -140,7 +138,6 @@ private:
     [[nodiscard]] bool hasCurrentShape() const;
     // Whether rows, columns, numbering and range are shown as they are.
     [[nodiscard]] bool isCurrent() const;
-    [[nodiscard]] int cellCentre(unsigned long col) const;
     // Marks the canvases wholly changed, without painting them.
     void setAllChanged();
 
@@ -158,7 +155,7 @@ private:
     QCanvas *m_NameCanvas = nullptr;
     QCanvas *m_HeaderCanvas = nullptr;
     QLabel *m_Corner = nullptr;
-    // Neither list owns its items; the second is only ever cleared.
+    // Both are only ever cleared: the header's canvas keeps the items of the numbering.
     QCanvasItemList m_Numbering;
     QCanvasItemList m_Spare;
     TAMBO::Alignment *m_Data = nullptr;
@@ -174,6 +171,8 @@ private:
     unsigned long m_ShownRevision = 0;
     // The alignment's range that the header's marker was put over.
     TAMBO::Alignment::Range m_ShownRange{0, 0};
+    // Null for none.
+    const ItemSeries *m_NumberingItems = nullptr;
     bool m_IsPopulating = false;
     // Both go before everything that they look at.
     std::unique_ptr<CatchUp> m_CatchUp;

@@ -2,18 +2,16 @@
 // What stands on the canvases, and in which measures.
 #include "AlignmentWindowService.h"
 #include "Check.h"
-#include "ColItem.h"
-#include "IdItem.h"
+#include "HeaderItems.h"
 #include "KALMO2.h"
+#include "NameItems.h"
+#include "NumberingItems.h"
 #include "QCanvasRectangle.h"
 #include "ResidueLattice.h"
-#include "RowItem.h"
 #include "View.h"
 
-#include <QFontMetrics>
-
-#include <limits>
 #include <memory>
+#include <utility>
 
 namespace ZEP {
 
@@ -33,7 +31,7 @@ void KALMO2::createItems()
         std::make_unique<ResidueLattice>(m_Data, letters.font, letters.areShown));
 
     showName();
-    createHeader(columns);
+    createHeader();
     createMarker();
     CreateNumbering();
     createNames(rows);
@@ -41,28 +39,12 @@ void KALMO2::createItems()
     m_Service->rebuilt();
 }
 
-void KALMO2::createHeader(unsigned long columns)
+void KALMO2::createHeader()
 {
     const CellMeasures::Letters &letters = m_Measures.columnLetters();
-    const int line = m_CellHeight;
-    const auto place = [&](PlacedText &item, unsigned long col, int number) {
-        if (!m_Measures.isOwn())
-            item.setPlace(QRect(static_cast<int>(col) * m_Measures.cellWidth(), number * line,
-                                m_Measures.cellWidth(), line),
-                          letters.areShown);
-    };
-    for (unsigned long col = 0; col < columns; ++col) {
-        const int x = cellCentre(col);
-        auto *consensus = new IdItem(m_Data, col, letters.font, m_HeaderCanvas, x, 2.0 * line);
-        TAMBO_CHECK_PTR(consensus, "KalmoIO", 95);
-        place(*consensus, col, 2);
-        consensus->show();
-        auto *mark = new ColItem(m_Data, col, letters.font, m_HeaderCanvas, x, 3.0 * line);
-        TAMBO_CHECK_PTR(mark, "KalmoIO", 98);
-        place(*mark, col, 3);
-        mark->setZ(3.0);
-        mark->show();
-    }
+    m_HeaderCanvas->addSeries(std::make_unique<HeaderItems>(
+        m_Data, HeaderItems::Measures{m_Measures.cellWidth(), m_CellHeight, letters.font,
+                                      letters.areShown, m_Measures.isOwn()}));
 }
 
 void KALMO2::createNames(unsigned long rows)
@@ -70,16 +52,10 @@ void KALMO2::createNames(unsigned long rows)
     const CellMeasures::Letters &letters = m_Measures.nameLetters();
     // The last column beside the cells stays free.
     const int right = nameWidth() - m_CellWidth;
-    const int height = m_Measures.cellHeight();
-    for (unsigned long row = 0; row < rows; ++row) {
-        const int y = static_cast<int>(row) * height;
-        auto *item = new RowItem(m_Data, row, letters.font, m_NameCanvas, right, y);
-        TAMBO_CHECK_PTR(item, "KalmoIO", 118);
-        if (!m_Measures.isOwn())
-            item->setPlace(QRect(0, y, right, height), letters.areShown);
-        item->setZ(3.0);
-        item->show();
-    }
+    m_NameCanvas->addSeries(std::make_unique<NameItems>(
+        m_Data, rows,
+        NameItems::Measures{right, m_Measures.cellHeight(), letters.font, letters.areShown,
+                            m_Measures.isOwn()}));
 }
 
 void KALMO2::createMarker()
@@ -91,85 +67,29 @@ void KALMO2::createMarker()
     marker->show();
 }
 
-int KALMO2::cellCentre(unsigned long col) const
-{
-    return static_cast<int>((static_cast<double>(col) + 0.5) * m_Measures.cellWidth());
-}
-
 bool KALMO2::hasCurrentShape() const
 {
     return m_Canvas->width() == (static_cast<int>(m_Data->width()) + 1) * m_Measures.cellWidth() &&
            m_Canvas->height() == (static_cast<int>(m_Data->height()) + 1) * m_Measures.cellHeight();
 }
 
-// The first row's every tenth residue gets its own number, every residue of it that lies in a
-// secondary-structure element the element's letter.
 void KALMO2::CreateNumbering()
 {
-    for (QCanvasItem *item : std::as_const(m_Numbering))
-        delete item;
+    m_HeaderCanvas->removeSeries(std::exchange(m_NumberingItems, nullptr));
     m_Numbering.clear();
     if (m_Data != nullptr) {
-        unsigned long count = 1;
-        int free = std::numeric_limits<int>::min();
-        const unsigned long columns = m_Data->width();
-        for (unsigned long col = 0; col < columns; ++col) {
-            auto *residue = dynamic_cast<TAMBO::Residue *>(m_Data->getItem(0, col));
-            if (residue == nullptr)
-                continue;
-            if (count % 10 == 0)
-                addNumber(QString::fromStdString(residue->GetSeqId().getValue()), col, free);
-            ++count;
-            if (const TAMBO::Compound *element = residue->GetSSE())
-                addElement(QChar(QLatin1Char(element->TypeCode())).toLower(), col);
-        }
+        const CellMeasures::Letters &letters = m_Measures.columnLetters();
+        m_NumberingItems = m_HeaderCanvas->addSeries(std::make_unique<NumberingItems>(
+            m_Data, NumberingItems::Measures{m_Measures.cellWidth(),
+                                             {m_CellWidth, m_CellHeight},
+                                             m_Font,
+                                             letters.font,
+                                             letters.areShown,
+                                             m_Measures.isOwn()}));
         if (hasCurrentShape())
             m_ShownRevision = m_Data->layoutRevision();
     }
     setAllChanged();
-}
-
-// Over cells that are smaller than the font asks, there is room for some of the numbers.
-void KALMO2::addNumber(const QString &text, unsigned long col, int &free)
-{
-    if (!m_Measures.isOwn()) {
-        const int length = QFontMetrics(m_Font).horizontalAdvance(text);
-        const int left = cellCentre(col) - length / 2;
-        if (left < free)
-            return;
-        free = left + length + m_CellWidth;
-    }
-    addNumberingItem(text, m_Font, col, 0);
-}
-
-void KALMO2::addElement(const QString &letter, unsigned long col)
-{
-    const CellMeasures::Letters &letters = m_Measures.columnLetters();
-    // Kept: the letters stand a cell's width below the top, not a cell's height.
-    const int top = m_CellWidth;
-    if (letters.areShown) {
-        addNumberingItem(letter, letters.font, col, top);
-        return;
-    }
-    const int width = m_Measures.cellWidth();
-    auto *bar = new QCanvasRectangle(static_cast<int>(col) * width, top + m_CellHeight / 3, width,
-                                     m_CellHeight / 3, m_HeaderCanvas);
-    bar->setPen(Qt::NoPen);
-    bar->setBrush(Qt::darkGray);
-    bar->setZ(2.0);
-    bar->show();
-    m_Numbering.append(bar);
-}
-
-void KALMO2::addNumberingItem(const QString &text, const QFont &font, unsigned long col, int y)
-{
-    auto *item = new QCanvasText(text, font, m_HeaderCanvas);
-    TAMBO_CHECK_PTR(item, "KALMO2", 431);
-    item->setTextFlags(Qt::AlignHCenter);
-    item->move((static_cast<double>(col) + 0.5) * m_Measures.cellWidth(), y);
-    item->setZ(2.0);
-    item->show();
-    m_Numbering.append(item);
 }
 
 void KALMO2::clearItems()
@@ -179,6 +99,7 @@ void KALMO2::clearItems()
     m_Names->endDrag();
     m_Numbering.clear();
     m_Spare.clear();
+    m_NumberingItems = nullptr;
     m_Header->resetRange();
     for (QCanvas *canvas : {m_Canvas, m_NameCanvas, m_HeaderCanvas}) {
         canvas->clear();

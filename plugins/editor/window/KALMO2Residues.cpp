@@ -108,6 +108,8 @@ void KALMO2::RangeReNumber()
             const SequenceNumber number(answer.toLatin1().toStdString());
             if (number == old)
                 continue;
+            // Others hear of it before this window shows it.
+            m_HeaderCanvas->makeItems(m_NumberingItems);
             renumber(*guard, row, begin, range->second, number);
         }
     }

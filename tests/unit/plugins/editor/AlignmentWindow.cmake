@@ -3,6 +3,8 @@ tambo_test(kalmo_served_test QT
     SOURCES
         window/AlignmentWindowFixture.h
         window/CellSizeTest.cpp
+        window/EagerDisplay.h
+        window/ItemsOnDemandTest.cpp
         PaintWatch.h
         window/OverlayTest.cpp
         window/ServedWindowTest.cpp

@@ -2,6 +2,7 @@
 tambo_test(kalmo_display_test QT
     SOURCES
         window/CatchingUpTest.cpp
+        window/EditCostTest.cpp
         window/EditingStepsTest.cpp
         window/Hands.h
         PaintWatch.h
