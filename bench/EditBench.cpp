@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // An editor window of full-HD size: how long edits, their undo and redo, scrolling and other sizes
-// of the cells take, from the event or the call to the end of the last paint.
+// of the cells take, from the event or the call to the end of the last paint. Beside the clock's
+// time the processor's, which other programs leave alone.
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "ConfigStore.h"
@@ -40,6 +41,22 @@ constexpr int kMoves = 240;
 constexpr int kRareEdits = 30;
 constexpr int kScrollSteps = 300;
 
+// In milliseconds.
+struct Taken
+{
+    double clock = 0;
+    double processor = 0;
+};
+
+using Times = std::vector<Taken>;
+
+double processorTime()
+{
+    std::timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
+}
+
 [[noreturn]] void fail(const char *what)
 {
     std::fprintf(stderr, "bench_edit: %s\n", what);
@@ -58,6 +75,7 @@ public:
         const bool result = QApplication::notify(receiver, event);
         if (type == QEvent::Paint || type == QEvent::UpdateRequest) {
             m_LastPaint = Clock::now();
+            m_ProcessorAtLastPaint = processorTime();
             m_HasPainted = true;
         }
         return result;
@@ -72,35 +90,38 @@ public:
         } while (m_HasPainted);
         return hasPainted;
     }
-    template <typename Action> double timeToPaint(Action action)
+    template <typename Action> Taken timeToPaint(Action action)
     {
         settle();
         const Clock::time_point start = Clock::now();
+        const double processor = processorTime();
         action();
         if (!settle())
             fail("nothing was painted");
-        return std::chrono::duration<double, std::milli>(m_LastPaint - start).count();
+        return {std::chrono::duration<double, std::milli>(m_LastPaint - start).count(),
+                m_ProcessorAtLastPaint - processor};
     }
 
 private:
     Clock::time_point m_LastPaint;
+    double m_ProcessorAtLastPaint = 0;
     bool m_HasPainted = false;
 };
 
-double quantile(std::vector<double> times, double part)
+double quantile(Times times, double Taken::*which, double part)
 {
-    std::ranges::sort(times);
+    std::ranges::sort(times, {}, which);
     const auto last = static_cast<double>(times.size() - 1);
-    return times[static_cast<std::size_t>(part * last + 0.5)];
+    return times[static_cast<std::size_t>(part * last + 0.5)].*which;
 }
 
-void print(const std::string &what, const std::vector<double> &times,
-           const std::string &remark = {})
+void print(const std::string &what, const Times &times, const std::string &remark = {})
 {
-    const double middle = quantile(times, 0.5);
-    const double high = quantile(times, 0.99);
-    std::printf("  %-32s %5zu %8.2f %8.2f %8.2f %7.2f %7.2f  %s\n", what.c_str(), times.size(),
-                middle, high, quantile(times, 1), middle / kFrame, high / kFrame, remark.c_str());
+    const double middle = quantile(times, &Taken::clock, 0.5);
+    const double high = quantile(times, &Taken::clock, 0.99);
+    std::printf("  %-32s %5zu %8.2f %8.2f %8.2f %7.2f %7.2f %8.2f  %s\n", what.c_str(),
+                times.size(), middle, high, quantile(times, &Taken::clock, 1), middle / kFrame,
+                high / kFrame, quantile(times, &Taken::processor, 0.5), remark.c_str());
     std::fflush(stdout);
 }
 
@@ -140,15 +161,27 @@ public:
     EditBench(const EditBench &) = delete;
     EditBench &operator=(const EditBench &) = delete;
 
+    // What edits are held against.
+    void repaint()
+    {
+        Times times;
+        for (int i = 0; i < kMoves; ++i)
+            times.push_back(m_Application.timeToPaint([&] {
+                m_View->viewport()->update();
+                for (Panel *panel : std::as_const(m_Panels))
+                    panel->viewport()->update();
+            }));
+        print("all painted anew", times);
+    }
     void moveGaps(const std::string &place, bool isFarEnd)
     {
         m_View->setContentsPos(isFarEnd ? m_View->contentsWidth() : 0,
                                isFarEnd ? m_View->contentsHeight() : 0);
         m_Application.settle();
         m_History.clear();
-        std::vector<double> moves;
-        std::vector<double> undos;
-        std::vector<double> redos;
+        Times moves;
+        Times undos;
+        Times redos;
         for (int i = 0; i < kMoves; ++i) {
             const auto [row, col] = gapInSight();
             const unsigned long to = otherColumn(col);
@@ -168,13 +201,40 @@ public:
         print("  undo", undos);
         print("  redo", redos);
     }
+    void moveRows()
+    {
+        m_View->setContentsPos(0, 0);
+        m_Application.settle();
+        m_History.clear();
+        Panel *names = m_Panels.at(1);
+        Times moves;
+        Times undos;
+        for (int i = 0; i < kMoves; ++i) {
+            const auto place = [&](unsigned long row) {
+                return QPoint(names->visibleWidth() - 2 * lattice().cellWidth(), cell(row, 0).y());
+            };
+            const unsigned long from = 4 + m_Random() % 10;
+            const unsigned long to = 20 + m_Random() % 10;
+            send(names, QEvent::MouseButtonPress, Qt::LeftButton, place(from));
+            moves.push_back(m_Application.timeToPaint(
+                [&] { send(names, QEvent::MouseButtonRelease, Qt::LeftButton, place(to)); }));
+        }
+        if (m_History.size() != kMoves)
+            fail("a row was not moved");
+        while (m_History.canUndo())
+            undos.push_back(m_Application.timeToPaint([&] { (void)m_History.undo(); }));
+        print("move row", moves);
+        print("  undo", undos);
+    }
     void rareEdits()
     {
         m_View->setContentsPos(0, 0);
-        const std::size_t before = m_History.size();
-        std::vector<double> gaps;
-        std::vector<double> columns;
-        std::vector<double> rows;
+        m_Application.settle();
+        m_History.clear();
+        Times gaps;
+        Times columns;
+        Times removed;
+        Times rows;
         Panel *header = m_Panels.at(0);
         Panel *names = m_Panels.at(1);
         for (int i = 0; i < kRareEdits; ++i) {
@@ -187,16 +247,21 @@ public:
             columns.push_back(m_Application.timeToPaint(
                 [&] { send(header, QEvent::MouseButtonPress, Qt::MiddleButton, mark); }));
             send(header, QEvent::MouseButtonRelease, Qt::MiddleButton, mark);
+            removed.push_back(m_Application.timeToPaint([&] {
+                send(header, QEvent::MouseButtonPress, Qt::MiddleButton, mark, Qt::ShiftModifier);
+            }));
+            send(header, QEvent::MouseButtonRelease, Qt::MiddleButton, mark, Qt::ShiftModifier);
             const QPoint name(names->visibleWidth() - 2 * lattice().cellWidth(), cell(row, 0).y());
             rows.push_back(m_Application.timeToPaint([&] {
                 send(names, QEvent::MouseButtonPress, Qt::MiddleButton, name, Qt::ShiftModifier);
             }));
             send(names, QEvent::MouseButtonRelease, Qt::MiddleButton, name, Qt::ShiftModifier);
         }
-        if (m_History.size() != before + 3 * kRareEdits)
+        if (m_History.size() != 4 * kRareEdits)
             fail("an edit was not made");
         print("insert gap", gaps);
         print("insert column", columns);
+        print("remove column", removed);
         print("remove row", rows);
     }
     void scroll(bool isSideways)
@@ -206,7 +271,7 @@ public:
         QScrollBar *bar = isSideways ? m_View->horizontalScrollBar() : m_View->verticalScrollBar();
         if (bar->maximum() < step)
             return;
-        std::vector<double> times;
+        Times times;
         for (int i = 0, by = step; i < kScrollSteps; ++i) {
             if (bar->value() + by > bar->maximum() || bar->value() + by < 0)
                 by = -by;
@@ -214,36 +279,30 @@ public:
         }
         print(isSideways ? "scroll right, 3 columns" : "scroll down, 3 rows", times);
     }
-    // One step of a zoom, and painting each part anew. Of the cells also the processor time, which
-    // other programs leave alone.
+    // One step of a zoom, and painting each part anew.
     void zoom(const QSize &size)
     {
         TAMBO::AlignmentWindow &window = *TAMBO::AlignmentWindow::Of(m_Window.get());
-        std::vector<double> steps;
+        Times steps;
         for (int i = 0; i < kRareEdits; ++i) {
             window.resetCellSize();
             steps.push_back(m_Application.timeToPaint([&] { window.setCellSize(size); }));
         }
-        std::vector<double> frames;
-        const std::clock_t start = std::clock();
+        Times frames;
         for (int i = 0; i < kRareEdits; ++i)
             frames.push_back(m_Application.timeToPaint([&] { m_View->viewport()->update(); }));
-        const double processor =
-            1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC / kRareEdits;
-        std::vector<double> header;
+        Times header;
         for (int i = 0; i < kRareEdits; ++i)
             header.push_back(
                 m_Application.timeToPaint([&] { m_Panels.at(0)->viewport()->update(); }));
-        std::vector<double> names;
+        Times names;
         for (int i = 0; i < kRareEdits; ++i)
             names.push_back(
                 m_Application.timeToPaint([&] { m_Panels.at(1)->viewport()->update(); }));
         const std::string cells =
             std::to_string(size.width()) + " x " + std::to_string(size.height());
         print("zoom to " + cells, steps);
-        char remark[64];
-        std::snprintf(remark, sizeof remark, "%.2f ms of processor time", processor);
-        print("  all cells painted", frames, remark);
+        print("  all cells painted", frames);
         print("  header painted", header);
         print("  names painted", names);
         window.resetCellSize();
@@ -315,12 +374,14 @@ void copyFrames()
     QImage to(kFullHd, QImage::Format_RGB32);
     from.fill(Qt::yellow);
     to.fill(Qt::blue);
-    std::vector<double> times;
+    Times times;
     for (int i = 0; i < kMoves; ++i) {
         const Clock::time_point start = Clock::now();
+        const double processor = processorTime();
         std::memcpy(to.bits(), from.constBits(), static_cast<std::size_t>(from.sizeInBytes()));
         const auto taken = Clock::now() - start;
-        times.push_back(std::chrono::duration<double, std::milli>(taken).count());
+        times.push_back({std::chrono::duration<double, std::milli>(taken).count(),
+                         processorTime() - processor});
     }
     print("copy of a full-HD frame", times);
 }
@@ -337,15 +398,20 @@ int main(int argc, char **argv)
     TAMBO::services::ConfigStore::setInstance(std::make_unique<TAMBO::services::ConfigStore>(
         QString(), directory.filePath(QStringLiteral("settings.ini"))));
 
-    std::printf("  %-32s %5s %8s %8s %8s %7s %7s\n", "", "times", "p50 ms", "p99 ms", "most ms",
-                "p50/fr", "p99/fr");
+    std::printf("  %-32s %5s %8s %8s %8s %7s %7s %8s\n", "", "times", "p50 ms", "p99 ms", "most ms",
+                "p50/fr", "p99/fr", "cpu p50");
     copyFrames();
     constexpr std::pair<unsigned long, unsigned long> kSizes[] = {
-        {100, 500}, {1000, 2000}, {10000, 2000}, {10000, 10000}};
+        {100, 500}, {1000, 2000}, {10000, 2000}, {10000, 10000}, {1000000, 200}};
     for (const auto &[rows, columns] : kSizes) {
+        // With an argument, sizes with that many rows alone.
+        if (argc > 1 && std::strtoul(argv[1], nullptr, 10) != rows)
+            continue;
         EditBench bench(application, rows, columns);
+        bench.repaint();
         bench.moveGaps("first cells", false);
         bench.moveGaps("last cells", true);
+        bench.moveRows();
         bench.rareEdits();
         bench.scroll(false);
         bench.scroll(true);
