@@ -3,8 +3,8 @@
 
 #include "Alignment.h"
 #include "DataDelete.h"
-#include "DataMaker.h"
 #include "DataPoint.h"
+#include "DestroyedObjects.h"
 #include "ExportDialog.h"
 #include "ObjectFacts.h"
 #include "ObjectOperations.h"
@@ -120,16 +120,15 @@ std::size_t ObjectCommands::destroy(const Objects &objects)
     const DataDelete<Space> step(nullptr, Space::instance());
     if (!step.m_good)
         return 0;
-    std::size_t count = 0;
+    Objects going;
     for (Compound *object : uppermost(objects)) {
         // What is above an object that goes must allow it too.
         const DataPoint<Compound> guard(nullptr, object);
-        if (guard.m_good && isDestroyable(*object)) {
-            DataMaker::Destroy(object);
-            ++count;
-        }
+        if (guard.m_good && isDestroyable(*object))
+            going.push_back(object);
     }
-    return count;
+    destroyObjects(going);
+    return going.size();
 }
 
 bool ObjectCommands::isDestroyable(const Compound &object)

@@ -58,16 +58,22 @@ bool fit(const AlignmentTable &table, const Range &range, const std::vector<Occu
 
 void removeRowsOf(AlignmentTable &table, const Peptide &sequence)
 {
+    removeRowsOf(table, std::unordered_set<const Peptide *>{&sequence});
+}
+
+bool removeRowsOf(AlignmentTable &table, const std::unordered_set<const Peptide *> &sequences)
+{
     std::vector<std::size_t> indices;
     for (std::size_t i = 0; i < table.rowCount(); ++i) {
-        if (&table.row(i).sequence() == &sequence)
+        if (sequences.contains(&table.row(i).sequence()))
             indices.push_back(i);
     }
     if (indices.empty())
-        return;
+        return false;
     const ChangeScope scope;
     RemoveRowsEdit edit(table, "remove row", std::move(indices), table.width());
     recordInverse(edit.apply());
+    return true;
 }
 
 bool replaceColumns(AlignmentTable &table, const Range &range,

@@ -4,6 +4,7 @@
 
 #include "AlignmentTable.h"
 
+#include <unordered_set>
 #include <vector>
 
 namespace TAMBO {
@@ -11,6 +12,8 @@ namespace TAMBO {
 // For a sequence that is being destroyed: also done to a locked alignment. The rows come back at
 // their places on undo.
 void removeRowsOf(AlignmentTable &table, const Peptide &sequence);
+// The same for several at once. False when no row shows one of them.
+bool removeRowsOf(AlignmentTable &table, const std::unordered_set<const Peptide *> &sequences);
 
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.

@@ -2,64 +2,18 @@
 #include "DataMaker.h"
 
 #include "Alignment.h"
+#include "AlignmentTable.h"
 #include "ChangeScope.h"
+#include "DestroyedObjects.h"
 #include "Element.h"
 #include "ObjectSpace.h"
 #include "ObjectsEdit.h"
 #include "Peptide.h"
-#include "Structure.h"
-#include "TableChanges.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace TAMBO {
-
-namespace {
-
-std::vector<Peptide *> peptidesOf(Compound &object)
-{
-    std::vector<Peptide *> peptides;
-    if (Peptide *const peptide = Peptide::from(&object))
-        peptides.push_back(peptide);
-    else if (const auto *const structure = dynamic_cast<const Structure *>(&object)) {
-        for (std::size_t i = 0; i < structure->objectCount(); ++i)
-            peptides.push_back(structure->chain(i));
-    }
-    return peptides;
-}
-
-// Nothing may refer to a sequence that goes: its rows leave the alignments and ties to it are cut.
-// False when a locked object would have to change for it.
-bool detachSequences(const std::vector<Peptide *> &peptides, const Compound &object)
-{
-    if (peptides.empty())
-        return true;
-    const ObjectSpace &space = ObjectSpace::get();
-    const std::vector<Alignment *> alignments = space.referrers<Alignment>();
-    const std::vector<Peptide *> tied = space.referrers<Peptide>();
-    for (const Alignment *const alignment : alignments) {
-        const auto isRow = [&](Peptide *peptide) { return alignment->table().holds(*peptide); };
-        if (alignment->IsLocked() && std::ranges::any_of(peptides, isRow)) {
-            refuse("\"" + object.GetFQName() + "\" was not deleted: the locked alignment \"" +
-                   alignment->Name() + "\" holds its sequence.");
-            return false;
-        }
-    }
-    for (Peptide *const peptide : peptides) {
-        for (Alignment *const alignment : alignments) {
-            if (!alignment->table().holds(*peptide))
-                continue;
-            removeRowsOf(alignment->table(), *peptide);
-            publishAtEnd(Publisher::Update);
-        }
-        for (Peptide *const sequence : tied)
-            sequence->untieFrom(*peptide);
-    }
-    return true;
-}
-
-} // namespace
 
 Alignment *DataMaker::makeAlignment(const std::string &name,
                                     const std::vector<Compound *> &sequences)
@@ -135,7 +89,7 @@ void DataMaker::Destroy(Compound *object)
     if (!mayChange(*object))
         return;
     const ChangeScope scope;
-    if (!detachSequences(peptidesOf(*object), *object))
+    if (!detachSequencesOf(*object))
         return;
     publishAtEnd(Publisher::Delete);
     recordInverse(

@@ -16,6 +16,20 @@ void ObjectContainer::appendObjects(std::vector<std::unique_ptr<StoredObject>> o
         insertObject(objectCount(), std::unique_ptr<Compound>(&object.release()->asCompound()));
 }
 
+void ObjectContainer::insertObjects(const std::vector<std::size_t> &indices, Objects objects)
+{
+    for (std::size_t i = 0; i < indices.size(); ++i)
+        insertObject(indices[i], std::move(objects[i]));
+}
+
+ObjectContainer::Objects ObjectContainer::takeObjects(const std::vector<std::size_t> &indices)
+{
+    Objects taken(indices.size());
+    for (std::size_t i = indices.size(); i-- > 0;)
+        taken[i] = takeObject(indices[i]);
+    return taken;
+}
+
 std::size_t ObjectContainer::bytesOfObjects() const noexcept
 {
     std::size_t sum = 0;

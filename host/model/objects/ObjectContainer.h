@@ -24,6 +24,10 @@ public:
 
     // The same of many behind the last.
     virtual void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects);
+    // The objects come to stand at the indices, or stand there now; these ascend.
+    using Objects = std::vector<std::unique_ptr<Compound>>;
+    virtual void insertObjects(const std::vector<std::size_t> &indices, Objects objects);
+    [[nodiscard]] virtual Objects takeObjects(const std::vector<std::size_t> &indices);
 
     // What all that it owns occupies.
     [[nodiscard]] std::size_t bytesOfObjects() const noexcept;

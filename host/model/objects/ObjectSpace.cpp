@@ -175,4 +175,43 @@ std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
     return taken;
 }
 
+// One pass over the others, however many come or go.
+void ObjectSpace::insertObjects(const std::vector<std::size_t> &indices, Objects objects)
+{
+    std::size_t kept = m_Objects.size();
+    m_Objects.resize(kept + objects.size());
+    std::size_t place = m_Objects.size();
+    for (std::size_t i = objects.size(); i-- > 0;) {
+        while (place > indices[i] + 1)
+            m_Objects[--place] = m_Objects[--kept];
+        m_Objects[--place] = objects[i].get();
+    }
+    for (std::unique_ptr<Compound> &object : objects) {
+        StoredObject *const stored = StoredObject::from(object.release());
+        stored->setParent(this);
+        if (stored->refersToOthers())
+            m_Referrers.push_back(stored);
+    }
+}
+
+ObjectContainer::Objects ObjectSpace::takeObjects(const std::vector<std::size_t> &indices)
+{
+    Objects taken;
+    taken.reserve(indices.size());
+    std::size_t kept = indices.empty() ? m_Objects.size() : indices.front();
+    for (std::size_t i = kept; i < m_Objects.size(); ++i) {
+        if (taken.size() < indices.size() && i == indices[taken.size()]) {
+            taken.emplace_back(m_Objects[i]);
+            StoredObject::from(m_Objects[i])->setParent(nullptr);
+        } else {
+            m_Objects[kept++] = m_Objects[i];
+        }
+    }
+    m_Objects.resize(kept);
+    std::erase_if(m_Referrers, [this](StoredObject *referrer) {
+        return referrer->asCompound().Parent() != this;
+    });
+    return taken;
+}
+
 } // namespace TAMBO

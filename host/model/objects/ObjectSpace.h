@@ -45,6 +45,8 @@ public:
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
     void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects) override;
+    void insertObjects(const std::vector<std::size_t> &indices, Objects objects) override;
+    [[nodiscard]] Objects takeObjects(const std::vector<std::size_t> &indices) override;
 
     [[nodiscard]] CompoundState *ownState() noexcept override { return &m_State; }
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &m_State; }

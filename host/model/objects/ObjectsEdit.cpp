@@ -8,6 +8,7 @@
 #include "ValueStore.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 #include <typeinfo>
 #include <utility>
@@ -39,9 +40,21 @@ ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::size_t index, const ch
     m_Owned.push_back(std::move(object));
 }
 
+ObjectsEdit::ObjectsEdit(ObjectContainer &container, std::vector<std::size_t> indices,
+                         const char *kind, std::vector<std::unique_ptr<Compound>> objects)
+    : m_Container(container), m_Index(indices.front()), m_Kind(kind), m_Owned(std::move(objects))
+{
+    m_Members.reserve(m_Owned.size());
+    for (const std::unique_ptr<Compound> &object : m_Owned)
+        m_Members.push_back(object.get());
+    if (indices.back() - indices.front() != indices.size() - 1)
+        m_Indices = std::move(indices);
+}
+
 ObjectsEdit::ObjectsEdit(ObjectsEdit &applied)
     : m_Container(applied.m_Container),
       m_Index(applied.m_Index),
+      m_Indices(std::move(applied.m_Indices)),
       m_Kind(applied.m_Kind),
       m_Part(applied.m_Part),
       m_Members(std::move(applied.m_Members))
@@ -76,9 +89,10 @@ void ObjectContainer::addAll(std::vector<std::unique_ptr<StoredObject>> objects,
 bool ObjectsEdit::absorb(const Edit &edit)
 {
     const auto *const next = dynamic_cast<const ObjectsEdit *>(&edit);
-    if (next == nullptr || !m_Owned.empty() || !next->m_Owned.empty() ||
-        &m_Container != &next->m_Container || m_Index + m_Members.size() != next->m_Index ||
-        std::string_view(m_Kind) != next->m_Kind || m_Part != next->m_Part)
+    if (next == nullptr || !m_Owned.empty() || !next->m_Owned.empty() || !m_Indices.empty() ||
+        !next->m_Indices.empty() || &m_Container != &next->m_Container ||
+        m_Index + m_Members.size() != next->m_Index || std::string_view(m_Kind) != next->m_Kind ||
+        m_Part != next->m_Part)
         return false;
     const Compound &last = *m_Members.back();
     const Compound &following = *next->m_Members.front();
@@ -90,25 +104,32 @@ bool ObjectsEdit::absorb(const Edit &edit)
 
 std::unique_ptr<Edit> ObjectsEdit::apply()
 {
+    const std::vector<std::size_t> places = indices();
     std::unique_ptr<ObjectsEdit> inverse(new ObjectsEdit(*this));
-    const std::size_t count = inverse->m_Members.size();
     if (m_Owned.empty()) {
-        inverse->m_Owned.resize(count);
-        for (std::size_t i = count; i-- > 0;)
-            inverse->m_Owned[i] = m_Container.takeObject(m_Index + i);
+        inverse->m_Owned = m_Container.takeObjects(places);
         publishAtEnd(Publisher::Delete);
     } else {
-        for (std::size_t i = 0; i < count; ++i)
-            m_Container.insertObject(m_Index + i, std::move(m_Owned[i]));
+        m_Container.insertObjects(places, std::move(m_Owned));
         m_Owned.clear();
         publishAtEnd(Publisher::Add);
     }
     return inverse;
 }
 
+std::vector<std::size_t> ObjectsEdit::indices() const
+{
+    if (!m_Indices.empty())
+        return m_Indices;
+    std::vector<std::size_t> indices(m_Members.size());
+    std::iota(indices.begin(), indices.end(), m_Index);
+    return indices;
+}
+
 std::size_t ObjectsEdit::bytes() const
 {
-    std::size_t bytes = sizeof(*this) + m_Members.capacity() * sizeof(void *) +
+    std::size_t bytes = sizeof(*this) + m_Indices.capacity() * sizeof(std::size_t) +
+                        m_Members.capacity() * sizeof(void *) +
                         m_Owned.capacity() * sizeof(m_Owned[0]);
     for (const std::unique_ptr<Compound> &object : m_Owned)
         bytes += StoredObject::from(object.get())->bytes() + ValueStore::get().bytes(*object);

@@ -23,6 +23,9 @@ public:
     // Applying puts the object, which was taken out, back at index.
     ObjectsEdit(ObjectContainer &container, std::size_t index, const char *kind,
                 std::unique_ptr<Compound> object);
+    // The same of several, at least one, at indices that ascend.
+    ObjectsEdit(ObjectContainer &container, std::vector<std::size_t> indices, const char *kind,
+                std::vector<std::unique_ptr<Compound>> objects);
     ~ObjectsEdit() override;
 
     // Takes the next edit over when both take out objects of one kind that stand side by side.
@@ -43,9 +46,12 @@ public:
 private:
     explicit ObjectsEdit(ObjectsEdit &applied);
     [[nodiscard]] bool isTop() const;
+    [[nodiscard]] std::vector<std::size_t> indices() const;
 
     ObjectContainer &m_Container;
+    // Of the first, and of all when they do not stand side by side.
     std::size_t m_Index;
+    std::vector<std::size_t> m_Indices;
     const char *m_Kind;
     // Of objects that stand in Space.
     EditPart m_Part = EditPart::Whole;

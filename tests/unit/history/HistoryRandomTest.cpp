@@ -3,6 +3,7 @@
 #include "unit/history/HistoryFixture.h"
 #include "unit/history/UnsavedModel.h"
 
+#include "DestroyedObjects.h"
 #include "Element.h"
 #include "ResidueTies.h"
 
@@ -272,6 +273,36 @@ TEST_P(HistoryRandomTest, WhatIsUnsavedIsWhatTheSimplestWayFinds)
     }
     EXPECT_GT(found, 300U);
     history.clear();
+}
+
+// Sequences that rows show, structures that they are tied to, alignments, in one step.
+TEST_P(HistoryRandomTest, SeveralObjectsGoAndComeBackTogether)
+{
+    for (int round = 0; round < 60; ++round) {
+        for (int i = 0; i < 8; ++i)
+            changeSomething();
+        const std::string before = portrait();
+        std::vector<TAMBO::Compound *> going;
+        std::vector<TAMBO::Compound *> staying;
+        for (TAMBO::Compound *object : space())
+            (below(3) == 0 ? going : staying).push_back(object);
+        const std::size_t position = history.position();
+        TAMBO::destroyObjects(going);
+        ASSERT_LE(history.position(), position + 1);
+        ASSERT_EQ(std::vector<TAMBO::Compound *>(space().begin(), space().end()), staying);
+        for (const TAMBO::Compound *object : going) {
+            const TAMBO::Peptide *const gone =
+                TAMBO::Peptide::from(const_cast<TAMBO::Compound *>(object));
+            for (const TAMBO::Alignment *alignment : all<TAMBO::Alignment>())
+                ASSERT_FALSE(gone != nullptr && alignment->table().holds(*gone));
+        }
+        const std::string after = portrait();
+        ASSERT_TRUE(history.goTo(position));
+        ASSERT_EQ(portrait(), before) << "round " << round;
+        while (history.canRedo())
+            ASSERT_TRUE(history.redo());
+        ASSERT_EQ(portrait(), after) << "round " << round;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HistoryRandomTest, testing::Range(1U, 13U));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "unit/history/HistoryFixture.h"
 
+#include "DestroyedObjects.h"
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -339,6 +341,44 @@ TEST_F(HistoryTest, WindowThatRenamesWhileItIsToldOfAnUndoKeepsTheRedo)
     EXPECT_TRUE(history.canRedo());
     EXPECT_TRUE(history.redo());
     EXPECT_EQ(object.Name(), "renamed");
+}
+
+// ---- Many objects that go
+
+TEST_F(HistoryTest, AFamilyThatGoesIsOneChangeOfWhatShowsIt)
+{
+    std::vector<TAMBO::Compound *> family;
+    for (int i = 0; i < 300; ++i)
+        family.push_back(&peptide("member" + std::to_string(i), "ACD"));
+    TAMBO::Alignment &alignment = *TAMBO::DataMaker::makeAlignment("family", family);
+    std::vector<TAMBO::Compound *> going;
+    for (std::size_t i = 0; i < family.size(); i += 2)
+        going.push_back(family[i]);
+    const unsigned long layout = alignment.layoutRevision();
+    TAMBO::destroyObjects(going);
+    EXPECT_EQ(alignment.height(), 150U);
+    EXPECT_LE(alignment.layoutRevision(), layout + 2);
+    EXPECT_EQ(history.undoLabel(), "delete member0 and 149 others");
+    ASSERT_TRUE(history.undo());
+    EXPECT_EQ(alignment.height(), 300U);
+    EXPECT_LE(alignment.layoutRevision(), layout + 4);
+    for (std::size_t i = 0; i < family.size(); ++i)
+        ASSERT_EQ(alignment.GetSeq(i), family[i]);
+}
+
+TEST_F(HistoryTest, WhatALockedAlignmentShowsStaysAndTheOthersGo)
+{
+    TAMBO::Peptide &shown = peptide("shown", "ACD");
+    TAMBO::Peptide &other = peptide("other", "ACD");
+    TAMBO::Alignment &alignment = *TAMBO::DataMaker::makeAlignment("kept", {&shown, &shown});
+    TAMBO::setObjectLocked(alignment, true);
+    log.clear();
+    TAMBO::destroyObjects({&shown, &other});
+    EXPECT_THAT(log, ElementsAre("\"shown\" was not deleted: the locked alignment \"kept\" "
+                                 "holds its sequence."));
+    EXPECT_EQ(shown.Parent(), &space());
+    EXPECT_EQ(other.Parent(), nullptr);
+    TAMBO::setObjectLocked(alignment, false);
 }
 
 } // namespace HistoryTest
