@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectRows.h"
 
-#include "ObjectFacts.h"
+#include "Peptide.h"
 
 #include <algorithm>
 #include <iterator>
@@ -52,8 +52,8 @@ void ObjectRows::splitTopLevel()
         (m_AreSequences[i] ? m_SequenceObjects : m_Objects).push_back(m_All[i]);
 }
 
-// A sequence is a chain without a structure above it. To tell costs some casts, so that only those
-// are asked that stand between the ones that stayed at either end.
+// A sequence is a chain without a structure above it. To tell costs a cast, so that only those are
+// asked that stand between the ones that stayed at either end.
 void ObjectRows::noteKinds(const Children &all)
 {
     const std::size_t common = std::min(all.size(), m_All.size());
@@ -68,7 +68,7 @@ void ObjectRows::noteKinds(const Children &all)
     std::vector<bool> kinds(m_AreSequences.begin(), m_AreSequences.begin() + std::ptrdiff_t(begin));
     kinds.reserve(all.size());
     for (std::size_t i = begin; i < end; ++i)
-        kinds.push_back(kindOf(*all[i]) == ObjectKind::Sequence);
+        kinds.push_back(Peptide::from(all[i]) != nullptr);
     kinds.insert(kinds.end(), m_AreSequences.end() - std::ptrdiff_t(stayed), m_AreSequences.end());
     m_AreSequences = std::move(kinds);
 }

@@ -104,7 +104,9 @@ std::vector<Compound *> ObjectTree::objectsOf(const QModelIndexList &indexes) co
 std::vector<Compound *> ObjectTree::pickedObjects() const
 {
     QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(), isAbove);
+    // Mostly they are picked from the top down.
+    if (!std::is_sorted(rows.begin(), rows.end(), isAbove))
+        std::sort(rows.begin(), rows.end(), isAbove);
     return objectsOf(rows);
 }
 
