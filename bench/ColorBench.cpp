@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QInputDialog>
+#include <QProgressDialog>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -76,6 +77,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         auto *dialog = qobject_cast<QDialog *>(watched);
+        // A search of many rows tells how far it is.
+        if (qobject_cast<QProgressDialog *>(dialog) != nullptr)
+            return false;
         if (event->type() == QEvent::Show && dialog != nullptr && dialog->isModal())
             QTimer::singleShot(0, dialog, [this, dialog] {
                 if (m_Answers.empty())

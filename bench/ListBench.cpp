@@ -8,6 +8,7 @@
 #include "DataPoint.h"
 #include "History.h"
 #include "MadeAlignment.h"
+#include "ObjectCommands.h"
 #include "ObjectFactory.h"
 #include "ObjectOperations.h"
 #include "ObjectSpace.h"
@@ -171,6 +172,29 @@ void tree(TAMBO::Alignment &alignment)
     measure("Tree: none picked", [&] { view->clearSelection(); });
 }
 
+// Every second sequence, which an alignment shows, and then those that are left with the alignment.
+void destroy(TAMBO::History &history, TAMBO::Alignment &alignment)
+{
+    using TAMBO::app::ObjectCommands;
+    TAMBO::app::ObjectTreeModel model(*TAMBO::Space::instance());
+    ObjectCommands::Objects some;
+    ObjectCommands::Objects all{&alignment};
+    for (unsigned long row = 0; row < alignment.height(); ++row) {
+        all.push_back(alignment.GetSeq(row));
+        if (row % 2 == 0)
+            some.push_back(alignment.GetSeq(row));
+    }
+    measure("Objects: all selected", [&] { ObjectCommands::select(all, true); });
+    measure("Objects: all deselected", [&] { ObjectCommands::select(all, false); });
+    measure("Objects: every second deleted", [&] { ObjectCommands::destroy(some); });
+    measure("Objects: that undone", [&] { history.undo(); });
+    measure("Objects: that redone", [&] { history.redo(); });
+    measure("Objects: that undone again", [&] { history.undo(); });
+    measure("Objects: all deleted", [&] { ObjectCommands::destroy(all); });
+    measure("Objects: that undone", [&] { history.undo(); });
+    measure("History: what is unsaved then", [&] { static_cast<void>(history.unsavedObjects()); });
+}
+
 void run(unsigned long rows)
 {
     TAMBO::History history;
@@ -185,6 +209,7 @@ void run(unsigned long rows)
     choose();
     tree(*alignment);
     unsaved(history, *alignment);
+    destroy(history, *alignment);
     TAMBO::setEditRecorder(nullptr);
     history.clear();
     TAMBO::ObjectSpace::get().reset();
