@@ -3,7 +3,7 @@
 // before it takes the place of an old one.
 #pragma once
 
-#include "Records.h"
+#include "AlignmentSource.h"
 #include "Result.h"
 #include "StructureLosses.h"
 #include "WriteLosses.h"
@@ -17,6 +17,10 @@
 
 namespace TAMBO {
 
+// What is done with a file that is written, one after the other.
+enum class WriteStage { Text, Sync, Reading, Comparing, Placing };
+constexpr int kWriteStages = 5;
+
 // What writing needs besides, and what it has to say afterwards.
 struct WriteAids
 {
@@ -25,13 +29,20 @@ struct WriteAids
     std::function<std::filesystem::path()> scratch;
     // One sentence each that names the file: it is written, but not as usual.
     std::vector<std::string> remarks;
+    // Called again and again with how much of a stage is done, from 0 to 1. False calls the writing
+    // off: the file is as it was, and nothing is left of the new one. Asked for the last time
+    // before the file itself is touched.
+    std::function<bool(WriteStage stage, double done)> step = {};
 };
 
-// When it fails, the old file is as it was, or the failure, which names file and cause, tells where
-// its content is. Compressed when the name ends in ".gz".
+// May be called from any thread. When it fails, the old file is as it was, or the failure, which
+// names file and cause, tells where its content is. Compressed when the name ends in ".gz".
 [[nodiscard]] Result<void> writeFile(const std::filesystem::path &path,
                                      std::span<const AlignmentRecord> alignments,
                                      const WriteOptions &options, WriteAids *aids = nullptr);
+[[nodiscard]] Result<void> writeFile(const std::filesystem::path &path,
+                                     const AlignmentSource &alignment, const WriteOptions &options,
+                                     WriteAids *aids = nullptr);
 [[nodiscard]] Result<void> writeFile(const std::filesystem::path &path,
                                      const StructureRecord &structure, const WriteOptions &options,
                                      WriteAids *aids = nullptr);

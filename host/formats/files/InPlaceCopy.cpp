@@ -24,15 +24,21 @@ FileDescriptor opened(const fs::path &path, int flags)
     return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC, 0600));
 }
 
+using Step = std::function<bool(std::uint64_t done, std::uint64_t total)>;
+
 // Cut to the new length only at the end, so that as much as possible is there when this breaks off.
-int copyBytes(const fs::path &from, const FileDescriptor &to)
+int copyBytes(const fs::path &from, const FileDescriptor &to, const Step &step = {})
 {
     const FileDescriptor source = opened(from, O_RDONLY);
     if (!source.isOpen())
         return errno;
+    std::error_code unknown;
+    const std::uintmax_t total = fs::file_size(from, unknown);
     std::vector<char> buffer(kBufferSize);
     off_t size = 0;
     for (std::size_t count = buffer.size(); count == buffer.size();) {
+        if (step && !step(static_cast<std::uint64_t>(size), unknown ? 0 : total))
+            return ECANCELED;
         if (const int error = source.read(buffer.data(), buffer.size(), count))
             return error;
         if (const int error = to.write(buffer.data(), count))
@@ -91,12 +97,12 @@ fs::path keptName(const fs::path &scratch, const char *kind, const fs::path &tar
     return scratch / (std::string(kind) + '-' + std::to_string(random()) + '-' + name);
 }
 
-int makeCopy(const fs::path &from, const fs::path &copy)
+int makeCopy(const fs::path &from, const fs::path &copy, const Step &step = {})
 {
     FileDescriptor file = opened(copy, O_WRONLY | O_CREAT | O_EXCL);
     if (!file.isOpen())
         return errno;
-    const int error = copyBytes(from, file);
+    const int error = copyBytes(from, file, step);
     const int closing = file.close();
     return error == 0 ? closing : error;
 }
@@ -108,11 +114,14 @@ Failure failed(std::string cause)
 
 } // namespace
 
-Result<void> copyInPlace(const fs::path &from, const fs::path &target, const fs::path &scratch)
+Result<void> copyInPlace(const fs::path &from, const fs::path &target, const fs::path &scratch,
+                         const Step &step)
 {
     const fs::path before = keptName(scratch, "old", target);
-    if (const int error = makeCopy(target, before)) {
+    if (const int error = makeCopy(target, before, step)) {
         ::unlink(before.c_str());
+        if (error == ECANCELED)
+            return Failure{FailureKind::Cancelled, {}};
         return failed(std::strerror(error));
     }
     const int error = overwrite(from, target);

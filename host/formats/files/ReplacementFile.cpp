@@ -4,6 +4,7 @@
 #include "FormatTable.h"
 #include "FormatText.h"
 #include "InPlaceCopy.h"
+#include "PipeWriter.h"
 #include "UnfinishedFiles.h"
 
 #include <zlib.h>
@@ -22,6 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kWriteBuffer = std::size_t{1} << 18U;
+// What is brought to the disk at a time.
+constexpr off_t kSyncPiece = off_t{1} << 22U;
 
 // ".sto.gz" of "x.sto.gz": readers may look at it.
 std::string endingOf(const fs::path &file)
@@ -265,7 +268,7 @@ void ReplacementFile::put(const char *bytes, std::size_t size)
         fail(error);
 }
 
-Result<void> ReplacementFile::complete()
+Result<void> ReplacementFile::complete(const Step &step)
 {
     if (!m_Outcome)
         return m_Outcome;
@@ -277,22 +280,44 @@ Result<void> ReplacementFile::complete()
         m_Deflater.reset();
     }
     // The old file must not go before the new one is safe.
+    if (m_Outcome && step)
+        sync(step);
     if (m_Outcome && ::fsync(m_File.number()) != 0)
         fail(errno);
     return m_Outcome;
 }
 
-Result<void> ReplacementFile::putInPlace()
+// Piece by piece, so that whoever waits for a slow disk need not wait for all of it. What goes
+// wrong is told by what comes afterwards.
+void ReplacementFile::sync(const Step &step)
 {
+    struct stat status
+    {
+    };
+    if (::fstat(m_File.number(), &status) != 0)
+        return;
+    for (off_t done = 0; done < status.st_size; done += kSyncPiece) {
+        if (!step(static_cast<std::uint64_t>(done), static_cast<std::uint64_t>(status.st_size)))
+            return cancel();
+        static_cast<void>(::sync_file_range(m_File.number(), done, kSyncPiece,
+                                            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE |
+                                                SYNC_FILE_RANGE_WAIT_AFTER));
+    }
+}
+
+Result<void> ReplacementFile::putInPlace(const Step &step)
+{
+    if (m_Outcome && step && !step(0, 1))
+        cancel();
     if (!m_Outcome)
         return m_Outcome;
     if (m_Way == Way::Replace)
         replace();
     // Not else: a file may turn out not to be replaceable.
     if (m_Way == Way::Overwrite)
-        overwrite();
+        overwrite(step);
     if (m_Way == Way::Send)
-        send();
+        send(step);
     return m_Outcome;
 }
 
@@ -315,32 +340,31 @@ void ReplacementFile::replace()
     fail(errno);
 }
 
-void ReplacementFile::overwrite()
+void ReplacementFile::overwrite(const Step &step)
 {
     static_cast<void>(m_File.close());
-    if (const Result<void> copied = copyInPlace(m_Path, m_Target, scratchFolder()); !copied)
+    if (const Result<void> copied = copyInPlace(m_Path, m_Target, scratchFolder(), step);
+        !copied && copied.error().kind == FailureKind::Cancelled)
+        cancel();
+    else if (!copied)
         fail(copied.error().cause);
     else
         m_Remark = m_FileName + ": was written in place, because " + m_Reason;
 }
 
-void ReplacementFile::send()
+void ReplacementFile::send(const Step &step)
 {
     static_cast<void>(m_File.close());
-    const FileDescriptor from(::open(m_Path.c_str(), O_RDONLY | O_CLOEXEC));
-    FileDescriptor to(::open(m_Target.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!from.isOpen() || !to.isOpen())
-        return fail(errno);
-    m_Buffer.resize(kWriteBuffer);
-    int error = 0;
-    for (std::size_t count = kWriteBuffer; error == 0 && count == kWriteBuffer;) {
-        error = from.read(m_Buffer.data(), m_Buffer.size(), count);
-        if (error == 0)
-            error = to.write(m_Buffer.data(), count);
-    }
-    const int closing = to.close();
-    if (error != 0 || closing != 0)
-        fail(error != 0 ? error : closing);
+    const int error = sendFile(m_Path, m_Target, step);
+    if (error == ECANCELED)
+        cancel();
+    else if (error != 0)
+        fail(error);
+}
+
+void ReplacementFile::cancel()
+{
+    m_Outcome = Failure{FailureKind::Cancelled, {}};
 }
 
 void ReplacementFile::fail(int error)

@@ -7,6 +7,7 @@
 #include "Result.h"
 #include "TextSink.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -27,15 +28,19 @@ public:
     ~ReplacementFile() override;
 
     void write(std::string_view text) override;
+    [[nodiscard]] bool isOpen() const override { return m_Outcome.has_value(); }
+    // Called with the bytes done and all of them; false calls the rest off, which is a failure.
+    using Step = std::function<bool(std::uint64_t done, std::uint64_t total)>;
     // When it succeeds, everything is on the disk and can be read from path().
-    [[nodiscard]] Result<void> complete();
+    [[nodiscard]] Result<void> complete(const Step &step = {});
     // Beside the target, with the same ending. In the scratch folder when the target is written in
     // place or is no plain file (a pipe, a device).
     [[nodiscard]] const std::filesystem::path &path() const noexcept { return m_Path; }
     // To be called after complete(). The new file has owner, group and
     // permissions of the old one as far as the system lets us. A file with several links, or that
     // its folder does not let us replace, is written in place.
-    [[nodiscard]] Result<void> putInPlace();
+    // step is not asked any more once the file itself is touched.
+    [[nodiscard]] Result<void> putInPlace(const Step &step = {});
     // What the user should know of how it was put in place.
     [[nodiscard]] const std::optional<std::string> &remark() const noexcept { return m_Remark; }
 
@@ -57,8 +62,10 @@ private:
     void writeBytes(const char *bytes, std::size_t size);
     void put(const char *bytes, std::size_t size);
     void replace();
-    void overwrite();
-    void send();
+    void overwrite(const Step &step);
+    void send(const Step &step);
+    void sync(const Step &step);
+    void cancel();
     void fail(int error);
     void fail(const std::string &cause);
 

@@ -2,7 +2,7 @@
 // The cells of an alignment row as text, from left to right and as many at a time as a line takes.
 #pragma once
 
-#include "GappedSequence.h"
+#include "GappedView.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,16 +13,21 @@ namespace TAMBO::formats {
 class CellText
 {
 public:
-    // The row outlives this.
-    explicit CellText(const GappedSequence &row) noexcept : m_Row(&row) { }
+    // What put() may touch behind the columns that it writes.
+    static constexpr std::size_t kSlack = 8;
+
+    // What is looked at outlives this.
+    explicit CellText(const GappedView &row) noexcept : m_Row(row) { }
 
     // Appends the next columns to a text. There are so many.
     void append(std::uint64_t count, char gap, std::string &text);
+    // Writes them where there is room for them and the slack, and returns the place behind them.
+    char *put(std::uint64_t count, char gap, char *to);
     // The column that comes next.
     [[nodiscard]] std::uint64_t column() const noexcept { return m_Column; }
 
 private:
-    const GappedSequence *m_Row;
+    GappedView m_Row;
     std::uint64_t m_Column = 0;
     std::size_t m_Letter = 0;
 };

@@ -2,6 +2,7 @@
 #include "InsertionColumns.h"
 
 #include "Bits.h"
+#include "CellScan.h"
 #include "CellText.h"
 #include "Text.h"
 
@@ -11,12 +12,18 @@ namespace TAMBO::formats {
 
 namespace {
 
-bool hasSmallLetters(const std::string &letters)
+bool hasSmallLetters(std::string_view letters)
 {
-    return std::any_of(letters.begin(), letters.end(), isSmallLetter);
+    std::size_t begin = 0;
+    for (; begin + kScanWidth <= letters.size(); begin += kScanWidth) {
+        if (scanCells(letters.data() + begin).lowerCase != 0)
+            return true;
+    }
+    return std::any_of(letters.begin() + static_cast<std::ptrdiff_t>(begin), letters.end(),
+                       isSmallLetter);
 }
 
-std::string textOf(const GappedSequence &row)
+std::string textOf(const GappedView &row)
 {
     std::string text;
     CellText(row).append(row.width, '-', text);
@@ -25,15 +32,15 @@ std::string textOf(const GappedSequence &row)
 
 } // namespace
 
-InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
+InsertionColumns::InsertionColumns(const AlignmentSource &alignment)
 {
-    if (alignment.rows.empty())
+    if (alignment.rowCount() == 0)
         return;
-    const std::uint64_t width = alignment.rows.front().sequence.width;
+    const std::uint64_t width = alignment.cells(0).width;
     std::vector<std::uint64_t> capitals(bits::wordsFor(width));
     std::vector<std::uint64_t> smallLetters(bits::wordsFor(width));
-    for (const RowRecord &row : alignment.rows) {
-        const GappedSequence &cells = row.sequence;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        const GappedView cells = alignment.cells(row);
         if (!hasSmallLetters(cells.letters)) {
             for (std::size_t word = 0; word < capitals.size(); ++word)
                 capitals[word] |= cells.occupancy[word];
@@ -48,8 +55,8 @@ InsertionColumns::InsertionColumns(const AlignmentRecord &alignment)
         }
     }
     findRuns(capitals, smallLetters, width);
-    for (const RowRecord &row : alignment.rows) {
-        const std::string text = m_Runs.empty() ? std::string() : textOf(row.sequence);
+    for (std::size_t row = 0; row < alignment.rowCount() && !m_Runs.empty(); ++row) {
+        const std::string text = textOf(alignment.cells(row));
         for (Run &run : m_Runs) {
             const auto begin = text.begin() + static_cast<std::ptrdiff_t>(run.begin);
             const auto end = text.begin() + static_cast<std::ptrdiff_t>(run.end);
@@ -75,11 +82,12 @@ void InsertionColumns::findRuns(const std::vector<std::uint64_t> &capitals,
     }
 }
 
-std::optional<GappedSequence> InsertionColumns::capitalised(const GappedSequence &row) const
+std::optional<GappedSequence> InsertionColumns::capitalised(const GappedView &row) const
 {
     if (!hasSmallLetters(row.letters))
         return std::nullopt;
-    GappedSequence changed = row;
+    GappedSequence changed{
+        std::string(row.letters), {row.occupancy.begin(), row.occupancy.end()}, row.width};
     bool isChanged = false;
     std::size_t letter = 0;
     std::size_t run = 0;
@@ -96,7 +104,7 @@ std::optional<GappedSequence> InsertionColumns::capitalised(const GappedSequence
     return isChanged ? std::optional(std::move(changed)) : std::nullopt;
 }
 
-std::string InsertionColumns::dotted(const GappedSequence &row) const
+std::string InsertionColumns::dotted(const GappedView &row) const
 {
     std::string text = textOf(row);
     for (const Run &run : m_Runs)
@@ -105,14 +113,14 @@ std::string InsertionColumns::dotted(const GappedSequence &row) const
     return text;
 }
 
-std::string InsertionColumns::packed(const GappedSequence &row) const
+std::string InsertionColumns::packed(const GappedView &row) const
 {
     std::string text = dotted(row);
     std::erase(text, '.');
     return text;
 }
 
-std::string InsertionColumns::unpacked(const GappedSequence &row) const
+std::string InsertionColumns::unpacked(const GappedView &row) const
 {
     const std::string wide = textOf(row);
     std::string text;

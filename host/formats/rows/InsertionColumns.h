@@ -3,7 +3,7 @@
 // letters and no capitals. In all other columns these formats know capitals only.
 #pragma once
 
-#include "Records.h"
+#include "AlignmentSource.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,19 +16,19 @@ namespace TAMBO::formats {
 class InsertionColumns
 {
 public:
-    explicit InsertionColumns(const AlignmentRecord &alignment);
+    explicit InsertionColumns(const AlignmentSource &alignment);
 
     [[nodiscard]] bool areNone() const noexcept { return m_Runs.empty(); }
     // The row with capitals where small letters would be taken for insertions; nothing when it has
     // none of these.
-    [[nodiscard]] std::optional<GappedSequence> capitalised(const GappedSequence &row) const;
+    [[nodiscard]] std::optional<GappedSequence> capitalised(const GappedView &row) const;
 
     // Gaps in insertions are '.'.
-    [[nodiscard]] std::string dotted(const GappedSequence &row) const;
+    [[nodiscard]] std::string dotted(const GappedView &row) const;
     // Gaps in insertions are left out.
-    [[nodiscard]] std::string packed(const GappedSequence &row) const;
+    [[nodiscard]] std::string packed(const GappedView &row) const;
     // The row as readers get it back from packed(): the letters of an insertion begin at its left.
-    [[nodiscard]] std::string unpacked(const GappedSequence &row) const;
+    [[nodiscard]] std::string unpacked(const GappedView &row) const;
 
 private:
     // The columns [begin, end), at least one of them.

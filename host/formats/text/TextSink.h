@@ -17,6 +17,8 @@ public:
 
     // After a failure the text goes nowhere.
     virtual void write(std::string_view text) = 0;
+    // False when text goes nowhere from now on; then nobody need make it.
+    [[nodiscard]] virtual bool isOpen() const { return true; }
 };
 
 class StringSink final : public TextSink

@@ -2,7 +2,8 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
-#include "FormatText.h"
+#include "Text.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
 #include <array>
@@ -56,16 +57,30 @@ char markOf(Letters letters) noexcept
     return isWithin(letters, kWeak) ? '.' : ' ';
 }
 
+using LetterBits = std::array<Letters, 256>;
+
+constexpr LetterBits makeLetterBits() noexcept
+{
+    LetterBits table{};
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        table[static_cast<unsigned char>(letter)] = bitOf(letter);
+        table[static_cast<unsigned char>(letter - 'a' + 'A')] = bitOf(letter);
+    }
+    table[static_cast<unsigned char>('-')] = kGapBit;
+    return table;
+}
+
+constexpr LetterBits kLetterBits = makeLetterBits();
+
 // A character a column that says how alike its residues are.
 std::string conservation(const FittedAlignment &alignment)
 {
     std::vector<Letters> columns(alignment.width());
-    std::string cells;
+    std::string cells(alignment.width() + CellText::kSlack, '-');
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        cells.clear();
-        CellText(alignment.cells(row)).append(alignment.width(), '-', cells);
-        for (std::size_t i = 0; i < cells.size(); ++i)
-            columns[i] |= cells[i] == '-' ? kGapBit : bitOf(cells[i]);
+        CellText(alignment.cells(row)).put(alignment.width(), '-', cells.data());
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            columns[i] |= kLetterBits[static_cast<unsigned char>(cells[i])];
     }
     std::string marks(columns.size(), ' ');
     std::transform(columns.begin(), columns.end(), marks.begin(), markOf);
@@ -87,23 +102,21 @@ void writeClustal(const FittedAlignment &alignment, TextSink &sink)
     }
     // Where the columns begin.
     const std::size_t place = std::max<std::size_t>(longest + 1, 16);
-    sink.write("CLUSTAL multiple sequence alignment\n\n");
-    std::string line;
+    TextBuffer text(sink);
+    text.append("CLUSTAL multiple sequence alignment\n\n");
     for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
         const std::uint64_t count = std::min(block, alignment.width() - begin);
-        sink.write("\n");
-        for (std::size_t row = 0; row < rows.size(); ++row) {
-            line = alignment.name(row);
-            padTo(line, place);
-            rows[row].append(count, '-', line);
-            line += '\n';
-            sink.write(line);
+        text.append('\n');
+        for (std::size_t row = 0; row < rows.size() && text.isOpen(); ++row) {
+            text.appendPadded(alignment.name(row), place);
+            text.append(rows[row], count, '-');
+            text.append('\n');
         }
-        line.assign(place, ' ');
-        line.append(marks, begin, count);
-        line += '\n';
-        sink.write(line);
+        text.append(place, ' ');
+        text.append(std::string_view(marks).substr(begin, count));
+        text.append('\n');
     }
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
 
@@ -11,12 +12,24 @@ namespace {
 
 constexpr std::size_t kFastaLine = 60;
 
-std::string header(const FittedAlignment &alignment, std::size_t row)
+void appendHeader(const FittedAlignment &alignment, std::size_t row, TextBuffer &text)
 {
-    std::string text = '>' + alignment.name(row);
-    if (const std::string description = alignment.description(row); !description.empty())
-        text += ' ' + description;
-    return text + '\n';
+    text.append('>');
+    text.append(alignment.name(row));
+    if (const std::string description = alignment.description(row); !description.empty()) {
+        text.append(' ');
+        text.append(description);
+    }
+    text.append('\n');
+}
+
+void appendLines(const GappedView &row, std::uint64_t lineLength, TextBuffer &text)
+{
+    CellText cells(row);
+    while (cells.column() < row.width) {
+        text.append(cells, std::min(row.width - cells.column(), lineLength), '-');
+        text.append('\n');
+    }
 }
 
 } // namespace
@@ -25,33 +38,33 @@ void writeFasta(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::size_t lineLength =
         alignment.options().lineLength == 0 ? kFastaLine : alignment.options().lineLength;
-    std::string text;
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        text = header(alignment, row);
-        CellText cells(alignment.cells(row));
-        for (std::uint64_t left = alignment.cells(row).width; left > 0;) {
-            const std::uint64_t count = std::min<std::uint64_t>(left, lineLength);
-            cells.append(count, '-', text);
-            text += '\n';
-            left -= count;
-        }
-        sink.write(text);
+    TextBuffer text(sink);
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
+        appendHeader(alignment, row, text);
+        appendLines(alignment.cells(row), lineLength, text);
     }
+    text.flush();
 }
 
 void writeInsertions(const FittedAlignment &alignment, TextSink &sink)
 {
     const std::size_t lineLength = alignment.options().lineLength;
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        std::string text = header(alignment, row);
+    TextBuffer text(sink);
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
+        appendHeader(alignment, row, text);
+        if (!alignment.hasInsertions()) {
+            const GappedView cells = alignment.cells(row);
+            appendLines(cells, lineLength == 0 ? cells.width : lineLength, text);
+            continue;
+        }
         const std::string cells = alignment.insertionText(row);
         const std::size_t step = lineLength == 0 ? cells.size() : lineLength;
         for (std::size_t begin = 0; begin < cells.size(); begin += step) {
-            text.append(cells, begin, step);
-            text += '\n';
+            text.append(std::string_view(cells).substr(begin, step));
+            text.append('\n');
         }
-        sink.write(text);
     }
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FittedAlignment.h"
 
+#include "CellScan.h"
+#include "CellText.h"
 #include "FittedAnnotation.h"
 #include "FormatText.h"
 #include "PirTitle.h"
@@ -11,19 +13,29 @@ namespace TAMBO::formats {
 
 namespace {
 
-bool areLetters(const std::string &letters)
+bool areLetters(std::string_view letters)
 {
-    bool areAll = true;
-    // No early end: the compiler makes a fast loop of it.
-    for (const char character : letters)
-        areAll &= isLetter(character);
-    return areAll;
+    // No early end within a piece, of which the scan makes a few instructions.
+    std::size_t begin = 0;
+    for (; begin + kScanWidth <= letters.size(); begin += kScanWidth) {
+        if (scanCells(letters.data() + begin).letters != ~std::uint64_t{0})
+            return false;
+    }
+    return std::all_of(letters.begin() + static_cast<std::ptrdiff_t>(begin), letters.end(),
+                       isLetter);
 }
 
-std::uint64_t smallLetters(const std::string &letters)
+std::uint64_t smallLetters(std::string_view letters)
 {
     return static_cast<std::uint64_t>(
         std::count_if(letters.begin(), letters.end(), [](char c) { return c >= 'a' && c <= 'z'; }));
+}
+
+std::string plainText(const GappedView &row)
+{
+    std::string text;
+    CellText(row).append(row.width, '-', text);
+    return text;
 }
 
 bool isDescription(const Annotation &remark)
@@ -41,20 +53,34 @@ std::vector<ChainBreak> placedBreaks(const RowRecord &row)
 
 } // namespace
 
+FittedAlignment::FittedAlignment(const AlignmentSource &alignment, const WriteOptions &options)
+    : m_Source(alignment), m_Options(options), m_Names(alignment, options)
+{
+    fit();
+}
+
 FittedAlignment::FittedAlignment(const AlignmentRecord &alignment, const WriteOptions &options)
-    : m_Record(alignment), m_Options(options), m_Names(alignment, options)
+    : m_Record(alignment), m_Source(*m_Record), m_Options(options), m_Names(*m_Record, options)
+{
+    fit();
+}
+
+void FittedAlignment::fit()
 {
     fitLetters();
-    if (!holds(options.format, Content::SmallLetters))
+    if (!holds(m_Options.format, Content::SmallLetters))
         fitInsertions();
 }
 
 void FittedAlignment::fitLetters()
 {
     for (std::size_t i = 0; i < rowCount(); ++i) {
-        if (areLetters(row(i).sequence.letters))
+        const GappedView cells = m_Source.cells(i);
+        if (areLetters(cells.letters))
             continue;
-        GappedSequence changed = row(i).sequence;
+        GappedSequence changed{std::string(cells.letters),
+                               {cells.occupancy.begin(), cells.occupancy.end()},
+                               cells.width};
         for (char &character : changed.letters) {
             if (isLetter(character))
                 continue;
@@ -68,7 +94,7 @@ void FittedAlignment::fitLetters()
 
 void FittedAlignment::fitInsertions()
 {
-    m_Insertions.emplace(m_Record);
+    m_Insertions.emplace(m_Source);
     bool areEven = true;
     std::size_t firstLength = 0;
     for (std::size_t i = 0; i < rowCount(); ++i) {
@@ -86,15 +112,15 @@ void FittedAlignment::fitInsertions()
     // Packed rows of one length would be taken for columns, so the gaps stay.
     m_IsPacked = m_Options.format == FileFormat::A3m && !m_Insertions->areNone() && !areEven;
     for (std::size_t i = 0; m_IsPacked && !m_MovesInsertions && i < rowCount(); ++i)
-        m_MovesInsertions = m_Insertions->unpacked(cells(i)) != cells(i).text();
+        m_MovesInsertions = m_Insertions->unpacked(cells(i)) != plainText(cells(i));
 }
 
-const GappedSequence &FittedAlignment::cells(std::size_t row) const
+GappedView FittedAlignment::cells(std::size_t row) const
 {
     if (m_Changed.empty())
-        return m_Record.rows[row].sequence;
+        return m_Source.cells(row);
     const auto changed = m_Changed.find(row);
-    return changed == m_Changed.end() ? m_Record.rows[row].sequence : changed->second;
+    return changed == m_Changed.end() ? m_Source.cells(row) : GappedView(changed->second);
 }
 
 std::string FittedAlignment::insertionText(std::size_t row) const
@@ -106,6 +132,8 @@ std::string FittedAlignment::description(std::size_t index) const
 {
     if (m_Options.format == FileFormat::Pir)
         return pirTitle(row(index), name(index));
+    if (!hasRemarks(index))
+        return {};
     std::string text = holds(m_Options.format, Content::Descriptions) ? plainDescription(row(index))
                                                                       : std::string();
     if (holds(m_Options.format, Content::Annotation) && text.empty()) {
@@ -115,6 +143,12 @@ std::string FittedAlignment::description(std::size_t index) const
             text = found->text;
     }
     return text;
+}
+
+bool FittedAlignment::hasRemarks(std::size_t index) const
+{
+    const RowRecord &said = row(index);
+    return !said.description.empty() || !said.annotations.empty();
 }
 
 std::vector<std::string> FittedAlignment::changes() const
@@ -138,46 +172,58 @@ std::vector<std::string> FittedAlignment::changes() const
     return sentences;
 }
 
-Result<void> FittedAlignment::checkSame(const AlignmentRecord &readBack) const
+Result<void> FittedAlignment::checkSame(const AlignmentRecord &readBack, const Step &step) const
 {
     if (readBack.rows.size() != rowCount())
         return different("it has " + std::to_string(readBack.rows.size()) + " rows instead of " +
                          std::to_string(rowCount()));
     for (std::size_t i = 0; i < rowCount(); ++i) {
-        const RowRecord &other = readBack.rows[i];
-        const std::string which = "row " + std::to_string(i + 1) + ", " + shown(name(i)) + ", ";
-        if (other.name != name(i))
-            return different(which + "has the name " + shown(other.name));
-        if (other.sequence.letters != cells(i).letters)
-            return different(which + "has other letters");
-        if (!hasCells(i, other.sequence))
-            return different(which + "has its gaps at other places");
-        if (holds(m_Options.format, Content::Descriptions) &&
-            other.description != trimmed(cleanText(description(i))))
-            return different(which + "has another description");
-        if (holds(m_Options.format, Content::ChainBreaks) &&
-            placedBreaks(row(i)) != other.chainBreaks)
-            return different(which + "has its chain breaks at other places");
+        if (step && !step(i))
+            return Failure{FailureKind::Cancelled, {}};
+        if (const Result<void> same = checkRow(i, readBack.rows[i]); !same)
+            return same;
     }
     if (holds(m_Options.format, Content::Annotation))
         return checkAnnotation(readBack);
     return {};
 }
 
+Result<void> FittedAlignment::checkRow(std::size_t index, const RowRecord &readBack) const
+{
+    const auto differs = [&](const std::string &how) {
+        return different("row " + std::to_string(index + 1) + ", " + shown(name(index)) + ", " +
+                         how);
+    };
+    if (readBack.name != name(index))
+        return differs("has the name " + shown(readBack.name));
+    if (readBack.sequence.letters != cells(index).letters)
+        return differs("has other letters");
+    if (!hasCells(index, readBack.sequence))
+        return differs("has its gaps at other places");
+    if (holds(m_Options.format, Content::Descriptions) &&
+        readBack.description != trimmed(cleanText(description(index))))
+        return differs("has another description");
+    if (holds(m_Options.format, Content::ChainBreaks) &&
+        placedBreaks(row(index)) != readBack.chainBreaks)
+        return differs("has its chain breaks at other places");
+    return {};
+}
+
 // Sequences that are no alignment may be read as one: rows in A2M without dots.
 bool FittedAlignment::hasCells(std::size_t row, const GappedSequence &readBack) const
 {
-    if (!m_Record.isAligned)
+    if (!whole().isAligned)
         return true;
     if (m_IsPacked)
         return readBack.text() == m_Insertions->unpacked(cells(row));
-    return readBack.width == width() && readBack.occupancy == cells(row).occupancy;
+    return readBack.width == width() &&
+           std::ranges::equal(readBack.occupancy, cells(row).occupancy);
 }
 
 Result<void> FittedAlignment::checkAnnotation(const AlignmentRecord &readBack) const
 {
-    if (readBack.annotations != fittedRemarks(m_Record.annotations) ||
-        readBack.columnAnnotations != fittedLines(m_Record.columnAnnotations, width()))
+    if (readBack.annotations != fittedRemarks(whole().annotations) ||
+        readBack.columnAnnotations != fittedLines(whole().columnAnnotations, width()))
         return different("its annotation differs");
     for (std::size_t i = 0; i < rowCount(); ++i) {
         const RowRecord &other = readBack.rows[i];

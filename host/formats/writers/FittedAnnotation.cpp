@@ -61,7 +61,7 @@ std::vector<Annotation> fittedLines(const std::vector<Annotation> &lines, std::u
     return fitted;
 }
 
-std::vector<Annotation> fittedLines(const std::vector<Annotation> &lines, const GappedSequence &row)
+std::vector<Annotation> fittedLines(const std::vector<Annotation> &lines, const GappedView &row)
 {
     std::vector<Annotation> fitted = fittedLines(lines, row.width);
     for (Annotation &line : fitted) {

@@ -3,6 +3,7 @@
 // character a column.
 #pragma once
 
+#include "GappedView.h"
 #include "Records.h"
 
 #include <cstdint>
@@ -19,6 +20,6 @@ namespace TAMBO::formats {
                                                   std::uint64_t width);
 // Lines over the residues of a row.
 [[nodiscard]] std::vector<Annotation> fittedLines(const std::vector<Annotation> &lines,
-                                                  const GappedSequence &row);
+                                                  const GappedView &row);
 
 } // namespace TAMBO::formats

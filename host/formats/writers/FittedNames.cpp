@@ -74,28 +74,52 @@ std::string replaced(std::string_view name, const WriteOptions &options)
 
 } // namespace
 
-FittedNames::FittedNames(const AlignmentRecord &alignment, const WriteOptions &options)
-    : m_Format(options.format),
+FittedNames::FittedNames(const AlignmentSource &alignment, const WriteOptions &options)
+    : m_Source(alignment),
+      m_Format(options.format),
       m_Longest(options.format == FileFormat::Phylip && !options.hasLongNames ? kShortPhylipName
                                                                               : 0),
       m_MustDiffer(!holds(options.format, Content::EqualNames))
 {
-    m_Names.reserve(alignment.rows.size());
-    for (std::size_t row = 0; row < alignment.rows.size(); ++row) {
-        const std::string &name = alignment.rows[row].name;
-        const std::string clean(trimmed(cleanText(name)));
-        std::string held = replaced(clean, options);
-        if (held != name && !held.empty())
-            note(Replaced, name, row);
-        m_Names.push_back(fitted(held, row));
+    for (char character = '0'; character <= 'z'; ++character)
+        m_IsPlain[static_cast<unsigned char>(character)] =
+            isLetter(character) || isDigit(character) || character == '_';
+    for (const char character : std::string_view("./|-"))
+        m_IsPlain[static_cast<unsigned char>(character)] = isAllowed(character, options);
+    TakenNames taken(m_MustDiffer ? alignment.rowCount() : 0);
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        const std::string_view name = alignment.name(row);
+        std::string held;
+        if (!isPlain(name)) {
+            held = replaced(std::string(trimmed(cleanText(name))), options);
+            if (held != name && !held.empty())
+                note(Replaced, name, row);
+            if (std::string own = fitted(held, row); own != name)
+                m_Changed[row] = std::move(own);
+        }
+        if (m_MustDiffer && !take(row, taken)) {
+            note(Numbered, isPlain(name) ? name : held, row);
+            number(row, taken);
+        }
     }
-    m_Taken = {};
     m_Numbers = {};
 }
 
-std::string FittedNames::fitted(const std::string &name, std::size_t row)
+bool FittedNames::isPlain(std::string_view name) const noexcept
 {
-    std::string held = name;
+    if (name.empty() || (m_Longest != 0 && name.size() > m_Longest))
+        return false;
+    const char first = name.front();
+    if (first == '/' || (m_Format == FileFormat::Clustal && isClustalWord(name)))
+        return false;
+    return std::all_of(name.begin(), name.end(), [this](char character) {
+        return m_IsPlain[static_cast<unsigned char>(character)];
+    });
+}
+
+std::string FittedNames::fitted(std::string_view name, std::size_t row)
+{
+    std::string held(name);
     if (held.empty() && !holds(m_Format, Content::EmptyNames)) {
         note(Unnamed, held, row);
         held = "row_" + std::to_string(row + 1);
@@ -104,11 +128,25 @@ std::string FittedNames::fitted(const std::string &name, std::size_t row)
         note(Cut, name, row);
         held = cut(held, m_Longest);
     }
-    if (m_MustDiffer && !m_Taken.insert(held).second) {
-        note(Numbered, name, row);
-        held = unique(held);
-    }
     return held;
+}
+
+bool FittedNames::take(std::size_t row, TakenNames &taken) const
+{
+    return taken.take((*this)[row], row, [this](std::size_t other) { return (*this)[other]; });
+}
+
+// From 2 on.
+void FittedNames::number(std::size_t row, TakenNames &taken)
+{
+    const std::string name((*this)[row]);
+    std::size_t &last = m_Numbers.try_emplace(name, 1).first->second;
+    do {
+        const std::string ending = '_' + std::to_string(++last);
+        m_Changed[row] =
+            (m_Longest == 0 ? name : cut(name, m_Longest - std::min(m_Longest, ending.size()))) +
+            ending;
+    } while (!take(row, taken));
 }
 
 std::string FittedNames::cut(const std::string &name, std::size_t length) const
@@ -117,21 +155,7 @@ std::string FittedNames::cut(const std::string &name, std::size_t length) const
     return std::string(trimmed(held));
 }
 
-// Numbered from 2 on.
-std::string FittedNames::unique(const std::string &name)
-{
-    std::size_t &number = m_Numbers.try_emplace(name, 1).first->second;
-    for (;;) {
-        const std::string ending = '_' + std::to_string(++number);
-        std::string held =
-            (m_Longest == 0 ? name : cut(name, m_Longest - std::min(m_Longest, ending.size()))) +
-            ending;
-        if (m_Taken.insert(held).second)
-            return held;
-    }
-}
-
-void FittedNames::note(Kind kind, const std::string &before, std::size_t row)
+void FittedNames::note(Kind kind, std::string_view before, std::size_t row)
 {
     Change &change = m_Changes[kind];
     if (change.count++ == 0) {
@@ -155,8 +179,8 @@ std::string FittedNames::sentence(Kind kind) const
     const Change &change = m_Changes[kind];
     const bool isOne = change.count == 1;
     const std::string count =
-        std::to_string(change.count) + " of " + std::to_string(m_Names.size());
-    const std::string after = shown(m_Names[change.first]) + '.';
+        std::to_string(change.count) + " of " + std::to_string(m_Source.rowCount());
+    const std::string after = shown((*this)[change.first]) + '.';
     const std::string example = ": " + shown(change.before) + " becomes " + after;
     switch (kind) {
     case Unnamed:

@@ -2,8 +2,9 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
-#include "FormatText.h"
 #include "MsfChecksum.h"
+#include "Text.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
 #include <vector>
@@ -17,7 +18,7 @@ constexpr std::size_t kMsfGroup = 10;
 constexpr char kMsfGap = '.';
 constexpr unsigned kModulus = 10000;
 
-std::uint32_t checksum(const std::string &cells)
+std::uint32_t checksum(std::string_view cells)
 {
     MsfChecksum sum;
     sum.add(cells);
@@ -39,40 +40,39 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
     std::vector<unsigned> checks;
     unsigned total = 0;
     std::size_t longest = 0;
-    std::string line;
+    std::string cells;
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        line.clear();
-        CellText(alignment.cells(row)).append(alignment.width(), kMsfGap, line);
-        checks.push_back(checksum(line));
+        cells.clear();
+        CellText(alignment.cells(row)).append(alignment.width(), kMsfGap, cells);
+        checks.push_back(checksum(cells));
         total = (total + checks.back()) % kModulus;
         longest = std::max(longest, characterCount(alignment.name(row)));
     }
-    sink.write("!!AA_MULTIPLE_ALIGNMENT 1.0\n\n MSF: " + width +
-               "  Type: P  Check: " + std::to_string(total) + " ..\n\n");
+    TextBuffer text(sink);
+    text.append("!!AA_MULTIPLE_ALIGNMENT 1.0\n\n MSF: " + width +
+                "  Type: P  Check: " + std::to_string(total) + " ..\n\n");
     std::vector<CellText> rows;
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
         rows.emplace_back(alignment.cells(row));
-        line = " Name: " + alignment.name(row);
-        padTo(line, 7 + longest);
-        line += "  Len: " + padded(width, 5) +
-                "  Check: " + padded(std::to_string(checks[row]), 4) + "  Weight:  1.00\n";
-        sink.write(line);
+        text.append(" Name: ");
+        text.appendPadded(alignment.name(row), longest);
+        text.append("  Len: " + padded(width, 5) +
+                    "  Check: " + padded(std::to_string(checks[row]), 4) + "  Weight:  1.00\n");
     }
-    sink.write("\n//\n");
+    text.append("\n//\n");
     for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
         const std::uint64_t end = std::min(begin + block, alignment.width());
-        sink.write("\n");
-        for (std::size_t row = 0; row < rows.size(); ++row) {
-            line = alignment.name(row);
-            padTo(line, longest + 1);
+        text.append('\n');
+        for (std::size_t row = 0; row < rows.size() && text.isOpen(); ++row) {
+            text.appendPadded(alignment.name(row), longest + 1);
             for (std::uint64_t at = begin; at < end; at += kMsfGroup) {
-                line += ' ';
-                rows[row].append(std::min<std::uint64_t>(kMsfGroup, end - at), kMsfGap, line);
+                text.append(' ');
+                text.append(rows[row], std::min<std::uint64_t>(kMsfGroup, end - at), kMsfGap);
             }
-            line += '\n';
-            sink.write(line);
+            text.append('\n');
         }
     }
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
 #include <vector>
@@ -29,24 +30,25 @@ void writePhylip(const FittedAlignment &alignment, TextSink &sink)
     const std::uint64_t block = options.isSequential      ? alignment.width()
                                 : options.lineLength == 0 ? kPhylipBlock
                                                           : options.lineLength;
-    sink.write(' ' + std::to_string(rows.size()) + ' ' + std::to_string(alignment.width()) + '\n');
-    std::string line;
+    TextBuffer text(sink);
+    text.append(' ' + std::to_string(rows.size()) + ' ' + std::to_string(alignment.width()) + '\n');
     for (std::uint64_t begin = 0; begin < alignment.width(); begin += block) {
         const std::uint64_t end = std::min(begin + block, alignment.width());
         const std::uint64_t group = options.isSequential ? alignment.width() : kPhylipGroup;
         if (begin > 0)
-            sink.write("\n");
-        for (std::size_t row = 0; row < rows.size(); ++row) {
-            line = begin == 0 ? alignment.name(row) : std::string();
-            line.resize(place, ' ');
+            text.append('\n');
+        for (std::size_t row = 0; row < rows.size() && text.isOpen(); ++row) {
+            const std::string_view name = begin == 0 ? alignment.name(row) : std::string_view();
+            text.append(name);
+            text.append(place - name.size(), ' ');
             for (std::uint64_t at = begin; at < end; at += group) {
-                line += ' ';
-                rows[row].append(std::min(group, end - at), '-', line);
+                text.append(' ');
+                text.append(rows[row], std::min(group, end - at), '-');
             }
-            line += '\n';
-            sink.write(line);
+            text.append('\n');
         }
     }
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -54,7 +54,7 @@ std::optional<PirFields> pirFieldsOf(std::string_view title)
     return fields;
 }
 
-std::string pirTitle(const RowRecord &row, const std::string &name)
+std::string pirTitle(const RowRecord &row, std::string_view name)
 {
     const std::string text = cleanText(trimmed(row.description));
     const StructureLink &link = *row.link;

@@ -21,7 +21,7 @@ using PirFields = std::array<std::string, 10>;
 
 // What a PIR file says of a row: its own title, with the range of residues that it holds now, or
 // one made for it.
-[[nodiscard]] std::string pirTitle(const RowRecord &row, const std::string &name);
+[[nodiscard]] std::string pirTitle(const RowRecord &row, std::string_view name);
 
 // Whether everything that the row's own title says is in that one.
 [[nodiscard]] bool isTitleKept(const RowRecord &row);

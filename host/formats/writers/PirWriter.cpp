@@ -2,6 +2,7 @@
 #include "AlignmentWriters.h"
 
 #include "CellText.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
 
@@ -11,32 +12,48 @@ namespace {
 
 constexpr std::size_t kPirLine = 75;
 
+// The row's columns with the breaks between chains on their gaps.
+std::string brokenText(const FittedAlignment &alignment, std::size_t row)
+{
+    std::string text;
+    CellText(alignment.cells(row)).append(alignment.cells(row).width, '-', text);
+    for (const ChainBreak &chainBreak : alignment.row(row).chainBreaks) {
+        if (chainBreak.column)
+            text[*chainBreak.column] = '/';
+    }
+    return text;
+}
+
 } // namespace
 
 void writePir(const FittedAlignment &alignment, TextSink &sink)
 {
-    const std::size_t lineLength =
+    const std::uint64_t lineLength =
         alignment.options().lineLength == 0 ? kPirLine : alignment.options().lineLength;
-    std::string cells;
-    std::string text;
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        cells.clear();
-        CellText(alignment.cells(row)).append(alignment.cells(row).width, '-', cells);
-        for (const ChainBreak &chainBreak : alignment.row(row).chainBreaks) {
-            if (chainBreak.column)
-                cells[*chainBreak.column] = '/';
+    TextBuffer text(sink);
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
+        text.append(">P1;");
+        text.append(alignment.name(row));
+        text.append('\n');
+        text.append(alignment.description(row));
+        text.append('\n');
+        const bool isBroken = !alignment.row(row).chainBreaks.empty();
+        const std::string broken = isBroken ? brokenText(alignment, row) : std::string();
+        CellText cells(alignment.cells(row));
+        const std::uint64_t width = alignment.cells(row).width;
+        for (std::uint64_t begin = 0; begin < width; begin += lineLength) {
+            const std::uint64_t count = std::min(width - begin, lineLength);
+            if (isBroken)
+                text.append(std::string_view(broken).substr(begin, count));
+            else
+                text.append(cells, count, '-');
+            // The end has a line of its own when the last one is full.
+            if (count == lineLength)
+                text.append('\n');
         }
-        text = ">P1;" + alignment.name(row) + '\n' + alignment.description(row) + '\n';
-        for (std::size_t begin = 0; begin < cells.size(); begin += lineLength) {
-            text.append(cells, begin, lineLength);
-            text += '\n';
-        }
-        // The end has a line of its own when the last one is full.
-        if (cells.size() % lineLength != 0)
-            text.pop_back();
-        text += "*\n\n";
-        sink.write(text);
+        text.append("*\n\n");
     }
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -3,20 +3,30 @@
 
 #include "CellText.h"
 #include "FittedAnnotation.h"
-#include "FormatText.h"
+#include "Text.h"
+#include "TextBuffer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace TAMBO::formats {
 
 namespace {
 
-void writeLine(TextSink &sink, std::string text, std::size_t place, const std::string &rest)
+void appendRemark(TextBuffer &text, std::string_view start, const Annotation &said)
 {
-    padTo(text, std::max(place, characterCount(text) + 1));
-    text += rest;
-    text += '\n';
-    sink.write(text);
+    text.append(start);
+    text.append(said.tag);
+    text.append(' ');
+    text.append(said.text);
+    text.append('\n');
+}
+
+void appendLine(TextBuffer &text, std::string_view start, std::size_t place, std::string_view rest)
+{
+    text.appendPadded(start, std::max(place, characterCount(start) + 1));
+    text.append(rest);
+    text.append('\n');
 }
 
 // The longest of what stands before the columns, and a blank.
@@ -40,33 +50,40 @@ std::size_t placeOfColumns(const FittedAlignment &alignment,
 // Each row is in one piece, as databases have it.
 void writeStockholm(const FittedAlignment &alignment, TextSink &sink)
 {
-    sink.write("# STOCKHOLM 1.0\n");
-    for (const Annotation &said : fittedRemarks(alignment.record().annotations))
-        sink.write("#=GF " + said.tag + ' ' + said.text + '\n');
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        const std::string start = "#=GS " + alignment.name(row) + ' ';
-        if (const std::string description = alignment.description(row); !description.empty())
-            sink.write(start + "DE " + description + '\n');
+    TextBuffer text(sink);
+    text.append("# STOCKHOLM 1.0\n");
+    for (const Annotation &said : fittedRemarks(alignment.whole().annotations))
+        appendRemark(text, "#=GF ", said);
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
+        if (!alignment.hasRemarks(row))
+            continue;
+        const std::string start = "#=GS " + std::string(alignment.name(row)) + ' ';
+        if (std::string description = alignment.description(row); !description.empty())
+            appendRemark(text, start, {"DE", std::move(description)});
         for (const Annotation &said : alignment.remarksOn(row))
-            sink.write(start + said.tag + ' ' + said.text + '\n');
+            appendRemark(text, start, said);
     }
-    sink.write("\n");
+    text.append('\n');
     const std::vector<Annotation> columnLines =
-        fittedLines(alignment.record().columnAnnotations, alignment.width());
+        fittedLines(alignment.whole().columnAnnotations, alignment.width());
     const std::size_t place = placeOfColumns(alignment, columnLines);
-    std::string cells;
-    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        const std::string &name = alignment.name(row);
-        cells.clear();
-        CellText(alignment.cells(row)).append(alignment.width(), '-', cells);
-        writeLine(sink, name, place, cells);
+    for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
+        const std::string_view name = alignment.name(row);
+        CellText cells(alignment.cells(row));
+        text.appendPadded(name, place);
+        text.append(cells, alignment.width(), '-');
+        text.append('\n');
+        if (alignment.row(row).residueAnnotations.empty())
+            continue;
+        const std::string start = "#=GR " + std::string(name) + ' ';
         for (const Annotation &said :
              fittedLines(alignment.row(row).residueAnnotations, alignment.cells(row)))
-            writeLine(sink, "#=GR " + name + ' ' + said.tag, place, said.text);
+            appendLine(text, start + said.tag, place, said.text);
     }
     for (const Annotation &said : columnLines)
-        writeLine(sink, "#=GC " + said.tag, place, said.text);
-    sink.write("//\n");
+        appendLine(text, "#=GC " + said.tag, place, said.text);
+    text.append("//\n");
+    text.flush();
 }
 
 } // namespace TAMBO::formats

@@ -15,10 +15,12 @@ namespace {
 
 using namespace formats;
 
-template <typename Property> std::size_t countRows(const AlignmentRecord &alignment, Property has)
+template <typename Property> std::size_t countRows(const AlignmentSource &alignment, Property has)
 {
-    return static_cast<std::size_t>(
-        std::count_if(alignment.rows.begin(), alignment.rows.end(), has));
+    std::size_t count = 0;
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row)
+        count += has(alignment.row(row)) ? 1 : 0;
+    return count;
 }
 
 // "ID, AC, DE": each once, in the order of the file.
@@ -54,17 +56,17 @@ private:
     std::set<std::string> m_Known;
 };
 
-void addAnnotationLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+void addAnnotationLosses(const AlignmentSource &alignment, std::vector<std::string> &sentences)
 {
     TagList ofAlignment;
     TagList ofColumns;
     TagList ofSequences;
     TagList ofResidues;
-    ofAlignment.add(alignment.annotations);
-    ofColumns.add(alignment.columnAnnotations);
-    for (const RowRecord &row : alignment.rows) {
-        ofSequences.add(row.annotations);
-        ofResidues.add(row.residueAnnotations);
+    ofAlignment.add(alignment.whole().annotations);
+    ofColumns.add(alignment.whole().columnAnnotations);
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
+        ofSequences.add(alignment.row(row).annotations);
+        ofResidues.add(alignment.row(row).residueAnnotations);
     }
     ofAlignment.addSentence("What is said of the alignment", sentences);
     ofSequences.addSentence("What is said of sequences", sentences);
@@ -72,7 +74,7 @@ void addAnnotationLosses(const AlignmentRecord &alignment, std::vector<std::stri
     ofResidues.addSentence("What is said of residues", sentences);
 }
 
-void addBreakLosses(const AlignmentRecord &alignment, FileFormat format,
+void addBreakLosses(const AlignmentSource &alignment, FileFormat format,
                     std::vector<std::string> &sentences)
 {
     if (!holds(format, Content::ChainBreaks)) {
@@ -84,17 +86,18 @@ void addBreakLosses(const AlignmentRecord &alignment, FileFormat format,
         return;
     }
     std::size_t lost = 0;
-    for (const RowRecord &row : alignment.rows)
-        lost += static_cast<std::size_t>(
-            std::count_if(row.chainBreaks.begin(), row.chainBreaks.end(),
-                          [](const ChainBreak &one) { return !one.column; }));
+    for (std::size_t i = 0; i < alignment.rowCount(); ++i) {
+        const std::vector<ChainBreak> &breaks = alignment.row(i).chainBreaks;
+        lost += static_cast<std::size_t>(std::count_if(
+            breaks.begin(), breaks.end(), [](const ChainBreak &one) { return !one.column; }));
+    }
     if (lost > 0)
         sentences.push_back(counted(lost, "break between chains is", "breaks between chains are") +
                             " left out: there is no gap where \"/\" could stand.");
 }
 
 // The numbers of a row that is tied to its structure no longer go with the tie.
-void addNumberLosses(const AlignmentRecord &alignment, FileFormat format,
+void addNumberLosses(const AlignmentSource &alignment, FileFormat format,
                      std::vector<std::string> &sentences)
 {
     const std::size_t numbered = countRows(alignment, [format](const RowRecord &row) {
@@ -113,7 +116,7 @@ void addNumberLosses(const AlignmentRecord &alignment, FileFormat format,
 }
 
 // What is known of residues, and only structure files say.
-void addStructureLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+void addStructureLosses(const AlignmentSource &alignment, std::vector<std::string> &sentences)
 {
     const std::size_t withElements =
         countRows(alignment, [](const RowRecord &row) { return row.hasElements; });
@@ -129,7 +132,7 @@ void addStructureLosses(const AlignmentRecord &alignment, std::vector<std::strin
 }
 
 // Fields are kept apart by colons, and a header of another kind gives way to that of a structure.
-void addTitleLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+void addTitleLosses(const AlignmentSource &alignment, std::vector<std::string> &sentences)
 {
     const std::size_t rows =
         countRows(alignment, [](const RowRecord &row) { return !isTitleKept(row); });
@@ -139,7 +142,7 @@ void addTitleLosses(const AlignmentRecord &alignment, std::vector<std::string> &
                             "structure.");
 }
 
-void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &sentences)
+void addTagLosses(const AlignmentSource &alignment, std::vector<std::string> &sentences)
 {
     const auto repeated = [](const std::vector<Annotation> &lines) {
         std::set<std::string> tags;
@@ -148,9 +151,9 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
                 return !tags.insert(line.tag).second;
             }));
     };
-    std::size_t lines = repeated(alignment.columnAnnotations);
-    for (const RowRecord &row : alignment.rows)
-        lines += repeated(row.residueAnnotations);
+    std::size_t lines = repeated(alignment.whole().columnAnnotations);
+    for (std::size_t row = 0; row < alignment.rowCount(); ++row)
+        lines += repeated(alignment.row(row).residueAnnotations);
     if (lines > 0)
         sentences.push_back(counted(lines, "line of annotation is", "lines of annotation are") +
                             " called like another one: a number is put behind the "
@@ -159,22 +162,23 @@ void addTagLosses(const AlignmentRecord &alignment, std::vector<std::string> &se
 
 } // namespace
 
-Result<void> checkWritable(const AlignmentRecord &alignment, const WriteOptions &options)
+Result<void> checkWritable(const AlignmentSource &alignment, const WriteOptions &options)
 {
     const FileFormat format = options.format;
     if (isStructureFormat(format))
         return unwritable("An alignment cannot be written as " + fileOf(format) + '.');
-    const auto isEmpty = [](const RowRecord &row) { return row.sequence.width == 0; };
-    if (alignment.rows.empty() ||
-        std::any_of(alignment.rows.begin(), alignment.rows.end(), isEmpty))
+    bool isEmpty = alignment.rowCount() == 0;
+    for (std::size_t row = 0; row < alignment.rowCount() && !isEmpty; ++row)
+        isEmpty = alignment.cells(row).width == 0;
+    if (isEmpty)
         return unwritable("There is nothing to write: the alignment has no residues.");
-    if (!alignment.isAligned && !holds(format, Content::Unaligned))
+    if (!alignment.whole().isAligned && !holds(format, Content::Unaligned))
         return unwritable("The sequences are not aligned, and " + fileOf(format) +
                           " holds alignments only.");
     return {};
 }
 
-std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
+std::vector<std::string> lossesOf(const AlignmentSource &alignment, const WriteOptions &options)
 {
     if (!checkWritable(alignment, options))
         return {};
@@ -206,13 +210,28 @@ std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteO
     return sentences;
 }
 
-std::vector<std::string> looksLostOf(const AlignmentRecord &alignment)
+std::vector<std::string> looksLostOf(const AlignmentSource &alignment)
 {
     const std::size_t rows =
         countRows(alignment, [](const RowRecord &row) { return row.hasOwnColors; });
     if (rows == 0)
         return {};
     return {"The colors given to residues of " + counted(rows, "row", "rows") + " are left out."};
+}
+
+Result<void> checkWritable(const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    return checkWritable(RecordSource(alignment), options);
+}
+
+std::vector<std::string> lossesOf(const AlignmentRecord &alignment, const WriteOptions &options)
+{
+    return lossesOf(RecordSource(alignment), options);
+}
+
+std::vector<std::string> looksLostOf(const AlignmentRecord &alignment)
+{
+    return looksLostOf(RecordSource(alignment));
 }
 
 } // namespace TAMBO

@@ -9,7 +9,10 @@
 #include "Structure.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <utility>
 
 namespace TAMBO {
@@ -135,17 +138,21 @@ std::vector<Annotation> residueLines(const AlignmentRow &row, const RowLabel &la
     return lines;
 }
 
-RowRecord makeRow(const AlignmentRow &row, unsigned long width)
+// Whether there is nothing to say of the row besides its name and cells. So it is with most rows of
+// large alignments, of which no residue need be looked at then.
+bool isPlain(const AlignmentRow &row)
+{
+    const Peptide &sequence = row.sequence();
+    return row.label() == nullptr && !sequence.hasTies() && sequence.objectCount() == 0 &&
+           !sequence.hasOwnNumbers() && !sequence.hasOwnColors(0, sequence.residueCount()) &&
+           dynamic_cast<const Structure *>(sequence.Parent()) == nullptr;
+}
+
+// All of it but name and cells.
+RowRecord describeRow(const AlignmentRow &row, unsigned long width)
 {
     RowRecord record;
-    record.name = row.name();
     const Peptide &sequence = row.sequence();
-    record.sequence.letters.reserve(row.cells().residues());
-    row.forEachRun(0, width, [&](AlignmentRow::Column, std::uint32_t index, std::uint32_t count) {
-        record.sequence.letters.append(sequence.letters(), index, count);
-    });
-    record.sequence.width = width;
-    record.sequence.occupancy = row.cells().columns(0, width);
     if (const RowLabel *const label = row.label()) {
         record.description = label->description;
         record.link = label->link;
@@ -159,6 +166,57 @@ RowRecord makeRow(const AlignmentRow &row, unsigned long width)
     record.areNumbersInHeader = record.hasOwnNumbers && isCountedByHeader(row, record);
     record.hasElements = hasElements(row, record);
     record.hasOwnColors = hasOwnColors(row);
+    return record;
+}
+
+RowRecord makeRow(const AlignmentRow &row, unsigned long width)
+{
+    RowRecord record = isPlain(row) ? RowRecord() : describeRow(row, width);
+    record.name = row.name();
+    const Peptide &sequence = row.sequence();
+    record.sequence.letters.reserve(row.cells().residues());
+    row.forEachRun(0, width, [&](AlignmentRow::Column, std::uint32_t index, std::uint32_t count) {
+        record.sequence.letters.append(sequence.letters(), index, count);
+    });
+    record.sequence.width = width;
+    record.sequence.occupancy = row.cells().columns(0, width);
+    return record;
+}
+
+void copyLetters(const AlignmentRow &row, unsigned long width, std::span<char> out)
+{
+    const std::string_view letters = row.sequence().letters();
+    if (out.empty())
+        return;
+    if (row.isComplete()) {
+        std::memcpy(out.data(), letters.data(), out.size());
+        return;
+    }
+    char *to = out.data();
+    row.forEachRun(0, width, [&](AlignmentRow::Column, std::uint32_t index, std::uint32_t count) {
+        std::memcpy(to, letters.data() + index, count);
+        to += count;
+    });
+}
+
+void copyCells(const OccupancyRow &cells, unsigned long width, std::span<std::uint64_t> out)
+{
+    for (std::size_t i = 0; i < out.size(); ++i)
+        out[i] = cells.word(i);
+    if (width % OccupancyRow::kWordColumns != 0)
+        out.back() &= bits::low(width % OccupancyRow::kWordColumns);
+}
+
+// All of the alignment but its rows.
+AlignmentRecord makeWhole(const Alignment &alignment)
+{
+    AlignmentRecord record;
+    record.name = alignment.Name();
+    const AlignmentTable &table = alignment.table();
+    if (const AlignmentAnnotation *const annotation = table.annotation()) {
+        record.annotations = annotation->remarks();
+        record.columnAnnotations = annotation->lines(table.width());
+    }
     return record;
 }
 
@@ -251,17 +309,29 @@ bool hasOwnColors(const Peptide &chain)
 
 AlignmentRecord makeRecord(const Alignment &alignment)
 {
-    AlignmentRecord record;
-    record.name = alignment.Name();
+    AlignmentRecord record = makeWhole(alignment);
     const AlignmentTable &table = alignment.table();
-    if (const AlignmentAnnotation *const annotation = table.annotation()) {
-        record.annotations = annotation->remarks();
-        record.columnAnnotations = annotation->lines(table.width());
-    }
     record.rows.reserve(table.rowCount());
     for (std::size_t i = 0; i < table.rowCount(); ++i)
         record.rows.push_back(makeRow(table.row(i), table.width()));
     return record;
+}
+
+AlignmentSnapshot makeSnapshot(const Alignment &alignment)
+{
+    const AlignmentTable &table = alignment.table();
+    const unsigned long width = table.width();
+    AlignmentSnapshot snapshot(makeWhole(alignment), table.rowCount());
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        const AlignmentRow &row = table.row(i);
+        const AlignmentSnapshot::Room room =
+            snapshot.add(row.name(), row.cells().residues(), width);
+        copyLetters(row, width, room.letters);
+        copyCells(row.cells(), width, room.occupancy);
+        if (!isPlain(row))
+            snapshot.say(describeRow(row, width));
+    }
+    return snapshot;
 }
 
 RowRecord makeRowRecord(const Alignment &alignment, std::size_t row)

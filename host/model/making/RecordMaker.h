@@ -2,6 +2,7 @@
 // The way back from objects to the plain values that file writers take.
 #pragma once
 
+#include "AlignmentSnapshot.h"
 #include "Records.h"
 
 #include <cstddef>
@@ -14,6 +15,8 @@ class Structure;
 // What the file that a row came from said of it is kept; a row whose residues have coordinates says
 // which ones it holds now.
 [[nodiscard]] AlignmentRecord makeRecord(const Alignment &alignment);
+// The same in a form that is quick to make and takes little memory.
+[[nodiscard]] AlignmentSnapshot makeSnapshot(const Alignment &alignment);
 // One row of it, for writers that go row by row.
 [[nodiscard]] RowRecord makeRowRecord(const Alignment &alignment, std::size_t row);
 // An element that is not in one piece becomes several.

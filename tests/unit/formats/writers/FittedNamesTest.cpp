@@ -22,17 +22,18 @@ AlignmentRecord named(const Texts &names)
 Texts namesIn(const std::string &format, const Texts &names)
 {
     const AlignmentRecord record = named(names);
-    const FittedNames fitted(record, optionsOf(format));
+    const RecordSource source(record);
+    const FittedNames fitted(source, optionsOf(format));
     Texts held;
     for (std::size_t row = 0; row < names.size(); ++row)
-        held.push_back(fitted[row]);
+        held.emplace_back(fitted[row]);
     return held;
 }
 
 Texts changesIn(const std::string &format, const Texts &names)
 {
     const AlignmentRecord record = named(names);
-    return FittedNames(record, optionsOf(format)).changes();
+    return FittedNames(RecordSource(record), optionsOf(format)).changes();
 }
 
 TEST(FittedNames, PirHoldsEveryNameOfOneLine)
