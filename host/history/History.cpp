@@ -170,6 +170,8 @@ void History::clear()
     m_ForgottenChanges.clear();
     m_Saved.clear();
     m_Written.clear();
+    for (auto &[number, mark] : m_Kept)
+        mark.clear();
     tellChange();
 }
 

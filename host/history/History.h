@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +19,7 @@ namespace TAMBO {
 class Alignment;
 class Compound;
 class FreedObjects;
+class KeptState;
 class Structure;
 
 // A top-level object with changes that are in no file.
@@ -84,6 +86,10 @@ public:
     // that.
     void markWritten(const Compound &object);
     void acceptWritten(const Compound &object);
+    // The same for the state that the object was in when it was kept, whatever has been done with
+    // it since then. Nothing happens when the object is gone.
+    void markSaved(const KeptState &state);
+    void markWritten(const KeptState &state);
     // What the steps between the object's saved state and now have changed of it.
     [[nodiscard]] EditParts unsavedParts(const Compound &object) const;
     [[nodiscard]] bool isModified(const Compound &object) const;
@@ -100,6 +106,10 @@ public:
     void setFreeCallback(FreeCallback callback) { m_FreeCallback = std::move(callback); }
 
 private:
+    friend class KeptState;
+    [[nodiscard]] std::size_t keepState(const Compound &object);
+    void dropState(std::size_t number) { m_Kept.erase(number); }
+
     // Of all steps there have ever been.
     [[nodiscard]] std::size_t stepsDone() const noexcept { return m_Forgotten + m_Position; }
     // What differs between the state after saved steps and the present one; costs what the steps
@@ -139,6 +149,9 @@ private:
     ForgottenChanges m_ForgottenChanges;
     SavedMarks m_Saved;
     SavedMarks m_Written;
+    // One mark each, by their numbers.
+    std::map<std::size_t, SavedMarks> m_Kept;
+    std::size_t m_LastKept = 0;
     std::function<void()> m_ChangeCallback;
     FreeCallback m_FreeCallback;
     bool m_IsApplying = false;

@@ -5,14 +5,17 @@
 #include "AlignmentTable.h"
 #include "FreedObjects.h"
 #include "History.h"
+#include "KeptState.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
 #include "RowChanges.h"
 #include "Structure.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace TAMBO {
 
@@ -149,6 +152,24 @@ void History::acceptWritten(const Compound &object)
         save(object, *mark);
 }
 
+std::size_t History::keepState(const Compound &object)
+{
+    m_Kept[++m_LastKept].mark(object, {stepsDone(), {}});
+    return m_LastKept;
+}
+
+void History::markSaved(const KeptState &state)
+{
+    for (const auto &[object, mark] : std::unordered_map(m_Kept[state.number()].all()))
+        save(*object, mark);
+}
+
+void History::markWritten(const KeptState &state)
+{
+    for (const auto &[object, mark] : m_Kept[state.number()].all())
+        m_Written.mark(*object, mark);
+}
+
 EditParts History::unsavedParts(const Compound &object) const
 {
     const std::optional<SavedMarks::Mark> mark = m_Saved.find(object);
@@ -229,7 +250,10 @@ std::vector<const Structure *> History::renumberedStructures(const Alignment &al
 // Mostly what is dropped was never saved.
 void History::losePathsBehind(std::size_t first)
 {
-    for (SavedMarks *const marks : {&m_Saved, &m_Written}) {
+    std::vector<SavedMarks *> all = {&m_Saved, &m_Written};
+    for (auto &[number, mark] : m_Kept)
+        all.push_back(&mark);
+    for (SavedMarks *const marks : all) {
         const std::size_t latest = marks->latest();
         if (latest <= m_Forgotten + first)
             continue;
@@ -264,6 +288,8 @@ void History::forgetOwned(std::vector<HistoryStep>::iterator first,
     m_ForgottenChanges.forget(freed);
     m_Saved.forget(freed);
     m_Written.forget(freed);
+    for (auto &[number, mark] : m_Kept)
+        mark.forget(freed);
     if (m_FreeCallback)
         m_FreeCallback(freed);
 }

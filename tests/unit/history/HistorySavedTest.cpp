@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "unit/history/HistoryFixture.h"
 
+#include "KeptState.h"
+
 #include <gmock/gmock.h>
 
 using testing::IsEmpty;
@@ -52,6 +54,60 @@ TEST_F(HistorySavedTest, UndoToTheSavedStateMakesItClean)
     history.undo();
     EXPECT_TRUE(history.isModified(first)) << "the saved file holds the gap";
     history.redo();
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, WhatWasDoneAfterAStateWasKeptIsUnsaved)
+{
+    first.insertGap(0, 1);
+    const TAMBO::KeptState state(history, first);
+    first.insertGap(0, 2);
+    history.markSaved(state);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
+    EXPECT_FALSE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, OfTwoKeptStatesEachIsItsOwn)
+{
+    const TAMBO::KeptState before(history, first);
+    first.insertGap(0, 1);
+    const TAMBO::KeptState after(history, first);
+    history.markSaved(after);
+    EXPECT_FALSE(history.isModified(first));
+    history.markSaved(before);
+    EXPECT_TRUE(history.isModified(first));
+}
+
+TEST_F(HistorySavedTest, AKeptStateThatNoStepLeadsBackToIsLost)
+{
+    first.insertGap(0, 1);
+    const TAMBO::KeptState state(history, first);
+    history.undo();
+    first.insertGap(0, 3);
+    history.markSaved(state);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
+    EXPECT_TRUE(history.isModified(first)) << "the saved file holds the other gap";
+}
+
+TEST_F(HistorySavedTest, AKeptStateOfAFreedObjectSavesNothing)
+{
+    const TAMBO::KeptState state(history, first);
+    TAMBO::DataMaker::Destroy(&first);
+    history.clear();
+    history.markSaved(state);
+    EXPECT_FALSE(history.isModified(second));
+}
+
+TEST_F(HistorySavedTest, AWrittenStateIsAcceptedAsItWasKept)
+{
+    const TAMBO::KeptState state(history, first);
+    first.insertGap(0, 1);
+    history.markWritten(state);
+    history.acceptWritten(first);
+    EXPECT_TRUE(history.isModified(first));
+    history.undo();
     EXPECT_FALSE(history.isModified(first));
 }
 
