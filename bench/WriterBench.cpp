@@ -6,6 +6,7 @@
 #include "Alignment.h"
 #include "AlignmentWriters.h"
 #include "ChangeScope.h"
+#include "DataMaker.h"
 #include "FileBytes.h"
 #include "FileWriter.h"
 #include "HeapCount.h"
@@ -66,21 +67,21 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
     double seconds = 0;
     for (auto _ : state) {
         const auto start = Clock::now();
-        const AlignmentRecord record = makeRecord(*loaded().alignment);
-        if (const auto written = writeFile(path, std::span(&record, 1), options); !written) {
+        const AlignmentSnapshot snapshot = makeSnapshot(*loaded().alignment);
+        if (const auto written = writeFile(path, snapshot, options); !written) {
             state.SkipWithError(written.error().message().c_str());
             return;
         }
         seconds += std::chrono::duration<double>(Clock::now() - start).count();
     }
     const double peak = double(heapPeak() - begin);
-    const AlignmentRecord record = makeRecord(*loaded().alignment);
+    const AlignmentSnapshot snapshot = makeSnapshot(*loaded().alignment);
     // The best of a few, as of the reading.
     double text = 1e9;
     for (int repeat = 0; repeat < 5; ++repeat) {
         const auto start = Clock::now();
         NullSink sink;
-        write(formats::FittedAlignment(record, options), sink);
+        write(formats::FittedAlignment(snapshot, options), sink);
         text = std::min(text, std::chrono::duration<double>(Clock::now() - start).count());
     }
     const double bytesAlone = readBytes(path);
@@ -89,6 +90,48 @@ void writeAlignment(benchmark::State &state, const char *format, Write write)
     state.counters["peak_of_loaded"] = peak / double(loadedBytes);
     std::filesystem::remove(path);
 }
+
+// What the window's thread does before another one writes, and what that keeps meanwhile: the time
+// and the memory of a snapshot ("megabytes"), and those of a record beside it.
+template <typename Make> void keepAlignment(benchmark::State &state, Make make)
+{
+    const auto rows = static_cast<unsigned long>(state.range(0));
+    const auto columns = static_cast<unsigned long>(state.range(1));
+    Alignment *alignment = nullptr;
+    {
+        const ChangeScope scope;
+        alignment = ObjectFactory::adopt(madeAlignment(rows, columns));
+    }
+    double bytes = 0;
+    for (auto _ : state) {
+        const std::size_t before = heapBytes();
+        const auto kept = make(*alignment);
+        bytes = double(heapBytes() - before);
+    }
+    state.counters["megabytes"] = bytes / 1e6;
+    DataMaker::Destroy(alignment);
+}
+
+void takeSnapshot(benchmark::State &state)
+{
+    keepAlignment(state, [](const Alignment &alignment) { return makeSnapshot(alignment); });
+}
+
+void copyRecord(benchmark::State &state)
+{
+    keepAlignment(state, [](const Alignment &alignment) { return makeRecord(alignment); });
+}
+
+BENCHMARK(takeSnapshot)
+    ->Args({100, 500})
+    ->Args({10000, 10000})
+    ->Args({1000000, 200})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(copyRecord)
+    ->Args({100, 500})
+    ->Args({10000, 10000})
+    ->Args({1000000, 200})
+    ->Unit(benchmark::kMillisecond);
 
 #define TAMBO_WRITER(format, write)                                                                \
     BENCHMARK_CAPTURE(writeAlignment, format, #format, write)                                      \

@@ -3,14 +3,16 @@
 
 #include "ConfigStore.h"
 #include "FileName.h"
+#include "KeptState.h"
 #include "KindIcons.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
 #include "SavedPlaces.h"
 #include "WritableObject.h"
+#include "WriteJob.h"
+#include "WriteWait.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -26,6 +28,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -168,7 +171,8 @@ void ExportDialog::choose(int index)
     m_Object.reset();
     const std::vector<Compound *> &objects = m_References[std::size_t(index)]->objects();
     if (!objects.empty())
-        m_Object = std::make_unique<WritableObject>(*objects.front());
+        m_Object = std::make_shared<WritableObject>(*objects.front());
+    keepState();
     fillFormats();
     followFormat();
 }
@@ -270,6 +274,7 @@ bool ExportDialog::countsAsSaved() const
 void ExportDialog::setPlaces(const SavedPlaces &places)
 {
     m_Places = &places;
+    keepState();
     followOptions();
 }
 
@@ -277,7 +282,7 @@ void ExportDialog::saveInstead(const QString &folder, FileFormat format)
 {
     m_IsSaving = true;
     m_Folder = folder;
-    setWindowTitle(tr("Save %1").arg(m_Objects->currentData().toString()));
+    setWindowTitle(tr("Save %1").arg(nameOfObject()));
     m_Format->setCurrentIndex(std::max(0, m_Format->findData(int(format))));
     followFormat();
 }
@@ -300,7 +305,7 @@ QString ExportDialog::askFile()
         dialog.setDefaultSuffix(endingOf(format) +
                                 (filter == compressed ? compressedEnding() : QString()));
     });
-    const std::string name = fileNameOf(m_Objects->currentData().toString().toStdString());
+    const std::string name = fileNameOf(nameOfObject().toStdString());
     dialog.selectFile(QString::fromStdString(name) + u'.' + endingOf(format));
     if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty())
         return {};
@@ -314,11 +319,25 @@ QString ExportDialog::askFile()
 void ExportDialog::write()
 {
     const QString file = askFile();
-    if (file.isEmpty())
+    if (!file.isEmpty())
+        writeTo(file);
+}
+
+// What takes long goes on when the dialog is closed, unless somebody wants the file for good before
+// he goes on himself.
+void ExportDialog::writeTo(const QString &file)
+{
+    m_Job = std::make_unique<WriteJob>(m_Object, file, options());
+    m_Job->start();
+    if (m_GoesOn && !m_IsSaving)
+        waitUnnoticed(*m_Job);
+    else
+        static_cast<void>(waitToTheEnd(*m_Job, windowTitle(), this));
+    if (!m_Job->isOver())
+        return accept();
+    const Result<void> written = std::exchange(m_Job, nullptr)->outcome();
+    if (!written && written.error().kind == FailureKind::Cancelled)
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const Result<void> written = m_Object->write(file, options());
-    QApplication::restoreOverrideCursor();
     if (!written) {
         const QString cause = QString::fromStdString(written.error().message());
         Logger::Write(cause, Logger::Severity::Error);
@@ -328,10 +347,31 @@ void ExportDialog::write()
         box.exec();
         return;
     }
-    Logger::Write((m_IsSaving ? tr("Saved %1 to %2") : tr("Exported %1 to %2"))
-                      .arg(m_Objects->currentData().toString(), file));
+    Logger::Write(
+        (m_IsSaving ? tr("Saved %1 to %2") : tr("Exported %1 to %2")).arg(nameOfObject(), file));
     m_File = file;
     accept();
+}
+
+QString ExportDialog::nameOfObject() const
+{
+    return m_Objects->currentData().toString();
+}
+
+std::unique_ptr<WriteJob> ExportDialog::takeJob()
+{
+    return std::move(m_Job);
+}
+
+std::unique_ptr<KeptState> ExportDialog::takeState()
+{
+    return std::move(m_State);
+}
+
+// Of the object as it was chosen, which is what is written.
+void ExportDialog::keepState()
+{
+    m_State = m_Places == nullptr || object() == nullptr ? nullptr : m_Places->keepState(*object());
 }
 
 } // namespace TAMBO::app

@@ -19,13 +19,15 @@ class QSpinBox;
 
 namespace TAMBO {
 class Compound;
-}
+class KeptState;
+} // namespace TAMBO
 
 namespace TAMBO::app {
 
 class ObjectReferences;
 class SavedPlaces;
 class WritableObject;
+class WriteJob;
 
 class ExportDialog : public QDialog
 {
@@ -43,10 +45,19 @@ public:
     // dialog.
     void setPlaces(const SavedPlaces &places);
 
+    // Somebody takes over what takes long to write; see takeJob().
+    void setGoesOn(bool goesOn) { m_GoesOn = goesOn; }
+
     // As it stands in the dialog.
     [[nodiscard]] WriteOptions options() const;
-    // The file that was written.
+    // The name of what was chosen.
+    [[nodiscard]] QString nameOfObject() const;
+    // The file that was written; empty while it is still being written.
     [[nodiscard]] const QString &file() const noexcept { return m_File; }
+    // What is still being written; null when nothing is.
+    [[nodiscard]] std::unique_ptr<WriteJob> takeJob();
+    // The state of the object that the file holds; null when there are no places.
+    [[nodiscard]] std::unique_ptr<KeptState> takeState();
     // What the file lacks of the object.
     [[nodiscard]] const QStringList &losses() const noexcept { return m_OwnLosses; }
     [[nodiscard]] bool countsAsSaved() const;
@@ -64,17 +75,22 @@ private:
     void followLosses();
     // Asks for the file's name and writes it. The dialog stays when there is none.
     void write();
+    void writeTo(const QString &file);
+    void keepState();
     [[nodiscard]] QString askFile();
 
     // What can be chosen.
     std::vector<std::unique_ptr<ObjectReferences>> m_References;
     // What is chosen, as it was then; null when it had gone.
-    std::unique_ptr<WritableObject> m_Object;
+    std::shared_ptr<const WritableObject> m_Object;
+    std::unique_ptr<KeptState> m_State;
+    std::unique_ptr<WriteJob> m_Job;
     QStringList m_OwnLosses;
     QString m_File;
     // Of the file dialog, unless empty.
     QString m_Folder;
     bool m_IsSaving = false;
+    bool m_GoesOn = false;
     const SavedPlaces *m_Places = nullptr;
 
     QComboBox *m_Objects = nullptr;

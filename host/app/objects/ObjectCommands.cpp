@@ -6,6 +6,8 @@
 #include "DataPoint.h"
 #include "DestroyedObjects.h"
 #include "ExportDialog.h"
+#include "ExportRuns.h"
+#include "KeptState.h"
 #include "ObjectFacts.h"
 #include "ObjectOperations.h"
 #include "ObjectReferences.h"
@@ -15,6 +17,7 @@
 #include "Space.h"
 #include "StoredObject.h"
 #include "WritableObject.h"
+#include "WriteJob.h"
 
 #include <QColorDialog>
 #include <QCursor>
@@ -23,6 +26,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -209,16 +213,21 @@ QString ObjectCommands::askExport(const Objects &picked) const
     ExportDialog dialog(objects, chosen, m_DialogParent);
     if (m_Places != nullptr)
         dialog.setPlaces(*m_Places);
+    dialog.setGoesOn(m_Exports != nullptr);
     dialog.exec();
-    const Compound *const written = dialog.file().isEmpty() ? nullptr : dialog.object();
-    if (m_Places != nullptr && written != nullptr)
-        m_Places->takeFile(*written, dialog.file());
-    // Of what was saved already a copy has been written.
-    if (m_Places != nullptr && written != nullptr && dialog.countsAsSaved() &&
-        m_Places->isUnsaved(*written)) {
-        m_Places->accept(*written, dialog.losses());
-        m_Places->noteSaved(*written, {dialog.file(), dialog.options()});
-    }
+    ExportRuns::Order order;
+    order.job = dialog.takeJob();
+    if (dialog.object() != nullptr)
+        order.object = std::make_unique<ObjectReferences>(Objects{dialog.object()});
+    order.name = dialog.nameOfObject();
+    order.options = dialog.options();
+    order.losses = dialog.losses();
+    order.countsAsSaved = dialog.countsAsSaved();
+    order.state = dialog.takeState();
+    if (order.job != nullptr)
+        m_Exports->take(std::move(order), m_DialogParent);
+    else if (m_Places != nullptr && !dialog.file().isEmpty())
+        ExportRuns::note(*m_Places, order, dialog.file());
     return dialog.file();
 }
 

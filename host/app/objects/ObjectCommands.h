@@ -19,8 +19,9 @@ class Compound;
 
 namespace TAMBO::app {
 
-class SavedPlaces;
+class ExportRuns;
 class ObjectSources;
+class SavedPlaces;
 
 class ObjectCommands
 {
@@ -42,6 +43,8 @@ public:
 
     // Learns what an export has saved; outlives the commands.
     void setPlaces(SavedPlaces &places) { m_Places = &places; }
+    // Takes over exports that take long; outlives the commands. Without it they are waited for.
+    void setExports(ExportRuns &exports) { m_Exports = &exports; }
 
     // Objects that are locked stay as they are, and the refusal is reported as of any guard.
     static void select(const Objects &objects, bool selected);
@@ -62,7 +65,7 @@ public:
     void askRename(Compound &object) const;
     void showProperties(const Compound &object) const;
     // Offers all objects that can be written, that of the first one picked chosen. The file that
-    // was written, if any.
+    // was written, if any; one that takes long is written while the user goes on.
     QString askExport(const Objects &picked) const;
     [[nodiscard]] static bool canExport();
 
@@ -79,6 +82,7 @@ private:
     const ObjectSources &m_Sources;
     QWidget *m_DialogParent = nullptr;
     SavedPlaces *m_Places = nullptr;
+    ExportRuns *m_Exports = nullptr;
     std::function<void(Alignment &alignment)> m_Editor;
 };
 

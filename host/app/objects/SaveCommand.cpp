@@ -3,15 +3,19 @@
 
 #include "ExportDialog.h"
 #include "FailureBoxes.h"
+#include "KeptState.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
 #include "SavedPlaces.h"
 #include "WritableObject.h"
+#include "WriteJob.h"
+#include "WriteWait.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QFileInfo>
 
+#include <memory>
 #include <optional>
 
 namespace TAMBO::app {
@@ -34,7 +38,7 @@ bool saveByDialog(SavedPlaces &places, Compound &object, QWidget *parent)
     if (dialog.exec() == QDialog::Rejected || reference.objects().empty())
         return false;
     places.accept(object, dialog.losses());
-    places.noteSaved(object, {dialog.file(), dialog.options()});
+    places.noteSaved(object, {dialog.file(), dialog.options()}, *dialog.takeState());
     return true;
 }
 
@@ -45,18 +49,22 @@ bool saveObject(SavedPlaces &places, Compound &object, QWidget *parent)
     const std::optional<SavedPlaces::Place> place = places.placeOf(object);
     if (!place)
         return saveByDialog(places, object, parent);
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const Result<void> written = WritableObject(object).write(place->file, place->options);
-    QApplication::restoreOverrideCursor();
+    const QString name = nameText(object);
+    const std::unique_ptr<KeptState> state = places.keepState(object);
+    WriteJob job(std::make_shared<WritableObject>(object), place->file, place->options);
+    job.start();
+    const Result<void> written = waitToTheEnd(job, translated("Save"), parent);
+    if (!written && written.error().kind == FailureKind::Cancelled)
+        return false;
     if (!written) {
         const QString cause = QString::fromStdString(written.error().message());
         Logger::Write(cause, Logger::Severity::Error);
-        services::FailureBoxes::showOver(
-            parent, translated("%1 could not be saved.").arg(nameText(object)), {cause});
+        services::FailureBoxes::showOver(parent, translated("%1 could not be saved.").arg(name),
+                                         {cause});
         return false;
     }
-    Logger::Write(translated("Saved %1 to %2").arg(nameText(object), place->file));
-    places.noteSavedAgain(object);
+    Logger::Write(translated("Saved %1 to %2").arg(name, place->file));
+    places.noteSavedAgain(*state);
     return true;
 }
 

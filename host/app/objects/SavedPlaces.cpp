@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "FreedObjects.h"
 #include "History.h"
+#include "KeptState.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
 #include "Structure.h"
@@ -160,9 +161,14 @@ SavedPlaces::Place SavedPlaces::suggestionFor(const Compound &object) const
             writeOptionsFor(file).value_or(WriteOptions())};
 }
 
-void SavedPlaces::noteSavedAgain(const Compound &object)
+void SavedPlaces::noteSavedAgain(const KeptState &state)
 {
-    m_History.markSaved(object);
+    m_History.markSaved(state);
+}
+
+std::unique_ptr<KeptState> SavedPlaces::keepState(const Compound &object) const
+{
+    return std::make_unique<KeptState>(m_History, object);
 }
 
 void SavedPlaces::takeFile(const Compound &object, const QString &file)
@@ -189,6 +195,13 @@ void SavedPlaces::noteSaved(const Compound &object, const Place &place)
     m_History.markSaved(object);
 }
 
+void SavedPlaces::noteSaved(const Compound &object, const Place &place, const KeptState &state)
+{
+    takeFile(object, place.file);
+    m_Places[&object] = place;
+    m_History.markSaved(state);
+}
+
 // ---- On behalf of others
 
 QStringList SavedPlaces::strangeNumbers(const Compound &object, const WriteOptions &options) const
@@ -204,11 +217,15 @@ QStringList SavedPlaces::strangeNumbers(const Compound &object, const WriteOptio
     return sentences;
 }
 
-void SavedPlaces::noteWritten(const Compound &object, const Place &place, const QStringList &losses)
+void SavedPlaces::noteWritten(const Compound &object, const Place &place, const QStringList &losses,
+                              const KeptState *state)
 {
     takeFile(object, place.file);
     m_Written[&object] = {place, losses};
-    m_History.markWritten(object);
+    if (state != nullptr)
+        m_History.markWritten(*state);
+    else
+        m_History.markWritten(object);
     if (losses.isEmpty() || isAccepted(object, losses))
         acceptWritten(object);
 }

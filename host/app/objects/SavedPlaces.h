@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -18,6 +19,7 @@ class Alignment;
 class Compound;
 class EditParts;
 class History;
+class KeptState;
 } // namespace TAMBO
 
 namespace TAMBO::app {
@@ -72,19 +74,24 @@ public:
     // The file is this object's from now on: no other one that came from there replaces it without
     // a question.
     void takeFile(const Compound &object, const QString &file);
-    // It was written there again.
-    void noteSavedAgain(const Compound &object);
+    // It was written there again, in that state.
+    void noteSavedAgain(const KeptState &state);
     // It was written, without losses or with such as the user accepts.
     void noteSaved(const Compound &object, const Place &place);
+    // In that state.
+    void noteSaved(const Compound &object, const Place &place, const KeptState &state);
+    // The state of an object that is going to be written, as it is now.
+    [[nodiscard]] std::unique_ptr<KeptState> keepState(const Compound &object) const;
 
     // ---- Saving on behalf of others, who have the file's name
 
     // Sentences about residue numbers in the file that are in no structure file.
     [[nodiscard]] QStringList strangeNumbers(const Compound &object,
                                              const WriteOptions &options) const;
-    // A file without all of the object was written. The object counts as saved in this state when
-    // the user has accepted that, or has done so before.
-    void noteWritten(const Compound &object, const Place &place, const QStringList &losses);
+    // A file without all of the object was written. The object counts as saved in that state, or in
+    // the one it is in, when the user has accepted that, or has done so before.
+    void noteWritten(const Compound &object, const Place &place, const QStringList &losses,
+                     const KeptState *state = nullptr);
     void acceptWritten(const Compound &object);
     // Whether the user has accepted these losses of the object before.
     [[nodiscard]] bool isAccepted(const Compound &object, const QStringList &losses) const;

@@ -2,6 +2,7 @@
 #include "WritableObject.h"
 
 #include "Alignment.h"
+#include "Bits.h"
 #include "Config.h"
 #include "FileWriter.h"
 #include "Logger.h"
@@ -13,21 +14,30 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
+#include <utility>
 
 namespace TAMBO::app {
 
 namespace {
 
-AlignmentRecord recordOfSequence(const Peptide &sequence)
+AlignmentSnapshot recordOfSequence(const Peptide &sequence)
 {
-    AlignmentRecord record;
-    record.name = sequence.Name();
-    RowRecord &row = record.rows.emplace_back();
-    row.name = sequence.Name();
-    row.sequence.append(std::string(sequence.letters()));
+    AlignmentRecord whole;
+    whole.name = sequence.Name();
+    AlignmentSnapshot record(std::move(whole), 1);
+    const std::string_view letters = sequence.letters();
+    const AlignmentSnapshot::Room room =
+        record.add(sequence.Name(), letters.size(), letters.size());
+    std::ranges::copy(letters, room.letters.begin());
+    std::ranges::fill(room.occupancy, ~std::uint64_t{0});
+    if (!room.occupancy.empty())
+        room.occupancy.back() = bits::low((letters.size() - 1) % bits::kPerWord + 1);
+    RowRecord row;
     row.hasOwnNumbers = sequence.hasOwnNumbers();
     // A sequence without a structure has nothing else below it.
     row.hasElements = sequence.objectCount() > 0;
+    record.say(std::move(row));
     return record;
 }
 
@@ -43,25 +53,13 @@ std::vector<std::string> lossesOfAny(const WriteOptions &options)
     return lossesOf(plain, options);
 }
 
-std::variant<AlignmentRecord, StructureRecord> recordOf(const Compound &object)
+std::variant<AlignmentSnapshot, StructureRecord> recordOf(const Compound &object)
 {
     if (const auto *const structure = dynamic_cast<const Structure *>(&object))
         return makeRecord(*structure);
     if (const auto *const sequence = dynamic_cast<const Peptide *>(&object))
         return recordOfSequence(*sequence);
-    return makeRecord(dynamic_cast<const Alignment &>(object));
-}
-
-Result<void> writeRecord(const std::filesystem::path &path, const AlignmentRecord &alignment,
-                         const WriteOptions &options, WriteAids &aids)
-{
-    return writeFile(path, std::span(&alignment, 1), options, &aids);
-}
-
-Result<void> writeRecord(const std::filesystem::path &path, const StructureRecord &structure,
-                         const WriteOptions &options, WriteAids &aids)
-{
-    return writeFile(path, structure, options, &aids);
+    return makeSnapshot(dynamic_cast<const Alignment &>(object));
 }
 
 QStringList sentencesOf(const std::vector<std::string> &texts)
@@ -128,13 +126,19 @@ QStringList WritableObject::ownLosses(const WriteOptions &options) const
 
 Result<void> WritableObject::write(const QString &path, const WriteOptions &options) const
 {
-    const std::filesystem::path file(QFile::encodeName(path).toStdString());
     WriteAids aids{Config::GetPersonalTmpDir, {}};
-    Result<void> written = std::visit(
-        [&](const auto &record) { return writeRecord(file, record, options, aids); }, m_Record);
+    Result<void> written = write(path, options, aids);
     for (const std::string &remark : aids.remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
     return written;
+}
+
+Result<void> WritableObject::write(const QString &path, const WriteOptions &options,
+                                   WriteAids &aids) const
+{
+    const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    return std::visit([&](const auto &record) { return writeFile(file, record, options, &aids); },
+                      m_Record);
 }
 
 } // namespace TAMBO::app

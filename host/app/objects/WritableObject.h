@@ -2,6 +2,7 @@
 // A loaded alignment or structure as plain values, ready to be written as a file.
 #pragma once
 
+#include "AlignmentSnapshot.h"
 #include "Records.h"
 #include "Result.h"
 #include "WriteOptions.h"
@@ -14,7 +15,8 @@
 
 namespace TAMBO {
 class Compound;
-}
+struct WriteAids;
+} // namespace TAMBO
 
 namespace TAMBO::app {
 
@@ -38,9 +40,12 @@ public:
     // The old file is replaced only by a complete new one that reads back the same. The log
     // tells of a file that could not be replaced and was written in place.
     [[nodiscard]] Result<void> write(const QString &path, const WriteOptions &options) const;
+    // The same from any thread; what there is to tell of it stands in the aids.
+    [[nodiscard]] Result<void> write(const QString &path, const WriteOptions &options,
+                                     WriteAids &aids) const;
 
 private:
-    std::variant<AlignmentRecord, StructureRecord> m_Record;
+    std::variant<AlignmentSnapshot, StructureRecord> m_Record;
 };
 
 } // namespace TAMBO::app

@@ -4,9 +4,11 @@
 #include "Alignment.h"
 #include "ChangeScope.h"
 #include "Config.h"
+#include "KeptState.h"
 #include "Logger.h"
 #include "ModelReader.h"
 #include "ObjectFacts.h"
+#include "ObjectReferences.h"
 #include "PluginRoutes.h"
 #include "WorkbenchCommands.h"
 #include "WritableObject.h"
@@ -131,25 +133,37 @@ bool Routes::savePir(const PluginCall &call)
         return false;
     }
     const WriteOptions pir;
-    const WritableObject object(*request->alignment);
-    if (const Result<void> written = object.write(request->path, pir); !written) {
+    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
+    // Whoever asks for it has more to do with his objects, and is not kept from that.
+    const bool isForUser = !isTemporary(request->path);
+    const QString path = request->path;
+    const QString name = nameText(*request->alignment);
+    // It may go while the file is written.
+    const ObjectReferences reference({request->alignment});
+    const std::unique_ptr<KeptState> state =
+        isForUser && m_Actions.keepState ? m_Actions.keepState(*request->alignment) : nullptr;
+    const auto object = std::make_shared<const WritableObject>(*request->alignment);
+    const Result<void> written = isForUser && m_Actions.write ? m_Actions.write(object, path, pir)
+                                                              : object->write(path, pir);
+    if (!written && written.error().kind == FailureKind::Cancelled) {
+        Logger::Write(QStringLiteral("Saving %1 was cancelled; %2 is as it was.").arg(name, path));
+        return false;
+    }
+    if (!written) {
         const QString cause = QString::fromStdString(written.error().message());
         Logger::Write(cause, Logger::Severity::Error);
         // Whoever calls shows nothing.
-        m_Actions.tellFailure(
-            QStringLiteral("%1 could not be saved.").arg(nameText(*request->alignment)), {cause});
+        m_Actions.tellFailure(QStringLiteral("%1 could not be saved.").arg(name), {cause});
         return false;
     }
-    Logger::Write(
-        QStringLiteral("Saved %1 to %2").arg(nameText(*request->alignment), request->path));
-    const QStringList losses = object.losses(pir);
+    Logger::Write(QStringLiteral("Saved %1 to %2").arg(name, path));
+    const QStringList losses = object->losses(pir);
     if (!losses.isEmpty())
-        Logger::Write(QFileInfo(request->path).fileName() + QStringLiteral(": ") +
-                          losses.join(u' '),
+        Logger::Write(QFileInfo(path).fileName() + QStringLiteral(": ") + losses.join(u' '),
                       Logger::Severity::Warning);
-    // A file that another program is given is gone tomorrow: the user's work is not saved by it.
-    if (!isTemporary(request->path))
-        m_Actions.noteWritten(*request->alignment, request->path, losses);
+    if (isForUser && !reference.objects().empty())
+        m_Actions.noteWritten(dynamic_cast<Alignment &>(*reference.objects().front()), path, losses,
+                              state.get());
     return true;
 }
 

@@ -3,20 +3,25 @@
 #pragma once
 
 #include "Loader.h"
+#include "WriteOptions.h"
 
 #include <QPointer>
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 struct PluginCall;
 
 namespace TAMBO {
 class Alignment;
 class Compound;
+class KeptState;
 } // namespace TAMBO
 
 namespace TAMBO::app {
+
+class WritableObject;
 
 // Registered while it lives.
 class Routes
@@ -30,8 +35,16 @@ public:
         std::function<bool(Alignment &alignment)> realign;
         std::function<void(const LoadReport &report)> tellBadFiles;
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
-        // A PIR file that the caller keeps was written, with these losses.
-        std::function<void(Alignment &alignment, const QString &file, const QStringList &losses)>
+        // Writes, and returns when the file is complete, or as it was. When empty, it is written in
+        // the calling thread, which does nothing else meanwhile.
+        std::function<Result<void>(const std::shared_ptr<const WritableObject> &object,
+                                   const QString &path, const WriteOptions &options)>
+            write;
+        // The alignment's state as it is now.
+        std::function<std::unique_ptr<KeptState>(const Alignment &alignment)> keepState;
+        // A PIR file that the caller keeps was written from that state, with these losses.
+        std::function<void(Alignment &alignment, const QString &file, const QStringList &losses,
+                           const KeptState *state)>
             noteWritten;
     };
 

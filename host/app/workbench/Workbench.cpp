@@ -9,6 +9,7 @@
 #include "FirstPlaces.h"
 #include "Hooks.h"
 #include "JobList.h"
+#include "KeptState.h"
 #include "LogBook.h"
 #include "LogModel.h"
 #include "Logger.h"
@@ -28,6 +29,9 @@
 #include "SuperposeCommand.h"
 #include "SuperposeDialog.h"
 #include "UndoCommands.h"
+#include "WritableObject.h"
+#include "WriteJob.h"
+#include "WriteWait.h"
 
 #include <QApplication>
 #include <QFile>
@@ -69,6 +73,7 @@ std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
 Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     : m_Attendance(attendance),
       m_Places(m_History, m_Sources),
+      m_Exports(m_Places),
       m_Question(m_Places, services::JobList::instance()),
       m_Loader(m_Sources),
       m_Commands(m_Sources),
@@ -90,6 +95,11 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
     m_Commands.setDialogParent(m_Window.get());
     m_Commands.setPlaces(m_Places);
+    m_Commands.setExports(m_Exports);
+    connect(&m_Exports, &ExportRuns::exported, this, [this](const QString &file) {
+        m_Window->say(tr("Exported %1").arg(QFileInfo(file).fileName()));
+    });
+    connect(&m_Exports, &ExportRuns::failed, this, &Workbench::tellFailure);
     // Not at once: whoever ends a job is in the middle of it.
     connect(&services::JobList::instance(), &services::JobList::changed, this,
             &Workbench::quitAfterJobs, Qt::QueuedConnection);
@@ -137,9 +147,19 @@ void Workbench::makeRoutes()
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);
     };
+    if (m_Attendance == Attendance::User)
+        actions.write = [this](const std::shared_ptr<const WritableObject> &object,
+                               const QString &path, const WriteOptions &options) {
+            WriteJob job(object, path, options);
+            job.start();
+            return waitToTheEnd(job, tr("Save"), m_FailureBoxes->windowInUse());
+        };
+    actions.keepState = [this](const Alignment &alignment) {
+        return m_Places.keepState(alignment);
+    };
     actions.noteWritten = [this](Alignment &alignment, const QString &file,
-                                 const QStringList &losses) {
-        noteWritten(alignment, {file, WriteOptions()}, losses);
+                                 const QStringList &losses, const KeptState *state) {
+        noteWritten(alignment, {file, WriteOptions()}, losses, state);
     };
     m_Routes = std::make_unique<Routes>(m_Loader, std::move(actions));
 }
@@ -255,9 +275,9 @@ void Workbench::closeObjects(const std::vector<Compound *> &objects)
 }
 
 void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
-                            const QStringList &losses)
+                            const QStringList &losses, const KeptState *state)
 {
-    m_Places.noteWritten(object, place, losses);
+    m_Places.noteWritten(object, place, losses, state);
     const QStringList numbers = m_Places.strangeNumbers(object, place.options);
     for (const QString &sentence : numbers)
         Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
@@ -325,6 +345,9 @@ bool Workbench::mayQuit()
     m_WaitsForJobs = false;
     if (m_IsEnding || m_Attendance == Attendance::Nobody)
         return true;
+    // What they write may be what would be asked for.
+    if (m_Exports.isAwaited() || !m_Exports.waitForAll(m_Window.get()))
+        return false;
     const UnsavedQuestion::Outcome outcome = m_Question.beforeQuitting(m_Window.get());
     if (outcome == UnsavedQuestion::Outcome::Wait) {
         m_WaitsForJobs = true;
@@ -338,7 +361,7 @@ void Workbench::quitAfterJobs()
 {
     if (!m_WaitsForJobs || !services::JobList::instance().jobs().empty())
         return;
-    if (QApplication::activeModalWidget() != nullptr ||
+    if (isWriteAwaited() || QApplication::activeModalWidget() != nullptr ||
         QApplication::activePopupWidget() != nullptr)
         QTimer::singleShot(kPause, this, &Workbench::quitAfterJobs);
     else
@@ -360,6 +383,10 @@ void Workbench::quit()
 
 void Workbench::endOnRequest()
 {
+    if (isWriteAwaited()) {
+        QTimer::singleShot(kPause, this, &Workbench::endOnRequest);
+        return;
+    }
     if (m_IsEnding || m_Question.isOpen() || !mayQuit())
         return;
     m_IsEnding = true;

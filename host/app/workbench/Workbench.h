@@ -3,6 +3,7 @@
 // them to what the model asks of the program.
 #pragma once
 
+#include "ExportRuns.h"
 #include "History.h"
 #include "Loader.h"
 #include "ObjectCommands.h"
@@ -52,6 +53,7 @@ public:
 
     [[nodiscard]] Loader &loader() noexcept { return m_Loader; }
     [[nodiscard]] Plugins &plugins() noexcept { return m_Plugins; }
+    [[nodiscard]] ExportRuns &exports() noexcept { return m_Exports; }
     [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
     [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
     [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
@@ -67,7 +69,9 @@ public:
     void closeObjects(const std::vector<Compound *> &objects);
     // A file was written for a plug-in. The user is told what it lacks of the object, and whether
     // the object counts as saved in spite of it is the user's choice.
-    void noteWritten(Compound &object, const SavedPlaces::Place &place, const QStringList &losses);
+    // state: what was written; null for what the object is now.
+    void noteWritten(Compound &object, const SavedPlaces::Place &place, const QStringList &losses,
+                     const KeptState *state = nullptr);
 
     // The columns of its range, with the aligner of the settings.
     bool realign(Alignment &alignment);
@@ -90,8 +94,9 @@ public:
     // Closes the tools' windows and ends the event loop.
     void leave();
     void quit();
-    // Quits because somebody outside asks for it, whatever the user is doing: dialogs are closed as
-    // by Escape, once it is certain that nothing unsaved is lost.
+    // Quits because somebody outside asks for it, as soon as no file is waited for, whatever the
+    // user is doing: dialogs are closed as by Escape, once it is certain that nothing unsaved is
+    // lost.
     void endOnRequest();
 
 signals:
@@ -116,6 +121,7 @@ private:
     History m_History;
     ObjectSources m_Sources;
     SavedPlaces m_Places;
+    ExportRuns m_Exports;
     UnsavedQuestion m_Question;
     Loader m_Loader;
     ObjectCommands m_Commands;
