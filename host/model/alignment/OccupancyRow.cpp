@@ -160,11 +160,15 @@ void OccupancyRow::insertGaps(Column column, Column count)
     extendTo(oldEnd + count);
     if (count <= kWordColumns) {
         // A count loses the residues that cross its column; those are known without counting anew.
-        for (std::size_t block = column / kBlockColumns + 1; block < blocks(); ++block) {
+        const Word *const cells = words();
+        std::uint32_t *const counts = ranks();
+        const std::size_t end = blocks();
+        for (std::size_t block = column / kBlockColumns + 1; block < end; ++block) {
             const Column start = block * kBlockColumns;
             const Column crossing = std::min(count, start - column);
-            ranks()[block] -=
-                bits::count(words()[block * kBlockWords - 1] >> (kWordColumns - crossing));
+            const Word crossed = cells[block * kBlockWords - 1] >> (kWordColumns - crossing);
+            // Mostly a single column.
+            counts[block] -= count == 1 ? std::uint32_t(crossed) : bits::count(crossed);
         }
         shiftUp(column, oldEnd, count);
         clear(column, count);
@@ -184,10 +188,13 @@ void OccupancyRow::removeColumns(Column begin, Column count)
     if (count <= kWordColumns) {
         const std::uint32_t removed = bits::count(bitsAt(begin) & bits::low(count));
         m_Store->residues -= removed;
-        for (std::size_t block = begin / kBlockColumns + 1; block < blocks(); ++block) {
-            const std::uint32_t crossing =
-                bits::count(words()[block * kBlockWords] & bits::low(count));
-            ranks()[block] += crossing - removed;
+        const Word *const cells = words();
+        std::uint32_t *const counts = ranks();
+        const std::size_t end = blocks();
+        for (std::size_t block = begin / kBlockColumns + 1; block < end; ++block) {
+            const Word crossed = cells[block * kBlockWords] & bits::low(count);
+            // Mostly a single column.
+            counts[block] += (count == 1 ? std::uint32_t(crossed) : bits::count(crossed)) - removed;
         }
         shiftDown(begin + count, oldEnd, count);
         clear(oldEnd - count, count);
