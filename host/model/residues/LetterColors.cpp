@@ -4,6 +4,7 @@
 #include "AminoAcids.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace TAMBO {
 
@@ -24,6 +25,7 @@ LetterColors::LetterColors(const std::array<Color, kLetters> &colors) : m_Colors
         if (colors[i] != aminoAcidColor(static_cast<char>(i)))
             m_Choices[i] = find(colors[i]);
     }
+    makePalette();
 }
 
 LetterColors::LetterColors(Color color) : LetterColors(everywhere(color)) { }
@@ -35,6 +37,16 @@ LetterColors::LetterColors(const std::vector<Color> &colors)
     std::ranges::copy(colors, m_Colors.begin() + 1);
     for (std::size_t i = 0; i < m_Different.size(); ++i)
         m_Choices[i] = static_cast<Choice>(i);
+    makePalette();
+}
+
+void LetterColors::makePalette()
+{
+    std::vector<Color> palette;
+    for (std::size_t i = 1; i < m_Different.size(); ++i)
+        palette.push_back(*m_Different[i]);
+    palette.shrink_to_fit();
+    m_Palette = std::make_shared<const std::vector<Color>>(std::move(palette));
 }
 
 LetterColors::Choice LetterColors::find(Color color)

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -35,13 +36,21 @@ public:
         return m_Different;
     }
 
+    // The same without the first, for whoever keeps colours as choices.
+    [[nodiscard]] const std::shared_ptr<const std::vector<Color>> &palette() const noexcept
+    {
+        return m_Palette;
+    }
+
 private:
+    void makePalette();
     static std::size_t code(char letter) noexcept { return static_cast<unsigned char>(letter); }
     [[nodiscard]] Choice find(Color color);
 
     std::array<Color, kLetters> m_Colors;
     std::array<Choice, kLetters> m_Choices{};
     std::vector<std::optional<Color>> m_Different{std::nullopt};
+    std::shared_ptr<const std::vector<Color>> m_Palette;
 };
 
 } // namespace TAMBO

@@ -6,6 +6,7 @@
 #include "ResidueSelection.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace TAMBO {
 
@@ -41,18 +42,41 @@ ResidueColors::ResidueColors(std::string_view letters, const LetterColors &color
     });
 }
 
+// Sequences that share a palette mostly get the same colour next, and go on sharing one.
+std::shared_ptr<const ResidueColors::Palette>
+ResidueColors::withMore(const std::shared_ptr<const Palette> &palette, Color color)
+{
+    static std::weak_ptr<const Palette> lastFrom;
+    static std::weak_ptr<const Palette> lastTo;
+    const std::shared_ptr<const Palette> to = lastTo.lock();
+    if (palette != nullptr && to != nullptr && lastFrom.lock() == palette && to->back() == color)
+        return to;
+    Palette more;
+    if (palette != nullptr) {
+        more.reserve(palette->size() + 1);
+        more.insert(more.end(), palette->begin(), palette->end());
+    }
+    more.push_back(color);
+    auto made = std::make_shared<const Palette>(std::move(more));
+    lastFrom = palette;
+    lastTo = made;
+    return made;
+}
+
 std::uint8_t ResidueColors::paletteEntry(Color color)
 {
-    if (m_LastEntry != 0 && m_Palette[m_LastEntry - 1U] == color)
+    if (m_LastEntry != 0 && (*m_Palette)[m_LastEntry - 1U] == color)
         return m_LastEntry;
-    const auto found = std::ranges::find(m_Palette, color);
-    if (found == m_Palette.end()) {
-        if (m_Palette.size() == kPaletteLimit)
+    static const Palette none;
+    const Palette &known = m_Palette == nullptr ? none : *m_Palette;
+    const auto found = std::ranges::find(known, color);
+    if (found == known.end()) {
+        if (known.size() == kPaletteLimit)
             return 0;
-        m_Palette.push_back(color);
-        m_LastEntry = static_cast<std::uint8_t>(m_Palette.size());
+        m_Palette = withMore(m_Palette, color);
+        m_LastEntry = static_cast<std::uint8_t>(m_Palette->size());
     } else {
-        m_LastEntry = static_cast<std::uint8_t>(found - m_Palette.begin() + 1);
+        m_LastEntry = static_cast<std::uint8_t>(found - known.begin() + 1);
     }
     return m_LastEntry;
 }
@@ -61,6 +85,16 @@ std::vector<std::uint8_t> ResidueColors::entriesOf(const LetterColors &colors)
 {
     std::vector<std::uint8_t> entries;
     entries.reserve(colors.choices().size());
+    const bool isShareable = colors.palette()->size() <= kPaletteLimit;
+    if (m_Colored == 0 && isShareable) {
+        m_Palette = colors.palette();
+        m_LastEntry = 0;
+    }
+    if (m_Palette == colors.palette() && isShareable) {
+        for (std::size_t i = 0; i < colors.choices().size(); ++i)
+            entries.push_back(static_cast<std::uint8_t>(i));
+        return entries;
+    }
     for (const std::optional<Color> &color : colors.choices()) {
         entries.push_back(color ? paletteEntry(*color) : std::uint8_t(0));
         if (color && entries.back() == 0)
@@ -75,7 +109,7 @@ void ResidueColors::widen()
     for (const std::uint8_t entry : m_Small)
         m_Wide.push_back(wideValue(colorOf(entry)));
     m_Small = {};
-    m_Palette = {};
+    m_Palette.reset();
     m_LastEntry = 0;
 }
 
@@ -164,13 +198,20 @@ bool ResidueColors::differs(std::string_view letters, const ResidueSelection &re
 
 std::size_t ResidueColors::bytes() const noexcept
 {
-    return sizeof(*this) + m_Palette.capacity() * sizeof(Color) + m_Small.capacity() +
-           m_Wide.capacity() * sizeof(WideValue);
+    const std::size_t palette =
+        m_Palette.use_count() == 1 ? sizeof(Palette) + m_Palette->capacity() * sizeof(Color) : 0;
+    return sizeof(*this) + palette + m_Small.capacity() + m_Wide.capacity() * sizeof(WideValue);
+}
+
+bool ResidueColors::hasPaletteOf(const ResidueColors &other) const noexcept
+{
+    return m_Palette == other.m_Palette ||
+           (m_Palette != nullptr && other.m_Palette != nullptr && *m_Palette == *other.m_Palette);
 }
 
 bool ResidueColors::isSameAs(const ResidueColors &other) const noexcept
 {
-    if (m_Palette == other.m_Palette && m_Small == other.m_Small && m_Wide == other.m_Wide)
+    if (hasPaletteOf(other) && m_Small == other.m_Small && m_Wide == other.m_Wide)
         return true;
     const std::size_t count = std::max(m_Small.size(), m_Wide.size());
     for (std::size_t i = 0; i < count; ++i) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -56,7 +57,7 @@ public:
 private:
     [[nodiscard]] std::optional<Color> colorOf(std::uint8_t entry) const noexcept
     {
-        return entry == 0 ? std::nullopt : std::optional(m_Palette[entry - 1U]);
+        return entry == 0 ? std::nullopt : std::optional((*m_Palette)[entry - 1U]);
     }
     [[nodiscard]] static std::optional<Color> colorOf(WideValue value) noexcept
     {
@@ -64,6 +65,11 @@ private:
             return std::nullopt;
         return Color::fromArgb(static_cast<std::uint32_t>(value));
     }
+    using Palette = std::vector<Color>;
+
+    [[nodiscard]] static std::shared_ptr<const Palette>
+    withMore(const std::shared_ptr<const Palette> &palette, Color color);
+    [[nodiscard]] bool hasPaletteOf(const ResidueColors &other) const noexcept;
     // Index into the palette plus one, or 0 by type; 0 when there are too many colours.
     [[nodiscard]] std::uint8_t paletteEntry(Color color);
     // What m_Small keeps for each choice; empty when there are too many colours.
@@ -73,7 +79,9 @@ private:
     void widen();
 
     std::size_t m_Colored = 0;
-    std::vector<Color> m_Palette;
+    // Sequences that were coloured by one command share it; it is never changed, but replaced. Null
+    // before there is a colour.
+    std::shared_ptr<const Palette> m_Palette;
     std::vector<std::uint8_t> m_Small;
     // Instead of m_Small when there are many colours; 0 marks "by type".
     std::vector<WideValue> m_Wide;

@@ -7,6 +7,8 @@
 #include "bench/HeapCount.h"
 #include "bench/MadeAlignment.h"
 
+#include <array>
+
 namespace HistoryBytesTest {
 
 class HistoryBytes : public HistoryFixture
@@ -164,6 +166,31 @@ TEST_F(HistoryBytes, OfAStructureHoldItsChainsAtomsGroupsAndElements)
     TAMBO::Structure &structure = *TAMBO::ObjectFactory::adopt(std::move(record));
     history.clear();
     TAMBO::DataMaker::Destroy(&structure);
+    expectRealBytes();
+}
+
+// One byte a residue, and the colors that occur once for all rows.
+TEST_F(HistoryBytes, OfAColoringOfManyRowsAreLittleMoreThanTheResidues)
+{
+    constexpr unsigned long kRows = 1000;
+    TAMBO::Alignment *object = nullptr;
+    {
+        const TAMBO::ChangeScope scope;
+        object = TAMBO::ObjectFactory::adopt(madeAlignment(kRows, 100));
+    }
+    std::size_t residues = 0;
+    for (unsigned long row = 0; row < kRows; ++row)
+        residues += object->GetSequence(row, true).size();
+    const auto color = [&](unsigned shade) {
+        std::array<Color, 256> colors;
+        for (unsigned code = 0; code < colors.size(); ++code)
+            colors[code] = Color(shade + code % 21);
+        object->colorByLetter(colors);
+    };
+    color(0x100000);
+    history.clear();
+    color(0x200000);
+    EXPECT_LE(history.bytes(), residues + kRows * 200);
     expectRealBytes();
 }
 
