@@ -120,10 +120,17 @@ LogEntry LogBook::add(const QString &text, Logger::Severity severity)
 
 bool LogBook::writeToFile(const LogEntry &entry)
 {
-    QByteArray line = m_TimeText + ' ' + severityName(entry.severity) + ' ' + entry.text.toUtf8();
+    QByteArray line = m_TimeText;
+    line += ' ';
+    line += severityName(entry.severity);
+    line += ' ';
     // The further lines of a text are set in, so that every entry starts with its time.
-    line.replace('\n', "\n    ");
-    return m_File->append(line + '\n');
+    if (entry.text.contains(u'\n'))
+        line += QString(entry.text).replace(u'\n', QStringLiteral("\n    ")).toUtf8();
+    else
+        line += entry.text.toUtf8();
+    line += '\n';
+    return m_File->append(line);
 }
 
 std::vector<LogEntry> LogBook::entries() const
