@@ -170,6 +170,44 @@ TEST_F(WholeProgram, AnInterruptAtTheTerminalEndsItWhenAllIsSaved)
     EXPECT_EQ(waitForEnd(), 0);
 }
 
+// Large enough to take longer than a moment.
+TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
+{
+    constexpr int rows = 20000;
+    const QByteArray row = "AC-DEFGHIK" + QByteArray("LMNPQRSTVW").repeated(300) + '\n';
+    QByteArray text;
+    for (int i = 0; i < rows; ++i)
+        text += ">row" + QByteArray::number(i) + '\n' + row;
+    start({write("x.fasta", text)});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, "AC");
+    m_Screen.pressKey(window(kWorkbench), "ctrl+shift+s");
+    const QString dialog = window("Export");
+    m_Screen.pressKey(dialog, "Return");
+    window("Export", 2);
+    QStringList windows = m_Screen.findWindows("Export");
+    windows.removeOne(dialog);
+    ASSERT_EQ(windows.size(), 1);
+    const QString file = m_Folder.filePath("out.ali");
+    m_Screen.pressKey(windows.front(), "ctrl+a");
+    m_Screen.pasteText(windows.front(), file);
+    waitUntil([&] { return isSettled() || !isRunning(); });
+    while (!m_Screen.findPopups().isEmpty() && isRunning()) {
+        m_Screen.pressKey("Escape");
+        waitUntil([&] { return isSettled() || !isRunning(); });
+    }
+    m_Screen.pressKey(windows.front(), "Return");
+    window("Exporting");
+    m_Screen.drag(grid.middle(0, 2), grid.middle(0, 5));
+    waitForColor(grid.ground(0, 5), Qt::white);
+    waitForWindows("Exporting", 0);
+    TAMBO::Result<TAMBO::FileContents> written = TAMBO::readFile(file.toStdString());
+    ASSERT_TRUE(written.has_value());
+    ASSERT_EQ(written->alignments.front().rows.size(), std::size_t(rows));
+    for (const TAMBO::RowRecord &record : written->alignments.front().rows)
+        ASSERT_EQ(record.sequence.text(), row.trimmed().toStdString());
+}
+
 TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
 {
     openAndEdit();
