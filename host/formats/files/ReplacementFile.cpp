@@ -273,7 +273,8 @@ Result<void> ReplacementFile::complete(const Step &step)
     if (!m_Outcome)
         return m_Outcome;
     writeBytes(m_Buffer.data(), m_Buffer.size());
-    m_Buffer = {};
+    // Assigning an empty one would keep the room.
+    std::string().swap(m_Buffer);
     if (m_Deflater) {
         m_Deflater->add({}, true,
                         [this](const char *from, std::size_t count) { put(from, count); });

@@ -11,8 +11,8 @@ namespace TAMBO {
 
 namespace {
 
-// Words of a block: 1 MB.
-constexpr std::size_t kSnapshotBlock = std::size_t{1} << 17U;
+// Words of a block: 128 KB. Half of one is not used on the average.
+constexpr std::size_t kSnapshotBlock = std::size_t{1} << 14U;
 
 } // namespace
 

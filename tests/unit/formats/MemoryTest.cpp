@@ -51,8 +51,7 @@ TEST_P(Memory, OfReadingAndWritingIsBounded)
     const auto size = double(heapBytes() - empty);
     restartHeapPeak();
     {
-        const AlignmentRecord record = makeRecord(*alignment);
-        const Result<void> written = writeFile(file.path(), std::span(&record, 1),
+        const Result<void> written = writeFile(file.path(), makeSnapshot(*alignment),
                                                writeOptionsNamed(GetParam().format).value());
         ASSERT_TRUE(written) << written.error().message();
     }
