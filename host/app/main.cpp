@@ -33,6 +33,10 @@
 #include <utility>
 #include <vector>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 using TAMBO::app::CommandLine;
@@ -75,6 +79,16 @@ int tellBadFiles(const LoadReport &report)
 bool endsWhenPainted()
 {
     return !qEnvironmentVariableIsEmpty("TAMBO_EXIT_WHEN_PAINTED");
+}
+
+// Blocks of a megabyte, in which the rows of large files are read, go back to the system as soon as
+// they are freed, however many small objects have been made meanwhile.
+void returnLargeBlocks()
+{
+#ifdef __GLIBC__
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+    mallopt(M_TRIM_THRESHOLD, 1 << 20);
+#endif
 }
 
 int runWorkbench(const CommandLine &line)
@@ -196,6 +210,7 @@ int runWindows(const CommandLine &line, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    returnLargeBlocks();
     const std::vector<std::string> words(argv + std::min(1, argc), argv + argc);
     if (const std::optional<int> status = runPluginCommand(words, argv))
         return *status;

@@ -10,6 +10,7 @@
 #include "PdbReader.h"
 #include "PhylipReader.h"
 #include "PirReader.h"
+#include "RowPacking.h"
 #include "StockholmReader.h"
 #include "TextReader.h"
 
@@ -63,18 +64,42 @@ Result<FileContents> read(TextReader &reader)
 
 } // namespace
 
-Result<FileContents> readFile(const std::filesystem::path &path, const ReadProgress &progress)
+namespace {
+
+// Of our own code nothing throws but the lack of memory.
+template <typename Read>
+Result<FileContents> readSafely(const std::filesystem::path &path, const Read &reading)
 {
-    // Of our own code nothing throws but the lack of memory.
     try {
-        ByteSource source(path, progress);
-        TextReader reader(source);
-        return read(reader);
+        return reading();
     } catch (const std::exception &error) {
         return Failure{FailureKind::System,
                        std::string("cannot be read: ") + error.what(),
                        {cleanText(path.filename().string())}};
     }
+}
+
+} // namespace
+
+Result<FileContents> readPackedFile(const std::filesystem::path &path, const ReadProgress &progress)
+{
+    return readSafely(path, [&] {
+        ByteSource source(path, progress);
+        TextReader reader(source);
+        return read(reader);
+    });
+}
+
+Result<FileContents> readFile(const std::filesystem::path &path, const ReadProgress &progress)
+{
+    return readSafely(path, [&] {
+        Result<FileContents> contents = readPackedFile(path, progress);
+        if (contents) {
+            for (AlignmentRecord &alignment : contents->alignments)
+                unpackRows(alignment);
+        }
+        return contents;
+    });
 }
 
 } // namespace TAMBO

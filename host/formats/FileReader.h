@@ -14,4 +14,8 @@ namespace TAMBO {
 [[nodiscard]] Result<FileContents> readFile(const std::filesystem::path &path,
                                             const ReadProgress &progress = {});
 
+// The same for who makes objects of the rows, which stay packed.
+[[nodiscard]] Result<FileContents> readPackedFile(const std::filesystem::path &path,
+                                                  const ReadProgress &progress = {});
+
 } // namespace TAMBO

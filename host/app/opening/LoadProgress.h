@@ -17,7 +17,7 @@ class LoadProgress : public QDialog
     Q_OBJECT
 
 public:
-    static constexpr int kPatienceMilliseconds = 400;
+    static constexpr int kPatienceMilliseconds = 300;
 
     // The loader outlives the dialog.
     LoadProgress(Loader &loader, QWidget *parent);

@@ -9,6 +9,7 @@
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
 #include "ObjectSpace.h"
+#include "RowPacking.h"
 #include "Structure.h"
 #include "StructureLookup.h"
 
@@ -46,12 +47,10 @@ QStringList missingStructures(const AlignmentRecord &alignment)
     const StructureLookup loaded;
     QStringList missing;
     std::set<std::string> known;
-    for (const RowRecord &row : alignment.rows) {
-        const std::string &name = row.link->structure;
-        if (!name.empty() && known.insert(name).second &&
-            loaded.findWithChain(name).structures.empty())
+    forEachNamedStructure(alignment, [&](const std::string &name) {
+        if (known.insert(name).second && loaded.findWithChain(name).structures.empty())
             missing << QString::fromStdString(name);
-    }
+    });
     return missing;
 }
 
@@ -214,7 +213,7 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
                              "such file stands beside %1. These rows have no coordinates.")
                               .arg(name, listText(missing)),
                           Logger::Severity::Warning);
-        const std::size_t rows = record.rows.size();
+        const std::size_t rows = record.rows.size() + record.packed.size();
         if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);

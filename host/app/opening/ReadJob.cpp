@@ -60,7 +60,7 @@ Result<void> ReadJob::read(const fs::path &file, ReadOutcome &outcome, const Pro
     const Failure cancelled{FailureKind::Cancelled, {}};
     if (!report(0, 1))
         return cancelled;
-    Result<FileContents> contents = readFile(file, report);
+    Result<FileContents> contents = readPackedFile(file, report);
     // A reader that ended before it asked again has still been cancelled.
     if (isCancelled)
         return cancelled;

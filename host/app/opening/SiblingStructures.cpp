@@ -2,6 +2,7 @@
 #include "SiblingStructures.h"
 
 #include "FormatTable.h"
+#include "RowPacking.h"
 #include "StructureCode.h"
 #include "Text.h"
 
@@ -125,14 +126,13 @@ std::vector<fs::path> siblingStructures(const fs::path &alignmentFile,
     std::set<std::string> asked;
     std::set<fs::path> taken;
     for (const AlignmentRecord &alignment : alignments) {
-        for (const RowRecord &row : alignment.rows) {
-            const std::string &name = row.link->structure;
-            if (name.empty() || !asked.insert(name).second)
-                continue;
+        forEachNamedStructure(alignment, [&](const std::string &name) {
+            if (!asked.insert(name).second)
+                return;
             const std::optional<fs::path> file = siblings.find(name);
             if (file && taken.insert(*file).second)
                 found.push_back(*file);
-        }
+        });
     }
     return found;
 }

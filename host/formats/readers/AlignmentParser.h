@@ -8,8 +8,11 @@
 #include "Result.h"
 #include "TextReader.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -33,6 +36,14 @@ protected:
     {
         if (m_Outcome)
             m_Outcome = failureAt(m_Reader.fileName(), line, cause);
+    }
+
+    // What the parser of the text behind this one has found.
+    void mergeRows(AlignmentParser &next)
+    {
+        m_Alignment.packed.append(std::move(next.m_Alignment.packed));
+        std::ranges::move(next.m_Alignment.remarks, std::back_inserter(m_Alignment.remarks));
+        m_Outcome = next.m_Outcome;
     }
 
     TextReader &m_Reader;

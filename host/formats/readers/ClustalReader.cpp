@@ -143,7 +143,7 @@ void ClustalParser::finishAlignment()
                                               shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
     m_Alignment.remarks = m_Rows.remarks(m_Reader.fileName());
-    m_Alignment.rows = m_Rows.take();
+    m_Alignment.packed = m_Rows.take();
     m_Contents.alignments.push_back(std::exchange(m_Alignment, {}));
     m_IsFirstBlock = true;
 }

@@ -2,14 +2,14 @@
 #include "FastaReader.h"
 
 #include "AlignmentParser.h"
-#include "Bits.h"
 #include "DotlessRows.h"
 #include "FormatText.h"
+#include "RecordParts.h"
 #include "RowBuilder.h"
 #include "StopCount.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 
 namespace TAMBO::formats {
 
@@ -31,6 +31,12 @@ public:
 
     Result<FileContents> run();
 
+    // ---- As a parser of one part
+
+    void parse();
+    void merge(FastaParser &next);
+    [[nodiscard]] bool isFine() const noexcept { return m_Outcome.has_value(); }
+
 private:
     void beginRecord();
     void addLine();
@@ -50,8 +56,33 @@ private:
     // What is said of the columns, and where.
     std::vector<Annotation> m_Lines;
     std::vector<std::uint64_t> m_LineOfLines;
-    // Per row, the columns that are capitals or dashes: what A2M calls columns.
-    std::vector<std::uint64_t> m_MatchColumns;
+    std::string m_Name;
+    std::string m_Description;
+    // Over all rows.
+    struct Span
+    {
+        void add(std::uint64_t count) noexcept
+        {
+            least = std::min(least, count);
+            most = std::max(most, count);
+        }
+        void add(const Span &other) noexcept
+        {
+            least = std::min(least, other.least);
+            most = std::max(most, other.most);
+        }
+        void shrink() noexcept
+        {
+            --least;
+            --most;
+        }
+        std::uint64_t least = ~std::uint64_t{};
+        std::uint64_t most = 0;
+    };
+    Span m_Widths;
+    // Of the columns that are capitals or dashes: what A2M calls columns.
+    Span m_MatchColumns;
+    bool m_HasGaps = false;
     std::size_t m_RowsWithStop = 0;
     // At the ends of rows, and elsewhere.
     StopCount m_LastStops;
@@ -66,7 +97,7 @@ private:
     bool m_IsA3m = false;
 };
 
-Result<FileContents> FastaParser::run()
+void FastaParser::parse()
 {
     while (m_Outcome && m_Reader.nextLine()) {
         const char first = m_Reader.ahead().front();
@@ -80,10 +111,33 @@ Result<FileContents> FastaParser::run()
     if (m_Outcome)
         finishRow();
     if (!m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
+}
+
+void FastaParser::merge(FastaParser &next)
+{
+    mergeRows(next);
+    std::ranges::move(next.m_Lines, std::back_inserter(m_Lines));
+    std::ranges::move(next.m_LineOfLines, std::back_inserter(m_LineOfLines));
+    m_Widths.add(next.m_Widths);
+    m_MatchColumns.add(next.m_MatchColumns);
+    m_HasGaps |= next.m_HasGaps;
+    m_RowsWithStop += next.m_RowsWithStop;
+    m_LastStops.add(next.m_LastStops);
+    m_InnerStops.add(next.m_InnerStops);
+    m_HasOtherGaps |= next.m_HasOtherGaps;
+    m_HasLowerCase |= next.m_HasLowerCase;
+    m_IsA3m |= next.m_IsA3m;
+}
+
+Result<FileContents> FastaParser::run()
+{
+    RecordParts(m_Reader, '>', *this).run();
+    if (!m_Reader.outcome())
         return m_Reader.outcome().error();
     if (!m_Outcome)
         return m_Outcome.error();
-    if (m_Alignment.rows.empty())
+    if (m_Alignment.packed.empty())
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
@@ -107,12 +161,10 @@ void FastaParser::beginRecord()
         m_LineOfLines.push_back(m_HeaderLine);
         return;
     }
-    RowRecord row;
-    row.name = cleanText(text.substr(0, nameEnd));
-    row.description = cleanText(trimmed(text.substr(nameEnd)));
-    if (row.name.empty())
+    m_Name = cleanText(text.substr(0, nameEnd));
+    m_Description = cleanText(trimmed(text.substr(nameEnd)));
+    if (m_Name.empty())
         remark(m_HeaderLine, "a sequence without a name");
-    appendRow(m_Alignment.rows, std::move(row));
 }
 
 void FastaParser::addLine()
@@ -183,24 +235,27 @@ void FastaParser::finishRow()
 {
     if (m_Place != Place::InRow)
         return;
-    RowRecord &row = m_Alignment.rows.back();
     if (m_Row.width() == 0)
         return fail(m_HeaderLine,
-                    "found no residues after " + shown('>' + row.name) + ", expected at least one");
-    m_MatchColumns.push_back(m_Row.width() - m_Row.lowerCaseCount());
+                    "found no residues after " + shown('>' + m_Name) + ", expected at least one");
+    m_MatchColumns.add(m_Row.width() - m_Row.lowerCaseCount());
+    m_Widths.add(m_Row.width());
+    m_HasGaps |= m_Row.letterCount() < m_Row.width();
     m_HasLowerCase |= m_Row.lowerCaseCount() > 0;
     m_HasOtherGaps |= m_Row.hasOtherGaps();
     const std::uint64_t last = m_EndsWithStop ? 1 : 0;
     m_RowsWithStop += last;
-    m_LastStops.add(last, m_LastStopLine, row.name);
-    m_InnerStops.add(m_Row.stops() - last, m_FirstStopLine, row.name);
+    m_LastStops.add(last, m_LastStopLine, m_Name);
+    m_InnerStops.add(m_Row.stops() - last, m_FirstStopLine, m_Name);
     m_EndsWithStop = false;
-    row.sequence = m_Row.take();
+    PackedRow &row = m_Alignment.packed.add(m_Row.pack(m_Name));
+    if (!m_Description.empty())
+        row.label.change().description = std::move(m_Description);
 }
 
 void FastaParser::finish()
 {
-    std::vector<RowRecord> &rows = m_Alignment.rows;
+    PackedRows &rows = m_Alignment.packed;
     m_Alignment.name = baseName(m_Reader.fileName());
     if (m_RowsWithStop == rows.size())
         dropStopColumn();
@@ -208,16 +263,12 @@ void FastaParser::finish()
         m_InnerStops.add(m_LastStops);
     if (!m_InnerStops.isEmpty())
         m_Alignment.remarks.push_back(m_InnerStops.remark(m_Reader.fileName()));
-    const auto [least, most] =
-        std::minmax_element(rows.begin(), rows.end(), [](const RowRecord &a, const RowRecord &b) {
-            return a.sequence.width < b.sequence.width;
-        });
-    const std::uint64_t shortest = least->sequence.width;
-    const std::uint64_t longest = most->sequence.width;
+    const std::uint64_t shortest = m_Widths.least;
+    const std::uint64_t longest = m_Widths.most;
     m_Alignment.isAligned = shortest == longest;
     // Rows of one length are A3M only if the file says so: residues in small letters are no rarity.
     if ((m_IsA3m || !m_Alignment.isAligned) && isDotlessA2m()) {
-        dropUnfitLines(m_MatchColumns.front());
+        dropUnfitLines(m_MatchColumns.least);
         m_IsA3m = openDotlessRows(rows, m_Lines);
         m_Alignment.isAligned |= m_IsA3m;
     } else if (m_Alignment.isAligned) {
@@ -228,10 +279,7 @@ void FastaParser::finish()
         m_Alignment.columnAnnotations = std::move(m_Lines);
         return;
     }
-    const bool hasGaps = std::any_of(rows.begin(), rows.end(), [](const RowRecord &row) {
-        return row.sequence.letters.size() < row.sequence.width;
-    });
-    if (hasGaps)
+    if (m_HasGaps)
         m_Alignment.remarks.push_back(describeUneven(m_Reader.fileName(), shortest, longest));
 }
 
@@ -263,21 +311,21 @@ void FastaParser::remarkOnLines()
 
 bool FastaParser::isDotlessA2m() const
 {
-    return m_HasLowerCase && !m_HasOtherGaps && m_MatchColumns.front() > 0 &&
-           std::adjacent_find(m_MatchColumns.begin(), m_MatchColumns.end(),
-                              std::not_equal_to<>()) == m_MatchColumns.end();
+    return m_HasLowerCase && !m_HasOtherGaps && m_MatchColumns.least > 0 &&
+           m_MatchColumns.least == m_MatchColumns.most;
 }
 
 // Where every row ends in a stop, that column says nothing.
 void FastaParser::dropStopColumn()
 {
-    for (RowRecord &row : m_Alignment.rows) {
-        GappedSequence &sequence = row.sequence;
-        --sequence.width;
-        sequence.occupancy.resize(bits::wordsFor(sequence.width));
+    m_HasGaps = false;
+    for (std::size_t i = 0; i < m_Alignment.packed.size(); ++i) {
+        PackedRow &row = m_Alignment.packed[i];
+        --row.width;
+        m_HasGaps |= row.cells.residues() < row.width;
     }
-    for (std::uint64_t &columns : m_MatchColumns)
-        --columns;
+    m_Widths.shrink();
+    m_MatchColumns.shrink();
 }
 
 } // namespace

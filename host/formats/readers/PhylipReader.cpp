@@ -177,7 +177,7 @@ void PhylipParser::build(const PhylipLayout &layout)
         (void)rows.append(piece.row, piece.text, piece.line + 1);
     AlignmentRecord &alignment = m_Contents.alignments.emplace_back();
     alignment.remarks = rows.remarks(m_FileName);
-    alignment.rows = rows.take();
+    alignment.packed = rows.take();
 }
 
 } // namespace

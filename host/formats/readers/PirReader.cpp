@@ -4,10 +4,12 @@
 #include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
+#include "RecordParts.h"
 #include "RowBuilder.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -66,6 +68,12 @@ public:
 
     Result<FileContents> run();
 
+    // ---- As a parser of one part
+
+    void parse();
+    void merge(PirParser &next);
+    [[nodiscard]] bool isFine() const noexcept { return m_Outcome.has_value(); }
+
 private:
     enum class Place { BeforeFirst, InRow, AfterRow };
 
@@ -75,16 +83,21 @@ private:
     void addForeignText(std::string_view text);
     void finishRow();
     void finish();
-    RowRecord &row() { return m_Alignment.rows.back(); }
 
     RowBuilder m_Row;
+    // Of the row under way.
+    std::string m_Name;
+    Rare<RowLabel> m_Label;
     Place m_Place = Place::BeforeFirst;
     std::uint64_t m_HeaderLine = 0;
     std::uint64_t m_FirstPunctuationLine = 0;
     bool m_HasForeignText = false;
+    // Of the narrowest and the widest row.
+    std::pair<std::uint64_t, std::uint64_t> m_Widths{~std::uint64_t{}, 0};
+    bool m_HasGaps = false;
 };
 
-Result<FileContents> PirParser::run()
+void PirParser::parse()
 {
     while (m_Outcome && m_Reader.nextLine()) {
         const std::string_view start = m_Reader.ahead();
@@ -103,10 +116,27 @@ Result<FileContents> PirParser::run()
     if (m_Outcome)
         finishRow();
     if (!m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
+}
+
+void PirParser::merge(PirParser &next)
+{
+    mergeRows(next);
+    if (m_FirstPunctuationLine == 0)
+        m_FirstPunctuationLine = next.m_FirstPunctuationLine;
+    m_Widths = {std::min(m_Widths.first, next.m_Widths.first),
+                std::max(m_Widths.second, next.m_Widths.second)};
+    m_HasGaps |= next.m_HasGaps;
+}
+
+Result<FileContents> PirParser::run()
+{
+    RecordParts(m_Reader, '>', *this).run();
+    if (!m_Reader.outcome())
         return m_Reader.outcome().error();
     if (!m_Outcome)
         return m_Outcome.error();
-    if (m_Alignment.rows.empty())
+    if (m_Alignment.packed.empty())
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
     FileContents contents;
@@ -122,9 +152,8 @@ void PirParser::beginRow()
     if (!isPirStart(header))
         return fail(m_HeaderLine, "found " + shown(header) +
                                       ", expected the start of a record like \">P1;name\"");
-    RowRecord row;
-    row.name = cleanText(trimmed(std::string_view(header).substr(4)));
-    if (row.name.empty())
+    m_Name = cleanText(trimmed(std::string_view(header).substr(4)));
+    if (m_Name.empty())
         remark(m_HeaderLine, "a sequence without a name");
     if (!m_Reader.nextLine())
         return fail(m_HeaderLine, "the file ends after " + shown(header) +
@@ -133,12 +162,16 @@ void PirParser::beginRow()
         return fail(m_Reader.line(), "found " + shown(m_Reader.restOfLine()) +
                                          ", expected the title line of " + shown(header));
     const std::string title = m_Reader.restOfLine();
-    row.description = cleanText(trimmed(title));
-    row.link = parseLink(title, row.name);
-    if (looksLikeResidues(row.description))
-        remark(m_Reader.line(), "the title of " + shown(row.name) +
-                                    " looks like residues; it was read as the title");
-    appendRow(m_Alignment.rows, std::move(row));
+    m_Label = Rare<RowLabel>();
+    std::string description = cleanText(trimmed(title));
+    StructureLink link = parseLink(title, m_Name);
+    if (looksLikeResidues(description))
+        remark(m_Reader.line(),
+               "the title of " + shown(m_Name) + " looks like residues; it was read as the title");
+    if (!description.empty())
+        m_Label.change().description = std::move(description);
+    if (!(link == StructureLink()))
+        m_Label.change().link = std::move(link);
     m_Place = Place::InRow;
     m_HasForeignText = false;
 }
@@ -172,7 +205,7 @@ void PirParser::addPunctuation(char character)
     const std::uint64_t column = m_Row.width();
     m_Row.appendGap();
     if (character == '/')
-        row().chainBreaks.push_back({m_Row.letterCount(), column});
+        m_Label.change().chainBreaks.push_back({m_Row.letterCount(), column});
     else if (m_FirstPunctuationLine == 0)
         m_FirstPunctuationLine = m_Reader.line();
 }
@@ -186,7 +219,7 @@ void PirParser::addForeignText(std::string_view text)
         remark(m_Reader.line(), "text before the first record was left out");
     else
         remark(m_Reader.line(),
-               shown(text) + " after the \"*\" that ends " + shown(row().name) + " was left out");
+               shown(text) + " after the \"*\" that ends " + shown(m_Name) + " was left out");
 }
 
 void PirParser::finishRow()
@@ -195,27 +228,22 @@ void PirParser::finishRow()
         return;
     if (m_Row.width() == 0)
         return fail(m_HeaderLine,
-                    "found no residues for " + shown(row().name) + ", expected at least one");
-    row().sequence = m_Row.take();
+                    "found no residues for " + shown(m_Name) + ", expected at least one");
+    m_Widths.first = std::min(m_Widths.first, m_Row.width());
+    m_Widths.second = std::max(m_Widths.second, m_Row.width());
+    m_HasGaps |= m_Row.letterCount() < m_Row.width();
+    m_Alignment.packed.add(m_Row.pack(m_Name)).label = std::move(m_Label);
 }
 
 void PirParser::finish()
 {
-    const std::vector<RowRecord> &rows = m_Alignment.rows;
     m_Alignment.name = baseName(m_Reader.fileName());
     if (m_FirstPunctuationLine != 0)
         remark(m_FirstPunctuationLine, "punctuation between residues was read as gaps");
-    const auto [least, most] =
-        std::minmax_element(rows.begin(), rows.end(), [](const RowRecord &a, const RowRecord &b) {
-            return a.sequence.width < b.sequence.width;
-        });
-    m_Alignment.isAligned = least->sequence.width == most->sequence.width;
-    const bool hasGaps = std::any_of(rows.begin(), rows.end(), [](const RowRecord &row) {
-        return row.sequence.letters.size() < row.sequence.width;
-    });
-    if (!m_Alignment.isAligned && hasGaps)
+    m_Alignment.isAligned = m_Widths.first == m_Widths.second;
+    if (!m_Alignment.isAligned && m_HasGaps)
         m_Alignment.remarks.push_back(
-            describeUneven(m_Reader.fileName(), least->sequence.width, most->sequence.width));
+            describeUneven(m_Reader.fileName(), m_Widths.first, m_Widths.second));
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "StockholmReader.h"
 
 #include "AlignmentParser.h"
-#include "Bits.h"
 #include "FormatText.h"
 #include "PiecedRows.h"
 #include "Text.h"
@@ -42,13 +41,15 @@ void appendCharacters(std::string &to, std::string_view text)
         to += character > ' ' && character < '\x7f' ? character : '.';
 }
 
-void blankGaps(std::string &text, const GappedSequence &sequence)
+// Nothing is said where no residue stands.
+void blankGaps(PackedRow &row)
 {
-    for (std::size_t word = 0; word < sequence.occupancy.size(); ++word) {
-        bits::forEach(~sequence.occupancy[word], word * bits::kPerWord, [&](std::size_t column) {
-            if (column < text.size())
-                text[column] = '.';
-        });
+    if (row.label.isUsual())
+        return;
+    for (Annotation &annotation : row.label.change().residueAnnotations) {
+        std::string &text = annotation.text;
+        for (std::size_t column = 0; column < text.size(); ++column)
+            text[column] = row.cells.isResidue(column) ? text[column] : '.';
     }
 }
 
@@ -256,14 +257,12 @@ void StockholmParser::finishAlignment()
         m_Alignment.columnAnnotations.push_back(std::move(line.annotation));
     for (std::size_t row = 0; row < m_Rows.size(); ++row) {
         for (Line &line : residueLines(row))
-            m_Rows.record(row).residueAnnotations.push_back(std::move(line.annotation));
+            m_Rows.label(row).change().residueAnnotations.push_back(std::move(line.annotation));
     }
     std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
-    m_Alignment.rows = m_Rows.take();
-    for (RowRecord &row : m_Alignment.rows) {
-        for (Annotation &annotation : row.residueAnnotations)
-            blankGaps(annotation.text, row.sequence);
-    }
+    m_Alignment.packed = m_Rows.take();
+    for (std::size_t row = 0; row < m_Alignment.packed.size(); ++row)
+        blankGaps(m_Alignment.packed[row]);
     m_Contents.alignments.push_back(std::move(m_Alignment));
 }
 
@@ -321,10 +320,10 @@ void StockholmParser::tieRowAnnotations()
     std::set<std::string> absent;
     for (RowAnnotation &said : m_RowAnnotations) {
         const std::optional<std::size_t> row = m_Rows.find(said.row);
-        if (row && said.annotation.tag == "DE" && m_Rows.record(*row).description.empty())
-            m_Rows.record(*row).description = std::move(said.annotation.text);
+        if (row && said.annotation.tag == "DE" && m_Rows.label(*row)->description.empty())
+            m_Rows.label(*row).change().description = std::move(said.annotation.text);
         else if (row)
-            m_Rows.record(*row).annotations.push_back(std::move(said.annotation));
+            m_Rows.label(*row).change().annotations.push_back(std::move(said.annotation));
         else if (absent.insert(said.row).second)
             remark(said.line, "what is said of " + shown(said.row) +
                                   " was left out, because there is no such row");

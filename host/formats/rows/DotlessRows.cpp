@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DotlessRows.h"
 
+#include "Bits.h"
 #include "RowBuilder.h"
 #include "Text.h"
 
@@ -14,6 +15,16 @@ namespace {
 
 // A bit each, these are half a gigabyte.
 constexpr std::uint64_t kMostCells = std::uint64_t{1} << 32U;
+
+std::string cellsOf(const PackedRow &row)
+{
+    std::string cells(row.width, '-');
+    std::size_t next = 0;
+    for (std::size_t word = 0; word * bits::kPerWord < row.cells.end(); ++word)
+        bits::forEach(row.cells.word(word), word * bits::kPerWord,
+                      [&](std::size_t column) { cells[column] = row.text.letter(next++); });
+    return cells;
+}
 
 // How many inserted residues stand before each column, and after the last one.
 std::vector<std::uint32_t> insertionLengths(const std::string &cells)
@@ -51,11 +62,11 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
 
 } // namespace
 
-bool openDotlessRows(std::vector<RowRecord> &rows, std::vector<Annotation> &lines)
+bool openDotlessRows(PackedRows &rows, std::vector<Annotation> &lines)
 {
     std::vector<std::uint32_t> longest;
-    for (const RowRecord &row : rows) {
-        const std::vector<std::uint32_t> lengths = insertionLengths(row.sequence.text());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::vector<std::uint32_t> lengths = insertionLengths(cellsOf(rows[row]));
         longest.resize(std::max(longest.size(), lengths.size()));
         for (std::size_t i = 0; i < lengths.size(); ++i)
             longest[i] = std::max(longest[i], lengths[i]);
@@ -65,11 +76,14 @@ bool openDotlessRows(std::vector<RowRecord> &rows, std::vector<Annotation> &line
     if (width > kMostCells / rows.size())
         return false;
     RowBuilder builder;
-    for (RowRecord &row : rows) {
-        std::string wide = spread(row.sequence.text(), longest);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        PackedRow &row = rows[i];
+        std::string wide = spread(cellsOf(row), longest);
         wide.append(RowBuilder::kReadAhead, '\0');
         (void)builder.append(std::string_view(wide).substr(0, width));
-        row.sequence = builder.take();
+        PackedRow opened = builder.pack(row.text.name());
+        opened.label = std::move(row.label);
+        row = std::move(opened);
     }
     for (Annotation &line : lines) {
         std::string wide(longest.front(), '.');

@@ -13,6 +13,6 @@ namespace TAMBO::formats {
 // made as wide as the longest one at that place, residues first. Nothing is said of inserted
 // columns in the lines, which have a character for each of the others. False, and everything as it
 // was, when that would take more cells than any memory has.
-[[nodiscard]] bool openDotlessRows(std::vector<RowRecord> &rows, std::vector<Annotation> &lines);
+[[nodiscard]] bool openDotlessRows(PackedRows &rows, std::vector<Annotation> &lines);
 
 } // namespace TAMBO::formats

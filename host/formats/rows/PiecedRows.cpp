@@ -3,6 +3,7 @@
 
 #include "CellReader.h"
 #include "FormatText.h"
+#include "RowPacking.h"
 
 #include <utility>
 
@@ -11,45 +12,48 @@ namespace TAMBO::formats {
 std::uint64_t PiecedRows::width(std::size_t row) const noexcept
 {
     const std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
-    return builder != nullptr ? builder->width() : m_Records[row].sequence.width;
+    return builder != nullptr ? builder->width() : m_Rows[row].width;
 }
 
 std::size_t PiecedRows::add(std::string_view name)
 {
-    appendRow(m_Records, {}).name = cleanText(name);
+    m_Rows.add({}).text = SequenceText(cleanText(name), {});
+    if (m_Pieces.size() == m_Pieces.capacity())
+        m_Pieces.reserve(m_Pieces.size() + m_Pieces.size() / 4 + 1);
     m_Pieces.emplace_back();
-    m_RowOf.emplace(name, size() - 1);
+    m_RowOf.add(name, size() - 1);
     m_Expected = size();
     return size() - 1;
 }
 
 std::optional<std::size_t> PiecedRows::find(std::string_view name)
 {
-    const auto isNamed = [&](std::size_t row) {
-        return row < size() && m_Records[row].name == name;
-    };
+    const auto isNamed = [&](std::size_t row) { return row < size() && this->name(row) == name; };
     if (isNamed(m_Expected))
         return m_Expected++;
     // The row before is asked for again when something is said of it.
     if (isNamed(m_Expected - 1))
         return m_Expected - 1;
-    const auto found = m_RowOf.find(name);
-    if (found == m_RowOf.end())
+    const auto found = m_RowOf.find(name, [&](std::size_t row) {
+        return this->name(row) == name || this->name(row) == cleanText(name);
+    });
+    if (!found)
         return std::nullopt;
-    m_Expected = found->second + 1;
-    return found->second;
+    m_Expected = *found + 1;
+    return found;
 }
 
 // A row that comes in one piece never has more room than it needs.
 RowBuilder &PiecedRows::open(std::size_t row)
 {
-    GappedSequence &sequence = m_Records[row].sequence;
     std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
-    if (sequence.width == 0 && builder == nullptr)
+    if (m_Rows[row].width == 0 && builder == nullptr)
         return m_Builder;
     if (builder == nullptr) {
         builder = std::make_unique<RowBuilder>();
-        builder->resume(std::move(sequence));
+        RowRecord before = unpacked(std::exchange(m_Rows[row], {}));
+        builder->resume(std::move(before.sequence));
+        m_Rows[row] = packed(std::move(before));
     }
     return *builder;
 }
@@ -57,7 +61,7 @@ RowBuilder &PiecedRows::open(std::size_t row)
 void PiecedRows::close(std::size_t row)
 {
     if (m_Pieces[row].builder == nullptr)
-        m_Records[row].sequence = m_Builder.take();
+        store(row, m_Builder);
 }
 
 // What the row has so far is its sequence.
@@ -65,8 +69,15 @@ void PiecedRows::complete(std::size_t row)
 {
     std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
     if (builder != nullptr)
-        m_Records[row].sequence = builder->take();
+        store(row, *builder);
     builder.reset();
+}
+
+void PiecedRows::store(std::size_t row, RowBuilder &builder)
+{
+    PackedRow complete = builder.pack(name(row));
+    complete.label = std::move(m_Rows[row].label);
+    m_Rows[row] = std::move(complete);
 }
 
 char PiecedRows::append(std::size_t row, TextReader &reader)
@@ -94,21 +105,19 @@ std::size_t PiecedRows::append(std::size_t row, std::string_view text, std::uint
 void PiecedRows::appendGaps(std::size_t row, std::uint64_t count)
 {
     complete(row);
-    m_Records[row].sequence.appendGaps(count);
+    m_Rows[row].width += count;
 }
 
 void PiecedRows::remove(const std::vector<std::size_t> &rows)
 {
     if (rows.empty())
         return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        const auto place = static_cast<std::ptrdiff_t>(*row);
-        m_Records.erase(m_Records.begin() + place);
-        m_Pieces.erase(m_Pieces.begin() + place);
-    }
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        m_Pieces.erase(m_Pieces.begin() + static_cast<std::ptrdiff_t>(*row));
+    m_Rows.remove(rows);
     m_RowOf.clear();
     for (std::size_t row = 0; row < size(); ++row)
-        m_RowOf.emplace(m_Records[row].name, row);
+        m_RowOf.add(name(row), row);
     m_Expected = 0;
 }
 
@@ -126,7 +135,7 @@ std::vector<std::string> PiecedRows::remarks(const std::string &file) const
     return m_Stops.isEmpty() ? std::vector<std::string>() : std::vector{m_Stops.remark(file)};
 }
 
-std::vector<RowRecord> PiecedRows::take()
+PackedRows PiecedRows::take()
 {
     for (std::size_t row = 0; row < size(); ++row)
         complete(row);
@@ -134,7 +143,7 @@ std::vector<RowRecord> PiecedRows::take()
     m_RowOf.clear();
     m_Expected = 0;
     m_Stops = {};
-    return std::exchange(m_Records, {});
+    return std::exchange(m_Rows, {});
 }
 
 } // namespace TAMBO::formats

@@ -2,19 +2,18 @@
 // The rows of an alignment whose file gives them piece by piece, block after block.
 #pragma once
 
-#include "Records.h"
+#include "NameIndex.h"
+#include "PackedRows.h"
 #include "RowBuilder.h"
 #include "StopCount.h"
 #include "TextReader.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace TAMBO::formats {
@@ -22,12 +21,12 @@ namespace TAMBO::formats {
 class PiecedRows
 {
 public:
-    [[nodiscard]] std::size_t size() const noexcept { return m_Records.size(); }
-    [[nodiscard]] bool isEmpty() const noexcept { return m_Records.empty(); }
-    [[nodiscard]] RowRecord &record(std::size_t row) noexcept { return m_Records[row]; }
-    [[nodiscard]] const std::string &name(std::size_t row) const noexcept
+    [[nodiscard]] std::size_t size() const noexcept { return m_Rows.size(); }
+    [[nodiscard]] bool isEmpty() const noexcept { return m_Rows.empty(); }
+    [[nodiscard]] Rare<RowLabel> &label(std::size_t row) noexcept { return m_Rows[row].label; }
+    [[nodiscard]] std::string_view name(std::size_t row) const noexcept
     {
-        return m_Records[row].name;
+        return m_Rows[row].text.name();
     }
     // Columns so far.
     [[nodiscard]] std::uint64_t width(std::size_t row) const noexcept;
@@ -56,7 +55,7 @@ public:
     // What is to be said of the rows.
     [[nodiscard]] std::vector<std::string> remarks(const std::string &file) const;
     // All rows; none are left.
-    [[nodiscard]] std::vector<RowRecord> take();
+    [[nodiscard]] PackedRows take();
 
 private:
     struct Pieces
@@ -65,24 +64,17 @@ private:
         std::unique_ptr<RowBuilder> builder;
         std::uint64_t line = 0;
     };
-    struct Hash
-    {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept
-        {
-            return std::hash<std::string_view>()(text);
-        }
-    };
-
     [[nodiscard]] RowBuilder &open(std::size_t row);
     void close(std::size_t row);
     void complete(std::size_t row);
+    void store(std::size_t row, RowBuilder &builder);
 
-    std::vector<RowRecord> m_Records;
-    // Of each record.
+    // The text of a row that came in several pieces has its name alone until it is complete.
+    PackedRows m_Rows;
+    // Of each row.
     std::vector<Pieces> m_Pieces;
-    // As they stand in the file.
-    std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_RowOf;
+    // By the names as they stand in the file.
+    NameIndex m_RowOf;
     std::size_t m_Expected = 0;
     RowBuilder m_Builder;
     StopCount m_Stops;

@@ -5,6 +5,7 @@
 #include "LetterCopy.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace TAMBO::formats {
@@ -86,13 +87,29 @@ GappedSequence RowBuilder::take()
     const auto words = static_cast<std::ptrdiff_t>(bits::wordsFor(m_Width));
     row.occupancy.assign(m_Occupancy.begin(), m_Occupancy.begin() + words);
     row.width = m_Width;
-    std::fill(m_Occupancy.begin(), m_Occupancy.begin() + words, 0);
+    begin();
+    return row;
+}
+
+PackedRow RowBuilder::pack(std::string_view name)
+{
+    PackedRow row{
+        SequenceText(name, std::string_view(m_Letters.data(), m_LetterCount)),
+        OccupancyRow(std::span<const std::uint64_t>(m_Occupancy).first(bits::wordsFor(m_Width))),
+        m_Width,
+        {}};
+    begin();
+    return row;
+}
+
+void RowBuilder::begin()
+{
+    std::fill_n(m_Occupancy.begin(), bits::wordsFor(m_Width), 0);
     m_Width = 0;
     m_LetterCount = 0;
     m_LowerCaseCount = 0;
     m_Stops = 0;
     m_HasOtherGaps = false;
-    return row;
 }
 
 // Room for so many more columns, and for the slack behind them.
@@ -104,14 +121,6 @@ void RowBuilder::makeRoom(std::size_t columns)
     const std::size_t letters = m_LetterCount + columns + kCopyWriteSlack;
     if (m_Letters.size() < letters)
         m_Letters.resize(std::max(letters, m_Letters.size() * 2));
-}
-
-// Room for twice as many would be a good part of what thousands of short rows occupy.
-RowRecord &appendRow(std::vector<RowRecord> &rows, RowRecord &&row)
-{
-    if (rows.size() == rows.capacity())
-        rows.reserve(rows.size() + rows.size() / 4 + 1);
-    return rows.emplace_back(std::move(row));
 }
 
 } // namespace TAMBO::formats

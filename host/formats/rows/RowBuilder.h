@@ -40,11 +40,14 @@ public:
     void resume(GappedSequence &&row);
     // The row, with no room to spare in it; the next one begins empty.
     [[nodiscard]] GappedSequence take();
+    // The same with the row's name.
+    [[nodiscard]] PackedRow pack(std::string_view name);
 
 private:
     // There is room for it.
     [[nodiscard]] std::size_t appendPiece(std::string_view text);
     void makeRoom(std::size_t columns);
+    void begin();
 
     std::string m_Letters;
     std::vector<std::uint64_t> m_Occupancy;
@@ -54,8 +57,5 @@ private:
     std::uint64_t m_Stops = 0;
     bool m_HasOtherGaps = false;
 };
-
-// Gives the row that was added, which holds until the next one is.
-RowRecord &appendRow(std::vector<RowRecord> &rows, RowRecord &&row);
 
 } // namespace TAMBO::formats

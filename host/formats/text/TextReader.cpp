@@ -3,7 +3,10 @@
 
 #include "FormatText.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
+#include <utility>
 
 namespace TAMBO::formats {
 
@@ -12,13 +15,50 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
 // What readers may look at to tell what kind of line begins.
 constexpr std::size_t kLineStart = 4;
+constexpr std::size_t kPartSize = std::size_t{1} << 20U;
+constexpr std::size_t kLargestPart = std::size_t{1} << 26U;
+
+// Where the last record begins; 0 when it is the only one. A mark in the line behind another one
+// may belong to that record.
+std::size_t endOfRecords(std::string_view text, char mark)
+{
+    const std::array<char, 2> lineStart{'\n', mark};
+    const std::string_view wanted(lineStart.data(), lineStart.size());
+    for (std::size_t at = text.rfind(wanted); at != std::string_view::npos && at > 0;
+         at = text.rfind(wanted, at - 1)) {
+        const std::size_t before = text.rfind('\n', at - 1);
+        const std::size_t lineBefore = before == std::string_view::npos ? 0 : before + 1;
+        if (text[lineBefore] != mark)
+            return at + 1;
+    }
+    return 0;
+}
 
 } // namespace
 
 // Pages that a small file does not need are never touched.
 TextReader::TextReader(ByteSource &source)
-    : m_Source(source), m_Buffer(std::make_unique_for_overwrite<char[]>(kBufferSize + kReadAhead))
+    : m_Source(&source),
+      m_FileName(source.fileName()),
+      m_Buffer(std::make_unique_for_overwrite<char[]>(kBufferSize + kReadAhead))
 { }
+
+// A part of another text.
+TextReader::TextReader(const TextReader &whole, std::unique_ptr<char[]> text, std::size_t size)
+    : m_Source(nullptr),
+      m_FileName(whole.m_FileName),
+      m_Buffer(std::move(text)),
+      m_End(size),
+      m_Line(whole.m_Line)
+{
+    std::memset(m_Buffer.get() + size, 0, kReadAhead);
+}
+
+const Result<void> &TextReader::outcome() const noexcept
+{
+    static const Result<void> isThere;
+    return m_Source == nullptr ? isThere : m_Source->outcome();
+}
 
 std::string_view TextReader::head()
 {
@@ -102,12 +142,73 @@ std::string TextReader::restOfLine()
 std::string TextReader::restOfText()
 {
     std::string text;
-    text.reserve(m_Source.size() + kReadAhead);
+    text.reserve(fileSize() + kReadAhead);
     do {
         text.append(m_Buffer.get() + m_Position, m_End - m_Position);
         m_Position = m_End;
     } while (fill());
     return text;
+}
+
+std::unique_ptr<TextReader> TextReader::takeRecords(char mark)
+{
+    if (m_Source == nullptr || (m_Position == m_End && !fill()))
+        return nullptr;
+    std::size_t room = kPartSize;
+    while (room < m_End - m_Position)
+        room *= 2;
+    auto text = std::make_unique_for_overwrite<char[]>(room + kReadAhead);
+    std::size_t size = m_End - m_Position;
+    std::memcpy(text.get(), m_Buffer.get() + m_Position, size);
+    std::size_t end = 0;
+    for (;;) {
+        std::optional<std::size_t> more = 0;
+        while (size < room && (more = readMore(text.get() + size, room - size)))
+            size += *more;
+        end = more ? endOfRecords({text.get(), size}, mark) : size;
+        if (end > 0)
+            break;
+        room *= 2;
+        auto larger = std::make_unique_for_overwrite<char[]>(room + kReadAhead);
+        std::memcpy(larger.get(), text.get(), size);
+        text = std::move(larger);
+        if (room <= kLargestPart)
+            continue;
+        // One record without an end in sight is read on piece by piece.
+        std::unique_ptr<TextReader> rest(new TextReader(*this, std::move(text), size));
+        rest->m_Source = std::exchange(m_Source, nullptr);
+        rest->m_AfterCarriageReturn = m_AfterCarriageReturn;
+        rest->m_IsFirstPiece = false;
+        m_Position = m_End = 0;
+        return rest;
+    }
+    const std::size_t kept = size - end;
+    if (kept > kBufferSize)
+        m_Buffer = std::make_unique_for_overwrite<char[]>(kept + kReadAhead);
+    std::memcpy(m_Buffer.get(), text.get() + end, kept);
+    m_Position = 0;
+    m_End = kept;
+    const auto lines = std::count(text.get(), text.get() + end, '\n');
+    std::unique_ptr<TextReader> part(new TextReader(*this, std::move(text), end));
+    m_Line += static_cast<std::uint64_t>(lines);
+    return part;
+}
+
+std::optional<std::size_t> TextReader::readMore(char *room, std::size_t size)
+{
+    if (m_Source == nullptr)
+        return std::nullopt;
+    std::size_t got = m_Source->read(room, size);
+    if (got == 0)
+        return std::nullopt;
+    if (m_IsFirstPiece) {
+        m_IsFirstPiece = false;
+        if (got >= 3 && std::memcmp(room, "\xef\xbb\xbf", 3) == 0) {
+            got -= 3;
+            std::memmove(room, room + 3, got);
+        }
+    }
+    return unifyLineEnds(room, got);
 }
 
 bool TextReader::fill()
@@ -119,18 +220,11 @@ bool TextReader::fill()
         m_End = kept;
     }
     while (m_End < kBufferSize) {
-        char *room = m_Buffer.get() + m_End;
-        std::size_t size = m_Source.read(room, kBufferSize - m_End);
-        if (size == 0)
+        const std::optional<std::size_t> more =
+            readMore(m_Buffer.get() + m_End, kBufferSize - m_End);
+        if (!more)
             return false;
-        if (m_IsFirstPiece) {
-            m_IsFirstPiece = false;
-            if (size >= 3 && std::memcmp(room, "\xef\xbb\xbf", 3) == 0) {
-                size -= 3;
-                std::memmove(room, room + 3, size);
-            }
-        }
-        m_End += unifyLineEnds(room, size);
+        m_End += *more;
         if (m_End > kept) {
             std::memset(m_Buffer.get() + m_End, 0, kReadAhead);
             return true;

@@ -6,6 +6,7 @@
 #include "ByteSource.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,14 +46,30 @@ public:
 
     // Everything from here on.
     [[nodiscard]] std::string restOfText();
+    // The next part of a text of records, each of which begins with a line that begins with the
+    // mark: a megabyte that ends before such a line, or more when a record is that long. Null
+    // at the end of the text. Only lines that no part has are read otherwise. It counts its lines
+    // as those of the whole text.
+    [[nodiscard]] std::unique_ptr<TextReader> takeRecords(char mark);
 
-    [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Source.outcome(); }
-    [[nodiscard]] const std::string &fileName() const noexcept { return m_Source.fileName(); }
+    // Of a part, whether all of it is there.
+    [[nodiscard]] const Result<void> &outcome() const noexcept;
+    [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }
+    // Bytes on disk.
+    [[nodiscard]] std::uint64_t fileSize() const noexcept
+    {
+        return m_Source == nullptr ? 0 : m_Source->size();
+    }
 
 private:
+    TextReader(const TextReader &whole, std::unique_ptr<char[]> text, std::size_t size);
+    // What fits, line ends unified; nothing at the end of the file.
+    [[nodiscard]] std::optional<std::size_t> readMore(char *room, std::size_t size);
     std::size_t unifyLineEnds(char *text, std::size_t size);
 
-    ByteSource &m_Source;
+    // Null for a part that is all in the buffer.
+    ByteSource *m_Source;
+    std::string m_FileName;
     std::unique_ptr<char[]> m_Buffer;
     std::size_t m_Position = 0;
     std::size_t m_End = 0;

@@ -29,7 +29,7 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
                            std::uint32_t firstResidue)
     : AlignmentRow(sequence, std::move(cells), firstResidue)
 {
-    if (!label.name.empty() || !label.description.empty() || !label.link.structure.empty() ||
+    if (!label.name.empty() || !label.description.empty() || !label.link->structure.empty() ||
         !label.chainBreaks.empty() || !label.annotations.empty() ||
         !label.residueAnnotations.empty())
         extras().label = std::make_shared<RowLabel>(std::move(label));
@@ -171,8 +171,9 @@ std::size_t AlignmentRow::bytes() const noexcept
         sum += sizeof(Extras) + m_Extras->segments.capacity() * sizeof(Segment);
     if (const RowLabel *const kept = label())
         sum += sizeof(RowLabel) + textBytes(kept->name) + textBytes(kept->description) +
-               bytesOf(kept->link) + kept->chainBreaks.capacity() * sizeof(ChainBreak) +
-               bytesOf(kept->annotations) + bytesOf(kept->residueAnnotations);
+               (kept->link.isUsual() ? 0 : sizeof(StructureLink) + bytesOf(*kept->link)) +
+               kept->chainBreaks.capacity() * sizeof(ChainBreak) + bytesOf(kept->annotations) +
+               bytesOf(kept->residueAnnotations);
     return sum;
 }
 

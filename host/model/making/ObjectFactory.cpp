@@ -7,12 +7,14 @@
 #include "Element.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "RowPacking.h"
 #include "RowTie.h"
 #include "Structure.h"
 #include "StructureLookup.h"
 
 #include <algorithm>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 namespace TAMBO {
@@ -59,6 +61,8 @@ void addElement(const Structure &structure, ElementRecord &&record)
 void presetNumbers(Peptide &peptide, const RowTie &tie, const StructureLink &link)
 {
     if (tie.runs().empty()) {
+        if (link.first.empty())
+            return;
         const SequenceNumber first(link.first);
         if (first.isValid() && peptide.residueCount() > 0)
             peptide.presetNumber(0, first);
@@ -82,32 +86,57 @@ void presetNumbers(Peptide &peptide, const RowTie &tie, const StructureLink &lin
 }
 
 // Lines over the columns become lines over the row's residues.
-std::vector<Annotation> residueLines(std::vector<Annotation> lines, const GappedSequence &sequence)
+void followResidues(std::vector<Annotation> &lines, const PackedRow &row)
 {
     for (Annotation &line : lines) {
         std::string text;
-        text.reserve(sequence.letters.size());
-        bits::forEachIn(sequence.occupancy, [&](std::size_t column) {
-            text += column < line.text.size() ? line.text[column] : AlignmentAnnotation::kNothing;
-        });
+        text.reserve(row.cells.residues());
+        for (std::size_t word = 0; word * bits::kPerWord < row.cells.end(); ++word) {
+            bits::forEach(row.cells.word(word), word * bits::kPerWord, [&](std::size_t column) {
+                text +=
+                    column < line.text.size() ? line.text[column] : AlignmentAnnotation::kNothing;
+            });
+        }
         line.text = std::move(text);
     }
-    return lines;
 }
 
 using Sequences = std::vector<std::unique_ptr<StoredObject>>;
 
 // A sequence of the row's own, which is not in Space yet.
-Peptide &makeSequence(RowRecord &row, const RowTie &tie, Sequences &sequences)
+Peptide &makeSequence(PackedRow &row, const RowTie &tie, Sequences &sequences)
 {
-    auto made = std::make_unique<Peptide>(row.name, row.sequence.letters);
-    row.sequence.letters = {};
-    presetNumbers(*made, tie, *row.link);
+    auto made = std::make_unique<Peptide>(std::move(row.text));
+    presetNumbers(*made, tie, *row.label->link);
     for (const RowTieRun &run : tie.runs())
         made->tie(run.first, *run.chain, run.chainFirst, run.count);
     Peptide &peptide = *made;
     sequences.push_back(std::move(made));
     return peptide;
+}
+
+std::unique_ptr<AlignmentRow> makeRow(PackedRow &row, const RowTie &tie, Sequences &sequences)
+{
+    RowLabel label;
+    std::uint32_t first = 0;
+    Peptide *sequence = nullptr;
+    const bool hasLabel = !row.label.isUsual();
+    if (hasLabel) {
+        label = *row.label;
+        followResidues(label.residueAnnotations, row);
+    }
+    if (tie.isExact()) {
+        sequence = tie.runs().front().chain;
+        first = static_cast<std::uint32_t>(tie.runs().front().chainFirst);
+        // A sequence of the row's own has its name already.
+        label.name = row.text.name();
+    } else {
+        sequence = &makeSequence(row, tie, sequences);
+    }
+    if (!hasLabel && label.name.empty())
+        return std::make_unique<AlignmentRow>(*sequence, std::move(row.cells), first);
+    label.firstResidue = first;
+    return std::make_unique<AlignmentRow>(*sequence, std::move(row.cells), std::move(label), first);
 }
 
 } // namespace
@@ -131,37 +160,29 @@ Alignment *ObjectFactory::adopt(AlignmentRecord &&record)
     const ChangeScope scope;
     const StructureLookup structures;
     AlignmentTable::Rows rows;
-    rows.reserve(record.rows.size());
     Sequences sequences;
-    sequences.reserve(record.rows.size());
     std::uint64_t width = 0;
-    for (RowRecord &row : record.rows) {
-        const RowTie tie(row, structures);
+    const std::size_t count = record.rows.size() + record.packed.size();
+    sequences.reserve(count);
+    rows.reserve(record.isAligned ? count : 0);
+    static const RowRecord untied;
+    const auto take = [&](PackedRow &&row) {
+        // Looked at only where there are chains that it may share its residues with.
+        std::optional<RowRecord> plain;
+        if (!structures.isEmpty())
+            plain = unpacked(PackedRow(row));
+        const RowTie tie(plain ? *plain : untied, structures);
         for (const std::string &remark : tie.remarks())
             writeLog(remark, LogSeverity::Warning);
-        if (!record.isAligned) {
+        width = std::max(width, row.width);
+        if (record.isAligned)
+            rows.push_back(makeRow(row, tie, sequences));
+        else
             makeSequence(row, tie, sequences);
-            continue;
-        }
-        width = std::max(width, row.sequence.width);
-        std::vector<Annotation> ofResidues =
-            residueLines(std::move(row.residueAnnotations), row.sequence);
-        OccupancyRow cells(row.sequence.occupancy);
-        row.sequence.occupancy = {};
-        const bool isChain = tie.isExact();
-        Peptide &sequence = isChain ? *tie.runs().front().chain : makeSequence(row, tie, sequences);
-        const std::size_t first = isChain ? tie.runs().front().chainFirst : 0;
-        // A sequence of the row's own has its name already.
-        RowLabel label{isChain ? std::move(row.name) : std::string(),
-                       std::move(row.description),
-                       *row.link,
-                       static_cast<std::uint32_t>(first),
-                       std::move(row.chainBreaks),
-                       std::move(row.annotations),
-                       std::move(ofResidues)};
-        rows.push_back(std::make_unique<AlignmentRow>(sequence, std::move(cells), std::move(label),
-                                                      static_cast<std::uint32_t>(first)));
-    }
+    };
+    for (RowRecord &row : record.rows)
+        take(packed(std::move(row)));
+    record.packed.takeEach(take);
     // The file holds them, and the alignment that shows them.
     ObjectSpace::get().addAll(std::move(sequences), EditPart::Arrival);
     if (!record.isAligned)

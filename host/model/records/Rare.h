@@ -30,6 +30,8 @@ public:
         return *this;
     }
 
+    // Nobody has asked to change it.
+    [[nodiscard]] bool isUsual() const noexcept { return m_Value == nullptr; }
     [[nodiscard]] const T &operator*() const noexcept
     {
         static const T usual;

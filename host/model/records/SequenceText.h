@@ -17,7 +17,7 @@ public:
     SequenceText() noexcept = default;
     SequenceText(std::string_view name, std::string_view letters);
     SequenceText(SequenceText &&other) noexcept : m_Head(std::exchange(other.m_Head, &s_Empty)) { }
-    SequenceText(const SequenceText &) = delete;
+    SequenceText(const SequenceText &other) : SequenceText(other.name(), other.letters()) { }
     ~SequenceText();
     SequenceText &operator=(SequenceText other) noexcept
     {

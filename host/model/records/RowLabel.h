@@ -3,7 +3,8 @@
 // Only the columns of breaks between chains ever change.
 #pragma once
 
-#include "Records.h"
+#include "Rare.h"
+#include "RowFacts.h"
 
 #include <cstdint>
 #include <string>
@@ -16,7 +17,7 @@ struct RowLabel
     // Shown instead of the sequence's name, unless empty.
     std::string name;
     std::string description;
-    StructureLink link;
+    Rare<StructureLink> link;
     // The residue of the sequence that was the row's first one in the file.
     std::uint32_t firstResidue = 0;
     // Their letters are residues from that one on, whether the row still has them or not.
