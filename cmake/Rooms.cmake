@@ -6,6 +6,12 @@ function(tambo_room name)
     add_library(${name} OBJECT ${arg_SOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${arg_LIBRARIES} PRIVATE Tambo::flags ${arg_PRIVATE})
+    # Where the toolkit's compiler of signals and slots is off, so is the toolkit.
+    if(CMAKE_AUTOMOC)
+        tambo_take_common_headers(${name} product_toolkit_headers)
+    else()
+        tambo_take_common_headers(${name} product_plain_headers)
+    endif()
 endfunction()
 
 # tambo_part(name ALIAS Tambo::x ROOMS ... [SOURCES ...] [LIBRARIES ...] [PRIVATE ...]): a library of

@@ -1,6 +1,14 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+if(CMAKE_UNITY_BUILD)
+    set(test_headers ${plain_headers} <filesystem> <fstream> <random> <sstream> <gmock/gmock.h> <gtest/gtest.h>)
+    tambo_common_headers(test_plain_headers KIND program FLAGS Tambo::test_flags LIBRARIES GTest::gmock
+        HEADERS ${test_headers})
+    tambo_common_headers(test_toolkit_headers KIND program FLAGS Tambo::test_flags
+        LIBRARIES GTest::gmock Qt6::Widgets HEADERS ${test_headers} <QtWidgets>)
+endif()
+
 # What every test runs with. The sanitizers' reports name the line; a leak counts as a failure, but
 # for those of libraries that are listed with their reason.
 set(TAMBO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
@@ -17,6 +25,8 @@ endif()
 # a process costs more than a case, the program is one test. With QT it runs under an application
 # object on the offscreen platform, and fails on any message that the case did not announce. The
 # programs are built before it and stand in BUILD_DIR/bin; window tests know that place as well.
+# One that uses the toolkit without QT has DISABLE_PRECOMPILE_HEADERS set, since it is compiled otherwise
+# than those that do not know the toolkit.
 function(tambo_test name)
     cmake_parse_arguments(arg "QT" "LABEL" "SOURCES;LIBRARIES;PROGRAMS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
@@ -27,11 +37,13 @@ function(tambo_test name)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::test_flags GTest::gmock)
     if(arg_QT)
         target_link_libraries(${name} PRIVATE test_support)
+        tambo_take_common_headers(${name} test_toolkit_headers)
         # Qt would name the build folder on the command line, which keeps a compiler cache from
         # finding what another build has compiled.
         set_target_properties(${name} PROPERTIES QT_TESTCASE_BUILDDIR ${PROJECT_SOURCE_DIR})
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
+        tambo_take_common_headers(${name} test_plain_headers)
     endif()
     if(arg_PROGRAMS OR arg_LABEL STREQUAL window)
         target_compile_definitions(${name} PRIVATE BUILD_DIR="${PROJECT_BINARY_DIR}")

@@ -135,7 +135,8 @@ Result<ResidueScale> ResidueScales::parse(std::string_view text, const std::stri
             if (!parseValue(line, letter, value))
                 return failure("expected a letter from A to Z and a number");
             if (!scale.values.emplace(letter, value).second)
-                return failure(std::string("the letter ") + letter + " has a value already");
+                return failure(
+                    std::string{"the letter "}.append(1, letter).append(" has a value already"));
         }
     }
     if (scale.name.empty())
