@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The floor under every start of the workbench: a main window that ends with its first paint.
+// The floor under every start of the workbench: a main window that ends with its first paint, or,
+// with any argument, stays.
 #include <QApplication>
 #include <QMainWindow>
 #include <QTimer>
@@ -12,7 +13,8 @@ protected:
     void paintEvent(QPaintEvent *event) override
     {
         QMainWindow::paintEvent(event);
-        QTimer::singleShot(0, qApp, &QApplication::quit);
+        if (QApplication::arguments().size() == 1)
+            QTimer::singleShot(0, qApp, &QApplication::quit);
     }
 };
 
