@@ -5,6 +5,8 @@
 
 ItemSeries::~ItemSeries() = default;
 
+void ItemSeries::itemGoes(QCanvasItem *) { }
+
 SlotRange ItemSeries::placesIn(int from, int to, int size, unsigned long count)
 {
     if (size <= 0 || to < 0 || from > to)

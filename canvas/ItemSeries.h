@@ -32,6 +32,8 @@ public:
     [[nodiscard]] virtual SlotRange slotsIn(const QRect &rect) const = 0;
     // A new item of this canvas, which becomes visible; null for an empty slot.
     [[nodiscard]] virtual QCanvasItem *makeItem(QCanvas &canvas, unsigned long slot) = 0;
+    // An item of the series is about to go while the series stays.
+    virtual void itemGoes(QCanvasItem *item);
 
 protected:
     // The places that share a pixel with [from, to], when each has so many pixels and the first

@@ -66,6 +66,7 @@ void SeriesItems::trim(const QRect &painted, const HandedOutItems *handedOut)
         const bool isHeld = item->m_HandedOut && handedOut != nullptr;
         if (isHeld || item->m_IsChanged || !item->m_Visible)
             return false;
+        m_Series->itemGoes(item);
         item->m_Host = nullptr;
         delete item;
         return true;
@@ -89,5 +90,6 @@ void SeriesItems::bury(ItemIndex &index, HandedOutItems *handedOut)
 
 void SeriesItems::disown(const QCanvasItem &item)
 {
-    m_Items[item.m_Serial - m_FirstSerial] = nullptr;
+    QCanvasItem *&made = m_Items[item.m_Serial - m_FirstSerial];
+    m_Series->itemGoes(std::exchange(made, nullptr));
 }

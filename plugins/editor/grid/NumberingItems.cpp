@@ -20,10 +20,12 @@ constexpr int kLongestNumber = 12;
 
 } // namespace
 
-NumberingItems::NumberingItems(TAMBO::Alignment *alignment, const Measures &measures)
+NumberingItems::NumberingItems(TAMBO::Alignment *alignment, const Measures &measures,
+                               QCanvasItemList &made)
     : m_Target(alignment),
       m_Columns(alignment->width()),
       m_Measures(measures),
+      m_Made(made),
       m_Reach(std::max(QCanvasText::farthest(measures.numberFont, kLongestNumber, Qt::AlignHCenter),
                        QCanvasText::farthest(measures.letterFont, 1, Qt::AlignHCenter)))
 { }
@@ -40,7 +42,15 @@ SlotRange NumberingItems::slotsIn(const QRect &rect) const
 QCanvasItem *NumberingItems::makeItem(QCanvas &canvas, unsigned long slot)
 {
     const unsigned long col = slot / 2;
-    return slot % 2 == 0 ? makeNumber(canvas, col) : makeElement(canvas, col);
+    QCanvasItem *item = slot % 2 == 0 ? makeNumber(canvas, col) : makeElement(canvas, col);
+    if (item != nullptr)
+        m_Made.append(item);
+    return item;
+}
+
+void NumberingItems::itemGoes(QCanvasItem *item)
+{
+    m_Made.removeOne(item);
 }
 
 QCanvasItem *NumberingItems::makeNumber(QCanvas &canvas, unsigned long col)

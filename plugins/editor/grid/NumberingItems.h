@@ -5,6 +5,7 @@
 #pragma once
 
 #include "ItemSeries.h"
+#include "QCanvasItem.h"
 
 #include <QFont>
 #include <QSize>
@@ -33,13 +34,15 @@ public:
         bool isOwnSize = true;
     };
 
-    // For the columns that the alignment has now; it must outlive this object.
-    NumberingItems(TAMBO::Alignment *alignment, const Measures &measures);
+    // For the columns that the alignment has now. made lists the items that there are, and need not
+    // be emptied when the series goes. Both must outlive this object.
+    NumberingItems(TAMBO::Alignment *alignment, const Measures &measures, QCanvasItemList &made);
     ~NumberingItems() override;
 
     [[nodiscard]] unsigned long slotCount() const override { return 2 * m_Columns; }
     [[nodiscard]] SlotRange slotsIn(const QRect &rect) const override;
     [[nodiscard]] QCanvasItem *makeItem(QCanvas &canvas, unsigned long slot) override;
+    void itemGoes(QCanvasItem *item) override;
 
 private:
     [[nodiscard]] QCanvasItem *makeNumber(QCanvas &canvas, unsigned long col);
@@ -55,6 +58,7 @@ private:
     TAMBO::Alignment *m_Target;
     unsigned long m_Columns;
     Measures m_Measures;
+    QCanvasItemList &m_Made;
     int m_Reach;
 
     // The columns whose numbers have room beside those before them, as far as that is known.

@@ -155,7 +155,7 @@ private:
     QCanvas *m_NameCanvas = nullptr;
     QCanvas *m_HeaderCanvas = nullptr;
     QLabel *m_Corner = nullptr;
-    // Both are only ever cleared: the header's canvas keeps the items of the numbering.
+    // Neither list owns its items. Those of the numbering that somebody has asked for:
     QCanvasItemList m_Numbering;
     QCanvasItemList m_Spare;
     TAMBO::Alignment *m_Data = nullptr;

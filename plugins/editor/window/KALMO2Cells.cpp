@@ -79,13 +79,15 @@ void KALMO2::CreateNumbering()
     m_Numbering.clear();
     if (m_Data != nullptr) {
         const CellMeasures::Letters &letters = m_Measures.columnLetters();
-        m_NumberingItems = m_HeaderCanvas->addSeries(std::make_unique<NumberingItems>(
-            m_Data, NumberingItems::Measures{m_Measures.cellWidth(),
-                                             {m_CellWidth, m_CellHeight},
-                                             m_Font,
-                                             letters.font,
-                                             letters.areShown,
-                                             m_Measures.isOwn()}));
+        m_NumberingItems = m_HeaderCanvas->addSeries(
+            std::make_unique<NumberingItems>(m_Data,
+                                             NumberingItems::Measures{m_Measures.cellWidth(),
+                                                                      {m_CellWidth, m_CellHeight},
+                                                                      m_Font,
+                                                                      letters.font,
+                                                                      letters.areShown,
+                                                                      m_Measures.isOwn()},
+                                             m_Numbering));
         if (hasCurrentShape())
             m_ShownRevision = m_Data->layoutRevision();
     }

@@ -7,6 +7,7 @@ tambo_test(kalmo_views_test QT
         residues/IdentityReportTest.cpp
         grid/NameAndMarkItemsTest.cpp
         grid/NamePanelTest.cpp
+        grid/NumberingItemsTest.cpp
         grid/ResidueItemTest.cpp
         grid/ResidueLatticeTest.cpp
         residues/ResidueLettersTest.cpp
