@@ -68,7 +68,7 @@ def processor_time(processes):
 
 
 def memory(processes, entry):
-    """MB of the largest of them: VmRSS now, or VmHWM at its peak."""
+    """MiB of the largest of them: VmRSS now, or VmHWM at its peak."""
     largest = 0.0
     for process in processes:
         try:
@@ -76,7 +76,7 @@ def memory(processes, entry):
         except OSError:
             continue
         found = re.search(entry + r":\s+(\d+) kB", status)
-        largest = max(largest, int(found.group(1)) * 1024 / 1e6 if found else 0)
+        largest = max(largest, int(found.group(1)) / 1024 if found else 0)
     return largest
 
 
@@ -223,7 +223,7 @@ class Program:
             time.sleep(ANSWERING)
 
     def start(self, seconds, most_memory):
-        """Seconds from the start to the last large change of the screen, and the peak in MB."""
+        """Seconds from the start to the last large change of the screen, and the peak in MiB."""
         self.screen.changed()
         start = time.perf_counter()
         self.process = subprocess.Popen(self.command, env=self.environment, cwd=self.folder.name,
@@ -247,7 +247,7 @@ class Program:
                 if self.process.poll() is not None:
                     raise Failed(f"ended with {self.process.returncode}")
                 if memory(processes, "VmRSS") > most_memory:
-                    raise Failed(f"over {most_memory} MB")
+                    raise Failed(f"over {most_memory} MiB")
                 if used is None:
                     used = processor_time(processes)
                 elif now - still > 1.5:

@@ -84,7 +84,7 @@ def run(peer, file, arguments, with_edits, measured):
 def cell(measured):
     if measured.failure:
         return measured.failure
-    text = f"{median(measured.opened):.2f} s, {median(measured.memory):.0f} MB"
+    text = f"{median(measured.opened):.2f} s, {median(measured.memory):.0f} MiB"
     if measured.gap:
         text += f"; {median(measured.gap):.1f} ms ({median(measured.gap_processor):.1f})"
     if measured.undo:
@@ -106,7 +106,7 @@ def main():
     parser.add_argument("--runs", type=int, default=5, help="times that each file is opened")
     parser.add_argument("--edits", type=int, default=7, help="gaps in the last of them")
     parser.add_argument("--seconds", type=int, default=120, help="longest time for one thing")
-    parser.add_argument("--memory", type=int, default=12000, help="largest memory in MB")
+    parser.add_argument("--memory", type=int, default=12000, help="largest memory in MiB")
     parser.add_argument("--only", default="", help="names of programs, commas between them")
     arguments = parser.parse_args()
 
