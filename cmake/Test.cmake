@@ -21,10 +21,12 @@ if(TAMBO_SANITIZE)
 endif()
 
 # tambo_test(name SOURCES ... LIBRARIES ... [QT] [LABEL unit|window|plugin|slow] [PROGRAMS ...])
-# One test program; every case is a CTest test of its own, but under the sanitizers, where starting
-# a process costs more than a case, the program is one test. With QT it runs under an application
-# object on the offscreen platform, and fails on any message that the case did not announce. The
-# programs are built before it and stand in BUILD_DIR/bin; window tests know that place as well.
+# One test program; every case is a CTest test of its own. Where all are to be run (without
+# TAMBO_TEST_EACH, and under the sanitizers) the program is one test, since starting a process costs more
+# than a case; it leaves a list of its cases in the build's folder "cases". Those on screens stay apart.
+# With QT it runs under an application object on the offscreen platform, and fails on any message that
+# the case did not announce. The programs are built before it and stand in BUILD_DIR/bin; window tests
+# know that place as well.
 # One that uses the toolkit without QT has DISABLE_PRECOMPILE_HEADERS set, since it is compiled otherwise
 # than those that do not know the toolkit.
 function(tambo_test name)
@@ -54,8 +56,8 @@ function(tambo_test name)
     if(NOT arg_LABEL)
         set(arg_LABEL unit)
     endif()
-    if(TAMBO_SANITIZE)
-        add_test(NAME ${name} COMMAND ${name})
+    if(TAMBO_SANITIZE OR NOT (TAMBO_TEST_EACH OR arg_LABEL STREQUAL window))
+        add_test(NAME ${name} COMMAND ${name} --gtest_output=xml:${PROJECT_BINARY_DIR}/cases/)
         set_tests_properties(${name} PROPERTIES
             LABELS "${arg_LABEL}" ENVIRONMENT "${TAMBO_TEST_ENVIRONMENT}")
     else()
