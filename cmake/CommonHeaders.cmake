@@ -1,7 +1,11 @@
 # Headers of libraries that most sources include are compiled once and taken by all, in the builds that
 # compile the sources of a folder together: reading them takes a third of the time of compiling. Only
 # libraries' headers stand here, never our own. The preset dev has none of it, and shows what a source
-# lacks.
+# lacks; the fuzzer's build, whose flags differ from target to target, has none either.
+
+if(CMAKE_UNITY_BUILD AND NOT TAMBO_FUZZ)
+    set(TAMBO_COMMON_HEADERS ON)
+endif()
 
 # tambo_common_headers(name KIND library|program FLAGS target [LIBRARIES ...] HEADERS ...)
 function(tambo_common_headers name)
@@ -26,7 +30,7 @@ endfunction()
 
 # The target takes them.
 function(tambo_take_common_headers target name)
-    if(CMAKE_UNITY_BUILD)
+    if(TAMBO_COMMON_HEADERS)
         target_precompile_headers(${target} REUSE_FROM ${name})
         # Has next to nothing in it.
         set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
@@ -34,7 +38,7 @@ function(tambo_take_common_headers target name)
     endif()
 endfunction()
 
-if(CMAKE_UNITY_BUILD)
+if(TAMBO_COMMON_HEADERS)
     set(plain_headers <algorithm> <array> <cmath> <cstddef> <cstdint> <functional> <map> <memory>
         <optional> <set> <string> <string_view> <unordered_map> <utility> <variant> <vector>)
     tambo_common_headers(product_plain_headers KIND library FLAGS Tambo::flags HEADERS ${plain_headers})

@@ -1,7 +1,7 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-if(CMAKE_UNITY_BUILD)
+if(TAMBO_COMMON_HEADERS)
     set(test_headers ${plain_headers} <filesystem> <fstream> <random> <sstream> <gmock/gmock.h> <gtest/gtest.h>)
     tambo_common_headers(test_plain_headers KIND program FLAGS Tambo::test_flags LIBRARIES GTest::gmock
         HEADERS ${test_headers})
