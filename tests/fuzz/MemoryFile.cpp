@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MemoryFile.h"
 
+#include "RowPacking.h"
+
 #include <cstdlib>
 #include <string>
 #include <sys/mman.h>
@@ -16,14 +18,15 @@ void check(bool condition)
         std::abort();
 }
 
-void checkResult(const Result<FileContents> &result)
+void checkResult(Result<FileContents> result)
 {
     if (!result) {
         check(!result.error().message().empty());
         return;
     }
     check(result.value().alignments.size() + result.value().structures.size() >= 1);
-    for (const AlignmentRecord &alignment : result.value().alignments) {
+    for (AlignmentRecord &alignment : result.value().alignments) {
+        unpackRows(alignment);
         check(!alignment.rows.empty());
         const std::uint64_t width = alignment.rows.front().sequence.width;
         for (const Annotation &said : alignment.columnAnnotations)
