@@ -231,6 +231,7 @@ Result<void> writeFile(const std::filesystem::path &path,
 {
     const std::vector<RecordSource> sources(alignments.begin(), alignments.end());
     std::vector<const AlignmentSource *> pointers;
+    pointers.reserve(sources.size());
     for (const RecordSource &source : sources)
         pointers.push_back(&source);
     return writeAlignments(path, pointers, options, aids);

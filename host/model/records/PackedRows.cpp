@@ -15,8 +15,10 @@ PackedRow &PackedRows::add(PackedRow &&row)
 
 void PackedRows::append(PackedRows &&other)
 {
-    if (empty())
-        *this = std::move(other);
+    if (empty()) {
+        *this = std::exchange(other, {});
+        return;
+    }
     other.takeEach([this](PackedRow &&row) { add(std::move(row)); });
 }
 

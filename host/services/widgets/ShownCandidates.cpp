@@ -250,10 +250,11 @@ void ShownCandidates::work()
     step();
     if (m_Candidates.rowCount() <= int(kAtOnce))
         finishQuietly();
-    if (!isWorking())
+    if (!isWorking()) {
         m_Timer.stop();
-    else if (!m_Timer.isActive())
+    } else if (!m_Timer.isActive()) {
         m_Timer.start();
+    }
     emit changed();
 }
 
