@@ -15,9 +15,9 @@ namespace TAMBO::app {
 namespace {
 
 constexpr const char *kOpenSection = "Files";
-constexpr const char *kKey = "Directory";
+constexpr const char *kFolderKey = "Directory";
 
-QString tr(const char *text)
+QString trOpen(const char *text)
 {
     return QCoreApplication::translate("OpenDialog", text);
 }
@@ -39,24 +39,24 @@ QStringList openFilters()
 {
     const QString structures = patternsOf(endingsOf(FormatKind::Structures));
     const QString alignments = patternsOf(endingsOf(FormatKind::Alignments));
-    return {tr("Structures and alignments") +
+    return {trOpen("Structures and alignments") +
                 QStringLiteral(" (%1 %2)").arg(structures, alignments),
-            tr("Structures") + QStringLiteral(" (%1)").arg(structures),
-            tr("Alignments and sequences") + QStringLiteral(" (%1)").arg(alignments),
-            tr("All files") + QStringLiteral(" (*)")};
+            trOpen("Structures") + QStringLiteral(" (%1)").arg(structures),
+            trOpen("Alignments and sequences") + QStringLiteral(" (%1)").arg(alignments),
+            trOpen("All files") + QStringLiteral(" (*)")};
 }
 
 QStringList askFilesToOpen(QWidget *parent)
 {
     services::ConfigStore &store = services::ConfigStore::instance();
-    const std::string directory = store.value(kOpenSection, kKey).value_or(std::string());
-    QFileDialog dialog(parent, tr("Open"), QString::fromStdString(directory));
+    const std::string directory = store.value(kOpenSection, kFolderKey).value_or(std::string());
+    QFileDialog dialog(parent, trOpen("Open"), QString::fromStdString(directory));
     dialog.setObjectName(QStringLiteral("OpenDialog"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilters(openFilters());
     if (dialog.exec() == QDialog::Rejected)
         return {};
-    store.setValue(kOpenSection, kKey, dialog.directory().absolutePath().toStdString());
+    store.setValue(kOpenSection, kFolderKey, dialog.directory().absolutePath().toStdString());
     store.saveOrLog();
     return dialog.selectedFiles();
 }

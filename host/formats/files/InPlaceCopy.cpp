@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
+constexpr std::size_t kCopySize = std::size_t{1} << 18U;
 
 FileDescriptor opened(const fs::path &path, int flags)
 {
@@ -34,7 +34,7 @@ int copyBytes(const fs::path &from, const FileDescriptor &to, const Step &step =
         return errno;
     std::error_code unknown;
     const std::uintmax_t total = fs::file_size(from, unknown);
-    std::vector<char> buffer(kBufferSize);
+    std::vector<char> buffer(kCopySize);
     off_t size = 0;
     for (std::size_t count = buffer.size(); count == buffer.size();) {
         if (step && !step(static_cast<std::uint64_t>(size), unknown ? 0 : total))
@@ -54,8 +54,8 @@ int isSame(const fs::path &one, const fs::path &other, bool &same)
     const FileDescriptor second = opened(other, O_RDONLY);
     if (!first.isOpen() || !second.isOpen())
         return errno;
-    std::vector<char> left(kBufferSize);
-    std::vector<char> right(kBufferSize);
+    std::vector<char> left(kCopySize);
+    std::vector<char> right(kCopySize);
     std::size_t leftCount = left.size();
     std::size_t rightCount = 0;
     same = true;

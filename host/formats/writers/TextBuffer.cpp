@@ -10,13 +10,13 @@ namespace TAMBO::formats {
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{1} << 17U;
+constexpr std::size_t kRoom = std::size_t{1} << 17U;
 // What is put into a piece at a time at most.
-constexpr std::size_t kPortion = kPiece / 4;
+constexpr std::size_t kPortion = kRoom / 4;
 
 } // namespace
 
-TextBuffer::TextBuffer(TextSink &sink) : m_Sink(sink), m_Text(kPiece) { }
+TextBuffer::TextBuffer(TextSink &sink) : m_Sink(sink), m_Text(kRoom) { }
 
 char *TextBuffer::room(std::size_t size)
 {

@@ -22,7 +22,7 @@ constexpr std::size_t kWordLength = 10;
 
 constexpr int kEqual = 5;
 constexpr int kUnequal = -4;
-constexpr int kUnknown = 1;
+constexpr int kUnknownPair = 1;
 constexpr int kOpen = -10;
 constexpr int kOpenAtBreak = -2;
 constexpr int kExtend = -1;
@@ -32,7 +32,7 @@ int score(char a, char b) noexcept
 {
     if (a == b)
         return kEqual;
-    return a == 'X' || b == 'X' ? kUnknown : kUnequal;
+    return a == 'X' || b == 'X' ? kUnknownPair : kUnequal;
 }
 
 // A stretch of both sequences that is matched by itself.

@@ -14,7 +14,7 @@ namespace {
 
 constexpr QSize kLargestComfort(1200, 700);
 constexpr double kShareOfScreen = 0.6;
-const std::string kSection = "Windows";
+const std::string kPlacesSection = "Windows";
 
 // Captions may hold any character.
 std::string keyName(const QString &key)
@@ -32,7 +32,7 @@ ConfigStore placeStore()
 
 bool WindowPlaces::restore(QWidget &window, const QString &key)
 {
-    const std::optional<std::string> place = placeStore().value(kSection, keyName(key));
+    const std::optional<std::string> place = placeStore().value(kPlacesSection, keyName(key));
     return place &&
            window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*place)));
 }
@@ -40,7 +40,7 @@ bool WindowPlaces::restore(QWidget &window, const QString &key)
 void WindowPlaces::remember(const QWidget &window, const QString &key)
 {
     ConfigStore store = placeStore();
-    store.setValue(kSection, keyName(key), window.saveGeometry().toBase64().toStdString());
+    store.setValue(kPlacesSection, keyName(key), window.saveGeometry().toBase64().toStdString());
     store.saveOrLog();
 }
 
