@@ -29,7 +29,8 @@ enum External : unsigned {
     Gemmi = 8,
     Zlib = 16,
     Poppler = 32,
-    Json = 64
+    Json = 64,
+    Sqlite = 128
 };
 
 struct Rule
@@ -99,6 +100,7 @@ const std::map<std::string, Rule> kRules = {
        "host/formats/writers"},
       Std}},
     {"host/history", {{"include", "host/base", "host/model"}, Std}},
+    {"host/sessions/store", {{"host/base"}, Std | Sqlite}},
     {"host/realign", {{"include", "host/base", "host/model"}, Std | System | Qt}},
     {"host/services/settings", {{"include", "host/base"}, Std | System | Qt}},
     {"host/services/log",
@@ -183,6 +185,8 @@ unsigned kindOf(const std::string &name)
         return Json;
     if (name == "zlib.h")
         return Zlib;
+    if (name == "sqlite3.h")
+        return Sqlite;
     if (name.starts_with("poppler") || name.starts_with("cairo"))
         return Poppler;
     if (name.starts_with("Q") || name.starts_with("qt"))
