@@ -12,18 +12,28 @@ namespace TAMBO {
 
 class Compound;
 
+// The number of Space.
+inline constexpr std::uint32_t kSpaceIdentity = 1;
+
 // The values that plug-ins have kept with the object are gone.
 void forgetValues(std::uint32_t identity) noexcept;
+// No index of objects leads to it any more.
+void forgetIndexed(std::uint32_t identity) noexcept;
+
+// The object that had the number is gone, if it had one.
+inline void forgetObject(std::uint32_t identity) noexcept
+{
+    // Without a number nobody can have kept anything.
+    if (identity == 0)
+        return;
+    forgetValues(identity);
+    forgetIndexed(identity);
+}
 
 struct CompoundState
 {
     CompoundState() = default;
-    ~CompoundState()
-    {
-        // Without a number nobody can have kept any.
-        if (identity != 0)
-            forgetValues(identity);
-    }
+    ~CompoundState() { forgetObject(identity); }
     CompoundState(const CompoundState &) = delete;
     CompoundState &operator=(const CompoundState &) = delete;
 

@@ -21,7 +21,10 @@ ObjectSpace &ObjectSpace::get()
     return *space;
 }
 
-ObjectSpace::ObjectSpace() { }
+ObjectSpace::ObjectSpace()
+{
+    m_State.identity = kSpaceIdentity;
+}
 
 ObjectSpace::~ObjectSpace()
 {

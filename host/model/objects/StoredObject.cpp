@@ -4,7 +4,18 @@
 #include "Compound.h"
 #include "CompoundState.h"
 
+#include <algorithm>
+
 namespace TAMBO {
+
+namespace {
+
+// Space has the first number in every run of the program.
+std::uint32_t s_LastIdentity = kSpaceIdentity;
+// So many are left for new objects, whatever numbers are restored.
+constexpr std::uint32_t kMostRestored = ~std::uint32_t(0) / 2;
+
+} // namespace
 
 StoredObject *StoredObject::from(Compound *object) noexcept
 {
@@ -39,16 +50,33 @@ CompoundState *stateOf(Compound &object) noexcept
     return stored == nullptr ? nullptr : stored->ownState();
 }
 
+std::uint32_t &StoredObject::identitySlot() const noexcept
+{
+    return ownState()->identity;
+}
+
+std::uint32_t StoredObject::identity() const noexcept
+{
+    std::uint32_t &slot = identitySlot();
+    if (slot == 0)
+        slot = ++s_LastIdentity;
+    return slot;
+}
+
+bool StoredObject::restoreIdentity(std::uint32_t identity) noexcept
+{
+    std::uint32_t &slot = identitySlot();
+    if (slot != 0 || identity <= kSpaceIdentity || identity > kMostRestored)
+        return false;
+    slot = identity;
+    s_LastIdentity = std::max(s_LastIdentity, identity);
+    return true;
+}
+
 std::uint32_t identityOf(const Compound &object) noexcept
 {
-    static std::uint32_t last = 0;
     const StoredObject *const stored = StoredObject::from(&object);
-    const CompoundState *const state = stored == nullptr ? nullptr : stored->ownState();
-    if (state == nullptr)
-        return 0;
-    if (state->identity == 0)
-        state->identity = ++last;
-    return state->identity;
+    return stored == nullptr ? 0 : stored->identity();
 }
 
 } // namespace TAMBO

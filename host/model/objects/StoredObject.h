@@ -31,6 +31,13 @@ public:
     // Null for one that has no name of its own.
     [[nodiscard]] virtual CompoundState *ownState() noexcept = 0;
     [[nodiscard]] virtual const CompoundState *ownState() const noexcept = 0;
+    // A number that no other object has or will have, also when one comes to stand at the address
+    // of another that is gone. The same for as long as the object is there, deleted or not.
+    [[nodiscard]] std::uint32_t identity() const noexcept;
+    // Of an object that was kept in another run of the program, and has no number yet. Those that
+    // are made from now on get higher ones. False for a number that no object can have had.
+    [[nodiscard]] bool restoreIdentity(std::uint32_t identity) noexcept;
+
     // Of one that has a name; without recording, which is done by renameObject().
     virtual void storeName(const std::string &name);
     // Null when it leaves the tree.
@@ -56,14 +63,15 @@ public:
 
 protected:
     StoredObject() = default;
+
+    // Where its number is, which is 0 until somebody asks: a part of the state, if it has one.
+    [[nodiscard]] virtual std::uint32_t &identitySlot() const noexcept;
 };
 
 // The state of a stored object; null for a handle, which has none of its own.
 [[nodiscard]] CompoundState *stateOf(Compound &object) noexcept;
 
-// A number that no other object has or will have, also when one comes to stand at the address of
-// another that is gone. The same for as long as the object is there, deleted or not; 0 for a
-// handle.
+// That of a stored object; 0 for a handle.
 [[nodiscard]] std::uint32_t identityOf(const Compound &object) noexcept;
 
 } // namespace TAMBO

@@ -41,6 +41,9 @@ public:
 
     [[nodiscard]] const Vertex &place() const noexcept { return m_Position; }
     [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
+    // The chain whose residue it is an atom of, and which one; null for that of a group.
+    [[nodiscard]] const ResidueOwner *chain() const noexcept { return m_Chain; }
+    [[nodiscard]] std::size_t residue() const noexcept { return m_Residue; }
     // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept;
 

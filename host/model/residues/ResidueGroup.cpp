@@ -3,6 +3,7 @@
 
 #include "Atom.h"
 #include "ChangeScope.h"
+#include "CompoundState.h"
 #include "ObjectOperations.h"
 #include "Revisions.h"
 #include "TextBytes.h"
@@ -51,7 +52,10 @@ ResidueGroup::ResidueGroup(ResidueRecord &&record)
         m_Atoms[i].fill(std::move(record.atoms[i]), *this);
 }
 
-ResidueGroup::~ResidueGroup() = default;
+ResidueGroup::~ResidueGroup()
+{
+    forgetObject(m_Identity);
+}
 
 SequenceNumber ResidueGroup::GetSeqId() const
 {

@@ -6,6 +6,7 @@
 #include "Records.h"
 #include "StoredObject.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -46,12 +47,16 @@ public:
     [[nodiscard]] std::size_t bytes() const noexcept override;
     void collectAtoms(std::vector<Compound *> &out, bool isAsked) const override;
 
+protected:
+    [[nodiscard]] std::uint32_t &identitySlot() const noexcept override { return m_Identity; }
+
 private:
     friend class GroupNumberEdit;
 
     std::string m_TypeName;
     char m_Letter;
     bool m_IsSelected = false;
+    mutable std::uint32_t m_Identity = 0;
     SequenceNumber m_Number;
     Compound *m_Parent = nullptr;
     std::optional<Color> m_Color;
