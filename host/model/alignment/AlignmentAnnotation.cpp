@@ -2,6 +2,7 @@
 #include "AlignmentAnnotation.h"
 
 #include "TextBytes.h"
+#include "ValueBytes.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,6 +72,39 @@ std::size_t bytesOf(const std::vector<Annotation> &annotations) noexcept
     for (const Annotation &annotation : annotations)
         sum += textBytes(annotation.tag) + textBytes(annotation.text);
     return sum;
+}
+
+void AlignmentAnnotation::write(ValueWriter &out) const
+{
+    writeAnnotations(m_Remarks, out);
+    writeAnnotations(m_Lines, out);
+}
+
+std::unique_ptr<AlignmentAnnotation> AlignmentAnnotation::read(ValueReader &in)
+{
+    std::vector<Annotation> remarks = readAnnotations(in);
+    return std::make_unique<AlignmentAnnotation>(std::move(remarks), readAnnotations(in));
+}
+
+void writeAnnotations(const std::vector<Annotation> &annotations, ValueWriter &out)
+{
+    out.number(annotations.size());
+    for (const Annotation &annotation : annotations) {
+        out.text(annotation.tag);
+        out.text(annotation.text);
+    }
+}
+
+std::vector<Annotation> readAnnotations(ValueReader &in)
+{
+    std::vector<Annotation> annotations;
+    const std::size_t count = in.count(2);
+    annotations.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string tag(in.text());
+        annotations.push_back({std::move(tag), std::string(in.text())});
+    }
+    return annotations;
 }
 
 } // namespace TAMBO

@@ -7,10 +7,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace TAMBO {
+
+class ValueReader;
+class ValueWriter;
 
 class AlignmentAnnotation
 {
@@ -35,6 +39,9 @@ public:
     void insertColumns(Column column, Column count);
     void removeColumns(Column column, Column count);
 
+    void write(ValueWriter &out) const;
+    [[nodiscard]] static std::unique_ptr<AlignmentAnnotation> read(ValueReader &in);
+
     // On the heap, itself included.
     [[nodiscard]] std::size_t bytes() const noexcept;
 
@@ -47,5 +54,7 @@ private:
 
 // What annotations occupy on the heap.
 [[nodiscard]] std::size_t bytesOf(const std::vector<Annotation> &annotations) noexcept;
+void writeAnnotations(const std::vector<Annotation> &annotations, ValueWriter &out);
+[[nodiscard]] std::vector<Annotation> readAnnotations(ValueReader &in);
 
 } // namespace TAMBO

@@ -18,6 +18,9 @@
 
 namespace TAMBO {
 
+class ObjectReader;
+class ObjectWriter;
+
 // Consecutive residues of a sequence.
 struct ResidueRun
 {
@@ -94,6 +97,14 @@ public:
     // Whether the place of one cannot be told when the columns have gone and come back.
     [[nodiscard]] bool hasBreaksIn(Column begin, Column count) const;
 
+    // ---- As bytes
+
+    void write(ObjectWriter &out) const;
+    // Of an alignment of that width; null after a failure. Callers read many rows, and hand over
+    // what each needs for a moment.
+    [[nodiscard]] static std::unique_ptr<AlignmentRow>
+    read(ObjectReader &in, Column width, std::vector<OccupancyRow::Word> &scratch);
+
     // ---- Changes. The width is that of the alignment afterwards.
 
     // As many residues stand where those of the other row do.
@@ -135,6 +146,9 @@ private:
         return m_Extras == nullptr ? std::span<const Segment>() : m_Extras->segments;
     }
     [[nodiscard]] Extras &extras();
+    void readSegments(ObjectReader &in);
+    // Whether the sequence has all residues that the row asks for.
+    [[nodiscard]] bool isOfSequence() const noexcept;
     [[nodiscard]] std::size_t segmentOf(std::uint32_t ordinal) const noexcept;
     [[nodiscard]] ResidueRun impliedResidues(std::uint32_t ordinal, std::uint32_t count,
                                              std::uint32_t total) const;

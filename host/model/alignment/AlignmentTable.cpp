@@ -37,6 +37,11 @@ public:
     }
     void storeName(const std::string &name) override { table().setName(name); }
     [[nodiscard]] std::size_t bytes() const noexcept override { return table().bytes(); }
+    [[nodiscard]] std::size_t partCount() const noexcept override { return table().partCount(); }
+    void writePart(std::size_t part, ObjectWriter &out) const override
+    {
+        table().writePart(part, *this, out);
+    }
     // The editor offers an alignment's name for its files, as it is.
     [[nodiscard]] std::string allowedName(const std::string &wanted) const override
     {

@@ -20,6 +20,9 @@
 
 namespace TAMBO {
 
+class ObjectWriter;
+class StoredObject;
+
 class AlignmentTable
 {
 public:
@@ -68,6 +71,10 @@ public:
     {
         return m_Annotation.get();
     }
+    // As bytes: the first part is what is said of all of it, the others some rows each. The object
+    // that it belongs to has number and state.
+    [[nodiscard]] std::size_t partCount() const noexcept;
+    void writePart(std::size_t part, const StoredObject &self, ObjectWriter &out) const;
     // No edit: for an alignment that is being made.
     void presetAnnotation(std::unique_ptr<AlignmentAnnotation> annotation) noexcept
     {
@@ -106,6 +113,8 @@ private:
 
     AlignmentTable(const std::string &name, Rows rows);
 
+    // In one part of the bytes.
+    [[nodiscard]] std::size_t rowsOfPart() const noexcept;
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;

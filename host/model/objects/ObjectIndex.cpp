@@ -29,6 +29,11 @@ Compound *ObjectIndex::find(std::uint32_t identity) const noexcept
     return found == m_Objects.end() ? nullptr : found->second;
 }
 
+bool ObjectIndex::insert(std::uint32_t identity, Compound &object)
+{
+    return m_Objects.try_emplace(identity, &object).second;
+}
+
 void ObjectIndex::add(StoredObject &object)
 {
     m_Objects.insert_or_assign(object.identity(), &object.asCompound());

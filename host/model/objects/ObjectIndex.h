@@ -25,6 +25,9 @@ public:
 
     // Null when no object in it has the number.
     [[nodiscard]] Compound *find(std::uint32_t identity) const noexcept;
+    // An object that has not got its number yet. False when another one has it.
+    [[nodiscard]] bool insert(std::uint32_t identity, Compound &object);
+    void erase(std::uint32_t identity) noexcept { m_Objects.erase(identity); }
     // Gets a number if it has none.
     void add(StoredObject &object);
     // The same with all that it owns.

@@ -3,11 +3,20 @@
 
 #include "ChangeScope.h"
 #include "ObjectOperations.h"
+#include "ObjectWriter.h"
+#include "StoredHead.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace TAMBO {
+
+namespace {
+
+// So many numbers take a millisecond or two.
+constexpr std::size_t kObjectsOfPart = 16384;
+
+} // namespace
 
 Space *Space::instance()
 {
@@ -164,6 +173,40 @@ std::size_t ObjectSpace::bytes() const noexcept
 {
     return sizeof(*this) + m_Objects.capacity() * sizeof(void *) +
            m_Referrers.capacity() * sizeof(void *) + bytesOfObjects();
+}
+
+std::size_t ObjectSpace::partCount() const noexcept
+{
+    return 1 + (m_Objects.size() + kObjectsOfPart - 1) / kObjectsOfPart;
+}
+
+void ObjectSpace::writePart(std::size_t part, ObjectWriter &out) const
+{
+    if (part == 0) {
+        out.begin(StoredKind::Space);
+        out.head(*this);
+        out.text(m_Name);
+        out.number(m_Objects.size());
+        return;
+    }
+    const std::size_t begin = (part - 1) * kObjectsOfPart;
+    const std::size_t end = std::min(begin + kObjectsOfPart, m_Objects.size());
+    out.begin(StoredKind::SpaceOrder);
+    out.number(end - begin);
+    std::int64_t last = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+        const std::int64_t number = identityOf(*m_Objects[i]);
+        out.signedNumber(number - last);
+        last = number;
+    }
+}
+
+void ObjectSpace::restore(std::string name, const StoredHead &head)
+{
+    m_Name = std::move(name);
+    m_State.color = head.color;
+    m_State.isSelected = head.isSelected;
+    m_State.isLocked = head.isLocked;
 }
 
 std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)

@@ -7,9 +7,12 @@
 #include "Space.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
+
+struct StoredHead;
 
 class ObjectSpace final : public Space, public ObjectContainer
 {
@@ -52,6 +55,11 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &m_State; }
     void storeName(const std::string &name) override { m_Name = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
+    // The first part, and then the numbers of its objects in their order.
+    [[nodiscard]] std::size_t partCount() const noexcept override;
+    void writePart(std::size_t part, ObjectWriter &out) const override;
+    // What the first part says.
+    void restore(std::string name, const StoredHead &head);
     [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 
     // The top-level objects of a kind that refer to sequences standing elsewhere. In no order.

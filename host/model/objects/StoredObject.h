@@ -14,6 +14,7 @@
 namespace TAMBO {
 
 class Compound;
+class ObjectWriter;
 struct CompoundState;
 
 class StoredObject
@@ -44,6 +45,14 @@ public:
     virtual void setParent(Compound *parent) noexcept;
     // What it occupies, everything that it owns included.
     [[nodiscard]] virtual std::size_t bytes() const noexcept = 0;
+
+    // ---- As bytes, of which an ObjectLoader makes it again
+
+    // What takes long is written in several parts, each of which takes little.
+    [[nodiscard]] virtual std::size_t partCount() const noexcept { return 1; }
+    virtual void writePart(std::size_t part, ObjectWriter &out) const = 0;
+
+    // ---- What edits and views ask
 
     // What of the object above it changes when it comes or goes, unless that is Space.
     [[nodiscard]] virtual EditPart partOfParent() const noexcept { return EditPart::Members; }

@@ -31,9 +31,12 @@ ValueStore &ValueStore::get()
 
 const ValueStore::Plugins *ValueStore::of(const Compound &object) const noexcept
 {
-    if (m_Objects.empty())
-        return nullptr;
-    const auto found = m_Objects.find(knownIdentity(object));
+    return m_Objects.empty() ? nullptr : of(knownIdentity(object));
+}
+
+const ValueStore::Plugins *ValueStore::of(std::uint32_t identity) const noexcept
+{
+    const auto found = m_Objects.find(identity);
     return found == m_Objects.end() ? nullptr : &found->second;
 }
 

@@ -6,10 +6,12 @@
 #include "CompoundState.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace TAMBO {
 
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] bool empty() const noexcept { return m_Objects.empty(); }
     // Null when the object has none.
     [[nodiscard]] const Plugins *of(const Compound &object) const noexcept;
+    // By its number.
+    [[nodiscard]] const Plugins *of(std::uint32_t identity) const noexcept;
     [[nodiscard]] const std::string *find(const Compound &object, const std::string &plugin,
                                           const std::string &key) const;
     // Without recording; the way of the edits. Nothing stands for no value, which is given back
@@ -34,6 +38,11 @@ public:
                                         const std::string &key, std::optional<std::string> value);
     // For an object that is being made.
     void copy(const Compound &from, const Compound &to);
+    // For an object that was kept in another run of the program.
+    void restore(std::uint32_t identity, Plugins values)
+    {
+        m_Objects.insert_or_assign(identity, std::move(values));
+    }
     void forget(std::uint32_t identity) noexcept { m_Objects.erase(identity); }
 
     // What the values of the object occupy, about; those of its parts are not counted.

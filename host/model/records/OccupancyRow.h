@@ -71,6 +71,11 @@ public:
     {
         return index < m_Store->words ? words()[index] : 0;
     }
+    // All that are kept: the last one is not 0.
+    [[nodiscard]] std::span<const Word> allWords() const noexcept
+    {
+        return {words(), m_Store->words};
+    }
     // The number of residues before column block * kBlockColumns.
     [[nodiscard]] std::uint32_t blockRank(std::size_t block) const noexcept
     {

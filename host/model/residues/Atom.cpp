@@ -2,6 +2,7 @@
 #include "Atom.h"
 
 #include "ObjectOperations.h"
+#include "ObjectReader.h"
 #include "ResidueOwner.h"
 #include "TextBytes.h"
 
@@ -26,6 +27,11 @@ Color elementColor(std::string_view element) noexcept
     }
     return Color(kOther);
 }
+
+// What is said of an atom.
+constexpr unsigned kHasPlace = 1;
+constexpr unsigned kHasColor = 2;
+constexpr unsigned kIsSelected = 4;
 
 } // namespace
 
@@ -53,6 +59,53 @@ void Atom::fill(AtomRecord &&record, Group &group)
 {
     fill(std::move(record));
     m_Group = &group;
+}
+
+void Atom::fill(ObjectReader &in)
+{
+    const std::uint64_t flags = in.number(kHasPlace | kHasColor | kIsSelected);
+    m_Name = in.text();
+    const std::string_view element = in.text();
+    if (element.size() >= m_Element.size())
+        in.fail("an atom is of no element");
+    else
+        std::ranges::copy(element, m_Element.begin());
+    if ((flags & kHasPlace) != 0) {
+        const float x = in.real32();
+        const float y = in.real32();
+        m_Position = Vertex(x, y, in.real32());
+    }
+    if ((flags & kHasColor) != 0)
+        m_Color = in.color();
+    m_IsSelected = (flags & kIsSelected) != 0;
+}
+
+void Atom::fill(ObjectReader &in, ResidueOwner &chain, std::size_t residue)
+{
+    fill(in);
+    m_Chain = &chain;
+    m_Residue = static_cast<std::uint32_t>(residue);
+}
+
+void Atom::fill(ObjectReader &in, Group &group)
+{
+    fill(in);
+    m_Group = &group;
+}
+
+void Atom::write(ObjectWriter &out) const
+{
+    out.number((m_Position.isDefined() ? kHasPlace : 0U) | (m_Color ? kHasColor : 0U) |
+               (m_IsSelected ? kIsSelected : 0U));
+    out.text(m_Name);
+    out.text(m_Element.data());
+    if (m_Position.isDefined()) {
+        out.real(m_Position.x());
+        out.real(m_Position.y());
+        out.real(m_Position.z());
+    }
+    if (m_Color)
+        out.color(*m_Color);
 }
 
 std::string Atom::Name() const

@@ -11,6 +11,8 @@
 
 namespace TAMBO {
 
+class ObjectReader;
+class ObjectWriter;
 class PositionEdit;
 class ResidueOwner;
 
@@ -22,6 +24,12 @@ public:
     // Atoms stand in arrays, so they are made first and filled then.
     void fill(AtomRecord &&record, ResidueOwner &chain, std::size_t residue);
     void fill(AtomRecord &&record, Group &group);
+    // Of what write() has left.
+    void fill(ObjectReader &in, ResidueOwner &chain, std::size_t residue);
+    void fill(ObjectReader &in, Group &group);
+    void write(ObjectWriter &out) const;
+    // So many bytes each atom has as such.
+    static constexpr std::size_t kLeastBytes = 3;
 
     std::string Name() const override;
     char TypeCode() const override;
@@ -51,6 +59,7 @@ private:
     friend class PositionEdit;
 
     void fill(AtomRecord &&record);
+    void fill(ObjectReader &in);
 
     std::string m_Name;
     std::array<char, 4> m_Element{};

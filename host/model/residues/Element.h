@@ -6,15 +6,21 @@
 #include "StoredObject.h"
 
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
+
+class ObjectReader;
 
 class Element final : public NamedCompound, public StoredObject
 {
 public:
     // The indices of the residues in their peptide, in any order.
     Element(std::string name, char type, std::vector<std::uint32_t> residues);
+    // Of what writePart() has left; fails when there is none.
+    [[nodiscard]] static std::unique_ptr<Element> read(ObjectReader &in);
     ~Element() override;
 
     // Whether the type letter is one of H, E, T in either case.
@@ -22,6 +28,11 @@ public:
 
     [[nodiscard]] bool contains(std::size_t residue) const noexcept;
     [[nodiscard]] std::size_t residueCount() const noexcept { return m_ResidueCount; }
+    // One past the last of its residues: a peptide that owns it has so many at least.
+    [[nodiscard]] std::size_t residueEnd() const noexcept
+    {
+        return m_Runs.empty() ? 0 : m_Runs.back().last;
+    }
 
     // In chain order; null beyond the last. They are children of the peptide, not of the element.
     [[nodiscard]] Residue *residue(std::size_t index) const;
@@ -35,6 +46,7 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
     void storeName(const std::string &name) override { ownName() = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
+    void writePart(std::size_t part, ObjectWriter &out) const override;
     [[nodiscard]] EditPart partOfParent() const noexcept override { return EditPart::Elements; }
 
 private:
@@ -45,8 +57,10 @@ private:
         std::uint32_t last;
     };
 
+    Element(std::string name, char type, std::vector<Run> runs);
+
     char m_Type;
-    std::size_t m_ResidueCount;
+    std::size_t m_ResidueCount = 0;
     std::vector<Run> m_Runs;
 };
 

@@ -13,7 +13,6 @@ namespace TAMBO {
 namespace {
 
 constexpr ResidueColors::WideValue kByType = 0;
-constexpr std::size_t kPaletteLimit = 255;
 
 // Every number of 32 bits is a colour, so a bit more says that there is one.
 ResidueColors::WideValue wideValue(std::optional<Color> color) noexcept
@@ -71,7 +70,7 @@ std::uint8_t ResidueColors::paletteEntry(Color color)
     const Palette &known = m_Palette == nullptr ? none : *m_Palette;
     const auto found = std::ranges::find(known, color);
     if (found == known.end()) {
-        if (known.size() == kPaletteLimit)
+        if (known.size() == kMostOfPalette)
             return 0;
         m_Palette = withMore(m_Palette, color);
         m_LastEntry = static_cast<std::uint8_t>(m_Palette->size());
@@ -85,7 +84,7 @@ std::vector<std::uint8_t> ResidueColors::entriesOf(const LetterColors &colors)
 {
     std::vector<std::uint8_t> entries;
     entries.reserve(colors.choices().size());
-    const bool isShareable = colors.palette()->size() <= kPaletteLimit;
+    const bool isShareable = colors.palette()->size() <= kMostOfPalette;
     if (m_Colored == 0 && isShareable) {
         m_Palette = colors.palette();
         m_LastEntry = 0;

@@ -16,6 +16,8 @@
 namespace TAMBO {
 
 class LetterColors;
+class ObjectReader;
+class ObjectWriter;
 class ResidueSelection;
 
 class ResidueColors
@@ -54,6 +56,10 @@ public:
     // Every residue has the same colour, however the two keep them.
     [[nodiscard]] bool isSameAs(const ResidueColors &other) const noexcept;
 
+    void write(ObjectWriter &out) const;
+    // Of so many residues.
+    [[nodiscard]] static std::unique_ptr<ResidueColors> read(ObjectReader &in, std::size_t count);
+
 private:
     [[nodiscard]] std::optional<Color> colorOf(std::uint8_t entry) const noexcept
     {
@@ -66,6 +72,9 @@ private:
         return Color::fromArgb(static_cast<std::uint32_t>(value));
     }
     using Palette = std::vector<Color>;
+
+    // An entry has a byte, one of which says that there is none.
+    static constexpr std::size_t kMostOfPalette = 255;
 
     [[nodiscard]] static std::shared_ptr<const Palette>
     withMore(const std::shared_ptr<const Palette> &palette, Color color);

@@ -5,6 +5,7 @@
 #include "ChangeScope.h"
 #include "CompoundState.h"
 #include "ObjectOperations.h"
+#include "ObjectReader.h"
 #include "Revisions.h"
 #include "TextBytes.h"
 
@@ -55,6 +56,40 @@ ResidueGroup::ResidueGroup(ResidueRecord &&record)
 ResidueGroup::~ResidueGroup()
 {
     forgetObject(m_Identity);
+}
+
+std::unique_ptr<ResidueGroup> ResidueGroup::read(ObjectReader &in)
+{
+    StoredHead head = in.head();
+    ResidueRecord record;
+    record.typeName = in.text();
+    record.letter = in.character();
+    record.number = in.sequenceNumber();
+    const bool isSelected = in.flag();
+    const std::optional<Color> color = in.optionalColor();
+    auto made = std::make_unique<ResidueGroup>(std::move(record));
+    made->m_IsSelected = isSelected;
+    made->m_Color = color;
+    made->m_AtomCount = in.count(Atom::kLeastBytes);
+    made->m_Atoms = std::make_unique<Atom[]>(made->m_AtomCount);
+    for (std::size_t i = 0; i < made->m_AtomCount; ++i)
+        made->m_Atoms[i].fill(in, *made);
+    in.add(*made, std::move(head));
+    return made;
+}
+
+void ResidueGroup::writePart(std::size_t, ObjectWriter &out) const
+{
+    out.begin(StoredKind::Group);
+    out.head(*this);
+    out.text(m_TypeName);
+    out.character(m_Letter);
+    out.sequenceNumber(m_Number);
+    out.flag(m_IsSelected);
+    out.color(m_Color);
+    out.number(m_AtomCount);
+    for (std::size_t i = 0; i < m_AtomCount; ++i)
+        m_Atoms[i].write(out);
 }
 
 SequenceNumber ResidueGroup::GetSeqId() const

@@ -13,11 +13,14 @@
 namespace TAMBO {
 
 class Atom;
+class ObjectReader;
 
 class ResidueGroup final : public Group, public StoredObject
 {
 public:
     explicit ResidueGroup(ResidueRecord &&record);
+    // Of what writePart() has left; fails when there is none.
+    [[nodiscard]] static std::unique_ptr<ResidueGroup> read(ObjectReader &in);
     ~ResidueGroup() override;
 
     SequenceNumber GetSeqId() const override;
@@ -45,6 +48,7 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return nullptr; }
     void setParent(Compound *parent) noexcept override { m_Parent = parent; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
+    void writePart(std::size_t part, ObjectWriter &out) const override;
     void collectAtoms(std::vector<Compound *> &out, bool isAsked) const override;
 
 protected:

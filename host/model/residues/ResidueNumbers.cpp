@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ResidueNumbers.h"
 
+#include "ValueBytes.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -84,6 +86,40 @@ void ResidueNumbers::set(std::size_t index, const SequenceNumber &number, std::s
 bool ResidueNumbers::isDefault() const noexcept
 {
     return m_Runs.empty() || (m_Runs.size() == 1 && m_Runs[0].number == 1 && m_Runs[0].code == ' ');
+}
+
+void ResidueNumbers::write(ValueWriter &out) const
+{
+    out.number(m_Runs.size());
+    std::uint32_t last = 0;
+    for (const Run &run : m_Runs) {
+        out.number(run.first - last);
+        out.signedNumber(run.number);
+        out.character(run.code);
+        last = run.first;
+    }
+}
+
+ResidueNumbers ResidueNumbers::read(ValueReader &in, std::size_t count)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    constexpr std::size_t kLeastBytes = 3;
+    ResidueNumbers numbers;
+    const std::size_t runs = in.count(kLeastBytes);
+    numbers.m_Runs.reserve(runs);
+    std::size_t first = 0;
+    for (std::size_t i = 0; i < runs && !in.failed(); ++i) {
+        const std::uint64_t step = in.number(count);
+        first += step;
+        const auto number =
+            static_cast<std::int32_t>(in.signedNumber(Limits::min(), Limits::max()));
+        const char code = in.character();
+        // The first run begins with the first residue.
+        if ((step == 0) != (i == 0) || first >= count)
+            in.fail("residue numbers are out of order");
+        numbers.m_Runs.push_back({static_cast<std::uint32_t>(first), number, code});
+    }
+    return numbers;
 }
 
 std::size_t ResidueNumbers::bytes() const noexcept

@@ -10,6 +10,9 @@
 
 namespace TAMBO {
 
+class ValueReader;
+class ValueWriter;
+
 // Without a run, residues count from 1.
 class ResidueNumbers
 {
@@ -21,6 +24,10 @@ public:
     void set(std::size_t index, const SequenceNumber &number, std::size_t count);
     [[nodiscard]] bool isDefault() const noexcept;
     [[nodiscard]] std::size_t bytes() const noexcept;
+
+    void write(ValueWriter &out) const;
+    // Of so many residues.
+    [[nodiscard]] static ResidueNumbers read(ValueReader &in, std::size_t count);
 
 private:
     // From residue first on: number, with the insertion code for the first one only.

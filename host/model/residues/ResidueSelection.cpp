@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ResidueSelection.h"
 
+#include "ValueBytes.h"
+
 #include <utility>
 
 namespace TAMBO {
@@ -35,6 +37,22 @@ bool ResidueSelection::add(const ResidueSelection &other, std::size_t begin,
         m_Words[word] |= added;
     });
     return m_Count != before;
+}
+
+void ResidueSelection::write(ValueWriter &out) const
+{
+    out.words(m_Words);
+}
+
+ResidueSelection ResidueSelection::read(ValueReader &in, std::size_t count)
+{
+    std::vector<std::uint64_t> words(bits::wordsFor(count), 0);
+    in.words(words);
+    if (count % bits::kPerWord != 0 && (words.back() & ~bits::low(count % bits::kPerWord)) != 0) {
+        in.fail("residues are selected that are not there");
+        words.back() &= bits::low(count % bits::kPerWord);
+    }
+    return ResidueSelection(std::move(words));
 }
 
 std::size_t ResidueSelection::runs() const noexcept

@@ -12,6 +12,9 @@
 
 namespace TAMBO {
 
+class ValueReader;
+class ValueWriter;
+
 class ResidueSelection
 {
 public:
@@ -46,6 +49,10 @@ public:
     {
         return sizeof(*this) + m_Words.capacity() * sizeof(std::uint64_t);
     }
+
+    void write(ValueWriter &out) const;
+    // Of so many residues.
+    [[nodiscard]] static ResidueSelection read(ValueReader &in, std::size_t count);
 
 private:
     // The first in [begin, end) that is, or is not, selected; end when there is none.

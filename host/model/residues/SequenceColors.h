@@ -7,8 +7,10 @@
 #include "ResidueColors.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace TAMBO {
 
@@ -30,6 +32,14 @@ public:
     [[nodiscard]] std::size_t bytes() const noexcept
     {
         return m_Slot.colors == nullptr ? 0 : m_Slot.colors->bytes();
+    }
+
+    // Null: all have the colour of their type.
+    [[nodiscard]] const ResidueColors *kept() const noexcept { return m_Slot.colors.get(); }
+    // No edit: for a sequence that is being made.
+    void preset(std::unique_ptr<ResidueColors> colors) noexcept
+    {
+        m_Slot.colors = std::move(colors);
     }
 
     // ---- Changes, inside a ChangeScope. The owner is the sequence whose colours these are.

@@ -21,6 +21,7 @@
 namespace TAMBO {
 
 class LetterColors;
+class ObjectReader;
 class Peptide;
 class ResidueSelection;
 class StructureContents;
@@ -45,6 +46,8 @@ public:
     explicit Peptide(SequenceText &&text) noexcept;
     // A chain with its atoms and groups.
     explicit Peptide(ChainRecord &&record);
+    // Of what writeContent() has left; fails when there is none.
+    [[nodiscard]] static std::unique_ptr<Peptide> read(ObjectReader &in);
     ~Peptide() override;
 
     // The peptide that an object is, or null.
@@ -149,6 +152,9 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
     void storeName(const std::string &name) override { m_Text.setName(name); }
     [[nodiscard]] std::size_t bytes() const noexcept override;
+    void writePart(std::size_t part, ObjectWriter &out) const override;
+    // The same of a chain, with the structure that it belongs to.
+    void writeContent(ObjectWriter &out) const;
     [[nodiscard]] bool refersToOthers() const noexcept override { return wasTied(); }
     [[nodiscard]] bool isProtein() const noexcept override { return residueCount() > 0; }
     // Those of residues that are tied are found in their chains already, unless the sequence is
@@ -198,6 +204,11 @@ private:
     [[nodiscard]] PeptideExtras &extras() const;
     [[nodiscard]] StructureContents &ownContents();
     void listElements();
+    void writeTies(ObjectWriter &out) const;
+    void writeStructure(ObjectWriter &out) const;
+    void readTiesFrom(ObjectReader &in);
+    void readStructure(ObjectReader &in);
+    void readObject(ObjectReader &in);
     // Calls visit(owner, first residue there, first residue here, count) for the residues
     // [begin, end), in ascending order.
     template <typename Visit>

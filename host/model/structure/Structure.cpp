@@ -2,6 +2,7 @@
 #include "Structure.h"
 
 #include "ChangeScope.h"
+#include "ObjectReader.h"
 #include "Peptide.h"
 #include "TextBytes.h"
 
@@ -15,6 +16,37 @@ Structure::Structure(std::string name, unsigned long models, bool isModel)
 { }
 
 Structure::~Structure() = default;
+
+std::pair<std::unique_ptr<Structure>, std::size_t> Structure::read(ObjectReader &in)
+{
+    StoredHead head = in.head();
+    const std::string_view name = in.text();
+    const std::string_view code = in.text();
+    const std::uint64_t models = in.number();
+    const bool isModel = in.flag();
+    const std::uint64_t chains = in.number();
+    auto made = std::make_unique<Structure>(std::string(name), models, isModel);
+    made->m_Code = code;
+    in.add(*made, std::move(head));
+    return {std::move(made), chains};
+}
+
+void Structure::writePart(std::size_t part, ObjectWriter &out) const
+{
+    if (part > 0) {
+        out.begin(StoredKind::Chain);
+        out.number(identity());
+        m_Chains[part - 1]->writeContent(out);
+        return;
+    }
+    out.begin(StoredKind::Structure);
+    out.head(*this);
+    out.text(Name());
+    out.text(m_Code);
+    out.number(m_ModelCount);
+    out.flag(m_IsModel);
+    out.number(m_Chains.size());
+}
 
 Peptide *Structure::chain(std::size_t index) const noexcept
 {

@@ -7,16 +7,20 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
 
+class ObjectReader;
 class Peptide;
 
 class Structure final : public NamedCompound, public ObjectContainer
 {
 public:
     explicit Structure(std::string name, unsigned long models = 1, bool isModel = false);
+    // Of the first part of what writePart() has left, and how many chains belong to it.
+    [[nodiscard]] static std::pair<std::unique_ptr<Structure>, std::size_t> read(ObjectReader &in);
     ~Structure() override;
 
     // What files of alignments call it: its first name, which is that of the file it came from,
@@ -41,6 +45,9 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
     void storeName(const std::string &name) override { ownName() = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
+    // The first part, and each of its chains.
+    [[nodiscard]] std::size_t partCount() const noexcept override { return 1 + m_Chains.size(); }
+    void writePart(std::size_t part, ObjectWriter &out) const override;
     [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 
     [[nodiscard]] std::size_t objectCount() const noexcept override { return m_Chains.size(); }

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ObjectLoader.h"
+
+#include "AlignmentParts.h"
+#include "Element.h"
+#include "ObjectReader.h"
+#include "ObjectSpace.h"
+#include "Peptide.h"
+#include "ResidueGroup.h"
+#include "Revisions.h"
+#include "Structure.h"
+
+#include <algorithm>
+
+namespace TAMBO {
+
+ObjectLoader::ObjectLoader(ObjectIndex &known) : m_New(known) { }
+
+ObjectLoader::~ObjectLoader()
+{
+    // The newest first, as Space does it.
+    while (!m_Objects.empty())
+        m_Objects.pop_back();
+}
+
+Result<void> ObjectLoader::fail(std::string cause)
+{
+    m_Failure = Failure(FailureKind::BadInput, std::move(cause));
+    return *m_Failure;
+}
+
+// ---- Reading
+
+Result<void> ObjectLoader::read(std::string_view bytes)
+{
+    if (m_Failure)
+        return *m_Failure;
+    ObjectReader in(bytes, m_New);
+    while (!in.atEnd())
+        readPart(in);
+    if (in.failed())
+        return fail(in.cause() + " (byte " + std::to_string(in.place()) + ")");
+    return {};
+}
+
+void ObjectLoader::readPart(ObjectReader &in)
+{
+    const std::optional<StoredKind> kind = in.begin();
+    const auto take = [&](auto made) {
+        const std::uint32_t identity = in.lastAdded();
+        keep(identity, std::move(made));
+    };
+    if (!kind)
+        return;
+    switch (*kind) {
+    case StoredKind::Space:
+        return readSpace(in);
+    case StoredKind::SpaceOrder:
+        return readOrder(in);
+    case StoredKind::Sequence:
+        return take(Peptide::read(in));
+    case StoredKind::Structure:
+        return readStructure(in);
+    case StoredKind::Chain:
+        return readChain(in);
+    case StoredKind::Group:
+        return take(ResidueGroup::read(in));
+    case StoredKind::Element:
+        return take(Element::read(in));
+    case StoredKind::Alignment:
+        return readAlignment(in);
+    case StoredKind::Rows:
+        return readRows(in);
+    }
+}
+
+void ObjectLoader::keep(std::uint32_t identity, std::unique_ptr<StoredObject> object)
+{
+    m_Places.emplace_back(identity, m_Objects.size());
+    m_Objects.push_back(std::move(object));
+}
+
+void ObjectLoader::readStructure(ObjectReader &in)
+{
+    auto [made, chains] = Structure::read(in);
+    const std::uint32_t identity = in.lastAdded();
+    if (chains > 0 && !in.failed())
+        m_Structures.emplace(identity, PendingStructure{made.get(), chains});
+    keep(identity, std::move(made));
+}
+
+void ObjectLoader::readChain(ObjectReader &in)
+{
+    const auto pending = m_Structures.find(in.index());
+    if (pending == m_Structures.end()) {
+        in.fail("a chain has no structure");
+        return;
+    }
+    auto [structure, chains] = pending->second;
+    std::unique_ptr<Peptide> chain = Peptide::read(in);
+    if (in.failed())
+        return;
+    structure->insertObject(structure->objectCount(), std::move(chain));
+    if (structure->objectCount() == chains)
+        m_Structures.erase(pending);
+}
+
+void ObjectLoader::readAlignment(ObjectReader &in)
+{
+    const auto made = m_Alignments.emplace(m_Alignments.end(), in);
+    if (made->isComplete())
+        makeAlignment(made, in);
+}
+
+void ObjectLoader::readRows(ObjectReader &in)
+{
+    const auto found = std::ranges::find(m_Alignments, in.index(),
+                                         [](const auto &parts) { return parts.identity(); });
+    if (found == m_Alignments.end()) {
+        in.fail("rows have no alignment");
+        return;
+    }
+    found->readRows(in);
+    if (found->isComplete())
+        makeAlignment(found, in);
+}
+
+void ObjectLoader::makeAlignment(std::list<AlignmentParts>::iterator parts, ObjectReader &in)
+{
+    if (in.failed())
+        return;
+    const std::uint32_t identity = parts->identity();
+    std::unique_ptr<Alignment> made = parts->make(in);
+    m_Alignments.erase(parts);
+    keep(identity, std::unique_ptr<StoredObject>(StoredObject::from(made.release())));
+}
+
+void ObjectLoader::readSpace(ObjectReader &in)
+{
+    if (m_Space)
+        in.fail("the space is there twice");
+    StoredHead head = in.head();
+    std::string name(in.text());
+    m_Space = StoredSpace{std::move(head), std::move(name), in.number()};
+}
+
+void ObjectLoader::readOrder(ObjectReader &in)
+{
+    std::int64_t last = 0;
+    for (std::size_t count = in.count(); count > 0 && !in.failed(); --count) {
+        constexpr auto kMost = std::int64_t(ObjectReader::kMostIndex);
+        last += in.signedNumber(-kMost, kMost);
+        if (last < 0 || last > kMost)
+            in.fail("no object can have the number " + std::to_string(last));
+        m_Order.push_back(static_cast<std::uint32_t>(last));
+    }
+}
+
+// ---- When all is there
+
+std::string ObjectLoader::missing() const
+{
+    if (!m_Structures.empty())
+        return "chains of a structure are missing";
+    if (!m_Alignments.empty())
+        return "rows of an alignment are missing";
+    if (m_Order.size() != (m_Space ? m_Space->objects : 0))
+        return "objects of the space are missing";
+    return {};
+}
+
+void ObjectLoader::arrange()
+{
+    if (!std::ranges::is_sorted(m_Places))
+        std::ranges::sort(m_Places);
+}
+
+std::unique_ptr<StoredObject> *ObjectLoader::place(std::uint32_t identity)
+{
+    const auto found =
+        std::ranges::lower_bound(m_Places, identity, {}, &decltype(m_Places)::value_type::first);
+    return found == m_Places.end() || found->first != identity ? nullptr
+                                                               : &m_Objects[found->second];
+}
+
+// Each stands there once, and is what can stand there.
+std::string ObjectLoader::problemOfOrder()
+{
+    std::vector<bool> isSeen(m_Objects.size(), false);
+    for (const std::uint32_t identity : m_Order) {
+        const std::unique_ptr<StoredObject> *const found = place(identity);
+        const std::string name = "object " + std::to_string(identity);
+        if (found == nullptr)
+            return name + " is missing in the space";
+        const auto index = std::size_t(found - m_Objects.data());
+        if (isSeen[index])
+            return name + " is in the space twice";
+        isSeen[index] = true;
+        if (dynamic_cast<const ResidueGroup *>(found->get()) != nullptr ||
+            dynamic_cast<const Element *>(found->get()) != nullptr)
+            return name + " cannot stand in the space";
+    }
+    return {};
+}
+
+Result<void> ObjectLoader::complete()
+{
+    if (m_Failure)
+        return *m_Failure;
+    arrange();
+    std::string problem = missing();
+    if (problem.empty())
+        problem = problemOfOrder();
+    if (!problem.empty())
+        return fail(std::move(problem));
+    Result<void> done = m_New.complete();
+    if (!done)
+        return fail(done.error().cause);
+    growAllRevisions();
+    return {};
+}
+
+Result<void> ObjectLoader::fill(ObjectSpace &space)
+{
+    if (m_Failure)
+        return *m_Failure;
+    if (!m_Space)
+        return Failure(FailureKind::NotFound, "nothing is said of the space");
+    if (space.objectCount() > 0)
+        return Failure(FailureKind::Refused, "there are other objects already");
+    Objects objects;
+    objects.reserve(m_Order.size());
+    for (const std::uint32_t identity : m_Order)
+        objects.push_back(std::move(*place(identity)));
+    space.restore(m_Space->name, m_Space->head);
+    space.appendObjects(std::move(objects));
+    m_Space.reset();
+    return {};
+}
+
+std::unique_ptr<Compound> ObjectLoader::take(std::uint32_t identity)
+{
+    std::unique_ptr<StoredObject> *const found = place(identity);
+    if (found == nullptr || *found == nullptr)
+        return nullptr;
+    return std::unique_ptr<Compound>(&found->release()->asCompound());
+}
+
+std::vector<std::unique_ptr<Compound>> ObjectLoader::takeAll()
+{
+    std::vector<std::unique_ptr<Compound>> taken;
+    for (std::unique_ptr<StoredObject> &object : m_Objects) {
+        if (object != nullptr)
+            taken.emplace_back(&object.release()->asCompound());
+    }
+    return taken;
+}
+
+} // namespace TAMBO
