@@ -119,9 +119,10 @@ std::size_t RemoveRowsEdit::bytes() const
 
 ColumnEdit::RangeStep ColumnEdit::finishRange(const Range &before) const
 {
-    if (m_RangeStep.isWayBack && before == m_RangeStep.expected)
+    const bool isRepeated = m_RangeStep.isRepeated;
+    if (isRepeated || (m_RangeStep.isWayBack && before == m_RangeStep.expected))
         m_Table.setRange(m_RangeStep.restored);
-    return {true, m_Table.alignment().range(), before};
+    return {true, false, m_Table.alignment().range(), isRepeated ? m_RangeStep.expected : before};
 }
 
 OpenColumnsEdit::OpenColumnsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,

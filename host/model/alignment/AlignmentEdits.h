@@ -6,7 +6,7 @@
 #include "AlignmentTable.h"
 #include "BitBuffer.h"
 #include "ChainBreakPlaces.h"
-#include "Edit.h"
+#include "EditBytes.h"
 #include "Rare.h"
 
 #include <memory>
@@ -19,12 +19,17 @@ namespace TAMBO {
 class AlignmentEdit : public Edit
 {
 public:
+    // What one of these has stored behind its tag.
+    [[nodiscard]] static LoadedEdit load(EditTag tag, EditReader &in);
+
     const char *kind() const override { return m_Kind; }
     EditPart part() const override { return EditPart::Cells; }
     Compound *subject() const override { return &m_Table.alignment(); }
 
 protected:
     AlignmentEdit(AlignmentTable &table, const char *kind) : m_Table(table), m_Kind(kind) { }
+
+    void storeHead(EditTag tag, EditWriter &out) const;
 
     AlignmentTable &m_Table;
     // A literal.
@@ -52,8 +57,14 @@ public:
         : AlignmentEdit(table, kind), m_Move(move), m_Breaks(std::move(breaks))
     { }
 
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     Move m_Move;
@@ -69,6 +80,9 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override { return sizeof(*this); }
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     std::size_t m_From;
@@ -81,8 +95,14 @@ public:
     InsertRowsEdit(AlignmentTable &table, const char *kind, std::vector<std::size_t> indices,
                    AlignmentTable::Rows rows, AlignmentTable::Column width);
 
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     std::vector<std::size_t> m_Indices;
@@ -96,8 +116,14 @@ public:
     RemoveRowsEdit(AlignmentTable &table, const char *kind, std::vector<std::size_t> indices,
                    AlignmentTable::Column width);
 
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     std::vector<std::size_t> m_Indices;
@@ -115,20 +141,35 @@ struct RowBreaks
 // was, unless the user has set another one in between.
 class ColumnEdit : public AlignmentEdit
 {
-protected:
+public:
+    [[nodiscard]] static std::unique_ptr<Edit> load(EditTag tag, AlignmentTable &table,
+                                                    const char *kind, EditReader &in);
+
     struct RangeStep
     {
         bool isWayBack = false;
+        // The range was the expected one when this was done before, whatever it is now.
+        bool isRepeated = false;
         AlignmentTable::Range expected;
         AlignmentTable::Range restored;
     };
 
+protected:
     ColumnEdit(AlignmentTable &table, const char *kind, const RangeStep &step)
         : AlignmentEdit(table, kind), m_RangeStep(step)
     { }
 
     // Sets the range after the change; before is the range there was. Gives the inverse's step.
     [[nodiscard]] RangeStep finishRange(const AlignmentTable::Range &before) const;
+
+    void storeRange(EditWriter &out) const;
+    // Of the edit that this is the inverse of.
+    void storeFormerRange(EditWriter &out) const;
+    [[nodiscard]] static RangeStep loadRange(EditReader &in);
+    [[nodiscard]] bool fitsRange(AlignmentTable::Column widthAfter) const;
+    // One that keeps cells.
+    [[nodiscard]] static std::unique_ptr<Edit> loadCells(EditTag tag, AlignmentTable &table,
+                                                         const char *kind, EditReader &in);
 
     RangeStep m_RangeStep;
 };
@@ -142,6 +183,9 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     std::vector<GapRun> m_Runs;
@@ -155,6 +199,9 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     std::vector<GapRun> m_Runs;
@@ -171,6 +218,9 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override { return sizeof(*this); }
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     AlignmentTable::Column m_Begin;
@@ -197,8 +247,13 @@ public:
     RestoreColumnsEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
                        AlignmentTable::Column count, Cells cells, const RangeStep &step);
 
+    static void storeResidues(const std::vector<RowResidues> &residues, EditWriter &out);
+
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     AlignmentTable::Column m_Begin;
@@ -216,10 +271,18 @@ public:
         : AlignmentEdit(table, kind), m_Begin(begin), m_Count(count), m_Texts(std::move(texts))
     { }
 
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
+    void storeTexts(const std::vector<std::string> &texts, EditWriter &out) const;
+
     AlignmentTable::Column m_Begin;
     AlignmentTable::Column m_Count;
     // One for each line of the annotation.
@@ -244,8 +307,13 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
+    static void storeStretch(const Stretch &stretch, EditWriter &out);
+
     Stretch m_Stretch;
     BitBuffer m_Bits;
     std::vector<RowBreaks> m_Breaks;

@@ -49,6 +49,11 @@ public:
     }
     [[nodiscard]] bool showsAdded() const noexcept override { return true; }
     [[nodiscard]] bool refersToOthers() const noexcept override { return true; }
+    void forEachOther(const OtherVisitor &visit) const override
+    {
+        for (std::size_t i = 0; i < table().rowCount(); ++i)
+            visit(table().row(i).sequence());
+    }
 };
 
 // Where the bounds of the current range go when columns give way to others.

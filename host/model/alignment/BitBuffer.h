@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -15,6 +16,15 @@ class BitBuffer
 {
 public:
     using Word = bits::Word;
+
+    BitBuffer() = default;
+    // The first count bits of words.
+    BitBuffer(std::vector<Word> words, std::size_t count) : m_Words(std::move(words)), m_Size(count)
+    { }
+
+    [[nodiscard]] std::size_t size() const noexcept { return m_Size; }
+    // The bits beyond them are clear.
+    [[nodiscard]] const std::vector<Word> &words() const noexcept { return m_Words; }
 
     // Makes room, so that appending so many bits in all allocates once.
     void reserve(std::size_t count) { m_Words.reserve(bits::wordsFor(count)); }

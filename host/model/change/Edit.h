@@ -12,6 +12,7 @@
 namespace TAMBO {
 
 class Compound;
+class EditWriter;
 
 // One change that can be carried out. Carrying it out gives its inverse, so undo and redo are the
 // same act. An edit keeps what is needed for its change and never a copy of an object. Its
@@ -51,6 +52,15 @@ public:
     virtual void appendOwned(std::vector<const Compound *> &) const { }
     // The object whose lock forbids the change.
     [[nodiscard]] virtual const Compound *guarded() const { return subject(); }
+
+    // Writes itself, so that what is made of it again does the same.
+    virtual void store(EditWriter &out) const = 0;
+    // Writes the edit of which this one is the inverse, right after that was made; of one that
+    // grows, when the step ends.
+    virtual void storeInverse(EditWriter &out) const = 0;
+    // Whether it can be applied to the model as it is now. Asked of edits that were made of bytes,
+    // which may be damaged.
+    [[nodiscard]] virtual bool fits() const = 0;
 
 protected:
     Edit() = default;

@@ -40,6 +40,15 @@ public:
     }
     [[nodiscard]] constexpr bool empty() const noexcept { return m_Bits == 0; }
 
+    // All as one number, for files; what no part stands for is left out.
+    [[nodiscard]] constexpr std::uint32_t number() const noexcept { return m_Bits; }
+    [[nodiscard]] static constexpr EditParts ofNumber(std::uint32_t number) noexcept
+    {
+        EditParts parts;
+        parts.m_Bits = number & (bit(EditPart::HeaderNumbers) * 2 - 1);
+        return parts;
+    }
+
     friend constexpr bool operator==(EditParts, EditParts) noexcept = default;
 
 private:

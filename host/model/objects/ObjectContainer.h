@@ -29,6 +29,9 @@ public:
     virtual void insertObjects(const std::vector<std::size_t> &indices, Objects objects);
     [[nodiscard]] virtual Objects takeObjects(const std::vector<std::size_t> &indices);
 
+    // Whether such an object may stand here. Asked of what comes from a file.
+    [[nodiscard]] virtual bool canHold(const Compound &object) const = 0;
+
     // What all that it owns occupies.
     [[nodiscard]] std::size_t bytesOfObjects() const noexcept;
 

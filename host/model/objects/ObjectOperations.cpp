@@ -4,64 +4,15 @@
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
+#include "ObjectColorEdit.h"
+#include "RenameEdit.h"
 #include "Revisions.h"
+#include "Space.h"
 #include "StoredObject.h"
 
 #include <utility>
 
 namespace TAMBO {
-
-namespace {
-
-class RenameEdit final : public Edit
-{
-public:
-    RenameEdit(Compound &object, std::string name) : m_Object(object), m_Name(std::move(name)) { }
-
-    std::unique_ptr<Edit> apply() override
-    {
-        auto inverse = std::make_unique<RenameEdit>(m_Object, m_Object.Name());
-        StoredObject::from(&m_Object)->storeName(m_Name);
-        return inverse;
-    }
-    std::size_t bytes() const override { return sizeof(*this) + m_Name.capacity(); }
-    const char *kind() const override { return "rename"; }
-    EditPart part() const override { return EditPart::Name; }
-    Compound *subject() const override { return &m_Object; }
-    bool actsOnWhole() const override { return true; }
-
-private:
-    Compound &m_Object;
-    std::string m_Name;
-};
-
-class ObjectColorEdit final : public Edit
-{
-public:
-    ObjectColorEdit(Compound &object, std::optional<Color> &slot)
-        : m_Object(object), m_Slot(slot), m_Color(slot)
-    { }
-
-    std::unique_ptr<Edit> apply() override
-    {
-        auto inverse = std::make_unique<ObjectColorEdit>(m_Object, m_Slot);
-        m_Slot = m_Color;
-        growColorRevision();
-        return inverse;
-    }
-    std::size_t bytes() const override { return sizeof(*this); }
-    const char *kind() const override { return "color"; }
-    EditPart part() const override { return EditPart::Display; }
-    Compound *subject() const override { return &m_Object; }
-    bool actsOnWhole() const override { return true; }
-
-private:
-    Compound &m_Object;
-    std::optional<Color> &m_Slot;
-    std::optional<Color> m_Color;
-};
-
-} // namespace
 
 bool renameObject(Compound &object, const std::string &wanted)
 {
@@ -73,12 +24,10 @@ bool renameObject(Compound &object, const std::string &wanted)
         writeLog("\"" + wanted + "\" cannot be the name of a file, which an " + object.TypeName() +
                      "'s name is offered as; it is called \"" + name + "\".",
                  LogSeverity::Warning);
-    std::string before = object.Name();
-    if (before == name)
+    if (object.Name() == name)
         return true;
     const ChangeScope scope;
-    recordInverse(std::make_unique<RenameEdit>(object, std::move(before)));
-    stored.storeName(name);
+    recordInverse(RenameEdit(object, name).apply());
     return true;
 }
 
@@ -94,14 +43,20 @@ bool setObjectLocked(Compound &object, bool locked)
     return true;
 }
 
+bool isInTree(const Compound &object)
+{
+    const Compound *top = &object;
+    while (top->Parent() != nullptr)
+        top = top->Parent();
+    return top == Space::instance();
+}
+
 void assignColor(Compound &object, std::optional<Color> &slot, std::optional<Color> color)
 {
     if (slot == color)
         return;
     const ChangeScope scope;
-    recordInverse(std::make_unique<ObjectColorEdit>(object, slot));
-    slot = color;
-    growColorRevision();
+    recordInverse(ObjectColorEdit(object, slot, color).apply());
 }
 
 void assignSelected(bool &flag, bool selected)

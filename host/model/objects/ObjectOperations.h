@@ -18,6 +18,9 @@ bool renameObject(Compound &object, const std::string &name);
 // No step of undo. False for a handle, which cannot be locked.
 bool setObjectLocked(Compound &object, bool locked);
 
+// Stands in Space, itself or what it is a part of.
+[[nodiscard]] bool isInTree(const Compound &object);
+
 // ---- For the classes of the tree
 
 // Sets the colour kept in slot, a part of object, as a recorded change.

@@ -162,6 +162,14 @@ void ObjectSpace::appendObjects(std::vector<std::unique_ptr<StoredObject>> objec
     }
 }
 
+bool ObjectSpace::canHold(const Compound &object) const
+{
+    // A sequence that stands nowhere yet is one by itself.
+    const CompoundKind kind = object.Kind();
+    return kind == CompoundKind::Structure || kind == CompoundKind::Sequence ||
+           kind == CompoundKind::Chain || kind == CompoundKind::Alignment;
+}
+
 void ObjectSpace::noteReferences(StoredObject &object)
 {
     const bool isListed = std::ranges::find(m_Referrers, &object) != m_Referrers.end();

@@ -47,6 +47,7 @@ public:
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
+    [[nodiscard]] bool canHold(const Compound &object) const override;
     void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects) override;
     void insertObjects(const std::vector<std::size_t> &indices, Objects objects) override;
     [[nodiscard]] Objects takeObjects(const std::vector<std::size_t> &indices) override;

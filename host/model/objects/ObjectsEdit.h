@@ -2,7 +2,7 @@
 // Objects come to, or leave, the object that owns them. Whoever is out of the tree is owned here.
 #pragma once
 
-#include "Edit.h"
+#include "EditBytes.h"
 
 #include <memory>
 #include <vector>
@@ -43,8 +43,17 @@ public:
     void appendOwned(std::vector<const Compound *> &out) const override;
     const Compound *guarded() const override;
 
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
+    // What one has stored behind its tag.
+    [[nodiscard]] static LoadedEdit load(EditReader &in);
+
 private:
     explicit ObjectsEdit(ObjectsEdit &applied);
+    // With what is in the objects, or else by their numbers.
+    void store(bool withContents, EditWriter &out) const;
+    [[nodiscard]] bool fitsAsRemoval() const;
     [[nodiscard]] bool isTop() const;
     [[nodiscard]] std::vector<std::size_t> indices() const;
 

@@ -5,6 +5,7 @@
 #include "Compound.h"
 #include "StoredObject.h"
 #include "TextBytes.h"
+#include "ValueEdit.h"
 #include "ValueName.h"
 #include "ValueStore.h"
 
@@ -13,47 +14,6 @@
 namespace TAMBO {
 
 namespace {
-
-class ValueEdit final : public Edit
-{
-public:
-    ValueEdit(Compound &object, std::string plugin, std::string key,
-              std::optional<std::string> value)
-        : m_Object(object),
-          m_Plugin(std::move(plugin)),
-          m_Key(std::move(key)),
-          m_Value(std::move(value))
-    { }
-
-    std::unique_ptr<Edit> apply() override
-    {
-        std::optional<std::string> before =
-            ValueStore::get().exchange(m_Object, m_Plugin, m_Key, std::move(m_Value));
-        return std::make_unique<ValueEdit>(m_Object, std::move(m_Plugin), std::move(m_Key),
-                                           std::move(before));
-    }
-    // The older value is the one to go back to.
-    [[nodiscard]] bool absorb(const Edit &next) override
-    {
-        const auto *const same = dynamic_cast<const ValueEdit *>(&next);
-        return same != nullptr && &same->m_Object == &m_Object && same->m_Plugin == m_Plugin &&
-               same->m_Key == m_Key;
-    }
-    std::size_t bytes() const override
-    {
-        return sizeof(*this) + textBytes(m_Plugin) + textBytes(m_Key) +
-               (m_Value ? textBytes(*m_Value) : 0);
-    }
-    const char *kind() const override { return "keep a value"; }
-    EditPart part() const override { return EditPart::Display; }
-    Compound *subject() const override { return &m_Object; }
-
-private:
-    Compound &m_Object;
-    std::string m_Plugin;
-    std::string m_Key;
-    std::optional<std::string> m_Value;
-};
 
 bool refuseValue(const std::string &plugin, const std::string &key, const std::string &cause)
 {

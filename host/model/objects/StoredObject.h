@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,9 @@ public:
     [[nodiscard]] virtual bool showsAdded() const noexcept { return false; }
     // Whether it refers, or undo may make it refer, to sequences that stand elsewhere.
     [[nodiscard]] virtual bool refersToOthers() const noexcept { return false; }
+    // Calls visit for each object elsewhere that it refers to now; maybe several times for one.
+    using OtherVisitor = std::function<void(const Compound &other)>;
+    virtual void forEachOther(const OtherVisitor &) const { }
 
     // A sequence with residues.
     [[nodiscard]] virtual bool isProtein() const noexcept { return false; }

@@ -43,6 +43,8 @@ public:
     // By element unless set.
     Color OwnColor() const override;
     [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
+    // For the edits of its colour.
+    [[nodiscard]] std::optional<Color> &colorSlot() noexcept { return m_Color; }
     void AssignColor(const Color &color) override;
     void SetSelected(bool selected) override;
     bool IsSelected() const override;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ChangeSession.h"
+#include "EditBytes.h"
 #include "ResidueColors.h"
 
 #include <cstdint>
@@ -38,6 +39,8 @@ public:
     // The slot is the owner's.
     ColorEdit(ResidueOwner &owner, ColorSlot &slot);
     ~ColorEdit() override;
+    // What one has stored behind its tag and its owner, which has the slot.
+    [[nodiscard]] static LoadedEdit load(ResidueOwner &owner, ColorSlot &slot, EditReader &in);
 
     // Before residues that have one colour get others.
     void note(std::size_t first, std::size_t count, std::optional<Color> before);
@@ -50,6 +53,9 @@ public:
     const char *kind() const override { return "color residues"; }
     EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     struct Run
@@ -59,6 +65,9 @@ private:
         std::optional<Color> color;
     };
 
+    void storeHead(EditWriter &out) const;
+    void storeAll(const ResidueColors *colors, EditWriter &out) const;
+    void loadAll(char how, EditReader &in);
     void takeAll();
     void keepAll(std::unique_ptr<ResidueColors> colors);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ChangeSession.h"
+#include "EditBytes.h"
 #include "ResidueNumbers.h"
 
 #include <memory>
@@ -26,6 +27,8 @@ public:
     // Keeps the numbers as they are now. The slot is the owner's.
     NumberEdit(ResidueOwner &owner, NumberSlot &slot);
     ~NumberEdit() override;
+    // What one has stored behind its tag and its owner, which has the slot.
+    [[nodiscard]] static LoadedEdit load(ResidueOwner &owner, NumberSlot &slot, EditReader &in);
 
     void close() noexcept override;
     std::unique_ptr<Edit> apply() override;
@@ -35,8 +38,13 @@ public:
     const char *kind() const override { return "renumber"; }
     EditPart part() const override { return EditPart::Numbers; }
     Compound *subject() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
+    void store(const ResidueNumbers &numbers, EditWriter &out) const;
+
     ResidueOwner &m_Owner;
     NumberSlot &m_Slot;
     ResidueNumbers m_Numbers;

@@ -4,37 +4,14 @@
 #include "Atom.h"
 #include "ChangeScope.h"
 #include "CompoundState.h"
+#include "GroupNumberEdit.h"
 #include "ObjectOperations.h"
 #include "ObjectReader.h"
-#include "Revisions.h"
 #include "TextBytes.h"
 
 #include <utility>
 
 namespace TAMBO {
-
-class GroupNumberEdit final : public Edit
-{
-public:
-    explicit GroupNumberEdit(ResidueGroup &group) : m_Group(group), m_Number(group.m_Number) { }
-
-    std::unique_ptr<Edit> apply() override
-    {
-        auto inverse = std::make_unique<GroupNumberEdit>(m_Group);
-        m_Group.m_Number = m_Number;
-        growNumberingRevision();
-        return inverse;
-    }
-    std::size_t bytes() const override { return sizeof(*this); }
-    const char *kind() const override { return "renumber"; }
-    EditPart part() const override { return EditPart::Numbers; }
-    Compound *subject() const override { return &m_Group; }
-    bool actsOnWhole() const override { return true; }
-
-private:
-    ResidueGroup &m_Group;
-    SequenceNumber m_Number;
-};
 
 namespace {
 
@@ -107,9 +84,7 @@ void ResidueGroup::SetSeqId(const SequenceNumber &number)
     if (number == m_Number || !mayChange(*this))
         return;
     const ChangeScope scope;
-    recordInverse(std::make_unique<GroupNumberEdit>(*this));
-    m_Number = number;
-    growNumberingRevision();
+    recordInverse(GroupNumberEdit(*this, m_Number, number).apply());
 }
 
 std::string ResidueGroup::Name() const

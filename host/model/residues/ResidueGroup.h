@@ -41,6 +41,9 @@ public:
     bool IsSelected() const override;
 
     [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
+    // For their edits.
+    [[nodiscard]] std::optional<Color> &colorSlot() noexcept { return m_Color; }
+    [[nodiscard]] SequenceNumber &numberSlot() noexcept { return m_Number; }
 
     [[nodiscard]] Compound &asCompound() noexcept override { return *this; }
     // Its name says what it is.
@@ -55,8 +58,6 @@ protected:
     [[nodiscard]] std::uint32_t &identitySlot() const noexcept override { return m_Identity; }
 
 private:
-    friend class GroupNumberEdit;
-
     std::string m_TypeName;
     char m_Letter;
     bool m_IsSelected = false;

@@ -28,6 +28,7 @@ public:
     }
     // Whether one of the residues [begin, end) has another one.
     [[nodiscard]] bool hasAny(std::size_t begin, std::size_t end) const noexcept;
+    [[nodiscard]] ColorSlot &slot() noexcept { return m_Slot; }
     // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept
     {

@@ -187,17 +187,15 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
     if (this->number(index) == number || !mayChange(*this))
         return;
     const ChangeScope scope;
-    std::unique_ptr<NumberSlot> &slot = extras().numbers;
-    if (slot == nullptr)
-        slot = std::make_unique<NumberSlot>();
-    if (slot->open == nullptr && ChangeSession::get().isRecording()) {
-        auto edit = std::make_unique<NumberEdit>(*this, *slot);
-        slot->open = edit.get();
+    NumberSlot &slot = numberSlot();
+    if (slot.open == nullptr && ChangeSession::get().isRecording()) {
+        auto edit = std::make_unique<NumberEdit>(*this, slot);
+        slot.open = edit.get();
         ChangeSession::get().recordGrowing(std::move(edit));
     }
-    slot->numbers.set(index, number, residueCount());
-    if (slot->numbers.isDefault())
-        slot->numbers = {};
+    slot.numbers.set(index, number, residueCount());
+    if (slot.numbers.isDefault())
+        slot.numbers = {};
     growNumberingRevision();
 }
 
@@ -220,6 +218,21 @@ void Peptide::presetNumber(std::size_t index, const SequenceNumber &number)
             slot->numbers.append(0, SequenceNumber(1));
     }
     slot->numbers.append(index, number);
+}
+
+// ---- Slots
+
+ColorSlot &Peptide::colorSlot()
+{
+    return extras().colors.slot();
+}
+
+NumberSlot &Peptide::numberSlot()
+{
+    std::unique_ptr<NumberSlot> &slot = extras().numbers;
+    if (slot == nullptr)
+        slot = std::make_unique<NumberSlot>();
+    return *slot;
 }
 
 // ---- Ties

@@ -156,6 +156,7 @@ public:
     // The same of a chain, with the structure that it belongs to.
     void writeContent(ObjectWriter &out) const;
     [[nodiscard]] bool refersToOthers() const noexcept override { return wasTied(); }
+    void forEachOther(const OtherVisitor &visit) const override { forEachTiedChain(visit); }
     [[nodiscard]] bool isProtein() const noexcept override { return residueCount() > 0; }
     // Those of residues that are tied are found in their chains already, unless the sequence is
     // asked.
@@ -165,8 +166,15 @@ public:
 
     [[nodiscard]] std::size_t objectCount() const noexcept override;
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
+    [[nodiscard]] bool canHold(const Compound &object) const override;
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
+
+    // ---- For edits that are made of bytes: where its colours, numbers and ties are
+
+    [[nodiscard]] ColorSlot &colorSlot();
+    [[nodiscard]] NumberSlot &numberSlot();
+    [[nodiscard]] std::unique_ptr<ResidueTies> &tieSlot() { return extras().ties; }
 
     // All atoms in tree order; those of tied residues come from their chains.
     void appendAtoms(std::vector<Compound *> &out) const;

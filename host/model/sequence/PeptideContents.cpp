@@ -88,6 +88,14 @@ Compound *Peptide::object(std::size_t index) const noexcept
     return index < objectCount() ? contents()->objects[index].get() : nullptr;
 }
 
+bool Peptide::canHold(const Compound &object) const
+{
+    if (object.Kind() == CompoundKind::Group)
+        return true;
+    const auto *const element = dynamic_cast<const Element *>(&object);
+    return element != nullptr && element->residueEnd() <= residueCount();
+}
+
 void Peptide::insertObject(std::size_t index, std::unique_ptr<Compound> object)
 {
     StoredObject *const stored = StoredObject::from(object.get());

@@ -7,6 +7,7 @@
 #include "Structure.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace TAMBO {
@@ -23,9 +24,10 @@ bool moveStructures(const std::vector<StructureMotion> &motions)
     if (structures.empty())
         return true;
     const ChangeScope scope(Publisher::Update);
-    recordInverse(std::make_unique<PositionEdit>(std::move(structures)));
+    auto inverse = std::make_unique<PositionEdit>(std::move(structures));
     for (const StructureMotion &moved : motions)
         PositionEdit::move(moved);
+    recordInverse(std::move(inverse));
     return true;
 }
 
@@ -114,6 +116,56 @@ Compound *PositionEdit::subject() const
 void PositionEdit::appendSubjects(std::vector<const Compound *> &out) const
 {
     out.insert(out.end(), m_Structures.begin(), m_Structures.end());
+}
+
+void PositionEdit::store(EditWriter &out) const
+{
+    out.tag(EditTag::Places);
+    out.number(m_Structures.size());
+    for (const Structure *structure : m_Structures)
+        out.reference(*structure);
+    out.number(m_Places.size());
+    for (const Vector<float, 3> &place : m_Places) {
+        for (std::size_t i = 0; i < 3; ++i)
+            out.real(place[i]);
+    }
+}
+
+void PositionEdit::storeInverse(EditWriter &out) const
+{
+    PositionEdit(m_Structures).store(out);
+}
+
+bool PositionEdit::fits() const
+{
+    std::size_t atoms = 0;
+    for (const Structure *structure : m_Structures)
+        forEachAtom(*structure, [&](const Atom &) { ++atoms; });
+    return atoms == m_Places.size();
+}
+
+LoadedEdit PositionEdit::load(EditReader &in)
+{
+    auto edit = std::make_unique<PositionEdit>(std::vector<Structure *>());
+    for (std::size_t count = in.count(); count > 0; --count) {
+        auto *const structure = in.reference<Structure>();
+        if (std::ranges::find(edit->m_Structures, structure) != edit->m_Structures.end())
+            in.fail("a structure is moved twice");
+        edit->m_Structures.push_back(structure);
+    }
+    if (edit->m_Structures.empty())
+        in.fail("nothing is moved");
+    edit->m_Places.resize(in.count(3 * sizeof(float)));
+    for (Vector<float, 3> &place : edit->m_Places) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            place[i] = in.real32();
+            if (!std::isfinite(place[i]))
+                in.fail("a place is nowhere");
+        }
+    }
+    if (in.failed())
+        return in.failure();
+    return LoadedEdit(std::move(edit));
 }
 
 const Compound *PositionEdit::guarded() const

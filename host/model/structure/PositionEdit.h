@@ -2,7 +2,7 @@
 // Moving structures, and the places of their atoms before.
 #pragma once
 
-#include "Edit.h"
+#include "EditBytes.h"
 #include "Superposition.h"
 #include "Vertex.h"
 
@@ -43,6 +43,11 @@ public:
     void appendSubjects(std::vector<const Compound *> &out) const override;
     // What is locked among them, else the first structure.
     const Compound *guarded() const override;
+    // What one has stored behind its tag.
+    [[nodiscard]] static LoadedEdit load(EditReader &in);
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
 
 private:
     friend bool moveStructures(const std::vector<StructureMotion> &motions);

@@ -102,6 +102,11 @@ Compound *Structure::object(std::size_t index) const noexcept
     return chain(index);
 }
 
+bool Structure::canHold(const Compound &object) const
+{
+    return dynamic_cast<const Peptide *>(&object) != nullptr;
+}
+
 void Structure::insertObject(std::size_t index, std::unique_ptr<Compound> object)
 {
     Peptide *const peptide = Peptide::from(object.get());

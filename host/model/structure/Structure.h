@@ -52,6 +52,7 @@ public:
 
     [[nodiscard]] std::size_t objectCount() const noexcept override { return m_Chains.size(); }
     [[nodiscard]] Compound *object(std::size_t index) const noexcept override;
+    [[nodiscard]] bool canHold(const Compound &object) const override;
     // Only peptides.
     void insertObject(std::size_t index, std::unique_ptr<Compound> object) override;
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;

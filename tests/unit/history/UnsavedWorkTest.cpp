@@ -250,6 +250,9 @@ public:
         ++m_Asked;
         Edit::appendSubjects(out);
     }
+    void store(TAMBO::EditWriter &) const override { }
+    void storeInverse(TAMBO::EditWriter &) const override { }
+    bool fits() const override { return true; }
 
 private:
     TAMBO::Compound &m_Object;

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Columns of gaps that open or close, and what is said of columns, as bytes.
+#include "AlignmentEditBytes.h"
+#include "AlignmentEdits.h"
+
+#include <utility>
+
+namespace TAMBO {
+
+using Column = AlignmentTable::Column;
+using Range = AlignmentTable::Range;
+
+namespace {
+
+constexpr Column kMost = AlignmentTable::kMostColumns;
+
+void storeRuns(const std::vector<GapRun> &runs, EditWriter &out)
+{
+    out.number(runs.size());
+    for (const GapRun &run : runs) {
+        out.number(run.column);
+        out.number(run.count);
+    }
+}
+
+// In ascending order, in all no wider than an alignment may be.
+std::vector<GapRun> loadRuns(EditReader &in)
+{
+    std::vector<GapRun> runs(in.count(2));
+    Column last = 0;
+    Column sum = 0;
+    for (GapRun &run : runs) {
+        run.column = in.number(kMost);
+        run.count = in.number(kMost);
+        sum += run.count;
+        if ((&run != runs.data() && run.column <= last) || run.count == 0 || sum > kMost)
+            in.fail("columns are out of order");
+        last = run.column;
+    }
+    if (runs.empty())
+        in.fail("there are no columns");
+    return runs;
+}
+
+bool standsWithin(const Range &range, Column width)
+{
+    return range.first >= range.second || range.second <= width;
+}
+
+} // namespace
+
+void ColumnEdit::storeRange(EditWriter &out) const
+{
+    const RangeStep &step = m_RangeStep;
+    out.flag(step.isWayBack);
+    out.flag(step.isRepeated);
+    for (const Column column :
+         {step.expected.first, step.expected.second, step.restored.first, step.restored.second})
+        out.number(column);
+}
+
+void ColumnEdit::storeFormerRange(EditWriter &out) const
+{
+    out.flag(false);
+    out.flag(true);
+    for (const Column column : {m_RangeStep.restored.first, m_RangeStep.restored.second,
+                                m_RangeStep.expected.first, m_RangeStep.expected.second})
+        out.number(column);
+}
+
+ColumnEdit::RangeStep ColumnEdit::loadRange(EditReader &in)
+{
+    RangeStep step;
+    step.isWayBack = in.flag();
+    step.isRepeated = in.flag();
+    for (Column *const column :
+         {&step.expected.first, &step.expected.second, &step.restored.first, &step.restored.second})
+        *column = in.number();
+    return step;
+}
+
+bool ColumnEdit::fitsRange(Column widthAfter) const
+{
+    return (!m_RangeStep.isRepeated || standsWithin(m_RangeStep.expected, m_Table.width())) &&
+           ((!m_RangeStep.isRepeated && !m_RangeStep.isWayBack) ||
+            standsWithin(m_RangeStep.restored, widthAfter));
+}
+
+void OpenColumnsEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::OpenColumns, out);
+    storeRuns(m_Runs, out);
+    storeRange(out);
+}
+
+void OpenColumnsEdit::storeInverse(EditWriter &out) const
+{
+    storeHead(EditTag::CloseColumns, out);
+    storeRuns(m_Runs, out);
+    storeFormerRange(out);
+}
+
+bool OpenColumnsEdit::fits() const
+{
+    Column width = m_Table.width();
+    for (const GapRun &run : m_Runs)
+        width += run.count;
+    return m_Runs.back().column <= m_Table.width() && width <= kMost && fitsRange(width);
+}
+
+void CloseColumnsEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::CloseColumns, out);
+    storeRuns(m_Runs, out);
+    storeRange(out);
+}
+
+void CloseColumnsEdit::storeInverse(EditWriter &out) const
+{
+    storeHead(EditTag::OpenColumns, out);
+    storeRuns(m_Runs, out);
+    storeFormerRange(out);
+}
+
+bool CloseColumnsEdit::fits() const
+{
+    Column closed = 0;
+    for (const GapRun &run : m_Runs) {
+        const Column begin = run.column + closed;
+        if (!areWithin(m_Table, begin, run.count))
+            return false;
+        for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
+            if (residuesIn(m_Table.row(i).cells(), begin, run.count) != 0)
+                return false;
+        }
+        closed += run.count;
+    }
+    return fitsRange(m_Table.width() - closed);
+}
+
+void ColumnTextEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::ColumnText, out);
+    storeTexts(m_Texts, out);
+}
+
+void ColumnTextEdit::storeTexts(const std::vector<std::string> &texts, EditWriter &out) const
+{
+    out.number(m_Begin);
+    out.number(m_Count);
+    out.number(texts.size());
+    for (const std::string &text : texts)
+        out.text(text);
+}
+
+void ColumnTextEdit::storeInverse(EditWriter &out) const
+{
+    storeHead(EditTag::ColumnText, out);
+    storeTexts(m_Table.annotation()->texts(m_Begin, m_Count), out);
+}
+
+bool ColumnTextEdit::fits() const
+{
+    return areWithin(m_Table, m_Begin, m_Count) && m_Table.annotation() != nullptr &&
+           m_Table.annotation()->texts(0, 0).size() == m_Texts.size();
+}
+
+std::unique_ptr<Edit> ColumnEdit::load(EditTag tag, AlignmentTable &table, const char *kind,
+                                       EditReader &in)
+{
+    if (tag != EditTag::OpenColumns && tag != EditTag::CloseColumns)
+        return loadCells(tag, table, kind, in);
+    std::vector<GapRun> runs = loadRuns(in);
+    const RangeStep step = loadRange(in);
+    if (tag == EditTag::OpenColumns)
+        return std::make_unique<OpenColumnsEdit>(table, kind, std::move(runs), step);
+    return std::make_unique<CloseColumnsEdit>(table, kind, std::move(runs), step);
+}
+
+std::unique_ptr<Edit> ColumnTextEdit::load(AlignmentTable &table, const char *kind, EditReader &in)
+{
+    const Column begin = in.number(kMost);
+    const Column count = in.number(kMost);
+    std::vector<std::string> texts(in.count());
+    for (std::string &text : texts) {
+        text = in.text();
+        if (text.size() != count)
+            in.fail("the texts of columns are too short or too long");
+    }
+    return std::make_unique<ColumnTextEdit>(table, kind, begin, count, std::move(texts));
+}
+
+} // namespace TAMBO
