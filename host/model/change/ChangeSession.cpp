@@ -63,6 +63,7 @@ void ChangeSession::record(std::unique_ptr<Edit> inverse)
 {
     if (inverse == nullptr)
         return;
+    note(*inverse);
     if (!m_Step.inverses.empty() && m_Step.inverses.back()->absorb(*inverse))
         return;
     m_Step.inverses.push_back(std::move(inverse));
@@ -70,14 +71,46 @@ void ChangeSession::record(std::unique_ptr<Edit> inverse)
 
 void ChangeSession::recordGrowing(std::unique_ptr<GrowingEdit> inverse)
 {
-    m_Step.growing.push_back(inverse.get());
+    m_Step.growing.push_back({inverse.get(), m_Step.stored.size()});
+    if (isJournaled())
+        m_Step.stored.emplace_back();
     m_Step.inverses.push_back(std::move(inverse));
 }
 
 void ChangeSession::closeGrowing() noexcept
 {
-    for (GrowingEdit *edit : std::exchange(m_Step.growing, {}))
-        edit->close();
+    for (const Growing &growing : std::exchange(m_Step.growing, {})) {
+        if (isJournaled() && growing.stored < m_Step.stored.size())
+            runSafely([&] { m_Step.stored[growing.stored] = m_Journal->store(*growing.edit); });
+        growing.edit->close();
+    }
+}
+
+void ChangeSession::note(const Edit &inverse)
+{
+    if (!isJournaled())
+        return;
+    std::string &stored = m_Step.stored.emplace_back();
+    // Without it the record ends here; the change has been made in any case.
+    runSafely([&] { stored = m_Journal->store(inverse); });
+}
+
+void ChangeSession::keep(std::unique_ptr<Edit> inverse)
+{
+    note(*inverse);
+    m_Step.inverses.push_back(std::move(inverse));
+}
+
+void ChangeSession::handToJournal()
+{
+    StoredStep step;
+    step.edits = std::exchange(m_Step.stored, {});
+    if (!isJournaled() || step.edits.empty())
+        return;
+    step.own = m_Step.ownStored.value_or(step.edits.size());
+    if (m_Step.name != nullptr)
+        step.name = *m_Step.name;
+    m_Journal->stepEnds(std::move(step));
 }
 
 void ChangeSession::handToRecorder()
@@ -93,6 +126,8 @@ void ChangeSession::handToRecorder()
     }
     const std::size_t own = m_Step.own.value_or(inverses.size());
     const bool isPlain = m_Step.name == nullptr && own == inverses.size();
+    // First, since the recorder may tell what it drops.
+    runSafely([this] { handToJournal(); });
     m_Recorder->begin();
     for (std::unique_ptr<Edit> &edit : inverses)
         m_Recorder->record(std::move(edit));
@@ -104,11 +139,12 @@ void ChangeSession::handToRecorder()
 void ChangeSession::callFollowers() noexcept
 {
     StepFollowers &followers = StepFollowers::get();
-    if (followers.empty() || m_Step.inverses.empty() || m_IsFollowing)
+    if (followers.empty() || m_Step.inverses.empty() || m_IsFollowing || m_IsReplaying)
         return;
     if (m_Recorder != nullptr && m_Recorder->isTravelling())
         return;
     m_Step.own = m_Step.inverses.size();
+    m_Step.ownStored = m_Step.stored.size();
     // A step of its own would come between the changes of this one.
     ++m_Pauses;
     m_IsFollowing = true;
@@ -126,6 +162,7 @@ void ChangeSession::close() noexcept
     }
     closeGrowing();
     callFollowers();
+    m_IsReplaying = false;
     // Still open: what the recorder drops must outlive the notification.
     runSafely([this] { handToRecorder(); });
     // Taken out first: a subscriber may make a step of its own (a selection, say).
@@ -170,6 +207,7 @@ void ChangeSession::endFirstPart(Step &step)
     // What the recorder drops is released with the step, and so after it has been published.
     std::swap(m_Step.released, step.released);
     std::swap(m_Step.name, step.name);
+    std::swap(m_Step.stored, step.stored);
     runSafely([this] { handToRecorder(); });
     std::swap(m_Step.name, step.name);
     std::swap(m_Step.released, step.released);
@@ -180,6 +218,8 @@ void ChangeSession::takeBack(Interrupted &interrupted)
     std::vector<std::unique_ptr<Edit>> &inverses = interrupted.step.inverses;
     for (; !inverses.empty(); inverses.pop_back())
         interrupted.undone.push_back(inverses.back()->apply());
+    // It is told as it is done again.
+    interrupted.step.stored.clear();
     // Nobody sees the objects in between.
     m_Step.publications = {};
 }
@@ -188,8 +228,24 @@ void ChangeSession::repeat(const std::vector<std::unique_ptr<Edit>> &undone)
 {
     const std::array<Publication, 3> publications = m_Step.publications;
     for (auto edit = undone.rbegin(); edit != undone.rend(); ++edit)
-        m_Step.inverses.push_back((*edit)->repeat());
+        keep((*edit)->repeat());
     m_Step.publications = publications;
+}
+
+// ---- Steps that were made before
+
+void ChangeSession::beginReplay(const std::string &name)
+{
+    m_IsReplaying = true;
+    nameStep(name);
+}
+
+void ChangeSession::discard()
+{
+    for (; !m_Step.inverses.empty(); m_Step.inverses.pop_back())
+        m_Step.released.push_back(m_Step.inverses.back()->apply());
+    m_Step.stored.clear();
+    m_Step.own.reset();
 }
 
 void ChangeSession::publish(const Step &ended) noexcept
@@ -272,6 +328,16 @@ void setEditRecorder(EditRecorder *recorder) noexcept
 EditRecorder *editRecorder() noexcept
 {
     return ChangeSession::get().recorder();
+}
+
+void setStepJournal(StepJournal *journal) noexcept
+{
+    ChangeSession::get().setJournal(journal);
+}
+
+StepJournal *stepJournal() noexcept
+{
+    return ChangeSession::get().journal();
 }
 
 } // namespace TAMBO

@@ -7,6 +7,7 @@
 #include "Edit.h"
 #include "Hooks.h"
 #include "Publisher.h"
+#include "StepJournal.h"
 
 #include <array>
 #include <deque>
@@ -56,12 +57,21 @@ public:
     void setRecorder(EditRecorder *recorder) noexcept { m_Recorder = recorder; }
     [[nodiscard]] EditRecorder *recorder() const noexcept { return m_Recorder; }
     [[nodiscard]] bool isRecording() const noexcept { return m_Recorder != nullptr; }
+    void setJournal(StepJournal *journal) noexcept { m_Journal = journal; }
+    [[nodiscard]] StepJournal *journal() const noexcept { return m_Journal; }
     void record(std::unique_ptr<Edit> inverse);
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
     void releaseLater(std::unique_ptr<Edit> edit) { m_Step.released.push_back(std::move(edit)); }
 
     // What the user reads of the step; a name given on a level farther out wins.
     void nameStep(const std::string &name);
+
+    // The step under way is one that was made before, with what followers had added.
+    void beginReplay(const std::string &name);
+    // The changes so far are its maker's.
+    void endOwn() noexcept { m_Step.own = m_Step.inverses.size(); }
+    // Takes the changes of the step back, which has done nothing then.
+    void discard();
 
     // False when it is there already.
     bool writeLogOnce(const std::string &message, LogSeverity severity);
@@ -76,12 +86,24 @@ private:
         Subscriber *originator = nullptr;
     };
 
+    struct Growing
+    {
+        GrowingEdit *edit;
+        // The place of what it does among the stored edits.
+        std::size_t stored;
+    };
+
     struct Step
     {
         unsigned depth = 0;
         std::array<Publication, 3> publications;
         std::vector<std::unique_ptr<Edit>> inverses;
-        std::vector<GrowingEdit *> growing;
+        std::vector<Growing> growing;
+        // For the journal: what the step has done, one by one. One that grows is empty until it is
+        // closed.
+        std::vector<std::string> stored;
+        // How many of them are its maker's own, once followers have been called.
+        std::optional<std::size_t> ownStored;
         std::vector<std::unique_ptr<Edit>> released;
         std::set<std::string> logged;
         std::string refusal;
@@ -100,6 +122,13 @@ private:
     };
 
     void closeGrowing() noexcept;
+    [[nodiscard]] bool isJournaled() const noexcept
+    {
+        return m_Journal != nullptr && m_Recorder != nullptr && !m_Recorder->isTravelling();
+    }
+    void note(const Edit &inverse);
+    void keep(std::unique_ptr<Edit> inverse);
+    void handToJournal();
     // At the end of a step.
     void callFollowers() noexcept;
     void handToRecorder();
@@ -111,11 +140,13 @@ private:
     void runWaiting() noexcept;
 
     EditRecorder *m_Recorder = nullptr;
+    StepJournal *m_Journal = nullptr;
     Step m_Step;
     std::vector<Interrupted> m_Interrupted;
     std::deque<std::function<void()>> m_Waiting;
     unsigned m_Pauses = 0;
     bool m_IsFollowing = false;
+    bool m_IsReplaying = false;
 };
 
 } // namespace TAMBO
