@@ -19,6 +19,12 @@ class ForgottenChanges
 public:
     // index: how many steps were done before this one.
     void add(const HistoryStep &step, std::size_t index);
+    // The same of one part of an object, which was told by another one of these.
+    void restore(const Compound &holder, EditPart part, std::size_t index)
+    {
+        m_LastSteps[{&holder, part}] = index;
+    }
+    [[nodiscard]] std::size_t size() const noexcept { return m_LastSteps.size(); }
     // Before the objects are freed.
     void forget(const FreedObjects &freed);
     void clear() { m_LastSteps.clear(); }

@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "Publisher.h"
+#include "StepJournal.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,17 +72,20 @@ bool History::goTo(std::size_t position)
         return true;
 
     const Compound *locked = m_Steps[stepTowards(position)].lock();
+    bool isThere = false;
     if (locked == nullptr) {
         // What arrives meanwhile is a new step.
         const ArrivalPause pause;
         m_IsApplying = true;
         m_IsAsTravelled = true;
-        locked = travelTo(position);
+        isThere = travelTo(position, &locked);
         m_IsApplying = false;
     }
     if (locked != nullptr && modelHooks().refused)
         modelHooks().refused(*locked);
-    return locked == nullptr;
+    else if (locked == nullptr && !isThere)
+        refuse("Undo and redo stop at a step that is damaged.");
+    return isThere;
 }
 
 std::size_t History::stepTowards(std::size_t position) const noexcept
@@ -89,24 +93,37 @@ std::size_t History::stepTowards(std::size_t position) const noexcept
     return position < m_Position ? m_Position - 1 : m_Position;
 }
 
-const Compound *History::travelTo(std::size_t position)
+bool History::travelTo(std::size_t position, const Compound **locked)
 {
     const ChangeScope scope(Publisher::Update);
-    const Compound *locked = nullptr;
-    while (position != m_Position && (locked = m_Steps[stepTowards(position)].lock()) == nullptr)
-        toggle(stepTowards(position));
+    const auto mayToggle = [&](const HistoryStep &step) {
+        return locked == nullptr || (*locked = step.lock()) == nullptr;
+    };
+    while (position != m_Position && mayToggle(m_Steps[stepTowards(position)]) &&
+           toggle(stepTowards(position)))
+        ;
+    const bool isThere = position == m_Position;
+    if (StepJournal *const journal = this->journal())
+        journal->travelled(stepsDone());
     keepLimit();
     tellChange();
-    return locked;
+    return isThere;
 }
 
-void History::toggle(std::size_t index)
+bool History::toggle(std::size_t index)
 {
     HistoryStep &step = m_Steps[index];
-    m_Bytes -= step.bytes();
-    step.toggle();
-    m_Bytes += step.bytes();
+    const std::size_t before = step.bytes();
+    if (!step.toggle())
+        return false;
+    m_Bytes += step.bytes() - before;
     m_Position = step.isDone() ? index + 1 : index;
+    return true;
+}
+
+StepJournal *History::journal() const noexcept
+{
+    return editRecorder() == this ? stepJournal() : nullptr;
 }
 
 std::string History::label(std::size_t step) const
@@ -147,18 +164,30 @@ void History::drop(std::vector<HistoryStep>::iterator first,
 void History::keepLimit()
 {
     while (m_Bytes > m_Limit) {
-        if (m_Position > 1) {
-            m_ForgottenChanges.add(m_Steps.front(), m_Forgotten);
-            drop(m_Steps.begin(), m_Steps.begin() + 1);
-            --m_Position;
-            ++m_Forgotten;
-        } else if (m_Steps.size() > m_Position + 1) {
-            losePathsBehind(m_Steps.size() - 1);
-            drop(m_Steps.end() - 1, m_Steps.end());
-        } else {
+        const bool isFirst = m_Position > 1;
+        if (isFirst)
+            dropFirst();
+        else if (m_Steps.size() > m_Position + 1)
+            dropLast();
+        else
             return;
-        }
+        if (StepJournal *const journal = this->journal())
+            journal->forgotten(isFirst);
     }
+}
+
+void History::dropFirst()
+{
+    m_ForgottenChanges.add(m_Steps.front(), m_Forgotten);
+    drop(m_Steps.begin(), m_Steps.begin() + 1);
+    --m_Position;
+    ++m_Forgotten;
+}
+
+void History::dropLast()
+{
+    losePathsBehind(m_Steps.size() - 1);
+    drop(m_Steps.end() - 1, m_Steps.end());
 }
 
 void History::clear()
@@ -172,6 +201,8 @@ void History::clear()
     m_Written.clear();
     for (auto &[number, mark] : m_Kept)
         mark.clear();
+    if (StepJournal *const journal = this->journal())
+        journal->cleared();
     tellChange();
 }
 

@@ -20,7 +20,9 @@ class Alignment;
 class Compound;
 class FreedObjects;
 class KeptState;
+class StepJournal;
 class Structure;
+struct StateMark;
 
 // A top-level object with changes that are in no file.
 struct UnsavedObject
@@ -99,6 +101,20 @@ public:
     [[nodiscard]] std::vector<const Structure *>
     renumberedStructures(const Alignment &alignment) const;
 
+    // ---- Beyond the program's run. What is told to a StepJournal leads from a state that was
+    // stored to the present one.
+
+    // The objects that go with the steps. Whoever stores the steps stores them, too, and loads them
+    // first.
+    [[nodiscard]] std::vector<const Compound *> ownedObjects() const;
+    void storeStep(std::size_t step, EditWriter &out) const;
+    // All that is not in the steps.
+    void storeState(EditWriter &out) const;
+    // Into a history without steps: all of these, oldest first, and then the state. After a failure
+    // it is to be cleared.
+    [[nodiscard]] Result<void> loadStep(EditReader &in);
+    [[nodiscard]] Result<void> loadState(EditReader &in);
+
     // Called after every change of the list, the position or a saved mark.
     void setChangeCallback(std::function<void()> callback);
     // Called before top-level objects, or parts of them, are freed for good.
@@ -106,6 +122,7 @@ public:
     void setFreeCallback(FreeCallback callback) { m_FreeCallback = std::move(callback); }
 
 private:
+    friend class HistoryReplay;
     friend class KeptState;
     [[nodiscard]] std::size_t keepState(const Compound &object);
     void dropState(std::size_t number) { m_Kept.erase(number); }
@@ -129,9 +146,15 @@ private:
                      std::vector<HistoryStep>::iterator last);
 
     [[nodiscard]] std::size_t stepTowards(std::size_t position) const noexcept;
-    // The object whose lock stops it on the way, or null.
-    const Compound *travelTo(std::size_t position);
-    void toggle(std::size_t index);
+    // False when it is stopped on the way: by an object that is locked, if somebody asks which, or
+    // by a step that is damaged.
+    bool travelTo(std::size_t position, const Compound **locked = nullptr);
+    [[nodiscard]] bool toggle(std::size_t index);
+    void dropFirst();
+    void dropLast();
+    // Null when another history records, too.
+    [[nodiscard]] StepJournal *journal() const noexcept;
+    void tellMark(const Compound &object, const StateMark &mark) const;
     void drop(std::vector<HistoryStep>::iterator first, std::vector<HistoryStep>::iterator last);
     void keepLimit();
     void tellChange() const;

@@ -22,20 +22,28 @@ void HistoryStep::describe(const std::string &name, std::size_t own)
     if (!name.empty())
         m_Name = std::make_unique<const std::string>(name);
     const std::size_t added = m_Edits.size() - std::clamp<std::size_t>(own, 1, m_Edits.size());
-    m_Added = static_cast<std::uint32_t>(added) & 0x7fffffff;
+    m_Added = static_cast<std::uint32_t>(added) & 0x3fffffff;
     measure();
 }
 
-void HistoryStep::toggle()
+bool HistoryStep::toggle()
 {
     std::vector<std::unique_ptr<Edit>> inverses;
     inverses.reserve(m_Edits.size());
-    for (auto edit = m_Edits.rbegin(); edit != m_Edits.rend(); ++edit)
+    for (auto edit = m_Edits.rbegin(); edit != m_Edits.rend(); ++edit) {
+        if (!m_IsTrusted && !(*edit)->fits()) {
+            for (; edit != m_Edits.rbegin(); inverses.pop_back())
+                *--edit = inverses.back()->apply();
+            return false;
+        }
         inverses.push_back((*edit)->apply());
+    }
     // The old edits have given away what they owned.
     m_Edits = std::move(inverses);
     m_IsDone = !m_IsDone;
+    m_IsTrusted = true;
     measure();
+    return true;
 }
 
 const Compound *HistoryStep::lock() const

@@ -2,7 +2,7 @@
 // One step of undo: the edits that take it back, or, once it is taken back, those that repeat it.
 #pragma once
 
-#include "Edit.h"
+#include "EditBytes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -24,8 +24,9 @@ public:
     // the first on, are those that the step was made for, and so what it is called after.
     void describe(const std::string &name, std::size_t own);
 
-    // Done becomes undone and the other way round.
-    void toggle();
+    // Done becomes undone and the other way round. False, with nothing changed, for a step that was
+    // made of bytes which are damaged.
+    [[nodiscard]] bool toggle();
     [[nodiscard]] bool isDone() const noexcept { return m_IsDone; }
 
     // The object whose lock forbids toggling, or null.
@@ -39,6 +40,10 @@ public:
     // Appends the objects that go with the step when it is dropped.
     void appendOwned(std::vector<const Compound *> &out) const;
     [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
+
+    void store(EditWriter &out) const;
+    // Whether its edits fit is found out when it is toggled.
+    [[nodiscard]] static Result<HistoryStep> load(EditReader &in);
 
     // Gives the edits away, for whoever frees them.
     [[nodiscard]] std::vector<std::unique_ptr<Edit>> takeEdits() { return std::move(m_Edits); }
@@ -58,8 +63,9 @@ private:
     std::unique_ptr<const std::string> m_Name;
     std::size_t m_Bytes = 0;
     // Edits that were added to the step, behind its own.
-    std::uint32_t m_Added : 31 = 0;
+    std::uint32_t m_Added : 30 = 0;
     bool m_IsDone : 1 = true;
+    bool m_IsTrusted : 1 = true;
     // For the label, which lists ask for again and again: the place of the edit that it names, and
     // how many objects it counts; 0 until it is asked for.
     mutable std::uint32_t m_Named = 0;

@@ -9,6 +9,7 @@
 #include "ObjectSpace.h"
 #include "Peptide.h"
 #include "RowChanges.h"
+#include "StepJournal.h"
 #include "Structure.h"
 
 #include <algorithm>
@@ -120,6 +121,7 @@ EditParts History::partsByRows(const Compound &object, std::size_t saved) const
 void History::save(const Compound &object, const SavedMarks::Mark &mark)
 {
     m_Saved.mark(object, mark);
+    tellMark(object, {true, mark.steps, mark.lost});
     if (const auto *const alignment = dynamic_cast<const Alignment *>(&object)) {
         Objects changed;
         const auto collect = [&](const Compound &holder, EditPart, std::size_t = 0) {
@@ -144,6 +146,7 @@ void History::markSaved(const Compound &object)
 void History::markWritten(const Compound &object)
 {
     m_Written.mark(object, {stepsDone(), {}});
+    tellMark(object, {false, stepsDone(), {}});
 }
 
 void History::acceptWritten(const Compound &object)
@@ -166,8 +169,16 @@ void History::markSaved(const KeptState &state)
 
 void History::markWritten(const KeptState &state)
 {
-    for (const auto &[object, mark] : m_Kept[state.number()].all())
+    for (const auto &[object, mark] : m_Kept[state.number()].all()) {
         m_Written.mark(*object, mark);
+        tellMark(*object, {false, mark.steps, mark.lost});
+    }
+}
+
+void History::tellMark(const Compound &object, const StateMark &mark) const
+{
+    if (StepJournal *const journal = this->journal())
+        journal->marked(object, mark);
 }
 
 EditParts History::unsavedParts(const Compound &object) const

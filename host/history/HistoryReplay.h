@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a journal was told, done again: from the model and the history that were stored to those of
+// the moment when the program ended.
+#pragma once
+
+#include "EditBytes.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+namespace TAMBO {
+
+class History;
+struct StateMark;
+struct StoredStep;
+
+class HistoryReplay
+{
+public:
+    // A reader of the bytes that finds the objects there are, and those it has made itself.
+    using MakeReader = std::function<std::unique_ptr<EditReader>(std::string_view bytes)>;
+
+    // The history is made the recorder for as long as this lives, has no limit, and nobody keeps a
+    // journal.
+    HistoryReplay(History &history, MakeReader makeReader);
+    ~HistoryReplay();
+    HistoryReplay(const HistoryReplay &) = delete;
+    HistoryReplay &operator=(const HistoryReplay &) = delete;
+
+    // One record of StepRecords. A failure leaves everything as it was before the record; those
+    // behind it have no meaning then.
+    [[nodiscard]] Result<void> replay(std::string_view record);
+
+private:
+    [[nodiscard]] Result<void> replayStep(const StoredStep &stored);
+    [[nodiscard]] Result<std::unique_ptr<Edit>> edit(std::string_view bytes) const;
+    [[nodiscard]] bool travel(std::size_t steps);
+    [[nodiscard]] bool forget(bool isFirst);
+    [[nodiscard]] bool mark(const Compound &object, const StateMark &mark);
+
+    History &m_History;
+    MakeReader m_MakeReader;
+    std::size_t m_Limit;
+    EditRecorder *m_Recorder;
+};
+
+} // namespace TAMBO
