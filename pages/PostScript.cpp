@@ -2,9 +2,7 @@
 #include "PostScript.h"
 
 #include "FontNames.h"
-
-#include <cairo-ps.h>
-#include <poppler.h>
+#include "PageLibraries.h"
 
 #include <memory>
 
@@ -12,17 +10,27 @@ namespace Pages {
 
 namespace {
 
-// A type, since the library's functions lose an attribute as template arguments.
-struct Releaser
+class Releaser
 {
-    void operator()(cairo_t *context) const { cairo_destroy(context); }
-    void operator()(cairo_surface_t *surface) const { cairo_surface_destroy(surface); }
-    void operator()(GBytes *bytes) const { g_bytes_unref(bytes); }
-    void operator()(PopplerDocument *document) const { g_object_unref(document); }
-    void operator()(PopplerPage *page) const { g_object_unref(page); }
+public:
+    explicit Releaser(const PageLibraries &libraries) : m_Libraries(&libraries) { }
+
+    void operator()(cairo_t *context) const { m_Libraries->cairo_destroy(context); }
+    void operator()(cairo_surface_t *surface) const { m_Libraries->cairo_surface_destroy(surface); }
+    void operator()(GBytes *bytes) const { m_Libraries->g_bytes_unref(bytes); }
+    void operator()(PopplerDocument *document) const { m_Libraries->g_object_unref(document); }
+    void operator()(PopplerPage *page) const { m_Libraries->g_object_unref(page); }
+
+private:
+    const PageLibraries *m_Libraries;
 };
 
 template <typename Object> using Owned = std::unique_ptr<Object, Releaser>;
+
+template <typename Object> Owned<Object> owned(Object *object, const PageLibraries &libraries)
+{
+    return Owned<Object>(object, Releaser(libraries));
+}
 
 struct PageSize
 {
@@ -30,18 +38,20 @@ struct PageSize
     double height = 0.0;
 };
 
-PageSize sizeOf(PopplerPage &page)
+PageSize sizeOf(PopplerPage &page, const PageLibraries &libraries)
 {
     PageSize size;
-    poppler_page_get_size(&page, &size.width, &size.height);
+    libraries.poppler_page_get_size(&page, &size.width, &size.height);
     return size;
 }
 
 // The bytes live longer than the document.
-Owned<PopplerDocument> openDocument(const QByteArray &pdf)
+Owned<PopplerDocument> openDocument(const QByteArray &pdf, const PageLibraries &libraries)
 {
-    const Owned<GBytes> bytes(g_bytes_new_static(pdf.constData(), static_cast<gsize>(pdf.size())));
-    return Owned<PopplerDocument>(poppler_document_new_from_bytes(bytes.get(), nullptr, nullptr));
+    const Owned<GBytes> bytes = owned(
+        libraries.g_bytes_new_static(pdf.constData(), static_cast<gsize>(pdf.size())), libraries);
+    return owned(libraries.poppler_document_new_from_bytes(bytes.get(), nullptr, nullptr),
+                 libraries);
 }
 
 // Hands a file on and counts its pages. The library keeps them in a file for temporary use until
@@ -91,31 +101,37 @@ QByteArray titleComment(const QString &title)
 QString writePostScript(const QByteArray &pdf, const QString &title, const Progress &progress,
                         QIODevice &target)
 {
-    const Owned<PopplerDocument> document = openDocument(pdf);
-    const int count = document == nullptr ? 0 : poppler_document_get_n_pages(document.get());
+    const PageLibraries libraries;
+    if (!libraries.error().isEmpty())
+        return libraries.error();
+    const Owned<PopplerDocument> document = openDocument(pdf, libraries);
+    const int count =
+        document == nullptr ? 0 : libraries.poppler_document_get_n_pages(document.get());
     if (count == 0)
         return QStringLiteral("the pages cannot be read back");
     Sink sink(target);
-    const Owned<cairo_surface_t> surface(cairo_ps_surface_create_for_stream(hand, &sink, 1, 1));
+    const Owned<cairo_surface_t> surface =
+        owned(libraries.cairo_ps_surface_create_for_stream(hand, &sink, 1, 1), libraries);
     // What old printers understand, too.
-    cairo_ps_surface_restrict_to_level(surface.get(), CAIRO_PS_LEVEL_2);
+    libraries.cairo_ps_surface_restrict_to_level(surface.get(), CAIRO_PS_LEVEL_2);
     if (!title.isEmpty())
-        cairo_ps_surface_dsc_comment(surface.get(), titleComment(title).constData());
-    const Owned<cairo_t> context(cairo_create(surface.get()));
+        libraries.cairo_ps_surface_dsc_comment(surface.get(), titleComment(title).constData());
+    const Owned<cairo_t> context = owned(libraries.cairo_create(surface.get()), libraries);
     for (int number = 0; number < count; ++number) {
-        const Owned<PopplerPage> page(poppler_document_get_page(document.get(), number));
+        const Owned<PopplerPage> page =
+            owned(libraries.poppler_document_get_page(document.get(), number), libraries);
         if (page == nullptr)
             return QStringLiteral("page %1 cannot be read back").arg(number + 1);
-        const PageSize size = sizeOf(*page);
-        cairo_ps_surface_set_size(surface.get(), size.width, size.height);
-        poppler_page_render_for_printing(page.get(), context.get());
-        cairo_surface_show_page(surface.get());
+        const PageSize size = sizeOf(*page, libraries);
+        libraries.cairo_ps_surface_set_size(surface.get(), size.width, size.height);
+        libraries.poppler_page_render_for_printing(page.get(), context.get());
+        libraries.cairo_surface_show_page(surface.get());
         if (progress)
             progress(number + 1, count);
     }
-    cairo_surface_finish(surface.get());
-    const bool isWhole = cairo_status(context.get()) == CAIRO_STATUS_SUCCESS &&
-                         cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
+    libraries.cairo_surface_finish(surface.get());
+    const bool isWhole = libraries.cairo_status(context.get()) == CAIRO_STATUS_SUCCESS &&
+                         libraries.cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
     if (!isWhole || !sink.finish())
         return QStringLiteral("the conversion failed");
     return sink.pages() == count

@@ -81,10 +81,10 @@ TEST(EditorLibrary, IsCalledByItsVersionedName)
     EXPECT_EQ(dynamicEntries("SONAME", EDITOR_FILE), std::set<std::string>{"libKALMO2.so.0"});
 }
 
-TEST(EditorLibrary, NeedsTheToolkitThePageLibrariesAndTheSystemOnly)
+TEST(EditorLibrary, NeedsTheToolkitAndTheSystemOnly)
 {
     const std::regex allowed(
-        R"((libQt6\w+|libpoppler-glib|libcairo|lib[gG](object|lib)-2\.0|libc|libm|libstdc\+\+|libgcc_s|libasan|libubsan|ld-linux-.*)\.so\.\d+)");
+        R"((libQt6\w+|libc|libm|libstdc\+\+|libgcc_s|libasan|libubsan|ld-linux-.*)\.so\.\d+)");
     const std::set<std::string> needed = dynamicEntries("NEEDED", EDITOR_FILE);
     EXPECT_TRUE(needed.contains("libQt6Widgets.so.6"));
     for (const std::string &name : needed)
@@ -110,11 +110,8 @@ TEST(EditorLibrary, FindsEveryHostSymbolInTheWorkbench)
     const std::set<std::string> exported = workbenchNames();
     std::size_t fromHost = 0;
     for (const Symbol &symbol : symbols("--undefined-only", EDITOR_FILE)) {
-        // Symbols of the toolkit and the system carry a version; those of the page libraries begin
-        // with their name; weak ones may stay open.
+        // Symbols of the toolkit and the system carry a version; weak ones may stay open.
         const bool elsewhere = symbol.name.find('@') != std::string::npos ||
-                               symbol.name.starts_with("poppler_") ||
-                               symbol.name.starts_with("cairo_") || symbol.name.starts_with("g_") ||
                                symbol.name.starts_with("__asan") ||
                                symbol.name.starts_with("__ubsan") || symbol.type == 'w';
         if (elsewhere)
