@@ -10,6 +10,7 @@ endforeach()
 
 if(TARGET tambo)
     install(TARGETS tambo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
+    install(TARGETS tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
 endif()
 if(TARGET kestram)
     install(TARGETS kestram RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)

@@ -1,5 +1,6 @@
 # The build tree is laid out like an installation, so that the workbench starts from either.
-set(TAMBO_PLUGIN_DIR lib/tambo/plugins)
+set(TAMBO_LIBRARY_DIR lib/tambo)
+set(TAMBO_PLUGIN_DIR ${TAMBO_LIBRARY_DIR}/plugins)
 set(TAMBO_SHARE_DIR share/tambo)
 set(TAMBO_SHARED_ENTRIES icons colormaps scales help defaults.ini)
 

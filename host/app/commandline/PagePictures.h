@@ -2,13 +2,9 @@
 // Pictures of the pages of a PDF file.
 #pragma once
 
-#include "Result.h"
-
-#include <QString>
+#include "PagePainter.h"
 
 namespace TAMBO::app {
-
-enum class PagePicture { Svg, Png };
 
 // One file per page: "out.png" becomes out-1.png, out-2.png, … Old files are replaced when all
 // pages are complete.

@@ -23,12 +23,13 @@ QString userDirectory(const char *below, QStandardPaths::StandardLocation locati
     return QStandardPaths::writableLocation(location) + QStringLiteral("/tambo");
 }
 
-// Asked of the system and not of the application object, which may not exist yet.
+// Asked of the system and not of the application object, which may not exist yet; once, since every
+// part of the path is looked at.
 QString besideProgram(const char *path)
 {
-    const QString program = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
-    return QDir::cleanPath(QFileInfo(program).path() + QStringLiteral("/../") +
-                           QString::fromLatin1(path));
+    static const QString folder =
+        QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath()).path();
+    return QDir::cleanPath(folder + QStringLiteral("/../") + QString::fromLatin1(path));
 }
 
 } // namespace
@@ -39,9 +40,14 @@ QString Directories::shared()
     return given.isEmpty() ? besideProgram("share/tambo") : given;
 }
 
+QString Directories::libraries()
+{
+    return besideProgram("lib/tambo");
+}
+
 QString Directories::plugins()
 {
-    return besideProgram("lib/tambo/plugins");
+    return libraries() + QStringLiteral("/plugins");
 }
 
 QString Directories::config()

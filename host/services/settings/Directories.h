@@ -14,7 +14,9 @@ class Directories
 public:
     // Icons, colour maps, scales, help, default settings: ../share/tambo beside the program.
     [[nodiscard]] static QString shared();
-    // The plug-ins that were installed with it: ../lib/tambo/plugins beside the program.
+    // What the program opens when it is needed: ../lib/tambo beside it.
+    [[nodiscard]] static QString libraries();
+    // The plug-ins that were installed with it: in the folder plugins there.
     [[nodiscard]] static QString plugins();
     // The user's settings, own colour maps and scales.
     [[nodiscard]] static QString config();

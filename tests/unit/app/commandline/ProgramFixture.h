@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -55,6 +56,7 @@ protected:
         environment.insert("TAMBO_USER_DIR", m_Folder.path());
         environment.insert("TAMBO_SHARE_DIR", BUILD_DIR "/share/tambo");
         environment.insert("TAMBO_SYSTEM_PLUGIN_DIRS", QString());
+        environment.insert(m_Environment);
         process.setProcessEnvironment(environment);
         process.start(program, arguments);
         EXPECT_TRUE(process.waitForFinished(kPatienceMilliseconds));
@@ -78,4 +80,6 @@ protected:
     }
 
     QTemporaryDir m_Folder;
+    // Beside what is always set.
+    QProcessEnvironment m_Environment;
 };
