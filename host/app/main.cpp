@@ -6,6 +6,7 @@
 #include "ConvertCommand.h"
 #include "EndSignals.h"
 #include "ExitStatus.h"
+#include "FontSettings.h"
 #include "IdentityCommand.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
@@ -197,7 +198,9 @@ std::string usageOfPlugins()
 int runWindows(const CommandLine &line, int argc, char **argv)
 {
     const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
+    std::optional<TAMBO::app::FontSettings> fonts(std::in_place);
     const TAMBO::app::Application application(argc, argv);
+    fonts.reset();
     qInstallMessageHandler(standard);
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));
