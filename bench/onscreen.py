@@ -177,6 +177,8 @@ class Program:
     def __init__(self, command, title="", settings=None):
         self.folder = tempfile.TemporaryDirectory()
         self.command, self.title = command, title
+        # When the screen changed by much, in seconds from the start.
+        self.changes = []
         self.screen = Screen(self.folder.name)
         self.process = None
         self.environment = dict(os.environ, DISPLAY=self.screen.name, HOME=self.folder.name,
@@ -222,8 +224,11 @@ class Program:
                 raise Failed(f"ended with {self.process.returncode}")
             time.sleep(ANSWERING)
 
-    def start(self, seconds, most_memory):
-        """Seconds from the start to the last large change of the screen, and the peak in MiB."""
+    def start(self, seconds, most_memory, still_for=1.5):
+        """Seconds from the start to the last large change of the screen, and the peak in MiB.
+
+        It is the last one when for still_for seconds nothing changes and little is done.
+        """
         self.screen.changed()
         start = time.perf_counter()
         self.process = subprocess.Popen(self.command, env=self.environment, cwd=self.folder.name,
@@ -239,6 +244,7 @@ class Program:
                 # Less than this is a cursor or a status line.
                 if pixels >= 0.005 * WIDTH * HEIGHT:
                     drawn = now - start
+                    self.changes.append(drawn)
             if now - looked > 0.02:
                 looked = now
                 processes = family(self.process.pid)
@@ -250,7 +256,7 @@ class Program:
                     raise Failed(f"over {most_memory} MiB")
                 if used is None:
                     used = processor_time(processes)
-                elif now - still > 1.5:
+                elif now - still > still_for:
                     spent = processor_time(processes)
                     if spent - used < 0.1 * (now - still) and window is not None and drawn:
                         break
