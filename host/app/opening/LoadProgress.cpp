@@ -20,6 +20,20 @@ LoadProgress::LoadProgress(Loader &loader, QWidget *parent) : QDialog(parent), m
 {
     setObjectName(QStringLiteral("LoadProgress"));
     setWindowTitle(tr("Opening"));
+    m_Patience.setSingleShot(true);
+    m_Patience.setInterval(kPatienceMilliseconds);
+    connect(&m_Patience, &QTimer::timeout, this, &LoadProgress::appear);
+    connect(&loader, &Loader::started, this, &LoadProgress::begin);
+    connect(&loader, &Loader::progressed, this, &LoadProgress::advance);
+    connect(&loader, &Loader::finished, this, &LoadProgress::end);
+    if (loader.isBusy())
+        begin();
+}
+
+LoadProgress::~LoadProgress() = default;
+
+void LoadProgress::make()
+{
     m_Text = new QLabel;
     m_Text->setTextFormat(Qt::PlainText);
     m_Bar = new QProgressBar;
@@ -31,29 +45,19 @@ LoadProgress::LoadProgress(Loader &loader, QWidget *parent) : QDialog(parent), m
     layout->addWidget(m_Bar);
     layout->addWidget(buttons);
     setMinimumWidth(360);
-
-    m_Patience.setSingleShot(true);
-    m_Patience.setInterval(kPatienceMilliseconds);
-    connect(&m_Patience, &QTimer::timeout, this, &QDialog::show);
-    connect(&loader, &Loader::started, this, &LoadProgress::begin);
-    connect(&loader, &Loader::progressed, this, &LoadProgress::advance);
-    connect(&loader, &Loader::finished, this, &LoadProgress::end);
-    if (loader.isBusy())
-        begin();
 }
-
-LoadProgress::~LoadProgress() = default;
 
 void LoadProgress::reject()
 {
     m_Loader.cancel();
-    m_Text->setText(tr("Cancelling…"));
+    if (m_Text != nullptr)
+        m_Text->setText(tr("Cancelling…"));
 }
 
 void LoadProgress::begin()
 {
-    m_Bar->setValue(0);
-    m_Text->clear();
+    m_FileName.clear();
+    m_Fraction = 0.0;
     m_Patience.start();
 }
 
@@ -63,10 +67,26 @@ void LoadProgress::end()
     hide();
 }
 
+void LoadProgress::appear()
+{
+    if (m_Text == nullptr)
+        make();
+    tell();
+    show();
+}
+
 void LoadProgress::advance(const QString &fileName, double fraction)
 {
-    m_Text->setText(tr("Reading %1").arg(fileName));
-    m_Bar->setValue(int(fraction * kSteps));
+    m_FileName = fileName;
+    m_Fraction = fraction;
+    if (isVisible())
+        tell();
+}
+
+void LoadProgress::tell()
+{
+    m_Text->setText(m_FileName.isEmpty() ? QString() : tr("Reading %1").arg(m_FileName));
+    m_Bar->setValue(int(m_Fraction * kSteps));
 }
 
 } // namespace TAMBO::app

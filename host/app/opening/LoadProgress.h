@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 #include <QTimer>
 
 class QLabel;
@@ -29,9 +30,16 @@ public:
 private:
     void begin();
     void end();
+    // Comes up; what stands in it is made when it does so for the first time.
+    void appear();
+    void make();
+    void tell();
     void advance(const QString &fileName, double fraction);
 
     Loader &m_Loader;
+    QString m_FileName;
+    double m_Fraction = 0.0;
+    // Null before the first time.
     QLabel *m_Text = nullptr;
     QProgressBar *m_Bar = nullptr;
     QTimer m_Patience;

@@ -37,17 +37,28 @@ QVariant severityColor(Logger::Severity severity)
     return {};
 }
 
+// Most lines are plain; only the others catch the eye.
+QIcon madeIcon(Logger::Severity severity)
+{
+    const QStyle *style = QApplication::style();
+    switch (severity) {
+    case Logger::Severity::Warning:
+        return style->standardIcon(QStyle::SP_MessageBoxWarning);
+    case Logger::Severity::Error:
+        return style->standardIcon(QStyle::SP_MessageBoxCritical);
+    case Logger::Severity::Info:
+        break;
+    }
+    QPixmap plain(32, 32);
+    plain.fill(Qt::transparent);
+    return QIcon(plain);
+}
+
 } // namespace
 
 LogModel::LogModel(services::LogBook &book, QObject *parent)
     : QAbstractListModel(parent), m_Book(book)
 {
-    const QStyle *style = QApplication::style();
-    // Most lines are plain; only the others catch the eye.
-    QPixmap plain(32, 32);
-    plain.fill(Qt::transparent);
-    m_Icons = {QIcon(plain), style->standardIcon(QStyle::SP_MessageBoxWarning),
-               style->standardIcon(QStyle::SP_MessageBoxCritical)};
     m_Timer.setSingleShot(true);
     m_Timer.setInterval(0);
     connect(&m_Timer, &QTimer::timeout, this, &LogModel::flush);
@@ -97,6 +108,14 @@ void LogModel::clear()
     m_Book.clear();
 }
 
+const QIcon &LogModel::icon(Logger::Severity severity) const
+{
+    QIcon &icon = m_Icons[std::size_t(severity)];
+    if (icon.isNull())
+        icon = madeIcon(severity);
+    return icon;
+}
+
 int LogModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(m_Entries.size());
@@ -118,7 +137,7 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
     case TimeRole:
         return entry.time;
     case Qt::DecorationRole:
-        return m_Icons[std::size_t(entry.severity)];
+        return icon(entry.severity);
     case Qt::ForegroundRole:
         return severityColor(entry.severity);
     case SeverityRole:

@@ -33,11 +33,14 @@ public:
 private:
     void take(const services::LogEntry &entry);
     void flush();
+    [[nodiscard]] const QIcon &icon(Logger::Severity severity) const;
 
     services::LogBook &m_Book;
     std::deque<services::LogEntry> m_Entries;
     std::deque<services::LogEntry> m_Fresh;
-    std::array<QIcon, 3> m_Icons;
+    // Of the severities, made when first shown: looking one up makes the toolkit search all folders
+    // of the desktop's icons.
+    mutable std::array<QIcon, 3> m_Icons;
     QTimer m_Timer;
 };
 

@@ -35,8 +35,9 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
     m_Text = new QLineEdit;
     m_Text->setObjectName(QStringLiteral("LogText"));
     m_Text->setPlaceholderText(tr("Filter"));
-    m_Text->setClearButtonEnabled(true);
     connect(m_Text, &QLineEdit::textChanged, m_Filter, &LogFilter::setText);
+    // The button is not seen before, and its icon has to be searched for.
+    connect(m_Text, &QLineEdit::textChanged, this, [this] { m_Text->setClearButtonEnabled(true); });
 
     auto *clear = new QToolButton;
     clear->setText(tr("Clear"));

@@ -358,6 +358,7 @@ TEST_F(LoaderTest, AShortReadingShowsNoProgress)
     const QSignalSpy shown(&progress, &QWidget::windowTitleChanged);
     open({write("some.fasta", ">a\nACD\n")});
     EXPECT_FALSE(progress.isVisible());
+    EXPECT_TRUE(progress.findChildren<QWidget *>().isEmpty()) << "nothing is made in vain";
 }
 
 TEST_F(LoaderTest, ALoaderThatGoesGivesUpItsReading)

@@ -8,6 +8,7 @@
 #include "support/ShownText.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
@@ -15,7 +16,9 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTest>
+#include <QToolButton>
 
 namespace LogModelTest {
 
@@ -51,6 +54,33 @@ TEST_F(LogModelTest, WhatWasWrittenBeforeIsThere)
     m_Book.write("early", Severity::Info);
     const LogModel model(m_Book);
     EXPECT_EQ(texts(model), QStringList{"early"});
+}
+
+TEST_F(LogModelTest, LinesShowTheIconOfTheirSeverity)
+{
+    const LogModel model(m_Book);
+    writeThree();
+    const auto image = [&](int row) {
+        return model.index(row, 0).data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+    };
+    const auto standard = [](QStyle::StandardPixmap which) {
+        return QApplication::style()->standardIcon(which).pixmap(16, 16).toImage();
+    };
+    EXPECT_EQ(image(0).pixelColor(8, 8).alpha(), 0);
+    EXPECT_EQ(image(1), standard(QStyle::SP_MessageBoxWarning));
+    EXPECT_EQ(image(2), standard(QStyle::SP_MessageBoxCritical));
+}
+
+TEST_F(LogModelTest, TheFilterGetsItsClearButtonWithItsFirstText)
+{
+    LogModel model(m_Book);
+    LogPanel panel(model);
+    auto *text = panel.findChild<QLineEdit *>("LogText");
+    EXPECT_TRUE(text->findChildren<QToolButton *>().isEmpty());
+    text->setText("a");
+    ASSERT_EQ(text->findChildren<QToolButton *>().size(), 1);
+    QTest::mouseClick(text->findChild<QToolButton *>(), Qt::LeftButton);
+    EXPECT_EQ(text->text(), "");
 }
 
 TEST_F(LogModelTest, ManyLinesAreTakenUpAtOnce)
