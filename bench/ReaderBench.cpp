@@ -2,10 +2,16 @@
 // Reading an alignment file into rows, beside reading the same file's bytes. The bar for the whole
 // of opening a file is three times the bytes; "of_reading" says how much of it the reader takes.
 // "peak_of_loaded" is the most memory on the way beside what is left at the end; the bar is 3.
+// Making objects of a file is timed beside making them of the same alignment as FASTA ("of_fasta",
+// the bar is 2), and so is the most memory on the way ("peak_of_fasta").
+#include "Alignment.h"
+#include "ChangeScope.h"
+#include "DataMaker.h"
 #include "FileBytes.h"
 #include "FileReader.h"
 #include "HeapCount.h"
 #include "MadeAlignment.h"
+#include "ObjectFactory.h"
 
 #include <benchmark/benchmark.h>
 
@@ -104,7 +110,10 @@ void write(const std::filesystem::path &path, const Shape &shape)
     case Manner::Stockholm:
     case Manner::StockholmBlocks:
         file << "# STOCKHOLM 1.0\n\n";
-        writeBlocks(file, rows, shape.manner == Manner::Stockholm ? columns : 60, true);
+        writeBlocks(file, rows,
+                    shape.manner == Manner::Stockholm ? columns
+                                                      : static_cast<std::size_t>(shape.line),
+                    true);
         file << "//\n";
         return;
     case Manner::StockholmMarked:
@@ -185,6 +194,59 @@ void readAlignment(benchmark::State &state, Manner manner)
     state.counters["peak_of_loaded"] = peak;
 }
 
+struct Opening
+{
+    double seconds = 0;
+    double peak = 0;
+};
+
+// From the file to objects, which are taken out again.
+Opening openAlignment(const std::filesystem::path &path)
+{
+    const std::size_t before = heapBytes();
+    restartHeapPeak();
+    const auto start = Clock::now();
+    TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readPackedFile(path);
+    TAMBO::Alignment *alignment = nullptr;
+    {
+        const TAMBO::ChangeScope scope;
+        alignment = TAMBO::ObjectFactory::adopt(std::move(contents.value().alignments.front()));
+    }
+    const Opening opening{std::chrono::duration<double>(Clock::now() - start).count(),
+                          double(heapPeak() - before)};
+    TAMBO::DataMaker::Destroy(alignment);
+    return opening;
+}
+
+double median(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+void openBesideFasta(benchmark::State &state, Manner manner)
+{
+    const std::filesystem::path fasta =
+        files().get({Manner::Fasta, state.range(0), state.range(1), 60});
+    const std::filesystem::path other =
+        files().get({manner, state.range(0), state.range(1), state.range(2)});
+    std::vector<double> seconds;
+    std::vector<double> secondsOfFasta;
+    double peak = 0;
+    double peakOfFasta = 0;
+    for (auto _ : state) {
+        const Opening ofFasta = openAlignment(fasta);
+        const Opening opening = openAlignment(other);
+        state.SetIterationTime(opening.seconds);
+        secondsOfFasta.push_back(ofFasta.seconds);
+        seconds.push_back(opening.seconds);
+        peakOfFasta = std::max(peakOfFasta, ofFasta.peak);
+        peak = std::max(peak, opening.peak);
+    }
+    state.counters["of_fasta"] = median(seconds) / median(secondsOfFasta);
+    state.counters["peak_of_fasta"] = peak / peakOfFasta;
+}
+
 void everySize(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->ArgNames({"rows", "columns", "line"})
@@ -205,6 +267,17 @@ void oneSize(benchmark::internal::Benchmark *benchmark)
         ->UseRealTime();
 }
 
+// Blocks of the widths that they mostly have.
+template <std::int64_t line> void largeSizes(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"rows", "columns", "line"})
+        ->Args({10000, 10000, line})
+        ->Args({1000000, 200, line})
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(9)
+        ->UseManualTime();
+}
+
 BENCHMARK_CAPTURE(readAlignment, fasta, Manner::Fasta)->Apply(everySize);
 BENCHMARK_CAPTURE(readAlignment, fasta, Manner::Fasta)->Apply(oneSize);
 BENCHMARK_CAPTURE(readAlignment, pir, Manner::Pir)->Apply(oneSize);
@@ -214,6 +287,12 @@ BENCHMARK_CAPTURE(readAlignment, stockholm_marked, Manner::StockholmMarked)->App
 BENCHMARK_CAPTURE(readAlignment, clustal, Manner::Clustal)->Apply(oneSize);
 BENCHMARK_CAPTURE(readAlignment, msf, Manner::Msf)->Apply(oneSize);
 BENCHMARK_CAPTURE(readAlignment, phylip, Manner::Phylip)->Apply(oneSize);
+
+BENCHMARK_CAPTURE(openBesideFasta, pir, Manner::Pir)->Apply(largeSizes<75>);
+BENCHMARK_CAPTURE(openBesideFasta, stockholm, Manner::Stockholm)->Apply(largeSizes<60>);
+BENCHMARK_CAPTURE(openBesideFasta, stockholm_blocks, Manner::StockholmBlocks)
+    ->Apply(largeSizes<200>);
+BENCHMARK_CAPTURE(openBesideFasta, clustal, Manner::Clustal)->Apply(largeSizes<60>);
 
 } // namespace
 

@@ -4,6 +4,6 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    TAMBO::formats::readBytes(bytes, size, TAMBO::formats::readClustal);
+    TAMBO::formats::readBytesInParts(bytes, size, TAMBO::formats::readClustal);
     return 0;
 }

@@ -4,7 +4,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    TAMBO::formats::readBytes(bytes, size, TAMBO::formats::readStockholm);
-    TAMBO::formats::readBytes(bytes, size, TAMBO::formats::readPlainRows);
+    TAMBO::formats::readBytesInParts(bytes, size, TAMBO::formats::readStockholm);
+    TAMBO::formats::readBytesInParts(bytes, size, TAMBO::formats::readPlainRows);
     return 0;
 }

@@ -18,7 +18,7 @@ void check(bool condition)
         std::abort();
 }
 
-void checkResult(Result<FileContents> result)
+void checkResult(Result<FileContents> &result)
 {
     if (!result) {
         check(!result.error().message().empty());
@@ -43,6 +43,37 @@ void checkResult(Result<FileContents> result)
             check(!chain.residues.empty());
 }
 
+void checkSame(const RowRecord &row, const RowRecord &other)
+{
+    check(row.name == other.name && row.description == other.description);
+    check(row.sequence.letters == other.sequence.letters);
+    check(row.sequence.occupancy == other.sequence.occupancy);
+    check(row.sequence.width == other.sequence.width);
+    check(*row.link == *other.link && row.chainBreaks == other.chainBreaks);
+    check(row.annotations == other.annotations);
+    check(row.residueAnnotations == other.residueAnnotations);
+}
+
+void checkSame(const AlignmentRecord &alignment, const AlignmentRecord &other)
+{
+    check(alignment.name == other.name && alignment.isAligned == other.isAligned);
+    check(alignment.remarks == other.remarks && alignment.annotations == other.annotations);
+    check(alignment.columnAnnotations == other.columnAnnotations);
+    check(alignment.rows.size() == other.rows.size());
+    for (std::size_t row = 0; row < alignment.rows.size(); ++row)
+        checkSame(alignment.rows[row], other.rows[row]);
+}
+
+Result<FileContents> read(const MemoryFile &file, Reader reader, const PartSizes &sizes)
+{
+    const ReadProgress noProgress;
+    ByteSource source(file.path(), noProgress);
+    TextReader text(source, sizes);
+    Result<FileContents> result = reader(text);
+    checkResult(result);
+    return result;
+}
+
 } // namespace
 
 MemoryFile::MemoryFile(const std::uint8_t *bytes, std::size_t size)
@@ -64,17 +95,30 @@ std::filesystem::path MemoryFile::path() const
 
 void readBytes(const std::uint8_t *bytes, std::size_t size, Reader reader)
 {
+    (void)read(MemoryFile(bytes, size), reader, {});
+}
+
+void readBytesInParts(const std::uint8_t *bytes, std::size_t size, Reader reader)
+{
     const MemoryFile file(bytes, size);
-    const ReadProgress noProgress;
-    ByteSource source(file.path(), noProgress);
-    TextReader text(source);
-    checkResult(reader(text));
+    const Result<FileContents> whole = read(file, reader, {});
+    const Result<FileContents> parts = read(file, reader, {0, 16 + size % 200, 1000});
+    check(whole.has_value() == parts.has_value());
+    if (!whole) {
+        check(whole.error().message() == parts.error().message());
+        return;
+    }
+    const std::vector<AlignmentRecord> &alignments = whole.value().alignments;
+    check(alignments.size() == parts.value().alignments.size());
+    for (std::size_t i = 0; i < alignments.size(); ++i)
+        checkSame(alignments[i], parts.value().alignments[i]);
 }
 
 void readBytes(const std::uint8_t *bytes, std::size_t size)
 {
     const MemoryFile file(bytes, size);
-    checkResult(readFile(file.path()));
+    Result<FileContents> result = readFile(file.path());
+    checkResult(result);
 }
 
 } // namespace TAMBO::formats

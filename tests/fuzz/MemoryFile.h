@@ -30,6 +30,9 @@ using Reader = Result<FileContents> (*)(TextReader &);
 // Reads the bytes with one reader, whatever format they are in, and stops the program when the
 // result is neither contents nor a message.
 void readBytes(const std::uint8_t *bytes, std::size_t size, Reader reader);
+// The same in one part and in many by several threads, as large files are read; stops the program
+// when these give something else.
+void readBytesInParts(const std::uint8_t *bytes, std::size_t size, Reader reader);
 // The same the way users' files are read.
 void readBytes(const std::uint8_t *bytes, std::size_t size);
 

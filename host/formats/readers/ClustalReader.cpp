@@ -4,7 +4,9 @@
 #include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
+#include "LinePart.h"
 #include "PiecedRows.h"
+#include "TextParts.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,6 +15,19 @@ namespace TAMBO::formats {
 
 namespace {
 
+void addClustalLine(TextReader &reader, RowLines &lines)
+{
+    const char first = reader.ahead().front();
+    if (first == '\n')
+        lines.addBlank(reader.line());
+    else if (isBlank(first))
+        lines.addText(reader.line(), {}, reader.restOfLine());
+    else
+        lines.addRow(reader, reader.nextWord());
+}
+
+using ClustalPart = LinePart<addClustalLine>;
+
 class ClustalParser : AlignmentParser
 {
 public:
@@ -20,14 +35,22 @@ public:
 
     Result<FileContents> run();
 
+    // ---- Of the parts
+
+    void merge(const ClustalPart &part);
+    [[nodiscard]] bool isFine() const noexcept { return m_Outcome.has_value(); }
+
 private:
-    void addLine();
-    void addMarks();
-    void addRow(std::string_view name);
+    void addLine(const RowLine &line);
+    void addMarks(const RowLine &line);
+    void addRow(const RowLine &line);
     void finishBlock();
     void finishAlignment();
 
     FileContents m_Contents;
+    // The line that says what the file is.
+    bool m_HasHeader = false;
+    std::uint64_t m_LineOfEnd = 0;
     PiecedRows m_Rows;
     // Of the block under way.
     std::size_t m_RowsInBlock = 0;
@@ -38,15 +61,11 @@ private:
 
 Result<FileContents> ClustalParser::run()
 {
-    // Blank lines may come before the line that says what follows.
-    while (m_Reader.nextLine() && m_Reader.nextWord().empty()) {
-    }
-    while (m_Outcome && m_Reader.nextLine())
-        addLine();
+    readInParts<ClustalPart>(m_Reader, std::nullopt, *this);
+    if (m_Outcome && !m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
     if (m_Outcome)
         finishAlignment();
-    if (!m_Reader.outcome())
-        return m_Reader.outcome().error();
     if (!m_Outcome)
         return m_Outcome.error();
     std::vector<AlignmentRecord> &alignments = m_Contents.alignments;
@@ -59,63 +78,78 @@ Result<FileContents> ClustalParser::run()
     return std::move(m_Contents);
 }
 
-void ClustalParser::addLine()
+void ClustalParser::merge(const ClustalPart &part)
 {
-    const char first = m_Reader.ahead().front();
-    if (first == '\n')
+    part.lines().forEach([this](const RowLine &line) {
+        addLine(line);
+        return m_Outcome.has_value();
+    });
+    m_LineOfEnd = part.lastLine();
+    if (m_Outcome)
+        m_Outcome = part.outcome();
+}
+
+void ClustalParser::addLine(const RowLine &line)
+{
+    // Blank lines may come before the line that says what follows.
+    if (!m_HasHeader) {
+        m_HasHeader = line.kind == RowLine::Kind::Row || !trimmed(line.rest).empty();
+        return;
+    }
+    if (line.kind == RowLine::Kind::Blank)
         return finishBlock();
-    if (isBlank(first))
-        return addMarks();
-    const std::string_view name = m_Reader.nextWord();
+    if (line.kind == RowLine::Kind::Text)
+        return addMarks(line);
     // Another alignment begins, unless a row is called so.
     const bool isBetweenBlocks = !m_IsFirstBlock && m_RowsInBlock == 0;
-    if (isBetweenBlocks && isClustalWord(name) && !m_Rows.find(name))
+    if (isBetweenBlocks && isClustalWord(line.word) && !m_Rows.find(line.word)) {
+        m_LineOfEnd = line.number;
         return finishAlignment();
-    addRow(name);
+    }
+    addRow(line);
 }
 
 // Marks of conservation or a ruler; residues there have lost their name.
-void ClustalParser::addMarks()
+void ClustalParser::addMarks(const RowLine &line)
 {
     finishBlock();
-    const std::string text = m_Reader.restOfLine();
-    if (std::any_of(text.begin(), text.end(), isLetter))
-        fail(m_Reader.line(), "found " + shown(text) +
-                                  " without a name before it, expected a row or a line of marks");
+    if (std::any_of(line.rest.begin(), line.rest.end(), isLetter))
+        fail(line.number, "found " + shown(line.rest) +
+                              " without a name before it, expected a row or a line of marks");
 }
 
-void ClustalParser::addRow(std::string_view name)
+void ClustalParser::addRow(const RowLine &line)
 {
     std::optional<std::size_t> row;
     if (m_IsFirstBlock) {
-        row = m_Rows.add(name);
+        row = m_Rows.add(line.word);
     } else {
-        row = m_Rows.find(name);
+        row = m_Rows.find(line.word);
         if (!row)
-            return fail(m_Reader.line(),
-                        "found row " + shown(name) + ", which the first block does not have");
+            return fail(line.number,
+                        "found row " + shown(line.word) + ", which the first block does not have");
     }
-    const std::uint64_t before = m_Rows.width(*row);
-    const char stop = m_Rows.append(*row, m_Reader);
-    const std::string shownName = shown(m_Rows.name(*row));
+    m_Rows.append(*row, line);
+    const std::uint64_t piece = line.cells.width;
     // The residues so far may be counted behind the row.
-    if (stop != '\n' &&
-        (stop < '0' || stop > '9' ||
-         trimmed(m_Reader.restOfLine()).find_first_not_of("0123456789") != std::string_view::npos))
-        return fail(m_Reader.line(), "found " + shown(stop) + " in row " + shownName +
-                                         ", expected a residue letter or a gap (\"-\")");
-    const std::uint64_t piece = m_Rows.width(*row) - before;
+    if (line.end != '\n' &&
+        (line.end < '0' || line.end > '9' ||
+         trimmed(line.rest).find_first_not_of("0123456789") != std::string_view::npos))
+        return fail(line.number, "found " + shown(line.end) + " in row " +
+                                     shown(m_Rows.name(*row)) +
+                                     ", expected a residue letter or a gap (\"-\")");
     if (piece == 0)
-        return fail(m_Reader.line(),
-                    "found no residues after " + shownName + ", expected at least one");
+        return fail(line.number, "found no residues after " + shown(m_Rows.name(*row)) +
+                                     ", expected at least one");
     if (m_RowsInBlock == 0)
         m_FirstRowsPiece = piece;
     else if (piece != m_FirstRowsPiece)
-        return fail(m_Reader.line(), "row " + shownName + " has " + counted(piece, "column") +
-                                         " here, the first row of the block has " +
-                                         std::to_string(m_FirstRowsPiece));
+        return fail(line.number, "row " + shown(m_Rows.name(*row)) + " has " +
+                                     counted(piece, "column") +
+                                     " here, the first row of the block has " +
+                                     std::to_string(m_FirstRowsPiece));
     ++m_RowsInBlock;
-    m_LastLine = m_Reader.line();
+    m_LastLine = line.number;
 }
 
 void ClustalParser::finishBlock()
@@ -134,8 +168,7 @@ void ClustalParser::finishAlignment()
 {
     finishBlock();
     if (m_Rows.isEmpty())
-        return fail(std::max<std::uint64_t>(m_Reader.line(), 1),
-                    "the file ends before the first row");
+        return fail(std::max<std::uint64_t>(m_LineOfEnd, 1), "the file ends before the first row");
     // Only a row that comes twice in a block and another that is missing there get this far.
     if (const std::optional<std::size_t> uneven = m_Rows.firstUneven())
         return fail(m_Rows.line(*uneven), "row " + shown(m_Rows.name(*uneven)) + " ends with " +
@@ -143,7 +176,7 @@ void ClustalParser::finishAlignment()
                                               shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
     m_Alignment.remarks = m_Rows.remarks(m_Reader.fileName());
-    m_Alignment.packed = m_Rows.take();
+    m_Alignment.packed = m_Rows.take(m_Reader.isWorthThreads());
     m_Contents.alignments.push_back(std::exchange(m_Alignment, {}));
     m_IsFirstBlock = true;
 }

@@ -4,9 +4,9 @@
 #include "AlignmentParser.h"
 #include "DotlessRows.h"
 #include "FormatText.h"
-#include "RecordParts.h"
 #include "RowBuilder.h"
 #include "StopCount.h"
+#include "TextParts.h"
 
 #include <algorithm>
 #include <iterator>
@@ -132,9 +132,9 @@ void FastaParser::merge(FastaParser &next)
 
 Result<FileContents> FastaParser::run()
 {
-    RecordParts(m_Reader, '>', *this).run();
-    if (!m_Reader.outcome())
-        return m_Reader.outcome().error();
+    readInParts<FastaParser>(m_Reader, '>', *this);
+    if (m_Outcome && !m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
     if (!m_Outcome)
         return m_Outcome.error();
     if (m_Alignment.packed.empty())

@@ -4,8 +4,8 @@
 #include "AlignmentParser.h"
 #include "FormatSigns.h"
 #include "FormatText.h"
-#include "RecordParts.h"
 #include "RowBuilder.h"
+#include "TextParts.h"
 
 #include <algorithm>
 #include <array>
@@ -131,9 +131,9 @@ void PirParser::merge(PirParser &next)
 
 Result<FileContents> PirParser::run()
 {
-    RecordParts(m_Reader, '>', *this).run();
-    if (!m_Reader.outcome())
-        return m_Reader.outcome().error();
+    readInParts<PirParser>(m_Reader, '>', *this);
+    if (m_Outcome && !m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
     if (!m_Outcome)
         return m_Outcome.error();
     if (m_Alignment.packed.empty())

@@ -3,8 +3,10 @@
 
 #include "AlignmentParser.h"
 #include "FormatText.h"
+#include "LinePart.h"
 #include "PiecedRows.h"
 #include "Text.h"
+#include "TextParts.h"
 
 #include <algorithm>
 #include <iterator>
@@ -58,6 +60,27 @@ bool isStockholm(std::string_view word) noexcept
     return isSameWithoutCase(word, "stockholm");
 }
 
+// Comments are no lines, but the one that begins an alignment.
+void addStockholmLine(TextReader &reader, RowLines &lines)
+{
+    const std::string_view start = reader.ahead();
+    if (start.front() == '\n')
+        return lines.addBlank(reader.line());
+    if (start.starts_with("//"))
+        return lines.addText(reader.line(), "//", {});
+    if (start.front() != '#') {
+        const std::string_view name = reader.nextWord();
+        return name.empty() ? lines.addBlank(reader.line()) : lines.addRow(reader, name);
+    }
+    const std::string word(reader.nextWord());
+    if (word.starts_with("#="))
+        lines.addText(reader.line(), word, reader.restOfLine());
+    else if (word == "#" && isStockholm(reader.nextWord()))
+        lines.addText(reader.line(), word, {});
+}
+
+using StockholmPart = LinePart<addStockholmLine>;
+
 class StockholmParser : AlignmentParser
 {
 public:
@@ -72,20 +95,26 @@ public:
         return run();
     }
 
+    // ---- Of the parts
+
+    void merge(const StockholmPart &part);
+    [[nodiscard]] bool isFine() const noexcept { return m_Outcome.has_value(); }
+
 private:
-    void addMarkup();
+    void addLine(const RowLine &line);
+    void addMarkup(const RowLine &line);
     void beginAlignment();
-    void addOfAlignment();
-    void addOfColumns();
-    void addOfRow();
-    void addOfResidues();
-    void addRow();
+    void addOfAlignment(std::string_view text);
+    void addOfColumns(std::string_view text, std::uint64_t line);
+    void addOfRow(std::string_view text, std::uint64_t line);
+    void addOfResidues(std::string_view text, std::uint64_t line);
+    void addRow(const RowLine &line);
     [[nodiscard]] std::span<Line> residueLines(std::size_t row)
     {
         return row < m_ResidueLines.size() ? std::span<Line>(m_ResidueLines[row])
                                            : std::span<Line>();
     }
-    void finishAlignment();
+    void finishAlignment(std::uint64_t line);
     bool hasEvenRows();
     bool hasEvenLines();
     void dropAbsentRows();
@@ -96,6 +125,7 @@ private:
     bool m_IsOpen = false;
     bool m_IsPlain = false;
     bool m_HasUnknownMarkup = false;
+    std::uint64_t m_LastLine = 0;
 
     // Of the alignment under way.
     PiecedRows m_Rows;
@@ -114,56 +144,68 @@ private:
 
 Result<FileContents> StockholmParser::run()
 {
-    while (m_Outcome && m_Reader.nextLine()) {
-        const std::string_view start = m_Reader.ahead();
-        if (start.front() == '\n')
-            m_Rows.expect(0);
-        else if (start.front() == '#')
-            addMarkup();
-        else if (start.starts_with("//"))
-            finishAlignment();
-        else
-            addRow();
-    }
+    readInParts<StockholmPart>(m_Reader, std::nullopt, *this);
+    if (m_Outcome && !m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
     if (m_IsPlain && m_IsOpen && m_Outcome)
-        finishAlignment();
-    if (!m_Reader.outcome())
-        return m_Reader.outcome().error();
+        finishAlignment(m_LastLine);
     if (!m_Outcome)
         return m_Outcome.error();
     // Rows without their last columns look like any others, so this mark is not to be missed.
     if (m_IsOpen)
-        return failureAt(m_Reader.fileName(), m_Reader.line(),
+        return failureAt(m_Reader.fileName(), m_LastLine,
                          "the file ends before the \"//\" that ends an alignment");
     if (m_Contents.alignments.empty())
-        return failureAt(m_Reader.fileName(), std::max<std::uint64_t>(m_Reader.line(), 1),
+        return failureAt(m_Reader.fileName(), std::max<std::uint64_t>(m_LastLine, 1),
                          "the file ends before the first alignment");
     nameAlignments();
     m_Contents.format = formatName(FileFormat::Stockholm);
     return std::move(m_Contents);
 }
 
-void StockholmParser::addMarkup()
+void StockholmParser::merge(const StockholmPart &part)
 {
-    const std::string word(m_Reader.nextWord());
-    const bool isHeader = word == "#" && isStockholm(m_Reader.nextWord());
+    part.lines().forEach([this](const RowLine &line) {
+        addLine(line);
+        return m_Outcome.has_value();
+    });
+    m_LastLine = part.lastLine();
+    if (m_Outcome)
+        m_Outcome = part.outcome();
+}
+
+void StockholmParser::addLine(const RowLine &line)
+{
+    if (line.kind == RowLine::Kind::Blank)
+        m_Rows.expect(0);
+    else if (line.kind == RowLine::Kind::Row)
+        addRow(line);
+    else if (line.word == "//")
+        finishAlignment(line.number);
+    else
+        addMarkup(line);
+}
+
+void StockholmParser::addMarkup(const RowLine &line)
+{
+    const bool isHeader = line.word == "#";
     if (isHeader && m_IsOpen)
-        return fail(m_Reader.line(), "found another alignment, expected the \"//\" that ends the "
-                                     "one before");
+        return fail(line.number, "found another alignment, expected the \"//\" that ends the "
+                                 "one before");
     if (isHeader)
         return beginAlignment();
-    if (!m_IsOpen || !word.starts_with("#="))
+    if (!m_IsOpen)
         return;
-    if (word == "#=GF")
-        addOfAlignment();
-    else if (word == "#=GC")
-        addOfColumns();
-    else if (word == "#=GS")
-        addOfRow();
-    else if (word == "#=GR")
-        addOfResidues();
+    if (line.word == "#=GF")
+        addOfAlignment(line.rest);
+    else if (line.word == "#=GC")
+        addOfColumns(line.rest, line.number);
+    else if (line.word == "#=GS")
+        addOfRow(line.rest, line.number);
+    else if (line.word == "#=GR")
+        addOfResidues(line.rest, line.number);
     else if (!std::exchange(m_HasUnknownMarkup, true))
-        remark(m_Reader.line(), "unknown markup " + shown(word) + " was left out");
+        remark(line.number, "unknown markup " + shown(line.word) + " was left out");
 }
 
 void StockholmParser::beginAlignment()
@@ -177,90 +219,82 @@ void StockholmParser::beginAlignment()
     m_RowAnnotations.clear();
 }
 
-void StockholmParser::addOfAlignment()
+void StockholmParser::addOfAlignment(std::string_view text)
 {
-    std::string tag = cleanText(m_Reader.nextWord());
+    std::string tag = cleanText(takeWord(text));
     if (tag.empty())
         return;
-    m_Alignment.annotations.push_back({std::move(tag), cleanText(trimmed(m_Reader.restOfLine()))});
+    m_Alignment.annotations.push_back({std::move(tag), cleanText(trimmed(text))});
 }
 
-void StockholmParser::addOfColumns()
+void StockholmParser::addOfColumns(std::string_view text, std::uint64_t line)
 {
-    const std::string tag = cleanText(m_Reader.nextWord());
+    const std::string tag = cleanText(takeWord(text));
     if (tag.empty())
         return;
-    appendCharacters(lineOf(m_ColumnLines, tag, m_Reader.line()).text,
-                     trimmed(m_Reader.restOfLine()));
+    appendCharacters(lineOf(m_ColumnLines, tag, line).text, trimmed(text));
 }
 
-void StockholmParser::addOfRow()
+void StockholmParser::addOfRow(std::string_view text, std::uint64_t line)
 {
-    std::string row(m_Reader.nextWord());
-    std::string tag = cleanText(m_Reader.nextWord());
+    std::string row(takeWord(text));
+    std::string tag = cleanText(takeWord(text));
     if (tag.empty())
         return;
-    m_RowAnnotations.push_back({std::move(row),
-                                {std::move(tag), cleanText(trimmed(m_Reader.restOfLine()))},
-                                m_Reader.line()});
+    m_RowAnnotations.push_back({std::move(row), {std::move(tag), cleanText(trimmed(text))}, line});
 }
 
-void StockholmParser::addOfResidues()
+void StockholmParser::addOfResidues(std::string_view text, std::uint64_t line)
 {
-    const std::string_view name = m_Reader.nextWord();
+    const std::string_view name = takeWord(text);
     // It may stand above its row.
     std::optional<std::size_t> row = m_Rows.find(name);
     if (!row && !name.empty())
         row = m_Rows.add(name);
-    const std::string tag = cleanText(m_Reader.nextWord());
+    const std::string tag = cleanText(takeWord(text));
     if (tag.empty())
         return;
     if (m_ResidueLines.size() <= *row)
         m_ResidueLines.resize(*row + 1);
-    appendCharacters(lineOf(m_ResidueLines[*row], tag, m_Reader.line()).text,
-                     trimmed(m_Reader.restOfLine()));
+    appendCharacters(lineOf(m_ResidueLines[*row], tag, line).text, trimmed(text));
 }
 
-void StockholmParser::addRow()
+void StockholmParser::addRow(const RowLine &line)
 {
-    const std::string_view name = m_Reader.nextWord();
-    if (name.empty())
-        return m_Rows.expect(0);
     if (!m_IsOpen)
-        return fail(m_Reader.line(),
-                    "found " + shown(name) + ", expected \"# STOCKHOLM 1.0\" before the rows");
-    std::optional<std::size_t> row = m_Rows.find(name);
+        return fail(line.number,
+                    "found " + shown(line.word) + ", expected \"# STOCKHOLM 1.0\" before the rows");
+    std::optional<std::size_t> row = m_Rows.find(line.word);
     if (!row)
-        row = m_Rows.add(name);
-    const std::uint64_t before = m_Rows.width(*row);
-    const char stop = m_Rows.append(*row, m_Reader);
-    if (stop != '\n')
-        fail(m_Reader.line(), "found " + shown(stop) + " in row " + shown(m_Rows.name(*row)) +
-                                  ", expected a residue letter or a gap (\"-\" or \".\")");
-    else if (m_Rows.width(*row) == before)
-        fail(m_Reader.line(),
+        row = m_Rows.add(line.word);
+    m_Rows.append(*row, line);
+    if (line.end != '\n')
+        fail(line.number, "found " + shown(line.end) + " in row " + shown(m_Rows.name(*row)) +
+                              ", expected a residue letter or a gap (\"-\" or \".\")");
+    else if (line.cells.width == 0)
+        fail(line.number,
              "found no residues after " + shown(m_Rows.name(*row)) + ", expected at least one");
 }
 
-void StockholmParser::finishAlignment()
+void StockholmParser::finishAlignment(std::uint64_t line)
 {
     if (!m_IsOpen)
-        return fail(m_Reader.line(), "found \"//\", expected \"# STOCKHOLM 1.0\"");
+        return fail(line, "found \"//\", expected \"# STOCKHOLM 1.0\"");
     m_IsOpen = false;
     dropAbsentRows();
     if (m_Rows.isEmpty())
-        return fail(m_Reader.line(), "found \"//\", expected at least one row before it");
+        return fail(line, "found \"//\", expected at least one row before it");
     if (!hasEvenRows() || !hasEvenLines())
         return;
     tieRowAnnotations();
-    for (Line &line : m_ColumnLines)
-        m_Alignment.columnAnnotations.push_back(std::move(line.annotation));
+    for (Line &said : m_ColumnLines)
+        m_Alignment.columnAnnotations.push_back(std::move(said.annotation));
     for (std::size_t row = 0; row < m_Rows.size(); ++row) {
-        for (Line &line : residueLines(row))
-            m_Rows.label(row).change().residueAnnotations.push_back(std::move(line.annotation));
+        for (Line &said : residueLines(row))
+            m_Rows.label(row).change().residueAnnotations.push_back(std::move(said.annotation));
     }
     std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
-    m_Alignment.packed = m_Rows.take();
+    m_Alignment.packed = m_Rows.take(m_Reader.isWorthThreads());
     for (std::size_t row = 0; row < m_Alignment.packed.size(); ++row)
         blankGaps(m_Alignment.packed[row]);
     m_Contents.alignments.push_back(std::move(m_Alignment));

@@ -9,6 +9,9 @@ std::size_t appendCells(std::string_view text, RowBuilder &row)
 {
     std::size_t done = 0;
     for (;;) {
+        // Names have blanks behind them, each of which would be found by looking at 64 characters.
+        while (done < text.size() && text[done] == ' ')
+            ++done;
         done += row.append(text.substr(done));
         if (done == text.size())
             return done;

@@ -3,27 +3,41 @@
 
 #include "CellReader.h"
 #include "FormatText.h"
-#include "RowPacking.h"
+#include "OrderedWork.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace TAMBO::formats {
 
-std::uint64_t PiecedRows::width(std::size_t row) const noexcept
+Rare<RowLabel> &PiecedRows::label(std::size_t row)
 {
-    const std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
-    return builder != nullptr ? builder->width() : m_Rows[row].width;
+    if (m_Labels.size() <= row)
+        m_Labels.resize(row + 1);
+    return m_Labels[row];
 }
 
 std::size_t PiecedRows::add(std::string_view name)
 {
-    m_Rows.add({}).text = SequenceText(cleanText(name), {});
-    if (m_Pieces.size() == m_Pieces.capacity())
-        m_Pieces.reserve(m_Pieces.size() + m_Pieces.size() / 4 + 1);
-    m_Pieces.emplace_back();
-    m_RowOf.add(name, size() - 1);
-    m_Expected = size();
-    return size() - 1;
+    const std::size_t row = size();
+    const std::size_t place = m_Names.size();
+    m_Rows.push_back({place, 0, 0});
+    if (isPlainText(name)) {
+        m_Names.add(name);
+    } else {
+        m_Names.add(cleanText(name));
+        m_NamesInFile.emplace(place, name);
+    }
+    m_Expected = row + 1;
+    return row;
+}
+
+std::string_view PiecedRows::nameInFile(std::size_t row) const
+{
+    if (m_NamesInFile.empty())
+        return name(row);
+    const auto found = m_NamesInFile.find(m_Rows[row].place);
+    return found == m_NamesInFile.end() ? name(row) : found->second;
 }
 
 std::optional<std::size_t> PiecedRows::find(std::string_view name)
@@ -34,6 +48,8 @@ std::optional<std::size_t> PiecedRows::find(std::string_view name)
     // The row before is asked for again when something is said of it.
     if (isNamed(m_Expected - 1))
         return m_Expected - 1;
+    for (; m_IndexedRows < size(); ++m_IndexedRows)
+        m_RowOf.add(nameInFile(m_IndexedRows), m_IndexedRows);
     const auto found = m_RowOf.find(name, [&](std::size_t row) {
         return this->name(row) == name || this->name(row) == cleanText(name);
     });
@@ -43,81 +59,56 @@ std::optional<std::size_t> PiecedRows::find(std::string_view name)
     return found;
 }
 
-// A row that comes in one piece never has more room than it needs.
-RowBuilder &PiecedRows::open(std::size_t row)
+void PiecedRows::append(std::size_t row, const RowLine &line)
 {
-    std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
-    if (m_Rows[row].width == 0 && builder == nullptr)
-        return m_Builder;
-    if (builder == nullptr) {
-        builder = std::make_unique<RowBuilder>();
-        RowRecord before = unpacked(std::exchange(m_Rows[row], {}));
-        builder->resume(std::move(before.sequence));
-        m_Rows[row] = packed(std::move(before));
+    append(row, line.cells, line.stops, line.number);
+}
+
+void PiecedRows::append(std::size_t row, const GappedView &cells, std::uint64_t stops,
+                        std::uint64_t line)
+{
+    // A copy of what is as long takes as long as the rest of the reading.
+    constexpr std::uint64_t longPiece = 4096;
+    const std::size_t place = m_Rows[row].place;
+    if (m_Rows[row].width == 0 && cells.width >= longPiece) {
+        m_LongRows.try_emplace(place, PackedRow{SequenceText(name(row), cells.letters),
+                                                OccupancyRow(cells.occupancy),
+                                                cells.width,
+                                                {}});
+    } else {
+        if (auto before = m_LongRows.extract(place)) {
+            const PackedRow &piece = before.mapped();
+            const std::vector<std::uint64_t> words = piece.cells.columns(0, piece.width);
+            m_Pieces.add(place, {piece.text.letters(), words, piece.width});
+        }
+        m_Pieces.add(place, cells);
     }
-    return *builder;
-}
-
-void PiecedRows::close(std::size_t row)
-{
-    if (m_Pieces[row].builder == nullptr)
-        store(row, m_Builder);
-}
-
-// What the row has so far is its sequence.
-void PiecedRows::complete(std::size_t row)
-{
-    std::unique_ptr<RowBuilder> &builder = m_Pieces[row].builder;
-    if (builder != nullptr)
-        store(row, *builder);
-    builder.reset();
-}
-
-void PiecedRows::store(std::size_t row, RowBuilder &builder)
-{
-    PackedRow complete = builder.pack(name(row));
-    complete.label = std::move(m_Rows[row].label);
-    m_Rows[row] = std::move(complete);
-}
-
-char PiecedRows::append(std::size_t row, TextReader &reader)
-{
-    m_Pieces[row].line = reader.line();
-    RowBuilder &builder = open(row);
-    const std::uint64_t stops = builder.stops();
-    const char end = readCells(reader, builder);
-    m_Stops.add(builder.stops() - stops, reader.line(), name(row));
-    close(row);
-    return end;
+    m_Rows[row].line = line;
+    m_Rows[row].width += cells.width;
+    m_Stops.add(stops, line, name(row));
 }
 
 std::size_t PiecedRows::append(std::size_t row, std::string_view text, std::uint64_t line)
 {
-    m_Pieces[row].line = line;
-    RowBuilder &builder = open(row);
-    const std::uint64_t stops = builder.stops();
-    const std::size_t count = appendCells(text, builder);
-    m_Stops.add(builder.stops() - stops, line, name(row));
-    close(row);
+    const std::size_t count = appendCells(text, m_Builder);
+    append(row, m_Builder.cells(), m_Builder.stops(), line);
+    m_Builder.begin();
     return count;
-}
-
-void PiecedRows::appendGaps(std::size_t row, std::uint64_t count)
-{
-    complete(row);
-    m_Rows[row].width += count;
 }
 
 void PiecedRows::remove(const std::vector<std::size_t> &rows)
 {
     if (rows.empty())
         return;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        m_Pieces.erase(m_Pieces.begin() + static_cast<std::ptrdiff_t>(*row));
-    m_Rows.remove(rows);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        const auto place = static_cast<std::ptrdiff_t>(*row);
+        m_Rows.erase(m_Rows.begin() + place);
+        if (*row < m_Labels.size())
+            m_Labels.erase(m_Labels.begin() + place);
+    }
+    m_NamesInFile.clear();
     m_RowOf.clear();
-    for (std::size_t row = 0; row < size(); ++row)
-        m_RowOf.add(name(row), row);
+    m_IndexedRows = 0;
     m_Expected = 0;
 }
 
@@ -135,15 +126,57 @@ std::vector<std::string> PiecedRows::remarks(const std::string &file) const
     return m_Stops.isEmpty() ? std::vector<std::string>() : std::vector{m_Stops.remark(file)};
 }
 
-PackedRows PiecedRows::take()
+namespace {
+
+// The rows of one group of places, which are made anew while others are.
+struct RowGroup
 {
-    for (std::size_t row = 0; row < size(); ++row)
-        complete(row);
-    m_Pieces.clear();
+    void work()
+    {
+        rows = pieces.rows(names);
+        pieces = {};
+    }
+    std::size_t first = 0;
+    std::vector<std::string_view> names;
+    PieceGroup pieces;
+    std::vector<PackedRow> rows;
+};
+
+} // namespace
+
+PackedRows PiecedRows::take(bool isWorthThreads)
+{
+    // No room beside the rows for what is needed no more.
     m_RowOf.clear();
-    m_Expected = 0;
-    m_Stops = {};
-    return std::exchange(m_Rows, {});
+    PackedRows result;
+    std::size_t begun = 0;
+    std::size_t row = 0;
+    const auto takeGroup = [&]() -> std::unique_ptr<RowGroup> {
+        if (begun >= m_Names.size())
+            return nullptr;
+        auto group = std::make_unique<RowGroup>();
+        group->first = begun;
+        const std::size_t end = std::min(begun + PieceStore::kGroup, m_Names.size());
+        for (std::size_t place = begun; place < end; ++place)
+            group->names.push_back(m_Names[place]);
+        group->pieces = m_Pieces.take(begun / PieceStore::kGroup);
+        begun = end;
+        return group;
+    };
+    const auto putGroup = [&](const std::unique_ptr<RowGroup> &group) {
+        for (; row < size() && m_Rows[row].place < group->first + group->rows.size(); ++row) {
+            const auto whole = m_LongRows.find(m_Rows[row].place);
+            PackedRow &made = result.add(std::move(
+                whole != m_LongRows.end() ? whole->second
+                                          : group->rows[m_Rows[row].place - group->first]));
+            made.width = m_Rows[row].width;
+            if (row < m_Labels.size())
+                made.label = std::move(m_Labels[row]);
+        }
+    };
+    workInOrder<RowGroup>(isWorthThreads, takeGroup, putGroup);
+    *this = {};
+    return result;
 }
 
 } // namespace TAMBO::formats

@@ -3,17 +3,19 @@
 #pragma once
 
 #include "NameIndex.h"
+#include "NameList.h"
 #include "PackedRows.h"
+#include "PieceStore.h"
 #include "RowBuilder.h"
+#include "RowLines.h"
 #include "StopCount.h"
-#include "TextReader.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace TAMBO::formats {
@@ -23,15 +25,15 @@ class PiecedRows
 public:
     [[nodiscard]] std::size_t size() const noexcept { return m_Rows.size(); }
     [[nodiscard]] bool isEmpty() const noexcept { return m_Rows.empty(); }
-    [[nodiscard]] Rare<RowLabel> &label(std::size_t row) noexcept { return m_Rows[row].label; }
+    [[nodiscard]] Rare<RowLabel> &label(std::size_t row);
     [[nodiscard]] std::string_view name(std::size_t row) const noexcept
     {
-        return m_Rows[row].text.name();
+        return m_Names[m_Rows[row].place];
     }
     // Columns so far.
-    [[nodiscard]] std::uint64_t width(std::size_t row) const noexcept;
+    [[nodiscard]] std::uint64_t width(std::size_t row) const noexcept { return m_Rows[row].width; }
     // Where its last piece stands in the file.
-    [[nodiscard]] std::uint64_t line(std::size_t row) const noexcept { return m_Pieces[row].line; }
+    [[nodiscard]] std::uint64_t line(std::size_t row) const noexcept { return m_Rows[row].line; }
 
     // A new row behind the others. A name that comes again makes another row.
     std::size_t add(std::string_view name);
@@ -40,14 +42,13 @@ public:
     // The row of that name; of several, the one expected.
     [[nodiscard]] std::optional<std::size_t> find(std::string_view name);
 
-    // Appends what is left of the line and gives the character before which it stopped, as
-    // readCells() does.
-    [[nodiscard]] char append(std::size_t row, TextReader &reader);
+    // Appends the cells of a line.
+    void append(std::size_t row, const RowLine &line);
     // Appends a text of that line and gives the number of characters taken, as appendCells() does.
     [[nodiscard]] std::size_t append(std::size_t row, std::string_view text, std::uint64_t line);
-    void appendGaps(std::size_t row, std::uint64_t count);
+    void appendGaps(std::size_t row, std::uint64_t count) { m_Rows[row].width += count; }
 
-    // Indices ascend.
+    // Indices ascend. None of them has a piece.
     void remove(const std::vector<std::size_t> &rows);
 
     // The first row that is not as wide as the first one.
@@ -55,26 +56,33 @@ public:
     // What is to be said of the rows.
     [[nodiscard]] std::vector<std::string> remarks(const std::string &file) const;
     // All rows; none are left.
-    [[nodiscard]] PackedRows take();
+    [[nodiscard]] PackedRows take(bool isWorthThreads = false);
 
 private:
-    struct Pieces
+    struct Row
     {
-        // Of a row that came in more than one.
-        std::unique_ptr<RowBuilder> builder;
+        // Among names and pieces, where rows that were removed still count.
+        std::size_t place = 0;
+        std::uint64_t width = 0;
         std::uint64_t line = 0;
     };
-    [[nodiscard]] RowBuilder &open(std::size_t row);
-    void close(std::size_t row);
-    void complete(std::size_t row);
-    void store(std::size_t row, RowBuilder &builder);
 
-    // The text of a row that came in several pieces has its name alone until it is complete.
-    PackedRows m_Rows;
-    // Of each row.
-    std::vector<Pieces> m_Pieces;
-    // By the names as they stand in the file.
+    [[nodiscard]] std::string_view nameInFile(std::size_t row) const;
+    void append(std::size_t row, const GappedView &cells, std::uint64_t stops, std::uint64_t line);
+
+    NameList m_Names;
+    PieceStore m_Pieces;
+    // By its place, a long row that came in one piece so far; it has none in the store.
+    std::unordered_map<std::size_t, PackedRow> m_LongRows;
+    std::vector<Row> m_Rows;
+    // Up to the last row of which something is said.
+    std::vector<Rare<RowLabel>> m_Labels;
+    // By the names as they stand in the file; made when a row stands at another place than
+    // expected.
     NameIndex m_RowOf;
+    std::size_t m_IndexedRows = 0;
+    // Of the rows, by their places, whose names were cleaned.
+    std::unordered_map<std::size_t, std::string> m_NamesInFile;
     std::size_t m_Expected = 0;
     RowBuilder m_Builder;
     StopCount m_Stops;

@@ -70,36 +70,18 @@ void RowBuilder::appendLetter(char letter)
     ++m_Width;
 }
 
-void RowBuilder::resume(GappedSequence &&row)
+GappedView RowBuilder::cells() const noexcept
 {
-    m_Width = row.width;
-    m_LetterCount = row.letters.size();
-    m_Letters = std::move(row.letters);
-    m_Occupancy = std::move(row.occupancy);
-    makeRoom(0);
-    row = {};
-}
-
-GappedSequence RowBuilder::take()
-{
-    GappedSequence row;
-    row.letters.assign(m_Letters.data(), m_LetterCount);
-    const auto words = static_cast<std::ptrdiff_t>(bits::wordsFor(m_Width));
-    row.occupancy.assign(m_Occupancy.begin(), m_Occupancy.begin() + words);
-    row.width = m_Width;
-    begin();
-    return row;
+    return {std::string_view(m_Letters.data(), m_LetterCount),
+            std::span<const std::uint64_t>(m_Occupancy).first(bits::wordsFor(m_Width)), m_Width};
 }
 
 PackedRow RowBuilder::pack(std::string_view name)
 {
-    PackedRow row{
-        SequenceText(name, std::string_view(m_Letters.data(), m_LetterCount)),
-        OccupancyRow(std::span<const std::uint64_t>(m_Occupancy).first(bits::wordsFor(m_Width))),
-        m_Width,
-        {}};
+    const GappedView row = cells();
+    PackedRow packed{SequenceText(name, row.letters), OccupancyRow(row.occupancy), row.width, {}};
     begin();
-    return row;
+    return packed;
 }
 
 void RowBuilder::begin()

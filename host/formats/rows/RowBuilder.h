@@ -3,7 +3,8 @@
 #pragma once
 
 #include "CellScan.h"
-#include "Records.h"
+#include "GappedView.h"
+#include "PackedRow.h"
 
 #include <cstddef>
 #include <string_view>
@@ -33,21 +34,19 @@ public:
     [[nodiscard]] std::uint64_t lowerCaseCount() const noexcept { return m_LowerCaseCount; }
     // Gaps that were not written '-'.
     [[nodiscard]] bool hasOtherGaps() const noexcept { return m_HasOtherGaps; }
-    // Since the row began or was resumed.
     [[nodiscard]] std::uint64_t stops() const noexcept { return m_Stops; }
 
-    // Goes on with a row that was taken; this one is empty.
-    void resume(GappedSequence &&row);
-    // The row, with no room to spare in it; the next one begins empty.
-    [[nodiscard]] GappedSequence take();
-    // The same with the row's name.
+    // The row as it is so far; holds until it is changed.
+    [[nodiscard]] GappedView cells() const noexcept;
+    // The row with that name, with no room to spare in it; the next one begins empty.
     [[nodiscard]] PackedRow pack(std::string_view name);
+    // Begins the next row.
+    void begin();
 
 private:
     // There is room for it.
     [[nodiscard]] std::size_t appendPiece(std::string_view text);
     void makeRoom(std::size_t columns);
-    void begin();
 
     std::string m_Letters;
     std::vector<std::uint64_t> m_Occupancy;

@@ -66,6 +66,8 @@ void padTo(std::string &text, std::size_t characters)
 
 std::string cleanText(std::string_view text)
 {
+    if (isPlainText(text))
+        return std::string(text);
     std::string clean;
     clean.reserve(text.size());
     const bool latin1 = !isUtf8(text);

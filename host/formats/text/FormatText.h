@@ -38,6 +38,16 @@ void padTo(std::string &text, std::size_t characters);
 // UTF-8 without control characters; a text that is not UTF-8 is taken for Latin-1.
 [[nodiscard]] std::string cleanText(std::string_view text);
 
+// Whether it is printable ASCII throughout, which cleanText() leaves as it is.
+[[nodiscard]] constexpr bool isPlainText(std::string_view text) noexcept
+{
+    // Without a branch for each character: most texts are.
+    bool isOther = false;
+    for (const char character : text)
+        isOther |= character < ' ' || character > '~';
+    return !isOther;
+}
+
 // The file's name without ".gz" and its last extension.
 [[nodiscard]] std::string baseName(const std::string &file);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TextReader.h"
 
+#include "Bits.h"
 #include "FormatText.h"
 
 #include <algorithm>
@@ -15,8 +16,13 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{1} << 18U;
 // What readers may look at to tell what kind of line begins.
 constexpr std::size_t kLineStart = 4;
-constexpr std::size_t kPartSize = std::size_t{1} << 20U;
-constexpr std::size_t kLargestPart = std::size_t{1} << 26U;
+
+// One past the last line end; 0 when there is none.
+std::size_t endOfLines(std::string_view text)
+{
+    const std::size_t last = text.rfind('\n');
+    return last == std::string_view::npos ? 0 : last + 1;
+}
 
 // Where the last record begins; 0 when it is the only one. A mark in the line behind another one
 // may belong to that record.
@@ -34,12 +40,34 @@ std::size_t endOfRecords(std::string_view text, char mark)
     return 0;
 }
 
+// Eight characters at a time, of which each byte of a word counts one; a byte holds 255 of them.
+std::uint64_t countLineEnds(std::string_view text)
+{
+    constexpr std::uint64_t lineEnds = 0x0a0a0a0a0a0a0a0aU;
+    constexpr std::size_t step = sizeof(std::uint64_t);
+    constexpr std::size_t most = 128;
+    std::uint64_t count = 0;
+    while (text.size() >= most * step) {
+        std::uint64_t counts = 0;
+        for (std::size_t i = 0; i < most; ++i) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, text.data() + i * step, step);
+            counts += bits::sameBytes(word, lineEnds) >> 7U;
+        }
+        for (; counts != 0; counts >>= 8U)
+            count += counts & 0xff;
+        text.remove_prefix(most * step);
+    }
+    return count + static_cast<std::uint64_t>(std::ranges::count(text, '\n'));
+}
+
 } // namespace
 
 // Pages that a small file does not need are never touched.
-TextReader::TextReader(ByteSource &source)
+TextReader::TextReader(ByteSource &source, const PartSizes &sizes)
     : m_Source(&source),
       m_FileName(source.fileName()),
+      m_Sizes(sizes),
       m_Buffer(std::make_unique_for_overwrite<char[]>(kBufferSize + kReadAhead))
 { }
 
@@ -150,48 +178,71 @@ std::string TextReader::restOfText()
     return text;
 }
 
-std::unique_ptr<TextReader> TextReader::takeRecords(char mark)
+std::unique_ptr<TextReader> TextReader::takePart(std::optional<char> mark)
 {
     if (m_Source == nullptr || (m_Position == m_End && !fill()))
         return nullptr;
-    std::size_t room = kPartSize;
-    while (room < m_End - m_Position)
-        room *= 2;
-    auto text = std::make_unique_for_overwrite<char[]>(room + kReadAhead);
-    std::size_t size = m_End - m_Position;
-    std::memcpy(text.get(), m_Buffer.get() + m_Position, size);
-    std::size_t end = 0;
-    for (;;) {
-        std::optional<std::size_t> more = 0;
-        while (size < room && (more = readMore(text.get() + size, room - size)))
-            size += *more;
-        end = more ? endOfRecords({text.get(), size}, mark) : size;
-        if (end > 0)
-            break;
-        room *= 2;
+    std::unique_ptr<char[]> text;
+    for (std::size_t room = m_Sizes.part, size = 0;; room *= 2) {
         auto larger = std::make_unique_for_overwrite<char[]>(room + kReadAhead);
-        std::memcpy(larger.get(), text.get(), size);
+        // What was read before is there still, and stays there until it is known what is taken.
+        const std::size_t read = m_End - m_Position;
+        const std::size_t old = std::min(read, room);
+        std::memcpy(larger.get(), m_Buffer.get() + m_Position, old);
+        if (size > old)
+            std::memcpy(larger.get() + old, text.get() + old, size - old);
+        size = std::max(size, old);
         text = std::move(larger);
-        if (room <= kLargestPart)
+        std::optional<std::size_t> more = 0;
+        while (read <= size && size < room && (more = readMore(text.get() + size, room - size)))
+            size += *more;
+        // What a defect of the file cuts off is no part.
+        if (!outcome())
+            return nullptr;
+        const std::string_view taken(text.get(), size);
+        const std::size_t end = !more  ? size
+                                : mark ? endOfRecords(taken, *mark)
+                                       : endOfLines(taken);
+        if (end == 0 && (room < m_Sizes.largest || size < read))
             continue;
-        // One record without an end in sight is read on piece by piece.
-        std::unique_ptr<TextReader> rest(new TextReader(*this, std::move(text), size));
-        rest->m_Source = std::exchange(m_Source, nullptr);
-        rest->m_AfterCarriageReturn = m_AfterCarriageReturn;
-        rest->m_IsFirstPiece = false;
-        m_Position = m_End = 0;
-        return rest;
+        if (end == 0)
+            return restBehind(std::move(text), size);
+        if (size <= read) {
+            m_Position += end;
+            return partOf(std::move(text), end);
+        }
+        const std::size_t kept = size - end;
+        if (kept > kBufferSize)
+            m_Buffer = std::make_unique_for_overwrite<char[]>(kept + kReadAhead);
+        std::memcpy(m_Buffer.get(), text.get() + end, kept);
+        m_Position = 0;
+        m_End = kept;
+        return partOf(std::move(text), end);
     }
-    const std::size_t kept = size - end;
-    if (kept > kBufferSize)
-        m_Buffer = std::make_unique_for_overwrite<char[]>(kept + kReadAhead);
-    std::memcpy(m_Buffer.get(), text.get() + end, kept);
-    m_Position = 0;
-    m_End = kept;
-    const auto lines = std::count(text.get(), text.get() + end, '\n');
-    std::unique_ptr<TextReader> part(new TextReader(*this, std::move(text), end));
-    m_Line += static_cast<std::uint64_t>(lines);
+}
+
+std::unique_ptr<TextReader> TextReader::partOf(std::unique_ptr<char[]> text, std::size_t size)
+{
+    const std::uint64_t lines = countLineEnds({text.get(), size});
+    std::unique_ptr<TextReader> part(new TextReader(*this, std::move(text), size));
+    m_Line += lines;
     return part;
+}
+
+// What has no end in sight is read on piece by piece.
+std::unique_ptr<TextReader> TextReader::restBehind(std::unique_ptr<char[]> text, std::size_t size)
+{
+    if (size < kBufferSize) {
+        auto buffer = std::make_unique_for_overwrite<char[]>(kBufferSize + kReadAhead);
+        std::memcpy(buffer.get(), text.get(), size);
+        text = std::move(buffer);
+    }
+    std::unique_ptr<TextReader> rest(new TextReader(*this, std::move(text), size));
+    rest->m_Source = std::exchange(m_Source, nullptr);
+    rest->m_AfterCarriageReturn = m_AfterCarriageReturn;
+    rest->m_IsFirstPiece = false;
+    m_Position = m_End = 0;
+    return rest;
 }
 
 std::optional<std::size_t> TextReader::readMore(char *room, std::size_t size)

@@ -5,6 +5,8 @@
 
 #include "ByteSource.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,10 +14,21 @@
 
 namespace TAMBO::formats {
 
+// How a large text is divided among several threads.
+struct PartSizes
+{
+    // A smaller file on disk is not worth another thread.
+    std::uint64_t worthAThread = std::uint64_t{4} << 20U;
+    // A part has this many bytes, or more when what must stay together is longer, ...
+    std::size_t part = std::size_t{1} << 17U;
+    // ... up to this many; what is longer still is not held in memory.
+    std::size_t largest = std::size_t{1} << 26U;
+};
+
 class TextReader
 {
 public:
-    explicit TextReader(ByteSource &source);
+    explicit TextReader(ByteSource &source, const PartSizes &sizes = {});
 
     // The start of the text, all of it when it fits into the buffer. Before the first line only.
     [[nodiscard]] std::string_view head();
@@ -46,11 +59,16 @@ public:
 
     // Everything from here on.
     [[nodiscard]] std::string restOfText();
-    // The next part of a text of records, each of which begins with a line that begins with the
-    // mark: a megabyte that ends before such a line, or more when a record is that long. Null
-    // at the end of the text. Only lines that no part has are read otherwise. It counts its lines
-    // as those of the whole text.
-    [[nodiscard]] std::unique_ptr<TextReader> takeRecords(char mark);
+    // The next part of the text: the bytes of a part that end with a line, or before one that
+    // begins a record, if records begin with lines that begin with a mark. Null at the end of the
+    // text, and when the rest of it cannot be read. Only lines that no part has are read otherwise.
+    // It counts its lines as those of the whole text.
+    [[nodiscard]] std::unique_ptr<TextReader> takePart(std::optional<char> mark);
+    // Whether the file is so large that several threads read it sooner than one.
+    [[nodiscard]] bool isWorthThreads() const noexcept
+    {
+        return fileSize() >= m_Sizes.worthAThread;
+    }
 
     // Of a part, whether all of it is there.
     [[nodiscard]] const Result<void> &outcome() const noexcept;
@@ -63,6 +81,10 @@ public:
 
 private:
     TextReader(const TextReader &whole, std::unique_ptr<char[]> text, std::size_t size);
+    [[nodiscard]] std::unique_ptr<TextReader> partOf(std::unique_ptr<char[]> text,
+                                                     std::size_t size);
+    [[nodiscard]] std::unique_ptr<TextReader> restBehind(std::unique_ptr<char[]> text,
+                                                         std::size_t size);
     // What fits, line ends unified; nothing at the end of the file.
     [[nodiscard]] std::optional<std::size_t> readMore(char *room, std::size_t size);
     std::size_t unifyLineEnds(char *text, std::size_t size);
@@ -70,6 +92,7 @@ private:
     // Null for a part that is all in the buffer.
     ByteSource *m_Source;
     std::string m_FileName;
+    PartSizes m_Sizes;
     std::unique_ptr<char[]> m_Buffer;
     std::size_t m_Position = 0;
     std::size_t m_End = 0;

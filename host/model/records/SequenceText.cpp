@@ -7,12 +7,18 @@
 namespace TAMBO {
 
 SequenceText::SequenceText(std::string_view name, std::string_view letters)
+    : SequenceText(name, letters.size())
 {
-    if (name.empty() && letters.empty())
+    std::ranges::copy(letters, text());
+}
+
+SequenceText::SequenceText(std::string_view name, std::size_t letters)
+{
+    if (name.empty() && letters == 0)
         return;
-    m_Head = ::new (::operator new(sizeof(Head) + letters.size() + name.size()))
-        Head{static_cast<std::uint32_t>(letters.size()), static_cast<std::uint32_t>(name.size())};
-    std::ranges::copy(name, std::ranges::copy(letters, text()).out);
+    m_Head = ::new (::operator new(sizeof(Head) + letters + name.size()))
+        Head{static_cast<std::uint32_t>(letters), static_cast<std::uint32_t>(name.size())};
+    std::ranges::copy(name, text() + letters);
 }
 
 SequenceText::~SequenceText()

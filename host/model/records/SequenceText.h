@@ -16,6 +16,8 @@ class SequenceText
 public:
     SequenceText() noexcept = default;
     SequenceText(std::string_view name, std::string_view letters);
+    // So many letters, which the caller fills in at once.
+    SequenceText(std::string_view name, std::size_t letters);
     SequenceText(SequenceText &&other) noexcept : m_Head(std::exchange(other.m_Head, &s_Empty)) { }
     SequenceText(const SequenceText &other) : SequenceText(other.name(), other.letters()) { }
     ~SequenceText();
@@ -32,6 +34,8 @@ public:
     [[nodiscard]] std::string_view letters() const noexcept { return {text(), m_Head->letters}; }
     [[nodiscard]] char letter(std::size_t index) const noexcept { return text()[index]; }
     [[nodiscard]] std::size_t letterCount() const noexcept { return m_Head->letters; }
+
+    [[nodiscard]] char *letterRoom() noexcept { return text(); }
 
     // The letters move; views of them no longer hold.
     void setName(std::string_view name);

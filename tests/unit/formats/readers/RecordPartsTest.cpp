@@ -170,7 +170,7 @@ TEST(TextParts, AreTheTextWithItsLinesAndEndBeforeARecord)
     std::string all;
     std::uint64_t lines = 0;
     std::size_t parts = 0;
-    while (const std::unique_ptr<TextReader> part = reader.takeRecords('>')) {
+    while (const std::unique_ptr<TextReader> part = reader.takePart('>')) {
         ++parts;
         while (part->nextLine()) {
             ASSERT_EQ(part->line(), ++lines);
@@ -194,7 +194,7 @@ TEST(TextParts, DoNotEndBetweenTwoLinesThatBothBeginWithTheMark)
     ByteSource source(file.path(), progress);
     TextReader reader(source);
     std::size_t parts = 0;
-    while (const std::unique_ptr<TextReader> part = reader.takeRecords('>')) {
+    while (const std::unique_ptr<TextReader> part = reader.takePart('>')) {
         ++parts;
         ASSERT_TRUE(part->nextLine());
         ASSERT_EQ(part->restOfLine(), ">a");

@@ -46,6 +46,31 @@ TEST(StockholmReader, BlocksAddUpToRows)
     EXPECT_THAT(rowTexts(read("a AC\nb A-\n \nb DE\na DE\n")), ElementsAre("ACDE", "A-DE"));
 }
 
+TEST(StockholmReader, LongRowsMayComeInOnePieceOrInSeveral)
+{
+    std::vector<std::string> pieces;
+    for (unsigned row = 0; row < 4; ++row)
+        for (unsigned piece = 0; piece < 3; ++piece) {
+            std::string &text = pieces.emplace_back();
+            while (text.size() < (piece == 2 ? 70U : 5000U))
+                text +=
+                    (text.size() * (row + 3) + piece) % 7 < 2 ? '-' : char('A' + text.size() % 26);
+        }
+    std::string inOne;
+    std::string inBlocks;
+    std::vector<std::string> rows;
+    for (unsigned row = 0; row < 4; ++row) {
+        rows.push_back(pieces[3 * row] + pieces[3 * row + 1] + pieces[3 * row + 2]);
+        inOne += "row" + std::to_string(row) + ' ' + rows.back() + '\n';
+    }
+    for (unsigned piece = 0; piece < 3; ++piece)
+        for (unsigned row = 0; row < 4; ++row)
+            inBlocks += "row" + std::to_string(row) + ' ' + pieces[3 * row + piece] + '\n';
+    EXPECT_EQ(rowTexts(read(inOne)), rows);
+    EXPECT_EQ(rowTexts(read(inBlocks)), rows);
+    EXPECT_THAT(rowNames(read(inOne)), ElementsAre("row0", "row1", "row2", "row3"));
+}
+
 TEST(StockholmReader, EveryKindOfAnnotationIsKept)
 {
     const AlignmentRecord alignment = read("#=GF ID   family\n"

@@ -19,6 +19,16 @@ TEST(SequenceText, HoldsNameAndLettersInOneAllocation)
     EXPECT_EQ(text.bytes(), 8U + 4U + 5U);
 }
 
+TEST(SequenceText, LettersMayBeFilledIn)
+{
+    SequenceText text("row1", std::size_t{3});
+    EXPECT_EQ(text.name(), "row1");
+    EXPECT_EQ(text.letterCount(), 3U);
+    std::string("ACD").copy(text.letterRoom(), 3);
+    EXPECT_EQ(text.letters(), "ACD");
+    EXPECT_EQ(text.name(), "row1");
+}
+
 TEST(SequenceText, WithoutACharacterTakesNoRoom)
 {
     const SequenceText text("", "");
