@@ -17,12 +17,30 @@ public:
         for (const char character : text)
             add(character);
     }
+    // Of a row's columns without any blank among them, gaps as they are written.
+    [[nodiscard]] static std::uint32_t ofCells(std::string_view cells) noexcept
+    {
+        std::uint64_t sum = 0;
+        for (; cells.size() >= kPeriod; cells.remove_prefix(kPeriod))
+            sum += weighed(cells.substr(0, kPeriod));
+        return reduced(sum + weighed(cells));
+    }
     // Over every column, gaps as they are written.
     [[nodiscard]] std::uint32_t ofColumns() const noexcept { return reduced(m_OfColumns); }
     // Over the residues alone: some programs leave the gaps out.
     [[nodiscard]] std::uint32_t ofResidues() const noexcept { return reduced(m_OfResidues); }
 
 private:
+    // Places count from 1 to this number, again and again.
+    static constexpr std::uint32_t kPeriod = 57;
+
+    static std::uint32_t weighed(std::string_view period) noexcept
+    {
+        std::uint32_t sum = 0;
+        for (std::uint32_t place = 0; place < period.size(); ++place)
+            sum += (place + 1) * static_cast<unsigned char>(capitalLetter(period[place]));
+        return sum;
+    }
     void add(char character) noexcept
     {
         const auto capital = static_cast<unsigned char>(capitalLetter(character));
@@ -32,12 +50,10 @@ private:
         if (isLetter(character))
             add(m_OfResidues, m_Residues, capital);
     }
-    // Places count from 1 to 57, again and again.
     static void add(std::uint64_t &sum, std::uint32_t &place, unsigned char character) noexcept
     {
-        constexpr std::uint32_t period = 57;
         sum += std::uint64_t{place + 1} * character;
-        place = place + 1 == period ? 0 : place + 1;
+        place = place + 1 == kPeriod ? 0 : place + 1;
     }
     static std::uint32_t reduced(std::uint64_t sum) noexcept
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentWriters.h"
 
+#include "Bits.h"
 #include "CellText.h"
 #include "Text.h"
 #include "TextBuffer.h"
@@ -66,21 +67,35 @@ constexpr LetterBits makeLetterBits() noexcept
         table[static_cast<unsigned char>(letter)] = bitOf(letter);
         table[static_cast<unsigned char>(letter - 'a' + 'A')] = bitOf(letter);
     }
-    table[static_cast<unsigned char>('-')] = kGapBit;
     return table;
 }
 
 constexpr LetterBits kLetterBits = makeLetterBits();
 
-// A character a column that says how alike its residues are.
+// A character a column that says how alike its residues are. A column is looked at no more once a
+// row has a gap there, which mostly comes soon.
 std::string conservation(const FittedAlignment &alignment)
 {
     std::vector<Letters> columns(alignment.width());
-    std::string cells(alignment.width() + CellText::kSlack, '-');
+    std::vector<bits::Word> full(bits::wordsFor(alignment.width()), ~bits::Word{0});
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
-        CellText(alignment.cells(row)).put(alignment.width(), '-', cells.data());
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            columns[i] |= kLetterBits[static_cast<unsigned char>(cells[i])];
+        const GappedView cells = alignment.cells(row);
+        const char *letter = cells.letters.data();
+        for (std::size_t word = 0; word < full.size(); ++word) {
+            const bits::Word here = cells.occupancy[word];
+            full[word] &= here;
+            if (full[word] == 0) {
+                letter += bits::count(here);
+                continue;
+            }
+            bits::forEach(here, word * bits::kPerWord, [&](std::size_t column) {
+                columns[column] |= kLetterBits[static_cast<unsigned char>(*letter++)];
+            });
+        }
+    }
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        if (!bits::isSet(full, column))
+            columns[column] = kGapBit;
     }
     std::string marks(columns.size(), ' ');
     std::transform(columns.begin(), columns.end(), marks.begin(), markOf);
@@ -109,6 +124,7 @@ void writeClustal(const FittedAlignment &alignment, TextSink &sink)
         text.append('\n');
         for (std::size_t row = 0; row < rows.size() && text.isOpen(); ++row) {
             text.appendPadded(alignment.name(row), place);
+            prefetchBehind(rows, row);
             text.append(rows[row], count, '-');
             text.append('\n');
         }

@@ -26,10 +26,9 @@ void appendHeader(const FittedAlignment &alignment, std::size_t row, TextBuffer 
 void appendLines(const GappedView &row, std::uint64_t lineLength, TextBuffer &text)
 {
     CellText cells(row);
-    while (cells.column() < row.width) {
-        text.append(cells, std::min(row.width - cells.column(), lineLength), '-');
+    text.appendLines(cells, row.width, lineLength, '-');
+    if (row.width % lineLength != 0)
         text.append('\n');
-    }
 }
 
 } // namespace

@@ -18,13 +18,6 @@ constexpr std::size_t kMsfGroup = 10;
 constexpr char kMsfGap = '.';
 constexpr unsigned kModulus = 10000;
 
-std::uint32_t checksum(std::string_view cells)
-{
-    MsfChecksum sum;
-    sum.add(cells);
-    return sum.ofColumns();
-}
-
 std::string padded(const std::string &text, std::size_t width)
 {
     return std::string(width - std::min(width, text.size()), ' ') + text;
@@ -44,7 +37,7 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
     for (std::size_t row = 0; row < alignment.rowCount(); ++row) {
         cells.clear();
         CellText(alignment.cells(row)).append(alignment.width(), kMsfGap, cells);
-        checks.push_back(checksum(cells));
+        checks.push_back(MsfChecksum::ofCells(cells));
         total = (total + checks.back()) % kModulus;
         longest = std::max(longest, characterCount(alignment.name(row)));
     }
@@ -65,10 +58,8 @@ void writeMsf(const FittedAlignment &alignment, TextSink &sink)
         text.append('\n');
         for (std::size_t row = 0; row < rows.size() && text.isOpen(); ++row) {
             text.appendPadded(alignment.name(row), longest + 1);
-            for (std::uint64_t at = begin; at < end; at += kMsfGroup) {
-                text.append(' ');
-                text.append(rows[row], std::min<std::uint64_t>(kMsfGroup, end - at), kMsfGap);
-            }
+            prefetchBehind(rows, row);
+            text.appendGroups(rows[row], end - begin, kMsfGroup, kMsfGap);
             text.append('\n');
         }
     }

@@ -41,10 +41,8 @@ void writePhylip(const FittedAlignment &alignment, TextSink &sink)
             const std::string_view name = begin == 0 ? alignment.name(row) : std::string_view();
             text.append(name);
             text.append(place - name.size(), ' ');
-            for (std::uint64_t at = begin; at < end; at += group) {
-                text.append(' ');
-                text.append(rows[row], std::min(group, end - at), '-');
-            }
+            prefetchBehind(rows, row);
+            text.appendGroups(rows[row], end - begin, group, '-');
             text.append('\n');
         }
     }

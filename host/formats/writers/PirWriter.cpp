@@ -4,7 +4,8 @@
 #include "CellText.h"
 #include "TextBuffer.h"
 
-#include <algorithm>
+#include <string>
+#include <string_view>
 
 namespace TAMBO::formats {
 
@@ -24,6 +25,15 @@ std::string brokenText(const FittedAlignment &alignment, std::size_t row)
     return text;
 }
 
+void appendFullLines(std::string_view cells, std::uint64_t lineLength, TextBuffer &text)
+{
+    for (; cells.size() >= lineLength; cells.remove_prefix(lineLength)) {
+        text.append(cells.substr(0, lineLength));
+        text.append('\n');
+    }
+    text.append(cells);
+}
+
 } // namespace
 
 void writePir(const FittedAlignment &alignment, TextSink &sink)
@@ -37,19 +47,12 @@ void writePir(const FittedAlignment &alignment, TextSink &sink)
         text.append('\n');
         text.append(alignment.description(row));
         text.append('\n');
-        const bool isBroken = !alignment.row(row).chainBreaks.empty();
-        const std::string broken = isBroken ? brokenText(alignment, row) : std::string();
-        CellText cells(alignment.cells(row));
-        const std::uint64_t width = alignment.cells(row).width;
-        for (std::uint64_t begin = 0; begin < width; begin += lineLength) {
-            const std::uint64_t count = std::min(width - begin, lineLength);
-            if (isBroken)
-                text.append(std::string_view(broken).substr(begin, count));
-            else
-                text.append(cells, count, '-');
-            // The end has a line of its own when the last one is full.
-            if (count == lineLength)
-                text.append('\n');
+        // The end has a line of its own when the last one is full.
+        if (alignment.row(row).chainBreaks.empty()) {
+            CellText cells(alignment.cells(row));
+            text.appendLines(cells, alignment.cells(row).width, lineLength, '-');
+        } else {
+            appendFullLines(brokenText(alignment, row), lineLength, text);
         }
         text.append("*\n\n");
     }

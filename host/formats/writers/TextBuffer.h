@@ -12,6 +12,14 @@
 
 namespace TAMBO::formats {
 
+// Has the processor fetch the piece of a row that is written soon after that one.
+inline void prefetchBehind(const std::vector<CellText> &rows, std::size_t row) noexcept
+{
+    constexpr std::size_t ahead = 4;
+    if (row + ahead < rows.size())
+        rows[row + ahead].prefetch();
+}
+
 class TextBuffer
 {
 public:
@@ -23,6 +31,10 @@ public:
     void append(std::size_t count, char character);
     // The next columns of a row.
     void append(CellText &cells, std::uint64_t columns, char gap);
+    // The same in groups of so many columns, a blank before each.
+    void appendGroups(CellText &cells, std::uint64_t columns, std::uint64_t group, char gap);
+    // The same in lines of so many columns, each of which ends with '\n' when it is full.
+    void appendLines(CellText &cells, std::uint64_t columns, std::uint64_t line, char gap);
     // Appends the text and blanks until it has so many characters.
     void appendPadded(std::string_view text, std::size_t characters);
     // Hands over what is left. Nothing does so by itself.
