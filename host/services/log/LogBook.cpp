@@ -6,6 +6,9 @@
 
 #include <QByteArray>
 
+#include <algorithm>
+#include <utility>
+
 namespace TAMBO::services {
 
 namespace {
@@ -57,7 +60,9 @@ void routeToolkitMessage(QtMsgType type, const QMessageLogContext &context, cons
 } // namespace
 
 LogBook::LogBook(const QString &path, std::size_t entries, qint64 fileSize)
-    : m_Largest(entries), m_File(path.isEmpty() ? nullptr : new LogFile(path, fileSize))
+    : m_Largest(entries),
+      m_FileSize(fileSize),
+      m_File(path.isEmpty() ? nullptr : new LogFile(path, fileSize))
 {
     qRegisterMetaType<TAMBO::services::LogEntry>();
 }
@@ -75,31 +80,74 @@ QString LogBook::leftOut(qsizetype length)
     return QStringLiteral("\n[… %1 characters are left out here …]\n").arg(length);
 }
 
-void LogBook::write(const QString &text, Logger::Severity severity)
+QString LogBook::trimmed(const QString &text)
 {
     QString line = text;
     if (line.size() > kLongest)
         line = text.left(kLongest / 2) + leftOut(text.size() - kLongest) + text.right(kLongest / 2);
     while (!line.isEmpty() && line.back().isSpace())
         line.chop(1);
+    return line;
+}
+
+void LogBook::write(const QString &text, Logger::Severity severity)
+{
+    const QString line = trimmed(text);
     if (line.isEmpty())
         return;
-
-    LogEntry entry;
-    LogEntry complaint;
+    std::vector<LogEntry> added;
     {
         const std::lock_guard lock(m_Mutex);
-        entry = add(line, severity);
-        if (m_File && !writeToFile(entry)) {
-            complaint = add(QStringLiteral("The log file cannot be written: %1: %2")
-                                .arg(m_File->path(), m_File->error()),
-                            Logger::Severity::Warning);
-            m_File.reset();
-        }
+        addTo(added, line, severity);
     }
-    emit written(entry);
-    if (complaint.number != 0)
-        emit written(complaint);
+    for (const LogEntry &entry : added)
+        emit written(entry);
+}
+
+void LogBook::write(std::size_t count, const Logger::LineAt &lineAt)
+{
+    std::size_t skipped = 0;
+    const std::vector<Logger::Line> lines = keptOf(count, lineAt, skipped);
+    std::vector<LogEntry> added;
+    added.reserve(lines.size());
+    {
+        const std::lock_guard lock(m_Mutex);
+        m_Count += skipped;
+        for (const Logger::Line &line : lines)
+            addTo(added, line.text, line.severity);
+    }
+    const std::size_t kept = std::min(added.size(), m_Largest);
+    for (auto entry = added.end() - std::ptrdiff_t(kept); entry != added.end(); ++entry)
+        emit written(*entry);
+}
+
+// The file and the one that was put aside hold no more than twice what one may.
+std::vector<Logger::Line> LogBook::keptOf(std::size_t count, const Logger::LineAt &lineAt,
+                                          std::size_t &skipped) const
+{
+    qint64 room = path().isEmpty() ? 0 : 2 * m_FileSize;
+    std::vector<Logger::Line> lines;
+    for (skipped = count; skipped > 0 && (room > 0 || lines.size() < m_Largest); --skipped) {
+        Logger::Line line = lineAt(skipped - 1);
+        line.text = trimmed(line.text);
+        if (line.text.isEmpty())
+            continue;
+        room -= line.text.size();
+        lines.push_back(std::move(line));
+    }
+    std::ranges::reverse(lines);
+    return lines;
+}
+
+void LogBook::addTo(std::vector<LogEntry> &added, const QString &text, Logger::Severity severity)
+{
+    added.push_back(add(text, severity));
+    if (!m_File || writeToFile(added.back()))
+        return;
+    const QString complaint = QStringLiteral("The log file cannot be written: %1: %2")
+                                  .arg(m_File->path(), m_File->error());
+    m_File.reset();
+    added.push_back(add(complaint, Logger::Severity::Warning));
 }
 
 LogEntry LogBook::add(const QString &text, Logger::Severity severity)

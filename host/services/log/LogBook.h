@@ -52,6 +52,9 @@ public:
     [[nodiscard]] static QString leftOut(qsizetype length);
     // A text without any character but blanks is not worth an entry.
     void write(const QString &text, Logger::Severity severity);
+    // So many, in their order. Of those that would be gone again behind the last one nobody hears,
+    // but they are counted.
+    void write(std::size_t count, const Logger::LineAt &lineAt);
     // The latest ones, oldest first.
     [[nodiscard]] std::vector<LogEntry> entries() const;
     void clear();
@@ -66,12 +69,21 @@ signals:
     void written(const TAMBO::services::LogEntry &entry);
 
 private:
+    // A text as it is kept, without what nobody would see.
+    [[nodiscard]] static QString trimmed(const QString &text);
+    // The last ones, which are all that list and file keep of so many; skipped: how many come
+    // before them.
+    [[nodiscard]] std::vector<Logger::Line> keptOf(std::size_t count, const Logger::LineAt &lineAt,
+                                                   std::size_t &skipped) const;
     LogEntry add(const QString &text, Logger::Severity severity);
+    // With the file's complaint behind it, if there is one.
+    void addTo(std::vector<LogEntry> &added, const QString &text, Logger::Severity severity);
     bool writeToFile(const LogEntry &entry);
 
     mutable std::mutex m_Mutex;
     std::deque<LogEntry> m_Entries;
     std::size_t m_Largest;
+    qint64 m_FileSize;
     quint64 m_Count = 0;
     // Of the last entry.
     qint64 m_Now = 0;

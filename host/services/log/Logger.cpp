@@ -54,3 +54,8 @@ void Logger::Write(const QString &message, Severity severity)
 {
     LogBook::instance().write(message, severity);
 }
+
+void Logger::WriteLines(std::size_t count, const LineAt &lineAt)
+{
+    LogBook::instance().write(count, lineAt);
+}

@@ -7,20 +7,42 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace ZEP {
 
 namespace {
 
 // All at once, since pattern and name may hold what looks like a place marker.
-void logRow(const QString &pattern, const QString &name, const RowSearch::Row &row)
+Logger::Line countLine(const QString &pattern, const QString &name, const RowSearch::Row &row)
 {
-    Logger::Write(QStringLiteral("Pattern '%1' found %2 time(s) from %3")
-                      .arg(pattern, QStringLiteral("%1").arg(row.count, 2), name));
-    if (!row.problem.isEmpty())
-        Logger::Write(QStringLiteral("Pattern '%1': the search of %2 was given up in column %3: %4")
-                          .arg(pattern, name, QString::number(row.problemColumn + 1), row.problem),
-                      Logger::Severity::Warning);
+    return {QStringLiteral("Pattern '%1' found %2 time(s) from %3")
+                .arg(pattern, QStringLiteral("%1").arg(row.count, 2), name)};
+}
+
+Logger::Line problemLine(const QString &pattern, const QString &name, const RowSearch::Row &row)
+{
+    return {QStringLiteral("Pattern '%1': the search of %2 was given up in column %3: %4")
+                .arg(pattern, name, QString::number(row.problemColumn + 1), row.problem),
+            Logger::Severity::Warning};
+}
+
+// A line for each row, and a second one for those that were given up.
+void logRows(const TAMBO::Alignment &alignment, const QString &pattern,
+             const std::vector<RowSearch::Row> &rows)
+{
+    std::vector<std::size_t> rowOf;
+    rowOf.reserve(rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rowOf.insert(rowOf.end(), rows[row].problem.isEmpty() ? 1 : 2, row);
+    Logger::WriteLines(rowOf.size(), [&](std::size_t line) {
+        const std::size_t row = rowOf[line];
+        const QString name = QString::fromStdString(alignment.GetSeqName(row));
+        const bool isSecond = line > 0 && rowOf[line - 1] == row;
+        return isSecond ? problemLine(pattern, name, rows[row])
+                        : countLine(pattern, name, rows[row]);
+    });
 }
 
 } // namespace
@@ -42,8 +64,8 @@ void selectMatches(TAMBO::Alignment &alignment, const QString &pattern,
     for (unsigned long row = 0; row < found.rows.size(); ++row) {
         for (const RowSearch::Columns &columns : found.rows[row].columns)
             selectMatch(alignment, row, columns.begin, columns.end - columns.begin);
-        logRow(pattern, QString::fromStdString(alignment.GetSeqName(row)), found.rows[row]);
     }
+    logRows(alignment, pattern, found.rows);
     if (std::ranges::any_of(found.rows, &RowSearch::Row::hasEmptyMatch))
         Logger::Write(QStringLiteral("Pattern '%1' can match an empty text").arg(pattern));
 }

@@ -128,6 +128,69 @@ TEST(LogBook, AFileThatCannotBeWrittenIsToldOnceAndTheEntriesStay)
     EXPECT_EQ(entries[2].text, "two");
 }
 
+TEST(LogBook, TakesManyLinesAtOnceAsOneAfterTheOther)
+{
+    const QTemporaryDir directory;
+    LogBook single(directory.filePath("single.log"));
+    LogBook many(directory.filePath("many.log"));
+    const std::vector<Logger::Line> lines = {
+        {"one", Severity::Info}, {" \n", Severity::Error}, {"zwei Größen\n", Severity::Warning}};
+    for (const Logger::Line &line : lines)
+        single.write(line.text, line.severity);
+    const QSignalSpy spy(&many, &LogBook::written);
+    many.write(lines.size(), [&](std::size_t i) { return lines[i]; });
+    ASSERT_EQ(many.entries().size(), single.entries().size());
+    EXPECT_EQ(std::size_t(spy.count()), many.entries().size());
+    for (std::size_t i = 0; i < many.entries().size(); ++i) {
+        EXPECT_EQ(many.entries()[i].text, single.entries()[i].text);
+        EXPECT_EQ(many.entries()[i].severity, single.entries()[i].severity);
+        EXPECT_EQ(many.entries()[i].number, single.entries()[i].number);
+    }
+    constexpr qsizetype kTime = 24;
+    const QStringList expected = linesOf(single.path());
+    const QStringList written = linesOf(many.path());
+    ASSERT_EQ(written.size(), expected.size());
+    for (qsizetype i = 0; i < written.size(); ++i)
+        EXPECT_EQ(written[i].mid(kTime), expected[i].mid(kTime));
+}
+
+TEST(LogBook, OfManyLinesThoseThatWouldBeGoneAgainAreNotAskedFor)
+{
+    const QTemporaryDir directory;
+    constexpr std::size_t kLines = 1'000'000;
+    constexpr qint64 kFileSize = 10'000;
+    LogBook book(directory.filePath("tambo.log"), 100, kFileSize);
+    book.write("before", Severity::Info);
+    const QSignalSpy spy(&book, &LogBook::written);
+    std::size_t asked = 0;
+    book.write(kLines, [&](std::size_t i) {
+        ++asked;
+        return Logger::Line{QStringLiteral("line %1").arg(i, 45)};
+    });
+    EXPECT_EQ(asked, 400U) << "lines of 50 characters in two files";
+    EXPECT_EQ(spy.count(), 100);
+    const auto entries = book.entries();
+    ASSERT_EQ(entries.size(), 100U);
+    EXPECT_TRUE(entries.front().text.endsWith(" 999900"));
+    EXPECT_EQ(entries.back().number, kLines + 1);
+    EXPECT_LE(QFileInfo(book.path()).size(), kFileSize);
+    EXPECT_TRUE(linesOf(book.path()).last().endsWith(" 999999"));
+    EXPECT_FALSE(linesOf(book.path() + ".1").isEmpty());
+    EXPECT_FALSE(linesOf(book.path() + ".1").join(' ').contains("before"));
+}
+
+TEST(LogBook, ManyLinesInMemoryAloneAreAskedForAsManyAsAreKept)
+{
+    LogBook book(QString(), 100);
+    std::size_t asked = 0;
+    book.write(1'000'000, [&](std::size_t i) {
+        ++asked;
+        return Logger::Line{QString::number(i)};
+    });
+    EXPECT_EQ(asked, 100U);
+    EXPECT_EQ(book.entries().back().text, "999999");
+}
+
 TEST(LogBook, TakesEntriesOfManyThreads)
 {
     const QTemporaryDir directory;
