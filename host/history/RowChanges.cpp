@@ -4,7 +4,10 @@
 #include "Alignment.h"
 #include "AlignmentTable.h"
 #include "Peptide.h"
+#include "Space.h"
 #include "Structure.h"
+
+#include <typeinfo>
 
 namespace TAMBO {
 
@@ -18,18 +21,35 @@ bool followsName(const AlignmentRow &row)
 
 } // namespace
 
+PointerSet<Compound> *RowChanges::changedIn(EditPart part) noexcept
+{
+    switch (part) {
+    case EditPart::Name:
+        return &m_Renamed;
+    case EditPart::Numbers:
+        return &m_Renumbered;
+    case EditPart::Elements:
+        return &m_WithElements;
+    default:
+        return nullptr;
+    }
+}
+
 void RowChanges::add(const Compound &holder, EditPart part)
 {
-    const bool isShown =
-        part == EditPart::Name || part == EditPart::Numbers || part == EditPart::Elements;
-    if (isShown && dynamic_cast<const Alignment *>(&holder) == nullptr)
-        m_Changed[&holder].add(part);
+    PointerSet<Compound> *const changed = changedIn(part);
+    if (changed == nullptr)
+        return;
+    // Mostly it is a sequence, of which a cast that finds nothing costs more than all else.
+    const bool isSequence = typeid(holder) == typeid(Peptide);
+    if (isSequence || dynamic_cast<const Alignment *>(&holder) == nullptr)
+        changed->insert(&holder);
 }
 
 EditParts RowChanges::of(const Alignment &alignment) const
 {
     EditParts parts;
-    if (m_Changed.empty())
+    if (m_Renamed.empty() && m_Renumbered.empty() && m_WithElements.empty())
         return parts;
     const AlignmentTable &table = alignment.table();
     for (std::size_t row = 0; row < table.rowCount(); ++row)
@@ -39,8 +59,14 @@ EditParts RowChanges::of(const Alignment &alignment) const
 
 EditParts RowChanges::partsOf(const Compound *object) const
 {
-    const auto found = m_Changed.find(object);
-    return found == m_Changed.end() ? EditParts() : found->second;
+    EditParts parts;
+    if (m_Renamed.contains(object))
+        parts.add(EditPart::Name);
+    if (m_Renumbered.contains(object))
+        parts.add(EditPart::Numbers);
+    if (m_WithElements.contains(object))
+        parts.add(EditPart::Elements);
+    return parts;
 }
 
 EditParts RowChanges::ofChain(const Peptide &chain) const
@@ -55,7 +81,9 @@ EditParts RowChanges::ofRow(const AlignmentRow &row) const
 {
     const Peptide &sequence = row.sequence();
     const EditParts own = partsOf(&sequence);
-    const auto *const structure = dynamic_cast<const Structure *>(sequence.Parent());
+    const Compound *const parent = sequence.Parent();
+    const auto *const structure =
+        parent == Space::instance() ? nullptr : dynamic_cast<const Structure *>(parent);
     const bool isNamedByOther = structure != nullptr && partsOf(structure).has(EditPart::Name);
     EditParts parts;
     if (followsName(row) && (own.has(EditPart::Name) || isNamedByOther))

@@ -4,8 +4,7 @@
 #pragma once
 
 #include "EditParts.h"
-
-#include <unordered_map>
+#include "PointerSet.h"
 
 namespace TAMBO {
 
@@ -27,12 +26,16 @@ public:
     [[nodiscard]] EditParts of(const Alignment &alignment) const;
 
 private:
+    // Of such a part; null for one that no row shows.
+    [[nodiscard]] PointerSet<Compound> *changedIn(EditPart part) noexcept;
     [[nodiscard]] EditParts partsOf(const Compound *object) const;
     [[nodiscard]] EditParts ofChain(const Peptide &chain) const;
     [[nodiscard]] EditParts ofRow(const AlignmentRow &row) const;
 
     // Of sequences, chains and structures.
-    std::unordered_map<const Compound *, EditParts> m_Changed;
+    PointerSet<Compound> m_Renamed;
+    PointerSet<Compound> m_Renumbered;
+    PointerSet<Compound> m_WithElements;
 };
 
 } // namespace TAMBO

@@ -8,6 +8,7 @@
 #include "KeptState.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "PointerSet.h"
 #include "RowChanges.h"
 #include "StepJournal.h"
 #include "Structure.h"
@@ -15,14 +16,13 @@
 #include <algorithm>
 #include <map>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace TAMBO {
 
 namespace {
 
-using Objects = std::unordered_set<const Compound *>;
+using Objects = PointerSet<Compound>;
 
 // The one below Space that the object is or is a part of; null when it is out of the tree.
 const Compound *topOf(const Compound &object)

@@ -58,10 +58,12 @@ bool fit(const AlignmentTable &table, const Range &range, const std::vector<Occu
 
 void removeRowsOf(AlignmentTable &table, const Peptide &sequence)
 {
-    removeRowsOf(table, std::unordered_set<const Peptide *>{&sequence});
+    PointerSet<Peptide> only;
+    only.insert(&sequence);
+    removeRowsOf(table, only);
 }
 
-bool removeRowsOf(AlignmentTable &table, const std::unordered_set<const Peptide *> &sequences)
+bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences)
 {
     std::vector<std::size_t> indices;
     for (std::size_t i = 0; i < table.rowCount(); ++i) {

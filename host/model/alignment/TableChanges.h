@@ -3,8 +3,8 @@
 #pragma once
 
 #include "AlignmentTable.h"
+#include "PointerSet.h"
 
-#include <unordered_set>
 #include <vector>
 
 namespace TAMBO {
@@ -13,7 +13,7 @@ namespace TAMBO {
 // their places on undo.
 void removeRowsOf(AlignmentTable &table, const Peptide &sequence);
 // The same for several at once. False when no row shows one of them.
-bool removeRowsOf(AlignmentTable &table, const std::unordered_set<const Peptide *> &sequences);
+bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences);
 
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.

@@ -8,17 +8,19 @@
 #include "ObjectSpace.h"
 #include "ObjectsEdit.h"
 #include "Peptide.h"
+#include "PointerSet.h"
 #include "Structure.h"
 #include "TableChanges.h"
 
-#include <unordered_set>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace TAMBO {
 
 namespace {
 
-using GoingSequences = std::unordered_set<const Peptide *>;
+using GoingSequences = PointerSet<Peptide>;
 
 GoingSequences sequencesOf(Compound &object)
 {
@@ -61,39 +63,37 @@ void detach(const GoingSequences &sequences)
             publishAtEnd(Publisher::Update);
     }
     for (Peptide *const tied : ObjectSpace::get().referrers<Peptide>()) {
-        GoingSequences going;
+        std::vector<const Peptide *> going;
         tied->forEachTiedChain([&](const Peptide &chain) {
-            if (sequences.contains(&chain))
-                going.insert(&chain);
+            if (sequences.contains(&chain) && std::ranges::find(going, &chain) == going.end())
+                going.push_back(&chain);
         });
         for (const Peptide *const chain : going)
             tied->untieFrom(*chain);
     }
 }
 
-void destroySequences(GoingSequences sequences)
+void destroySequences(const GoingSequences &asked)
 {
     GoingSequences kept;
-    forEachLocked(sequences, [&](const Peptide &sequence, const Alignment &locked) {
-        if (kept.insert(&sequence).second)
+    forEachLocked(asked, [&](const Peptide &sequence, const Alignment &locked) {
+        if (kept.insert(&sequence))
             refuseToDestroy(sequence, locked);
     });
-    for (const Peptide *const sequence : kept)
-        sequences.erase(sequence);
     ObjectSpace &space = ObjectSpace::get();
     std::vector<std::size_t> indices;
-    for (std::size_t i = 0; i < space.objectCount() && indices.size() < sequences.size(); ++i) {
+    GoingSequences going(asked.size());
+    for (std::size_t i = 0; i < space.objectCount() && going.size() < asked.size(); ++i) {
         const Peptide *const sequence = Peptide::from(space.object(i));
-        if (sequence == nullptr || !sequences.contains(sequence))
+        if (sequence == nullptr || !asked.contains(sequence) || kept.contains(sequence) ||
+            !mayChange(*sequence))
             continue;
-        if (mayChange(*sequence))
-            indices.push_back(i);
-        else
-            sequences.erase(sequence);
+        indices.push_back(i);
+        going.insert(sequence);
     }
     if (indices.empty())
         return;
-    detach(sequences);
+    detach(going);
     publishAtEnd(Publisher::Delete);
     ObjectContainer::Objects taken = space.takeObjects(indices);
     recordInverse(
@@ -105,7 +105,7 @@ void destroySequences(GoingSequences sequences)
 void destroyObjects(const std::vector<Compound *> &objects)
 {
     const ChangeScope scope;
-    GoingSequences sequences;
+    GoingSequences sequences(objects.size());
     for (Compound *const object : objects) {
         const Peptide *const sequence = Peptide::from(object);
         // DataMaker says why nothing can be deleted now.
@@ -115,7 +115,7 @@ void destroyObjects(const std::vector<Compound *> &objects)
         else
             DataMaker::Destroy(object);
     }
-    destroySequences(std::move(sequences));
+    destroySequences(sequences);
 }
 
 bool detachSequencesOf(Compound &object)

@@ -3,6 +3,7 @@
 
 #include "CandidateModel.h"
 #include "Logger.h"
+#include "PointerSet.h"
 #include "SelectObjectAnswers.h"
 #include "ShownCandidates.h"
 #include "Subscriber.h"
@@ -20,7 +21,6 @@
 #include <QVBoxLayout>
 
 #include <functional>
-#include <unordered_set>
 
 namespace TAMBO {
 
@@ -251,11 +251,14 @@ void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
     if (objects.empty())
         return;
     // Of a candidate that is offered twice the first one.
-    std::unordered_set<const Compound *> wanted(objects.begin(), objects.end());
+    const PointerSet<Compound> wanted(objects.begin(), objects.end());
+    PointerSet<Compound> found(wanted.size());
     std::vector<int> rows;
-    for (int row = 0; row < m_Model.rowCount() && !wanted.empty(); ++row)
-        if (wanted.erase(m_Model.object(row)) > 0)
+    for (int row = 0; row < m_Model.rowCount() && found.size() < wanted.size(); ++row) {
+        const Compound *const object = m_Model.object(row);
+        if (wanted.contains(object) && found.insert(object))
             rows.push_back(row);
+    }
     m_Model.setTicked(rows, true);
 }
 
@@ -277,7 +280,7 @@ int SelectObject::Picker::answer(const std::optional<std::vector<Compound *>> &g
 {
     if (!given)
         return QDialog::Rejected;
-    const std::unordered_set<const Compound *> wanted(given->begin(), given->end());
+    const PointerSet<Compound> wanted(given->begin(), given->end());
     std::vector<Compound *> choice;
     for (int row = 0; row < m_Model.rowCount(); ++row)
         if (wanted.contains(m_Model.object(row)))
