@@ -81,6 +81,8 @@ public:
     // Appends to out one letter per row, '\0' for gaps.
     void readColumn(unsigned long col, std::vector<char> &out) const;
     [[nodiscard]] AlignmentMajority majority(unsigned long col) const;
+    // Of all columns. Empty when that took long and the user has given it up.
+    [[nodiscard]] std::vector<AlignmentMajority> majorities() const;
     // False when no residue of the row can have a position.
     [[nodiscard]] bool hasPositions(unsigned long row) const;
     // Appends to out the positions of the cells [begin, end) of a row, undefined for gaps and for
@@ -98,7 +100,8 @@ public:
 
     // ---- Colouring and selecting without making residue objects, inside a guard. As SetColor()
     // and SetSelected() of one residue after the other, row by row: the alignment's own lock does
-    // not matter, that of a sequence keeps its colours.
+    // not matter, that of a sequence keeps its colours. Each shows how far it is when it takes
+    // long; when the user gives it up, nothing has changed.
 
     // Every residue, by the character code of its letter.
     void colorByLetter(const std::array<Color, 256> &colors);

@@ -3,6 +3,7 @@
 
 #include "ChangeScope.h"
 #include "Compound.h"
+#include "LongWork.h"
 #include "TextBytes.h"
 
 #include <algorithm>
@@ -30,7 +31,10 @@ bool HistoryStep::toggle()
 {
     std::vector<std::unique_ptr<Edit>> inverses;
     inverses.reserve(m_Edits.size());
+    // Half a step is no state that anybody knows.
+    LongWork work(m_IsDone ? "Undoing" : "Redoing", m_Edits.size(), LongWork::Kind::Fixed);
     for (auto edit = m_Edits.rbegin(); edit != m_Edits.rend(); ++edit) {
+        static_cast<void>(work.goesOn());
         if (!m_IsTrusted && !(*edit)->fits()) {
             for (; edit != m_Edits.rbegin(); inverses.pop_back())
                 *--edit = inverses.back()->apply();

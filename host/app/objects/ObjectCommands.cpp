@@ -8,10 +8,12 @@
 #include "ExportDialog.h"
 #include "ExportRuns.h"
 #include "KeptState.h"
+#include "LongWork.h"
 #include "ObjectFacts.h"
 #include "ObjectOperations.h"
 #include "ObjectReferences.h"
 #include "ObjectSources.h"
+#include "PointerSet.h"
 #include "PropertiesDialog.h"
 #include "SavedPlaces.h"
 #include "Space.h"
@@ -25,7 +27,6 @@
 #include <QMenu>
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace TAMBO::app {
@@ -40,12 +41,16 @@ namespace {
 
 // One step of undo around a change of each object that its lock allows.
 template <typename Change>
-void changeEach(const ObjectCommands::Objects &objects, const Change &change)
+void changeEach(const ObjectCommands::Objects &objects, const char *what, LongWork::Kind kind,
+                const Change &change)
 {
+    LongWork work(what, objects.size(), kind);
     const DataPoint<Space> step(nullptr, Space::instance());
     if (!step.m_good)
         return;
     for (Compound *object : objects) {
+        if (!work.goesOn())
+            return;
         const DataPoint<Compound> guard(nullptr, object);
         if (guard.m_good)
             change(*object);
@@ -76,7 +81,9 @@ ObjectCommands::ObjectCommands(const ObjectSources &sources) : m_Sources(sources
 
 void ObjectCommands::select(const Objects &objects, bool selected)
 {
-    changeEach(objects, [selected](Compound &object) { object.SetSelected(selected); });
+    // No history takes a selection back.
+    changeEach(objects, "Selecting", LongWork::Kind::Fixed,
+               [selected](Compound &object) { object.SetSelected(selected); });
 }
 
 // The deselected ones first: one may hold, or be part of, a selected one.
@@ -100,12 +107,13 @@ void ObjectCommands::selectNone()
 
 void ObjectCommands::color(const Objects &objects, const QColor &color)
 {
-    changeEach(objects, [&color](Compound &object) { object.SetColor(Color(color)); });
+    changeEach(objects, "Coloring", LongWork::Kind::Changing,
+               [&color](Compound &object) { object.SetColor(Color(color)); });
 }
 
 void ObjectCommands::rename(Compound &object, const QString &name)
 {
-    changeEach({&object},
+    changeEach({&object}, "Renaming", LongWork::Kind::Fixed,
                [&name](Compound &renamed) { renameObject(renamed, name.toStdString()); });
 }
 
@@ -121,11 +129,15 @@ void ObjectCommands::setLocked(const Objects &objects, bool locked)
 
 std::size_t ObjectCommands::destroy(const Objects &objects)
 {
+    LongWork work("Deleting", objects.size(), LongWork::Kind::Reading);
     const DataDelete<Space> step(nullptr, Space::instance());
     if (!step.m_good)
         return 0;
     Objects going;
+    going.reserve(objects.size());
     for (Compound *object : uppermost(objects)) {
+        if (!work.goesOn())
+            return 0;
         // What is above an object that goes must allow it too.
         const DataPoint<Compound> guard(nullptr, object);
         if (guard.m_good && isDestroyable(*object))
@@ -150,7 +162,7 @@ bool ObjectCommands::isDestroyable(const Compound &object)
 
 ObjectCommands::Objects ObjectCommands::uppermost(const Objects &objects)
 {
-    const std::unordered_set<const Compound *> all(objects.begin(), objects.end());
+    const PointerSet<Compound> all(objects.begin(), objects.end());
     Objects result;
     for (Compound *object : objects) {
         const Compound *above = object->Parent();

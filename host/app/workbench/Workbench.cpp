@@ -29,6 +29,7 @@
 #include "SuperposeCommand.h"
 #include "SuperposeDialog.h"
 #include "UndoCommands.h"
+#include "WorkProgress.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
 #include "WriteWait.h"
@@ -93,6 +94,9 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
     m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
+    if (m_Attendance == Attendance::User)
+        m_Progress = std::make_unique<services::WorkProgress>(
+            [this] { return m_FailureBoxes->windowInUse(); });
     m_Commands.setDialogParent(m_Window.get());
     m_Commands.setPlaces(m_Places);
     m_Commands.setExports(m_Exports);
@@ -383,7 +387,7 @@ void Workbench::quit()
 
 void Workbench::endOnRequest()
 {
-    if (isWriteAwaited()) {
+    if (isWriteAwaited() || (m_Progress != nullptr && m_Progress->isShown())) {
         QTimer::singleShot(kPause, this, &Workbench::endOnRequest);
         return;
     }

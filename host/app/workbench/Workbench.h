@@ -23,7 +23,8 @@
 
 namespace TAMBO::services {
 class FailureBoxes;
-}
+class WorkProgress;
+} // namespace TAMBO::services
 
 namespace TAMBO::app {
 
@@ -135,6 +136,8 @@ private:
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
     std::unique_ptr<services::FailureBoxes> m_FailureBoxes;
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
+    // Null when there is nobody to see it.
+    std::unique_ptr<services::WorkProgress> m_Progress;
 };
 
 } // namespace TAMBO::app

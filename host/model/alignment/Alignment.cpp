@@ -138,6 +138,11 @@ AlignmentMajority Alignment::majority(unsigned long col) const
     return col < m_Width ? m_Table->majority(col) : AlignmentMajority();
 }
 
+std::vector<AlignmentMajority> Alignment::majorities() const
+{
+    return m_Table->majorities();
+}
+
 bool Alignment::hasPositions(unsigned long row) const
 {
     return row < height() && m_Table->row(row).sequence().hasAtoms();

@@ -6,11 +6,13 @@
 #include "Bits.h"
 #include "ChangeScope.h"
 #include "LetterColors.h"
+#include "LongWork.h"
 #include "ResidueSelection.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +23,8 @@ namespace TAMBO {
 namespace {
 
 using bits::Word;
+
+constexpr const char *kColoring = "Coloring";
 
 // Bit i says whether a[i] is b[i], for eight letters.
 Word sameLetters(const char *a, const char *b) noexcept
@@ -153,19 +157,24 @@ bool isEmpty(const std::vector<char> &letters)
 
 void Alignment::colorByLetter(const std::array<Color, 256> &colors)
 {
+    LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(colors);
-    for (unsigned long i = 0; i < height(); ++i) {
+    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        row.sequence().setColors(residuesOf(row), prepared);
+        if (row.isComplete())
+            row.sequence().setColors(prepared);
+        else
+            row.sequence().setColors(residuesOf(row), prepared);
     }
 }
 
 void Alignment::colorSelected(const Color &color)
 {
+    LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(color);
-    for (unsigned long i = 0; i < height(); ++i) {
+    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
         if (row.sequence().selectedCount() == 0)
             continue;
@@ -180,9 +189,10 @@ void Alignment::colorLetters(const std::vector<char> &letters, const Color &colo
 {
     if (isEmpty(letters))
         return;
+    LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(color);
-    for (unsigned long i = 0; i < height(); ++i) {
+    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
         row.sequence().setColors(findMatches(row, letters), prepared);
     }
@@ -191,13 +201,14 @@ void Alignment::colorLetters(const std::vector<char> &letters, const Color &colo
 void Alignment::colorPositioned(const std::vector<Color> &colors)
 {
     const unsigned long columns = std::min<unsigned long>(m_Width, colors.size());
+    LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const NumberedColors numbered(colors);
     if (!numbered.isComplete() || !isEachChainInOneRow(*m_Table)) {
         colorCellByCell(*this, colors);
         return;
     }
-    for (unsigned long i = 0; i < height(); ++i) {
+    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
         if (!row.sequence().hasAtoms())
             continue;
@@ -214,11 +225,18 @@ void Alignment::selectLetters(const std::vector<char> &letters)
 {
     if (isEmpty(letters))
         return;
+    LongWork work("Selecting", height(), LongWork::Kind::Reading);
     const ChangeScope scope;
+    // No history takes a selection back, so that nothing is selected before all is found.
+    std::vector<std::unique_ptr<ResidueSelection>> found;
+    found.reserve(height());
     for (unsigned long i = 0; i < height(); ++i) {
-        const AlignmentRow &row = m_Table->row(i);
-        row.sequence().select(findMatches(row, letters));
+        if (!work.goesOn())
+            return;
+        found.push_back(std::make_unique<ResidueSelection>(findMatches(m_Table->row(i), letters)));
     }
+    for (unsigned long i = 0; i < height(); ++i)
+        m_Table->row(i).sequence().select(std::move(found[i]));
 }
 
 void Alignment::selectInRow(unsigned long row, const Range &range)

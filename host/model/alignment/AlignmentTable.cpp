@@ -168,6 +168,11 @@ AlignmentMajority AlignmentTable::majority(Column column) const
     return m_Profiles.majority(m_Rows, width(), column);
 }
 
+std::vector<AlignmentMajority> AlignmentTable::majorities() const
+{
+    return m_Profiles.majorities(m_Rows, width());
+}
+
 bool AlignmentTable::isColumnSelected(Column column) const
 {
     return m_SelectedColumns.isSelected(m_Rows, width(), column);

@@ -63,6 +63,8 @@ public:
     [[nodiscard]] unsigned long layoutRevision() const noexcept;
     void readColumn(Column column, std::vector<char> &out) const;
     [[nodiscard]] AlignmentMajority majority(Column column) const;
+    // Of all columns; empty when the user has given that up.
+    [[nodiscard]] std::vector<AlignmentMajority> majorities() const;
     [[nodiscard]] bool isColumnSelected(Column column) const;
     // Whether the alignment may become wider by so many columns; the log says if it may not.
     [[nodiscard]] bool hasRoomFor(Column columns) const;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ColumnProfiles.h"
 
+#include "Bits.h"
+#include "LongWork.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -11,6 +14,9 @@ namespace {
 // Counted at once: half of what a screen shows, so that scrolling never waits for much more than it
 // needs.
 constexpr OccupancyRow::Column kBatchColumns = 128;
+// The same for whoever wants all columns: of a million rows each is another walk through the
+// memory, so that few passes count. What they count in still fits the fastest memory.
+constexpr OccupancyRow::Column kWideBatch = 512;
 
 } // namespace
 
@@ -22,7 +28,26 @@ ColumnProfiles::ColumnProfiles()
 AlignmentMajority ColumnProfiles::majority(const Rows &rows, Column width, Column column)
 {
     if (slotOf(column) == kNone)
-        count(rows, width, column);
+        count(rows, width, column, kBatchColumns, nullptr);
+    return majorityOf(column);
+}
+
+std::vector<AlignmentMajority> ColumnProfiles::majorities(const Rows &rows, Column width)
+{
+    std::vector<AlignmentMajority> all;
+    all.reserve(width);
+    LongWork work("Counting letters", rows.size() * ((width + kWideBatch - 1) / kWideBatch),
+                  LongWork::Kind::Reading);
+    for (Column column = 0; column < width; ++column) {
+        if (slotOf(column) == kNone && !count(rows, width, column, kWideBatch, &work))
+            return {};
+        all.push_back(majorityOf(column));
+    }
+    return all;
+}
+
+AlignmentMajority ColumnProfiles::majorityOf(Column column) const noexcept
+{
     AlignmentMajority result;
     const std::uint32_t *const counts = &m_Counts[std::size_t(slotOf(column)) * m_Stride];
     for (std::size_t i = 0; i < m_Letters.size(); ++i) {
@@ -158,20 +183,31 @@ void ColumnProfiles::widen()
     m_Stride *= 2;
 }
 
-void ColumnProfiles::count(const Rows &rows, Column width, Column column)
+bool ColumnProfiles::count(const Rows &rows, Column width, Column column, Column most,
+                           LongWork *work)
 {
     constexpr Column kWordColumns = OccupancyRow::kWordColumns;
-    if (m_Used + kBatchColumns > kMostColumns)
+    if (m_Used + most > kMostColumns)
         clear();
     const Column begin = column - column % kWordColumns;
     const bool isNextKnown = slotOf(begin + kWordColumns) != kNone;
-    const Column end = std::min(width, begin + (isNextKnown ? kWordColumns : kBatchColumns));
-    while (!tryCount(rows, begin, end))
-        widen();
+    const Column end = std::min(width, begin + (isNextKnown ? kWordColumns : most));
+    for (;;) {
+        switch (tryCount(rows, begin, end, work)) {
+        case Outcome::Counted:
+            return true;
+        case Outcome::TooNarrow:
+            widen();
+            break;
+        case Outcome::GivenUp:
+            clear();
+            return false;
+        }
+    }
 }
 
-// Mostly without a branch on the cells: runs are short, and a wrong guess at each of their ends is
-// costlier than looking at every cell.
+// Mostly residue by residue: runs are short, and a wrong guess at each of their ends is costlier
+// than looking for the next bit.
 bool ColumnProfiles::countRow(const AlignmentRow &row, Column begin, Column end,
                               std::uint8_t *counts)
 {
@@ -194,27 +230,30 @@ bool ColumnProfiles::countRow(const AlignmentRow &row, Column begin, Column end,
         });
         return isKnown;
     }
+    // The counts are bytes, which may be anything as far as the compiler knows: a member would be
+    // read again after each of them.
+    const std::size_t stride = m_Stride;
     for (Column column = begin; column < end; column += kWordColumns) {
-        OccupancyRow::Word bits = row.cells().word(column / kWordColumns);
-        const Column limit = std::min(end, column + kWordColumns);
-        for (Column i = column; bits != 0 && i < limit; ++i, bits >>= 1) {
-            const auto isResidue = std::uint8_t(bits & 1);
-            const char letter = next < letters.size() ? letters[next] : '\0';
+        OccupancyRow::Word cells =
+            row.cells().word(column / kWordColumns) & bits::low(end - column);
+        for (std::uint8_t *const at = counts + (column - begin) * stride; cells != 0;
+             cells &= cells - 1) {
+            const char letter = letters[next++];
             std::uint16_t place = m_PlaceOf[static_cast<unsigned char>(letter)];
             if (place == kUnknown)
-                place = isResidue != 0 ? placeOf(letter) : 0;
-            counts[(i - begin) * m_Stride + place] += isResidue;
-            next += isResidue;
+                place = placeOf(letter);
+            ++at[bits::first(cells) * stride + place];
         }
     }
     return isKnown;
 }
 
-bool ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end)
+ColumnProfiles::Outcome ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end,
+                                                 LongWork *work)
 {
     if (m_SlotOf.size() < end)
         m_SlotOf.resize(end, kNone);
-    std::array<bool, kBatchColumns> isNew{};
+    std::vector<bool> isNew(end - begin);
     for (Column column = begin; column < end; ++column) {
         if (m_SlotOf[column] != kNone)
             continue;
@@ -227,8 +266,10 @@ bool ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end)
     std::vector<std::uint8_t> few((end - begin) * m_Stride);
     std::vector<std::uint32_t> counts(few.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (work != nullptr && !work->goesOn())
+            return Outcome::GivenUp;
         if (!countRow(*rows[i], begin, end, few.data()))
-            return false;
+            return Outcome::TooNarrow;
         if ((i + 1) % kMostRows == 0 || i + 1 == rows.size()) {
             for (std::size_t place = 0; place < few.size(); ++place)
                 counts[place] += few[place];
@@ -240,7 +281,7 @@ bool ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end)
             std::copy_n(counts.begin() + std::ptrdiff_t((column - begin) * m_Stride), m_Stride,
                         m_Counts.begin() + std::ptrdiff_t(m_SlotOf[column] * m_Stride));
     }
-    return true;
+    return Outcome::Counted;
 }
 
 } // namespace TAMBO

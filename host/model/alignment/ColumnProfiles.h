@@ -13,6 +13,8 @@
 
 namespace TAMBO {
 
+class LongWork;
+
 // Counted for a block of columns at once, row by row, when one of them is first asked for; from
 // then on an edit of a row adjusts the counts of the columns it touches. Forgetting is always
 // allowed, and happens when too many columns are kept.
@@ -25,6 +27,8 @@ public:
     ColumnProfiles();
 
     [[nodiscard]] AlignmentMajority majority(const Rows &rows, Column width, Column column);
+    // Of all columns. Empty when that took long and the user has given it up.
+    [[nodiscard]] std::vector<AlignmentMajority> majorities(const Rows &rows, Column width);
 
     // Before and after the residues in [begin, end) of a row change.
     void subtract(const AlignmentRow &row, Column begin, Column end) noexcept;
@@ -56,10 +60,14 @@ private:
     // The letter's place among the counts of a column; true when it has one without more room.
     [[nodiscard]] bool admit(char letter);
     void widen();
-    void count(const Rows &rows, Column width, Column column);
+    // The letters of a column that is known.
+    [[nodiscard]] AlignmentMajority majorityOf(Column column) const noexcept;
+    // With up to most columns beside it. False when the work is given up; nothing is known then.
+    bool count(const Rows &rows, Column width, Column column, Column most, LongWork *work);
     [[nodiscard]] bool countRow(const AlignmentRow &row, Column begin, Column end,
                                 std::uint8_t *counts);
-    [[nodiscard]] bool tryCount(const Rows &rows, Column begin, Column end);
+    enum class Outcome { Counted, TooNarrow, GivenUp };
+    [[nodiscard]] Outcome tryCount(const Rows &rows, Column begin, Column end, LongWork *work);
 
     // Per column; shorter than the alignment when the last ones have none.
     std::vector<Slot> m_SlotOf;

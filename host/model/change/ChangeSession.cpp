@@ -170,6 +170,19 @@ void ChangeSession::close() noexcept
     runWaiting();
 }
 
+void ChangeSession::takeBackChanges()
+{
+    closeGrowing();
+    const std::array<Publication, 3> publications = m_Step.publications;
+    std::vector<std::unique_ptr<Edit>> inverses = std::exchange(m_Step.inverses, {});
+    for (; !inverses.empty(); inverses.pop_back())
+        m_Step.released.push_back(inverses.back()->apply());
+    // A journal need not know that there was anything.
+    m_Step.stored.clear();
+    // Whoever asked for a guard expects to be told, whatever has come of it.
+    m_Step.publications = publications;
+}
+
 // ---- Arrivals
 
 void ChangeSession::interrupt()

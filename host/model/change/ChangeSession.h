@@ -61,6 +61,13 @@ public:
     [[nodiscard]] StepJournal *journal() const noexcept { return m_Journal; }
     void record(std::unique_ptr<Edit> inverse);
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
+    // Whether the step has changed nothing yet, and what it changes from now on can be taken back.
+    [[nodiscard]] bool canTakeBack() const noexcept
+    {
+        return isRecording() && isOpen() && m_Step.inverses.empty();
+    }
+    // All that the step has changed; it goes on as if it had just begun.
+    void takeBackChanges();
     void releaseLater(std::unique_ptr<Edit> edit) { m_Step.released.push_back(std::move(edit)); }
 
     // What the user reads of the step; a name given on a level farther out wins.

@@ -23,6 +23,11 @@ struct ModelHooks
     std::function<void(const std::string &reason)> denied;
     // After every change, published or not, and after undo and redo: the workbench's own views.
     std::function<void()> changed;
+    // Again and again during long work: what is done, and how much of it. False when it is to be
+    // given up, which nobody may want of work that cannot.
+    std::function<bool(const char *what, double share, bool canBeGivenUp)> working;
+    // It has ended.
+    std::function<void()> worked;
 };
 
 [[nodiscard]] ModelHooks &modelHooks() noexcept;

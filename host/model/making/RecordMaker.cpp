@@ -4,6 +4,7 @@
 #include "AlignmentTable.h"
 #include "Atom.h"
 #include "Element.h"
+#include "LongWork.h"
 #include "Peptide.h"
 #include "ResidueGroup.h"
 #include "Structure.h"
@@ -322,7 +323,9 @@ AlignmentSnapshot makeSnapshot(const Alignment &alignment)
     const AlignmentTable &table = alignment.table();
     const unsigned long width = table.width();
     AlignmentSnapshot snapshot(makeWhole(alignment), table.rowCount());
+    LongWork work("Copying rows", table.rowCount(), LongWork::Kind::Fixed);
     for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        static_cast<void>(work.goesOn());
         const AlignmentRow &row = table.row(i);
         const AlignmentSnapshot::Room room =
             snapshot.add(row.name(), row.cells().residues(), width);

@@ -30,9 +30,18 @@ std::vector<ResidueColors::WideValue> wideValues(const LetterColors &colors)
 
 } // namespace
 
+// Mostly a command colours a million short sequences, one after the other.
 ResidueColors::ResidueColors(std::string_view letters, const LetterColors &colors)
     : ResidueColors(letters.size())
 {
+    if (colors.palette()->size() <= kMostOfPalette) {
+        m_Palette = colors.palette();
+        for (std::size_t i = 0; i < letters.size(); ++i) {
+            m_Small[i] = static_cast<std::uint8_t>(colors.choice(letters[i]));
+            m_Colored += m_Small[i] != 0 ? 1 : 0;
+        }
+        return;
+    }
     withValues(colors, [&](auto &kept, const auto &values) {
         for (std::size_t i = 0; i < letters.size(); ++i) {
             kept[i] = values[colors.choice(letters[i])];

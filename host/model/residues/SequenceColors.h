@@ -50,10 +50,12 @@ public:
     void set(ResidueOwner &owner, const ResidueSelection &residues, std::string_view letters,
              const LetterColors &colors);
 
+    // All of them.
+    void setAll(ResidueOwner &owner, std::string_view letters, const LetterColors &colors);
+
 private:
     // What undoes the colouring under way; null when nobody keeps it.
     [[nodiscard]] ColorEdit *openEdit(ResidueOwner &owner);
-    void setAll(ResidueOwner &owner, std::string_view letters, const LetterColors &colors);
 
     ColorSlot m_Slot;
 };

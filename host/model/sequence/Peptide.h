@@ -103,6 +103,8 @@ public:
     void setColor(std::size_t index, std::optional<Color> color) override;
     // Each of the residues by its letter here.
     void setColors(const ResidueSelection &residues, const LetterColors &colors);
+    // All of them.
+    void setColors(const LetterColors &colors);
     // Residues that have a position, each by the choice that stands at its index; choice 0 leaves
     // it alone.
     void setPositionedColors(std::string choices, const LetterColors &colors);
@@ -112,7 +114,7 @@ public:
     // The residues [begin, end).
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
-    void select(const ResidueSelection &residues);
+    void select(std::unique_ptr<ResidueSelection> residues);
     // Adds the selected ones of the residues [begin, end).
     void addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const;
 

@@ -112,6 +112,23 @@ void Peptide::setColors(const ResidueSelection &residues, const LetterColors &co
     store();
 }
 
+void Peptide::setColors(const LetterColors &colors)
+{
+    if (ties() != nullptr) {
+        ResidueSelection all(residueCount());
+        all.set(0, residueCount(), true);
+        setColors(all, colors);
+        return;
+    }
+    if (residueCount() == 0 || !mayChange(*this))
+        return;
+    const ChangeScope scope;
+    const bool wasPlain = m_Extras == nullptr;
+    extras().colors.setAll(*this, letters(), colors);
+    if (wasPlain && m_Extras->colors.bytes() == 0)
+        m_Extras.reset();
+}
+
 void Peptide::setPositionedColors(std::string choices, const LetterColors &colors)
 {
     if (ties() != nullptr) {
@@ -170,21 +187,23 @@ void Peptide::setSelected(std::size_t begin, std::size_t end, bool selected)
                  });
 }
 
-void Peptide::select(const ResidueSelection &residues)
+void Peptide::select(std::unique_ptr<ResidueSelection> residues)
 {
-    if (residues.count() == 0)
+    if (residues->count() == 0)
         return;
     const ChangeScope scope;
     if (ties() != nullptr) {
-        residues.forEachRun(
+        residues->forEachRun(
             [&](std::size_t begin, std::size_t end) { setSelected(begin, end, true); });
         return;
     }
     std::unique_ptr<ResidueSelection> &kept = extras().selection;
-    if (kept == nullptr)
-        kept = std::make_unique<ResidueSelection>(residueCount());
-    if (kept->add(residues, 0, residueCount()))
+    if (kept == nullptr) {
+        kept = std::move(residues);
         growSelectionRevision();
+    } else if (kept->add(*residues, 0, residueCount())) {
+        growSelectionRevision();
+    }
 }
 
 void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const

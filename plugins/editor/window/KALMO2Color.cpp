@@ -53,11 +53,11 @@ void colorMajorities(TAMBO::Alignment &alignment, const Color &color, const Cond
 {
     if (alignment.height() < 2)
         return;
-    std::vector<char> letters(alignment.width(), '\0');
-    for (unsigned long col = 0; col < alignment.width(); ++col) {
-        const TAMBO::AlignmentMajority majority = alignment.majority(col);
-        if (majority.count > 0 && isConserved(majority.count))
-            letters[col] = majority.letter;
+    std::vector<char> letters;
+    letters.reserve(alignment.width());
+    for (const TAMBO::AlignmentMajority &majority : alignment.majorities()) {
+        const bool isColored = majority.count > 0 && isConserved(majority.count);
+        letters.push_back(isColored ? majority.letter : '\0');
     }
     alignment.colorLetters(letters, color);
 }

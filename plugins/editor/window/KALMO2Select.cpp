@@ -19,14 +19,13 @@ namespace {
 // frequent has none.
 std::vector<char> conservedLetters(const TAMBO::Alignment &alignment, unsigned long number)
 {
-    std::vector<char> letters(alignment.width(), '\0');
+    std::vector<char> letters;
+    letters.reserve(alignment.width());
     const bool isPair = alignment.height() == 2;
-    for (unsigned long col = 0; col < alignment.width(); ++col) {
-        const TAMBO::AlignmentMajority majority = alignment.majority(col);
+    for (const TAMBO::AlignmentMajority &majority : alignment.majorities()) {
         const bool isConserved =
             isPair ? majority.count == 2 : majority.isAlone && number <= majority.count;
-        if (isConserved && majority.count > 0)
-            letters[col] = majority.letter;
+        letters.push_back(isConserved && majority.count > 0 ? majority.letter : '\0');
     }
     return letters;
 }

@@ -2,6 +2,7 @@
 #include "unit/history/HistoryFixture.h"
 
 #include "DestroyedObjects.h"
+#include "LongWork.h"
 
 #include <gmock/gmock.h>
 
@@ -379,6 +380,30 @@ TEST_F(HistoryTest, WhatALockedAlignmentShowsStaysAndTheOthersGo)
     EXPECT_EQ(shown.Parent(), &space());
     EXPECT_EQ(other.Parent(), nullptr);
     TAMBO::setObjectLocked(alignment, false);
+}
+
+TEST_F(HistoryTest, AStepOfManyChangesShowsHowFarItIsUndoneAndCannotBeStoppedInTheMiddle)
+{
+    std::vector<TAMBO::Peptide *> all;
+    for (std::size_t i = 0; i <= TAMBO::LongWork::kStride; ++i)
+        all.push_back(&peptide("s", "A"));
+    {
+        const TAMBO::ChangeScope scope;
+        for (TAMBO::Peptide *sequence : all)
+            sequence->setColor(0, Color(0xff0000));
+    }
+    std::vector<std::string> told;
+    TAMBO::modelHooks().working = [&](const char *what, double share, bool canBeGivenUp) {
+        EXPECT_FALSE(canBeGivenUp);
+        told.push_back(what + std::to_string(int(100 * share)));
+        return false;
+    };
+    history.undo();
+    EXPECT_FALSE(all.front()->hasOwnColors(0, 1));
+    EXPECT_FALSE(all.back()->hasOwnColors(0, 1));
+    history.redo();
+    EXPECT_TRUE(all.front()->hasOwnColors(0, 1));
+    EXPECT_EQ(told, (std::vector<std::string>{"Undoing0", "Undoing99", "Redoing0", "Redoing99"}));
 }
 
 } // namespace HistoryTest

@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "LongWork.h"
 #include "ObjectOperations.h"
 #include "ObjectSources.h"
 #include "support/Answering.h"
@@ -125,6 +126,66 @@ TEST_F(ObjectCommandsTest, ALockedObjectKeepsNameColorAndPlace)
     ObjectCommands::setLocked({&one}, false);
     ObjectCommands::rename(one, "new");
     EXPECT_EQ(one.Name(), "new");
+}
+
+TEST_F(ObjectCommandsTest, DeletingThatIsGivenUpDeletesNothing)
+{
+    Compounds all;
+    for (std::size_t i = 0; i <= LongWork::kStride; ++i)
+        all.push_back(&sequence("s", "AC"));
+    const std::size_t steps = m_History.size();
+    std::size_t looks = 0;
+    std::size_t stop = 1;
+    modelHooks().working = [&](const char *what, double, bool canBeGivenUp) {
+        EXPECT_STREQ(what, "Deleting");
+        EXPECT_TRUE(canBeGivenUp);
+        return ++looks != stop;
+    };
+    for (; stop <= 2; ++stop) {
+        looks = 0;
+        EXPECT_EQ(ObjectCommands::destroy(all), 0U);
+        EXPECT_EQ(looks, stop);
+        EXPECT_EQ(space().ChildCount(), all.size());
+        EXPECT_EQ(m_History.size(), steps);
+    }
+    looks = 0;
+    EXPECT_EQ(ObjectCommands::destroy(all), all.size());
+    EXPECT_EQ(looks, 2U);
+    EXPECT_EQ(space().ChildCount(), 0U);
+    modelHooks().working = nullptr;
+}
+
+TEST_F(ObjectCommandsTest, ColoringThatIsGivenUpLeavesAllColors)
+{
+    Compounds all;
+    for (std::size_t i = 0; i <= LongWork::kStride; ++i)
+        all.push_back(&sequence("s", "AC"));
+    const std::size_t steps = m_History.size();
+    std::size_t looks = 0;
+    modelHooks().working = [&](const char *, double, bool) { return ++looks < 2; };
+    const QColor before = all.front()->OwnColor().toQColor();
+    ObjectCommands::color(all, Qt::magenta);
+    EXPECT_EQ(looks, 2U);
+    EXPECT_EQ(all.front()->OwnColor().toQColor(), before);
+    EXPECT_EQ(m_History.size(), steps);
+    modelHooks().working = nullptr;
+}
+
+TEST_F(ObjectCommandsTest, SelectingManyGoesToItsEndOnceBegun)
+{
+    Compounds all;
+    for (std::size_t i = 0; i <= LongWork::kStride; ++i)
+        all.push_back(&sequence("s", "AC"));
+    std::size_t looks = 0;
+    modelHooks().working = [&](const char *, double, bool canBeGivenUp) {
+        EXPECT_FALSE(canBeGivenUp);
+        ++looks;
+        return false;
+    };
+    ObjectCommands::select(all, true);
+    EXPECT_EQ(looks, 2U);
+    EXPECT_TRUE(all.back()->IsSelected());
+    modelHooks().working = nullptr;
 }
 
 TEST_F(ObjectCommandsTest, SelectNoneDeselectsEverything)

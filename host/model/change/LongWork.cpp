@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LongWork.h"
+
+#include "ChangeSession.h"
+#include "Hooks.h"
+
+#include <algorithm>
+
+namespace TAMBO {
+
+namespace {
+
+int s_LongWorks = 0;
+
+} // namespace
+
+LongWork::LongWork(const char *what, std::size_t pieces, Kind kind)
+    : m_What(what), m_Pieces(pieces), m_Kind(kind), m_IsOutermost(++s_LongWorks == 1)
+{ }
+
+LongWork::~LongWork()
+{
+    --s_LongWorks;
+    if (m_IsOutermost && modelHooks().worked)
+        modelHooks().worked();
+}
+
+bool LongWork::look()
+{
+    if (!m_IsOutermost || !modelHooks().working)
+        return true;
+    if (m_Done == 1)
+        m_CanBeGivenUp = m_Kind == Kind::Reading ||
+                         (m_Kind == Kind::Changing && ChangeSession::get().canTakeBack());
+    const double share = m_Pieces == 0 ? 0 : std::min(1.0, double(m_Done - 1) / double(m_Pieces));
+    m_IsGivenUp = !modelHooks().working(m_What, share, m_CanBeGivenUp) && m_CanBeGivenUp;
+    if (m_IsGivenUp && m_Kind == Kind::Changing)
+        ChangeSession::get().takeBackChanges();
+    return !m_IsGivenUp;
+}
+
+} // namespace TAMBO
