@@ -4,13 +4,13 @@
 #include "KeptState.h"
 #include "Logger.h"
 #include "ObjectReferences.h"
+#include "ProgressBox.h"
 #include "WriteJob.h"
 #include "WriteProgress.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QPointer>
-#include <QProgressDialog>
 #include <QScopedValueRollback>
 #include <QTimer>
 
@@ -21,7 +21,6 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr int kExportSteps = 1000;
 constexpr int kExportTick = 50;
 
 } // namespace
@@ -108,22 +107,18 @@ bool ExportRuns::waitForAll(QWidget *parent)
     if (m_Runs.empty())
         return true;
     const QScopedValueRollback<bool> awaited(m_IsAwaited, true);
-    QProgressDialog dialog(QString(), tr("Do Not Quit"), 0, kExportSteps, parent);
+    services::ProgressBox dialog(tr("Quit"), tr("Do Not Quit"), parent);
     dialog.setObjectName(QStringLiteral("ExportsBeforeQuitting"));
-    dialog.setWindowTitle(tr("Quit"));
     dialog.setWindowModality(Qt::ApplicationModal);
-    dialog.setMinimumDuration(0);
-    dialog.setAutoReset(false);
     const auto follow = [&] {
         if (m_Runs.empty())
             return;
         const WriteJob &job = *m_Runs.front()->order.job;
-        dialog.setLabelText(
-            tr("Tambo quits when %1 is written.").arg(QFileInfo(job.path()).fileName()));
-        dialog.setValue(std::min(kExportSteps - 1, int(job.done() * kExportSteps)));
+        dialog.setText(tr("Tambo quits when %1 is written.").arg(QFileInfo(job.path()).fileName()));
+        dialog.setDone(job.done());
     };
     QEventLoop loop;
-    connect(&dialog, &QProgressDialog::canceled, &loop, &QEventLoop::quit);
+    connect(&dialog, &services::ProgressBox::stopped, &loop, &QEventLoop::quit);
     connect(this, &ExportRuns::ended, &loop, [this, &loop] {
         if (m_Runs.empty() || m_HasFailed)
             loop.quit();
@@ -131,12 +126,9 @@ bool ExportRuns::waitForAll(QWidget *parent)
     QTimer tick;
     connect(&tick, &QTimer::timeout, &dialog, follow);
     tick.start(kExportTick);
-    dialog.show();
-    // The dialog looks at events by itself, so each of these may have come already.
-    const auto isOver = [&] { return m_Runs.empty() || m_HasFailed || dialog.wasCanceled(); };
     follow();
-    while (!isOver() && loop.exec() == 0) {
-    }
+    dialog.show();
+    loop.exec();
     return m_Runs.empty() && !m_HasFailed;
 }
 

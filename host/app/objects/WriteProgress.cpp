@@ -3,62 +3,39 @@
 
 #include "WriteJob.h"
 
-#include <QCloseEvent>
-#include <QDialogButtonBox>
 #include <QFileInfo>
-#include <QLabel>
-#include <QProgressBar>
-#include <QVBoxLayout>
 
 namespace TAMBO::app {
 
 namespace {
 
-constexpr int kWriteSteps = 1000;
 constexpr int kWriteTick = 50;
 
 } // namespace
 
 WriteProgress::WriteProgress(WriteJob &job, const QString &title, QWidget *parent)
-    : QDialog(parent), m_Job(&job)
+    : ProgressBox(title, QString(), parent), m_Job(&job)
 {
     setObjectName(QStringLiteral("WriteProgress"));
-    setWindowTitle(title);
-    m_Text = new QLabel(tr("Writing %1").arg(QFileInfo(job.path()).fileName()));
-    m_Text->setTextFormat(Qt::PlainText);
-    m_Bar = new QProgressBar;
-    m_Bar->setRange(0, kWriteSteps);
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    connect(buttons, &QDialogButtonBox::rejected, this, &WriteProgress::reject);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_Text);
-    layout->addWidget(m_Bar);
-    layout->addWidget(buttons);
-    setMinimumWidth(360);
+    setText(tr("Writing %1").arg(QFileInfo(job.path()).fileName()));
     startTimer(kWriteTick);
 }
 
 WriteProgress::~WriteProgress() = default;
 
+// It goes when the writing has ended.
 void WriteProgress::reject()
 {
     if (m_Job)
         m_Job->cancel();
-    m_Text->setText(tr("Cancelling…"));
-}
-
-// It goes when the writing has ended.
-void WriteProgress::closeEvent(QCloseEvent *event)
-{
-    reject();
-    event->ignore();
+    setText(tr("Cancelling…"));
 }
 
 void WriteProgress::timerEvent(QTimerEvent *event)
 {
-    QDialog::timerEvent(event);
+    ProgressBox::timerEvent(event);
     if (m_Job)
-        m_Bar->setValue(int(m_Job->done() * kWriteSteps));
+        setDone(m_Job->done());
 }
 
 } // namespace TAMBO::app

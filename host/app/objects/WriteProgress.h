@@ -2,18 +2,16 @@
 // Shows how far a file is written, and lets the user give up.
 #pragma once
 
-#include <QDialog>
+#include "ProgressBox.h"
+
 #include <QPointer>
 #include <QString>
-
-class QLabel;
-class QProgressBar;
 
 namespace TAMBO::app {
 
 class WriteJob;
 
-class WriteProgress : public QDialog
+class WriteProgress : public services::ProgressBox
 {
     Q_OBJECT
 
@@ -26,13 +24,10 @@ public:
     void reject() override;
 
 protected:
-    void closeEvent(QCloseEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
 private:
     QPointer<WriteJob> m_Job;
-    QLabel *m_Text = nullptr;
-    QProgressBar *m_Bar = nullptr;
 };
 
 } // namespace TAMBO::app

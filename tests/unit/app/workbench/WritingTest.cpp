@@ -7,6 +7,7 @@
 #include "ObjectCommands.h"
 #include "PipeFile.h"
 #include "PluginManager.h"
+#include "ProgressBox.h"
 #include "UndoCommands.h"
 #include "Workbench.h"
 #include "WorkbenchCommands.h"
@@ -19,7 +20,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QPushButton>
 
 namespace WritingTest {
@@ -28,6 +28,7 @@ using namespace TAMBO;
 using app::ExportDialog;
 using app::Workbench;
 using app::WriteProgress;
+using services::ProgressBox;
 
 class WritingTest : public AppFixture
 {
@@ -153,14 +154,16 @@ TEST_F(WritingTest, QuittingWaitsForAnExportUnlessTheUserStays)
     ASSERT_TRUE(pipe.isThere());
     exportTo(alignment("family", {"AC-D", "ACCD"}), pipe.path());
     QString text;
-    answering<QProgressDialog>([&](QProgressDialog &dialog) {
-        text = dialog.labelText();
+    answering<ProgressBox>([&](ProgressBox &dialog) {
+        if (dialog.objectName() != "ExportsBeforeQuitting")
+            return;
+        text = dialog.text();
         dialog.findChild<QPushButton *>()->click();
     });
     EXPECT_FALSE(m_Workbench->mayQuit());
     EXPECT_EQ(text, "Tambo quits when x.ali is written.");
     EXPECT_FALSE(m_Workbench->exports().isEmpty());
-    answering<QProgressDialog>([&](QProgressDialog &) { pipe.read(); });
+    answering<ProgressBox>([&](ProgressBox &) { pipe.read(); });
     // What it has saved is not asked about any more.
     EXPECT_TRUE(m_Workbench->mayQuit());
     EXPECT_TRUE(m_Workbench->exports().isEmpty());
