@@ -2,10 +2,10 @@
 #include "ObjectRows.h"
 
 #include "Peptide.h"
+#include "PointerSet.h"
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_set>
 
 namespace TAMBO::app {
 
@@ -129,7 +129,7 @@ void ObjectRows::synchronise(Row &row)
 // Of the rows from first on. wanted: the objects that are to stand there.
 void ObjectRows::removeGone(Row &row, std::size_t first, const Children &wanted)
 {
-    const std::unordered_set<const Compound *> existing(wanted.begin(), wanted.end());
+    const PointerSet<Compound> existing(wanted.begin(), wanted.end());
     const auto isGone = [&](std::size_t i) { return !existing.contains(row.rows[i]->object); };
     for (std::size_t end = row.rows.size(); end > first;) {
         if (!isGone(end - 1)) {
@@ -156,7 +156,7 @@ void ObjectRows::removeGone(Row &row, std::size_t first, const Children &wanted)
 // rows from first on occur in wanted.
 void ObjectRows::matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count)
 {
-    std::unordered_set<const Compound *> made;
+    PointerSet<Compound> made;
     for (std::size_t i = first; i < row.rows.size(); ++i)
         made.insert(row.rows[i]->object);
     for (std::size_t i = first; i < std::max(count, row.rows.size()); ++i) {
@@ -242,8 +242,19 @@ bool ObjectRows::canFetchMore(const Row &row) const noexcept
 void ObjectRows::fetchMore(Row &row)
 {
     const std::size_t at = row.rows.size();
+    fetchTo(row, std::min(row.known, at + std::max(kBatch, at)));
+}
+
+void ObjectRows::fetchAll(Row &row)
+{
+    fetchTo(row, row.known);
+}
+
+void ObjectRows::fetchTo(Row &row, std::size_t end)
+{
+    const std::size_t at = row.rows.size();
     m_IsMatching = true;
-    addRows(row, at, children(row, at, std::min(row.known, at + std::max(kBatch, at))));
+    addRows(row, at, children(row, at, end));
     m_IsMatching = false;
 }
 

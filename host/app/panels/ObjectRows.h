@@ -61,6 +61,7 @@ public:
     void synchronise();
     [[nodiscard]] bool canFetchMore(const Row &row) const noexcept;
     void fetchMore(Row &row);
+    void fetchAll(Row &row);
 
 private:
     using Children = std::vector<Compound *>;
@@ -74,6 +75,7 @@ private:
     void synchronise(Row &row);
     void matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count);
     void removeGone(Row &row, std::size_t first, const Children &wanted);
+    void fetchTo(Row &row, std::size_t end);
     void addRows(Row &row, std::size_t at, const Children &objects);
     void moveRow(Row &row, std::size_t from, std::size_t to);
 

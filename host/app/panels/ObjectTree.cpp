@@ -90,24 +90,60 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
 
 ObjectTree::~ObjectTree() = default;
 
-std::vector<Compound *> ObjectTree::objectsOf(const QModelIndexList &indexes) const
+// Of a million rows an index each would take longer than all that is done with their objects.
+std::vector<Compound *> ObjectTree::objectsOf(const QItemSelection &rows) const
 {
     std::vector<Compound *> objects;
-    for (const QModelIndex &index : indexes) {
-        Compound *object = m_Objects.object(index);
-        if (object != nullptr && index.column() == ObjectTreeModel::NameColumn)
-            objects.push_back(object);
+    for (const QItemSelectionRange &range : rows) {
+        if (range.left() <= ObjectTreeModel::NameColumn && range.isValid())
+            m_Objects.appendObjects(range.parent(), range.top(), range.bottom() + 1, objects);
     }
     return objects;
 }
 
 std::vector<Compound *> ObjectTree::pickedObjects() const
 {
+    QItemSelection ranges = selectionModel()->selection();
+    const auto rowOf = [this](const QItemSelectionRange &range, int row) {
+        return m_Objects.index(row, 0, range.parent());
+    };
+    std::sort(ranges.begin(), ranges.end(), [&](const auto &a, const auto &b) {
+        return isAbove(rowOf(a, a.top()), rowOf(b, b.top()));
+    });
+    // Mostly one after the other; not when rows below a picked one are picked, too.
+    const auto meet =
+        std::adjacent_find(ranges.begin(), ranges.end(), [&](const auto &a, const auto &b) {
+            return !isAbove(rowOf(a, a.bottom()), rowOf(b, b.top()));
+        });
+    if (meet == ranges.end())
+        return objectsOf(ranges);
     QModelIndexList rows = selectionModel()->selectedRows();
     // Mostly they are picked from the top down.
     if (!std::is_sorted(rows.begin(), rows.end(), isAbove))
         std::sort(rows.begin(), rows.end(), isAbove);
-    return objectsOf(rows);
+    std::vector<Compound *> objects;
+    for (const QModelIndex &index : rows) {
+        if (Compound *const object = m_Objects.object(index))
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+void ObjectTree::selectAll()
+{
+    for (int row = 0; row < m_Objects.rowCount(); ++row)
+        fetchUnfolded(m_Objects.index(row, 0));
+    QTreeView::selectAll();
+}
+
+void ObjectTree::fetchUnfolded(const QModelIndex &index)
+{
+    // Of one that was unfolded a moment ago nobody may have asked for a row yet.
+    if (!m_Objects.hasChildren(index) || !isExpanded(index))
+        return;
+    m_Objects.fetchAll(index);
+    for (int row = 0; row < m_Objects.rowCount(index); ++row)
+        fetchUnfolded(m_Objects.index(row, 0, index));
 }
 
 // Rows of deleted objects leave the selection while the deletion is being published; guards are
@@ -116,8 +152,7 @@ void ObjectTree::selectionChanged(const QItemSelection &selected, const QItemSel
 {
     QTreeView::selectionChanged(selected, deselected);
     if (!Publisher::isPublishing()) {
-        ObjectCommands::changeSelection(objectsOf(selected.indexes()),
-                                        objectsOf(deselected.indexes()));
+        ObjectCommands::changeSelection(objectsOf(selected), objectsOf(deselected));
     }
     emit picked();
 }

@@ -25,6 +25,9 @@ public:
     // In the order of the rows.
     [[nodiscard]] std::vector<Compound *> pickedObjects() const;
 
+    // With the rows of unfolded objects that nobody has scrolled to yet.
+    void selectAll() override;
+
 signals:
     void menuAsked(const std::vector<TAMBO::Compound *> &objects);
     void opened(TAMBO::Compound *object);
@@ -39,7 +42,9 @@ protected:
 private:
     void activate(const QModelIndex &index);
     void unfoldFewSequences(const QModelIndex &parent, int first, int last);
-    [[nodiscard]] std::vector<Compound *> objectsOf(const QModelIndexList &indexes) const;
+    void fetchUnfolded(const QModelIndex &index);
+    // In the order of the ranges.
+    [[nodiscard]] std::vector<Compound *> objectsOf(const QItemSelection &rows) const;
 
     ObjectTreeModel &m_Objects;
 };

@@ -156,6 +156,22 @@ void ObjectTreeModel::fetchMore(const QModelIndex &parent)
         m_Rows.fetchMore(*rowOf(parent));
 }
 
+void ObjectTreeModel::fetchAll(const QModelIndex &parent)
+{
+    if (canFetchMore(parent))
+        m_Rows.fetchAll(*rowOf(parent));
+}
+
+void ObjectTreeModel::appendObjects(const QModelIndex &parent, int begin, int end,
+                                    std::vector<Compound *> &out) const
+{
+    const Row &row = *rowOf(parent);
+    for (auto i = std::size_t(begin); i < std::size_t(end) && i < row.rows.size(); ++i) {
+        if (row.rows[i]->object != nullptr)
+            out.push_back(row.rows[i]->object);
+    }
+}
+
 QVariant ObjectTreeModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == SizeColumn)

@@ -47,6 +47,11 @@ public:
     bool hasChildren(const QModelIndex &parent = {}) const override;
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
+    // All that are left at once, as far as there are any.
+    void fetchAll(const QModelIndex &parent);
+    // Those of the rows [begin, end) below the parent that stand for one.
+    void appendObjects(const QModelIndex &parent, int begin, int end,
+                       std::vector<Compound *> &out) const;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;

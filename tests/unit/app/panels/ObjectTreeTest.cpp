@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "ObjectCommands.h"
 #include "ObjectOperations.h"
 #include "ObjectTreeModel.h"
 
@@ -128,6 +129,32 @@ TEST_F(ObjectTreeTest, WhatIsPickedComesInTheOrderOfTheRows)
                                         QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     EXPECT_EQ(m_Tree.pickedObjects(), (Compounds{&first, first.chain(0), residue, &second}));
+}
+
+TEST_F(ObjectTreeTest, AllIsPickedWithTheRowsThatNobodyHasScrolledTo)
+{
+    constexpr std::size_t kSequences = 3000;
+    Alignment &shown = alignment("family", std::vector<std::string>(kSequences, "AC"));
+    m_Tree.expand(m_Model.sequencesIndex());
+    ASSERT_LT(std::size_t(m_Model.rowCount(m_Model.sequencesIndex())), kSequences);
+    m_Tree.setFocus();
+    QTest::keySequence(&m_Tree, QKeySequence::SelectAll);
+    Compounds all{&shown};
+    for (unsigned long row = 0; row < kSequences; ++row)
+        all.push_back(shown.GetSeq(row));
+    EXPECT_EQ(m_Tree.pickedObjects(), all);
+    EXPECT_TRUE(std::ranges::all_of(all, &Compound::IsSelected));
+    app::ObjectCommands::destroy(m_Tree.pickedObjects());
+    EXPECT_TRUE(m_Tree.pickedObjects().empty());
+    EXPECT_EQ(Space::instance()->ChildCount(), 0U);
+}
+
+TEST_F(ObjectTreeTest, WhatIsFoldedIsNotPickedWithAll)
+{
+    Alignment &shown = alignment("family", std::vector<std::string>(30, "AC"));
+    m_Tree.collapse(m_Model.sequencesIndex());
+    m_Tree.selectAll();
+    EXPECT_EQ(m_Tree.pickedObjects(), Compounds{&shown});
 }
 
 TEST_F(ObjectTreeTest, TheMenuIsAskedForThePickedRows)
