@@ -3,8 +3,6 @@
 
 #include "EditLoading.h"
 #include "History.h"
-#include "StepJournal.h"
-#include "StepRecords.h"
 #include "StepReplay.h"
 
 #include <limits>
@@ -35,7 +33,7 @@ Result<void> HistoryReplay::replay(std::string_view record)
     bool isDone = false;
     switch (kind) {
     case StepRecords::Kind::Step: {
-        const StoredStep stored = StepRecords::loadStep(*in);
+        const StepRecords::Step stored = StepRecords::loadStep(*in);
         return in->failed() ? in->failure() : replayStep(stored);
     }
     case StepRecords::Kind::Travel: {
@@ -80,9 +78,9 @@ LoadedEdit HistoryReplay::edit(std::string_view bytes) const
     return in->failed() ? LoadedEdit(in->failure()) : std::move(edit);
 }
 
-Result<void> HistoryReplay::replayStep(const StoredStep &stored)
+Result<void> HistoryReplay::replayStep(const StepRecords::Step &stored)
 {
-    StepReplay step(stored.name);
+    StepReplay step{std::string(stored.name)};
     for (std::size_t i = 0; i < stored.edits.size(); ++i) {
         if (i == stored.own)
             step.endOwn();

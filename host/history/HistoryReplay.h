@@ -4,6 +4,7 @@
 #pragma once
 
 #include "EditBytes.h"
+#include "StepRecords.h"
 
 #include <cstddef>
 #include <functional>
@@ -13,8 +14,6 @@
 namespace TAMBO {
 
 class History;
-struct StateMark;
-struct StoredStep;
 
 class HistoryReplay
 {
@@ -34,7 +33,7 @@ public:
     [[nodiscard]] Result<void> replay(std::string_view record);
 
 private:
-    [[nodiscard]] Result<void> replayStep(const StoredStep &stored);
+    [[nodiscard]] Result<void> replayStep(const StepRecords::Step &stored);
     [[nodiscard]] Result<std::unique_ptr<Edit>> edit(std::string_view bytes) const;
     [[nodiscard]] bool travel(std::size_t steps);
     [[nodiscard]] bool forget(bool isFirst);

@@ -39,13 +39,13 @@ void StepRecords::stepEnds(StoredStep &&step)
     end();
 }
 
-StoredStep StepRecords::loadStep(EditReader &in)
+StepRecords::Step StepRecords::loadStep(EditReader &in)
 {
-    StoredStep step;
+    Step step;
     step.name = in.text();
     step.own = in.number();
     step.edits.resize(in.count());
-    for (std::string &edit : step.edits)
+    for (std::string_view &edit : step.edits)
         edit = in.text();
     if (step.own > step.edits.size() || step.own == 0 || !in.atEnd())
         in.fail("the changes of a step are damaged");

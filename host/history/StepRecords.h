@@ -6,8 +6,11 @@
 #include "EditBytes.h"
 #include "StepJournal.h"
 
+#include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace TAMBO {
 
@@ -29,8 +32,16 @@ public:
     void cleared() override;
     void marked(const Compound &object, const StateMark &mark) override;
 
+    // A StoredStep as parts of the bytes.
+    struct Step
+    {
+        std::string_view name;
+        std::size_t own = 0;
+        std::vector<std::string_view> edits;
+    };
+
     // What stands in a record behind its kind, and, of a mark, behind its object.
-    [[nodiscard]] static StoredStep loadStep(EditReader &in);
+    [[nodiscard]] static Step loadStep(EditReader &in);
     [[nodiscard]] static StateMark loadMark(EditReader &in);
 
 private:
