@@ -10,6 +10,15 @@
 
 namespace TAMBO {
 
+namespace {
+
+// What takes as long as writing so many bytes: going to an object, and to all that a further part
+// of a large one is about, some thousand rows or numbers.
+constexpr std::size_t kBytesOfObject = 256;
+constexpr std::size_t kBytesOfPart = std::size_t(128) << 10;
+
+} // namespace
+
 ObjectStore::ObjectStore(const ObjectSpace &space, std::vector<const StoredObject *> others)
 {
     m_Objects.reserve(space.objectCount() + others.size() + 1);
@@ -37,14 +46,16 @@ bool ObjectStore::writeNext(ObjectWriter &out, std::size_t bytes)
 {
     if (m_Next == m_Objects.size())
         return false;
+    std::size_t visits = 0;
     do {
         const StoredObject &object = *m_Objects[m_Next];
+        visits += m_Part == 0 ? kBytesOfObject : kBytesOfPart;
         object.writePart(m_Part++, out);
         if (m_Part == object.partCount()) {
             m_Part = 0;
             ++m_Next;
         }
-    } while (m_Next < m_Objects.size() && out.size() < bytes);
+    } while (m_Next < m_Objects.size() && out.size() + visits < bytes);
     return true;
 }
 

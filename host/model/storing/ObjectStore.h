@@ -21,8 +21,8 @@ public:
     // The objects alone, and nothing of what stands in Space.
     explicit ObjectStore(std::vector<const StoredObject *> objects);
 
-    // Writes more, until the writer has so many bytes or nothing is left. False at the end, when
-    // nothing more was written.
+    // Writes more, until that took as long as so many bytes take or nothing is left. The writer has
+    // no more bytes then than that and one part. False at the end, when nothing more was written.
     [[nodiscard]] bool writeNext(ObjectWriter &out, std::size_t bytes);
 
 private:

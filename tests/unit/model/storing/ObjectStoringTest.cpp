@@ -445,7 +445,8 @@ TEST_F(ObjectStoring, PiecesAreLittleLargerThanIsAskedFor)
         rows.emplace_back(&peptide("row", "ACDEFG"), "A--C--DEFG");
     alignment("rows", rows);
     const Pieces pieces = piecesOfSpace(kPiece);
-    EXPECT_GT(pieces.size(), 5U);
+    // However short they are, not all of them are in one.
+    EXPECT_GT(pieces.size(), 20'000 * 256 / kPiece);
     for (const std::string &piece : pieces)
         EXPECT_LE(piece.size(), 2 * kPiece);
     space().reset();
