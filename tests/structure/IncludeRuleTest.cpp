@@ -106,6 +106,8 @@ const std::map<std::string, Rule> kRules = {
       Std}},
     {"host/history", {{"include", "host/base", "host/model"}, Std}},
     {"host/sessions/store", {{"host/base"}, Std | Sqlite}},
+    {"host/sessions/live",
+     {{"include", "host/base", "host/model", "host/history", "host/sessions/store"}, Std}},
     {"host/realign", {{"include", "host/base", "host/model"}, Std | System | Qt}},
     {"host/services/settings", {{"include", "host/base"}, Std | System | Qt}},
     {"host/services/log",

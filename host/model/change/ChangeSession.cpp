@@ -77,6 +77,12 @@ void ChangeSession::recordGrowing(std::unique_ptr<GrowingEdit> inverse)
     m_Step.inverses.push_back(std::move(inverse));
 }
 
+void ChangeSession::tellJournal() noexcept
+{
+    if (m_Journal != nullptr)
+        runSafely([this] { m_Journal->changeBegins(); });
+}
+
 void ChangeSession::closeGrowing() noexcept
 {
     for (const Growing &growing : std::exchange(m_Step.growing, {})) {
@@ -199,6 +205,7 @@ void ChangeSession::interrupt()
         endFirstPart(interrupted.step);
     else
         takeBack(interrupted);
+    tellJournal();
 }
 
 void ChangeSession::resume() noexcept
@@ -209,6 +216,7 @@ void ChangeSession::resume() noexcept
     Interrupted interrupted = std::move(m_Interrupted.back());
     m_Interrupted.pop_back();
     const Step arrived = std::exchange(m_Step, std::move(interrupted.step));
+    tellJournal();
     runSafely([&] { repeat(interrupted.undone); });
     publish(arrived);
     runWaiting();

@@ -34,7 +34,11 @@ class ChangeSession
 public:
     [[nodiscard]] static ChangeSession &get();
 
-    void open() noexcept { ++m_Step.depth; }
+    void open() noexcept
+    {
+        if (m_Step.depth++ == 0)
+            tellJournal();
+    }
     // Ends the step when it is the outermost.
     void close() noexcept;
     [[nodiscard]] bool isOpen() const noexcept { return m_Step.depth > 0; }
@@ -128,6 +132,8 @@ private:
         std::vector<std::unique_ptr<Edit>> undone;
     };
 
+    // Something is about to change.
+    void tellJournal() noexcept;
     void closeGrowing() noexcept;
     [[nodiscard]] bool isJournaled() const noexcept
     {

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "StateParts.h"
+
+#include "Compound.h"
+#include "History.h"
+#include "ObjectEditBytes.h"
+#include "ObjectSpace.h"
+#include "ObjectWriter.h"
+#include "SessionKinds.h"
+#include "StoredObject.h"
+
+#include <vector>
+
+namespace TAMBO::sessions {
+
+namespace {
+
+std::vector<const StoredObject *> ownedBy(const History &history)
+{
+    std::vector<const StoredObject *> owned;
+    for (const Compound *const object : history.ownedObjects())
+        owned.push_back(StoredObject::from(object));
+    return owned;
+}
+
+StatePart part(PartKind kind, std::string content)
+{
+    return {static_cast<std::uint32_t>(kind), std::move(content)};
+}
+
+} // namespace
+
+StateParts::StateParts(const ObjectSpace &space, const History &history)
+    : m_History(history), m_Objects(space, ownedBy(history))
+{ }
+
+std::optional<StatePart> StateParts::next(std::size_t bytes)
+{
+    if (m_HasObjects) {
+        ObjectWriter out;
+        m_HasObjects = m_Objects.writeNext(out, bytes);
+        if (m_HasObjects)
+            return part(PartKind::Objects, out.take());
+    }
+    if (m_NextStep < m_History.size())
+        return steps(bytes);
+    if (m_IsComplete)
+        return std::nullopt;
+    m_IsComplete = true;
+    ObjectEditWriter out(ObjectContents::Elsewhere);
+    m_History.storeState(out);
+    return part(PartKind::History, out.take());
+}
+
+StatePart StateParts::steps(std::size_t bytes)
+{
+    ValueWriter all;
+    ObjectEditWriter out(ObjectContents::Elsewhere);
+    do {
+        m_History.storeStep(m_NextStep++, out);
+        all.text(out.bytes());
+        out.clear();
+    } while (m_NextStep < m_History.size() && all.size() < bytes);
+    return part(PartKind::Steps, all.take());
+}
+
+} // namespace TAMBO::sessions
