@@ -23,6 +23,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QIcon>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -101,15 +102,24 @@ int runWorkbench(const CommandLine &line)
         if (endsWhenPainted())
             whenPainted(workbench, [&status] { QApplication::exit(status); });
     });
-    // Files are read while the windows come up.
-    if (!line.files.empty())
-        workbench.openAtStart({line.files.begin(), line.files.end()});
-    else if (endsWhenPainted())
-        whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
+    const auto begin = [&] {
+        workbench.keepWork();
+        // Files are read while the windows come up.
+        if (!line.files.empty())
+            workbench.openAtStart({line.files.begin(), line.files.end()});
+        else if (endsWhenPainted())
+            whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
+    };
+    // Questions are for somebody who sees the window.
+    const bool mayAsk = Workbench::mayHaveLeftWork();
+    if (!mayAsk)
+        begin();
     workbench.window().show();
     const TAMBO::app::EndSignals endSignals;
     QObject::connect(&endSignals, &TAMBO::app::EndSignals::asked, &workbench,
                      &Workbench::endOnRequest);
+    if (mayAsk)
+        QTimer::singleShot(0, &workbench, begin);
     const int ended = QApplication::exec();
     return ended != EXIT_SUCCESS ? ended : status;
 }

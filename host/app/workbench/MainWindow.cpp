@@ -273,6 +273,11 @@ void MainWindow::makeStatusBar()
     auto *jobs = new JobStatus(services::JobList::instance());
     connect(jobs, &JobStatus::failureAsked, this, &MainWindow::failed);
     statusBar()->addPermanentWidget(jobs);
+    m_Warning = new QLabel;
+    m_Warning->setObjectName(QStringLiteral("Warning"));
+    m_Warning->setTextFormat(Qt::PlainText);
+    m_Warning->hide();
+    statusBar()->addPermanentWidget(m_Warning);
     m_Count = new QLabel;
     m_Count->setObjectName(QStringLiteral("ObjectCount"));
     statusBar()->addPermanentWidget(m_Count);
@@ -281,6 +286,13 @@ void MainWindow::makeStatusBar()
 void MainWindow::say(const QString &text)
 {
     statusBar()->showMessage(text, kSayMilliseconds);
+}
+
+void MainWindow::warn(const QString &text)
+{
+    m_Warning->setText(text);
+    m_Warning->setToolTip(plainToolTip(text));
+    m_Warning->setVisible(!text.isEmpty());
 }
 
 // ---- Commands

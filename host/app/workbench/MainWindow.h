@@ -56,6 +56,8 @@ public:
     [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
     // In the status line for a while.
     void say(const QString &text);
+    // There, as long as it holds; none when it is empty.
+    void warn(const QString &text);
     // Asked before the window closes; it stays when the answer is no.
     void setMayClose(std::function<bool()> mayClose) { m_MayClose = std::move(mayClose); }
 
@@ -119,6 +121,7 @@ private:
     QDockWidget *m_LogDock = nullptr;
     QDockWidget *m_HistoryDock = nullptr;
     QLabel *m_Count = nullptr;
+    QLabel *m_Warning = nullptr;
     bool m_IsPlaced = false;
 };
 

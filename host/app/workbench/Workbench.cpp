@@ -2,6 +2,7 @@
 #include "Workbench.h"
 
 #include "Alignment.h"
+#include "ChangeScope.h"
 #include "Config.h"
 #include "ConfigStore.h"
 #include "EmptiedWindows.h"
@@ -10,6 +11,7 @@
 #include "Hooks.h"
 #include "JobList.h"
 #include "KeptState.h"
+#include "LiveStore.h"
 #include "LogBook.h"
 #include "LogModel.h"
 #include "Logger.h"
@@ -17,13 +19,17 @@
 #include "MainWindow.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
+#include "ObjectSpace.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
 #include "PrintoutDesk.h"
 #include "RealignCommand.h"
 #include "RecentFiles.h"
+#include "Recovery.h"
+#include "RecoveryDialog.h"
 #include "Routes.h"
+#include "SessionFolder.h"
 #include "Space.h"
 #include "Structure.h"
 #include "SuperposeCommand.h"
@@ -189,6 +195,73 @@ void Workbench::installHooks()
     });
     connect(&desk, &services::PrintoutDesk::refused, this,
             [this](const QString &cause) { tellFailure(cause, {}); });
+}
+
+// ---- What is kept, and what others have left
+
+void Workbench::keepWork()
+{
+    if (mayHaveLeftWork())
+        askToRecover();
+    if (m_LiveStore == nullptr)
+        beginLiveStore();
+}
+
+bool Workbench::mayHaveLeftWork()
+{
+    return SessionFolder().hasFiles();
+}
+
+void Workbench::askToRecover()
+{
+    std::vector<LeftSession> left = SessionFolder().leftBehind();
+    if (left.empty())
+        return;
+    RecoveryDialog dialog(std::move(left), m_Window.get());
+    dialog.exec();
+    if (dialog.answer() == RecoveryDialog::Answer::Recover)
+        recoverWork(dialog.chosen());
+}
+
+void Workbench::recoverWork(const LeftSession &session)
+{
+    const Result<sessions::LoadedSession> loaded = recover(session, ObjectSpace::get(), m_History);
+    if (!loaded) {
+        tellFailure(tr("The work could not be recovered. It is kept."),
+                    {QString::fromStdString(loaded.error().message())});
+        return;
+    }
+    // Whoever shows objects.
+    {
+        const ChangeScope scope(Publisher::Add);
+    }
+    beginLiveStore();
+    if (m_LiveStore != nullptr && !loaded.value().problem)
+        m_LiveStore->whenSafe([file = session.file] { SessionFolder::remove(file); });
+    if (loaded.value().problem)
+        tellFailure(tr("The last changes could not be recovered. What is left of them is kept."),
+                    {QString::fromStdString(loaded.value().problem->message())});
+    for (Compound *object : *Space::instance()) {
+        if (dynamic_cast<Alignment *>(object) == nullptr)
+            continue;
+        openInEditor(object);
+        break;
+    }
+    m_Window->say(tr("Recovered."));
+}
+
+void Workbench::beginLiveStore()
+{
+    const Result<QString> file = SessionFolder().newFile();
+    if (!file) {
+        const QString cause = tr("A crash would lose what you do now: %1")
+                                  .arg(QString::fromStdString(file.error().message()));
+        Logger::Write(cause, Logger::Severity::Warning);
+        m_Window->warn(cause);
+        return;
+    }
+    m_LiveStore = std::make_unique<LiveStore>(ObjectSpace::get(), m_History, file.value());
+    connect(m_LiveStore.get(), &LiveStore::warningChanged, m_Window.get(), &MainWindow::warn);
 }
 
 // ---- Opening and closing

@@ -30,6 +30,8 @@ namespace TAMBO::app {
 
 class EmptiedWindows;
 class FirstPlaces;
+struct LeftSession;
+class LiveStore;
 class LogModel;
 class MainWindow;
 class RecentFiles;
@@ -61,6 +63,12 @@ public:
     [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
     [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
 
+    // From now on what is done is kept on the disk, in case the program does not come to its end.
+    // Asks before whether what others have left behind is to be recovered, which needs an empty
+    // workbench.
+    void keepWork();
+    // Whether it may ask.
+    [[nodiscard]] static bool mayHaveLeftWork();
     // Opens the files of the call, then the editor on the first alignment among them.
     void openAtStart(std::vector<std::filesystem::path> files);
     void open(const QStringList &files);
@@ -109,6 +117,9 @@ private:
     void makeWindow();
     void makeRoutes();
     void installHooks();
+    void askToRecover();
+    void recoverWork(const LeftSession &session);
+    void beginLiveStore();
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void rememberFiles(const LoadReport &report);
@@ -138,6 +149,8 @@ private:
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
+    // Null when nothing is kept. Goes first: the program comes to its end.
+    std::unique_ptr<LiveStore> m_LiveStore;
 };
 
 } // namespace TAMBO::app

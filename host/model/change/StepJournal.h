@@ -41,8 +41,8 @@ public:
     StepJournal(const StepJournal &) = delete;
     StepJournal &operator=(const StepJournal &) = delete;
 
-    // Something is about to change, by an edit or, as selection and locks, without one. What is kept
-    // of the present state has to be kept now.
+    // Something is about to change, by an edit or, as selection and locks, without one. What is
+    // kept of the present state has to be kept now.
     virtual void changeBegins() { }
     // The edit that was just made, of which this is the inverse, as bytes: Edit::storeInverse().
     // The step that it belongs to may still be taken back, and is then never told.

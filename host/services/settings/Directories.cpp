@@ -60,6 +60,17 @@ QString Directories::data()
     return userDirectory("data", QStandardPaths::GenericDataLocation);
 }
 
+QString Directories::state()
+{
+    const QString root = fromEnvironment("TAMBO_USER_DIR");
+    if (!root.isEmpty())
+        return root + QStringLiteral("/state");
+    // A relative path there means nothing.
+    const QString state = fromEnvironment("XDG_STATE_HOME");
+    const QString home = QDir::homePath() + QStringLiteral("/.local/state");
+    return (state.startsWith(u'/') ? state : home) + QStringLiteral("/tambo");
+}
+
 QString Directories::scratch()
 {
     // The session's own directory where there is one: it is private and emptied at logout.

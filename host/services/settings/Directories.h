@@ -22,6 +22,8 @@ public:
     [[nodiscard]] static QString config();
     // The log, the places of windows, plug-ins of the user's own.
     [[nodiscard]] static QString data();
+    // The work of running workbenches, for the case that one does not come to its end.
+    [[nodiscard]] static QString state();
     // Files of running jobs.
     [[nodiscard]] static QString scratch();
 };

@@ -79,10 +79,23 @@ Result<void> StoreReader::forEachValue(const ValueVisitor &visit)
 
 Result<std::uint64_t> StoreReader::recordCount()
 {
-    const Result<std::int64_t> count = numberOf(m_Database, kRecordCount);
-    if (!count)
-        return count.error();
-    return static_cast<std::uint64_t>(count.value());
+    Statement rows(m_Database, kRecordCount);
+    const bool hasRow = rows.step();
+    if (!rows.outcome())
+        return rows.outcome().error();
+    return hasRow ? static_cast<std::uint64_t>(rows.number(0)) : 0;
+}
+
+Result<std::uint64_t> StoreReader::recordCount(std::uint32_t kind)
+{
+    std::uint64_t count = 0;
+    const Result<void> done = forEachRecord([&](const SeenRecord &record) {
+        count += record.kind == kind ? 1 : 0;
+        return Result<void>();
+    });
+    if (!done)
+        return done.error();
+    return count;
 }
 
 } // namespace TAMBO::sessions

@@ -43,6 +43,7 @@ public:
         std::function<Result<void>(std::string_view name, std::string_view content)>;
     [[nodiscard]] Result<void> forEachValue(const ValueVisitor &visit);
     [[nodiscard]] Result<std::uint64_t> recordCount();
+    [[nodiscard]] Result<std::uint64_t> recordCount(std::uint32_t kind);
 
 private:
     explicit StoreReader(Database database) : m_Database(std::move(database)) { }

@@ -134,6 +134,12 @@ bool StoreWriter::waitUntilDurable(std::chrono::milliseconds most)
     return m_Status.durable >= wanted && !m_Status.hasGivenUp;
 }
 
+void StoreWriter::abandon()
+{
+    const std::lock_guard lock(m_Mutex);
+    giveUp();
+}
+
 void StoreWriter::startAnew()
 {
     {

@@ -61,6 +61,8 @@ public:
     // Waits until all that has been handed over so far is on the disk. False when that takes
     // longer, or when entries have been given up.
     [[nodiscard]] bool waitUntilDurable(std::chrono::milliseconds most);
+    // What waits and what comes is written no more. The file is closed with the object.
+    void abandon();
     // Gives up what waits and what is in the file. The owner hands everything over once more, from
     // the state on.
     void startAnew();

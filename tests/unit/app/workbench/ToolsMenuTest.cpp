@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Plug-ins in the workbench's window: their menu, and which of them is called for an alignment.
+#include "UndoCommands.h"
 #include "Workbench.h"
 
 #include "AppFixture.h"

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LiveStore.h"
+
+#include "History.h"
+#include "Logger.h"
+#include "ObjectSpace.h"
+#include "SessionFolder.h"
+
+#include <QFile>
+#include <QMetaObject>
+#include <QStringList>
+
+#include <chrono>
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+using namespace std::chrono_literals;
+using sessions::StoreWriter;
+
+// About a millisecond of the window's thread.
+constexpr std::size_t kSlice = std::size_t(512) << 10;
+// Entries that may wait before the disk gets more of what is not urgent.
+constexpr std::uint64_t kMostWaiting = 16;
+// Until work that is not on the disk is worth a word.
+constexpr auto kPatience = 1s;
+constexpr auto kBetweenLooks = 500ms;
+constexpr auto kRest = 1s;
+constexpr qsizetype kMostNames = 5;
+
+} // namespace
+
+LiveStore::LiveStore(ObjectSpace &space, History &history, const QString &file)
+    : m_File(file),
+      m_Writer(std::make_unique<StoreWriter>(
+          QFile::encodeName(file).toStdString(),
+          [this] { QMetaObject::invokeMethod(this, &LiveStore::look, Qt::QueuedConnection); })),
+      m_Session(std::make_unique<sessions::LiveSession>(
+          space, history, [this](sessions::StoreEntry entry) { m_Writer->put(std::move(entry)); })),
+      m_Space(space)
+{
+    m_Slices.setSingleShot(true);
+    connect(&m_Slices, &QTimer::timeout, this, &LiveStore::writeSlice);
+    m_Summary.setSingleShot(true);
+    m_Summary.setInterval(kRest);
+    connect(&m_Summary, &QTimer::timeout, this, &LiveStore::writeSummary);
+    connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
+    m_Looks.start(kBetweenLooks);
+    writeSummary();
+    follow();
+}
+
+LiveStore::~LiveStore()
+{
+    m_Session.reset();
+    m_Writer->abandon();
+    m_Writer.reset();
+    SessionFolder::remove(m_File);
+}
+
+void LiveStore::whenSafe(std::function<void()> task)
+{
+    m_WhenSafe = std::move(task);
+}
+
+void LiveStore::commUpdate()
+{
+    follow();
+}
+
+void LiveStore::commAdd()
+{
+    follow();
+}
+
+void LiveStore::commDelete()
+{
+    follow();
+}
+
+void LiveStore::follow()
+{
+    if (!m_Session->isUpToDate() && !m_Slices.isActive())
+        m_Slices.start(0ms);
+    if (!m_Summary.isActive())
+        m_Summary.start();
+}
+
+void LiveStore::writeSlice()
+{
+    const StoreWriter::Status status = m_Writer->status();
+    if (status.handed - status.durable > kMostWaiting) {
+        m_Slices.start(5ms);
+    } else if (m_Session->writeMore(kSlice)) {
+        m_Slices.start(0ms);
+    }
+}
+
+// For people who ask themselves later what this was.
+void LiveStore::writeSummary()
+{
+    QStringList names;
+    for (std::size_t i = m_Space.objectCount(); i > 0 && names.size() < kMostNames; --i)
+        names << QString::fromStdString(m_Space.object(i - 1)->Name());
+    const std::size_t others = m_Space.objectCount() - std::size_t(names.size());
+    QString text = names.join(QStringLiteral(", "));
+    if (others > 0)
+        text += tr(" and %n other(s)", nullptr, int(others));
+    m_Writer->put(sessions::NamedValue{std::string(SessionFolder::kSummary), text.toStdString()});
+}
+
+// ---- What is not safe
+
+void LiveStore::look()
+{
+    StoreWriter::Status status = m_Writer->status();
+    if (status.hasGivenUp) {
+        startAnew();
+        status = m_Writer->status();
+    }
+    if (m_WhenSafe && m_Session->isUpToDate() && status.durable == status.handed)
+        std::exchange(m_WhenSafe, {})();
+    const QString warning = findWarning(status);
+    if (warning == m_Warning)
+        return;
+    m_Warning = warning;
+    if (!warning.isEmpty())
+        Logger::Write(warning, Logger::Severity::Warning);
+    emit warningChanged(warning);
+}
+
+void LiveStore::startAnew()
+{
+    m_Writer->startAnew();
+    m_Session->startAnew();
+    writeSummary();
+    follow();
+}
+
+QString LiveStore::findWarning(const StoreWriter::Status &status) const
+{
+    if (status.problem)
+        return tr("A crash would lose what you do now: %1")
+            .arg(QString::fromStdString(status.problem->message()));
+    if (status.waitingSince && StoreWriter::Clock::now() - *status.waitingSince > kPatience)
+        return tr("A crash would lose the last changes: the disk is slow.");
+    return {};
+}
+
+} // namespace TAMBO::app
+
+#include "moc_LiveStore.cpp"

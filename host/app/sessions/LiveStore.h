@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Keeps the work of this workbench on the disk while one works: a LiveSession whose entries a
+// thread writes. When the program ends as it should, nothing is left of it.
+#pragma once
+
+#include "LiveSession.h"
+#include "StoreWriter.h"
+#include "Subscriber.h"
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace TAMBO::app {
+
+class LiveStore : public QObject, private Subscriber
+{
+    Q_OBJECT
+
+public:
+    // Into a new file, from what space and history are now.
+    LiveStore(ObjectSpace &space, History &history, const QString &file);
+    // As the program should end: the file goes.
+    ~LiveStore() override;
+
+    // What the user is to know of what is not safe; empty when all is well.
+    [[nodiscard]] QString warning() const { return m_Warning; }
+    // Called once, when all that has been done up to now is on the disk.
+    void whenSafe(std::function<void()> task);
+
+signals:
+    void warningChanged(const QString &warning);
+
+private:
+    void commUpdate() override;
+    void commAdd() override;
+    void commDelete() override;
+
+    void follow();
+    void writeSlice();
+    void writeSummary();
+    void look();
+    void startAnew();
+    [[nodiscard]] QString findWarning(const sessions::StoreWriter::Status &status) const;
+
+    QString m_File;
+    std::unique_ptr<sessions::StoreWriter> m_Writer;
+    // Hands over to the writer.
+    std::unique_ptr<sessions::LiveSession> m_Session;
+    ObjectSpace &m_Space;
+    // What takes its time is handed over when nothing else is to be done.
+    QTimer m_Slices;
+    QTimer m_Summary;
+    QTimer m_Looks;
+    QString m_Warning;
+    std::function<void()> m_WhenSafe;
+};
+
+} // namespace TAMBO::app

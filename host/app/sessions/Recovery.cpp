@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Recovery.h"
+
+#include "StoreReader.h"
+
+#include <QFile>
+
+namespace TAMBO::app {
+
+Result<sessions::LoadedSession> recover(const LeftSession &session, ObjectSpace &space,
+                                        History &history)
+{
+    using sessions::StoreReader;
+    SessionFolder::noteAttempt(session);
+    auto store = StoreReader::open(QFile::encodeName(session.file).toStdString(),
+                                   StoreReader::Kind::LeftBehind);
+    if (!store)
+        return store.error();
+    sessions::SessionLoading loading;
+    loading.leftOut = std::uint64_t(session.attempts);
+    return sessions::loadSession(*store.value(), space, history, loading);
+}
+
+} // namespace TAMBO::app
