@@ -59,7 +59,10 @@ Result<FileContents> read(TextReader &reader)
         return failureOf(reader.fileName(), describeUnreadable(head));
     if (recognised->isBare)
         return readPlainRows(reader);
-    return readerOf(recognised->format)(reader);
+    Result<FileContents> contents = readerOf(recognised->format)(reader);
+    if (contents && contents->writtenAs.empty())
+        contents->writtenAs = contents->format;
+    return contents;
 }
 
 } // namespace
@@ -86,7 +89,10 @@ Result<FileContents> readPackedFile(const std::filesystem::path &path, const Rea
     return readSafely(path, [&] {
         ByteSource source(path, progress);
         TextReader reader(source);
-        return read(reader);
+        Result<FileContents> contents = read(reader);
+        if (contents)
+            contents->state = source.state();
+        return contents;
     });
 }
 

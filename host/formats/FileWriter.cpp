@@ -2,6 +2,7 @@
 #include "FileWriter.h"
 
 #include "AlignmentWriters.h"
+#include "FileCheck.h"
 #include "FileReader.h"
 #include "FormatText.h"
 #include "ReplacementFile.h"
@@ -155,6 +156,12 @@ Failure unfaithful(const std::string &fileName, const Failure &failure)
             {fileName}};
 }
 
+bool isAnother(const std::filesystem::path &path, const FileState &expected)
+{
+    const FileChange change = checkFile(path, expected).change;
+    return change == FileChange::Content || change == FileChange::Replaced;
+}
+
 // Writes with write, reads what was written, and puts it in place if check finds it the same.
 Result<void> replace(const std::filesystem::path &path, WriteAids *aids, std::uint64_t expected,
                      const std::function<void(TextSink &)> &write,
@@ -171,6 +178,7 @@ Result<void> replace(const std::filesystem::path &path, WriteAids *aids, std::ui
             return cancelled();
         if (const Result<void> completed = file.complete(steps.of(WriteStage::Sync)); !completed)
             return completed;
+        std::optional<FileState> state;
         {
             const Result<FileContents> readBack =
                 readFile(file.path(), steps.of(WriteStage::Reading));
@@ -180,11 +188,19 @@ Result<void> replace(const std::filesystem::path &path, WriteAids *aids, std::ui
                                           : different(withoutName(readBack.error()));
             if (!same)
                 return unfaithful(file.fileName(), same.error());
+            state = readBack.value().state;
         }
+        if (aids != nullptr && aids->expected && isAnother(path, *aids->expected))
+            return Failure{FailureKind::Refused,
+                           "was not written, because another program has changed it meanwhile",
+                           {file.fileName()}};
         if (const Result<void> placed = file.putInPlace(steps.of(WriteStage::Placing)); !placed)
             return placed;
-        if (aids != nullptr && file.remark())
-            aids->remarks.push_back(*file.remark());
+        if (aids != nullptr) {
+            aids->written = state;
+            if (file.remark())
+                aids->remarks.push_back(*file.remark());
+        }
     } catch (const std::exception &error) {
         return Failure{FailureKind::System,
                        std::string("cannot be written: ") + error.what(),

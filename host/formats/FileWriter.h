@@ -4,6 +4,7 @@
 #pragma once
 
 #include "AlignmentSource.h"
+#include "FileState.h"
 #include "Result.h"
 #include "StructureLosses.h"
 #include "WriteLosses.h"
@@ -11,6 +12,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -33,6 +35,11 @@ struct WriteAids
     // off: the file is as it was, and nothing is left of the new one. Asked for the last time
     // before the file itself is touched.
     std::function<bool(WriteStage stage, double done)> step = {};
+    // The file that may be replaced. One that another program has changed meanwhile stays, which is
+    // a refusal.
+    std::optional<FileState> expected = {};
+    // Of the new file; nothing for a pipe.
+    std::optional<FileState> written = {};
 };
 
 // May be called from any thread. When it fails, the old file is as it was, or the failure, which

@@ -23,6 +23,9 @@ constexpr std::array<PhylipManner, 4> kManners = {{
     {.hasFixedNames = false, .isInterleaved = false},
     {.hasFixedNames = false, .isInterleaved = true},
 }};
+// As they are called when they are written.
+constexpr std::array<const char *, kManners.size()> kNamesOfManners = {
+    "phylip", "phylip-sequential", "phylip-relaxed-sequential", "phylip-relaxed"};
 
 std::vector<std::string_view> linesOf(std::string_view text)
 {
@@ -136,14 +139,17 @@ void PhylipParser::addAlignment()
 PhylipLayout PhylipParser::bestLayout(const PhylipSize &size)
 {
     PhylipLayout best = layOut(m_Lines, m_Next, size, kManners.front());
+    m_Contents.writtenAs = kNamesOfManners.front();
     for (std::size_t i = 1; i < kManners.size(); ++i) {
         if (best.fits() && best.oddities == 0)
             break;
         PhylipLayout other = layOut(m_Lines, m_Next, size, kManners[i]);
         const bool isBetter = other.fits() ? !best.fits() || other.oddities < best.oddities
                                            : !best.fits() && other.end > best.end;
-        if (isBetter)
-            best = std::move(other);
+        if (!isBetter)
+            continue;
+        best = std::move(other);
+        m_Contents.writtenAs = kNamesOfManners[i];
     }
     return best;
 }

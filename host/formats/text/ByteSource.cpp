@@ -75,18 +75,24 @@ ByteSource::ByteSource(const std::filesystem::path &path, const ReadProgress &pr
     struct stat status
     {
     };
-    if (::fstat(m_File, &status) == 0) {
-        if (S_ISDIR(status.st_mode))
-            m_Outcome = failureOf(m_FileName, "is a folder, not a file");
-        else if (S_ISREG(status.st_mode))
-            m_Size = static_cast<std::uint64_t>(status.st_size);
-    }
+    if (::fstat(m_File, &status) == 0 && S_ISDIR(status.st_mode))
+        m_Outcome = failureOf(m_FileName, "is a folder, not a file");
+    m_State = stateOf(m_File);
 }
 
 ByteSource::~ByteSource()
 {
     if (m_File >= 0)
         ::close(m_File);
+}
+
+// A file that grew or shrank meanwhile has another size than what was read of it.
+std::optional<FileState> ByteSource::state() const
+{
+    std::optional<FileState> state = m_State;
+    if (state && m_Outcome && m_Done == state->size)
+        state->hash = m_Hash.value();
+    return state;
 }
 
 std::size_t ByteSource::read(char *room, std::size_t size)
@@ -136,6 +142,7 @@ std::size_t ByteSource::readFile(char *room, std::size_t size)
         got += static_cast<std::size_t>(count);
     }
     m_Done += got;
+    m_Hash.add({room, got});
     if (got > 0 && !reportProgress())
         return 0;
     return got;
@@ -184,7 +191,7 @@ std::size_t ByteSource::readCompressed(char *room, std::size_t size)
 
 bool ByteSource::reportProgress()
 {
-    if (!m_Progress || m_Progress(m_Done, m_Size))
+    if (!m_Progress || m_Progress(m_Done, size()))
         return true;
     m_Outcome = Failure{FailureKind::Cancelled, {}};
     return false;

@@ -2,12 +2,15 @@
 // The bytes of a plain or gzip file in pieces, whichever of the two it is. Owned by one reading.
 #pragma once
 
+#include "ContentHash.h"
+#include "FileState.h"
 #include "ReadProgress.h"
 #include "Result.h"
 
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace TAMBO::formats {
@@ -28,7 +31,10 @@ public:
     // The name in messages.
     [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }
     // Bytes on disk.
-    [[nodiscard]] std::uint64_t size() const noexcept { return m_Size; }
+    [[nodiscard]] std::uint64_t size() const noexcept { return m_State ? m_State->size : 0; }
+    // The file as it was when it was opened, with its content if all of that has been read. Nothing
+    // for a pipe.
+    [[nodiscard]] std::optional<FileState> state() const;
 
 private:
     class Inflater;
@@ -40,7 +46,8 @@ private:
     std::string m_FileName;
     const ReadProgress &m_Progress;
     int m_File = -1;
-    std::uint64_t m_Size = 0;
+    std::optional<FileState> m_State;
+    ContentHash m_Hash;
     std::uint64_t m_Done = 0;
     bool m_Started = false;
     std::unique_ptr<Inflater> m_Inflater;
