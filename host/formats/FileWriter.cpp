@@ -169,6 +169,8 @@ Result<void> replace(const std::filesystem::path &path, WriteAids *aids, std::ui
 {
     const Steps steps(aids);
     ReplacementFile file(path, aids == nullptr ? ReplacementFile::Scratch() : aids->scratch);
+    if (aids != nullptr && aids->keepsBackups)
+        file.keepBackups();
     // Of our own code nothing throws but the lack of memory.
     try {
         SteppedSink sink(file, steps, expected);

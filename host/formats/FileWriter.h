@@ -35,6 +35,8 @@ struct WriteAids
     // off: the file is as it was, and nothing is left of the new one. Asked for the last time
     // before the file itself is touched.
     std::function<bool(WriteStage stage, double done)> step = {};
+    // The last versions of a file stay beside it.
+    bool keepsBackups = false;
     // The file that may be replaced. One that another program has changed meanwhile stays, which is
     // a refusal.
     std::optional<FileState> expected = {};

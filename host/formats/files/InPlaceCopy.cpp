@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InPlaceCopy.h"
 
+#include "FileCopy.h"
 #include "FileDescriptor.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <random>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -22,30 +22,6 @@ constexpr std::size_t kCopySize = std::size_t{1} << 18U;
 FileDescriptor opened(const fs::path &path, int flags)
 {
     return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC, 0600));
-}
-
-using Step = std::function<bool(std::uint64_t done, std::uint64_t total)>;
-
-// Cut to the new length only at the end, so that as much as possible is there when this breaks off.
-int copyBytes(const fs::path &from, const FileDescriptor &to, const Step &step = {})
-{
-    const FileDescriptor source = opened(from, O_RDONLY);
-    if (!source.isOpen())
-        return errno;
-    std::error_code unknown;
-    const std::uintmax_t total = fs::file_size(from, unknown);
-    std::vector<char> buffer(kCopySize);
-    off_t size = 0;
-    for (std::size_t count = buffer.size(); count == buffer.size();) {
-        if (step && !step(static_cast<std::uint64_t>(size), unknown ? 0 : total))
-            return ECANCELED;
-        if (const int error = source.read(buffer.data(), buffer.size(), count))
-            return error;
-        if (const int error = to.write(buffer.data(), count))
-            return error;
-        size += static_cast<off_t>(count);
-    }
-    return ::ftruncate(to.number(), size) == 0 && ::fsync(to.number()) == 0 ? 0 : errno;
 }
 
 int isSame(const fs::path &one, const fs::path &other, bool &same)
@@ -97,16 +73,6 @@ fs::path keptName(const fs::path &scratch, const char *kind, const fs::path &tar
     return scratch / (std::string(kind) + '-' + std::to_string(random()) + '-' + name);
 }
 
-int makeCopy(const fs::path &from, const fs::path &copy, const Step &step = {})
-{
-    FileDescriptor file = opened(copy, O_WRONLY | O_CREAT | O_EXCL);
-    if (!file.isOpen())
-        return errno;
-    const int error = copyBytes(from, file, step);
-    const int closing = file.close();
-    return error == 0 ? closing : error;
-}
-
 Failure failed(std::string cause)
 {
     return Failure{FailureKind::System, std::move(cause)};
@@ -115,7 +81,7 @@ Failure failed(std::string cause)
 } // namespace
 
 Result<void> copyInPlace(const fs::path &from, const fs::path &target, const fs::path &scratch,
-                         const Step &step)
+                         bool &isDamaged, const CopyStep &step)
 {
     const fs::path before = keptName(scratch, "old", target);
     if (const int error = makeCopy(target, before, step)) {
@@ -129,6 +95,7 @@ Result<void> copyInPlace(const fs::path &from, const fs::path &target, const fs:
         ::unlink(before.c_str());
         return error == 0 ? Result<void>() : failed(std::strerror(error));
     }
+    isDamaged = true;
     const fs::path after = keptName(scratch, "new", target);
     const bool isKept = makeCopy(from, after) == 0;
     return failed(std::string(std::strerror(error)) +

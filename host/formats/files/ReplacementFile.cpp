@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ReplacementFile.h"
 
+#include "BackupFiles.h"
+#include "FileCheck.h"
+#include "FileRights.h"
 #include "FormatTable.h"
 #include "FormatText.h"
 #include "InPlaceCopy.h"
@@ -71,20 +74,15 @@ bool refusesReplacing(int error)
     return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
 }
 
-// Not worth failing for: the file is written all the same. Rights that were meant for others than
-// those who would get them now are left out.
-void takeOver(int file, const struct stat &old)
+// False when nobody can tell.
+bool holdSame(const fs::path &one, const fs::path &other)
 {
-    mode_t mode = old.st_mode & 07777U;
-    if (::fchown(file, old.st_uid, old.st_gid) != 0) {
-        mode &= ~static_cast<mode_t>(S_ISUID);
-        if (::fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) {
-            constexpr unsigned groupToOthers = 3;
-            mode &= ~static_cast<mode_t>(S_ISGID);
-            mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << groupToOthers);
-        }
-    }
-    static_cast<void>(::fchmod(file, mode));
+    std::error_code error;
+    if (fs::file_size(one, error) != fs::file_size(other, error) || error)
+        return false;
+    const std::optional<FileState> first = lookAt(one);
+    const std::optional<FileState> second = lookAt(other);
+    return first && second && first->hash && first->hash == second->hash;
 }
 
 // A file's new name is on the disk only when its folder is. The error, 0 for none; a system that
@@ -325,11 +323,15 @@ Result<void> ReplacementFile::putInPlace(const Step &step)
 void ReplacementFile::replace()
 {
     if (m_Old)
-        takeOver(m_File.number(), *m_Old);
+        takeOverRights(m_File.number(), *m_Old);
     if (const int error = m_File.close())
         return fail(error);
+    BackupFiles backups(m_Target);
+    if (!backUp(backups))
+        return;
     if (::rename(m_Path.c_str(), m_Target.c_str()) == 0) {
         m_Path.clear();
+        backups.keep();
         if (const int error = syncFolder(m_Target.parent_path()))
             m_Remark = m_FileName + ": was written, but may not outlast a sudden end of the " +
                        "system: " + std::strerror(error);
@@ -341,11 +343,36 @@ void ReplacementFile::replace()
     fail(errno);
 }
 
+// A file that is to hold what it holds already has no version to be kept.
+bool ReplacementFile::backUp(BackupFiles &backups)
+{
+    if (!m_KeepsBackups || !m_Old)
+        return true;
+    if (holdSame(m_Target, m_Path))
+        return true;
+    const int error = backups.add(m_Way == Way::Replace);
+    if (error != 0)
+        m_Outcome =
+            Failure{FailureKind::System,
+                    std::string("was not written, because its old version cannot be kept: ") +
+                        std::strerror(error),
+                    {m_FileName}};
+    return error == 0;
+}
+
 void ReplacementFile::overwrite(const Step &step)
 {
     static_cast<void>(m_File.close());
-    if (const Result<void> copied = copyInPlace(m_Path, m_Target, scratchFolder(), step);
-        !copied && copied.error().kind == FailureKind::Cancelled)
+    BackupFiles backups(m_Target);
+    if (!backUp(backups))
+        return;
+    bool isDamaged = false;
+    const Result<void> copied = copyInPlace(m_Path, m_Target, scratchFolder(), isDamaged, step);
+    const bool isCancelled = !copied && copied.error().kind == FailureKind::Cancelled;
+    // A version is worth most when the file is damaged.
+    if (copied || isDamaged)
+        backups.keep();
+    if (isCancelled)
         cancel();
     else if (!copied)
         fail(copied.error().cause);

@@ -17,6 +17,8 @@
 
 namespace TAMBO::formats {
 
+class BackupFiles;
+
 class ReplacementFile final : public TextSink
 {
 public:
@@ -29,6 +31,9 @@ public:
 
     void write(std::string_view text) override;
     [[nodiscard]] bool isOpen() const override { return m_Outcome.has_value(); }
+    // The old file stays beside the new one, under the name of a version of it. One that cannot is
+    // not replaced.
+    void keepBackups() noexcept { m_KeepsBackups = true; }
     // Called with the bytes done and all of them; false calls the rest off, which is a failure.
     using Step = std::function<bool(std::uint64_t done, std::uint64_t total)>;
     // When it succeeds, everything is on the disk and can be read from path().
@@ -62,6 +67,7 @@ private:
     void writeBytes(const char *bytes, std::size_t size);
     void put(const char *bytes, std::size_t size);
     void replace();
+    [[nodiscard]] bool backUp(BackupFiles &backups);
     void overwrite(const Step &step);
     void send(const Step &step);
     void sync(const Step &step);
@@ -74,6 +80,7 @@ private:
     Scratch m_Scratch;
     std::filesystem::path m_Path;
     Way m_Way = Way::Replace;
+    bool m_KeepsBackups = false;
     // Why it is written in place.
     std::string m_Reason;
     // The file that is replaced, if there is one.
