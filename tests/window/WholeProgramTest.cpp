@@ -181,7 +181,7 @@ TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
     start({write("x.fasta", text)});
     const QString editor = window(kEditor);
     const CellGrid grid = this->grid(editor, "AC");
-    m_Screen.pressKey(window(kWorkbench), "ctrl+shift+s");
+    m_Screen.pressKey(window(kWorkbench), "ctrl+shift+e");
     const QString dialog = window("Export");
     m_Screen.pressKey(dialog, "Return");
     window("Export", 2);
@@ -227,6 +227,60 @@ TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
 
     m_Screen.pressKey(window(kWorkbench), "ctrl+q");
     EXPECT_EQ(waitForEnd(), 0);
+}
+
+TEST_F(WholeProgram, AnEditedAlignmentGoesBackToItsFileByKeys)
+{
+    const QString file = m_Folder.filePath("proteases.ali");
+    ASSERT_TRUE(QFile::copy(example(), file));
+    const auto rows = [&] {
+        TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
+        QStringList texts;
+        if (contents.has_value())
+            for (const TAMBO::RowRecord &row : contents->alignments.front().rows)
+                texts << QString::fromStdString(row.sequence.text());
+        return texts;
+    };
+    const QStringList before = rows();
+    start({file});
+    const CellGrid cells = grid(window(kEditor), kRows[0].left(12));
+    m_Screen.drag(cells.middle(0, kGap), cells.middle(0, kTarget));
+    waitForColor(cells.ground(0, kTarget), Qt::white);
+    const QString workbench = window(kWorkbench);
+    m_Screen.pressKey(workbench, "ctrl+s");
+    QStringList edited = before;
+    edited[0].remove(kGap, 1).insert(kTarget, u'-');
+    waitUntil([&] { return rows() == edited || !isRunning(); });
+    EXPECT_EQ(rows(), edited);
+
+    // Changed behind the program's back, it is left alone until the user says otherwise.
+    m_Screen.pressKey(workbench, "ctrl+z");
+    waitForColor(cells.ground(0, kTarget), colorOf(kRows[0][kTarget].toLatin1()));
+    const QByteArray others = ">P1;other\nsequence:other::::::::\nACD*\n";
+    write("proteases.ali", others);
+    m_Screen.pressKey(workbench, "ctrl+s");
+    m_Screen.pressKey(window("Save"), "Escape");
+    waitForWindows("Save", 0);
+    QFile left(file);
+    ASSERT_TRUE(left.open(QIODevice::ReadOnly));
+    EXPECT_EQ(left.readAll(), others);
+    m_Screen.pressKey(workbench, "ctrl+s");
+    m_Screen.pressKey(window("Save"), "alt+o");
+    waitUntil([&] { return rows() == before || !isRunning(); });
+    EXPECT_EQ(rows(), before);
+    m_Screen.pressKey(workbench, "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0) << "nothing is unsaved";
+}
+
+// The editor has its own use for the keys.
+TEST_F(WholeProgram, TheKeysOfSaveMakeAnAlignmentInTheEditor)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    grid(editor, kRows[0].left(12));
+    m_Screen.pressKey(editor, "ctrl+s");
+    m_Screen.pressKey(window("sequences"), "Escape");
+    waitForWindows("sequences", 0);
 }
 
 TEST_F(WholeProgram, QuittingWithoutChangesAsksNothing)

@@ -335,7 +335,8 @@ void ExportDialog::writeTo(const QString &file)
         static_cast<void>(waitToTheEnd(*m_Job, windowTitle(), this));
     if (!m_Job->isOver())
         return accept();
-    const Result<void> written = std::exchange(m_Job, nullptr)->outcome();
+    const std::unique_ptr<WriteJob> job = std::move(m_Job);
+    const Result<void> written = job->outcome();
     if (!written && written.error().kind == FailureKind::Cancelled)
         return;
     if (!written) {
@@ -350,6 +351,7 @@ void ExportDialog::writeTo(const QString &file)
     Logger::Write(
         (m_IsSaving ? tr("Saved %1 to %2") : tr("Exported %1 to %2")).arg(nameOfObject(), file));
     m_File = file;
+    m_Written = job->written();
     accept();
 }
 

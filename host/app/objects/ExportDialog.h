@@ -2,12 +2,14 @@
 // Asks what is to be written in which format, and shows what the format loses before it is.
 #pragma once
 
+#include "FileState.h"
 #include "WriteOptions.h"
 
 #include <QDialog>
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QCheckBox;
@@ -54,6 +56,8 @@ public:
     [[nodiscard]] QString nameOfObject() const;
     // The file that was written; empty while it is still being written.
     [[nodiscard]] const QString &file() const noexcept { return m_File; }
+    // As it was written; nothing for a pipe.
+    [[nodiscard]] const std::optional<FileState> &fileState() const noexcept { return m_Written; }
     // What is still being written; null when nothing is.
     [[nodiscard]] std::unique_ptr<WriteJob> takeJob();
     // The state of the object that the file holds; null when there are no places.
@@ -87,6 +91,7 @@ private:
     std::unique_ptr<WriteJob> m_Job;
     QStringList m_OwnLosses;
     QString m_File;
+    std::optional<FileState> m_Written;
     // Of the file dialog, unless empty.
     QString m_Folder;
     bool m_IsSaving = false;

@@ -97,7 +97,10 @@ void ExportRuns::note(SavedPlaces &places, const Order &order, const QString &fi
     // Of what was saved already a copy has been written.
     if (order.countsAsSaved && order.state != nullptr && places.isUnsaved(object)) {
         places.accept(object, order.losses);
-        places.noteSaved(object, {file, order.options}, *order.state);
+        places.noteSaved(object,
+                         {file, order.options, true, false,
+                          order.job == nullptr ? std::nullopt : order.job->written()},
+                         *order.state);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "ObjectCommands.h"
 
 #include "Alignment.h"
+#include "ChangedFileBox.h"
 #include "DataDelete.h"
 #include "DataPoint.h"
 #include "DestroyedObjects.h"
@@ -23,6 +24,7 @@
 
 #include <QColorDialog>
 #include <QCursor>
+#include <QFile>
 #include <QInputDialog>
 #include <QMenu>
 
@@ -201,9 +203,19 @@ void ObjectCommands::askRename(Compound &object) const
 void ObjectCommands::showProperties(const Compound &object) const
 {
     std::vector<Fact> facts = factsOf(object);
+    const std::optional<SavedPlaces::Place> place =
+        m_Places == nullptr ? std::nullopt : m_Places->lastPlaceOf(object);
     const std::filesystem::path file = m_Sources.fileOf(object);
-    if (!file.empty())
-        facts.emplace_back(tr("File"), QString::fromStdString(file.string()));
+    if (place)
+        facts.emplace_back(tr("File"), place->file);
+    else if (!file.empty())
+        facts.emplace_back(tr("File"), QFile::decodeName(file.c_str()));
+    if (place && place->state) {
+        const QString news =
+            changeText(checkFile(QFile::encodeName(place->file).toStdString(), *place->state));
+        if (!news.isEmpty())
+            facts.emplace_back(tr("File on the disk"), news);
+    }
     PropertiesDialog(nameText(object), facts, m_DialogParent).exec();
 }
 

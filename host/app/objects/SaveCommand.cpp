@@ -1,71 +1,167 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SaveCommand.h"
 
+#include "ChangedFileBox.h"
 #include "ExportDialog.h"
 #include "FailureBoxes.h"
 #include "KeptState.h"
 #include "Logger.h"
+#include "LossQuestion.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
-#include "SavedPlaces.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
 #include "WriteWait.h"
 
-#include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 
-#include <memory>
-#include <optional>
+#include <utility>
+#include <vector>
 
 namespace TAMBO::app {
 
 namespace {
 
-QString translated(const char *text)
+FileCheck checkOf(const SavedPlaces::Place &place)
 {
-    return QCoreApplication::translate("SaveCommand", text);
-}
-
-bool saveByDialog(SavedPlaces &places, Compound &object, QWidget *parent)
-{
-    const ObjectReferences reference({&object});
-    ExportDialog dialog({&object}, &object, parent);
-    dialog.setPlaces(places);
-    const SavedPlaces::Place beside = places.suggestionFor(object);
-    dialog.saveInstead(beside.file.isEmpty() ? QString() : QFileInfo(beside.file).absolutePath(),
-                       beside.options.format);
-    if (dialog.exec() == QDialog::Rejected || reference.objects().empty())
-        return false;
-    places.accept(object, dialog.losses());
-    places.noteSaved(object, {dialog.file(), dialog.options()}, *dialog.takeState());
-    return true;
+    return place.state ? checkFile(QFile::encodeName(place.file).toStdString(), *place.state)
+                       : FileCheck();
 }
 
 } // namespace
 
-bool saveObject(SavedPlaces &places, Compound &object, QWidget *parent)
+SaveCommand::SaveCommand(SavedPlaces &places, Compound &object, QWidget *parent)
+    : m_Places(places),
+      m_Object(std::make_unique<ObjectReferences>(std::vector<Compound *>{&object})),
+      m_Parent(parent)
+{ }
+
+SaveCommand::~SaveCommand() = default;
+
+Compound *SaveCommand::object() const
 {
-    const std::optional<SavedPlaces::Place> place = places.placeOf(object);
-    if (!place)
-        return saveByDialog(places, object, parent);
-    const QString name = nameText(object);
-    const std::unique_ptr<KeptState> state = places.keepState(object);
-    WriteJob job(std::make_shared<WritableObject>(object), place->file, place->options);
-    job.start();
-    const Result<void> written = waitToTheEnd(job, translated("Save"), parent);
-    if (!written && written.error().kind == FailureKind::Cancelled)
-        return false;
-    if (!written) {
-        const QString cause = QString::fromStdString(written.error().message());
-        Logger::Write(cause, Logger::Severity::Error);
-        services::FailureBoxes::showOver(parent, translated("%1 could not be saved.").arg(name),
-                                         {cause});
-        return false;
+    return m_Object->objects().empty() ? nullptr : m_Object->objects().front();
+}
+
+SaveCommand::Outcome SaveCommand::save()
+{
+    const Compound &saved = *object();
+    const std::optional<SavedPlaces::Place> place = m_Places.ownFileOf(saved);
+    if (!place || !WritableObject(saved).checkWritable(place->options))
+        return saveAs();
+    if (!m_Places.isUnsaved(saved) && checkOf(*place).change == FileChange::None)
+        return {true, false, place->file};
+    return saveTo(*place, true);
+}
+
+SaveCommand::Outcome SaveCommand::saveSafely()
+{
+    const std::optional<SavedPlaces::Place> place = m_Places.placeOf(*object());
+    return place ? saveTo(*place, false) : saveAs();
+}
+
+SaveCommand::Outcome SaveCommand::saveAs()
+{
+    Compound *const chosen = object();
+    if (chosen == nullptr)
+        return {};
+    ExportDialog dialog({chosen}, chosen, m_Parent);
+    dialog.setPlaces(m_Places);
+    const SavedPlaces::Place beside = m_Places.suggestionFor(*chosen);
+    dialog.saveInstead(beside.file.isEmpty() ? QString() : QFileInfo(beside.file).absolutePath(),
+                       beside.options.format);
+    if (dialog.exec() == QDialog::Rejected || object() == nullptr)
+        return {};
+    m_Places.accept(*chosen, dialog.losses());
+    m_Places.noteSaved(*chosen, {dialog.file(), dialog.options(), true, false, dialog.fileState()},
+                       *dialog.takeState());
+    return {true, true, dialog.file()};
+}
+
+SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAboutLosses)
+{
+    // Again when the file is changed while it is being written.
+    for (;;) {
+        const Choice onChange = askAboutChange(place, place.state);
+        if (onChange == Choice::Stop || object() == nullptr)
+            return {};
+        auto content = std::make_shared<WritableObject>(*object());
+        const QStringList losses =
+            asksAboutLosses ? m_Places.lossesIn(place, *object(), *content) : QStringList();
+        const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(*object(), losses);
+        const Choice onLosses =
+            isNews && onChange == Choice::GoOn ? askAboutLosses(place, losses) : Choice::GoOn;
+        if (onLosses == Choice::Stop || object() == nullptr)
+            return {};
+        if (onChange == Choice::SaveAs || onLosses == Choice::SaveAs)
+            return saveAs();
+        // What has come while the user was asked is saved, too.
+        if (isNews)
+            content = std::make_shared<WritableObject>(*object());
+        const QString name = nameText(*object());
+        const std::unique_ptr<KeptState> state = m_Places.keepState(*object());
+        WriteJob job(std::move(content), place.file, place.options);
+        if (place.state)
+            job.expect(*place.state);
+        job.start();
+        const Result<void> written = waitToTheEnd(job, tr("Save"), m_Parent);
+        if (!written && written.error().kind == FailureKind::Cancelled)
+            return {};
+        if (!written && checkOf(place).change != FileChange::None)
+            continue;
+        if (!written) {
+            tellFailure(name, QString::fromStdString(written.error().message()));
+            return {};
+        }
+        Logger::Write(tr("Saved %1 to %2").arg(name, place.file));
+        if (object() == nullptr)
+            return {true, true, place.file};
+        if (isNews)
+            m_Places.accept(*object(), losses);
+        for (const QString &sentence : m_Places.strangeNumbers(*object(), place.options))
+            Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
+                          Logger::Severity::Warning);
+        m_Places.noteSaved(*object(), {place.file, place.options, true, false, job.written()},
+                           *state);
+        return {true, true, place.file};
     }
-    Logger::Write(translated("Saved %1 to %2").arg(name, place->file));
-    places.noteSavedAgain(*state);
-    return true;
+}
+
+SaveCommand::Choice SaveCommand::askAboutChange(const SavedPlaces::Place &place,
+                                                std::optional<FileState> &expected) const
+{
+    const FileCheck check = checkOf(place);
+    if (check.change != FileChange::None) {
+        ChangedFileBox box(place.file, check, m_Parent);
+        box.exec();
+        if (box.answer() != ChangedFileBox::Answer::Overwrite)
+            return box.answer() == ChangedFileBox::Answer::SaveAs ? Choice::SaveAs : Choice::Stop;
+    }
+    expected = check.now;
+    return Choice::GoOn;
+}
+
+SaveCommand::Choice SaveCommand::askAboutLosses(const SavedPlaces::Place &place,
+                                                const QStringList &losses) const
+{
+    LossQuestion question(nameText(*object()), place.file, losses, m_Parent);
+    question.exec();
+    switch (question.answer()) {
+    case LossQuestion::Answer::Save:
+        return Choice::GoOn;
+    case LossQuestion::Answer::SaveAs:
+        return Choice::SaveAs;
+    case LossQuestion::Answer::Cancel:
+        break;
+    }
+    return Choice::Stop;
+}
+
+void SaveCommand::tellFailure(const QString &name, const QString &cause) const
+{
+    Logger::Write(cause, Logger::Severity::Error);
+    services::FailureBoxes::showOver(m_Parent, tr("%1 could not be saved.").arg(name), {cause});
 }
 
 } // namespace TAMBO::app

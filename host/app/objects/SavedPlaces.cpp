@@ -2,6 +2,7 @@
 #include "SavedPlaces.h"
 
 #include "Alignment.h"
+#include "FileName.h"
 #include "FreedObjects.h"
 #include "History.h"
 #include "KeptState.h"
@@ -79,7 +80,7 @@ SavedPlaces::~SavedPlaces()
 EditParts SavedPlaces::partsOf(const Compound &object, EditParts parts) const
 {
     const auto place = m_Places.find(&object);
-    if (place != m_Places.end() && place->second.options.format != FileFormat::Pir)
+    if (place != m_Places.end() && place->second.place.options.format != FileFormat::Pir)
         parts.remove(EditPart::HeaderNumbers);
     return parts;
 }
@@ -104,6 +105,16 @@ std::vector<SavedPlaces::Unsaved> SavedPlaces::unsaved() const
         result.push_back(std::move(thing));
     }
     return result;
+}
+
+std::vector<Compound *> SavedPlaces::unsavedObjects() const
+{
+    std::vector<Compound *> objects;
+    for (const UnsavedObject &found : m_History.unsavedObjects()) {
+        if (!partsOf(*found.object, found.parts).empty())
+            objects.push_back(found.object);
+    }
+    return objects;
 }
 
 bool SavedPlaces::isUnsaved(const Compound &object) const
@@ -134,9 +145,11 @@ std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object,
                                                        EditParts parts) const
 {
     const auto found = m_Places.find(&object);
-    if (found == m_Places.end() || !found->second.isWhole || parts.has(EditPart::Name))
+    if (found == m_Places.end() || parts.has(EditPart::Name))
         return std::nullopt;
-    const Place &place = found->second;
+    const Place &place = found->second.place;
+    if (!place.isWhole || place.holdsMore)
+        return std::nullopt;
     const WritableObject content(object);
     if (!content.checkWritable(place.options))
         return std::nullopt;
@@ -149,21 +162,50 @@ std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object) c
     return placeOf(object, partsOf(object, m_History.unsavedParts(object)));
 }
 
+std::optional<SavedPlaces::Place> SavedPlaces::ownFileOf(const Compound &object) const
+{
+    const auto found = m_Places.find(&object);
+    if (found == m_Places.end() || !found->second.place.isWhole)
+        return std::nullopt;
+    return found->second.place;
+}
+
+QStringList SavedPlaces::lossesIn(const Place &place, const Compound &object,
+                                  const WritableObject &content) const
+{
+    QStringList sentences = content.ownLosses(place.options);
+    if (place.holdsMore)
+        sentences << tr("What the file holds beside the coordinates, chains, helices and strands "
+                        "of its first model is not loaded, and would be gone: further models, "
+                        "waters, temperature factors, most of the header.");
+    const QString name = QString::fromStdString(fileNameOf(object.Name()));
+    if (m_History.unsavedParts(object).has(EditPart::Name) &&
+        !QFileInfo(place.file).fileName().startsWith(name + u'.'))
+        sentences
+            << tr("It is called %1 now, and the file would keep its name.").arg(nameText(object));
+    return sentences;
+}
+
+std::optional<SavedPlaces::Place> SavedPlaces::lastPlaceOf(const Compound &object) const
+{
+    for (const Compound *at = &object; at != nullptr; at = at->Parent()) {
+        const auto found = m_Places.find(at);
+        if (found != m_Places.end())
+            return found->second.place;
+    }
+    return std::nullopt;
+}
+
 // Beside the file that the object came from, in its format. A model came out of a scratch folder.
 SavedPlaces::Place SavedPlaces::suggestionFor(const Compound &object) const
 {
     const auto known = m_Places.find(&object);
     if (known != m_Places.end())
-        return known->second;
+        return known->second.place;
     const std::filesystem::path file =
         isModel(object) ? std::filesystem::path() : m_Sources.fileOf(object);
     return {QFile::decodeName(QByteArray::fromStdString(file.string())),
             writeOptionsFor(file).value_or(WriteOptions())};
-}
-
-void SavedPlaces::noteSavedAgain(const KeptState &state)
-{
-    m_History.markSaved(state);
 }
 
 std::unique_ptr<KeptState> SavedPlaces::keepState(const Compound &object) const
@@ -174,31 +216,43 @@ std::unique_ptr<KeptState> SavedPlaces::keepState(const Compound &object) const
 void SavedPlaces::takeFile(const Compound &object, const QString &file)
 {
     const QString taken = QFileInfo(file).canonicalFilePath();
-    for (auto &[other, place] : m_Places) {
-        if (place.isWhole && other != &object && QFileInfo(place.file).canonicalFilePath() == taken)
-            place.isWhole = false;
+    for (auto &[other, known] : m_Places) {
+        if (other != &object && !taken.isEmpty() && known.target == taken)
+            known.place.isWhole = false;
     }
+}
+
+void SavedPlaces::setPlace(const Compound &object, const Place &place)
+{
+    m_Places[&object] = {place, QFileInfo(place.file).canonicalFilePath()};
+}
+
+SavedPlaces::Place SavedPlaces::withState(Place place)
+{
+    if (!place.state)
+        place.state = lookAt(QFile::encodeName(place.file).toStdString());
+    return place;
 }
 
 void SavedPlaces::noteOpened(const Compound &object, const Place &place)
 {
     if (place.isWhole)
         takeFile(object, place.file);
-    m_Places[&object] = place;
+    setPlace(object, place);
     m_History.markSaved(object);
 }
 
 void SavedPlaces::noteSaved(const Compound &object, const Place &place)
 {
     takeFile(object, place.file);
-    m_Places[&object] = place;
+    setPlace(object, withState(place));
     m_History.markSaved(object);
 }
 
 void SavedPlaces::noteSaved(const Compound &object, const Place &place, const KeptState &state)
 {
     takeFile(object, place.file);
-    m_Places[&object] = place;
+    setPlace(object, withState(place));
     m_History.markSaved(state);
 }
 
@@ -221,7 +275,7 @@ void SavedPlaces::noteWritten(const Compound &object, const Place &place, const 
                               const KeptState *state)
 {
     takeFile(object, place.file);
-    m_Written[&object] = {place, losses};
+    m_Written[&object] = {withState(place), losses};
     if (state != nullptr)
         m_History.markWritten(*state);
     else
@@ -236,7 +290,7 @@ void SavedPlaces::acceptWritten(const Compound &object)
     if (found == m_Written.end())
         return;
     accept(object, found->second.losses);
-    m_Places[&object] = found->second.place;
+    setPlace(object, found->second.place);
     m_Written.erase(found);
     m_History.acceptWritten(object);
 }
@@ -244,7 +298,9 @@ void SavedPlaces::acceptWritten(const Compound &object)
 bool SavedPlaces::isAccepted(const Compound &object, const QStringList &losses) const
 {
     const auto found = m_Accepted.find(&object);
-    return found != m_Accepted.end() && found->second == losses;
+    return found != m_Accepted.end() && std::ranges::all_of(losses, [&](const QString &loss) {
+               return found->second.contains(loss);
+           });
 }
 
 void SavedPlaces::accept(const Compound &object, const QStringList &losses)

@@ -3,6 +3,7 @@
 // by the workbench.
 #pragma once
 
+#include "FileCheck.h"
 #include "WriteOptions.h"
 
 #include <QCoreApplication>
@@ -50,6 +51,10 @@ public:
         WriteOptions options;
         // Nothing else is in the file.
         bool isWhole = true;
+        // The file says more of the object than was opened of it.
+        bool holdsMore = false;
+        // The file as it was read or written; nothing when nobody knows.
+        std::optional<FileState> state = {};
     };
 
     // Both outlive the saver.
@@ -60,10 +65,18 @@ public:
 
     [[nodiscard]] std::vector<Unsaved> unsaved() const;
     [[nodiscard]] bool isUnsaved(const Compound &object) const;
+    [[nodiscard]] std::vector<Compound *> unsavedObjects() const;
 
     // The file that may be replaced by the object as it is now without a question: it holds all of
     // the object and nothing else.
     [[nodiscard]] std::optional<Place> placeOf(const Compound &object) const;
+    // The file that the object came from or was saved to, if nothing else is in it.
+    [[nodiscard]] std::optional<Place> ownFileOf(const Compound &object) const;
+    // What would be lost there, one sentence each. content: the object's.
+    [[nodiscard]] QStringList lossesIn(const Place &place, const Compound &object,
+                                       const WritableObject &content) const;
+    // Where the object, or what it is a part of, came from or was saved to, whatever else is there.
+    [[nodiscard]] std::optional<Place> lastPlaceOf(const Compound &object) const;
     // What to suggest for an object without such a file; an empty file name suggests no folder.
     [[nodiscard]] Place suggestionFor(const Compound &object) const;
 
@@ -74,9 +87,8 @@ public:
     // The file is this object's from now on: no other one that came from there replaces it without
     // a question.
     void takeFile(const Compound &object, const QString &file);
-    // It was written there again, in that state.
-    void noteSavedAgain(const KeptState &state);
-    // It was written, without losses or with such as the user accepts.
+    // It was written, without losses or with such as the user accepts. A file whose state the place
+    // does not tell is looked at.
     void noteSaved(const Compound &object, const Place &place);
     // In that state.
     void noteSaved(const Compound &object, const Place &place, const KeptState &state);
@@ -93,7 +105,7 @@ public:
     void noteWritten(const Compound &object, const Place &place, const QStringList &losses,
                      const KeptState *state = nullptr);
     void acceptWritten(const Compound &object);
-    // Whether the user has accepted these losses of the object before.
+    // Whether the user has accepted all these losses of the object before.
     [[nodiscard]] bool isAccepted(const Compound &object, const QStringList &losses) const;
     void accept(const Compound &object, const QStringList &losses);
 
@@ -104,7 +116,16 @@ private:
 
     History &m_History;
     const ObjectSources &m_Sources;
-    std::map<const Compound *, Place> m_Places;
+    struct Known
+    {
+        Place place;
+        // One spelling a file; empty when it was not there.
+        QString target;
+    };
+    void setPlace(const Compound &object, const Place &place);
+    [[nodiscard]] static Place withState(Place place);
+
+    std::map<const Compound *, Known> m_Places;
     std::map<const Compound *, QStringList> m_Accepted;
     // Not accepted yet.
     struct Written

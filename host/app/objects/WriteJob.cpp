@@ -31,6 +31,9 @@ double shareDone(WriteStage stage, double done)
     return share + done * kStageShares[std::size_t(stage)];
 }
 
+constexpr const char *kFilesSection = "Files";
+constexpr const char *kBackupsKey = "Backups";
+
 // What is being written.
 QSet<QString> &targetsUnderWay()
 {
@@ -93,6 +96,11 @@ WriteJob::~WriteJob()
     leave();
 }
 
+void WriteJob::expect(const FileState &state)
+{
+    m_Shared->aids.expected = state;
+}
+
 void WriteJob::start()
 {
     if (targetsUnderWay().contains(m_Target)) {
@@ -108,6 +116,7 @@ void WriteJob::start()
     m_Shared->aids.scratch = [folder = std::filesystem::path(Config::GetPersonalTmpDir())] {
         return folder;
     };
+    m_Shared->aids.keepsBackups = Config::GetSetting(kFilesSection, kBackupsKey).ToBool();
     m_Thread = QThread::create([shared = m_Shared] { shared->run(); });
     connect(m_Thread, &QThread::finished, this, &WriteJob::finish);
     m_Thread->start();
@@ -140,6 +149,7 @@ void WriteJob::finish()
     leave();
     m_IsOver = true;
     m_Outcome = m_Shared->outcome;
+    m_Written = m_Shared->aids.written;
     for (const std::string &remark : m_Shared->aids.remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
     emit ended();

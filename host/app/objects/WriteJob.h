@@ -3,6 +3,7 @@
 // may be edited, or go, meanwhile.
 #pragma once
 
+#include "FileState.h"
 #include "Result.h"
 #include "WriteOptions.h"
 
@@ -11,6 +12,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 class QThread;
 
@@ -31,6 +33,8 @@ public:
     WriteJob &operator=(const WriteJob &) = delete;
 
     [[nodiscard]] const QString &path() const noexcept { return m_Path; }
+    // Before it is started: the file that may be replaced, as it was last looked at.
+    void expect(const FileState &state);
     // Once. It is over at once when another job is writing that file.
     void start();
     // The file stays as it is, unless it is being changed already.
@@ -41,6 +45,8 @@ public:
     [[nodiscard]] bool isOver() const noexcept { return m_IsOver; }
     // Of a job that is over. Its remarks are in the log.
     [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
+    // The new file, of a job that has written one; nothing for a pipe.
+    [[nodiscard]] const std::optional<FileState> &written() const noexcept { return m_Written; }
     // How much of the work is done, from 0 to 1.
     [[nodiscard]] double done() const noexcept;
 
@@ -61,6 +67,7 @@ private:
     QThread *m_Thread = nullptr;
     bool m_IsOver = false;
     Result<void> m_Outcome;
+    std::optional<FileState> m_Written;
 };
 
 } // namespace TAMBO::app

@@ -197,11 +197,16 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome)
 void Loader::makeObjects(ReadFile &file, LoadReport &report)
 {
     const QString name = fileText(file.file);
+    const LoadReport::Origin origin{
+        file.file, file.contents.writtenAs,
+        file.contents.structures.size() + file.contents.alignments.size() == 1,
+        file.contents.state};
     for (StructureRecord &record : file.contents.structures) {
         logRemarks(record.remarks);
         if (Structure *structure = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*structure, file.file);
             report.structures.push_back(structure);
+            report.structureOrigins.push_back(origin);
             Logger::Write(
                 tr("%1: structure %2, %3").arg(name, nameText(*structure), sizeText(*structure)));
         }
@@ -217,9 +222,7 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
         if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);
-            report.origins.push_back(
-                {file.file, file.contents.format,
-                 file.contents.alignments.size() == 1 && file.contents.structures.empty()});
+            report.alignmentOrigins.push_back(origin);
             Logger::Write(
                 tr("%1: alignment %2, %3").arg(name, nameText(*alignment), sizeText(*alignment)));
         } else {

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QThread;
@@ -33,16 +34,20 @@ struct LoadReport
     std::vector<FileFailure> failures;
     std::vector<Structure *> structures;
     std::vector<Alignment *> alignments;
-    // Where each of the alignments was read from.
+    // Where an object was read from.
     struct Origin
     {
         std::filesystem::path file;
-        // As readers call it.
+        // As writers call it; empty when files of that kind are not written.
         std::string format;
         // Nothing else is in the file.
         bool isWhole = false;
+        // The file as it was then.
+        std::optional<FileState> state = {};
     };
-    std::vector<Origin> origins;
+    // One for each.
+    std::vector<Origin> structureOrigins;
+    std::vector<Origin> alignmentOrigins;
     bool isCancelled = false;
 };
 

@@ -17,6 +17,7 @@
 #include "ObjectCommands.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
+#include "PickedSaving.h"
 #include "PlainText.h"
 #include "Plugins.h"
 #include "PluginsDialog.h"
@@ -163,7 +164,11 @@ void MainWindow::makeFileMenu()
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     menu->addSeparator();
-    m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), this,
+    m_Save = menu->addAction(icon("save"), tr("&Save"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
+                             [this] { emit saveAsked(m_Tree->pickedObjects()); });
+    m_SaveAs = menu->addAction(tr("Save &As…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+                               this, [this] { emit saveAsAsked(m_Tree->pickedObjects()); });
+    m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), this,
                                &MainWindow::exportPicked);
     menu->addSeparator();
     m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
@@ -338,6 +343,7 @@ void MainWindow::enableActions()
 {
     const std::vector<Compound *> objects = m_Tree->pickedObjects();
     const auto isTop = [](const Compound *object) { return object->Parent() == Space::instance(); };
+    m_SaveAs->setEnabled(PickedSaving::canSave() && PickedSaving::savable(objects).size() <= 1);
     m_Close->setEnabled(std::ranges::any_of(objects, isTop));
     m_Rename->setEnabled(objects.size() == 1 && isRenamable(*objects.front()));
     m_Delete->setEnabled(std::ranges::any_of(
@@ -418,6 +424,8 @@ void MainWindow::commDelete()
 
 void MainWindow::countObjects()
 {
+    m_Save->setEnabled(PickedSaving::canSave());
+    m_SaveAs->setEnabled(m_Save->isEnabled());
     m_Export->setEnabled(ObjectCommands::canExport());
     std::size_t structures = 0;
     std::size_t sequences = 0;

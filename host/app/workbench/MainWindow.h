@@ -64,6 +64,9 @@ public:
 signals:
     void filesAsked();
     void openAsked(const QStringList &files);
+    // What is picked.
+    void saveAsked(const std::vector<TAMBO::Compound *> &objects);
+    void saveAsAsked(const std::vector<TAMBO::Compound *> &objects);
     void closeAsked(const std::vector<TAMBO::Compound *> &objects);
     void editorAsked(TAMBO::Compound *object);
     void toolAsked(const TAMBO::services::PluginRecord &plugin);
@@ -111,6 +114,8 @@ private:
     ObjectTreeModel *m_Objects = nullptr;
     ObjectTree *m_Tree = nullptr;
     QAction *m_Open = nullptr;
+    QAction *m_Save = nullptr;
+    QAction *m_SaveAs = nullptr;
     QAction *m_Export = nullptr;
     QAction *m_Close = nullptr;
     QAction *m_Rename = nullptr;

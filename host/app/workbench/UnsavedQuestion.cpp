@@ -93,7 +93,7 @@ bool UnsavedQuestion::save(const Things &things, const std::vector<std::size_t> 
             std::make_unique<ObjectReferences>(std::vector<Compound *>{things[index].object}));
     return std::ranges::all_of(references, [&](const auto &reference) {
         return reference->objects().empty() ||
-               saveObject(m_Places, *reference->objects().front(), parent);
+               SaveCommand(m_Places, *reference->objects().front(), parent).saveSafely().isSaved;
     });
 }
 

@@ -23,6 +23,7 @@
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
+#include "PickedSaving.h"
 #include "PrintoutDesk.h"
 #include "RealignCommand.h"
 #include "RecentFiles.h"
@@ -65,6 +66,12 @@ fs::path toPath(const QString &file)
 QString toText(const fs::path &file)
 {
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
+}
+
+void sayUnlessEmpty(MainWindow &window, const QString &text)
+{
+    if (!text.isEmpty())
+        window.say(text);
 }
 
 // In which a file is written again. Its ending tells apart what readers do not.
@@ -141,6 +148,13 @@ void Workbench::makeWindow()
     connect(window, &MainWindow::quitAsked, this, &Workbench::quit);
     connect(window, &MainWindow::filesAsked, this, [this, window] { askAndOpen(window); });
     connect(window, &MainWindow::openAsked, this, &Workbench::open);
+    const auto saving = std::make_shared<const PickedSaving>(m_Places, *window);
+    connect(window, &MainWindow::saveAsked, this, [window, saving](const auto &objects) {
+        sayUnlessEmpty(*window, saving->save(objects));
+    });
+    connect(window, &MainWindow::saveAsAsked, this, [window, saving](const auto &objects) {
+        sayUnlessEmpty(*window, saving->saveAs(objects));
+    });
     connect(window, &MainWindow::closeAsked, this, &Workbench::closeObjects);
     connect(window, &MainWindow::editorAsked, this, &Workbench::openInEditor);
     connect(window, &MainWindow::toolAsked, this, &Workbench::openTool);
@@ -295,20 +309,25 @@ bool Workbench::askAndOpen(QWidget *parent)
 
 void Workbench::filesOpened(const LoadReport &report)
 {
-    // What has just been read is as it is on the disk.
-    for (const Structure *structure : report.structures)
-        m_History.markSaved(*structure);
-    for (std::size_t i = 0; i < report.alignments.size(); ++i) {
-        const LoadReport::Origin &origin = report.origins[i];
-        if (const std::optional<WriteOptions> options = optionsOf(origin))
-            m_Places.noteOpened(*report.alignments[i],
-                                {toText(origin.file), *options, origin.isWhole});
-        else
-            m_History.markSaved(*report.alignments[i]);
-    }
+    for (std::size_t i = 0; i < report.structures.size(); ++i)
+        noteOpened(*report.structures[i], report.structureOrigins[i]);
+    for (std::size_t i = 0; i < report.alignments.size(); ++i)
+        noteOpened(*report.alignments[i], report.alignmentOrigins[i]);
     rememberFiles(report);
     tellFailures(report);
     emit opened(report);
+}
+
+// What has just been read is as it is on the disk.
+void Workbench::noteOpened(const Compound &object, const LoadReport::Origin &origin)
+{
+    const std::optional<WriteOptions> options = optionsOf(origin);
+    const bool isStructure = object.Kind() == CompoundKind::Structure;
+    if (options)
+        m_Places.noteOpened(
+            object, {toText(origin.file), *options, origin.isWhole, isStructure, origin.state});
+    else
+        m_History.markSaved(object);
 }
 
 void Workbench::rememberFiles(const LoadReport &report)

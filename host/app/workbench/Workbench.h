@@ -122,6 +122,7 @@ private:
     void beginLiveStore();
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
+    void noteOpened(const Compound &object, const LoadReport::Origin &origin);
     void rememberFiles(const LoadReport &report);
     void closeDialogsAndQuit();
     void quitAfterJobs();

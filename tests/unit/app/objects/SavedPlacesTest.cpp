@@ -29,8 +29,12 @@ namespace SavedPlacesTest {
 using namespace TAMBO;
 using app::ExportDialog;
 using app::SavedPlaces;
-using app::saveObject;
 using Texts = std::vector<std::string>;
+
+bool saveObject(SavedPlaces &places, Compound &object, QWidget *parent)
+{
+    return app::SaveCommand(places, object, parent).saveSafely().isSaved;
+}
 
 class SavedPlacesTest : public RecordedFixture
 {

@@ -10,6 +10,7 @@
 #include "WriteWait.h"
 #include "support/Answering.h"
 #include "support/Outcome.h"
+#include "support/ScopedSettings.h"
 #include "support/WaitUntil.h"
 
 #include <QDir>
@@ -77,6 +78,43 @@ TEST_F(WriteJobTest, AJobWritesTheFileAndTellsItsEnd)
     EXPECT_EQ(ended, 1);
     EXPECT_EQ(bytesOf(job.path()), kPirText);
     EXPECT_GT(job.done(), 0.9);
+}
+
+TEST_F(WriteJobTest, AJobKeepsTheLastVersionsWhenTheSettingsSaySo)
+{
+    const auto filesAfterWriting = [this] {
+        WriteJob job(valuesOf(m_Family), m_Folder.filePath("x.ali"), {});
+        job.start();
+        waitUntil([&] { return job.isOver(); });
+        EXPECT_EQ(complaintOf(job.outcome()), "");
+        return QDir(m_Folder.path()).entryList({"x.ali*"}, QDir::Files, QDir::Name);
+    };
+    write("x.ali", "old");
+    {
+        const ScopedSettings settings("[Files]\nBackups = true\n");
+        EXPECT_EQ(filesAfterWriting(), (QStringList{"x.ali", "x.ali.1.bak~"}));
+        EXPECT_EQ(bytesOf(m_Folder.filePath("x.ali.1.bak~")), "old");
+        EXPECT_EQ(filesAfterWriting().size(), 2) << "nothing has changed";
+    }
+    QFile::remove(m_Folder.filePath("x.ali.1.bak~"));
+    m_Family.insertGap(0, 0);
+    EXPECT_EQ(filesAfterWriting(), QStringList("x.ali"));
+}
+
+TEST_F(WriteJobTest, AFileWhoseVersionCannotBeKeptIsNotWritten)
+{
+    const ScopedSettings settings("[Files]\nBackups = true\n");
+    // No room for the name of a version.
+    const QString name = QString(250, 'x') + ".ali";
+    write(name, "old");
+    WriteJob job(valuesOf(m_Family), m_Folder.filePath(name), {});
+    job.start();
+    waitUntil([&] { return job.isOver(); });
+    EXPECT_TRUE(complaintOf(job.outcome())
+                    .ends_with("was not written, because its old version cannot be kept: File name "
+                               "too long"));
+    EXPECT_EQ(bytesOf(m_Folder.filePath(name)), "old");
+    EXPECT_FALSE(job.written().has_value());
 }
 
 TEST_F(WriteJobTest, WhatIsWrittenIsWhatWasThereWhenItWasAsked)

@@ -2,6 +2,7 @@
 // How the workbench comes to its end: what it asks about, what it saves, and which jobs it waits
 // for.
 #include "AppFixture.h"
+#include "ChangedFileBox.h"
 #include "FileReader.h"
 #include "JobList.h"
 #include "LossBox.h"
@@ -30,6 +31,7 @@
 namespace LeavingTest {
 
 using namespace TAMBO;
+using app::ChangedFileBox;
 using app::LossBox;
 using app::UnsavedDialog;
 using app::Workbench;
@@ -192,6 +194,8 @@ TEST_F(LeavingTest, AFailedSaveKeepsTheWorkbenchOpen)
     ASSERT_TRUE(QFile::remove(file));
     ASSERT_TRUE(QFile::link("/dev/full", file));
     answer("Save");
+    answering<ChangedFileBox>(
+        [](ChangedFileBox &box) { box.findChild<QPushButton *>("Overwrite")->click(); });
     m_Workbench->quit();
     EXPECT_TRUE(isOpen());
     auto *box = m_Workbench->window().findChild<QMessageBox *>("FailureBox");
