@@ -29,6 +29,7 @@
 #include <QMenu>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace TAMBO::app {
@@ -221,9 +222,11 @@ void ObjectCommands::showProperties(const Compound &object) const
 
 bool ObjectCommands::canExport()
 {
-    return std::ranges::any_of(*Space::instance(), [](const Compound *object) {
-        return WritableObject::isWritable(*object);
-    });
+    // An alignment stands behind the sequences that came with it, of which there may be a million.
+    Space &space = *Space::instance();
+    return std::any_of(std::make_reverse_iterator(space.end()),
+                       std::make_reverse_iterator(space.begin()),
+                       [](const Compound *object) { return WritableObject::isWritable(*object); });
 }
 
 QString ObjectCommands::askExport(const Objects &picked) const

@@ -29,8 +29,9 @@ public:
 
     void operator()(TAMBO::Compound *object)
     {
-        if (auto *alignment = dynamic_cast<TAMBO::Alignment *>(object))
-            m_Alignments.push_back(alignment);
+        // Of a million objects most are none, and a cast that fails goes through all their bases.
+        if (object->Kind() == TAMBO::CompoundKind::Alignment)
+            m_Alignments.push_back(object);
     }
 
 private:
