@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ColumnProfiles.h"
 
-#include "Bits.h"
+#include "LetterTally.h"
 #include "LongWork.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace TAMBO {
 
@@ -128,6 +127,33 @@ void ColumnProfiles::forget(Column begin, Column end) noexcept
     }
 }
 
+ColumnProfiles::Counts ColumnProfiles::counts(Column begin, Column count) const
+{
+    // More than one looks at, and few beside the columns' cells.
+    Counts result(std::min(count, 2 * kBatchColumns));
+    for (Column i = 0; i < result.size(); ++i) {
+        const Slot slot = slotOf(begin + i);
+        if (slot == kNone)
+            continue;
+        const auto first = m_Counts.begin() + std::ptrdiff_t(slot * m_Stride);
+        result[i].assign(first, first + std::ptrdiff_t(m_Letters.size()));
+    }
+    return result;
+}
+
+void ColumnProfiles::setCounts(Column begin, const Counts &counts)
+{
+    for (Column i = 0; i < counts.size(); ++i) {
+        if (counts[i].empty() || begin + i >= m_SlotOf.size() || m_Used >= kMostColumns)
+            continue;
+        Slot &slot = m_SlotOf[begin + i];
+        if (slot == kNone)
+            slot = takeSlot();
+        // A letter keeps its place.
+        std::ranges::copy(counts[i], m_Counts.begin() + std::ptrdiff_t(slot * m_Stride));
+    }
+}
+
 void ColumnProfiles::clear() noexcept
 {
     m_SlotOf.clear();
@@ -192,96 +218,38 @@ bool ColumnProfiles::count(const Rows &rows, Column width, Column column, Column
     const Column begin = column - column % kWordColumns;
     const bool isNextKnown = slotOf(begin + kWordColumns) != kNone;
     const Column end = std::min(width, begin + (isNextKnown ? kWordColumns : most));
-    for (;;) {
-        switch (tryCount(rows, begin, end, work)) {
-        case Outcome::Counted:
-            return true;
-        case Outcome::TooNarrow:
-            widen();
-            break;
-        case Outcome::GivenUp:
-            clear();
+    LetterTally tally(begin, end);
+    for (const auto &row : rows) {
+        if (work != nullptr && !work->goesOn())
             return false;
-        }
+        tally.add(*row);
     }
+    tally.finish();
+    while (!store(tally, begin, end))
+        widen();
+    return true;
 }
 
-// Mostly residue by residue: runs are short, and a wrong guess at each of their ends is costlier
-// than looking for the next bit.
-bool ColumnProfiles::countRow(const AlignmentRow &row, Column begin, Column end,
-                              std::uint8_t *counts)
+bool ColumnProfiles::store(const LetterTally &tally, Column begin, Column end)
 {
-    constexpr Column kWordColumns = OccupancyRow::kWordColumns;
-    const std::string_view letters = row.sequence().letters();
-    const std::uint32_t first = row.cells().rank(begin);
-    const std::uint32_t last = row.cells().rank(end);
-    if (first == last)
-        return true;
-    bool isKnown = true;
-    const auto placeOf = [&](char letter) {
-        isKnown = isKnown && admit(letter);
-        return isKnown ? m_PlaceOf[static_cast<unsigned char>(letter)] : std::uint16_t(0);
-    };
-    std::uint32_t next = row.residueIndex(first);
-    // Residues that were removed in between.
-    if (row.residueIndex(last - 1) - next != last - 1 - first) {
-        row.forEachResidue(begin, end, [&](Column column, std::uint32_t index) {
-            ++counts[(column - begin) * m_Stride + placeOf(letters[index])];
-        });
-        return isKnown;
+    std::vector<std::uint16_t> places;
+    for (const std::uint8_t letter : tally.letters()) {
+        if (!admit(static_cast<char>(letter)))
+            return false;
+        places.push_back(m_PlaceOf[letter]);
     }
-    // The counts are bytes, which may be anything as far as the compiler knows: a member would be
-    // read again after each of them.
-    const std::size_t stride = m_Stride;
-    for (Column column = begin; column < end; column += kWordColumns) {
-        OccupancyRow::Word cells =
-            row.cells().word(column / kWordColumns) & bits::low(end - column);
-        for (std::uint8_t *const at = counts + (column - begin) * stride; cells != 0;
-             cells &= cells - 1) {
-            const char letter = letters[next++];
-            std::uint16_t place = m_PlaceOf[static_cast<unsigned char>(letter)];
-            if (place == kUnknown)
-                place = placeOf(letter);
-            ++at[bits::first(cells) * stride + place];
-        }
-    }
-    return isKnown;
-}
-
-ColumnProfiles::Outcome ColumnProfiles::tryCount(const Rows &rows, Column begin, Column end,
-                                                 LongWork *work)
-{
     if (m_SlotOf.size() < end)
         m_SlotOf.resize(end, kNone);
-    std::vector<bool> isNew(end - begin);
     for (Column column = begin; column < end; ++column) {
+        // Those that are known were counted along.
         if (m_SlotOf[column] != kNone)
             continue;
-        isNew[column - begin] = true;
         m_SlotOf[column] = takeSlot();
+        std::uint32_t *const counts = &m_Counts[std::size_t(m_SlotOf[column]) * m_Stride];
+        for (std::size_t i = 0; i < places.size(); ++i)
+            counts[places[i]] = tally.count(i, column);
     }
-    // Counted in bytes, which fit the fastest memory, and added up before one can run over. Columns
-    // that are known already are counted along, and dropped.
-    constexpr std::size_t kMostRows = 255;
-    std::vector<std::uint8_t> few((end - begin) * m_Stride);
-    std::vector<std::uint32_t> counts(few.size());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (work != nullptr && !work->goesOn())
-            return Outcome::GivenUp;
-        if (!countRow(*rows[i], begin, end, few.data()))
-            return Outcome::TooNarrow;
-        if ((i + 1) % kMostRows == 0 || i + 1 == rows.size()) {
-            for (std::size_t place = 0; place < few.size(); ++place)
-                counts[place] += few[place];
-            std::ranges::fill(few, std::uint8_t(0));
-        }
-    }
-    for (Column column = begin; column < end; ++column) {
-        if (isNew[column - begin])
-            std::copy_n(counts.begin() + std::ptrdiff_t((column - begin) * m_Stride), m_Stride,
-                        m_Counts.begin() + std::ptrdiff_t(m_SlotOf[column] * m_Stride));
-    }
-    return Outcome::Counted;
+    return true;
 }
 
 } // namespace TAMBO

@@ -13,6 +13,7 @@
 
 namespace TAMBO {
 
+class LetterTally;
 class LongWork;
 
 // Counted for a block of columns at once, row by row, when one of them is first asked for; from
@@ -37,6 +38,11 @@ public:
     void insertColumns(Column at, Column count);
     void removeColumns(Column begin, Column count);
     void forget(Column begin, Column end) noexcept;
+    // For columns that go and may come back: the counts of each, none of one that is not kept.
+    using Counts = std::vector<std::vector<std::uint32_t>>;
+    [[nodiscard]] Counts counts(Column begin, Column count) const;
+    // Of columns that have just come, with the residues that they had.
+    void setCounts(Column begin, const Counts &counts);
     void clear() noexcept;
 
     [[nodiscard]] bool isEmpty() const noexcept { return m_Used == 0; }
@@ -62,12 +68,10 @@ private:
     void widen();
     // The letters of a column that is known.
     [[nodiscard]] AlignmentMajority majorityOf(Column column) const noexcept;
-    // With up to most columns beside it. False when the work is given up; nothing is known then.
+    // With up to most columns beside it. False when the work is given up.
     bool count(const Rows &rows, Column width, Column column, Column most, LongWork *work);
-    [[nodiscard]] bool countRow(const AlignmentRow &row, Column begin, Column end,
-                                std::uint8_t *counts);
-    enum class Outcome { Counted, TooNarrow, GivenUp };
-    [[nodiscard]] Outcome tryCount(const Rows &rows, Column begin, Column end, LongWork *work);
+    // False when there is no room for all letters.
+    [[nodiscard]] bool store(const LetterTally &tally, Column begin, Column end);
 
     // Per column; shorter than the alignment when the last ones have none.
     std::vector<Slot> m_SlotOf;
