@@ -264,6 +264,35 @@ public:
         print("remove column", removed);
         print("remove row", rows);
     }
+    // Where columns are edited in sight; each edit is taken back before the next one.
+    void columnEdits(const std::string &place, double part)
+    {
+        const int end = m_View->contentsWidth() - m_View->visibleWidth();
+        m_View->setContentsPos(std::max(0, static_cast<int>(part * end)), 0);
+        m_Application.settle();
+        m_History.clear();
+        const auto [first, behind] = columnsInSight();
+        const unsigned long column =
+            first + static_cast<unsigned long>(part * double(behind - 1 - first));
+        Panel *header = m_Panels.at(0);
+        const QPoint mark(cell(0, column).x(), 3 * lattice().cellHeight() + 4);
+        for (const bool isRemoval : {false, true}) {
+            const Qt::KeyboardModifiers keys = isRemoval ? Qt::ShiftModifier : Qt::NoModifier;
+            Times edits;
+            Times undos;
+            for (int i = 0; i < kRareEdits; ++i) {
+                edits.push_back(m_Application.timeToPaint(
+                    [&] { send(header, QEvent::MouseButtonPress, Qt::MiddleButton, mark, keys); }));
+                send(header, QEvent::MouseButtonRelease, Qt::MiddleButton, mark, keys);
+                if (m_History.size() != 1)
+                    fail("a column was not changed");
+                undos.push_back(m_Application.timeToPaint([&] { (void)m_History.undo(); }));
+                m_History.clear();
+            }
+            print((isRemoval ? "remove column, " : "insert column, ") + place, edits);
+            print("  undo", undos);
+        }
+    }
     void scroll(bool isSideways)
     {
         m_View->setContentsPos(0, 0);
@@ -402,17 +431,28 @@ int main(int argc, char **argv)
                 "p50/fr", "p99/fr", "cpu p50");
     copyFrames();
     constexpr std::pair<unsigned long, unsigned long> kSizes[] = {
-        {100, 500}, {1000, 2000}, {10000, 2000}, {10000, 10000}, {1000000, 200}};
+        {100, 500}, {1000, 2000}, {10000, 2000}, {10000, 10000}, {1000000, 100}, {1000000, 200}};
     for (const auto &[rows, columns] : kSizes) {
-        // With an argument, sizes with that many rows alone.
-        if (argc > 1 && std::strtoul(argv[1], nullptr, 10) != rows)
+        // With arguments, sizes with that many rows, and columns, alone.
+        if ((argc > 1 && std::strtoul(argv[1], nullptr, 10) != rows) ||
+            (argc > 2 && std::strtoul(argv[2], nullptr, 10) != columns))
             continue;
         EditBench bench(application, rows, columns);
+        if (argc > 3) {
+            bench.repaint();
+            bench.columnEdits("first", 0);
+            bench.columnEdits("middle", 0.5);
+            bench.columnEdits("last", 1);
+            continue;
+        }
         bench.repaint();
         bench.moveGaps("first cells", false);
         bench.moveGaps("last cells", true);
         bench.moveRows();
         bench.rareEdits();
+        bench.columnEdits("first", 0);
+        bench.columnEdits("middle", 0.5);
+        bench.columnEdits("last", 1);
         bench.scroll(false);
         bench.scroll(true);
         for (const QSize &size : {QSize(1, 1), QSize(3, 3), QSize(8, 8), QSize(40, 60)})

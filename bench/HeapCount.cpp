@@ -11,11 +11,13 @@ namespace {
 
 std::atomic<std::size_t> s_Live{0};
 std::atomic<std::size_t> s_Peak{0};
+std::atomic<std::size_t> s_Allocations{0};
 
 void *counted(void *memory)
 {
     if (memory == nullptr)
         throw std::bad_alloc();
+    ++s_Allocations;
     const std::size_t live = s_Live += malloc_usable_size(memory);
     s_Peak = std::max(s_Peak.load(), live);
     return memory;
@@ -37,6 +39,11 @@ std::size_t heapBytes() noexcept
 std::size_t heapPeak() noexcept
 {
     return s_Peak;
+}
+
+std::size_t heapAllocations() noexcept
+{
+    return s_Allocations;
 }
 
 void restartHeapPeak() noexcept

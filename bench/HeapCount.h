@@ -8,3 +8,5 @@
 [[nodiscard]] std::size_t heapBytes() noexcept;
 [[nodiscard]] std::size_t heapPeak() noexcept;
 void restartHeapPeak() noexcept;
+// How often something was allocated.
+[[nodiscard]] std::size_t heapAllocations() noexcept;

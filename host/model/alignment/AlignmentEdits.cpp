@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentEdits.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -25,6 +26,13 @@ void keepBreaks(const AlignmentRow &row, std::size_t index, const Range &columns
 {
     if (row.hasBreaksIn(columns.first, columns.second - columns.first))
         kept.push_back({index, row.breakColumns()});
+}
+
+// Of columns that are about to change.
+void keepCells(const OccupancyRow &cells, Column begin, Column count, BitBuffer &kept)
+{
+    for (Column done = 0; done < count; done += OccupancyRow::kWordColumns)
+        kept.append(cells.bitsAt(begin + done), std::min(count - done, OccupancyRow::kWordColumns));
 }
 
 // Called for each row in turn.
@@ -165,11 +173,12 @@ std::unique_ptr<Edit> RemoveColumnsEdit::apply()
 {
     const Range before = m_Table.alignment().range();
     RestoreColumnsEdit::Cells cells;
+    cells.counts = m_Table.keptCounts(m_Begin, m_Count);
     cells.bits.reserve(m_Table.rowCount() * m_Count);
     std::vector<ResidueRun> removed;
     const Column width = m_Table.width() - m_Count;
     m_Table.changeColumns(m_Begin, m_Count, 0, [&](AlignmentRow &row, std::size_t index) {
-        cells.bits.append(row.cells().columns(m_Begin, m_Count), m_Count);
+        keepCells(row.cells(), m_Begin, m_Count, cells.bits);
         keepBreaks(row, index, {m_Begin, m_Begin + m_Count}, cells.breaks);
         removed.clear();
         row.removeColumns(m_Begin, m_Count, width, removed);
@@ -193,21 +202,27 @@ std::unique_ptr<Edit> RestoreColumnsEdit::apply()
     auto next = m_Cells.residues.begin();
     BreakRestorer breaks(m_Cells.breaks);
     const Column width = m_Table.width() + m_Count;
+    std::vector<OccupancyRow::Word> bits;
+    std::vector<ResidueRun> residues;
     m_Table.changeColumns(m_Begin, 0, m_Count, [&](AlignmentRow &row, std::size_t index) {
-        std::vector<ResidueRun> residues;
+        residues.clear();
         for (; next != m_Cells.residues.end() && next->row == index; ++next)
             residues.push_back(next->run);
-        row.restoreColumns(m_Begin, m_Cells.bits.bits(index * m_Count, m_Count), m_Count, width,
-                           std::move(residues));
+        m_Cells.bits.read(index * m_Count, m_Count, bits);
+        row.restoreColumns(m_Begin, bits, m_Count, width, residues);
         breaks.restore(row, index);
     });
+    m_Table.setCounts(m_Begin, m_Cells.counts);
     return std::make_unique<RemoveColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count,
                                                finishRange(before));
 }
 
 std::size_t RestoreColumnsEdit::bytes() const
 {
-    return sizeof(*this) + m_Cells.bits.bytes() +
+    std::size_t sum = m_Cells.counts.capacity() * sizeof(m_Cells.counts[0]);
+    for (const std::vector<std::uint32_t> &column : m_Cells.counts)
+        sum += column.capacity() * sizeof(column[0]);
+    return sizeof(*this) + sum + m_Cells.bits.bytes() +
            m_Cells.residues.capacity() * sizeof(RowResidues) + bytesOf(m_Cells.breaks);
 }
 
@@ -244,12 +259,12 @@ std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
     std::vector<RowBreaks> kept;
     BreakRestorer breaks(m_Breaks);
     const Column width = m_Table.width() - stretch.oldCount + stretch.newCount;
+    std::vector<OccupancyRow::Word> bits;
     const auto change = [&](AlignmentRow &row, std::size_t index) {
-        former.append(row.cells().columns(stretch.begin, stretch.oldCount), stretch.oldCount);
+        keepCells(row.cells(), stretch.begin, stretch.oldCount, former);
         keepBreaks(row, index, {stretch.begin, stretch.begin + stretch.oldCount}, kept);
-        row.replaceColumns(stretch.begin, stretch.oldCount,
-                           m_Bits.bits(index * stretch.newCount, stretch.newCount),
-                           stretch.newCount, width);
+        m_Bits.read(index * stretch.newCount, stretch.newCount, bits);
+        row.replaceColumns(stretch.begin, stretch.oldCount, bits, stretch.newCount, width);
         breaks.restore(row, index);
     };
     m_Table.changeColumns(stretch.begin, stretch.oldCount, stretch.newCount, change);

@@ -242,6 +242,7 @@ public:
         BitBuffer bits;
         std::vector<RowResidues> residues;
         std::vector<RowBreaks> breaks;
+        ColumnProfiles::Counts counts;
     };
 
     RestoreColumnsEdit(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,

@@ -1,22 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentRow.h"
 
-#include "AlignmentAnnotation.h"
-#include "TextBytes.h"
-
+#include <optional>
 #include <utility>
 
 namespace TAMBO {
-
-namespace {
-
-std::size_t bytesOf(const StructureLink &link) noexcept
-{
-    return textBytes(link.structure) + textBytes(link.chain) + textBytes(link.first) +
-           textBytes(link.last) + textBytes(link.lastChain);
-}
-
-} // namespace
 
 AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, std::uint32_t firstResidue)
     : m_Sequence(&sequence), m_Cells(std::move(cells))
@@ -32,23 +20,12 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
     if (!label.name.empty() || !label.description.empty() || !label.link->structure.empty() ||
         !label.chainBreaks.empty() || !label.annotations.empty() ||
         !label.residueAnnotations.empty())
-        extras().label = std::make_shared<RowLabel>(std::move(label));
+        m_Extras.setLabel(std::make_shared<RowLabel>(std::move(label)));
 }
 
-AlignmentRow::AlignmentRow(const AlignmentRow &other)
-    : m_Sequence(other.m_Sequence),
-      m_Cells(other.m_Cells),
-      m_Extras(other.m_Extras == nullptr ? nullptr : std::make_unique<Extras>(*other.m_Extras))
-{ }
+AlignmentRow::AlignmentRow(const AlignmentRow &other) = default;
 
 AlignmentRow::~AlignmentRow() = default;
-
-AlignmentRow::Extras &AlignmentRow::extras()
-{
-    if (m_Extras == nullptr)
-        m_Extras = std::make_unique<Extras>();
-    return *m_Extras;
-}
 
 std::string AlignmentRow::name() const
 {
@@ -56,19 +33,19 @@ std::string AlignmentRow::name() const
     return kept != nullptr && !kept->name.empty() ? kept->name : m_Sequence->sequenceName();
 }
 
-std::size_t AlignmentRow::segmentOf(std::uint32_t ordinal) const noexcept
+std::size_t AlignmentRow::segmentOf(std::span<const Segment> segments,
+                                    std::uint32_t ordinal) noexcept
 {
-    const std::span<const Segment> all = segments();
-    const auto behind = std::ranges::upper_bound(all, ordinal, {}, &Segment::ordinal);
-    return behind == all.begin() ? 0 : std::size_t(behind - all.begin()) - 1;
+    const auto behind = std::ranges::upper_bound(segments, ordinal, {}, &Segment::ordinal);
+    return behind == segments.begin() ? 0 : std::size_t(behind - segments.begin()) - 1;
 }
 
 std::uint32_t AlignmentRow::residueIndex(std::uint32_t ordinal) const noexcept
 {
-    const std::span<const Segment> all = segments();
-    if (all.empty())
+    if (!m_Extras.hasSegments())
         return ordinal;
-    const Segment &segment = all[segmentOf(ordinal)];
+    const RowExtras::Segments kept = m_Extras.segments();
+    const Segment &segment = kept.all()[segmentOf(kept.all(), ordinal)];
     return segment.index + (ordinal - segment.ordinal);
 }
 
@@ -77,10 +54,11 @@ std::vector<ResidueRun> AlignmentRow::residueRuns(std::uint32_t begin, std::uint
     std::vector<ResidueRun> result;
     if (begin >= end)
         return result;
-    const std::span<const Segment> all = segments();
+    const RowExtras::Segments kept = m_Extras.segments();
+    const std::span<const Segment> all = kept.all();
     if (all.empty())
         return {{begin, end - begin}};
-    for (std::size_t i = segmentOf(begin); i < all.size(); ++i) {
+    for (std::size_t i = segmentOf(all, begin); i < all.size(); ++i) {
         const Segment &segment = all[i];
         if (segment.ordinal >= end)
             break;
@@ -105,16 +83,21 @@ ResidueRun AlignmentRow::impliedResidues(std::uint32_t ordinal, std::uint32_t co
 
 void AlignmentRow::takeOut(Column begin, Column count, std::vector<ResidueRun> &removed)
 {
-    const std::uint32_t total = m_Cells.residues();
+    const bool isFew = count <= OccupancyRow::kWordColumns;
+    if (isFew && (m_Cells.bitsAt(begin) & bits::low(count)) == 0) {
+        m_Cells.removeColumns(begin, count);
+        return;
+    }
     const std::uint32_t first = m_Cells.rank(begin);
-    const std::uint32_t last = m_Cells.rank(begin + count);
-    if (first == last) {
+    const std::uint32_t last = isFew ? first + bits::count(m_Cells.bitsAt(begin) & bits::low(count))
+                                     : m_Cells.rank(begin + count);
+    if (first == last || leaveOut(first, last, removed)) {
         m_Cells.removeColumns(begin, count);
         return;
     }
     const std::vector<ResidueRun> runs = residueRuns(first, last);
     std::vector<ResidueRun> kept = residueRuns(0, first);
-    const std::vector<ResidueRun> behind = residueRuns(last, total);
+    const std::vector<ResidueRun> behind = residueRuns(last, m_Cells.residues());
     kept.insert(kept.end(), behind.begin(), behind.end());
     m_Cells.removeColumns(begin, count);
     setResidues(kept);
@@ -123,23 +106,55 @@ void AlignmentRow::takeOut(Column begin, Column count, std::vector<ResidueRun> &
         removed.insert(removed.end(), runs.begin(), runs.end());
 }
 
-void AlignmentRow::putBack(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
-                           std::vector<ResidueRun> residues)
+bool AlignmentRow::leaveOut(std::uint32_t first, std::uint32_t last,
+                            std::vector<ResidueRun> &removed)
+{
+    const std::optional<RowExtras::Skip> skip = m_Extras.skip();
+    const bool hasNone = skip && skip->count == 0;
+    if (!skip || (!hasNone && first != skip->ordinal && last != skip->ordinal))
+        return false;
+    // Behind the last residue that stays nothing is left out.
+    if (last == m_Cells.residues())
+        return hasNone;
+    // What stays behind it does not tell that these were before the stretch.
+    if (!hasNone && last == skip->ordinal)
+        removed.push_back({first, last - first});
+    m_Extras.setSkip({first, skip->count + (last - first)});
+    return true;
+}
+
+void AlignmentRow::putBack(Column begin, Column count, std::span<const OccupancyRow::Word> bits,
+                           const std::vector<ResidueRun> &residues)
 {
     const std::uint32_t total = m_Cells.residues();
-    const std::uint32_t first = m_Cells.rank(begin);
-    m_Cells.insertGaps(begin, count);
-    m_Cells.setColumns(begin, count, bits);
+    m_Cells.insertColumns(begin, count, bits);
     const std::uint32_t added = m_Cells.residues() - total;
     if (added == 0)
         return;
-    if (residues.empty())
-        residues = {impliedResidues(first, added, total)};
+    const std::uint32_t first = m_Cells.rank(begin);
+    if (residues.empty() && takeBack(first, added, total))
+        return;
     std::vector<ResidueRun> all = residueRuns(0, first);
     const std::vector<ResidueRun> behind = residueRuns(first, total);
-    all.insert(all.end(), residues.begin(), residues.end());
+    if (residues.empty())
+        all.push_back(impliedResidues(first, added, total));
+    else
+        all.insert(all.end(), residues.begin(), residues.end());
     all.insert(all.end(), behind.begin(), behind.end());
     setResidues(all);
+}
+
+bool AlignmentRow::takeBack(std::uint32_t first, std::uint32_t count, std::uint32_t total)
+{
+    const std::optional<RowExtras::Skip> skip = m_Extras.skip();
+    if (!skip)
+        return false;
+    if (first == total)
+        return skip->count == 0;
+    if (first != skip->ordinal || count > skip->count)
+        return false;
+    m_Extras.setSkip({first, skip->count - count});
+    return true;
 }
 
 void AlignmentRow::setResidues(const std::vector<ResidueRun> &runs)
@@ -155,26 +170,12 @@ void AlignmentRow::setResidues(const std::vector<ResidueRun> &runs)
     }
     if (segments.size() == 1 && segments.front().index == 0)
         segments.clear();
-    segments.shrink_to_fit();
-    if (!segments.empty())
-        extras().segments = std::move(segments);
-    else if (m_Extras != nullptr && m_Extras->label != nullptr)
-        m_Extras->segments = {};
-    else
-        m_Extras.reset();
+    m_Extras.setSegments(std::move(segments));
 }
 
 std::size_t AlignmentRow::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + m_Cells.bytes();
-    if (m_Extras != nullptr)
-        sum += sizeof(Extras) + m_Extras->segments.capacity() * sizeof(Segment);
-    if (const RowLabel *const kept = label())
-        sum += sizeof(RowLabel) + textBytes(kept->name) + textBytes(kept->description) +
-               (kept->link.isUsual() ? 0 : sizeof(StructureLink) + bytesOf(*kept->link)) +
-               kept->chainBreaks.capacity() * sizeof(ChainBreak) + bytesOf(kept->annotations) +
-               bytesOf(kept->residueAnnotations);
-    return sum;
+    return sizeof(*this) + m_Cells.bytes() + m_Extras.bytes();
 }
 
 } // namespace TAMBO

@@ -6,7 +6,9 @@
 #include "ChainBreakPlaces.h"
 #include "OccupancyRow.h"
 #include "Peptide.h"
+#include "RowExtras.h"
 #include "RowLabel.h"
+#include "RowPool.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -43,14 +45,14 @@ public:
     AlignmentRow &operator=(const AlignmentRow &) = delete;
     ~AlignmentRow();
 
+    [[nodiscard]] static void *operator new(std::size_t bytes) { return RowPool::take(bytes); }
+    static void operator delete(void *row) noexcept { RowPool::give(row); }
+
     [[nodiscard]] Peptide &sequence() const noexcept { return *m_Sequence; }
     // As the views show it: the label's name, or else the sequence's.
     [[nodiscard]] std::string name() const;
     // Null for a row without one.
-    [[nodiscard]] const RowLabel *label() const noexcept
-    {
-        return m_Extras == nullptr ? nullptr : m_Extras->label.get();
-    }
+    [[nodiscard]] const RowLabel *label() const noexcept { return m_Extras.label(); }
     [[nodiscard]] const OccupancyRow &cells() const noexcept { return m_Cells; }
 
     // Which residue of the sequence the row's ordinal-th one is.
@@ -64,7 +66,7 @@ public:
     // True when the row holds the whole sequence.
     [[nodiscard]] bool isComplete() const noexcept
     {
-        return segments().empty() && m_Cells.residues() == m_Sequence->residueCount();
+        return !m_Extras.hasSegments() && m_Cells.residues() == m_Sequence->residueCount();
     }
     // The residues [begin, end) of the row as runs of the sequence's.
     [[nodiscard]] std::vector<ResidueRun> residueRuns(std::uint32_t begin, std::uint32_t end) const;
@@ -116,53 +118,40 @@ public:
     // impliedResidues() gives them.
     void removeColumns(Column begin, Column count, Column width, std::vector<ResidueRun> &removed);
     // The columns come back; with empty residues those that impliedResidues() gives.
-    void restoreColumns(Column begin, const std::vector<OccupancyRow::Word> &bits, Column count,
-                        Column width, std::vector<ResidueRun> residues);
+    void restoreColumns(Column begin, std::span<const OccupancyRow::Word> bits, Column count,
+                        Column width, const std::vector<ResidueRun> &residues);
     // Other columns come in their place, in which the same residues stand.
-    void replaceColumns(Column begin, Column oldCount, const std::vector<OccupancyRow::Word> &bits,
+    void replaceColumns(Column begin, Column oldCount, std::span<const OccupancyRow::Word> bits,
                         Column count, Column width);
 
     [[nodiscard]] std::size_t bytes() const noexcept;
 
 private:
-    // The row's residues from ordinal on are the sequence's from index on.
-    struct Segment
-    {
-        std::uint32_t ordinal = 0;
-        std::uint32_t index = 0;
-    };
+    using Segment = RowExtras::Segment;
 
-    // What most rows do without.
-    struct Extras
-    {
-        // Ascending from ordinal 0. Empty while the residues are the sequence's first ones.
-        std::vector<Segment> segments;
-        // Copies of the row share it until a break moves.
-        std::shared_ptr<RowLabel> label;
-    };
-
-    [[nodiscard]] std::span<const Segment> segments() const noexcept
-    {
-        return m_Extras == nullptr ? std::span<const Segment>() : m_Extras->segments;
-    }
-    [[nodiscard]] Extras &extras();
     void readSegments(ObjectReader &in);
     // Whether the sequence has all residues that the row asks for.
     [[nodiscard]] bool isOfSequence() const noexcept;
-    [[nodiscard]] std::size_t segmentOf(std::uint32_t ordinal) const noexcept;
+    [[nodiscard]] static std::size_t segmentOf(std::span<const Segment> segments,
+                                               std::uint32_t ordinal) noexcept;
     [[nodiscard]] ResidueRun impliedResidues(std::uint32_t ordinal, std::uint32_t count,
                                              std::uint32_t total) const;
     void setResidues(const std::vector<ResidueRun> &runs);
     void takeOut(Column begin, Column count, std::vector<ResidueRun> &removed);
-    void putBack(Column begin, Column count, const std::vector<OccupancyRow::Word> &bits,
-                 std::vector<ResidueRun> residues);
+    // The same of residues that stand beside the one stretch that the row leaves out; false when
+    // they do not.
+    [[nodiscard]] bool leaveOut(std::uint32_t first, std::uint32_t last,
+                                std::vector<ResidueRun> &removed);
+    void putBack(Column begin, Column count, std::span<const OccupancyRow::Word> bits,
+                 const std::vector<ResidueRun> &residues);
+    [[nodiscard]] bool takeBack(std::uint32_t first, std::uint32_t count, std::uint32_t total);
     [[nodiscard]] std::vector<std::uint32_t> lettersBeforeBreaks() const;
     // To where moved() says that their columns went.
     template <typename Moved> void moveBreaks(Column width, Moved moved);
 
     Peptide *m_Sequence;
     OccupancyRow m_Cells;
-    std::unique_ptr<Extras> m_Extras;
+    RowExtras m_Extras;
 };
 
 template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end, Visit visit) const
@@ -174,8 +163,9 @@ template <typename Visit> void AlignmentRow::forEachRun(Column begin, Column end
     if (begin >= end)
         return;
     std::uint32_t ordinal = m_Cells.rank(begin);
-    const std::span<const Segment> segments = this->segments();
-    std::size_t segment = segments.empty() ? 0 : segmentOf(ordinal);
+    const RowExtras::Segments kept = m_Extras.segments();
+    const std::span<const Segment> segments = kept.all();
+    std::size_t segment = segmentOf(segments, ordinal);
     // The difference between index and ordinal holds until the next segment begins.
     std::uint32_t shift = 0;
     std::uint32_t until = kNever;

@@ -67,14 +67,16 @@ RowLabel readLabel(ObjectReader &in)
 
 void AlignmentRow::write(ObjectWriter &out) const
 {
+    const RowExtras::Segments kept = m_Extras.segments();
+    const std::span<const Segment> segments = kept.all();
     out.number(m_Sequence->identity());
-    out.number((segments().empty() ? 0U : kHasSegments) | (label() == nullptr ? 0U : kHasLabel));
+    out.number((segments.empty() ? 0U : kHasSegments) | (label() == nullptr ? 0U : kHasLabel));
     out.number(m_Cells.allWords().size());
     out.words(m_Cells.allWords());
-    if (!segments().empty()) {
-        out.number(segments().size());
+    if (!segments.empty()) {
+        out.number(segments.size());
         std::uint32_t last = 0;
-        for (const Segment &segment : segments()) {
+        for (const Segment &segment : segments) {
             out.number(segment.ordinal - last);
             out.number(segment.index);
             last = segment.ordinal;
@@ -106,7 +108,7 @@ std::unique_ptr<AlignmentRow> AlignmentRow::read(ObjectReader &in, Column width,
     if (!made->isOfSequence())
         in.fail("a row has residues that its sequence has not");
     if ((has & kHasLabel) != 0)
-        made->extras().label = std::make_shared<RowLabel>(readLabel(in));
+        made->m_Extras.setLabel(std::make_shared<RowLabel>(readLabel(in)));
     return made;
 }
 
@@ -125,12 +127,13 @@ void AlignmentRow::readSegments(ObjectReader &in)
         segments.push_back({static_cast<std::uint32_t>(ordinal), in.index()});
     }
     if (!segments.empty() && !in.failed())
-        extras().segments = std::move(segments);
+        m_Extras.setSegments(std::move(segments));
 }
 
 bool AlignmentRow::isOfSequence() const noexcept
 {
-    const std::span<const Segment> all = segments();
+    const RowExtras::Segments kept = m_Extras.segments();
+    const std::span<const Segment> all = kept.all();
     const std::uint64_t count = m_Sequence->residueCount();
     if (all.empty())
         return m_Cells.residues() <= count;

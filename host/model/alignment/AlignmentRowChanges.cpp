@@ -54,11 +54,9 @@ void AlignmentRow::setBreakColumns(const BreakColumns &columns)
 {
     if (!hasBreaks() || columns == breakColumns())
         return;
-    std::shared_ptr<RowLabel> &kept = m_Extras->label;
-    if (kept.use_count() > 1)
-        kept = std::make_shared<RowLabel>(*kept);
+    RowLabel &kept = m_Extras.changeLabel();
     for (std::size_t i = 0; i < columns.size(); ++i)
-        kept->chainBreaks[i].column = columns[i];
+        kept.chainBreaks[i].column = columns[i];
 }
 
 bool AlignmentRow::hasBreaksIn(Column begin, Column count) const
@@ -148,16 +146,17 @@ void AlignmentRow::removeColumns(Column begin, Column count, Column width,
     });
 }
 
-void AlignmentRow::restoreColumns(Column begin, const std::vector<OccupancyRow::Word> &bits,
-                                  Column count, Column width, std::vector<ResidueRun> residues)
+void AlignmentRow::restoreColumns(Column begin, std::span<const OccupancyRow::Word> bits,
+                                  Column count, Column width,
+                                  const std::vector<ResidueRun> &residues)
 {
-    putBack(begin, count, bits, std::move(residues));
+    putBack(begin, count, bits, residues);
     if (hasBreaks())
         moveBreaks(width, [&](Column column) { return column < begin ? column : column + count; });
 }
 
 void AlignmentRow::replaceColumns(Column begin, Column oldCount,
-                                  const std::vector<OccupancyRow::Word> &bits, Column count,
+                                  std::span<const OccupancyRow::Word> bits, Column count,
                                   Column width)
 {
     if (count < oldCount)

@@ -21,6 +21,8 @@ using Range = AlignmentTable::Range;
 constexpr Column kBehindAll = std::numeric_limits<Column>::max();
 // Counting anew is cheaper than following this many whole rows.
 constexpr std::size_t kManyRows = 16;
+// From here on a column's letters take less memory, counted, than its cells as bits.
+constexpr std::size_t kRowsWorthCounts = 1000;
 
 // The only kind of alignment there is; the interface leaves making one to the workbench.
 class StoredAlignment final : public Alignment, public StoredObject
@@ -125,14 +127,13 @@ void AlignmentTable::setWidth(Column width) noexcept
     const Column before = m_Alignment->m_Width;
     if (width < before) {
         m_Profiles.removeColumns(width, before - width);
+        m_SelectedColumns.removeColumns(width, before - width);
         if (m_Annotation != nullptr)
             m_Annotation->removeColumns(width, before - width);
         Range &range = m_Alignment->m_Range;
         if (range.first < range.second)
             range = {std::min(range.first, width), std::min(range.second, width)};
     }
-    if (width != before)
-        m_SelectedColumns.forget(std::min(before, width), kBehindAll);
     m_Alignment->m_Width = width;
     m_Alignment->m_RowCount = m_Rows.size();
     noteLayout();
@@ -226,11 +227,11 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
         row->openGaps(runs, width() + added);
     for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
         m_Profiles.insertColumns(run->column, run->count);
+        m_SelectedColumns.insertColumns(run->column, run->count);
         if (m_Annotation != nullptr)
             m_Annotation->insertColumns(run->column, run->count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
     }
-    m_SelectedColumns.forget(runs.front().column, kBehindAll);
     setWidth(width() + added);
 }
 
@@ -246,11 +247,11 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
     // Each run stands where it counts once those before it are gone.
     for (const GapRun &run : runs) {
         m_Profiles.removeColumns(run.column, run.count);
+        m_SelectedColumns.removeColumns(run.column, run.count);
         if (m_Annotation != nullptr)
             m_Annotation->removeColumns(run.column, run.count);
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
     }
-    m_SelectedColumns.forget(runs.front().column, kBehindAll);
     setWidth(width() - removed);
 }
 
@@ -306,6 +307,12 @@ AlignmentTable::Rows AlignmentTable::takeRows(const std::vector<std::size_t> &in
     return taken;
 }
 
+ColumnProfiles::Counts AlignmentTable::keptCounts(Column begin, Column count) const
+{
+    return m_Rows.size() < kRowsWorthCounts ? ColumnProfiles::Counts()
+                                            : m_Profiles.counts(begin, count);
+}
+
 void AlignmentTable::changeColumns(
     Column begin, Column oldCount, Column newCount,
     const std::function<void(AlignmentRow &row, std::size_t index)> &change)
@@ -315,11 +322,13 @@ void AlignmentTable::changeColumns(
     m_Profiles.removeColumns(begin, oldCount);
     m_Profiles.insertColumns(begin, newCount);
     m_Profiles.forget(begin, begin + newCount);
+    m_SelectedColumns.removeColumns(begin, oldCount);
+    m_SelectedColumns.insertColumns(begin, newCount);
+    m_SelectedColumns.forget(begin, begin + newCount);
     if (m_Annotation != nullptr) {
         m_Annotation->removeColumns(begin, oldCount);
         m_Annotation->insertColumns(begin, newCount);
     }
-    m_SelectedColumns.forget(begin, kBehindAll);
     m_Alignment->m_Range = mapped(m_Alignment->m_Range, begin, oldCount, newCount);
     setWidth(width() - oldCount + newCount);
 }

@@ -103,6 +103,13 @@ public:
     // Calls change for every row, all of whose cells in or behind the columns may change.
     void changeColumns(Column begin, Column oldCount, Column newCount,
                        const std::function<void(AlignmentRow &row, std::size_t index)> &change);
+    // Counting the letters of columns that come back would take a look at every row. None are kept
+    // of few rows.
+    [[nodiscard]] ColumnProfiles::Counts keptCounts(Column begin, Column count) const;
+    void setCounts(Column begin, const ColumnProfiles::Counts &counts)
+    {
+        m_Profiles.setCounts(begin, counts);
+    }
     void setRange(const Range &range) noexcept { m_Alignment->m_Range = range; }
     // Of an alignment with annotation.
     void setColumnTexts(Column begin, const std::vector<std::string> &texts)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -28,33 +29,41 @@ public:
 
     // Makes room, so that appending so many bits in all allocates once.
     void reserve(std::size_t count) { m_Words.reserve(bits::wordsFor(count)); }
-    // The first count bits of words that start at bit 0; bits beyond count are clear.
-    void append(const std::vector<Word> &words, std::size_t count)
+    // The first count bits of a word, at most all of them.
+    void append(Word word, std::size_t count)
     {
-        for (std::size_t done = 0; done < count; done += bits::kPerWord) {
-            const unsigned shift = bits::placeOf(m_Size);
-            const std::size_t step = std::min(count - done, bits::kPerWord);
-            const Word word = words[bits::wordOf(done)];
-            if (shift == 0)
-                m_Words.push_back(word);
-            else
-                m_Words.back() |= word << shift;
-            if (shift != 0 && shift + step > bits::kPerWord)
-                m_Words.push_back(word >> (bits::kPerWord - shift));
-            m_Size += step;
-        }
+        word &= bits::low(count);
+        const unsigned shift = bits::placeOf(m_Size);
+        if (shift == 0)
+            m_Words.push_back(word);
+        else
+            m_Words.back() |= word << shift;
+        if (shift != 0 && shift + count > bits::kPerWord)
+            m_Words.push_back(word >> (bits::kPerWord - shift));
+        m_Size += count;
+    }
+    // Of words that start at bit 0.
+    void append(std::span<const Word> words, std::size_t count)
+    {
+        for (std::size_t done = 0; done < count; done += bits::kPerWord)
+            append(words[bits::wordOf(done)], std::min(count - done, bits::kPerWord));
     }
     // count bits from begin on, as words that start at bit 0.
-    [[nodiscard]] std::vector<Word> bits(std::size_t begin, std::size_t count) const
+    void read(std::size_t begin, std::size_t count, std::vector<Word> &out) const
     {
-        std::vector<Word> result(bits::wordsFor(count));
-        for (std::size_t i = 0; i < result.size(); ++i) {
+        out.resize(bits::wordsFor(count));
+        for (std::size_t i = 0; i < out.size(); ++i) {
             const std::size_t index = bits::wordOf(begin) + i;
             const Word next = index + 1 < m_Words.size() ? m_Words[index + 1] : 0;
-            result[i] = bits::joined(m_Words[index], next, bits::placeOf(begin));
+            out[i] = bits::joined(m_Words[index], next, bits::placeOf(begin));
         }
         if (bits::placeOf(count) != 0)
-            result.back() &= bits::low(bits::placeOf(count));
+            out.back() &= bits::low(bits::placeOf(count));
+    }
+    [[nodiscard]] std::vector<Word> bits(std::size_t begin, std::size_t count) const
+    {
+        std::vector<Word> result;
+        read(begin, count, result);
         return result;
     }
     // On the heap.

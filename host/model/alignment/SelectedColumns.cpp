@@ -27,6 +27,38 @@ bool hasSelected(const std::unique_ptr<AlignmentRow> &row) noexcept
     return row->sequence().selectedCount() > 0;
 }
 
+// The bits from at on move up, the last ones out; such that are not set come in their place.
+void insertBits(std::vector<OccupancyRow::Word> &words, Column at, Column count) noexcept
+{
+    const std::size_t last = bits::wordOf(at);
+    for (std::size_t i = words.size(); i-- > last;) {
+        const Column first = i * bits::kPerWord;
+        const Column staying = at > first ? at - first : 0;
+        const OccupancyRow::Word before = words[i] & bits::low(staying);
+        OccupancyRow::Word moved = 0;
+        if (first >= count)
+            moved = bits::joined(words[bits::wordOf(first - count)],
+                                 words[std::min(bits::wordOf(first - count) + 1, i)],
+                                 bits::placeOf(first - count));
+        else if (count - first < bits::kPerWord)
+            moved = words[0] << (count - first);
+        words[i] = before | bits::without(moved, at + count > first ? at + count - first : 0);
+    }
+}
+
+void removeBits(std::vector<OccupancyRow::Word> &words, Column begin, Column count) noexcept
+{
+    const auto word = [&](std::size_t index) { return index < words.size() ? words[index] : 0; };
+    for (std::size_t i = bits::wordOf(begin); i < words.size(); ++i) {
+        const Column first = i * bits::kPerWord;
+        const Column staying = begin > first ? begin - first : 0;
+        const std::size_t from = first + count;
+        const OccupancyRow::Word moved = bits::joined(
+            word(bits::wordOf(from)), word(bits::wordOf(from) + 1), bits::placeOf(from));
+        words[i] = (words[i] & bits::low(staying)) | bits::without(moved, staying);
+    }
+}
+
 // Adds a row of which some residues are selected and some are not. Only columns that may still turn
 // out to be selected are looked at.
 void addMixed(const AlignmentRow &row, std::size_t block, const Words &words, Words &unselected)
@@ -49,18 +81,20 @@ bool SelectedColumns::isSelected(const Rows &rows, Column width, Column column)
 {
     if (!isAnySelected(rows))
         return false;
-    const std::size_t index = column / OccupancyRow::kBlockColumns;
-    if (index >= m_Blocks.size())
-        m_Blocks.resize(index + 1);
-    Block &block = m_Blocks[index];
-    const Column place = column % OccupancyRow::kBlockColumns;
-    if (!block.isKnown || block.selectionRevision != selectionRevision()) {
-        block = {};
-        block.open.fill(~OccupancyRow::Word(0));
+    if (m_Revision != selectionRevision()) {
+        forget(0, m_Known.size() * OccupancyRow::kWordColumns);
+        m_Revision = selectionRevision();
     }
-    if (bits::isSet(block.open, place))
-        find(rows, width, index, block);
-    return bits::isSet(block.holding, place) && !bits::isSet(block.unselected, place);
+    const std::size_t index = column / OccupancyRow::kBlockColumns;
+    const std::size_t needed = (index + 1) * OccupancyRow::kBlockWords;
+    if (m_Known.size() < needed) {
+        m_Known.resize(needed);
+        m_Holding.resize(needed);
+        m_Unselected.resize(needed);
+    }
+    if (!bits::isSet(m_Known, column))
+        find(rows, width, index);
+    return bits::isSet(m_Holding, column) && !bits::isSet(m_Unselected, column);
 }
 
 bool SelectedColumns::knowsWhetherAny() const noexcept
@@ -78,14 +112,13 @@ bool SelectedColumns::isAnySelected(const Rows &rows) noexcept
     return m_IsAnySelected;
 }
 
-// Of the columns that are open; in those there is nothing yet.
-void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Block &block)
+void SelectedColumns::find(const Rows &rows, Column width, std::size_t index)
 {
     const Column begin = index * OccupancyRow::kBlockColumns;
     Words settled;
     for (std::size_t i = 0; i < settled.size(); ++i) {
         const Column first = begin + i * OccupancyRow::kWordColumns;
-        settled[i] = ~block.open[i];
+        settled[i] = m_Known[index * settled.size() + i];
         // Columns beyond the last one count as settled.
         if (first >= width)
             settled[i] = ~OccupancyRow::Word(0);
@@ -111,48 +144,47 @@ void SelectedColumns::find(const Rows &rows, Column width, std::size_t index, Bl
             break;
     }
     for (std::size_t i = 0; i < holding.size(); ++i) {
-        block.holding[i] |= holding[i] & ~settled[i];
-        block.unselected[i] |= unselected[i] & ~settled[i];
-        block.open[i] = 0;
+        const std::size_t word = index * holding.size() + i;
+        m_Holding[word] |= holding[i] & ~settled[i];
+        m_Unselected[word] |= unselected[i] & ~settled[i];
+        const Column first = begin + i * OccupancyRow::kWordColumns;
+        m_Known[word] |= bits::low(width > first ? width - first : 0);
     }
-    block.isKnown = true;
-    block.selectionRevision = selectionRevision();
 }
 
 template <typename Visit>
-void SelectedColumns::visitKnown(const AlignmentRow &row, Column begin, Column end,
-                                 Visit visit) noexcept
+void SelectedColumns::visitBlocks(const AlignmentRow &row, Column begin, Column end,
+                                  Visit visit) noexcept
 {
     constexpr Column kBlock = OccupancyRow::kBlockColumns;
-    for (std::size_t index = begin / kBlock; index < m_Blocks.size() && index * kBlock < end;
+    for (std::size_t index = begin / kBlock;
+         (index + 1) * OccupancyRow::kBlockWords <= m_Known.size() && index * kBlock < end;
          ++index) {
-        Block &block = m_Blocks[index];
-        if (!block.isKnown)
-            continue;
         Words words = wordsOf(row, index);
         for (std::size_t i = 0; i < words.size(); ++i) {
             const Column first = index * kBlock + i * OccupancyRow::kWordColumns;
             words[i] &= bits::low(end > first ? end - first : 0) &
                         ~bits::low(begin > first ? begin - first : 0);
         }
-        visit(block, index, words);
+        visit(index, words);
     }
 }
 
 void SelectedColumns::subtract(const AlignmentRow &row, Column begin, Column end) noexcept
 {
-    visitKnown(row, begin, end, [](Block &block, std::size_t, const Words &words) {
+    visitBlocks(row, begin, end, [this](std::size_t index, const Words &words) {
         for (std::size_t i = 0; i < words.size(); ++i) {
-            block.open[i] |= words[i];
-            block.holding[i] &= ~words[i];
-            block.unselected[i] &= ~words[i];
+            const std::size_t word = index * words.size() + i;
+            m_Known[word] &= ~words[i];
+            m_Holding[word] &= ~words[i];
+            m_Unselected[word] &= ~words[i];
         }
     });
 }
 
 void SelectedColumns::add(const AlignmentRow &row, Column begin, Column end) noexcept
 {
-    visitKnown(row, begin, end, [&](Block &block, std::size_t index, const Words &words) {
+    visitBlocks(row, begin, end, [&](std::size_t index, const Words &words) {
         const std::size_t selected = row.sequence().selectedCount();
         Words unselected{};
         if (selected == 0) {
@@ -162,32 +194,52 @@ void SelectedColumns::add(const AlignmentRow &row, Column begin, Column end) noe
             addMixed(row, index, wordsOf(row, index), unselected);
         }
         for (std::size_t i = 0; i < words.size(); ++i) {
+            const std::size_t word = index * words.size() + i;
             unselected[i] &= words[i];
-            block.unselected[i] |= unselected[i];
+            m_Unselected[word] |= unselected[i];
             // One that is not selected is enough to know.
-            block.open[i] &= ~unselected[i];
-            block.holding[i] |= words[i] & ~block.open[i];
+            m_Known[word] |= unselected[i];
+            m_Holding[word] |= words[i] & m_Known[word];
         }
     });
 }
 
+void SelectedColumns::insertColumns(Column at, Column count) noexcept
+{
+    const Column all = m_Known.size() * OccupancyRow::kWordColumns;
+    for (auto *const words : {&m_Known, &m_Holding, &m_Unselected})
+        insertBits(*words, at, count);
+    // Nothing stands in them.
+    bits::forEachMask(at, std::min(at + count, all),
+                      [this](std::size_t word, OccupancyRow::Word mask) { m_Known[word] |= mask; });
+}
+
+void SelectedColumns::removeColumns(Column begin, Column count) noexcept
+{
+    for (auto *const words : {&m_Known, &m_Holding, &m_Unselected})
+        removeBits(*words, begin, count);
+}
+
 void SelectedColumns::forget(Column begin, Column end) noexcept
 {
-    for (std::size_t i = begin / OccupancyRow::kBlockColumns;
-         i < m_Blocks.size() && i * OccupancyRow::kBlockColumns < end; ++i)
-        m_Blocks[i].isKnown = false;
+    const Column all = m_Known.size() * OccupancyRow::kWordColumns;
+    bits::forEachMask(begin, std::min(end, all), [this](std::size_t word, OccupancyRow::Word mask) {
+        m_Known[word] &= ~mask;
+        m_Holding[word] &= ~mask;
+        m_Unselected[word] &= ~mask;
+    });
 }
 
 void SelectedColumns::addRows(const Rows &added) noexcept
 {
-    m_Blocks.clear();
+    forget(0, m_Known.size() * OccupancyRow::kWordColumns);
     if (knowsWhetherAny())
         m_IsAnySelected = m_IsAnySelected || std::ranges::any_of(added, hasSelected);
 }
 
 void SelectedColumns::takeRows() noexcept
 {
-    m_Blocks.clear();
+    forget(0, m_Known.size() * OccupancyRow::kWordColumns);
     // Without any before there is none now.
     m_IsAnyKnown = knowsWhetherAny() && !m_IsAnySelected;
 }

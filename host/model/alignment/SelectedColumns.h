@@ -12,8 +12,8 @@
 namespace TAMBO {
 
 // Found for a block of columns at once, row by row; right until the selection changes anywhere.
-// What is known of a block follows the edits of a row: only columns that lost a residue are looked
-// at again.
+// What is known follows the edits of a row, where only columns that lost a residue are looked at
+// again, and of columns.
 class SelectedColumns
 {
 public:
@@ -26,35 +26,36 @@ public:
     // To be called around every change that moves the residues of one row within [begin, end).
     void subtract(const AlignmentRow &row, Column begin, Column end) noexcept;
     void add(const AlignmentRow &row, Column begin, Column end) noexcept;
+    // Columns of gaps.
+    void insertColumns(Column at, Column count) noexcept;
+    void removeColumns(Column begin, Column count) noexcept;
     // The cells in [begin, end) have changed.
     void forget(Column begin, Column end) noexcept;
     void addRows(const Rows &added) noexcept;
     void takeRows() noexcept;
     // On the heap.
-    [[nodiscard]] std::size_t bytes() const noexcept { return m_Blocks.capacity() * sizeof(Block); }
+    [[nodiscard]] std::size_t bytes() const noexcept
+    {
+        return (m_Known.capacity() + m_Holding.capacity() + m_Unselected.capacity()) *
+               sizeof(OccupancyRow::Word);
+    }
 
 private:
     using Words = std::array<OccupancyRow::Word, OccupancyRow::kBlockWords>;
 
-    struct Block
-    {
-        std::uint64_t selectionRevision = 0;
-        bool isKnown = false;
-        // Of these columns nothing is known.
-        Words open{};
-        Words holding{};
-        // Columns with an unselected residue, and those beyond the last one.
-        Words unselected{};
-    };
-
     [[nodiscard]] bool knowsWhetherAny() const noexcept;
     [[nodiscard]] bool isAnySelected(const Rows &rows) noexcept;
-    static void find(const Rows &rows, Column width, std::size_t index, Block &block);
-    // Calls visit(block, number of the block, cells of the row in [begin, end)) for what is known.
+    void find(const Rows &rows, Column width, std::size_t index);
+    // Calls visit(number of the block, cells of the row in [begin, end)).
     template <typename Visit>
-    void visitKnown(const AlignmentRow &row, Column begin, Column end, Visit visit) noexcept;
+    void visitBlocks(const AlignmentRow &row, Column begin, Column end, Visit visit) noexcept;
 
-    std::vector<Block> m_Blocks;
+    // One bit a column. Of columns that are not known the others are not set.
+    std::vector<OccupancyRow::Word> m_Known;
+    std::vector<OccupancyRow::Word> m_Holding;
+    // Columns with an unselected residue.
+    std::vector<OccupancyRow::Word> m_Unselected;
+    std::uint64_t m_Revision = 0;
     // Mostly nothing is, and then no row need be looked at.
     bool m_IsAnySelected = false;
     bool m_IsAnyKnown = false;

@@ -19,57 +19,62 @@ using Column = OccupancyRow::Column;
 
 std::size_t OccupancyRow::bytesFor(std::size_t room) noexcept
 {
-    const std::size_t ranks = room > kBlockWords ? (room + kBlockWords - 1) / kBlockWords : 0;
-    return sizeof(Store) + room * sizeof(Word) + ranks * sizeof(std::uint32_t);
+    return room * sizeof(Word) + (room + kBlockWords - 1) / kBlockWords * sizeof(std::uint32_t);
 }
 
 OccupancyRow::OccupancyRow(std::span<const Word> words)
 {
     while (!words.empty() && words.back() == 0)
         words = words.first(words.size() - 1);
-    if (words.empty())
-        return;
-    reallocate(roomFor(words.size()), words.size());
+    if (words.size() > kBlockWords)
+        reallocate(roomFor(words.size()), words.size());
+    else
+        setWords(words.size());
     std::ranges::copy(words, this->words());
     recount(0, words.size() * kWordColumns);
 }
 
 OccupancyRow::OccupancyRow(const OccupancyRow &other)
 {
-    const std::size_t count = other.m_Store->words;
-    if (count == 0)
-        return;
-    reallocate(roomFor(count), count);
+    const std::size_t count = other.m_Head.words;
+    if (count > kBlockWords)
+        reallocate(roomFor(count), count);
+    else
+        setWords(count);
     std::copy_n(other.words(), count, words());
-    if (hasRanks())
+    if (isFar())
         std::copy_n(other.ranks(), blocks(), ranks());
-    m_Store->residues = other.m_Store->residues;
+    m_Head.residues = other.m_Head.residues;
 }
 
 // The row has that many words afterwards; the ones that are new hold gaps.
 void OccupancyRow::reallocate(std::size_t room, std::size_t count)
 {
+    Store made{};
+    if (room > kBlockWords)
+        made.far = static_cast<Word *>(::operator new(bytesFor(room)));
     const OccupancyRow old(std::move(*this));
-    m_Store = ::new (::operator new(bytesFor(room)))
-        Store{static_cast<std::uint32_t>(count), static_cast<std::uint32_t>(room - count),
-              old.m_Store->residues};
-    const std::size_t kept = std::min<std::size_t>(old.m_Store->words, count);
+    m_Store = made;
+    m_Head.words = static_cast<std::uint32_t>(count);
+    m_Head.spare = static_cast<std::uint32_t>(room - count);
+    m_Head.residues = old.m_Head.residues;
+    const std::size_t kept = std::min<std::size_t>(old.m_Head.words, count);
     std::fill(std::copy_n(old.words(), kept, words()), words() + count, 0);
-    if (!hasRanks())
+    if (!isFar())
         return;
     // A row that had none has at most the first block, before which nothing stands.
     ranks()[0] = 0;
-    const std::size_t known = old.hasRanks() ? std::min(old.blocks(), blocks()) : 1;
-    if (old.hasRanks())
+    const std::size_t known = old.isFar() ? std::min(old.blocks(), blocks()) : 1;
+    if (old.isFar())
         std::copy_n(old.ranks(), known, ranks());
-    std::fill(ranks() + known, ranks() + blocks(), m_Store->residues);
+    std::fill(ranks() + known, ranks() + blocks(), m_Head.residues);
 }
 
 void OccupancyRow::setWords(std::size_t count) noexcept
 {
     const std::size_t all = room();
-    m_Store->words = static_cast<std::uint32_t>(count);
-    m_Store->spare = static_cast<std::uint32_t>(all - count);
+    m_Head.words = static_cast<std::uint32_t>(count);
+    m_Head.spare = static_cast<std::uint32_t>(all - count);
 }
 
 // ---- Reading
@@ -85,8 +90,8 @@ OccupancyRow OccupancyRow::filled(Column residues)
 std::uint32_t OccupancyRow::rank(Column column) const noexcept
 {
     const std::size_t last = column / kWordColumns;
-    if (last >= m_Store->words)
-        return m_Store->residues;
+    if (last >= m_Head.words)
+        return m_Head.residues;
     const std::size_t block = column / kBlockColumns;
     const Word *const cells = words();
     std::uint32_t result = rankOf(block);
@@ -97,10 +102,11 @@ std::uint32_t OccupancyRow::rank(Column column) const noexcept
 
 Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
 {
-    const std::uint32_t *const counts = ranks();
-    const std::size_t block =
-        hasRanks() ? std::size_t(std::upper_bound(counts, counts + blocks(), ordinal) - counts) - 1
-                   : 0;
+    std::size_t block = 0;
+    if (isFar()) {
+        const std::uint32_t *const counts = ranks();
+        block = std::size_t(std::upper_bound(counts, counts + blocks(), ordinal) - counts) - 1;
+    }
     std::size_t index = block * kBlockWords;
     std::uint32_t left = ordinal - rankOf(block);
     for (std::uint32_t here = bits::count(words()[index]); left >= here;
@@ -116,7 +122,7 @@ Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
 
 Column OccupancyRow::end() const noexcept
 {
-    const std::size_t count = m_Store->words;
+    const std::size_t count = m_Head.words;
     return count == 0 ? 0 : (count - 1) * kWordColumns + bits::last(words()[count - 1]) + 1;
 }
 
@@ -157,8 +163,12 @@ void OccupancyRow::insertGaps(Column column, Column count)
     const Column oldEnd = end();
     if (count == 0 || column >= oldEnd)
         return;
+    if (!isFar() && count < kWordColumns && oldEnd + count <= kBlockColumns) {
+        insertNear(column, unsigned(count), bits::wordsFor(oldEnd + count));
+        return;
+    }
     extendTo(oldEnd + count);
-    if (count <= kWordColumns) {
+    if (count <= kWordColumns && isFar()) {
         // A count loses the residues that cross its column; those are known without counting anew.
         const Word *const cells = words();
         std::uint32_t *const counts = ranks();
@@ -185,9 +195,11 @@ void OccupancyRow::removeColumns(Column begin, Column count)
     if (count == 0 || begin >= oldEnd)
         return;
     count = std::min(count, oldEnd - begin);
-    if (count <= kWordColumns) {
+    if (!isFar() && count < kWordColumns) {
+        removeNear(begin, unsigned(count));
+    } else if (count <= kWordColumns && isFar()) {
         const std::uint32_t removed = bits::count(bitsAt(begin) & bits::low(count));
-        m_Store->residues -= removed;
+        m_Head.residues -= removed;
         const Word *const cells = words();
         std::uint32_t *const counts = ranks();
         const std::size_t end = blocks();
@@ -205,6 +217,40 @@ void OccupancyRow::removeColumns(Column begin, Column count)
         trim();
         recount(begin, oldEnd);
     }
+}
+
+// Of a row that has its words here, before and afterwards.
+void OccupancyRow::insertNear(Column column, unsigned count, std::size_t words) noexcept
+{
+    Word *const cells = m_Store.near.data();
+    std::fill(cells + m_Head.words, cells + words, 0);
+    setWords(words);
+    const std::size_t first = bits::wordOf(column);
+    const Word staying = cells[first] & bits::low(bits::placeOf(column));
+    cells[first] ^= staying;
+    for (std::size_t i = words - 1; i > first; --i)
+        cells[i] = cells[i] << count | cells[i - 1] >> (kWordColumns - count);
+    cells[first] = cells[first] << count | staying;
+}
+
+void OccupancyRow::removeNear(Column begin, unsigned count) noexcept
+{
+    Word *const cells = m_Store.near.data();
+    const std::size_t all = m_Head.words;
+    const std::size_t first = bits::wordOf(begin);
+    const unsigned place = bits::placeOf(begin);
+    m_Head.residues -= bits::count(bitsAt(begin) & bits::low(count));
+    const Word staying = cells[first] & bits::low(place);
+    cells[first] = bitsAt(begin + count) << place | staying;
+    for (std::size_t i = first + 1; i < all; ++i)
+        cells[i] = bits::joined(cells[i], i + 1 < all ? cells[i + 1] : 0, count);
+    trim();
+}
+
+void OccupancyRow::insertColumns(Column column, Column count, std::span<const Word> bits)
+{
+    insertGaps(column, count);
+    setColumns(column, count, bits);
 }
 
 void OccupancyRow::moveGaps(Column from, Column count, Column to)
@@ -229,10 +275,22 @@ void OccupancyRow::moveGaps(Column from, Column count, Column to)
     }
 }
 
-void OccupancyRow::setColumns(Column begin, Column count, const std::vector<Word> &bits)
+void OccupancyRow::setColumns(Column begin, Column count, std::span<const Word> bits)
 {
     if (count == 0)
         return;
+    if (!isFar() && begin + count <= kBlockColumns && count <= kWordColumns) {
+        const std::size_t needed = bits::wordsFor(begin + count);
+        if (needed > m_Head.words) {
+            std::fill(words() + m_Head.words, words() + needed, 0);
+            setWords(needed);
+        }
+        m_Head.residues -= bits::count(bitsAt(begin) & bits::low(count));
+        m_Head.residues += bits::count(bits.front() & bits::low(count));
+        storeBits(begin, bits.front(), count);
+        trim();
+        return;
+    }
     extendTo(begin + count);
     const std::uint32_t before = rank(begin + count) - rank(begin);
     for (Column done = 0; done < count; done += kWordColumns)
@@ -240,7 +298,7 @@ void OccupancyRow::setColumns(Column begin, Column count, const std::vector<Word
     std::uint32_t after = 0;
     for (Column done = 0; done < count; done += kWordColumns)
         after += bits::count(bits[done / kWordColumns] & bits::low(count - done));
-    m_Store->residues += after - before;
+    m_Head.residues += after - before;
     for (std::size_t block = (begin + count - 1) / kBlockColumns + 1; block < blocks(); ++block)
         ranks()[block] += after - before;
     recount(begin, begin + count);
@@ -298,13 +356,7 @@ void OccupancyRow::closeGaps(const std::vector<GapRun> &runs)
 
 std::size_t OccupancyRow::bytes() const noexcept
 {
-    return m_Store == &s_Empty ? 0 : bytesFor(room());
-}
-
-Word OccupancyRow::bitsAt(Column column) const noexcept
-{
-    const std::size_t index = bits::wordOf(column);
-    return bits::joined(word(index), word(index + 1), bits::placeOf(column));
+    return isFar() ? bytesFor(room()) : 0;
 }
 
 // The words are there; count is at most one word's.
@@ -396,7 +448,7 @@ void OccupancyRow::copyFrom(const OccupancyRow &other, Column from, Column count
 
 void OccupancyRow::clear(Column begin, Column count) noexcept
 {
-    const Column limit = std::min(begin + count, Column(m_Store->words) * kWordColumns);
+    const Column limit = std::min(begin + count, Column(m_Head.words) * kWordColumns);
     for (Column column = begin; column < limit;) {
         const Column step = std::min(kWordColumns - column % kWordColumns, limit - column);
         storeBits(column, 0, step);
@@ -407,7 +459,7 @@ void OccupancyRow::clear(Column begin, Column count) noexcept
 void OccupancyRow::extendTo(Column columns)
 {
     const std::size_t wanted = bits::wordsFor(columns);
-    const std::size_t had = m_Store->words;
+    const std::size_t had = m_Head.words;
     if (wanted <= had)
         return;
     // Little room to spare: a column typed into ten thousand rows must not double their memory.
@@ -416,16 +468,16 @@ void OccupancyRow::extendTo(Column columns)
     const std::size_t blocksBefore = blocks();
     setWords(wanted);
     std::fill(words() + had, words() + wanted, 0);
-    if (hasRanks())
-        std::fill(ranks() + blocksBefore, ranks() + blocks(), m_Store->residues);
+    if (isFar())
+        std::fill(ranks() + blocksBefore, ranks() + blocks(), m_Head.residues);
 }
 
 void OccupancyRow::trim()
 {
-    std::size_t count = m_Store->words;
+    std::size_t count = m_Head.words;
     while (count > 0 && words()[count - 1] == 0)
         --count;
-    if (count == m_Store->words)
+    if (count == m_Head.words)
         return;
     if (count == 0)
         *this = OccupancyRow();
@@ -438,7 +490,7 @@ void OccupancyRow::trim()
 void OccupancyRow::settle()
 {
     trim();
-    const std::size_t count = m_Store->words;
+    const std::size_t count = m_Head.words;
     if (count > 0 && room() != roomFor(count))
         reallocate(roomFor(count), count);
     recount(0, count * kWordColumns);
@@ -448,11 +500,11 @@ void OccupancyRow::settle()
 // row's last word lies there.
 void OccupancyRow::recount(Column begin, Column end) noexcept
 {
-    const std::size_t all = m_Store->words;
+    const std::size_t all = m_Head.words;
     if (all == 0)
         return;
     const std::size_t first = std::min<std::size_t>(begin / kBlockColumns, blocks() - 1);
-    const bool keepsRanks = hasRanks();
+    const bool keepsRanks = isFar();
     if (keepsRanks)
         ranks()[0] = 0;
     const std::size_t lastWord = std::min<std::size_t>(bits::wordsFor(end), all);
@@ -463,7 +515,7 @@ void OccupancyRow::recount(Column begin, Column end) noexcept
         count += bits::count(words()[i]);
     }
     if (lastWord == all)
-        m_Store->residues = count;
+        m_Head.residues = count;
 }
 
 } // namespace TAMBO

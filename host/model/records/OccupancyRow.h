@@ -6,6 +6,7 @@
 #include "Bits.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -40,10 +41,16 @@ public:
     explicit OccupancyRow(std::span<const Word> words);
     OccupancyRow(const OccupancyRow &other);
     OccupancyRow(OccupancyRow &&other) noexcept
-        : m_Store(std::exchange(other.m_Store, &s_Empty)) { }
-    ~OccupancyRow() { release(); }
+        : m_Head(std::exchange(other.m_Head, {})), m_Store(other.m_Store)
+    { }
+    ~OccupancyRow()
+    {
+        if (isFar())
+            ::operator delete(m_Store.far);
+    }
     OccupancyRow &operator=(OccupancyRow other) noexcept
     {
+        std::swap(m_Head, other.m_Head);
         std::swap(m_Store, other.m_Store);
         return *this;
     }
@@ -58,7 +65,7 @@ public:
     [[nodiscard]] std::uint32_t rank(Column column) const noexcept;
     // The column of a residue; ordinal is below residues().
     [[nodiscard]] Column columnOf(std::uint32_t ordinal) const noexcept;
-    [[nodiscard]] std::uint32_t residues() const noexcept { return m_Store->residues; }
+    [[nodiscard]] std::uint32_t residues() const noexcept { return m_Head.residues; }
     // One past the column of the last residue.
     [[nodiscard]] Column end() const noexcept;
     // The first and one past the last column of the run of gaps around a gap. A run behind the last
@@ -69,23 +76,31 @@ public:
     // Whole words, for passes over many columns; 0 beyond the last one kept.
     [[nodiscard]] Word word(std::size_t index) const noexcept
     {
-        return index < m_Store->words ? words()[index] : 0;
+        return index < m_Head.words ? words()[index] : 0;
+    }
+    // The 64 columns from one on.
+    [[nodiscard]] Word bitsAt(Column column) const noexcept
+    {
+        const std::size_t index = bits::wordOf(column);
+        return bits::joined(word(index), word(index + 1), bits::placeOf(column));
     }
     // All that are kept: the last one is not 0.
     [[nodiscard]] std::span<const Word> allWords() const noexcept
     {
-        return {words(), m_Store->words};
+        return {words(), m_Head.words};
     }
     // The number of residues before column block * kBlockColumns.
     [[nodiscard]] std::uint32_t blockRank(std::size_t block) const noexcept
     {
-        return block < blocks() ? rankOf(block) : m_Store->residues;
+        return block < blocks() ? rankOf(block) : m_Head.residues;
     }
     // The columns [begin, begin + count) as words that start at bit 0.
     [[nodiscard]] std::vector<Word> columns(Column begin, Column count) const;
 
     // What stands at column and behind it moves right.
     void insertGaps(Column column, Column count);
+    // The same, and the columns that come hold the first bits of the words.
+    void insertColumns(Column column, Column count, std::span<const Word> bits);
     // The columns vanish with what stands in them, and what stands behind them moves left.
     void removeColumns(Column begin, Column count);
     // The gaps [from, from + count) are taken out and put in so that they begin at to.
@@ -94,62 +109,63 @@ public:
     void openGaps(const std::vector<GapRun> &runs);
     void closeGaps(const std::vector<GapRun> &runs);
     // Overwrites the columns [begin, begin + count) with words that start at bit 0.
-    void setColumns(Column begin, Column count, const std::vector<Word> &bits);
+    void setColumns(Column begin, Column count, std::span<const Word> bits);
 
     // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept;
 
     friend bool operator==(const OccupancyRow &a, const OccupancyRow &b) noexcept
     {
-        return std::equal(a.words(), a.words() + a.m_Store->words, b.words(),
-                          b.words() + b.m_Store->words);
+        return std::equal(a.words(), a.words() + a.m_Head.words, b.words(),
+                          b.words() + b.m_Head.words);
     }
 
 private:
-    // The head of a row's one allocation. The words follow it, and behind the room for these the
-    // counts, one a block; a row with room for a single block has none.
-    struct Store
+    struct Head
     {
         // The last one is not 0 between two operations.
-        std::uint32_t words : 26;
+        std::uint32_t words : 26 = 0;
         // Words that there is room for besides.
-        std::uint32_t spare : 6;
-        std::uint32_t residues;
+        std::uint32_t spare : 6 = kBlockWords;
+        std::uint32_t residues = 0;
+    };
+    // The words of a row that has more than a block are one allocation, with the counts, one a
+    // block, behind the room for them. An edit of columns goes through all rows, of which there are
+    // a million when they are short; then there is one place of memory less to wait for in each.
+    union Store {
+        std::array<Word, kBlockWords> near;
+        Word *far;
     };
     static constexpr std::size_t kMostSpare = 63;
 
-    // Of an odd number of words the allocator leaves eight bytes unused.
+    // Of an even number of words the allocator leaves eight bytes unused.
     [[nodiscard]] static std::size_t roomFor(std::size_t words) noexcept
     {
-        return words + words % 2;
+        return words <= kBlockWords ? kBlockWords : words | 1U;
     }
     [[nodiscard]] static std::size_t bytesFor(std::size_t room) noexcept;
-    void release() noexcept
-    {
-        if (m_Store != &s_Empty)
-            ::operator delete(m_Store);
-    }
-    [[nodiscard]] Word *words() noexcept { return reinterpret_cast<Word *>(m_Store + 1); }
+    [[nodiscard]] Word *words() noexcept { return isFar() ? m_Store.far : m_Store.near.data(); }
     [[nodiscard]] const Word *words() const noexcept
     {
-        return reinterpret_cast<const Word *>(m_Store + 1);
+        return isFar() ? m_Store.far : m_Store.near.data();
     }
     [[nodiscard]] std::size_t room() const noexcept
     {
-        return std::size_t(m_Store->words) + m_Store->spare;
+        return std::size_t(m_Head.words) + m_Head.spare;
     }
-    [[nodiscard]] bool hasRanks() const noexcept { return room() > kBlockWords; }
+    [[nodiscard]] bool isFar() const noexcept { return room() > kBlockWords; }
+    // Of a row that is far.
     [[nodiscard]] std::uint32_t *ranks() noexcept
     {
-        return reinterpret_cast<std::uint32_t *>(words() + room());
+        return reinterpret_cast<std::uint32_t *>(m_Store.far + room());
     }
     [[nodiscard]] const std::uint32_t *ranks() const noexcept
     {
-        return reinterpret_cast<const std::uint32_t *>(words() + room());
+        return reinterpret_cast<const std::uint32_t *>(m_Store.far + room());
     }
     [[nodiscard]] std::size_t blocks() const noexcept
     {
-        return (m_Store->words + kBlockWords - 1) / kBlockWords;
+        return (m_Head.words + kBlockWords - 1) / kBlockWords;
     }
     // Of a block that the row has.
     [[nodiscard]] std::uint32_t rankOf(std::size_t block) const noexcept
@@ -158,7 +174,8 @@ private:
     }
     void setWords(std::size_t count) noexcept;
     void reallocate(std::size_t room, std::size_t count);
-    [[nodiscard]] Word bitsAt(Column column) const noexcept;
+    void insertNear(Column column, unsigned count, std::size_t words) noexcept;
+    void removeNear(Column begin, unsigned count) noexcept;
     void storeBits(Column column, Word bits, Column count) noexcept;
     void put(std::size_t index, Word bits, Word mask) noexcept
     {
@@ -174,10 +191,8 @@ private:
     void settle();
     void recount(Column begin, Column end) noexcept;
 
-    // What rows without a residue share. Nothing is ever written into it.
-    static inline Store s_Empty{0, 0, 0};
-
-    Store *m_Store = &s_Empty;
+    Head m_Head;
+    Store m_Store{};
 };
 
 } // namespace TAMBO

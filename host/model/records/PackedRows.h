@@ -4,6 +4,7 @@
 
 #include "PackedRow.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -38,14 +39,32 @@ public:
         for (std::vector<PackedRow> &block : m_Blocks) {
             for (PackedRow &row : block)
                 take(std::move(row));
-            block = {};
+            free(block);
         }
         *this = {};
+    }
+
+    // The same for up to count of them from one on, which have not been taken yet; blocks go as
+    // they are used up.
+    template <typename Take> void takeSome(std::size_t first, std::size_t count, Take take)
+    {
+        const std::size_t end = std::min(m_Size, first + count);
+        for (std::size_t row = first; row < end; ++row) {
+            take(std::move((*this)[row]));
+            if ((row + 1) % kBlock == 0)
+                free(m_Blocks[row / kBlock]);
+        }
     }
 
 private:
     // A megabyte, which the allocator gives back to the system by itself.
     static constexpr std::size_t kBlock = (std::size_t(1) << 20) / sizeof(PackedRow);
+
+    // An empty list in its place would leave it its memory.
+    static void free(std::vector<PackedRow> &block) noexcept
+    {
+        std::vector<PackedRow>().swap(block);
+    }
 
     std::vector<std::vector<PackedRow>> m_Blocks;
     std::size_t m_Size = 0;

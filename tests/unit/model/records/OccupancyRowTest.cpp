@@ -86,11 +86,46 @@ TEST(OccupancyRow, WordsOfGapsAtTheEndTakeNoMemory)
     EXPECT_EQ(one.end(), 1U);
 }
 
-TEST(OccupancyRow, TakesOneAllocationWithoutCountsWhileItIsShort)
+TEST(OccupancyRow, TakesNoAllocationWhileItIsShortAndOneAfterwards)
 {
-    EXPECT_EQ(row(std::string(200, 'x')).bytes(), 8U + 4 * 8U);
-    EXPECT_EQ(row(std::string(300, 'x')).bytes(), 8U + 6 * 8U + 2 * 4U);
     EXPECT_EQ(OccupancyRow().bytes(), 0U);
+    EXPECT_EQ(row(std::string(256, 'x')).bytes(), 0U);
+    EXPECT_LE(sizeof(OccupancyRow), 8U + 4 * 8U);
+    EXPECT_EQ(row(std::string(300, 'x')).bytes(), 5 * 8U + 2 * 4U);
+}
+
+TEST(OccupancyRow, MovesBetweenItsTwoPlacesWithItsCells)
+{
+    OccupancyRow cells = row(std::string(256, 'x'));
+    cells.insertGaps(100, 1);
+    EXPECT_GT(cells.bytes(), 0U);
+    expectSame(cells, std::string(100, 'x') + '-' + std::string(156, 'x'));
+    const OccupancyRow copy = cells;
+    OccupancyRow moved = std::move(cells);
+    EXPECT_EQ(moved, copy);
+    moved.closeGaps({{10, 5}, {40, 90}});
+    EXPECT_EQ(moved.bytes(), 0U);
+    expectSame(moved, std::string(162, 'x'));
+    cells = std::move(moved);
+    expectSame(cells, std::string(162, 'x'));
+}
+
+TEST(OccupancyRow, InsertedColumnsHoldWhatIsPutIntoThem)
+{
+    std::mt19937 random(20260301);
+    for (const std::size_t width : {1U, 63U, 64U, 128U, 200U, 255U, 256U, 300U, 700U}) {
+        for (int round = 0; round < 100; ++round) {
+            std::string expected = randomText(random, width);
+            OccupancyRow actual = row(expected);
+            const std::size_t at = random() % (width + 3);
+            const std::string piece = randomText(random, 1 + random() % 90);
+            actual.insertColumns(at, piece.size(), row(piece + 'x').columns(0, piece.size()));
+            expected.resize(std::max(expected.size(), at), '-');
+            expected.insert(at, piece);
+            ASSERT_NO_FATAL_FAILURE(expectSame(actual, expected));
+            EXPECT_EQ(actual, row(expected));
+        }
+    }
 }
 
 TEST(OccupancyRow, GivesBackWhatItsColumnsTookWhenTheyGo)
