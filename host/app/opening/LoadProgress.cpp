@@ -25,6 +25,7 @@ LoadProgress::LoadProgress(Loader &loader, QWidget *parent) : QDialog(parent), m
     connect(&m_Patience, &QTimer::timeout, this, &LoadProgress::appear);
     connect(&loader, &Loader::started, this, &LoadProgress::begin);
     connect(&loader, &Loader::progressed, this, &LoadProgress::advance);
+    connect(&loader, &Loader::making, this, &LoadProgress::advanceMaking);
     connect(&loader, &Loader::finished, this, &LoadProgress::end);
     if (loader.isBusy())
         begin();
@@ -58,6 +59,7 @@ void LoadProgress::begin()
 {
     m_FileName.clear();
     m_Fraction = 0.0;
+    m_IsMaking = false;
     m_Patience.start();
 }
 
@@ -83,9 +85,20 @@ void LoadProgress::advance(const QString &fileName, double fraction)
         tell();
 }
 
+void LoadProgress::advanceMaking(double fraction)
+{
+    m_IsMaking = true;
+    m_Fraction = fraction;
+    if (isVisible())
+        tell();
+}
+
 void LoadProgress::tell()
 {
-    m_Text->setText(m_FileName.isEmpty() ? QString() : tr("Reading %1").arg(m_FileName));
+    if (m_IsMaking)
+        m_Text->setText(tr("Making sequences and alignments"));
+    else
+        m_Text->setText(m_FileName.isEmpty() ? QString() : tr("Reading %1").arg(m_FileName));
     m_Bar->setValue(int(m_Fraction * kSteps));
 }
 

@@ -35,9 +35,12 @@ private:
     void make();
     void tell();
     void advance(const QString &fileName, double fraction);
+    void advanceMaking(double fraction);
 
     Loader &m_Loader;
     QString m_FileName;
+    // The files are read.
+    bool m_IsMaking = false;
     double m_Fraction = 0.0;
     // Null before the first time.
     QLabel *m_Text = nullptr;

@@ -2,6 +2,7 @@
 #include "Loader.h"
 
 #include "Alignment.h"
+#include "AlignmentMaking.h"
 #include "ChangeScope.h"
 #include "DataAdder.h"
 #include "Logger.h"
@@ -82,7 +83,28 @@ LoadReport cancelledReport()
 
 } // namespace
 
-Loader::Loader(ObjectSources &sources, QObject *parent) : QObject(parent), m_Sources(sources) { }
+struct Loader::Prepared
+{
+    std::vector<std::string> remarks;
+    QStringList missingStructures;
+    std::unique_ptr<AlignmentMaking> making;
+};
+
+struct Loader::Making
+{
+    std::vector<fs::path> asked;
+    std::shared_ptr<Result<ReadOutcome>> outcome;
+    // Those of all files, in their order.
+    std::deque<Prepared> alignments;
+    std::size_t rows = 0;
+    std::size_t rowsMade = 0;
+};
+
+Loader::Loader(ObjectSources &sources, QObject *parent) : QObject(parent), m_Sources(sources)
+{
+    m_Pieces.setInterval(0);
+    connect(&m_Pieces, &QTimer::timeout, this, &Loader::makeSome);
+}
 
 Loader::~Loader()
 {
@@ -130,27 +152,81 @@ void Loader::startNext()
         });
     });
     // From the reading thread's end into the thread of the loader.
-    connect(m_Thread, &QThread::finished, this, [this, asked, outcome] {
-        // A window that shows a dialog while it is told of a change must not cost the user a file.
-        whenNothingIsPublished([loader = QPointer(this), asked, outcome] {
-            if (loader != nullptr)
-                loader->readingEnded(asked, *outcome);
-        });
-    });
+    connect(m_Thread, &QThread::finished, this,
+            [this, asked, outcome] { readingEnded(asked, outcome); });
     emit started();
     m_Thread->start();
 }
 
-void Loader::readingEnded(const std::vector<fs::path> &asked, Result<ReadOutcome> &outcome)
+void Loader::readingEnded(const std::vector<fs::path> &asked,
+                          std::shared_ptr<Result<ReadOutcome>> outcome)
 {
-    // Pressed after the last byte: nothing has been made yet.
-    const bool isCancelled = *m_Cancelled || !outcome;
+    m_Making = std::make_unique<Making>();
     std::exchange(m_Thread, nullptr)->deleteLater();
-    LoadReport report = isCancelled ? cancelledReport() : arrive(outcome.value());
-    report.asked = asked;
-    emit finished(report);
-    if (!isBusy())
-        startNext();
+    m_Making->asked = asked;
+    m_Making->outcome = std::move(outcome);
+    if (!*m_Making->outcome || *m_Cancelled) {
+        allIsMade();
+        return;
+    }
+    // Rows that may share their residues with a structure are made when nobody can take that away.
+    std::vector<ReadFile> &files = m_Making->outcome->value().files;
+    const bool hasStructures = std::ranges::any_of(
+        files, [](const ReadFile &file) { return !file.contents.structures.empty(); });
+    std::size_t rows = 0;
+    for (const ReadFile &file : files) {
+        for (const AlignmentRecord &record : file.contents.alignments)
+            rows += record.rows.size() + record.packed.size();
+    }
+    if (rows <= kRowsAtOnce || hasStructures || !loadedStructures().empty()) {
+        allIsMade();
+        return;
+    }
+    m_Making->rows = rows;
+    for (ReadFile &file : files) {
+        for (AlignmentRecord &record : file.contents.alignments)
+            m_Making->alignments.push_back(prepare(std::move(record)));
+    }
+    m_Pieces.start();
+}
+
+void Loader::makeSome()
+{
+    const auto next = std::ranges::find_if(m_Making->alignments, [](const Prepared &one) {
+        return one.making->rowsMade() < one.making->rowCount();
+    });
+    if (next == m_Making->alignments.end() || *m_Cancelled) {
+        m_Pieces.stop();
+        allIsMade();
+        return;
+    }
+    const std::size_t before = next->making->rowsMade();
+    next->making->makeRows(kRowsAtOnce);
+    m_Making->rowsMade += next->making->rowsMade() - before;
+    emit making(double(m_Making->rowsMade) / double(m_Making->rows));
+}
+
+void Loader::allIsMade()
+{
+    // A window that shows a dialog while it is told of a change must not cost the user a file.
+    whenNothingIsPublished([loader = QPointer(this)] {
+        if (loader == nullptr)
+            return;
+        const std::unique_ptr<Making> made = std::move(loader->m_Making);
+        // Cancel may have been pressed after the last byte or row: nothing is in the tree yet.
+        const bool isCancelled = *loader->m_Cancelled || !*made->outcome;
+        LoadReport report;
+        if (isCancelled) {
+            report = cancelledReport();
+        } else {
+            const ArrivalScope arrival;
+            report = loader->makeObjects(made->outcome->value(), made->alignments);
+        }
+        report.asked = made->asked;
+        emit loader->finished(report);
+        if (loader != nullptr && !loader->isBusy())
+            loader->startNext();
+    });
 }
 
 LoadReport Loader::openNow(const fs::path &file)
@@ -172,7 +248,20 @@ LoadReport Loader::arrive(ReadOutcome &outcome)
     return makeObjects(outcome);
 }
 
+Loader::Prepared Loader::prepare(AlignmentRecord &&record)
+{
+    Prepared prepared{std::move(record.remarks), missingStructures(record), nullptr};
+    prepared.making = std::make_unique<AlignmentMaking>(std::move(record));
+    return prepared;
+}
+
 LoadReport Loader::makeObjects(ReadOutcome &outcome)
+{
+    std::deque<Prepared> none;
+    return makeObjects(outcome, none);
+}
+
+LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared)
 {
     LoadReport report;
     report.failures = std::move(outcome.failures);
@@ -181,7 +270,7 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome)
         for (ReadFile &file : outcome.files) {
             if (guard.m_good) {
                 report.read.push_back(file.file);
-                makeObjects(file, report);
+                makeObjects(file, prepared, report);
             } else {
                 report.failures.push_back({file.file, Failure{FailureKind::Refused,
                                                               "nothing can be added just now",
@@ -194,7 +283,7 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome)
     return report;
 }
 
-void Loader::makeObjects(ReadFile &file, LoadReport &report)
+void Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadReport &report)
 {
     const QString name = fileText(file.file);
     const LoadReport::Origin origin{
@@ -212,14 +301,22 @@ void Loader::makeObjects(ReadFile &file, LoadReport &report)
         }
     }
     for (AlignmentRecord &record : file.contents.alignments) {
-        logRemarks(record.remarks);
-        if (const QStringList missing = missingStructures(record); !missing.isEmpty())
+        Prepared made;
+        if (prepared.empty()) {
+            made = prepare(std::move(record));
+        } else {
+            made = std::move(prepared.front());
+            prepared.pop_front();
+        }
+        logRemarks(made.remarks);
+        if (!made.missingStructures.isEmpty())
             Logger::Write(tr("%1: found no structure for rows that name %2: none is loaded, and no "
                              "such file stands beside %1. These rows have no coordinates.")
-                              .arg(name, listText(missing)),
+                              .arg(name, listText(made.missingStructures)),
                           Logger::Severity::Warning);
-        const std::size_t rows = record.rows.size() + record.packed.size();
-        if (Alignment *alignment = ObjectFactory::adopt(std::move(record))) {
+        const std::size_t rows = made.making->rowCount();
+        made.making->makeRows(rows);
+        if (Alignment *alignment = made.making->finish()) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);
             report.alignmentOrigins.push_back(origin);

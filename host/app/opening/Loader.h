@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <atomic>
 #include <deque>
@@ -72,23 +73,41 @@ public:
     [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
     // Gives up the command under way; nothing of it is loaded.
     void cancel();
-    [[nodiscard]] bool isBusy() const noexcept { return m_Thread != nullptr; }
+    [[nodiscard]] bool isBusy() const noexcept
+    {
+        return m_Thread != nullptr || m_Making != nullptr;
+    }
+
+    // Objects of so many rows are made in one go; events are looked at before the next ones.
+    static constexpr std::size_t kRowsAtOnce = 8192;
 
 signals:
     void started();
     void progressed(const QString &fileName, double fraction);
+    // All is read, and that share of the rows is made.
+    void making(double fraction);
     void finished(const TAMBO::app::LoadReport &report);
 
 private:
+    struct Prepared;
+    // What of an open command is made between events. Nothing of it is in the tree.
+    struct Making;
+
     void startNext();
     void readingEnded(const std::vector<std::filesystem::path> &asked,
-                      Result<ReadOutcome> &outcome);
+                      std::shared_ptr<Result<ReadOutcome>> outcome);
+    void makeSome();
+    void allIsMade();
+    [[nodiscard]] static Prepared prepare(AlignmentRecord &&record);
     [[nodiscard]] LoadReport arrive(ReadOutcome &outcome);
-    void makeObjects(ReadFile &file, LoadReport &report);
+    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared);
+    void makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadReport &report);
 
     ObjectSources &m_Sources;
     std::deque<std::vector<std::filesystem::path>> m_Waiting;
     QThread *m_Thread = nullptr;
+    std::unique_ptr<Making> m_Making;
+    QTimer m_Pieces;
     std::shared_ptr<std::atomic<bool>> m_Cancelled;
 };
 

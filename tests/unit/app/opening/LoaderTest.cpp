@@ -53,6 +53,10 @@ protected:
         waitUntil([this] { return !m_Loader.isBusy(); });
     }
     const LoadReport &report() const { return m_Reports.back(); }
+    static QByteArray manyRows(std::size_t count)
+    {
+        return QByteArray(">a\nA-C\n").repeated(static_cast<qsizetype>(count));
+    }
     static QStringList log()
     {
         QStringList texts;
@@ -350,6 +354,55 @@ TEST_F(LoaderTest, ALongReadingShowsItsProgressAndCanBeCancelled)
     waitUntil([this] { return !m_Loader.isBusy(); });
     EXPECT_TRUE(report().isCancelled);
     EXPECT_FALSE(progress.isVisible());
+}
+
+TEST_F(LoaderTest, ManyRowsAreMadeBetweenEventsAndComeToTheTreeTogether)
+{
+    const std::size_t rows = 3 * Loader::kRowsAtOnce + 1;
+    std::vector<double> shares;
+    std::size_t seen = 0;
+    QObject::connect(&m_Loader, &Loader::making, &m_Loader, [&](double share) {
+        shares.push_back(share);
+        seen += topLevelNames().size();
+    });
+    open({write("many.fasta", manyRows(rows))});
+    ASSERT_EQ(shares.size(), 4U);
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+    EXPECT_EQ(shares.back(), 1.0);
+    EXPECT_EQ(seen, 0U);
+    ASSERT_EQ(report().alignments.size(), 1U);
+    EXPECT_EQ(report().alignments.front()->height(), rows);
+    EXPECT_EQ(report().alignments.front()->GetSequence(rows - 1, false), "A-C");
+    EXPECT_EQ(topLevelNames().size(), rows + 1);
+    EXPECT_EQ(m_History.size(), 1U);
+}
+
+TEST_F(LoaderTest, MakingIsGivenUpAtTheNextLook)
+{
+    int looks = 0;
+    QObject::connect(&m_Loader, &Loader::making, &m_Loader, [&] {
+        ++looks;
+        EXPECT_TRUE(m_Loader.isBusy());
+        m_Loader.cancel();
+    });
+    const QStringList before = log();
+    open({write("many.fasta", manyRows(3 * Loader::kRowsAtOnce))});
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(report().isCancelled);
+    EXPECT_TRUE(topLevelNames().empty());
+    EXPECT_EQ(m_History.size(), 0U);
+    EXPECT_EQ(log().size(), before.size() + 1) << "that it was cancelled";
+    open({write("few.fasta", ">a\nACD\n")});
+    EXPECT_FALSE(report().isCancelled);
+}
+
+TEST_F(LoaderTest, RowsThatMayShareResiduesAreMadeInOneGo)
+{
+    open({write("1abc.pdb", pdbText("AG"))});
+    const QSignalSpy making(&m_Loader, &Loader::making);
+    open({write("many.fasta", manyRows(2 * Loader::kRowsAtOnce))});
+    EXPECT_EQ(making.count(), 0);
+    EXPECT_EQ(report().alignments.size(), 1U);
 }
 
 TEST_F(LoaderTest, AShortReadingShowsNoProgress)
