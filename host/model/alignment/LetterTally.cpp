@@ -48,10 +48,11 @@ void LetterTally::write(const AlignmentRow &row, std::uint8_t *cells)
         return;
     }
     std::memcpy(m_Text.data(), letters.data() + from, last - first);
-    const std::uint8_t *text = m_Text.data();
+    const char *text = reinterpret_cast<const char *>(m_Text.data());
     for (Column column = m_Begin; column < m_End; column += bits::kPerWord, cells += bits::kPerWord)
-        text = spreadLetters(cells, text,
-                             row.cells().word(bits::wordOf(column)) & bits::low(m_End - column));
+        text = spreadLetters(reinterpret_cast<char *>(cells), text,
+                             row.cells().word(bits::wordOf(column)) & bits::low(m_End - column),
+                             bits::kPerWord, '\0');
 }
 
 LetterTally::Group LetterTally::countGroup(std::size_t block, std::size_t letter) const noexcept

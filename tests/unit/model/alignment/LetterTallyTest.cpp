@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LetterTally.h"
 
-#include "LetterSpread.h"
 #include "unit/model/AlignmentFixture.h"
 
 #include <array>
@@ -86,28 +85,6 @@ TEST_F(LetterTallying, CountsMoreRowsThanAByteCanCount)
     EXPECT_EQ(tally.count(1 - a, 1), 700U);
     EXPECT_EQ(tally.count(a, 2), 0U);
     EXPECT_EQ(tally.count(a, 3), 700U);
-}
-
-TEST(LetterSpread, IsTheSameOnEachProcessor)
-{
-    std::mt19937_64 random(6);
-    std::array<std::uint8_t, 64 + TAMBO::kSpreadReadSlack> letters{};
-    for (std::size_t i = 0; i < letters.size(); ++i)
-        letters[i] = static_cast<std::uint8_t>('A' + i % 26);
-    for (int round = 0; round < 2000; ++round) {
-        const std::uint64_t columns = round % 2 == 0 ? random() : random() & random() & random();
-        std::array<std::uint8_t, 64> fast{};
-        std::array<std::uint8_t, 64> plain{};
-        const std::uint8_t *const fastEnd =
-            TAMBO::spreadLetters(fast.data(), letters.data(), columns);
-        const std::uint8_t *const plainEnd =
-            TAMBO::spreadEachLetter(plain.data(), letters.data(), columns);
-        ASSERT_EQ(fast, plain);
-        ASSERT_EQ(fastEnd, plainEnd);
-        const std::uint8_t *next = letters.data();
-        for (std::size_t column = 0; column < plain.size(); ++column)
-            ASSERT_EQ(plain[column], (columns >> column & 1) != 0 ? *next++ : 0);
-    }
 }
 
 } // namespace LetterTallyTest

@@ -11,7 +11,7 @@
 #include <tmmintrin.h>
 #endif
 
-namespace TAMBO::formats {
+namespace TAMBO {
 
 namespace {
 
@@ -104,4 +104,4 @@ const char *spreadLetterRuns(char *to, const char *letters, std::uint64_t cells,
     return letters;
 }
 
-} // namespace TAMBO::formats
+} // namespace TAMBO

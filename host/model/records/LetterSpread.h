@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace TAMBO::formats {
+namespace TAMBO {
 
 // What is read behind the last letter that is put down, and written behind the last column.
 constexpr std::size_t kSpreadReadSlack = 8;
@@ -20,4 +20,4 @@ constexpr std::size_t kSpreadWriteSlack = 8;
 [[nodiscard]] const char *spreadLetterRuns(char *to, const char *letters, std::uint64_t cells,
                                            unsigned columns, char gap) noexcept;
 
-} // namespace TAMBO::formats
+} // namespace TAMBO
