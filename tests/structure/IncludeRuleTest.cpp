@@ -59,7 +59,7 @@ const std::map<std::string, Rule> kRules = {
        "plugins/editor/grid", "plugins/editor/printing", "plugins/editor/modelling"},
       Std | Qt}},
     {"host/base", {{}, Std}},
-    {"host/model/records", {{"include", "host/base"}, Std}},
+    {"host/model/records", {{"include", "host/base"}, Std | System}},
     {"host/model/change", {{"include", "host/base"}, Std}},
     {"host/model/objects", {{"include", "host/base", "host/model/change"}, Std}},
     {"host/model/residues",

