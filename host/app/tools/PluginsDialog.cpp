@@ -22,7 +22,7 @@ namespace {
 using services::PluginRecord;
 using services::PluginState;
 
-enum PluginColumn { TitleColumn, FileColumn, FolderColumn, StateColumn, ReasonColumn };
+enum PluginColumn { TitleColumn, LibraryColumn, FolderColumn, StateColumn, ReasonColumn };
 
 constexpr QSize kPluginsSize(860, 440);
 // In full below the list, for the plug-in that is picked there.
@@ -95,7 +95,7 @@ PluginsDialog::PluginsDialog(const Plugins &plugins, const QString &modelling, Q
                                                 stateText(plugin.state), plugin.reason});
         item->setIcon(TitleColumn, Plugins::iconOf(plugin));
         item->setIcon(StateColumn, stateIcon(*style(), plugin.state));
-        item->setToolTip(FileColumn, plainToolTip(plugin.file));
+        item->setToolTip(LibraryColumn, plainToolTip(plugin.file));
         item->setToolTip(FolderColumn, plainToolTip(folder));
         item->setToolTip(ReasonColumn, plainToolTip(plugin.reason));
     }

@@ -174,7 +174,7 @@ bool RestoreColumnsEdit::fits() const
         if (!residues.empty() && sum != bitsIn(cells))
             return false;
         AlignmentRow row(m_Table.row(i));
-        row.restoreColumns(m_Begin, cells, m_Count, width, std::move(residues));
+        row.restoreColumns(m_Begin, cells, m_Count, width, residues);
         std::uint64_t behind = 0;
         for (const ResidueRun &run : row.residueRuns(0, row.cells().residues())) {
             if (run.index < behind)

@@ -13,7 +13,7 @@
 
 namespace TAMBO {
 
-class PackedRow;
+struct PackedRow;
 class RowTie;
 class StoredObject;
 

@@ -53,7 +53,7 @@ void ProgressBox::setDone(double share)
     m_Bar->setValue(int(share * kProgressSteps));
 }
 
-double ProgressBox::done() const
+double ProgressBox::fraction() const
 {
     return double(m_Bar->value()) / kProgressSteps;
 }

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] QString text() const;
     // Of 1.
     void setDone(double share);
-    [[nodiscard]] double done() const;
+    [[nodiscard]] double fraction() const;
     // Otherwise there is no button, and closing it does nothing.
     void setStoppable(bool isStoppable);
     [[nodiscard]] bool isStoppable() const;

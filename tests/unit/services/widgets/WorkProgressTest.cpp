@@ -83,7 +83,7 @@ TEST_F(WorkProgressTest, LongWorkShowsHowFarItIsOverTheWindowInUse)
         EXPECT_EQ(shown->parentWidget(), &m_Window);
         EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
         EXPECT_EQ(shown->text(), "Coloring");
-        shares.push_back(shown->done());
+        shares.push_back(shown->fraction());
     });
     EXPECT_EQ(shares, std::vector<double>({0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9}));
     EXPECT_EQ(box(), nullptr);
