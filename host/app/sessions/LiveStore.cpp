@@ -58,6 +58,8 @@ LiveStore::~LiveStore()
     m_Writer->abandon();
     m_Writer.reset();
     SessionFolder::remove(m_File);
+    if (m_WhenSafe)
+        m_WhenSafe();
 }
 
 void LiveStore::whenSafe(std::function<void()> task)

@@ -28,7 +28,8 @@ public:
 
     // What the user is to know of what is not safe; empty when all is well.
     [[nodiscard]] QString warning() const { return m_Warning; }
-    // Called once, when all that has been done up to now is on the disk.
+    // Called once, when all that has been done up to now is on the disk, or when the program ends
+    // as it should and nobody needs that any more.
     void whenSafe(std::function<void()> task);
 
 signals:

@@ -18,7 +18,11 @@ Result<sessions::LoadedSession> recover(const LeftSession &session, ObjectSpace 
         return store.error();
     sessions::SessionLoading loading;
     loading.leftOut = std::uint64_t(session.attempts);
-    return sessions::loadSession(*store.value(), space, history, loading);
+    Result<sessions::LoadedSession> loaded =
+        sessions::loadSession(*store.value(), space, history, loading);
+    // The program is still there.
+    SessionFolder::forgetAttempts(session.file);
+    return loaded;
 }
 
 } // namespace TAMBO::app

@@ -2,6 +2,7 @@
 #include "LiveSession.h"
 
 #include "Compound.h"
+#include "CompoundState.h"
 #include "Edit.h"
 #include "History.h"
 #include "ObjectSpace.h"
@@ -152,34 +153,53 @@ std::string LiveSession::store(const Edit &inverse)
     if (isInContents(inverse))
         return kInContents;
     const std::string edit = m_Records.store(inverse);
-    std::vector<const Compound *> large = m_Writer.takeElsewhere();
+    std::vector<const StoredObject *> large = m_Writer.takeElsewhere();
     ValueWriter out;
     out.number(large.empty() ? 0 : ++m_LastLarge);
     out.raw(edit);
     if (!large.empty()) {
-        m_LargeSet.insert(large.begin(), large.end());
         m_Large.emplace(m_LastLarge, std::move(large));
+        m_LargeSet.reset();
     }
     return out.take();
 }
 
-bool LiveSession::isInContents(const Edit &inverse) const
+bool LiveSession::isInContents(const Edit &inverse)
 {
-    if (m_LargeSet.empty())
+    if (m_Large.empty())
         return false;
     // That it was renamed does no harm when it is there twice, and that it left must be there.
-    if (inverse.actsOnWhole() && m_LargeSet.contains(inverse.subject()))
+    if (inverse.actsOnWhole() && isLarge(inverse.subject()))
         return false;
     std::vector<const Compound *> touched;
     inverse.appendSubjects(touched);
     inverse.appendHolders(touched);
     return std::ranges::any_of(touched, [this](const Compound *object) {
         for (; object != nullptr; object = object->Parent()) {
-            if (m_LargeSet.contains(object))
+            if (isLarge(object))
                 return true;
         }
         return false;
     });
+}
+
+bool LiveSession::isLarge(const Compound *object)
+{
+    const StoredObject *const stored = StoredObject::from(object);
+    if (stored == nullptr)
+        return false;
+    // Those that are have got their numbers; what is just arriving has none.
+    const CompoundState *const state = stored->ownState();
+    if (state != nullptr && state->identity == 0)
+        return false;
+    if (!m_LargeSet) {
+        m_LargeSet.emplace();
+        for (const auto &[number, objects] : m_Large) {
+            for (const StoredObject *large : objects)
+                m_LargeSet->insert(large);
+        }
+    }
+    return m_LargeSet->contains(stored);
 }
 
 void LiveSession::stepEnds(StoredStep &&step)
@@ -193,15 +213,15 @@ void LiveSession::stepEnds(StoredStep &&step)
         ValueReader in(step.edits[i]);
         // A step that was interrupted is told twice, and of the first time nothing is left.
         if (const std::uint64_t number = in.number(); number != 0) {
-            for (const Compound *object : m_Large[number])
-                m_LargeOfStep.push_back(StoredObject::from(object));
+            const std::vector<const StoredObject *> &large = m_Large[number];
+            m_LargeOfStep.insert(m_LargeOfStep.end(), large.begin(), large.end());
         }
         isWhole = isWhole && !in.failed();
         kept.edits.emplace_back(in.raw(in.left()));
         kept.own += i < step.own ? 1 : 0;
     }
     m_Large.clear();
-    m_LargeSet.clear();
+    m_LargeSet.reset();
     m_Writer.beginStep();
     if (isWhole)
         m_Records.stepEnds(std::move(kept));

@@ -4,6 +4,7 @@
 // nothing.
 #pragma once
 
+#include "PointerSet.h"
 #include "SessionEditBytes.h"
 #include "SessionKinds.h"
 #include "StepJournal.h"
@@ -18,7 +19,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace TAMBO {
@@ -69,7 +69,8 @@ private:
     class RecordTask;
 
     // A change of what is written elsewhere as it will be at the end of the step.
-    [[nodiscard]] bool isInContents(const Edit &inverse) const;
+    [[nodiscard]] bool isInContents(const Edit &inverse);
+    [[nodiscard]] bool isLarge(const Compound *object);
     void take(std::string record);
 
     ObjectSpace &m_Space;
@@ -79,9 +80,10 @@ private:
     StepRecords m_Records;
     // Those that changes of the step under way bring along and that are not in the changes' bytes,
     // by the number that these begin with. 0: none.
-    std::map<std::uint64_t, std::vector<const Compound *>> m_Large;
+    std::map<std::uint64_t, std::vector<const StoredObject *>> m_Large;
     std::uint64_t m_LastLarge = 0;
-    std::unordered_set<const Compound *> m_LargeSet;
+    // All of them, once somebody asks for one.
+    std::optional<PointerSet<StoredObject>> m_LargeSet;
     // Of the step that ends.
     std::vector<const StoredObject *> m_LargeOfStep;
     std::deque<std::unique_ptr<Task>> m_Tasks;

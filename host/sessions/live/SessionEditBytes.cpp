@@ -32,7 +32,7 @@ void SessionEditWriter::content(const Compound &object)
         text(inside.bytes());
     } else {
         number(stored.identity());
-        m_Elsewhere.push_back(&object);
+        m_Elsewhere.push_back(&stored);
     }
 }
 

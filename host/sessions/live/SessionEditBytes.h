@@ -16,6 +16,7 @@
 namespace TAMBO {
 class ObjectIndex;
 class ObjectLoader;
+class StoredObject;
 } // namespace TAMBO
 
 namespace TAMBO::sessions {
@@ -31,7 +32,7 @@ public:
     void content(const Compound &object) override;
 
     // The objects since the last call whose content is not in the bytes.
-    [[nodiscard]] std::vector<const Compound *> takeElsewhere() noexcept
+    [[nodiscard]] std::vector<const StoredObject *> takeElsewhere() noexcept
     {
         return std::exchange(m_Elsewhere, {});
     }
@@ -41,7 +42,7 @@ private:
     std::size_t m_Most;
     // Of the step.
     std::size_t m_Inside = 0;
-    std::vector<const Compound *> m_Elsewhere;
+    std::vector<const StoredObject *> m_Elsewhere;
 };
 
 // The objects of a change that stand elsewhere, as pieces of an ObjectStore. They may refer to
