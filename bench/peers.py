@@ -109,6 +109,7 @@ def main():
     parser.add_argument("--memory", type=int, default=12000, help="largest memory in MiB")
     parser.add_argument("--only", default="", help="names of programs, commas between them")
     arguments = parser.parse_args()
+    arguments.build = os.path.abspath(arguments.build)
 
     programs = list(peers(arguments.build))
     if arguments.only:

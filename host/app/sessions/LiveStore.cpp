@@ -20,14 +20,16 @@ namespace {
 using namespace std::chrono_literals;
 using sessions::StoreWriter;
 
-// About a millisecond of the window's thread.
-constexpr std::size_t kSlice = std::size_t(512) << 10;
+// Some tenths of a millisecond of the window's thread.
+constexpr std::size_t kSlice = std::size_t(128) << 10;
 // Entries that may wait before the disk gets more of what is not urgent.
-constexpr std::uint64_t kMostWaiting = 16;
+constexpr std::uint64_t kMostWaiting = 4;
 // Until work that is not on the disk is worth a word.
 constexpr auto kPatience = 1s;
 constexpr auto kBetweenLooks = 500ms;
 constexpr auto kRest = 1s;
+// What has just arrived is painted first.
+constexpr auto kBeforeSlices = 300ms;
 constexpr qsizetype kMostNames = 5;
 
 } // namespace
@@ -85,7 +87,7 @@ void LiveStore::commDelete()
 void LiveStore::follow()
 {
     if (!m_Session->isUpToDate() && !m_Slices.isActive())
-        m_Slices.start(0ms);
+        m_Slices.start(kBeforeSlices);
     if (!m_Summary.isActive())
         m_Summary.start();
 }
@@ -94,7 +96,7 @@ void LiveStore::writeSlice()
 {
     const StoreWriter::Status status = m_Writer->status();
     if (status.handed - status.durable > kMostWaiting) {
-        m_Slices.start(5ms);
+        m_Slices.start(1ms);
     } else if (m_Session->writeMore(kSlice)) {
         m_Slices.start(0ms);
     }

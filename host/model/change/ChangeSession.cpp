@@ -216,7 +216,9 @@ void ChangeSession::resume() noexcept
     Interrupted interrupted = std::move(m_Interrupted.back());
     m_Interrupted.pop_back();
     const Step arrived = std::exchange(m_Step, std::move(interrupted.step));
-    tellJournal();
+    // The step that was interrupted goes on.
+    if (isOpen())
+        tellJournal();
     runSafely([&] { repeat(interrupted.undone); });
     publish(arrived);
     runWaiting();

@@ -213,8 +213,11 @@ void LiveSession::stepEnds(StoredStep &&step)
         ValueReader in(step.edits[i]);
         // A step that was interrupted is told twice, and of the first time nothing is left.
         if (const std::uint64_t number = in.number(); number != 0) {
-            const std::vector<const StoredObject *> &large = m_Large[number];
-            m_LargeOfStep.insert(m_LargeOfStep.end(), large.begin(), large.end());
+            std::vector<const StoredObject *> &large = m_Large[number];
+            if (m_LargeOfStep.empty())
+                m_LargeOfStep = std::move(large);
+            else
+                m_LargeOfStep.insert(m_LargeOfStep.end(), large.begin(), large.end());
         }
         isWhole = isWhole && !in.failed();
         kept.edits.emplace_back(in.raw(in.left()));
@@ -256,7 +259,8 @@ void LiveSession::take(std::string record)
     if (m_Tasks.empty() && m_LargeOfStep.empty())
         m_Sink(recordOf(RecordKind::Change, std::move(record)));
     else
-        m_Tasks.push_back(std::make_unique<RecordTask>(m_LargeOfStep, std::move(record)));
+        m_Tasks.push_back(
+            std::make_unique<RecordTask>(std::exchange(m_LargeOfStep, {}), std::move(record)));
 }
 
 } // namespace TAMBO::sessions
