@@ -117,15 +117,6 @@ StoreWriter::Status StoreWriter::status() const
     return m_Status;
 }
 
-void StoreWriter::retry()
-{
-    {
-        const std::lock_guard lock(m_Mutex);
-        m_IsToRetry = true;
-    }
-    m_Work.notify_one();
-}
-
 bool StoreWriter::waitUntilDurable(std::chrono::milliseconds most)
 {
     std::unique_lock lock(m_Mutex);
@@ -177,9 +168,8 @@ void StoreWriter::run()
         writeBatch(lock, target);
         if (isLast || !m_Status.problem || !hasWork())
             continue;
-        m_IsToRetry = false;
         m_Work.wait_for(lock, m_Limits.retryAfter,
-                        [this] { return m_IsToRetry || m_IsToStartAnew || m_IsEnding; });
+                        [this] { return m_IsToStartAnew || m_IsEnding; });
     }
 }
 

@@ -56,8 +56,6 @@ public:
     // Any thread. Entries are written in the order of the calls.
     void put(StoreEntry entry);
     [[nodiscard]] Status status() const;
-    // Tries again at once.
-    void retry();
     // Waits until all that has been handed over so far is on the disk. False when that takes
     // longer, or when entries have been given up.
     [[nodiscard]] bool waitUntilDurable(std::chrono::milliseconds most);
@@ -93,7 +91,6 @@ private:
     // Grows with each start anew, so that a batch from before it counts for nothing.
     std::uint64_t m_Generation = 0;
     bool m_IsToStartAnew = false;
-    bool m_IsToRetry = false;
     bool m_IsEnding = false;
     std::thread m_Thread;
 };
