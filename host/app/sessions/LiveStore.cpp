@@ -2,13 +2,12 @@
 #include "LiveStore.h"
 
 #include "History.h"
+#include "KeptValues.h"
 #include "Logger.h"
-#include "ObjectSpace.h"
 #include "SessionFolder.h"
 
 #include <QFile>
 #include <QMetaObject>
-#include <QStringList>
 
 #include <chrono>
 #include <utility>
@@ -27,35 +26,39 @@ constexpr std::uint64_t kMostWaiting = 4;
 // Until work that is not on the disk is worth a word.
 constexpr auto kPatience = 1s;
 constexpr auto kBetweenLooks = 500ms;
-constexpr auto kRest = 1s;
+// Of values, which change without anybody being told.
+constexpr auto kBetweenValues = 1s;
 // What has just arrived is painted first.
 constexpr auto kBeforeSlices = 300ms;
-constexpr qsizetype kMostNames = 5;
 
 } // namespace
 
-LiveStore::LiveStore(ObjectSpace &space, History &history, const QString &file)
+LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues &values,
+                     const QString &file)
     : m_File(file),
       m_Writer(std::make_unique<StoreWriter>(
           QFile::encodeName(file).toStdString(),
           [this] { QMetaObject::invokeMethod(this, &LiveStore::look, Qt::QueuedConnection); })),
       m_Session(std::make_unique<sessions::LiveSession>(
           space, history, [this](sessions::StoreEntry entry) { m_Writer->put(std::move(entry)); })),
-      m_Space(space)
+      m_Values(values),
+      m_Summary(space)
 {
     m_Slices.setSingleShot(true);
     connect(&m_Slices, &QTimer::timeout, this, &LiveStore::writeSlice);
-    m_Summary.setSingleShot(true);
-    m_Summary.setInterval(kRest);
-    connect(&m_Summary, &QTimer::timeout, this, &LiveStore::writeSummary);
+    connect(&m_ValueLooks, &QTimer::timeout, this, &LiveStore::writeValues);
+    m_ValueLooks.start(kBetweenValues);
     connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
     m_Looks.start(kBetweenLooks);
-    writeSummary();
+    m_Values.add(m_Summary);
+    m_Values.forgetGiven();
+    writeValues();
     follow();
 }
 
 LiveStore::~LiveStore()
 {
+    m_Values.remove(m_Summary);
     m_Session.reset();
     m_Writer->abandon();
     m_Writer.reset();
@@ -88,8 +91,6 @@ void LiveStore::follow()
 {
     if (!m_Session->isUpToDate() && !m_Slices.isActive())
         m_Slices.start(kBeforeSlices);
-    if (!m_Summary.isActive())
-        m_Summary.start();
 }
 
 void LiveStore::writeSlice()
@@ -102,17 +103,10 @@ void LiveStore::writeSlice()
     }
 }
 
-// For people who ask themselves later what this was.
-void LiveStore::writeSummary()
+void LiveStore::writeValues()
 {
-    QStringList names;
-    for (std::size_t i = m_Space.objectCount(); i > 0 && names.size() < kMostNames; --i)
-        names << QString::fromStdString(m_Space.object(i - 1)->Name());
-    const std::size_t others = m_Space.objectCount() - std::size_t(names.size());
-    QString text = names.join(QStringLiteral(", "));
-    if (others > 0)
-        text += tr(" and %n other(s)", nullptr, int(others));
-    m_Writer->put(sessions::NamedValue{std::string(SessionFolder::kSummary), text.toStdString()});
+    for (sessions::NamedValue &value : m_Values.changed())
+        m_Writer->put(std::move(value));
 }
 
 // ---- What is not safe
@@ -139,7 +133,8 @@ void LiveStore::startAnew()
 {
     m_Writer->startAnew();
     m_Session->startAnew();
-    writeSummary();
+    m_Values.forgetGiven();
+    writeValues();
     follow();
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "LiveSession.h"
+#include "SessionSummary.h"
 #include "StoreWriter.h"
 #include "Subscriber.h"
 
@@ -14,6 +15,10 @@
 #include <functional>
 #include <memory>
 
+namespace TAMBO::sessions {
+class KeptValues;
+}
+
 namespace TAMBO::app {
 
 class LiveStore : public QObject, private Subscriber
@@ -21,8 +26,9 @@ class LiveStore : public QObject, private Subscriber
     Q_OBJECT
 
 public:
-    // Into a new file, from what space and history are now.
-    LiveStore(ObjectSpace &space, History &history, const QString &file);
+    // Into a new file, from what space, history and values are now. The values outlive it.
+    LiveStore(ObjectSpace &space, History &history, sessions::KeptValues &values,
+              const QString &file);
     // As the program should end: the file goes.
     ~LiveStore() override;
 
@@ -42,7 +48,7 @@ private:
 
     void follow();
     void writeSlice();
-    void writeSummary();
+    void writeValues();
     void look();
     void startAnew();
     [[nodiscard]] QString findWarning(const sessions::StoreWriter::Status &status) const;
@@ -51,10 +57,11 @@ private:
     std::unique_ptr<sessions::StoreWriter> m_Writer;
     // Hands over to the writer.
     std::unique_ptr<sessions::LiveSession> m_Session;
-    ObjectSpace &m_Space;
+    sessions::KeptValues &m_Values;
+    SessionSummary m_Summary;
     // What takes its time is handed over when nothing else is to be done.
     QTimer m_Slices;
-    QTimer m_Summary;
+    QTimer m_ValueLooks;
     QTimer m_Looks;
     QString m_Warning;
     std::function<void()> m_WhenSafe;

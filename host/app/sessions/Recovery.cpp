@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Recovery.h"
 
+#include "LoadedWork.h"
 #include "StoreReader.h"
 
 #include <QFile>
@@ -8,7 +9,7 @@
 namespace TAMBO::app {
 
 Result<sessions::LoadedSession> recover(const LeftSession &session, ObjectSpace &space,
-                                        History &history)
+                                        History &history, sessions::KeptValues &values)
 {
     using sessions::StoreReader;
     SessionFolder::noteAttempt(session);
@@ -19,7 +20,7 @@ Result<sessions::LoadedSession> recover(const LeftSession &session, ObjectSpace 
     sessions::SessionLoading loading;
     loading.leftOut = std::uint64_t(session.attempts);
     Result<sessions::LoadedSession> loaded =
-        sessions::loadSession(*store.value(), space, history, loading);
+        loadWork(*store.value(), space, history, values, loading);
     // The program is still there.
     SessionFolder::forgetAttempts(session.file);
     return loaded;

@@ -5,6 +5,7 @@
 #include "Logger.h"
 #include "PrivateDirectory.h"
 #include "SessionKinds.h"
+#include "SessionSummary.h"
 #include "StoreReader.h"
 
 #include <QCoreApplication>
@@ -52,7 +53,7 @@ std::optional<LeftSession> lookAt(const QFileInfo &file)
         store.value()->recordCount(std::uint32_t(sessions::RecordKind::Change));
     const Result<void> seen =
         store.value()->forEachValue([&](std::string_view name, std::string_view content) {
-            if (name == SessionFolder::kSummary)
+            if (name == SessionSummary::kName)
                 session.objects = QString::fromUtf8(content.data(), qsizetype(content.size()));
             return Result<void>();
         });

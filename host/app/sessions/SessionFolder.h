@@ -9,7 +9,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,9 +30,6 @@ struct LeftSession
 class SessionFolder
 {
 public:
-    // The name of a value in a file: the names of some objects.
-    static constexpr std::string_view kSummary = "summary";
-
     // The user's.
     SessionFolder();
     explicit SessionFolder(QString path) : m_Path(std::move(path)) { }

@@ -2,7 +2,6 @@
 #include "Workbench.h"
 
 #include "Alignment.h"
-#include "ChangeScope.h"
 #include "Config.h"
 #include "ConfigStore.h"
 #include "EmptiedWindows.h"
@@ -239,15 +238,12 @@ void Workbench::askToRecover()
 
 void Workbench::recoverWork(const LeftSession &session)
 {
-    const Result<sessions::LoadedSession> loaded = recover(session, ObjectSpace::get(), m_History);
+    const Result<sessions::LoadedSession> loaded =
+        recover(session, ObjectSpace::get(), m_History, m_Values);
     if (!loaded) {
         tellFailure(tr("The work could not be recovered. It is kept."),
                     {QString::fromStdString(loaded.error().message())});
         return;
-    }
-    // Whoever shows objects.
-    {
-        const ChangeScope scope(Publisher::Add);
     }
     beginLiveStore();
     if (m_LiveStore != nullptr && !loaded.value().problem)
@@ -274,7 +270,8 @@ void Workbench::beginLiveStore()
         m_Window->warn(cause);
         return;
     }
-    m_LiveStore = std::make_unique<LiveStore>(ObjectSpace::get(), m_History, file.value());
+    m_LiveStore =
+        std::make_unique<LiveStore>(ObjectSpace::get(), m_History, m_Values, file.value());
     connect(m_LiveStore.get(), &LiveStore::warningChanged, m_Window.get(), &MainWindow::warn);
 }
 

@@ -5,6 +5,7 @@
 
 #include "ExportRuns.h"
 #include "History.h"
+#include "KeptValues.h"
 #include "Loader.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
@@ -59,6 +60,7 @@ public:
     [[nodiscard]] ExportRuns &exports() noexcept { return m_Exports; }
     [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
     [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
+    [[nodiscard]] sessions::KeptValues &values() noexcept { return m_Values; }
     [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
     [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
     [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
@@ -132,6 +134,8 @@ private:
     // The user wants to quit when no job runs any more.
     bool m_WaitsForJobs = false;
     History m_History;
+    // Of what is neither object nor history; what has a part in it is made later and adds it.
+    sessions::KeptValues m_Values;
     ObjectSources m_Sources;
     SavedPlaces m_Places;
     ExportRuns m_Exports;

@@ -148,8 +148,14 @@ Result<void> loadState(StoreReader &store, ObjectIndex &index, ObjectSpace &spac
 Result<LoadedSession> loadSession(StoreReader &store, ObjectSpace &space, History &history,
                                   const SessionLoading &options)
 {
-    LoadedSession loaded;
     ObjectIndex index;
+    return loadSession(store, space, history, index, options);
+}
+
+Result<LoadedSession> loadSession(StoreReader &store, ObjectSpace &space, History &history,
+                                  ObjectIndex &index, const SessionLoading &options)
+{
+    LoadedSession loaded;
     index.add(space);
     const auto giveUp = [&](const Failure &failure) {
         history.clear();

@@ -11,6 +11,7 @@
 
 namespace TAMBO {
 class History;
+class ObjectIndex;
 class ObjectSpace;
 } // namespace TAMBO
 
@@ -41,6 +42,10 @@ struct SessionLoading
 // cannot be done again are none: what was before them is loaded, and the problem told.
 [[nodiscard]] Result<LoadedSession> loadSession(StoreReader &store, ObjectSpace &space,
                                                 History &history,
+                                                const SessionLoading &options = {});
+// The same; the index, which is empty, leads to all that was loaded.
+[[nodiscard]] Result<LoadedSession> loadSession(StoreReader &store, ObjectSpace &space,
+                                                History &history, ObjectIndex &index,
                                                 const SessionLoading &options = {});
 
 } // namespace TAMBO::sessions

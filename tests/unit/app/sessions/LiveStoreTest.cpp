@@ -3,10 +3,13 @@
 // of a disk that does not take it.
 #include "LiveStore.h"
 #include "AppFixture.h"
+#include "KeptValues.h"
+#include "ObjectIndex.h"
 #include "ObjectOperations.h"
 #include "Recovery.h"
 #include "RecoveryDialog.h"
 #include "SessionFolder.h"
+#include "StoredObject.h"
 #include "support/ExpectMessage.h"
 #include "support/WaitUntil.h"
 #include "unit/sessions/store/FailingDisk.h"
@@ -36,7 +39,7 @@ protected:
     {
         const Result<QString> file = sessions().newFile();
         EXPECT_TRUE(file);
-        return std::make_unique<LiveStore>(space(), m_History, file.value());
+        return std::make_unique<LiveStore>(space(), m_History, m_Values, file.value());
     }
     static void waitUntilSafe(LiveStore &store)
     {
@@ -61,6 +64,8 @@ protected:
         }
         return copy;
     }
+    sessions::KeptValues m_Values;
+
     static void rename(Compound &object, const std::string &name) { renameObject(object, name); }
 };
 
@@ -110,7 +115,7 @@ TEST_F(LiveStoreTest, WhatWasLeftBehindIsListedAndRecovered)
     EXPECT_EQ(found[0].file, left);
     EXPECT_EQ(found[0].attempts, 0);
     EXPECT_GT(found[0].changes, 0u);
-    const auto loaded = app::recover(found[0], space(), m_History);
+    const auto loaded = app::recover(found[0], space(), m_History, m_Values);
     ASSERT_TRUE(loaded) << loaded.error().message();
     EXPECT_FALSE(loaded.value().problem);
     EXPECT_EQ(topLevelNames().back(), "globins");
@@ -118,6 +123,50 @@ TEST_F(LiveStoreTest, WhatWasLeftBehindIsListedAndRecovered)
     EXPECT_EQ(sessions().leftBehind().at(0).attempts, 0);
     SessionFolder::remove(left);
     EXPECT_EQ(files(), QStringList());
+}
+
+class Note : public sessions::KeptValue
+{
+public:
+    std::string name() const override { return "note"; }
+    std::string store() const override
+    {
+        ++stores;
+        return text;
+    }
+    Result<void> load(std::string_view content, const ObjectIndex &objects) override
+    {
+        text = content;
+        isThere = objects.find(object) != nullptr;
+        return {};
+    }
+
+    std::string text;
+    std::uint32_t object = 0;
+    bool isThere = false;
+    mutable int stores = 0;
+};
+
+TEST_F(LiveStoreTest, ValuesAreWrittenAtRestAndRecoveredBehindTheObjects)
+{
+    Note note;
+    m_Values.add(note);
+    auto store = begin();
+    note.object = identityOf(alignment("family", {"AC-D", "A-CD"}));
+    note.text = "kept";
+    const int stores = note.stores;
+    waitUntil([&] { return note.stores > stores; });
+    waitUntilSafe(*store);
+    leave();
+    store.reset();
+    m_History.clear();
+    space().reset();
+    note.text.clear();
+    const auto loaded = app::recover(sessions().leftBehind().at(0), space(), m_History, m_Values);
+    ASSERT_TRUE(loaded) << loaded.error().message();
+    EXPECT_EQ(note.text, "kept");
+    EXPECT_TRUE(note.isThere);
+    m_Values.remove(note);
 }
 
 TEST_F(LiveStoreTest, ARecoveryThatEndedTheProgramIsTriedWithoutTheLastChange)
@@ -132,7 +181,7 @@ TEST_F(LiveStoreTest, ARecoveryThatEndedTheProgramIsTriedWithoutTheLastChange)
     m_History.clear();
     space().reset();
     SessionFolder::noteAttempt(sessions().leftBehind().at(0));
-    const auto loaded = app::recover(sessions().leftBehind().at(0), space(), m_History);
+    const auto loaded = app::recover(sessions().leftBehind().at(0), space(), m_History, m_Values);
     ASSERT_TRUE(loaded) << loaded.error().message();
     EXPECT_EQ(topLevelNames().back(), "before");
 }
