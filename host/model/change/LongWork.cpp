@@ -25,6 +25,13 @@ LongWork::~LongWork()
         modelHooks().worked();
 }
 
+bool LongWork::goesOnAt(std::size_t done)
+{
+    const bool isFirst = m_Done == 0;
+    m_Done = isFirst ? 1 : done + 1;
+    return !m_IsGivenUp && look();
+}
+
 bool LongWork::look()
 {
     if (!m_IsOutermost || !modelHooks().working)

@@ -34,6 +34,8 @@ public:
     // Before each piece. False when the user has given the work up; all that it has changed has
     // been taken back then.
     [[nodiscard]] bool goesOn() { return !m_IsGivenUp && (m_Done++ % kStride != 0 || look()); }
+    // Instead, where pieces are larger: so many are done.
+    [[nodiscard]] bool goesOnAt(std::size_t done);
 
 private:
     [[nodiscard]] bool look();

@@ -24,6 +24,9 @@ public:
     // Writes more, until that took as long as so many bytes take or nothing is left. The writer has
     // no more bytes then than that and one part. False at the end, when nothing more was written.
     [[nodiscard]] bool writeNext(ObjectWriter &out, std::size_t bytes);
+    // Of how many objects, and how many of them are written.
+    [[nodiscard]] std::size_t size() const noexcept { return m_Objects.size(); }
+    [[nodiscard]] std::size_t written() const noexcept { return m_Next; }
 
 private:
     void arrange();

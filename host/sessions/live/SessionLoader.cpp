@@ -3,6 +3,7 @@
 
 #include "History.h"
 #include "HistoryReplay.h"
+#include "LongWork.h"
 #include "ObjectEditBytes.h"
 #include "ObjectIndex.h"
 #include "ObjectLoader.h"
@@ -134,13 +135,21 @@ private:
 // A store that ended before its first state was there has none.
 Result<void> loadState(StoreReader &store, ObjectIndex &index, ObjectSpace &space, History &history)
 {
+    const Result<std::uint64_t> count = store.partCount();
+    if (!count)
+        return count.error();
+    if (count.value() == 0)
+        return {};
     StateLoader state(index, space, history);
-    bool hasParts = false;
-    Result<void> done = store.forEachPart([&](std::uint32_t kind, std::string_view content) {
-        hasParts = true;
-        return state.read(kind, content);
-    });
-    return done && hasParts ? state.outcome() : done;
+    LongWork work("Opening the session", count.value(), LongWork::Kind::Reading);
+    std::size_t parts = 0;
+    Result<void> done =
+        store.forEachPart([&](std::uint32_t kind, std::string_view content) -> Result<void> {
+            if (!work.goesOnAt(parts++))
+                return Failure(FailureKind::Cancelled, "cancelled");
+            return state.read(kind, content);
+        });
+    return done ? state.outcome() : done;
 }
 
 } // namespace

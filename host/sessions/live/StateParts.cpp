@@ -52,6 +52,11 @@ std::optional<StatePart> StateParts::next(std::size_t bytes)
     return part(PartKind::History, out.take());
 }
 
+std::size_t StateParts::size() const noexcept
+{
+    return m_Objects.size() + m_History.size();
+}
+
 StatePart StateParts::steps(std::size_t bytes)
 {
     ValueWriter all;

@@ -23,6 +23,9 @@ public:
 
     // A part of about so many bytes; nothing after the last one.
     [[nodiscard]] std::optional<StatePart> next(std::size_t bytes);
+    // Of how many objects and steps, and how many of them are in the parts so far.
+    [[nodiscard]] std::size_t size() const noexcept;
+    [[nodiscard]] std::size_t done() const noexcept { return m_Objects.written() + m_NextStep; }
 
 private:
     [[nodiscard]] StatePart steps(std::size_t bytes);

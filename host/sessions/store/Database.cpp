@@ -3,6 +3,8 @@
 
 #include <sqlite3.h>
 
+#include <string_view>
+
 namespace TAMBO::sessions {
 
 namespace {
@@ -36,6 +38,25 @@ FailureKind kindOf(int code) noexcept
     }
 }
 
+// An address that says that nobody changes the file: it is neither locked, nor are changes of it
+// looked for in a journal. What is no plain letter is told by its number.
+std::string addressOf(const std::filesystem::path &file)
+{
+    constexpr char plain[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._/";
+    constexpr char digits[] = "0123456789abcdef";
+    const std::string &name = file.native();
+    // Between two slashes and a third one stands the name of a machine: none.
+    std::string address = name.starts_with('/') ? "file://" : "file:";
+    for (const char letter : name) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (std::string_view(plain).find(letter) != std::string_view::npos)
+            address += letter;
+        else
+            address += {'%', digits[byte >> 4U], digits[byte & 0xfU]};
+    }
+    return address + "?immutable=1";
+}
+
 } // namespace
 
 void Database::Closer::operator()(sqlite3 *connection) const noexcept
@@ -46,12 +67,13 @@ void Database::Closer::operator()(sqlite3 *connection) const noexcept
 Result<Database> Database::open(const std::filesystem::path &file, Access access)
 {
     Database database(file);
-    const int flags =
-        access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const bool isRead = access == Access::Read;
+    const int flags = isRead ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI
+                             : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     sqlite3 *connection = nullptr;
-    // The name is a file's, never an address with options.
-    const int code =
-        sqlite3_open_v2(file.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    // What is written has the name of a file, never an address with options.
+    const int code = sqlite3_open_v2(isRead ? addressOf(file).c_str() : file.c_str(), &connection,
+                                     flags | SQLITE_OPEN_NOMUTEX, nullptr);
     database.m_Connection.reset(connection);
     if (code != SQLITE_OK)
         return failure(code, database.m_Name);

@@ -18,7 +18,7 @@ public:
     enum class Access {
         // Made when it is not there.
         Write,
-        // What is there, as it stands on the disk.
+        // What is there, as it stands in the file. Nothing is made beside it, or looked for there.
         Read
     };
 

@@ -14,8 +14,9 @@ namespace {
 constexpr char kAlone[] = "PRAGMA locking_mode = EXCLUSIVE; PRAGMA synchronous = FULL";
 // FULL: in this mode of the journal less would let go of what was committed before a power cut.
 constexpr char kLive[] = "PRAGMA journal_mode = WAL; PRAGMA journal_size_limit = 67108864";
-// Nobody looks at it before it is complete.
-constexpr char kWhole[] = "PRAGMA page_size = 16384; PRAGMA journal_mode = OFF";
+// Nobody looks at it before it is complete, and brought to the disk by whoever it is written for.
+constexpr char kWhole[] =
+    "PRAGMA page_size = 16384; PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF";
 
 // Begins the transaction, and takes it back unless it has been committed.
 class Transaction

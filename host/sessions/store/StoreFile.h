@@ -18,7 +18,8 @@ public:
         // Beside the user's work: a transaction is on the disk when it ends, whatever happens to
         // the program or the machine, and no other process gets at the file.
         Live,
-        // Written from beginning to end into a new file, which counts when it is complete.
+        // Written from beginning to end into a new file, which counts when it is complete. Whoever
+        // needs it on the disk brings it there.
         Whole
     };
 

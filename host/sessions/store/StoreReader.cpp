@@ -15,6 +15,10 @@ constexpr char kParts[] =
     "SELECT kind, content FROM state"
     " WHERE number >= (SELECT number FROM place WHERE name = 'state-begin')"
     " AND number < (SELECT number FROM place WHERE name = 'state-end') ORDER BY number";
+constexpr char kPartCount[] =
+    "SELECT count(*) FROM state"
+    " WHERE number >= (SELECT number FROM place WHERE name = 'state-begin')"
+    " AND number < (SELECT number FROM place WHERE name = 'state-end')";
 constexpr char kRecords[] =
     "SELECT kind, time, label, content FROM record WHERE number >="
     " ifnull((SELECT number FROM place WHERE name = 'records-begin'), 0) ORDER BY number";
@@ -31,6 +35,14 @@ template <typename Visit> Result<void> visitRows(Database &database, const char 
             return done;
     }
     return rows.outcome();
+}
+
+Result<std::uint64_t> countOf(Database &database, const char *query)
+{
+    const Result<std::int64_t> count = numberOf(database, query);
+    if (!count)
+        return count.error();
+    return static_cast<std::uint64_t>(count.value());
 }
 
 } // namespace
@@ -77,13 +89,14 @@ Result<void> StoreReader::forEachValue(const ValueVisitor &visit)
                      [&](const Statement &row) { return visit(row.bytes(0), row.bytes(1)); });
 }
 
+Result<std::uint64_t> StoreReader::partCount()
+{
+    return countOf(m_Database, kPartCount);
+}
+
 Result<std::uint64_t> StoreReader::recordCount()
 {
-    Statement rows(m_Database, kRecordCount);
-    const bool hasRow = rows.step();
-    if (!rows.outcome())
-        return rows.outcome().error();
-    return hasRow ? static_cast<std::uint64_t>(rows.number(0)) : 0;
+    return countOf(m_Database, kRecordCount);
 }
 
 Result<std::uint64_t> StoreReader::recordCount(std::uint32_t kind)

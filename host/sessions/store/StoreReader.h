@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace TAMBO::sessions {
 
@@ -42,8 +43,12 @@ public:
     using ValueVisitor =
         std::function<Result<void>(std::string_view name, std::string_view content)>;
     [[nodiscard]] Result<void> forEachValue(const ValueVisitor &visit);
+    [[nodiscard]] Result<std::uint64_t> partCount();
     [[nodiscard]] Result<std::uint64_t> recordCount();
     [[nodiscard]] Result<std::uint64_t> recordCount(std::uint32_t kind);
+
+    // Of the file, as people call it.
+    [[nodiscard]] const std::string &name() const noexcept { return m_Database.name(); }
 
 private:
     explicit StoreReader(Database database) : m_Database(std::move(database)) { }
