@@ -48,13 +48,27 @@ void RowChanges::add(const Compound &holder, EditPart part)
 
 EditParts RowChanges::of(const Alignment &alignment) const
 {
-    EditParts parts;
-    if (m_Renamed.empty() && m_Renumbered.empty() && m_WithElements.empty())
-        return parts;
+    const EditParts most = mostOfRows();
     const AlignmentTable &table = alignment.table();
-    for (std::size_t row = 0; row < table.rowCount(); ++row)
+    EditParts parts;
+    for (std::size_t row = 0; row < table.rowCount() && parts != most; ++row)
         parts.add(ofRow(table.row(row)));
     return parts;
+}
+
+// Of a million rows that have all been renamed the first one tells it.
+EditParts RowChanges::mostOfRows() const
+{
+    EditParts most;
+    if (!m_Renamed.empty())
+        most.add(EditPart::RowNames);
+    if (!m_Renumbered.empty()) {
+        most.add(EditPart::Numbers);
+        most.add(EditPart::HeaderNumbers);
+    }
+    if (!m_WithElements.empty())
+        most.add(EditPart::Elements);
+    return most;
 }
 
 EditParts RowChanges::partsOf(const Compound *object) const

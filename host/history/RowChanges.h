@@ -28,6 +28,7 @@ public:
 private:
     // Of such a part; null for one that no row shows.
     [[nodiscard]] PointerSet<Compound> *changedIn(EditPart part) noexcept;
+    [[nodiscard]] EditParts mostOfRows() const;
     [[nodiscard]] EditParts partsOf(const Compound *object) const;
     [[nodiscard]] EditParts ofChain(const Peptide &chain) const;
     [[nodiscard]] EditParts ofRow(const AlignmentRow &row) const;

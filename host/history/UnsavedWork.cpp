@@ -8,6 +8,7 @@
 #include "KeptState.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "PointerMap.h"
 #include "PointerSet.h"
 #include "RowChanges.h"
 #include "StepJournal.h"
@@ -45,27 +46,39 @@ void forEachShown(const Objects &objects, const Alignment &alignment, const Visi
     }
 }
 
-// Sequences that a saved or an unsaved alignment shows are saved with it.
-void removeFollowers(std::vector<UnsavedObject> &unsaved, const SavedMarks &saved)
+// What is changed of a top-level object.
+struct Changed
 {
-    Objects sequences;
-    Objects alignments;
-    for (const UnsavedObject &found : unsaved) {
-        if (dynamic_cast<const Peptide *>(found.object) != nullptr)
-            sequences.insert(found.object);
-        else if (dynamic_cast<const Alignment *>(found.object) != nullptr)
-            alignments.insert(found.object);
-    }
-    if (sequences.empty())
+    EditParts parts;
+    // An alignment that is saved, or unsaved itself, shows it: it is saved with that.
+    bool isFollower = false;
+};
+using ChangedObjects = PointerMap<Compound, Changed>;
+
+bool holdsSequences(const ChangedObjects &changed)
+{
+    bool isOneFound = false;
+    changed.forEachWhile([&](const Compound &object, const Changed &) {
+        isOneFound = dynamic_cast<const Peptide *>(&object) != nullptr;
+        return !isOneFound;
+    });
+    return isOneFound;
+}
+
+// All that are saved are among the objects.
+void markFollowers(ChangedObjects &changed)
+{
+    if (!holdsSequences(changed))
         return;
-    Objects followers;
     for (const Alignment *const alignment : ObjectSpace::get().referrers<Alignment>()) {
-        if (saved.find(*alignment) || alignments.contains(alignment))
-            forEachShown(sequences, *alignment,
-                         [&](const Peptide &sequence) { followers.insert(&sequence); });
+        if (changed.find(*alignment) == nullptr)
+            continue;
+        const AlignmentTable &table = alignment->table();
+        for (std::size_t row = 0; row < table.rowCount(); ++row) {
+            if (Changed *const found = changed.find(table.row(row).sequence()))
+                found->isFollower = true;
+        }
     }
-    std::erase_if(unsaved,
-                  [&](const UnsavedObject &found) { return followers.contains(found.object); });
 }
 
 } // namespace
@@ -203,25 +216,26 @@ bool History::isModified(const Compound &object) const
 
 std::vector<UnsavedObject> History::unsavedObjects() const
 {
-    std::unordered_map<const Compound *, EditParts> changed;
-    forEachUnsavedChange(
-        [&](const Compound &top, const Compound &, EditPart part) { changed[&top].add(part); });
+    ChangedObjects changed;
+    forEachUnsavedChange([&](const Compound &top, const Compound &, EditPart part) {
+        changed[top].parts.add(part);
+    });
     for (const auto &[object, mark] : m_Saved.all())
-        changed[object].add(mark.lost);
+        changed[*object].parts.add(mark.lost);
     std::vector<UnsavedObject> unsaved;
     if (changed.empty())
         return unsaved;
+    markFollowers(changed);
     for (Compound *const object : *Space::instance()) {
-        const auto found = changed.find(object);
-        if (found == changed.end())
+        const Changed *const found = changed.find(*object);
+        if (found == nullptr || found->isFollower)
             continue;
-        EditParts parts = found->second;
+        EditParts parts = found->parts;
         if (const std::optional<SavedMarks::Mark> mark = m_Saved.find(*object))
             parts.add(partsByRows(*object, mark->steps));
         if (!parts.empty())
             unsaved.push_back({object, parts});
     }
-    removeFollowers(unsaved, m_Saved);
     return unsaved;
 }
 
