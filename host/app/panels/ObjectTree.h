@@ -42,7 +42,8 @@ protected:
 private:
     void activate(const QModelIndex &index);
     void unfoldFewSequences(const QModelIndex &parent, int first, int last);
-    void fetchUnfolded(const QModelIndex &index);
+    // The rows below it, each that is unfolded followed by its own.
+    void appendUnfolded(const QModelIndex &parent, QItemSelection &out);
     // In the order of the ranges.
     [[nodiscard]] std::vector<Compound *> objectsOf(const QItemSelection &rows) const;
 

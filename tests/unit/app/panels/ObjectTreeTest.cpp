@@ -149,6 +149,19 @@ TEST_F(ObjectTreeTest, AllIsPickedWithTheRowsThatNobodyHasScrolledTo)
     EXPECT_EQ(Space::instance()->ChildCount(), 0U);
 }
 
+TEST_F(ObjectTreeTest, AllIsPickedInFewRangesInTheOrderOfTheRows)
+{
+    Structure &first = structure("first", "A", "AC");
+    Structure &second = structure("second", "A", "AC");
+    m_Tree.expand(m_Model.indexOf(&first));
+    m_Tree.selectAll();
+    EXPECT_EQ(m_Tree.pickedObjects(), (Compounds{&first, first.chain(0), &second}));
+    EXPECT_EQ(m_Tree.selectionModel()->selection().size(), 3);
+    EXPECT_TRUE(m_Tree.selectionModel()->isRowSelected(1));
+    m_Tree.clearSelection();
+    EXPECT_TRUE(m_Tree.pickedObjects().empty());
+}
+
 TEST_F(ObjectTreeTest, WhatIsFoldedIsNotPickedWithAll)
 {
     Alignment &shown = alignment("family", std::vector<std::string>(30, "AC"));
