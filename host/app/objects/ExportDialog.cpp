@@ -171,7 +171,8 @@ void ExportDialog::choose(int index)
     m_Object.reset();
     const std::vector<Compound *> &objects = m_References[std::size_t(index)]->objects();
     if (!objects.empty())
-        m_Object = std::make_shared<WritableObject>(*objects.front());
+        m_Object = WritableObject::asked(*objects.front());
+    m_IsGivenUp = !objects.empty() && m_Object == nullptr;
     keepState();
     fillFormats();
     followFormat();
@@ -223,10 +224,11 @@ void ExportDialog::followOptions()
     m_Losses->clear();
     m_OwnLosses.clear();
     m_Counts->hide();
-    const Result<void> fits =
-        m_Object == nullptr
-            ? Failure{FailureKind::NotFound, tr("It is not loaded any more.").toStdString()}
-            : m_Object->checkWritable(options());
+    const QString lack = m_IsGivenUp ? tr("It is not copied: that was cancelled.")
+                                     : tr("It is not loaded any more.");
+    const Result<void> fits = m_Object == nullptr
+                                  ? Failure{FailureKind::NotFound, lack.toStdString()}
+                                  : m_Object->checkWritable(options());
     m_Write->setEnabled(fits.has_value());
     if (!fits) {
         m_LossesLabel->setText(tr("This cannot be written:"));

@@ -40,6 +40,9 @@ public:
     ExportDialog(const std::vector<Compound *> &objects, const Compound *chosen, QWidget *parent);
     ~ExportDialog() override;
 
+    // The user does not want it any more: copying what was chosen took long.
+    [[nodiscard]] bool isGivenUp() const noexcept { return m_IsGivenUp; }
+
     // For an object that is to be saved: suggests the folder (unless empty) and the format (if the
     // object can be written in it), and losses are accepted by going on.
     void saveInstead(const QString &folder, FileFormat format);
@@ -85,8 +88,9 @@ private:
 
     // What can be chosen.
     std::vector<std::unique_ptr<ObjectReferences>> m_References;
-    // What is chosen, as it was then; null when it had gone.
+    // What is chosen, as it was then; null when it had gone, and when copying it was given up.
     std::shared_ptr<const WritableObject> m_Object;
+    bool m_IsGivenUp = false;
     std::unique_ptr<KeptState> m_State;
     std::unique_ptr<WriteJob> m_Job;
     QStringList m_OwnLosses;

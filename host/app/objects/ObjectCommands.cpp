@@ -42,22 +42,24 @@ struct ObjectCommands::Entry
 
 namespace {
 
-// One step of undo around a change of each object that its lock allows.
+// One step of undo around a change of each object that its lock allows. False when the user has
+// given it up.
 template <typename Change>
-void changeEach(const ObjectCommands::Objects &objects, const char *what, LongWork::Kind kind,
+bool changeEach(const ObjectCommands::Objects &objects, const char *what, LongWork::Kind kind,
                 const Change &change)
 {
     LongWork work(what, objects.size(), kind);
     const DataPoint<Space> step(nullptr, Space::instance());
     if (!step.m_good)
-        return;
+        return true;
     for (Compound *object : objects) {
         if (!work.goesOn())
-            return;
+            return false;
         const DataPoint<Compound> guard(nullptr, object);
         if (guard.m_good)
             change(*object);
     }
+    return true;
 }
 
 ObjectCommands::Objects writableObjects()
@@ -82,11 +84,11 @@ const Compound *writableAt(const Compound *object)
 
 ObjectCommands::ObjectCommands(const ObjectSources &sources) : m_Sources(sources) { }
 
-void ObjectCommands::select(const Objects &objects, bool selected)
+bool ObjectCommands::select(const Objects &objects, bool selected)
 {
-    // No history takes a selection back.
-    changeEach(objects, "Selecting", LongWork::Kind::Fixed,
-               [selected](Compound &object) { object.SetSelected(selected); });
+    // It can be given up, though no history takes a selection back: what is selected can be seen.
+    return changeEach(objects, "Selecting", LongWork::Kind::Reading,
+                      [selected](Compound &object) { object.SetSelected(selected); });
 }
 
 // The deselected ones first: one may hold, or be part of, a selected one.
@@ -95,8 +97,8 @@ void ObjectCommands::changeSelection(const Objects &selected, const Objects &des
     const DataPoint<Space> step(nullptr, Space::instance());
     if (!step.m_good)
         return;
-    select(deselected, false);
-    select(selected, true);
+    if (select(deselected, false))
+        select(selected, true);
 }
 
 void ObjectCommands::selectNone()
@@ -238,6 +240,8 @@ QString ObjectCommands::askExport(const Objects &picked) const
     for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
         chosen = writableAt(picked[i]);
     ExportDialog dialog(objects, chosen, m_DialogParent);
+    if (dialog.isGivenUp())
+        return {};
     if (m_Places != nullptr)
         dialog.setPlaces(*m_Places);
     dialog.setGoesOn(m_Exports != nullptr);

@@ -47,7 +47,8 @@ public:
     void setExports(ExportRuns &exports) { m_Exports = &exports; }
 
     // Objects that are locked stay as they are, and the refusal is reported as of any guard.
-    static void select(const Objects &objects, bool selected);
+    // When that takes long and the user gives it up, it stops where it is and gives false.
+    static bool select(const Objects &objects, bool selected);
     static void changeSelection(const Objects &selected, const Objects &deselected);
     static void selectNone();
     static void color(const Objects &objects, const QColor &color);

@@ -48,7 +48,12 @@ SaveCommand::Outcome SaveCommand::save()
 {
     const Compound &saved = *object();
     const std::optional<SavedPlaces::Place> place = m_Places.ownFileOf(saved);
-    if (!place || !WritableObject(saved).checkWritable(place->options))
+    if (!place)
+        return saveAs();
+    const std::shared_ptr<const WritableObject> content = WritableObject::asked(saved);
+    if (content == nullptr)
+        return {};
+    if (!content->checkWritable(place->options))
         return saveAs();
     if (!m_Places.isUnsaved(saved) && checkOf(*place).change == FileChange::None)
         return {true, false, place->file};
@@ -67,6 +72,8 @@ SaveCommand::Outcome SaveCommand::saveAs()
     if (chosen == nullptr)
         return {};
     ExportDialog dialog({chosen}, chosen, m_Parent);
+    if (dialog.isGivenUp())
+        return {};
     dialog.setPlaces(m_Places);
     const SavedPlaces::Place beside = m_Places.suggestionFor(*chosen);
     dialog.saveInstead(beside.file.isEmpty() ? QString() : QFileInfo(beside.file).absolutePath(),
@@ -86,7 +93,9 @@ SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAbou
         const Choice onChange = askAboutChange(place, place.state);
         if (onChange == Choice::Stop || object() == nullptr)
             return {};
-        auto content = std::make_shared<WritableObject>(*object());
+        std::shared_ptr<const WritableObject> content = WritableObject::asked(*object());
+        if (content == nullptr)
+            return {};
         const QStringList losses =
             asksAboutLosses ? m_Places.lossesIn(place, *object(), *content) : QStringList();
         const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(*object(), losses);
@@ -98,7 +107,9 @@ SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAbou
             return saveAs();
         // What has come while the user was asked is saved, too.
         if (isNews)
-            content = std::make_shared<WritableObject>(*object());
+            content = WritableObject::asked(*object());
+        if (content == nullptr)
+            return {};
         const QString name = nameText(*object());
         const std::unique_ptr<KeptState> state = m_Places.keepState(*object());
         WriteJob job(std::move(content), place.file, place.options);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -73,6 +74,17 @@ QStringList sentencesOf(const std::vector<std::string> &texts)
 } // namespace
 
 WritableObject::WritableObject(const Compound &object) : m_Record(recordOf(object)) { }
+
+std::shared_ptr<const WritableObject> WritableObject::asked(const Compound &object)
+{
+    const auto *const alignment = dynamic_cast<const Alignment *>(&object);
+    if (alignment == nullptr)
+        return std::make_shared<const WritableObject>(object);
+    std::optional<AlignmentSnapshot> snapshot = askedSnapshot(*alignment);
+    if (!snapshot)
+        return nullptr;
+    return std::shared_ptr<const WritableObject>(new WritableObject(Record(*std::move(snapshot))));
+}
 
 bool WritableObject::isWritable(const Compound &object)
 {

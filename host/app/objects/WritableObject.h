@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -25,6 +27,8 @@ class WritableObject
 public:
     // An alignment or a structure, or a sequence, which is written as an alignment of one row.
     explicit WritableObject(const Compound &object);
+    // The same. Null when that took long and the user has given it up.
+    [[nodiscard]] static std::shared_ptr<const WritableObject> asked(const Compound &object);
     [[nodiscard]] static bool isWritable(const Compound &object);
 
     // The first one is the usual one.
@@ -45,7 +49,11 @@ public:
                                      WriteAids &aids) const;
 
 private:
-    std::variant<AlignmentSnapshot, StructureRecord> m_Record;
+    using Record = std::variant<AlignmentSnapshot, StructureRecord>;
+
+    explicit WritableObject(Record &&record) : m_Record(std::move(record)) { }
+
+    Record m_Record;
 };
 
 } // namespace TAMBO::app

@@ -6,6 +6,7 @@
 #include "ChangeScope.h"
 #include "DataAdder.h"
 #include "Logger.h"
+#include "LongWork.h"
 #include "ObjectFactory.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
@@ -70,6 +71,16 @@ void logRemarks(const std::vector<std::string> &remarks)
 {
     for (const std::string &remark : remarks)
         Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
+}
+
+std::size_t rowsIn(const std::vector<ReadFile> &files)
+{
+    std::size_t rows = 0;
+    for (const ReadFile &file : files) {
+        for (const AlignmentRecord &record : file.contents.alignments)
+            rows += record.rows.size() + record.packed.size();
+    }
+    return rows;
 }
 
 LoadReport cancelledReport()
@@ -169,15 +180,12 @@ void Loader::readingEnded(const std::vector<fs::path> &asked,
         allIsMade();
         return;
     }
-    // Rows that may share their residues with a structure are made when nobody can take that away.
+    // Rows that may share their residues with a structure are made in the end, when nobody can take
+    // that away.
     std::vector<ReadFile> &files = m_Making->outcome->value().files;
     const bool hasStructures = std::ranges::any_of(
         files, [](const ReadFile &file) { return !file.contents.structures.empty(); });
-    std::size_t rows = 0;
-    for (const ReadFile &file : files) {
-        for (const AlignmentRecord &record : file.contents.alignments)
-            rows += record.rows.size() + record.packed.size();
-    }
+    const std::size_t rows = rowsIn(files);
     if (rows <= kRowsAtOnce || hasStructures || !loadedStructures().empty()) {
         allIsMade();
         return;
@@ -267,10 +275,15 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepa
     report.failures = std::move(outcome.failures);
     if (!outcome.files.empty()) {
         const DataAdder<Space> guard(nullptr, Space::instance());
+        LongWork work("Making sequences and alignments", rowsIn(outcome.files),
+                      LongWork::Kind::Changing);
+        if (!work.goesOn())
+            return cancelledReport();
         for (ReadFile &file : outcome.files) {
             if (guard.m_good) {
                 report.read.push_back(file.file);
-                makeObjects(file, prepared, report);
+                if (!makeObjects(file, prepared, work, report))
+                    return cancelledReport();
             } else {
                 report.failures.push_back({file.file, Failure{FailureKind::Refused,
                                                               "nothing can be added just now",
@@ -283,7 +296,8 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepa
     return report;
 }
 
-void Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadReport &report)
+bool Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWork &work,
+                         LoadReport &report)
 {
     const QString name = fileText(file.file);
     const LoadReport::Origin origin{
@@ -315,7 +329,11 @@ void Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadRep
                               .arg(name, listText(made.missingStructures)),
                           Logger::Severity::Warning);
         const std::size_t rows = made.making->rowCount();
-        made.making->makeRows(rows);
+        while (made.making->rowsMade() < rows) {
+            if (!work.goesOn())
+                return false;
+            made.making->makeRows(1);
+        }
         if (Alignment *alignment = made.making->finish()) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);
@@ -326,6 +344,7 @@ void Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadRep
             Logger::Write(tr("%1: %n sequence(s)", nullptr, int(rows)).arg(name));
         }
     }
+    return true;
 }
 
 } // namespace TAMBO::app

@@ -18,6 +18,7 @@ class QThread;
 
 namespace TAMBO {
 class Alignment;
+class LongWork;
 class Structure;
 } // namespace TAMBO
 
@@ -101,7 +102,10 @@ private:
     [[nodiscard]] static Prepared prepare(AlignmentRecord &&record);
     [[nodiscard]] LoadReport arrive(ReadOutcome &outcome);
     [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared);
-    void makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LoadReport &report);
+    // What is not prepared is made on the way. False when the user has given it up, and all of the
+    // command is taken back.
+    [[nodiscard]] bool makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWork &work,
+                                   LoadReport &report);
 
     ObjectSources &m_Sources;
     std::deque<std::vector<std::filesystem::path>> m_Waiting;

@@ -142,9 +142,11 @@ bool Routes::savePir(const PluginCall &call)
     const ObjectReferences reference({request->alignment});
     const std::unique_ptr<KeptState> state =
         isForUser && m_Actions.keepState ? m_Actions.keepState(*request->alignment) : nullptr;
-    const auto object = std::make_shared<const WritableObject>(*request->alignment);
-    const Result<void> written = isForUser && m_Actions.write ? m_Actions.write(object, path, pir)
-                                                              : object->write(path, pir);
+    const auto object = isForUser ? WritableObject::asked(*request->alignment)
+                                  : std::make_shared<const WritableObject>(*request->alignment);
+    const Result<void> written = object == nullptr ? Failure{FailureKind::Cancelled, {}}
+                                 : isForUser && m_Actions.write ? m_Actions.write(object, path, pir)
+                                                                : object->write(path, pir);
     if (!written && written.error().kind == FailureKind::Cancelled) {
         Logger::Write(QStringLiteral("Saving %1 was cancelled; %2 is as it was.").arg(name, path));
         return false;

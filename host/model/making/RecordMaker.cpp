@@ -306,6 +306,27 @@ bool hasOwnColors(const Peptide &chain)
     return false;
 }
 
+// Nothing when it is given up.
+std::optional<AlignmentSnapshot> copyRows(const Alignment &alignment, LongWork::Kind kind)
+{
+    const AlignmentTable &table = alignment.table();
+    const unsigned long width = table.width();
+    AlignmentSnapshot snapshot(makeWhole(alignment), table.rowCount());
+    LongWork work("Copying rows", table.rowCount(), kind);
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        if (!work.goesOn())
+            return std::nullopt;
+        const AlignmentRow &row = table.row(i);
+        const AlignmentSnapshot::Room room =
+            snapshot.add(row.name(), row.cells().residues(), width);
+        copyLetters(row, width, room.letters);
+        copyCells(row.cells(), width, room.occupancy);
+        if (!isPlain(row))
+            snapshot.say(describeRow(row, width));
+    }
+    return snapshot;
+}
+
 } // namespace
 
 AlignmentRecord makeRecord(const Alignment &alignment)
@@ -320,21 +341,12 @@ AlignmentRecord makeRecord(const Alignment &alignment)
 
 AlignmentSnapshot makeSnapshot(const Alignment &alignment)
 {
-    const AlignmentTable &table = alignment.table();
-    const unsigned long width = table.width();
-    AlignmentSnapshot snapshot(makeWhole(alignment), table.rowCount());
-    LongWork work("Copying rows", table.rowCount(), LongWork::Kind::Fixed);
-    for (std::size_t i = 0; i < table.rowCount(); ++i) {
-        static_cast<void>(work.goesOn());
-        const AlignmentRow &row = table.row(i);
-        const AlignmentSnapshot::Room room =
-            snapshot.add(row.name(), row.cells().residues(), width);
-        copyLetters(row, width, room.letters);
-        copyCells(row.cells(), width, room.occupancy);
-        if (!isPlain(row))
-            snapshot.say(describeRow(row, width));
-    }
-    return snapshot;
+    return *copyRows(alignment, LongWork::Kind::Fixed);
+}
+
+std::optional<AlignmentSnapshot> askedSnapshot(const Alignment &alignment)
+{
+    return copyRows(alignment, LongWork::Kind::Reading);
 }
 
 RowRecord makeRowRecord(const Alignment &alignment, std::size_t row)

@@ -6,6 +6,7 @@
 #include "Records.h"
 
 #include <cstddef>
+#include <optional>
 
 namespace TAMBO {
 
@@ -17,6 +18,8 @@ class Structure;
 [[nodiscard]] AlignmentRecord makeRecord(const Alignment &alignment);
 // The same in a form that is quick to make and takes little memory.
 [[nodiscard]] AlignmentSnapshot makeSnapshot(const Alignment &alignment);
+// Nothing when that took long and the user has given it up.
+[[nodiscard]] std::optional<AlignmentSnapshot> askedSnapshot(const Alignment &alignment);
 // One row of it, for writers that go row by row.
 [[nodiscard]] RowRecord makeRowRecord(const Alignment &alignment, std::size_t row);
 // An element that is not in one piece becomes several.

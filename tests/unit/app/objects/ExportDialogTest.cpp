@@ -6,6 +6,7 @@
 #include "DataDelete.h"
 #include "DataMaker.h"
 #include "Element.h"
+#include "Hooks.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
 #include "support/Answering.h"
@@ -200,6 +201,36 @@ TEST_F(ExportDialogTest, AnObjectThatIsGoneCannotBeWritten)
     EXPECT_FALSE(control<QPushButton>(dialog, "Write").isEnabled());
     choose(dialog, "Object", "one");
     EXPECT_TRUE(control<QPushButton>(dialog, "Write").isEnabled());
+}
+
+TEST_F(ExportDialogTest, CopyingThatIsGivenUpLeavesNothingToWrite)
+{
+    Alignment &one = alignment("one", {"AC"});
+    Alignment &two = alignment("two", {"AC"});
+    const ExportDialog dialog({&one, &two}, &one, nullptr);
+    EXPECT_FALSE(dialog.isGivenUp());
+    modelHooks().working = [](const char *what, double, bool canBeGivenUp) {
+        EXPECT_STREQ(what, "Copying rows");
+        EXPECT_TRUE(canBeGivenUp);
+        return false;
+    };
+    choose(dialog, "Object", "two");
+    EXPECT_TRUE(ExportDialog({&one, &two}, &one, nullptr).isGivenUp());
+    modelHooks().working = nullptr;
+    EXPECT_EQ(losses(dialog), QStringList("It is not copied: that was cancelled."));
+    EXPECT_FALSE(control<QPushButton>(dialog, "Write").isEnabled());
+    choose(dialog, "Object", "one");
+    EXPECT_FALSE(dialog.isGivenUp());
+    EXPECT_TRUE(control<QPushButton>(dialog, "Write").isEnabled());
+}
+
+TEST_F(ExportDialogTest, ExportingWhoseCopyIsGivenUpAsksNothing)
+{
+    alignment("one", {"AC"});
+    modelHooks().working = [](const char *, double, bool) { return false; };
+    const app::ObjectSources sources;
+    EXPECT_EQ(app::ObjectCommands(sources).askExport({}), QString());
+    modelHooks().working = nullptr;
 }
 
 TEST_F(ExportDialogTest, TheFileIsWrittenUnderTheNameThatIsAskedFor)

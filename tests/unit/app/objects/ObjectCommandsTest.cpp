@@ -171,20 +171,25 @@ TEST_F(ObjectCommandsTest, ColoringThatIsGivenUpLeavesAllColors)
     modelHooks().working = nullptr;
 }
 
-TEST_F(ObjectCommandsTest, SelectingManyGoesToItsEndOnceBegun)
+TEST_F(ObjectCommandsTest, SelectingThatIsGivenUpStopsWhereItIs)
 {
     Compounds all;
     for (std::size_t i = 0; i <= LongWork::kStride; ++i)
         all.push_back(&sequence("s", "AC"));
     std::size_t looks = 0;
-    modelHooks().working = [&](const char *, double, bool canBeGivenUp) {
-        EXPECT_FALSE(canBeGivenUp);
-        ++looks;
-        return false;
+    modelHooks().working = [&](const char *what, double, bool canBeGivenUp) {
+        EXPECT_STREQ(what, "Selecting");
+        EXPECT_TRUE(canBeGivenUp);
+        return ++looks < 2;
     };
-    ObjectCommands::select(all, true);
+    EXPECT_FALSE(ObjectCommands::select(all, true));
     EXPECT_EQ(looks, 2U);
-    EXPECT_TRUE(all.back()->IsSelected());
+    EXPECT_TRUE(all[LongWork::kStride - 1]->IsSelected());
+    EXPECT_FALSE(all.back()->IsSelected());
+    looks = 0;
+    ObjectCommands::changeSelection({all.back()}, all);
+    EXPECT_EQ(looks, 2U);
+    EXPECT_FALSE(all.back()->IsSelected()) << "the next one is not begun";
     modelHooks().working = nullptr;
 }
 

@@ -5,8 +5,10 @@
 #include "AppFixture.h"
 #include "DataMaker.h"
 #include "DataPoint.h"
+#include "Hooks.h"
 #include "LoadProgress.h"
 #include "LogBook.h"
+#include "LongWork.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
 #include "Subscriber.h"
@@ -396,13 +398,47 @@ TEST_F(LoaderTest, MakingIsGivenUpAtTheNextLook)
     EXPECT_FALSE(report().isCancelled);
 }
 
-TEST_F(LoaderTest, RowsThatMayShareResiduesAreMadeInOneGo)
+TEST_F(LoaderTest, RowsThatMayShareResiduesAreMadeWithoutEventsBetweenThem)
 {
     open({write("1abc.pdb", pdbText("AG"))});
+    std::vector<double> shares;
+    modelHooks().working = [&](const char *what, double share, bool canBeGivenUp) {
+        EXPECT_STREQ(what, "Making sequences and alignments");
+        EXPECT_TRUE(canBeGivenUp);
+        shares.push_back(share);
+        return true;
+    };
     const QSignalSpy making(&m_Loader, &Loader::making);
     open({write("many.fasta", manyRows(2 * Loader::kRowsAtOnce))});
+    modelHooks().working = nullptr;
     EXPECT_EQ(making.count(), 0);
     EXPECT_EQ(report().alignments.size(), 1U);
+    ASSERT_EQ(shares.size(), 1 + 2 * Loader::kRowsAtOnce / LongWork::kStride);
+    EXPECT_EQ(shares.front(), 0.0);
+    EXPECT_TRUE(std::ranges::is_sorted(shares));
+}
+
+TEST_F(LoaderTest, MakingRowsThatMayShareResiduesIsGivenUpWithAllThatCameWithThem)
+{
+    const QString structure = write("1abc.pdb", pdbText("AG"));
+    const QString family = write("many.fasta", manyRows(2 * Loader::kRowsAtOnce));
+    int looks = 0;
+    int last = 1;
+    modelHooks().working = [&](const char *, double, bool) { return ++looks < last; };
+    for (; last <= 3; ++last) {
+        looks = 0;
+        open({structure, family});
+        EXPECT_EQ(looks, last);
+        EXPECT_TRUE(report().isCancelled);
+        EXPECT_TRUE(report().structures.empty());
+        EXPECT_TRUE(topLevelNames().empty());
+        EXPECT_EQ(m_History.size(), 0U);
+    }
+    modelHooks().working = nullptr;
+    open({structure, family});
+    EXPECT_FALSE(report().isCancelled);
+    EXPECT_EQ(report().structures.size(), 1U);
+    EXPECT_EQ(m_History.size(), 1U);
 }
 
 TEST_F(LoaderTest, AShortReadingShowsNoProgress)

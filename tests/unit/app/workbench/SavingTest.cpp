@@ -33,6 +33,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <utility>
 
 namespace SavingTest {
 
@@ -171,6 +172,21 @@ TEST_F(SavingTest, AnAlignmentGoesBackToItsFileInItsFormat)
     EXPECT_EQ(save(), "Saved x.fasta");
     EXPECT_EQ(bytesOf(path("x.fasta")), kSavedFasta);
     EXPECT_FALSE(history().isModified(family));
+}
+
+TEST_F(SavingTest, SavingWhoseCopyIsGivenUpLeavesTheFileAndAsksNothing)
+{
+    Alignment &family = openFamily("x.fasta");
+    moveGap(family);
+    const auto progress =
+        std::exchange(modelHooks().working, [](const char *, double, bool) { return false; });
+    save();
+    save("Save As…");
+    modelHooks().working = progress;
+    EXPECT_EQ(bytesOf(path("x.fasta")), kFasta);
+    EXPECT_TRUE(history().isModified(family));
+    save();
+    EXPECT_EQ(bytesOf(path("x.fasta")), kSavedFasta);
 }
 
 TEST_F(SavingTest, ACompressedFileStaysCompressed)

@@ -22,6 +22,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <utility>
+
 namespace WritingTest {
 
 using namespace TAMBO;
@@ -196,6 +198,21 @@ TEST_F(WritingTest, SavingThatIsCancelledSaysSoInTheLogAlone)
     EXPECT_TRUE(history().isModified(family));
     EXPECT_EQ(log.texts(),
               QStringList("Saving family was cancelled; " + pipe.path() + " is as it was."));
+}
+
+TEST_F(WritingTest, SavingWhoseCopyIsCancelledWritesNothing)
+{
+    Alignment &family = alignment("family", {"AC-D", "ACCD"});
+    const QString file = m_Folder.filePath("x.ali");
+    const LogLines log;
+    const auto progress =
+        std::exchange(modelHooks().working, [](const char *, double, bool) { return false; });
+    EXPECT_FALSE(save(family, file));
+    modelHooks().working = progress;
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_TRUE(history().isModified(family));
+    EXPECT_EQ(log.texts(), QStringList("Saving family was cancelled; " + file + " is as it was."));
+    EXPECT_TRUE(save(family, file));
 }
 
 // An arrival that comes meanwhile is a step that the file does not hold.
