@@ -2,6 +2,7 @@
 #include "BaseDialog.h"
 
 #include "Config.h"
+#include "LateIcons.h"
 #include "WindowPlaces.h"
 
 #include <QBoxLayout>
@@ -52,17 +53,19 @@ QWidget *BaseDialog::StartWidget()
     // Made last, so that the tabulator reaches the controls first.
     m_Buttons = new QDialogButtonBox(m_Vertical ? Qt::Vertical : Qt::Horizontal, this);
     layout()->addWidget(m_Buttons);
-    if ((m_ButtonSum & OkButton) != 0) {
-        QPushButton *ok = m_Buttons->addButton(QDialogButtonBox::Ok);
+    QDialogButtonBox::StandardButtons which;
+    which.setFlag(QDialogButtonBox::Ok, (m_ButtonSum & OkButton) != 0);
+    which.setFlag(QDialogButtonBox::Cancel, (m_ButtonSum & CancelButton) != 0);
+    which.setFlag(QDialogButtonBox::Apply, (m_ButtonSum & ApplyButton) != 0);
+    (new LateIcons(*m_Buttons))->add(which);
+    if (QPushButton *ok = m_Buttons->button(QDialogButtonBox::Ok)) {
         ok->setDefault(true);
         connect(ok, &QPushButton::clicked, this, &BaseDialog::Ok);
     }
-    if ((m_ButtonSum & CancelButton) != 0)
-        connect(m_Buttons->addButton(QDialogButtonBox::Cancel), &QPushButton::clicked, this,
-                &BaseDialog::Cancel);
-    if ((m_ButtonSum & ApplyButton) != 0)
-        connect(m_Buttons->addButton(QDialogButtonBox::Apply), &QPushButton::clicked, this,
-                &BaseDialog::Apply);
+    if (QPushButton *cancel = m_Buttons->button(QDialogButtonBox::Cancel))
+        connect(cancel, &QPushButton::clicked, this, &BaseDialog::Cancel);
+    if (QPushButton *apply = m_Buttons->button(QDialogButtonBox::Apply))
+        connect(apply, &QPushButton::clicked, this, &BaseDialog::Apply);
     resize(m_FirstSize.expandedTo(sizeHint()));
     setupTooltips();
     return this;
