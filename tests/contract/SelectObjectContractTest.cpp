@@ -107,6 +107,31 @@ TEST_F(SelectObjectContract, ShowsTheCandidatesInTheirOrder)
     EXPECT_EQ(shown(dialog), QStringList({"beta", "alpha", "gamma"}));
 }
 
+TEST_F(SelectObjectContract, AQuestionThatIsAnsweredInAdvanceTakesNoWidgets)
+{
+    SelectObjectAnswers::push({&m_Alpha});
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    EXPECT_THAT(dialog.findChildren<QWidget *>(), IsEmpty());
+    EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+    EXPECT_EQ(m_One, &m_Alpha);
+    EXPECT_THAT(dialog.findChildren<QWidget *>(), IsEmpty());
+}
+
+TEST_F(SelectObjectContract, ItAsksTheUserWhenTheAnswerHasGone)
+{
+    SelectObjectAnswers::push({&m_Alpha});
+    m_One = &m_Gamma;
+    SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");
+    SelectObjectAnswers::clear();
+    const int result = run(dialog, [&] {
+        EXPECT_EQ(shown(dialog), QStringList({"beta", "alpha", "gamma"}));
+        press(Qt::Key_Up);
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(m_One, &m_Alpha);
+}
+
 TEST_F(SelectObjectContract, EnterTakesTheOneThatTheArrowsChose)
 {
     SelectObject dialog(m_Candidates, m_One, nullptr, "alignment");

@@ -44,6 +44,8 @@ public:
     Picker(SelectObject &dialog, const std::vector<Compound *> &candidates,
            CandidateModel::Ticks ticks, Write write);
 
+    // The widgets, once. A question that has been answered in advance takes none.
+    void make();
     void preselect(const std::vector<Compound *> &objects);
     // False for a single choice without anything chosen.
     bool writeChoice();
@@ -57,12 +59,17 @@ protected:
 
 private:
     // What is shown may have got another name.
-    void commUpdate() override { m_List->viewport()->update(); }
+    void commUpdate() override
+    {
+        if (m_List != nullptr)
+            m_List->viewport()->update();
+    }
     void commAdd() override { }
     void commDelete() override { m_Shown.forgetDeletedObjects(currentRow()); }
 
     void makeList();
     void makeButtons(QVBoxLayout &layout);
+    void chooseWanted();
     void follow();
     void toggleCurrent();
     void tickAllShown(bool ticked);
@@ -77,9 +84,11 @@ private:
     Write m_Write;
     CandidateModel m_Model;
     ShownCandidates m_Shown;
-    QLineEdit *m_Filter;
-    QTreeView *m_List;
-    QLabel *m_Counts;
+    // Of a single choice.
+    Compound *m_Wanted = nullptr;
+    QLineEdit *m_Filter = nullptr;
+    QTreeView *m_List = nullptr;
+    QLabel *m_Counts = nullptr;
     QPushButton *m_Ok = nullptr;
 };
 
@@ -90,12 +99,20 @@ SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *>
       m_Ticks(ticks),
       m_Write(std::move(write)),
       m_Model(candidates, ticks),
-      m_Shown(m_Model),
-      m_Filter(new QLineEdit(&dialog)),
-      m_List(new QTreeView(&dialog)),
-      m_Counts(new QLabel(&dialog))
+      m_Shown(m_Model)
 {
-    auto *layout = new QVBoxLayout(&dialog);
+    if (SelectObjectAnswers::isEmpty())
+        make();
+}
+
+void SelectObject::Picker::make()
+{
+    if (m_List != nullptr)
+        return;
+    m_Filter = new QLineEdit(&m_Dialog);
+    m_List = new QTreeView(&m_Dialog);
+    m_Counts = new QLabel(&m_Dialog);
+    auto *layout = new QVBoxLayout(&m_Dialog);
     auto *heading = new QLabel(isSeveral() ? tr("Choose one or several:") : tr("Choose one:"));
     heading->setBuddy(m_Filter);
     layout->addWidget(heading);
@@ -125,8 +142,16 @@ SelectObject::Picker::Picker(SelectObject &dialog, const std::vector<Compound *>
     });
     if (m_Shown.rowCount() > 0)
         m_List->setCurrentIndex(m_Shown.index(0, CandidateModel::NameColumn));
+    chooseWanted();
     refresh();
     m_Filter->setFocus();
+}
+
+void SelectObject::Picker::chooseWanted()
+{
+    const int row = m_Wanted == nullptr ? -1 : m_Model.rowOf(m_Wanted);
+    if (row >= 0)
+        m_List->setCurrentIndex(m_Shown.indexOf(row));
 }
 
 void SelectObject::Picker::makeList()
@@ -200,7 +225,7 @@ void SelectObject::Picker::follow()
 
 int SelectObject::Picker::currentRow() const
 {
-    return m_Shown.candidateAt(m_List->currentIndex());
+    return m_List == nullptr ? -1 : m_Shown.candidateAt(m_List->currentIndex());
 }
 
 void SelectObject::Picker::toggleCurrent()
@@ -243,9 +268,9 @@ SelectObjectQuestion SelectObject::Picker::question() const
 void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
 {
     if (!isSeveral()) {
-        const int row = m_Model.rowOf(objects.front());
-        if (row >= 0)
-            m_List->setCurrentIndex(m_Shown.indexOf(row));
+        m_Wanted = objects.front();
+        if (m_List != nullptr)
+            chooseWanted();
         return;
     }
     if (objects.empty())
@@ -326,6 +351,7 @@ int SelectObject::exec()
         setResult(result);
         return result;
     }
+    m_Picker->make();
     if (!WindowPlaces::restore(*this, kPlaceKey))
         resize(kFirstSize);
     const int result = QDialog::exec();
@@ -335,6 +361,7 @@ int SelectObject::exec()
 
 void SelectObject::accept()
 {
+    m_Picker->make();
     if (m_Picker->writeChoice())
         QDialog::accept();
 }
