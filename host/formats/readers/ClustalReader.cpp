@@ -176,7 +176,9 @@ void ClustalParser::finishAlignment()
                                               shown(m_Rows.name(0)) + " has " +
                                               std::to_string(m_Rows.width(0)));
     m_Alignment.remarks = m_Rows.remarks(m_Reader.fileName());
-    m_Alignment.packed = m_Rows.take(m_Reader.isWorthThreads());
+    m_Alignment.packed = m_Rows.take(m_Reader, m_Reader.isWorthThreads());
+    if (!m_Reader.outcome())
+        m_Outcome = m_Reader.outcome();
     m_Contents.alignments.push_back(std::exchange(m_Alignment, {}));
     m_IsFirstBlock = true;
 }

@@ -7,6 +7,7 @@
 #include "RowBuilder.h"
 #include "StopCount.h"
 #include "TextParts.h"
+#include "WorkLooks.h"
 
 #include <algorithm>
 #include <iterator>
@@ -140,6 +141,8 @@ Result<FileContents> FastaParser::run()
     if (m_Alignment.packed.empty())
         return failureOf(m_Reader.fileName(), "holds no sequences");
     finish();
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
     FileContents contents;
     contents.format = formatName(m_IsA3m ? FileFormat::A3m : FileFormat::Fasta);
     contents.alignments.push_back(std::move(m_Alignment));
@@ -269,7 +272,8 @@ void FastaParser::finish()
     // Rows of one length are A3M only if the file says so: residues in small letters are no rarity.
     if ((m_IsA3m || !m_Alignment.isAligned) && isDotlessA2m()) {
         dropUnfitLines(m_MatchColumns.least);
-        m_IsA3m = openDotlessRows(rows, m_Lines);
+        WorkLooks looks(m_Reader);
+        m_IsA3m = openDotlessRows(rows, m_Lines, looks);
         m_Alignment.isAligned |= m_IsA3m;
     } else if (m_Alignment.isAligned) {
         dropUnfitLines(longest);

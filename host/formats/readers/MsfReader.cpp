@@ -143,7 +143,8 @@ void MsfParser::finish()
     checkSums();
     m_Alignment.name = baseName(m_Reader.fileName());
     std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
-    m_Alignment.packed = m_Rows.take();
+    m_Alignment.packed = m_Rows.take(m_Reader);
+    m_Outcome = m_Reader.outcome();
 }
 
 // A row that ends early and is announced so lacks only gaps. The length of the whole that the file

@@ -3,6 +3,7 @@
 
 #include "FormatSigns.h"
 #include "FormatText.h"
+#include "WorkLooks.h"
 
 #include <algorithm>
 #include <array>
@@ -40,8 +41,13 @@ class Attempt
 {
 public:
     Attempt(const std::vector<std::string_view> &lines, std::size_t begin, const PhylipSize &size,
-            const PhylipManner &manner)
-        : m_Lines(lines), m_Next(begin), m_Size(size), m_Manner(manner), m_Widths(size.rows)
+            const PhylipManner &manner, WorkLooks &looks)
+        : m_Lines(lines),
+          m_Next(begin),
+          m_Size(size),
+          m_Manner(manner),
+          m_Looks(looks),
+          m_Widths(size.rows)
     { }
 
     PhylipLayout run()
@@ -88,6 +94,7 @@ private:
     std::size_t m_Next;
     PhylipSize m_Size;
     PhylipManner m_Manner;
+    WorkLooks &m_Looks;
     std::vector<std::uint64_t> m_Widths;
     PhylipLayout m_Layout;
 };
@@ -193,6 +200,8 @@ void Attempt::addPiece(std::size_t row, std::string_view text)
 {
     if (!m_Layout.fits())
         return;
+    if (!m_Looks.goesOn(text.size()))
+        return fail(m_Next, "cancelled");
     std::uint64_t cells = 0;
     for (const char character : text) {
         const Kind kind = kKinds[static_cast<unsigned char>(character)];
@@ -218,9 +227,9 @@ void Attempt::expectEnd()
 } // namespace
 
 PhylipLayout layOut(const std::vector<std::string_view> &lines, std::size_t begin,
-                    const PhylipSize &size, const PhylipManner &manner)
+                    const PhylipSize &size, const PhylipManner &manner, WorkLooks &looks)
 {
-    return Attempt(lines, begin, size, manner).run();
+    return Attempt(lines, begin, size, manner, looks).run();
 }
 
 } // namespace TAMBO::formats

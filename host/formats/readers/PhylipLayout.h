@@ -10,6 +10,8 @@
 
 namespace TAMBO::formats {
 
+class WorkLooks;
+
 struct PhylipSize
 {
     std::uint64_t rows = 0;
@@ -47,8 +49,10 @@ struct PhylipLayout
     [[nodiscard]] bool fits() const noexcept { return cause.empty(); }
 };
 
-// The lines of a file, of which the alignment's first row begins at begin.
+// The lines of a file, of which the alignment's first row begins at begin. Nothing fits once the
+// reading is cancelled.
 [[nodiscard]] PhylipLayout layOut(const std::vector<std::string_view> &lines, std::size_t begin,
-                                  const PhylipSize &size, const PhylipManner &manner);
+                                  const PhylipSize &size, const PhylipManner &manner,
+                                  WorkLooks &looks);
 
 } // namespace TAMBO::formats

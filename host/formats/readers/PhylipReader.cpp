@@ -5,6 +5,7 @@
 #include "FormatText.h"
 #include "PhylipLayout.h"
 #include "PiecedRows.h"
+#include "WorkLooks.h"
 
 #include <algorithm>
 #include <array>
@@ -58,7 +59,8 @@ PhylipSize sizeOf(std::string_view header) noexcept
 class PhylipParser
 {
 public:
-    explicit PhylipParser(TextReader &reader) : m_FileName(reader.fileName())
+    explicit PhylipParser(TextReader &reader)
+        : m_Reader(reader), m_Looks(reader), m_FileName(reader.fileName())
     {
         m_Text = reader.restOfText();
         const std::size_t size = m_Text.size();
@@ -86,6 +88,8 @@ private:
             ++m_Next;
     }
 
+    TextReader &m_Reader;
+    WorkLooks m_Looks;
     std::string m_FileName;
     std::string m_Text;
     std::vector<std::string_view> m_Lines;
@@ -96,8 +100,10 @@ private:
 
 Result<FileContents> PhylipParser::run()
 {
-    for (findLine(); m_Next < m_Lines.size() && m_Outcome; findLine())
+    for (findLine(); m_Next < m_Lines.size() && m_Outcome && m_Reader.outcome(); findLine())
         addAlignment();
+    if (!m_Reader.outcome())
+        return m_Reader.outcome().error();
     if (m_Outcome && m_Contents.alignments.empty())
         fail(0, "the file ends before the numbers of rows and columns");
     if (!m_Outcome)
@@ -138,12 +144,12 @@ void PhylipParser::addAlignment()
 // furthest, since it has most to say.
 PhylipLayout PhylipParser::bestLayout(const PhylipSize &size)
 {
-    PhylipLayout best = layOut(m_Lines, m_Next, size, kManners.front());
+    PhylipLayout best = layOut(m_Lines, m_Next, size, kManners.front(), m_Looks);
     m_Contents.writtenAs = kNamesOfManners.front();
     for (std::size_t i = 1; i < kManners.size(); ++i) {
         if (best.fits() && best.oddities == 0)
             break;
-        PhylipLayout other = layOut(m_Lines, m_Next, size, kManners[i]);
+        PhylipLayout other = layOut(m_Lines, m_Next, size, kManners[i], m_Looks);
         const bool isBetter = other.fits() ? !best.fits() || other.oddities < best.oddities
                                            : !best.fits() && other.end > best.end;
         if (!isBetter)
@@ -179,11 +185,14 @@ void PhylipParser::build(const PhylipLayout &layout)
     PiecedRows rows;
     for (const std::string_view name : layout.names)
         rows.add(trimmed(name));
-    for (const PhylipLayout::Piece &piece : layout.pieces)
+    for (const PhylipLayout::Piece &piece : layout.pieces) {
+        if (!m_Looks.goesOn(piece.text.size()))
+            return;
         (void)rows.append(piece.row, piece.text, piece.line + 1);
+    }
     AlignmentRecord &alignment = m_Contents.alignments.emplace_back();
     alignment.remarks = rows.remarks(m_FileName);
-    alignment.packed = rows.take();
+    alignment.packed = rows.take(m_Reader);
 }
 
 } // namespace

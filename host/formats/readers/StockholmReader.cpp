@@ -294,7 +294,11 @@ void StockholmParser::finishAlignment(std::uint64_t line)
             m_Rows.label(row).change().residueAnnotations.push_back(std::move(said.annotation));
     }
     std::ranges::move(m_Rows.remarks(m_Reader.fileName()), std::back_inserter(m_Alignment.remarks));
-    m_Alignment.packed = m_Rows.take(m_Reader.isWorthThreads());
+    m_Alignment.packed = m_Rows.take(m_Reader, m_Reader.isWorthThreads());
+    if (!m_Reader.outcome()) {
+        m_Outcome = m_Reader.outcome();
+        return;
+    }
     for (std::size_t row = 0; row < m_Alignment.packed.size(); ++row)
         blankGaps(m_Alignment.packed[row]);
     m_Contents.alignments.push_back(std::move(m_Alignment));

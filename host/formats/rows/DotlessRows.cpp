@@ -62,10 +62,12 @@ std::string spread(const std::string &cells, const std::vector<std::uint32_t> &l
 
 } // namespace
 
-bool openDotlessRows(PackedRows &rows, std::vector<Annotation> &lines)
+bool openDotlessRows(PackedRows &rows, std::vector<Annotation> &lines, WorkLooks &looks)
 {
     std::vector<std::uint32_t> longest;
     for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (!looks.goesOn(rows[row].width))
+            return false;
         const std::vector<std::uint32_t> lengths = insertionLengths(cellsOf(rows[row]));
         longest.resize(std::max(longest.size(), lengths.size()));
         for (std::size_t i = 0; i < lengths.size(); ++i)
@@ -77,6 +79,8 @@ bool openDotlessRows(PackedRows &rows, std::vector<Annotation> &lines)
         return false;
     RowBuilder builder;
     for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (!looks.goesOn(width))
+            return false;
         PackedRow &row = rows[i];
         std::string wide = spread(cellsOf(row), longest);
         wide.append(RowBuilder::kReadAhead, '\0');

@@ -144,7 +144,7 @@ struct RowGroup
 
 } // namespace
 
-PackedRows PiecedRows::take(bool isWorthThreads)
+PackedRows PiecedRows::take(TextReader &reader, bool isWorthThreads)
 {
     // No room beside the rows for what is needed no more.
     m_RowOf.clear();
@@ -152,7 +152,7 @@ PackedRows PiecedRows::take(bool isWorthThreads)
     std::size_t begun = 0;
     std::size_t row = 0;
     const auto takeGroup = [&]() -> std::unique_ptr<RowGroup> {
-        if (begun >= m_Names.size())
+        if (begun >= m_Names.size() || !reader.goesOn())
             return nullptr;
         auto group = std::make_unique<RowGroup>();
         group->first = begun;

@@ -9,6 +9,7 @@
 #include "RowBuilder.h"
 #include "RowLines.h"
 #include "StopCount.h"
+#include "TextReader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -55,8 +56,8 @@ public:
     [[nodiscard]] std::optional<std::size_t> firstUneven() const noexcept;
     // What is to be said of the rows.
     [[nodiscard]] std::vector<std::string> remarks(const std::string &file) const;
-    // All rows; none are left.
-    [[nodiscard]] PackedRows take(bool isWorthThreads = false);
+    // All rows; none are left. Those of a reading that is cancelled meanwhile are of no use.
+    [[nodiscard]] PackedRows take(TextReader &reader, bool isWorthThreads = false);
 
 private:
     struct Row

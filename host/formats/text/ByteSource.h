@@ -26,6 +26,9 @@ public:
 
     // Up to size bytes; none only at the end of the file and after a failure.
     [[nodiscard]] std::size_t read(char *room, std::size_t size);
+    // Reports once more what has been read; false when that cancels the reading, or anything has
+    // ended it before.
+    [[nodiscard]] bool goesOn() { return m_Outcome && reportProgress(); }
     // Whether the file could be read so far. Cancelling is a failure without a cause.
     [[nodiscard]] const Result<void> &outcome() const noexcept { return m_Outcome; }
     // The name in messages.

@@ -70,6 +70,9 @@ public:
         return fileSize() >= m_Sizes.worthAThread;
     }
 
+    // Whether what is done with text that has been read is to go on. False when the reading is
+    // cancelled, which outcome() tells.
+    [[nodiscard]] bool goesOn() { return m_Source == nullptr || m_Source->goesOn(); }
     // Of a part, whether all of it is there.
     [[nodiscard]] const Result<void> &outcome() const noexcept;
     [[nodiscard]] const std::string &fileName() const noexcept { return m_FileName; }

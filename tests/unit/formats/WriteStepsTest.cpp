@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <functional>
+#include <map>
 #include <set>
 #include <sys/stat.h>
 #include <thread>
@@ -68,6 +69,36 @@ TEST(WriteSteps, StagesFollowEachOtherAndEachGoesForward)
     EXPECT_THAT(stages, ElementsAre(WriteStage::Text, WriteStage::Sync, WriteStage::Reading,
                                     WriteStage::Comparing, WriteStage::Placing));
     EXPECT_EQ(stages.size(), std::size_t(kWriteStages));
+}
+
+// Of each stage that takes long, so many bytes of the file at most.
+TEST(WriteSteps, WorkBetweenTwoOfThemIsBounded)
+{
+    constexpr double kMostBytes = 1 << 20U;
+    AlignmentRecord record;
+    for (int row = 0; row < 20'000; ++row)
+        record.rows.push_back(rowOf("row" + std::to_string(row), std::string(300, 'A') + "-C"));
+    for (const char *format : {"fasta", "a3m", "pir", "clustal", "stockholm", "msf", "phylip"}) {
+        SCOPED_TRACE(format);
+        const TemporaryFile file("x", "old");
+        std::map<WriteStage, double> most;
+        std::map<WriteStage, double> last;
+        WriteAids aids;
+        aids.step = [&](WriteStage stage, double done) {
+            most[stage] = std::max(most[stage], done - last[stage]);
+            last[stage] = done;
+            return true;
+        };
+        ASSERT_EQ(
+            complaintOf(writeFile(file.path(), RecordSource(record), optionsOf(format), &aids)),
+            "");
+        const double size = 20'000 * 302;
+        for (const WriteStage stage :
+             {WriteStage::Text, WriteStage::Reading, WriteStage::Comparing}) {
+            EXPECT_LE(most[stage] * size, kMostBytes) << int(stage);
+            EXPECT_GT(last[stage], 0.5) << int(stage);
+        }
+    }
 }
 
 // Whichever of the steps it is.
