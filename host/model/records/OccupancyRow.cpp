@@ -30,7 +30,7 @@ OccupancyRow::OccupancyRow(std::span<const Word> words)
         reallocate(roomFor(words.size()), words.size());
     else
         setWords(words.size());
-    std::ranges::copy(words, this->words());
+    std::copy_n(words.data(), words.size(), this->words());
     recount(0, words.size() * kWordColumns);
 }
 

@@ -9,7 +9,8 @@ namespace TAMBO {
 SequenceText::SequenceText(std::string_view name, std::string_view letters)
     : SequenceText(name, letters.size())
 {
-    std::ranges::copy(letters, text());
+    // The copy for ranges goes letter by letter in some versions of the library.
+    std::copy_n(letters.data(), letters.size(), text());
 }
 
 SequenceText::SequenceText(std::string_view name, std::size_t letters)
@@ -18,7 +19,7 @@ SequenceText::SequenceText(std::string_view name, std::size_t letters)
         return;
     m_Head = ::new (::operator new(sizeof(Head) + letters + name.size()))
         Head{static_cast<std::uint32_t>(letters), static_cast<std::uint32_t>(name.size())};
-    std::ranges::copy(name, text() + letters);
+    std::copy_n(name.data(), name.size(), text() + letters);
 }
 
 SequenceText::~SequenceText()
