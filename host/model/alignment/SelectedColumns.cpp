@@ -14,6 +14,9 @@ namespace {
 using Words = std::array<OccupancyRow::Word, OccupancyRow::kBlockWords>;
 using Column = OccupancyRow::Column;
 
+// So many rows mostly show of every column that it is not selected.
+constexpr std::size_t kFewRows = 256;
+
 Words wordsOf(const AlignmentRow &row, std::size_t block) noexcept
 {
     Words words;
@@ -79,7 +82,7 @@ void addMixed(const AlignmentRow &row, std::size_t block, const Words &words, Wo
 
 bool SelectedColumns::isSelected(const Rows &rows, Column width, Column column)
 {
-    if (!isAnySelected(rows))
+    if (knowsWhetherAny() && !m_IsAnySelected)
         return false;
     if (m_Revision != selectionRevision()) {
         forget(0, m_Known.size() * OccupancyRow::kWordColumns);
@@ -127,7 +130,11 @@ void SelectedColumns::find(const Rows &rows, Column width, std::size_t index)
     }
     Words holding{};
     Words unselected = settled;
+    std::size_t looks = 0;
     for (const auto &row : rows) {
+        // A column that holds nothing is not settled by any row, and mostly nothing is selected.
+        if (++looks == kFewRows && !isAnySelected(rows))
+            return;
         const Words words = wordsOf(*row, index);
         const std::size_t selected = row->sequence().selectedCount();
         if (selected > 0 && selected < row->sequence().residueCount())
