@@ -11,6 +11,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "History.h"
+#include "IdentityReport.h"
 #include "KALMO2.h"
 #include "Logger.h"
 #include "ObjectFactory.h"
@@ -35,6 +36,7 @@
 #include <ctime>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -273,9 +275,9 @@ public:
 
     // What a search cannot spare: the matching of texts that are there already, and one line of the
     // log for each row, which only expressions write.
-    void match(const char *pattern, RowSearch::Language language)
+    void match(const char *what, const char *pattern, RowSearch::Language language)
     {
-        if (std::string("Select, SubSequence").find(s_Filter) == std::string::npos)
+        if (std::string(what).find(s_Filter) == std::string::npos)
             return;
         std::vector<std::string> texts;
         for (unsigned long row = 0; row < m_Alignment->height(); ++row)
@@ -302,6 +304,37 @@ public:
         }
         std::printf("  the matching alone: %-14s %8.2f ms, log lines %.2f ms\n", pattern,
                     median(times), median(logTimes));
+        const bool hasLines = language == RowSearch::Language::Expression;
+        m_Matching[what] = {median(times), hasLines ? median(logTimes) : 0};
+    }
+
+    // Of the first two rows, beside the reading of their letters.
+    void compareTwo()
+    {
+        constexpr int kRepeats = 200;
+        std::vector<double> times;
+        std::vector<double> inMemory;
+        std::array<unsigned long, 256> counts{};
+        qsizetype length = 0;
+        for (int i = 0; i < s_Times; ++i) {
+            double start = now();
+            for (int k = 0; k < kRepeats; ++k)
+                length += identityReport(*m_Alignment, 1)->size();
+            times.push_back(now() - start);
+            start = now();
+            for (int k = 0; k < kRepeats; ++k) {
+                for (const unsigned long row : {0UL, 1UL}) {
+                    const auto *const sequence = TAMBO::Peptide::from(m_Alignment->GetSeq(row));
+                    for (const char letter : sequence->letters())
+                        ++counts[static_cast<unsigned char>(letter)];
+                }
+            }
+            inMemory.push_back(now() - start);
+        }
+        if (length == 0 || counts['A'] == 0)
+            fail("there is nothing to be compared");
+        std::printf("  %-34s %8.4f ms %28.2f\n", "identity of two rows", median(times) / kRepeats,
+                    median(times) / median(inMemory));
     }
 
     // Runs a command that the expected answers belong to; those depend on how often it has run.
@@ -363,8 +396,13 @@ private:
             QCoreApplication::processEvents();
         }
         const double time = median(times) - m_Distances;
-        std::printf("  %-34s %8.2f %9.2f %9.2f %9.2f %9.1f\n", what, time, time / m_ByColumn,
+        std::printf("  %-34s %8.2f %9.2f %9.2f %9.2f %9.1f", what, time, time / m_ByColumn,
                     time / m_ByCell, time / m_InMemory, static_cast<double>(bytes) / 1024);
+        const auto matching = m_Matching.find(what);
+        if (matching != m_Matching.end())
+            std::printf(", %.2f of the matching",
+                        (time - matching->second.log) / matching->second.alone);
+        std::printf("\n");
         std::fflush(stdout);
     }
 
@@ -378,6 +416,13 @@ private:
     double m_ByColumn = 0;
     double m_ByCell = 0;
     double m_InMemory = 0;
+    struct Matching
+    {
+        double alone;
+        double log;
+    };
+    // By the search of which it is a part.
+    std::map<std::string, Matching> m_Matching;
     // Left out of what is told.
     double m_Distances = 0;
 };
@@ -405,6 +450,7 @@ void runAll(ColorBench &bench, unsigned long rows)
         };
     };
     bench.readLetters();
+    bench.compareTwo();
     bench.colorByProperty();
     bench.run("Color, Selected: none", "setColor", pickOnly);
     bench.selectSome();
@@ -419,10 +465,13 @@ void runAll(ColorBench &bench, unsigned long rows)
     bench.run("Select, ConservedN: 0", "selectConservedN",
               [](Answers &answers, int) { answers.expect(number(0)); });
     bench.select(false);
-    for (const char *pattern : {"AC", "A", "A-?C", "[AC]D"})
-        bench.match(pattern, RowSearch::Language::Expression);
-    for (const char *pattern : {"A.C", "..."})
-        bench.match(pattern, RowSearch::Language::Cells);
+    using Language = RowSearch::Language;
+    bench.match("Select, SubSequence: AC", "AC", Language::Expression);
+    bench.match("Select, SubSequence: A", "A", Language::Expression);
+    bench.match("Select, SubSequence: A-?C", "A-?C", Language::Expression);
+    bench.match("Select, SubSequence: [AC]D", "[AC]D", Language::Expression);
+    bench.match("Select, SubSequence, simple: A.C", "A.C", Language::Cells);
+    bench.match("Select, SubSequence, simple: ...", "...", Language::Cells);
     bench.run("Select, SubSequence: AC", "selectSubSequence", search("AC"));
     bench.run("Select, SubSequence: A", "selectSubSequence", search("A"));
     bench.run("Select, SubSequence: A-?C", "selectSubSequence", search("A-?C"));

@@ -7,6 +7,7 @@
 #include "DataMaker.h"
 #include "DataPoint.h"
 #include "History.h"
+#include "Hooks.h"
 #include "MadeAlignment.h"
 #include "ObjectCommands.h"
 #include "ObjectFactory.h"
@@ -19,6 +20,7 @@
 #include "WriteJob.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -26,6 +28,7 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -215,6 +218,68 @@ void exportWhole(const TAMBO::Alignment &alignment, const QString &path)
         "Export: written", [&] { job->start(); }, [&] { return job->isOver(); });
 }
 
+// What can be given up, so that it is when that share of it is done: the longest time between two
+// looks, and the time from the look that ends it to the end of all, with what is taken back.
+void giveUp(const char *what, double share, const std::function<void()> &act)
+{
+    double last = now();
+    double longest = 0;
+    bool isEnded = false;
+    TAMBO::modelHooks().working = [&](const char *, double done, bool canBeGivenUp) {
+        longest = std::max(longest, now() - last);
+        isEnded = canBeGivenUp && done >= share;
+        last = now();
+        return !isEnded;
+    };
+    act();
+    TAMBO::modelHooks().working = nullptr;
+    std::printf("  %-44s %9.2f %9.2f%s\n", what, longest, now() - last,
+                isEnded ? "" : ", to its end");
+    std::fflush(stdout);
+}
+
+void cancel(TAMBO::Alignment &alignment)
+{
+    using TAMBO::app::ObjectCommands;
+    std::printf("  %-44s %9s %9s\n", "Given up", "looks, ms", "end, ms");
+    ObjectCommands::Objects all;
+    for (unsigned long row = 0; row < alignment.height(); ++row)
+        all.push_back(alignment.GetSeq(row));
+    std::array<Color, 256> colors;
+    colors.fill(Color(0xff0000));
+    const std::vector<char> letters(alignment.width(), 'A');
+    for (const double share : {0.5, 0.99}) {
+        std::printf("  when %.2f of it is done\n", share);
+        giveUp("Alignment: coloring by letter", share, [&] { alignment.colorByLetter(colors); });
+        giveUp("Alignment: coloring letters", share,
+               [&] { alignment.colorLetters(letters, Color(0xff0000)); });
+        giveUp("Alignment: selecting letters", share, [&] { alignment.selectLetters(letters); });
+        giveUp("Alignment: counting letters", share,
+               [&] { static_cast<void>(alignment.majorities()); });
+        giveUp("Objects: coloring", share, [&] { ObjectCommands::color(all, Qt::red); });
+        giveUp("Objects: selecting", share, [&] { ObjectCommands::select(all, true); });
+        ObjectCommands::select(all, false);
+        giveUp("Objects: deleting", share, [&] { ObjectCommands::destroy(all); });
+        giveUp("Export: snapshot", share,
+               [&] { static_cast<void>(TAMBO::app::WritableObject::asked(alignment)); });
+    }
+    TAMBO::WriteOptions options;
+    options.format = TAMBO::FileFormat::Fasta;
+    const QTemporaryDir folder;
+    TAMBO::app::WriteJob job(std::make_shared<TAMBO::app::WritableObject>(alignment),
+                             folder.filePath(QStringLiteral("written.fasta")), options);
+    job.start();
+    while (job.done() < 0.3)
+        QCoreApplication::processEvents();
+    QElapsedTimer clock;
+    clock.start();
+    job.cancel();
+    while (!job.isOver())
+        QCoreApplication::processEvents();
+    std::printf("  %-44s %9s %9.2f\n", "Export: cancelled", "",
+                static_cast<double>(clock.nsecsElapsed()) / 1e6);
+}
+
 void run(unsigned long rows, unsigned long columns)
 {
     TAMBO::History history;
@@ -228,6 +293,7 @@ void run(unsigned long rows, unsigned long columns)
     std::printf("\n%lu sequences %32s %9s\n", rows, "longest, ms", "sum, ms");
     choose();
     tree(*alignment);
+    cancel(*alignment);
     unsaved(history, *alignment);
     const QTemporaryDir folder;
     exportWhole(*alignment, folder.filePath(QStringLiteral("written.fasta")));
