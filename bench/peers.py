@@ -18,6 +18,8 @@ import tempfile
 
 from onscreen import Failed, Program, median
 
+# The file in the folder in which a program is started.
+LINK = "made.fasta"
 SIZES = "100x500 1000x2000 5000x5000 20000x2000 10000x10000 100000x1000 1000000x200"
 
 
@@ -45,7 +47,8 @@ def peers(build):
     if shutil.which("belvu"):
         yield Peer("belvu", ["belvu", "{file}"], version=debian("belvu"))
     if shutil.which("clustalx"):
-        yield Peer("Clustal X", ["clustalx", "{file}"], version=debian("clustalx"))
+        # It takes a path from the root for an option.
+        yield Peer("Clustal X", ["clustalx", LINK], version=debian("clustalx"))
     if shutil.which("jalview"):
         yield Peer("Jalview", ["jalview", "-open", "{file}", "-nosplash"], version=debian("jalview"))
 
@@ -62,6 +65,7 @@ def run(peer, file, arguments, with_edits, measured):
     settings = {"TAMBO_SYSTEM_PLUGIN_DIRS": ""}
     try:
         with Program(command, peer.title, settings) as program:
+            os.symlink(file, pathlib.Path(program.folder.name, LINK))
             opened, peak = program.start(arguments.seconds, arguments.memory)
             measured.opened.append(opened)
             measured.memory.append(peak)
