@@ -29,7 +29,7 @@ constexpr auto kUnnoticed = 30ms;
 constexpr auto kPatience = 300ms;
 constexpr auto kTick = 100ms;
 // A cancelled thread ends soon, but nobody has to wait for it.
-constexpr auto kFarewell = 200ms;
+constexpr auto kFarewell = 80ms;
 constexpr std::size_t kBatchCells = std::size_t(4) << 20;
 
 } // namespace
