@@ -247,7 +247,7 @@ void Alignment::AssignColor(const Color &color)
 
 void Alignment::SetSelected(bool selected)
 {
-    assignSelected(m_Table->state().isSelected, selected);
+    assignSelected(*this, m_Table->state().isSelected, selected);
 }
 
 bool Alignment::IsSelected() const

@@ -6,6 +6,7 @@
 #include "AlignmentEdits.h"
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
+#include "MarkFollower.h"
 #include "ObjectSpace.h"
 #include "TableChanges.h"
 #include "ValueStore.h"
@@ -134,6 +135,7 @@ void Alignment::range(const Range &range)
         return;
     const ChangeScope scope;
     m_Range = cut;
+    noteMarks(*this);
 }
 
 void Alignment::rangeAll()

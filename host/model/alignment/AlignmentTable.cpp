@@ -3,6 +3,8 @@
 
 #include "ChangeScope.h"
 #include "FileName.h"
+#include "MarkFollower.h"
+#include "ObjectMarks.h"
 #include "Revisions.h"
 #include "StoredObject.h"
 #include "TextBytes.h"
@@ -49,6 +51,18 @@ public:
     {
         return fileNameOf(wanted);
     }
+    void collectMarks(ObjectMarks &out) const override
+    {
+        StoredObject::collectMarks(out);
+        out.range = range();
+    }
+    void restoreMarks(const ObjectMarks &marks) override
+    {
+        StoredObject::restoreMarks(marks);
+        if (marks.range)
+            table().restoreRange(*marks.range);
+    }
+    [[nodiscard]] bool marksFollowSteps() const noexcept override { return true; }
     [[nodiscard]] bool showsAdded() const noexcept override { return true; }
     [[nodiscard]] bool refersToOthers() const noexcept override { return true; }
     void forEachOther(const OtherVisitor &visit) const override
@@ -137,6 +151,27 @@ void AlignmentTable::setWidth(Column width) noexcept
     m_Alignment->m_Width = width;
     m_Alignment->m_RowCount = m_Rows.size();
     noteLayout();
+    noteRange();
+}
+
+void AlignmentTable::setRange(const Range &range)
+{
+    m_Alignment->m_Range = range;
+    noteRange();
+}
+
+void AlignmentTable::restoreRange(const Range &range) noexcept
+{
+    const bool isEmpty = range.first >= range.second;
+    if (isEmpty || range.first < width())
+        m_Alignment->m_Range =
+            isEmpty ? range : Range(range.first, std::min(range.second, width()));
+}
+
+void AlignmentTable::noteRange()
+{
+    if (m_State.parent != nullptr)
+        noteMarks(*m_Alignment);
 }
 
 void AlignmentTable::noteLayout() noexcept

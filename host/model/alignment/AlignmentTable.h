@@ -110,7 +110,9 @@ public:
     {
         m_Profiles.setCounts(begin, counts);
     }
-    void setRange(const Range &range) noexcept { m_Alignment->m_Range = range; }
+    void setRange(const Range &range);
+    // As far as the columns are there. Without recording, and nobody is told.
+    void restoreRange(const Range &range) noexcept;
     // Of an alignment with annotation.
     void setColumnTexts(Column begin, const std::vector<std::string> &texts)
     {
@@ -121,6 +123,9 @@ private:
     friend class Alignment;
 
     AlignmentTable(const std::string &name, Rows rows);
+
+    // Of one that is no more being made.
+    void noteRange();
 
     // In one part of the bytes.
     [[nodiscard]] std::size_t rowsOfPart() const noexcept;

@@ -32,6 +32,13 @@ public:
     void add(StoredObject &object);
     // The same with all that it owns.
     void addTree(StoredObject &object);
+    void clear() noexcept { m_Objects.clear(); }
+    // Calls visit(object) for each, in no particular order.
+    template <typename Visit> void forEach(Visit visit) const
+    {
+        for (const auto &[identity, object] : m_Objects)
+            visit(*object);
+    }
     [[nodiscard]] std::size_t size() const noexcept { return m_Objects.size(); }
 
 private:

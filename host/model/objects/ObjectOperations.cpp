@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
+#include "MarkFollower.h"
 #include "ObjectColorEdit.h"
 #include "RenameEdit.h"
 #include "Revisions.h"
@@ -39,6 +40,7 @@ bool setObjectLocked(Compound &object, bool locked)
     if (state->isLocked != locked) {
         const ChangeScope scope;
         state->isLocked = locked;
+        noteMarks(object);
     }
     return true;
 }
@@ -59,13 +61,14 @@ void assignColor(Compound &object, std::optional<Color> &slot, std::optional<Col
     recordInverse(ObjectColorEdit(object, slot, color).apply());
 }
 
-void assignSelected(bool &flag, bool selected)
+void assignSelected(Compound &object, bool &flag, bool selected)
 {
     if (flag == selected)
         return;
     const ChangeScope scope;
     flag = selected;
     growSelectionRevision();
+    noteMarks(object);
 }
 
 } // namespace TAMBO

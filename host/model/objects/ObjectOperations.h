@@ -25,7 +25,7 @@ bool setObjectLocked(Compound &object, bool locked);
 
 // Sets the colour kept in slot, a part of object, as a recorded change.
 void assignColor(Compound &object, std::optional<Color> &slot, std::optional<Color> color);
-// Selection is no step of undo.
-void assignSelected(bool &flag, bool selected);
+// Sets the flag, a part of object. Selection is no step of undo.
+void assignSelected(Compound &object, bool &flag, bool selected);
 
 } // namespace TAMBO

@@ -116,7 +116,7 @@ void ObjectSpace::AssignColor(const Color &color)
 void ObjectSpace::SetSelected(bool selected)
 {
     const ChangeScope scope;
-    assignSelected(m_State.isSelected, selected);
+    assignSelected(*this, m_State.isSelected, selected);
     for (Compound *object : m_Objects)
         object->SetSelected(selected);
 }

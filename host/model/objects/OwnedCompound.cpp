@@ -56,7 +56,7 @@ void OwnedCompound::AssignColor(const Color &color)
 
 void OwnedCompound::SetSelected(bool selected)
 {
-    assignSelected(m_State.isSelected, selected);
+    assignSelected(*this, m_State.isSelected, selected);
 }
 
 bool OwnedCompound::IsSelected() const

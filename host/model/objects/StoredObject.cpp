@@ -3,6 +3,7 @@
 
 #include "Compound.h"
 #include "CompoundState.h"
+#include "ObjectMarks.h"
 
 #include <algorithm>
 
@@ -40,6 +41,22 @@ void StoredObject::storeName(const std::string &) { }
 std::string StoredObject::allowedName(const std::string &wanted) const
 {
     return wanted;
+}
+
+void StoredObject::collectMarks(ObjectMarks &out) const
+{
+    if (const CompoundState *const state = ownState()) {
+        out.isSelected = state->isSelected;
+        out.isLocked = state->isLocked;
+    }
+}
+
+void StoredObject::restoreMarks(const ObjectMarks &marks)
+{
+    if (CompoundState *const state = ownState()) {
+        state->isSelected = marks.isSelected;
+        state->isLocked = marks.isLocked;
+    }
 }
 
 void StoredObject::collectAtoms(std::vector<Compound *> &, bool) const { }

@@ -17,6 +17,7 @@ namespace TAMBO {
 class Compound;
 class ObjectWriter;
 struct CompoundState;
+struct ObjectMarks;
 
 class StoredObject
 {
@@ -52,6 +53,16 @@ public:
     // What takes long is written in several parts, each of which takes little.
     [[nodiscard]] virtual std::size_t partCount() const noexcept { return 1; }
     virtual void writePart(std::size_t part, ObjectWriter &out) const = 0;
+
+    // ---- What changes without a step of undo
+
+    // Fills what is empty.
+    virtual void collectMarks(ObjectMarks &out) const;
+    // As they were in another run of the program, without recording, and nobody is told. What is
+    // not there any more is left out.
+    virtual void restoreMarks(const ObjectMarks &marks);
+    // Whether steps change them as well, as those of columns the range.
+    [[nodiscard]] virtual bool marksFollowSteps() const noexcept { return false; }
 
     // ---- What edits and views ask
 

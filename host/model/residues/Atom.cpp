@@ -162,7 +162,26 @@ void Atom::AssignColor(const Color &color)
 
 void Atom::SetSelected(bool selected)
 {
-    assignSelected(m_IsSelected, selected);
+    Compound &whole = m_Chain != nullptr ? static_cast<Compound &>(*m_Chain) : *m_Group;
+    assignSelected(whole, m_IsSelected, selected);
+}
+
+void Atom::collectSelected(std::span<const Atom> atoms, ObjectMarks::Runs &out)
+{
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        if (atoms[i].m_IsSelected)
+            ObjectMarks::append(out, i, i + 1);
+    }
+}
+
+void Atom::restoreSelected(std::span<Atom> atoms, const ObjectMarks::Runs &selected)
+{
+    for (Atom &atom : atoms)
+        atom.m_IsSelected = false;
+    for (const auto &[begin, end] : selected) {
+        for (std::size_t i = begin; i < std::min<std::size_t>(end, atoms.size()); ++i)
+            atoms[i].m_IsSelected = true;
+    }
 }
 
 bool Atom::IsSelected() const

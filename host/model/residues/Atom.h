@@ -3,11 +3,13 @@
 #pragma once
 
 #include "Compound.h"
+#include "ObjectMarks.h"
 #include "Records.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 namespace TAMBO {
 
@@ -48,6 +50,10 @@ public:
     void AssignColor(const Color &color) override;
     void SetSelected(bool selected) override;
     bool IsSelected() const override;
+    // Those of one object, in their order.
+    static void collectSelected(std::span<const Atom> atoms, ObjectMarks::Runs &out);
+    // Without recording, and nobody is told.
+    static void restoreSelected(std::span<Atom> atoms, const ObjectMarks::Runs &selected);
 
     [[nodiscard]] const Vertex &place() const noexcept { return m_Position; }
     [[nodiscard]] const std::string &name() const noexcept { return m_Name; }

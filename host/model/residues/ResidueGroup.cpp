@@ -139,12 +139,24 @@ void ResidueGroup::AssignColor(const Color &color)
 
 void ResidueGroup::SetSelected(bool selected)
 {
-    assignSelected(m_IsSelected, selected);
+    assignSelected(*this, m_IsSelected, selected);
 }
 
 bool ResidueGroup::IsSelected() const
 {
     return m_IsSelected;
+}
+
+void ResidueGroup::collectMarks(ObjectMarks &out) const
+{
+    out.isSelected = m_IsSelected;
+    Atom::collectSelected({m_Atoms.get(), m_AtomCount}, out.atoms);
+}
+
+void ResidueGroup::restoreMarks(const ObjectMarks &marks)
+{
+    m_IsSelected = marks.isSelected;
+    Atom::restoreSelected({m_Atoms.get(), m_AtomCount}, marks.atoms);
 }
 
 void ResidueGroup::collectAtoms(std::vector<Compound *> &out, bool) const

@@ -52,6 +52,8 @@ public:
     void setParent(Compound *parent) noexcept override { m_Parent = parent; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
     void writePart(std::size_t part, ObjectWriter &out) const override;
+    void collectMarks(ObjectMarks &out) const override;
+    void restoreMarks(const ObjectMarks &marks) override;
     void collectAtoms(std::vector<Compound *> &out, bool isAsked) const override;
 
 protected:

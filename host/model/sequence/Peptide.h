@@ -157,6 +157,8 @@ public:
     void writePart(std::size_t part, ObjectWriter &out) const override;
     // The same of a chain, with the structure that it belongs to.
     void writeContent(ObjectWriter &out) const;
+    void collectMarks(ObjectMarks &out) const override;
+    void restoreMarks(const ObjectMarks &marks) override;
     [[nodiscard]] bool refersToOthers() const noexcept override { return wasTied(); }
     void forEachOther(const OtherVisitor &visit) const override { forEachTiedChain(visit); }
     [[nodiscard]] bool isProtein() const noexcept override { return residueCount() > 0; }

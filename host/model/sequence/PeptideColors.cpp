@@ -5,6 +5,7 @@
 #include "Bits.h"
 #include "ChangeScope.h"
 #include "LetterColors.h"
+#include "MarkFollower.h"
 #include "Peptide.h"
 #include "ResidueSelection.h"
 #include "Revisions.h"
@@ -198,12 +199,12 @@ void Peptide::select(std::unique_ptr<ResidueSelection> residues)
         return;
     }
     std::unique_ptr<ResidueSelection> &kept = extras().selection;
-    if (kept == nullptr) {
+    if (kept == nullptr)
         kept = std::move(residues);
-        growSelectionRevision();
-    } else if (kept->add(*residues, 0, residueCount())) {
-        growSelectionRevision();
-    }
+    else if (!kept->add(*residues, 0, residueCount()))
+        return;
+    growSelectionRevision();
+    noteMarks(*this);
 }
 
 void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const
@@ -231,8 +232,10 @@ void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)
     std::unique_ptr<ResidueSelection> &kept = extras().selection;
     if (kept == nullptr)
         kept = std::make_unique<ResidueSelection>(residueCount());
-    if (kept->set(begin, end, selected))
+    if (kept->set(begin, end, selected)) {
         growSelectionRevision();
+        noteMarks(*this);
+    }
     if (kept->count() == 0)
         kept.reset();
 }

@@ -32,6 +32,11 @@ public:
     // failure changes nothing. Not called for what is empty.
     [[nodiscard]] virtual Result<void> load(std::string_view content,
                                             const ObjectIndex &objects) = 0;
+    // Does about a millisecond of what takes long about store(), so that others have their turn in
+    // between. False when nothing of that is left.
+    virtual bool prepare() { return false; }
+    // Whether steps of undo change it as well, so that it has to be written with each of them.
+    [[nodiscard]] virtual bool followsSteps() const { return false; }
     // Another session begins: nothing that was noted of this one counts, and other objects may have
     // the numbers that its objects had.
     virtual void clear() { }

@@ -34,19 +34,38 @@ std::vector<NamedValue> KeptValues::store() const
     return all;
 }
 
+bool KeptValues::prepare()
+{
+    return std::ranges::any_of(m_Known, [](const Known &known) { return known.value->prepare(); });
+}
+
 std::vector<NamedValue> KeptValues::changed()
 {
     std::vector<NamedValue> changes;
-    for (Known &known : m_Known) {
-        const std::optional<std::uint64_t> revision = known.value->revision();
-        if (revision && known.revision == revision)
-            continue;
-        known.revision = revision;
-        giveIfChanged(known.value->name(), known.value->store(), changes);
-    }
+    for (Known &known : m_Known)
+        giveIfChanged(known, changes);
     for (const auto &[name, content] : m_Unknown)
         giveIfChanged(name, content, changes);
     return changes;
+}
+
+std::vector<NamedValue> KeptValues::changedBySteps()
+{
+    std::vector<NamedValue> changes;
+    for (Known &known : m_Known) {
+        if (known.value->followsSteps())
+            giveIfChanged(known, changes);
+    }
+    return changes;
+}
+
+void KeptValues::giveIfChanged(Known &known, std::vector<NamedValue> &changes)
+{
+    const std::optional<std::uint64_t> revision = known.value->revision();
+    if (revision && known.revision == revision)
+        return;
+    known.revision = revision;
+    giveIfChanged(known.value->name(), known.value->store(), changes);
 }
 
 void KeptValues::giveIfChanged(const std::string &name, std::string content,

@@ -25,8 +25,12 @@ public:
 
     // All that are not empty, as they are now, with those that nobody knows.
     [[nodiscard]] std::vector<NamedValue> store() const;
+    // Does some of what would take long about changed(). False when nothing of that is left.
+    bool prepare();
     // Those that differ from what this gave before; also one that is empty now and was not.
     [[nodiscard]] std::vector<NamedValue> changed();
+    // The same of those that follow steps of undo alone.
+    [[nodiscard]] std::vector<NamedValue> changedBySteps();
     // changed() gives everything once more.
     void forgetGiven();
 
@@ -48,6 +52,7 @@ private:
         std::optional<std::uint64_t> revision;
     };
 
+    void giveIfChanged(Known &known, std::vector<NamedValue> &changes);
     void giveIfChanged(const std::string &name, std::string content,
                        std::vector<NamedValue> &changes);
 
