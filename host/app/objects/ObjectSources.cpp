@@ -4,6 +4,8 @@
 #include "Compound.h"
 #include "StoredObject.h"
 
+#include <utility>
+
 namespace TAMBO::app {
 
 void ObjectSources::set(const Compound &object, const std::filesystem::path &file)
@@ -11,6 +13,13 @@ void ObjectSources::set(const Compound &object, const std::filesystem::path &fil
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(file, error);
     m_Files[identityOf(object)] = error ? file : absolute;
+    ++m_Revision;
+}
+
+void ObjectSources::setFiles(Files files)
+{
+    m_Files = std::move(files);
+    ++m_Revision;
 }
 
 std::filesystem::path ObjectSources::fileOf(const Compound &object) const

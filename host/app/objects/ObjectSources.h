@@ -21,8 +21,18 @@ public:
     // Of the object or the nearest one above it; empty when it was not opened from a file.
     [[nodiscard]] std::filesystem::path fileOf(const Compound &object) const;
 
+    // ---- For what is kept with a session
+
+    // By the objects' numbers.
+    using Files = std::map<std::uint32_t, std::filesystem::path>;
+    [[nodiscard]] const Files &files() const noexcept { return m_Files; }
+    void setFiles(Files files);
+    // Another number when files() is something else.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return m_Revision; }
+
 private:
-    std::map<std::uint32_t, std::filesystem::path> m_Files;
+    Files m_Files;
+    std::uint64_t m_Revision = 0;
 };
 
 } // namespace TAMBO::app

@@ -8,6 +8,7 @@
 #include "KeptState.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
+#include "StoredObject.h"
 #include "Structure.h"
 #include "WritableObject.h"
 
@@ -66,6 +67,7 @@ SavedPlaces::SavedPlaces(History &history, const ObjectSources &sources)
         std::erase_if(m_Places, isFreed);
         std::erase_if(m_Accepted, isFreed);
         std::erase_if(m_Written, isFreed);
+        ++m_Revision;
     });
 }
 
@@ -220,11 +222,13 @@ void SavedPlaces::takeFile(const Compound &object, const QString &file)
         if (other != &object && !taken.isEmpty() && known.target == taken)
             known.place.isWhole = false;
     }
+    ++m_Revision;
 }
 
 void SavedPlaces::setPlace(const Compound &object, const Place &place)
 {
-    m_Places[&object] = {place, QFileInfo(place.file).canonicalFilePath()};
+    m_Places[&object] = {place, QFileInfo(place.file).canonicalFilePath(), identityOf(object)};
+    ++m_Revision;
 }
 
 SavedPlaces::Place SavedPlaces::withState(Place place)
@@ -306,6 +310,33 @@ bool SavedPlaces::isAccepted(const Compound &object, const QStringList &losses) 
 void SavedPlaces::accept(const Compound &object, const QStringList &losses)
 {
     m_Accepted[&object] = losses;
+    ++m_Revision;
+}
+
+// ---- What is kept with a session
+
+void SavedPlaces::forEachPlace(const PlaceVisitor &visit) const
+{
+    for (const auto &[object, known] : m_Places) {
+        const auto accepted = m_Accepted.find(object);
+        visit(known.identity, known.place,
+              accepted == m_Accepted.end() ? QStringList() : accepted->second);
+    }
+}
+
+void SavedPlaces::restore(const Compound &object, const Place &place, const QStringList &accepted)
+{
+    setPlace(object, place);
+    if (!accepted.isEmpty())
+        accept(object, accepted);
+}
+
+void SavedPlaces::clear()
+{
+    m_Places.clear();
+    m_Accepted.clear();
+    m_Written.clear();
+    ++m_Revision;
 }
 
 } // namespace TAMBO::app

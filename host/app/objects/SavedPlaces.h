@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -109,6 +111,19 @@ public:
     [[nodiscard]] bool isAccepted(const Compound &object, const QStringList &losses) const;
     void accept(const Compound &object, const QStringList &losses);
 
+    // ---- For what is kept with a session
+
+    // By the objects' numbers. accepted: the losses there that the user has accepted.
+    using PlaceVisitor = std::function<void(std::uint32_t identity, const Place &place,
+                                            const QStringList &accepted)>;
+    void forEachPlace(const PlaceVisitor &visit) const;
+    // Whether the object counts as saved is the history's business.
+    void restore(const Compound &object, const Place &place, const QStringList &accepted);
+    // No object is in any file.
+    void clear();
+    // Another number when forEachPlace() tells something else.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return m_Revision; }
+
 private:
     [[nodiscard]] EditParts partsOf(const Compound &object, EditParts parts) const;
     [[nodiscard]] std::optional<Place> placeOf(const Compound &object, EditParts parts) const;
@@ -121,6 +136,7 @@ private:
         Place place;
         // One spelling a file; empty when it was not there.
         QString target;
+        std::uint32_t identity = 0;
     };
     void setPlace(const Compound &object, const Place &place);
     [[nodiscard]] static Place withState(Place place);
@@ -134,6 +150,7 @@ private:
         QStringList losses;
     };
     std::map<const Compound *, Written> m_Written;
+    std::uint64_t m_Revision = 0;
 };
 
 } // namespace TAMBO::app

@@ -5,12 +5,14 @@
 #include "KeptValues.h"
 #include "Logger.h"
 #include "SessionFolder.h"
+#include "SessionKinds.h"
 
 #include <QFile>
 #include <QMetaObject>
 
 #include <chrono>
 #include <utility>
+#include <variant>
 
 namespace TAMBO::app {
 
@@ -40,13 +42,15 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
           QFile::encodeName(file).toStdString(),
           [this] { QMetaObject::invokeMethod(this, &LiveStore::look, Qt::QueuedConnection); })),
       m_Session(std::make_unique<sessions::LiveSession>(
-          space, history, [this](sessions::StoreEntry entry) { m_Writer->put(std::move(entry)); })),
+          space, history, [this](sessions::StoreEntry entry) { write(std::move(entry)); })),
       m_Values(values),
       m_Summary(space)
 {
     m_Slices.setSingleShot(true);
     connect(&m_Slices, &QTimer::timeout, this, &LiveStore::writeSlice);
-    connect(&m_ValueLooks, &QTimer::timeout, this, &LiveStore::writeValues);
+    m_ValueSlices.setSingleShot(true);
+    connect(&m_ValueSlices, &QTimer::timeout, this, &LiveStore::lookAtValues);
+    connect(&m_ValueLooks, &QTimer::timeout, this, &LiveStore::lookAtValues);
     m_ValueLooks.start(kBetweenValues);
     connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
     m_Looks.start(kBetweenLooks);
@@ -103,9 +107,32 @@ void LiveStore::writeSlice()
     }
 }
 
+void LiveStore::lookAtValues()
+{
+    if (m_Values.prepare())
+        m_ValueSlices.start(0ms);
+    else
+        writeValues();
+}
+
 void LiveStore::writeValues()
 {
-    for (sessions::NamedValue &value : m_Values.changed())
+    writeAll(m_Values.changed());
+}
+
+void LiveStore::write(sessions::StoreEntry entry)
+{
+    const auto *const record = std::get_if<sessions::Record>(&entry);
+    const bool isChange =
+        record != nullptr && record->kind == std::uint32_t(sessions::RecordKind::Change);
+    m_Writer->put(std::move(entry));
+    if (isChange)
+        writeAll(m_Values.changedBySteps());
+}
+
+void LiveStore::writeAll(std::vector<sessions::NamedValue> values)
+{
+    for (sessions::NamedValue &value : values)
         m_Writer->put(std::move(value));
 }
 

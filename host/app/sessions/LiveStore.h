@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace TAMBO::sessions {
 class KeptValues;
@@ -34,6 +35,10 @@ public:
 
     // What the user is to know of what is not safe; empty when all is well.
     [[nodiscard]] QString warning() const { return m_Warning; }
+    // What has changed of the values is written now, and not only when the user rests.
+    void writeValues();
+    // All that has been done has been handed over to be written.
+    [[nodiscard]] bool isUpToDate() const noexcept { return m_Session->isUpToDate(); }
     // Called once, when all that has been done up to now is on the disk, or when the program ends
     // as it should and nobody needs that any more.
     void whenSafe(std::function<void()> task);
@@ -48,7 +53,9 @@ private:
 
     void follow();
     void writeSlice();
-    void writeValues();
+    void lookAtValues();
+    void write(sessions::StoreEntry entry);
+    void writeAll(std::vector<sessions::NamedValue> values);
     void look();
     void startAnew();
     [[nodiscard]] QString findWarning(const sessions::StoreWriter::Status &status) const;
@@ -62,6 +69,8 @@ private:
     // What takes its time is handed over when nothing else is to be done.
     QTimer m_Slices;
     QTimer m_ValueLooks;
+    // In between, while values are being prepared.
+    QTimer m_ValueSlices;
     QTimer m_Looks;
     QString m_Warning;
     std::function<void()> m_WhenSafe;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SessionFolder.h"
 
+#include "ArrivingFiles.h"
 #include "Directories.h"
 #include "Logger.h"
 #include "PrivateDirectory.h"
@@ -51,13 +52,23 @@ std::optional<LeftSession> lookAt(const QFileInfo &file)
     }
     const Result<std::uint64_t> changes =
         store.value()->recordCount(std::uint32_t(sessions::RecordKind::Change));
+    QStringList arriving;
     const Result<void> seen =
         store.value()->forEachValue([&](std::string_view name, std::string_view content) {
             if (name == SessionSummary::kName)
                 session.objects = QString::fromUtf8(content.data(), qsizetype(content.size()));
+            if (name == ArrivingFiles::kName)
+                arriving = ArrivingFiles::filesIn(content);
             return Result<void>();
         });
     session.changes = changes ? changes.value() : 0;
+    for (QString &file : arriving)
+        file = QFileInfo(file).fileName();
+    if (!arriving.isEmpty())
+        session.objects +=
+            (session.objects.isEmpty() ? QString() : QStringLiteral("; ")) +
+            QCoreApplication::translate("TAMBO::app::SessionFolder", "was being opened: %1")
+                .arg(arriving.join(QStringLiteral(", ")));
     if (changes && seen && session.changes == 0 && session.objects.isEmpty()) {
         store.value().reset();
         SessionFolder::remove(session.file);

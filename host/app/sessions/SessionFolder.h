@@ -21,7 +21,7 @@ struct LeftSession
     // When the last of its changes was made.
     QDateTime time;
     std::uint64_t changes = 0;
-    // The names of some of its objects.
+    // The names of some of its objects, and of files that were being opened.
     QString objects;
     // How often it was to be recovered and the program did not get that far.
     int attempts = 0;

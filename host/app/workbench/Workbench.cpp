@@ -85,7 +85,9 @@ std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
 
 Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     : m_Attendance(attendance),
+      m_Marks(ObjectSpace::get(), m_Values),
       m_Places(m_History, m_Sources),
+      m_Files(m_Sources, m_Places),
       m_Exports(m_Places),
       m_Question(m_Places, services::JobList::instance()),
       m_Loader(m_Sources),
@@ -95,6 +97,9 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
       m_LogModel(std::make_unique<LogModel>(services::LogBook::instance())),
       m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
 {
+    m_Values.add(m_Files);
+    m_Values.add(m_Arriving);
+    m_Arriving.setIsKept([this] { return m_LiveStore == nullptr || m_LiveStore->isUpToDate(); });
     // Writing to the disk can wait until the windows are painted.
     m_SaveTimer.setSingleShot(true);
     m_SaveTimer.setInterval(kSaveMilliseconds);
@@ -258,6 +263,7 @@ void Workbench::recoverWork(const LeftSession &session)
         break;
     }
     m_Window->say(tr("Recovered."));
+    open(m_Arriving.takeLeft());
 }
 
 void Workbench::beginLiveStore()
@@ -280,6 +286,14 @@ void Workbench::beginLiveStore()
 void Workbench::openAtStart(std::vector<fs::path> files)
 {
     connect(&m_Loader, &Loader::finished, this, &Workbench::showAtStart, Qt::SingleShotConnection);
+    load(std::move(files));
+}
+
+void Workbench::load(std::vector<fs::path> files)
+{
+    m_Arriving.begin(files);
+    if (m_LiveStore != nullptr)
+        m_LiveStore->writeValues();
     m_Loader.open(std::move(files));
 }
 
@@ -294,7 +308,7 @@ void Workbench::open(const QStringList &files)
 {
     std::vector<fs::path> paths;
     std::ranges::transform(files, std::back_inserter(paths), toPath);
-    m_Loader.open(std::move(paths));
+    load(std::move(paths));
 }
 
 bool Workbench::askAndOpen(QWidget *parent)
@@ -306,6 +320,7 @@ bool Workbench::askAndOpen(QWidget *parent)
 
 void Workbench::filesOpened(const LoadReport &report)
 {
+    m_Arriving.end(report.asked);
     for (std::size_t i = 0; i < report.structures.size(); ++i)
         noteOpened(*report.structures[i], report.structureOrigins[i]);
     for (std::size_t i = 0; i < report.alignments.size(); ++i)

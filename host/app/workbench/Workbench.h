@@ -3,14 +3,17 @@
 // them to what the model asks of the program.
 #pragma once
 
+#include "ArrivingFiles.h"
 #include "ExportRuns.h"
 #include "History.h"
+#include "KeptFiles.h"
 #include "KeptValues.h"
 #include "Loader.h"
 #include "ObjectCommands.h"
 #include "ObjectSources.h"
 #include "Plugins.h"
 #include "SavedPlaces.h"
+#include "SessionMarks.h"
 #include "UnsavedQuestion.h"
 
 #include <QObject>
@@ -122,6 +125,8 @@ private:
     void askToRecover();
     void recoverWork(const LeftSession &session);
     void beginLiveStore();
+    // As a command; what is not there yet is named in the store.
+    void load(std::vector<std::filesystem::path> files);
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void noteOpened(const Compound &object, const LoadReport::Origin &origin);
@@ -136,8 +141,11 @@ private:
     History m_History;
     // Of what is neither object nor history; what has a part in it is made later and adds it.
     sessions::KeptValues m_Values;
+    sessions::SessionMarks m_Marks;
     ObjectSources m_Sources;
     SavedPlaces m_Places;
+    KeptFiles m_Files;
+    ArrivingFiles m_Arriving;
     ExportRuns m_Exports;
     UnsavedQuestion m_Question;
     Loader m_Loader;
