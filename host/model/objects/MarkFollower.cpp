@@ -29,4 +29,10 @@ void noteMarks(Compound &object)
         s_MarkFollower->marksChanged(*stored);
 }
 
+void noteStoredMarks(StoredObject &object)
+{
+    if (s_MarkFollower != nullptr)
+        s_MarkFollower->marksChanged(object);
+}
+
 } // namespace TAMBO

@@ -20,5 +20,7 @@ void setMarkFollower(MarkFollower *follower) noexcept;
 [[nodiscard]] MarkFollower *markFollower() noexcept;
 // For the operations that change marks. Handles have none.
 void noteMarks(Compound &object);
+// The same of one that is known to be stored: a million rows may be marked at once.
+void noteStoredMarks(StoredObject &object);
 
 } // namespace TAMBO

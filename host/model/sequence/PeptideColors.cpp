@@ -204,7 +204,7 @@ void Peptide::select(std::unique_ptr<ResidueSelection> residues)
     else if (!kept->add(*residues, 0, residueCount()))
         return;
     growSelectionRevision();
-    noteMarks(*this);
+    noteStoredMarks(*this);
 }
 
 void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const
@@ -234,7 +234,7 @@ void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)
         kept = std::make_unique<ResidueSelection>(residueCount());
     if (kept->set(begin, end, selected)) {
         growSelectionRevision();
-        noteMarks(*this);
+        noteStoredMarks(*this);
     }
     if (kept->count() == 0)
         kept.reset();
