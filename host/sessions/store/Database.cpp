@@ -109,6 +109,11 @@ Failure Database::failure(int code, const std::string &file)
 {
     if (kindOf(code) == FailureKind::Refused)
         return {FailureKind::Refused, "another program has it open", {file}};
+    // Nobody who has a session knows that it is one.
+    if ((code & 0xff) == SQLITE_NOTADB)
+        return {FailureKind::BadInput, "this is no file of a session", {file}};
+    if ((code & 0xff) == SQLITE_CORRUPT)
+        return {FailureKind::BadInput, "the file of the session is damaged", {file}};
     return {kindOf(code), sqlite3_errstr(code), {file}};
 }
 

@@ -137,7 +137,7 @@ TEST_F(AStoreFile, OfANewerVersionSaysSo)
 TEST_F(AStoreFile, IsNotAnotherFile)
 {
     std::ofstream(file()) << ">A\nMKV\n";
-    EXPECT_EQ(contentOf(file()), Lines{"failure: file is not a database"});
+    EXPECT_EQ(contentOf(file()), Lines{"failure: this is no file of a session"});
     std::filesystem::remove(file());
     EXPECT_EQ(contentOf(file()), Lines{"failure: there is no such file"});
     tamper("CREATE TABLE place(name)");
