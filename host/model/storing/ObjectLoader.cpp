@@ -107,32 +107,32 @@ void ObjectLoader::readChain(ObjectReader &in)
 
 void ObjectLoader::readAlignment(ObjectReader &in)
 {
-    const auto made = m_Alignments.emplace(m_Alignments.end(), in);
-    if (made->isComplete())
-        makeAlignment(made, in);
+    auto parts = std::make_unique<AlignmentParts>(in);
+    if (parts->isComplete())
+        makeAlignment(std::move(parts), in);
+    else if (!m_Alignments.try_emplace(parts->identity(), std::move(parts)).second)
+        in.fail("an alignment is there twice");
 }
 
+// Found at once, however many alignments wait for rows: the bytes may be anybody's.
 void ObjectLoader::readRows(ObjectReader &in)
 {
-    const auto found = std::ranges::find(m_Alignments, in.index(),
-                                         [](const auto &parts) { return parts.identity(); });
+    const auto found = m_Alignments.find(in.index());
     if (found == m_Alignments.end()) {
         in.fail("rows have no alignment");
         return;
     }
-    found->readRows(in);
-    if (found->isComplete())
-        makeAlignment(found, in);
+    found->second->readRows(in);
+    if (found->second->isComplete())
+        makeAlignment(std::move(m_Alignments.extract(found).mapped()), in);
 }
 
-void ObjectLoader::makeAlignment(std::list<AlignmentParts>::iterator parts, ObjectReader &in)
+void ObjectLoader::makeAlignment(std::unique_ptr<AlignmentParts> parts, ObjectReader &in)
 {
     if (in.failed())
         return;
-    const std::uint32_t identity = parts->identity();
     std::unique_ptr<Alignment> made = parts->make(in);
-    m_Alignments.erase(parts);
-    keep(identity, std::unique_ptr<StoredObject>(StoredObject::from(made.release())));
+    keep(parts->identity(), std::unique_ptr<StoredObject>(StoredObject::from(made.release())));
 }
 
 void ObjectLoader::readSpace(ObjectReader &in)

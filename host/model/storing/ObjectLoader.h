@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,7 +68,7 @@ private:
     void readRows(ObjectReader &in);
     void readSpace(ObjectReader &in);
     void readOrder(ObjectReader &in);
-    void makeAlignment(std::list<AlignmentParts>::iterator parts, ObjectReader &in);
+    void makeAlignment(std::unique_ptr<AlignmentParts> parts, ObjectReader &in);
     // Empty when all that was begun is there.
     [[nodiscard]] std::string missing() const;
     [[nodiscard]] std::string problemOfOrder();
@@ -85,7 +84,7 @@ private:
     std::vector<std::pair<std::uint32_t, std::size_t>> m_Places;
     // What they stand in is not there yet.
     std::unordered_map<std::uint32_t, PendingStructure> m_Structures;
-    std::list<AlignmentParts> m_Alignments;
+    std::unordered_map<std::uint32_t, std::unique_ptr<AlignmentParts>> m_Alignments;
     std::optional<StoredSpace> m_Space;
     std::vector<std::uint32_t> m_Order;
     NewObjects m_New;
