@@ -27,12 +27,6 @@ constexpr const char *kChooseAlignment = "GetAlignment";
 // The setting that names the plug-in to show alignments.
 constexpr const char *kChosenViewer = "ShowsAlignments";
 
-bool canChooseAlignment(const QWidget &window)
-{
-    const QByteArray signature = QByteArray(kChooseAlignment) + "()";
-    return window.metaObject()->indexOfMethod(signature.constData()) >= 0;
-}
-
 } // namespace
 
 void Plugins::find()
@@ -139,7 +133,7 @@ Result<QWidget *> Plugins::showWith(const PluginRecord &plugin, Alignment &align
         return Failure{FailureKind::Refused, plugin.reason.toStdString()};
     if (window == nullptr)
         return Failure{FailureKind::Refused, plugin.name.toStdString() + " opened no window"};
-    if (!canChooseAlignment(*window)) {
+    if (!canShowIn(*window)) {
         window->close();
         return Failure{FailureKind::Refused, plugin.name.toStdString() +
                                                  ": a window that is to show alignments has no "
@@ -169,9 +163,15 @@ Result<QWidget *> Plugins::show(Alignment &alignment)
     return shown;
 }
 
+bool Plugins::canShowIn(const QWidget &window)
+{
+    const QByteArray signature = QByteArray(kChooseAlignment) + "()";
+    return window.metaObject()->indexOfMethod(signature.constData()) >= 0;
+}
+
 void Plugins::showIn(QWidget &window, Alignment &alignment)
 {
-    if (!canChooseAlignment(window))
+    if (!canShowIn(window))
         return;
     services::SelectObjectAnswers::push({&alignment});
     QMetaObject::invokeMethod(&window, kChooseAlignment);

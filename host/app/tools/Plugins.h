@@ -55,6 +55,8 @@ public:
     Result<QWidget *> show(Alignment &alignment);
     // In a window of a plug-in that is open already, by its own slot.
     static void showIn(QWidget &window, Alignment &alignment);
+    // Whether it has that slot.
+    [[nodiscard]] static bool canShowIn(const QWidget &window);
     // Those that are not done even then have a line in the log.
     void shutDown() { m_Loader.shutDown(); }
 

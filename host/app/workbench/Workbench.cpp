@@ -22,6 +22,7 @@
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "OpenDialog.h"
+#include "OpenWindows.h"
 #include "PickedSaving.h"
 #include "PrintoutDesk.h"
 #include "RealignCommand.h"
@@ -130,6 +131,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     connect(&services::JobList::instance(), &services::JobList::failed, this,
             &Workbench::tellFailure);
     installHooks();
+    makeValues();
 }
 
 Workbench::~Workbench()
@@ -217,6 +219,18 @@ void Workbench::installHooks()
 
 // ---- What is kept, and what others have left
 
+void Workbench::makeValues()
+{
+    OpenWindows::Doors doors;
+    doors.open = [this](Alignment &alignment) -> QWidget * {
+        return m_Plugins.alignmentViewers().empty() ? nullptr : openInEditor(&alignment);
+    };
+    doors.showIn = &Plugins::showIn;
+    doors.canShowIn = &Plugins::canShowIn;
+    m_OpenWindows = std::make_unique<OpenWindows>(std::move(doors));
+    m_Values.add(*m_OpenWindows);
+}
+
 void Workbench::keepWork()
 {
     if (mayHaveLeftWork())
@@ -256,14 +270,20 @@ void Workbench::recoverWork(const LeftSession &session)
     if (loaded.value().problem)
         tellFailure(tr("The last changes could not be recovered. What is left of them is kept."),
                     {QString::fromStdString(loaded.value().problem->message())});
-    for (Compound *object : *Space::instance()) {
-        if (dynamic_cast<Alignment *>(object) == nullptr)
-            continue;
-        openInEditor(object);
-        break;
-    }
+    // A store that says nothing of windows.
+    if (!m_OpenWindows->areLoaded())
+        openFirstAlignment();
     m_Window->say(tr("Recovered."));
     open(m_Arriving.takeLeft());
+}
+
+void Workbench::openFirstAlignment()
+{
+    const auto first = std::find_if(
+        Space::instance()->begin(), Space::instance()->end(),
+        [](const Compound *object) { return object->Kind() == CompoundKind::Alignment; });
+    if (first != Space::instance()->end())
+        openInEditor(*first);
 }
 
 void Workbench::beginLiveStore()
@@ -436,14 +456,17 @@ void Workbench::openTool(const services::PluginRecord &plugin)
         tellFailure(tr("%1 cannot be used.").arg(Plugins::titleOf(plugin)), {plugin.reason});
 }
 
-void Workbench::openInEditor(Compound *alignment)
+QWidget *Workbench::openInEditor(Compound *alignment)
 {
     auto *shown = dynamic_cast<Alignment *>(alignment);
     if (shown == nullptr)
-        return;
-    if (const Result<QWidget *> window = m_Plugins.show(*shown); !window)
-        m_Window->say(tr("%1 cannot be shown: %2")
-                          .arg(nameText(*shown), QString::fromStdString(window.error().message())));
+        return nullptr;
+    const Result<QWidget *> window = m_Plugins.show(*shown);
+    if (window)
+        return window.value();
+    m_Window->say(tr("%1 cannot be shown: %2")
+                      .arg(nameText(*shown), QString::fromStdString(window.error().message())));
+    return nullptr;
 }
 
 // ---- Unsaved work, and the end

@@ -38,6 +38,7 @@ struct LeftSession;
 class LiveStore;
 class LogModel;
 class MainWindow;
+class OpenWindows;
 class RecentFiles;
 class Routes;
 class UndoCommands;
@@ -95,7 +96,8 @@ public:
     bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows);
 
     void openTool(const services::PluginRecord &plugin);
-    void openInEditor(Compound *alignment);
+    // The window; null when there is none, which the status line explains.
+    QWidget *openInEditor(Compound *alignment);
 
     // In a box of its own, when there is somebody to read it. headline says what was not done, the
     // causes name files. The log is the caller's.
@@ -124,6 +126,8 @@ private:
     void installHooks();
     void askToRecover();
     void recoverWork(const LeftSession &session);
+    void makeValues();
+    void openFirstAlignment();
     void beginLiveStore();
     // As a command; what is not there yet is named in the store.
     void load(std::vector<std::filesystem::path> files);
@@ -162,6 +166,7 @@ private:
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
+    std::unique_ptr<OpenWindows> m_OpenWindows;
     // Null when nothing is kept. Goes first: the program comes to its end.
     std::unique_ptr<LiveStore> m_LiveStore;
 };

@@ -27,6 +27,8 @@ public:
 
     [[nodiscard]] bool isOpen(const AlignmentWindow &window) const;
     [[nodiscard]] const std::vector<AlignmentWindow *> &all() const noexcept { return m_Open; }
+    // The one that was used last stands at the end.
+    [[nodiscard]] const std::vector<AlignmentWindow *> &used() const noexcept { return m_Used; }
     [[nodiscard]] AlignmentWindow *lastUsed() const;
     [[nodiscard]] CallList<AlignmentWindowObserver> &observers() noexcept { return m_Observers; }
 

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WindowState.h"
+
+#include "Alignment.h"
+#include "AlignmentWindow.h"
+#include "StoredObject.h"
+#include "ValueBytes.h"
+
+#include <QGuiApplication>
+#include <QLayout>
+#include <QMainWindow>
+#include <QScreen>
+#include <QToolBar>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+namespace TAMBO::app {
+
+namespace {
+
+// Of any number in pixels that can be meant.
+constexpr int kFarthest = 1 << 20;
+constexpr std::size_t kMostBars = 100;
+// The width of the names that the window chooses itself, in its own cells.
+constexpr int kOwnNameCells = 8;
+// Window managers add these at most.
+constexpr QMargins kFrameRoom(4, 32, 4, 4);
+constexpr std::array kBarAreas = {Qt::LeftToolBarArea, Qt::RightToolBarArea, Qt::TopToolBarArea,
+                                  Qt::BottomToolBarArea};
+
+qint64 sharedPixels(const QRect &one, const QRect &other)
+{
+    const QRect shared = one & other;
+    return qint64(shared.width()) * shared.height();
+}
+
+std::vector<QRect> roomsOfScreens()
+{
+    std::vector<QRect> rooms;
+    for (const QScreen *const screen : QGuiApplication::screens())
+        rooms.push_back(screen->availableGeometry());
+    return rooms;
+}
+
+// Between the edges, or at the first one when the distance is larger.
+int pulledBetween(int start, int length, int first, int behind)
+{
+    return std::max(first, std::min(start, behind - length));
+}
+
+int readPixels(ValueReader &in, int least)
+{
+    return int(in.signedNumber(least, kFarthest));
+}
+
+QSize readPixelSize(ValueReader &in)
+{
+    const int width = readPixels(in, 1);
+    return {width, readPixels(in, 1)};
+}
+
+double readCells(ValueReader &in)
+{
+    const double cells = in.real64();
+    // Whatever is not a number is not in between either.
+    if (cells >= 0 && cells <= double(std::numeric_limits<int>::max()))
+        return cells;
+    in.fail("a place in the alignment is none");
+    return 0;
+}
+
+int pixelsOf(double cells, int cell)
+{
+    constexpr double kMost = double(std::numeric_limits<int>::max() / 2);
+    return int(std::min(std::round(cells * cell), kMost));
+}
+
+void settleLayout(QWidget *widget)
+{
+    if (widget != nullptr && widget->layout() != nullptr)
+        widget->layout()->activate();
+}
+
+} // namespace
+
+QRect placeInSight(const QRect &place, const std::vector<QRect> &rooms)
+{
+    qint64 seen = 0;
+    qint64 most = -1;
+    QRect room;
+    for (const QRect &candidate : rooms) {
+        const qint64 shared = sharedPixels(place, candidate);
+        seen += shared;
+        if (shared > most) {
+            most = shared;
+            room = candidate;
+        }
+    }
+    if (rooms.empty() || seen >= qint64(place.width()) * place.height())
+        return place;
+    const QRect inner = room.marginsRemoved(kFrameRoom);
+    const QSize size = place.size().boundedTo(inner.size());
+    return {QPoint(pulledBetween(place.x(), size.width(), inner.x(), inner.x() + inner.width()),
+                   pulledBetween(place.y(), size.height(), inner.y(), inner.y() + inner.height())),
+            size};
+}
+
+WindowState WindowState::of(const AlignmentWindow &window)
+{
+    WindowState state;
+    if (window.alignment() != nullptr)
+        state.m_Alignment = identityOf(*window.alignment());
+    const QMainWindow &frame = *window.mainWindow();
+    state.m_IsMaximised = frame.isMaximized();
+    state.m_IsFullScreen = frame.isFullScreen();
+    state.m_IsMinimised = frame.isMinimized();
+    const QRect normal = frame.normalGeometry();
+    state.m_Place = normal.isValid() ? normal : frame.geometry();
+    for (const QToolBar *const bar :
+         frame.findChildren<QToolBar *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!bar->objectName().isEmpty() && !bar->isFloating() && state.m_Bars.size() < kMostBars)
+            state.m_Bars.push_back(
+                {bar->objectName(), int(frame.toolBarArea(bar)), !bar->isHidden()});
+    }
+    const QSize cell = window.cellSize();
+    if (cell != window.ownCellSize())
+        state.m_Cell = cell;
+    if (window.nameWidth() != kOwnNameCells * window.ownCellSize().width())
+        state.m_NameWidth = window.nameWidth();
+    const QPoint first = window.scrollPosition();
+    if (!cell.isEmpty())
+        state.m_First = {double(first.x()) / cell.width(), double(first.y()) / cell.height()};
+    return state;
+}
+
+void WindowState::write(ValueWriter &out) const
+{
+    out.number(m_Alignment);
+    for (const int pixels : {m_Place.x(), m_Place.y(), m_Place.width(), m_Place.height()})
+        out.signedNumber(pixels);
+    out.flag(m_IsMaximised);
+    out.flag(m_IsFullScreen);
+    out.flag(m_IsMinimised);
+    out.number(m_Bars.size());
+    for (const Bar &bar : m_Bars) {
+        out.text(bar.name.toStdString());
+        out.number(std::uint64_t(bar.area));
+        out.flag(bar.isShown);
+    }
+    out.flag(m_Cell.has_value());
+    if (m_Cell) {
+        out.signedNumber(m_Cell->width());
+        out.signedNumber(m_Cell->height());
+    }
+    out.flag(m_NameWidth.has_value());
+    if (m_NameWidth)
+        out.signedNumber(*m_NameWidth);
+    out.real(m_First.x());
+    out.real(m_First.y());
+}
+
+WindowState WindowState::read(ValueReader &in)
+{
+    WindowState state;
+    state.m_Alignment = std::uint32_t(in.number(std::numeric_limits<std::uint32_t>::max()));
+    const int x = readPixels(in, -kFarthest);
+    const int y = readPixels(in, -kFarthest);
+    state.m_Place = QRect(QPoint(x, y), readPixelSize(in));
+    state.m_IsMaximised = in.flag();
+    state.m_IsFullScreen = in.flag();
+    state.m_IsMinimised = in.flag();
+    for (std::uint64_t left = in.number(kMostBars); left > 0 && !in.failed(); --left) {
+        Bar bar;
+        const std::string_view name = in.text();
+        bar.name = QString::fromUtf8(name.data(), qsizetype(name.size()));
+        bar.area = int(in.number(Qt::AllToolBarAreas));
+        bar.isShown = in.flag();
+        state.m_Bars.push_back(std::move(bar));
+    }
+    if (in.flag())
+        state.m_Cell = readPixelSize(in);
+    if (in.flag())
+        state.m_NameWidth = readPixels(in, 1);
+    const double column = readCells(in);
+    state.m_First = {column, readCells(in)};
+    return state;
+}
+
+void WindowState::apply(AlignmentWindow &window) const
+{
+    QMainWindow &frame = *window.mainWindow();
+    applyPlace(frame);
+    applyBars(frame);
+    settleLayout(&frame);
+    settleLayout(frame.centralWidget());
+    applyView(window);
+}
+
+void WindowState::applyPlace(QWidget &window) const
+{
+    window.setGeometry(placeInSight(m_Place, roomsOfScreens()));
+    Qt::WindowStates states = Qt::WindowNoState;
+    states.setFlag(Qt::WindowMaximized, m_IsMaximised);
+    states.setFlag(Qt::WindowFullScreen, m_IsFullScreen);
+    states.setFlag(Qt::WindowMinimized, m_IsMinimised);
+    window.setWindowState(states);
+}
+
+// In the order in which the window made them: those of another configuration are not there.
+void WindowState::applyBars(QMainWindow &window) const
+{
+    for (const Bar &bar : m_Bars) {
+        auto *const there = window.findChild<QToolBar *>(bar.name, Qt::FindDirectChildrenOnly);
+        const auto area = Qt::ToolBarArea(bar.area);
+        if (there == nullptr || std::ranges::find(kBarAreas, area) == kBarAreas.end())
+            continue;
+        if (window.toolBarArea(there) != area)
+            window.addToolBar(area, there);
+        there->setVisible(bar.isShown);
+    }
+}
+
+void WindowState::applyView(AlignmentWindow &window) const
+{
+    if (m_NameWidth) {
+        window.setNameWidth(*m_NameWidth);
+        settleLayout(window.mainWindow()->centralWidget());
+    }
+    if (m_Cell)
+        window.setCellSize(*m_Cell);
+    const QSize cell = window.cellSize();
+    window.scrollTo({pixelsOf(m_First.x(), cell.width()), pixelsOf(m_First.y(), cell.height())});
+}
+
+} // namespace TAMBO::app
