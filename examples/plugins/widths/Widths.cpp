@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Keeps with each alignment how many columns it has, and answers others who ask for it.
+// Keeps with each alignment how many columns it has, answers others who ask for it, and remembers
+// with the work which alignment that was.
 #include <Alignment.h>
 #include <DataAdder.h>
 #include <DataMaker.h>
@@ -9,11 +10,13 @@
 #include <PluginAnswer.h>
 #include <PluginManager.h>
 #include <PluginValues.h>
+#include <SessionPart.h>
 #include <Space.h>
 #include <StepFollower.h>
 #include <StepName.h>
 #include <WorkbenchValues.h>
 
+#include <cstdint>
 #include <string>
 
 namespace {
@@ -43,11 +46,41 @@ public:
 
 WidthKeeper s_Keeper;
 
+class LastAsked final : public SessionPart
+{
+public:
+    LastAsked() : SessionPart("widths") { }
+
+    void remember(const TAMBO::Alignment *alignment)
+    {
+        m_Number = NumberOf(alignment);
+        hasChanged();
+    }
+    std::string store() const override { return m_Number == 0 ? "" : std::to_string(m_Number); }
+    // What is no number throws, which is logged, and nothing is remembered.
+    void restore(const std::string &state) override
+    {
+        const TAMBO::Compound *object = ObjectOf(static_cast<std::uint32_t>(std::stoul(state)));
+        if (object == nullptr)
+            return;
+        m_Number = NumberOf(object);
+        Logger::Write(
+            QString("Widths: %1 was asked for last").arg(QString::fromStdString(object->Name())));
+    }
+    void clear() override { m_Number = 0; }
+
+private:
+    std::uint32_t m_Number = 0;
+};
+
+LastAsked s_LastAsked;
+
 bool tellWidth(const PluginCall &call)
 {
     auto *alignment = static_cast<TAMBO::Alignment *>(call.data);
     if (alignment == nullptr)
         return false;
+    s_LastAsked.remember(alignment);
     const std::string width = PluginValues::Get(alignment, "widths", "columns").value_or("unknown");
     Logger::Write(
         QString("Widths: %1 has %2 columns")

@@ -24,6 +24,7 @@
 #include "OpenDialog.h"
 #include "OpenWindows.h"
 #include "PickedSaving.h"
+#include "PluginParts.h"
 #include "PrintoutDesk.h"
 #include "RealignCommand.h"
 #include "RecentFiles.h"
@@ -229,6 +230,7 @@ void Workbench::makeValues()
     doors.canShowIn = &Plugins::canShowIn;
     m_OpenWindows = std::make_unique<OpenWindows>(std::move(doors));
     m_Values.add(*m_OpenWindows);
+    m_PluginParts = std::make_unique<PluginParts>(m_Values);
 }
 
 void Workbench::keepWork()

@@ -40,6 +40,7 @@ class LogModel;
 class MainWindow;
 class OpenWindows;
 class RecentFiles;
+class PluginParts;
 class Routes;
 class UndoCommands;
 
@@ -167,6 +168,7 @@ private:
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
     std::unique_ptr<OpenWindows> m_OpenWindows;
+    std::unique_ptr<PluginParts> m_PluginParts;
     // Null when nothing is kept. Goes first: the program comes to its end.
     std::unique_ptr<LiveStore> m_LiveStore;
 };

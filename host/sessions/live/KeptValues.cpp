@@ -4,6 +4,7 @@
 #include "StoreReader.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace TAMBO::sessions {
@@ -24,10 +25,11 @@ void KeptValues::remove(KeptValue &value)
 std::vector<NamedValue> KeptValues::store() const
 {
     std::vector<NamedValue> all;
-    for (const Known &known : m_Known) {
-        std::string content = known.value->store();
+    for (std::size_t i = 0; i < m_Known.size(); ++i) {
+        const KeptValue &value = *m_Known[i].value;
+        std::string content = value.store();
         if (!content.empty())
-            all.push_back({known.value->name(), std::move(content)});
+            all.push_back({value.name(), std::move(content)});
     }
     for (const auto &[name, content] : m_Unknown)
         all.push_back({name, content});
@@ -42,8 +44,8 @@ bool KeptValues::prepare()
 std::vector<NamedValue> KeptValues::changed()
 {
     std::vector<NamedValue> changes;
-    for (Known &known : m_Known)
-        giveIfChanged(known, changes);
+    for (std::size_t i = 0; i < m_Known.size(); ++i)
+        giveIfChanged(i, changes);
     for (const auto &[name, content] : m_Unknown)
         giveIfChanged(name, content, changes);
     return changes;
@@ -52,20 +54,21 @@ std::vector<NamedValue> KeptValues::changed()
 std::vector<NamedValue> KeptValues::changedBySteps()
 {
     std::vector<NamedValue> changes;
-    for (Known &known : m_Known) {
-        if (known.value->followsSteps())
-            giveIfChanged(known, changes);
+    for (std::size_t i = 0; i < m_Known.size(); ++i) {
+        if (m_Known[i].value->followsSteps())
+            giveIfChanged(i, changes);
     }
     return changes;
 }
 
-void KeptValues::giveIfChanged(Known &known, std::vector<NamedValue> &changes)
+void KeptValues::giveIfChanged(std::size_t index, std::vector<NamedValue> &changes)
 {
-    const std::optional<std::uint64_t> revision = known.value->revision();
-    if (revision && known.revision == revision)
+    const KeptValue &value = *m_Known[index].value;
+    const std::optional<std::uint64_t> revision = value.revision();
+    if (revision && m_Known[index].revision == revision)
         return;
-    known.revision = revision;
-    giveIfChanged(known.value->name(), known.value->store(), changes);
+    m_Known[index].revision = revision;
+    giveIfChanged(value.name(), value.store(), changes);
 }
 
 void KeptValues::giveIfChanged(const std::string &name, std::string content,
@@ -121,8 +124,8 @@ std::optional<std::string> KeptValues::takeUnknown(const std::string &name)
 void KeptValues::clear()
 {
     m_Unknown.clear();
-    for (const Known &known : m_Known)
-        known.value->clear();
+    for (std::size_t i = 0; i < m_Known.size(); ++i)
+        m_Known[i].value->clear();
 }
 
 } // namespace TAMBO::sessions

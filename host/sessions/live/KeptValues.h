@@ -7,6 +7,8 @@
 #include "KeptValue.h"
 #include "StoreRecord.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -52,10 +54,11 @@ private:
         std::optional<std::uint64_t> revision;
     };
 
-    void giveIfChanged(Known &known, std::vector<NamedValue> &changes);
+    void giveIfChanged(std::size_t index, std::vector<NamedValue> &changes);
     void giveIfChanged(const std::string &name, std::string content,
                        std::vector<NamedValue> &changes);
 
+    // A value that is called may add others.
     std::vector<Known> m_Known;
     std::map<std::string, std::string> m_Unknown;
     // What changed() gave last under each name; none is as empty.
