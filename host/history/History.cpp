@@ -46,6 +46,7 @@ void History::end()
     losePathsBehind(m_Position);
     drop(m_Steps.begin() + std::ptrdiff_t(m_Position), m_Steps.end());
     HistoryStep &step = m_Steps.emplace_back(std::exchange(m_Recorded, {}));
+    step.setNumber(++m_LastState);
     if (m_Own)
         step.describe(m_Name, *m_Own);
     m_Bytes += m_Steps.back().bytes();
@@ -86,6 +87,28 @@ bool History::goTo(std::size_t position)
     else if (locked == nullptr && !isThere)
         refuse("Undo and redo stop at a step that is damaged.");
     return isThere;
+}
+
+std::uint64_t History::state() const noexcept
+{
+    return m_Position == 0 ? m_FirstState : m_Steps[m_Position - 1].number();
+}
+
+std::optional<std::size_t> History::stepsTo(std::uint64_t state) const noexcept
+{
+    if (state == m_FirstState)
+        return m_Forgotten;
+    const auto found = std::ranges::find(m_Steps, state, &HistoryStep::number);
+    if (found == m_Steps.end())
+        return std::nullopt;
+    return m_Forgotten + std::size_t(found - m_Steps.begin()) + 1;
+}
+
+std::optional<std::uint64_t> History::stateAfter(std::size_t steps) const noexcept
+{
+    if (steps < m_Forgotten || steps - m_Forgotten > m_Steps.size())
+        return std::nullopt;
+    return steps == m_Forgotten ? m_FirstState : m_Steps[steps - m_Forgotten - 1].number();
 }
 
 std::size_t History::stepTowards(std::size_t position) const noexcept
@@ -179,6 +202,7 @@ void History::keepLimit()
 void History::dropFirst()
 {
     m_ForgottenChanges.add(m_Steps.front(), m_Forgotten);
+    m_FirstState = m_Steps.front().number();
     drop(m_Steps.begin(), m_Steps.begin() + 1);
     --m_Position;
     ++m_Forgotten;
@@ -195,6 +219,7 @@ void History::clear()
     drop(m_Steps.begin(), m_Steps.end());
     m_Recorded.clear();
     m_Position = 0;
+    m_FirstState = ++m_LastState;
     m_Forgotten = 0;
     m_ForgottenChanges.clear();
     m_Saved.clear();

@@ -81,6 +81,20 @@ public:
     // Forgets all steps, and with them what is saved.
     void clear();
 
+    // ---- States, for whoever saves all of them at once
+
+    // The number of the present state: undo and redo lead back to it, and no other state of this
+    // run of the program has it.
+    [[nodiscard]] std::uint64_t state() const noexcept;
+    // After how many steps the state comes, those that the history has forgotten included; nothing
+    // when no step leads there. The other way round for whoever keeps that beyond this run.
+    [[nodiscard]] std::optional<std::size_t> stepsTo(std::uint64_t state) const noexcept;
+    [[nodiscard]] std::optional<std::uint64_t> stateAfter(std::size_t steps) const noexcept;
+    // Which of the objects are what they were in that state, as far as files hold them. None, when
+    // no step leads there.
+    [[nodiscard]] std::vector<bool> areAsInState(const std::vector<const Compound *> &objects,
+                                                 std::uint64_t state) const;
+
     // ---- Unsaved work
 
     void markSaved(const Compound &object);
@@ -161,6 +175,9 @@ private:
 
     std::vector<HistoryStep> m_Steps;
     std::size_t m_Position = 0;
+    // Of the state before the first step, and the last one that was given.
+    std::uint64_t m_FirstState = 0;
+    std::uint64_t m_LastState = 0;
     std::vector<std::unique_ptr<Edit>> m_Recorded;
     // Of what is being recorded.
     std::string m_Name;

@@ -123,6 +123,7 @@ Result<void> History::loadStep(EditReader &in)
         return step.error();
     m_Bytes += step.value().bytes();
     m_Steps.push_back(std::move(step.value()));
+    m_Steps.back().setNumber(++m_LastState);
     return {};
 }
 

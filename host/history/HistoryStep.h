@@ -41,6 +41,10 @@ public:
     void appendOwned(std::vector<const Compound *> &out) const;
     [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
 
+    // Of all steps of this run of the program, no other one has it.
+    void setNumber(std::uint64_t number) noexcept { m_Number = number; }
+    [[nodiscard]] std::uint64_t number() const noexcept { return m_Number; }
+
     void store(EditWriter &out) const;
     // Whether its edits fit is found out when it is toggled.
     [[nodiscard]] static Result<HistoryStep> load(EditReader &in);
@@ -62,6 +66,7 @@ private:
     // Most steps have none.
     std::unique_ptr<const std::string> m_Name;
     std::size_t m_Bytes = 0;
+    std::uint64_t m_Number = 0;
     // Edits that were added to the step, behind its own.
     std::uint32_t m_Added : 30 = 0;
     bool m_IsDone : 1 = true;

@@ -209,6 +209,29 @@ EditParts History::unsavedParts(const Compound &object) const
     return parts;
 }
 
+std::vector<bool> History::areAsInState(const std::vector<const Compound *> &objects,
+                                        std::uint64_t state) const
+{
+    std::vector<bool> same(objects.size(), false);
+    const std::optional<std::size_t> steps = stepsTo(state);
+    if (!steps)
+        return same;
+    Objects changed;
+    RowChanges rows;
+    const auto addRow = rows.adder();
+    forEachChangeSince(*steps, [&](const Compound &holder, EditPart part) {
+        if (const Compound *const top = topOf(holder))
+            changed.insert(top);
+        addRow(holder, part);
+    });
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        const auto *const alignment = dynamic_cast<const Alignment *>(objects[i]);
+        same[i] =
+            !changed.contains(objects[i]) && (alignment == nullptr || rows.of(*alignment).empty());
+    }
+    return same;
+}
+
 bool History::isModified(const Compound &object) const
 {
     return !unsavedParts(object).empty();

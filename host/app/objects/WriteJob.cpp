@@ -56,13 +56,10 @@ QString targetOf(const QString &path)
 // What the thread works on, and keeps as long as it needs it.
 struct WriteJob::Shared
 {
-    Shared(std::shared_ptr<const WritableObject> values, QString file, const WriteOptions &how)
-        : object(std::move(values)), path(std::move(file)), options(how)
-    { }
+    Shared(Write how, QString file) : write(std::move(how)), path(std::move(file)) { }
 
-    std::shared_ptr<const WritableObject> object;
+    Write write;
     QString path;
-    WriteOptions options;
     WriteAids aids;
     Result<void> outcome;
     std::atomic<double> done = 0;
@@ -74,16 +71,24 @@ struct WriteJob::Shared
             done = shareDone(stage, part);
             return !isCancelled;
         };
-        outcome = object->write(path, options, aids);
+        outcome = write(path, aids);
         aids.step = {};
     }
 };
 
-WriteJob::WriteJob(std::shared_ptr<const WritableObject> object, const QString &path,
-                   const WriteOptions &options)
+WriteJob::WriteJob(Write write, const QString &path)
     : m_Path(path),
       m_Target(targetOf(path)),
-      m_Shared(std::make_shared<Shared>(std::move(object), path, options))
+      m_Shared(std::make_shared<Shared>(std::move(write), path))
+{ }
+
+WriteJob::WriteJob(std::shared_ptr<const WritableObject> object, const QString &path,
+                   const WriteOptions &options)
+    : WriteJob(
+          [object = std::move(object), options](const QString &file, WriteAids &aids) {
+              return object->write(file, options, aids);
+          },
+          path)
 { }
 
 WriteJob::~WriteJob()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Writes plain values as a file in a thread of its own. Used in the GUI thread; the loaded object
-// may be edited, or go, meanwhile.
+// Writes plain values as a file in a thread of its own. Used in the GUI thread; what was loaded may
+// be edited, or go, meanwhile.
 #pragma once
 
 #include "FileState.h"
@@ -11,10 +11,15 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
 class QThread;
+
+namespace TAMBO {
+struct WriteAids;
+}
 
 namespace TAMBO::app {
 
@@ -25,6 +30,9 @@ class WriteJob : public QObject
     Q_OBJECT
 
 public:
+    using Write = std::function<Result<void>(const QString &path, WriteAids &aids)>;
+    // write shares nothing with the GUI thread.
+    WriteJob(Write write, const QString &path);
     WriteJob(std::shared_ptr<const WritableObject> object, const QString &path,
              const WriteOptions &options);
     // Calls it off, and waits until the thread has taken notice.

@@ -39,10 +39,12 @@ QStringList openFilters()
 {
     const QString structures = patternsOf(endingsOf(FormatKind::Structures));
     const QString alignments = patternsOf(endingsOf(FormatKind::Alignments));
-    return {trOpen("Structures and alignments") +
-                QStringLiteral(" (%1 %2)").arg(structures, alignments),
+    const QString sessions = QStringLiteral("*.tambo");
+    return {trOpen("Structures, alignments and sessions") +
+                QStringLiteral(" (%1 %2 %3)").arg(structures, alignments, sessions),
             trOpen("Structures") + QStringLiteral(" (%1)").arg(structures),
             trOpen("Alignments and sequences") + QStringLiteral(" (%1)").arg(alignments),
+            trOpen("Sessions") + QStringLiteral(" (%1)").arg(sessions),
             trOpen("All files") + QStringLiteral(" (*)")};
 }
 

@@ -160,7 +160,7 @@ void MainWindow::makeFileMenu()
     QMenu *menu = menuBar()->addMenu(tr("&File"));
     m_Open = menu->addAction(icon("open"), tr("&Open…"), QKeySequence::Open, this,
                              &MainWindow::filesAsked);
-    m_Open->setToolTip(tr("Open structures, alignments or sequences"));
+    m_Open->setToolTip(tr("Open structures, alignments, sequences or a session"));
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     menu->addSeparator();
@@ -170,6 +170,10 @@ void MainWindow::makeFileMenu()
                                this, [this] { emit saveAsAsked(m_Tree->pickedObjects()); });
     m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), this,
                                &MainWindow::exportPicked);
+    menu->addSeparator();
+    menu->addAction(tr("Save Sess&ion"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S), this,
+                    &MainWindow::saveSessionAsked);
+    menu->addAction(tr("Save Session As…"), this, &MainWindow::saveSessionAsAsked);
     menu->addSeparator();
     m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
                               &MainWindow::closePicked);

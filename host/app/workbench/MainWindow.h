@@ -67,6 +67,8 @@ signals:
     // What is picked.
     void saveAsked(const std::vector<TAMBO::Compound *> &objects);
     void saveAsAsked(const std::vector<TAMBO::Compound *> &objects);
+    void saveSessionAsked();
+    void saveSessionAsAsked();
     void closeAsked(const std::vector<TAMBO::Compound *> &objects);
     void editorAsked(TAMBO::Compound *object);
     void toolAsked(const TAMBO::services::PluginRecord &plugin);

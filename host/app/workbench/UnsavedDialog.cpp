@@ -61,8 +61,12 @@ QLabel *plainLabel(const char *name)
 } // namespace
 
 UnsavedDialog::UnsavedDialog(Purpose purpose, std::vector<SavedPlaces::Unsaved> things,
-                             const JobList *jobs, QWidget *parent)
-    : QDialog(parent), m_Purpose(purpose), m_Things(std::move(things)), m_JobList(jobs)
+                             const QString &session, const JobList *jobs, QWidget *parent)
+    : QDialog(parent),
+      m_Purpose(purpose),
+      m_Things(std::move(things)),
+      m_Session(session),
+      m_JobList(jobs)
 {
     setObjectName(QStringLiteral("UnsavedDialog"));
     setWindowTitle(tr("Tambo"));
@@ -82,10 +86,22 @@ UnsavedDialog::~UnsavedDialog() = default;
 
 QString UnsavedDialog::headline() const
 {
-    if (m_Things.empty())
+    if (isAboutJobs())
         return tr("Quit although something is running?");
     return m_Purpose == Purpose::Quit ? tr("Save changes before quitting?")
                                       : tr("Save changes before closing?");
+}
+
+QString UnsavedDialog::explanation() const
+{
+    QStringList sentences;
+    if (!m_Things.empty())
+        sentences << tr("What is not checked is lost.");
+    if (!m_Session.isEmpty())
+        sentences << (m_Things.empty() ? tr("The session %1 has changes that are not saved.")
+                                       : tr("The session %1 can keep all of it."))
+                         .arg(m_Session);
+    return sentences.join(u' ');
 }
 
 QWidget *UnsavedDialog::makeHead()
@@ -101,9 +117,9 @@ QWidget *UnsavedDialog::makeHead()
     m_Headline->setFont(bold);
     auto *texts = new QVBoxLayout;
     texts->addWidget(m_Headline);
-    if (!m_Things.empty()) {
+    if (!isAboutJobs()) {
         auto *below = plainLabel("Explanation");
-        below->setText(tr("What is not checked is lost."));
+        below->setText(explanation());
         texts->addWidget(below);
     }
     auto *row = new QHBoxLayout(head);
@@ -193,18 +209,22 @@ void UnsavedDialog::makeButtons()
         connect(button, &QPushButton::clicked, this, [this, answer] { end(answer); });
         return button;
     };
-    if (m_Things.empty()) {
-        m_Save = add(tr("&Quit"), QDialogButtonBox::AcceptRole, "Quit", Answer::Discard);
-    } else {
+    QPushButton *first = nullptr;
+    if (!m_Session.isEmpty())
+        first = add(isQuit ? tr("Save Sess&ion and Quit") : tr("Save Sess&ion and Close"),
+                    QDialogButtonBox::AcceptRole, "SaveSession", Answer::SaveSession);
+    if (!m_Things.empty())
         m_Save = add(isQuit ? tr("&Save and Quit") : tr("&Save and Close"),
                      QDialogButtonBox::AcceptRole, "Save", Answer::Save);
+    if (isAboutJobs())
+        first = add(tr("&Quit"), QDialogButtonBox::AcceptRole, "Quit", Answer::Discard);
+    else
         add(isQuit ? tr("&Quit without Saving") : tr("&Close without Saving"),
             QDialogButtonBox::DestructiveRole, "Discard", Answer::Discard);
-    }
     add(tr("Cancel"), QDialogButtonBox::RejectRole, "Stay", Answer::Stay);
     layout()->addWidget(buttons);
     // Of this dialog, which it knows from here on.
-    m_Save->setDefault(true);
+    (first != nullptr ? first : m_Save)->setDefault(true);
 }
 
 void UnsavedDialog::showEvent(QShowEvent *event)
@@ -212,7 +232,7 @@ void UnsavedDialog::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
     if (m_List != nullptr)
         m_List->setFocus();
-    else
+    else if (isAboutJobs())
         m_Wait->setFocus();
 }
 
@@ -249,7 +269,7 @@ void UnsavedDialog::followJobs()
     m_Jobs->setVisible(count > 0);
     if (count == 0) {
         // What the dialog was about has ended.
-        if (m_Things.empty() && isVisible())
+        if (isAboutJobs() && isVisible())
             end(Answer::Discard);
         return;
     }

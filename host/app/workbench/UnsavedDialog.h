@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Lists what would be lost by quitting or closing, each thing with a box to save it, and the jobs
-// that still run.
+// that still run. A session that has a file can be saved instead, with all that is in it.
 #pragma once
 
 #include "SavedPlaces.h"
@@ -28,12 +28,13 @@ class UnsavedDialog : public QDialog
 
 public:
     enum class Purpose { Quit, Close };
-    enum class Answer { Stay, Save, Discard };
+    enum class Answer { Stay, Save, SaveSession, Discard };
     enum class Jobs { Wait, Leave, Cancel };
 
-    // things and running jobs, of which at least one is there. The list of jobs is null when they
-    // do not matter; it outlives the dialog.
-    UnsavedDialog(Purpose purpose, std::vector<SavedPlaces::Unsaved> things,
+    // things, a session that is not saved, and running jobs, of which at least one is there.
+    // session: the name of its file; empty without one. The list of jobs is null when they do not
+    // matter; it outlives the dialog.
+    UnsavedDialog(Purpose purpose, std::vector<SavedPlaces::Unsaved> things, const QString &session,
                   const services::JobList *jobs, QWidget *parent);
     ~UnsavedDialog() override;
 
@@ -47,6 +48,8 @@ protected:
 
 private:
     [[nodiscard]] QString headline() const;
+    [[nodiscard]] QString explanation() const;
+    [[nodiscard]] bool isAboutJobs() const { return m_Things.empty() && m_Session.isEmpty(); }
     [[nodiscard]] QWidget *makeHead();
     void makeThings();
     void makeJobs();
@@ -60,6 +63,7 @@ private:
 
     Purpose m_Purpose;
     std::vector<SavedPlaces::Unsaved> m_Things;
+    QString m_Session;
     const services::JobList *m_JobList;
     Answer m_Answer = Answer::Stay;
     // As it stood when the dialog ended.
@@ -73,6 +77,7 @@ private:
     QRadioButton *m_Wait = nullptr;
     QRadioButton *m_Leave = nullptr;
     QRadioButton *m_Cancel = nullptr;
+    // Null when there is nothing to save object by object.
     QPushButton *m_Save = nullptr;
 };
 

@@ -31,6 +31,8 @@
 #include "Recovery.h"
 #include "RecoveryDialog.h"
 #include "Routes.h"
+#include "SessionCommands.h"
+#include "SessionFile.h"
 #include "SessionFolder.h"
 #include "Space.h"
 #include "Structure.h"
@@ -48,6 +50,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -91,7 +94,9 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
       m_Places(m_History, m_Sources),
       m_Files(m_Sources, m_Places),
       m_Exports(m_Places),
-      m_Question(m_Places, services::JobList::instance()),
+      m_Document(m_History),
+      m_Saving(m_Document, m_History, m_Values),
+      m_Question(m_Places, m_Document, m_Saving, services::JobList::instance()),
       m_Loader(m_Sources),
       m_Commands(m_Sources),
       m_Plugins(std::move(plugins)),
@@ -107,9 +112,12 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     m_SaveTimer.setInterval(kSaveMilliseconds);
     connect(&m_SaveTimer, &QTimer::timeout, this,
             [] { services::ConfigStore::instance().saveOrLog(); });
+    connect(m_RecentFiles.get(), &RecentFiles::changed, &m_SaveTimer, qOverload<>(&QTimer::start));
     m_Plugins.loadAll();
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
+    m_Values.add(m_Document);
     makeWindow();
+    makeSessions();
     m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
     m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
@@ -207,6 +215,7 @@ void Workbench::installHooks()
     };
     hooks.changed = [this] {
         m_Window->objects().scheduleRefresh();
+        m_Document.follow();
         m_EmptiedWindows->follow(m_History.isAsTravelled());
     };
 
@@ -261,6 +270,9 @@ void Workbench::recoverWork(const LeftSession &session)
 {
     const Result<sessions::LoadedSession> loaded =
         recover(session, ObjectSpace::get(), m_History, m_Values);
+    // What the user has called off he need not be told.
+    if (!loaded && loaded.error().kind == FailureKind::Cancelled)
+        return;
     if (!loaded) {
         tellFailure(tr("The work could not be recovered. It is kept."),
                     {QString::fromStdString(loaded.error().message())});
@@ -272,15 +284,16 @@ void Workbench::recoverWork(const LeftSession &session)
     if (loaded.value().problem)
         tellFailure(tr("The last changes could not be recovered. What is left of them is kept."),
                     {QString::fromStdString(loaded.value().problem->message())});
-    // A store that says nothing of windows.
-    if (!m_OpenWindows->areLoaded())
-        openFirstAlignment();
+    showFirstAlignment();
     m_Window->say(tr("Recovered."));
     open(m_Arriving.takeLeft());
 }
 
-void Workbench::openFirstAlignment()
+void Workbench::showFirstAlignment()
 {
+    // Unless the session says which windows it had.
+    if (m_OpenWindows->areLoaded())
+        return;
     const auto first = std::find_if(
         Space::instance()->begin(), Space::instance()->end(),
         [](const Compound *object) { return object->Kind() == CompoundKind::Alignment; });
@@ -303,12 +316,64 @@ void Workbench::beginLiveStore()
     connect(m_LiveStore.get(), &LiveStore::warningChanged, m_Window.get(), &MainWindow::warn);
 }
 
+void Workbench::makeSessions()
+{
+    // Beginning anew is for those who had begun.
+    const auto isKept = std::make_shared<bool>(false);
+    SessionCommands::Actions actions;
+    actions.endKeeping = [this, isKept] {
+        *isKept = *isKept || m_LiveStore != nullptr;
+        m_LiveStore.reset();
+    };
+    actions.beginKeeping = [this, isKept] {
+        if (std::exchange(*isKept, false))
+            beginLiveStore();
+    };
+    actions.showFirstAlignment = [this] { showFirstAlignment(); };
+    actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
+        tellFailure(headline, causes);
+    };
+    const bool mayAsk = m_Attendance == Attendance::User;
+    m_Sessions = std::make_unique<SessionCommands>(
+        SessionCommands::Parts{
+            {m_History, m_Values, m_Document, m_Question, m_Loader, *m_Window, mayAsk},
+            m_Saving,
+            *m_RecentFiles},
+        std::move(actions));
+}
+
 // ---- Opening and closing
 
 void Workbench::openAtStart(std::vector<fs::path> files)
 {
-    connect(&m_Loader, &Loader::finished, this, &Workbench::showAtStart, Qt::SingleShotConnection);
-    load(std::move(files));
+    QStringList sessions;
+    std::erase_if(files, [&sessions](const fs::path &file) {
+        const bool isSession = sessions::isSessionFile(file);
+        if (isSession)
+            sessions << toText(file);
+        return isSession;
+    });
+    const auto loadOthers = [this, files](const LoadReport &before) {
+        connect(
+            &m_Loader, &Loader::finished, this,
+            [this, failures = before.failures](LoadReport report) {
+                report.failures.insert(report.failures.begin(), failures.begin(), failures.end());
+                showAtStart(report);
+            },
+            Qt::SingleShotConnection);
+        load(files);
+    };
+    if (sessions.isEmpty())
+        return loadOthers({});
+    m_Sessions->open(
+        sessions,
+        [this, files, loadOthers](const LoadReport &report) {
+            if (files.empty())
+                emit started(report);
+            else
+                loadOthers(report);
+        },
+        [this] { emit started({}); });
 }
 
 void Workbench::load(std::vector<fs::path> files)
@@ -327,6 +392,18 @@ void Workbench::showAtStart(const LoadReport &report)
 }
 
 void Workbench::open(const QStringList &files)
+{
+    QStringList others = files;
+    const QStringList sessions = SessionCommands::takeSessions(others);
+    if (sessions.isEmpty())
+        return load(others);
+    m_Sessions->open(sessions, [this, others](const LoadReport &) {
+        if (!others.isEmpty())
+            load(others);
+    });
+}
+
+void Workbench::load(const QStringList &files)
 {
     std::vector<fs::path> paths;
     std::ranges::transform(files, std::back_inserter(paths), toPath);
@@ -374,7 +451,6 @@ void Workbench::rememberFiles(const LoadReport &report)
     if (files.isEmpty())
         return;
     m_RecentFiles->add(files);
-    m_SaveTimer.start();
     m_Window->say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
                                     : tr("Opened %1 files").arg(files.size()));
 }

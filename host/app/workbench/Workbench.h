@@ -13,7 +13,9 @@
 #include "ObjectSources.h"
 #include "Plugins.h"
 #include "SavedPlaces.h"
+#include "SessionDocument.h"
 #include "SessionMarks.h"
+#include "SessionSaving.h"
 #include "UnsavedQuestion.h"
 
 #include <QObject>
@@ -42,6 +44,7 @@ class OpenWindows;
 class RecentFiles;
 class PluginParts;
 class Routes;
+class SessionCommands;
 class UndoCommands;
 
 class Workbench : public QObject
@@ -66,6 +69,8 @@ public:
     [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
     [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
     [[nodiscard]] sessions::KeptValues &values() noexcept { return m_Values; }
+    [[nodiscard]] const SessionDocument &session() const noexcept { return m_Document; }
+    [[nodiscard]] SessionCommands &sessions() noexcept { return *m_Sessions; }
     [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
     [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
     [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
@@ -128,10 +133,12 @@ private:
     void askToRecover();
     void recoverWork(const LeftSession &session);
     void makeValues();
-    void openFirstAlignment();
     void beginLiveStore();
     // As a command; what is not there yet is named in the store.
     void load(std::vector<std::filesystem::path> files);
+    void makeSessions();
+    void showFirstAlignment();
+    void load(const QStringList &files);
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void noteOpened(const Compound &object, const LoadReport::Origin &origin);
@@ -152,6 +159,8 @@ private:
     KeptFiles m_Files;
     ArrivingFiles m_Arriving;
     ExportRuns m_Exports;
+    SessionDocument m_Document;
+    SessionSaving m_Saving;
     UnsavedQuestion m_Question;
     Loader m_Loader;
     ObjectCommands m_Commands;
@@ -162,6 +171,7 @@ private:
     std::unique_ptr<RecentFiles> m_RecentFiles;
     std::unique_ptr<Routes> m_Routes;
     std::unique_ptr<MainWindow> m_Window;
+    std::unique_ptr<SessionCommands> m_Sessions;
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
     std::unique_ptr<services::FailureBoxes> m_FailureBoxes;
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;

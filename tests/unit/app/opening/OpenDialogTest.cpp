@@ -22,7 +22,7 @@ QStringList patternsOf(const QString &filter)
 TEST(OpenDialog, OffersEachEndingThatIsWrittenAlsoCompressed)
 {
     const QStringList filters = app::openFilters();
-    ASSERT_EQ(filters.size(), 4);
+    ASSERT_EQ(filters.size(), 5);
     for (const std::string_view name : writeFormatNames()) {
         const FileFormat format = writeOptionsNamed(name)->format;
         for (const std::string_view ending : fileEndings(format)) {
@@ -33,11 +33,20 @@ TEST(OpenDialog, OffersEachEndingThatIsWrittenAlsoCompressed)
                     << offered.toStdString();
                 EXPECT_EQ(QDir::match(patternsOf(filters[2]), offered), !isStructureFormat(format))
                     << offered.toStdString();
-                EXPECT_TRUE(QDir::match(patternsOf(filters[3]), offered));
+                EXPECT_TRUE(QDir::match(patternsOf(filters[4]), offered));
             }
         }
     }
     EXPECT_FALSE(QDir::match(patternsOf(filters[0]), QStringLiteral("notes.txt")));
+}
+
+TEST(OpenDialog, OffersSessionsAmongTheFilesAndByThemselves)
+{
+    const QStringList filters = app::openFilters();
+    for (int i = 0; i < filters.size(); ++i)
+        EXPECT_EQ(QDir::match(patternsOf(filters[i]), QStringLiteral("work.tambo")),
+                  i == 0 || i >= 3)
+            << filters[i].toStdString();
 }
 
 } // namespace OpenDialogTest

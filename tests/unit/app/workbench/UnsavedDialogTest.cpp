@@ -64,7 +64,7 @@ protected:
 
 TEST_F(UnsavedDialogTest, EachThingIsListedWithABoxWithWhatAndWithWhere)
 {
-    const UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+    const UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
     const auto &list = control<QTreeWidget>(dialog, "Things");
     ASSERT_EQ(list.topLevelItemCount(), 2);
     const auto texts = [&list](int row) {
@@ -82,7 +82,7 @@ TEST_F(UnsavedDialogTest, EachThingIsListedWithABoxWithWhatAndWithWhere)
 
 TEST_F(UnsavedDialogTest, ReturnSavesWhatIsChecked)
 {
-    UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
     show(dialog);
     press(dialog, Qt::Key_Return);
     EXPECT_EQ(dialog.answer(), Answer::Save);
@@ -92,7 +92,7 @@ TEST_F(UnsavedDialogTest, ReturnSavesWhatIsChecked)
 
 TEST_F(UnsavedDialogTest, EscapeStays)
 {
-    UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
     show(dialog);
     press(dialog, Qt::Key_Escape);
     EXPECT_EQ(dialog.answer(), Answer::Stay);
@@ -101,7 +101,7 @@ TEST_F(UnsavedDialogTest, EscapeStays)
 
 TEST_F(UnsavedDialogTest, KeysUncheckWhatIsNotToBeSaved)
 {
-    UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
     show(dialog);
     press(dialog, Qt::Key_Space);
     EXPECT_EQ(dialog.checked(), Indices{1});
@@ -117,7 +117,7 @@ TEST_F(UnsavedDialogTest, KeysUncheckWhatIsNotToBeSaved)
 TEST_F(UnsavedDialogTest, TabReachesEveryButton)
 {
     m_Jobs.begin("Kestram", QCoreApplication::applicationPid());
-    UnsavedDialog dialog(Purpose::Quit, things(), &m_Jobs, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, things(), QString(), &m_Jobs, nullptr);
     show(dialog);
     QStringList reached;
     for (int i = 0; i < 10; ++i) {
@@ -132,7 +132,7 @@ TEST_F(UnsavedDialogTest, TheButtonsHaveKeysOfTheirOwn)
 {
     for (const auto &[key, answer] :
          {std::pair(Qt::Key_S, Answer::Save), std::pair(Qt::Key_Q, Answer::Discard)}) {
-        UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+        UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
         show(dialog);
         QTest::keyClick(dialog.windowHandle(), key, Qt::AltModifier);
         // A button that is pressed by its key stays down for a moment.
@@ -143,7 +143,7 @@ TEST_F(UnsavedDialogTest, TheButtonsHaveKeysOfTheirOwn)
 
 TEST_F(UnsavedDialogTest, NumbersThatNoFileWillHaveAreToldWhileTheirStructureIsNotChecked)
 {
-    const UnsavedDialog dialog(Purpose::Quit, things(), nullptr, nullptr);
+    const UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
     auto &list = control<QTreeWidget>(dialog, "Things");
     EXPECT_EQ(note(dialog), QString());
     list.topLevelItem(0)->setCheckState(0, Qt::Unchecked);
@@ -155,7 +155,7 @@ TEST_F(UnsavedDialogTest, NumbersThatNoFileWillHaveAreToldWhileTheirStructureIsN
 
 TEST_F(UnsavedDialogTest, ClosingHasWordsOfItsOwn)
 {
-    const UnsavedDialog dialog(Purpose::Close, things(), nullptr, nullptr);
+    const UnsavedDialog dialog(Purpose::Close, things(), QString(), nullptr, nullptr);
     EXPECT_EQ(control<QLabel>(dialog, "Headline").text(), "Save changes before closing?");
     EXPECT_EQ(control<QPushButton>(dialog, "Save").text(), "&Save and Close");
 }
@@ -166,7 +166,7 @@ TEST_F(UnsavedDialogTest, ARunningJobIsListedWithThreeWaysOut)
 {
     const auto job = m_Jobs.begin("Kestram", QCoreApplication::applicationPid());
     m_Jobs.say(job, "loop 3 of 7");
-    const UnsavedDialog dialog(Purpose::Quit, {}, &m_Jobs, nullptr);
+    const UnsavedDialog dialog(Purpose::Quit, {}, QString(), &m_Jobs, nullptr);
     EXPECT_EQ(control<QLabel>(dialog, "Headline").text(), "Quit although something is running?");
     EXPECT_EQ(control<QLabel>(dialog, "JobLines").text(), "Kestram 0:00 – loop 3 of 7");
     EXPECT_EQ(dialog.jobs(), UnsavedDialog::Jobs::Wait) << "nothing is lost by waiting";
@@ -180,7 +180,7 @@ TEST_F(UnsavedDialogTest, ARunningJobIsListedWithThreeWaysOut)
 TEST_F(UnsavedDialogTest, KeysChooseAmongTheWaysOut)
 {
     m_Jobs.begin("Kestram", QCoreApplication::applicationPid());
-    UnsavedDialog dialog(Purpose::Quit, {}, &m_Jobs, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, {}, QString(), &m_Jobs, nullptr);
     show(dialog);
     press(dialog, Qt::Key_Down);
     EXPECT_EQ(dialog.jobs(), UnsavedDialog::Jobs::Leave);
@@ -193,7 +193,7 @@ TEST_F(UnsavedDialogTest, KeysChooseAmongTheWaysOut)
 TEST_F(UnsavedDialogTest, AJobThatCannotBeCancelledIsNotOfferedTo)
 {
     m_Jobs.begin("Malign");
-    const UnsavedDialog dialog(Purpose::Quit, {}, &m_Jobs, nullptr);
+    const UnsavedDialog dialog(Purpose::Quit, {}, QString(), &m_Jobs, nullptr);
     EXPECT_FALSE(control<QRadioButton>(dialog, "Cancel").isEnabled());
 }
 
@@ -201,7 +201,7 @@ TEST_F(UnsavedDialogTest, TheJobsFollowTheirList)
 {
     const auto one = m_Jobs.begin("One");
     const auto two = m_Jobs.begin("Two");
-    UnsavedDialog dialog(Purpose::Quit, things(), &m_Jobs, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, things(), QString(), &m_Jobs, nullptr);
     show(dialog);
     EXPECT_EQ(control<QGroupBox>(dialog, "Jobs").title(), "2 jobs are running");
     m_Jobs.end(one);
@@ -214,11 +214,34 @@ TEST_F(UnsavedDialogTest, TheJobsFollowTheirList)
 TEST_F(UnsavedDialogTest, WhenTheLastJobEndsThereIsNothingToAsk)
 {
     const auto job = m_Jobs.begin("Kestram");
-    UnsavedDialog dialog(Purpose::Quit, {}, &m_Jobs, nullptr);
+    UnsavedDialog dialog(Purpose::Quit, {}, QString(), &m_Jobs, nullptr);
     show(dialog);
     m_Jobs.end(job);
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialog.answer(), Answer::Discard);
+}
+
+TEST_F(UnsavedDialogTest, ASessionIsOfferedFirst)
+{
+    UnsavedDialog dialog(Purpose::Quit, things(), "work.tambo", nullptr, nullptr);
+    EXPECT_EQ(control<QLabel>(dialog, "Explanation").text(),
+              "What is not checked is lost. The session work.tambo can keep all of it.");
+    EXPECT_TRUE(control<QPushButton>(dialog, "SaveSession").isDefault());
+    EXPECT_FALSE(control<QPushButton>(dialog, "Save").isDefault());
+    control<QPushButton>(dialog, "SaveSession").click();
+    EXPECT_EQ(dialog.answer(), UnsavedDialog::Answer::SaveSession);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST_F(UnsavedDialogTest, ASessionAloneIsSavedOrNot)
+{
+    UnsavedDialog dialog(Purpose::Close, {}, "work.tambo", nullptr, nullptr);
+    EXPECT_EQ(control<QLabel>(dialog, "Headline").text(), "Save changes before closing?");
+    EXPECT_EQ(control<QLabel>(dialog, "Explanation").text(),
+              "The session work.tambo has changes that are not saved.");
+    EXPECT_EQ(dialog.findChild<QPushButton *>("Save"), nullptr);
+    control<QPushButton>(dialog, "Discard").click();
+    EXPECT_EQ(dialog.answer(), UnsavedDialog::Answer::Discard);
 }
 
 } // namespace UnsavedDialogTest

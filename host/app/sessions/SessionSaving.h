@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Saves the session for the user, with the questions that this takes over a window.
+#pragma once
+
+#include "FileCheck.h"
+#include "Result.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <optional>
+
+class QWidget;
+
+namespace TAMBO {
+class History;
+}
+
+namespace TAMBO::sessions {
+class KeptValues;
+}
+
+namespace TAMBO::app {
+
+class SessionDocument;
+
+class SessionSaving
+{
+    Q_DECLARE_TR_FUNCTIONS(SessionSaving)
+
+public:
+    // All outlive this.
+    SessionSaving(SessionDocument &document, const History &history,
+                  const sessions::KeptValues &values)
+        : m_Document(document), m_History(history), m_Values(values)
+    { }
+
+    // Into the file that it has; otherwise with a dialog. False when it is not saved: a failure has
+    // been told, and what the user has called off need not be.
+    [[nodiscard]] bool save(QWidget *parent);
+    [[nodiscard]] bool saveAs(QWidget *parent);
+
+private:
+    enum class Choice { GoOn, SaveAs, Stop };
+
+    [[nodiscard]] bool saveTo(const QString &file, QWidget *parent);
+    [[nodiscard]] QString askFile(QWidget *parent) const;
+    [[nodiscard]] QString suggestedFile() const;
+    [[nodiscard]] FileCheck checkOf(const QString &file) const;
+    // expected becomes the file that may be replaced.
+    [[nodiscard]] Choice askAboutChange(const QString &file, std::optional<FileState> &expected,
+                                        QWidget *parent) const;
+    [[nodiscard]] Result<std::optional<FileState>>
+    write(const QString &file, const std::optional<FileState> &expected, QWidget *parent) const;
+
+    SessionDocument &m_Document;
+    const History &m_History;
+    const sessions::KeptValues &m_Values;
+};
+
+} // namespace TAMBO::app
