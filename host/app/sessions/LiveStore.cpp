@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LiveStore.h"
 
+#include "ChangeScope.h"
 #include "History.h"
 #include "KeptValues.h"
 #include "Logger.h"
@@ -32,6 +33,8 @@ constexpr auto kBetweenLooks = 500ms;
 constexpr auto kBetweenValues = 1s;
 // What has just arrived is painted first.
 constexpr auto kBeforeSlices = 300ms;
+// All of it is written anew when nobody is likely to go on at once.
+constexpr auto kBeforeFold = 3s;
 
 } // namespace
 
@@ -52,6 +55,9 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
     connect(&m_ValueSlices, &QTimer::timeout, this, &LiveStore::lookAtValues);
     connect(&m_ValueLooks, &QTimer::timeout, this, &LiveStore::lookAtValues);
     m_ValueLooks.start(kBetweenValues);
+    m_Fold.setSingleShot(true);
+    m_Fold.setInterval(kBeforeFold);
+    connect(&m_Fold, &QTimer::timeout, this, &LiveStore::foldIfDue);
     connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
     m_Looks.start(kBetweenLooks);
     m_Values.add(m_Summary);
@@ -93,18 +99,29 @@ void LiveStore::commDelete()
 
 void LiveStore::follow()
 {
-    if (!m_Session->isUpToDate() && !m_Slices.isActive())
+    if (m_Session->hasMore() && !m_Slices.isActive())
         m_Slices.start(kBeforeSlices);
+    m_Fold.start();
 }
 
 void LiveStore::writeSlice()
 {
     const StoreWriter::Status status = m_Writer->status();
-    if (status.handed - status.durable > kMostWaiting) {
+    if (isChanging()) {
+        m_Slices.start(kBeforeSlices);
+    } else if (status.handed - status.durable > kMostWaiting) {
         m_Slices.start(1ms);
     } else if (m_Session->writeMore(kSlice)) {
         m_Slices.start(0ms);
     }
+}
+
+void LiveStore::foldIfDue()
+{
+    if (!m_Session->isFoldDue())
+        return;
+    m_Session->fold();
+    m_Slices.start(0ms);
 }
 
 void LiveStore::lookAtValues()
@@ -123,8 +140,10 @@ void LiveStore::writeValues()
 void LiveStore::write(sessions::StoreEntry entry)
 {
     const auto *const record = std::get_if<sessions::Record>(&entry);
+    // A state has changes in it that no record has.
     const bool isChange =
-        record != nullptr && record->kind == std::uint32_t(sessions::RecordKind::Change);
+        std::holds_alternative<sessions::StateSwitch>(entry) ||
+        (record != nullptr && record->kind == std::uint32_t(sessions::RecordKind::Change));
     m_Writer->put(std::move(entry));
     if (isChange)
         writeAll(m_Values.changedBySteps());
@@ -145,6 +164,9 @@ void LiveStore::look()
         startAnew();
         status = m_Writer->status();
     }
+    // Of a change that was published to nobody.
+    if (m_Session->hasMore() && !m_Slices.isActive())
+        m_Slices.start(kBeforeSlices);
     if (m_WhenSafe && m_Session->isUpToDate() && status.durable == status.handed)
         std::exchange(m_WhenSafe, {})();
     const QString warning = findWarning(status);

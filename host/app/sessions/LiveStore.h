@@ -53,6 +53,7 @@ private:
 
     void follow();
     void writeSlice();
+    void foldIfDue();
     void lookAtValues();
     void write(sessions::StoreEntry entry);
     void writeAll(std::vector<sessions::NamedValue> values);
@@ -68,6 +69,7 @@ private:
     SessionSummary m_Summary;
     // What takes its time is handed over when nothing else is to be done.
     QTimer m_Slices;
+    QTimer m_Fold;
     QTimer m_ValueLooks;
     // In between, while values are being prepared.
     QTimer m_ValueSlices;

@@ -216,9 +216,8 @@ void ChangeSession::resume() noexcept
     Interrupted interrupted = std::move(m_Interrupted.back());
     m_Interrupted.pop_back();
     const Step arrived = std::exchange(m_Step, std::move(interrupted.step));
-    // The step that was interrupted goes on.
-    if (isOpen())
-        tellJournal();
+    if (isOpen() && m_Journal != nullptr)
+        runSafely([this] { m_Journal->changeGoesOn(); });
     runSafely([&] { repeat(interrupted.undone); });
     publish(arrived);
     runWaiting();

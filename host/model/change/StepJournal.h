@@ -44,6 +44,8 @@ public:
     // Something is about to change, by an edit or, as selection and locks, without one. What is
     // kept of the present state has to be kept now.
     virtual void changeBegins() { }
+    // The same of a step that something arrived in the middle of. It may wait for the user.
+    virtual void changeGoesOn() { changeBegins(); }
     // The edit that was just made, of which this is the inverse, as bytes: Edit::storeInverse().
     // The step that it belongs to may still be taken back, and is then never told.
     [[nodiscard]] virtual std::string store(const Edit &inverse) = 0;

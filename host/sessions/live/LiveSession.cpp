@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LiveSession.h"
 
+#include "Alignment.h"
+#include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
 #include "Edit.h"
+#include "EditBytes.h"
 #include "History.h"
 #include "ObjectSpace.h"
-#include "ObjectStore.h"
-#include "ObjectWriter.h"
-#include "StateParts.h"
 #include "StoredObject.h"
 
 #include <algorithm>
-#include <chrono>
-#include <limits>
 #include <utility>
 
 namespace TAMBO::sessions {
@@ -23,81 +21,34 @@ namespace {
 // Stands for a change that is in the content of an object. No number.
 const std::string kInContents = "\xff";
 
-std::int64_t millisecondsNow()
-{
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-}
+// What one change may take the time to finish, and how many objects and steps are looked at for it.
+constexpr std::size_t kAtOnce = std::size_t(64) << 10;
+constexpr std::size_t kFew = 500;
 
-Record recordOf(RecordKind kind, std::string content)
+bool goesThroughRows(const std::string &edit)
 {
-    return {static_cast<std::uint32_t>(kind), millisecondsNow(), {}, std::move(content)};
+    switch (static_cast<EditTag>(edit.empty() ? 0 : edit.front())) {
+    case EditTag::OpenColumns:
+    case EditTag::CloseColumns:
+    case EditTag::RemoveColumns:
+    case EditTag::RestoreColumns:
+    case EditTag::ReplaceColumns:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
 
-class LiveSession::Task
-{
-public:
-    Task() = default;
-    virtual ~Task() = default;
-    Task(const Task &) = delete;
-    Task &operator=(const Task &) = delete;
-
-    // The next entry, of about so many bytes; nothing behind the last one.
-    [[nodiscard]] virtual std::optional<StoreEntry> next(std::size_t bytes) = 0;
-};
-
-class LiveSession::StateTask final : public Task
-{
-public:
-    StateTask(const ObjectSpace &space, const History &history) : m_Parts(space, history) { }
-
-    std::optional<StoreEntry> next(std::size_t bytes) override
-    {
-        if (m_IsDone)
-            return std::nullopt;
-        if (std::optional<StatePart> part = m_Parts.next(bytes))
-            return StoreEntry(std::move(*part));
-        m_IsDone = true;
-        return StoreEntry(StateSwitch());
-    }
-
-private:
-    StateParts m_Parts;
-    bool m_IsDone = false;
-};
-
-class LiveSession::RecordTask final : public Task
-{
-public:
-    RecordTask(std::vector<const StoredObject *> large, std::string record)
-        : m_Large(std::move(large)), m_Record(std::move(record))
-    { }
-
-    std::optional<StoreEntry> next(std::size_t bytes) override
-    {
-        ObjectWriter out;
-        if (m_Large.writeNext(out, bytes))
-            return StoreEntry(recordOf(RecordKind::Objects, out.take()));
-        if (!m_Record)
-            return std::nullopt;
-        StoreEntry entry(recordOf(RecordKind::Change, std::move(*m_Record)));
-        m_Record.reset();
-        return entry;
-    }
-
-private:
-    ObjectStore m_Large;
-    std::optional<std::string> m_Record;
-};
-
-LiveSession::LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small)
+LiveSession::LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small,
+                         std::uint64_t mostReplay)
     : m_Space(space),
       m_History(history),
       m_Sink(std::move(sink)),
       m_Writer(small),
-      m_Records(m_Writer, [this](std::string record) { take(std::move(record)); })
+      m_Records(m_Writer, [this](std::string record) { take(std::move(record)); }),
+      m_MostReplay(mostReplay)
 {
     startAnew();
     setStepJournal(this);
@@ -111,20 +62,28 @@ LiveSession::~LiveSession()
 
 void LiveSession::startAnew()
 {
-    m_Tasks.clear();
-    m_Tasks.push_back(std::make_unique<StateTask>(m_Space, m_History));
+    m_State.reset();
+    m_Waiting.clear();
+    m_IsStateMissing = true;
+}
+
+void LiveSession::fold()
+{
+    if (!hasMore())
+        m_State.emplace(m_Space, m_History);
 }
 
 bool LiveSession::writeMore(std::size_t bytes)
 {
-    while (!m_Tasks.empty()) {
-        std::optional<StoreEntry> entry = m_Tasks.front()->next(bytes);
-        if (!entry) {
-            m_Tasks.pop_front();
-            continue;
-        }
+    // A guard may be open while somebody is asked, and long work lets the program look for events.
+    return isChanging() ? hasMore() : writeSlice(bytes);
+}
+
+bool LiveSession::writeSlice(std::size_t bytes)
+{
+    while (std::optional<StoreEntry> entry = next(bytes)) {
         const std::size_t size = bytesOf(*entry);
-        m_Sink(std::move(*entry));
+        handOver(std::move(*entry));
         if (size >= bytes)
             return true;
         bytes -= size;
@@ -132,27 +91,80 @@ bool LiveSession::writeMore(std::size_t bytes)
     return false;
 }
 
+std::optional<StoreEntry> LiveSession::next(std::size_t bytes)
+{
+    if (m_IsStateMissing && !m_State)
+        m_State.emplace(m_Space, m_History);
+    if (m_State) {
+        if (std::optional<StoreEntry> entry = m_State->next(bytes))
+            return entry;
+        m_State.reset();
+        m_IsStateMissing = false;
+        m_Lacking = 0;
+    }
+    for (; !m_Waiting.empty(); m_Waiting.pop_front()) {
+        if (std::optional<StoreEntry> entry = m_Waiting.front().next(bytes))
+            return entry;
+    }
+    return std::nullopt;
+}
+
 void LiveSession::finish()
 {
     // Not all at once: an entry is a single value in the store.
     constexpr std::size_t kPiece = std::size_t(1) << 20;
-    while (writeMore(kPiece))
+    while (writeSlice(kPiece))
         ;
+}
+
+void LiveSession::handOver(StoreEntry entry)
+{
+    m_Cost.add(entry);
+    m_Sink(std::move(entry));
+}
+
+void LiveSession::giveUp()
+{
+    const bool isFold = m_State && !m_IsStateMissing;
+    m_State.reset();
+    if (isFold) {
+        // What waited for it goes on from the state before.
+        finish();
+    } else if (!isUpToDate()) {
+        m_Waiting.clear();
+        m_IsStateMissing = true;
+    }
+}
+
+bool LiveSession::isQuicklyDone() const
+{
+    return !m_IsStateMissing || m_State || m_Space.objectCount() + m_History.size() < kFew;
 }
 
 // ---- What is told
 
 void LiveSession::changeBegins()
 {
-    if (!m_Tasks.empty())
+    m_Position = m_History.position();
+    if (isUpToDate())
+        return;
+    if (m_Lacking >= kMostLacking)
         finish();
+    else if (isQuicklyDone())
+        writeSlice(kAtOnce);
 }
 
 std::string LiveSession::store(const Edit &inverse)
 {
+    // It is no more as it was.
+    giveUp();
     if (isInContents(inverse))
         return kInContents;
     const std::string edit = m_Records.store(inverse);
+    if (goesThroughRows(edit)) {
+        if (const auto *const rows = dynamic_cast<const Alignment *>(inverse.subject()))
+            m_Cost.addRows(rows->height());
+    }
     std::vector<const StoredObject *> large = m_Writer.takeElsewhere();
     ValueWriter out;
     out.number(large.empty() ? 0 : ++m_LastLarge);
@@ -204,6 +216,7 @@ bool LiveSession::isLarge(const Compound *object)
 
 void LiveSession::stepEnds(StoredStep &&step)
 {
+    m_Lacking += m_IsStateMissing ? 1 : 0;
     StoredStep kept;
     kept.name = std::move(step.name);
     bool isWhole = true;
@@ -236,16 +249,25 @@ void LiveSession::stepEnds(StoredStep &&step)
 
 void LiveSession::travelled(std::size_t steps)
 {
+    giveUp();
+    m_Lacking += m_IsStateMissing ? 1 : 0;
+    const std::size_t position = m_History.position();
+    m_Cost.addSteps(std::max(position, m_Position) - std::min(position, m_Position));
     m_Records.travelled(steps);
 }
 
+// Objects of steps that are dropped go with them.
+
 void LiveSession::forgotten(bool isFirst)
 {
+    if (m_State)
+        giveUp();
     m_Records.forgotten(isFirst);
 }
 
 void LiveSession::cleared()
 {
+    giveUp();
     m_Records.cleared();
 }
 
@@ -256,11 +278,13 @@ void LiveSession::marked(const Compound &object, const StateMark &mark)
 
 void LiveSession::take(std::string record)
 {
-    if (m_Tasks.empty() && m_LargeOfStep.empty())
-        m_Sink(recordOf(RecordKind::Change, std::move(record)));
+    if (m_IsStateMissing && !m_State)
+        // The state will have it.
+        m_LargeOfStep.clear();
+    else if (m_LargeOfStep.empty() && !hasMore())
+        handOver(recordOf(RecordKind::Change, std::move(record)));
     else
-        m_Tasks.push_back(
-            std::make_unique<RecordTask>(std::exchange(m_LargeOfStep, {}), std::move(record)));
+        m_Waiting.emplace_back(std::exchange(m_LargeOfStep, {}), std::move(record));
 }
 
 } // namespace TAMBO::sessions

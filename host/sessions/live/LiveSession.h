@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Hands everything that happens to the objects to a store, as it happens. What takes its time,
 // large objects that arrive and the state as a whole, is handed over in slices while the user does
-// nothing.
+// nothing. A change does not wait for that: what has been begun is given up then, and the state is
+// written later, with the change in it. That is done a few times in a row only.
 #pragma once
 
 #include "PointerSet.h"
+#include "ReplayCost.h"
 #include "SessionEditBytes.h"
-#include "SessionKinds.h"
 #include "StepJournal.h"
 #include "StepRecords.h"
 #include "StoreRecord.h"
+#include "WaitingRecord.h"
+#include "WaitingState.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,27 +36,45 @@ class LiveSession final : public StepJournal
 public:
     // Of objects that are written together with the change they came by, in bytes of memory.
     static constexpr std::size_t kSmall = std::size_t(64) << 10;
+    // Of what is to be done again after a death, by ReplayCost.
+    static constexpr std::uint64_t kMostReplay = 1'000'000'000;
+    // Steps that only a state which is still to be written will have.
+    static constexpr std::size_t kMostLacking = 8;
 
     using Sink = std::function<void(StoreEntry entry)>;
 
     // The journal as long as it lives. Space and history are stored from the state that they have
     // now, the history being the recorder.
-    LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small = kSmall);
+    LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small = kSmall,
+                std::uint64_t mostReplay = kMostReplay);
     ~LiveSession() override;
 
     // Everything anew, because the store has begun anew.
     void startAnew();
-    // Hands over about so many bytes of what waits. False when nothing waits any more.
+    // Hands over about so many bytes of what waits, unless a change is under way. False when
+    // nothing waits any more.
     bool writeMore(std::size_t bytes);
     // All that waits.
     void finish();
-    // Nothing waits: all that has been done so far has been handed over.
-    [[nodiscard]] bool isUpToDate() const noexcept { return m_Tasks.empty(); }
+    // All that has been done so far has been handed over.
+    [[nodiscard]] bool isUpToDate() const noexcept
+    {
+        return !m_IsStateMissing && m_Waiting.empty();
+    }
+    [[nodiscard]] bool hasMore() const noexcept { return m_State || !isUpToDate(); }
+
+    // What has been recorded is to be replaced by the state that has come of it, at the next rest.
+    [[nodiscard]] bool isFoldDue() const noexcept
+    {
+        return !hasMore() && m_Cost.isAbove(m_MostReplay);
+    }
+    // Makes that wait. Records go on while it does; with the next change it is given up.
+    void fold();
 
     // ---- StepJournal
 
-    // What waits is written as it was, before something changes.
     void changeBegins() override;
+    void changeGoesOn() override { finish(); }
     std::string store(const Edit &inverse) override;
     void stepEnds(StoredStep &&step) override;
     void travelled(std::size_t steps) override;
@@ -63,10 +83,13 @@ public:
     void marked(const Compound &object, const StateMark &mark) override;
 
 private:
-    // What is handed over in slices, or behind something that is.
-    class Task;
-    class StateTask;
-    class RecordTask;
+    [[nodiscard]] std::optional<StoreEntry> next(std::size_t bytes);
+    bool writeSlice(std::size_t bytes);
+    void handOver(StoreEntry entry);
+    // What waits is no more as it was: the state is to be written, or goes on as it is.
+    void giveUp();
+    // Whether it takes no time to begin with what waits.
+    [[nodiscard]] bool isQuicklyDone() const;
 
     // A change of what is written elsewhere as it will be at the end of the step.
     [[nodiscard]] bool isInContents(const Edit &inverse);
@@ -86,7 +109,17 @@ private:
     std::optional<PointerSet<StoredObject>> m_LargeSet;
     // Of the step that ends.
     std::vector<const StoredObject *> m_LargeOfStep;
-    std::deque<std::unique_ptr<Task>> m_Tasks;
+
+    // Being handed over; before the records.
+    std::optional<WaitingState> m_State;
+    std::deque<WaitingRecord> m_Waiting;
+    // The store has no state to which the next records could be added.
+    bool m_IsStateMissing = false;
+    // Since then.
+    std::size_t m_Lacking = 0;
+    ReplayCost m_Cost;
+    std::uint64_t m_MostReplay;
+    std::size_t m_Position = 0;
 };
 
 } // namespace TAMBO::sessions

@@ -3,6 +3,7 @@
 
 #include "StoreTables.h"
 
+#include <string>
 #include <utility>
 
 namespace TAMBO::sessions {
@@ -71,6 +72,7 @@ StoreFile::StoreFile(Database database)
       m_PutValue(m_Database, "INSERT OR REPLACE INTO value VALUES(?1, ?2)"),
       m_PutPlace(m_Database, "INSERT OR REPLACE INTO place VALUES(?1, ?2)"),
       m_DropParts(m_Database, "DELETE FROM state WHERE number < ?1"),
+      m_DropNewParts(m_Database, "DELETE FROM state WHERE number >= ?1"),
       m_DropRecords(m_Database, "DELETE FROM record WHERE number < ?1")
 { }
 
@@ -108,8 +110,10 @@ Result<void> StoreFile::readPlaces()
         numberOf(m_Database, "SELECT ifnull(max(number), 0) FROM record");
     if (!records)
         return records.error();
-    const Result<std::int64_t> begin = numberOf(
-        m_Database, "SELECT ifnull(max(number), 1) FROM place WHERE name = 'records-begin'");
+    const std::string place(kRecordsBegin);
+    const std::string query =
+        "SELECT ifnull(max(number), 1) FROM place WHERE name = '" + place + "'";
+    const Result<std::int64_t> begin = numberOf(m_Database, query.c_str());
     if (!begin)
         return begin.error();
     m_NextPart = parts.value() + 1;
@@ -162,6 +166,11 @@ Result<void> StoreFile::write(const StoreEntry &entry)
         Result<void> operator()(const NamedValue &value) const
         {
             return store.m_PutValue.bindText(1, value.name).bindBytes(2, value.content).run();
+        }
+        Result<void> operator()(const StateBegin &) const
+        {
+            store.m_NextPart = store.m_FirstNewPart;
+            return store.m_DropNewParts.bind(1, store.m_FirstNewPart).run();
         }
         Result<void> operator()(const StateSwitch &) const
         {

@@ -44,6 +44,7 @@ private:
     Statement m_PutValue;
     Statement m_PutPlace;
     Statement m_DropParts;
+    Statement m_DropNewParts;
     Statement m_DropRecords;
     // Numbers of the next part and record; the first part since the last switch.
     std::int64_t m_NextPart = 1;

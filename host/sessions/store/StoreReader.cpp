@@ -4,6 +4,8 @@
 #include "Statement.h"
 #include "StoreTables.h"
 
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -11,25 +13,28 @@ namespace TAMBO::sessions {
 
 namespace {
 
-constexpr char kParts[] =
-    "SELECT kind, content FROM state"
-    " WHERE number >= (SELECT number FROM place WHERE name = 'state-begin')"
-    " AND number < (SELECT number FROM place WHERE name = 'state-end') ORDER BY number";
-constexpr char kPartCount[] =
-    "SELECT count(*) FROM state"
-    " WHERE number >= (SELECT number FROM place WHERE name = 'state-begin')"
-    " AND number < (SELECT number FROM place WHERE name = 'state-end')";
-constexpr char kRecords[] =
-    "SELECT kind, time, label, content FROM record WHERE number >="
-    " ifnull((SELECT number FROM place WHERE name = 'records-begin'), 0) ORDER BY number";
-constexpr char kRecordCount[] =
-    "SELECT count(*) FROM record WHERE number >="
-    " ifnull((SELECT number FROM place WHERE name = 'records-begin'), 0)";
-constexpr char kValues[] = "SELECT name, content FROM value ORDER BY name";
-
-template <typename Visit> Result<void> visitRows(Database &database, const char *query, Visit visit)
+// The number of a place.
+std::string placeNumber(std::string_view place)
 {
-    Statement rows(database, query);
+    return "(SELECT number FROM place WHERE name = '" + std::string(place) + "')";
+}
+
+std::string partsQuery(const std::string &what)
+{
+    return "SELECT " + what + " FROM state WHERE number >= " + placeNumber(kStateBegin) +
+           " AND number < " + placeNumber(kStateEnd) + " ORDER BY number";
+}
+
+std::string recordsQuery(const std::string &what)
+{
+    return "SELECT " + what + " FROM record WHERE number >= ifnull(" + placeNumber(kRecordsBegin) +
+           ", 0) ORDER BY number";
+}
+
+template <typename Visit>
+Result<void> visitRows(Database &database, const std::string &query, Visit visit)
+{
+    Statement rows(database, query.c_str());
     while (rows.step()) {
         if (Result<void> done = visit(rows); !done)
             return done;
@@ -37,9 +42,9 @@ template <typename Visit> Result<void> visitRows(Database &database, const char 
     return rows.outcome();
 }
 
-Result<std::uint64_t> countOf(Database &database, const char *query)
+Result<std::uint64_t> countOf(Database &database, const std::string &query)
 {
-    const Result<std::int64_t> count = numberOf(database, query);
+    const Result<std::int64_t> count = numberOf(database, query.c_str());
     if (!count)
         return count.error();
     return static_cast<std::uint64_t>(count.value());
@@ -70,33 +75,34 @@ Result<std::unique_ptr<StoreReader>> StoreReader::open(const std::filesystem::pa
 
 Result<void> StoreReader::forEachPart(const PartVisitor &visit)
 {
-    return visitRows(m_Database, kParts, [&](const Statement &row) {
+    return visitRows(m_Database, partsQuery("kind, content"), [&](const Statement &row) {
         return visit(static_cast<std::uint32_t>(row.number(0)), row.bytes(1));
     });
 }
 
 Result<void> StoreReader::forEachRecord(const RecordVisitor &visit)
 {
-    return visitRows(m_Database, kRecords, [&](const Statement &row) {
-        return visit(
-            {static_cast<std::uint32_t>(row.number(0)), row.number(1), row.bytes(2), row.bytes(3)});
-    });
+    return visitRows(m_Database, recordsQuery("kind, time, label, content"),
+                     [&](const Statement &row) {
+                         return visit({static_cast<std::uint32_t>(row.number(0)), row.number(1),
+                                       row.bytes(2), row.bytes(3)});
+                     });
 }
 
 Result<void> StoreReader::forEachValue(const ValueVisitor &visit)
 {
-    return visitRows(m_Database, kValues,
+    return visitRows(m_Database, "SELECT name, content FROM value ORDER BY name",
                      [&](const Statement &row) { return visit(row.bytes(0), row.bytes(1)); });
 }
 
 Result<std::uint64_t> StoreReader::partCount()
 {
-    return countOf(m_Database, kPartCount);
+    return countOf(m_Database, partsQuery("count(*)"));
 }
 
 Result<std::uint64_t> StoreReader::recordCount()
 {
-    return countOf(m_Database, kRecordCount);
+    return countOf(m_Database, recordsQuery("count(*)"));
 }
 
 Result<std::uint64_t> StoreReader::recordCount(std::uint32_t kind)

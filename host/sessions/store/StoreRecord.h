@@ -31,13 +31,18 @@ struct NamedValue
     std::string content;
 };
 
+// A state begins. Parts of one that was given up before its switch go.
+struct StateBegin
+{
+};
+
 // The parts since the last switch become the state; what was it before goes, and so do the records
 // so far, whose changes are in it.
 struct StateSwitch
 {
 };
 
-using StoreEntry = std::variant<StatePart, StateSwitch, Record, NamedValue>;
+using StoreEntry = std::variant<StatePart, StateBegin, StateSwitch, Record, NamedValue>;
 
 // About what an entry occupies in memory.
 [[nodiscard]] inline std::size_t bytesOf(const StoreEntry &entry) noexcept
@@ -45,6 +50,7 @@ using StoreEntry = std::variant<StatePart, StateSwitch, Record, NamedValue>;
     struct Sizes
     {
         std::size_t operator()(const StatePart &part) const { return part.content.size(); }
+        std::size_t operator()(const StateBegin &) const { return 0; }
         std::size_t operator()(const StateSwitch &) const { return 0; }
         std::size_t operator()(const Record &record) const
         {

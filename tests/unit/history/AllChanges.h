@@ -54,6 +54,14 @@ protected:
     void changeAnything();
     void realign(TAMBO::Alignment &alignment);
 
+    // Commands, arrivals that interrupt them, undo and redo to any state, and what is saved.
+    void work(int rounds)
+    {
+        for (int round = 0; round < rounds; ++round)
+            ASSERT_NO_FATAL_FAILURE(workOnce());
+    }
+    void workOnce();
+
 private:
     static void draw(TAMBO::Compound &object, std::ostream &out, const std::string &indent);
     static void drawRows(TAMBO::Alignment &alignment, std::ostream &out);
@@ -181,6 +189,30 @@ inline void AllChanges::changeAnything()
             alignment.range({below(alignment.width()), below(alignment.width() + 1)});
     } else {
         changeSomething();
+    }
+}
+
+inline void AllChanges::workOnce()
+{
+    if (below(5) == 0) {
+        ASSERT_TRUE(history.goTo(below(history.size() + 1)));
+        return;
+    }
+    if (below(8) == 0 && space().objectCount() > 0) {
+        TAMBO::Compound &object = **(space().begin() + below(space().objectCount()));
+        if (below(2) == 0)
+            history.markSaved(object);
+        else
+            history.markWritten(object);
+        return;
+    }
+    const Guard guard(Publisher::Update, space());
+    for (unsigned i = 1 + below(4); i > 0; --i) {
+        changeAnything();
+        if (below(12) == 0) {
+            const TAMBO::ArrivalScope arrival;
+            bringSomething();
+        }
     }
 }
 

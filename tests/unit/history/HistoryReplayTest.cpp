@@ -11,36 +11,8 @@ class HistoryReplayTest : public ReplayFixture, public testing::WithParamInterfa
 protected:
     HistoryReplayTest() : ReplayFixture(GetParam()) { }
 
-    // Commands, arrivals that interrupt them, and undo and redo to any state.
-    void work(int rounds);
     void expectSame(const std::vector<std::string> &states);
 };
-
-void HistoryReplayTest::work(int rounds)
-{
-    for (int round = 0; round < rounds; ++round) {
-        if (below(5) == 0) {
-            ASSERT_TRUE(history.goTo(below(history.size() + 1)));
-            continue;
-        }
-        if (below(8) == 0 && space().objectCount() > 0) {
-            TAMBO::Compound &object = **(space().begin() + below(space().objectCount()));
-            if (below(2) == 0)
-                history.markSaved(object);
-            else
-                history.markWritten(object);
-            continue;
-        }
-        const Guard guard(Publisher::Update, space());
-        for (unsigned i = 1 + below(4); i > 0; --i) {
-            changeAnything();
-            if (below(12) == 0) {
-                const TAMBO::ArrivalScope arrival;
-                bringSomething();
-            }
-        }
-    }
-}
 
 void HistoryReplayTest::expectSame(const std::vector<std::string> &states)
 {

@@ -10,6 +10,7 @@
 #include "ObjectSpace.h"
 #include "SessionLoader.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,13 +36,14 @@ protected:
 
     [[nodiscard]] std::filesystem::path file() const { return m_Folder / "work.session"; }
 
-    void beginSession(std::size_t small)
+    void beginSession(std::size_t small,
+                      std::uint64_t mostReplay = TAMBO::sessions::LiveSession::kMostReplay)
     {
         entries.clear();
         session.emplace(
             space(), history,
             [this](TAMBO::sessions::StoreEntry entry) { entries.push_back(std::move(entry)); },
-            small);
+            small, mostReplay);
     }
     void endSession() { session.reset(); }
     // Nothing is left of the program but what was handed over.
@@ -50,36 +52,6 @@ protected:
         endSession();
         history.clear();
         space().reset();
-    }
-
-    // Commands, arrivals that interrupt them, and undo and redo to any state.
-    void work(int rounds)
-    {
-        for (int round = 0; round < rounds; ++round)
-            workOnce();
-    }
-    void workOnce()
-    {
-        if (below(5) == 0) {
-            ASSERT_TRUE(history.goTo(below(history.size() + 1)));
-            return;
-        }
-        if (below(8) == 0 && space().objectCount() > 0) {
-            TAMBO::Compound &object = **(space().begin() + below(space().objectCount()));
-            if (below(2) == 0)
-                history.markSaved(object);
-            else
-                history.markWritten(object);
-            return;
-        }
-        const Guard guard(Publisher::Update, space());
-        for (unsigned i = 1 + below(4); i > 0; --i) {
-            changeAnything();
-            if (below(12) == 0) {
-                const TAMBO::ArrivalScope arrival;
-                bringSomething();
-            }
-        }
     }
 
     void writeStore(const Entries &kept)
@@ -98,6 +70,22 @@ protected:
         if (!reader)
             return reader.error();
         return TAMBO::sessions::loadSession(*reader.value(), space(), history, options);
+    }
+
+    // Another program, with what this one has handed over.
+    void beginAgain(const Entries &kept)
+    {
+        endProgram();
+        ASSERT_NO_FATAL_FAILURE(writeStore(kept));
+        const auto loaded = loadStore();
+        ASSERT_TRUE(loaded) << complaintOf(loaded);
+        ASSERT_FALSE(loaded.value().problem) << loaded.value().problem->message();
+    }
+
+    template <typename Kind> [[nodiscard]] std::size_t countOf() const
+    {
+        return std::size_t(std::ranges::count_if(
+            entries, [](const auto &entry) { return std::holds_alternative<Kind>(entry); }));
     }
 
     // Portraits of all states, in the order of the steps, maybe with what the steps are called and

@@ -68,6 +68,27 @@ TEST_F(AStoreFile, ShowsNoPartBeforeTheSwitch)
     EXPECT_EQ(contentOf(file()), (Lines{"part 1 old", "record 7 a"}));
 }
 
+TEST_F(AStoreFile, AStateThatBeginsAnewHasNoPartOfTheOneThatWasGivenUp)
+{
+    write({StateBegin(), StatePart{1, "old"}, StateSwitch(), record("a"), StateBegin(),
+           StatePart{1, "given up"}, record("b")});
+    EXPECT_EQ(contentOf(file()), (Lines{"part 1 old", "record 7 a", "record 7 b"}));
+    write({StateBegin(), StatePart{1, "new"}, StateSwitch(), record("c")});
+    EXPECT_EQ(contentOf(file()), (Lines{"part 1 new", "record 7 c"}));
+}
+
+TEST_F(AStoreFile, PartsThatWereGivenUpTakeNoRoom)
+{
+    const std::string large(1'000'000, 'x');
+    std::vector<StoreEntry> entries{StateBegin(), StatePart{1, "old"}, StateSwitch()};
+    for (int i = 0; i < 5; ++i) {
+        entries.push_back(StateBegin());
+        entries.push_back(StatePart{1, large});
+    }
+    write(entries);
+    EXPECT_LT(std::filesystem::file_size(file()), 2'000'000u);
+}
+
 TEST_F(AStoreFile, ASwitchReplacesTheStateAndTheRecordsInIt)
 {
     write({StatePart{1, "old"}, StateSwitch(), record("a"), StatePart{1, "new"}, StateSwitch(),
