@@ -236,8 +236,9 @@ void History::setChangeCallback(std::function<void()> callback)
     m_ChangeCallback = std::move(callback);
 }
 
-void History::tellChange() const
+void History::tellChange()
 {
+    ++m_Revision;
     if (m_ChangeCallback)
         m_ChangeCallback();
 }

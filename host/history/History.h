@@ -111,6 +111,12 @@ public:
     [[nodiscard]] bool isModified(const Compound &object) const;
     // In the order of the tree. Sequences that an alignment shows are saved with it.
     [[nodiscard]] std::vector<UnsavedObject> unsavedObjects() const;
+    // How many steps have changed something that is in no file. Of those that the history has
+    // forgotten, the last one for each part of an object; a step of a great many edits counts
+    // without a look into it when nothing has been saved since.
+    [[nodiscard]] std::size_t unsavedSteps() const;
+    // Another number after each change of the list, the position or a saved mark.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return m_Revision; }
     // Structures that the alignment shows by residue numbers which no file of theirs has.
     [[nodiscard]] std::vector<const Structure *>
     renumberedStructures(const Alignment &alignment) const;
@@ -151,6 +157,11 @@ private:
     // The same of each object since it was saved itself, or as a part of its top-level object.
     using UnsavedVisitor =
         std::function<void(const Compound &top, const Compound &holder, EditPart part)>;
+    // What the step of that number, counted as marks do it, has changed, and whether it is done.
+    [[nodiscard]] bool isUnsaved(const Compound &top, std::size_t step, bool isDone) const
+    {
+        return isDone == (step >= m_Saved.stepsOf(top));
+    }
     void forEachUnsavedChange(const UnsavedVisitor &visit) const;
     [[nodiscard]] EditParts partsByRows(const Compound &object, std::size_t saved) const;
     void save(const Compound &object, const SavedMarks::Mark &mark);
@@ -171,7 +182,7 @@ private:
     void tellMark(const Compound &object, const StateMark &mark) const;
     void drop(std::vector<HistoryStep>::iterator first, std::vector<HistoryStep>::iterator last);
     void keepLimit();
-    void tellChange() const;
+    void tellChange();
 
     std::vector<HistoryStep> m_Steps;
     std::size_t m_Position = 0;
@@ -194,6 +205,7 @@ private:
     std::size_t m_LastKept = 0;
     std::function<void()> m_ChangeCallback;
     FreeCallback m_FreeCallback;
+    std::uint64_t m_Revision = 0;
     bool m_IsApplying = false;
     bool m_IsAsTravelled = false;
 };

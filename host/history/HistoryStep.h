@@ -40,6 +40,7 @@ public:
     // Appends the objects that go with the step when it is dropped.
     void appendOwned(std::vector<const Compound *> &out) const;
     [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
+    [[nodiscard]] std::size_t editCount() const noexcept { return m_Edits.size(); }
 
     // Of all steps of this run of the program, no other one has it.
     void setNumber(std::uint64_t number) noexcept { m_Number = number; }

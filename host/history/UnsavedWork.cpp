@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -24,6 +25,8 @@ namespace TAMBO {
 namespace {
 
 using Objects = PointerSet<Compound>;
+
+constexpr std::size_t kManyEdits = 1000;
 
 // The one below Space that the object is or is a part of; null when it is out of the tree.
 const Compound *topOf(const Compound &object)
@@ -104,7 +107,7 @@ void History::forEachUnsavedChange(const UnsavedVisitor &visit) const
 {
     const auto look = [&](const Compound &holder, EditPart part, std::size_t index, bool isDone) {
         const Compound *const top = topOf(holder);
-        if (top != nullptr && isDone == (index >= m_Saved.stepsOf(*top)))
+        if (top != nullptr && isUnsaved(*top, index, isDone))
             visit(*top, holder, part);
     };
     m_ForgottenChanges.forEach([&](const Compound &holder, EditPart part, std::size_t index) {
@@ -260,6 +263,32 @@ std::vector<UnsavedObject> History::unsavedObjects() const
             unsaved.push_back({object, parts});
     }
     return unsaved;
+}
+
+std::size_t History::unsavedSteps() const
+{
+    std::set<std::size_t> forgotten;
+    m_ForgottenChanges.forEach([&](const Compound &holder, EditPart, std::size_t index) {
+        const Compound *const top = topOf(holder);
+        if (top != nullptr && isUnsaved(*top, index, true))
+            forgotten.insert(index);
+    });
+    std::size_t count = forgotten.size();
+    const std::size_t latest = m_Saved.latest();
+    const std::size_t end = std::max(m_Position, latest - std::min(latest, m_Forgotten));
+    for (std::size_t i = 0; i < end; ++i) {
+        const bool isDone = i < m_Position;
+        bool isCounted = false;
+        if (isDone && m_Forgotten + i >= latest && m_Steps[i].editCount() > kManyEdits)
+            isCounted = true;
+        else
+            m_Steps[i].forEachChange([&](const Compound &holder, EditPart) {
+                const Compound *const top = isCounted ? nullptr : topOf(holder);
+                isCounted |= top != nullptr && isUnsaved(*top, m_Forgotten + i, isDone);
+            });
+        count += isCounted ? 1 : 0;
+    }
+    return count;
 }
 
 std::vector<const Structure *> History::renumberedStructures(const Alignment &alignment) const

@@ -47,7 +47,8 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
       m_Session(std::make_unique<sessions::LiveSession>(
           space, history, [this](sessions::StoreEntry entry) { write(std::move(entry)); })),
       m_Values(values),
-      m_Summary(space)
+      m_Summary(space),
+      m_Unsaved(history)
 {
     m_Slices.setSingleShot(true);
     connect(&m_Slices, &QTimer::timeout, this, &LiveStore::writeSlice);
@@ -61,6 +62,7 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
     connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
     m_Looks.start(kBetweenLooks);
     m_Values.add(m_Summary);
+    m_Values.add(m_Unsaved);
     m_Values.forgetGiven();
     writeValues();
     follow();
@@ -69,6 +71,7 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
 LiveStore::~LiveStore()
 {
     m_Values.remove(m_Summary);
+    m_Values.remove(m_Unsaved);
     m_Session.reset();
     m_Writer->abandon();
     m_Writer.reset();

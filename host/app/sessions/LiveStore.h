@@ -7,6 +7,7 @@
 #include "SessionSummary.h"
 #include "StoreWriter.h"
 #include "Subscriber.h"
+#include "UnsavedCount.h"
 
 #include <QObject>
 #include <QString>
@@ -67,6 +68,7 @@ private:
     std::unique_ptr<sessions::LiveSession> m_Session;
     sessions::KeptValues &m_Values;
     SessionSummary m_Summary;
+    UnsavedCount m_Unsaved;
     // What takes its time is handed over when nothing else is to be done.
     QTimer m_Slices;
     QTimer m_Fold;

@@ -45,11 +45,12 @@ void RecoveryDialog::makeList()
     m_List->setObjectName(QStringLiteral("LeftSessions"));
     m_List->setRootIsDecorated(false);
     m_List->setAllColumnsShowFocus(true);
-    m_List->setHeaderLabels({tr("Last change"), tr("Changes"), tr("Objects")});
+    m_List->setHeaderLabels({tr("Last change"), tr("Unsaved changes"), tr("Objects")});
     for (const LeftSession &session : m_Sessions) {
         auto *item = new QTreeWidgetItem(m_List);
         item->setText(0, QLocale().toString(session.time, QLocale::ShortFormat));
-        item->setText(1, QLocale().toString(qulonglong(session.changes)));
+        if (session.unsaved)
+            item->setText(1, QLocale().toString(qulonglong(*session.unsaved)));
         item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         item->setText(2, session.objects);
         if (session.attempts > 0)
@@ -69,6 +70,10 @@ void RecoveryDialog::makeButtons()
     QPushButton *const later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
     QPushButton *const discarding =
         buttons->addButton(tr("&Discard..."), QDialogButtonBox::DestructiveRole);
+    QPushButton *const files =
+        buttons->addButton(tr("Save as &Files…"), QDialogButtonBox::ActionRole);
+    files->setObjectName(QStringLiteral("SaveAsFiles"));
+    files->setToolTip(tr("A folder of plain files, one for each alignment and structure."));
     recover->setObjectName(QStringLiteral("Recover"));
     later->setObjectName(QStringLiteral("Later"));
     discarding->setObjectName(QStringLiteral("Discard"));
@@ -78,6 +83,7 @@ void RecoveryDialog::makeButtons()
         m_Answer = Answer::Recover;
         accept();
     });
+    connect(files, &QPushButton::clicked, this, [this] { emit filesWanted(chosen()); });
     connect(later, &QPushButton::clicked, this, &RecoveryDialog::reject);
     connect(discarding, &QPushButton::clicked, this, &RecoveryDialog::discard);
     layout()->addWidget(buttons);

@@ -28,6 +28,10 @@ public:
     // Which is to be recovered.
     [[nodiscard]] const LeftSession &chosen() const;
 
+signals:
+    // The program goes on to ask.
+    void filesWanted(const LeftSession &session);
+
 private:
     void makeList();
     void makeButtons();

@@ -8,6 +8,7 @@
 #include "SessionKinds.h"
 #include "SessionSummary.h"
 #include "StoreReader.h"
+#include "UnsavedCount.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -59,6 +60,8 @@ std::optional<LeftSession> lookAt(const QFileInfo &file)
                 session.objects = QString::fromUtf8(content.data(), qsizetype(content.size()));
             if (name == ArrivingFiles::kName)
                 arriving = ArrivingFiles::filesIn(content);
+            if (name == UnsavedCount::kName)
+                session.unsaved = UnsavedCount::read(content);
             return Result<void>();
         });
     session.changes = changes ? changes.value() : 0;
@@ -118,6 +121,16 @@ void SessionFolder::noteAttempt(const LeftSession &session)
     QFile noted(session.file + kAttempts);
     if (noted.open(QIODevice::WriteOnly))
         noted.write(QByteArray::number(session.attempts + 1));
+}
+
+void SessionFolder::takeBackAttempt(const LeftSession &session)
+{
+    forgetAttempts(session.file);
+    if (session.attempts == 0)
+        return;
+    LeftSession before = session;
+    --before.attempts;
+    noteAttempt(before);
 }
 
 void SessionFolder::forgetAttempts(const QString &file)

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct LeftSession
     // When the last of its changes was made.
     QDateTime time;
     std::uint64_t changes = 0;
+    // How many of all changes were in no file. None is known of an older program's work.
+    std::optional<std::uint64_t> unsaved;
     // The names of some of its objects, and of files that were being opened.
     QString objects;
     // How often it was to be recovered and the program did not get that far.
@@ -44,6 +47,8 @@ public:
 
     // Before and after what may end the program.
     static void noteAttempt(const LeftSession &session);
+    // It did not, and nothing is known of whether recovering it would have.
+    static void takeBackAttempt(const LeftSession &session);
     static void forgetAttempts(const QString &file);
     static void remove(const QString &file);
 

@@ -31,6 +31,7 @@
 #include "Recovery.h"
 #include "RecoveryDialog.h"
 #include "Routes.h"
+#include "SavingAsFiles.h"
 #include "SessionCommands.h"
 #include "SessionFile.h"
 #include "SessionFolder.h"
@@ -261,6 +262,9 @@ void Workbench::askToRecover()
     if (left.empty())
         return;
     RecoveryDialog dialog(std::move(left), m_Window.get());
+    connect(&dialog, &RecoveryDialog::filesWanted, &dialog, [&](const LeftSession &session) {
+        askAndSaveAsFiles(session, ObjectSpace::get(), m_History, &dialog);
+    });
     dialog.exec();
     if (dialog.answer() == RecoveryDialog::Answer::Recover)
         recoverWork(dialog.chosen());

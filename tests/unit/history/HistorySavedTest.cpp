@@ -42,6 +42,56 @@ TEST_F(HistorySavedTest, ObjectIsModifiedByAStepThatChangesIt)
     EXPECT_THAT(modified(), UnorderedElementsAre(&first));
 }
 
+TEST_F(HistorySavedTest, StepsAreCountedWhoseChangesAreInNoFile)
+{
+    EXPECT_EQ(history.unsavedSteps(), 0u);
+    first.insertGap(0, 1);
+    second.insertGap(0, 1);
+    first.insertGap(0, 2);
+    EXPECT_EQ(history.unsavedSteps(), 3u);
+    history.markSaved(first);
+    EXPECT_EQ(history.unsavedSteps(), 1u);
+    history.undo();
+    EXPECT_EQ(history.unsavedSteps(), 2u) << "the saved file holds the second gap";
+    history.redo();
+    history.markSaved(second);
+    EXPECT_EQ(history.unsavedSteps(), 0u);
+}
+
+TEST_F(HistorySavedTest, AStepOfAGreatManyEditsCountsOnce)
+{
+    {
+        const Guard guard(Publisher::Update, space());
+        for (int i = 0; i < 3000; ++i)
+            first.insertGap(0, 1);
+    }
+    EXPECT_EQ(history.unsavedSteps(), 1u);
+    history.markSaved(first);
+    EXPECT_EQ(history.unsavedSteps(), 0u);
+}
+
+TEST_F(HistorySavedTest, StepsThatTheLimitDroppedAreUnsavedStill)
+{
+    first.insertGap(0, 1);
+    second.insertGap(0, 1);
+    history.setLimit(1);
+    EXPECT_EQ(history.size(), 1u);
+    EXPECT_EQ(history.unsavedSteps(), 2u);
+}
+
+TEST_F(HistorySavedTest, ARevisionIsAnotherOneAfterEachChange)
+{
+    std::uint64_t last = history.revision();
+    const auto isAnother = [&] { return std::exchange(last, history.revision()) != last; };
+    first.insertGap(0, 1);
+    EXPECT_TRUE(isAnother());
+    history.markSaved(first);
+    EXPECT_TRUE(isAnother());
+    history.undo();
+    EXPECT_TRUE(isAnother());
+    EXPECT_FALSE(isAnother());
+}
+
 TEST_F(HistorySavedTest, UndoToTheSavedStateMakesItClean)
 {
     first.insertGap(0, 1);

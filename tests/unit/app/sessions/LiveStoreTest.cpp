@@ -3,12 +3,15 @@
 // of a disk that does not take it.
 #include "LiveStore.h"
 #include "AppFixture.h"
+#include "FileReader.h"
 #include "KeptValues.h"
 #include "ObjectIndex.h"
 #include "ObjectOperations.h"
 #include "Recovery.h"
 #include "RecoveryDialog.h"
 #include "SessionFolder.h"
+#include "SessionKinds.h"
+#include "StoreFile.h"
 #include "StoredObject.h"
 #include "support/ExpectMessage.h"
 #include "support/WaitUntil.h"
@@ -63,6 +66,33 @@ protected:
             EXPECT_TRUE(QFile::copy(folder() + u'/' + name, copy + name.mid(ending + 8)));
         }
         return copy;
+    }
+    // Nothing is left of the workbench but that.
+    QString endAndLeave(std::unique_ptr<LiveStore> &store)
+    {
+        waitUntilSafe(*store);
+        QString left = leave();
+        store.reset();
+        m_History.clear();
+        space().reset();
+        return left;
+    }
+    static QStringList fileRows(const app::WorkAsFiles &files, const QString &name)
+    {
+        QStringList rows;
+        auto contents = readFile((files.folder + u'/' + name).toStdString());
+        EXPECT_TRUE(contents) << contents.error().message();
+        if (contents) {
+            for (const RowRecord &row : contents->alignments.at(0).rows)
+                rows << QString::fromStdString(row.sequence.text());
+        }
+        return rows;
+    }
+    static QString textOf(const app::WorkAsFiles &files)
+    {
+        QFile file(files.folder + "/CONTENTS.txt");
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll());
     }
     sessions::KeptValues m_Values;
 
@@ -186,6 +216,121 @@ TEST_F(LiveStoreTest, ARecoveryThatEndedTheProgramIsTriedWithoutTheLastChange)
     EXPECT_EQ(topLevelNames().back(), "before");
 }
 
+// ---- As files
+
+TEST_F(LiveStoreTest, TheNumberOfUnsavedChangesIsKnown)
+{
+    auto store = begin();
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    rename(made, "globins");
+    m_History.markSaved(made);
+    rename(made, "kinases");
+    rename(made, "proteases");
+    EXPECT_EQ(m_History.unsavedSteps(), 2u);
+    const auto isKnown = [&] {
+        leave();
+        const std::vector<LeftSession> found = sessions().leftBehind();
+        const bool isThere = found.size() == 1 && found[0].unsaved == 2u;
+        SessionFolder::remove(folder() + "/left.session");
+        return isThere;
+    };
+    waitUntil(isKnown);
+}
+
+TEST_F(LiveStoreTest, WhatWasLeftBehindIsSavedAsFiles)
+{
+    auto store = begin();
+    alignment("Family", {"AC-D", "A-CD"});
+    alignment("family", {"AC-DE", "A-CDE"});
+    sequence("alone", "MKV");
+    structure("1abc", "A", "MKV");
+    endAndLeave(store);
+
+    const LeftSession session = sessions().leftBehind().at(0);
+    const auto saved = app::saveAsFiles(session, space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(saved.value().problems, QStringList());
+    EXPECT_EQ(saved.value().files, 4);
+    EXPECT_EQ(
+        QDir(saved.value().folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase),
+        QStringList({"1abc.cif", "CONTENTS.txt", "Family.pir", "family-2.pir", "sequences.fasta"}));
+    EXPECT_EQ(fileRows(saved.value(), "Family.pir"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_EQ(fileRows(saved.value(), "family-2.pir"), QStringList({"AC-DE", "A-CDE"}));
+    EXPECT_EQ(fileRows(saved.value(), "sequences.fasta"), QStringList("MKV"));
+    auto contents = readFile((saved.value().folder + "/1abc.cif").toStdString());
+    ASSERT_TRUE(contents) << contents.error().message();
+    EXPECT_EQ(contents->structures.at(0).chains.at(0).residues.size(), 3u);
+    EXPECT_TRUE(textOf(saved.value()).contains("family-2.pir\n    family: alignment of 2 rows"))
+        << textOf(saved.value()).toStdString();
+    // The workbench is empty, and all is as it was.
+    EXPECT_EQ(space().objectCount(), 0u);
+    EXPECT_EQ(m_History.size(), 0u);
+    EXPECT_EQ(sessions().leftBehind().at(0).attempts, 0);
+}
+
+TEST_F(LiveStoreTest, FilesAreSavedOfLockedObjects)
+{
+    auto store = begin();
+    ASSERT_TRUE(setObjectLocked(alignment("family", {"AC-D", "A-CD"}), true));
+    endAndLeave(store);
+    const auto saved =
+        app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(saved.value().files, 1);
+    EXPECT_EQ(space().objectCount(), 0u);
+}
+
+// What can be done again is.
+TEST_F(LiveStoreTest, FilesAreSavedThoughTheChangesCannotAllBeDoneAgain)
+{
+    auto store = begin();
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    rename(made, "globins");
+    const QString left = endAndLeave(store);
+    {
+        auto file = sessions::StoreFile::open(left.toStdString(), sessions::StoreFile::Kind::Live);
+        ASSERT_TRUE(file);
+        const sessions::Record damaged{std::uint32_t(sessions::RecordKind::Change), 0, {}, "x"};
+        ASSERT_TRUE(file.value()->write(std::vector<sessions::StoreEntry>{damaged}));
+    }
+    const auto saved =
+        app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(fileRows(saved.value(), "globins.pir"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_TRUE(textOf(saved.value()).contains("could not be done again"));
+}
+
+TEST_F(LiveStoreTest, FilesAreSavedOfTheStateAloneAfterManyAttempts)
+{
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    auto store = begin();
+    waitUntilSafe(*store);
+    rename(made, "globins");
+    endAndLeave(store);
+    LeftSession session = sessions().leftBehind().at(0);
+    for (; session.attempts < 3; ++session.attempts)
+        SessionFolder::noteAttempt(session);
+    const auto saved = app::saveAsFiles(session, space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(fileRows(saved.value(), "family.pir"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_EQ(sessions().leftBehind().at(0).attempts, 3);
+}
+
+TEST_F(LiveStoreTest, FilesThatCannotBeWrittenAreTold)
+{
+    auto store = begin();
+    alignment("family", {"AC-D", "A-CD"});
+    endAndLeave(store);
+    const auto saved = app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History,
+                                        m_Folder.filePath("nowhere"));
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.error().kind, FailureKind::System);
+    EXPECT_EQ(space().objectCount(), 0u);
+    EXPECT_EQ(sessions().leftBehind().size(), 1u);
+}
+
+// ---- What nobody asks about
+
 TEST_F(LiveStoreTest, OneInWhichNothingHappenedIsRemoved)
 {
     auto store = begin();
@@ -251,7 +396,8 @@ protected:
         LeftSession session;
         session.file = file;
         session.time = QDateTime::currentDateTime();
-        session.changes = 12;
+        session.changes = 20;
+        session.unsaved = 12;
         session.objects = objects;
         return session;
     }
@@ -263,11 +409,26 @@ TEST_F(RecoveryDialogTest, RecoversTheNewestUnlessAnotherIsChosen)
     EXPECT_EQ(dialog.chosen().file, "a");
     auto *list = dialog.findChild<QTreeWidget *>("LeftSessions");
     ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->topLevelItem(1)->text(1), "12");
     EXPECT_EQ(list->topLevelItem(1)->text(2), "kinases");
     list->setCurrentItem(list->topLevelItem(1));
     QTest::mouseClick(dialog.findChild<QPushButton *>("Recover"), Qt::LeftButton);
     EXPECT_EQ(dialog.answer(), RecoveryDialog::Answer::Recover);
     EXPECT_EQ(dialog.chosen().file, "b");
+}
+
+TEST_F(RecoveryDialogTest, FilesAreWantedOfTheChosenOneAndItGoesOnAsking)
+{
+    RecoveryDialog dialog({left("a", "globins"), left("b", "kinases")}, nullptr);
+    QString wanted;
+    QObject::connect(&dialog, &RecoveryDialog::filesWanted,
+                     [&](const LeftSession &session) { wanted = session.file; });
+    auto *list = dialog.findChild<QTreeWidget *>("LeftSessions");
+    list->setCurrentItem(list->topLevelItem(1));
+    dialog.show();
+    QTest::mouseClick(dialog.findChild<QPushButton *>("SaveAsFiles"), Qt::LeftButton);
+    EXPECT_EQ(wanted, "b");
+    EXPECT_TRUE(dialog.isVisible());
 }
 
 TEST_F(RecoveryDialogTest, ClosedIsLater)
