@@ -272,6 +272,26 @@ TEST_F(WholeProgram, AnEditedAlignmentGoesBackToItsFileByKeys)
     EXPECT_EQ(waitForEnd(), 0) << "nothing is unsaved";
 }
 
+TEST_F(WholeProgram, AnAlignmentThatIsClickedInTheTreeIsSavedByTheMenu)
+{
+    const QString file = write("x.fasta", ">a\nACDE-FGHIK\n>b\nACDEEFGHIK\n");
+    const auto firstRow = [&] {
+        TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
+        return contents.has_value() ? contents->alignments.front().rows[0].sequence.text() : "";
+    };
+    start({file});
+    const CellGrid cells = grid(window(kEditor), "ACDE");
+    m_Screen.drag(cells.middle(0, 4), cells.middle(0, 2));
+    waitForColor(cells.ground(0, 2), Qt::white);
+    const QString workbench = window(kWorkbench);
+    const QRect place = m_Screen.geometryOf(workbench);
+    m_Screen.click(QPoint(place.left() + 100, place.top() + 90));
+    m_Screen.pressKey(workbench, "alt+f");
+    m_Screen.pressKey("s");
+    waitUntil([&] { return firstRow() == "AC-DEFGHIK" || !isRunning(); });
+    EXPECT_EQ(firstRow(), "AC-DEFGHIK");
+}
+
 // The editor has its own use for the keys.
 TEST_F(WholeProgram, TheKeysOfSaveMakeAnAlignmentInTheEditor)
 {
