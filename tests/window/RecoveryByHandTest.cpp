@@ -89,6 +89,26 @@ TEST_F(RecoveryByHand, LaterMeansAtTheNextStart)
     window("Recover");
 }
 
+TEST_F(RecoveryByHand, WhatIsSavedAsFilesIsThereAndCanBeRecoveredStill)
+{
+    workAndDie();
+    m_Screen.pressKey(window("Recover"), "alt+f");
+    const QString question = window("Save as Files", 1);
+    m_Screen.typeText(question, m_Folder.path());
+    m_Screen.pressKey(question, "Return");
+    const auto folders = [this] {
+        return QDir(m_Folder.path()).entryList({"recovered-*"}, QDir::Dirs);
+    };
+    waitUntil([&] { return !folders().isEmpty() || !isRunning(); });
+    ASSERT_EQ(folders().size(), 1);
+    m_Screen.pressKey(window("Save as Files"), "Return");
+    waitForWindows("Save as Files", 0);
+    EXPECT_EQ(QDir(m_Folder.filePath(folders().front())).entryList({"*.pir"}).size(), 1);
+    m_Screen.pressKey(window("Recover"), "alt+r");
+    const CellGrid cells = grid(window(kEditor), kRow.left(kTarget));
+    waitForColor(cells.ground(0, kTarget), Qt::white);
+}
+
 TEST_F(RecoveryByHand, WhatIsDiscardedIsGone)
 {
     workAndDie();
