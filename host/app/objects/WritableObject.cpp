@@ -22,11 +22,8 @@ namespace TAMBO::app {
 
 namespace {
 
-AlignmentSnapshot recordOfSequence(const Peptide &sequence)
+void add(const Peptide &sequence, AlignmentSnapshot &record)
 {
-    AlignmentRecord whole;
-    whole.name = sequence.Name();
-    AlignmentSnapshot record(std::move(whole), 1);
     const std::string_view letters = sequence.letters();
     const AlignmentSnapshot::Room room =
         record.add(sequence.Name(), letters.size(), letters.size());
@@ -39,6 +36,18 @@ AlignmentSnapshot recordOfSequence(const Peptide &sequence)
     // A sequence without a structure has nothing else below it.
     row.hasElements = sequence.objectCount() > 0;
     record.say(std::move(row));
+}
+
+AlignmentSnapshot recordOf(const std::string &name, const std::vector<const Peptide *> &sequences)
+{
+    AlignmentRecord whole;
+    whole.name = name;
+    whole.isAligned = std::ranges::all_of(sequences, [&](const Peptide *sequence) {
+        return sequence->letters().size() == sequences.front()->letters().size();
+    });
+    AlignmentSnapshot record(std::move(whole), sequences.size());
+    for (const Peptide *const sequence : sequences)
+        add(*sequence, record);
     return record;
 }
 
@@ -59,7 +68,7 @@ std::variant<AlignmentSnapshot, StructureRecord> recordOf(const Compound &object
     if (const auto *const structure = dynamic_cast<const Structure *>(&object))
         return makeRecord(*structure);
     if (const auto *const sequence = dynamic_cast<const Peptide *>(&object))
-        return recordOfSequence(*sequence);
+        return recordOf(sequence->Name(), {sequence});
     return makeSnapshot(dynamic_cast<const Alignment &>(object));
 }
 
@@ -85,6 +94,11 @@ std::shared_ptr<const WritableObject> WritableObject::asked(const Compound &obje
         return nullptr;
     return std::shared_ptr<const WritableObject>(new WritableObject(Record(*std::move(snapshot))));
 }
+
+WritableObject::WritableObject(const std::string &name,
+                               const std::vector<const Peptide *> &sequences)
+    : m_Record(recordOf(name, sequences))
+{ }
 
 bool WritableObject::isWritable(const Compound &object)
 {

@@ -11,12 +11,14 @@
 #include <QStringList>
 
 #include <memory>
+#include <string>
 #include <utility>
 #include <variant>
 #include <vector>
 
 namespace TAMBO {
 class Compound;
+class Peptide;
 struct WriteAids;
 } // namespace TAMBO
 
@@ -29,6 +31,8 @@ public:
     explicit WritableObject(const Compound &object);
     // The same. Null when that took long and the user has given it up.
     [[nodiscard]] static std::shared_ptr<const WritableObject> asked(const Compound &object);
+    // One row each, in that order; there is at least one.
+    WritableObject(const std::string &name, const std::vector<const Peptide *> &sequences);
     [[nodiscard]] static bool isWritable(const Compound &object);
 
     // The first one is the usual one.
