@@ -174,6 +174,11 @@ std::string usageText()
            "       tambo convert IN OUT [--to FORMAT]\n"
            "                                     the same in the format that OUT ends in, or in\n"
            "                                     FORMAT; says what is lost by it\n"
+           "       tambo convert SESSION OUT [--to FORMAT] [--object NAME] [--force]\n"
+           "                                     the alignment or structure of a session, or the\n"
+           "                                     one called NAME; all of them when OUT is a "
+           "folder,\n"
+           "                                     which is empty without --force\n"
            "       tambo identity IN             how alike the rows of an alignment are, a line\n"
            "                                     for each pair\n"
            "       tambo COMMAND ARGUMENTS...    a command that a plug-in adds\n"
@@ -181,7 +186,8 @@ std::string usageText()
            "\n"
            "Files are structures (" +
            formatTitles([](const FormatEntry &entry) { return isStructureFormat(entry.format); }) +
-           ") and alignments or sequences, plain or gzipped.\n"
+           ") and alignments or sequences, plain or gzipped;\n"
+           "info and convert know sessions (.tambo), too.\n"
            "A FORMAT is one of" +
            formats +
            ".\n"

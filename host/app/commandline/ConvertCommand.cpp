@@ -6,6 +6,7 @@
 #include "FileReader.h"
 #include "FileWriter.h"
 #include "FormatText.h"
+#include "SessionConversion.h"
 
 #include <ostream>
 #include <span>
@@ -80,6 +81,8 @@ Result<void> write(const ConvertOrder &order, const FileContents &contents, Writ
 
 int runConvert(const ConvertOrder &order, std::ostream &err)
 {
+    if (order.isSession)
+        return convertSession(order, err);
     const Result<FileContents> contents = readFile(order.input);
     if (!contents)
         return complain(err, contents.error(), kBadInput);

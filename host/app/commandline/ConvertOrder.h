@@ -5,6 +5,7 @@
 #include "Result.h"
 #include "WriteOptions.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,20 @@ struct ConvertOrder
     std::string output;
     // By the ending of output unless the call says it.
     WriteOptions options;
+
+    // ---- Of a session
+    bool isSession = false;
+    // How the format was told. By neither: the output is a folder.
+    bool hasEnding = false;
+    bool isFormatNamed = false;
+    // The one that is wanted.
+    std::optional<std::string> object;
+    // Into a folder where something is.
+    bool isForced = false;
 };
 
-// The words behind "convert". The error is one sentence.
+// The words behind "convert". The error is one sentence. A file that may be a session's is looked
+// at.
 [[nodiscard]] Result<ConvertOrder> parseConvertOrder(const std::vector<std::string> &words);
 
 } // namespace TAMBO::app

@@ -3,6 +3,8 @@
 
 #include "ExitStatus.h"
 #include "FileReader.h"
+#include "SessionFile.h"
+#include "SessionReport.h"
 
 #include <nlohmann/json.hpp>
 
@@ -84,6 +86,15 @@ void addContents(Json &json, const FileContents &contents)
         json["sequences"] = std::move(sequences);
 }
 
+Result<void> describeFile(const std::string &file, Json &json)
+{
+    const Result<FileContents> contents = readFile(file);
+    if (!contents)
+        return contents.error();
+    addContents(json, contents.value());
+    return {};
+}
+
 // Bytes that are no UTF-8 become the replacement character.
 std::string textOf(const Json &json)
 {
@@ -96,11 +107,10 @@ int runInfo(const std::vector<std::string> &files, std::ostream &out, std::ostre
 {
     int status = 0;
     for (const std::string &file : files) {
-        const Result<FileContents> result = readFile(file);
         Json json = {{"file", file}};
-        if (result) {
-            addContents(json, result.value());
-        } else {
+        const Result<void> result =
+            sessions::isSessionFile(file) ? describeSession(file, json) : describeFile(file, json);
+        if (!result) {
             json["error"] = result.error().message();
             status = complain(err, result.error(), kBadInput);
         }

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "OpenedSession.h"
+
+#include "SessionReading.h"
+#include "StoreReader.h"
+
+#include <utility>
+
+namespace TAMBO::app {
+
+OpenedSession::OpenedSession() = default;
+
+OpenedSession::~OpenedSession()
+{
+    // Steps refer to objects.
+    m_History.clear();
+    m_Space.reset();
+}
+
+Result<std::unique_ptr<OpenedSession>> OpenedSession::open(const std::filesystem::path &file)
+{
+    std::unique_ptr<OpenedSession> session(new OpenedSession);
+    auto reader = sessions::openSession(file);
+    if (!reader)
+        return reader.error();
+    session->m_Reader = std::move(reader).value();
+    Result<sessions::SessionOrigin> origin = sessions::originOf(*session->m_Reader);
+    if (!origin)
+        return origin.error();
+    session->m_Origin = std::move(origin).value();
+    if (const Result<void> read = sessions::readSession(*session->m_Reader, session->m_Space,
+                                                        session->m_History, session->m_Index);
+        !read)
+        return read.error();
+    return session;
+}
+
+} // namespace TAMBO::app

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The objects and the history of a session's file for a command, apart from those of a workbench.
+#pragma once
+
+#include "History.h"
+#include "ObjectIndex.h"
+#include "ObjectSpace.h"
+#include "Result.h"
+#include "SessionContent.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace TAMBO::sessions {
+class StoreReader;
+}
+
+namespace TAMBO::app {
+
+class OpenedSession
+{
+public:
+    // The failure names the file.
+    [[nodiscard]] static Result<std::unique_ptr<OpenedSession>>
+    open(const std::filesystem::path &file);
+    ~OpenedSession();
+    OpenedSession(const OpenedSession &) = delete;
+    OpenedSession &operator=(const OpenedSession &) = delete;
+
+    [[nodiscard]] const ObjectSpace &space() const noexcept { return m_Space; }
+    [[nodiscard]] const History &history() const noexcept { return m_History; }
+    [[nodiscard]] const sessions::SessionOrigin &origin() const noexcept { return m_Origin; }
+
+private:
+    OpenedSession();
+
+    std::unique_ptr<sessions::StoreReader> m_Reader;
+    ObjectSpace m_Space;
+    History m_History;
+    ObjectIndex m_Index;
+    sessions::SessionOrigin m_Origin;
+};
+
+} // namespace TAMBO::app
