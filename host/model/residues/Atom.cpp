@@ -7,6 +7,7 @@
 #include "TextBytes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -73,7 +74,11 @@ void Atom::fill(ObjectReader &in)
     if ((flags & kHasPlace) != 0) {
         const float x = in.real32();
         const float y = in.real32();
-        m_Position = Vertex(x, y, in.real32());
+        const float z = in.real32();
+        // No change of it could be read.
+        if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z))
+            in.fail("an atom is nowhere");
+        m_Position = Vertex(x, y, z);
     }
     if ((flags & kHasColor) != 0)
         m_Color = in.color();

@@ -329,6 +329,27 @@ TEST_F(ObjectStoring, PieceThatComesTwiceIsRefused)
     }
 }
 
+TEST_F(ObjectStoring, AtomThatIsNowhereIsRefused)
+{
+    TAMBO::StructureRecord record;
+    record.chains.push_back({"A", {residueRecord("ALA", 'A', "1", 1234.5F)}});
+    TAMBO::ObjectFactory::adopt(std::move(record));
+    Pieces pieces = piecesOfSpace();
+    space().reset();
+    TAMBO::ValueWriter place;
+    place.real(1234.5F);
+    const std::size_t found = pieces.front().find(place.bytes());
+    ASSERT_NE(found, std::string::npos);
+    for (const float bad :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        TAMBO::ValueWriter nowhere;
+        nowhere.real(bad);
+        pieces.front().replace(found, nowhere.size(), nowhere.bytes());
+        EXPECT_THAT(problemOf(pieces), HasSubstr("an atom is nowhere"));
+        EXPECT_EQ(space().objectCount(), 0U);
+    }
+}
+
 // From tie to tie one would never come to an end.
 TEST_F(ObjectStoring, TiesThatLeadBackAreRefused)
 {
