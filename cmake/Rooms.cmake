@@ -35,4 +35,6 @@ function(tambo_part name)
     endforeach()
     target_link_libraries(${name} PUBLIC ${arg_LIBRARIES} PRIVATE Tambo::flags ${arg_PRIVATE})
     set_property(GLOBAL APPEND PROPERTY TAMBO_PROGRAM_OBJECTS ${objects})
+    # For whoever compiles all of it in another way.
+    set_target_properties(${name} PROPERTIES ROOMS "${arg_ROOMS}")
 endfunction()
