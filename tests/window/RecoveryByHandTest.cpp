@@ -103,7 +103,7 @@ TEST_F(RecoveryByHand, WhatIsSavedAsFilesIsThereAndCanBeRecoveredStill)
     ASSERT_EQ(folders().size(), 1);
     m_Screen.pressKey(window("Save as Files"), "Return");
     waitForWindows("Save as Files", 0);
-    EXPECT_EQ(QDir(m_Folder.filePath(folders().front())).entryList({"*.pir"}).size(), 1);
+    EXPECT_EQ(QDir(m_Folder.filePath(folders().front())).entryList({"*.ali"}).size(), 1);
     m_Screen.pressKey(window("Recover"), "alt+r");
     const CellGrid cells = grid(window(kEditor), kRow.left(kTarget));
     waitForColor(cells.ground(0, kTarget), Qt::white);

@@ -2,22 +2,15 @@
 #include "WorkAsFiles.h"
 
 #include "Alignment.h"
-#include "AlignmentTable.h"
-#include "FileName.h"
-#include "ObjectSpace.h"
-#include "Peptide.h"
-#include "PointerSet.h"
-#include "Structure.h"
+#include "ObjectFiles.h"
 #include "WritableObject.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QSaveFile>
-#include <QSet>
 
 #include <optional>
-#include <vector>
 
 namespace TAMBO::app {
 
@@ -55,24 +48,8 @@ public:
 
     void write(const ObjectSpace &space)
     {
-        std::vector<const Peptide *> sequences;
-        PointerSet<Compound> shown;
-        for (std::size_t i = 0; i < space.objectCount(); ++i) {
-            const Compound *const object = space.object(i);
-            if (const auto *const alignment = dynamic_cast<const Alignment *>(object)) {
-                const AlignmentTable &table = alignment->table();
-                for (std::size_t row = 0; row < table.rowCount(); ++row)
-                    shown.insert(&table.row(row).sequence());
-                write(*alignment);
-            } else if (const auto *const structure = dynamic_cast<const Structure *>(object)) {
-                write(*structure);
-            } else if (const auto *const sequence = dynamic_cast<const Peptide *>(object)) {
-                sequences.push_back(sequence);
-            }
-        }
-        std::erase_if(sequences, [&](const Peptide *sequence) { return shown.contains(sequence); });
-        if (!sequences.empty())
-            write(sequences);
+        for (const ObjectFile &file : objectFilesOf(space))
+            write(file);
     }
 
     [[nodiscard]] Result<WorkAsFiles> finish(const QStringList &remarks)
@@ -91,68 +68,34 @@ public:
     }
 
 private:
-    void write(const Alignment &alignment)
+    void write(const ObjectFile &file)
     {
-        const QString file = fileFor(alignment, QStringLiteral(".pir"));
-        note(file, alignment, WritableObject(alignment).write(pathOf(file), WriteOptions()),
-             FilesText::tr("alignment of %1 rows and %2 columns")
-                 .arg(alignment.height())
-                 .arg(alignment.width()));
-    }
-    void write(const Structure &structure)
-    {
-        const QString file = fileFor(structure, QStringLiteral(".cif"));
-        WriteOptions options;
-        options.format = FileFormat::Mmcif;
-        note(file, structure, WritableObject(structure).write(pathOf(file), options),
-             FilesText::tr("structure"));
-    }
-    void write(const std::vector<const Peptide *> &sequences)
-    {
-        QByteArray text;
-        for (const Peptide *const sequence : sequences) {
-            const std::string_view letters = sequence->letters();
-            text += '>' + QString::fromStdString(sequence->Name()).simplified().toUtf8() + '\n';
-            text += QByteArray(letters.data(), qsizetype(letters.size())) + '\n';
+        const QString name = QString::fromStdString(file.name);
+        if (const Result<void> done = file.content().write(pathOf(name), file.options); !done) {
+            m_Written.problems << FilesText::tr("%1 could not be written: %2")
+                                      .arg(describe(file),
+                                           QString::fromStdString(done.error().message()));
+            return;
         }
-        const QString file = unique(QStringLiteral("sequences"), QStringLiteral(".fasta"));
-        if (const std::optional<Failure> failure = writeText(pathOf(file), text))
-            m_Written.problems << QString::fromStdString(failure->message());
-        else
-            list(file, FilesText::tr("%n sequence(s) that no alignment shows", nullptr,
-                                     int(sequences.size())));
-    }
-
-    void note(const QString &file, const Compound &object, const Result<void> &done,
-              const QString &what)
-    {
-        const QString name = QString::fromStdString(object.Name());
-        if (done)
-            list(file, FilesText::tr("%1: %2").arg(name, what));
-        else
-            m_Written.problems << FilesText::tr("\"%1\" could not be written: %2")
-                                      .arg(name, QString::fromStdString(done.error().message()));
-    }
-    void list(const QString &file, const QString &what)
-    {
         ++m_Written.files;
-        m_Lines << file + QStringLiteral("\n    ") + what;
+        m_Lines << name + QStringLiteral("\n    ") + describe(file);
     }
 
-    [[nodiscard]] QString fileFor(const Compound &object, const QString &ending)
+    [[nodiscard]] static QString describe(const ObjectFile &file)
     {
-        return unique(QString::fromStdString(fileNameOf(object.Name())), ending);
+        const Compound &first = *file.objects.front();
+        const QString name = QString::fromStdString(first.Name());
+        if (const auto *const alignment = dynamic_cast<const Alignment *>(&first))
+            return FilesText::tr("%1: alignment of %2 rows and %3 columns")
+                .arg(name)
+                .arg(alignment->height())
+                .arg(alignment->width());
+        if (first.Kind() == CompoundKind::Structure)
+            return FilesText::tr("%1: structure").arg(name);
+        return FilesText::tr("%n sequence(s) that no alignment shows", nullptr,
+                             int(file.objects.size()));
     }
-    // There are folders that do not tell "A" from "a".
-    [[nodiscard]] QString unique(const QString &wanted, const QString &ending)
-    {
-        const QString first = wanted.isEmpty() ? QStringLiteral("object") : wanted;
-        QString name = first;
-        for (int number = 2; m_Taken.contains((name + ending).toLower()); ++number)
-            name = first + u'-' + QString::number(number);
-        m_Taken.insert((name + ending).toLower());
-        return name + ending;
-    }
+
     [[nodiscard]] QString pathOf(const QString &file) const
     {
         return m_Written.folder + u'/' + file;
@@ -160,7 +103,6 @@ private:
 
     WorkAsFiles m_Written;
     QStringList m_Lines;
-    QSet<QString> m_Taken;
 };
 
 } // namespace

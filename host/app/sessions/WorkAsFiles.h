@@ -23,8 +23,8 @@ struct WorkAsFiles
     QStringList problems;
 };
 
-// Alignments as PIR, structures as mmCIF, sequences that no alignment shows as FASTA, in a new
-// folder in that one. remarks: sentences for the text.
+// Alignments and the sequences that no alignment shows as PIR, structures as mmCIF, in a new folder
+// in that one. remarks: sentences for the text.
 [[nodiscard]] Result<WorkAsFiles> writeAsFiles(const ObjectSpace &space, const QString &parent,
                                                const QStringList &remarks = {});
 

@@ -251,16 +251,15 @@ TEST_F(LiveStoreTest, WhatWasLeftBehindIsSavedAsFiles)
     ASSERT_TRUE(saved) << saved.error().message();
     EXPECT_EQ(saved.value().problems, QStringList());
     EXPECT_EQ(saved.value().files, 4);
-    EXPECT_EQ(
-        QDir(saved.value().folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase),
-        QStringList({"1abc.cif", "CONTENTS.txt", "Family.pir", "family-2.pir", "sequences.fasta"}));
-    EXPECT_EQ(fileRows(saved.value(), "Family.pir"), QStringList({"AC-D", "A-CD"}));
-    EXPECT_EQ(fileRows(saved.value(), "family-2.pir"), QStringList({"AC-DE", "A-CDE"}));
-    EXPECT_EQ(fileRows(saved.value(), "sequences.fasta"), QStringList("MKV"));
+    EXPECT_EQ(QDir(saved.value().folder).entryList(QDir::Files, QDir::Name | QDir::IgnoreCase),
+              QStringList({"1abc.cif", "alone.ali", "CONTENTS.txt", "family-2.ali", "Family.ali"}));
+    EXPECT_EQ(fileRows(saved.value(), "Family.ali"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_EQ(fileRows(saved.value(), "family-2.ali"), QStringList({"AC-DE", "A-CDE"}));
+    EXPECT_EQ(fileRows(saved.value(), "alone.ali"), QStringList("MKV"));
     auto contents = readFile((saved.value().folder + "/1abc.cif").toStdString());
     ASSERT_TRUE(contents) << contents.error().message();
     EXPECT_EQ(contents->structures.at(0).chains.at(0).residues.size(), 3u);
-    EXPECT_TRUE(textOf(saved.value()).contains("family-2.pir\n    family: alignment of 2 rows"))
+    EXPECT_TRUE(textOf(saved.value()).contains("family-2.ali\n    family: alignment of 2 rows"))
         << textOf(saved.value()).toStdString();
     // The workbench is empty, and all is as it was.
     EXPECT_EQ(space().objectCount(), 0u);
@@ -296,7 +295,7 @@ TEST_F(LiveStoreTest, FilesAreSavedThoughTheChangesCannotAllBeDoneAgain)
     const auto saved =
         app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History, m_Folder.path());
     ASSERT_TRUE(saved) << saved.error().message();
-    EXPECT_EQ(fileRows(saved.value(), "globins.pir"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_EQ(fileRows(saved.value(), "globins.ali"), QStringList({"AC-D", "A-CD"}));
     EXPECT_TRUE(textOf(saved.value()).contains("could not be done again"));
 }
 
@@ -312,7 +311,7 @@ TEST_F(LiveStoreTest, FilesAreSavedOfTheStateAloneAfterManyAttempts)
         SessionFolder::noteAttempt(session);
     const auto saved = app::saveAsFiles(session, space(), m_History, m_Folder.path());
     ASSERT_TRUE(saved) << saved.error().message();
-    EXPECT_EQ(fileRows(saved.value(), "family.pir"), QStringList({"AC-D", "A-CD"}));
+    EXPECT_EQ(fileRows(saved.value(), "family.ali"), QStringList({"AC-D", "A-CD"}));
     EXPECT_EQ(sessions().leftBehind().at(0).attempts, 3);
 }
 
