@@ -150,6 +150,9 @@ std::size_t ByteSource::readFile(char *room, std::size_t size)
 
 std::size_t ByteSource::readCompressed(char *room, std::size_t size)
 {
+    // A few bytes may hold a great deal of text.
+    if (!goesOn())
+        return 0;
     Inflater &inflater = *m_Inflater;
     z_stream &stream = inflater.m_Stream;
     stream.next_out = reinterpret_cast<Bytef *>(room);

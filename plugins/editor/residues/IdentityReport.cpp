@@ -4,7 +4,7 @@
 #include "Alignment.h"
 
 #include <algorithm>
-#include <vector>
+#include <string>
 
 namespace {
 
@@ -20,24 +20,20 @@ struct Identity
     unsigned long overlap = 0;
 };
 
-std::vector<TAMBO::AlignmentCell> cellsOf(const TAMBO::Alignment &alignment, unsigned long row)
-{
-    std::vector<TAMBO::AlignmentCell> cells;
-    alignment.readRow(row, 0, alignment.width(), cells);
-    return cells;
-}
+// As the text of a row has it.
+constexpr char kGap = '-';
 
 Identity compare(const TAMBO::Alignment &alignment, unsigned long row)
 {
-    const std::vector<TAMBO::AlignmentCell> rowA = cellsOf(alignment, 0);
-    const std::vector<TAMBO::AlignmentCell> rowB = cellsOf(alignment, row);
+    const std::string rowA = alignment.GetSequence(0, false);
+    const std::string rowB = alignment.GetSequence(row, false);
     const std::size_t columns = std::min(rowA.size(), rowB.size());
     Identity result;
     std::size_t first = 0;
     std::size_t last = 0;
     for (std::size_t i = 0; i < columns; ++i) {
-        const bool a = !rowA[i].isGap();
-        const bool b = !rowB[i].isGap();
+        const bool a = rowA[i] != kGap;
+        const bool b = rowB[i] != kGap;
         result.len0 += a ? 1 : 0;
         result.lenR += b ? 1 : 0;
         result.hangs += a || b ? 1 : 0;
@@ -46,11 +42,12 @@ Identity compare(const TAMBO::Alignment &alignment, unsigned long row)
         if (result.identicals + result.different == 0)
             first = i;
         last = i;
-        ++(rowA[i].letter == rowB[i].letter ? result.identicals : result.different);
+        result.identicals += rowA[i] == rowB[i] ? 1 : 0;
+        result.different += rowA[i] == rowB[i] ? 0 : 1;
     }
     // Kept: without a column that both have, first and last are the first column of all.
     for (std::size_t i = first; i <= last && i < columns; ++i)
-        result.overlap += !rowA[i].isGap() || !rowB[i].isGap() ? 1 : 0;
+        result.overlap += rowA[i] != kGap || rowB[i] != kGap ? 1 : 0;
     return result;
 }
 

@@ -144,6 +144,25 @@ TEST_P(Looks, EachOfThemEndsTheReading)
         EXPECT_EQ(looks(last).size(), last);
 }
 
+TEST(LooksAtPackedFiles, TheirNumberGoesByWhatIsInThem)
+{
+    constexpr std::size_t kText = std::size_t{8} << 20U;
+    const TemporaryFile file("made.gz", gzipped(">a\n" + std::string(kText, 'A') + '\n'));
+    std::size_t looks = 0;
+    EXPECT_TRUE(readPackedFile(file.path(), [&](std::uint64_t, std::uint64_t) {
+        ++looks;
+        return true;
+    }));
+    EXPECT_GE(looks, kText >> 18U);
+    const std::size_t last = looks - 1;
+    looks = 0;
+    const Result<FileContents> read =
+        readPackedFile(file.path(), [&](std::uint64_t, std::uint64_t) { return ++looks != last; });
+    ASSERT_FALSE(read);
+    EXPECT_EQ(read.error().kind, FailureKind::Cancelled);
+    EXPECT_EQ(looks, last);
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, Looks, testing::ValuesIn(kKinds),
                          [](const auto &kind) { return std::string(kind.param.name); });
 
