@@ -166,6 +166,15 @@ public:
     [[nodiscard]] double real64() { return std::bit_cast<double>(fixed<std::uint64_t>()); }
     // A part of the bytes.
     [[nodiscard]] std::string_view text() { return raw(number()); }
+    // As the system spells it.
+    [[nodiscard]] std::string_view fileName()
+    {
+        const std::string_view name = text();
+        if (name.find('\0') == std::string_view::npos)
+            return name;
+        fail("a file has a name that no file can have");
+        return {};
+    }
     [[nodiscard]] std::string_view raw(std::uint64_t size)
     {
         if (size > left()) {

@@ -14,7 +14,7 @@ OpenedSession::~OpenedSession()
 {
     // Steps refer to objects.
     m_History.clear();
-    m_Space.reset();
+    ObjectSpace::get().reset();
 }
 
 Result<std::unique_ptr<OpenedSession>> OpenedSession::open(const std::filesystem::path &file)
@@ -28,7 +28,7 @@ Result<std::unique_ptr<OpenedSession>> OpenedSession::open(const std::filesystem
     if (!origin)
         return origin.error();
     session->m_Origin = std::move(origin).value();
-    if (const Result<void> read = sessions::readSession(*session->m_Reader, session->m_Space,
+    if (const Result<void> read = sessions::readSession(*session->m_Reader, ObjectSpace::get(),
                                                         session->m_History, session->m_Index);
         !read)
         return read.error();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The objects and the history of a session's file for a command, apart from those of a workbench.
+// The objects and the history of a session's file for a command, one at a time: they stand in the
+// space of the program, since names depend on that.
 #pragma once
 
 #include "History.h"
@@ -27,7 +28,7 @@ public:
     OpenedSession(const OpenedSession &) = delete;
     OpenedSession &operator=(const OpenedSession &) = delete;
 
-    [[nodiscard]] const ObjectSpace &space() const noexcept { return m_Space; }
+    [[nodiscard]] static const ObjectSpace &space() { return ObjectSpace::get(); }
     [[nodiscard]] const History &history() const noexcept { return m_History; }
     [[nodiscard]] const sessions::SessionOrigin &origin() const noexcept { return m_Origin; }
 
@@ -35,7 +36,6 @@ private:
     OpenedSession();
 
     std::unique_ptr<sessions::StoreReader> m_Reader;
-    ObjectSpace m_Space;
     History m_History;
     ObjectIndex m_Index;
     sessions::SessionOrigin m_Origin;

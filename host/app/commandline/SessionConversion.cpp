@@ -154,11 +154,11 @@ private:
         const auto failed = [&](FailureKind kind, const std::string &cause) {
             return Failure(kind, cause, {shownName(m_Output)});
         };
+        const fs::path folder = m_Output.has_filename() ? m_Output : m_Output.parent_path();
         std::error_code error;
-        if (fs::exists(m_Output, error) && !fs::is_directory(m_Output, error))
+        if (fs::exists(folder, error) && !fs::is_directory(folder, error))
             return failed(FailureKind::Refused, "is a file, where a folder is needed");
-        isNew = fs::create_directory(m_Output.has_filename() ? m_Output : m_Output.parent_path(),
-                                     error);
+        isNew = fs::create_directory(folder, error);
         if (error)
             return failed(FailureKind::System, "cannot be made: " + error.message());
         const bool isEmpty = fs::is_empty(m_Output, error);

@@ -27,7 +27,7 @@ QStringList readFiles(ValueReader &in)
     if (in.number() != kArrivingVersion)
         in.fail("it was written by a newer version of the program");
     while (!in.atEnd()) {
-        const std::string_view file = in.text();
+        const std::string_view file = in.fileName();
         files << QFile::decodeName(QByteArray(file.data(), qsizetype(file.size())));
     }
     return in.failed() ? QStringList() : files;

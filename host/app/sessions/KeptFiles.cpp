@@ -115,7 +115,7 @@ void KeptFiles::write(const SavedPlaces::Place &place, ValueWriter &out)
 SavedPlaces::Place KeptFiles::readPlace(ValueReader &in)
 {
     SavedPlaces::Place place;
-    const std::string_view file = in.text();
+    const std::string_view file = in.fileName();
     place.file = QFile::decodeName(QByteArray(file.data(), qsizetype(file.size())));
     const std::optional<WriteOptions> options = writeOptionsNamed(in.text());
     if (!options)
@@ -140,7 +140,7 @@ KeptFiles::Content KeptFiles::read(ValueReader &in)
         in.fail("it was written by a newer version of the program");
     for (std::size_t i = in.count(kLeastBytes); i > 0 && !in.failed(); --i) {
         const auto identity = static_cast<std::uint32_t>(in.number(kMostIdentity));
-        content.sources[identity] = in.text();
+        content.sources[identity] = in.fileName();
     }
     for (std::size_t i = in.count(kLeastBytes); i > 0 && !in.failed(); --i) {
         Kept kept;
