@@ -51,8 +51,8 @@ std::optional<LeftSession> lookAt(const QFileInfo &file)
                           Logger::Severity::Warning);
         return std::nullopt;
     }
-    const Result<std::uint64_t> changes =
-        store.value()->recordCount(std::uint32_t(sessions::RecordKind::Change));
+    const Result<sessions::RecordTally> changes =
+        store.value()->tally(std::uint32_t(sessions::RecordKind::Change));
     QStringList arriving;
     const Result<void> seen =
         store.value()->forEachValue([&](std::string_view name, std::string_view content) {
@@ -64,7 +64,12 @@ std::optional<LeftSession> lookAt(const QFileInfo &file)
                 session.unsaved = UnsavedCount::read(content);
             return Result<void>();
         });
-    session.changes = changes ? changes.value() : 0;
+    if (changes) {
+        session.changes = changes.value().count;
+        // The file itself may be older: its journal is in another one.
+        if (changes.value().lastTime != 0)
+            session.time = QDateTime::fromMSecsSinceEpoch(changes.value().lastTime);
+    }
     for (QString &file : arriving)
         file = QFileInfo(file).fileName();
     if (!arriving.isEmpty())

@@ -105,16 +105,19 @@ Result<std::uint64_t> StoreReader::recordCount()
     return countOf(m_Database, recordsQuery("count(*)"));
 }
 
-Result<std::uint64_t> StoreReader::recordCount(std::uint32_t kind)
+Result<RecordTally> StoreReader::tally(std::uint32_t kind)
 {
-    std::uint64_t count = 0;
+    RecordTally tally;
     const Result<void> done = forEachRecord([&](const SeenRecord &record) {
-        count += record.kind == kind ? 1 : 0;
+        if (record.kind == kind) {
+            ++tally.count;
+            tally.lastTime = record.time;
+        }
         return Result<void>();
     });
     if (!done)
         return done.error();
-    return count;
+    return tally;
 }
 
 } // namespace TAMBO::sessions

@@ -13,6 +13,14 @@
 
 namespace TAMBO::sessions {
 
+// Records of one kind.
+struct RecordTally
+{
+    std::uint64_t count = 0;
+    // Milliseconds since 1970; 0 without one.
+    std::int64_t lastTime = 0;
+};
+
 class StoreReader
 {
 public:
@@ -45,7 +53,7 @@ public:
     [[nodiscard]] Result<void> forEachValue(const ValueVisitor &visit);
     [[nodiscard]] Result<std::uint64_t> partCount();
     [[nodiscard]] Result<std::uint64_t> recordCount();
-    [[nodiscard]] Result<std::uint64_t> recordCount(std::uint32_t kind);
+    [[nodiscard]] Result<RecordTally> tally(std::uint32_t kind);
 
     // Of the file, as people call it.
     [[nodiscard]] const std::string &name() const noexcept { return m_Database.name(); }

@@ -237,6 +237,22 @@ TEST_F(LiveStoreTest, TheNumberOfUnsavedChangesIsKnown)
     waitUntil(isKnown);
 }
 
+TEST_F(LiveStoreTest, TheTimeIsThatOfTheLastChange)
+{
+    auto store = begin();
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    waitUntilSafe(*store);
+    const QDateTime before = QDateTime::currentDateTime();
+    rename(made, "globins");
+    const QString left = endAndLeave(store);
+    {
+        QFile file(left);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(before.addYears(-1), QFileDevice::FileModificationTime));
+    }
+    EXPECT_GE(sessions().leftBehind().at(0).time, before);
+}
+
 TEST_F(LiveStoreTest, WhatWasLeftBehindIsSavedAsFiles)
 {
     auto store = begin();
