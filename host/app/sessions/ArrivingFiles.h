@@ -37,6 +37,8 @@ public:
 
     [[nodiscard]] std::string name() const override { return std::string(kName); }
     [[nodiscard]] std::string store() const override;
+    // What is kept must not be opened once more.
+    [[nodiscard]] bool followsSteps() const override { return true; }
     [[nodiscard]] Result<void> load(std::string_view content, const ObjectIndex &objects) override;
 
 private:

@@ -116,6 +116,8 @@ void LiveStore::writeSlice()
         m_Slices.start(1ms);
     } else if (m_Session->writeMore(kSlice)) {
         m_Slices.start(0ms);
+    } else {
+        writeAll(m_Values.changedBySteps());
     }
 }
 
@@ -172,6 +174,10 @@ void LiveStore::look()
         m_Slices.start(kBeforeSlices);
     if (m_WhenSafe && m_Session->isUpToDate() && status.durable == status.handed)
         std::exchange(m_WhenSafe, {})();
+    if (!m_Session->lacksChanges())
+        m_LackingSince.reset();
+    else if (!m_LackingSince)
+        m_LackingSince = StoreWriter::Clock::now();
     const QString warning = findWarning(status);
     if (warning == m_Warning)
         return;
@@ -197,6 +203,9 @@ QString LiveStore::findWarning(const StoreWriter::Status &status) const
             .arg(QString::fromStdString(status.problem->message()));
     if (status.waitingSince && StoreWriter::Clock::now() - *status.waitingSince > kPatience)
         return tr("A crash would lose the last changes: the disk is slow.");
+    if (m_LackingSince && StoreWriter::Clock::now() - *m_LackingSince > kPatience)
+        return tr("A crash would lose the last changes: much that has arrived is still to be "
+                  "written.");
     return {};
 }
 

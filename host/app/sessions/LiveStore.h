@@ -13,8 +13,10 @@
 #include <QString>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace TAMBO::sessions {
@@ -77,6 +79,8 @@ private:
     QTimer m_ValueSlices;
     QTimer m_Looks;
     QString m_Warning;
+    // That there are changes which are not even on their way to the disk.
+    std::optional<std::chrono::steady_clock::time_point> m_LackingSince;
     std::function<void()> m_WhenSafe;
 };
 

@@ -306,6 +306,8 @@ void Workbench::filesOpened(const LoadReport &report)
         noteOpened(*report.structures[i], report.structureOrigins[i]);
     for (std::size_t i = 0; i < report.alignments.size(); ++i)
         noteOpened(*report.alignments[i], report.alignmentOrigins[i]);
+    if (m_LiveStore != nullptr)
+        m_LiveStore->writeValues();
     rememberFiles(report);
     tellFailures(report);
     emit opened(report);

@@ -3,6 +3,7 @@
 #include "Workbench.h"
 
 #include "Alignment.h"
+#include "AlignmentWindow.h"
 #include "LiveStore.h"
 #include "Logger.h"
 #include "MainWindow.h"
@@ -84,7 +85,18 @@ void Workbench::recoverWork(const LeftSession &session)
                     {QString::fromStdString(loaded.value().problem->message())});
     showFirstAlignment();
     m_Window->say(tr("Recovered."));
-    open(m_Arriving.takeLeft());
+    const QStringList arriving = m_Arriving.takeLeft();
+    if (arriving.isEmpty())
+        return;
+    // Somebody has seen them in a window already, or was about to.
+    connect(
+        &m_Loader, &Loader::finished, this,
+        [this] {
+            if (AlignmentWindow::All().empty())
+                showFirstAlignment();
+        },
+        Qt::SingleShotConnection);
+    open(arriving);
 }
 
 void Workbench::showFirstAlignment()

@@ -12,6 +12,7 @@
 #include "StoredObject.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace TAMBO::sessions {
@@ -21,9 +22,10 @@ namespace {
 // Stands for a change that is in the content of an object. No number.
 const std::string kInContents = "\xff";
 
-// What one change may take the time to finish, and how many objects and steps are looked at for it.
-constexpr std::size_t kAtOnce = std::size_t(64) << 10;
-constexpr std::size_t kFew = 500;
+// An entry is a single value in the store.
+constexpr std::size_t kPiece = std::size_t(1) << 20;
+// Looking at an object or a step takes as long as writing so many.
+constexpr std::size_t kBytesOfALook = 128;
 
 bool goesThroughRows(const std::string &edit)
 {
@@ -42,13 +44,14 @@ bool goesThroughRows(const std::string &edit)
 } // namespace
 
 LiveSession::LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small,
-                         std::uint64_t mostReplay)
+                         std::uint64_t mostReplay, std::size_t atOnce)
     : m_Space(space),
       m_History(history),
       m_Sink(std::move(sink)),
       m_Writer(small),
       m_Records(m_Writer, [this](std::string record) { take(std::move(record)); }),
-      m_MostReplay(mostReplay)
+      m_MostReplay(mostReplay),
+      m_AtOnce(atOnce)
 {
     startAnew();
     setStepJournal(this);
@@ -109,12 +112,15 @@ std::optional<StoreEntry> LiveSession::next(std::size_t bytes)
     return std::nullopt;
 }
 
+void LiveSession::writeAtOnce(std::size_t bytes)
+{
+    while (bytes > 0 && writeSlice(std::min(bytes, kPiece)))
+        bytes -= std::min(bytes, kPiece);
+}
+
 void LiveSession::finish()
 {
-    // Not all at once: an entry is a single value in the store.
-    constexpr std::size_t kPiece = std::size_t(1) << 20;
-    while (writeSlice(kPiece))
-        ;
+    writeAtOnce(std::numeric_limits<std::size_t>::max());
 }
 
 void LiveSession::handOver(StoreEntry entry)
@@ -138,7 +144,8 @@ void LiveSession::giveUp()
 
 bool LiveSession::isQuicklyDone() const
 {
-    return !m_IsStateMissing || m_State || m_Space.objectCount() + m_History.size() < kFew;
+    return !m_IsStateMissing || m_State ||
+           m_Space.objectCount() + m_History.size() < m_AtOnce / kBytesOfALook;
 }
 
 // ---- What is told
@@ -151,7 +158,7 @@ void LiveSession::changeBegins()
     if (m_Lacking >= kMostLacking)
         finish();
     else if (isQuicklyDone())
-        writeSlice(kAtOnce);
+        writeAtOnce(m_AtOnce);
 }
 
 std::string LiveSession::store(const Edit &inverse)

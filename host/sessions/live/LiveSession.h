@@ -38,6 +38,9 @@ public:
     static constexpr std::size_t kSmall = std::size_t(64) << 10;
     // Of what is to be done again after a death, by ReplayCost.
     static constexpr std::uint64_t kMostReplay = 1'000'000'000;
+    // What waits when a change comes is handed over before it, if it is no more: some hundredths of
+    // a second, once.
+    static constexpr std::size_t kAtOnce = std::size_t(8) << 20;
     // Steps that only a state which is still to be written will have.
     static constexpr std::size_t kMostLacking = 8;
 
@@ -46,7 +49,7 @@ public:
     // The journal as long as it lives. Space and history are stored from the state that they have
     // now, the history being the recorder.
     LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small = kSmall,
-                std::uint64_t mostReplay = kMostReplay);
+                std::uint64_t mostReplay = kMostReplay, std::size_t atOnce = kAtOnce);
     ~LiveSession() override;
 
     // Everything anew, because the store has begun anew.
@@ -62,6 +65,8 @@ public:
         return !m_IsStateMissing && m_Waiting.empty();
     }
     [[nodiscard]] bool hasMore() const noexcept { return m_State || !isUpToDate(); }
+    // Changes have been made that only a state which is still to be written will have.
+    [[nodiscard]] bool lacksChanges() const noexcept { return m_Lacking > 0; }
 
     // What has been recorded is to be replaced by the state that has come of it, at the next rest.
     [[nodiscard]] bool isFoldDue() const noexcept
@@ -85,6 +90,8 @@ public:
 private:
     [[nodiscard]] std::optional<StoreEntry> next(std::size_t bytes);
     bool writeSlice(std::size_t bytes);
+    // So much of what waits, and all of it with the highest number.
+    void writeAtOnce(std::size_t bytes);
     void handOver(StoreEntry entry);
     // What waits is no more as it was: the state is to be written, or goes on as it is.
     void giveUp();
@@ -119,6 +126,7 @@ private:
     std::size_t m_Lacking = 0;
     ReplayCost m_Cost;
     std::uint64_t m_MostReplay;
+    std::size_t m_AtOnce;
     std::size_t m_Position = 0;
 };
 

@@ -36,6 +36,9 @@ protected:
 
     [[nodiscard]] std::filesystem::path file() const { return m_Folder / "work.session"; }
 
+    // Less than the program's, so that little is much.
+    static constexpr std::size_t kAtOnce = std::size_t(64) << 10;
+
     void beginSession(std::size_t small,
                       std::uint64_t mostReplay = TAMBO::sessions::LiveSession::kMostReplay)
     {
@@ -43,7 +46,7 @@ protected:
         session.emplace(
             space(), history,
             [this](TAMBO::sessions::StoreEntry entry) { entries.push_back(std::move(entry)); },
-            small, mostReplay);
+            small, mostReplay, kAtOnce);
     }
     void endSession() { session.reset(); }
     // Nothing is left of the program but what was handed over.

@@ -273,6 +273,19 @@ TEST_F(ALargeArrival, IsNotWaitedForByTheNextChange)
     EXPECT_EQ(allStates(true), states);
 }
 
+// Of what most people work on, so that the change is safe as soon as any other.
+TEST_F(ALargeArrival, IsHandedOverBeforeTheNextChangeUnlessThatTakesLong)
+{
+    session.emplace(space(), history,
+                    [this](StoreEntry entry) { entries.push_back(std::move(entry)); });
+    session->finish();
+    bringSequences(3000);
+    EXPECT_FALSE(session->isUpToDate());
+    TAMBO::renameObject(**space().begin(), "renamed");
+    EXPECT_TRUE(session->isUpToDate());
+    EXPECT_FALSE(session->lacksChanges());
+}
+
 TEST_F(ALargeArrival, IsWaitedForByTheChangeThatComesAfterManyOthers)
 {
     beginSession(0);
@@ -281,6 +294,7 @@ TEST_F(ALargeArrival, IsWaitedForByTheChangeThatComesAfterManyOthers)
     for (std::size_t i = 0; i < LiveSession::kMostLacking; ++i) {
         TAMBO::renameObject(**space().begin(), "name" + std::to_string(i));
         EXPECT_FALSE(session->isUpToDate());
+        EXPECT_TRUE(session->lacksChanges());
         session->writeMore(1000);
     }
     {
@@ -488,7 +502,7 @@ protected:
         StoreWriter writer(file());
         session.emplace(
             space(), history, [&](StoreEntry entry) { writer.put(std::move(entry)); },
-            below(2) == 0 ? LiveSession::kSmall : 300);
+            below(2) == 0 ? LiveSession::kSmall : 300, LiveSession::kMostReplay, kAtOnce);
         session->finish();
         if (writer.waitUntilDurable(std::chrono::minutes(2)))
             tell(end, {0, std::hash<std::string>()(""), false});
