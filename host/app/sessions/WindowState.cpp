@@ -76,7 +76,7 @@ double readCells(ValueReader &in)
 
 int pixelsOf(double cells, int cell)
 {
-    constexpr double kMost = double(std::numeric_limits<int>::max() / 2);
+    constexpr double kMost = std::numeric_limits<int>::max() / 2.0;
     return int(std::min(std::round(cells * cell), kMost));
 }
 
