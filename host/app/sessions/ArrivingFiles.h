@@ -36,6 +36,7 @@ public:
     [[nodiscard]] static QStringList filesIn(std::string_view content);
 
     [[nodiscard]] std::string name() const override { return std::string(kName); }
+    [[nodiscard]] bool isForFiles() const override { return false; }
     [[nodiscard]] std::string store() const override;
     // What is kept must not be opened once more.
     [[nodiscard]] bool followsSteps() const override { return true; }

@@ -2,6 +2,7 @@
 #include "KeptFiles.h"
 
 #include "FileCheck.h"
+#include "FileStateBytes.h"
 #include "Logger.h"
 #include "ObjectIndex.h"
 #include "ValueBytes.h"
@@ -29,28 +30,6 @@ constexpr unsigned kHoldsMore = 8;
 constexpr unsigned kHasState = 16;
 constexpr unsigned kHasHash = 32;
 constexpr unsigned kAllOfPlace = 2 * kHasHash - 1;
-
-void writeState(const FileState &state, ValueWriter &out)
-{
-    out.number(state.device);
-    out.number(state.inode);
-    out.number(state.size);
-    out.signedNumber(state.changed);
-    if (state.hash)
-        out.number(*state.hash);
-}
-
-FileState readState(ValueReader &in, bool hasHash)
-{
-    FileState state;
-    state.device = in.number();
-    state.inode = in.number();
-    state.size = in.number();
-    state.changed = in.signedNumber();
-    if (hasHash)
-        state.hash = in.number();
-    return state;
-}
 
 // What a session says that somebody else has made must not put anything into just any file: it is
 // one of alignments or structures, or the very one that it was.
@@ -109,7 +88,7 @@ void KeptFiles::write(const SavedPlaces::Place &place, ValueWriter &out)
                (place.holdsMore ? kHoldsMore : 0U) | (place.state ? kHasState : 0U) |
                (place.state && place.state->hash ? kHasHash : 0U));
     if (place.state)
-        writeState(*place.state, out);
+        writeFileState(*place.state, out);
 }
 
 SavedPlaces::Place KeptFiles::readPlace(ValueReader &in)
@@ -128,7 +107,7 @@ SavedPlaces::Place KeptFiles::readPlace(ValueReader &in)
     place.isWhole = (flags & kIsWhole) != 0;
     place.holdsMore = (flags & kHoldsMore) != 0;
     if ((flags & kHasState) != 0)
-        place.state = readState(in, (flags & kHasHash) != 0);
+        place.state = readFileState(in, (flags & kHasHash) != 0);
     return place;
 }
 

@@ -117,7 +117,7 @@ void LiveStore::writeSlice()
     } else if (m_Session->writeMore(kSlice)) {
         m_Slices.start(0ms);
     } else {
-        writeAll(m_Values.changedBySteps());
+        writeStepValues();
     }
 }
 
@@ -142,6 +142,11 @@ void LiveStore::writeValues()
     writeAll(m_Values.changed());
 }
 
+void LiveStore::writeStepValues()
+{
+    writeAll(m_Values.changedBySteps());
+}
+
 void LiveStore::write(sessions::StoreEntry entry)
 {
     const auto *const record = std::get_if<sessions::Record>(&entry);
@@ -151,7 +156,7 @@ void LiveStore::write(sessions::StoreEntry entry)
         (record != nullptr && record->kind == std::uint32_t(sessions::RecordKind::Change));
     m_Writer->put(std::move(entry));
     if (isChange)
-        writeAll(m_Values.changedBySteps());
+        writeStepValues();
 }
 
 void LiveStore::writeAll(std::vector<sessions::NamedValue> values)

@@ -38,8 +38,8 @@ public:
 
     // What the user is to know of what is not safe; empty when all is well.
     [[nodiscard]] QString warning() const { return m_Warning; }
-    // What has changed of the values is written now, and not only when the user rests.
-    void writeValues();
+    // Values that follow steps are written now, if they have changed.
+    void writeStepValues();
     // All that has been done has been handed over to be written.
     [[nodiscard]] bool isUpToDate() const noexcept { return m_Session->isUpToDate(); }
     // Called once, when all that has been done up to now is on the disk, or when the program ends
@@ -58,6 +58,7 @@ private:
     void writeSlice();
     void foldIfDue();
     void lookAtValues();
+    void writeValues();
     void write(sessions::StoreEntry entry);
     void writeAll(std::vector<sessions::NamedValue> values);
     void look();

@@ -19,13 +19,19 @@ Result<sessions::LoadedSession> loadWork(sessions::StoreReader &store, ObjectSpa
         sessions::loadSession(store, space, history, index, options);
     if (!loaded)
         return loaded;
+    loadValues(store, index, values);
+    return loaded;
+}
+
+void loadValues(sessions::StoreReader &store, const ObjectIndex &index,
+                sessions::KeptValues &values)
+{
     // Whoever shows objects.
     {
         const ChangeScope scope(Publisher::Add);
     }
     for (const Failure &failure : values.load(store, index))
         Logger::Write(QString::fromStdString(failure.message()), Logger::Severity::Warning);
-    return loaded;
 }
 
 } // namespace TAMBO::app

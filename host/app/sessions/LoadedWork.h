@@ -5,6 +5,9 @@
 
 #include "SessionLoader.h"
 
+namespace TAMBO {
+class ObjectIndex;
+}
 namespace TAMBO::sessions {
 class KeptValues;
 }
@@ -16,5 +19,8 @@ namespace TAMBO::app {
 [[nodiscard]] Result<sessions::LoadedSession>
 loadWork(sessions::StoreReader &store, ObjectSpace &space, History &history,
          sessions::KeptValues &values, const sessions::SessionLoading &options = {});
+// The second half of it: objects and history of the store are there already.
+void loadValues(sessions::StoreReader &store, const ObjectIndex &index,
+                sessions::KeptValues &values);
 
 } // namespace TAMBO::app

@@ -1,45 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SessionDocument.h"
 
+#include "FileStateBytes.h"
 #include "History.h"
 #include "ValueBytes.h"
 
 #include <QFileInfo>
 
 namespace TAMBO::app {
-
-namespace {
-
-void storeState(ValueWriter &out, const std::optional<FileState> &state)
-{
-    out.flag(state.has_value());
-    if (!state)
-        return;
-    out.number(state->device);
-    out.number(state->inode);
-    out.number(state->size);
-    out.signedNumber(state->changed);
-    out.flag(state->hash.has_value());
-    out.number(state->hash.value_or(0));
-}
-
-std::optional<FileState> loadState(ValueReader &in)
-{
-    if (!in.flag())
-        return std::nullopt;
-    FileState state;
-    state.device = in.number();
-    state.inode = in.number();
-    state.size = in.number();
-    state.changed = in.signedNumber();
-    const bool hasHash = in.flag();
-    const std::uint64_t hash = in.number();
-    if (hasHash)
-        state.hash = hash;
-    return state;
-}
-
-} // namespace
 
 SessionDocument::~SessionDocument() = default;
 
@@ -84,7 +52,11 @@ std::string SessionDocument::store() const
         return {};
     ValueWriter out;
     out.text(m_File.toStdString());
-    storeState(out, m_FileState);
+    out.flag(m_FileState.has_value());
+    if (m_FileState) {
+        out.flag(m_FileState->hash.has_value());
+        writeFileState(*m_FileState, out);
+    }
     const std::optional<std::size_t> steps =
         m_State ? m_History.stepsTo(*m_State) : std::optional<std::size_t>();
     out.flag(steps.has_value());
@@ -95,8 +67,12 @@ std::string SessionDocument::store() const
 Result<void> SessionDocument::load(std::string_view content, const ObjectIndex &)
 {
     ValueReader in(content);
-    const std::string file(in.text());
-    const std::optional<FileState> fileState = loadState(in);
+    const std::string file(in.fileName());
+    std::optional<FileState> fileState;
+    if (in.flag()) {
+        const bool hasHash = in.flag();
+        fileState = readFileState(in, hasHash);
+    }
     const bool isKnown = in.flag();
     const std::uint64_t steps = in.number();
     if (in.failed() || file.empty())

@@ -54,6 +54,7 @@ public:
     // ---- KeptValue
 
     [[nodiscard]] std::string name() const override { return std::string(kName); }
+    [[nodiscard]] bool isForFiles() const override { return false; }
     [[nodiscard]] std::string store() const override;
     [[nodiscard]] Result<void> load(std::string_view content, const ObjectIndex &objects) override;
     void clear() override;

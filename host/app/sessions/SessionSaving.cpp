@@ -82,12 +82,10 @@ Result<std::optional<FileState>> SessionSaving::write(const QString &file,
                                                       const std::optional<FileState> &expected,
                                                       QWidget *parent) const
 {
-    std::vector<sessions::NamedValue> values = m_Values.store();
-    std::erase_if(values, [](const auto &value) { return value.name == SessionDocument::kName; });
     const auto origin =
         sessions::SessionOrigin::now(QCoreApplication::applicationVersion().toStdString());
     Result<SessionContent> taken =
-        sessions::takeSession(ObjectSpace::get(), m_History, std::move(values), origin);
+        sessions::takeSession(ObjectSpace::get(), m_History, m_Values.store(), origin);
     if (!taken)
         return taken.error();
     const auto content = std::make_shared<SessionContent>(std::move(taken).value());

@@ -23,6 +23,7 @@ public:
     explicit SessionSummary(const ObjectSpace &space) : m_Space(space) { }
 
     [[nodiscard]] std::string name() const override { return std::string(kName); }
+    [[nodiscard]] bool isForFiles() const override { return false; }
     [[nodiscard]] std::string store() const override;
     [[nodiscard]] Result<void> load(std::string_view, const ObjectIndex &) override { return {}; }
 

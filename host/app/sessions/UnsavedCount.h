@@ -19,6 +19,7 @@ public:
     explicit UnsavedCount(const History &history) : m_History(history) { }
 
     [[nodiscard]] std::string name() const override { return std::string(kName); }
+    [[nodiscard]] bool isForFiles() const override { return false; }
     [[nodiscard]] std::string store() const override;
     [[nodiscard]] Result<void> load(std::string_view, const ObjectIndex &) override { return {}; }
     // Changes when the history did and has rested since: each step is looked at.

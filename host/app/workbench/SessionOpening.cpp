@@ -6,6 +6,7 @@
 #include "FileCheck.h"
 #include "History.h"
 #include "KeptValues.h"
+#include "LoadedWork.h"
 #include "Loader.h"
 #include "Logger.h"
 #include "MainWindow.h"
@@ -166,12 +167,7 @@ Result<void> SessionOpening::load(const QString &file, sessions::StoreReader &se
     m_Actions.endKeeping();
     Result<void> done = sessions::readSession(session, space, m_Parts.history, index);
     if (done) {
-        // Whoever shows objects.
-        {
-            const ChangeScope scope(Publisher::Add);
-        }
-        for (const Failure &failure : m_Parts.values.load(session, index))
-            Logger::Write(QString::fromStdString(failure.message()), Logger::Severity::Warning);
+        loadValues(session, index, m_Parts.values);
         m_Parts.document.noteFile(file, state, m_Parts.history.state());
         Logger::Write(tr("Opened the session %1").arg(file));
     }

@@ -262,7 +262,7 @@ void Workbench::load(std::vector<fs::path> files)
 {
     m_Arriving.begin(files);
     if (m_LiveStore != nullptr)
-        m_LiveStore->writeValues();
+        m_LiveStore->writeStepValues();
     m_Loader.open(std::move(files));
 }
 
@@ -307,7 +307,7 @@ void Workbench::filesOpened(const LoadReport &report)
     for (std::size_t i = 0; i < report.alignments.size(); ++i)
         noteOpened(*report.alignments[i], report.alignmentOrigins[i]);
     if (m_LiveStore != nullptr)
-        m_LiveStore->writeValues();
+        m_LiveStore->writeStepValues();
     rememberFiles(report);
     tellFailures(report);
     emit opened(report);

@@ -37,6 +37,9 @@ public:
     virtual bool prepare() { return false; }
     // Whether steps of undo change it as well, so that it has to be written with each of them.
     [[nodiscard]] virtual bool followsSteps() const { return false; }
+    // Not what only the program that runs, or the one that comes after it, can use: a session's
+    // file goes without.
+    [[nodiscard]] virtual bool isForFiles() const { return true; }
     // Another session begins: nothing that was noted of this one counts, and other objects may have
     // the numbers that its objects had.
     virtual void clear() { }

@@ -27,6 +27,8 @@ std::vector<NamedValue> KeptValues::store() const
     std::vector<NamedValue> all;
     for (std::size_t i = 0; i < m_Known.size(); ++i) {
         const KeptValue &value = *m_Known[i].value;
+        if (!value.isForFiles())
+            continue;
         std::string content = value.store();
         if (!content.empty())
             all.push_back({value.name(), std::move(content)});

@@ -25,7 +25,7 @@ public:
     void add(KeptValue &value);
     void remove(KeptValue &value);
 
-    // All that are not empty, as they are now, with those that nobody knows.
+    // For a file: all that are not empty, as they are now, with those that nobody knows.
     [[nodiscard]] std::vector<NamedValue> store() const;
     // Does some of what would take long about changed(). False when nothing of that is left.
     bool prepare();

@@ -264,7 +264,6 @@ void LiveSession::travelled(std::size_t steps)
 }
 
 // Objects of steps that are dropped go with them.
-
 void LiveSession::forgotten(bool isFirst)
 {
     if (m_State)

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Hands everything that happens to the objects to a store, as it happens. What takes its time,
 // large objects that arrive and the state as a whole, is handed over in slices while the user does
-// nothing. A change does not wait for that: what has been begun is given up then, and the state is
-// written later, with the change in it. That is done a few times in a row only.
+// nothing. A change waits for some megabytes of that at most: of more, what has been begun is given
+// up, and the state is written later, with the change in it. That is done a few times in a row
+// only.
 #pragma once
 
 #include "PointerSet.h"

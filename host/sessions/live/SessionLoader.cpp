@@ -75,10 +75,8 @@ Result<LoadedSession> loadSession(StoreReader &store, ObjectSpace &space, Histor
                 return Failure(FailureKind::Cancelled, "cancelled");
             }
             Result<void> done = changes.read(record.kind, record.content);
-            if (done && static_cast<RecordKind>(record.kind) == RecordKind::Change) {
+            if (done && static_cast<RecordKind>(record.kind) == RecordKind::Change)
                 ++loaded.changes;
-                loaded.time = record.time;
-            }
             return done;
         });
     }();

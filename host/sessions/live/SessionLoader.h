@@ -23,8 +23,6 @@ struct LoadedSession
 {
     // Of changes that were done again.
     std::uint64_t changes = 0;
-    // Milliseconds since 1970 at which the last one was made; 0 without one.
-    std::int64_t time = 0;
     // Why the changes behind them could not be.
     std::optional<Failure> problem;
 };

@@ -5,6 +5,9 @@
 
 #include <QFile>
 
+#include <chrono>
+#include <filesystem>
+
 using namespace TAMBO;
 
 namespace {
@@ -97,6 +100,26 @@ QString AppFixture::write(const QString &name, const QByteArray &text)
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(file.write(text), text.size());
     return file.fileName();
+}
+
+QByteArray AppFixture::bytesOf(const QString &path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+void AppFixture::changeBehind(const QString &name, const QByteArray &text)
+{
+    write(name, text);
+    touch(name);
+}
+
+void AppFixture::touch(const QString &name) const
+{
+    const std::filesystem::path file = path(name).toStdString();
+    std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) +
+                                               std::chrono::seconds(10));
 }
 
 RecordedFixture::RecordedFixture()

@@ -41,7 +41,13 @@ protected:
     static std::vector<std::string> rowsOf(const TAMBO::Alignment &alignment);
     static std::vector<std::string> topLevelNames();
 
+    // In a folder of the test's own.
+    [[nodiscard]] QString path(const QString &name) const { return m_Folder.filePath(name); }
     QString write(const QString &name, const QByteArray &text);
+    static QByteArray bytesOf(const QString &path);
+    // Another program's writing, at another time than ours.
+    void changeBehind(const QString &name, const QByteArray &text);
+    void touch(const QString &name) const;
     // For a workbench that is not to look into the folders of the machine.
     static TAMBO::services::PluginFolders withoutPlugins()
     {

@@ -104,25 +104,6 @@ protected:
         action(text)->trigger();
         return m_Workbench->window().statusBar()->currentMessage();
     }
-    static QByteArray bytesOf(const QString &path)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
-    // Another program's writing, at another time than ours.
-    void changeBehind(const QString &name, const QByteArray &text)
-    {
-        write(name, text);
-        touch(name);
-    }
-    void touch(const QString &name) const
-    {
-        const std::filesystem::path file = path(name).toStdString();
-        std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) +
-                                                   std::chrono::seconds(10));
-    }
-    [[nodiscard]] QString path(const QString &name) const { return m_Folder.filePath(name); }
     // Keeps what the box says, and clicks.
     template <typename Box> void answerBox(const char *button)
     {

@@ -9,6 +9,7 @@
 #include "RecentFiles.h"
 #include "SessionCommands.h"
 #include "SessionDocument.h"
+#include "StoreReader.h"
 #include "UndoCommands.h"
 #include "UnsavedDialog.h"
 #include "Workbench.h"
@@ -62,7 +63,6 @@ protected:
     }
     History &history() { return m_Workbench->undo().history(); }
     app::MainWindow &window() { return m_Workbench->window(); }
-    [[nodiscard]] QString path(const QString &name) const { return m_Folder.filePath(name); }
     [[nodiscard]] QString session() const { return path("work.tambo"); }
 
     Alignment &openFamily(const QString &name = "x.fasta")
@@ -139,20 +139,6 @@ protected:
     {
         const auto found = window().findChildren<QMessageBox *>("FailureBox");
         return {found.begin(), found.end()};
-    }
-    static QByteArray bytesOf(const QString &file)
-    {
-        QFile in(file);
-        EXPECT_TRUE(in.open(QIODevice::ReadOnly));
-        return in.readAll();
-    }
-    // Another program's writing, at another time than ours.
-    void changeBehind(const QString &name, const QByteArray &text)
-    {
-        write(name, text);
-        const std::filesystem::path file = path(name).toStdString();
-        std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) +
-                                                   std::chrono::seconds(10));
     }
 
     std::unique_ptr<Workbench> m_Workbench;
@@ -326,6 +312,24 @@ TEST_F(SessionsTest, ChangesThatNoObjectHasAreAskedAboutForTheSession)
 }
 
 // ---- Opening
+
+// What only a running workbench and the next one can use stays out of files.
+TEST_F(SessionsTest, ItsFileHasNothingOfTheRunningWorkbench)
+{
+    m_Workbench->keepWork();
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    auto store =
+        sessions::StoreReader::open(session().toStdString(), sessions::StoreReader::Kind::Whole);
+    ASSERT_TRUE(store);
+    QStringList names;
+    ASSERT_TRUE(store.value()->forEachValue([&](std::string_view name, std::string_view) {
+        names << QString::fromUtf8(name.data(), qsizetype(name.size()));
+        return Result<void>();
+    }));
+    EXPECT_TRUE(names.contains("files")) << names.join(u' ').toStdString();
+    for (const char *name : {"summary", "unsaved", "arriving", "session-file"})
+        EXPECT_FALSE(names.contains(name)) << name;
+}
 
 TEST_F(SessionsTest, ItOpensAsItWasWithAllStepsOfUndo)
 {
