@@ -2,8 +2,8 @@
 // Windows that show alignments open again as they were.
 #include "OpenWindows.h"
 
-#include "ServedAlignmentWindow.h"
 #include "ValuesFixture.h"
+#include "Viewer.h"
 #include "WindowState.h"
 #include "support/WaitUntil.h"
 
@@ -25,52 +25,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 const std::string kName = "windows";
-constexpr QSize kOwnCell(8, 16);
-constexpr QRect kPlace(40, 60, 400, 300);
-
-class Viewer final : public ServedAlignmentWindow
-{
-public:
-    explicit Viewer(Alignment *shown) : m_Shown(shown)
-    {
-        m_Bar = m_Frame.addToolBar("bar");
-        m_Bar->setObjectName("bar");
-        m_Frame.setGeometry(kPlace);
-        m_Frame.show();
-        opened();
-    }
-    ~Viewer() override { going(); }
-
-    QMainWindow *mainWindow() const override { return &m_Frame; }
-    QWidget *areaWidget(WindowArea) const override { return &m_Frame; }
-    Alignment *alignment() const override { return m_Shown; }
-    unsigned long rows() const override { return 1000; }
-    unsigned long columns() const override { return 1000; }
-    QSize visibleSize() const override { return m_Frame.size(); }
-    QPoint scrollPosition() const override { return m_Scrolled; }
-    void scrollTo(const QPoint &position) override { m_Scrolled = position; }
-    QSize cellSize() const override { return m_Cell; }
-    QSize ownCellSize() const override { return kOwnCell; }
-    QSize maximumCellSize() const override { return 10 * kOwnCell; }
-    void setCellSize(const QSize &size, const QPoint &) override { m_Cell = size; }
-    void resetCellSize(const QPoint &) override { m_Cell = kOwnCell; }
-    int nameWidth() const override { return m_NameWidth; }
-    void setNameWidth(int width) override { m_NameWidth = width; }
-    void resetNameWidth() override { m_NameWidth = 8 * kOwnCell.width(); }
-    void repaint(WindowArea, const QRect &) override { }
-    void endDrag() override { }
-
-    using ServedAlignmentWindow::activated;
-
-    Alignment *m_Shown;
-    QToolBar *m_Bar = nullptr;
-    QPoint m_Scrolled;
-    QSize m_Cell = kOwnCell;
-    int m_NameWidth = 8 * kOwnCell.width();
-
-private:
-    mutable QMainWindow m_Frame;
-};
 
 class OpenWindowsTest : public ValuesFixture
 {
@@ -140,8 +94,8 @@ TEST_F(OpenWindowsTest, WhatAWindowChoosesItselfIsLeftToIt)
     open(&m_First).m_Scrolled = QPoint(80, 160);
     const std::string kept = stored(kName);
     EXPECT_THAT(closeAndLoad(), IsEmpty());
-    EXPECT_EQ(m_Viewers[0]->m_Cell, kOwnCell);
-    EXPECT_EQ(m_Viewers[0]->m_NameWidth, 8 * kOwnCell.width());
+    EXPECT_EQ(m_Viewers[0]->m_Cell, Viewer::kOwnCell);
+    EXPECT_EQ(m_Viewers[0]->m_NameWidth, 8 * Viewer::kOwnCell.width());
     EXPECT_EQ(m_Viewers[0]->m_Scrolled, QPoint(80, 160));
     EXPECT_FALSE(m_Viewers[0]->m_Bar->isHidden());
     EXPECT_EQ(stored(kName), kept);
@@ -153,7 +107,7 @@ TEST_F(OpenWindowsTest, AMaximisedWindowIsMaximisedAndKnowsItsOtherSize)
     EXPECT_THAT(closeAndLoad(), IsEmpty());
     QMainWindow &after = *m_Viewers[0]->mainWindow();
     EXPECT_TRUE(after.isMaximized());
-    EXPECT_EQ(after.normalGeometry(), kPlace);
+    EXPECT_EQ(after.normalGeometry(), Viewer::kPlace);
 }
 
 TEST_F(OpenWindowsTest, AMinimisedWindowStaysSo)
