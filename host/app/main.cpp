@@ -106,15 +106,17 @@ int runWorkbench(const CommandLine &line)
         workbench.keepWork();
         // Files are read while the windows come up.
         if (!line.files.empty())
-            workbench.openAtStart({line.files.begin(), line.files.end()});
-        else if (endsWhenPainted())
+            return workbench.showAndOpen({line.files.begin(), line.files.end()});
+        workbench.window().show();
+        if (endsWhenPainted())
             whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
     };
     // Questions are for somebody who sees the window.
     const bool mayAsk = Workbench::mayHaveLeftWork();
-    if (!mayAsk)
+    if (mayAsk)
+        workbench.window().show();
+    else
         begin();
-    workbench.window().show();
     const TAMBO::app::EndSignals endSignals;
     QObject::connect(&endSignals, &TAMBO::app::EndSignals::asked, &workbench,
                      &Workbench::endOnRequest);

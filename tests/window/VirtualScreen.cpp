@@ -160,6 +160,21 @@ QStringList VirtualScreen::findPopups() const
     return windows;
 }
 
+QString VirtualScreen::activeWindow() const
+{
+    return xdotool({"getactivewindow"}).value_or(QString());
+}
+
+QStringList VirtualScreen::stackedWindows() const
+{
+    const QString text =
+        run("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"}).value_or(QString()).section('#', 1);
+    QStringList windows;
+    for (const QString &number : text.split(',', Qt::SkipEmptyParts))
+        windows << QString::number(number.trimmed().toULongLong(nullptr, 0));
+    return windows;
+}
+
 QRect VirtualScreen::geometryOf(const QString &window) const
 {
     QMap<QString, int> values;

@@ -26,6 +26,10 @@ public:
     [[nodiscard]] QStringList findWindows(const QString &title) const;
     // Menus and tool tips.
     [[nodiscard]] QStringList findPopups() const;
+    // That which has the keyboard; empty when none has.
+    [[nodiscard]] QString activeWindow() const;
+    // Those that the window manager knows, the topmost last.
+    [[nodiscard]] QStringList stackedWindows() const;
     // Of the window without its frame.
     [[nodiscard]] QRect geometryOf(const QString &window) const;
 

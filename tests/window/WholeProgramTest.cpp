@@ -69,6 +69,16 @@ TEST_F(WholeProgram, AtTheFirstStartTheWindowsStandBesideEachOther)
     EXPECT_GE(right.height(), 400);
 }
 
+TEST_F(WholeProgram, TheWorkbenchComesUpBelowTheEditorAndLeavesItTheKeyboard)
+{
+    start({example()});
+    const QString editor = window(kEditor);
+    const QString workbench = window(kWorkbench);
+    waitUntil([&] { return isSettled() || !isRunning(); });
+    EXPECT_EQ(m_Screen.activeWindow(), editor);
+    EXPECT_EQ(m_Screen.stackedWindows(), QStringList({workbench, editor}));
+}
+
 TEST_F(WholeProgram, AGapIsDraggedAndUndoneWithTheKeys)
 {
     start({example()});

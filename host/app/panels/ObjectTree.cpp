@@ -86,6 +86,9 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
     header()->resizeSection(2, roomFor(QStringLiteral("20,000 × 10,000")));
     connect(this, &QAbstractItemView::doubleClicked, this, &ObjectTree::activate);
     connect(&model, &QAbstractItemModel::rowsInserted, this, &ObjectTree::unfoldFewSequences);
+    // Those that are there already.
+    if (const int rows = model.rowCount(); rows > 0)
+        unfoldFewSequences({}, 0, rows - 1);
 }
 
 ObjectTree::~ObjectTree() = default;

@@ -44,7 +44,7 @@ std::optional<QPoint> placeBeside(const QRect &frame, const QRect &other, const 
     return std::nullopt;
 }
 
-FirstPlaces::FirstPlaces(const QWidget &workbench) : m_Workbench(workbench)
+FirstPlaces::FirstPlaces()
 {
     qApp->installEventFilter(this);
 }
@@ -56,15 +56,22 @@ bool FirstPlaces::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show && !event->spontaneous() && watched->isWidgetType()) {
         auto *window = static_cast<QWidget *>(watched);
-        const bool isTool = window->windowType() == Qt::Window && window != &m_Workbench &&
+        const bool isTool = window->windowType() == Qt::Window && window != m_Workbench &&
                             window->isWindow() && !window->testAttribute(Qt::WA_Moved);
-        if (isTool && m_Workbench.isVisible())
-            place(*window);
+        if (const std::optional<QRect> beside = workbench(); isTool && beside)
+            place(*window, *beside);
     }
     return QObject::eventFilter(watched, event);
 }
 
-void FirstPlaces::place(QWidget &tool) const
+std::optional<QRect> FirstPlaces::workbench() const
+{
+    if (m_Workbench != nullptr && m_Workbench->isVisible())
+        return m_Workbench->geometry();
+    return m_Expected;
+}
+
+void FirstPlaces::place(QWidget &tool, const QRect &workbench) const
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
     const bool hasTwin = std::ranges::any_of(windows, [&](const QWidget *other) {
@@ -73,10 +80,12 @@ void FirstPlaces::place(QWidget &tool) const
     QWidget probe;
     if (hasTwin || services::WindowPlaces::restore(probe, tool.windowTitle()))
         return;
-    const QRect room = m_Workbench.screen()->availableGeometry();
+    const bool isThere = m_Workbench != nullptr && m_Workbench->isVisible();
+    const QScreen *const screen =
+        isThere ? m_Workbench->screen() : QGuiApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
     const QSize size = services::WindowPlaces::comfortable(tool.size(), room.size());
     const QRect frame = QRect(QPoint(0, 0), size).marginsAdded(kFrame);
-    const QRect workbench = m_Workbench.geometry();
     const QRect other(workbench.topLeft(), workbench.size() + QSize(2 * kFrame.right(), 0));
     if (const std::optional<QPoint> place = placeBeside(frame, other, room))
         tool.move(*place);

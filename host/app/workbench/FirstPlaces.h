@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QRect>
 
 #include <optional>
@@ -24,16 +25,23 @@ class FirstPlaces : public QObject
     Q_OBJECT
 
 public:
-    // Watches all windows of the application while it lives; the workbench's window outlives it.
-    explicit FirstPlaces(const QWidget &workbench);
+    // Watches all windows of the application while it lives.
+    FirstPlaces();
     ~FirstPlaces() override;
+
+    // Until the workbench's window is seen: where it will be.
+    void expectWorkbench(const QRect &place) { m_Expected = place; }
+    void setWorkbench(QWidget &workbench) { m_Workbench = &workbench; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void place(QWidget &tool) const;
+    // Of the workbench; nothing while it is not seen and not expected.
+    [[nodiscard]] std::optional<QRect> workbench() const;
+    void place(QWidget &tool, const QRect &workbench) const;
 
-    const QWidget &m_Workbench;
+    QPointer<QWidget> m_Workbench;
+    std::optional<QRect> m_Expected;
 };
 
 } // namespace TAMBO::app

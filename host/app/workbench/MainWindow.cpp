@@ -387,6 +387,15 @@ void MainWindow::showEvent(QShowEvent *event)
     BaseWindow::showEvent(event);
 }
 
+QRect MainWindow::firstPlace()
+{
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget probe;
+    if (!services::WindowPlaces::restore(probe, QString::fromLatin1(kPlaceKey)))
+        return workbenchPlace(room);
+    return probe.isMaximized() || probe.isFullScreen() ? room : probe.geometry();
+}
+
 void MainWindow::chooseFirstPlace()
 {
     QWidget probe;

@@ -52,6 +52,9 @@ public:
     explicit MainWindow(const Parts &parts);
     ~MainWindow() override;
 
+    // Where the window comes up on the first screen.
+    [[nodiscard]] static QRect firstPlace();
+
     [[nodiscard]] ObjectTree &tree() noexcept { return *m_Tree; }
     [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
     // In the status line for a while.

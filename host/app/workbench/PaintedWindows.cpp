@@ -13,9 +13,11 @@
 
 namespace TAMBO::app {
 
-QList<QWidget *> shownWindows(Workbench &workbench)
+QList<QWidget *> shownWindows(const Workbench &workbench)
 {
-    QList<QWidget *> windows = {&workbench.window()};
+    QList<QWidget *> windows;
+    if (QWidget *const own = workbench.shownWindow())
+        windows << own;
     for (QWidget *window : QApplication::topLevelWidgets()) {
         const bool isTool = window->isVisible() && window->windowType() == Qt::Window;
         if (isTool && !windows.contains(window))
@@ -26,15 +28,17 @@ QList<QWidget *> shownWindows(Workbench &workbench)
 
 // Timers of no length come round only when all other events have been dealt with, and may start the
 // next one.
-void whenPainted(Workbench &workbench, const std::function<void()> &then)
+void whenPainted(QObject &context, const std::function<QList<QWidget *>()> &windows,
+                 const std::function<void()> &then)
 {
     constexpr int kQuietRounds = 10;
-    auto *rounds = new QTimer(&workbench);
+    auto *rounds = new QTimer(&context);
     QObject::connect(
-        rounds, &QTimer::timeout, rounds, [&workbench, rounds, then, quiet = 0]() mutable {
-            const QList<QWidget *> windows = shownWindows(workbench);
-            const bool areExposed = std::ranges::all_of(
-                windows, [](const QWidget *window) { return window->windowHandle()->isExposed(); });
+        rounds, &QTimer::timeout, rounds, [windows, rounds, then, quiet = 0]() mutable {
+            const QList<QWidget *> now = windows();
+            const bool areExposed = std::ranges::all_of(now, [](const QWidget *window) {
+                return window->windowHandle() != nullptr && window->windowHandle()->isExposed();
+            });
             quiet = areExposed ? quiet + 1 : 0;
             if (quiet < kQuietRounds)
                 return;
@@ -43,6 +47,12 @@ void whenPainted(Workbench &workbench, const std::function<void()> &then)
             then();
         });
     rounds->start(0);
+}
+
+void whenPainted(Workbench &workbench, const std::function<void()> &then)
+{
+    whenPainted(
+        workbench, [&workbench] { return shownWindows(workbench); }, then);
 }
 
 } // namespace TAMBO::app

@@ -7,17 +7,21 @@
 
 #include <functional>
 
+class QObject;
 class QWidget;
 
 namespace TAMBO::app {
 
 class Workbench;
 
-// All windows of the program that are on the screen, the workbench first.
-[[nodiscard]] QList<QWidget *> shownWindows(Workbench &workbench);
+// All windows of the program that are on the screen, the workbench's own first.
+[[nodiscard]] QList<QWidget *> shownWindows(const Workbench &workbench);
 
 // Calls then when the windows are on the screen and nothing is left to be laid out, unless the
-// workbench goes before.
+// context goes before. windows is asked again and again.
+void whenPainted(QObject &context, const std::function<QList<QWidget *>()> &windows,
+                 const std::function<void()> &then);
+// Those of the program.
 void whenPainted(Workbench &workbench, const std::function<void()> &then);
 
 } // namespace TAMBO::app

@@ -31,6 +31,8 @@ SessionCommands::SessionCommands(const Parts &parts, Actions actions)
     connect(&window, &MainWindow::saveSessionAsAsked, this, [this] { saveAs(); });
     connect(&m_Parts.opening.document, &SessionDocument::changed, this,
             &SessionCommands::showTitle);
+    if (m_Parts.opening.document.hasFile())
+        showTitle();
 }
 
 SessionCommands::~SessionCommands() = default;

@@ -10,6 +10,7 @@
 #include "Hooks.h"
 #include "JobList.h"
 #include "KeptState.h"
+#include "LateWindow.h"
 #include "LiveStore.h"
 #include "LogBook.h"
 #include "LogModel.h"
@@ -69,6 +70,22 @@ QString toText(const fs::path &file)
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
 }
 
+// With files of so many bytes the editor is there at once.
+constexpr std::uintmax_t kQuicklyOpened = 4 << 20;
+
+bool areQuicklyOpened(const std::vector<fs::path> &files)
+{
+    std::uintmax_t bytes = 0;
+    for (const fs::path &file : files) {
+        std::error_code error;
+        const std::uintmax_t size = fs::file_size(file, error);
+        bytes += error ? 0 : size;
+    }
+    // A session asks in the workbench's window, and brings windows of its own.
+    return !files.empty() && bytes <= kQuicklyOpened &&
+           std::ranges::none_of(files, sessions::isSessionFile);
+}
+
 void sayUnlessEmpty(MainWindow &window, const QString &text)
 {
     if (!text.isEmpty())
@@ -113,19 +130,15 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     m_Plugins.loadAll();
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     m_Values.add(m_Document);
-    makeWindow();
-    makeSessions();
-    m_FirstPlaces = std::make_unique<FirstPlaces>(*m_Window);
-    m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
+    m_LateWindow = std::make_unique<LateWindow>([this]() -> QWidget & { return window(); });
+    m_FirstPlaces = std::make_unique<FirstPlaces>();
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
     if (m_Attendance == Attendance::User)
-        m_Progress = std::make_unique<services::WorkProgress>(
-            [this] { return m_FailureBoxes->windowInUse(); });
-    m_Commands.setDialogParent(m_Window.get());
+        m_Progress = std::make_unique<services::WorkProgress>([this] { return windowInUse(); });
     m_Commands.setPlaces(m_Places);
     m_Commands.setExports(m_Exports);
     connect(&m_Exports, &ExportRuns::exported, this, [this](const QString &file) {
-        m_Window->say(tr("Exported %1").arg(QFileInfo(file).fileName()));
+        say(tr("Exported %1").arg(QFileInfo(file).fileName()));
     });
     connect(&m_Exports, &ExportRuns::failed, this, &Workbench::tellFailure);
     // Not at once: whoever ends a job is in the middle of it.
@@ -150,10 +163,71 @@ Workbench::~Workbench()
     services::PrintoutDesk::instance().setFolderOf(nullptr);
 }
 
+MainWindow &Workbench::window()
+{
+    if (m_Window == nullptr)
+        makeWindow();
+    return *m_Window;
+}
+
+SessionCommands &Workbench::sessions()
+{
+    if (m_Sessions == nullptr)
+        makeWindow();
+    return *m_Sessions;
+}
+
+QWidget *Workbench::shownWindow() const
+{
+    return m_Window != nullptr && m_Window->isVisible() ? m_Window.get() : nullptr;
+}
+
 void Workbench::makeWindow()
 {
     m_Window = std::make_unique<MainWindow>(
         MainWindow::Parts{m_Loader, m_Plugins, m_Commands, *m_Undo, *m_RecentFiles, *m_LogModel});
+    m_FirstPlaces->setWorkbench(*m_Window);
+    m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
+    m_Commands.setDialogParent(m_Window.get());
+    connectWindow();
+    makeSessions();
+    for (const auto &act : std::exchange(m_ForWindow, {}))
+        act(*m_Window);
+}
+
+void Workbench::inWindow(std::function<void(MainWindow &)> act)
+{
+    if (m_Window != nullptr)
+        act(*m_Window);
+    else
+        m_ForWindow.push_back(std::move(act));
+}
+
+void Workbench::say(const QString &text)
+{
+    inWindow([text](MainWindow &window) { window.say(text); });
+}
+
+void Workbench::warn(const QString &text)
+{
+    inWindow([text](MainWindow &window) { window.warn(text); });
+}
+
+services::FailureBoxes &Workbench::boxes()
+{
+    m_LateWindow->showNow();
+    if (m_Window == nullptr)
+        makeWindow();
+    return *m_FailureBoxes;
+}
+
+QWidget *Workbench::windowInUse()
+{
+    return boxes().windowInUse();
+}
+
+void Workbench::connectWindow()
+{
     MainWindow *const window = m_Window.get();
     window->setMayClose([this] { return mayQuit(); });
     connect(window, &MainWindow::closed, this, &Workbench::leave);
@@ -188,7 +262,7 @@ void Workbench::makeRoutes()
                                const QString &path, const WriteOptions &options) {
             WriteJob job(object, path, options);
             job.start();
-            return waitToTheEnd(job, tr("Save"), m_FailureBoxes->windowInUse());
+            return waitToTheEnd(job, tr("Save"), windowInUse());
         };
     actions.keepState = [this](const Alignment &alignment) {
         return m_Places.keepState(alignment);
@@ -205,13 +279,12 @@ void Workbench::installHooks()
     ModelHooks &hooks = modelHooks();
     hooks.showMenu = [this](Compound &object) { m_Commands.popUpMenu({&object}); };
     hooks.refused = [this](const Compound &locked) {
-        m_Window->say(tr("%1 is locked").arg(nameText(locked)));
+        say(tr("%1 is locked").arg(nameText(locked)));
     };
-    hooks.denied = [this](const std::string &reason) {
-        m_Window->say(QString::fromStdString(reason));
-    };
+    hooks.denied = [this](const std::string &reason) { say(QString::fromStdString(reason)); };
     hooks.changed = [this] {
-        m_Window->objects().scheduleRefresh();
+        if (m_Window != nullptr)
+            m_Window->objects().scheduleRefresh();
         m_Document.follow();
         m_EmptiedWindows->follow(m_History.isAsTravelled());
     };
@@ -226,13 +299,25 @@ void Workbench::installHooks()
 
 // ---- Opening and closing
 
+void Workbench::showAndOpen(std::vector<fs::path> files)
+{
+    if (shownWindow() == nullptr && areQuicklyOpened(files) &&
+        !m_Plugins.alignmentViewers().empty()) {
+        m_FirstPlaces->expectWorkbench(MainWindow::firstPlace());
+        m_LateWindow->expect();
+    } else {
+        window().show();
+    }
+    openAtStart(std::move(files));
+}
+
 void Workbench::openAtStart(std::vector<fs::path> files)
 {
-    QStringList sessions;
-    std::erase_if(files, [&sessions](const fs::path &file) {
+    QStringList sessionFiles;
+    std::erase_if(files, [&sessionFiles](const fs::path &file) {
         const bool isSession = sessions::isSessionFile(file);
         if (isSession)
-            sessions << toText(file);
+            sessionFiles << toText(file);
         return isSession;
     });
     const auto loadOthers = [this, files](const LoadReport &before) {
@@ -245,10 +330,10 @@ void Workbench::openAtStart(std::vector<fs::path> files)
             Qt::SingleShotConnection);
         load(files);
     };
-    if (sessions.isEmpty())
+    if (sessionFiles.isEmpty())
         return loadOthers({});
-    m_Sessions->open(
-        sessions,
+    sessions().open(
+        sessionFiles,
         [this, files, loadOthers](const LoadReport &report) {
             if (files.empty())
                 emit started(report);
@@ -268,18 +353,22 @@ void Workbench::load(std::vector<fs::path> files)
 
 void Workbench::showAtStart(const LoadReport &report)
 {
-    if (!report.alignments.empty())
-        openInEditor(report.alignments.front());
+    QWidget *const editor =
+        report.alignments.empty() ? nullptr : openInEditor(report.alignments.front());
+    if (editor != nullptr)
+        m_LateWindow->showBelow(*editor);
+    else
+        m_LateWindow->showNow();
     emit started(report);
 }
 
 void Workbench::open(const QStringList &files)
 {
     QStringList others = files;
-    const QStringList sessions = SessionCommands::takeSessions(others);
-    if (sessions.isEmpty())
+    const QStringList sessionFiles = SessionCommands::takeSessions(others);
+    if (sessionFiles.isEmpty())
         return load(others);
-    m_Sessions->open(sessions, [this, others](const LoadReport &) {
+    sessions().open(sessionFiles, [this, others](const LoadReport &) {
         if (!others.isEmpty())
             load(others);
     });
@@ -335,8 +424,8 @@ void Workbench::rememberFiles(const LoadReport &report)
     if (files.isEmpty())
         return;
     m_RecentFiles->add(files);
-    m_Window->say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
-                                    : tr("Opened %1 files").arg(files.size()));
+    say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
+                          : tr("Opened %1 files").arg(files.size()));
 }
 
 void Workbench::tellFailures(const LoadReport &report)
@@ -354,13 +443,13 @@ void Workbench::tellFailures(const LoadReport &report)
 void Workbench::tellFailure(const QString &headline, const QStringList &causes)
 {
     if (m_Attendance == Attendance::User)
-        m_FailureBoxes->show(headline, causes);
+        boxes().show(headline, causes);
 }
 
 void Workbench::closeObjects(const std::vector<Compound *> &objects)
 {
     const ObjectReferences references(objects);
-    if (m_Attendance == Attendance::Nobody || m_Question.mayClose(objects, m_Window.get()))
+    if (m_Attendance == Attendance::Nobody || m_Question.mayClose(objects, &window()))
         ObjectCommands::destroy(references.objects());
 }
 
@@ -374,7 +463,7 @@ void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
                       Logger::Severity::Warning);
     const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(object, losses);
     if (m_Attendance == Attendance::User && (isNews || !numbers.isEmpty()))
-        LossBox::showOver(m_FailureBoxes->windowInUse(), m_Places, object, place.file,
+        LossBox::showOver(windowInUse(), m_Places, object, place.file,
                           isNews ? losses : QStringList(), numbers);
 }
 
@@ -382,8 +471,7 @@ void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
 
 bool Workbench::realign(Alignment &alignment)
 {
-    return RealignCommand(m_FailureBoxes->windowInUse(), m_Attendance == Attendance::User)
-        .run(alignment);
+    return RealignCommand(windowInUse(), m_Attendance == Attendance::User).run(alignment);
 }
 
 void Workbench::askSuperpose(const Compound *chosen)
@@ -394,11 +482,11 @@ void Workbench::askSuperpose(const Compound *chosen)
             alignments.push_back(alignment);
     }
     if (alignments.empty()) {
-        m_Window->say(tr("Superposing takes an alignment, and none is open."));
+        say(tr("Superposing takes an alignment, and none is open."));
         return;
     }
     const bool isOne = dynamic_cast<const Alignment *>(chosen) != nullptr;
-    SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, m_Window.get());
+    SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, &window());
     if (dialog.exec() == QDialog::Accepted && dialog.alignment() != nullptr)
         superpose(*dialog.alignment(), dialog.rows());
 }
@@ -406,8 +494,8 @@ void Workbench::askSuperpose(const Compound *chosen)
 bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows)
 {
     const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows);
-    m_Window->say(plan ? SuperposeCommand::summary(plan.value())
-                       : QString::fromStdString(plan.error().message()));
+    say(plan ? SuperposeCommand::summary(plan.value())
+             : QString::fromStdString(plan.error().message()));
     return plan.has_value();
 }
 
@@ -426,8 +514,8 @@ QWidget *Workbench::openInEditor(Compound *alignment)
     const Result<QWidget *> window = m_Plugins.show(*shown);
     if (window)
         return window.value();
-    m_Window->say(tr("%1 cannot be shown: %2")
-                      .arg(nameText(*shown), QString::fromStdString(window.error().message())));
+    say(tr("%1 cannot be shown: %2")
+            .arg(nameText(*shown), QString::fromStdString(window.error().message())));
     return nullptr;
 }
 
@@ -439,12 +527,12 @@ bool Workbench::mayQuit()
     if (m_IsEnding || m_Attendance == Attendance::Nobody)
         return true;
     // What they write may be what would be asked for.
-    if (m_Exports.isAwaited() || !m_Exports.waitForAll(m_Window.get()))
+    if (m_Exports.isAwaited() || !m_Exports.waitForAll(&window()))
         return false;
-    const UnsavedQuestion::Outcome outcome = m_Question.beforeQuitting(m_Window.get());
+    const UnsavedQuestion::Outcome outcome = m_Question.beforeQuitting(&window());
     if (outcome == UnsavedQuestion::Outcome::Wait) {
         m_WaitsForJobs = true;
-        m_Window->say(tr("Tambo quits when nothing runs any more."));
+        say(tr("Tambo quits when nothing runs any more."));
     }
     return outcome == UnsavedQuestion::Outcome::GoOn;
 }
@@ -471,7 +559,7 @@ void Workbench::leave()
 
 void Workbench::quit()
 {
-    m_Window->QWidget::close();
+    window().QWidget::close();
 }
 
 void Workbench::endOnRequest()

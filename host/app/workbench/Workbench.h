@@ -24,6 +24,7 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,6 +37,7 @@ namespace TAMBO::app {
 
 class EmptiedWindows;
 class FirstPlaces;
+class LateWindow;
 struct LeftSession;
 class LiveStore;
 class LogModel;
@@ -70,10 +72,14 @@ public:
     [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
     [[nodiscard]] sessions::KeptValues &values() noexcept { return m_Values; }
     [[nodiscard]] const SessionDocument &session() const noexcept { return m_Document; }
-    [[nodiscard]] SessionCommands &sessions() noexcept { return *m_Sessions; }
     [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
     [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
-    [[nodiscard]] MainWindow &window() noexcept { return *m_Window; }
+    // Made when somebody asks for it: an editor that comes first does not wait for it.
+    [[nodiscard]] MainWindow &window();
+    // Null while it is not to be seen.
+    [[nodiscard]] QWidget *shownWindow() const;
+    // They ask in that window, and are made with it.
+    [[nodiscard]] SessionCommands &sessions();
 
     // From now on what is done is kept on the disk, in case the program does not come to its end.
     // Asks before whether what others have left behind is to be recovered, which needs an empty
@@ -83,6 +89,8 @@ public:
     [[nodiscard]] static bool mayHaveLeftWork();
     // Opens the files of the call, then the editor on the first alignment among them.
     void openAtStart(std::vector<std::filesystem::path> files);
+    // The same, and shows the workbench's window: below the editor when that is soon there.
+    void showAndOpen(std::vector<std::filesystem::path> files);
     void open(const QStringList &files);
     // With a file dialog; false when the user chose nothing.
     bool askAndOpen(QWidget *parent);
@@ -128,6 +136,14 @@ signals:
 
 private:
     void makeWindow();
+    void connectWindow();
+    // At once, or when the window is made.
+    void inWindow(std::function<void(MainWindow &)> act);
+    void say(const QString &text);
+    void warn(const QString &text);
+    // What stands over a window: that of the workbench is seen by then.
+    [[nodiscard]] services::FailureBoxes &boxes();
+    [[nodiscard]] QWidget *windowInUse();
     void makeRoutes();
     void installHooks();
     void askToRecover();
@@ -171,6 +187,9 @@ private:
     std::unique_ptr<RecentFiles> m_RecentFiles;
     std::unique_ptr<Routes> m_Routes;
     std::unique_ptr<MainWindow> m_Window;
+    // What it is to be told when it is made.
+    std::vector<std::function<void(MainWindow &)>> m_ForWindow;
+    std::unique_ptr<LateWindow> m_LateWindow;
     std::unique_ptr<SessionCommands> m_Sessions;
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
     std::unique_ptr<services::FailureBoxes> m_FailureBoxes;

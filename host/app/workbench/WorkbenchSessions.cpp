@@ -56,7 +56,7 @@ void Workbench::askToRecover()
     std::vector<LeftSession> left = SessionFolder().leftBehind();
     if (left.empty())
         return;
-    RecoveryDialog dialog(std::move(left), m_Window.get());
+    RecoveryDialog dialog(std::move(left), &window());
     connect(&dialog, &RecoveryDialog::filesWanted, &dialog, [&](const LeftSession &session) {
         askAndSaveAsFiles(session, ObjectSpace::get(), m_History, &dialog);
     });
@@ -84,7 +84,7 @@ void Workbench::recoverWork(const LeftSession &session)
         tellFailure(tr("The last changes could not be recovered. What is left of them is kept."),
                     {QString::fromStdString(loaded.value().problem->message())});
     showFirstAlignment();
-    m_Window->say(tr("Recovered."));
+    say(tr("Recovered."));
     const QStringList arriving = m_Arriving.takeLeft();
     if (arriving.isEmpty())
         return;
@@ -118,12 +118,12 @@ void Workbench::beginLiveStore()
         const QString cause = tr("A crash would lose what you do now: %1")
                                   .arg(QString::fromStdString(file.error().message()));
         Logger::Write(cause, Logger::Severity::Warning);
-        m_Window->warn(cause);
+        warn(cause);
         return;
     }
     m_LiveStore =
         std::make_unique<LiveStore>(ObjectSpace::get(), m_History, m_Values, file.value());
-    connect(m_LiveStore.get(), &LiveStore::warningChanged, m_Window.get(), &MainWindow::warn);
+    connect(m_LiveStore.get(), &LiveStore::warningChanged, this, &Workbench::warn);
 }
 
 void Workbench::makeSessions()

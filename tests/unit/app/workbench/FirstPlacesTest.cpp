@@ -2,10 +2,14 @@
 // Where windows stand at the very first start.
 #include "FirstPlaces.h"
 
+#include <QScreen>
+#include <QWidget>
+
 #include <gtest/gtest.h>
 
 namespace FirstPlacesTest {
 
+using TAMBO::app::FirstPlaces;
 using TAMBO::app::placeBeside;
 using TAMBO::app::workbenchPlace;
 
@@ -52,6 +56,29 @@ TEST(FirstPlaces, APanelOfTheDesktopIsLeftFree)
 {
     const QRect room(60, 30, 1860, 1050);
     EXPECT_TRUE(room.contains(workbenchPlace(room)));
+}
+
+TEST(FirstPlaces, AnEditorStandsBesideAWorkbenchThatIsStillToCome)
+{
+    const QWidget probe;
+    const QRect room = probe.screen()->availableGeometry();
+    const QRect workbench(room.topLeft() + QPoint(10, 30), QSize(100, 200));
+    FirstPlaces places;
+    places.expectWorkbench(workbench);
+    QWidget editor;
+    editor.resize(room.width() / 2, room.height() / 2);
+    editor.show();
+    EXPECT_GT(editor.pos().x(), workbench.right());
+    EXPECT_EQ(editor.pos().y(), workbench.top());
+}
+
+TEST(FirstPlaces, WithoutAWorkbenchTheWindowManagerDecides)
+{
+    const FirstPlaces places;
+    QWidget editor;
+    editor.resize(200, 100);
+    editor.show();
+    EXPECT_FALSE(editor.testAttribute(Qt::WA_Moved));
 }
 
 } // namespace FirstPlacesTest

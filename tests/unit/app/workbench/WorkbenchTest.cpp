@@ -142,6 +142,35 @@ protected:
 
 // ---- The window
 
+TEST_F(WorkbenchTest, TheWindowIsMadeWhenSomebodyAsksForIt)
+{
+    EXPECT_EQ(m_Workbench->shownWindow(), nullptr);
+    for (const QWidget *window : QApplication::topLevelWidgets())
+        EXPECT_EQ(qobject_cast<const MainWindow *>(window), nullptr);
+    window().show();
+    EXPECT_EQ(m_Workbench->shownWindow(), &window());
+}
+
+TEST_F(WorkbenchTest, TheWindowShowsWhatWasOpenedBeforeItWasMade)
+{
+    const QString file = write("x.fasta", ">a\nAC-DEF\n>b\nACCDEF\n");
+    m_Workbench->open({file});
+    ASSERT_TRUE(waitUntil([this] { return !m_Reports.empty(); }));
+    EXPECT_EQ(window().objects().rowCount(), 2);
+    EXPECT_EQ(window().statusBar()->currentMessage(), "Opened x.fasta");
+    EXPECT_EQ(window().findChild<QLabel *>("ObjectCount")->text(), "1 alignment, 2 sequences");
+    auto *const tree = window().findChild<app::ObjectTree *>();
+    EXPECT_TRUE(waitUntil([&] { return tree->isExpanded(window().objects().sequencesIndex()); }))
+        << "as if it had been there before";
+}
+
+TEST_F(WorkbenchTest, WithoutAnEditorTheWindowComesAtOnce)
+{
+    m_Workbench->showAndOpen({write("x.fasta", ">a\nAC-DEF\n").toStdString()});
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_TRUE(waitUntil([this] { return !m_Reports.empty(); }));
+}
+
 TEST_F(WorkbenchTest, AJobThatFailsIsToldInABoxOfItsOwn)
 {
     show();
