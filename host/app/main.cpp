@@ -42,6 +42,7 @@
 namespace {
 
 using TAMBO::app::CommandLine;
+using TAMBO::app::FontSettings;
 using TAMBO::app::kBadInput;
 using TAMBO::app::kWrongCall;
 using TAMBO::app::LoadReport;
@@ -93,9 +94,11 @@ void returnLargeBlocks()
 #endif
 }
 
-int runWorkbench(const CommandLine &line)
+int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
 {
     Workbench workbench;
+    // Plug-ins are loaded meanwhile; from here on there may be texts.
+    fonts.reset();
     int status = EXIT_SUCCESS;
     QObject::connect(&workbench, &Workbench::started, qApp, [&](const LoadReport &report) {
         status = tellBadFiles(report);
@@ -210,15 +213,17 @@ std::string usageOfPlugins()
 int runWindows(const CommandLine &line, int argc, char **argv)
 {
     const QtMessageHandler standard = qInstallMessageHandler(takeStartMessage);
-    std::optional<TAMBO::app::FontSettings> fonts(std::in_place);
+    std::optional<FontSettings> fonts(std::in_place);
     const TAMBO::app::Application application(argc, argv);
-    fonts.reset();
     qInstallMessageHandler(standard);
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));
     introduce();
     TAMBO::app::ModellingTools(QCoreApplication::applicationDirPath()).offer();
-    return line.mode == CommandLine::Mode::Picture ? runPicture(line) : runWorkbench(line);
+    if (line.mode == CommandLine::Mode::Workbench)
+        return runWorkbench(line, fonts);
+    fonts.reset();
+    return runPicture(line);
 }
 
 } // namespace

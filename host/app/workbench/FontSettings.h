@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Has the system's settings of fonts read while the toolkit connects to the screen.
+// Has the system's settings of fonts read while the toolkit connects to the screen and plug-ins are
+// loaded.
 #pragma once
 
 #include <thread>

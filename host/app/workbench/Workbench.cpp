@@ -45,6 +45,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QFontMetrics>
 
 #include <algorithm>
 #include <chrono>
@@ -84,6 +85,12 @@ bool areQuicklyOpened(const std::vector<fs::path> &files)
     // A session asks in the workbench's window, and brings windows of its own.
     return !files.empty() && bytes <= kQuicklyOpened &&
            std::ranges::none_of(files, sessions::isSessionFile);
+}
+
+// Whatever window comes first, it has a text, and the first one waits for the fonts.
+void prepareFonts()
+{
+    static_cast<void>(QFontMetrics(QApplication::font()).boundingRect(QStringLiteral("x")));
 }
 
 void sayUnlessEmpty(MainWindow &window, const QString &text)
@@ -309,6 +316,7 @@ void Workbench::showAndOpen(std::vector<fs::path> files)
         window().show();
     }
     openAtStart(std::move(files));
+    prepareFonts();
 }
 
 void Workbench::openAtStart(std::vector<fs::path> files)
