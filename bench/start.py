@@ -3,8 +3,8 @@
 
 Both start in turns, on virtual screens of their own and with homes of their own, as often as asked.
 Drawn: from the start of the process to the last large change of the screen, with the editor on top.
-First: to the first one, the workbench's own window. Above: what is between the two programs of a
-pair. All are medians, in milliseconds. With a second build its program takes part, too.
+First: to the first one. Above: what is between the two programs of a pair. All are medians, in
+milliseconds. With a second build its program takes part, too.
 """
 import argparse
 import pathlib
