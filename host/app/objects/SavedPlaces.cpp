@@ -178,7 +178,7 @@ QStringList SavedPlaces::lossesIn(const Place &place, const Compound &object,
     QStringList sentences = content.ownLosses(place.options);
     if (place.holdsMore)
         sentences << tr("What the file holds beside the coordinates, chains, helices and strands "
-                        "of its first model is not loaded, and would be gone: further models, "
+                        "of its first model is not written, and would be gone: further models, "
                         "waters, temperature factors, most of the header.");
     const QString name = QString::fromStdString(fileNameOf(object.Name()));
     if (m_History.unsavedParts(object).has(EditPart::Name) &&

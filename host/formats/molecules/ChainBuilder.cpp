@@ -68,6 +68,11 @@ bool hasPosition(const gemmi::Atom &atom)
     return isUsable(atom.pos.x) && isUsable(atom.pos.y) && isUsable(atom.pos.z);
 }
 
+float finiteOr(float value, float otherwise)
+{
+    return std::isfinite(value) ? value : otherwise;
+}
+
 bool hasPositions(Residues residues)
 {
     return std::any_of(residues.begin(), residues.end(), [&](const gemmi::Residue &residue) {
@@ -227,7 +232,8 @@ void ChainBuilder::addAtoms(const Place &place, ResidueRecord &record)
         record.atoms[index] = {cleanText(atom.name), atom.element.name(),
                                Vertex(static_cast<float>(atom.pos.x),
                                       static_cast<float>(atom.pos.y),
-                                      static_cast<float>(atom.pos.z))};
+                                      static_cast<float>(atom.pos.z)),
+                               finiteOr(atom.b_iso, 0), finiteOr(atom.occ, 1)};
     };
     const auto addResidue = [&](const gemmi::Residue &residue) {
         if (residue.name == place.first.front().name)

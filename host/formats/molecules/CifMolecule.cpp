@@ -93,6 +93,11 @@ void convert(const std::string &text, const std::string &file, CifMolecule &mole
             failureOf(file, "is a CIF file without atom positions (_atom_site.Cartn_x)");
         return;
     }
+    // What the library takes for "not said" could not be told from what files say.
+    for (std::string &value : block->find_values("_atom_site.B_iso_or_equiv")) {
+        if (cif::is_null(value))
+            value = "0";
+    }
     molecule.structure = gemmi::make_structure_from_block(*block);
     if (molecule.structure.models.empty() || molecule.structure.models.front().chains.empty())
         molecule.outcome =

@@ -17,6 +17,7 @@ constexpr std::size_t kLineLength = 81;
 constexpr std::size_t kCoordinatesEnd = 54;
 // Of HELIX and SHEET records, the end of the number of the last residue.
 constexpr std::size_t kElementRecordEnd = 37;
+constexpr std::size_t kOccupancyLength = 6;
 constexpr std::size_t kSegment = 72;
 constexpr std::size_t kElement = 76;
 constexpr std::size_t kCharge = 78;
@@ -150,6 +151,9 @@ void PdbText::addAtom(std::string_view line, std::string_view record)
     for (const char c : columns(line, 6, kLineLength - 7))
         m_Coordinates += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     m_Coordinates.resize(start + kLineLength - 1, ' ');
+    // An atom of which nothing is said is there all the time.
+    if (trimmed(columns(line, kCoordinatesEnd, kOccupancyLength)).empty())
+        m_Coordinates.replace(start + kCoordinatesEnd, kOccupancyLength, "  1.00");
     if (!hasElementAndCharge(std::string_view(m_Coordinates).substr(start))) {
         m_HasBookkeeping = true;
         std::fill(m_Coordinates.begin() + static_cast<std::ptrdiff_t>(start + kElement),

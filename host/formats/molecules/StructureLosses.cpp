@@ -147,8 +147,7 @@ std::vector<std::string> lossesOf(const StructureRecord &structure, const WriteO
         return {};
     std::vector<std::string> sentences = {
         "There are no waters, other positions of atoms, occupancies, temperature factors or "
-        "crystal "
-        "data in the file: they are not kept when a structure is opened."};
+        "crystal data in the file."};
     if (structure.models > 1)
         sentences.push_back("Only the first of " + std::to_string(structure.models) +
                             " models is written.");

@@ -225,7 +225,8 @@ AlignmentRecord makeWhole(const Alignment &alignment)
 
 AtomRecord makeAtom(const Atom &atom)
 {
-    return {atom.name(), atom.TypeName(), atom.place()};
+    return {std::string(atom.name()), std::string(atom.element()), atom.place(), atom.bFactor(),
+            atom.occupancy()};
 }
 
 ResidueRecord makeResidue(const Peptide &chain, std::size_t index)

@@ -37,10 +37,10 @@ struct StoredKindEntry
 inline constexpr std::array kStoredKinds = std::to_array<StoredKindEntry>({
     {StoredKind::Space, "the space", 1},
     {StoredKind::SpaceOrder, "the order of objects", 1},
-    {StoredKind::Sequence, "a sequence", 1},
+    {StoredKind::Sequence, "a sequence", 2},
     {StoredKind::Structure, "a structure", 1},
-    {StoredKind::Chain, "a chain", 1},
-    {StoredKind::Group, "a group", 1},
+    {StoredKind::Chain, "a chain", 2},
+    {StoredKind::Group, "a group", 2},
     {StoredKind::Element, "an element of secondary structure", 1},
     {StoredKind::Alignment, "an alignment", 1},
     {StoredKind::Rows, "rows of an alignment", 1},

@@ -21,6 +21,9 @@ struct AtomRecord
     std::string name;
     std::string element;
     Vertex position;
+    // In square Angstrom; 0 when nothing is said of it.
+    float bFactor = 0;
+    float occupancy = 1;
 };
 
 struct ResidueRecord

@@ -4,7 +4,6 @@
 #include "ObjectOperations.h"
 #include "ObjectReader.h"
 #include "ResidueOwner.h"
-#include "TextBytes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,15 +32,29 @@ Color elementColor(std::string_view element) noexcept
 constexpr unsigned kHasPlace = 1;
 constexpr unsigned kHasColor = 2;
 constexpr unsigned kIsSelected = 4;
+constexpr unsigned kHasBFactor = 8;
+constexpr unsigned kHasOccupancy = 16;
+constexpr unsigned kHasAll = 31;
+
+float finiteNumber(ObjectReader &in)
+{
+    const float value = in.real32();
+    if (std::isfinite(value))
+        return value;
+    in.fail("a number of an atom is none");
+    return 0;
+}
 
 } // namespace
 
 Atom::~Atom() = default;
 
-void Atom::fill(AtomRecord &&record)
+void Atom::fill(const AtomRecord &record)
 {
-    m_Name = std::move(record.name);
+    m_Name.set(record.name);
     m_Position = record.position;
+    m_BFactor = record.bFactor;
+    m_Occupancy = record.occupancy;
     std::transform(record.element.begin(),
                    record.element.begin() +
                        std::ptrdiff_t(std::min(record.element.size(), m_Element.size() - 1)),
@@ -49,23 +62,24 @@ void Atom::fill(AtomRecord &&record)
                    [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; });
 }
 
-void Atom::fill(AtomRecord &&record, ResidueOwner &chain, std::size_t residue)
+void Atom::fill(const AtomRecord &record, ResidueOwner &chain, std::size_t residue)
 {
-    fill(std::move(record));
+    fill(record);
     m_Chain = &chain;
     m_Residue = static_cast<std::uint32_t>(residue);
 }
 
-void Atom::fill(AtomRecord &&record, Group &group)
+void Atom::fill(const AtomRecord &record, Group &group)
 {
-    fill(std::move(record));
+    fill(record);
     m_Group = &group;
+    m_Residue = kOfGroup;
 }
 
 void Atom::fill(ObjectReader &in)
 {
-    const std::uint64_t flags = in.number(kHasPlace | kHasColor | kIsSelected);
-    m_Name = in.text();
+    const std::uint64_t flags = in.number(kHasAll);
+    m_Name.set(in.text());
     const std::string_view element = in.text();
     if (element.size() >= m_Element.size())
         in.fail("an atom is of no element");
@@ -80,6 +94,10 @@ void Atom::fill(ObjectReader &in)
             in.fail("an atom is nowhere");
         m_Position = Vertex(x, y, z);
     }
+    if ((flags & kHasBFactor) != 0)
+        m_BFactor = finiteNumber(in);
+    if ((flags & kHasOccupancy) != 0)
+        m_Occupancy = finiteNumber(in);
     if ((flags & kHasColor) != 0)
         m_Color = in.color();
     m_IsSelected = (flags & kIsSelected) != 0;
@@ -96,26 +114,32 @@ void Atom::fill(ObjectReader &in, Group &group)
 {
     fill(in);
     m_Group = &group;
+    m_Residue = kOfGroup;
 }
 
 void Atom::write(ObjectWriter &out) const
 {
     out.number((m_Position.isDefined() ? kHasPlace : 0U) | (m_Color ? kHasColor : 0U) |
-               (m_IsSelected ? kIsSelected : 0U));
-    out.text(m_Name);
+               (m_IsSelected ? kIsSelected : 0U) | (m_BFactor != 0 ? kHasBFactor : 0U) |
+               (m_Occupancy != 1 ? kHasOccupancy : 0U));
+    out.text(name());
     out.text(m_Element.data());
     if (m_Position.isDefined()) {
         out.real(m_Position.x());
         out.real(m_Position.y());
         out.real(m_Position.z());
     }
+    if (m_BFactor != 0)
+        out.real(m_BFactor);
+    if (m_Occupancy != 1)
+        out.real(m_Occupancy);
     if (m_Color)
         out.color(*m_Color);
 }
 
 std::string Atom::Name() const
 {
-    return m_Name;
+    return std::string(name());
 }
 
 char Atom::TypeCode() const
@@ -130,9 +154,9 @@ std::string Atom::TypeName() const
 
 Compound *Atom::Parent() const
 {
-    if (m_Chain != nullptr)
-        return m_Chain->residue(m_Residue);
-    return m_Group;
+    if (isOfGroup())
+        return m_Group;
+    return m_Chain == nullptr ? nullptr : m_Chain->residue(m_Residue);
 }
 
 std::size_t Atom::ChildCount() const
@@ -167,7 +191,7 @@ void Atom::AssignColor(const Color &color)
 
 void Atom::SetSelected(bool selected)
 {
-    Compound &whole = m_Chain != nullptr ? static_cast<Compound &>(*m_Chain) : *m_Group;
+    Compound &whole = isOfGroup() ? *m_Group : static_cast<Compound &>(*m_Chain);
     assignSelected(whole, m_IsSelected, selected);
 }
 
@@ -196,7 +220,7 @@ bool Atom::IsSelected() const
 
 std::size_t Atom::bytes() const noexcept
 {
-    return textBytes(m_Name);
+    return m_Name.bytes();
 }
 
 } // namespace TAMBO

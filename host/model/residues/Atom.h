@@ -2,6 +2,7 @@
 // One atom of a residue or a group.
 #pragma once
 
+#include "AtomName.h"
 #include "Compound.h"
 #include "ObjectMarks.h"
 #include "Records.h"
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 
 namespace TAMBO {
 
@@ -24,8 +26,8 @@ public:
     Atom() = default;
     ~Atom() override;
     // Atoms stand in arrays, so they are made first and filled then.
-    void fill(AtomRecord &&record, ResidueOwner &chain, std::size_t residue);
-    void fill(AtomRecord &&record, Group &group);
+    void fill(const AtomRecord &record, ResidueOwner &chain, std::size_t residue);
+    void fill(const AtomRecord &record, Group &group);
     // Of what write() has left.
     void fill(ObjectReader &in, ResidueOwner &chain, std::size_t residue);
     void fill(ObjectReader &in, Group &group);
@@ -56,9 +58,18 @@ public:
     static void restoreSelected(std::span<Atom> atoms, const ObjectMarks::Runs &selected);
 
     [[nodiscard]] const Vertex &place() const noexcept { return m_Position; }
-    [[nodiscard]] const std::string &name() const noexcept { return m_Name; }
+    // The letters stand in the atom.
+    [[nodiscard]] std::string_view name() const noexcept { return m_Name.view(); }
+    [[nodiscard]] std::string_view element() const noexcept { return m_Element.data(); }
+    // In square Angstrom; 0 when the file does not say.
+    [[nodiscard]] float bFactor() const noexcept { return m_BFactor; }
+    // 1 when the file does not say.
+    [[nodiscard]] float occupancy() const noexcept { return m_Occupancy; }
     // The chain whose residue it is an atom of, and which one; null for that of a group.
-    [[nodiscard]] const ResidueOwner *chain() const noexcept { return m_Chain; }
+    [[nodiscard]] const ResidueOwner *chain() const noexcept
+    {
+        return isOfGroup() ? nullptr : m_Chain;
+    }
     [[nodiscard]] std::size_t residue() const noexcept { return m_Residue; }
     // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept;
@@ -66,17 +77,25 @@ public:
 private:
     friend class PositionEdit;
 
-    void fill(AtomRecord &&record);
+    [[nodiscard]] bool isOfGroup() const noexcept { return m_Residue == kOfGroup; }
+    void fill(const AtomRecord &record);
     void fill(ObjectReader &in);
 
-    std::string m_Name;
+    // That of a group has kOfGroup in place of a residue.
+    static constexpr std::uint32_t kOfGroup = 0xffffffffU;
+
+    // There are millions of atoms: what is small stands where the name leaves room.
+    union {
+        ResidueOwner *m_Chain = nullptr;
+        Group *m_Group;
+    };
+    [[no_unique_address]] AtomName m_Name;
     std::array<char, 4> m_Element{};
-    Vertex m_Position;
-    // One of the two is set.
-    ResidueOwner *m_Chain = nullptr;
-    Group *m_Group = nullptr;
-    std::uint32_t m_Residue = 0;
     bool m_IsSelected = false;
+    Vertex m_Position;
+    std::uint32_t m_Residue = 0;
+    float m_BFactor = 0;
+    float m_Occupancy = 1;
     std::optional<Color> m_Color;
 };
 

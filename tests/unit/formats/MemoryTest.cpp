@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What reading and writing a large alignment occupy at most, in alignments of its size.
+// What reading and writing a large alignment occupy at most, in alignments of its size; and what a
+// loaded structure takes for each of its atoms.
 #include "Alignment.h"
 #include "ChangeScope.h"
 #include "FileReader.h"
 #include "FileWriter.h"
 #include "ObjectFactory.h"
+#include "ObjectSpace.h"
 #include "RecordMaker.h"
+#include "Structure.h"
 
 #include "TestFiles.h"
 #include "bench/HeapCount.h"
@@ -74,6 +77,31 @@ INSTANTIATE_TEST_SUITE_P(Formats, Memory,
                                          // names end.
                                          Limit{"phylip", 4.5, 6.6}),
                          [](const auto &info) { return info.param.format; });
+
+// All of the structure: chains, groups, residues, and the records' remains.
+TEST(StructureMemory, OfALoadedAtomIsBounded)
+{
+    const std::filesystem::path file = dataFile("structures/four_chains_haemoglobin_2hhb.pdb.gz");
+    // What is kept once for all structures comes with the first.
+    for (const bool isMeasured : {false, true}) {
+        const std::size_t before = heapBytes();
+        std::vector<Compound *> atoms;
+        {
+            Result<FileContents> contents = readFile(file);
+            ASSERT_TRUE(contents.has_value()) << contents.error().message();
+            const ChangeScope scope;
+            GetAtoms(ObjectFactory::adopt(std::move(contents->structures.at(0))), atoms, true);
+        }
+        const std::size_t count = atoms.size();
+        atoms = {};
+        const double size = double(heapBytes() - before) / double(count);
+        RecordProperty("bytes", std::to_string(size));
+        if (isMeasured) {
+            EXPECT_LE(size, 95.0) << count;
+        }
+    }
+    ObjectSpace::get().reset();
+}
 
 } // namespace MemoryTest
 } // namespace TAMBO::formats

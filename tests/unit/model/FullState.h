@@ -85,7 +85,8 @@ private:
     {
         m_Out << "    atom " << atom.name() << ' ' << atom.TypeName() << " color " << std::hex
               << atom.OwnColor().argb() << std::dec << ' ' << atom.hasOwnColor() << " selected "
-              << atom.IsSelected() << " of " << atom.Parent()->Name();
+              << atom.IsSelected() << " of " << atom.Parent()->Name() << " B " << atom.bFactor()
+              << " occupancy " << atom.occupancy();
         tellPlace(atom.place());
         m_Out << '\n';
     }

@@ -204,12 +204,11 @@ TEST(StructureWriter, NumbersBeyondTheirColumnsAreWrittenWithLettersAndReadBack)
                          "which not all programs understand."));
 }
 
-TEST(StructureWriter, WhatWasNotKeptAtOpeningIsSaid)
+TEST(StructureWriter, WhatNoFileGetsIsSaid)
 {
     StructureRecord structure = small();
     const std::string always = "There are no waters, other positions of atoms, occupancies, "
-                               "temperature factors or crystal "
-                               "data in the file: they are not kept when a structure is opened.";
+                               "temperature factors or crystal data in the file.";
     EXPECT_THAT(lossesOf(structure, pdb()),
                 ElementsAre(always, "The places of atoms are rounded to 0.001 Angstrom."));
     EXPECT_THAT(lossesOf(structure, mmcif()), ElementsAre(always));

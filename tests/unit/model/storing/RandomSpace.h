@@ -68,10 +68,10 @@ private:
         residue.letter = "AMX"[below(3)];
         residue.number = number();
         for (unsigned i = below(5); i > 0; --i)
-            residue.atoms.push_back({below(2) == 0 ? "CA" : "O1'", below(2) == 0 ? "Se" : "C",
-                                     below(9) == 0
-                                         ? TAMBO::Vertex()
-                                         : TAMBO::Vertex(coordinate(), coordinate(), -0.0F)});
+            residue.atoms.push_back(
+                {below(2) == 0 ? "CA" : "O1'", below(2) == 0 ? "Se" : "C",
+                 below(9) == 0 ? TAMBO::Vertex() : TAMBO::Vertex(coordinate(), coordinate(), -0.0F),
+                 below(3) == 0 ? 0.0F : coordinate(), below(3) == 0 ? 0.5F : 1.0F});
         return residue;
     }
 
