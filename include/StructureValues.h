@@ -18,6 +18,9 @@ struct AtomValues
     std::string element;
     // In Angstrom.
     Vertex position;
+    // In square Angstrom.
+    float bFactor = 0;
+    float occupancy = 1;
 };
 
 struct ResidueValues
@@ -41,7 +44,6 @@ struct ChainValues
     std::vector<ResidueValues> residues;
 };
 
-// Occupancies and B factors are not kept by the workbench.
 struct StructureValues
 {
     // At least one.

@@ -67,7 +67,9 @@ Result<AtomRecord> atomRecord(const AtomValues &values, const std::string &where
     if (!place.isDefined() || !std::isfinite(place.x()) || !std::isfinite(place.y()) ||
         !std::isfinite(place.z()))
         return badValue(atom + " has no finite position");
-    return AtomRecord{values.name, values.element, place};
+    if (!std::isfinite(values.bFactor) || !std::isfinite(values.occupancy))
+        return badValue(atom + " has a B factor or an occupancy that is not finite");
+    return AtomRecord{values.name, values.element, place, values.bFactor, values.occupancy};
 }
 
 Result<ResidueRecord> residueRecord(const ResidueValues &values, const std::string &chain)

@@ -34,6 +34,13 @@ public:
         return m_Runs.empty() ? 0 : m_Runs.back().last;
     }
 
+    // Calls visit(first, end) for each run of its residues, in ascending order.
+    template <typename Visit> void forEachRun(Visit visit) const
+    {
+        for (const Run &run : m_Runs)
+            visit(std::size_t(run.first), std::size_t(run.last));
+    }
+
     // In chain order; null beyond the last. They are children of the peptide, not of the element.
     [[nodiscard]] Residue *residue(std::size_t index) const;
 

@@ -27,7 +27,7 @@ ResidueGroup::ResidueGroup(ResidueRecord &&record)
       m_Atoms(std::make_unique<Atom[]>(m_AtomCount))
 {
     for (std::size_t i = 0; i < m_AtomCount; ++i)
-        m_Atoms[i].fill(std::move(record.atoms[i]), *this);
+        m_Atoms[i].fill(record.atoms[i], *this);
 }
 
 ResidueGroup::~ResidueGroup()
@@ -163,6 +163,11 @@ void ResidueGroup::collectAtoms(std::vector<Compound *> &out, bool) const
 {
     for (std::size_t i = 0; i < m_AtomCount; ++i)
         out.push_back(&m_Atoms[i]);
+}
+
+std::span<Atom> ResidueGroup::atoms() const noexcept
+{
+    return {m_Atoms.get(), m_AtomCount};
 }
 
 std::size_t ResidueGroup::bytes() const noexcept

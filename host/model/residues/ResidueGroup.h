@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace TAMBO {
 
@@ -39,6 +40,10 @@ public:
     void AssignColor(const Color &color) override;
     void SetSelected(bool selected) override;
     bool IsSelected() const override;
+
+    [[nodiscard]] const std::string &typeNameView() const noexcept { return m_TypeName; }
+    // All of them; who has the group may change them.
+    [[nodiscard]] std::span<Atom> atoms() const noexcept;
 
     [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
     // For their edits.

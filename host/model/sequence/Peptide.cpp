@@ -83,9 +83,14 @@ const Compound &Peptide::dataOwner(std::size_t index) const noexcept
 
 std::string Peptide::typeName(std::size_t index) const
 {
+    return std::string(typeNameView(index));
+}
+
+std::string_view Peptide::typeNameView(std::size_t index) const
+{
     const ReadPlace place = readPlace(index);
     if (&place.owner != this)
-        return place.owner.typeName(place.index);
+        return place.owner.typeNameView(place.index);
     if (const StructureContents *const inside = contents()) {
         const auto &names = inside->typeNames;
         const auto found = std::ranges::lower_bound(
@@ -93,7 +98,7 @@ std::string Peptide::typeName(std::size_t index) const
         if (found != names.end() && found->first == index)
             return found->second;
     }
-    return std::string(aminoAcidName(letter(index)));
+    return aminoAcidName(letter(index));
 }
 
 Vertex Peptide::position(std::size_t index) const
@@ -134,32 +139,36 @@ Element *Peptide::elementAt(std::size_t index) const noexcept
 
 std::size_t Peptide::atomCount(std::size_t index) const noexcept
 {
+    return atoms(index).size();
+}
+
+std::span<Atom> Peptide::atoms(std::size_t index) const noexcept
+{
     const ReadPlace place = readPlace(index);
     const StructureContents *const contents = place.owner.contents();
     if (contents == nullptr || contents->atomStarts.empty())
-        return 0;
-    return contents->atomStarts[place.index + 1] - contents->atomStarts[place.index];
+        return {};
+    return {contents->atoms.get() + contents->atomStarts[place.index],
+            contents->atoms.get() + contents->atomStarts[place.index + 1]};
+}
+
+bool Peptide::hasOwnAtoms() const noexcept
+{
+    return contents() != nullptr && !contents()->atomStarts.empty();
 }
 
 bool Peptide::hasAtoms() const noexcept
 {
-    const auto holdsAtoms = [](const Peptide &peptide) {
-        return peptide.contents() != nullptr && !peptide.contents()->atomStarts.empty();
-    };
-    return holdsAtoms(*this) ||
-           (ties() != nullptr &&
-            std::ranges::any_of(ties()->runs(), [&](const ResidueTies::Run &run) {
-                return holdsAtoms(*run.chain);
+    return hasOwnAtoms() ||
+           (ties() != nullptr && std::ranges::any_of(ties()->runs(), [](const auto &run) {
+                return run.chain->hasOwnAtoms();
             }));
 }
 
 Atom *Peptide::atom(std::size_t index, std::size_t atom) const noexcept
 {
-    if (atom >= atomCount(index))
-        return nullptr;
-    const ReadPlace place = readPlace(index);
-    const StructureContents &contents = *place.owner.contents();
-    return &contents.atoms[contents.atomStarts[place.index] + atom];
+    const std::span<Atom> all = atoms(index);
+    return atom < all.size() ? &all[atom] : nullptr;
 }
 
 // ---- Numbers

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,6 +77,8 @@ public:
     [[nodiscard]] const Compound &dataOwner(std::size_t index) const noexcept override;
 
     [[nodiscard]] std::string typeName(std::size_t index) const override;
+    // As long as the residue stays what it is.
+    [[nodiscard]] std::string_view typeNameView(std::size_t index) const;
     [[nodiscard]] Vertex position(std::size_t index) const override;
     // To be called when atoms have moved.
     void updatePositions();
@@ -86,6 +89,13 @@ public:
     // False when no residue can have an atom.
     [[nodiscard]] bool hasAtoms() const noexcept;
     [[nodiscard]] Atom *atom(std::size_t index, std::size_t atom) const noexcept override;
+    // All of a residue.
+    [[nodiscard]] std::span<Atom> atoms(std::size_t index) const noexcept;
+    // Whether there are atoms, or room for them, here and not in a chain that residues are tied to.
+    [[nodiscard]] bool hasOwnAtoms() const noexcept;
+    // The types of the elements that residues of a chain are in, as elementAt() says, at once; 0
+    // without.
+    [[nodiscard]] std::vector<char> elementTypes() const;
 
     [[nodiscard]] SequenceNumber number(std::size_t index) const override;
     // Whether residues that are not tied to a chain count otherwise than from 1.

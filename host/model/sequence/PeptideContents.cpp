@@ -11,6 +11,7 @@
 #include "StructureContents.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace TAMBO {
@@ -44,8 +45,8 @@ Peptide::Peptide(ChainRecord &&record)
             inside.typeNames.emplace_back(static_cast<std::uint32_t>(index),
                                           std::move(residue.typeName));
         std::uint32_t next = inside.atomStarts.back();
-        for (AtomRecord &atom : residue.atoms)
-            inside.atoms[next++].fill(std::move(atom), *this, index);
+        for (const AtomRecord &atom : residue.atoms)
+            inside.atoms[next++].fill(atom, *this, index);
         inside.atomStarts.push_back(next);
     }
     m_Text = SequenceText(record.name, letters);
@@ -129,6 +130,32 @@ void Peptide::listElements()
             inside.elements.push_back(element);
     }
     growNumberingRevision();
+}
+
+// A later element covers an earlier one, so the last comes first and each residue is found once.
+std::vector<char> Peptide::elementTypes() const
+{
+    std::vector<char> types(residueCount(), '\0');
+    if (contents() == nullptr || contents()->elements.empty())
+        return types;
+    // The first residue from here on that has no type yet, as far as it is known.
+    std::vector<std::uint32_t> next(residueCount() + 1);
+    std::iota(next.begin(), next.end(), 0U);
+    const auto freeFrom = [&next](std::size_t index) {
+        while (next[index] != index)
+            index = next[index] = next[next[index]];
+        return index;
+    };
+    const std::vector<Element *> &elements = contents()->elements;
+    for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
+        (*element)->forEachRun([&](std::size_t first, std::size_t end) {
+            for (std::size_t i = freeFrom(first); i < end; i = freeFrom(i)) {
+                types[i] = (*element)->TypeCode();
+                next[i] = static_cast<std::uint32_t>(i + 1);
+            }
+        });
+    }
+    return types;
 }
 
 void Peptide::appendAtoms(std::vector<Compound *> &out) const

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What plug-ins rely on of the quick way to all that a structure is made of.
+#include "StructureDetails.h"
+
+#include "DataMaker.h"
+#include "unit/model/ModelFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <vector>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace StructureDetailsContractTest {
+
+using TAMBO::Compound;
+using TAMBO::DataMaker;
+using TAMBO::SequenceNumber;
+using TAMBO::StructureDetails;
+using TAMBO::StructureTable;
+using TAMBO::Vertex;
+
+class StructureDetailsContract : public ModelFixture
+{
+protected:
+    static TAMBO::ResidueValues residue(const std::string &name, const std::string &number, float x)
+    {
+        return {name,
+                SequenceNumber(number),
+                {{"N", "N", Vertex(x - 1, 0, 0), 12.5F}, {"CA", "C", Vertex(x, 2, 3), 20, 0.25F}}};
+    }
+    static Compound *made()
+    {
+        TAMBO::StructureValues values;
+        values.chains = {{"A",
+                          {residue("ALA", "7", 1), residue("HEM", "900", 4),
+                           residue("GLY", "8A", 2), residue("SER", "-9", 3)}},
+                         {"B", {residue("MSE", "1", 5)}}};
+        values.chains[1].residues[0].letter = 'M';
+        return DataMaker::makeStructure("1new", values);
+    }
+
+    Compound *structure = made();
+    StructureTable table = StructureDetails::read(structure);
+};
+
+TEST_F(StructureDetailsContract, AtomsAreThoseOfTheTreeInItsOrder)
+{
+    std::vector<Compound *> atoms;
+    TAMBO::GetAtoms(structure, atoms, true);
+    ASSERT_THAT(table.atoms, SizeIs(10));
+    ASSERT_THAT(atoms, SizeIs(10));
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        const TAMBO::AtomDetails &atom = table.atoms[i];
+        EXPECT_EQ(atom.atom, atoms[i]);
+        EXPECT_EQ(atom.name, atoms[i]->Name());
+        EXPECT_EQ(atom.element, atoms[i]->TypeName());
+        EXPECT_EQ(atom.position.coordinates(), atoms[i]->Position().coordinates());
+        EXPECT_EQ(atom.bFactor, i % 2 == 0 ? 12.5F : 20.F);
+        EXPECT_EQ(atom.occupancy, i % 2 == 0 ? 1 : 0.25F);
+    }
+}
+
+TEST_F(StructureDetailsContract, ResiduesOfAChainComeBeforeItsGroups)
+{
+    std::vector<std::string> told;
+    for (const TAMBO::ResidueDetails &residue : table.residues)
+        told.push_back(std::string(residue.name) + ' ' + std::to_string(residue.number) +
+                       residue.insertionCode + residue.letter + (residue.isGroup ? " group" : ""));
+    EXPECT_THAT(told, ElementsAre("ALA 7 A", "GLY 8AG", "SER -9 S", "HEM 900 X group", "MSE 1 M"));
+    ASSERT_THAT(table.chains, SizeIs(2));
+    EXPECT_EQ(table.chains[0].chain, structure->Child(0));
+    EXPECT_EQ(table.chains[0].residueEnd, 4U);
+    EXPECT_EQ(table.chains[1].residueBegin, 4U);
+    EXPECT_EQ(table.chains[1].residueEnd, 5U);
+}
+
+TEST_F(StructureDetailsContract, EachKnowsWhereItBelongs)
+{
+    std::uint32_t next = 0;
+    for (std::uint32_t i = 0; i < table.residues.size(); ++i) {
+        const TAMBO::ResidueDetails &residue = table.residues[i];
+        EXPECT_EQ(residue.atomBegin, next);
+        next = residue.atomEnd;
+        Compound *const object = table.chains.at(residue.chain).chain->Child(residue.child);
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(object->TypeName(), residue.name);
+        for (std::uint32_t k = residue.atomBegin; k < residue.atomEnd; ++k) {
+            EXPECT_EQ(table.atoms[k].residue, i);
+            EXPECT_EQ(table.atoms[k].atom->Parent(), object);
+        }
+    }
+    EXPECT_EQ(next, table.atoms.size());
+}
+
+TEST_F(StructureDetailsContract, OfAChainAreThoseOfItAlone)
+{
+    const StructureTable chain = StructureDetails::read(structure->Child(1));
+    ASSERT_THAT(chain.chains, SizeIs(1));
+    EXPECT_EQ(chain.chains[0].chain, structure->Child(1));
+    ASSERT_THAT(chain.residues, SizeIs(1));
+    EXPECT_EQ(chain.residues[0].name, "MSE");
+    EXPECT_THAT(chain.atoms, SizeIs(2));
+}
+
+TEST_F(StructureDetailsContract, SecondaryStructureIsThatOfTheResidues)
+{
+    const auto residues = [this](std::size_t first) {
+        std::vector<Compound *> some;
+        for (std::size_t i = first; i < 3; ++i)
+            some.push_back(structure->Child(0)->Child(i));
+        return some;
+    };
+    ASSERT_NE(DataMaker::makeSSE(structure->Child(0), "helix", residues(0), 'H'), nullptr);
+    const auto types = [this] {
+        std::string all;
+        for (const TAMBO::ResidueDetails &residue : StructureDetails::read(structure).residues)
+            all += residue.element == '\0' ? '.' : residue.element;
+        return all;
+    };
+    EXPECT_EQ(types(), "HHH..");
+    ASSERT_NE(DataMaker::makeSSE(structure->Child(0), "strand", residues(0), 'e'), nullptr);
+    // The later one.
+    EXPECT_EQ(types(), "eee..");
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(
+            dynamic_cast<TAMBO::Residue *>(structure->Child(0)->Child(i))->GetSSE()->TypeCode(),
+            'e');
+}
+
+TEST_F(StructureDetailsContract, WhatIsNoStructureHasNone)
+{
+    Compound *const sequence = DataMaker::makeSequence("sequence", "ACDEF");
+    for (const Compound *object : {static_cast<Compound *>(nullptr), sequence, sequence->Child(0),
+                                   structure->Child(0)->Child(0), space().object(0)->Parent()}) {
+        const StructureTable none = StructureDetails::read(object);
+        EXPECT_THAT(none.chains, IsEmpty());
+        EXPECT_THAT(none.residues, IsEmpty());
+        EXPECT_THAT(none.atoms, IsEmpty());
+        EXPECT_EQ(StructureDetails::bFactor(object), 0);
+        EXPECT_EQ(StructureDetails::occupancy(object), 1);
+    }
+}
+
+TEST_F(StructureDetailsContract, AnAtomTellsWhatItsFileSays)
+{
+    const Compound *const alpha = structure->Child(0)->Child(1)->Child(1);
+    EXPECT_EQ(StructureDetails::bFactor(alpha), 20);
+    EXPECT_EQ(StructureDetails::occupancy(alpha), 0.25F);
+}
+
+TEST_F(StructureDetailsContract, OfAnAtomThatIsMadeAreFinite)
+{
+    TAMBO::StructureValues values;
+    values.chains = {{"A", {residue("ALA", "7", 1)}}};
+    values.chains[0].residues[0].atoms[1].bFactor = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(DataMaker::makeStructure("bad", values), nullptr);
+    ASSERT_THAT(log, SizeIs(1));
+    EXPECT_THAT(log[0], HasSubstr("chain \"A\", residue ALA 7, atom CA has a B factor or an "
+                                  "occupancy that is not finite"));
+}
+
+} // namespace StructureDetailsContractTest
