@@ -35,7 +35,18 @@ bool isColorPart(double part)
     return part >= 0 && part <= kFullColor;
 }
 
-std::optional<ColorStop> parseStop(const std::string &line)
+std::optional<ColorStop> plainStop(std::string_view line)
+{
+    const auto position = takePlainNumber<double>(line);
+    const auto red = takePlainNumber<double>(line);
+    const auto green = takePlainNumber<double>(line);
+    const auto blue = takePlainNumber<double>(line);
+    if (!position || !red || !green || !blue || !line.empty())
+        return {};
+    return ColorStop{*position, *red, *green, *blue};
+}
+
+std::optional<ColorStop> spelledStop(const std::string &line)
 {
     std::istringstream fields(line);
     fields.imbue(std::locale::classic());
@@ -43,9 +54,17 @@ std::optional<ColorStop> parseStop(const std::string &line)
     std::string rest;
     if (!(fields >> stop.position >> stop.red >> stop.green >> stop.blue) || fields >> rest)
         return {};
-    const bool good = std::abs(stop.position) <= kFarthest && isColorPart(stop.red) &&
-                      isColorPart(stop.green) && isColorPart(stop.blue);
-    return good ? std::optional(stop) : std::nullopt;
+    return stop;
+}
+
+std::optional<ColorStop> parseStop(const std::string &line)
+{
+    std::optional<ColorStop> stop = plainStop(line);
+    if (!stop)
+        stop = spelledStop(line);
+    const bool good = stop && std::abs(stop->position) <= kFarthest && isColorPart(stop->red) &&
+                      isColorPart(stop->green) && isColorPart(stop->blue);
+    return good ? stop : std::nullopt;
 }
 
 Color mixed(const ColorStop &low, const ColorStop &high, double share)

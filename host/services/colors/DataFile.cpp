@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DataFile.h"
 
-#include "Text.h"
-
 #include <QFile>
-
-#include <algorithm>
 
 namespace TAMBO::services {
 

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "Result.h"
+#include "Text.h"
 
 #include <QString>
 
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -14,6 +16,16 @@ namespace TAMBO::services {
 
 // All of it.
 [[nodiscard]] Result<std::string> readDataFile(const QString &path);
+
+// The next field of a line, which goes from it, as a number. Nothing for what is written otherwise
+// than with digits, a sign and a point: that is the streams' to judge, which take their time.
+template <typename Number> std::optional<Number> takePlainNumber(std::string_view &line)
+{
+    const std::string_view field = takeWord(line);
+    if (field.find_first_not_of("-.0123456789") != std::string_view::npos)
+        return std::nullopt;
+    return numberIn<Number>(field);
+}
 
 // Its lines without comments and blanks around; those that are empty then are passed over.
 class DataLines

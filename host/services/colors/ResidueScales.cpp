@@ -33,8 +33,22 @@ Result<ResidueScale> readScale(const QString &path)
 }
 
 // "A 1.8"
+std::optional<float> plainValue(std::string_view line)
+{
+    if (line.size() < 2 || !isBlank(line[1]))
+        return {};
+    line.remove_prefix(1);
+    const auto value = takePlainNumber<float>(line);
+    return line.empty() ? value : std::nullopt;
+}
+
 bool parseValue(const std::string &line, char &letter, float &value)
 {
+    if (const std::optional<float> plain = plainValue(line)) {
+        letter = line.front();
+        value = *plain;
+        return isCapitalLetter(letter);
+    }
     std::istringstream fields(line);
     fields.imbue(std::locale::classic());
     std::string first;

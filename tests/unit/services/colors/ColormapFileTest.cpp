@@ -60,6 +60,23 @@ TEST(ColormapFile, MalformedTextIsNamedByFileLineAndCause)
     EXPECT_EQ(failureOf(""), "x.cm: a color map needs two colors or more");
 }
 
+TEST(ColormapFile, NumbersMayBeSpelledAsStreamsReadThem)
+{
+    const auto spelled = ColormapFile::parse("-.5 1. +2 3e1\n0\t.25 0.1\v255\n.5-0 0 0\n", "x.cm");
+    ASSERT_TRUE(spelled.has_value()) << spelled.error().message();
+    const std::vector<ColorStop> &stops = spelled.value().stops;
+    ASSERT_EQ(stops.size(), 3U);
+    EXPECT_EQ(stops[0].red, 1.0);
+    EXPECT_EQ(stops[0].green, 2.0);
+    EXPECT_EQ(stops[0].blue, 30.0);
+    EXPECT_EQ(stops[1].position, 0.5);
+    EXPECT_EQ(stops[1].red, 0.25);
+    EXPECT_EQ(stops[1].green, 0.1);
+    EXPECT_EQ(stops[1].blue, 255.0);
+    EXPECT_EQ(stops[2].position, 1.0);
+    EXPECT_EQ(stops[2].red, 0.0);
+}
+
 TEST(ColormapFile, InterpolationHasTheColoursAtBothEndsOfEveryStep)
 {
     const auto stops = ColormapFile::parse("0 0 0 0\n1 200 100 50\n", "x.cm").value();

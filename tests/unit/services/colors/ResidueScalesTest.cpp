@@ -39,6 +39,14 @@ TEST(ResidueScales, ReadsNameAndValues)
     EXPECT_EQ(scale.value().values, (std::map<char, float>{{'A', 1.5F}, {'W', -20.0F}}));
 }
 
+TEST(ResidueScales, NumbersMayBeSpelledAsStreamsReadThem)
+{
+    const auto scale = ResidueScales::parse("name N\nA +.5\nC 1.\nD\t-0.1\nE 2e0\n", "x.scale");
+    ASSERT_TRUE(scale.has_value()) << scale.error().message();
+    EXPECT_EQ(scale.value().values,
+              (std::map<char, float>{{'A', 0.5F}, {'C', 1.0F}, {'D', -0.1F}, {'E', 2.0F}}));
+}
+
 TEST(ResidueScales, ReadsUnitAndSourceWhichMayGoOn)
 {
     const auto scale =
