@@ -177,10 +177,14 @@ void ObjectLoader::arrange()
 
 std::unique_ptr<StoredObject> *ObjectLoader::place(std::uint32_t identity)
 {
-    const auto found =
-        std::ranges::lower_bound(m_Places, identity, {}, &decltype(m_Places)::value_type::first);
-    return found == m_Places.end() || found->first != identity ? nullptr
-                                                               : &m_Objects[found->second];
+    if (m_NextPlace >= m_Places.size() || m_Places[m_NextPlace].first != identity) {
+        const auto found = std::ranges::lower_bound(m_Places, identity, {},
+                                                    &decltype(m_Places)::value_type::first);
+        if (found == m_Places.end() || found->first != identity)
+            return nullptr;
+        m_NextPlace = std::size_t(found - m_Places.begin());
+    }
+    return &m_Objects[m_Places[m_NextPlace++].second];
 }
 
 // Each stands there once, and is what can stand there.
@@ -196,8 +200,8 @@ std::string ObjectLoader::problemOfOrder()
         if (isSeen[index])
             return name + " is in the space twice";
         isSeen[index] = true;
-        if (dynamic_cast<const ResidueGroup *>(found->get()) != nullptr ||
-            dynamic_cast<const Element *>(found->get()) != nullptr)
+        const CompoundKind kind = (*found)->asCompound().Kind();
+        if (kind == CompoundKind::Group || kind == CompoundKind::Element)
             return name + " cannot stand in the space";
     }
     return {};

@@ -82,6 +82,8 @@ private:
     Objects m_Objects;
     // Which object has which number, by number in the end.
     std::vector<std::pair<std::uint32_t, std::size_t>> m_Places;
+    // Mostly the one that is asked for next.
+    std::size_t m_NextPlace = 0;
     // What they stand in is not there yet.
     std::unordered_map<std::uint32_t, PendingStructure> m_Structures;
     std::unordered_map<std::uint32_t, std::unique_ptr<AlignmentParts>> m_Alignments;

@@ -16,24 +16,40 @@ class ObjectStore
 {
 public:
     // Space with all that stands in it, and other objects, which stand nowhere: steps of undo own
-    // them. None of them may change or go until all is written.
+    // them. None of them may come or go until all is written, and none may change but alignments,
+    // after which goBack() is called. No object is looked at before its turn.
     explicit ObjectStore(const ObjectSpace &space, std::vector<const StoredObject *> others = {});
     // The objects alone, and nothing of what stands in Space.
     explicit ObjectStore(std::vector<const StoredObject *> objects);
 
     // Writes more, until that took as long as so many bytes take or nothing is left. The writer has
-    // no more bytes then than that and one part. False at the end, when nothing more was written.
+    // no more bytes then than that and one part, and never of alignments together with others.
+    // False at the end, when nothing more was written.
     [[nodiscard]] bool writeNext(ObjectWriter &out, std::size_t bytes);
     // Of how many objects, and how many of them are written.
-    [[nodiscard]] std::size_t size() const noexcept { return m_Objects.size(); }
-    [[nodiscard]] std::size_t written() const noexcept { return m_Next; }
+    [[nodiscard]] std::size_t size() const noexcept;
+    [[nodiscard]] std::size_t written() const noexcept { return m_Written; }
+
+    // What all pieces so far have been about.
+    [[nodiscard]] bool hasBegunAlignments() const noexcept { return m_HasBegunAlignments; }
+    // To before the first alignment. Those are written once more, with Space, which is behind them.
+    void goBack();
 
 private:
-    void arrange();
+    // What comes next, and null behind the last one.
+    [[nodiscard]] const StoredObject *findNext();
+    [[nodiscard]] bool areOthersDone() const noexcept;
 
-    // What others refer to comes before them.
-    std::vector<const StoredObject *> m_Objects;
+    const ObjectSpace *m_Space = nullptr;
+    std::vector<const StoredObject *> m_Others;
+    // Of what stands in Space and the others behind it; alignments among them are only noted.
     std::size_t m_Next = 0;
+    // They refer to sequences, which come before them.
+    std::vector<const StoredObject *> m_Alignments;
+    std::size_t m_NextAlignment = 0;
+    bool m_IsSpaceWritten = false;
+    bool m_HasBegunAlignments = false;
+    std::size_t m_Written = 0;
     // Of the next object.
     std::size_t m_Part = 0;
 };

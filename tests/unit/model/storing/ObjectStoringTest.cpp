@@ -152,7 +152,8 @@ TEST_F(ObjectStoring, ObjectOutsideOfTheTreeComesBackAndIsReferredTo)
 
     ObjectIndex index;
     ObjectLoader loader(index);
-    ASSERT_TRUE(loader.read(pieces.front()));
+    for (const std::string &piece : pieces)
+        ASSERT_TRUE(loader.read(piece));
     ASSERT_TRUE(loader.complete());
     ASSERT_TRUE(loader.fill(space()));
     EXPECT_EQ(topLevelNames(), Texts{"shown"});
