@@ -41,6 +41,20 @@ bool goesThroughRows(const std::string &edit)
     }
 }
 
+// It changes alignments and nothing beside them, and brings nothing along.
+bool isOfAlignments(const Edit &inverse)
+{
+    std::vector<const Compound *> objects;
+    inverse.appendOwned(objects);
+    if (inverse.actsOnWhole() || !objects.empty())
+        return false;
+    inverse.appendSubjects(objects);
+    inverse.appendHolders(objects);
+    return std::ranges::all_of(objects, [](const Compound *object) {
+        return dynamic_cast<const Alignment *>(object) != nullptr;
+    });
+}
+
 } // namespace
 
 LiveSession::LiveSession(ObjectSpace &space, History &history, Sink sink, std::size_t small,
@@ -99,11 +113,13 @@ std::optional<StoreEntry> LiveSession::next(std::size_t bytes)
     if (m_IsStateMissing && !m_State)
         m_State.emplace(m_Space, m_History);
     if (m_State) {
-        if (std::optional<StoreEntry> entry = m_State->next(bytes))
-            return entry;
-        m_State.reset();
-        m_IsStateMissing = false;
-        m_Lacking = 0;
+        StoreEntry entry = m_State->next(bytes);
+        if (m_State->isDone()) {
+            m_State.reset();
+            m_IsStateMissing = false;
+            m_Lacking = 0;
+        }
+        return entry;
     }
     for (; !m_Waiting.empty(); m_Waiting.pop_front()) {
         if (std::optional<StoreEntry> entry = m_Waiting.front().next(bytes))
@@ -132,6 +148,7 @@ void LiveSession::handOver(StoreEntry entry)
 void LiveSession::giveUp()
 {
     const bool isFold = m_State && !m_IsStateMissing;
+    m_HasGoneBack = false;
     m_State.reset();
     if (isFold) {
         // What waited for it goes on from the state before.
@@ -140,6 +157,15 @@ void LiveSession::giveUp()
         m_Waiting.clear();
         m_IsStateMissing = true;
     }
+}
+
+void LiveSession::goBack()
+{
+    if (!canGoBack())
+        return giveUp();
+    m_HasGoneBack = true;
+    m_State->goBack();
+    m_Waiting.clear();
 }
 
 bool LiveSession::isQuicklyDone() const
@@ -155,22 +181,25 @@ void LiveSession::changeBegins()
     m_Position = m_History.position();
     if (isUpToDate())
         return;
-    if (m_Lacking >= kMostLacking)
-        finish();
-    else if (isQuicklyDone())
+    if (m_Lacking < kMostLacking ? isQuicklyDone() : isStillAtSequences())
         writeAtOnce(m_AtOnce);
+    if (m_Lacking >= kMostLacking && !isStillAtSequences())
+        finish();
 }
 
 std::string LiveSession::store(const Edit &inverse)
 {
     // It is no more as it was.
-    giveUp();
+    if (canGoBack() && isOfAlignments(inverse))
+        goBack();
+    else
+        giveUp();
     if (isInContents(inverse))
         return kInContents;
     const std::string edit = m_Records.store(inverse);
     if (goesThroughRows(edit)) {
         if (const auto *const rows = dynamic_cast<const Alignment *>(inverse.subject()))
-            m_Cost.addRows(rows->height());
+            m_Cost.addRows(rows->height(), rows->width());
     }
     std::vector<const StoredObject *> large = m_Writer.takeElsewhere();
     ValueWriter out;
@@ -267,7 +296,7 @@ void LiveSession::travelled(std::size_t steps)
 void LiveSession::forgotten(bool isFirst)
 {
     if (m_State)
-        giveUp();
+        goBack();
     m_Records.forgotten(isFirst);
 }
 
@@ -279,12 +308,14 @@ void LiveSession::cleared()
 
 void LiveSession::marked(const Compound &object, const StateMark &mark)
 {
+    if (canGoBack())
+        goBack();
     m_Records.marked(object, mark);
 }
 
 void LiveSession::take(std::string record)
 {
-    if (m_IsStateMissing && !m_State)
+    if (m_IsStateMissing && (!m_State || canGoBack()))
         // The state will have it.
         m_LargeOfStep.clear();
     else if (m_LargeOfStep.empty() && !hasMore())

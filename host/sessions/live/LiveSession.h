@@ -2,8 +2,8 @@
 // Hands everything that happens to the objects to a store, as it happens. What takes its time,
 // large objects that arrive and the state as a whole, is handed over in slices while the user does
 // nothing. A change waits for some megabytes of that at most: of more, what has been begun is given
-// up, and the state is written later, with the change in it. That is done a few times in a row
-// only.
+// up, and the state is written instead, with the change in it. One of an alignment leaves the
+// sequences that were written. All that is done a few times in a row only.
 #pragma once
 
 #include "PointerSet.h"
@@ -39,10 +39,12 @@ public:
     static constexpr std::size_t kSmall = std::size_t(64) << 10;
     // Of what is to be done again after a death, by ReplayCost.
     static constexpr std::uint64_t kMostReplay = 1'000'000'000;
-    // What waits when a change comes is handed over before it, if it is no more: some hundredths of
-    // a second, once.
+    // What waits when a change comes is handed over before it, if it is no more: one or two
+    // hundredths of a second, once.
     static constexpr std::size_t kAtOnce = std::size_t(8) << 20;
-    // Steps that only a state which is still to be written will have.
+    // Steps that only a state which is still to be written will have. Those behind them wait until
+    // it is written, or, as long as that is of sequences and they change alignments, for some
+    // megabytes of it.
     static constexpr std::size_t kMostLacking = 8;
 
     using Sink = std::function<void(StoreEntry entry)>;
@@ -96,6 +98,19 @@ private:
     void handOver(StoreEntry entry);
     // What waits is no more as it was: the state is to be written, or goes on as it is.
     void giveUp();
+    // The same after a change of an alignment that leaves all else of the state as it was.
+    void goBack();
+    // Whether a state that will have the next change in it is being written, and that of no objects
+    // which steps may take with them.
+    [[nodiscard]] bool canGoBack() const noexcept
+    {
+        return m_IsStateMissing && m_State && !m_State->hasOwned();
+    }
+    // Whether more of the state that is written will be there after the next change, too.
+    [[nodiscard]] bool isStillAtSequences() const noexcept
+    {
+        return m_HasGoneBack && canGoBack() && !m_State->hasBegunAlignments();
+    }
     // Whether it takes no time to begin with what waits.
     [[nodiscard]] bool isQuicklyDone() const;
 
@@ -125,6 +140,8 @@ private:
     bool m_IsStateMissing = false;
     // Since then.
     std::size_t m_Lacking = 0;
+    // The last change left what was written of sequences.
+    bool m_HasGoneBack = false;
     ReplayCost m_Cost;
     std::uint64_t m_MostReplay;
     std::size_t m_AtOnce;

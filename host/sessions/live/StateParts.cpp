@@ -9,6 +9,7 @@
 #include "SessionKinds.h"
 #include "StoredObject.h"
 
+#include <utility>
 #include <vector>
 
 namespace TAMBO::sessions {
@@ -31,7 +32,12 @@ StatePart part(PartKind kind, std::string content)
 } // namespace
 
 StateParts::StateParts(const ObjectSpace &space, const History &history)
-    : m_History(history), m_Objects(space, ownedBy(history))
+    : StateParts(space, history, ownedBy(history))
+{ }
+
+StateParts::StateParts(const ObjectSpace &space, const History &history,
+                       std::vector<const StoredObject *> owned)
+    : m_History(history), m_HasOwned(!owned.empty()), m_Objects(space, std::move(owned))
 { }
 
 std::optional<StatePart> StateParts::next(std::size_t bytes)
@@ -39,8 +45,10 @@ std::optional<StatePart> StateParts::next(std::size_t bytes)
     if (m_HasObjects) {
         ObjectWriter out;
         m_HasObjects = m_Objects.writeNext(out, bytes);
-        if (m_HasObjects)
+        if (m_HasObjects) {
+            m_LastingParts += m_Objects.hasBegunAlignments() ? 0 : 1;
             return part(PartKind::Objects, out.take());
+        }
     }
     if (m_NextStep < m_History.size())
         return steps(bytes);
@@ -50,6 +58,15 @@ std::optional<StatePart> StateParts::next(std::size_t bytes)
     ObjectEditWriter out(ObjectContents::Elsewhere);
     m_History.storeState(out);
     return part(PartKind::History, out.take());
+}
+
+std::size_t StateParts::goBack()
+{
+    m_Objects.goBack();
+    m_HasObjects = true;
+    m_NextStep = 0;
+    m_IsComplete = false;
+    return m_LastingParts;
 }
 
 std::size_t StateParts::size() const noexcept

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace TAMBO {
 class History;
@@ -18,23 +19,37 @@ namespace TAMBO::sessions {
 class StateParts
 {
 public:
-    // Neither may change until all parts are there.
+    // Neither may change until all parts are there, but for what goBack() is about.
     StateParts(const ObjectSpace &space, const History &history);
 
     // A part of about so many bytes; nothing after the last one.
     [[nodiscard]] std::optional<StatePart> next(std::size_t bytes);
+    // Alignments, Space or steps have changed: they come once more, as they are now. How many parts
+    // are as good as they were; all behind them do not count any more.
+    [[nodiscard]] std::size_t goBack();
+    [[nodiscard]] bool hasBegunAlignments() const noexcept
+    {
+        return m_Objects.hasBegunAlignments();
+    }
+    // Objects that only steps own have parts.
+    [[nodiscard]] bool hasOwned() const noexcept { return m_HasOwned; }
     // Of how many objects and steps, and how many of them are in the parts so far.
     [[nodiscard]] std::size_t size() const noexcept;
     [[nodiscard]] std::size_t done() const noexcept { return m_Objects.written() + m_NextStep; }
 
 private:
+    StateParts(const ObjectSpace &space, const History &history,
+               std::vector<const StoredObject *> owned);
     [[nodiscard]] StatePart steps(std::size_t bytes);
 
     const History &m_History;
+    bool m_HasOwned;
     ObjectStore m_Objects;
     bool m_HasObjects = true;
     std::size_t m_NextStep = 0;
     bool m_IsComplete = false;
+    // Before the first one with an alignment in it.
+    std::size_t m_LastingParts = 0;
 };
 
 } // namespace TAMBO::sessions

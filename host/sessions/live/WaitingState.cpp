@@ -5,16 +5,22 @@
 
 namespace TAMBO::sessions {
 
-std::optional<StoreEntry> WaitingState::next(std::size_t bytes)
+StoreEntry WaitingState::next(std::size_t bytes)
 {
-    if (!std::exchange(m_HasBegun, true))
-        return StoreEntry(StateBegin());
-    if (m_IsDone)
-        return std::nullopt;
+    if (const std::optional<StateBegin> begin = std::exchange(m_Begin, std::nullopt))
+        return *begin;
     if (std::optional<StatePart> part = m_Parts.next(bytes))
-        return StoreEntry(std::move(*part));
+        return std::move(*part);
     m_IsDone = true;
-    return StoreEntry(StateSwitch());
+    return StateSwitch();
+}
+
+void WaitingState::goBack()
+{
+    const std::size_t lasting = m_Parts.goBack();
+    // Before anything was handed over nothing has to be taken back.
+    if (!m_Begin)
+        m_Begin = StateBegin{lasting};
 }
 
 } // namespace TAMBO::sessions

@@ -13,15 +13,22 @@ namespace TAMBO::sessions {
 class WaitingState
 {
 public:
-    // Neither may change until all entries are there.
+    // Neither may change until all entries are there, but for what goBack() is about.
     WaitingState(const ObjectSpace &space, const History &history) : m_Parts(space, history) { }
 
-    // The next entry, of about so many bytes; nothing behind the last one.
-    [[nodiscard]] std::optional<StoreEntry> next(std::size_t bytes);
+    // The next entry, of about so many bytes.
+    [[nodiscard]] StoreEntry next(std::size_t bytes);
+    // That was the last one.
+    [[nodiscard]] bool isDone() const noexcept { return m_IsDone; }
+    // Alignments, Space or steps have changed: sequences and structures that were handed over stay.
+    void goBack();
+    [[nodiscard]] bool hasBegunAlignments() const noexcept { return m_Parts.hasBegunAlignments(); }
+    [[nodiscard]] bool hasOwned() const noexcept { return m_Parts.hasOwned(); }
 
 private:
     StateParts m_Parts;
-    bool m_HasBegun = false;
+    // What it is to begin with, at first or once more.
+    std::optional<StateBegin> m_Begin{StateBegin()};
     bool m_IsDone = false;
 };
 

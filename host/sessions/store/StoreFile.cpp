@@ -3,6 +3,7 @@
 
 #include "StoreTables.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -167,10 +168,11 @@ Result<void> StoreFile::write(const StoreEntry &entry)
         {
             return store.m_PutValue.bindText(1, value.name).bindBytes(2, value.content).run();
         }
-        Result<void> operator()(const StateBegin &) const
+        Result<void> operator()(const StateBegin &begin) const
         {
-            store.m_NextPart = store.m_FirstNewPart;
-            return store.m_DropNewParts.bind(1, store.m_FirstNewPart).run();
+            store.m_NextPart = std::min(
+                store.m_NextPart, store.m_FirstNewPart + static_cast<std::int64_t>(begin.kept));
+            return store.m_DropNewParts.bind(1, store.m_NextPart).run();
         }
         Result<void> operator()(const StateSwitch &) const
         {

@@ -3,6 +3,7 @@
 // and named values that are replaced. What is in the bytes is the business of those who make them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -31,9 +32,11 @@ struct NamedValue
     std::string content;
 };
 
-// A state begins. Parts of one that was given up before its switch go.
+// A state begins. Parts of one that was given up before its switch go, but for so many of its
+// first ones, which are the new one's.
 struct StateBegin
 {
+    std::size_t kept = 0;
 };
 
 // The parts since the last switch become the state; what was it before goes, and so do the records

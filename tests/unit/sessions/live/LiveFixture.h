@@ -46,7 +46,7 @@ protected:
         session.emplace(
             space(), history,
             [this](TAMBO::sessions::StoreEntry entry) { entries.push_back(std::move(entry)); },
-            small, mostReplay, kAtOnce);
+            small, mostReplay, atOnce);
     }
     void endSession() { session.reset(); }
     // Nothing is left of the program but what was handed over.
@@ -112,6 +112,8 @@ protected:
     }
 
     std::optional<TAMBO::sessions::LiveSession> session;
+    // Of the next one.
+    std::size_t atOnce = kAtOnce;
     Entries entries;
 
 private:

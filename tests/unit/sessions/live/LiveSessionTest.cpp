@@ -28,7 +28,12 @@ class ALiveSession : public LiveFixture,
                      public testing::WithParamInterface<std::tuple<unsigned, std::size_t>>
 {
 protected:
-    ALiveSession() : LiveFixture(std::get<0>(GetParam())) { }
+    // Every other one waits for next to nothing before a change.
+    ALiveSession() : LiveFixture(std::get<0>(GetParam()))
+    {
+        if (std::get<0>(GetParam()) % 2 == 0)
+            atOnce = 300;
+    }
 
     [[nodiscard]] static std::size_t small() { return std::get<1>(GetParam()); }
 
@@ -135,6 +140,21 @@ TEST_P(ALiveSession, CutAnywhereIsWhatItWasAfterAChange)
     }
 }
 
+// Also while it lacks changes.
+TEST_P(ALiveSession, CutAnywhereIsWhole)
+{
+    beginSession(small());
+    ASSERT_NO_FATAL_FAILURE(workAndRest(80));
+    const Entries kept = entries;
+    for (int round = 0; round < 15; ++round) {
+        const std::size_t cut = below(unsigned(kept.size()) + 1);
+        ASSERT_NO_FATAL_FAILURE(beginAgain({kept.begin(), kept.begin() + std::ptrdiff_t(cut)}));
+        EXPECT_TRUE(history.goTo(history.size()));
+        EXPECT_TRUE(history.goTo(0));
+        EXPECT_EQ(lastingPortrait(), "");
+    }
+}
+
 TEST_P(ALiveSession, CanBeLoadedWithoutItsLastChange)
 {
     beginSession(small());
@@ -178,6 +198,8 @@ TEST_P(ALiveSession, LoadingCanBeCancelled)
 // Other people's files: what is whole before the damage, or nothing.
 TEST_P(ALiveSession, DamagedGivesWhatWasBeforeTheDamageOrNothing)
 {
+    // Else most of what is damaged has been given up.
+    atOnce = kAtOnce;
     ASSERT_NO_FATAL_FAILURE(work(30));
     beginSession(small());
     ASSERT_NO_FATAL_FAILURE(workAndRest(30));
@@ -305,6 +327,81 @@ TEST_F(ALargeArrival, IsWaitedForByTheChangeThatComesAfterManyOthers)
     endSession();
     const std::vector<std::string> states = allStates(true);
     ASSERT_NO_FATAL_FAILURE(beginAgain(kept));
+    EXPECT_EQ(allStates(true), states);
+}
+
+// Else nothing would be safe of somebody who goes on editing.
+TEST_F(ALargeArrival, IsNotWrittenOnceMoreForEachChangeOfAnAlignment)
+{
+    bringSequences(600);
+    TAMBO::Alignment &rows = annotated("family");
+    atOnce = 0;
+    beginSession(0);
+    while (session->writeMore(1))
+        ;
+    const std::size_t once = entries.size();
+    endSession();
+
+    beginSession(0);
+    // Among the sequences, and among the steps behind the alignment.
+    for (const std::size_t place : {once / 4, once / 2, once + 1}) {
+        while (entries.size() < place)
+            ASSERT_TRUE(session->writeMore(1));
+        rows.insertGap(0, 1);
+        EXPECT_TRUE(session->lacksChanges()) << place;
+        history.markSaved(rows);
+    }
+    while (session->writeMore(1))
+        ;
+    EXPECT_FALSE(session->lacksChanges());
+    EXPECT_LT(entries.size(), once + 50);
+    endSession();
+    const std::vector<std::string> states = allStates(true);
+    ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+    EXPECT_EQ(allStates(true), states);
+}
+
+// No change waits for all of it.
+TEST_F(ALargeArrival, OfSequencesIsWaitedForLittleByEachChangeOfAnAlignment)
+{
+    bringSequences(3000);
+    TAMBO::Alignment &rows = annotated("family");
+    atOnce = 30'000;
+    beginSession(0);
+    session->writeMore(1000);
+    std::size_t changes = 0;
+    for (; session->hasMore() && changes < 100; ++changes) {
+        const std::size_t before = entries.size();
+        rows.insertGap(0, 1);
+        std::size_t bytes = 0;
+        for (std::size_t i = before; i < entries.size(); ++i)
+            bytes += bytesOf(entries[i]);
+        EXPECT_LT(bytes, 3 * atOnce) << changes;
+    }
+    EXPECT_GT(changes, LiveSession::kMostLacking);
+    EXPECT_LT(changes, 100u);
+    endSession();
+    const std::vector<std::string> states = allStates(true);
+    ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+    EXPECT_EQ(allStates(true), states);
+}
+
+// What steps own goes with them.
+TEST_F(ALargeArrival, IsWrittenOnceMoreWhenAChangeTakesStepsWithTheirObjects)
+{
+    bringSequences(600);
+    TAMBO::Alignment &rows = annotated("family");
+    peptide("undone", "MKV");
+    ASSERT_TRUE(history.undo());
+    atOnce = 0;
+    beginSession(0);
+    for (int i = 0; i < 10; ++i)
+        EXPECT_TRUE(session->writeMore(1000));
+    rows.insertGap(0, 1);
+    session->finish();
+    endSession();
+    const std::vector<std::string> states = allStates(true);
+    ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
     EXPECT_EQ(allStates(true), states);
 }
 

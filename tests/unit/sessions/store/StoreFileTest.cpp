@@ -77,6 +77,25 @@ TEST_F(AStoreFile, AStateThatBeginsAnewHasNoPartOfTheOneThatWasGivenUp)
     EXPECT_EQ(contentOf(file()), (Lines{"part 1 new", "record 7 c"}));
 }
 
+TEST_F(AStoreFile, AStateThatGoesBackKeepsItsFirstParts)
+{
+    const std::vector<StoreEntry> entries{
+        StateBegin(),      StatePart{1, "old"}, StateSwitch(), StateBegin(),      StatePart{1, "a"},
+        StatePart{1, "b"}, StatePart{1, "c"},   StateBegin{2}, StatePart{1, "d"}, StateBegin{1}};
+    write(entries);
+    EXPECT_EQ(contentOf(file()), Lines{"part 1 old"});
+    std::vector<StoreEntry> whole = entries;
+    whole.insert(whole.end(), {StatePart{1, "e"}, StateSwitch(), record("a")});
+    write(whole);
+    EXPECT_EQ(contentOf(file()), (Lines{"part 1 a", "part 1 e", "record 7 a"}));
+}
+
+TEST_F(AStoreFile, AStateKeepsNoMorePartsThanItHas)
+{
+    write({StateBegin(), StatePart{1, "a"}, StateBegin{5}, StatePart{1, "b"}, StateSwitch()});
+    EXPECT_EQ(contentOf(file()), (Lines{"part 1 a", "part 1 b"}));
+}
+
 TEST_F(AStoreFile, PartsThatWereGivenUpTakeNoRoom)
 {
     const std::string large(1'000'000, 'x');
