@@ -64,7 +64,7 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
     m_Values.add(m_Summary);
     m_Values.add(m_Unsaved);
     m_Values.forgetGiven();
-    writeValues();
+    lookAtValues();
     follow();
 }
 
@@ -197,7 +197,7 @@ void LiveStore::startAnew()
     m_Writer->startAnew();
     m_Session->startAnew();
     m_Values.forgetGiven();
-    writeValues();
+    lookAtValues();
     follow();
 }
 

@@ -10,6 +10,7 @@
 #include "History.h"
 #include "KeptValues.h"
 #include "Logger.h"
+#include "LongWork.h"
 #include "ObjectSpace.h"
 #include "SessionDocument.h"
 #include "SessionFile.h"
@@ -84,6 +85,8 @@ Result<std::optional<FileState>> SessionSaving::write(const QString &file,
 {
     const auto origin =
         sessions::SessionOrigin::now(QCoreApplication::applicationVersion().toStdString());
+    if (!prepareValues())
+        return Failure(FailureKind::Cancelled, {});
     Result<SessionContent> taken =
         sessions::takeSession(ObjectSpace::get(), m_History, m_Values.store(), origin);
     if (!taken)
@@ -100,6 +103,16 @@ Result<std::optional<FileState>> SessionSaving::write(const QString &file,
     if (const Result<void> written = waitToTheEnd(job, tr("Save Session"), parent); !written)
         return written.error();
     return job.written();
+}
+
+bool SessionSaving::prepareValues() const
+{
+    LongWork work("Saving the session", 1, LongWork::Kind::Reading);
+    while (m_Values.prepare()) {
+        if (!work.goesOnAt(0))
+            return false;
+    }
+    return true;
 }
 
 // ---- The file

@@ -30,8 +30,7 @@ class SessionSaving
 
 public:
     // All outlive this.
-    SessionSaving(SessionDocument &document, const History &history,
-                  const sessions::KeptValues &values)
+    SessionSaving(SessionDocument &document, const History &history, sessions::KeptValues &values)
         : m_Document(document), m_History(history), m_Values(values)
     { }
 
@@ -50,12 +49,14 @@ private:
     // expected becomes the file that may be replaced.
     [[nodiscard]] Choice askAboutChange(const QString &file, std::optional<FileState> &expected,
                                         QWidget *parent) const;
+    // What takes long about them. False when the user gives it up.
+    [[nodiscard]] bool prepareValues() const;
     [[nodiscard]] Result<std::optional<FileState>>
     write(const QString &file, const std::optional<FileState> &expected, QWidget *parent) const;
 
     SessionDocument &m_Document;
     const History &m_History;
-    const sessions::KeptValues &m_Values;
+    sessions::KeptValues &m_Values;
 };
 
 } // namespace TAMBO::app

@@ -171,10 +171,17 @@ public:
         return {};
     }
 
+    bool prepare() override
+    {
+        slices -= slices > 0 ? 1 : 0;
+        return slices > 0;
+    }
+
     std::string text;
     std::uint32_t object = 0;
     bool isThere = false;
     mutable int stores = 0;
+    int slices = 0;
 };
 
 TEST_F(LiveStoreTest, ValuesAreWrittenAtRestAndRecoveredBehindTheObjects)
@@ -196,6 +203,22 @@ TEST_F(LiveStoreTest, ValuesAreWrittenAtRestAndRecoveredBehindTheObjects)
     ASSERT_TRUE(loaded) << loaded.error().message();
     EXPECT_EQ(note.text, "kept");
     EXPECT_TRUE(note.isThere);
+    m_Values.remove(note);
+}
+
+// What was recovered may have a million objects that are marked.
+TEST_F(LiveStoreTest, ValuesThatTakeLongArePreparedInSlicesFromTheStartOn)
+{
+    Note note;
+    note.text = "kept";
+    note.slices = 4;
+    m_Values.add(note);
+    auto store = begin();
+    EXPECT_EQ(note.slices, 3);
+    EXPECT_EQ(note.stores, 0);
+    waitUntil([&] { return note.stores > 0; });
+    EXPECT_EQ(note.slices, 0);
+    store.reset();
     m_Values.remove(note);
 }
 
