@@ -7,11 +7,17 @@
 #include "Alignment.h"
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
+#include "FileWriter.h"
 #include "History.h"
+#include "Hooks.h"
 #include "LiveSession.h"
 #include "ObjectFactory.h"
+#include "ObjectIndex.h"
 #include "ObjectSpace.h"
+#include "SessionContent.h"
+#include "SessionFile.h"
 #include "SessionLoader.h"
+#include "SessionReading.h"
 #include "StoreReader.h"
 #include "StoreWriter.h"
 
@@ -26,6 +32,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -261,6 +268,7 @@ void editsAfterArrival(benchmark::State &state)
     std::vector<double> costs;
     std::vector<double> slices;
     double arrival = 0;
+    int lacking = 0;
     for (auto run : state) {
         Work work(state);
         work.keep();
@@ -275,11 +283,13 @@ void editsAfterArrival(benchmark::State &state)
                 const double begin = processorTime();
                 work.session().writeMore(std::size_t(128) << 10);
                 slices.push_back(processorTime() - begin);
+                lacking += work.session().lacksChanges() ? 1 : 0;
             }
         }
         work.endProgram();
     }
     state.counters["arrival_ms"] = arrival;
+    state.counters["lacking"] = lacking;
     report(state, "store_ms", costs);
     report(state, "slice_ms", slices);
 }
@@ -292,7 +302,13 @@ void wholeState(benchmark::State &state)
         const Clock::time_point begin = Clock::now();
         const double processor = processorTime();
         work.keep();
-        work.session().finish();
+        std::vector<double> slices;
+        for (bool isMore = true; isMore;) {
+            const double slice = processorTime();
+            isMore = work.session().writeMore(std::size_t(128) << 10);
+            slices.push_back(processorTime() - slice);
+        }
+        report(state, "slice_ms", slices);
         state.counters["thread_ms"] = processorTime() - processor;
         work.waitForDisk();
         state.counters["disk_ms"] =
@@ -301,24 +317,35 @@ void wholeState(benchmark::State &state)
     }
 }
 
-void loading(benchmark::State &state, std::size_t gapEdits)
+void replaying(benchmark::State &state, Step step, std::size_t count)
 {
     Work work(state);
     work.bring();
     work.keep();
     work.session().finish();
-    for (std::size_t i = 0; i < gapEdits; ++i)
-        work.moveGap();
+    for (std::size_t i = 0; i < count; ++i)
+        (work.*step)();
     work.endProgram();
+    double stateTime = 0;
     for (auto run : state) {
         const double begin = processorTime();
         auto reader = StoreReader::open(work.file(), StoreReader::Kind::LeftBehind);
         if (!reader)
             return state.SkipWithError("the store cannot be opened");
-        const auto loaded = loadSession(*reader.value(), ObjectSpace::get(), work.history());
-        if (!loaded || loaded.value().problem || loaded.value().changes != gapEdits)
+        SessionLoading options;
+        options.step = [&](std::uint64_t changes) {
+            if (changes == 1)
+                stateTime = processorTime();
+            return true;
+        };
+        const auto loaded =
+            loadSession(*reader.value(), ObjectSpace::get(), work.history(), options);
+        if (!loaded || loaded.value().problem || loaded.value().changes != count)
             return state.SkipWithError("the store cannot be loaded");
-        state.counters["thread_ms"] = processorTime() - begin;
+        const double end = processorTime();
+        state.counters["thread_ms"] = end - begin;
+        if (count > 0)
+            state.counters["us_a_record"] = (end - stateTime) * 1e3 / double(count);
         work.history().clear();
         ObjectSpace::get().reset();
     }
@@ -326,11 +353,85 @@ void loading(benchmark::State &state, std::size_t gapEdits)
 
 void load(benchmark::State &state)
 {
-    loading(state, 0);
+    replaying(state, &Work::moveGap, 0);
 }
 void loadAndReplay(benchmark::State &state)
 {
-    loading(state, 100'000);
+    replaying(state, &Work::moveGap, 100'000);
+}
+
+// Time between two looks at whether the user gives it up, in the window's thread.
+class Looks
+{
+public:
+    Looks() : m_Last(processorTime())
+    {
+        modelHooks().working = [this](const char *, double, bool) {
+            note();
+            return true;
+        };
+    }
+    ~Looks() { modelHooks().working = {}; }
+    Looks(const Looks &) = delete;
+    Looks &operator=(const Looks &) = delete;
+
+    [[nodiscard]] double longest()
+    {
+        note();
+        return m_Longest;
+    }
+
+private:
+    void note()
+    {
+        const double now = processorTime();
+        m_Longest = std::max(m_Longest, now - std::exchange(m_Last, now));
+    }
+
+    double m_Last;
+    double m_Longest = 0;
+};
+
+// A session's file, written and read.
+void sessionFile(benchmark::State &state)
+{
+    for (auto run : state) {
+        Work work(state);
+        work.bring();
+        {
+            Looks looks;
+            const double begin = processorTime();
+            auto content = takeSession(ObjectSpace::get(), work.history(), {}, {});
+            state.counters["take_ms"] = processorTime() - begin;
+            state.counters["take_look_ms"] = looks.longest();
+            WriteAids aids;
+            const Clock::time_point wall = Clock::now();
+            if (!content || !writeSession(std::move(content.value()), work.file(), aids))
+                return state.SkipWithError("the session cannot be written");
+            state.counters["write_ms"] =
+                std::chrono::duration<double, std::milli>(Clock::now() - wall).count();
+            state.counters["mb"] = double(std::filesystem::file_size(work.file())) / 1e6;
+        }
+        work.history().clear();
+        ObjectSpace::get().reset();
+        ObjectIndex index;
+        const double begin = processorTime();
+        auto reader = openSession(work.file());
+        if (!reader)
+            return state.SkipWithError("the session cannot be opened");
+        state.counters["open_ms"] = processorTime() - begin;
+        Looks looks;
+        if (!readSession(*reader.value(), ObjectSpace::get(), work.history(), index))
+            return state.SkipWithError("the session cannot be read");
+        state.counters["read_ms"] = processorTime() - begin;
+        state.counters["read_look_ms"] = looks.longest();
+    }
+}
+
+// Going through all rows of an alignment, again and again.
+void replayColumns(benchmark::State &state)
+{
+    replaying(state, &Work::editColumn, 100);
 }
 
 #define TAMBO_BOTH_SIZES(name)                                                                     \
@@ -347,6 +448,8 @@ TAMBO_BOTH_SIZES(undos);
 TAMBO_BOTH_SIZES(editsAfterArrival);
 TAMBO_BOTH_SIZES(wholeState);
 TAMBO_BOTH_SIZES(load);
+TAMBO_BOTH_SIZES(sessionFile);
+TAMBO_BOTH_SIZES(replayColumns);
 BENCHMARK(loadAndReplay)->Args({1000, 1000})->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
