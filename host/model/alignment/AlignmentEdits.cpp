@@ -2,6 +2,7 @@
 #include "AlignmentEdits.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -35,12 +36,13 @@ void keepCells(const OccupancyRow &cells, Column begin, Column count, BitBuffer 
         kept.append(cells.bitsAt(begin + done), std::min(count - done, OccupancyRow::kWordColumns));
 }
 
-// Called for each row in turn.
+// Called for each row in turn, from the first one on.
 class BreakRestorer
 {
 public:
-    explicit BreakRestorer(const std::vector<RowBreaks> &breaks)
-        : m_Next(breaks.begin()), m_End(breaks.end())
+    BreakRestorer(const std::vector<RowBreaks> &breaks, std::size_t firstRow)
+        : m_Next(std::ranges::lower_bound(breaks, firstRow, {}, &RowBreaks::row)),
+          m_End(breaks.end())
     { }
     void restore(AlignmentRow &row, std::size_t index)
     {
@@ -172,23 +174,45 @@ std::size_t CloseColumnsEdit::bytes() const
 std::unique_ptr<Edit> RemoveColumnsEdit::apply()
 {
     const Range before = m_Table.alignment().range();
-    RestoreColumnsEdit::Cells cells;
-    cells.counts = m_Table.keptCounts(m_Begin, m_Count);
-    cells.bits.reserve(m_Table.rowCount() * m_Count);
-    std::vector<ResidueRun> removed;
     const Column width = m_Table.width() - m_Count;
-    m_Table.changeColumns(m_Begin, m_Count, 0, [&](AlignmentRow &row, std::size_t index) {
-        keepCells(row.cells(), m_Begin, m_Count, cells.bits);
-        keepBreaks(row, index, {m_Begin, m_Begin + m_Count}, cells.breaks);
-        removed.clear();
-        row.removeColumns(m_Begin, m_Count, width, removed);
-        for (const ResidueRun &run : removed)
-            cells.residues.push_back({std::uint32_t(index), run});
-    });
-    cells.residues.shrink_to_fit();
-    cells.breaks.shrink_to_fit();
+    const SplitLoop loop(m_Table.rowCount());
+    std::vector<RestoreColumnsEdit::Cells> parts(loop.parts());
+    ColumnProfiles::Counts counts = m_Table.keptCounts(m_Begin, m_Count);
+    const auto change = [&](std::size_t part, std::size_t first, AlignmentTable::SomeRows rows) {
+        RestoreColumnsEdit::Cells cells;
+        // The first takes in those of the others.
+        cells.bits.reserve((part == 0 ? m_Table.rowCount() : rows.size()) * m_Count);
+        std::vector<ResidueRun> removed;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            AlignmentRow &row = *rows[i];
+            keepCells(row.cells(), m_Begin, m_Count, cells.bits);
+            keepBreaks(row, first + i, {m_Begin, m_Begin + m_Count}, cells.breaks);
+            row.removeColumns(m_Begin, m_Count, width, removed);
+            for (const ResidueRun &run : removed)
+                cells.residues.push_back({std::uint32_t(first + i), run});
+            removed.clear();
+        }
+        parts[part] = std::move(cells);
+    };
+    m_Table.changeColumns(m_Begin, m_Count, 0, loop, change);
+    RestoreColumnsEdit::Cells cells = RestoreColumnsEdit::joined(std::move(parts));
+    cells.counts = std::move(counts);
     return std::make_unique<RestoreColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count, std::move(cells),
                                                 finishRange(before));
+}
+
+// Those of rows one behind the other.
+RestoreColumnsEdit::Cells RestoreColumnsEdit::joined(std::vector<Cells> parts)
+{
+    Cells all = std::move(parts.front());
+    for (auto part = parts.begin() + 1; part != parts.end(); ++part) {
+        all.bits.append(part->bits.words(), part->bits.size());
+        all.residues.insert(all.residues.end(), part->residues.begin(), part->residues.end());
+        std::ranges::move(part->breaks, std::back_inserter(all.breaks));
+    }
+    all.residues.shrink_to_fit();
+    all.breaks.shrink_to_fit();
+    return all;
 }
 
 RestoreColumnsEdit::RestoreColumnsEdit(AlignmentTable &table, const char *kind, Column begin,
@@ -199,19 +223,26 @@ RestoreColumnsEdit::RestoreColumnsEdit(AlignmentTable &table, const char *kind, 
 std::unique_ptr<Edit> RestoreColumnsEdit::apply()
 {
     const Range before = m_Table.alignment().range();
-    auto next = m_Cells.residues.begin();
-    BreakRestorer breaks(m_Cells.breaks);
     const Column width = m_Table.width() + m_Count;
-    std::vector<OccupancyRow::Word> bits;
-    std::vector<ResidueRun> residues;
-    m_Table.changeColumns(m_Begin, 0, m_Count, [&](AlignmentRow &row, std::size_t index) {
-        residues.clear();
-        for (; next != m_Cells.residues.end() && next->row == index; ++next)
-            residues.push_back(next->run);
-        m_Cells.bits.read(index * m_Count, m_Count, bits);
-        row.restoreColumns(m_Begin, bits, m_Count, width, residues);
-        breaks.restore(row, index);
-    });
+    const auto change = [&](std::size_t, std::size_t first, AlignmentTable::SomeRows rows) {
+        auto next = std::ranges::lower_bound(m_Cells.residues, first, {}, &RowResidues::row);
+        BreakRestorer breaks(m_Cells.breaks, first);
+        const bool isFew = m_Count <= OccupancyRow::kWordColumns;
+        std::vector<OccupancyRow::Word> bits(1);
+        std::vector<ResidueRun> residues;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            residues.clear();
+            for (; next != m_Cells.residues.end() && next->row == first + i; ++next)
+                residues.push_back(next->run);
+            if (isFew)
+                bits.front() = m_Cells.bits.word((first + i) * m_Count, m_Count);
+            else
+                m_Cells.bits.read((first + i) * m_Count, m_Count, bits);
+            rows[i]->restoreColumns(m_Begin, bits, m_Count, width, residues);
+            breaks.restore(*rows[i], first + i);
+        }
+    };
+    m_Table.changeColumns(m_Begin, 0, m_Count, SplitLoop(m_Table.rowCount()), change);
     m_Table.setCounts(m_Begin, m_Cells.counts);
     return std::make_unique<RemoveColumnsEdit>(m_Table, m_Kind, m_Begin, m_Count,
                                                finishRange(before));
@@ -257,17 +288,22 @@ std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
     BitBuffer former;
     former.reserve(m_Table.rowCount() * stretch.oldCount);
     std::vector<RowBreaks> kept;
-    BreakRestorer breaks(m_Breaks);
+    BreakRestorer breaks(m_Breaks, 0);
     const Column width = m_Table.width() - stretch.oldCount + stretch.newCount;
     std::vector<OccupancyRow::Word> bits;
-    const auto change = [&](AlignmentRow &row, std::size_t index) {
-        keepCells(row.cells(), stretch.begin, stretch.oldCount, former);
-        keepBreaks(row, index, {stretch.begin, stretch.begin + stretch.oldCount}, kept);
-        m_Bits.read(index * stretch.newCount, stretch.newCount, bits);
-        row.replaceColumns(stretch.begin, stretch.oldCount, bits, stretch.newCount, width);
-        breaks.restore(row, index);
+    const auto change = [&](std::size_t, std::size_t, AlignmentTable::SomeRows rows) {
+        for (std::size_t index = 0; index < rows.size(); ++index) {
+            AlignmentRow &row = *rows[index];
+            keepCells(row.cells(), stretch.begin, stretch.oldCount, former);
+            keepBreaks(row, index, {stretch.begin, stretch.begin + stretch.oldCount}, kept);
+            m_Bits.read(index * stretch.newCount, stretch.newCount, bits);
+            row.replaceColumns(stretch.begin, stretch.oldCount, bits, stretch.newCount, width);
+            breaks.restore(row, index);
+        }
     };
-    m_Table.changeColumns(stretch.begin, stretch.oldCount, stretch.newCount, change);
+    // Another program has taken far longer before.
+    const SplitLoop together(m_Table.rowCount(), 1);
+    m_Table.changeColumns(stretch.begin, stretch.oldCount, stretch.newCount, together, change);
     return std::make_unique<ReplaceColumnsEdit>(
         m_Table, m_Kind, Stretch{stretch.begin, stretch.newCount, stretch.oldCount},
         std::move(former), std::move(kept), finishRange(before));

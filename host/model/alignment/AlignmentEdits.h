@@ -249,6 +249,7 @@ public:
                        AlignmentTable::Column count, Cells cells, const RangeStep &step);
 
     static void storeResidues(const std::vector<RowResidues> &residues, EditWriter &out);
+    [[nodiscard]] static Cells joined(std::vector<Cells> parts);
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;

@@ -258,8 +258,10 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
     Column added = 0;
     for (const GapRun &run : runs)
         added += run.count;
-    for (const auto &row : m_Rows)
-        row->openGaps(runs, width() + added);
+    changeRows(SplitLoop(m_Rows.size()), [&](std::size_t, std::size_t, SomeRows rows) {
+        for (const auto &row : rows)
+            row->openGaps(runs, width() + added);
+    });
     for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
         m_Profiles.insertColumns(run->column, run->count);
         m_SelectedColumns.insertColumns(run->column, run->count);
@@ -277,8 +279,10 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
     Column removed = 0;
     for (const GapRun &run : runs)
         removed += run.count;
-    for (const auto &row : m_Rows)
-        row->closeGaps(runs, width() - removed);
+    changeRows(SplitLoop(m_Rows.size()), [&](std::size_t, std::size_t, SomeRows rows) {
+        for (const auto &row : rows)
+            row->closeGaps(runs, width() - removed);
+    });
     // Each run stands where it counts once those before it are gone.
     for (const GapRun &run : runs) {
         m_Profiles.removeColumns(run.column, run.count);
@@ -348,12 +352,20 @@ ColumnProfiles::Counts AlignmentTable::keptCounts(Column begin, Column count) co
                                             : m_Profiles.counts(begin, count);
 }
 
-void AlignmentTable::changeColumns(
-    Column begin, Column oldCount, Column newCount,
-    const std::function<void(AlignmentRow &row, std::size_t index)> &change)
+// A million rows are more than one processor changes before the next picture is due. No row knows
+// of another, and nobody else looks at any meanwhile.
+void AlignmentTable::changeRows(const SplitLoop &loop, const ChangeRows &change)
 {
-    for (std::size_t i = 0; i < m_Rows.size(); ++i)
-        change(*m_Rows[i], i);
+    loop.run([&](std::size_t part) {
+        const std::size_t first = loop.begin(part);
+        change(part, first, SomeRows(m_Rows).subspan(first, loop.end(part) - first));
+    });
+}
+
+void AlignmentTable::changeColumns(Column begin, Column oldCount, Column newCount,
+                                   const SplitLoop &loop, const ChangeRows &change)
+{
+    changeRows(loop, change);
     m_Profiles.removeColumns(begin, oldCount);
     m_Profiles.insertColumns(begin, newCount);
     m_Profiles.forget(begin, begin + newCount);

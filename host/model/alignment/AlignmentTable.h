@@ -10,10 +10,12 @@
 #include "ColumnProfiles.h"
 #include "CompoundState.h"
 #include "SelectedColumns.h"
+#include "SplitLoop.h"
 
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -100,9 +102,13 @@ public:
     // The rows come to stand at the indices, which ascend.
     void insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width);
     [[nodiscard]] Rows takeRows(const std::vector<std::size_t> &indices, Column width);
-    // Calls change for every row, all of whose cells in or behind the columns may change.
-    void changeColumns(Column begin, Column oldCount, Column newCount,
-                       const std::function<void(AlignmentRow &row, std::size_t index)> &change);
+    // Some rows that stand side by side, from the first one's index on.
+    using SomeRows = std::span<const std::unique_ptr<AlignmentRow>>;
+    using ChangeRows = std::function<void(std::size_t part, std::size_t first, SomeRows rows)>;
+    // Calls change for each part of the loop, which is one over all rows, several at the same time.
+    // All cells in or behind the columns may change.
+    void changeColumns(Column begin, Column oldCount, Column newCount, const SplitLoop &loop,
+                       const ChangeRows &change);
     // Counting the letters of columns that come back would take a look at every row. None are kept
     // of few rows.
     [[nodiscard]] ColumnProfiles::Counts keptCounts(Column begin, Column count) const;
@@ -129,6 +135,7 @@ private:
 
     // In one part of the bytes.
     [[nodiscard]] std::size_t rowsOfPart() const noexcept;
+    void changeRows(const SplitLoop &loop, const ChangeRows &change);
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;

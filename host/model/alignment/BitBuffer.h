@@ -48,6 +48,13 @@ public:
         for (std::size_t done = 0; done < count; done += bits::kPerWord)
             append(words[bits::wordOf(done)], std::min(count - done, bits::kPerWord));
     }
+    // count bits from begin on; count is at most one word's.
+    [[nodiscard]] Word word(std::size_t begin, std::size_t count) const noexcept
+    {
+        const std::size_t index = bits::wordOf(begin);
+        const Word next = index + 1 < m_Words.size() ? m_Words[index + 1] : 0;
+        return bits::joined(m_Words[index], next, bits::placeOf(begin)) & bits::low(count);
+    }
     // count bits from begin on, as words that start at bit 0.
     void read(std::size_t begin, std::size_t count, std::vector<Word> &out) const
     {

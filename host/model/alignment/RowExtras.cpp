@@ -4,6 +4,7 @@
 #include "AlignmentAnnotation.h"
 #include "TextBytes.h"
 
+#include <mutex>
 #include <utility>
 
 namespace TAMBO {
@@ -51,6 +52,9 @@ RowExtras::Table &RowExtras::ownTable()
 
 RowLabel &RowExtras::changeLabel()
 {
+    // Rows that share one may be changed at the same time.
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
     std::shared_ptr<RowLabel> &kept = ownTable().label;
     if (kept.use_count() > 1)
         kept = std::make_shared<RowLabel>(*kept);
@@ -70,10 +74,8 @@ void RowExtras::setSegments(std::vector<Segment> segments)
         setSkip(*only);
 }
 
-std::optional<RowExtras::Skip> RowExtras::skip() const noexcept
+std::optional<RowExtras::Skip> RowExtras::skipOfTable() const noexcept
 {
-    if (isSkip())
-        return here();
     const std::span<const Segment> all = segments().all();
     if (all.empty())
         return Skip();
@@ -83,24 +85,21 @@ std::optional<RowExtras::Skip> RowExtras::skip() const noexcept
     return std::nullopt;
 }
 
-void RowExtras::setSkip(const Skip &skip)
+void RowExtras::setTableSkip(const Skip &skip)
 {
-    const bool needsTable = label() != nullptr || skip.ordinal > kMostOrdinal;
-    if (needsTable) {
-        std::vector<Segment> &kept = ownTable().segments;
-        if (skip.count == 0) {
-            kept = std::vector<Segment>();
-            return;
-        }
-        const Segments made(skip);
-        kept.assign(made.all().begin(), made.all().end());
+    if (label() == nullptr && skip.ordinal <= kMostOrdinal) {
+        delete &table();
+        m_Bits = 0;
+        setSkip(skip);
         return;
     }
-    if (hasTable())
-        delete &table();
-    m_Bits = skip.count == 0 ? 0
-                             : std::uint64_t(skip.ordinal) << kOrdinalPlace |
-                                   std::uint64_t(skip.count) << kCountPlace | kIsSkip;
+    std::vector<Segment> &kept = ownTable().segments;
+    if (skip.count == 0) {
+        kept = std::vector<Segment>();
+        return;
+    }
+    const Segments made(skip);
+    kept.assign(made.all().begin(), made.all().end());
 }
 
 std::size_t RowExtras::bytes() const noexcept

@@ -78,8 +78,20 @@ public:
     }
     void setSegments(std::vector<Segment> segments);
     // When the row leaves out one stretch, or none; that one has no residues.
-    [[nodiscard]] std::optional<Skip> skip() const noexcept;
-    void setSkip(const Skip &skip);
+    [[nodiscard]] std::optional<Skip> skip() const noexcept
+    {
+        return hasTable() ? skipOfTable() : std::optional(here());
+    }
+    void setSkip(const Skip &skip)
+    {
+        if (hasTable() || skip.ordinal > kMostOrdinal) {
+            setTableSkip(skip);
+            return;
+        }
+        m_Bits = skip.count == 0 ? 0
+                                 : std::uint64_t(skip.ordinal) << kOrdinalPlace |
+                                       std::uint64_t(skip.count) << kCountPlace | kIsSkip;
+    }
 
     // On the heap.
     [[nodiscard]] std::size_t bytes() const noexcept;
@@ -105,6 +117,9 @@ private:
     }
     [[nodiscard]] Table &table() const noexcept { return *reinterpret_cast<Table *>(m_Bits); }
     [[nodiscard]] Table &ownTable();
+    [[nodiscard]] std::optional<Skip> skipOfTable() const noexcept;
+    // Of a row that has a table, or needs one.
+    void setTableSkip(const Skip &skip);
 
     // 0: nothing; a skip, or the address of a table that the row owns.
     std::uint64_t m_Bits = 0;

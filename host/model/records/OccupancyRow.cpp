@@ -120,12 +120,6 @@ Column OccupancyRow::columnOf(std::uint32_t ordinal) const noexcept
     return index * kWordColumns + bits::first(rest);
 }
 
-Column OccupancyRow::end() const noexcept
-{
-    const std::size_t count = m_Head.words;
-    return count == 0 ? 0 : (count - 1) * kWordColumns + bits::last(words()[count - 1]) + 1;
-}
-
 Column OccupancyRow::gapRunBegin(Column column) const noexcept
 {
     if (column >= end())
@@ -191,13 +185,16 @@ void OccupancyRow::insertGaps(Column column, Column count)
 
 void OccupancyRow::removeColumns(Column begin, Column count)
 {
+    if (!isFar() && count < kWordColumns) {
+        if (count > 0 && begin < m_Head.words * kWordColumns)
+            removeNear(begin, unsigned(count));
+        return;
+    }
     const Column oldEnd = end();
     if (count == 0 || begin >= oldEnd)
         return;
     count = std::min(count, oldEnd - begin);
-    if (!isFar() && count < kWordColumns) {
-        removeNear(begin, unsigned(count));
-    } else if (count <= kWordColumns && isFar()) {
+    if (count <= kWordColumns && isFar()) {
         const std::uint32_t removed = bits::count(bitsAt(begin) & bits::low(count));
         m_Head.residues -= removed;
         const Word *const cells = words();
@@ -223,7 +220,6 @@ void OccupancyRow::removeColumns(Column begin, Column count)
 void OccupancyRow::insertNear(Column column, unsigned count, std::size_t words) noexcept
 {
     Word *const cells = m_Store.near.data();
-    std::fill(cells + m_Head.words, cells + words, 0);
     setWords(words);
     const std::size_t first = bits::wordOf(column);
     const Word staying = cells[first] & bits::low(bits::placeOf(column));
@@ -233,24 +229,44 @@ void OccupancyRow::insertNear(Column column, unsigned count, std::size_t words) 
     cells[first] = cells[first] << count | staying;
 }
 
+// Gaps of such a row, which is not trimmed, give way to the lowest bits.
+void OccupancyRow::fillNear(Column column, unsigned count, Word bits) noexcept
+{
+    bits &= bits::low(count);
+    if (bits == 0)
+        return;
+    m_Head.residues += count == 1 ? 1 : bits::count(bits);
+    setWords(std::max<std::size_t>(m_Head.words, bits::wordOf(column + bits::last(bits)) + 1));
+    Word *const cells = m_Store.near.data() + bits::wordOf(column);
+    const unsigned place = bits::placeOf(column);
+    cells[0] |= bits << place;
+    if (place + count > kWordColumns && bits >> (kWordColumns - place) != 0)
+        cells[1] |= bits >> (kWordColumns - place);
+}
+
 void OccupancyRow::removeNear(Column begin, unsigned count) noexcept
 {
     Word *const cells = m_Store.near.data();
     const std::size_t all = m_Head.words;
     const std::size_t first = bits::wordOf(begin);
-    const unsigned place = bits::placeOf(begin);
-    m_Head.residues -= bits::count(bitsAt(begin) & bits::low(count));
-    const Word staying = cells[first] & bits::low(place);
-    cells[first] = bitsAt(begin + count) << place | staying;
-    for (std::size_t i = first + 1; i < all; ++i)
-        cells[i] = bits::joined(cells[i], i + 1 < all ? cells[i + 1] : 0, count);
+    const Word gone = bitsAt(begin) & bits::low(count);
+    m_Head.residues -= count == 1 ? std::uint32_t(gone) : bits::count(gone);
+    const Word staying = bits::low(bits::placeOf(begin));
+    const Word head = cells[first] & staying;
+    for (std::size_t i = first; i + 1 < all; ++i)
+        cells[i] = cells[i] >> count | cells[i + 1] << (kWordColumns - count);
+    cells[all - 1] >>= count;
+    cells[first] = (cells[first] & ~staying) | head;
     trim();
 }
 
 void OccupancyRow::insertColumns(Column column, Column count, std::span<const Word> bits)
 {
     insertGaps(column, count);
-    setColumns(column, count, bits);
+    if (!isFar() && count < kWordColumns && column + count <= kBlockColumns)
+        fillNear(column, unsigned(count), bits.empty() ? 0 : bits.front());
+    else
+        setColumns(column, count, bits);
 }
 
 void OccupancyRow::moveGaps(Column from, Column count, Column to)
@@ -280,11 +296,7 @@ void OccupancyRow::setColumns(Column begin, Column count, std::span<const Word> 
     if (count == 0)
         return;
     if (!isFar() && begin + count <= kBlockColumns && count <= kWordColumns) {
-        const std::size_t needed = bits::wordsFor(begin + count);
-        if (needed > m_Head.words) {
-            std::fill(words() + m_Head.words, words() + needed, 0);
-            setWords(needed);
-        }
+        setWords(std::max<std::size_t>(m_Head.words, bits::wordsFor(begin + count)));
         m_Head.residues -= bits::count(bitsAt(begin) & bits::low(count));
         m_Head.residues += bits::count(bits.front() & bits::low(count));
         storeBits(begin, bits.front(), count);

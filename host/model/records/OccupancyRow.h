@@ -41,7 +41,7 @@ public:
     explicit OccupancyRow(std::span<const Word> words);
     OccupancyRow(const OccupancyRow &other);
     OccupancyRow(OccupancyRow &&other) noexcept
-        : m_Head(std::exchange(other.m_Head, {})), m_Store(other.m_Store)
+        : m_Head(std::exchange(other.m_Head, {})), m_Store(std::exchange(other.m_Store, {}))
     { }
     ~OccupancyRow()
     {
@@ -67,7 +67,11 @@ public:
     [[nodiscard]] Column columnOf(std::uint32_t ordinal) const noexcept;
     [[nodiscard]] std::uint32_t residues() const noexcept { return m_Head.residues; }
     // One past the column of the last residue.
-    [[nodiscard]] Column end() const noexcept;
+    [[nodiscard]] Column end() const noexcept
+    {
+        const std::size_t count = m_Head.words;
+        return count == 0 ? 0 : (count - 1) * kWordColumns + bits::last(words()[count - 1]) + 1;
+    }
     // The first and one past the last column of the run of gaps around a gap. A run behind the last
     // residue ends at limit.
     [[nodiscard]] Column gapRunBegin(Column column) const noexcept;
@@ -129,9 +133,10 @@ private:
         std::uint32_t spare : 6 = kBlockWords;
         std::uint32_t residues = 0;
     };
-    // The words of a row that has more than a block are one allocation, with the counts, one a
-    // block, behind the room for them. An edit of columns goes through all rows, of which there are
-    // a million when they are short; then there is one place of memory less to wait for in each.
+    // The words that a row has here beyond its last one are 0. Those of a row that has more than a
+    // block are one allocation, with the counts, one a block, behind the room for them. An edit of
+    // columns goes through all rows, of which there are a million when they are short; then there
+    // is one place of memory less to wait for in each.
     union Store {
         std::array<Word, kBlockWords> near;
         Word *far;
@@ -175,6 +180,7 @@ private:
     void setWords(std::size_t count) noexcept;
     void reallocate(std::size_t room, std::size_t count);
     void insertNear(Column column, unsigned count, std::size_t words) noexcept;
+    void fillNear(Column column, unsigned count, Word bits) noexcept;
     void removeNear(Column begin, unsigned count) noexcept;
     void storeBits(Column column, Word bits, Column count) noexcept;
     void put(std::size_t index, Word bits, Word mask) noexcept
