@@ -131,20 +131,27 @@ void SelectedColumns::find(const Rows &rows, Column width, std::size_t index)
     Words holding{};
     Words unselected = settled;
     std::size_t looks = 0;
+    bool isHeld = false;
     for (const auto &row : rows) {
         // A column that holds nothing is not settled by any row, and mostly nothing is selected.
         if (++looks == kFewRows && !isAnySelected(rows))
             return;
-        const Words words = wordsOf(*row, index);
         const std::size_t selected = row->sequence().selectedCount();
-        if (selected > 0 && selected < row->sequence().residueCount())
+        const bool isWhole = selected > 0 && selected == row->sequence().residueCount();
+        // Of many rows that are selected as a whole the first ones show where residues stand.
+        if (isWhole && isHeld)
+            continue;
+        const Words words = wordsOf(*row, index);
+        if (selected > 0 && !isWhole)
             addMixed(*row, index, words, unselected);
         bool isSettled = true;
+        isHeld = true;
         for (std::size_t i = 0; i < words.size(); ++i) {
             holding[i] |= words[i];
             if (selected == 0)
                 unselected[i] |= words[i];
             isSettled = isSettled && unselected[i] == ~OccupancyRow::Word(0);
+            isHeld = isHeld && (holding[i] | settled[i]) == ~OccupancyRow::Word(0);
         }
         // Mostly little is selected, and a few rows show that for every column.
         if (isSettled)
