@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace TAMBO::formats {
+namespace TAMBO {
 
 // What a copy may touch beyond the 64 characters it reads, and beyond the letters it writes.
 constexpr std::size_t kCopyReadSlack = 32;
@@ -17,4 +17,4 @@ constexpr std::size_t kCopyWriteSlack = 64;
 // The same on any processor.
 [[nodiscard]] char *copyLetterRuns(char *to, const char *text, std::uint64_t letters) noexcept;
 
-} // namespace TAMBO::formats
+} // namespace TAMBO

@@ -11,11 +11,11 @@
 #include <tmmintrin.h>
 #endif
 
-namespace TAMBO::formats {
+namespace TAMBO {
 
 namespace {
 
-constexpr unsigned kBlock = 64;
+constexpr unsigned kCopyBlock = 64;
 
 #ifdef TAMBO_HAS_BYTE_SHUFFLE
 
@@ -43,10 +43,10 @@ __attribute__((target("ssse3"))) char *shuffleLetters(char *to, const char *text
                                                       std::uint64_t letters) noexcept
 {
     if (letters == ~std::uint64_t{}) {
-        std::memcpy(to, text, kBlock);
-        return to + kBlock;
+        std::memcpy(to, text, kCopyBlock);
+        return to + kCopyBlock;
     }
-    for (unsigned place = 0; place < kBlock; place += 8, letters >>= 8) {
+    for (unsigned place = 0; place < kCopyBlock; place += 8, letters >>= 8) {
         const std::size_t pattern = letters & 0xff;
         const __m128i cells = _mm_loadl_epi64(reinterpret_cast<const __m128i *>(text + place));
         const __m128i order =
@@ -91,4 +91,4 @@ char *copyLetterRuns(char *to, const char *text, std::uint64_t letters) noexcept
     return to;
 }
 
-} // namespace TAMBO::formats
+} // namespace TAMBO
