@@ -24,7 +24,13 @@ void HistoryStep::describe(const std::string &name, std::size_t own)
         m_Name = std::make_unique<const std::string>(name);
     const std::size_t added = m_Edits.size() - std::clamp<std::size_t>(own, 1, m_Edits.size());
     m_Added = static_cast<std::uint32_t>(added) & 0x3fffffff;
-    measure();
+    m_Subjects = 0;
+}
+
+std::size_t HistoryStep::bytes() const noexcept
+{
+    const std::size_t name = m_Name == nullptr ? 0 : sizeof(*m_Name) + textBytes(*m_Name);
+    return sizeof(*this) + name + m_Edits.capacity() * sizeof(m_Edits[0]) + m_Bytes;
 }
 
 bool HistoryStep::toggle()
@@ -139,11 +145,9 @@ void HistoryStep::appendOwned(std::vector<const Compound *> &out) const
 void HistoryStep::measure()
 {
     m_Subjects = 0;
-    m_Bytes = sizeof(*this) + m_Edits.capacity() * sizeof(m_Edits[0]);
+    m_Bytes = 0;
     for (const std::unique_ptr<Edit> &edit : m_Edits)
         m_Bytes += edit->bytes();
-    if (m_Name != nullptr)
-        m_Bytes += sizeof(*m_Name) + textBytes(*m_Name);
 }
 
 } // namespace TAMBO

@@ -39,7 +39,7 @@ public:
     void forEachChange(const ChangeVisitor &visit) const;
     // Appends the objects that go with the step when it is dropped.
     void appendOwned(std::vector<const Compound *> &out) const;
-    [[nodiscard]] std::size_t bytes() const noexcept { return m_Bytes; }
+    [[nodiscard]] std::size_t bytes() const noexcept;
     [[nodiscard]] std::size_t editCount() const noexcept { return m_Edits.size(); }
 
     // Of all steps of this run of the program, no other one has it.
@@ -66,6 +66,7 @@ private:
     std::vector<std::unique_ptr<Edit>> m_Edits;
     // Most steps have none.
     std::unique_ptr<const std::string> m_Name;
+    // Of the edits.
     std::size_t m_Bytes = 0;
     std::uint64_t m_Number = 0;
     // Edits that were added to the step, behind its own.

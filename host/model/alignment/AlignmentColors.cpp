@@ -6,6 +6,7 @@
 #include "Bits.h"
 #include "ChangeScope.h"
 #include "LetterColors.h"
+#include "LetterCopy.h"
 #include "LongWork.h"
 #include "ResidueSelection.h"
 
@@ -13,6 +14,7 @@
 #include <bit>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -54,29 +56,70 @@ Word sameLetters(std::string_view a, std::string_view b, std::size_t count) noex
     return same & bits::low(count);
 }
 
-// The residues of the row's sequence that have the letters of their columns. Without a branch on
+// The residues of a row's sequence that have the letters of their columns. Without a branch on
 // them: in a column that is half conserved no guess is right.
-ResidueSelection findMatches(const AlignmentRow &row, const std::vector<char> &letters)
+class MatchFinder
 {
-    const std::string_view residues = row.sequence().letters();
-    const std::string_view wanted(letters.data(), letters.size());
-    // One more, which no bit reaches.
-    std::vector<Word> words(bits::wordsFor(residues.size()) + 1);
-    row.forEachRun(
-        0, letters.size(), [&](unsigned long col, std::uint32_t index, std::uint32_t count) {
-            for (std::size_t done = 0; done < count; done += bits::kPerWord) {
+public:
+    explicit MatchFinder(const std::vector<char> &letters)
+        : m_Wanted(letters.begin(), letters.end())
+    {
+        m_Wanted.resize(bits::wordsFor(letters.size()) * bits::kPerWord + kCopyReadSlack);
+    }
+
+    [[nodiscard]] ResidueSelection find(const AlignmentRow &row)
+    {
+        const std::size_t count = row.sequence().residueCount();
+        return row.isComplete() ? findAmongAll(row, count) : findInRuns(row, count);
+    }
+
+private:
+    // The letters of the row's columns, gaps left out, stand as those of the sequence.
+    [[nodiscard]] ResidueSelection findAmongAll(const AlignmentRow &row, std::size_t count)
+    {
+        const std::span<const Word> cells = row.cells().allWords();
+        if (m_Here.size() < cells.size() * bits::kPerWord + kCopyWriteSlack)
+            m_Here.resize(cells.size() * bits::kPerWord + kCopyWriteSlack);
+        char *to = m_Here.data();
+        const std::size_t known = (m_Wanted.size() - kCopyReadSlack) / bits::kPerWord;
+        for (std::size_t i = 0; i < std::min(cells.size(), known); ++i)
+            to = copyLetters(to, m_Wanted.data() + i * bits::kPerWord, cells[i]);
+        const std::string_view wanted(m_Here.data(), static_cast<std::size_t>(to - m_Here.data()));
+        const std::string_view residues = row.sequence().letters();
+        std::vector<Word> words(bits::wordsFor(count));
+        for (std::size_t begin = 0; begin < wanted.size(); begin += bits::kPerWord)
+            words[bits::wordOf(begin)] =
+                sameLetters(residues.substr(begin), wanted.substr(begin),
+                            std::min(wanted.size() - begin, bits::kPerWord));
+        return ResidueSelection(std::move(words));
+    }
+    [[nodiscard]] ResidueSelection findInRuns(const AlignmentRow &row, std::size_t count) const
+    {
+        const std::string_view residues = row.sequence().letters();
+        const std::string_view wanted(m_Wanted);
+        // One more, which no bit reaches.
+        std::vector<Word> words(bits::wordsFor(count) + 1);
+        const auto visit = [&](unsigned long col, std::uint32_t index, std::uint32_t length) {
+            for (std::size_t done = 0; done < length; done += bits::kPerWord) {
                 const Word same =
                     sameLetters(residues.substr(index + done), wanted.substr(col + done),
-                                std::min<std::size_t>(bits::kPerWord, count - done));
+                                std::min<std::size_t>(bits::kPerWord, length - done));
                 const std::size_t first = index + done;
                 const unsigned place = bits::placeOf(first);
                 words[bits::wordOf(first)] |= same << place;
                 words[bits::wordOf(first) + 1] |= same >> 1 >> (bits::kPerWord - 1 - place);
             }
-        });
-    words.pop_back();
-    return ResidueSelection(std::move(words));
-}
+        };
+        row.forEachRun(0, m_Wanted.size() - kCopyReadSlack, visit);
+        words.pop_back();
+        return ResidueSelection(std::move(words));
+    }
+
+    // Of whole words, and what is read behind them; '\0' in columns that do not matter.
+    std::string m_Wanted;
+    // What is wanted of the residues of one row.
+    std::string m_Here;
+};
 
 // All residues of the row.
 ResidueSelection residuesOf(const AlignmentRow &row)
@@ -192,9 +235,10 @@ void Alignment::colorLetters(const std::vector<char> &letters, const Color &colo
     LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(color);
+    MatchFinder matches(letters);
     for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
         const AlignmentRow &row = m_Table->row(i);
-        row.sequence().setColors(findMatches(row, letters), prepared);
+        row.sequence().setColors(matches.find(row), prepared);
     }
 }
 
@@ -230,10 +274,11 @@ void Alignment::selectLetters(const std::vector<char> &letters)
     // No history takes a selection back, so that nothing is selected before all is found.
     std::vector<std::unique_ptr<ResidueSelection>> found;
     found.reserve(height());
+    MatchFinder matches(letters);
     for (unsigned long i = 0; i < height(); ++i) {
         if (!work.goesOn())
             return;
-        found.push_back(std::make_unique<ResidueSelection>(findMatches(m_Table->row(i), letters)));
+        found.push_back(std::make_unique<ResidueSelection>(matches.find(m_Table->row(i))));
     }
     for (unsigned long i = 0; i < height(); ++i)
         m_Table->row(i).sequence().select(std::move(found[i]));

@@ -42,6 +42,8 @@ public:
     // What one has stored behind its tag and its owner, which has the slot.
     [[nodiscard]] static LoadedEdit load(ResidueOwner &owner, ColorSlot &slot, EditReader &in);
 
+    // So many runs are to come, if all of each has one colour.
+    void expect(std::size_t runs) { m_Runs.reserve(m_Runs.size() + runs); }
     // Before residues that have one colour get others.
     void note(std::size_t first, std::size_t count, std::optional<Color> before);
     // All residues have got other colours; null: all had that of their type.

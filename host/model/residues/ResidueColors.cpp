@@ -6,6 +6,7 @@
 #include "ResidueSelection.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace TAMBO {
@@ -18,6 +19,21 @@ constexpr ResidueColors::WideValue kByType = 0;
 ResidueColors::WideValue wideValue(std::optional<Color> color) noexcept
 {
     return color ? color->argb() | ResidueColors::kOwnColor : kByType;
+}
+
+// Calls visit(begin, end) for the stretches of [begin, end) of which that holds.
+template <typename Holds, typename Visit>
+void forEachRunOf(std::size_t begin, std::size_t end, const Holds &holds, const Visit &visit)
+{
+    for (std::size_t i = begin; i < end;) {
+        const std::size_t first = i;
+        while (i < end && holds(i))
+            ++i;
+        if (first < i)
+            visit(first, i);
+        while (i < end && !holds(i))
+            ++i;
+    }
 }
 
 std::vector<ResidueColors::WideValue> wideValues(const LetterColors &colors)
@@ -48,6 +64,26 @@ ResidueColors::ResidueColors(std::string_view letters, const LetterColors &color
             m_Colored += kept[i] != 0 ? 1 : 0;
         }
     });
+}
+
+ResidueColors::ResidueColors(std::string_view letters, const ResidueSelection &residues,
+                             const LetterColors &colors)
+    : ResidueColors(letters.size())
+{
+    if (colors.palette()->size() > kMostOfPalette) {
+        set(letters, residues, colors);
+        return;
+    }
+    m_Palette = colors.palette();
+    for (std::size_t begin = 0; begin < letters.size(); begin += bits::kPerWord) {
+        std::uint64_t chosen = residues.words()[bits::wordOf(begin)];
+        const std::size_t end = std::min(begin + bits::kPerWord, letters.size());
+        for (std::size_t i = begin; i < end; ++i, chosen >>= 1) {
+            const std::uint64_t mask = ~(chosen & 1) + 1;
+            m_Small[i] = static_cast<std::uint8_t>(colors.choice(letters[i]) & mask);
+            m_Colored += m_Small[i] != 0 ? 1 : 0;
+        }
+    }
 }
 
 // Sequences that share a palette mostly get the same colour next, and go on sharing one.
@@ -89,26 +125,26 @@ std::uint8_t ResidueColors::paletteEntry(Color color)
     return m_LastEntry;
 }
 
-std::vector<std::uint8_t> ResidueColors::entriesOf(const LetterColors &colors)
+bool ResidueColors::findEntries(const LetterColors &colors, Entries &entries)
 {
-    std::vector<std::uint8_t> entries;
-    entries.reserve(colors.choices().size());
     const bool isShareable = colors.palette()->size() <= kMostOfPalette;
     if (m_Colored == 0 && isShareable) {
         m_Palette = colors.palette();
         m_LastEntry = 0;
     }
     if (m_Palette == colors.palette() && isShareable) {
-        for (std::size_t i = 0; i < colors.choices().size(); ++i)
-            entries.push_back(static_cast<std::uint8_t>(i));
-        return entries;
+        std::iota(entries.begin(), entries.begin() + std::ptrdiff_t(colors.choices().size()),
+                  std::uint8_t(0));
+        return true;
     }
+    std::size_t choice = 0;
     for (const std::optional<Color> &color : colors.choices()) {
-        entries.push_back(color ? paletteEntry(*color) : std::uint8_t(0));
-        if (color && entries.back() == 0)
-            return {};
+        const std::uint8_t entry = color ? paletteEntry(*color) : std::uint8_t(0);
+        if ((color && entry == 0) || choice == entries.size())
+            return false;
+        entries[choice++] = entry;
     }
-    return entries;
+    return true;
 }
 
 void ResidueColors::widen()
@@ -140,8 +176,8 @@ template <typename Store>
 void ResidueColors::withValues(const LetterColors &colors, const Store &store)
 {
     if (m_Wide.empty()) {
-        const std::vector<std::uint8_t> entries = entriesOf(colors);
-        if (!entries.empty()) {
+        Entries entries;
+        if (findEntries(colors, entries)) {
             store(m_Small, entries);
             return;
         }
@@ -150,26 +186,36 @@ void ResidueColors::withValues(const LetterColors &colors, const Store &store)
     store(m_Wide, wideValues(colors));
 }
 
-// Residues side by side that had one colour are told of at once.
+// Residues side by side that had one colour are told of at once. Mostly all of a run had the same
+// one, and none of them has it still.
 void ResidueColors::set(std::string_view letters, const ResidueSelection &residues,
                         const LetterColors &colors, const Note &note)
 {
     withValues(colors, [&](auto &kept, const auto &values) {
+        auto *const place = kept.data();
         const auto wanted = [&](std::size_t i) { return values[colors.choice(letters[i])]; };
         residues.forEachRun([&](std::size_t i, std::size_t end) {
             while (i < end) {
-                const auto before = kept[i];
+                const auto before = place[i];
                 const std::size_t first = i;
-                for (; i < end && kept[i] == before && wanted(i) != before; ++i) {
-                    kept[i] = wanted(i);
-                    m_Colored += kept[i] != 0 ? 1 : 0;
+                std::size_t changed = 0;
+                for (; i < end && place[i] == before; ++i)
+                    changed += wanted(i) != before ? 1 : 0;
+                // Told while these are as they were: whoever keeps all colours takes a copy.
+                if (changed == i - first)
+                    note(first, changed, colorOf(before));
+                else if (changed > 0)
+                    forEachRunOf(
+                        first, i, [&](std::size_t k) { return wanted(k) != before; },
+                        [&](std::size_t from, std::size_t to) {
+                            note(from, to - from, colorOf(before));
+                        });
+                std::size_t colored = 0;
+                for (std::size_t k = first; k < i; ++k) {
+                    place[k] = wanted(k);
+                    colored += place[k] != 0 ? 1 : 0;
                 }
-                if (first == i) {
-                    ++i;
-                    continue;
-                }
-                m_Colored -= before != 0 ? i - first : 0;
-                note(first, i - first, colorOf(before));
+                m_Colored = m_Colored + colored - (before != 0 ? i - first : 0);
             }
         });
     });

@@ -5,6 +5,7 @@
 
 #include "Color.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -33,6 +34,9 @@ public:
     explicit ResidueColors(std::size_t count) : m_Small(count, 0) { }
     // Of residues with these letters.
     ResidueColors(std::string_view letters, const LetterColors &colors);
+    // Only some of them have other colours than those of their types.
+    ResidueColors(std::string_view letters, const ResidueSelection &residues,
+                  const LetterColors &colors);
 
     // None: the colour of the type.
     [[nodiscard]] std::optional<Color> at(std::size_t index) const noexcept
@@ -81,8 +85,10 @@ private:
     [[nodiscard]] bool hasPaletteOf(const ResidueColors &other) const noexcept;
     // Index into the palette plus one, or 0 by type; 0 when there are too many colours.
     [[nodiscard]] std::uint8_t paletteEntry(Color color);
-    // What m_Small keeps for each choice; empty when there are too many colours.
-    [[nodiscard]] std::vector<std::uint8_t> entriesOf(const LetterColors &colors);
+    // What m_Small keeps for each choice.
+    using Entries = std::array<std::uint8_t, kMostOfPalette + 1>;
+    // False when there are too many colours.
+    [[nodiscard]] bool findEntries(const LetterColors &colors, Entries &entries);
     // Calls store(kept, values) with what is kept for each residue and for each choice.
     template <typename Store> void withValues(const LetterColors &colors, const Store &store);
     void widen();

@@ -44,13 +44,19 @@ void SequenceColors::set(ResidueOwner &owner, const ResidueSelection &residues,
         return;
     }
     std::unique_ptr<ResidueColors> &kept = m_Slot.colors;
-    if (kept == nullptr)
-        kept = std::make_unique<ResidueColors>(owner.residueCount());
+    if (kept == nullptr) {
+        colorFirst(owner, residues, letters, colors);
+        return;
+    }
     bool isChanged = false;
-    if (ColorEdit::prefersRuns(residues.runs(), owner.residueCount())) {
+    const std::size_t runs = residues.runs();
+    if (ColorEdit::prefersRuns(runs, owner.residueCount())) {
+        ColorEdit *edit = nullptr;
         const auto note = [&](std::size_t first, std::size_t count, std::optional<Color> before) {
+            if (!isChanged && (edit = openEdit(owner)) != nullptr)
+                edit->expect(runs);
             isChanged = true;
-            if (ColorEdit *const edit = openEdit(owner))
+            if (edit != nullptr)
                 edit->note(first, count, before);
         };
         kept->set(letters, residues, colors, note);
@@ -64,6 +70,19 @@ void SequenceColors::set(ResidueOwner &owner, const ResidueSelection &residues,
         kept.reset();
     if (isChanged)
         growColorRevision();
+}
+
+// That all were coloured by type takes no memory, whichever residues change.
+void SequenceColors::colorFirst(ResidueOwner &owner, const ResidueSelection &residues,
+                                std::string_view letters, const LetterColors &colors)
+{
+    auto fresh = std::make_unique<ResidueColors>(letters, residues, colors);
+    if (fresh->colored() == 0)
+        return;
+    if (ColorEdit *const edit = openEdit(owner))
+        edit->noteAll(nullptr);
+    m_Slot.colors = std::move(fresh);
+    growColorRevision();
 }
 
 // Replaces what was there, which is then all that undoing needs.

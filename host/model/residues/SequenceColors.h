@@ -54,6 +54,8 @@ public:
     void setAll(ResidueOwner &owner, std::string_view letters, const LetterColors &colors);
 
 private:
+    void colorFirst(ResidueOwner &owner, const ResidueSelection &residues, std::string_view letters,
+                    const LetterColors &colors);
     // What undoes the colouring under way; null when nobody keeps it.
     [[nodiscard]] ColorEdit *openEdit(ResidueOwner &owner);
 
