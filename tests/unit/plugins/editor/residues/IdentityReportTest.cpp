@@ -55,6 +55,24 @@ TEST_F(IdentityReport, WithoutAPairTheFirstColumnDecides)
     EXPECT_EQ(report("-A-", "--C"), QStringLiteral("none"));
 }
 
+TEST_F(IdentityReport, FractionsAreRoundedAsTheToolkitDoes)
+{
+    // Of some of these half a hundredth is left.
+    for (const unsigned long of : {3UL, 7UL, 32UL, 64UL}) {
+        for (unsigned long same = 1; same <= of; ++same) {
+            const QString text =
+                report(std::string(of, 'A'), std::string(same, 'A') + std::string(of - same, 'C'));
+            const QString share =
+                QStringLiteral("%1").arg(100.0 * double(same) / double(of), 6, 'f', 2);
+            const QString fraction = QStringLiteral("%1").arg(float(same) / float(of), 6, 'f', 2);
+            ASSERT_TRUE(text.endsWith(QStringLiteral(" : %1 ( %1 )").arg(share)))
+                << qPrintable(text);
+            ASSERT_TRUE(text.contains(QStringLiteral(": \t%1\n").arg(fraction)))
+                << qPrintable(text);
+        }
+    }
+}
+
 TEST_F(IdentityReport, NothingIsReportedWhenASequenceIsEmpty)
 {
     EXPECT_EQ(report("ACD", "---"), QStringLiteral("none"));

@@ -129,8 +129,8 @@ TEST(PairIdentity, TheEditorReportsTheSameFigures)
 {
     std::mt19937 random(8);
     unsigned reported = 0;
-    for (int round = 0; round < 200; ++round) {
-        const std::size_t width = 1 + random() % 150;
+    for (int round = 0; round < 400; ++round) {
+        const std::size_t width = 1 + random() % 400;
         const std::string first = randomRow(random, width);
         const std::string second = randomRow(random, width);
         const DataAdder<Space> guard(nullptr, Space::instance());
@@ -145,7 +145,7 @@ TEST(PairIdentity, TheEditorReportsTheSameFigures)
         ++reported;
     }
     ObjectSpace::get().reset();
-    EXPECT_GT(reported, 150U);
+    EXPECT_GT(reported, 300U);
 }
 
 } // namespace PairIdentityTest
