@@ -6,6 +6,7 @@
 #include "FreedObjects.h"
 #include "History.h"
 #include "KeptState.h"
+#include "LongWork.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
 #include "PointerMap.h"
@@ -69,7 +70,7 @@ bool holdsSequences(const ChangedObjects &changed)
 }
 
 // All that are saved are among the objects.
-void markFollowers(ChangedObjects &changed)
+void markFollowers(ChangedObjects &changed, LongWork &work)
 {
     if (!holdsSequences(changed))
         return;
@@ -78,6 +79,7 @@ void markFollowers(ChangedObjects &changed)
             continue;
         const AlignmentTable &table = alignment->table();
         for (std::size_t row = 0; row < table.rowCount(); ++row) {
+            static_cast<void>(work.goesOn());
             if (Changed *const found = changed.find(table.row(row).sequence()))
                 found->isFollower = true;
         }
@@ -242,8 +244,15 @@ bool History::isModified(const Compound &object) const
 
 std::vector<UnsavedObject> History::unsavedObjects() const
 {
+    // A million sequences may have got other names.
+    std::size_t edits = 0;
+    for (const HistoryStep &step : m_Steps)
+        edits += step.editCount();
+    const std::size_t objects = Space::instance()->ChildCount();
+    LongWork work("Looking for changes", edits + 2 * objects, LongWork::Kind::Fixed);
     ChangedObjects changed;
     forEachUnsavedChange([&](const Compound &top, const Compound &, EditPart part) {
+        static_cast<void>(work.goesOn());
         changed[top].parts.add(part);
     });
     for (const auto &[object, mark] : m_Saved.all())
@@ -251,8 +260,9 @@ std::vector<UnsavedObject> History::unsavedObjects() const
     std::vector<UnsavedObject> unsaved;
     if (changed.empty())
         return unsaved;
-    markFollowers(changed);
+    markFollowers(changed, work);
     for (Compound *const object : *Space::instance()) {
+        static_cast<void>(work.goesOn());
         const Changed *const found = changed.find(*object);
         if (found == nullptr || found->isFollower)
             continue;

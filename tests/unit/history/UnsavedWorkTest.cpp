@@ -6,6 +6,7 @@
 #include "ChangeScope.h"
 #include "Element.h"
 #include "FreedObjects.h"
+#include "LongWork.h"
 #include "PositionEdit.h"
 #include "ResidueTies.h"
 
@@ -353,6 +354,28 @@ TEST_F(UnsavedWorkTest, NothingWrittenCannotBeAccepted)
     family.insertGap(1, 1);
     history.acceptWritten(family);
     EXPECT_THAT(unsaved(), ElementsAre("family: cells"));
+}
+
+TEST_F(UnsavedWorkTest, LookingThroughManyChangesShowsHowFarItIsAndComesToItsEnd)
+{
+    {
+        const TAMBO::ChangeScope scope;
+        for (std::size_t i = 0; i < TAMBO::LongWork::kStride; ++i)
+            TAMBO::renameObject(peptide("s", "A"), "t" + std::to_string(i));
+    }
+    int looks = 0;
+    double last = 0;
+    TAMBO::modelHooks().working = [&](const char *what, double share, bool canBeGivenUp) {
+        EXPECT_STREQ(what, "Looking for changes");
+        EXPECT_FALSE(canBeGivenUp);
+        EXPECT_GE(share, last);
+        last = share;
+        ++looks;
+        return false;
+    };
+    EXPECT_GE(history.unsavedObjects().size(), TAMBO::LongWork::kStride);
+    EXPECT_GE(looks, 2);
+    TAMBO::modelHooks().working = nullptr;
 }
 
 // ---- The limit of the history
