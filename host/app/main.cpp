@@ -23,6 +23,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QIcon>
+#include <QStyle>
 #include <QTimer>
 
 #include <algorithm>
@@ -94,10 +95,19 @@ void returnLargeBlocks()
 #endif
 }
 
+// Every menu bar asks the style for this one, and the first picture of all has the toolkit load its
+// libraries for pictures.
+void preparePictures()
+{
+    static_cast<void>(
+        QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton));
+}
+
 int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
 {
     Workbench workbench;
-    // Plug-ins are loaded meanwhile; from here on there may be texts.
+    preparePictures();
+    // From here on there may be texts.
     fonts.reset();
     int status = EXIT_SUCCESS;
     QObject::connect(&workbench, &Workbench::started, qApp, [&](const LoadReport &report) {
