@@ -156,7 +156,7 @@ const std::map<std::string, Rule> kRules = {
      {{"include", "host/base", "host/model", "pages", "host/formats", "host/services/settings",
        "host/services/log", "host/services/colors", "host/services/search", "host/services/plugins",
        "host/services/widgets", "host/history", "host/sessions/store", "host/sessions/file",
-       "host/app/objects", "host/app/opening", "host/app/tools"},
+       "host/app/objects", "host/app/opening", "host/app/sessions", "host/app/tools"},
       Std | System | Qt | Poppler | Json}},
     {"host/app/workbench",
      {{"include",
