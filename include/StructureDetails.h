@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What pictures of structures need: all atoms of a structure in one pass, with what its file says
-// of each.
+// of each, its waters, the bonds that it names, and further models.
 #pragma once
 
+#include "BondKind.h"
 #include "Compound.h"
 
 #include <cstdint>
@@ -69,6 +70,29 @@ struct StructureTable
     std::vector<AtomDetails> atoms;
 };
 
+// A water is no object, and stands in no tree.
+struct WaterDetails
+{
+    // Of its oxygen, in Angstrom: where it is now, when the structure was superposed.
+    Vertex position;
+    // As AtomDetails has it.
+    float bFactor = 0;
+    int number = 0;
+    // ' ' without.
+    char insertionCode = ' ';
+    // As its file says; there may be no chain of that name.
+    std::string_view chain;
+};
+
+// Between two atoms that the file names: all that are no peptide bonds between amino acids, mostly.
+struct BondDetails
+{
+    // In StructureTable::atoms of the structure.
+    std::uint32_t first = 0;
+    std::uint32_t second = 0;
+    BondKind kind = BondKind::Covalent;
+};
+
 // Null and what is no such object give what is empty, or the value of which nothing is said.
 class TAMBO_API StructureDetails
 {
@@ -76,6 +100,16 @@ public:
     // Of a structure, or of a chain alone. No text is copied, and no residue's object is made:
     // 100,000 atoms take some milliseconds.
     static StructureTable read(const Compound *object);
+    // Those of a structure's first model, in the order of the file.
+    static std::vector<WaterDetails> waters(const Compound *structure);
+    // Those of a structure whose atoms are both there. Waters have none.
+    static std::vector<BondDetails> bonds(const Compound *structure);
+    // Those of its file that have most of the first one's atoms, which are the tree's; 1 mostly. 0
+    // for what is no structure.
+    static std::size_t modelCount(const Compound *structure);
+    // Where the atoms of the table are in a model, 0 for the first; undefined where it lacks one.
+    // None for a model that is not there.
+    static std::vector<Vertex> modelPositions(const Compound *structure, std::size_t model);
     static float bFactor(const Compound *atom);
     static float occupancy(const Compound *atom);
 };

@@ -3,6 +3,7 @@
 #include "StructureDetails.h"
 
 #include "DataMaker.h"
+#include "ObjectOperations.h"
 #include "unit/model/ModelFixture.h"
 
 #include <gmock/gmock.h>
@@ -164,6 +165,129 @@ TEST_F(StructureDetailsContract, OfAnAtomThatIsMadeAreFinite)
     ASSERT_THAT(log, SizeIs(1));
     EXPECT_THAT(log[0], HasSubstr("chain \"A\", residue ALA 7, atom CA has a B factor or an "
                                   "occupancy that is not finite"));
+}
+
+// ---- What is in no tree
+
+// Two residues and a ligand, as a file of three models has them.
+class FileDetailsContract : public ModelFixture
+{
+protected:
+    using Place = TAMBO::Vector<float, 3>;
+
+    static TAMBO::Structure &made()
+    {
+        TAMBO::StructureRecord record;
+        record.name = "1new";
+        TAMBO::ChainRecord &chain = record.chains.emplace_back();
+        chain.name = "A";
+        chain.residues = {residueRecord("CYS", 'C', "1", 1), residueRecord("HEM", 'X', "900", 9),
+                          residueRecord("CYS", 'C', "2", 2)};
+        chain.residues[1].isAminoAcid = false;
+        record.bonds = {{{0, 0, 1}, {0, 2, 1}, TAMBO::BondKind::Disulfide},
+                        {{0, 1, 0}, {0, 2, 0}, TAMBO::BondKind::Metal}};
+        record.waters.add("A", {Place(1, 2, 3), 12.5F, 301, 0, 'B'});
+        record.waters.add("W", {Place(4, 5, 6), 30, -1});
+        // By residues as the file has them, so the ligand comes between the others.
+        for (float model = 10; model < 30; model += 10) {
+            std::vector<Place> &places = record.furtherModels.emplace_back();
+            for (int i = 1; i <= 6; ++i)
+                places.emplace_back(model + float(i), 0, 0);
+        }
+        const float none = std::numeric_limits<float>::quiet_NaN();
+        record.furtherModels[1][0] = Place(none, none, none);
+        return *TAMBO::ObjectFactory::adopt(std::move(record));
+    }
+
+    static std::vector<float> xOf(const std::vector<Vertex> &places)
+    {
+        std::vector<float> all;
+        for (const Vertex &place : places)
+            all.push_back(place.isDefined() ? place.x() : -1);
+        return all;
+    }
+    std::vector<std::string> bonds() const
+    {
+        const StructureTable table = StructureDetails::read(&structure);
+        const auto textOf = [&](std::uint32_t index) {
+            const TAMBO::AtomDetails &atom = table.atoms.at(index);
+            return std::string(table.residues.at(atom.residue).name) +
+                   std::to_string(table.residues.at(atom.residue).number) + ' ' +
+                   std::string(atom.name);
+        };
+        std::vector<std::string> texts;
+        for (const TAMBO::BondDetails &bond : StructureDetails::bonds(&structure))
+            texts.push_back(textOf(bond.first) + " - " + textOf(bond.second) + ' ' +
+                            std::to_string(int(bond.kind)));
+        return texts;
+    }
+
+    TAMBO::Structure &structure = made();
+};
+
+TEST_F(FileDetailsContract, WatersAreThoseOfTheFile)
+{
+    const std::vector<TAMBO::WaterDetails> waters = StructureDetails::waters(&structure);
+    ASSERT_THAT(waters, SizeIs(2));
+    EXPECT_EQ(waters[0].position.coordinates(), Place(1, 2, 3));
+    EXPECT_EQ(waters[0].bFactor, 12.5F);
+    EXPECT_EQ(waters[0].number, 301);
+    EXPECT_EQ(waters[0].insertionCode, 'B');
+    EXPECT_EQ(waters[0].chain, "A");
+    EXPECT_EQ(waters[1].number, -1);
+    EXPECT_EQ(waters[1].insertionCode, ' ');
+    EXPECT_EQ(waters[1].chain, "W");
+    // Nor is one an object.
+    EXPECT_EQ(structure.ChildCount(), 1U);
+    std::vector<Compound *> atoms;
+    TAMBO::GetAtoms(&structure, atoms, true);
+    EXPECT_THAT(atoms, SizeIs(6));
+}
+
+TEST_F(FileDetailsContract, BondsAreBetweenAtomsOfTheTable)
+{
+    EXPECT_THAT(bonds(), ElementsAre("CYS1 CA - CYS2 CA 2", "HEM900 N - CYS2 N 3"));
+}
+
+TEST_F(FileDetailsContract, BondsKeepTheirAtomsWhateverTheseAreCalled)
+{
+    TAMBO::renameObject(*structure.Child(0), "other");
+    dynamic_cast<TAMBO::Group *>(structure.Child(0)->Child(0))->SetSeqId(SequenceNumber(77));
+    EXPECT_THAT(bonds(), ElementsAre("CYS77 CA - CYS2 CA 2", "HEM900 N - CYS2 N 3"));
+}
+
+TEST_F(FileDetailsContract, BondsOfWhatIsGoneAreGone)
+{
+    DataMaker::Destroy(structure.Child(0)->Child(2));
+    EXPECT_THAT(bonds(), ElementsAre("CYS1 CA - CYS2 CA 2"));
+    EXPECT_EQ(xOf(StructureDetails::modelPositions(&structure, 1)),
+              (std::vector<float>{11, 12, 15, 16}));
+    DataMaker::Destroy(structure.Child(0));
+    EXPECT_THAT(bonds(), IsEmpty());
+    EXPECT_THAT(StructureDetails::waters(&structure), SizeIs(2));
+}
+
+TEST_F(FileDetailsContract, ModelsHaveTheAtomsOfTheTable)
+{
+    EXPECT_EQ(StructureDetails::modelCount(&structure), 3U);
+    EXPECT_THAT(xOf(StructureDetails::modelPositions(&structure, 0)),
+                ElementsAre(0, 1, 1, 2, 8, 9));
+    EXPECT_THAT(xOf(StructureDetails::modelPositions(&structure, 1)),
+                ElementsAre(11, 12, 15, 16, 13, 14));
+    EXPECT_THAT(xOf(StructureDetails::modelPositions(&structure, 2)),
+                ElementsAre(-1, 22, 25, 26, 23, 24));
+    EXPECT_THAT(StructureDetails::modelPositions(&structure, 3), IsEmpty());
+}
+
+TEST_F(FileDetailsContract, WhatIsNoStructureHasNone)
+{
+    for (const Compound *object :
+         {static_cast<Compound *>(nullptr), structure.Child(0), structure.Child(0)->Child(0)}) {
+        EXPECT_THAT(StructureDetails::waters(object), IsEmpty());
+        EXPECT_THAT(StructureDetails::bonds(object), IsEmpty());
+        EXPECT_EQ(StructureDetails::modelCount(object), 0U);
+        EXPECT_THAT(StructureDetails::modelPositions(object, 0), IsEmpty());
+    }
 }
 
 } // namespace StructureDetailsContractTest

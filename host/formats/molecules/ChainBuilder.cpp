@@ -92,6 +92,31 @@ bool clash(const gemmi::Residue &residue, const gemmi::Residue &other)
     });
 }
 
+// Of waters with one number: of a simulation there may be several, since its numbers begin anew.
+std::vector<const gemmi::Atom *> oxygensOf(Residues residues)
+{
+    std::vector<const gemmi::Atom *> oxygens;
+    const gemmi::Atom *alternative = nullptr;
+    const gemmi::Atom *other = nullptr;
+    for (const gemmi::Residue &residue : residues) {
+        for (const gemmi::Atom &atom : residue.atoms) {
+            if (!hasPosition(atom))
+                continue;
+            if (atom.element != gemmi::El::O)
+                other = other == nullptr ? &atom : other;
+            else if (atom.altloc == '\0')
+                oxygens.push_back(&atom);
+            else if (alternative == nullptr || isPreferred(atom, *alternative))
+                alternative = &atom;
+        }
+    }
+    if (alternative != nullptr)
+        oxygens.push_back(alternative);
+    else if (oxygens.empty() && other != nullptr)
+        oxygens.push_back(other);
+    return oxygens;
+}
+
 } // namespace
 
 bool isSamePlace(const gemmi::Residue &residue, const gemmi::Residue &next)
@@ -151,8 +176,10 @@ void ChainBuilder::add(Residues run)
             ++count;
         const Residues residues = run.first(count);
         run = run.subspan(count);
-        if (isWater(residues.front().name))
+        if (isWater(residues.front().name)) {
+            m_Waters.push_back(residues);
             continue;
+        }
         if (const auto known = placeOfAlternatives(residues)) {
             for (const gemmi::Residue &residue : residues)
                 (*known)->others.push_back(&residue);
@@ -242,6 +269,16 @@ void ChainBuilder::addAtoms(const Place &place, ResidueRecord &record)
     std::for_each(place.first.begin(), place.first.end(), addResidue);
     for (const gemmi::Residue *const other : place.others)
         addResidue(*other);
+}
+
+void ChainBuilder::addWaters(Waters &waters) const
+{
+    for (const Residues residues : m_Waters) {
+        const auto [number, insertionCode] = keyOf(residues.front());
+        for (const gemmi::Atom *const oxygen : oxygensOf(residues))
+            waters.add(m_Name, {Vector<float, 3>(oxygen->pos.x, oxygen->pos.y, oxygen->pos.z),
+                                finiteOr(oxygen->b_iso, 0), number, 0, insertionCode});
+    }
 }
 
 void ChainBuilder::remarkOn(std::vector<std::string> &remarks) const

@@ -36,6 +36,8 @@ public:
     void add(Residues run);
     // Has no residues when none has a position.
     [[nodiscard]] ChainRecord take(std::vector<std::string> &remarks);
+    // Those that were added, in their order.
+    void addWaters(Waters &waters) const;
 
 private:
     // One residue: how the file gives it first, and alternatives that stand elsewhere.
@@ -59,6 +61,7 @@ private:
     std::string m_Name;
     const std::string &m_File;
     Places m_Places;
+    std::vector<Residues> m_Waters;
     std::map<NumberKey, std::vector<Places::iterator>> m_PlacesAt;
     std::vector<std::string> m_LeftOut;
     std::string m_FirstRepeated;

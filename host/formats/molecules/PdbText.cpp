@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace TAMBO::formats {
 
@@ -87,6 +88,40 @@ std::string chainName(std::string_view line, std::size_t from)
     return cleanText(trimmed(columns(line, from, 2)));
 }
 
+// Of a bond to an atom of a neighbour in the crystal, which is not there.
+bool isToNeighbour(std::string_view line)
+{
+    const std::string_view first = trimmed(columns(line, 59, 6));
+    const std::string_view second = trimmed(columns(line, 66, 6));
+    return !first.empty() && !second.empty() && first != second;
+}
+
+NamedAtom atomOfLink(std::string_view line, std::size_t from)
+{
+    return {chainName(line, from + 8), residueNumber(line, from + 10),
+            cleanText(trimmed(columns(line, from, 4)))};
+}
+
+// Counted on with letters beyond 99999, as the coordinate library does.
+std::optional<int> serialNumber(std::string_view field)
+{
+    if (field.size() == 5 && isLetter(field.front())) {
+        constexpr int firstWithLetters = 16796160;
+        int value = 0;
+        for (const char c : field) {
+            if (!isLetter(c) && !isDigit(c))
+                return std::nullopt;
+            value = value * 36 + (isDigit(c) ? c - '0' : capitalLetter(c) - 'A' + 10);
+        }
+        return value - firstWithLetters + 100000;
+    }
+    field = trimmed(field);
+    int value = 0;
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+    return error == std::errc() && end == field.data() + field.size() ? std::optional(value)
+                                                                      : std::nullopt;
+}
+
 } // namespace
 
 void PdbText::add(std::string_view line)
@@ -98,21 +133,28 @@ void PdbText::add(std::string_view line)
         addAtom(line, record);
     } else if (record == "MODEL " || record == "ENDMDL" || record == "END   ") {
         m_ModelHasAtoms = false;
-    } else if (record.starts_with("TER ") && m_Models == 1 && m_ModelHasAtoms) {
-        m_Coordinates += "TER";
-        m_Coordinates.append(kLineLength - 4, ' ');
-        m_Coordinates += '\n';
+    } else if (record.starts_with("TER ") && m_ModelHasAtoms) {
+        std::string &coordinates = m_Coordinates.back();
+        coordinates += "TER";
+        coordinates.append(kLineLength - 4, ' ');
+        coordinates += '\n';
     } else if (record == "HELIX ") {
         addHelix(line);
     } else if (record == "SHEET ") {
         addStrand(line);
+    } else if (record == "SSBOND") {
+        addDisulfide(line);
+    } else if (record == "LINK  ") {
+        addLink(line);
+    } else if (record == "CONECT") {
+        addConnections(line);
     }
 }
 
 void PdbText::finish()
 {
     if (m_HasBookkeeping)
-        blankSegments();
+        std::for_each(m_Coordinates.begin(), m_Coordinates.end(), blankSegments);
     if (m_Incomplete > 0)
         m_Remarks.push_back(
             at(m_FileName, m_FirstIncompleteLine,
@@ -120,10 +162,10 @@ void PdbText::finish()
                    (m_Incomplete > 1
                         ? "; so were " + std::to_string(m_Incomplete - 1) + " more further down"
                         : std::string())));
-    if (m_Models > 1)
-        m_Remarks.push_back(m_FileName + ": the first of " + std::to_string(m_Models) +
+    if (models() > 1)
+        m_Remarks.push_back(m_FileName + ": the first of " + std::to_string(models()) +
                             " models was read");
-    if (m_Models == 0 && m_Outcome)
+    if (models() == 0 && m_Outcome)
         m_Outcome = failureOf(m_FileName, "is a PDB file without atoms");
 }
 
@@ -136,30 +178,47 @@ void PdbText::addAtom(std::string_view line, std::string_view record)
     }
     if (!m_ModelHasAtoms) {
         m_ModelHasAtoms = true;
-        ++m_Models;
+        m_Coordinates.emplace_back();
     }
-    if (m_Models > 1 || !m_Outcome)
+    if (!m_Outcome || !isReadable(line))
         return;
-    for (std::size_t place = 30; place < kCoordinatesEnd; place += 8)
-        if (!isCoordinate(columns(line, place, 8)))
-            return fail(columns(line, place, 8), "a coordinate");
-    if (!isResidueNumber(columns(line, 22, 4)))
-        return fail(columns(line, 22, 4), "a residue number");
 
-    const std::size_t start = m_Coordinates.size();
-    m_Coordinates += record;
+    std::string &coordinates = m_Coordinates.back();
+    const std::size_t start = coordinates.size();
+    coordinates += record;
     for (const char c : columns(line, 6, kLineLength - 7))
-        m_Coordinates += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
-    m_Coordinates.resize(start + kLineLength - 1, ' ');
+        coordinates += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    coordinates.resize(start + kLineLength - 1, ' ');
     // An atom of which nothing is said is there all the time.
     if (trimmed(columns(line, kCoordinatesEnd, kOccupancyLength)).empty())
-        m_Coordinates.replace(start + kCoordinatesEnd, kOccupancyLength, "  1.00");
-    if (!hasElementAndCharge(std::string_view(m_Coordinates).substr(start))) {
-        m_HasBookkeeping = true;
-        std::fill(m_Coordinates.begin() + static_cast<std::ptrdiff_t>(start + kElement),
-                  m_Coordinates.end(), ' ');
+        coordinates.replace(start + kCoordinatesEnd, kOccupancyLength, "  1.00");
+    if (!hasElementAndCharge(std::string_view(coordinates).substr(start))) {
+        // Of the first model, which is read as if it were alone.
+        m_HasBookkeeping = m_HasBookkeeping || models() == 1;
+        std::fill(coordinates.begin() + static_cast<std::ptrdiff_t>(start + kElement),
+                  coordinates.end(), ' ');
     }
-    m_Coordinates += '\n';
+    coordinates += '\n';
+}
+
+// What is damaged in the first model is damage of the file; in further ones the atom is missing.
+bool PdbText::isReadable(std::string_view line)
+{
+    std::string_view found;
+    const char *expected = nullptr;
+    for (std::size_t place = 30; expected == nullptr && place < kCoordinatesEnd; place += 8) {
+        found = columns(line, place, 8);
+        if (!isCoordinate(found))
+            expected = "a coordinate";
+    }
+    if (expected == nullptr) {
+        found = columns(line, 22, 4);
+        if (!isResidueNumber(found))
+            expected = "a residue number";
+    }
+    if (expected != nullptr && models() == 1)
+        fail(found, expected);
+    return expected == nullptr;
 }
 
 void PdbText::addHelix(std::string_view line)
@@ -181,11 +240,37 @@ void PdbText::addStrand(std::string_view line)
                                          residueNumber(line, 33)});
 }
 
-// Where some lines have an entry code in the place of the segment, all have.
-void PdbText::blankSegments()
+void PdbText::addDisulfide(std::string_view line)
 {
-    for (std::size_t start = 0; start < m_Coordinates.size(); start += kLineLength)
-        std::fill_n(m_Coordinates.begin() + static_cast<std::ptrdiff_t>(start + kSegment),
+    constexpr std::size_t end = 35;
+    if (line.size() >= end && !isToNeighbour(line))
+        m_Bonds.push_back({{chainName(line, 14), residueNumber(line, 17), "SG"},
+                           {chainName(line, 28), residueNumber(line, 31), "SG"},
+                           BondKind::Disulfide});
+}
+
+void PdbText::addLink(std::string_view line)
+{
+    constexpr std::size_t end = 56;
+    if (line.size() >= end && !isToNeighbour(line))
+        m_Bonds.push_back({atomOfLink(line, 12), atomOfLink(line, 42), std::nullopt});
+}
+
+void PdbText::addConnections(std::string_view line)
+{
+    constexpr std::size_t width = 5;
+    const std::optional<int> from = serialNumber(columns(line, 6, width));
+    for (std::size_t place = 11; from && place < 31; place += width) {
+        if (const std::optional<int> to = serialNumber(columns(line, place, width)))
+            m_SerialBonds.emplace_back(*from, *to);
+    }
+}
+
+// Where some lines have an entry code in the place of the segment, all have.
+void PdbText::blankSegments(std::string &coordinates)
+{
+    for (std::size_t start = 0; start < coordinates.size(); start += kLineLength)
+        std::fill_n(coordinates.begin() + static_cast<std::ptrdiff_t>(start + kSegment),
                     kElement - kSegment, ' ');
 }
 

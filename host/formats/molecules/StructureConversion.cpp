@@ -47,6 +47,7 @@ void convertModel(const gemmi::Model &model, const std::string &file, StructureR
     }
     for (ChainBuilder &chain : chains) {
         ChainRecord record = chain.take(structure.remarks);
+        chain.addWaters(structure.waters);
         if (!record.residues.empty())
             structure.chains.push_back(std::move(record));
     }

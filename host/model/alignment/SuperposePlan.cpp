@@ -3,6 +3,7 @@
 
 #include "AlignmentTable.h"
 #include "Structure.h"
+#include "StructureLock.h"
 
 #include <algorithm>
 #include <cmath>

@@ -38,7 +38,8 @@ enum class EditTag : std::uint8_t {
     ResidueNumbers = 16,
     Ties = 17,
     Places = 18,
-    GroupNumber = 19
+    GroupNumber = 19,
+    Motion = 20
 };
 
 // Who knows the kinds of objects says how they are named and what they consist of.

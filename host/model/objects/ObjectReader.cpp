@@ -43,6 +43,7 @@ std::optional<StoredKind> ObjectReader::begin()
         fail(std::string(entry->title) + " was written by a newer version of the program");
     else if (version == 0)
         fail(std::string(entry->title) + " has no version");
+    m_Version = version;
     return failed() ? std::nullopt : std::optional(kind);
 }
 

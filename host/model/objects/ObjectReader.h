@@ -31,6 +31,8 @@ public:
 
     // What comes next, whose version is one that is known; nothing after a failure.
     [[nodiscard]] std::optional<StoredKind> begin();
+    // In which form it was written.
+    [[nodiscard]] std::uint64_t version() const noexcept { return m_Version; }
     [[nodiscard]] StoredHead head();
     // Of an object that another one refers to. Null, and a failure, when there is none.
     [[nodiscard]] Compound *object();
@@ -47,6 +49,7 @@ public:
 private:
     NewObjects &m_Objects;
     std::uint32_t m_LastAdded = 0;
+    std::uint64_t m_Version = 0;
     ObjectWriter::Palette m_LastPalette;
 };
 

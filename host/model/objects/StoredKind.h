@@ -23,6 +23,8 @@ enum class StoredKind : unsigned char {
     // Without its rows, which follow it.
     Alignment,
     Rows,
+    // What a structure has besides its chains, which it follows.
+    StructureExtras,
 };
 
 struct StoredKindEntry
@@ -38,12 +40,13 @@ inline constexpr std::array kStoredKinds = std::to_array<StoredKindEntry>({
     {StoredKind::Space, "the space", 1},
     {StoredKind::SpaceOrder, "the order of objects", 1},
     {StoredKind::Sequence, "a sequence", 2},
-    {StoredKind::Structure, "a structure", 1},
+    {StoredKind::Structure, "a structure", 2},
     {StoredKind::Chain, "a chain", 2},
     {StoredKind::Group, "a group", 2},
     {StoredKind::Element, "an element of secondary structure", 1},
     {StoredKind::Alignment, "an alignment", 1},
     {StoredKind::Rows, "rows of an alignment", 1},
+    {StoredKind::StructureExtras, "a part of a structure", 1},
 });
 
 // Null for a byte that stands for none.

@@ -3,12 +3,14 @@
 // them in one go, so a file that turns out to be bad leaves nothing behind.
 #pragma once
 
+#include "BondRecord.h"
 #include "GappedSequence.h"
 #include "PackedRows.h"
 #include "Rare.h"
 #include "RowFacts.h"
 #include "SequenceNumber.h"
 #include "Vertex.h"
+#include "Waters.h"
 
 #include <cstdint>
 #include <string>
@@ -33,8 +35,7 @@ struct ResidueRecord
     char letter = 'X';
     SequenceNumber number;
     std::vector<AtomRecord> atoms;
-    // An amino acid of the chain; otherwise a ligand, a nucleotide or another group. Waters are
-    // left out by the readers.
+    // An amino acid of the chain; otherwise a ligand, a nucleotide or another group, and no water.
     bool isAminoAcid = true;
 };
 
@@ -66,6 +67,12 @@ struct StructureRecord
     bool isModel = false;
     std::vector<ChainRecord> chains;
     std::vector<ElementRecord> elements;
+    // Those that a file has.
+    Waters waters;
+    std::vector<BondRecord> bonds;
+    // Where its atoms are in each of them, residue by residue; not a number where one lacks an
+    // atom.
+    std::vector<std::vector<Vector<float, 3>>> furtherModels;
     // Of a loaded one: elements in several pieces, each of which is one of those above.
     unsigned long brokenElements = 0;
     // Of a loaded one: something in it has another colour than that of its kind.

@@ -37,6 +37,7 @@ ResidueGroup::~ResidueGroup()
 
 std::unique_ptr<ResidueGroup> ResidueGroup::read(ObjectReader &in)
 {
+    const std::uint64_t version = in.version();
     StoredHead head = in.head();
     ResidueRecord record;
     record.typeName = in.text();
@@ -51,6 +52,8 @@ std::unique_ptr<ResidueGroup> ResidueGroup::read(ObjectReader &in)
     made->m_Atoms = std::make_unique<Atom[]>(made->m_AtomCount);
     for (std::size_t i = 0; i < made->m_AtomCount; ++i)
         made->m_Atoms[i].fill(in, *made);
+    if (version >= 2)
+        made->m_Models = ModelPlaces::read(in, made->m_AtomCount);
     in.add(*made, std::move(head));
     return made;
 }
@@ -67,6 +70,7 @@ void ResidueGroup::writePart(std::size_t, ObjectWriter &out) const
     out.number(m_AtomCount);
     for (std::size_t i = 0; i < m_AtomCount; ++i)
         m_Atoms[i].write(out);
+    m_Models.write(out, m_AtomCount);
 }
 
 SequenceNumber ResidueGroup::GetSeqId() const
@@ -172,7 +176,8 @@ std::span<Atom> ResidueGroup::atoms() const noexcept
 
 std::size_t ResidueGroup::bytes() const noexcept
 {
-    std::size_t sum = sizeof(*this) + textBytes(m_TypeName) + m_AtomCount * sizeof(Atom);
+    std::size_t sum =
+        sizeof(*this) + textBytes(m_TypeName) + m_AtomCount * sizeof(Atom) + m_Models.bytes();
     for (std::size_t i = 0; i < m_AtomCount; ++i)
         sum += m_Atoms[i].bytes();
     return sum;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Compound.h"
+#include "ModelPlaces.h"
 #include "Records.h"
 #include "StoredObject.h"
 
@@ -10,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace TAMBO {
 
@@ -44,6 +46,9 @@ public:
     [[nodiscard]] const std::string &typeNameView() const noexcept { return m_TypeName; }
     // All of them; who has the group may change them.
     [[nodiscard]] std::span<Atom> atoms() const noexcept;
+    [[nodiscard]] const ModelPlaces &models() const noexcept { return m_Models; }
+    // For a group that is being made.
+    void presetModels(ModelPlaces models) noexcept { m_Models = std::move(models); }
 
     [[nodiscard]] bool hasOwnColor() const noexcept { return m_Color.has_value(); }
     // For their edits.
@@ -74,6 +79,7 @@ private:
     std::optional<Color> m_Color;
     std::size_t m_AtomCount;
     std::unique_ptr<Atom[]> m_Atoms;
+    ModelPlaces m_Models;
 };
 
 } // namespace TAMBO

@@ -8,10 +8,11 @@ namespace TAMBO {
 
 std::size_t StructureContents::bytes() const noexcept
 {
-    std::size_t sum =
-        sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]) +
-        positions.capacity() * sizeof(positions[0]) + typeNames.capacity() * sizeof(typeNames[0]) +
-        objects.capacity() * sizeof(objects[0]) + elements.capacity() * sizeof(void *);
+    std::size_t sum = sizeof(*this) + atomStarts.capacity() * sizeof(atomStarts[0]) +
+                      positions.capacity() * sizeof(positions[0]) +
+                      typeNames.capacity() * sizeof(typeNames[0]) +
+                      objects.capacity() * sizeof(objects[0]) +
+                      elements.capacity() * sizeof(void *) + models.bytes();
     if (!atomStarts.empty()) {
         sum += atomStarts.back() * sizeof(Atom);
         for (std::uint32_t i = 0; i < atomStarts.back(); ++i)

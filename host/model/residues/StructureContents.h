@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Atom.h"
+#include "ModelPlaces.h"
 
 #include <cstdint>
 #include <memory>
@@ -21,6 +22,7 @@ public:
     // The atoms of residue i are those from start[i] to start[i + 1]; empty without coordinates.
     std::vector<std::uint32_t> atomStarts;
     std::unique_ptr<Atom[]> atoms;
+    ModelPlaces models;
     // The place of each residue's CA once more, undefined without one: the atoms lie far apart for
     // passes over many residues.
     std::vector<Vertex> positions;

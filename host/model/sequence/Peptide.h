@@ -22,6 +22,7 @@
 namespace TAMBO {
 
 class LetterColors;
+class ModelPlaces;
 class ObjectReader;
 class Peptide;
 class ResidueSelection;
@@ -93,6 +94,11 @@ public:
     [[nodiscard]] std::span<Atom> atoms(std::size_t index) const noexcept;
     // Whether there are atoms, or room for them, here and not in a chain that residues are tied to.
     [[nodiscard]] bool hasOwnAtoms() const noexcept;
+    // Of its own residues, one after the other.
+    [[nodiscard]] std::span<Atom> ownAtoms() const noexcept;
+    [[nodiscard]] const ModelPlaces &models() const noexcept;
+    // For a chain that is being made.
+    void presetModels(ModelPlaces models);
     // The types of the elements that residues of a chain are in, as elementAt() says, at once; 0
     // without.
     [[nodiscard]] std::vector<char> elementTypes() const;

@@ -21,7 +21,8 @@ constexpr unsigned kHasNumbers = 2;
 constexpr unsigned kHasSelection = 4;
 constexpr unsigned kHasTies = 8;
 constexpr unsigned kHasContents = 16;
-constexpr unsigned kHasAll = 31;
+constexpr unsigned kHasModels = 32;
+constexpr unsigned kHasAll = 63;
 
 // As they were written, the chains by their numbers.
 struct StoredRun
@@ -71,7 +72,8 @@ void Peptide::writeContent(ObjectWriter &out) const
     const bool hasNumbers = hasOwnNumbers();
     out.number((kept->colors.kept() != nullptr ? kHasColors : 0U) |
                (hasNumbers ? kHasNumbers : 0U) | (selection() != nullptr ? kHasSelection : 0U) |
-               (ties() != nullptr ? kHasTies : 0U) | (contents() != nullptr ? kHasContents : 0U));
+               (ties() != nullptr ? kHasTies : 0U) | (contents() != nullptr ? kHasContents : 0U) |
+               (models().empty() ? 0U : kHasModels));
     if (kept->colors.kept() != nullptr)
         kept->colors.kept()->write(out);
     if (hasNumbers)
@@ -82,6 +84,8 @@ void Peptide::writeContent(ObjectWriter &out) const
         writeTies(out);
     if (contents() != nullptr)
         writeStructure(out);
+    if (!models().empty())
+        models().write(out, ownAtoms().size());
 }
 
 void Peptide::writeTies(ObjectWriter &out) const
@@ -141,6 +145,8 @@ std::unique_ptr<Peptide> Peptide::read(ObjectReader &in)
         made->readTiesFrom(in);
     if ((has & kHasContents) != 0)
         made->readStructure(in);
+    if ((has & kHasModels) != 0)
+        made->presetModels(ModelPlaces::read(in, made->ownAtoms().size()));
     in.add(*made, std::move(head));
     return made;
 }

@@ -132,6 +132,24 @@ void Peptide::listElements()
     growNumberingRevision();
 }
 
+std::span<Atom> Peptide::ownAtoms() const noexcept
+{
+    if (!hasOwnAtoms())
+        return {};
+    return {contents()->atoms.get(), contents()->atomStarts.back()};
+}
+
+const ModelPlaces &Peptide::models() const noexcept
+{
+    static const ModelPlaces none;
+    return contents() == nullptr ? none : contents()->models;
+}
+
+void Peptide::presetModels(ModelPlaces models)
+{
+    ownContents().models = std::move(models);
+}
+
 // A later element covers an earlier one, so the last comes first and each residue is found once.
 std::vector<char> Peptide::elementTypes() const
 {

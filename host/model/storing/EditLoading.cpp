@@ -5,6 +5,7 @@
 #include "Atom.h"
 #include "CompoundState.h"
 #include "GroupNumberEdit.h"
+#include "MotionEdit.h"
 #include "NumberEdit.h"
 #include "ObjectColorEdit.h"
 #include "ObjectsEdit.h"
@@ -97,6 +98,8 @@ LoadedEdit loadEdit(EditReader &in)
         return loadOfSequence(tag, in);
     case EditTag::Places:
         return PositionEdit::load(in);
+    case EditTag::Motion:
+        return MotionEdit::load(in);
     case EditTag::GroupNumber:
         return loadGroupNumber(in);
     }

@@ -71,6 +71,8 @@ void ObjectLoader::readPart(ObjectReader &in)
         return readAlignment(in);
     case StoredKind::Rows:
         return readRows(in);
+    case StoredKind::StructureExtras:
+        return readExtras(in);
     }
 }
 
@@ -82,26 +84,40 @@ void ObjectLoader::keep(std::uint32_t identity, std::unique_ptr<StoredObject> ob
 
 void ObjectLoader::readStructure(ObjectReader &in)
 {
-    auto [made, chains] = Structure::read(in);
+    auto [made, rest] = Structure::read(in);
     const std::uint32_t identity = in.lastAdded();
-    if (chains > 0 && !in.failed())
-        m_Structures.emplace(identity, PendingStructure{made.get(), chains});
+    if ((rest.chains > 0 || rest.extras > 0) && !in.failed())
+        m_Structures.emplace(identity, PendingStructure{made.get(), rest.chains, rest.extras});
     keep(identity, std::move(made));
 }
 
 void ObjectLoader::readChain(ObjectReader &in)
 {
     const auto pending = m_Structures.find(in.index());
-    if (pending == m_Structures.end()) {
-        in.fail("a chain has no structure");
-        return;
-    }
-    auto [structure, chains] = pending->second;
+    if (pending == m_Structures.end() || pending->second.chains == 0)
+        return in.fail("a chain has no structure");
     std::unique_ptr<Peptide> chain = Peptide::read(in);
     if (in.failed())
         return;
-    structure->insertObject(structure->objectCount(), std::move(chain));
-    if (structure->objectCount() == chains)
+    Structure &structure = *pending->second.structure;
+    structure.insertObject(structure.objectCount(), std::move(chain));
+    --pending->second.chains;
+    forgetComplete(pending);
+}
+
+void ObjectLoader::readExtras(ObjectReader &in)
+{
+    const auto pending = m_Structures.find(in.index());
+    if (pending == m_Structures.end() || pending->second.extras == 0)
+        return in.fail("a part has no structure");
+    pending->second.structure->readExtras(in);
+    --pending->second.extras;
+    forgetComplete(pending);
+}
+
+void ObjectLoader::forgetComplete(PendingStructures::iterator pending)
+{
+    if (pending->second.chains == 0 && pending->second.extras == 0)
         m_Structures.erase(pending);
 }
 
@@ -161,7 +177,8 @@ void ObjectLoader::readOrder(ObjectReader &in)
 std::string ObjectLoader::missing() const
 {
     if (!m_Structures.empty())
-        return "chains of a structure are missing";
+        return m_Structures.begin()->second.chains > 0 ? "chains of a structure are missing"
+                                                       : "parts of a structure are missing";
     if (!m_Alignments.empty())
         return "rows of an alignment are missing";
     if (m_Order.size() != (m_Space ? m_Space->objects : 0))

@@ -51,8 +51,11 @@ private:
     struct PendingStructure
     {
         Structure *structure = nullptr;
+        // Which are still to come.
         std::uint64_t chains = 0;
+        std::uint64_t extras = 0;
     };
+    using PendingStructures = std::unordered_map<std::uint32_t, PendingStructure>;
     struct StoredSpace
     {
         StoredHead head;
@@ -64,6 +67,8 @@ private:
     void readPart(ObjectReader &in);
     void readStructure(ObjectReader &in);
     void readChain(ObjectReader &in);
+    void readExtras(ObjectReader &in);
+    void forgetComplete(PendingStructures::iterator pending);
     void readAlignment(ObjectReader &in);
     void readRows(ObjectReader &in);
     void readSpace(ObjectReader &in);
@@ -85,7 +90,7 @@ private:
     // Mostly the one that is asked for next.
     std::size_t m_NextPlace = 0;
     // What they stand in is not there yet.
-    std::unordered_map<std::uint32_t, PendingStructure> m_Structures;
+    PendingStructures m_Structures;
     std::unordered_map<std::uint32_t, std::unique_ptr<AlignmentParts>> m_Alignments;
     std::optional<StoredSpace> m_Space;
     std::vector<std::uint32_t> m_Order;

@@ -3,8 +3,11 @@
 
 #include "Atom.h"
 #include "ChangeScope.h"
+#include "MotionEdit.h"
 #include "Peptide.h"
 #include "Structure.h"
+#include "StructureExtras.h"
+#include "StructureLock.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,18 +31,13 @@ bool moveStructures(const std::vector<StructureMotion> &motions)
     for (const StructureMotion &moved : motions)
         PositionEdit::move(moved);
     recordInverse(std::move(inverse));
-    return true;
-}
-
-const Compound *lockWithin(const Structure &structure)
-{
-    if (const Compound *const locked = lockOn(structure))
-        return locked;
-    for (std::size_t i = 0; i < structure.objectCount(); ++i) {
-        if (structure.chain(i)->IsLocked())
-            return structure.chain(i);
+    // What is kept as the file has it goes along by a number or two, however much there is.
+    for (const StructureMotion &moved : motions) {
+        if (const StructureExtras *const extras = moved.structure->extras())
+            recordInverse(
+                MotionEdit(*moved.structure, extras->motion.followedBy(moved.motion)).apply());
     }
-    return nullptr;
+    return true;
 }
 
 void PositionEdit::updateChains(const Structure &structure)

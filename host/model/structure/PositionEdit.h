@@ -23,9 +23,6 @@ struct StructureMotion
 // locked. No structure may be named twice.
 bool moveStructures(const std::vector<StructureMotion> &motions);
 
-// The structure or the first chain of it that forbids moving it; null when it is free.
-[[nodiscard]] const Compound *lockWithin(const Structure &structure);
-
 // Keeps the coordinates themselves: rotating back would lose bits of them.
 class PositionEdit final : public Edit
 {

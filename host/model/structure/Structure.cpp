@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "ObjectReader.h"
 #include "Peptide.h"
+#include "StructureExtras.h"
 #include "TextBytes.h"
 
 #include <algorithm>
@@ -17,22 +18,50 @@ Structure::Structure(std::string name, unsigned long models, bool isModel)
 
 Structure::~Structure() = default;
 
-std::pair<std::unique_ptr<Structure>, std::size_t> Structure::read(ObjectReader &in)
+std::pair<std::unique_ptr<Structure>, Structure::Rest> Structure::read(ObjectReader &in)
 {
     StoredHead head = in.head();
     const std::string_view name = in.text();
     const std::string_view code = in.text();
     const std::uint64_t models = in.number();
     const bool isModel = in.flag();
-    const std::uint64_t chains = in.number();
+    const Rest rest{in.number(), in.version() < 2 ? 0 : in.number()};
     auto made = std::make_unique<Structure>(std::string(name), models, isModel);
     made->m_Code = code;
     in.add(*made, std::move(head));
-    return {std::move(made), chains};
+    return {std::move(made), rest};
+}
+
+void Structure::readExtras(ObjectReader &in)
+{
+    if (m_Extras == nullptr)
+        m_Extras = std::make_unique<StructureExtras>();
+    m_Extras->readPart(in);
+}
+
+void Structure::presetExtras(std::unique_ptr<StructureExtras> extras)
+{
+    m_Extras = std::move(extras);
+}
+
+std::size_t Structure::partCount() const noexcept
+{
+    return 1 + m_Chains.size() + extraParts();
+}
+
+std::size_t Structure::extraParts() const noexcept
+{
+    return m_Extras == nullptr ? 0 : m_Extras->partCount();
 }
 
 void Structure::writePart(std::size_t part, ObjectWriter &out) const
 {
+    if (part > m_Chains.size()) {
+        out.begin(StoredKind::StructureExtras);
+        out.number(identity());
+        m_Extras->writePart(part - 1 - m_Chains.size(), out);
+        return;
+    }
     if (part > 0) {
         out.begin(StoredKind::Chain);
         out.number(identity());
@@ -46,6 +75,7 @@ void Structure::writePart(std::size_t part, ObjectWriter &out) const
     out.number(m_ModelCount);
     out.flag(m_IsModel);
     out.number(m_Chains.size());
+    out.number(extraParts());
 }
 
 Peptide *Structure::chain(std::size_t index) const noexcept
@@ -94,7 +124,8 @@ bool Structure::IsSelected() const
 std::size_t Structure::bytes() const noexcept
 {
     return sizeof(*this) + nameBytes() + textBytes(m_Code) +
-           m_Chains.capacity() * sizeof(m_Chains[0]) + bytesOfObjects();
+           m_Chains.capacity() * sizeof(m_Chains[0]) + bytesOfObjects() +
+           (m_Extras == nullptr ? 0 : m_Extras->bytes());
 }
 
 Compound *Structure::object(std::size_t index) const noexcept

@@ -14,13 +14,22 @@ namespace TAMBO {
 
 class ObjectReader;
 class Peptide;
+struct StructureExtras;
 
 class Structure final : public NamedCompound, public ObjectContainer
 {
 public:
     explicit Structure(std::string name, unsigned long models = 1, bool isModel = false);
-    // Of the first part of what writePart() has left, and how many chains belong to it.
-    [[nodiscard]] static std::pair<std::unique_ptr<Structure>, std::size_t> read(ObjectReader &in);
+    // What follows the first part of a structure as bytes.
+    struct Rest
+    {
+        std::size_t chains = 0;
+        std::size_t extras = 0;
+    };
+    // Of the first part of what writePart() has left, and what belongs to it.
+    [[nodiscard]] static std::pair<std::unique_ptr<Structure>, Rest> read(ObjectReader &in);
+    // Adds one of its extras.
+    void readExtras(ObjectReader &in);
     ~Structure() override;
 
     // What files of alignments call it: its first name, which is that of the file it came from,
@@ -31,6 +40,10 @@ public:
     // Built by a modelling program. A file of an alignment does not name it as a row's structure.
     [[nodiscard]] bool isModel() const noexcept { return m_IsModel; }
     [[nodiscard]] Peptide *chain(std::size_t index) const noexcept;
+    // Null when there are none.
+    [[nodiscard]] StructureExtras *extras() const noexcept { return m_Extras.get(); }
+    // For a structure that is being made.
+    void presetExtras(std::unique_ptr<StructureExtras> extras);
 
     std::string TypeName() const override;
     std::size_t ChildCount() const override;
@@ -45,8 +58,8 @@ public:
     [[nodiscard]] const CompoundState *ownState() const noexcept override { return &state(); }
     void storeName(const std::string &name) override { ownName() = name; }
     [[nodiscard]] std::size_t bytes() const noexcept override;
-    // The first part, and each of its chains.
-    [[nodiscard]] std::size_t partCount() const noexcept override { return 1 + m_Chains.size(); }
+    // The first part, each of its chains, and what else it keeps.
+    [[nodiscard]] std::size_t partCount() const noexcept override;
     void writePart(std::size_t part, ObjectWriter &out) const override;
     [[nodiscard]] bool holdsSequences() const noexcept override { return true; }
 
@@ -58,10 +71,13 @@ public:
     [[nodiscard]] std::unique_ptr<Compound> takeObject(std::size_t index) override;
 
 private:
+    [[nodiscard]] std::size_t extraParts() const noexcept;
+
     std::string m_Code;
     unsigned long m_ModelCount;
     bool m_IsModel;
     std::vector<std::unique_ptr<Peptide>> m_Chains;
+    std::unique_ptr<StructureExtras> m_Extras;
 };
 
 } // namespace TAMBO

@@ -29,9 +29,13 @@ public:
     // An undefined point stays as it is.
     [[nodiscard]] Vertex operator()(const Vertex &point) const;
 
-private:
     using Point = std::array<double, 3>;
+    // What it does: it turns about the one centre and puts that where the other one is.
+    [[nodiscard]] const std::array<Point, 3> &rotation() const noexcept { return m_Rotation; }
+    [[nodiscard]] const Point &from() const noexcept { return m_From; }
+    [[nodiscard]] const Point &to() const noexcept { return m_To; }
 
+private:
     std::array<Point, 3> m_Rotation;
     // The centres of the moving and the fixed points.
     Point m_From{};

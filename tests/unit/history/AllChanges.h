@@ -14,6 +14,7 @@
 #include "ResidueSelection.h"
 #include "StepFollower.h"
 #include "StepName.h"
+#include "StructureDetails.h"
 #include "TableChanges.h"
 
 #include <algorithm>
@@ -77,6 +78,12 @@ inline TAMBO::Structure &AllChanges::complex(const std::string &name)
     TAMBO::ResidueRecord ligand = residueRecord("ATP", 'X', "900", 3);
     ligand.isAminoAcid = false;
     record.chains.back().residues.push_back(std::move(ligand));
+    record.waters.add("A", {TAMBO::Vector<float, 3>(1, 2, 3), 20, 901});
+    const std::size_t residues = record.chains.back().residues.size();
+    record.bonds = {{{0, 0, 0}, {0, std::uint32_t(residues - 1), 0}, TAMBO::BondKind::Metal}};
+    record.furtherModels.assign(
+        2, std::vector<TAMBO::Vector<float, 3>>(2 * residues, TAMBO::Vector<float, 3>(1, 2, 3)));
+    record.waters.add("W", {TAMBO::Vector<float, 3>(-5, 4, 0), 30, 1, 0, 'B'});
     return *TAMBO::ObjectFactory::adopt(std::move(record));
 }
 
@@ -229,6 +236,15 @@ inline void AllChanges::draw(TAMBO::Compound &object, std::ostream &out, const s
         drawRows(*alignment, out);
         return;
     }
+    for (const TAMBO::BondDetails &bond : TAMBO::StructureDetails::bonds(&object))
+        out << "  bond " << bond.first << ' ' << bond.second << '\n';
+    for (std::size_t i = 1; i < TAMBO::StructureDetails::modelCount(&object); ++i) {
+        for (const TAMBO::Vertex &place : TAMBO::StructureDetails::modelPositions(&object, i))
+            out << "  model " << place.x() << ' ' << place.y() << ' ' << place.z() << '\n';
+    }
+    for (const TAMBO::WaterDetails &water : TAMBO::StructureDetails::waters(&object))
+        out << "  water " << water.chain << water.number << ' ' << water.position.x() << ' '
+            << water.position.y() << ' ' << water.position.z() << '\n';
     const TAMBO::Peptide *const peptide = TAMBO::Peptide::from(&object);
     if (peptide != nullptr)
         drawResidues(*peptide, out);

@@ -168,12 +168,16 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
         const TAMBO::Superposition motion({{{0, 0, 0}, {1, 2, 3}}, {{1, 0, 0}, {1, 3, 3}}});
         TAMBO::moveStructures({{&model(), motion}});
     });
+    check("places of waters", [&] {
+        const TAMBO::Superposition motion({{{0, 0, 0}, {1, 2, 3}}, {{1, 0, 0}, {1, 3, 3}}});
+        TAMBO::moveStructures({{&withLigand(), motion}});
+    });
     check("number of a ligand", [&] {
         auto &ligand = dynamic_cast<TAMBO::ResidueGroup &>(*withLigand().chain(0)->object(0));
         ligand.SetSeqId(TAMBO::SequenceNumber(12, 'A'));
     });
     // All there are. Whoever adds a kind shows it here.
-    constexpr unsigned kLast = unsigned(EditTag::GroupNumber);
+    constexpr unsigned kLast = unsigned(EditTag::Motion);
     for (unsigned tag = 1; tag <= kLast; ++tag)
         EXPECT_TRUE(m_Seen.contains(static_cast<EditTag>(tag))) << tag;
     EXPECT_EQ(m_Seen.size(), kLast);

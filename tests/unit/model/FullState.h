@@ -11,6 +11,7 @@
 #include "Peptide.h"
 #include "ResidueGroup.h"
 #include "Structure.h"
+#include "StructureDetails.h"
 #include "ValueStore.h"
 
 #include <bit>
@@ -140,6 +141,21 @@ private:
               << structure.isModel() << " chains " << structure.objectCount() << '\n';
         for (std::size_t i = 0; i < structure.objectCount(); ++i)
             tell(*structure.chain(i));
+        for (std::size_t i = 1; i < TAMBO::StructureDetails::modelCount(&structure); ++i) {
+            m_Out << "  model";
+            for (const TAMBO::Vertex &place :
+                 TAMBO::StructureDetails::modelPositions(&structure, i))
+                tellPlace(place);
+            m_Out << '\n';
+        }
+        for (const TAMBO::BondDetails &bond : TAMBO::StructureDetails::bonds(&structure))
+            m_Out << "  bond " << bond.first << ' ' << bond.second << ' ' << int(bond.kind) << '\n';
+        for (const TAMBO::WaterDetails &water : TAMBO::StructureDetails::waters(&structure)) {
+            m_Out << "  water " << water.chain << ' ' << water.number << water.insertionCode
+                  << " B " << water.bFactor;
+            tellPlace(water.position);
+            m_Out << '\n';
+        }
     }
 
     void tellAnnotations(const char *what, const std::vector<TAMBO::Annotation> &annotations)

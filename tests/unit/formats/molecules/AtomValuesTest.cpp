@@ -38,11 +38,11 @@ struct Pair
     const char *mmcif;
 };
 
-class BothForms : public testing::TestWithParam<Pair>
+class AtomsOfBothForms : public testing::TestWithParam<Pair>
 {
 };
 
-TEST_P(BothForms, SayTheSameOfEachAtom)
+TEST_P(AtomsOfBothForms, SayTheSameOfEachAtom)
 {
     const StructureRecord pdb = structureOf(GetParam().pdb);
     const StructureRecord mmcif = structureOf(GetParam().mmcif);
@@ -67,7 +67,7 @@ TEST_P(BothForms, SayTheSameOfEachAtom)
     EXPECT_GT(most, 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(AtomValues, BothForms,
+INSTANTIATE_TEST_SUITE_P(AtomValues, AtomsOfBothForms,
                          testing::Values(Pair{"InsertionCodes", "insertion_codes_1dix.pdb",
                                               "insertion_codes_1dix.cif"},
                                          Pair{"Lysozyme", "lysozyme_1aki.pdb", "lysozyme_1aki.cif"},

@@ -5,6 +5,7 @@
 #include "Alignment.h"
 #include "AlignmentTable.h"
 #include "DataMaker.h"
+#include "ModelPlaces.h"
 #include "ObjectFactory.h"
 #include "ObjectOperations.h"
 #include "ObjectSpace.h"
@@ -87,9 +88,45 @@ private:
             for (unsigned i = 1 + below(80); i > 0; --i)
                 chain.residues.push_back(residue(below(8) != 0));
         }
+        // More than are written in one piece, now and then.
+        for (unsigned i = below(9) == 0 ? 9000 + below(9000) : below(5); i > 0; --i)
+            record.waters.add(std::string(1, "AAAAAAAAB"[below(9)]),
+                              {TAMBO::Vector<float, 3>(coordinate(), coordinate(), -0.0F),
+                               coordinate(), int(below(9999)) - 50, 0, " C"[below(2)]});
+        addBonds(record);
+        addModels(record);
         TAMBO::Structure *const made = TAMBO::ObjectFactory::adopt(std::move(record));
         if (below(3) == 0)
             TAMBO::renameObject(*made, name());
+    }
+
+    void addBonds(TAMBO::StructureRecord &record)
+    {
+        const auto anyEnd = [&] {
+            TAMBO::BondRecord::End end;
+            end.chain = below(record.chains.size());
+            end.residue = below(record.chains[end.chain].residues.size());
+            // There may be no such atom.
+            end.atom = below(3);
+            return end;
+        };
+        for (unsigned i = record.chains.empty() ? 0 : below(6); i > 0; --i)
+            record.bonds.push_back({anyEnd(), anyEnd(), TAMBO::BondKind(1 + below(4))});
+    }
+
+    void addModels(TAMBO::StructureRecord &record)
+    {
+        std::size_t atoms = 0;
+        for (const TAMBO::ChainRecord &chain : record.chains) {
+            for (const TAMBO::ResidueRecord &residue : chain.residues)
+                atoms += residue.atoms.size();
+        }
+        for (unsigned i = below(3); i > 0; --i) {
+            auto &model = record.furtherModels.emplace_back();
+            for (std::size_t k = 0; k < atoms; ++k)
+                model.push_back(below(5) == 0 ? TAMBO::ModelPlaces::nowhere()
+                                              : TAMBO::ModelPlaces::Place(coordinate(), 0, -0.0F));
+        }
     }
 
     void addSequence()

@@ -36,9 +36,11 @@ TEST(PinnedNumbers, OfKindsOfObjectsAndTheVersionsOfTheirForms)
         unsigned version;
     };
     const std::initializer_list<Pinned> pinned = {
-        {StoredKind::Space, 1, 1},     {StoredKind::SpaceOrder, 2, 1}, {StoredKind::Sequence, 3, 2},
-        {StoredKind::Structure, 4, 1}, {StoredKind::Chain, 5, 2},      {StoredKind::Group, 6, 2},
-        {StoredKind::Element, 7, 1},   {StoredKind::Alignment, 8, 1},  {StoredKind::Rows, 9, 1},
+        {StoredKind::Space, 1, 1},    {StoredKind::SpaceOrder, 2, 1},
+        {StoredKind::Sequence, 3, 2}, {StoredKind::Structure, 4, 2},
+        {StoredKind::Chain, 5, 2},    {StoredKind::Group, 6, 2},
+        {StoredKind::Element, 7, 1},  {StoredKind::Alignment, 8, 1},
+        {StoredKind::Rows, 9, 1},     {StoredKind::StructureExtras, 10, 1},
     };
     EXPECT_EQ(pinned.size(), kStoredKinds.size());
     for (const Pinned &one : pinned) {
@@ -70,6 +72,7 @@ TEST(PinnedNumbers, OfKindsOfEdits)
         {EditTag::Ties, 17},
         {EditTag::Places, 18},
         {EditTag::GroupNumber, 19},
+        {EditTag::Motion, 20},
     });
 }
 
