@@ -122,7 +122,7 @@ TEST(PinnedNumbers, OfWhatObjectsBeginWith)
 TEST(PinnedNumbers, OfTheFileAndNamesOfValues)
 {
     EXPECT_EQ(sessions::kStoreMark, 0x544d424f);
-    EXPECT_EQ(sessions::kStoreVersion, 1);
+    EXPECT_EQ(sessions::kStoreVersion, 2);
     EXPECT_EQ(sessions::kStateBegin, "state-begin");
     EXPECT_EQ(sessions::kStateEnd, "state-end");
     EXPECT_EQ(sessions::kRecordsBegin, "records-begin");

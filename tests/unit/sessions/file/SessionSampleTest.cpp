@@ -11,6 +11,7 @@
 #include "SessionReading.h"
 #include "StoreReader.h"
 #include "StoreTables.h"
+#include "StructureDetails.h"
 #include "unit/sessions/live/LiveFixture.h"
 
 #include <sqlite3.h>
@@ -27,7 +28,7 @@ using namespace TAMBO;
 using namespace TAMBO::sessions;
 
 const fs::path kSamples = fs::path(TEST_DATA_DIR) / "sessions";
-constexpr unsigned kLastTag = unsigned(EditTag::GroupNumber);
+constexpr unsigned kLastTag = unsigned(EditTag::Motion);
 
 std::string bytesOf(const fs::path &file)
 {
@@ -105,6 +106,8 @@ void SessionSample::makeWork()
     open("alignments/pir/ferredoxin_two_rows.pir");
     open("alignments/stockholm/simple.sto");
     open("structures/trypsin_altlocs_insertions_1dpo.pdb");
+    // Of several models.
+    open("structures/dna_and_protein_1lcd.pdb");
     Alignment &pir = *all<Alignment>().front();
     Alignment &annotated = *all<Alignment>().back();
     Structure &trypsin = *all<Structure>().front();
@@ -155,6 +158,10 @@ void SessionSample::makeWork()
     step([&] { pir.removeRow(0); });
     step([&] { pir.insertGapCol(5, 2); });
     step([&] { pir.remove({2, 5}); });
+    step([&] {
+        const Superposition motion({{{0, 0, 0}, {3, 2, 1}}, {{1, 0, 0}, {3, 3, 1}}});
+        moveStructures({{&trypsin, motion}});
+    });
     ASSERT_TRUE(history.goTo(position));
     sequence.SetSelected(true);
     setObjectLocked(trypsin, true);
@@ -279,6 +286,29 @@ TEST_F(SessionSample, OfTheFirstVersionHasAllThatASessionCanHave)
     ASSERT_EQ(all<Alignment>().size(), 2U);
     ASSERT_NE(all<Alignment>().back()->table().annotation(), nullptr);
     EXPECT_EQ(all<Alignment>().back()->table().annotation()->lines(1).size(), 1U);
+}
+
+TEST_F(SessionSample, OfTheSecondVersionHasWhatStructuresKeepBesideTheTree)
+{
+    const fs::path sample = sampleOf(2);
+    for (unsigned tag = 1; tag <= unsigned(EditTag::Motion); ++tag)
+        EXPECT_TRUE(tagsIn(sample).contains(tag)) << "no change of kind " << tag;
+    ASSERT_EQ(complaintOf(load(sample)), "");
+    ASSERT_EQ(all<Structure>().size(), 2U);
+    Structure &trypsin = *all<Structure>().front();
+    const Structure &dna = *all<Structure>().back();
+    EXPECT_EQ(StructureDetails::waters(&trypsin).size(), 217U);
+    EXPECT_EQ(StructureDetails::bonds(&trypsin).size(), 45U);
+    EXPECT_EQ(StructureDetails::modelCount(&dna), 3U);
+    const StructureTable table = StructureDetails::read(&dna);
+    EXPECT_EQ(StructureDetails::modelPositions(&dna, 2).size(), table.atoms.size());
+    EXPECT_GT(StructureDetails::read(&trypsin).atoms.front().bFactor, 1);
+    // They go along with a step that was taken back before the session was kept.
+    setObjectLocked(trypsin, false);
+    const Vertex before = StructureDetails::waters(&trypsin).front().position;
+    ASSERT_TRUE(history.goTo(history.size()));
+    EXPECT_NE(StructureDetails::waters(&trypsin).front().position.coordinates(),
+              before.coordinates());
 }
 
 TEST_F(SessionSample, OfAVersionToComeSaysSoAndLoadsNothing)

@@ -169,7 +169,7 @@ TEST_F(AStoreFile, IsInUseForOthersWhileItIsWritten)
 TEST_F(AStoreFile, OfANewerVersionSaysSo)
 {
     write({record("a")});
-    tamper("PRAGMA user_version = 2");
+    tamper("PRAGMA user_version = " + std::to_string(kStoreVersion + 1));
     EXPECT_EQ(contentOf(file()),
               Lines{"failure: the session was saved by a newer version of the program"});
 }
