@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Writing the template of a modelling job: 10,000 residues with 100,000 atoms. "of_bytes" is the
-// time in relation to that of writing the same bytes at once.
+// Of 10,000 residues with 100,000 atoms: writing the template of a modelling job, where "of_bytes"
+// is the time in relation to that of writing the same bytes at once; and reading all atoms as a
+// picture of them needs it, at once and along the tree.
 #include "Alignment.h"
 #include "AlignmentTable.h"
 #include "DataPointBase.h"
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
+#include "StructureDetails.h"
 #include "WritePDB.h"
 
 #include <QFile>
@@ -73,6 +75,38 @@ void templateOfAJob(benchmark::State &state)
     TAMBO::ObjectSpace::get().reset();
 }
 BENCHMARK(templateOfAJob)->Unit(benchmark::kMillisecond);
+
+void atomsAtOnce(benchmark::State &state)
+{
+    makeTemplate();
+    const TAMBO::Compound *const structure = TAMBO::ObjectSpace::get().object(0);
+    for (auto run : state)
+        benchmark::DoNotOptimize(TAMBO::StructureDetails::read(structure).atoms.size());
+    TAMBO::ObjectSpace::get().reset();
+}
+BENCHMARK(atomsAtOnce)->Unit(benchmark::kMillisecond);
+
+void atomsByTheTree(benchmark::State &state)
+{
+    makeTemplate();
+    const TAMBO::Compound *const chain = TAMBO::ObjectSpace::get().object(0)->Child(0);
+    for (auto run : state) {
+        float sum = 0;
+        for (std::size_t i = 0; i < chain->ChildCount(); ++i) {
+            const TAMBO::Compound *const residue = chain->Child(i);
+            benchmark::DoNotOptimize(residue->TypeName());
+            for (std::size_t k = 0; k < residue->ChildCount(); ++k) {
+                const TAMBO::Compound *const atom = residue->Child(k);
+                benchmark::DoNotOptimize(atom->Name());
+                sum += atom->Position().x() + float(atom->TypeName().size()) +
+                       TAMBO::StructureDetails::bFactor(atom);
+            }
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    TAMBO::ObjectSpace::get().reset();
+}
+BENCHMARK(atomsByTheTree)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
