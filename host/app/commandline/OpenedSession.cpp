@@ -35,16 +35,4 @@ Result<std::unique_ptr<OpenedSession>> OpenedSession::open(const std::filesystem
     return session;
 }
 
-Result<std::string> OpenedSession::value(std::string_view name) const
-{
-    std::string found;
-    const Result<void> read =
-        m_Reader->forEachValue([&](std::string_view kept, std::string_view content) {
-            if (kept == name)
-                found = content;
-            return Result<void>();
-        });
-    return read ? Result<std::string>(std::move(found)) : read.error();
-}
-
 } // namespace TAMBO::app

@@ -11,8 +11,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <string>
-#include <string_view>
 
 namespace TAMBO::sessions {
 class StoreReader;
@@ -33,10 +31,6 @@ public:
     [[nodiscard]] static const ObjectSpace &space() { return ObjectSpace::get(); }
     [[nodiscard]] const History &history() const noexcept { return m_History; }
     [[nodiscard]] const sessions::SessionOrigin &origin() const noexcept { return m_Origin; }
-    // All of them, also those that only steps of undo have.
-    [[nodiscard]] const ObjectIndex &objects() const noexcept { return m_Index; }
-    // What is kept under the name; empty when nothing is.
-    [[nodiscard]] Result<std::string> value(std::string_view name) const;
 
 private:
     OpenedSession();

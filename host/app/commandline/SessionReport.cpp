@@ -3,7 +3,6 @@
 
 #include "Alignment.h"
 #include "AlignmentTable.h"
-#include "KeptFiles.h"
 #include "OpenedSession.h"
 #include "Peptide.h"
 #include "Structure.h"
@@ -11,9 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <QDateTime>
-#include <QFile>
 
-#include <optional>
 #include <utility>
 
 namespace TAMBO::app {
@@ -50,35 +47,6 @@ ObjectJson timeText(std::int64_t milliseconds)
         .toStdString();
 }
 
-// Null when nobody knows.
-ObjectJson stateText(const std::optional<FileChange> &change)
-{
-    if (!change)
-        return nullptr;
-    if (*change == FileChange::None)
-        return "same";
-    return *change == FileChange::Gone ? "missing" : "changed";
-}
-
-// Those that the objects came from and are saved in. Null when that cannot be read: opening the
-// session goes without them, too.
-ObjectJson describeFiles(const OpenedSession &session)
-{
-    const Result<std::string> kept = session.value(KeptFiles::kName);
-    if (!kept)
-        return nullptr;
-    ObjectJson list = ObjectJson::array();
-    if (kept.value().empty())
-        return list;
-    const auto files = KeptFiles::filesIn(kept.value(), session.objects());
-    if (!files)
-        return nullptr;
-    for (const KeptFiles::File &file : files.value())
-        list.push_back({{"file", QFile::encodeName(file.name).toStdString()},
-                        {"state", stateText(file.change)}});
-    return list;
-}
-
 } // namespace
 
 Result<void> describeSession(const std::string &file, nlohmann::ordered_json &json)
@@ -94,7 +62,6 @@ Result<void> describeSession(const std::string &file, nlohmann::ordered_json &js
     for (std::size_t i = 0; i < opened.space().objectCount(); ++i)
         objects.push_back(describe(*opened.space().object(i)));
     json["objects"] = std::move(objects);
-    json["files"] = describeFiles(opened);
     json["undo_steps"] = opened.history().position();
     json["redo_steps"] = opened.history().size() - opened.history().position();
     return {};

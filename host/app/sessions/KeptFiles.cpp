@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <limits>
-#include <map>
+#include <set>
 #include <system_error>
 
 namespace TAMBO::app {
@@ -47,15 +47,6 @@ bool mayReplace(const SavedPlaces::Place &place)
 QString shown(const std::filesystem::path &file)
 {
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
-}
-
-std::optional<FileChange> goneOrUnknown(const std::filesystem::path &file)
-{
-    std::error_code error;
-    const auto type = std::filesystem::status(file, error).type();
-    if (type == std::filesystem::file_type::not_found)
-        return FileChange::Gone;
-    return std::nullopt;
 }
 
 } // namespace
@@ -145,7 +136,7 @@ KeptFiles::Content KeptFiles::read(ValueReader &in)
     return content;
 }
 
-Result<KeptFiles::Content> KeptFiles::read(std::string_view content, const ObjectIndex &objects)
+Result<void> KeptFiles::load(std::string_view content, const ObjectIndex &objects)
 {
     ValueReader in(content);
     Content kept = read(in);
@@ -156,63 +147,38 @@ Result<KeptFiles::Content> KeptFiles::read(std::string_view content, const Objec
     std::erase_if(kept.places,
                   [&](const Kept &one) { return objects.find(one.identity) == nullptr; });
     std::ranges::sort(kept.places, {}, &Kept::identity);
-    return kept;
-}
-
-Result<void> KeptFiles::load(std::string_view content, const ObjectIndex &objects)
-{
-    Result<Content> kept = read(content, objects);
-    if (!kept)
-        return kept.error();
-    for (Kept &one : kept.value().places) {
+    for (Kept &one : kept.places) {
         one.place.isWhole = mayReplace(one.place);
         m_Places.restore(*objects.find(one.identity), one.place, one.accepted);
     }
-    tellChanges(lookAtFiles(kept.value()));
-    m_Sources.setFiles(std::move(kept.value().sources));
+    tellChanges(kept);
+    m_Sources.setFiles(std::move(kept.sources));
     return {};
 }
 
-Result<std::vector<KeptFiles::File>> KeptFiles::filesIn(std::string_view content,
-                                                        const ObjectIndex &objects)
+// Once a file, however many objects are of it.
+void KeptFiles::tellChanges(const Content &content) const
 {
-    const Result<Content> kept = read(content, objects);
-    return kept ? Result<std::vector<File>>(lookAtFiles(kept.value())) : kept.error();
-}
-
-std::vector<KeptFiles::File> KeptFiles::lookAtFiles(const Content &content)
-{
-    std::vector<File> files;
-    std::map<QString, std::size_t> places;
-    const auto note = [&](const QString &name, std::optional<FileChange> change) {
-        const auto [place, isNew] = places.emplace(name, files.size());
-        if (isNew)
-            files.push_back({name, change});
-        std::optional<FileChange> &known = files[place->second].change;
-        // Of several objects one may have been saved later.
-        if (!known || known == FileChange::None)
-            known = change ? change : known;
+    std::set<QString> told;
+    const auto tell = [&](const QString &file, FileChange change) {
+        if (change == FileChange::None || !told.insert(file).second)
+            return;
+        Logger::Write(change == FileChange::Gone
+                          ? tr("%1 is missing.").arg(file)
+                          : tr("%1 has changed since it was opened or saved here.").arg(file),
+                      Logger::Severity::Warning);
     };
     for (const Kept &one : content.places) {
-        const std::filesystem::path file = QFile::encodeName(one.place.file).toStdString();
-        note(one.place.file, one.place.state
-                                 ? std::optional(checkFile(file, *one.place.state).change)
-                                 : goneOrUnknown(file));
+        if (one.place.state)
+            tell(one.place.file,
+                 checkFile(QFile::encodeName(one.place.file).toStdString(), *one.place.state)
+                     .change);
     }
-    for (const auto &[identity, file] : content.sources)
-        note(shown(file), goneOrUnknown(file));
-    return files;
-}
-
-void KeptFiles::tellChanges(const std::vector<File> &files)
-{
-    for (const File &file : files) {
-        if (!file.change || file.change == FileChange::None)
-            continue;
-        Logger::Write(file.change == FileChange::Gone
-                          ? tr("%1 is missing.").arg(file.name)
-                          : tr("%1 has changed since it was opened or saved here.").arg(file.name),
-                      Logger::Severity::Warning);
+    for (const auto &[identity, file] : content.sources) {
+        std::error_code error;
+        const auto type = std::filesystem::status(file, error).type();
+        if (type == std::filesystem::file_type::not_found)
+            tell(shown(file), FileChange::Gone);
     }
 }
 

@@ -3,15 +3,12 @@
 // the same file when the session is there again.
 #pragma once
 
-#include "FileCheck.h"
 #include "KeptValue.h"
 #include "ObjectSources.h"
 #include "SavedPlaces.h"
 
 #include <QCoreApplication>
-#include <QString>
 
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,25 +24,11 @@ class KeptFiles final : public sessions::KeptValue
     Q_DECLARE_TR_FUNCTIONS(TAMBO::app::KeptFiles)
 
 public:
-    struct File
-    {
-        QString name;
-        // Since it was opened or saved here; nothing when nobody knows what it was like.
-        std::optional<FileChange> change;
-    };
-
-    // Of the value.
-    static constexpr std::string_view kName = "files";
-
-    // Of the objects that are there, each file once, whatever has become of it.
-    [[nodiscard]] static Result<std::vector<File>> filesIn(std::string_view content,
-                                                           const ObjectIndex &objects);
-
     // Both outlive this.
     KeptFiles(ObjectSources &sources, SavedPlaces &places)
         : m_Sources(sources), m_Places(places) { }
 
-    [[nodiscard]] std::string name() const override { return std::string(kName); }
+    [[nodiscard]] std::string name() const override { return "files"; }
     [[nodiscard]] std::string store() const override;
     // A file that is not what it was is told in the log.
     [[nodiscard]] Result<void> load(std::string_view content, const ObjectIndex &objects) override;
@@ -68,10 +51,7 @@ private:
     static void write(const SavedPlaces::Place &place, ValueWriter &out);
     [[nodiscard]] static SavedPlaces::Place readPlace(ValueReader &in);
     [[nodiscard]] static Content read(ValueReader &in);
-    // Without objects that are not there.
-    [[nodiscard]] static Result<Content> read(std::string_view content, const ObjectIndex &objects);
-    [[nodiscard]] static std::vector<File> lookAtFiles(const Content &content);
-    static void tellChanges(const std::vector<File> &files);
+    void tellChanges(const Content &content) const;
 
     ObjectSources &m_Sources;
     SavedPlaces &m_Places;

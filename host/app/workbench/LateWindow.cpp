@@ -46,15 +46,8 @@ void LateWindow::showBelow(QWidget &other)
     m_Patience.start(kLongestMilliseconds);
     whenPainted(
         *this,
-        [this] {
-            // The other one may never be seen, and looking for it takes a processor.
-            const bool isAwaited = m_IsExpected && m_Other != nullptr;
-            return isAwaited ? QList<QWidget *>{m_Other} : QList<QWidget *>();
-        },
-        [this] {
-            if (m_IsExpected)
-                m_Patience.start(kRestMilliseconds);
-        });
+        [this] { return m_Other == nullptr ? QList<QWidget *>() : QList<QWidget *>{m_Other}; },
+        [this] { m_Patience.start(kRestMilliseconds); });
 }
 
 // Most window managers put a window that does not ask for the focus below the one that has it, for

@@ -242,16 +242,14 @@ void Peptide::storeSelected(std::size_t begin, std::size_t end, bool selected)
 
 std::size_t Peptide::selectedCount() const noexcept
 {
+    // The own flag of a tied residue is never set.
     std::size_t count = selection() == nullptr ? 0 : selection()->count();
-    if (ties() == nullptr)
-        return count;
-    for (const ResidueTies::Run &run : ties()->runs()) {
-        // One that was selected before it was tied keeps its own flag, which nobody sees.
-        if (selection() != nullptr)
-            count -= selection()->count(run.first, std::size_t(run.first) + run.count);
-        if (run.chain->selection() != nullptr)
-            count += run.chain->selection()->count(run.chainFirst,
-                                                   std::size_t(run.chainFirst) + run.count);
+    if (ties() != nullptr) {
+        for (const ResidueTies::Run &run : ties()->runs()) {
+            if (run.chain->selection() != nullptr)
+                count += run.chain->selection()->count(run.chainFirst,
+                                                       std::size_t(run.chainFirst) + run.count);
+        }
     }
     return count;
 }

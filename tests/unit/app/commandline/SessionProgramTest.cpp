@@ -105,7 +105,7 @@ TEST_F(SessionProgram, InfoTellsObjectsStepsAndWhatMadeTheFile)
                              "{\"kind\":\"sequence\",\"name\":\"b\",\"letters\":4},"
                              "{\"kind\":\"alignment\",\"name\":\"x\",\"rows\":2,\"columns\":4},"
                              "{\"kind\":\"structure\",\"name\":\"ubiquitin_1ubi\",\"chains\":1,"
-                             "\"residues\":76}],\"files\":[],\"undo_steps\":2,\"redo_steps\":1}\n")
+                             "\"residues\":76}],\"undo_steps\":2,\"redo_steps\":1}\n")
                   .arg(file)
                   .toUtf8());
     EXPECT_EQ(info.errors, "");

@@ -88,25 +88,6 @@ TEST_F(TiedPeptideTest, SelectionOfResiduesThatTheRowLacksIsNotCounted)
     EXPECT_EQ(row->selectedCount(), 0U);
 }
 
-TEST_F(TiedPeptideTest, WhatWasSelectedBeforeItWasTiedIsNotCounted)
-{
-    auto &late = static_cast<TAMBO::Peptide &>(
-        space().add(std::make_unique<TAMBO::Peptide>("late", "MACD")));
-    late.SetSelected(true);
-    EXPECT_EQ(late.selectedCount(), 4U);
-    TAMBO::ResidueTies ties;
-    ties.append({1, 3, 0, &chain});
-    late.retie(std::move(ties));
-    EXPECT_FALSE(late.isSelected(1));
-    EXPECT_EQ(late.selectedCount(), 1U);
-    EXPECT_FALSE(late.IsSelected());
-    chain.setSelected(0, 2, true);
-    EXPECT_EQ(late.selectedCount(), 3U);
-    late.setSelected(3, true);
-    EXPECT_TRUE(late.IsSelected());
-    EXPECT_EQ(chain.selectedCount(), 3U);
-}
-
 TEST_F(TiedPeptideTest, ColourIsShared)
 {
     row->residue(1)->SetColor(Color(0x123456U));

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "StructureScene.h"
+
+#include "Space.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace structures {
+
+namespace {
+
+// Angstrom.
+constexpr float kAroundAtoms = 2;
+
+std::vector<TAMBO::Compound *> loadedStructures()
+{
+    std::vector<TAMBO::Compound *> found;
+    TAMBO::Space *const space = TAMBO::Space::instance();
+    for (auto object = space->begin(); object != space->end(); ++object)
+        if ((*object)->Kind() == TAMBO::CompoundKind::Structure)
+            found.push_back(*object);
+    return found;
+}
+
+} // namespace
+
+StructureScene::StructureScene(std::function<void()> changed) : m_Changed(std::move(changed))
+{
+    refresh();
+}
+
+StructureScene::Changes StructureScene::refresh()
+{
+    Changes changes;
+    const std::vector<TAMBO::Compound *> loaded = loadedStructures();
+    std::vector<std::unique_ptr<ViewedStructure>> structures;
+    for (TAMBO::Compound *const object : loaded) {
+        const auto known =
+            std::find_if(m_Structures.begin(), m_Structures.end(),
+                         [object](const auto &own) { return own && own->object() == object; });
+        if (known != m_Structures.end()) {
+            changes.places = (*known)->update() || changes.places;
+            structures.push_back(std::move(*known));
+        } else {
+            structures.push_back(std::make_unique<ViewedStructure>(*object));
+            changes.structures = true;
+        }
+    }
+    changes.structures = changes.structures || structures.size() != m_Structures.size();
+    if (m_Structures.empty() && !structures.empty())
+        m_Origin = structures.front()->molecule().centre;
+    m_Structures = std::move(structures);
+    return changes;
+}
+
+Pick StructureScene::firstPickOf(const ViewedStructure &structure) const noexcept
+{
+    std::size_t first = 0;
+    for (const auto &own : m_Structures) {
+        if (own.get() == &structure)
+            break;
+        first += own->pickCount();
+    }
+    return Pick(first);
+}
+
+std::shared_ptr<const PictureScene> StructureScene::picture()
+{
+    auto scene = std::make_shared<PictureScene>();
+    constexpr float kLimit = std::numeric_limits<float>::max();
+    Vec3 least{kLimit, kLimit, kLimit};
+    Vec3 most = -least;
+    const auto forEachAtom = [this](const auto &visit) {
+        for (const auto &structure : m_Structures)
+            if (structure->isVisible())
+                for (const MoleculeAtom &atom : structure->molecule().atoms)
+                    visit(atom.position + (structure->molecule().centre - m_Origin));
+    };
+    for (const auto &structure : m_Structures) {
+        if (!structure->isVisible() || structure->molecule().isEmpty())
+            continue;
+        scene->shapes.push_back(structure->shapes());
+        scene->parts.push_back({scene->shapes.back().get(), firstPickOf(*structure),
+                                structure->molecule().centre - m_Origin});
+    }
+    if (scene->parts.empty())
+        return scene;
+    forEachAtom([&](Vec3 place) {
+        least = {std::min(least.x, place.x), std::min(least.y, place.y),
+                 std::min(least.z, place.z)};
+        most = {std::max(most.x, place.x), std::max(most.y, place.y), std::max(most.z, place.z)};
+    });
+    scene->bounds.centre = (least + most) * 0.5F;
+    forEachAtom([&](Vec3 place) {
+        scene->bounds.radius =
+            std::max(scene->bounds.radius, distance(place, scene->bounds.centre));
+    });
+    // Spheres and ribbons reach beyond the middles of atoms.
+    scene->bounds.radius += kAroundAtoms;
+    return scene;
+}
+
+Palette StructureScene::palette(Coloring coloring) const
+{
+    std::size_t count = 1;
+    for (const auto &structure : m_Structures)
+        count += structure->pickCount();
+    Palette palette;
+    palette.colors.resize(count);
+    palette.marks.resize(count);
+    Pick first = 0;
+    for (const auto &structure : m_Structures) {
+        structure->paint(coloring, palette, first);
+        first += Pick(structure->pickCount());
+    }
+    return palette;
+}
+
+std::optional<StructureScene::Place> StructureScene::placeOf(Pick pick) const noexcept
+{
+    for (const auto &structure : m_Structures) {
+        if (pick <= structure->pickCount()) {
+            const ViewedStructure::Place place = structure->placeOf(pick);
+            if (place.residue == kNone)
+                return std::nullopt;
+            return Place{structure.get(), place};
+        }
+        pick -= Pick(structure->pickCount());
+    }
+    return std::nullopt;
+}
+
+Vec3 StructureScene::positionOf(const Place &place) const
+{
+    const Molecule &molecule = place.structure->molecule();
+    if (place.place.atom != kNone)
+        return molecule.atoms[place.place.atom].position + (molecule.centre - m_Origin);
+    return place.structure->positionOf(place.place.residue) - m_Origin;
+}
+
+void StructureScene::commUpdate()
+{
+    m_Changed();
+}
+
+void StructureScene::commAdd()
+{
+    m_Changed();
+}
+
+void StructureScene::commDelete()
+{
+    // Nothing that has gone may be asked any more, be it a structure or one of its chains.
+    refresh();
+    m_Changed();
+}
+
+} // namespace structures

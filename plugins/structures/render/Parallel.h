@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <thread>
+#include <vector>
+
+namespace structures {
+
+// Calls work(i) for each i below count, on as many threads as there are processors, this one
+// included. Returns when all is done. The work must not throw.
+template <typename Work> void inParallel(std::size_t count, const Work &work)
+{
+    const std::size_t threads =
+        std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
+    std::atomic<std::size_t> next = 0;
+    const auto run = [&] {
+        for (std::size_t i = next++; i < count; i = next++)
+            work(i);
+    };
+    std::vector<std::jthread> others;
+    for (std::size_t i = 1; i < threads; ++i)
+        others.emplace_back(run);
+    run();
+}
+
+} // namespace structures

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PictureMaker.h"
+
+#include <QElapsedTimer>
+#include <QRect>
+
+#include <algorithm>
+
+namespace structures {
+
+namespace {
+
+// Both together stay below 64 MB.
+constexpr std::size_t kQuickBytes = 22U << 20;
+constexpr std::size_t kFineBytes = 40U << 20;
+// Milliseconds, for thirty pictures a second.
+constexpr qint64 kLongest = 33;
+
+} // namespace
+
+PictureMaker::PictureMaker(QObject *parent)
+    : QObject(parent), m_Quick(kQuickBytes), m_Fine(kFineBytes)
+{ }
+
+PictureMaker::~PictureMaker()
+{
+    stop();
+}
+
+void PictureMaker::stop()
+{
+    if (!m_Thread.joinable())
+        return;
+    m_Stop = true;
+    m_Thread.join();
+    m_Stop = false;
+    ++m_Run;
+}
+
+void PictureMaker::setScene(std::shared_ptr<const PictureScene> scene)
+{
+    stop();
+    m_Scene = std::move(scene);
+    m_Effort = Effort::Full;
+}
+
+void PictureMaker::setPalette(Palette palette)
+{
+    const bool wasDrawing = isDrawing();
+    stop();
+    const bool isOfSameScene = palette.colors.size() == m_Palette.colors.size();
+    m_Palette = std::move(palette);
+    if (!isOfSameScene || image().isNull())
+        return;
+    if (!m_Shown->recolor(m_Palette))
+        drawNow(m_Camera, m_Look, m_Size);
+    if (wasDrawing)
+        drawWell();
+}
+
+PictureRequest PictureMaker::request() const
+{
+    PictureRequest request;
+    request.parts = m_Scene->parts;
+    request.bounds = m_Scene->bounds;
+    request.camera = m_Camera;
+    request.look = m_Look;
+    request.size = m_Size;
+    return request;
+}
+
+void PictureMaker::drawNow(const Camera &camera, const Look &look, const QSize &size)
+{
+    stop();
+    m_Camera = camera;
+    m_Look = look;
+    m_Size = size;
+    if (!m_Scene || size.isEmpty())
+        return;
+    PictureRequest quick = request();
+    quick.isCoarse = m_Effort != Effort::Full;
+    if (m_Effort == Effort::Half)
+        quick.size = (size / 2).expandedTo({1, 1});
+    QElapsedTimer timer;
+    timer.start();
+    m_Quick.draw(quick, m_Palette);
+    m_Shown = &m_Quick;
+    if (timer.elapsed() > kLongest && m_Effort != Effort::Half)
+        m_Effort = m_Effort == Effort::Full ? Effort::Coarse : Effort::Half;
+}
+
+void PictureMaker::drawWell()
+{
+    stop();
+    if (!m_Scene || m_Size.isEmpty())
+        return;
+    // What is shown is not painted over while it is looked at.
+    if (m_Shown == &m_Fine)
+        drawNow(m_Camera, m_Look, m_Size);
+    PictureRequest fine = request();
+    fine.perAxis = 2;
+    fine.stop = &m_Stop;
+    m_Thread = std::thread([this, fine, scene = m_Scene, run = m_Run] {
+        const bool isComplete = m_Fine.draw(fine, m_Palette);
+        QMetaObject::invokeMethod(
+            this,
+            [this, isComplete, run] {
+                if (run == m_Run)
+                    show(isComplete);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void PictureMaker::show(bool isComplete)
+{
+    m_Thread.join();
+    ++m_Run;
+    if (!isComplete)
+        return;
+    m_Shown = &m_Fine;
+    emit finished();
+}
+
+Pick PictureMaker::pickAt(int x, int y) const noexcept
+{
+    if (m_Size.isEmpty() || image().isNull() || x < 0 || y < 0)
+        return 0;
+    return m_Shown->pickAt(x * image().width() / m_Size.width(),
+                           y * image().height() / m_Size.height());
+}
+
+std::vector<Pick> PictureMaker::picksIn(const QRect &rect) const
+{
+    std::vector<Pick> found;
+    if (m_Size.isEmpty() || image().isNull())
+        return found;
+    const QRect scaled = QRect(QPoint(rect.left() * image().width() / m_Size.width(),
+                                      rect.top() * image().height() / m_Size.height()),
+                               QPoint(rect.right() * image().width() / m_Size.width(),
+                                      rect.bottom() * image().height() / m_Size.height())) &
+                         image().rect();
+    for (int y = scaled.top(); y <= scaled.bottom(); ++y)
+        for (int x = scaled.left(); x <= scaled.right(); ++x)
+            if (const Pick pick = m_Shown->pickAt(x, y); pick != 0)
+                found.push_back(pick);
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
+}
+
+} // namespace structures
+
+#include "moc_PictureMaker.cpp"
