@@ -11,6 +11,7 @@
 #include "KeptValues.h"
 #include "Logger.h"
 #include "LongWork.h"
+#include "ObjectSources.h"
 #include "ObjectSpace.h"
 #include "SessionDocument.h"
 #include "SessionFile.h"
@@ -170,13 +171,29 @@ QString SessionSaving::askFile(QWidget *parent) const
     return box.exec() == QMessageBox::Yes ? whole : QString();
 }
 
-// After what it is about when it has no file yet, beside the last session.
+// Beside the first file that is open, of those in folders that can be written; beside the last
+// session when there is none.
+QString SessionSaving::suggestedFolder() const
+{
+    for (const Compound *const object : ObjectSpace::get()) {
+        const std::filesystem::path file = m_Sources.fileOf(*object);
+        if (file.empty())
+            continue;
+        const QFileInfo folder(
+            QFileInfo(QFile::decodeName(QByteArray::fromStdString(file.string()))).absolutePath());
+        if (folder.isDir() && folder.isWritable())
+            return folder.filePath();
+    }
+    return QString::fromStdString(services::ConfigStore::instance()
+                                      .value(kFilesSection, kSessionsKey)
+                                      .value_or(std::string()));
+}
+
+// After what it is about when it has no file yet.
 QString SessionSaving::suggestedFile() const
 {
     if (m_Document.hasFile())
         return m_Document.file();
-    services::ConfigStore &store = services::ConfigStore::instance();
-    const std::string directory = store.value(kFilesSection, kSessionsKey).value_or(std::string());
     const ObjectSpace &space = ObjectSpace::get();
     const Compound *named = space.objectCount() == 0 ? nullptr : space.object(0);
     for (std::size_t i = 0; i < space.objectCount(); ++i) {
@@ -186,7 +203,7 @@ QString SessionSaving::suggestedFile() const
         }
     }
     const std::string name = named == nullptr ? "session" : fileNameOf(named->Name());
-    return QFileInfo(QString::fromStdString(directory),
+    return QFileInfo(suggestedFolder(),
                      QString::fromStdString(name) + QString::fromLatin1(sessions::kSessionEnding))
         .filePath();
 }

@@ -22,6 +22,7 @@ class KeptValues;
 
 namespace TAMBO::app {
 
+class ObjectSources;
 class SessionDocument;
 
 class SessionSaving
@@ -30,8 +31,9 @@ class SessionSaving
 
 public:
     // All outlive this.
-    SessionSaving(SessionDocument &document, const History &history, sessions::KeptValues &values)
-        : m_Document(document), m_History(history), m_Values(values)
+    SessionSaving(SessionDocument &document, const History &history, sessions::KeptValues &values,
+                  const ObjectSources &sources)
+        : m_Document(document), m_History(history), m_Values(values), m_Sources(sources)
     { }
 
     // Into the file that it has; otherwise with a dialog. False when it is not saved: a failure has
@@ -45,6 +47,7 @@ private:
     [[nodiscard]] bool saveTo(const QString &file, QWidget *parent);
     [[nodiscard]] QString askFile(QWidget *parent) const;
     [[nodiscard]] QString suggestedFile() const;
+    [[nodiscard]] QString suggestedFolder() const;
     [[nodiscard]] FileCheck checkOf(const QString &file) const;
     // expected becomes the file that may be replaced.
     [[nodiscard]] Choice askAboutChange(const QString &file, std::optional<FileState> &expected,
@@ -57,6 +60,7 @@ private:
     SessionDocument &m_Document;
     const History &m_History;
     sessions::KeptValues &m_Values;
+    const ObjectSources &m_Sources;
 };
 
 } // namespace TAMBO::app

@@ -116,7 +116,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
       m_Files(m_Sources, m_Places),
       m_Exports(m_Places),
       m_Document(m_History),
-      m_Saving(m_Document, m_History, m_Values),
+      m_Saving(m_Document, m_History, m_Values, m_Sources),
       m_Question(m_Places, m_Document, m_Saving, services::JobList::instance()),
       m_Loader(m_Sources),
       m_Commands(m_Sources),

@@ -104,6 +104,17 @@ protected:
         answerFileDialog(name);
         ASSERT_TRUE(m_Workbench->sessions().saveAs());
     }
+    // What the dialog shows first; it is called off then.
+    QString suggestion()
+    {
+        QString file;
+        answering<QFileDialog>([&file](QFileDialog &files) {
+            file = files.directory().filePath(files.findChild<QLineEdit *>("fileNameEdit")->text());
+            files.reject();
+        });
+        EXPECT_FALSE(m_Workbench->sessions().saveAs());
+        return file;
+    }
     // Edited, and saved as a session.
     void prepareSession()
     {
@@ -159,6 +170,38 @@ TEST_F(SessionsTest, TheFileIsAskedForOnce)
     EXPECT_TRUE(m_Workbench->sessions().save());
     EXPECT_FALSE(bytesOf(session()) == before);
     EXPECT_EQ(m_Workbench->session().file(), session());
+}
+
+TEST_F(SessionsTest, TheFirstSuggestionStandsBesideTheFirstFileThatIsOpen)
+{
+    end();
+    const ScopedSettings settings("");
+    begin();
+    for (const char *folder : {"family", "other", "sessions"})
+        ASSERT_TRUE(QDir().mkdir(path(folder)));
+    EXPECT_EQ(suggestion(), QDir::current().filePath("session.tambo"));
+    openFamily("family/x.fasta");
+    openFamily("other/y.fasta");
+    EXPECT_EQ(suggestion(), path("family/x.tambo"));
+    ASSERT_NO_FATAL_FAILURE(saveSessionAs("sessions/work.tambo"));
+    EXPECT_EQ(suggestion(), path("sessions/work.tambo"));
+    end();
+}
+
+TEST_F(SessionsTest, NoFolderIsSuggestedThatIsGone)
+{
+    end();
+    const ScopedSettings settings("");
+    begin();
+    for (const char *folder : {"family", "other"})
+        ASSERT_TRUE(QDir().mkdir(path(folder)));
+    openFamily("family/x.fasta");
+    openFamily("other/y.fasta");
+    ASSERT_TRUE(QDir(path("family")).removeRecursively());
+    EXPECT_EQ(suggestion(), path("other/x.tambo"));
+    ASSERT_TRUE(QDir(path("other")).removeRecursively());
+    EXPECT_EQ(suggestion(), QDir::current().filePath("x.tambo"));
+    end();
 }
 
 TEST_F(SessionsTest, AFileWithoutTheEndingGetsIt)
