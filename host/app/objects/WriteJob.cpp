@@ -23,14 +23,6 @@ namespace {
 // About how long the stages take, of all.
 constexpr std::array<double, kWriteStages> kStageShares = {0.15, 0.25, 0.35, 0.2, 0.05};
 
-double shareDone(WriteStage stage, double done)
-{
-    double share = 0;
-    for (std::size_t i = 0; i < std::size_t(stage); ++i)
-        share += kStageShares[i];
-    return share + done * kStageShares[std::size_t(stage)];
-}
-
 constexpr const char *kFilesSection = "Files";
 constexpr const char *kBackupsKey = "Backups";
 
@@ -53,6 +45,14 @@ QString targetOf(const QString &path)
 
 } // namespace
 
+double shareWritten(WriteStage stage, double done)
+{
+    double share = 0;
+    for (std::size_t i = 0; i < std::size_t(stage); ++i)
+        share += kStageShares[i];
+    return share + done * kStageShares[std::size_t(stage)];
+}
+
 // What the thread works on, and keeps as long as it needs it.
 struct WriteJob::Shared
 {
@@ -68,7 +68,7 @@ struct WriteJob::Shared
     void run()
     {
         aids.step = [this](WriteStage stage, double part) {
-            done = shareDone(stage, part);
+            done = shareWritten(stage, part);
             return !isCancelled;
         };
         outcome = write(path, aids);

@@ -19,11 +19,15 @@ class QThread;
 
 namespace TAMBO {
 struct WriteAids;
-}
+enum class WriteStage;
+} // namespace TAMBO
 
 namespace TAMBO::app {
 
 class WritableObject;
+
+// How much of all that writing a file takes is done, from 0 to 1, when so much of the stage is.
+[[nodiscard]] double shareWritten(WriteStage stage, double done);
 
 class WriteJob : public QObject
 {

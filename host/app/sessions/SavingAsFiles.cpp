@@ -30,6 +30,9 @@ void askAndSaveAsFiles(const LeftSession &session, ObjectSpace &space, History &
         return;
     const Result<WorkAsFiles> saved =
         saveAsFiles(session, space, history, question.selectedFiles().front());
+    // What the user has called off he need not be told.
+    if (!saved && saved.error().kind == FailureKind::Cancelled)
+        return;
 
     QMessageBox told(parent);
     told.setObjectName(QStringLiteral("SavedAsFiles"));

@@ -2,15 +2,23 @@
 #include "WorkAsFiles.h"
 
 #include "Alignment.h"
+#include "Config.h"
+#include "FileWriter.h"
+#include "Logger.h"
+#include "LongWork.h"
 #include "ObjectFiles.h"
 #include "WritableObject.h"
+#include "WriteJob.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QSaveFile>
 
+#include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace TAMBO::app {
 
@@ -46,10 +54,30 @@ class FolderOfFiles
 public:
     explicit FolderOfFiles(const QString &folder) { m_Written.folder = folder; }
 
-    void write(const ObjectSpace &space)
+    // False when the user has given it up.
+    [[nodiscard]] bool write(const std::vector<ObjectFile> &files)
     {
-        for (const ObjectFile &file : objectFilesOf(space))
-            write(file);
+        LongWork work("Saving as files", files.size() * kPiecesOfFile, LongWork::Kind::Reading);
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            const std::size_t before = i * kPiecesOfFile;
+            if (!work.goesOnAt(before))
+                return false;
+            WriteAids aids{Config::GetPersonalTmpDir, {}};
+            aids.step = [&](WriteStage stage, double done) {
+                const double share = shareWritten(stage, done);
+                return work.goesOnAt(before + std::size_t(share * kPiecesOfFile));
+            };
+            if (!write(files[i], aids))
+                return false;
+        }
+        return true;
+    }
+    // What has been written.
+    void takeBack() const
+    {
+        for (const QString &name : m_Names)
+            QFile::remove(pathOf(name));
+        QDir().rmdir(m_Written.folder);
     }
 
     [[nodiscard]] Result<WorkAsFiles> finish(const QStringList &remarks)
@@ -68,17 +96,27 @@ public:
     }
 
 private:
-    void write(const ObjectFile &file)
+    // Of what is shown of a file that takes its time.
+    static constexpr std::size_t kPiecesOfFile = 1000;
+
+    [[nodiscard]] bool write(const ObjectFile &file, WriteAids &aids)
     {
         const QString name = QString::fromStdString(file.name);
-        if (const Result<void> done = file.content().write(pathOf(name), file.options); !done) {
+        const Result<void> done = file.content().write(pathOf(name), file.options, aids);
+        for (const std::string &remark : aids.remarks)
+            Logger::Write(QString::fromStdString(remark), Logger::Severity::Warning);
+        if (!done && done.error().kind == FailureKind::Cancelled)
+            return false;
+        if (!done) {
             m_Written.problems << FilesText::tr("%1 could not be written: %2")
                                       .arg(describe(file),
                                            QString::fromStdString(done.error().message()));
-            return;
+            return true;
         }
         ++m_Written.files;
+        m_Names << name;
         m_Lines << name + QStringLiteral("\n    ") + describe(file);
+        return true;
     }
 
     [[nodiscard]] static QString describe(const ObjectFile &file)
@@ -102,6 +140,7 @@ private:
     }
 
     WorkAsFiles m_Written;
+    QStringList m_Names;
     QStringList m_Lines;
 };
 
@@ -114,7 +153,10 @@ Result<WorkAsFiles> writeAsFiles(const ObjectSpace &space, const QString &parent
     if (!folder)
         return folder.error();
     FolderOfFiles files(folder.value());
-    files.write(space);
+    if (!files.write(objectFilesOf(space))) {
+        files.takeBack();
+        return Failure(FailureKind::Cancelled, {});
+    }
     return files.finish(remarks);
 }
 

@@ -24,7 +24,8 @@ struct WorkAsFiles
 };
 
 // Alignments and the sequences that no alignment shows as PIR, structures as mmCIF, in a new folder
-// in that one. remarks: sentences for the text.
+// in that one. remarks: sentences for the text. Long work, which can be given up: nothing is left
+// of the folder then.
 [[nodiscard]] Result<WorkAsFiles> writeAsFiles(const ObjectSpace &space, const QString &parent,
                                                const QStringList &remarks = {});
 

@@ -4,6 +4,7 @@
 #include "LiveStore.h"
 #include "AppFixture.h"
 #include "FileReader.h"
+#include "Hooks.h"
 #include "KeptValues.h"
 #include "ObjectIndex.h"
 #include "ObjectOperations.h"
@@ -365,6 +366,61 @@ TEST_F(LiveStoreTest, FilesThatCannotBeWrittenAreTold)
     EXPECT_EQ(saved.error().kind, FailureKind::System);
     EXPECT_EQ(space().objectCount(), 0u);
     EXPECT_EQ(sessions().leftBehind().size(), 1u);
+}
+
+// Whenever he does so.
+TEST_F(LiveStoreTest, NothingIsLeftOfFilesThatTheUserGivesUp)
+{
+    auto store = begin();
+    alignment("family", {"AC-D", "A-CD"});
+    sequence("alone", "MKV");
+    structure("1abc", "A", "MKV");
+    endAndLeave(store);
+    const LeftSession session = sessions().leftBehind().at(0);
+    const QStringList before = QDir(m_Folder.path()).entryList(QDir::NoDotAndDotDot | QDir::Dirs);
+    int last = 0;
+    double share = 0;
+    for (;; ++last) {
+        ASSERT_LT(last, 1000);
+        int looks = 0;
+        share = 0;
+        modelHooks().working = [&](const char *what, double done, bool canBeGivenUp) {
+            if (std::string_view(what) != "Saving as files")
+                return true;
+            EXPECT_TRUE(canBeGivenUp);
+            EXPECT_GE(done, share);
+            share = done;
+            return ++looks <= last;
+        };
+        const auto saved = app::saveAsFiles(session, space(), m_History, m_Folder.path());
+        EXPECT_EQ(space().objectCount(), 0U);
+        EXPECT_EQ(m_History.size(), 0U);
+        if (saved)
+            break;
+        EXPECT_EQ(saved.error().kind, FailureKind::Cancelled);
+        EXPECT_EQ(QDir(m_Folder.path()).entryList(QDir::NoDotAndDotDot | QDir::Dirs), before)
+            << "at look " << last;
+        EXPECT_EQ(sessions().leftBehind().at(0).attempts, 0);
+    }
+    modelHooks().working = nullptr;
+    // Of each of the three files some steps at least.
+    EXPECT_GT(last, 9);
+    EXPECT_GT(share, 0.9);
+}
+
+TEST_F(LiveStoreTest, NothingIsWrittenWhenTheUserGivesUpTheLoading)
+{
+    auto store = begin();
+    alignment("family", {"AC-D", "A-CD"});
+    endAndLeave(store);
+    const LeftSession session = sessions().leftBehind().at(0);
+    modelHooks().working = [](const char *, double, bool) { return false; };
+    const auto saved = app::saveAsFiles(session, space(), m_History, m_Folder.path());
+    modelHooks().working = nullptr;
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.error().kind, FailureKind::Cancelled);
+    EXPECT_TRUE(QDir(m_Folder.path()).entryList({"recovered-*"}, QDir::Dirs).isEmpty());
+    EXPECT_EQ(space().objectCount(), 0U);
 }
 
 // ---- What nobody asks about
