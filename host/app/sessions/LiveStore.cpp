@@ -33,19 +33,18 @@ constexpr auto kBetweenLooks = 500ms;
 constexpr auto kBetweenValues = 1s;
 // What has just arrived is painted first.
 constexpr auto kBeforeSlices = 300ms;
-// All of it is written anew when nobody is likely to go on at once.
-constexpr auto kBeforeFold = 3s;
 
 } // namespace
 
 LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues &values,
-                     const QString &file)
+                     const QString &file, const Pace &pace)
     : m_File(file),
       m_Writer(std::make_unique<StoreWriter>(
           QFile::encodeName(file).toStdString(),
           [this] { QMetaObject::invokeMethod(this, &LiveStore::look, Qt::QueuedConnection); })),
       m_Session(std::make_unique<sessions::LiveSession>(
-          space, history, [this](sessions::StoreEntry entry) { write(std::move(entry)); })),
+          space, history, [this](sessions::StoreEntry entry) { write(std::move(entry)); },
+          sessions::LiveSession::kSmall, pace.mostReplay)),
       m_Values(values),
       m_Summary(space),
       m_Unsaved(history)
@@ -57,7 +56,7 @@ LiveStore::LiveStore(ObjectSpace &space, History &history, sessions::KeptValues 
     connect(&m_ValueLooks, &QTimer::timeout, this, &LiveStore::lookAtValues);
     m_ValueLooks.start(kBetweenValues);
     m_Fold.setSingleShot(true);
-    m_Fold.setInterval(kBeforeFold);
+    m_Fold.setInterval(pace.beforeFold);
     connect(&m_Fold, &QTimer::timeout, this, &LiveStore::foldIfDue);
     connect(&m_Looks, &QTimer::timeout, this, &LiveStore::look);
     m_Looks.start(kBetweenLooks);

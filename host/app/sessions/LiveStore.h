@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -30,9 +31,21 @@ class LiveStore : public QObject, private Subscriber
     Q_OBJECT
 
 public:
+    struct Pace
+    {
+        // Of what is recorded, as LiveSession counts it.
+        std::uint64_t mostReplay = sessions::LiveSession::kMostReplay;
+        // All of it is written anew when nobody is likely to go on at once.
+        std::chrono::milliseconds beforeFold{3000};
+    };
+
     // Into a new file, from what space, history and values are now. The values outlive it.
     LiveStore(ObjectSpace &space, History &history, sessions::KeptValues &values,
-              const QString &file);
+              const QString &file)
+        : LiveStore(space, history, values, file, Pace())
+    { }
+    LiveStore(ObjectSpace &space, History &history, sessions::KeptValues &values,
+              const QString &file, const Pace &pace);
     // As the program should end: the file goes.
     ~LiveStore() override;
 

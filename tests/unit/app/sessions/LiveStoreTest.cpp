@@ -39,11 +39,11 @@ class LiveStoreTest : public RecordedFixture
 protected:
     [[nodiscard]] QString folder() const { return m_Folder.filePath("sessions"); }
     [[nodiscard]] SessionFolder sessions() const { return SessionFolder(folder()); }
-    [[nodiscard]] std::unique_ptr<LiveStore> begin()
+    [[nodiscard]] std::unique_ptr<LiveStore> begin(const LiveStore::Pace &pace = {})
     {
         const Result<QString> file = sessions().newFile();
         EXPECT_TRUE(file);
-        return std::make_unique<LiveStore>(space(), m_History, m_Values, file.value());
+        return std::make_unique<LiveStore>(space(), m_History, m_Values, file.value(), pace);
     }
     static void waitUntilSafe(LiveStore &store)
     {
@@ -421,6 +421,55 @@ TEST_F(LiveStoreTest, NothingIsWrittenWhenTheUserGivesUpTheLoading)
     EXPECT_EQ(saved.error().kind, FailureKind::Cancelled);
     EXPECT_TRUE(QDir(m_Folder.path()).entryList({"recovered-*"}, QDir::Dirs).isEmpty());
     EXPECT_EQ(space().objectCount(), 0U);
+}
+
+// ---- Folds
+
+class FoldedStore : public LiveStoreTest
+{
+protected:
+    static constexpr std::uint64_t kChanges = 100;
+    // Less than so many changes take.
+    static constexpr std::uint64_t kMostReplay = 100'000;
+
+    static void renameOften(Compound &object)
+    {
+        for (std::uint64_t i = 0; i < kChanges; ++i)
+            rename(object, "name" + std::to_string(i));
+    }
+    // Of what is on the disk at this moment; nothing when that cannot be read.
+    std::optional<std::uint64_t> changesLeft()
+    {
+        const QString copy = m_Folder.filePath("copy");
+        QDir(copy).removeRecursively();
+        QDir().mkpath(copy);
+        for (const QString &name : files())
+            QFile::copy(folder() + u'/' + name, copy + u'/' + name);
+        const std::vector<LeftSession> left = SessionFolder(copy).leftBehind();
+        return left.empty() ? std::nullopt : std::optional(left.front().changes);
+    }
+};
+
+TEST_F(FoldedStore, BeginsByItselfWhenTheUserRests)
+{
+    auto store = begin({kMostReplay, std::chrono::milliseconds(1)});
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    renameOften(made);
+    waitUntil([this] { return changesLeft() == 0U; });
+    endAndLeave(store);
+    const auto saved =
+        app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(fileRows(saved.value(), "name99.ali"), QStringList({"AC-D", "A-CD"}));
+}
+
+TEST_F(FoldedStore, WaitsUntilHeRests)
+{
+    auto store = begin({kMostReplay, std::chrono::hours(1)});
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    renameOften(made);
+    waitUntilSafe(*store);
+    EXPECT_GE(changesLeft(), kChanges);
 }
 
 // ---- What nobody asks about
