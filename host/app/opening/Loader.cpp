@@ -142,6 +142,16 @@ void Loader::cancel()
         *m_Cancelled = true;
 }
 
+void Loader::cancelAll()
+{
+    cancel();
+    for (std::vector<fs::path> &asked : std::exchange(m_Waiting, {})) {
+        LoadReport report = cancelledReport();
+        report.asked = std::move(asked);
+        emit finished(report);
+    }
+}
+
 void Loader::startNext()
 {
     if (m_Waiting.empty())

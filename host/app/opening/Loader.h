@@ -74,6 +74,8 @@ public:
     [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
     // Gives up the command under way; nothing of it is loaded.
     void cancel();
+    // The same with those that wait, of which finished() tells at once.
+    void cancelAll();
     [[nodiscard]] bool isBusy() const noexcept
     {
         return m_Thread != nullptr || m_Making != nullptr;

@@ -20,11 +20,12 @@ namespace TAMBO::app {
 SessionCommands::SessionCommands(const Parts &parts, Actions actions)
     : m_Parts(parts),
       m_Actions(std::move(actions)),
-      m_Opening(parts.opening,
-                {m_Actions.endKeeping, m_Actions.beginKeeping, [this](const QString &file) {
-                     m_Actions.showFirstAlignment();
-                     remember(file, tr("Opened %1"));
-                 }})
+      m_Opening(parts.opening, {m_Actions.endKeeping, m_Actions.beginKeeping,
+                                [this](const QString &file) {
+                                    m_Actions.showFirstAlignment();
+                                    remember(file, tr("Opened %1"));
+                                },
+                                m_Actions.startWorkbench})
 {
     MainWindow &window = m_Parts.opening.window;
     connect(&window, &MainWindow::saveSessionAsked, this, [this] { save(); });
@@ -49,23 +50,25 @@ QStringList SessionCommands::takeSessions(QStringList &files)
     return sessions;
 }
 
-void SessionCommands::open(const QStringList &sessions,
-                           std::function<void(const LoadReport &report)> then,
+void SessionCommands::open(const QStringList &sessions, const QStringList &others, Then then,
                            std::function<void()> calledOff)
 {
     QTimer::singleShot(0, this,
-                       [this, sessions, then = std::move(then), calledOff = std::move(calledOff)] {
+                       [this, sessions, others = others, then = std::move(then),
+                        calledOff = std::move(calledOff)]() mutable {
                            LoadReport report;
-                           if (openNow(sessions, report))
-                               then(report);
+                           if (openNow(sessions, others, report))
+                               then(report, others);
                            else if (calledOff)
                                calledOff();
                        });
 }
 
-bool SessionCommands::openNow(const QStringList &sessions, LoadReport &report)
+bool SessionCommands::openNow(const QStringList &sessions, QStringList &others, LoadReport &report)
 {
-    const SessionOpening::Outcome outcome = m_Opening.open(sessions);
+    const SessionOpening::Outcome outcome = m_Opening.open(sessions, others);
+    if (outcome.areOthersElsewhere)
+        others.clear();
     QStringList causes;
     for (const Failure &failure : outcome.failures) {
         report.failures.push_back({failure.place.file, failure});

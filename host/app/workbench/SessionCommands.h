@@ -29,6 +29,7 @@ public:
         std::function<void()> endKeeping;
         std::function<void()> beginKeeping;
         std::function<void()> showFirstAlignment;
+        std::function<bool(const QStringList &files)> startWorkbench;
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
     };
 
@@ -38,15 +39,18 @@ public:
     // Of files that are to be opened, those that are sessions are taken out.
     [[nodiscard]] static QStringList takeSessions(QStringList &files);
     // Later, from the event loop: whoever asks may stand in a window that is going to be closed.
-    // then is called unless the user has called it off, with what has failed.
-    void open(const QStringList &sessions, std::function<void(const LoadReport &report)> then,
+    // others are files that came with them. then is called unless the user has called it off, with
+    // what has failed, and those of the others that are to be opened here.
+    using Then = std::function<void(const LoadReport &report, const QStringList &others)>;
+    void open(const QStringList &sessions, const QStringList &others, Then then,
               std::function<void()> calledOff = {});
     // Into its file. False when it is not saved.
     bool save() { return save(false); }
     bool saveAs() { return save(true); }
 
 private:
-    [[nodiscard]] bool openNow(const QStringList &sessions, LoadReport &report);
+    [[nodiscard]] bool openNow(const QStringList &sessions, QStringList &others,
+                               LoadReport &report);
     bool save(bool isElsewhere);
     void remember(const QString &file, const QString &text);
     void showTitle();

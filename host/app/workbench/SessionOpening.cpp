@@ -24,7 +24,6 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
-#include <QProcess>
 #include <QPushButton>
 
 #include <utility>
@@ -51,13 +50,16 @@ void closeWindowsBeside(const MainWindow &window)
 
 } // namespace
 
-SessionOpening::Outcome SessionOpening::open(const QStringList &files)
+SessionOpening::Outcome SessionOpening::open(const QStringList &files, const QStringList &others)
 {
     Outcome outcome;
-    for (const QString &file : files) {
-        const Result<void> done = openOne(file);
-        if (done)
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const bool isLast = i + 1 == files.size();
+        const Result<Place> done = openOne(files[i], isLast ? others : QStringList());
+        if (done) {
+            outcome.areOthersElsewhere = isLast && done.value() == Place::Elsewhere;
             continue;
+        }
         if (done.error().kind == FailureKind::Cancelled) {
             outcome.isCancelled = true;
             break;
@@ -73,7 +75,8 @@ bool SessionOpening::isEmpty() const
     return ObjectSpace::get().objectCount() == 0 && !m_Parts.loader.isBusy();
 }
 
-Result<void> SessionOpening::openOne(const QString &file)
+Result<SessionOpening::Place> SessionOpening::openOne(const QString &file,
+                                                      const QStringList &others)
 {
     if (isChanging() || Publisher::isPublishing())
         return Failure(FailureKind::Refused, "cannot be opened in the middle of a change",
@@ -84,12 +87,15 @@ Result<void> SessionOpening::openOne(const QString &file)
     const Choice choice = isEmpty() ? Choice::Replace : ask(file);
     if (choice == Choice::Cancel)
         return kCalledOff;
-    if (choice == Choice::New)
-        return openInNewWorkbench(file);
+    if (choice == Choice::New) {
+        if (Result<void> started = openInNewWorkbench(QStringList(file) + others); !started)
+            return started.error();
+        return Place::Elsewhere;
+    }
     // Nothing is given up for a session that cannot be opened.
     if (!isEmpty() || m_Parts.history.size() > 0) {
         if (Result<void> checked = sessions::checkSession(*session.value()); !checked)
-            return checked;
+            return checked.error();
     }
     if (m_Parts.mayAsk && !m_Parts.question.mayCloseAll(&m_Parts.window))
         return kCalledOff;
@@ -99,7 +105,9 @@ Result<void> SessionOpening::openOne(const QString &file)
         return session.error();
     if (!closeAll())
         return kCalledOff;
-    return load(file, *session.value());
+    if (Result<void> loaded = load(file, *session.value()); !loaded)
+        return loaded.error();
+    return Place::Here;
 }
 
 SessionOpening::Choice SessionOpening::ask(const QString &file) const
@@ -127,26 +135,29 @@ SessionOpening::Choice SessionOpening::ask(const QString &file) const
     return box.clickedButton() == another ? Choice::New : Choice::Cancel;
 }
 
-Result<void> SessionOpening::openInNewWorkbench(const QString &file)
+Result<void> SessionOpening::openInNewWorkbench(const QStringList &files) const
 {
-    if (QProcess::startDetached(QCoreApplication::applicationFilePath(),
-                                {QFileInfo(file).absoluteFilePath()}))
+    QStringList paths;
+    for (const QString &file : files)
+        paths << QFileInfo(file).absoluteFilePath();
+    if (m_Actions.startWorkbench(paths))
         return {};
     return Failure(FailureKind::System, "cannot be opened: a new workbench does not start",
-                   {file.toStdString()});
+                   {files.front().toStdString()});
 }
 
 bool SessionOpening::closeAll()
 {
     ObjectSpace &space = ObjectSpace::get();
-    m_Parts.loader.cancel();
     ObjectCommands::Objects objects(space.begin(), space.end());
     for (const Compound *const object : objects) {
-        if (!ObjectCommands::isDestroyable(*object)) {
+        if (lockOn(*object) != nullptr) {
             m_Parts.window.say(tr("%1 is locked").arg(QString::fromStdString(object->Name())));
             return false;
         }
     }
+    // What is still to be opened is closed with all else.
+    m_Parts.loader.cancelAll();
     closeWindowsBeside(m_Parts.window);
     ObjectCommands::destroy(objects);
     if (space.objectCount() != 0)

@@ -52,11 +52,15 @@ public:
         std::function<void()> beginKeeping;
         // A session is there.
         std::function<void(const QString &file)> opened;
+        // Opens files in a workbench beside this one. False when it does not start.
+        std::function<bool(const QStringList &files)> startWorkbench;
     };
     struct Outcome
     {
         // The user has called it off; what else was to be opened with it is not either.
         bool isCancelled = false;
+        // The last session is in a workbench of its own, and so are the files that came with it.
+        bool areOthersElsewhere = false;
         // Each has its line in the log already.
         std::vector<Failure> failures;
     };
@@ -65,15 +69,19 @@ public:
         : m_Parts(parts), m_Actions(std::move(actions))
     { }
 
-    // One after the other. Called from the event loop: it closes windows.
-    [[nodiscard]] Outcome open(const QStringList &files);
+    // One after the other; others are the files that came with them, to be added to the last one.
+    // Called from the event loop: it closes windows.
+    [[nodiscard]] Outcome open(const QStringList &files, const QStringList &others);
 
 private:
     enum class Choice { Replace, New, Cancel };
 
-    [[nodiscard]] Result<void> openOne(const QString &file);
+    enum class Place { Here, Elsewhere };
+
+    // Where it is now. others go with it into a workbench of its own.
+    [[nodiscard]] Result<Place> openOne(const QString &file, const QStringList &others);
     [[nodiscard]] Choice ask(const QString &file) const;
-    [[nodiscard]] static Result<void> openInNewWorkbench(const QString &file);
+    [[nodiscard]] Result<void> openInNewWorkbench(const QStringList &files) const;
     // False when an object is locked, or the user gives up.
     [[nodiscard]] bool closeAll();
     [[nodiscard]] Result<void> load(const QString &file, sessions::StoreReader &session);

@@ -66,6 +66,13 @@ fs::path toPath(const QString &file)
     return fs::path(QFile::encodeName(file).toStdString());
 }
 
+std::vector<fs::path> toPaths(const QStringList &files)
+{
+    std::vector<fs::path> paths;
+    std::ranges::transform(files, std::back_inserter(paths), toPath);
+    return paths;
+}
+
 QString toText(const fs::path &file)
 {
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
@@ -328,7 +335,7 @@ void Workbench::openAtStart(std::vector<fs::path> files)
             sessionFiles << toText(file);
         return isSession;
     });
-    const auto loadOthers = [this, files](const LoadReport &before) {
+    const auto loadOthers = [this](const LoadReport &before, std::vector<fs::path> others) {
         connect(
             &m_Loader, &Loader::finished, this,
             [this, failures = before.failures](LoadReport report) {
@@ -336,17 +343,19 @@ void Workbench::openAtStart(std::vector<fs::path> files)
                 showAtStart(report);
             },
             Qt::SingleShotConnection);
-        load(files);
+        load(std::move(others));
     };
     if (sessionFiles.isEmpty())
-        return loadOthers({});
+        return loadOthers({}, files);
+    QStringList others;
+    std::ranges::transform(files, std::back_inserter(others), toText);
     sessions().open(
-        sessionFiles,
-        [this, files, loadOthers](const LoadReport &report) {
-            if (files.empty())
+        sessionFiles, others,
+        [this, loadOthers](const LoadReport &report, const QStringList &here) {
+            if (here.isEmpty())
                 emit started(report);
             else
-                loadOthers(report);
+                loadOthers(report, toPaths(here));
         },
         [this] { emit started({}); });
 }
@@ -376,17 +385,15 @@ void Workbench::open(const QStringList &files)
     const QStringList sessionFiles = SessionCommands::takeSessions(others);
     if (sessionFiles.isEmpty())
         return load(others);
-    sessions().open(sessionFiles, [this, others](const LoadReport &) {
-        if (!others.isEmpty())
-            load(others);
+    sessions().open(sessionFiles, others, [this](const LoadReport &, const QStringList &here) {
+        if (!here.isEmpty())
+            load(here);
     });
 }
 
 void Workbench::load(const QStringList &files)
 {
-    std::vector<fs::path> paths;
-    std::ranges::transform(files, std::back_inserter(paths), toPath);
-    load(std::move(paths));
+    load(toPaths(files));
 }
 
 bool Workbench::askAndOpen(QWidget *parent)

@@ -129,6 +129,10 @@ public:
     // lost.
     void endOnRequest();
 
+    // How a workbench beside this one is started, with files to open; for tests.
+    using Starter = std::function<bool(const QStringList &files)>;
+    void setStarter(Starter starter) { m_Starter = std::move(starter); }
+
 signals:
     void opened(const TAMBO::app::LoadReport &report);
     // The files of the call are there and their windows are open.
@@ -196,6 +200,7 @@ private:
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
+    Starter m_Starter;
     std::unique_ptr<OpenWindows> m_OpenWindows;
     std::unique_ptr<PluginParts> m_PluginParts;
     // Null when nothing is kept. Goes first: the program comes to its end.

@@ -17,6 +17,9 @@
 #include "SessionFolder.h"
 #include "Space.h"
 
+#include <QCoreApplication>
+#include <QProcess>
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -140,6 +143,10 @@ void Workbench::makeSessions()
             beginLiveStore();
     };
     actions.showFirstAlignment = [this] { showFirstAlignment(); };
+    actions.startWorkbench = [this](const QStringList &files) {
+        return m_Starter ? m_Starter(files)
+                         : QProcess::startDetached(QCoreApplication::applicationFilePath(), files);
+    };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);
     };

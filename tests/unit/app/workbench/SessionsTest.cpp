@@ -30,7 +30,11 @@
 #include <QTreeWidget>
 
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace SessionsTest {
 
@@ -104,6 +108,22 @@ protected:
         answerFileDialog(name);
         ASSERT_TRUE(m_Workbench->sessions().saveAs());
     }
+    // A file that comes to no end before endPipe(), and one that waits for it.
+    void beginToOpen()
+    {
+        ASSERT_EQ(mkfifo(path("pipe.fasta").toUtf8().constData(), 0600), 0);
+        m_Workbench->open({path("pipe.fasta")});
+        m_Workbench->open({write("late.fasta", kFasta)});
+        // Once it is being read.
+        m_Pipe = ::open(path("pipe.fasta").toUtf8().constData(), O_WRONLY);
+        ASSERT_GE(m_Pipe, 0);
+        ASSERT_TRUE(m_Workbench->loader().isBusy());
+    }
+    void endPipe(std::string_view text)
+    {
+        EXPECT_EQ(::write(m_Pipe, text.data(), text.size()), ssize_t(text.size()));
+        ::close(m_Pipe);
+    }
     // What the dialog shows first; it is called off then.
     QString suggestion()
     {
@@ -155,6 +175,7 @@ protected:
     std::unique_ptr<Workbench> m_Workbench;
     int m_Opened = 0;
     int m_Asked = 0;
+    int m_Pipe = -1;
     QString m_Said;
     QStringList m_Listed;
     bool m_HasSessionButton = false;
@@ -463,6 +484,92 @@ TEST_F(SessionsTest, ItIsOpenedBeforeTheFilesThatComeWithIt)
     history().undo();
     EXPECT_EQ(topLevelNames().back(), "x");
     EXPECT_FALSE(window().isWindowModified());
+}
+
+// What the user has asked for before he has all closed is closed with it.
+TEST_F(SessionsTest, WhatIsStillToBeOpenedIsGivenUpForIt)
+{
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    const std::vector<std::string> names = topLevelNames();
+    beginToOpen();
+    answerBox<QMessageBox>("Replace");
+    openSession(session());
+    EXPECT_EQ(m_Asked, 1);
+    endPipe({});
+    waitUntil([this] { return !m_Workbench->loader().isBusy(); });
+    EXPECT_EQ(m_Opened, 3);
+    EXPECT_EQ(topLevelNames(), names);
+    EXPECT_FALSE(window().isWindowModified());
+}
+
+TEST_F(SessionsTest, WhatIsStillToBeOpenedComesWhenTheUserCallsItOff)
+{
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    beginToOpen();
+    answerBox<QMessageBox>(nullptr);
+    openSession(session());
+    endPipe(kFasta);
+    waitUntil([this] { return m_Opened == 3; });
+    EXPECT_EQ(topLevelNames().back(), "late");
+}
+
+TEST_F(SessionsTest, WhatIsStillToBeOpenedComesWhenSomethingOpenIsLocked)
+{
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    ASSERT_TRUE(setObjectLocked(family(), true));
+    beginToOpen();
+    answerBox<QMessageBox>("Replace");
+    openSession(session());
+    EXPECT_EQ(m_Asked, 1);
+    endPipe(kFasta);
+    waitUntil([this] { return m_Opened == 3; });
+    EXPECT_EQ(topLevelNames().back(), "late");
+    setObjectLocked(family(), false);
+}
+
+TEST_F(SessionsTest, WhatIsAskedForAfterItIsAddedToIt)
+{
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    beginToOpen();
+    answerBox<QMessageBox>("Replace");
+    openSession(session());
+    EXPECT_EQ(m_Asked, 1);
+    m_Workbench->open({write("after.fasta", kFasta)});
+    endPipe({});
+    waitUntil([this] { return m_Opened == 4; });
+    EXPECT_EQ(topLevelNames().back(), "after");
+    history().undo();
+    EXPECT_EQ(topLevelNames().back(), "x");
+}
+
+TEST_F(SessionsTest, FilesThatComeWithItGoToAWorkbenchOfItsOwn)
+{
+    ASSERT_NO_FATAL_FAILURE(prepareSession());
+    const std::vector<std::string> names = topLevelNames();
+    QStringList started;
+    bool starts = true;
+    m_Workbench->setStarter([&](const QStringList &files) {
+        started = files;
+        return starts;
+    });
+    const QString other = write("z.fasta", kFasta);
+    answerBox<QMessageBox>("New");
+    m_Workbench->open({other, session()});
+    waitUntil([&] { return !started.isEmpty(); });
+    EXPECT_EQ(started, QStringList({session(), other}));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(m_Workbench->loader().isBusy());
+    EXPECT_EQ(topLevelNames(), names);
+    // When it does not start they come here.
+    starts = false;
+    answerBox<QMessageBox>("New");
+    const int before = m_Opened;
+    m_Workbench->open({other, session()});
+    waitUntil([&] { return m_Opened > before; });
+    EXPECT_EQ(topLevelNames().back(), "z");
+    ASSERT_EQ(failures().size(), 1U);
+    EXPECT_EQ(failures()[0]->informativeText(),
+              session() + ": cannot be opened: a new workbench does not start");
 }
 
 TEST_F(SessionsTest, AtTheStartItIsThereBeforeTheStartIsTold)
