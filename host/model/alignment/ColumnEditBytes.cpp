@@ -2,8 +2,12 @@
 // Columns of gaps that open or close, and what is said of columns, as bytes.
 #include "AlignmentEditBytes.h"
 #include "AlignmentEdits.h"
+#include "Bits.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace TAMBO {
 
@@ -40,6 +44,27 @@ std::vector<GapRun> loadRuns(EditReader &in)
     if (runs.empty())
         in.fail("there are no columns");
     return runs;
+}
+
+// A few bytes that somebody has made may ask for more memory than there is: columns before residues
+// take some in each row. What users have closed takes less than this.
+bool isAffordable(const AlignmentTable &table, const std::vector<GapRun> &runs)
+{
+    constexpr std::uint64_t kAlways = std::uint64_t(1) << 30;
+    constexpr std::uint64_t kGrowth = 64;
+    constexpr std::uint64_t kColumnsOfByte = 8;
+    std::vector<Column> sums(1, 0);
+    for (const GapRun &run : runs)
+        sums.push_back(sums.back() + run.count);
+    std::uint64_t now = 0;
+    std::uint64_t then = 0;
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        const Column end = table.row(i).cells().end();
+        const auto behind = std::ranges::lower_bound(runs, end, {}, &GapRun::column);
+        now += end / kColumnsOfByte;
+        then += (end + sums[std::size_t(behind - runs.begin())]) / kColumnsOfByte;
+    }
+    return then <= kAlways + kGrowth * now;
 }
 
 bool standsWithin(const Range &range, Column width)
@@ -105,7 +130,8 @@ bool OpenColumnsEdit::fits() const
     Column width = m_Table.width();
     for (const GapRun &run : m_Runs)
         width += run.count;
-    return m_Runs.back().column <= m_Table.width() && width <= kMost && fitsRange(width);
+    return m_Runs.back().column <= m_Table.width() && width <= kMost && fitsRange(width) &&
+           isAffordable(m_Table, m_Runs);
 }
 
 void CloseColumnsEdit::store(EditWriter &out) const
@@ -122,18 +148,29 @@ void CloseColumnsEdit::storeInverse(EditWriter &out) const
     storeFormerRange(out);
 }
 
+// Each row is gone through once, however many runs there are.
 bool CloseColumnsEdit::fits() const
 {
+    Column end = 0;
+    for (std::size_t i = 0; i < m_Table.rowCount(); ++i)
+        end = std::max(end, m_Table.row(i).cells().end());
+    std::vector<OccupancyRow::Word> closing(bits::wordsFor(end), 0);
     Column closed = 0;
     for (const GapRun &run : m_Runs) {
         const Column begin = run.column + closed;
         if (!areWithin(m_Table, begin, run.count))
             return false;
-        for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
-            if (residuesIn(m_Table.row(i).cells(), begin, run.count) != 0)
+        bits::forEachMask(
+            std::min(begin, end), std::min(begin + run.count, end),
+            [&](std::size_t word, OccupancyRow::Word mask) { closing[word] |= mask; });
+        closed += run.count;
+    }
+    for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
+        const auto words = m_Table.row(i).cells().allWords();
+        for (std::size_t word = 0; word < words.size(); ++word) {
+            if ((words[word] & closing[word]) != 0)
                 return false;
         }
-        closed += run.count;
     }
     return fitsRange(m_Table.width() - closed);
 }

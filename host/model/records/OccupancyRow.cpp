@@ -326,15 +326,16 @@ void OccupancyRow::openGaps(const std::vector<GapRun> &runs)
     const Column oldEnd = end();
     OccupancyRow result;
     Column added = 0;
-    for (const GapRun &run : runs)
-        added += run.column < oldEnd ? run.count : 0;
+    for (auto run = runs.begin(); run != runs.end() && run->column < oldEnd; ++run)
+        added += run->count;
     result.extendTo(oldEnd + added);
     Column done = 0;
     added = 0;
     for (const GapRun &run : runs) {
-        const Column begin = std::min(run.column, oldEnd);
-        result.copyFrom(*this, done, begin - done, done + added);
-        done = begin;
+        if (run.column >= oldEnd)
+            break;
+        result.copyFrom(*this, done, run.column - done, done + added);
+        done = run.column;
         added += run.count;
     }
     result.copyFrom(*this, done, oldEnd - done, done + added);
