@@ -30,7 +30,7 @@ using realign::RealignedRows;
 using namespace std::chrono_literals;
 
 // Short runs come and go without a dialog.
-constexpr auto kPatience = 300ms;
+constexpr auto kSilence = 300ms;
 // Nobody is there to cancel.
 constexpr auto kLongestAlone = 10min;
 
@@ -153,7 +153,7 @@ void RealignCommand::waitWithUser(AlignerRun &aligner, const QString &name) cons
     if (aligner.isOver())
         return;
     // Windows repaint, but nobody can edit before the dialog is there to keep them from it.
-    QTimer::singleShot(kPatience, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kSilence, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (aligner.isOver())
         return;

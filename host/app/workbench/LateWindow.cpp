@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LateWindow.h"
 
-#include "PaintedWindows.h"
+#include "WhenPainted.h"
 
 #include <QWidget>
 #include <QWindow>

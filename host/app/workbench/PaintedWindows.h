@@ -7,7 +7,6 @@
 
 #include <functional>
 
-class QObject;
 class QWidget;
 
 namespace TAMBO::app {
@@ -17,11 +16,7 @@ class Workbench;
 // All windows of the program that are on the screen, the workbench's own first.
 [[nodiscard]] QList<QWidget *> shownWindows(const Workbench &workbench);
 
-// Calls then when the windows are on the screen and nothing is left to be laid out, unless the
-// context goes before. windows is asked again and again.
-void whenPainted(QObject &context, const std::function<QList<QWidget *>()> &windows,
-                 const std::function<void()> &then);
-// Those of the program.
+// Calls then when they are on the screen and nothing is left to be laid out.
 void whenPainted(Workbench &workbench, const std::function<void()> &then);
 
 } // namespace TAMBO::app
