@@ -153,9 +153,14 @@ void LiveStore::write(sessions::StoreEntry entry)
     const bool isChange =
         std::holds_alternative<sessions::StateSwitch>(entry) ||
         (record != nullptr && record->kind == std::uint32_t(sessions::RecordKind::Change));
-    m_Writer->put(std::move(entry));
+    std::vector<sessions::StoreEntry> entries;
+    entries.push_back(std::move(entry));
+    // What says that a file is still to be opened goes with what was in it, or it would be there
+    // twice after a crash in between.
     if (isChange)
-        writeStepValues();
+        for (sessions::NamedValue &value : m_Values.changedBySteps())
+            entries.emplace_back(std::move(value));
+    m_Writer->put(std::move(entries));
 }
 
 void LiveStore::writeAll(std::vector<sessions::NamedValue> values)

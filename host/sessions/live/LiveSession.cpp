@@ -121,11 +121,13 @@ std::optional<StoreEntry> LiveSession::next(std::size_t bytes)
         }
         return entry;
     }
-    for (; !m_Waiting.empty(); m_Waiting.pop_front()) {
-        if (std::optional<StoreEntry> entry = m_Waiting.front().next(bytes))
-            return entry;
-    }
-    return std::nullopt;
+    if (m_Waiting.empty())
+        return std::nullopt;
+    std::optional<StoreEntry> entry = m_Waiting.front().next(bytes);
+    // Whoever gets the last one is to see that nothing is left.
+    if (m_Waiting.front().isDone())
+        m_Waiting.pop_front();
+    return entry;
 }
 
 void LiveSession::writeAtOnce(std::size_t bytes)

@@ -25,6 +25,8 @@ public:
 
     // The next entry, of about so many bytes; nothing behind the last one.
     [[nodiscard]] std::optional<StoreEntry> next(std::size_t bytes);
+    // There is none any more.
+    [[nodiscard]] bool isDone() const noexcept { return !m_Change; }
 
 private:
     ObjectStore m_Objects;

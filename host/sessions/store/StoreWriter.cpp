@@ -89,18 +89,27 @@ StoreWriter::~StoreWriter()
 
 void StoreWriter::put(StoreEntry entry)
 {
+    std::vector<StoreEntry> entries;
+    entries.push_back(std::move(entry));
+    put(std::move(entries));
+}
+
+void StoreWriter::put(std::vector<StoreEntry> entries)
+{
     bool isNews = false;
     {
         const std::lock_guard lock(m_Mutex);
-        ++m_Status.handed;
+        m_Status.handed += entries.size();
         if (m_Status.hasGivenUp)
             return;
-        m_WaitingBytes += bytesOf(entry);
         if (!m_NextSince)
             m_NextSince = Clock::now();
         if (!m_Status.waitingSince)
             m_Status.waitingSince = m_NextSince;
-        m_Waiting.push_back(std::move(entry));
+        for (StoreEntry &entry : entries) {
+            m_WaitingBytes += bytesOf(entry);
+            m_Waiting.push_back(std::move(entry));
+        }
         if (m_WaitingBytes > m_Limits.waitingBytes) {
             giveUp();
             isNews = true;

@@ -55,6 +55,8 @@ public:
 
     // Any thread. Entries are written in the order of the calls.
     void put(StoreEntry entry);
+    // All of them or none is on the disk, whatever happens.
+    void put(std::vector<StoreEntry> entries);
     [[nodiscard]] Status status() const;
     // Waits until all that has been handed over so far is on the disk. False when that takes
     // longer, or when entries have been given up.
