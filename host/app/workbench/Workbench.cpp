@@ -22,7 +22,6 @@
 #include "ObjectSpace.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
-#include "OpenDialog.h"
 #include "OpenWindows.h"
 #include "PickedSaving.h"
 #include "PluginParts.h"
@@ -31,7 +30,6 @@
 #include "RecentFiles.h"
 #include "Routes.h"
 #include "SessionCommands.h"
-#include "SessionFile.h"
 #include "Space.h"
 #include "Structure.h"
 #include "SuperposeCommand.h"
@@ -45,7 +43,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QFontMetrics>
 
 #include <algorithm>
 #include <chrono>
@@ -61,57 +58,10 @@ constexpr int kSaveMilliseconds = 2000;
 // Until it is looked again whether a dialog has gone.
 constexpr std::chrono::milliseconds kPause(20);
 
-fs::path toPath(const QString &file)
-{
-    return fs::path(QFile::encodeName(file).toStdString());
-}
-
-std::vector<fs::path> toPaths(const QStringList &files)
-{
-    std::vector<fs::path> paths;
-    std::ranges::transform(files, std::back_inserter(paths), toPath);
-    return paths;
-}
-
-QString toText(const fs::path &file)
-{
-    return QFile::decodeName(QByteArray::fromStdString(file.string()));
-}
-
-// With files of so many bytes the editor is there at once.
-constexpr std::uintmax_t kQuicklyOpened = 4 << 20;
-
-bool areQuicklyOpened(const std::vector<fs::path> &files)
-{
-    std::uintmax_t bytes = 0;
-    for (const fs::path &file : files) {
-        std::error_code error;
-        const std::uintmax_t size = fs::file_size(file, error);
-        bytes += error ? 0 : size;
-    }
-    // A session asks in the workbench's window, and brings windows of its own.
-    return !files.empty() && bytes <= kQuicklyOpened &&
-           std::ranges::none_of(files, sessions::isSessionFile);
-}
-
-// Whatever window comes first, it has a text, and the first one waits for the fonts.
-void prepareFonts()
-{
-    static_cast<void>(QFontMetrics(QApplication::font()).boundingRect(QStringLiteral("x")));
-}
-
 void sayUnlessEmpty(MainWindow &window, const QString &text)
 {
     if (!text.isEmpty())
         window.say(text);
-}
-
-// In which a file is written again. Its ending tells apart what readers do not.
-std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
-{
-    const std::optional<WriteOptions> byEnding = writeOptionsFor(origin.file);
-    const bool isA2m = byEnding && byEnding->format == FileFormat::A2m && origin.format == "a3m";
-    return isA2m ? byEnding : writeOptionsNamed(origin.format);
 }
 
 } // namespace
@@ -311,155 +261,7 @@ void Workbench::installHooks()
             [this](const QString &cause) { tellFailure(cause, {}); });
 }
 
-// ---- Opening and closing
-
-void Workbench::showAndOpen(std::vector<fs::path> files)
-{
-    if (shownWindow() == nullptr && areQuicklyOpened(files) &&
-        !m_Plugins.alignmentViewers().empty()) {
-        m_FirstPlaces->expectWorkbench(MainWindow::firstPlace());
-        m_LateWindow->expect();
-    } else {
-        window().show();
-    }
-    openAtStart(std::move(files));
-    prepareFonts();
-}
-
-void Workbench::openAtStart(std::vector<fs::path> files)
-{
-    QStringList sessionFiles;
-    std::erase_if(files, [&sessionFiles](const fs::path &file) {
-        const bool isSession = sessions::isSessionFile(file);
-        if (isSession)
-            sessionFiles << toText(file);
-        return isSession;
-    });
-    const auto loadOthers = [this](const LoadReport &before, std::vector<fs::path> others) {
-        connect(
-            &m_Loader, &Loader::finished, this,
-            [this, failures = before.failures](LoadReport report) {
-                report.failures.insert(report.failures.begin(), failures.begin(), failures.end());
-                showAtStart(report);
-            },
-            Qt::SingleShotConnection);
-        load(std::move(others));
-    };
-    if (sessionFiles.isEmpty())
-        return loadOthers({}, files);
-    QStringList others;
-    std::ranges::transform(files, std::back_inserter(others), toText);
-    sessions().open(
-        sessionFiles, others,
-        [this, loadOthers](const LoadReport &report, const QStringList &here) {
-            if (here.isEmpty())
-                emit started(report);
-            else
-                loadOthers(report, toPaths(here));
-        },
-        [this] { emit started({}); });
-}
-
-void Workbench::load(std::vector<fs::path> files)
-{
-    m_Arriving.begin(files);
-    if (m_LiveStore != nullptr)
-        m_LiveStore->writeStepValues();
-    m_Loader.open(std::move(files));
-}
-
-void Workbench::showAtStart(const LoadReport &report)
-{
-    QWidget *const editor =
-        report.alignments.empty() ? nullptr : openInEditor(report.alignments.front());
-    if (editor != nullptr)
-        m_LateWindow->showBelow(*editor);
-    else
-        m_LateWindow->showNow();
-    emit started(report);
-}
-
-void Workbench::open(const QStringList &files)
-{
-    QStringList others = files;
-    const QStringList sessionFiles = SessionCommands::takeSessions(others);
-    if (sessionFiles.isEmpty())
-        return load(others);
-    sessions().open(sessionFiles, others, [this](const LoadReport &, const QStringList &here) {
-        if (!here.isEmpty())
-            load(here);
-    });
-}
-
-void Workbench::load(const QStringList &files)
-{
-    load(toPaths(files));
-}
-
-bool Workbench::askAndOpen(QWidget *parent)
-{
-    const QStringList files = askFilesToOpen(parent);
-    open(files);
-    return !files.isEmpty();
-}
-
-void Workbench::filesOpened(const LoadReport &report)
-{
-    m_Arriving.end(report.asked);
-    for (std::size_t i = 0; i < report.structures.size(); ++i)
-        noteOpened(*report.structures[i], report.structureOrigins[i]);
-    for (std::size_t i = 0; i < report.alignments.size(); ++i)
-        noteOpened(*report.alignments[i], report.alignmentOrigins[i]);
-    if (m_LiveStore != nullptr)
-        m_LiveStore->writeStepValues();
-    rememberFiles(report);
-    tellFailures(report);
-    emit opened(report);
-}
-
-// What has just been read is as it is on the disk.
-void Workbench::noteOpened(const Compound &object, const LoadReport::Origin &origin)
-{
-    const std::optional<WriteOptions> options = optionsOf(origin);
-    const bool isStructure = object.Kind() == CompoundKind::Structure;
-    if (options)
-        m_Places.noteOpened(
-            object, {toText(origin.file), *options, origin.isWhole, isStructure, origin.state});
-    else
-        m_History.markSaved(object);
-}
-
-void Workbench::rememberFiles(const LoadReport &report)
-{
-    QStringList files;
-    for (const fs::path &file : report.asked) {
-        if (std::ranges::find(report.read, file) != report.read.end())
-            files << toText(file);
-    }
-    if (files.isEmpty())
-        return;
-    m_RecentFiles->add(files);
-    say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
-                          : tr("Opened %1 files").arg(files.size()));
-}
-
-void Workbench::tellFailures(const LoadReport &report)
-{
-    if (report.failures.empty())
-        return;
-    QStringList lines;
-    for (const FileFailure &failure : report.failures)
-        lines << QString::fromStdString(failure.failure.message());
-    tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
-                                  : tr("%1 files could not be opened.").arg(lines.size()),
-                lines);
-}
-
-void Workbench::tellFailure(const QString &headline, const QStringList &causes)
-{
-    if (m_Attendance == Attendance::User)
-        boxes().show(headline, causes);
-}
+// ---- Closing
 
 void Workbench::closeObjects(const std::vector<Compound *> &objects)
 {
