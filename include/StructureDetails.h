@@ -93,6 +93,15 @@ struct BondDetails
     BondKind kind = BondKind::Covalent;
 };
 
+// Whose atoms, color and selection a residue has.
+struct ResidueSource
+{
+    // Null for a residue without atoms.
+    Compound *chain = nullptr;
+    // chain->Child(child).
+    std::uint32_t child = 0;
+};
+
 // Null and what is no such object give what is empty, or the value of which nothing is said.
 class TAMBO_API StructureDetails
 {
@@ -110,6 +119,8 @@ public:
     // Where the atoms of the table are in a model, 0 for the first; undefined where it lacks one.
     // None for a model that is not there.
     static std::vector<Vertex> modelPositions(const Compound *structure, std::size_t model);
+    // Of each residue of a sequence, which may be tied to residues of loaded chains, or of a chain.
+    static std::vector<ResidueSource> sources(const Compound *sequence);
     static float bFactor(const Compound *atom);
     static float occupancy(const Compound *atom);
 };

@@ -256,6 +256,30 @@ TEST_F(FileDetailsContract, BondsKeepTheirAtomsWhateverTheseAreCalled)
     EXPECT_THAT(bonds(), ElementsAre("CYS77 CA - CYS2 CA 2", "HEM900 N - CYS2 N 3"));
 }
 
+TEST_F(StructureDetailsContract, ResiduesOfAChainAndOfATiedSequenceLeadToTheChain)
+{
+    Compound *const chain = structure->Child(0);
+    const auto own = StructureDetails::sources(chain);
+    ASSERT_THAT(own, SizeIs(3));
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(own[i].chain, chain);
+        EXPECT_EQ(own[i].child, i);
+    }
+    Compound *const sequence = DataMaker::makeSequence("row", "WAGS");
+    for (const TAMBO::ResidueSource &source : StructureDetails::sources(sequence))
+        EXPECT_EQ(source.chain, nullptr);
+    TAMBO::Peptide::from(sequence)->tie(1, *TAMBO::Peptide::from(chain), 0, 3);
+    const auto tied = StructureDetails::sources(sequence);
+    ASSERT_THAT(tied, SizeIs(4));
+    EXPECT_EQ(tied[0].chain, nullptr);
+    for (std::uint32_t i = 1; i < 4; ++i) {
+        EXPECT_EQ(tied[i].chain, chain);
+        EXPECT_EQ(tied[i].child, i - 1);
+    }
+    EXPECT_THAT(StructureDetails::sources(nullptr), IsEmpty());
+    EXPECT_THAT(StructureDetails::sources(structure), IsEmpty());
+}
+
 TEST_F(FileDetailsContract, BondsOfWhatIsGoneAreGone)
 {
     DataMaker::Destroy(structure.Child(0)->Child(2));

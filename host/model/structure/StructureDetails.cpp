@@ -222,6 +222,21 @@ std::vector<Vertex> StructureDetails::modelPositions(const Compound *structure, 
     return result;
 }
 
+std::vector<ResidueSource> StructureDetails::sources(const Compound *sequence)
+{
+    std::vector<ResidueSource> sources;
+    // Nothing is changed through it.
+    const Peptide *const peptide = Peptide::from(const_cast<Compound *>(sequence));
+    for (std::size_t i = 0; peptide != nullptr && i < peptide->residueCount(); ++i) {
+        const ResiduePlace place = peptide->resolve(i);
+        const bool hasAtoms = place.peptide->atomCount(place.index) > 0;
+        sources.push_back(
+            hasAtoms ? ResidueSource{place.peptide, static_cast<std::uint32_t>(place.index)}
+                     : ResidueSource());
+    }
+    return sources;
+}
+
 float StructureDetails::bFactor(const Compound *atom)
 {
     const auto *const found = dynamic_cast<const Atom *>(atom);

@@ -154,6 +154,7 @@ void assignFold(Molecule &molecule)
     std::sort(extended.begin(), extended.end(),
               [](const Extended &a, const Extended &b) { return a.point.x < b.point.x; });
     std::vector<std::vector<bool>> paired;
+    paired.reserve(folds.size());
     for (const RunFolds &fold : folds)
         paired.emplace_back(fold.points().size());
     const float reach = kStrandContact.centre + kStrandContact.width;

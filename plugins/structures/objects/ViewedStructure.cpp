@@ -25,7 +25,7 @@ std::uint32_t mixed(std::uint32_t a, std::uint32_t b, float share) noexcept
     const auto part = [&](unsigned shift) {
         const auto from = float((a >> shift) & 0xffU);
         const auto to = float((b >> shift) & 0xffU);
-        return std::uint32_t(from + (to - from) * share + 0.5F) << shift;
+        return std::uint32_t(std::lrint(from + (to - from) * share)) << shift;
     };
     return part(16) | part(8) | part(0);
 }
@@ -207,6 +207,11 @@ TAMBO::Compound *ViewedStructure::residue(std::uint32_t index) const
     const Source &source = m_Residues[index];
     TAMBO::Compound *const chain = m_Chains[source.chain];
     return chain ? chain->Child(source.child) : nullptr;
+}
+
+std::uint32_t ViewedStructure::childOf(std::uint32_t residue) const
+{
+    return residue < m_Residues.size() ? m_Residues[residue].child : kNone;
 }
 
 TAMBO::Compound *ViewedStructure::atom(std::uint32_t index) const

@@ -58,6 +58,8 @@ public:
     };
     [[nodiscard]] Place placeOf(Pick pick) const noexcept;
     [[nodiscard]] TAMBO::Compound *residue(std::uint32_t index) const;
+    // Where a residue is among the children of its chain.
+    [[nodiscard]] std::uint32_t childOf(std::uint32_t residue) const;
     [[nodiscard]] TAMBO::Compound *atom(std::uint32_t index) const;
     [[nodiscard]] TAMBO::Compound *chain(std::uint32_t index) const;
     // "1PPF, chain E, HIS 57, CA".

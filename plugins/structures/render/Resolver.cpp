@@ -202,7 +202,7 @@ void Resolver::paintOutline(const Coverage &coverage, std::uint32_t color, int r
         const float share = float(most - own) / 255;
         const QRgb before = pixels[x];
         const auto drawn = [share](int value, float wanted) {
-            return int(float(value) + (wanted - float(value)) * share + 0.5F);
+            return int(std::lrint(float(value) + (wanted - float(value)) * share));
         };
         pixels[x] = qRgba(drawn(qRed(before), line.red), drawn(qGreen(before), line.green),
                           drawn(qBlue(before), line.blue), drawn(qAlpha(before), 255));
@@ -270,11 +270,11 @@ void Resolver::paint(const Samples &samples, int perAxis, const Projection &proj
             const float alpha = float(covered) * share;
             const float uncovered = look.isTransparent ? 0 : 1 - alpha;
             const auto mixed = [&](float value, float back) {
-                return int(value * share + back * uncovered + 0.5F);
+                return int(std::lrint(value * share + back * uncovered));
             };
             out[x] = qRgba(mixed(sum.red, ground.red), mixed(sum.green, ground.green),
                            mixed(sum.blue, ground.blue),
-                           look.isTransparent ? int(alpha * 255 + 0.5F) : 255);
+                           look.isTransparent ? int(std::lrint(alpha * 255)) : 255);
         }
         paintOutline(m_Selected, palette.selectedOutline, y, out);
         paintOutline(m_Pointed, palette.pointedOutline, y, out);

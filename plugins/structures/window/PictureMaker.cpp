@@ -50,12 +50,38 @@ void PictureMaker::setPalette(Palette palette)
     stop();
     const bool isOfSameScene = palette.colors.size() == m_Palette.colors.size();
     m_Palette = std::move(palette);
+    m_Marked = 0;
+    markPointed();
     if (!isOfSameScene || image().isNull())
         return;
     if (!m_Shown->recolor(m_Palette))
         drawNow(m_Camera, m_Look, m_Size);
     if (wasDrawing)
         drawWell();
+}
+
+void PictureMaker::point(Pick pick)
+{
+    m_Pointed = pick;
+    // The thread reads the marks.
+    if (isDrawing() || m_Pointed == m_Marked)
+        return;
+    markPointed();
+    if (!image().isNull())
+        m_Shown->recolor(m_Palette);
+}
+
+void PictureMaker::markPointed()
+{
+    const auto mark = [this](Pick pick, bool isPointed) {
+        if (pick == 0 || pick >= m_Palette.marks.size())
+            return;
+        std::uint8_t &marks = m_Palette.marks[pick];
+        marks = std::uint8_t(isPointed ? marks | Palette::kPointed : marks & ~Palette::kPointed);
+    };
+    mark(m_Marked, false);
+    mark(m_Pointed, true);
+    m_Marked = m_Pointed;
 }
 
 PictureRequest PictureMaker::request() const
@@ -119,6 +145,7 @@ void PictureMaker::show(bool isComplete)
     if (!isComplete)
         return;
     m_Shown = &m_Fine;
+    point(m_Pointed);
     emit finished();
 }
 

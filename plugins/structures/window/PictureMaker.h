@@ -26,7 +26,9 @@ public:
     void setScene(std::shared_ptr<const PictureScene> scene);
     // Paints what is shown anew.
     void setPalette(Palette palette);
-    [[nodiscard]] const Palette &palette() const noexcept { return m_Palette; }
+    // What has the outline of what is pointed at; 0 for nothing. Of a picture that is being drawn,
+    // once it is there.
+    void point(Pick pick);
 
     // size: in the pixels of the screen. What is being drawn well is given up.
     void drawNow(const Camera &camera, const Look &look, const QSize &size);
@@ -48,10 +50,14 @@ signals:
 private:
     void stop();
     void show(bool isComplete);
+    void markPointed();
     [[nodiscard]] PictureRequest request() const;
 
     std::shared_ptr<const PictureScene> m_Scene;
     Palette m_Palette;
+    // What is to have the mark, and what has it.
+    Pick m_Pointed = 0;
+    Pick m_Marked = 0;
     Camera m_Camera;
     Look m_Look;
     QSize m_Size;

@@ -68,13 +68,12 @@ void StructureView::setScene(std::shared_ptr<const PictureScene> scene)
     m_Scene = scene;
     m_Maker.setScene(std::move(scene));
     m_Pointed = 0;
+    m_Maker.point(0);
     draw();
 }
 
 void StructureView::setPalette(Palette palette)
 {
-    if (m_Pointed != 0 && m_Pointed < palette.marks.size())
-        palette.marks[m_Pointed] |= Palette::kPointed;
     m_Maker.setPalette(std::move(palette));
     update();
 }
@@ -336,6 +335,8 @@ void StructureView::point(const QPoint &position)
     if (pick == m_Pointed)
         return;
     m_Pointed = pick;
+    m_Maker.point(pick);
+    update();
     emit pointed(pick);
 }
 

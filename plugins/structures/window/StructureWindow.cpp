@@ -266,6 +266,7 @@ void StructureWindow::refreshSoon()
 
 void StructureWindow::refresh()
 {
+    m_Cells.forget();
     const std::size_t before = m_Scene.structures().size();
     const StructureScene::Changes changes = m_Scene.refresh();
     m_List->refresh();
@@ -300,6 +301,11 @@ void StructureWindow::point(Pick pick)
     const auto place = m_Scene.placeOf(pick);
     m_Pointed->setText(place ? QString::fromStdString(place->structure->describe(place->place))
                              : QString());
+    if (!place)
+        return m_Cells.clear();
+    const std::uint32_t residue = place->place.residue;
+    m_Cells.show(place->structure->chain(place->structure->molecule().residues[residue].chain),
+                 place->structure->childOf(residue));
 }
 
 std::vector<TAMBO::Compound *> StructureWindow::stretchTo(const StructureScene::Place &place) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Coloring.h"
+#include "PointedCells.h"
 #include "StructureScene.h"
 #include "StructureView.h"
 
@@ -82,6 +83,7 @@ private:
     StructureView *m_View = nullptr;
     StructureList *m_List = nullptr;
     QLabel *m_Pointed = nullptr;
+    PointedCells m_Cells;
     Coloring m_Coloring = Coloring::Workbench;
     QTimer m_Refresh;
     bool m_HasCamera = false;

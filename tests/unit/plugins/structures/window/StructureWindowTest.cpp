@@ -86,6 +86,16 @@ TEST_F(StructureWindowOfModel, PointingAtAResidueNamesIt)
     EXPECT_TRUE(waitUntil([&] { return label->text().isEmpty(); }));
 }
 
+TEST_F(StructureWindowOfModel, WhatIsPointedAtHasAnOutline)
+{
+    const QPoint place = placeOfResidue(12);
+    const QImage plain = view().picture().copy();
+    QTest::mouseMove(&view(), place);
+    EXPECT_TRUE(waitUntil([&] { return view().picture() != plain; }));
+    QTest::mouseMove(&view(), {1, 1});
+    EXPECT_TRUE(waitUntil([&] { return view().picture() == plain; }));
+}
+
 TEST_F(StructureWindowOfModel, AClickSelectsAndWithCtrlAddsAndTakesAway)
 {
     const QPoint five = placeOfResidue(5);

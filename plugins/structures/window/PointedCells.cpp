@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PointedCells.h"
+
+#include "Alignment.h"
+#include "AlignmentWindow.h"
+#include "CellOverlay.h"
+#include "StructureDetails.h"
+
+#include <QPainter>
+
+namespace structures {
+
+namespace {
+
+constexpr int kThickness = 2;
+
+class CellFrame final : public TAMBO::CellOverlay
+{
+public:
+    CellFrame(TAMBO::AlignmentWindow &window, const TAMBO::CellIndex &cell)
+        : CellOverlay(window, TAMBO::WindowArea::Cells), m_Cell(cell)
+    {
+        repaint(TAMBO::CellBlock::of(cell), kThickness);
+    }
+
+    void paint(QPainter &painter, const TAMBO::AlignmentWindow &window,
+               const TAMBO::OverlayExposure &) override
+    {
+        // To be seen on any color.
+        const QRect cell = window.cellRect(m_Cell);
+        painter.setPen(QPen(Qt::white, kThickness + 2));
+        painter.drawRect(cell);
+        painter.setPen(QPen(Qt::black, kThickness));
+        painter.drawRect(cell);
+    }
+
+private:
+    TAMBO::CellIndex m_Cell;
+};
+
+} // namespace
+
+PointedCells::PointedCells() = default;
+PointedCells::~PointedCells() = default;
+
+const PointedCells::Places &PointedCells::placesIn(const TAMBO::Alignment &alignment)
+{
+    const auto known = m_Known.find(&alignment);
+    if (known != m_Known.end() && known->second.revision == alignment.layoutRevision())
+        return known->second.places;
+    Known &found = m_Known[&alignment];
+    found = {alignment.layoutRevision(), {}};
+    for (unsigned long row = 0; row < alignment.height(); ++row) {
+        if (!alignment.hasPositions(row))
+            continue;
+        const std::vector<TAMBO::ResidueSource> sources =
+            TAMBO::StructureDetails::sources(alignment.GetSeq(row));
+        for (std::size_t i = 0; i < sources.size(); ++i)
+            if (sources[i].chain != nullptr)
+                found.places.emplace(Residue(sources[i].chain, sources[i].child), Place(row, i));
+    }
+    return found.places;
+}
+
+void PointedCells::show(const TAMBO::Compound *chain, std::uint32_t child)
+{
+    if (m_Shown == Residue(chain, child))
+        return;
+    clear();
+    m_Shown = {chain, child};
+    for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All()) {
+        const TAMBO::Alignment *const alignment = window->alignment();
+        if (alignment == nullptr)
+            continue;
+        const auto [begin, end] = placesIn(*alignment).equal_range(m_Shown);
+        for (auto place = begin; place != end; ++place) {
+            const auto [row, residue] = place->second;
+            const unsigned long column = alignment->columnOfResidue(row, residue);
+            if (row < window->rows() && column < window->columns())
+                m_Frames.push_back(
+                    std::make_unique<CellFrame>(*window, TAMBO::CellIndex{row, column}));
+        }
+    }
+}
+
+void PointedCells::clear()
+{
+    m_Frames.clear();
+    m_Shown = {nullptr, 0};
+}
+
+void PointedCells::forget()
+{
+    clear();
+    m_Known.clear();
+}
+
+} // namespace structures

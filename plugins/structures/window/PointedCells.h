@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace TAMBO {
+class Alignment;
+class CellOverlay;
+class Compound;
+} // namespace TAMBO
+
+namespace structures {
+
+// Frames around the cells of one residue, in all alignment windows that have it.
+class PointedCells
+{
+public:
+    PointedCells();
+    ~PointedCells();
+    PointedCells(const PointedCells &) = delete;
+    PointedCells &operator=(const PointedCells &) = delete;
+
+    // Of the child of a chain; in place of what was framed before.
+    void show(const TAMBO::Compound *chain, std::uint32_t child);
+    void clear();
+    // Rows, ties or objects may be others than before.
+    void forget();
+
+private:
+    using Residue = std::pair<const TAMBO::Compound *, std::uint32_t>;
+    // A row, and which of its residues.
+    using Place = std::pair<unsigned long, unsigned long>;
+    using Places = std::multimap<Residue, Place>;
+
+    [[nodiscard]] const Places &placesIn(const TAMBO::Alignment &alignment);
+
+    struct Known
+    {
+        unsigned long revision;
+        Places places;
+    };
+    // Found when somebody first points at something.
+    std::map<const TAMBO::Alignment *, Known> m_Known;
+    Residue m_Shown{nullptr, 0};
+    std::vector<std::unique_ptr<TAMBO::CellOverlay>> m_Frames;
+};
+
+} // namespace structures
