@@ -6,6 +6,9 @@
 #include "ObjectMarks.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <typeinfo>
 
 namespace TAMBO {
 
@@ -18,14 +21,28 @@ constexpr std::uint32_t kMostRestored = ~std::uint32_t(0) / 2;
 
 } // namespace
 
-StoredObject *StoredObject::from(Compound *object) noexcept
-{
-    return dynamic_cast<StoredObject *>(object);
-}
-
+// Of a million objects nearly all are of one class, and in each of these the part that is asked for
+// stands at the same place; a cast would search all bases of the class again.
 const StoredObject *StoredObject::from(const Compound *object) noexcept
 {
-    return dynamic_cast<const StoredObject *>(object);
+    thread_local const std::type_info *lastClass = nullptr;
+    thread_local std::optional<std::ptrdiff_t> lastPlace;
+    if (object == nullptr)
+        return nullptr;
+    const auto *const begin = reinterpret_cast<const std::byte *>(object);
+    if (&typeid(*object) != lastClass) {
+        const auto *const stored = dynamic_cast<const StoredObject *>(object);
+        lastClass = &typeid(*object);
+        lastPlace.reset();
+        if (stored != nullptr)
+            lastPlace = reinterpret_cast<const std::byte *>(stored) - begin;
+    }
+    return lastPlace ? reinterpret_cast<const StoredObject *>(begin + *lastPlace) : nullptr;
+}
+
+StoredObject *StoredObject::from(Compound *object) noexcept
+{
+    return const_cast<StoredObject *>(from(static_cast<const Compound *>(object)));
 }
 
 StoredObject::~StoredObject() = default;

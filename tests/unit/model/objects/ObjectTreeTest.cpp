@@ -9,6 +9,7 @@
 #include "ObjectOperations.h"
 #include "ResidueGroup.h"
 #include "SelectionColor.h"
+#include "StoredObject.h"
 
 #include <gmock/gmock.h>
 
@@ -155,6 +156,32 @@ TEST_F(ObjectTreeTest, GetPeptidesWithoutRecursionLooksAtDirectChildrenOnly)
     out.clear();
     TAMBO::GetPeptides(loaded, out, false);
     EXPECT_THAT(out, ElementsAre(loaded->chain(0), loaded->chain(1)));
+}
+
+TEST_F(ObjectTreeTest, StoredPartIsFoundInWhateverOrderTheKindsCome)
+{
+    TAMBO::Peptide &free = peptide("free", "AAA");
+    TAMBO::Alignment *const alignment = TAMBO::DataMaker::makeAlignment("SeqAli", {&free});
+    TAMBO::Peptide &chain = *loaded->chain(0);
+    const std::vector<TAMBO::Compound *> stored{&space(),        loaded, &chain,
+                                                chain.object(0), &free,  alignment};
+    const std::vector<TAMBO::Compound *> handles{nullptr, free.Child(0), chain.Child(0),
+                                                 chain.Child(0)->Child(0)};
+    const auto expectFound = [](TAMBO::Compound *object) {
+        TAMBO::StoredObject *const found = TAMBO::StoredObject::from(object);
+        ASSERT_NE(found, nullptr) << object->GetFQName();
+        EXPECT_EQ(&found->asCompound(), object);
+    };
+    for (TAMBO::Compound *const object : stored) {
+        for (TAMBO::Compound *const other : stored) {
+            expectFound(object);
+            expectFound(other);
+        }
+        for (TAMBO::Compound *const handle : handles) {
+            EXPECT_EQ(TAMBO::StoredObject::from(handle), nullptr);
+            expectFound(object);
+        }
+    }
 }
 
 TEST_F(ObjectTreeTest, NullRootGivesNothing)
