@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ObjectRows.h"
 
+#include "LongWork.h"
 #include "Peptide.h"
 #include "PointerSet.h"
 
@@ -181,18 +182,29 @@ void ObjectRows::matchRows(Row &row, std::size_t first, const Children &wanted, 
     }
 }
 
+std::unique_ptr<ObjectRows::Row> ObjectRows::makeRow(Row &parent, Compound *object)
+{
+    auto made = std::make_unique<Row>();
+    made->object = object;
+    made->parent = &parent;
+    if (object == nullptr)
+        m_Sequences = made.get();
+    made->known = childCount(*made);
+    return made;
+}
+
 void ObjectRows::addRows(Row &row, std::size_t at, const Children &objects)
 {
     std::vector<std::unique_ptr<Row>> fresh;
-    for (Compound *object : objects) {
-        auto &made = fresh.emplace_back(std::make_unique<Row>());
-        made->object = object;
-        made->parent = &row;
-        if (object == nullptr)
-            m_Sequences = made.get();
-        made->known = childCount(*made);
-    }
-    m_Listener.aboutToInsert(row, at, at + objects.size());
+    fresh.reserve(objects.size());
+    for (Compound *const object : objects)
+        fresh.push_back(makeRow(row, object));
+    insertRows(row, at, std::move(fresh));
+}
+
+void ObjectRows::insertRows(Row &row, std::size_t at, std::vector<std::unique_ptr<Row>> fresh)
+{
+    m_Listener.aboutToInsert(row, at, at + fresh.size());
     row.rows.insert(row.rows.begin() + std::ptrdiff_t(at), std::make_move_iterator(fresh.begin()),
                     std::make_move_iterator(fresh.end()));
     row.renumber(at);
@@ -242,19 +254,24 @@ bool ObjectRows::canFetchMore(const Row &row) const noexcept
 void ObjectRows::fetchMore(Row &row)
 {
     const std::size_t at = row.rows.size();
-    fetchTo(row, std::min(row.known, at + std::max(kBatch, at)));
+    m_IsMatching = true;
+    addRows(row, at, children(row, at, std::min(row.known, at + std::max(kBatch, at))));
+    m_IsMatching = false;
 }
 
 void ObjectRows::fetchAll(Row &row)
 {
-    fetchTo(row, row.known);
-}
-
-void ObjectRows::fetchTo(Row &row, std::size_t end)
-{
     const std::size_t at = row.rows.size();
     m_IsMatching = true;
-    addRows(row, at, children(row, at, end));
+    // No object comes or goes during long work.
+    LongWork work("Listing", row.known - at, LongWork::Kind::Fixed);
+    std::vector<std::unique_ptr<Row>> fresh;
+    fresh.reserve(row.known - at);
+    for (std::size_t i = at; i < row.known; ++i) {
+        static_cast<void>(work.goesOn());
+        fresh.push_back(makeRow(row, child(row, i)));
+    }
+    insertRows(row, at, std::move(fresh));
     m_IsMatching = false;
 }
 

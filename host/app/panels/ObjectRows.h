@@ -75,7 +75,8 @@ private:
     void synchronise(Row &row);
     void matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count);
     void removeGone(Row &row, std::size_t first, const Children &wanted);
-    void fetchTo(Row &row, std::size_t end);
+    [[nodiscard]] std::unique_ptr<Row> makeRow(Row &parent, Compound *object);
+    void insertRows(Row &row, std::size_t at, std::vector<std::unique_ptr<Row>> fresh);
     void addRows(Row &row, std::size_t at, const Children &objects);
     void moveRow(Row &row, std::size_t from, std::size_t to);
 

@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "Hooks.h"
 #include "ObjectCommands.h"
 #include "ObjectOperations.h"
 #include "ObjectTreeModel.h"
@@ -160,6 +161,20 @@ TEST_F(ObjectTreeTest, AllIsPickedInFewRangesInTheOrderOfTheRows)
     EXPECT_TRUE(m_Tree.selectionModel()->isRowSelected(1));
     m_Tree.clearSelection();
     EXPECT_TRUE(m_Tree.pickedObjects().empty());
+}
+
+TEST_F(ObjectTreeTest, PickingAllOfManyRowsShowsHowFarItIs)
+{
+    alignment("family", std::vector<std::string>(1000, "AC"));
+    m_Tree.expand(m_Model.sequencesIndex());
+    std::vector<std::string> told;
+    modelHooks().working = [&](const char *what, double, bool) {
+        told.emplace_back(what);
+        return true;
+    };
+    m_Tree.selectAll();
+    modelHooks().working = nullptr;
+    EXPECT_EQ(told, (std::vector<std::string>{"Listing", "Selecting"}));
 }
 
 TEST_F(ObjectTreeTest, WhatIsFoldedIsNotPickedWithAll)
