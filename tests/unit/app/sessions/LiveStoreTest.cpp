@@ -64,7 +64,10 @@ protected:
             const auto ending = name.indexOf(QStringLiteral(".session"));
             if (ending < 0)
                 continue;
-            EXPECT_TRUE(QFile::copy(folder() + u'/' + name, copy + name.mid(ending + 8)));
+            // A store that is still at work may have taken one away meanwhile.
+            if (!QFile::copy(folder() + u'/' + name, copy + name.mid(ending + 8))) {
+                EXPECT_FALSE(QFile::exists(folder() + u'/' + name)) << name.toStdString();
+            }
         }
         return copy;
     }
