@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace structures {
 
@@ -32,7 +33,12 @@ StructureScene::StructureScene(std::function<void()> changed) : m_Changed(std::m
 
 StructureScene::Changes StructureScene::refresh()
 {
-    Changes changes;
+    read();
+    return std::exchange(m_Changes, {});
+}
+
+void StructureScene::read()
+{
     const std::vector<TAMBO::Compound *> loaded = loadedStructures();
     std::vector<std::unique_ptr<ViewedStructure>> structures;
     for (TAMBO::Compound *const object : loaded) {
@@ -40,18 +46,17 @@ StructureScene::Changes StructureScene::refresh()
             std::find_if(m_Structures.begin(), m_Structures.end(),
                          [object](const auto &own) { return own && own->object() == object; });
         if (known != m_Structures.end()) {
-            changes.places = (*known)->update() || changes.places;
+            m_Changes.places = (*known)->update() || m_Changes.places;
             structures.push_back(std::move(*known));
         } else {
             structures.push_back(std::make_unique<ViewedStructure>(*object));
-            changes.structures = true;
+            m_Changes.structures = true;
         }
     }
-    changes.structures = changes.structures || structures.size() != m_Structures.size();
+    m_Changes.structures = m_Changes.structures || structures.size() != m_Structures.size();
     if (m_Structures.empty() && !structures.empty())
         m_Origin = structures.front()->molecule().centre;
     m_Structures = std::move(structures);
-    return changes;
 }
 
 Pick StructureScene::firstPickOf(const ViewedStructure &structure) const noexcept
@@ -152,7 +157,7 @@ void StructureScene::commAdd()
 void StructureScene::commDelete()
 {
     // Nothing that has gone may be asked any more, be it a structure or one of its chains.
-    refresh();
+    read();
     m_Changed();
 }
 

@@ -29,6 +29,7 @@ public:
         // Other atoms, or other places of them.
         bool places = false;
     };
+    // What is other than at the last call.
     Changes refresh();
 
     [[nodiscard]] const std::vector<std::unique_ptr<ViewedStructure>> &structures() const noexcept
@@ -59,7 +60,10 @@ public:
     void commDelete() override;
 
 private:
+    void read();
+
     std::function<void()> m_Changed;
+    Changes m_Changes;
     std::vector<std::unique_ptr<ViewedStructure>> m_Structures;
     Vec3 m_Origin;
 };

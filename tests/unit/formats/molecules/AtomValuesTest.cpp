@@ -78,12 +78,12 @@ INSTANTIATE_TEST_SUITE_P(AtomValues, AtomsOfBothForms,
 // As the lines of the files have them.
 TEST(AtomValues, OfFilesAreThoseOfTheirLines)
 {
-    const AtomRecord &sulfur = atomOf(structureOf("lysozyme_1aki.pdb"), "A", "6", "SG");
+    const AtomRecord sulfur = atomOf(structureOf("lysozyme_1aki.pdb"), "A", "6", "SG");
     EXPECT_EQ(sulfur.bFactor, 18.61F);
     EXPECT_EQ(sulfur.occupancy, 1);
     EXPECT_EQ(sulfur.element, "S");
     // Of two alternatives the one that is there more often.
-    const AtomRecord &hydrogen = atomOf(structureOf("altlocs_crambin_1ejg.pdb"), "A", "1", "H1");
+    const AtomRecord hydrogen = atomOf(structureOf("altlocs_crambin_1ejg.pdb"), "A", "1", "H1");
     EXPECT_EQ(hydrogen.bFactor, 6.68F);
     EXPECT_EQ(hydrogen.occupancy, 0.82F);
 }

@@ -97,6 +97,9 @@ TEST_F(StructureSceneOfModel, AnotherStructureIsSeenAndADeletedOneIsLetGoAtOnce)
     }
     ASSERT_EQ(m_Scene.structures().size(), 1U);
     EXPECT_EQ(shown().object(), other);
+    // Whoever draws is told once.
+    EXPECT_TRUE(m_Scene.refresh().structures);
+    EXPECT_FALSE(m_Scene.refresh().structures);
 }
 
 TEST_F(StructureSceneOfModel, AStructureWithoutElementsGetsThoseOfItsTrace)
