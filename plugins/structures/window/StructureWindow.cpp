@@ -270,7 +270,6 @@ void StructureWindow::refresh()
     const std::size_t before = m_Scene.structures().size();
     const StructureScene::Changes changes = m_Scene.refresh();
     m_List->refresh();
-    // A deletion has been noticed already when it was published.
     if (changes.structures || changes.places)
         showScene();
     else
