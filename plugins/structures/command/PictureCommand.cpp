@@ -22,8 +22,6 @@ constexpr int kWrongCall = 2;
 constexpr int kBadFile = 1;
 constexpr int kMostPixels = 20000;
 constexpr QSize kSize(1600, 1200);
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kDark = 0x101418;
 
 const QHash<QString, Style> kStyles{{"cartoon", Style::Cartoon},
                                     {"trace", Style::Trace},
@@ -122,7 +120,8 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
     }
     const auto coloring = chosen(parser, "color", kColorings, error);
     const auto view = coloring ? chosen(parser, "view", views(), error) : std::nullopt;
-    const QHash<QString, std::uint32_t> grounds{{"white", kWhite}, {"dark", kDark}, {"none", 0}};
+    const QHash<QString, std::uint32_t> grounds{
+        {"white", kWhiteGround}, {"dark", kDarkGround}, {"none", 0}};
     const auto ground = view ? chosen(parser, "ground", grounds, error) : std::nullopt;
     if (!ground)
         return std::nullopt;

@@ -5,11 +5,15 @@
 
 namespace structures {
 
+// Grounds, 0xRRGGBB.
+inline constexpr std::uint32_t kWhiteGround = 0xffffff;
+inline constexpr std::uint32_t kDarkGround = 0x101418;
+
 // How a picture is made of what is seen.
 struct Look
 {
     // 0xRRGGBB.
-    std::uint32_t background = 0xffffff;
+    std::uint32_t background = kWhiteGround;
     // Nothing but shapes is painted.
     bool isTransparent = false;
     // What is far away fades into the background.

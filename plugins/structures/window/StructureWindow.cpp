@@ -29,8 +29,6 @@ namespace {
 QList<StructureWindow *> s_Windows;
 
 constexpr const char *kHelp = "structures.html";
-constexpr std::uint32_t kWhite = 0xffffff;
-constexpr std::uint32_t kDark = 0x101418;
 // Angstrom, around atoms that are in the middle of what is to be seen.
 constexpr float kAround = 6;
 // Half of the slab of what is in front of and behind the middle.
@@ -226,7 +224,7 @@ void StructureWindow::addViewMenu()
     toggle(tr("Sh&adows"), Qt::Key_W, first.hasShadows, look(&Look::hasShadows));
     toggle(tr("Dark &Ground"), Qt::Key_G, false, [this](bool on) {
         Look changed = m_View->look();
-        changed.background = on ? kDark : kWhite;
+        changed.background = on ? kDarkGround : kWhiteGround;
         m_View->setLook(changed);
     });
 }
