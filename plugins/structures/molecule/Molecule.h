@@ -56,8 +56,6 @@ struct MoleculeResidue
     std::uint32_t tracePoint = kNone;
     // O of the peptide bond.
     std::uint32_t carbonylOxygen = kNone;
-    // Of the workbench's sequence number, without its letter.
-    int number = 0;
 };
 
 struct MoleculeChain

@@ -95,7 +95,6 @@ private:
         MoleculeResidue residue;
         residue.firstAtom = std::uint32_t(m_Molecule.atoms.size());
         residue.chain = std::uint32_t(m_Molecule.chains.size() - 1);
-        residue.number = details.number;
         residue.fold = foldOf(details.element);
         const auto index = std::uint32_t(m_Molecule.residues.size());
         std::uint32_t phosphorus = kNone;

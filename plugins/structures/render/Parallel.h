@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -21,8 +22,12 @@ template <typename Work> void inParallel(std::size_t count, const Work &work)
             work(i);
     };
     std::vector<std::jthread> others;
-    for (std::size_t i = 1; i < threads; ++i)
-        others.emplace_back(run);
+    try {
+        for (std::size_t i = 1; i < threads; ++i)
+            others.emplace_back(run);
+    } catch (const std::system_error &) {
+        // Then there are fewer.
+    }
     run();
 }
 

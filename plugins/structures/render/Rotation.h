@@ -29,14 +29,7 @@ public:
         const float sine = std::sin(angle / 2);
         return Rotation(std::cos(angle / 2), unit * sine);
     }
-    // Of four numbers, the first of them the real part; nothing is turned by zeros.
-    [[nodiscard]] static Rotation of(const std::array<float, 4> &numbers) noexcept
-    {
-        Rotation rotation(numbers[0], {numbers[1], numbers[2], numbers[3]});
-        rotation.normalize();
-        return rotation;
-    }
-
+    // The real part first.
     [[nodiscard]] std::array<float, 4> numbers() const noexcept
     {
         return {m_Real, m_Axis.x, m_Axis.y, m_Axis.z};

@@ -24,11 +24,6 @@ StructureList::StructureList(StructureScene &scene, QWidget *parent)
     setHeaderHidden(true);
     setUniformRowHeights(true);
     connect(this, &QTreeWidget::itemChanged, this, &StructureList::take);
-    connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *item) {
-        QTreeWidgetItem *const parent = item->parent();
-        emit chosen(std::size_t(indexOfTopLevelItem(parent ? parent : item)),
-                    parent ? parent->indexOfChild(item) : -1);
-    });
 }
 
 void StructureList::refresh()

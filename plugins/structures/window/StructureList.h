@@ -21,8 +21,6 @@ public:
 signals:
     // Others are to be seen than before.
     void changed();
-    // The user wants to look at a structure, or at one of its chains.
-    void chosen(std::size_t structure, int chain);
 
 private:
     void take(QTreeWidgetItem *item);

@@ -93,7 +93,6 @@ private:
 
     QMenu *m_StyleMenu = nullptr;
     QMenu *m_ColorMenu = nullptr;
-    QAction *m_SideChains = nullptr;
     QAction *m_Reset = nullptr;
     QAction *m_Centre = nullptr;
     QActionGroup *m_Colorings = nullptr;

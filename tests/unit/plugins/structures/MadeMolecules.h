@@ -27,7 +27,6 @@ inline structures::Molecule chainThrough(const std::vector<structures::Vec3> &po
         residue.firstAtom = i;
         residue.atomCount = 1;
         residue.tracePoint = i;
-        residue.number = int(i) + 1;
         molecule.residues.push_back(residue);
     }
     return molecule;

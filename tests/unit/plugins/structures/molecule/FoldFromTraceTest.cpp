@@ -27,14 +27,15 @@ TEST(FoldFromTrace, AHelixIsOneButForItsEnds)
     EXPECT_EQ(molecule.residues[1].fold, Fold::Helix);
 }
 
-TEST(FoldFromTrace, ALeftHandedOneIsNone)
+// The angles of a turn tell hands apart, the distances do not: only the last residue needs them.
+TEST(FoldFromTrace, ALeftHandedHelixIsToldByItsDistances)
 {
     std::vector<Vec3> points = MadeMolecules::helix(14);
     for (Vec3 &point : points)
         point.x = -point.x;
     Molecule molecule = MadeMolecules::chainThrough(points);
-    // Distances alone do not tell hands apart; they are those of a helix.
     assignFold(molecule);
+    EXPECT_EQ(countOf(molecule, Fold::Helix), 11);
     EXPECT_EQ(countOf(molecule, Fold::Strand), 0);
 }
 
