@@ -42,17 +42,17 @@ void PictureMaker::setScene(std::shared_ptr<const PictureScene> scene)
     stop();
     m_Scene = std::move(scene);
     m_Effort = Effort::Full;
+    m_IsStale = true;
 }
 
 void PictureMaker::setPalette(Palette palette)
 {
     const bool wasDrawing = isDrawing();
     stop();
-    const bool isOfSameScene = palette.colors.size() == m_Palette.colors.size();
     m_Palette = std::move(palette);
     m_Marked = 0;
     markPointed();
-    if (!isOfSameScene || image().isNull())
+    if (m_IsStale)
         return;
     if (!m_Shown->recolor(m_Palette))
         drawNow(m_Camera, m_Look, m_Size);
@@ -67,7 +67,7 @@ void PictureMaker::point(Pick pick)
     if (isDrawing() || m_Pointed == m_Marked)
         return;
     markPointed();
-    if (!image().isNull())
+    if (!m_IsStale)
         m_Shown->recolor(m_Palette);
 }
 
@@ -111,6 +111,7 @@ void PictureMaker::drawNow(const Camera &camera, const Look &look, const QSize &
     timer.start();
     m_Quick.draw(quick, m_Palette);
     m_Shown = &m_Quick;
+    m_IsStale = false;
     if (timer.elapsed() > kLongest && m_Effort != Effort::Half)
         m_Effort = m_Effort == Effort::Full ? Effort::Coarse : Effort::Half;
 }

@@ -23,8 +23,9 @@ public:
     explicit PictureMaker(QObject *parent);
     ~PictureMaker() override;
 
+    // With its own palette, and drawNow() behind it.
     void setScene(std::shared_ptr<const PictureScene> scene);
-    // Paints what is shown anew.
+    // Paints what is shown anew, unless it is of another scene.
     void setPalette(Palette palette);
     // What has the outline of what is pointed at; 0 for nothing. Of a picture that is being drawn,
     // once it is there.
@@ -67,6 +68,8 @@ private:
     Renderer m_Quick;
     Renderer m_Fine;
     Renderer *m_Shown = &m_Quick;
+    // There is no picture of the scene yet: its picks are those of another one.
+    bool m_IsStale = true;
     std::thread m_Thread;
     std::atomic<bool> m_Stop = false;
     // Which of the threads has ended: what one of before says means nothing.

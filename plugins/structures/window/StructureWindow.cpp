@@ -280,8 +280,8 @@ void StructureWindow::refresh()
 void StructureWindow::showScene()
 {
     const std::shared_ptr<const PictureScene> scene = m_Scene.picture();
-    m_View->setPalette(m_Scene.palette(m_Coloring));
     m_View->setScene(scene);
+    showPalette();
     if (!m_HasCamera && !scene->parts.empty()) {
         m_HasCamera = true;
         m_View->setCamera(m_View->wholeCamera());
