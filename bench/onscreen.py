@@ -10,6 +10,7 @@ import mmap
 import os
 import pathlib
 import re
+import shutil
 import signal
 import statistics
 import struct
@@ -34,7 +35,14 @@ RULES = ('<openbox_config xmlns="http://openbox.org/3.4/rc"><applications>'
 
 
 class Failed(Exception):
-    """The program ended, or took longer or more memory than it was given."""
+    """The program ended, or took longer or more memory than it was given.
+
+    seen: what there was to be seen of it then, in lines.
+    """
+
+    def __init__(self, cause, seen=""):
+        super().__init__(cause)
+        self.seen = seen
 
 
 def family(process):
@@ -80,6 +88,20 @@ def memory(processes, entry):
     return largest
 
 
+def stacks(process):
+    """Where each thread of a process is, if there is a debugger that can tell."""
+    if shutil.which("gdb") is None:
+        return "no gdb to tell where it is"
+    try:
+        found = subprocess.run(["gdb", "-p", str(process), "-batch", "-ex",
+                                "thread apply all bt 25"],
+                               capture_output=True, text=True, timeout=60)
+    except (OSError, subprocess.TimeoutExpired):
+        return "gdb does not tell where it is"
+    return "\n".join(line[:160] for line in found.stdout.splitlines()
+                     if line.startswith(("#", "Thread ")))
+
+
 class Screen:
     """A virtual screen with a window manager that makes each window as large as the screen."""
 
@@ -101,15 +123,28 @@ class Screen:
         self.seen = self.pixels.copy()
         rules = pathlib.Path(folder, "rules.xml")
         rules.write_text(RULES)
-        self.manager = subprocess.Popen(["openbox", "--config-file", rules],
-                                        env=dict(os.environ, DISPLAY=self.name),
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # It says that it is there before it has read its settings, and a window that is to be shown
+        # in between is forgotten for ever. This comes when it waits for windows.
+        ready = pathlib.Path(folder, "ready")
+        self.manager = subprocess.Popen(
+            ["openbox", "--sm-disable", "--config-file", rules, "--startup", f"touch '{ready}'"],
+            env=dict(os.environ, DISPLAY=self.name), stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
         self.display = display.Display(self.name)
+        try:
+            self._wait_until(ready.exists, "no window manager")
+        except Failed:
+            self.close()
+            raise
+
+    def _wait_until(self, is_over, otherwise):
         deadline = time.monotonic() + 60
-        while not self._property("_NET_SUPPORTING_WM_CHECK"):
+        while not is_over():
+            if self.manager.poll() is not None:
+                raise Failed(f"the window manager ended with {self.manager.returncode}")
             if time.monotonic() > deadline:
-                raise Failed("no window manager")
-            time.sleep(0.01)
+                raise Failed(otherwise)
+            time.sleep(0.005)
 
     def close(self):
         self.display.close()
@@ -142,6 +177,27 @@ class Screen:
             except Exception:  # It has gone meanwhile.
                 continue
         return None
+
+    def windows(self):
+        """All windows that stand on the screen, in lines, and which of them are managed."""
+        managed = self._property("_NET_CLIENT_LIST")
+        lines = []
+        for window in self.display.screen().root.query_tree().children:
+            try:
+                if window.get_attributes().map_state != X.IsUnmapped:
+                    lines.append(self._described(window, managed))
+                    lines += ["  in it " + self._described(inner, managed)
+                              for inner in window.query_tree().children if inner.id in managed]
+            except Exception:  # It has gone meanwhile.
+                continue
+        return [f"{len(managed)} managed windows; from the lowest to the highest:"] + lines
+
+    @staticmethod
+    def _described(window, managed):
+        size = window.get_geometry()
+        return (f"{window.id:#x} {size.width} x {size.height} + {size.x},{size.y}, "
+                f"{'managed' if window.id in managed else 'not managed'}, "
+                f"{window.get_wm_name()!r}")
 
     def activate(self, window):
         atom = self.display.intern_atom("_NET_ACTIVE_WINDOW")
@@ -181,6 +237,8 @@ class Program:
         self.changes = []
         self.screen = Screen(self.folder.name)
         self.process = None
+        # What the program has to say.
+        self.output = pathlib.Path(self.folder.name, "output.txt")
         self.environment = dict(os.environ, DISPLAY=self.screen.name, HOME=self.folder.name,
                                 XDG_RUNTIME_DIR=self.folder.name, QT_QPA_PLATFORM="xcb",
                                 **(settings or {}))
@@ -198,6 +256,27 @@ class Program:
             self.process.wait()
         self.screen.close()
         self.folder.cleanup()
+
+    def seen(self, waited):
+        """What there is to be seen of the program, in lines, of use when it does not come."""
+        lines = [" ".join(map(str, self.command)), f"waited {waited}"]
+        lines += ["large changes of the screen after "
+                  f"{[round(change, 3) for change in self.changes]} s"]
+        for name, process in (("X server", self.screen.server),
+                              ("window manager", self.screen.manager)):
+            if process.poll() is not None:
+                lines.append(f"the {name} ended with {process.returncode}")
+        processes = family(self.process.pid)
+        used = processor_time(processes)
+        time.sleep(1)
+        lines.append(f"used {used:.2f} s of processor, {processor_time(processes) - used:.2f} s of "
+                     f"it in the last second; {self.screen.changed()} pixels changed in it")
+        if self.screen.server.poll() is None:
+            lines += self.screen.windows()
+        for process in processes:
+            lines += [f"process {process}:", stacks(process)]
+        lines += ["its last words:"] + self.output.read_text(errors="replace").splitlines()[-20:]
+        return "\n".join(lines)
 
     def rest(self, seconds, look=None, rest=REST):
         """Waits until the program is at rest; calls look() at each change of the screen."""
@@ -219,7 +298,7 @@ class Program:
                     return
                 began, used = now, None
             if now > deadline:
-                raise Failed(f"not in {seconds} s")
+                raise Failed(f"not at rest in {seconds} s", self.seen("until it is at rest"))
             if self.process.poll() is not None:
                 raise Failed(f"ended with {self.process.returncode}")
             time.sleep(ANSWERING)
@@ -231,9 +310,10 @@ class Program:
         """
         self.screen.changed()
         start = time.perf_counter()
-        self.process = subprocess.Popen(self.command, env=self.environment, cwd=self.folder.name,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                        start_new_session=True)
+        with open(self.output, "wb") as output:
+            self.process = subprocess.Popen(self.command, env=self.environment,
+                                            cwd=self.folder.name, stdout=output, stderr=output,
+                                            start_new_session=True)
         drawn, window = None, None
         still, used, looked = start, 0.0, start
         while True:
@@ -251,7 +331,10 @@ class Program:
                 if window is None:
                     window = self.screen.window(self.title)
                 if self.process.poll() is not None:
-                    raise Failed(f"ended with {self.process.returncode}")
+                    raise Failed(f"ended with {self.process.returncode}",
+                                 self.output.read_text(errors="replace"))
+                if self.screen.manager.poll() is not None:
+                    raise Failed("the window manager ended", self.seen("for the first window"))
                 if memory(processes, "VmRSS") > most_memory:
                     raise Failed(f"over {most_memory} MiB")
                 if used is None:
@@ -262,7 +345,10 @@ class Program:
                         break
                     still, used = now, spent
             if now - start > seconds:
-                raise Failed(f"not in {seconds} s")
+                lacking = ("something on the screen" if not drawn else
+                           f"a window named {self.title!r}" if window is None else
+                           f"a rest of {still_for} s")
+                raise Failed(f"not in {seconds} s", self.seen(f"for {lacking}"))
             time.sleep(STARTING)
         self.screen.activate(window)
         self.rest(seconds)

@@ -83,6 +83,7 @@ def run(peer, file, arguments, with_edits, measured):
                     measured.undo_processor.append(processor)
     except Failed as failure:
         measured.failure = str(failure)
+        print(f"{peer.name} {file.name}: {failure}\n{failure.seen}", file=sys.stderr)
 
 
 def cell(measured):

@@ -52,7 +52,7 @@ def main():
                                              arguments)
                         found[name].append((first, drawn, empty, drawn - empty))
             except Failed as failure:
-                sys.exit(f"start: {failure}")
+                sys.exit(f"start: {failure}\n{failure.seen}")
             for name, values in found.items():
                 print(f"| {int(rows):,} x {int(columns):,} | {name} | " +
                       " | ".join(f"{median(list(column)):.0f} ms" for column in zip(*values)) +
