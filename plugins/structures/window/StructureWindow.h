@@ -2,9 +2,11 @@
 #pragma once
 
 #include "Coloring.h"
-#include "PointedCells.h"
+#include "PictureExport.h"
+#include "SelectionTool.h"
 #include "StructureScene.h"
 #include "StructureView.h"
+#include "StyleCommands.h"
 
 #include "BaseWindow.h"
 
@@ -12,16 +14,13 @@
 #include <QTimer>
 
 #include <optional>
-#include <vector>
 
-class QAction;
-class QActionGroup;
 class QLabel;
-class QMenu;
 
 namespace structures {
 
 class StructureList;
+class WindowMenus;
 
 // A window with one view of the structures that are loaded.
 class StructureWindow final : public BaseWindow
@@ -42,60 +41,26 @@ public:
 
 private:
     StructureWindow();
-    void addMenus();
-    void addFileMenu();
-    void addSelectMenu();
-    void addShowMenu();
-    void addStyleMenu();
-    void addColorMenu();
-    void addViewMenu();
-    void addToolBar();
-    QAction *addAction(QMenu *menu, const QString &text, const QKeySequence &keys,
-                       const std::function<void()> &done);
 
     // Looks at the workbench again, from the event loop.
     void refreshSoon();
     void refresh();
     void showScene();
     void showPalette();
-
-    void point(Pick pick);
-    void click(Pick pick, Qt::KeyboardModifiers modifiers);
-    void selectFramed(const std::vector<Pick> &picks, Qt::KeyboardModifiers modifiers);
-    // Everything of a chain between the residue that was clicked last and this one.
-    [[nodiscard]] std::vector<TAMBO::Compound *>
-    stretchTo(const StructureScene::Place &place) const;
-
-    // Of what is selected; of everything when nothing is.
-    void setStyle(Style style);
-    void setSideChains(bool shown);
-    void hideSelection(bool others);
-    void showAll();
-    [[nodiscard]] std::vector<std::vector<bool>> selected() const;
-
+    // Everything when there are no bounds.
     void centre(std::optional<Bounds> bounds);
-    [[nodiscard]] std::optional<Bounds> selectedBounds() const;
-    void savePicture();
-    void copyPicture();
-    [[nodiscard]] QImage pictureOf(const QSize &size, bool isTransparent);
 
     StructureScene m_Scene;
-    StructureView *m_View = nullptr;
+    StructureView *m_View;
+    QLabel *m_Pointed;
+    SelectionTool m_Selection;
+    StyleCommands m_Styles;
+    PictureExport m_Pictures;
     StructureList *m_List = nullptr;
-    QLabel *m_Pointed = nullptr;
-    PointedCells m_Cells;
+    WindowMenus *m_Menus = nullptr;
     Coloring m_Coloring = Coloring::Workbench;
     QTimer m_Refresh;
     bool m_HasCamera = false;
-    // Where a stretch begins: a structure and the number of a residue of it.
-    TAMBO::Compound *m_StretchStructure = nullptr;
-    std::uint32_t m_StretchResidue = kNone;
-
-    QMenu *m_StyleMenu = nullptr;
-    QMenu *m_ColorMenu = nullptr;
-    QAction *m_Reset = nullptr;
-    QAction *m_Centre = nullptr;
-    QActionGroup *m_Colorings = nullptr;
 };
 
 } // namespace structures

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PictureExport.h"
+
+#include "StructureScene.h"
+#include "StructureView.h"
+
+#include "Logger.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QStatusBar>
+
+#include <utility>
+
+namespace structures {
+
+PictureExport::PictureExport(QMainWindow &window, StructureScene &scene, const StructureView &view,
+                             std::function<Palette()> palette)
+    : m_Window(window), m_Scene(scene), m_View(view), m_Palette(std::move(palette))
+{ }
+
+QImage PictureExport::pictureOf(const QSize &size, bool isTransparent)
+{
+    const std::shared_ptr<const PictureScene> scene = m_Scene.picture();
+    PictureRequest request;
+    request.parts = scene->parts;
+    request.bounds = scene->bounds;
+    request.camera = m_View.goal();
+    request.look = m_View.look();
+    request.look.isTransparent = isTransparent;
+    request.size = size;
+    request.perAxis = 2;
+    Renderer renderer;
+    return renderer.draw(request, m_Palette()) ? renderer.image() : QImage();
+}
+
+void PictureExport::copy()
+{
+    const QImage picture =
+        pictureOf((QSizeF(m_View.size()) * m_View.devicePixelRatioF()).toSize(), false);
+    QApplication::clipboard()->setImage(picture);
+    m_Window.statusBar()->showMessage(
+        tr("Copied a picture of %1 x %2 pixels").arg(picture.width()).arg(picture.height()), 5000);
+}
+
+void PictureExport::save()
+{
+    const QString file = QFileDialog::getSaveFileName(&m_Window, tr("Save Picture"),
+                                                      "structures.png", tr("PNG (*.png)"));
+    if (file.isEmpty())
+        return;
+    const QImage picture =
+        pictureOf((QSizeF(m_View.size()) * m_View.devicePixelRatioF() * 2).toSize(), false);
+    if (picture.isNull() || !picture.save(file)) {
+        QMessageBox::warning(&m_Window, tr("Save Picture"), tr("%1: cannot be written").arg(file));
+        return;
+    }
+    Logger::Write(tr("Wrote the picture %1").arg(file));
+}
+
+} // namespace structures

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "PointedCells.h"
+#include "StructureScene.h"
+
+#include <QObject>
+
+#include <vector>
+
+class QLabel;
+
+namespace structures {
+
+class StructureView;
+
+// What the pointer does over the picture: it names what is there, with its cell in alignments, and
+// selects.
+class SelectionTool final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // named: shows what is pointed at. All of them outlive this.
+    SelectionTool(StructureScene &scene, StructureView &view, QLabel &named);
+
+    // Cells of alignments may be others than before.
+    void forgetCells() { m_Cells.forget(); }
+
+    void selectAll() const;
+
+private:
+    void point(Pick pick);
+    void click(Pick pick, Qt::KeyboardModifiers modifiers);
+    void selectFramed(const std::vector<Pick> &picks, Qt::KeyboardModifiers modifiers) const;
+    // Everything of a chain between the residue that was clicked last and this one.
+    [[nodiscard]] std::vector<TAMBO::Compound *>
+    stretchTo(const StructureScene::Place &place) const;
+
+    StructureScene &m_Scene;
+    QLabel &m_Named;
+    PointedCells m_Cells;
+    // Where a stretch begins: a structure and the number of a residue of it.
+    const TAMBO::Compound *m_StretchStructure = nullptr;
+    std::uint32_t m_StretchResidue = kNone;
+};
+
+} // namespace structures

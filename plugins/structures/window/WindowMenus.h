@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Coloring.h"
+
+#include <QKeySequence>
+#include <QObject>
+
+#include <functional>
+
+class QAction;
+class QActionGroup;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+namespace structures {
+
+class PictureExport;
+class SelectionTool;
+class StructureView;
+class StyleCommands;
+
+// The menus and the tool bar of a window.
+class WindowMenus final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // What the menus work on. All of it outlives them.
+    struct Parts
+    {
+        StructureView &view;
+        SelectionTool &selection;
+        StyleCommands &styles;
+        PictureExport &pictures;
+    };
+    // Of the window's own.
+    WindowMenus(QMainWindow &window, const Parts &parts);
+
+    // Shows what has been chosen elsewhere.
+    void setColoring(Coloring coloring);
+
+signals:
+    void newViewWanted();
+    void coloringChosen(structures::Coloring coloring);
+    void centreWanted();
+
+private:
+    void addFileMenu();
+    void addSelectMenu();
+    void addShowMenu();
+    void addStyleMenu();
+    void addColorMenu();
+    void addViewMenu();
+    void addHelpMenu();
+    void addToolBar();
+    [[nodiscard]] QMenu *addMenu(const QString &text);
+    QAction *addAction(QMenu *menu, const QString &text, const QKeySequence &keys,
+                       const std::function<void()> &done);
+    QAction *addToggle(QMenu *menu, const QString &text, const QKeySequence &keys, bool isOn,
+                       const std::function<void(bool)> &change);
+
+    QMainWindow &m_Window;
+    Parts m_Parts;
+    QMenu *m_StyleMenu = nullptr;
+    QMenu *m_ColorMenu = nullptr;
+    QAction *m_Reset = nullptr;
+    QAction *m_Centre = nullptr;
+    QActionGroup *m_Colorings = nullptr;
+};
+
+} // namespace structures
