@@ -144,9 +144,20 @@ Column OccupancyRow::gapRunEnd(Column column, Column limit) const noexcept
 
 std::vector<Word> OccupancyRow::columns(Column begin, Column count) const
 {
-    std::vector<Word> result(bits::wordsFor(count));
-    for (std::size_t i = 0; i < result.size(); ++i)
-        result[i] = bitsAt(begin + i * kWordColumns);
+    std::vector<Word> result;
+    const std::size_t size = bits::wordsFor(count);
+    result.reserve(size);
+    if (bits::placeOf(begin) == 0) {
+        // As when a whole row is asked for.
+        const std::span<const Word> all = allWords();
+        const std::span<const Word> behind = all.subspan(std::min(bits::wordOf(begin), all.size()));
+        const std::span<const Word> wanted = behind.first(std::min(size, behind.size()));
+        result.assign(wanted.begin(), wanted.end());
+        result.resize(size);
+    } else {
+        for (std::size_t i = 0; i < size; ++i)
+            result.push_back(bitsAt(begin + i * kWordColumns));
+    }
     if (count % kWordColumns != 0)
         result.back() &= bits::low(count % kWordColumns);
     return result;

@@ -178,6 +178,14 @@ TEST(OccupancyRow, ColumnsGivesWordsThatStartAtTheFirstOne)
     EXPECT_EQ(sample.columns(0, 64).size(), 1U);
     EXPECT_EQ(sample.columns(0, 65).size(), 2U);
     EXPECT_EQ(sample.columns(500, 3), std::vector<OccupancyRow::Word>{0});
+    using Words = std::vector<OccupancyRow::Word>;
+    constexpr OccupancyRow::Word all = ~OccupancyRow::Word(0);
+    EXPECT_EQ(sample.columns(64, 64), Words{all - 1});
+    EXPECT_EQ(sample.columns(64, 3), Words{0b110});
+    EXPECT_EQ(sample.columns(64, 200), (Words{all - 1, 0xfffff, 0, 0}));
+    EXPECT_EQ(sample.columns(128, 4), Words{0b1111});
+    EXPECT_EQ(sample.columns(128, 64), Words{0xfffff});
+    EXPECT_EQ(sample.columns(192, 65), (Words{0, 0}));
 }
 
 TEST(OccupancyRow, EditsAgreeWithPlainTextAtEveryWidth)
