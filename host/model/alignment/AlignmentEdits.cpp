@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 namespace TAMBO {
@@ -178,6 +179,7 @@ std::unique_ptr<Edit> RemoveColumnsEdit::apply()
     const SplitLoop loop(m_Table.rowCount());
     std::vector<RestoreColumnsEdit::Cells> parts(loop.parts());
     ColumnProfiles::Counts counts = m_Table.keptCounts(m_Begin, m_Count);
+    const bool isFew = m_Count > 0 && m_Count < OccupancyRow::kWordColumns;
     const auto change = [&](std::size_t part, std::size_t first, AlignmentTable::SomeRows rows) {
         RestoreColumnsEdit::Cells cells;
         // The first takes in those of the others.
@@ -185,9 +187,16 @@ std::unique_ptr<Edit> RemoveColumnsEdit::apply()
         std::vector<ResidueRun> removed;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             AlignmentRow &row = *rows[i];
-            keepCells(row.cells(), m_Begin, m_Count, cells.bits);
-            keepBreaks(row, first + i, {m_Begin, m_Begin + m_Count}, cells.breaks);
-            row.removeColumns(m_Begin, m_Count, width, removed);
+            std::optional<OccupancyRow::Word> taken;
+            if (isFew)
+                taken = row.takeFew(m_Begin, unsigned(m_Count), removed);
+            if (taken) {
+                cells.bits.append(*taken, m_Count);
+            } else {
+                keepCells(row.cells(), m_Begin, m_Count, cells.bits);
+                keepBreaks(row, first + i, {m_Begin, m_Begin + m_Count}, cells.breaks);
+                row.removeColumns(m_Begin, m_Count, width, removed);
+            }
             for (const ResidueRun &run : removed)
                 cells.residues.push_back({std::uint32_t(first + i), run});
             removed.clear();

@@ -83,30 +83,40 @@ ResidueRun AlignmentRow::impliedResidues(std::uint32_t ordinal, std::uint32_t co
 
 void AlignmentRow::takeOut(Column begin, Column count, std::vector<ResidueRun> &removed)
 {
-    const bool isFew = count <= OccupancyRow::kWordColumns;
-    if (isFew && (m_Cells.bitsAt(begin) & bits::low(count)) == 0) {
-        m_Cells.removeColumns(begin, count);
-        return;
-    }
+    const std::uint32_t total = m_Cells.residues();
     const std::uint32_t first = m_Cells.rank(begin);
-    const std::uint32_t last = isFew ? first + bits::count(m_Cells.bitsAt(begin) & bits::low(count))
-                                     : m_Cells.rank(begin + count);
-    if (first == last || leaveOut(first, last, removed)) {
-        m_Cells.removeColumns(begin, count);
+    m_Cells.removeColumns(begin, count);
+    dropResidues(first, first + (total - m_Cells.residues()), total, removed);
+}
+
+// Of a million rows each is mostly this short and plain.
+std::optional<OccupancyRow::Word> AlignmentRow::takeFew(Column begin, unsigned count,
+                                                        std::vector<ResidueRun> &removed)
+{
+    if (!m_Cells.isShort() || !m_Extras.isPlain())
+        return std::nullopt;
+    const std::uint32_t total = m_Cells.residues();
+    const OccupancyRow::Taken taken = m_Cells.takeFromShort(begin, count);
+    dropResidues(taken.before, taken.before + (total - m_Cells.residues()), total, removed);
+    return taken.cells;
+}
+
+void AlignmentRow::dropResidues(std::uint32_t first, std::uint32_t last, std::uint32_t total,
+                                std::vector<ResidueRun> &removed)
+{
+    if (first == last || leaveOut(first, last, total, removed))
         return;
-    }
     const std::vector<ResidueRun> runs = residueRuns(first, last);
     std::vector<ResidueRun> kept = residueRuns(0, first);
-    const std::vector<ResidueRun> behind = residueRuns(last, m_Cells.residues());
+    const std::vector<ResidueRun> behind = residueRuns(last, total);
     kept.insert(kept.end(), behind.begin(), behind.end());
-    m_Cells.removeColumns(begin, count);
     setResidues(kept);
-    if (runs.size() != 1 ||
-        runs.front() != impliedResidues(first, last - first, m_Cells.residues()))
+    const std::uint32_t count = last - first;
+    if (runs.size() != 1 || runs.front() != impliedResidues(first, count, total - count))
         removed.insert(removed.end(), runs.begin(), runs.end());
 }
 
-bool AlignmentRow::leaveOut(std::uint32_t first, std::uint32_t last,
+bool AlignmentRow::leaveOut(std::uint32_t first, std::uint32_t last, std::uint32_t total,
                             std::vector<ResidueRun> &removed)
 {
     const std::optional<RowExtras::Skip> skip = m_Extras.skip();
@@ -114,7 +124,7 @@ bool AlignmentRow::leaveOut(std::uint32_t first, std::uint32_t last,
     if (!skip || (!hasNone && first != skip->ordinal && last != skip->ordinal))
         return false;
     // Behind the last residue that stays nothing is left out.
-    if (last == m_Cells.residues())
+    if (last == total)
         return hasNone;
     // What stays behind it does not tell that these were before the stretch.
     if (!hasNone && last == skip->ordinal)

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -117,6 +118,10 @@ public:
     // The columns vanish with their residues. The residues are appended to removed unless
     // impliedResidues() gives them.
     void removeColumns(Column begin, Column count, Column width, std::vector<ResidueRun> &removed);
+    // The same of fewer columns than a word has; gives what stood there. Nothing, and nothing is
+    // done, for rows that have more to be looked at.
+    [[nodiscard]] std::optional<OccupancyRow::Word> takeFew(Column begin, unsigned count,
+                                                            std::vector<ResidueRun> &removed);
     // The columns come back; with empty residues those that impliedResidues() gives.
     void restoreColumns(Column begin, std::span<const OccupancyRow::Word> bits, Column count,
                         Column width, const std::vector<ResidueRun> &residues);
@@ -138,9 +143,12 @@ private:
                                              std::uint32_t total) const;
     void setResidues(const std::vector<ResidueRun> &runs);
     void takeOut(Column begin, Column count, std::vector<ResidueRun> &removed);
+    // The residues [first, last) of so many are gone from the cells.
+    void dropResidues(std::uint32_t first, std::uint32_t last, std::uint32_t total,
+                      std::vector<ResidueRun> &removed);
     // The same of residues that stand beside the one stretch that the row leaves out; false when
     // they do not.
-    [[nodiscard]] bool leaveOut(std::uint32_t first, std::uint32_t last,
+    [[nodiscard]] bool leaveOut(std::uint32_t first, std::uint32_t last, std::uint32_t total,
                                 std::vector<ResidueRun> &removed);
     void putBack(Column begin, Column count, std::span<const OccupancyRow::Word> bits,
                  const std::vector<ResidueRun> &residues);

@@ -56,6 +56,8 @@ public:
     RowExtras &operator=(const RowExtras &) = delete;
     ~RowExtras();
 
+    // Whether the row has neither a label nor more than one stretch that it leaves out.
+    [[nodiscard]] bool isPlain() const noexcept { return !hasTable(); }
     // Null for a row without one. Copies of the row share it until a break moves.
     [[nodiscard]] const RowLabel *label() const noexcept
     {

@@ -70,13 +70,6 @@ void OccupancyRow::reallocate(std::size_t room, std::size_t count)
     std::fill(ranks() + known, ranks() + blocks(), m_Head.residues);
 }
 
-void OccupancyRow::setWords(std::size_t count) noexcept
-{
-    const std::size_t all = room();
-    m_Head.words = static_cast<std::uint32_t>(count);
-    m_Head.spare = static_cast<std::uint32_t>(all - count);
-}
-
 // ---- Reading
 
 OccupancyRow OccupancyRow::filled(Column residues)
@@ -196,9 +189,8 @@ void OccupancyRow::insertGaps(Column column, Column count)
 
 void OccupancyRow::removeColumns(Column begin, Column count)
 {
-    if (!isFar() && count < kWordColumns) {
-        if (count > 0 && begin < m_Head.words * kWordColumns)
-            removeNear(begin, unsigned(count));
+    if (isShort() && count > 0 && count < kWordColumns) {
+        static_cast<void>(takeFromShort(begin, unsigned(count)));
         return;
     }
     const Column oldEnd = end();
@@ -253,22 +245,6 @@ void OccupancyRow::fillNear(Column column, unsigned count, Word bits) noexcept
     cells[0] |= bits << place;
     if (place + count > kWordColumns && bits >> (kWordColumns - place) != 0)
         cells[1] |= bits >> (kWordColumns - place);
-}
-
-void OccupancyRow::removeNear(Column begin, unsigned count) noexcept
-{
-    Word *const cells = m_Store.near.data();
-    const std::size_t all = m_Head.words;
-    const std::size_t first = bits::wordOf(begin);
-    const Word gone = bitsAt(begin) & bits::low(count);
-    m_Head.residues -= count == 1 ? std::uint32_t(gone) : bits::count(gone);
-    const Word staying = bits::low(bits::placeOf(begin));
-    const Word head = cells[first] & staying;
-    for (std::size_t i = first; i + 1 < all; ++i)
-        cells[i] = cells[i] >> count | cells[i + 1] << (kWordColumns - count);
-    cells[all - 1] >>= count;
-    cells[first] = (cells[first] & ~staying) | head;
-    trim();
 }
 
 void OccupancyRow::insertColumns(Column column, Column count, std::span<const Word> bits)

@@ -107,6 +107,38 @@ public:
     void insertColumns(Column column, Column count, std::span<const Word> bits);
     // The columns vanish with what stands in them, and what stands behind them moves left.
     void removeColumns(Column begin, Column count);
+    struct Taken
+    {
+        // What stood there, from bit 0 on, and how many residues before.
+        Word cells = 0;
+        std::uint32_t before = 0;
+    };
+    // The same of fewer columns than a word has, in one pass, for a row whose words are all here.
+    [[nodiscard]] bool isShort() const noexcept { return !isFar(); }
+    [[nodiscard]] Taken takeFromShort(Column begin, unsigned count) noexcept
+    {
+        Word *const cells = m_Store.near.data();
+        std::size_t all = m_Head.words;
+        const std::size_t first = bits::wordOf(begin);
+        if (first >= all)
+            return {0, m_Head.residues};
+        const Word staying = bits::low(bits::placeOf(begin));
+        const Word head = cells[first] & staying;
+        Taken taken;
+        for (std::size_t i = 0; i < first; ++i)
+            taken.before += bits::count(cells[i]);
+        taken.before += bits::count(head);
+        taken.cells = bitsAt(begin) & bits::low(count);
+        m_Head.residues -= count == 1 ? std::uint32_t(taken.cells) : bits::count(taken.cells);
+        for (std::size_t i = first; i + 1 < all; ++i)
+            cells[i] = cells[i] >> count | cells[i + 1] << (kWordColumns - count);
+        cells[all - 1] >>= count;
+        cells[first] = (cells[first] & ~staying) | head;
+        while (all > 0 && cells[all - 1] == 0)
+            --all;
+        setWords(all);
+        return taken;
+    }
     // The gaps [from, from + count) are taken out and put in so that they begin at to.
     void moveGaps(Column from, Column count, Column to);
     // Runs in ascending order open at once, or are closed again.
@@ -177,11 +209,15 @@ private:
     {
         return block == 0 ? 0 : ranks()[block];
     }
-    void setWords(std::size_t count) noexcept;
+    void setWords(std::size_t count) noexcept
+    {
+        const std::size_t all = room();
+        m_Head.words = static_cast<std::uint32_t>(count);
+        m_Head.spare = static_cast<std::uint32_t>(all - count);
+    }
     void reallocate(std::size_t room, std::size_t count);
     void insertNear(Column column, unsigned count, std::size_t words) noexcept;
     void fillNear(Column column, unsigned count, Word bits) noexcept;
-    void removeNear(Column begin, unsigned count) noexcept;
     void storeBits(Column column, Word bits, Column count) noexcept;
     void put(std::size_t index, Word bits, Word mask) noexcept
     {

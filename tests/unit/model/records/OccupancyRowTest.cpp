@@ -170,6 +170,26 @@ TEST(OccupancyRow, GapRunIsBoundedByResiduesAndByTheLimit)
     EXPECT_EQ(sample.gapRunEnd(204, 206), 206U);
 }
 
+TEST(OccupancyRow, FewColumnsOfAShortRowAreTakenInOnePass)
+{
+    const std::string text = std::string(60, 'x') + "-x-xx-xxx" + std::string(100, '-') + "xx-x";
+    for (const std::size_t begin : {0U, 58U, 60U, 63U, 64U, 128U, 168U, 170U, 172U, 173U, 300U}) {
+        for (const unsigned count : {1U, 3U, 63U}) {
+            OccupancyRow taken = row(text);
+            ASSERT_TRUE(taken.isShort());
+            const OccupancyRow::Taken gone = taken.takeFromShort(begin, count);
+            EXPECT_EQ(gone.cells, row(text).columns(begin, count).front());
+            EXPECT_EQ(gone.before, row(text).rank(begin));
+            std::string left = text;
+            if (begin < left.size())
+                left.erase(begin, count);
+            EXPECT_EQ(taken, row(left)) << count << " columns from " << begin << " on";
+            EXPECT_EQ(taken.residues(), row(left).residues());
+        }
+    }
+    EXPECT_FALSE(row(std::string(257, 'x')).isShort());
+}
+
 TEST(OccupancyRow, ColumnsGivesWordsThatStartAtTheFirstOne)
 {
     const OccupancyRow sample = row(std::string(60, '-') + "x-xx-xxx" + std::string(80, 'x'));
