@@ -3,6 +3,7 @@
 
 #include "StructureScene.h"
 #include "StructureView.h"
+#include "ViewOverlay.h"
 
 #include "Logger.h"
 
@@ -11,8 +12,10 @@
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPainter>
 #include <QStatusBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace structures {
@@ -34,7 +37,15 @@ QImage PictureExport::pictureOf(const QSize &size, bool isTransparent)
     request.size = size;
     request.perAxis = 2;
     Renderer renderer;
-    return renderer.draw(request, m_Palette()) ? renderer.image() : QImage();
+    if (!renderer.draw(request, m_Palette()))
+        return {};
+    QImage picture = renderer.image();
+    if (const ViewOverlay *const overlay = m_View.overlay()) {
+        QPainter painter(&picture);
+        overlay->paintOver(painter, request.camera, size, request.look,
+                           double(size.height()) / std::max(1, m_View.height()));
+    }
+    return picture;
 }
 
 void PictureExport::copy()

@@ -58,6 +58,8 @@ std::vector<TAMBO::Compound *> SelectionTool::stretchTo(const StructureScene::Pl
 
 void SelectionTool::click(Pick pick, Qt::KeyboardModifiers modifiers)
 {
+    if (!m_Selects)
+        return;
     const auto place = m_Scene.placeOf(pick);
     if (!place) {
         if (!(modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))

@@ -27,6 +27,8 @@ public:
     // Cells of alignments may be others than before.
     void forgetCells() { m_Cells.forget(); }
 
+    // Whether clicks select. They do at first.
+    void setSelecting(bool on) noexcept { m_Selects = on; }
     void selectAll() const;
 
 private:
@@ -40,6 +42,7 @@ private:
     StructureScene &m_Scene;
     QLabel &m_Named;
     PointedCells m_Cells;
+    bool m_Selects = true;
     // Where a stretch begins: a structure and the number of a residue of it.
     const TAMBO::Compound *m_StretchStructure = nullptr;
     std::uint32_t m_StretchResidue = kNone;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureView.h"
 
+#include "ViewOverlay.h"
+
 #include <QEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -70,6 +72,12 @@ void StructureView::setScene(std::shared_ptr<const PictureScene> scene)
     m_Pointed = 0;
     m_Maker.point(0);
     draw();
+}
+
+void StructureView::setOverlay(const ViewOverlay *overlay)
+{
+    m_Overlay = overlay;
+    update();
 }
 
 void StructureView::setPalette(Palette palette)
@@ -181,6 +189,10 @@ void StructureView::paintEvent(QPaintEvent *)
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(QRectF(rect()), image);
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    if (m_Overlay) {
+        m_Overlay->paintOver(painter, m_Camera, size(), m_Look, 1);
+        m_Overlay->paintMarks(painter, m_Camera, size(), m_Look);
     }
     if (m_Drag == Drag::Frame && m_HasMoved) {
         const QRect frame = QRect(m_Pressed, m_Last).normalized();

@@ -12,6 +12,8 @@
 
 namespace structures {
 
+class ViewOverlay;
+
 // The picture, and turning it with mouse and keys. Knows nothing of what it shows but picks.
 class StructureView final : public QWidget
 {
@@ -39,6 +41,9 @@ public:
     [[nodiscard]] bool isComplete() const noexcept { return m_IsComplete; }
     // In the widget's coordinates; nothing for what is behind the eye.
     [[nodiscard]] std::optional<QPointF> placeOf(Vec3 point) const;
+    // Painted over the picture; null for none. It outlives the view, or is taken away.
+    void setOverlay(const ViewOverlay *overlay);
+    [[nodiscard]] const ViewOverlay *overlay() const noexcept { return m_Overlay; }
     [[nodiscard]] QImage picture() const { return m_Maker.image(); }
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -89,6 +94,7 @@ private:
     std::shared_ptr<const PictureScene> m_Scene;
     Camera m_Camera;
     Look m_Look;
+    const ViewOverlay *m_Overlay = nullptr;
     bool m_NeedsDrawing = true;
     // In the pixels of the screen.
     QSize m_DrawnSize;

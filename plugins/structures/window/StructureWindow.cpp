@@ -38,13 +38,16 @@ StructureWindow::StructureWindow()
       m_Scene([this] { refreshSoon(); }),
       m_View(new StructureView(this)),
       m_Pointed(new QLabel(this)),
+      m_Prompt(new QLabel(this)),
       m_Selection(m_Scene, *m_View, *m_Pointed),
+      m_Measuring(m_Scene, *m_View, *m_Prompt),
       m_Styles(m_Scene),
       m_Pictures(*this, m_Scene, *m_View, [this] { return m_Scene.palette(m_Coloring); })
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
     setCentralWidget(m_View);
     statusBar()->addWidget(m_Pointed, 1);
+    statusBar()->addPermanentWidget(m_Prompt);
 
     m_List = new StructureList(m_Scene, this);
     auto *const dock = new QDockWidget(tr("Structures"), this);
@@ -66,7 +69,9 @@ StructureWindow::StructureWindow()
             centre(Bounds{m_Scene.positionOf(*place), kAroundPlace});
     });
 
-    m_Menus = new WindowMenus(*this, {*m_View, m_Selection, m_Styles, m_Pictures});
+    connect(&m_Measuring, &MeasureTool::runs, this,
+            [this](bool on) { m_Selection.setSelecting(!on); });
+    m_Menus = new WindowMenus(*this, {*m_View, m_Selection, m_Styles, m_Pictures, m_Measuring});
     connect(m_Menus, &WindowMenus::newViewWanted, this, &StructureWindow::open);
     connect(m_Menus, &WindowMenus::coloringChosen, this, &StructureWindow::setColoring);
     connect(m_Menus, &WindowMenus::centreWanted, this,
@@ -116,6 +121,7 @@ void StructureWindow::showScene()
 {
     const std::shared_ptr<const PictureScene> scene = m_Scene.picture();
     m_View->setScene(scene);
+    m_Measuring.follow();
     showPalette();
     if (!m_HasCamera && !scene->parts.empty()) {
         m_HasCamera = true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Coloring.h"
+#include "MeasureTool.h"
 #include "PictureExport.h"
 #include "SelectionTool.h"
 #include "StructureScene.h"
@@ -37,6 +38,7 @@ public:
 
     [[nodiscard]] StructureView &view() noexcept { return *m_View; }
     [[nodiscard]] StructureScene &scene() noexcept { return m_Scene; }
+    [[nodiscard]] MeasureTool &measuring() noexcept { return m_Measuring; }
     void setColoring(Coloring coloring);
 
 private:
@@ -53,7 +55,9 @@ private:
     StructureScene m_Scene;
     StructureView *m_View;
     QLabel *m_Pointed;
+    QLabel *m_Prompt;
     SelectionTool m_Selection;
+    MeasureTool m_Measuring;
     StyleCommands m_Styles;
     PictureExport m_Pictures;
     StructureList *m_List = nullptr;

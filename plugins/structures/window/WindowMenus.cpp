@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WindowMenus.h"
 
+#include "MeasureMenu.h"
+#include "MeasureTool.h"
 #include "PictureExport.h"
 #include "Selecting.h"
 #include "SelectionTool.h"
@@ -38,6 +40,7 @@ WindowMenus::WindowMenus(QMainWindow &window, const Parts &parts)
     addStyleMenu();
     addColorMenu();
     addViewMenu();
+    addMeasureMenu();
     addHelpMenu();
     addToolBar();
 }
@@ -82,7 +85,12 @@ void WindowMenus::addSelectMenu()
 {
     QMenu *const menu = addMenu(tr("&Select"));
     addAction(menu, tr("&All"), QKeySequence::SelectAll, [this] { m_Parts.selection.selectAll(); });
-    addAction(menu, tr("&Nothing"), Qt::Key_Escape, [] { select({}, Selecting::Only); });
+    QAction *const nothing =
+        addAction(menu, tr("&Nothing"), Qt::Key_Escape, [] { select({}, Selecting::Only); });
+    connect(&m_Parts.measuring, &MeasureTool::runs, nothing, [nothing](bool on) {
+        // The key ends measuring.
+        nothing->setShortcut(on ? QKeySequence() : QKeySequence(Qt::Key_Escape));
+    });
 }
 
 void WindowMenus::addShowMenu()
@@ -185,6 +193,12 @@ void WindowMenus::addViewMenu()
     });
 }
 
+void WindowMenus::addMeasureMenu()
+{
+    m_MeasureMenu = addMenu(tr("&Measure"));
+    new MeasureMenu(*m_MeasureMenu, m_Parts.measuring);
+}
+
 void WindowMenus::addHelpMenu()
 {
     QMenu *const menu = addMenu(tr("&Help"));
@@ -206,6 +220,7 @@ void WindowMenus::addToolBar()
     };
     addMenuButton(tr("Style"), m_StyleMenu);
     addMenuButton(tr("Color"), m_ColorMenu);
+    addMenuButton(tr("Measure"), m_MeasureMenu);
     bar->addSeparator();
     bar->addAction(m_Centre);
     bar->addAction(m_Reset);

@@ -16,6 +16,7 @@ class QToolBar;
 
 namespace structures {
 
+class MeasureTool;
 class PictureExport;
 class SelectionTool;
 class StructureView;
@@ -34,6 +35,7 @@ public:
         SelectionTool &selection;
         StyleCommands &styles;
         PictureExport &pictures;
+        MeasureTool &measuring;
     };
     // Of the window's own.
     WindowMenus(QMainWindow &window, const Parts &parts);
@@ -53,6 +55,7 @@ private:
     void addStyleMenu();
     void addColorMenu();
     void addViewMenu();
+    void addMeasureMenu();
     void addHelpMenu();
     void addToolBar();
     [[nodiscard]] QMenu *addMenu(const QString &text);
@@ -65,6 +68,7 @@ private:
     Parts m_Parts;
     QMenu *m_StyleMenu = nullptr;
     QMenu *m_ColorMenu = nullptr;
+    QMenu *m_MeasureMenu = nullptr;
     QAction *m_Reset = nullptr;
     QAction *m_Centre = nullptr;
     QActionGroup *m_Colorings = nullptr;
