@@ -22,6 +22,8 @@ constexpr int kWrongCall = 2;
 constexpr int kBadFile = 1;
 constexpr int kMostPixels = 20000;
 constexpr QSize kSize(1600, 1200);
+// Enough for the largest picture with smooth edges.
+constexpr std::size_t kMostBytes = std::size_t(128) << 20;
 
 const QHash<QString, Style> kStyles{{"cartoon", Style::Cartoon},
                                     {"trace", Style::Trace},
@@ -165,7 +167,7 @@ void makePicture(ProgramCommand &call)
     request.camera = cameraOnAll(wishes->camera, shown->bounds, request.size);
     request.look = wishes->look;
     request.perAxis = 2;
-    Renderer renderer;
+    Renderer renderer(kMostBytes);
     if (!renderer.draw(request, scene.palette(wishes->coloring)))
         return fail("there is not enough memory for the picture", kBadFile);
     QImageWriter writer(wishes->output);

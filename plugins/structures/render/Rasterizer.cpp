@@ -17,12 +17,23 @@ constexpr std::size_t kCornersAtOnce = 32768;
 
 // Of a pixel.
 constexpr float kEdge = 1e-3F;
+// Points side by side that are quicker asked than found out about.
+constexpr int kFewPoints = 6;
 // Pixels beyond which a place is not looked at more closely, so that it fits an int.
 constexpr float kFarAway = 1e6F;
 
+// By conversions alone, since a processor of the least kind has no instruction for it.
 int floorOf(float value) noexcept
 {
-    return int(std::floor(std::clamp(value, -kFarAway, kFarAway)));
+    value = std::min(std::max(-kFarAway, value), kFarAway);
+    const int whole = int(value);
+    return whole - int(value < float(whole));
+}
+
+// What is no number is the least.
+int placeOf(float value, int most) noexcept
+{
+    return value > 0 ? value < float(most) ? int(value) : most : 0;
 }
 
 const Mesh &meshOf(const Shapes &shapes, bool isCoarse) noexcept
@@ -68,6 +79,9 @@ private:
     void fillStraight(const Ball &ball);
     // In perspective.
     void fillByRays(const Ball &ball);
+    // size: of the axis.
+    void fillStraight(const Rod &rod, float size);
+    void fillByRays(const Rod &rod, float size);
 
     // The ray of view coordinates that is seen at a point of the raster, from origin to the back.
     struct Ray
@@ -139,45 +153,51 @@ void Rasterizer::Band::fill(const Triangle &triangle)
     const float cx = -(b.place.y - a.place.y) * inverse;
     const float cy = (b.place.x - a.place.x) * inverse;
     const float slopes[3] = {-(bx + cx), bx, cx};
-    const float keyX = (b.place.z - a.place.z) * bx + (c.place.z - a.place.z) * cx;
     const Vec3 toB = b.normal - a.normal;
     const Vec3 toC = c.normal - a.normal;
 
+    const auto fillPoint = [&](std::size_t at, float sb, float sc) {
+        const float key = a.place.z + (b.place.z - a.place.z) * sb + (c.place.z - a.place.z) * sc;
+        if (key <= m_Samples.keys[at] || key > m_FrontKey || key < m_BackKey)
+            return;
+        const Vec3 normal = a.normal + toB * sb + toC * sc;
+        m_Samples.keys[at] = key;
+        m_Samples.picks[at] = triangle.pick;
+        m_Samples.shades[at] = shadeOf(normalized(normal) * facing);
+    };
+    const float dx = float(left) + 0.5F - a.place.x;
+    const int width = right - left;
+    // Of a point on an edge that two triangles share, one of them at least must know.
+    const float slack[3] = {-kEdge * std::abs(slopes[0]), -kEdge * std::abs(slopes[1]),
+                            -kEdge * std::abs(slopes[2])};
     for (int y = top; y < bottom; ++y) {
         const float dy = float(y) + 0.5F - a.place.y;
-        const float dx = float(left) + 0.5F - a.place.x;
         const float shareB = dx * bx + dy * by;
         const float shareC = dx * cx + dy * cy;
-        // Where all three shares are positive.
-        const float shares[3] = {1 - shareB - shareC, shareB, shareC};
-        float begin = 0;
-        float end = float(right - left);
-        for (int i = 0; i < 3; ++i) {
-            if (slopes[i] > 0)
-                begin = std::max(begin, -shares[i] / slopes[i]);
-            else if (slopes[i] < 0)
-                end = std::min(end, shares[i] / -slopes[i] + 1);
-            else if (shares[i] < 0)
-                end = -1;
-        }
-        if (!(begin < end + kEdge))
-            continue;
-        // Of a point on an edge that two triangles share, one of them at least must know.
-        const int first = std::max(0, int(std::ceil(begin - kEdge)));
-        const int last = std::min(int(std::floor(end + kEdge)), right - left);
         const std::size_t row = m_Samples.at(left, y);
-        for (int i = first; i < last; ++i) {
-            const float key = a.place.z + (b.place.z - a.place.z) * shareB +
-                              (c.place.z - a.place.z) * shareC + keyX * float(i);
-            const std::size_t at = row + std::size_t(i);
-            if (key <= m_Samples.keys[at] || key > m_FrontKey || key < m_BackKey)
+        int first = 0;
+        int last = width;
+        if (width > kFewPoints) {
+            // Where all three shares are positive.
+            const float shares[3] = {1 - shareB - shareC, shareB, shareC};
+            float begin = 0;
+            float end = float(width);
+            for (int i = 0; i < 3; ++i) {
+                if (slopes[i] > 0)
+                    begin = std::max(begin, -shares[i] / slopes[i]);
+                else if (slopes[i] < 0)
+                    end = std::min(end, shares[i] / -slopes[i] + 1);
+            }
+            if (!(begin < end + kEdge))
                 continue;
+            first = std::max(0, int(begin - 0.5F));
+            last = std::min(int(end) + 1, width);
+        }
+        for (int i = first; i < last; ++i) {
             const float sb = shareB + bx * float(i);
             const float sc = shareC + cx * float(i);
-            const Vec3 normal = a.normal + toB * sb + toC * sc;
-            m_Samples.keys[at] = key;
-            m_Samples.picks[at] = triangle.pick;
-            m_Samples.shades[at] = shadeOf(normalized(normal) * facing);
+            if (1 - sb - sc >= slack[0] && sb >= slack[1] && sc >= slack[2])
+                fillPoint(row + std::size_t(i), sb, sc);
         }
     }
 }
@@ -263,15 +283,82 @@ void Rasterizer::Band::fillByRays(const Ball &ball)
 
 void Rasterizer::Band::fill(const Rod &rod)
 {
-    const int top = std::max(m_Begin, rod.extent.top);
-    const int bottom = std::min(m_End, rod.extent.bottom);
     const float size = distance(rod.from, rod.to);
     if (!(size > 0))
         return;
+    if (m_Projection.isPerspective())
+        fillByRays(rod, size);
+    else
+        fillStraight(rod, size);
+}
+
+void Rasterizer::Band::fillStraight(const Rod &rod, float size)
+{
+    const Vec3 axis = (rod.to - rod.from) * (1 / size);
+    // Of a direction at right angles to the picture.
+    const float a = axis.x * axis.x + axis.y * axis.y;
+    // Seen along its axis it is as its ends are.
+    if (!(a > 1e-8F))
+        return;
+    const int top = std::max(m_Begin, rod.extent.top);
+    const int bottom = std::min(m_End, rod.extent.bottom);
+    const float inverse = 1 / rod.radius;
+    const float nearest = std::max(rod.from.z, rod.to.z) + rod.radius;
+    const float front = m_Projection.front();
+    const float step = 1 / m_Projection.scale();
+    const float squareRadius = rod.radius * rod.radius;
+    const float inverseA = 1 / a;
+    // How far a ray passes by the axis, seen in the picture, grows by so much from point to point.
+    const float across = 1 / std::sqrt(a);
+    const Vec3 corner = rayAt(rod.extent.left, top).origin - rod.from;
+    const int width = rod.extent.right - rod.extent.left;
+    for (int y = top; y < bottom; ++y) {
+        const float sy = corner.y - float(y - top) * step;
+        // |sx * axis.y - sy * axis.x| * across <= radius.
+        int first = 0;
+        int last = width;
+        if (std::abs(axis.y) > 1e-4F) {
+            const float middle = sy * axis.x / axis.y;
+            const float half = rod.radius / (across * std::abs(axis.y));
+            first = placeOf((middle - half - corner.x) / step - 1, width);
+            last = placeOf((middle + half - corner.x) / step + 2, width);
+        }
+        const std::size_t row = m_Samples.at(rod.extent.left, y);
+        for (int i = first; i < last; ++i) {
+            const std::size_t at = row + std::size_t(i);
+            if (nearest <= m_Samples.keys[at])
+                continue;
+            const float sx = corner.x + float(i) * step;
+            const float past = sx * axis.y - sy * axis.x;
+            const float square = squareRadius * a - past * past;
+            if (square < 0)
+                continue;
+            // Along the axis in the picture, and from there to the front.
+            const float along = sx * axis.x + sy * axis.y;
+            const float z = (along * axis.z + std::sqrt(square)) * inverseA;
+            const float height = along + z * axis.z;
+            const float depth = rod.from.z + z;
+            if (height < 0 || height > size || depth > front)
+                continue;
+            put(at, depth, (Vec3{sx, sy, z} - axis * height) * inverse,
+                height * 2 < size ? rod.fromPick : rod.toPick);
+        }
+    }
+}
+
+void Rasterizer::Band::fillByRays(const Rod &rod, float size)
+{
+    const int top = std::max(m_Begin, rod.extent.top);
+    const int bottom = std::min(m_End, rod.extent.bottom);
     const Vec3 axis = (rod.to - rod.from) * (1 / size);
     const float inverse = 1 / rod.radius;
+    const float nearest = m_Projection.keyOf(
+        std::min(std::max(rod.from.z, rod.to.z) + rod.radius, m_Projection.front()));
     for (int y = top; y < bottom; ++y) {
         for (int x = rod.extent.left; x < rod.extent.right; ++x) {
+            const std::size_t at = m_Samples.at(x, y);
+            if (nearest <= m_Samples.keys[at])
+                continue;
             const auto [origin, direction] = rayAt(x, y);
             const Vec3 start = origin - rod.from;
             const Vec3 acrossWay = direction - axis * dot(direction, axis);
@@ -288,7 +375,7 @@ void Rasterizer::Band::fill(const Rod &rod)
             const float z = hit.z + rod.from.z;
             if (height < 0 || height > size || z > m_Projection.front())
                 continue;
-            put(m_Samples.at(x, y), z, (hit - axis * height) * inverse,
+            put(at, z, (hit - axis * height) * inverse,
                 height * 2 < size ? rod.fromPick : rod.toPick);
         }
     }
@@ -372,7 +459,10 @@ void Rasterizer::bin(const Share &share, const Projection &projection, int first
             // behind the eye.
             if (std::isnan(pa.z + pb.z + pc.z) || (area >= 0 && !isCut))
                 continue;
-            if (std::max({pa.x, pb.x, pc.x}) < 0 || std::min({pa.x, pb.x, pc.x}) > float(width))
+            // Between the points there is nothing to be seen.
+            const int left = std::max(0, floorOf(std::min({pa.x, pb.x, pc.x}) + 0.5F));
+            const int right = std::min(width, floorOf(std::max({pa.x, pb.x, pc.x}) + 0.5F));
+            if (left >= right)
                 continue;
             bandsOf(floorOf(std::min({pa.y, pb.y, pc.y}) + 0.5F),
                     floorOf(std::max({pa.y, pb.y, pc.y}) + 0.5F), [&](Bin &bin) {
@@ -479,6 +569,7 @@ bool Rasterizer::draw(std::span<const ScenePart> parts, const Projection &projec
             for (const Rod &rod : bin.rods)
                 band.fill(rod);
         }
+        samples.findStretches(begin, end);
     });
     return !isStopped();
 }

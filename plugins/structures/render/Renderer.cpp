@@ -8,8 +8,11 @@ namespace structures {
 
 namespace {
 
-// Of a pixel beside its samples: light, coverages, and what shadows are found with.
+// Of a pixel beside its samples: light, coverages, and what shadows are found with; and so much
+// again that may be left of a picture with fewer samples a pixel.
 constexpr std::size_t kPixelBytes = 3 + 2 * sizeof(float);
+// Of a strip, with what lies beyond it.
+constexpr int kFewestRows = 2 * Resolver::kMargin + 8;
 
 // Angstrom.
 constexpr float kSmallest = 4;
@@ -46,14 +49,20 @@ bool Renderer::draw(const PictureRequest &request, const Palette &palette)
     const int height = request.size.height();
     if (width <= 0 || height <= 0)
         return true;
-    const int perAxis = std::max(1, request.perAxis);
+    const auto affordableRows = [&](int axis) {
+        const std::size_t rowBytes =
+            std::size_t(width) * (std::size_t(axis * axis) * Samples::kBytes + kPixelBytes);
+        return int(std::min<std::size_t>(m_MostBytes / rowBytes, 1U << 30U));
+    };
+    int perAxis = std::clamp(request.perAxis, 1, 2);
+    int affordable = affordableRows(perAxis);
+    // So wide that not even a strip fits: its edges are less smooth.
+    if (affordable < std::min(height, kFewestRows)) {
+        perAxis = 1;
+        affordable = affordableRows(perAxis);
+    }
     const Projection projection(request.camera, float(width * perAxis), float(height * perAxis));
     const DepthRange range = depthRange(request, projection);
-
-    const std::size_t rowBytes =
-        std::size_t(width) *
-        (std::size_t(perAxis) * std::size_t(perAxis) * Samples::kBytes + kPixelBytes);
-    const auto affordable = int(std::min<std::size_t>(m_MostBytes / rowBytes, 1U << 30U));
     const bool isWhole = affordable >= height;
     const int stripRows = isWhole ? height : std::max(1, affordable - 2 * Resolver::kMargin);
 
@@ -82,6 +91,7 @@ bool Renderer::draw(const PictureRequest &request, const Palette &palette)
             return false;
         }
         m_Resolver.look(m_Samples, perAxis, projection, range, request.look);
+        m_Resolver.findMarked(m_Samples, perAxis, palette);
         m_Resolver.paint(m_Samples, perAxis, projection, range, request.look, palette, above, rows,
                          image, row, picks);
     }
@@ -97,11 +107,29 @@ bool Renderer::recolor(const Palette &palette)
 {
     if (!m_HasAll)
         return false;
-    const int perAxis = m_Last.perAxis;
-    const Projection projection(m_Last.camera, float(m_Samples.width()), float(m_Samples.height()));
-    m_Resolver.paint(m_Samples, perAxis, projection, depthRange(m_Last, projection), m_Last.look,
-                     palette, 0, m_Image.height(), m_Image, 0, m_Picks);
+    m_Resolver.findMarked(m_Samples, m_Last.perAxis, palette);
+    repaint(palette, {0, m_Image.height()});
     return true;
+}
+
+bool Renderer::repoint(const Palette &palette)
+{
+    if (!m_HasAll)
+        return false;
+    const Outline::Rows before = m_Resolver.pointedRows();
+    m_Resolver.findPointed(m_Samples, m_Last.perAxis, palette);
+    const Outline::Rows now = m_Resolver.pointedRows();
+    repaint(palette, before);
+    repaint(palette, now);
+    return true;
+}
+
+void Renderer::repaint(const Palette &palette, const Outline::Rows &rows)
+{
+    const Projection projection(m_Last.camera, float(m_Samples.width()), float(m_Samples.height()));
+    m_Resolver.paint(m_Samples, m_Last.perAxis, projection, depthRange(m_Last, projection),
+                     m_Last.look, palette, rows.begin, rows.end - rows.begin, m_Image, rows.begin,
+                     m_Picks);
 }
 
 Pick Renderer::pickAt(int x, int y) const noexcept
@@ -113,9 +141,7 @@ Pick Renderer::pickAt(int x, int y) const noexcept
 
 std::size_t Renderer::bytes() const noexcept
 {
-    const std::size_t samples = std::size_t(m_Samples.width()) * std::size_t(m_Samples.height());
-    const std::size_t pixels = samples / std::size_t(m_Last.perAxis * m_Last.perAxis);
-    return samples * Samples::kBytes + pixels * 3;
+    return m_Samples.bytes() + m_Resolver.bytes();
 }
 
 } // namespace structures

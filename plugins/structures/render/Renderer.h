@@ -54,6 +54,8 @@ public:
     // The same picture in other colors and marks, from the samples of the last one. False where
     // they are not there any more, as of a picture that was made strip by strip: draw it anew.
     bool recolor(const Palette &palette);
+    // The same where nothing is other than what is pointed at: few rows are painted.
+    bool repoint(const Palette &palette);
 
     // Format_ARGB32_Premultiplied.
     [[nodiscard]] const QImage &image() const noexcept { return m_Image; }
@@ -67,6 +69,7 @@ public:
 private:
     [[nodiscard]] static DepthRange depthRange(const PictureRequest &request,
                                                const Projection &projection) noexcept;
+    void repaint(const Palette &palette, const Outline::Rows &rows);
 
     std::size_t m_MostBytes;
     Rasterizer m_Rasterizer;

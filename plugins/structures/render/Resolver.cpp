@@ -2,7 +2,7 @@
 #include "Resolver.h"
 
 #include "DepthBlur.h"
-#include "Parallel.h"
+#include "RowWork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,13 +12,6 @@ namespace structures {
 
 namespace {
 
-constexpr int kRowsAtOnce = 16;
-// What is in the shade.
-constexpr float kAmbient = 0.32F;
-constexpr float kDiffuse = 0.72F;
-constexpr float kMirrored = 0.28F;
-// How much of what is farthest away fades.
-constexpr float kFade = 0.72F;
 // Angstrom between two neighbours, where a line begins to show and where it is darkest.
 constexpr float kLineBegins = 2.0F;
 constexpr float kLineFull = 5.0F;
@@ -27,70 +20,123 @@ constexpr float kLine = 0.65F;
 constexpr float kShadowReach = 3.5F;
 constexpr float kShadowFull = 9.0F;
 constexpr float kShadow = 0.55F;
-// Of what is selected, in pixels.
-constexpr int kOutline = 2;
 
-struct Rgb
+float share(float value) noexcept
 {
-    float red;
-    float green;
-    float blue;
-};
-
-Rgb rgbOf(std::uint32_t color) noexcept
-{
-    return {float((color >> 16U) & 0xffU), float((color >> 8U) & 0xffU), float(color & 0xffU)};
+    value = value > 0 ? value : 0.0F;
+    return value < 1 ? value : 1.0F;
 }
 
-template <typename Work> void byRows(int rows, const Work &work)
+// Of four pixels, premultiplied by their alpha.
+std::uint32_t average(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) noexcept
 {
-    inParallel(std::size_t((rows + kRowsAtOnce - 1) / kRowsAtOnce), [&](std::size_t piece) {
-        const int end = std::min(rows, int(piece + 1) * kRowsAtOnce);
-        for (int y = int(piece) * kRowsAtOnce; y < end; ++y)
-            work(y);
-    });
+    constexpr std::uint32_t kEven = 0x00ff00ffU;
+    const std::uint32_t even = (a & kEven) + (b & kEven) + (c & kEven) + (d & kEven) + 0x00020002U;
+    const std::uint32_t odd = ((a >> 8U) & kEven) + ((b >> 8U) & kEven) + ((c >> 8U) & kEven) +
+                              ((d >> 8U) & kEven) + 0x00020002U;
+    return ((even >> 2U) & kEven) | (((odd >> 2U) & kEven) << 8U);
 }
 
 } // namespace
 
-void Resolver::castShadows(const Samples &samples, int perAxis, const Projection &projection,
-                           float behind)
+void Resolver::findSurroundings(const Samples &samples, int perAxis, const Projection &projection,
+                                float behind)
 {
-    const auto depthOf = [&](float key) {
-        return key == Samples::kNothing ? behind : std::max(projection.depthOf(key), behind);
-    };
     // The surroundings are much larger than a pixel: one place for each square of four will do.
     const int side = 2 * perAxis;
     const int width = (m_Width + 1) / 2;
     const int height = (m_Height + 1) / 2;
-    m_Depths.resize(std::size_t(width) * std::size_t(height));
+    resizeExactly(m_Depths, std::size_t(width) * std::size_t(height));
     byRows(height, [&](int y) {
+        const int sy = std::min(y * side + side / 2, samples.height() - 1);
+        const float *const keys = &samples.keys[samples.at(0, sy)];
+        float *const depths = &m_Depths[std::size_t(y) * std::size_t(width)];
         for (int x = 0; x < width; ++x) {
-            const int sx = std::min(x * side + side / 2, samples.width() - 1);
-            const int sy = std::min(y * side + side / 2, samples.height() - 1);
-            m_Depths[std::size_t(y) * std::size_t(width) + std::size_t(x)] =
-                depthOf(samples.keys[samples.at(sx, sy)]);
+            const float key = keys[std::min(x * side + side / 2, samples.width() - 1)];
+            depths[x] =
+                key == Samples::kNothing ? behind : std::max(projection.depthOf(key), behind);
         }
     });
     const float halves = projection.scale() / float(side);
     blurDepths(m_Depths, width, height, int(std::clamp(kShadowReach * halves, 1.0F, 11.0F)));
-    m_Light.resize(std::size_t(m_Width) * std::size_t(m_Height));
-    byRows(m_Height, [&](int y) {
-        const float *const around = &m_Depths[std::size_t(y / 2) * std::size_t(width)];
-        for (int x = 0; x < m_Width; ++x) {
-            float key = Samples::kNothing;
-            for (int sy = y * perAxis; sy < (y + 1) * perAxis; ++sy)
-                for (int sx = x * perAxis; sx < (x + 1) * perAxis; ++sx)
-                    key = std::max(key, samples.keys[samples.at(sx, sy)]);
-            std::uint8_t light = 255;
-            if (key != Samples::kNothing) {
-                const float nearer = around[x / 2] - depthOf(key);
-                light = std::uint8_t(255 *
-                                     (1 - std::clamp(nearer / kShadowFull, 0.0F, 1.0F) * kShadow));
-            }
-            m_Light[pixelAt(x, y)] = light;
+}
+
+template <int kPerAxis, bool kIsPerspective>
+void Resolver::lightRow(const Samples &samples, float eyeDistance, float behind, const Look &look,
+                        int y)
+{
+    const Samples::Stretch pixels = pixelStretch(samples, kPerAxis, y);
+    if (pixels.begin >= pixels.end)
+        return;
+    const int width = samples.width();
+    RowMemory &memory = rowMemory(std::size_t(width));
+    // Of each sample, how dark the line in it is.
+    float *const lines[2] = {memory.floats[0].data(), memory.floats[1].data()};
+    const int begin = pixels.begin * kPerAxis;
+    const int end = pixels.end * kPerAxis;
+    for (int sub = 0; sub < kPerAxis; ++sub) {
+        float *const line = lines[sub];
+        if (!look.hasOutlines) {
+            std::fill(line + begin, line + end, 0.0F);
+            continue;
         }
-    });
+        const int sy = y * kPerAxis + sub;
+        const float *const row = &samples.keys[samples.at(0, sy)];
+        const float *const above = sy > 0 ? row - width : row;
+        const float *const below = sy + 1 < samples.height() ? row + width : row;
+        const auto lineAt = [&](float key, float left, float right, float up, float down) {
+            float least = left < right ? left : right;
+            least = up < least ? up : least;
+            least = down < least ? down : least;
+            least = key < least ? key : least;
+            const float farther = depthOf<kIsPerspective>(least, eyeDistance);
+            const float step = depthOf<kIsPerspective>(key, eyeDistance) -
+                               (least == Samples::kNothing ? behind - kLineFull : farther);
+            const float dark = share((step - kLineBegins) * (1 / (kLineFull - kLineBegins)));
+            return key == Samples::kNothing ? 0.0F : dark;
+        };
+        const auto lineAtBorder = [&](int x) {
+            line[x] = lineAt(row[x], row[std::max(x - 1, 0)], row[std::min(x + 1, width - 1)],
+                             above[x], below[x]);
+        };
+        const int last = std::min(end, width - 1);
+        if (begin == 0)
+            lineAtBorder(0);
+        for (int x = std::max(begin, 1); x < last; ++x)
+            line[x] = lineAt(row[x], row[x - 1], row[x + 1], above[x], below[x]);
+        if (end == width)
+            lineAtBorder(width - 1);
+    }
+    std::uint8_t *const light = &m_Light[pixelAt(0, y)];
+    const float *const first = &samples.keys[samples.at(0, y * kPerAxis)];
+    const float *const around =
+        look.hasShadows ? &m_Depths[std::size_t(y / 2) * std::size_t((m_Width + 1) / 2)] : nullptr;
+    std::uint32_t *const left = memory.pixels[0].data();
+    for (int x = pixels.begin; x < pixels.end; ++x)
+        left[x] = 255;
+    if (around != nullptr) {
+        float *const surroundings = memory.floats[2].data();
+        for (int x = pixels.begin; x < pixels.end; ++x)
+            surroundings[x] = around[x / 2];
+        for (int x = pixels.begin; x < pixels.end; ++x) {
+            float key = first[x * kPerAxis];
+            if constexpr (kPerAxis == 2) {
+                const float *const second = first + width;
+                const float upper = std::max(key, first[x * 2 + 1]);
+                const float lower = std::max(second[x * 2], second[x * 2 + 1]);
+                key = std::max(upper, lower);
+            }
+            const float depth = depthOf<kIsPerspective>(key, eyeDistance);
+            const float nearer = surroundings[x] - (depth > behind ? depth : behind);
+            left[x] = std::uint32_t(int(255 * (1 - share(nearer * (1 / kShadowFull)) * kShadow)));
+        }
+    }
+    for (int x = pixels.begin; x < pixels.end; ++x) {
+        float line = lines[0][x * kPerAxis];
+        if constexpr (kPerAxis == 2)
+            line = (line + lines[0][x * 2 + 1] + lines[1][x * 2] + lines[1][x * 2 + 1]) * 0.25F;
+        light[x] = std::uint8_t(int(float(int(left[x])) * (1 - kLine * line)));
+    }
 }
 
 void Resolver::look(const Samples &samples, int perAxis, const Projection &projection,
@@ -98,186 +144,87 @@ void Resolver::look(const Samples &samples, int perAxis, const Projection &proje
 {
     m_Width = samples.width() / perAxis;
     m_Height = samples.height() / perAxis;
-    const float behind = range.back;
+    resizeExactly(m_Light, std::size_t(m_Width) * std::size_t(m_Height));
     if (look.hasShadows)
-        castShadows(samples, perAxis, projection, behind);
-    else
-        m_Light.assign(std::size_t(m_Width) * std::size_t(m_Height), 255);
-    if (!look.hasOutlines)
-        return;
-    const int width = samples.width();
-    const int height = samples.height();
-    byRows(m_Height, [&](int y) {
-        for (int x = 0; x < m_Width; ++x) {
-            float line = 0;
-            for (int sy = y * perAxis; sy < (y + 1) * perAxis; ++sy)
-                for (int sx = x * perAxis; sx < (x + 1) * perAxis; ++sx) {
-                    const float key = samples.keys[samples.at(sx, sy)];
-                    if (key == Samples::kNothing)
-                        continue;
-                    float least = key;
-                    if (sx > 0)
-                        least = std::min(least, samples.keys[samples.at(sx - 1, sy)]);
-                    if (sx + 1 < width)
-                        least = std::min(least, samples.keys[samples.at(sx + 1, sy)]);
-                    if (sy > 0)
-                        least = std::min(least, samples.keys[samples.at(sx, sy - 1)]);
-                    if (sy + 1 < height)
-                        least = std::min(least, samples.keys[samples.at(sx, sy + 1)]);
-                    if (least == key)
-                        continue;
-                    const float step = projection.depthOf(key) - (least == Samples::kNothing
-                                                                      ? behind - kLineFull
-                                                                      : projection.depthOf(least));
-                    line +=
-                        std::clamp((step - kLineBegins) / (kLineFull - kLineBegins), 0.0F, 1.0F);
-                }
-            if (line > 0) {
-                std::uint8_t &light = m_Light[pixelAt(x, y)];
-                const float share = line / float(perAxis * perAxis);
-                light = std::uint8_t(float(light) * (1 - kLine * share));
-            }
-        }
+        findSurroundings(samples, perAxis, projection, range.back);
+    withKind(perAxis, projection, [&](auto axis, auto perspective) {
+        byRows(m_Height, [&](int y) {
+            lightRow<axis(), perspective()>(samples, projection.eyeDistance(), range.back, look, y);
+        });
     });
 }
 
-void Resolver::findCoverage(const Samples &samples, int perAxis, const Palette &palette,
-                            std::uint8_t mark, Coverage &coverage) const
+void Resolver::findMarked(const Samples &samples, int perAxis, const Palette &palette)
 {
-    coverage.rows.clear();
-    if (std::none_of(palette.marks.begin(), palette.marks.end(),
-                     [mark](std::uint8_t marks) { return (marks & mark) != 0; }))
-        return;
-    coverage.rows.assign(std::size_t(m_Height), {m_Width, 0});
-    coverage.shares.resize(std::size_t(m_Width) * std::size_t(m_Height));
-    const int most = perAxis * perAxis;
-    byRows(m_Height, [&](int y) {
-        Coverage::Stretch &stretch = coverage.rows[std::size_t(y)];
-        std::uint8_t *const shares = &coverage.shares[pixelAt(0, y)];
-        for (int x = 0; x < m_Width; ++x) {
-            int count = 0;
-            for (int sy = y * perAxis; sy < (y + 1) * perAxis; ++sy)
-                for (int sx = x * perAxis; sx < (x + 1) * perAxis; ++sx)
-                    count += int((palette.marks[samples.picks[samples.at(sx, sy)]] & mark) != 0);
-            shares[x] = std::uint8_t(255 * count / most);
-            if (count > 0) {
-                stretch.begin = std::min(stretch.begin, x);
-                stretch.end = x + 1;
-            }
-        }
-    });
+    m_Selected.find(samples, perAxis, palette.marks, Palette::kSelected);
+    findPointed(samples, perAxis, palette);
 }
 
-void Resolver::paintOutline(const Coverage &coverage, std::uint32_t color, int row,
-                            std::uint32_t *pixels) const
+void Resolver::findPointed(const Samples &samples, int perAxis, const Palette &palette)
 {
-    if (coverage.rows.empty())
-        return;
-    const int top = std::max(0, row - kOutline);
-    const int bottom = std::min(m_Height - 1, row + kOutline);
-    int begin = m_Width;
-    int end = 0;
-    for (int y = top; y <= bottom; ++y) {
-        begin = std::min(begin, coverage.rows[std::size_t(y)].begin);
-        end = std::max(end, coverage.rows[std::size_t(y)].end);
-    }
-    if (begin >= end)
-        return;
-    begin = std::max(0, begin - kOutline);
-    end = std::min(m_Width, end + kOutline);
-    const Rgb line = rgbOf(color);
-    for (int x = begin; x < end; ++x) {
-        const int own = coverage.shares[pixelAt(x, row)];
-        if (own == 255)
-            continue;
-        int most = 0;
-        for (int y = top; y <= bottom; ++y)
-            for (int nx = std::max(0, x - kOutline); nx <= std::min(m_Width - 1, x + kOutline);
-                 ++nx)
-                // A disc rather than a square.
-                if (std::abs(y - row) + std::abs(nx - x) < 2 * kOutline)
-                    most = std::max<int>(most, coverage.shares[pixelAt(nx, y)]);
-        if (most <= own)
-            continue;
-        const float share = float(most - own) / 255;
-        const QRgb before = pixels[x];
-        const auto drawn = [share](int value, float wanted) {
-            return int(std::lrint(float(value) + (wanted - float(value)) * share));
-        };
-        pixels[x] = qRgba(drawn(qRed(before), line.red), drawn(qGreen(before), line.green),
-                          drawn(qBlue(before), line.blue), drawn(qAlpha(before), 255));
-    }
+    m_Pointed.find(samples, perAxis, palette.marks, Palette::kPointed);
 }
 
 void Resolver::paint(const Samples &samples, int perAxis, const Projection &projection,
                      const DepthRange &range, const Look &look, const Palette &palette,
                      int firstRow, int rows, QImage &image, int imageRow, std::vector<Pick> &picks)
 {
-    findCoverage(samples, perAxis, palette, Palette::kSelected, m_Selected);
-    findCoverage(samples, perAxis, palette, Palette::kPointed, m_Pointed);
-    const Rgb ground = rgbOf(look.background);
-    const float extent = range.front - range.back;
-    const float fadeShare = look.hasDepthCue && extent > 0 ? kFade / extent : 0;
-    const float share = 1 / float(perAxis * perAxis);
-    const QRgb empty = look.isTransparent ? 0 : (look.background | 0xff000000U);
+    const Lighting lighting(range, look, palette, projection.eyeDistance());
     // Beforehand, so that rows can be painted side by side.
     uchar *const bits = image.bits();
     const qsizetype bytesPerLine = image.bytesPerLine();
-    byRows(rows, [&](int row) {
+    const auto paintRow = [&](auto axis, auto perspective, int row) {
+        constexpr int kPerAxis = axis();
         const int y = firstRow + row;
         auto *const out = reinterpret_cast<QRgb *>(bits + qsizetype(imageRow + row) * bytesPerLine);
         Pick *const picked = &picks[std::size_t(imageRow + row) * std::size_t(m_Width)];
-        for (int x = 0; x < m_Width; ++x) {
-            Rgb sum{0, 0, 0};
-            int covered = 0;
-            float nearest = Samples::kNothing;
-            Pick pick = 0;
-            const float left = float(m_Light[pixelAt(x, y)]) * (1 / 255.0F);
-            for (int sy = y * perAxis; sy < (y + 1) * perAxis; ++sy)
-                for (int sx = x * perAxis; sx < (x + 1) * perAxis; ++sx) {
-                    const std::size_t at = samples.at(sx, sy);
-                    const float key = samples.keys[at];
-                    if (key == Samples::kNothing)
-                        continue;
-                    ++covered;
-                    if (key > nearest) {
-                        nearest = key;
-                        pick = samples.picks[at];
-                    }
-                    const Rgb own = rgbOf(palette.colors[samples.picks[at]]);
-                    const std::uint16_t shade = samples.shades[at];
-                    const float light =
-                        (kAmbient + kDiffuse * float(shade & 0xffU) * (1 / 255.0F)) * left;
-                    const float mirrored = kMirrored * float(shade >> 8U) * left;
-                    float fade = 0;
-                    if (fadeShare > 0 && !look.isTransparent)
-                        fade = std::clamp((range.front - projection.depthOf(key)) * fadeShare, 0.0F,
-                                          kFade);
-                    const auto lit = [&](float value, float back) {
-                        const float bright = std::min(255.0F, value * light + mirrored);
-                        return bright + (back - bright) * fade;
-                    };
-                    sum.red += lit(own.red, ground.red);
-                    sum.green += lit(own.green, ground.green);
-                    sum.blue += lit(own.blue, ground.blue);
-                }
-            picked[x] = pick;
-            if (covered == 0) {
-                out[x] = empty;
-                continue;
+        const Samples::Stretch pixels = pixelStretch(samples, kPerAxis, y);
+        const int count = std::max(0, pixels.end - pixels.begin) * kPerAxis;
+        std::fill(out, out + (count > 0 ? pixels.begin : m_Width), lighting.empty());
+        std::fill(picked, picked + (count > 0 ? pixels.begin : m_Width), 0U);
+        if (count == 0)
+            return;
+        std::fill(out + pixels.end, out + m_Width, lighting.empty());
+        std::fill(picked + pixels.end, picked + m_Width, 0U);
+
+        RowMemory &memory = rowMemory(std::size_t(samples.width()));
+        float *const left = memory.floats[0].data();
+        const std::uint8_t *const light = &m_Light[pixelAt(pixels.begin, y)];
+        for (int i = 0; i < count; ++i)
+            left[i] = float(int(light[i / kPerAxis])) * (1 / 255.0F);
+        const std::size_t at = samples.at(pixels.begin * kPerAxis, y * kPerAxis);
+        if constexpr (kPerAxis == 1) {
+            std::copy_n(&samples.picks[at], count, picked + pixels.begin);
+            lighting.paint<perspective()>(&samples.keys[at], &samples.picks[at],
+                                          &samples.shades[at], left, count, out + pixels.begin);
+        } else {
+            const auto width = std::size_t(samples.width());
+            std::uint32_t *const upper = memory.pixels[0].data();
+            std::uint32_t *const lower = memory.pixels[1].data();
+            lighting.paint<perspective()>(&samples.keys[at], &samples.picks[at],
+                                          &samples.shades[at], left, count, upper);
+            lighting.paint<perspective()>(&samples.keys[at + width], &samples.picks[at + width],
+                                          &samples.shades[at + width], left, count, lower);
+            for (int i = 0; i < count / 2; ++i)
+                out[pixels.begin + i] =
+                    average(upper[2 * i], upper[2 * i + 1], lower[2 * i], lower[2 * i + 1]);
+            for (int i = 0; i < count / 2; ++i) {
+                std::size_t nearest = at + 2 * std::size_t(i);
+                for (const std::size_t other : {nearest + 1, nearest + width, nearest + width + 1})
+                    if (samples.keys[other] > samples.keys[nearest])
+                        nearest = other;
+                picked[pixels.begin + i] = samples.picks[nearest];
             }
-            // Premultiplied by the alpha already, as it is summed over what is covered.
-            const float alpha = float(covered) * share;
-            const float uncovered = look.isTransparent ? 0 : 1 - alpha;
-            const auto mixed = [&](float value, float back) {
-                return int(std::lrint(value * share + back * uncovered));
-            };
-            out[x] = qRgba(mixed(sum.red, ground.red), mixed(sum.green, ground.green),
-                           mixed(sum.blue, ground.blue),
-                           look.isTransparent ? int(std::lrint(alpha * 255)) : 255);
         }
-        paintOutline(m_Selected, palette.selectedOutline, y, out);
-        paintOutline(m_Pointed, palette.pointedOutline, y, out);
+    };
+    withKind(perAxis, projection, [&](auto axis, auto perspective) {
+        byRows(rows, [&](int row) {
+            paintRow(axis, perspective, row);
+            auto *const out =
+                reinterpret_cast<QRgb *>(bits + qsizetype(imageRow + row) * bytesPerLine);
+            m_Selected.paint(palette.selectedOutline, firstRow + row, out);
+            m_Pointed.paint(palette.pointedOutline, firstRow + row, out);
+        });
     });
 }
 

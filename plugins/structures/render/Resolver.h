@@ -2,7 +2,9 @@
 #pragma once
 
 #include "Camera.h"
+#include "Lighting.h"
 #include "Look.h"
+#include "Outline.h"
 #include "Palette.h"
 #include "Samples.h"
 
@@ -14,13 +16,6 @@
 
 namespace structures {
 
-// Where what is seen begins and ends, in Angstrom to the viewer.
-struct DepthRange
-{
-    float front = 0;
-    float back = 0;
-};
-
 // Makes pixels of samples. What does not depend on colors is found out once for each picture.
 class Resolver
 {
@@ -28,29 +23,27 @@ public:
     // Pixels beyond the border of a picture that those at the border depend on.
     static constexpr int kMargin = 48;
 
-    // samples has a square of perAxis x perAxis points for each pixel.
+    // samples has a square of perAxis x perAxis points, 1 or 2, for each pixel.
     void look(const Samples &samples, int perAxis, const Projection &projection,
               const DepthRange &range, const Look &look);
+    // Finds out where what is marked is to be seen. Outlines reach beyond it.
+    void findMarked(const Samples &samples, int perAxis, const Palette &palette);
+    // The same of nothing but what is pointed at.
+    void findPointed(const Samples &samples, int perAxis, const Palette &palette);
+    // Those that the outline of what is pointed at is in.
+    [[nodiscard]] Outline::Rows pointedRows() const noexcept { return m_Pointed.rows(); }
     // Paints rows [firstRow, firstRow + rows) of what was looked at into those of the image that
     // begin at imageRow, and notes in picks what is nearest at each of their pixels.
     void paint(const Samples &samples, int perAxis, const Projection &projection,
                const DepthRange &range, const Look &look, const Palette &palette, int firstRow,
                int rows, QImage &image, int imageRow, std::vector<Pick> &picks);
+    [[nodiscard]] std::size_t bytes() const noexcept
+    {
+        return m_Depths.capacity() * sizeof(float) + m_Light.capacity() + m_Selected.bytes() +
+               m_Pointed.bytes();
+    }
 
 private:
-    // How much of each pixel has a mark, and where in each row such pixels are.
-    struct Coverage
-    {
-        std::vector<std::uint8_t> shares;
-        // Half-open; empty where a row has none. No rows: nothing has the mark.
-        struct Stretch
-        {
-            int begin;
-            int end;
-        };
-        std::vector<Stretch> rows;
-    };
-
     [[nodiscard]] std::size_t pixelAt(int x, int y) const noexcept
     {
         return std::size_t(y) * std::size_t(m_Width) + std::size_t(x);
@@ -58,13 +51,10 @@ private:
     // What lies behind something near gets less light: the depth is compared with its average
     // around the pixel, after T. Luft, C. Colditz and O. Deussen, "Image enhancement by unsharp
     // masking the depth buffer", ACM Trans. Graph. 25, 1206 (2006).
-    void castShadows(const Samples &samples, int perAxis, const Projection &projection,
-                     float behind);
-    void findCoverage(const Samples &samples, int perAxis, const Palette &palette,
-                      std::uint8_t mark, Coverage &coverage) const;
-    // Paints the outline of what is covered into a row of pixels.
-    void paintOutline(const Coverage &coverage, std::uint32_t color, int row,
-                      std::uint32_t *pixels) const;
+    void findSurroundings(const Samples &samples, int perAxis, const Projection &projection,
+                          float behind);
+    template <int kPerAxis, bool kIsPerspective>
+    void lightRow(const Samples &samples, float eyeDistance, float behind, const Look &look, int y);
 
     int m_Width = 0;
     int m_Height = 0;
@@ -72,8 +62,8 @@ private:
     std::vector<float> m_Depths;
     // Of each pixel, how much light is left of it.
     std::vector<std::uint8_t> m_Light;
-    Coverage m_Selected;
-    Coverage m_Pointed;
+    Outline m_Selected;
+    Outline m_Pointed;
 };
 
 } // namespace structures

@@ -15,6 +15,10 @@ constexpr std::size_t kQuickBytes = 22U << 20;
 constexpr std::size_t kFineBytes = 40U << 20;
 // Milliseconds, for thirty pictures a second.
 constexpr qint64 kLongest = 33;
+// In a row, before less is drawn: one alone may have waited for a processor.
+constexpr int kSlowPictures = 2;
+// Pixels an Angstrom, below which a coarse mesh looks as a fine one does.
+constexpr float kCoarseBelow = 4;
 
 } // namespace
 
@@ -42,6 +46,7 @@ void PictureMaker::setScene(std::shared_ptr<const PictureScene> scene)
     stop();
     m_Scene = std::move(scene);
     m_Effort = Effort::Full;
+    m_SlowPictures = 0;
     m_IsStale = true;
 }
 
@@ -68,7 +73,7 @@ void PictureMaker::point(Pick pick)
         return;
     markPointed();
     if (!m_IsStale)
-        m_Shown->recolor(m_Palette);
+        m_Shown->repoint(m_Palette);
 }
 
 void PictureMaker::markPointed()
@@ -104,7 +109,8 @@ void PictureMaker::drawNow(const Camera &camera, const Look &look, const QSize &
     if (!m_Scene || size.isEmpty())
         return;
     PictureRequest quick = request();
-    quick.isCoarse = m_Effort != Effort::Full;
+    quick.isCoarse =
+        m_Effort != Effort::Full || float(size.height()) < kCoarseBelow * camera.height;
     if (m_Effort == Effort::Half)
         quick.size = (size / 2).expandedTo({1, 1});
     QElapsedTimer timer;
@@ -112,8 +118,12 @@ void PictureMaker::drawNow(const Camera &camera, const Look &look, const QSize &
     m_Quick.draw(quick, m_Palette);
     m_Shown = &m_Quick;
     m_IsStale = false;
-    if (timer.elapsed() > kLongest && m_Effort != Effort::Half)
-        m_Effort = m_Effort == Effort::Full ? Effort::Coarse : Effort::Half;
+    m_SlowPictures = timer.elapsed() > kLongest ? m_SlowPictures + 1 : 0;
+    if (m_SlowPictures == kSlowPictures) {
+        m_SlowPictures = 0;
+        if (m_Effort != Effort::Half)
+            m_Effort = m_Effort == Effort::Full ? Effort::Coarse : Effort::Half;
+    }
 }
 
 void PictureMaker::drawWell()
@@ -146,6 +156,9 @@ void PictureMaker::show(bool isComplete)
     if (!isComplete)
         return;
     m_Shown = &m_Fine;
+    // The next motion may be quicker.
+    if (m_Effort != Effort::Full)
+        m_Effort = m_Effort == Effort::Half ? Effort::Coarse : Effort::Full;
     point(m_Pointed);
     emit finished();
 }

@@ -64,6 +64,8 @@ private:
     QSize m_Size;
     // While it moves: what a picture takes, in turn, when one has taken too long.
     enum class Effort { Full, Coarse, Half } m_Effort = Effort::Full;
+    // In a row.
+    int m_SlowPictures = 0;
 
     Renderer m_Quick;
     Renderer m_Fine;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Renderer.h"
 
+#include "Parallel.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -236,6 +238,54 @@ TEST(Renderer, TheSameRequestGivesTheSameBytes)
     EXPECT_EQ(first.image(), second.image());
 }
 
+TEST(Renderer, AnyNumberOfThreadsMakesTheSamePicture)
+{
+    Shapes shapes = randomSpheres(300, 5);
+    const Shapes others = oneOfEach();
+    shapes.mesh = others.mesh;
+    shapes.sticks = others.sticks;
+    Picture picture(shapes);
+    Palette palette = paletteOf(300);
+    palette.marks[7] = Palette::kSelected;
+    for (const int perAxis : {1, 2}) {
+        picture.request.perAxis = perAxis;
+        s_MostThreads = 1;
+        Renderer alone;
+        ASSERT_TRUE(alone.draw(picture.request, palette));
+        for (const unsigned threads : {2U, 3U, 7U}) {
+            s_MostThreads = threads;
+            Renderer together;
+            ASSERT_TRUE(together.draw(picture.request, palette));
+            EXPECT_EQ(together.image(), alone.image()) << threads;
+            EXPECT_EQ(together.picks(), alone.picks()) << threads;
+        }
+        s_MostThreads = 0;
+    }
+}
+
+TEST(Renderer, PointingPaintsTheSameAsPaintingAll)
+{
+    for (const int perAxis : {1, 2}) {
+        Picture picture(randomSpheres(300, 9));
+        picture.request.perAxis = perAxis;
+        Palette palette = paletteOf(300);
+        palette.marks[3] = palette.marks[4] = Palette::kSelected;
+        Renderer pointing;
+        Renderer painting;
+        ASSERT_TRUE(pointing.draw(picture.request, palette));
+        ASSERT_TRUE(painting.draw(picture.request, palette));
+        for (const std::size_t pick : {17U, 80U, 3U, 0U, 250U}) {
+            for (std::uint8_t &marks : palette.marks)
+                marks = std::uint8_t(marks & ~Palette::kPointed);
+            if (pick != 0)
+                palette.marks[pick] = std::uint8_t(palette.marks[pick] | Palette::kPointed);
+            ASSERT_TRUE(pointing.repoint(palette));
+            ASSERT_TRUE(painting.recolor(palette));
+            EXPECT_EQ(pointing.image(), painting.image()) << pick;
+        }
+    }
+}
+
 TEST(Renderer, ATransparentPictureHasNothingButShapes)
 {
     Picture picture(oneOfEach());
@@ -304,15 +354,26 @@ TEST(Renderer, APictureThatIsStoppedLeavesTheOneBefore)
     EXPECT_EQ(renderer.image(), before);
 }
 
+// Of any size, with all that is noted of what is selected and pointed at.
 TEST(Renderer, LargePicturesNeedNoMoreThanTheirShare)
 {
+    constexpr std::size_t kMost = std::size_t(20) << 20;
     Picture picture(oneOfEach());
-    picture.request.size = {4000, 3000};
-    picture.request.perAxis = 2;
-    Renderer renderer(std::size_t(20) << 20);
-    ASSERT_TRUE(renderer.draw(picture.request, paletteOf(4)));
-    EXPECT_LE(renderer.bytes(), std::size_t(20) << 20);
-    EXPECT_EQ(renderer.pickAt(2000 - int(4 * 3000.0F / 44), 1500), 2U);
+    Palette palette = paletteOf(4);
+    palette.marks[2] = Palette::kSelected;
+    palette.marks[3] = Palette::kPointed;
+    Renderer renderer(kMost);
+    for (const QSize &size : {QSize(700, 500), QSize(1280, 800), QSize(2500, 1800), QSize(60, 9000),
+                              QSize(9000, 60), QSize(1280, 800)})
+        for (const int perAxis : {1, 2}) {
+            picture.request.size = size;
+            picture.request.perAxis = perAxis;
+            ASSERT_TRUE(renderer.draw(picture.request, palette));
+            EXPECT_LE(renderer.bytes(), kMost) << size.width() << ", " << perAxis;
+            EXPECT_EQ(renderer.pickAt(size.width() / 2 - int(4 * float(size.height()) / 44),
+                                      size.height() / 2),
+                      size.width() < size.height() ? 0U : 2U);
+        }
 }
 
 } // namespace RendererTest
