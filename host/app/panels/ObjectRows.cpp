@@ -259,20 +259,27 @@ void ObjectRows::fetchMore(Row &row)
     m_IsMatching = false;
 }
 
-void ObjectRows::fetchAll(Row &row)
+bool ObjectRows::fetchAll(Row &row)
 {
     const std::size_t at = row.rows.size();
-    m_IsMatching = true;
     // No object comes or goes during long work.
-    LongWork work("Listing", row.known - at, LongWork::Kind::Fixed);
+    LongWork work("Listing", row.known - at, LongWork::Kind::Reading);
     std::vector<std::unique_ptr<Row>> fresh;
     fresh.reserve(row.known - at);
-    for (std::size_t i = at; i < row.known; ++i) {
-        static_cast<void>(work.goesOn());
-        fresh.push_back(makeRow(row, child(row, i)));
+    Row *const sequences = m_Sequences;
+    m_IsMatching = true;
+    bool goesOn = true;
+    for (std::size_t i = at; i < row.known && goesOn; ++i) {
+        goesOn = work.goesOn();
+        if (goesOn)
+            fresh.push_back(makeRow(row, child(row, i)));
     }
-    insertRows(row, at, std::move(fresh));
+    if (goesOn)
+        insertRows(row, at, std::move(fresh));
+    else
+        m_Sequences = sequences;
     m_IsMatching = false;
+    return goesOn;
 }
 
 } // namespace TAMBO::app

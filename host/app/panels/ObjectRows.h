@@ -61,7 +61,8 @@ public:
     void synchronise();
     [[nodiscard]] bool canFetchMore(const Row &row) const noexcept;
     void fetchMore(Row &row);
-    void fetchAll(Row &row);
+    // False when the user has given it up; then nothing has been added.
+    [[nodiscard]] bool fetchAll(Row &row);
 
 private:
     using Children = std::vector<Compound *>;

@@ -2,6 +2,7 @@
 #include "ObjectTree.h"
 
 #include "Alignment.h"
+#include "LongStages.h"
 #include "ObjectCommands.h"
 #include "ObjectTreeModel.h"
 #include "Publisher.h"
@@ -136,15 +137,19 @@ std::vector<Compound *> ObjectTree::pickedObjects() const
 // million of them.
 void ObjectTree::selectAll()
 {
+    LongStages stages("Selecting", 2);
     QItemSelection all;
-    appendUnfolded({}, all);
+    if (!appendUnfolded({}, all))
+        return;
+    stages.next();
     selectionModel()->select(all, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-void ObjectTree::appendUnfolded(const QModelIndex &parent, QItemSelection &out)
+bool ObjectTree::appendUnfolded(const QModelIndex &parent, QItemSelection &out)
 {
     // Of one that was unfolded a moment ago nobody may have asked for a row yet.
-    m_Objects.fetchAll(parent);
+    if (!m_Objects.fetchAll(parent))
+        return false;
     int begin = 0;
     const auto appendTo = [&](int end) {
         if (begin < end)
@@ -157,9 +162,11 @@ void ObjectTree::appendUnfolded(const QModelIndex &parent, QItemSelection &out)
             continue;
         // In the order in which they are seen.
         appendTo(row + 1);
-        appendUnfolded(index, out);
+        if (!appendUnfolded(index, out))
+            return false;
     }
     appendTo(m_Objects.rowCount(parent));
+    return true;
 }
 
 // Rows of deleted objects leave the selection while the deletion is being published; guards are

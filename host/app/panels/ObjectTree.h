@@ -42,8 +42,9 @@ protected:
 private:
     void activate(const QModelIndex &index);
     void unfoldFewSequences(const QModelIndex &parent, int first, int last);
-    // The rows below it, each that is unfolded followed by its own.
-    void appendUnfolded(const QModelIndex &parent, QItemSelection &out);
+    // The rows below it, each that is unfolded followed by its own. False when the user has given
+    // it up.
+    [[nodiscard]] bool appendUnfolded(const QModelIndex &parent, QItemSelection &out);
     // In the order of the ranges.
     [[nodiscard]] std::vector<Compound *> objectsOf(const QItemSelection &rows) const;
 

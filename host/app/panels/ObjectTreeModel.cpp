@@ -156,10 +156,9 @@ void ObjectTreeModel::fetchMore(const QModelIndex &parent)
         m_Rows.fetchMore(*rowOf(parent));
 }
 
-void ObjectTreeModel::fetchAll(const QModelIndex &parent)
+bool ObjectTreeModel::fetchAll(const QModelIndex &parent)
 {
-    if (canFetchMore(parent))
-        m_Rows.fetchAll(*rowOf(parent));
+    return !canFetchMore(parent) || m_Rows.fetchAll(*rowOf(parent));
 }
 
 void ObjectTreeModel::appendObjects(const QModelIndex &parent, int begin, int end,

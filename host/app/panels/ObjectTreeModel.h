@@ -47,8 +47,9 @@ public:
     bool hasChildren(const QModelIndex &parent = {}) const override;
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;
-    // All that are left at once, as far as there are any.
-    void fetchAll(const QModelIndex &parent);
+    // All that are left at once, as far as there are any. False when the user has given it up; then
+    // there are as many as before.
+    [[nodiscard]] bool fetchAll(const QModelIndex &parent);
     // Those of the rows [begin, end) below the parent that stand for one.
     void appendObjects(const QModelIndex &parent, int begin, int end,
                        std::vector<Compound *> &out) const;

@@ -9,6 +9,8 @@
 
 namespace TAMBO {
 
+class LongStages;
+
 class [[nodiscard]] LongWork
 {
 public:
@@ -25,7 +27,8 @@ public:
         Fixed
     };
 
-    // what: for the user, as "Coloring". Of works inside each other the outermost is shown.
+    // what: for the user, as "Coloring". Of works inside each other the outermost is shown, works
+    // inside of LongStages as parts of these.
     LongWork(const char *what, std::size_t pieces, Kind kind);
     ~LongWork();
     LongWork(const LongWork &) = delete;
@@ -46,6 +49,8 @@ private:
     std::size_t m_Pieces;
     Kind m_Kind;
     bool m_IsOutermost;
+    // Null outside of any.
+    const LongStages *m_Stages;
     // Known from the first look on.
     bool m_CanBeGivenUp = false;
     bool m_IsGivenUp = false;

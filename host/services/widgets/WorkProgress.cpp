@@ -54,7 +54,9 @@ bool WorkProgress::goesOn(const char *what, double share, bool canBeGivenUp)
     if (now - m_Begin < kPatience || now - m_LastLook < kBetweenLooks)
         return true;
     if (m_Box == nullptr)
-        show(what, canBeGivenUp);
+        show(what);
+    // Parts of the same work may differ in that.
+    m_Box->setStoppable(canBeGivenUp);
     m_Box->setDone(share);
     // Work that an event begins is within this one, and not asked about.
     QCoreApplication::processEvents();
@@ -62,7 +64,7 @@ bool WorkProgress::goesOn(const char *what, double share, bool canBeGivenUp)
     return !m_IsStopped;
 }
 
-void WorkProgress::show(const char *what, bool canBeGivenUp)
+void WorkProgress::show(const char *what)
 {
     for (QWidget *const window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && window->updatesEnabled()) {
@@ -73,7 +75,6 @@ void WorkProgress::show(const char *what, bool canBeGivenUp)
     m_Box = new ProgressBox(tr("Please Wait"), QString(), m_WindowInUse());
     m_Box->setObjectName(QStringLiteral("WorkProgress"));
     m_Box->setText(QCoreApplication::translate("LongWork", what));
-    m_Box->setStoppable(canBeGivenUp);
     m_Box->setWindowModality(Qt::ApplicationModal);
     QObject::connect(m_Box, &ProgressBox::stopped, m_Box, [this] {
         m_IsStopped = true;

@@ -43,7 +43,7 @@ public:
 
 private:
     [[nodiscard]] bool goesOn(const char *what, double share, bool canBeGivenUp);
-    void show(const char *what, bool canBeGivenUp);
+    void show(const char *what);
     void end();
 
     WindowInUse m_WindowInUse;

@@ -14,6 +14,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace ObjectTreeTest {
 
 using namespace TAMBO;
@@ -167,14 +171,38 @@ TEST_F(ObjectTreeTest, PickingAllOfManyRowsShowsHowFarItIs)
 {
     alignment("family", std::vector<std::string>(1000, "AC"));
     m_Tree.expand(m_Model.sequencesIndex());
-    std::vector<std::string> told;
-    modelHooks().working = [&](const char *what, double, bool) {
-        told.emplace_back(what);
+    std::vector<std::pair<std::string, double>> told;
+    int ends = 0;
+    modelHooks().working = [&](const char *what, double share, bool canBeGivenUp) {
+        EXPECT_TRUE(canBeGivenUp);
+        told.emplace_back(what, share);
         return true;
     };
+    modelHooks().worked = [&] { ++ends; };
     m_Tree.selectAll();
     modelHooks().working = nullptr;
-    EXPECT_EQ(told, (std::vector<std::string>{"Listing", "Selecting"}));
+    modelHooks().worked = nullptr;
+    EXPECT_EQ(told,
+              (std::vector<std::pair<std::string, double>>{{"Selecting", 0}, {"Selecting", 0.5}}))
+        << "listing them first is a part of it";
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(ObjectTreeTest, PickingAllCanBeGivenUpWhileTheRowsAreListed)
+{
+    const Alignment &shown = alignment("family", std::vector<std::string>(1000, "AC"));
+    const QModelIndex sequences = m_Model.sequencesIndex();
+    m_Tree.expand(sequences);
+    const int listed = m_Model.rowCount(sequences);
+    ASSERT_LT(listed, 1000);
+    modelHooks().working = [](const char *, double, bool) { return false; };
+    m_Tree.selectAll();
+    modelHooks().working = nullptr;
+    EXPECT_EQ(m_Model.rowCount(sequences), listed);
+    EXPECT_TRUE(m_Tree.pickedObjects().empty());
+    EXPECT_FALSE(shown.GetSeq(0)->IsSelected());
+    m_Tree.selectAll();
+    EXPECT_EQ(m_Tree.pickedObjects().size(), 1001U);
 }
 
 TEST_F(ObjectTreeTest, WhatIsFoldedIsNotPickedWithAll)

@@ -4,6 +4,7 @@
 #include "unit/model/AlignmentFixture.h"
 
 #include "Hooks.h"
+#include "LongStages.h"
 #include "LongWork.h"
 
 #include <array>
@@ -11,6 +12,7 @@
 #include <vector>
 
 using TAMBO::Alignment;
+using TAMBO::LongStages;
 using TAMBO::LongWork;
 
 namespace LongPassTest {
@@ -216,6 +218,43 @@ TEST_F(LongPass, OfWorkInsideOtherWorkTheOuterOneIsShown)
     ASSERT_EQ(m_Looks.size(), 1U);
     EXPECT_EQ(m_Looks.front().what, "Outer");
     EXPECT_FALSE(m_Looks.front().canBeGivenUp);
+    EXPECT_EQ(m_Ends, 1U);
+}
+
+TEST_F(LongPass, StagesAreShownAsOneWork)
+{
+    const Alignment &all = family();
+    {
+        LongStages stages("All of it", 2);
+        EXPECT_EQ(all.majorities().size(), 4U);
+        EXPECT_EQ(m_Ends, 0U);
+        stages.next();
+        LongWork second("Second", 1, LongWork::Kind::Fixed);
+        EXPECT_TRUE(second.goesOn());
+    }
+    ASSERT_EQ(m_Looks.size(), kLooks + 1);
+    for (const Look &look : m_Looks)
+        EXPECT_EQ(look.what, "All of it");
+    for (std::size_t i = 0; i < kLooks; ++i)
+        EXPECT_DOUBLE_EQ(m_Looks[i].share, double(i * LongWork::kStride) / double(kRows) / 2);
+    EXPECT_DOUBLE_EQ(m_Looks.back().share, 0.5);
+    EXPECT_TRUE(m_Looks.front().canBeGivenUp);
+    EXPECT_FALSE(m_Looks.back().canBeGivenUp);
+    EXPECT_EQ(m_Ends, 1U);
+    LongWork alone("Alone", 1, LongWork::Kind::Fixed);
+    EXPECT_TRUE(alone.goesOn());
+    EXPECT_EQ(m_Looks.back().what, "Alone") << "they are over";
+}
+
+TEST_F(LongPass, StagesInsideOfOtherWorkAreNotShown)
+{
+    {
+        LongWork outer("Outer", 1, LongWork::Kind::Fixed);
+        LongStages stages("Stages", 2);
+        EXPECT_TRUE(outer.goesOn());
+    }
+    ASSERT_EQ(m_Looks.size(), 1U);
+    EXPECT_EQ(m_Looks.front().what, "Outer");
     EXPECT_EQ(m_Ends, 1U);
 }
 
