@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -31,12 +32,15 @@ constexpr char kGap = '-';
 constexpr std::size_t kBlock = 128;
 using Count = std::uint8_t;
 
-// The row, and gaps behind it up to the end of a block.
-std::string textOf(const TAMBO::Alignment &alignment, unsigned long row)
+using Block = std::array<char, kBlock>;
+
+// The last columns, and gaps behind them up to the end of a block.
+Block lastBlock(const std::string &row, std::size_t begin)
 {
-    std::string text = alignment.GetSequence(row, false);
-    text.resize((text.size() + kBlock - 1) / kBlock * kBlock, kGap);
-    return text;
+    Block block{};
+    block.fill(kGap);
+    row.copy(block.data(), kBlock, begin);
+    return block;
 }
 
 // Without a question about a single column, so that many are looked at in one instruction.
@@ -64,12 +68,15 @@ void countBlock(const char *rowA, const char *rowB, Identity &result)
 
 Identity compare(const TAMBO::Alignment &alignment, unsigned long row)
 {
-    const std::string rowA = textOf(alignment, 0);
-    const std::string rowB = textOf(alignment, row);
+    const std::string rowA = alignment.GetSequence(0, false);
+    const std::string rowB = alignment.GetSequence(row, false);
     const std::size_t columns = std::min(rowA.size(), rowB.size());
     Identity result;
-    for (std::size_t begin = 0; begin < columns; begin += kBlock)
+    std::size_t begin = 0;
+    for (; begin + kBlock <= columns; begin += kBlock)
         countBlock(rowA.data() + begin, rowB.data() + begin, result);
+    if (begin < columns)
+        countBlock(lastBlock(rowA, begin).data(), lastBlock(rowB, begin).data(), result);
     const auto hangs = [&](std::size_t i) { return rowA[i] != kGap || rowB[i] != kGap; };
     const auto hasBoth = [&](std::size_t i) { return rowA[i] != kGap && rowB[i] != kGap; };
     if (result.identicals + result.different == 0) {
@@ -92,28 +99,23 @@ class Text
 public:
     Text() { m_Text.reserve(kRoom); }
 
-    Text &operator<<(const char *text)
+    Text &operator<<(std::string_view text)
     {
-        m_Text += QLatin1String(text);
-        return *this;
-    }
-    Text &operator<<(const std::string &name)
-    {
-        m_Text += QString::fromStdString(name);
+        m_Text += text;
         return *this;
     }
     Text &operator<<(unsigned long number)
     {
         std::array<char, 20> digits{};
         const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-        m_Text += QLatin1String(digits.data(), result.ptr - digits.data());
+        m_Text.append(digits.data(), result.ptr);
         return *this;
     }
     // With two decimals, halves rounded up, in six places.
     Text &operator<<(double fraction)
     {
-        constexpr qsizetype places = 6;
-        const qsizetype begin = m_Text.size();
+        constexpr std::size_t places = 6;
+        const std::size_t begin = m_Text.size();
         if (std::isnan(fraction)) {
             *this << "nan";
         } else {
@@ -124,16 +126,17 @@ public:
                 static_cast<unsigned long>(whole) + (hundredths - whole >= 0.5L ? 1 : 0);
             *this << count / 100 << "." << count / 10 % 10 << count % 10;
         }
-        if (const qsizetype length = m_Text.size() - begin; length < places)
-            m_Text.insert(begin, QLatin1String("      ", places - length));
+        if (const std::size_t length = m_Text.size() - begin; length < places)
+            m_Text.insert(begin, places - length, ' ');
         return *this;
     }
-    [[nodiscard]] const QString &string() const noexcept { return m_Text; }
+    [[nodiscard]] QString string() const { return QString::fromStdString(m_Text); }
 
 private:
-    static constexpr qsizetype kRoom = 320;
+    static constexpr std::size_t kRoom = 320;
 
-    QString m_Text;
+    // Names are in the coding of files.
+    std::string m_Text;
 };
 
 } // namespace
