@@ -97,7 +97,12 @@ std::optional<OccupancyRow::Word> AlignmentRow::takeFew(Column begin, unsigned c
         return std::nullopt;
     const std::uint32_t total = m_Cells.residues();
     const OccupancyRow::Taken taken = m_Cells.takeFromShort(begin, count);
-    dropResidues(taken.before, taken.before + (total - m_Cells.residues()), total, removed);
+    const std::uint32_t behind = taken.before + (total - m_Cells.residues());
+    // Whether there was a residue is anybody's guess in each row, so nothing asks for it.
+    if (!m_Extras.hasSegments() && behind < total)
+        m_Extras.setSkip({taken.before, behind - taken.before});
+    else
+        dropResidues(taken.before, behind, total, removed);
     return taken.cells;
 }
 
