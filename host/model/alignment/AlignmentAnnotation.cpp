@@ -61,6 +61,61 @@ void AlignmentAnnotation::removeColumns(Column column, Column count)
     }
 }
 
+void AlignmentAnnotation::openColumns(const std::vector<GapRun> &runs)
+{
+    for (Annotation &line : m_Lines) {
+        Column added = 0;
+        for (auto run = runs.begin(); run != runs.end() && run->column < line.text.size(); ++run)
+            added += run->count;
+        std::string opened;
+        opened.reserve(line.text.size() + added);
+        Column done = 0;
+        for (const GapRun &run : runs) {
+            if (run.column >= line.text.size())
+                break;
+            opened.append(line.text, done, run.column - done);
+            opened.append(run.count, kNothing);
+            done = run.column;
+        }
+        opened.append(line.text, done);
+        line.text = std::move(opened);
+    }
+}
+
+void AlignmentAnnotation::closeColumns(const std::vector<GapRun> &runs)
+{
+    for (Annotation &line : m_Lines) {
+        std::string kept;
+        kept.reserve(line.text.size());
+        Column done = 0;
+        Column closed = 0;
+        for (const GapRun &run : runs) {
+            const Column begin = run.column + closed;
+            if (begin >= line.text.size())
+                break;
+            kept.append(line.text, done, begin - done);
+            done = std::min<Column>(begin + run.count, line.text.size());
+            closed += run.count;
+        }
+        kept.append(line.text, done);
+        line.text = std::move(kept);
+    }
+}
+
+std::uint64_t AlignmentAnnotation::characters() const noexcept
+{
+    std::uint64_t sum = 0;
+    for (const Annotation &line : m_Lines)
+        sum += line.text.size();
+    return sum;
+}
+
+std::uint64_t AlignmentAnnotation::linesBehind(Column column) const noexcept
+{
+    return std::uint64_t(std::ranges::count_if(
+        m_Lines, [column](const Annotation &line) { return line.text.size() > column; }));
+}
+
 std::size_t AlignmentAnnotation::bytes() const noexcept
 {
     return sizeof(*this) + bytesOf(m_Remarks) + bytesOf(m_Lines);

@@ -3,6 +3,7 @@
 // has any; most have none.
 #pragma once
 
+#include "OccupancyRow.h"
 #include "Records.h"
 
 #include <cstddef>
@@ -38,6 +39,13 @@ public:
     // What stands at column and behind it moves right; nothing is known of the new columns.
     void insertColumns(Column column, Column count);
     void removeColumns(Column column, Column count);
+    // The same of many, in one pass; runs in ascending order.
+    void openColumns(const std::vector<GapRun> &runs);
+    void closeColumns(const std::vector<GapRun> &runs);
+    // How many characters the lines have.
+    [[nodiscard]] std::uint64_t characters() const noexcept;
+    // How many lines go on behind the column.
+    [[nodiscard]] std::uint64_t linesBehind(Column column) const noexcept;
 
     void write(ValueWriter &out) const;
     [[nodiscard]] static std::unique_ptr<AlignmentAnnotation> read(ValueReader &in);

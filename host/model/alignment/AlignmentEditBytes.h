@@ -18,4 +18,11 @@ void storeBreaks(const BreakColumns &columns, EditWriter &out);
 [[nodiscard]] std::uint32_t residuesIn(const OccupancyRow &cells, AlignmentTable::Column begin,
                                        AlignmentTable::Column count);
 
+// A few bytes that somebody has made may ask for more memory than there is. What users have done
+// takes less than this, in bytes.
+[[nodiscard]] bool isAffordable(std::uint64_t now, std::uint64_t then);
+// Of the annotation's lines, when columns come into them.
+[[nodiscard]] bool canOpen(const AlignmentAnnotation *annotation, AlignmentTable::Column column,
+                           AlignmentTable::Column count);
+
 } // namespace TAMBO

@@ -262,13 +262,12 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
         for (const auto &row : rows)
             row->openGaps(runs, width() + added);
     });
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-        m_Profiles.insertColumns(run->column, run->count);
-        m_SelectedColumns.insertColumns(run->column, run->count);
-        if (m_Annotation != nullptr)
-            m_Annotation->insertColumns(run->column, run->count);
+    m_Profiles.openColumns(runs);
+    m_SelectedColumns.openColumns(runs);
+    if (m_Annotation != nullptr)
+        m_Annotation->openColumns(runs);
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
-    }
     setWidth(width() + added);
 }
 
@@ -283,14 +282,13 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
         for (const auto &row : rows)
             row->closeGaps(runs, width() - removed);
     });
+    m_Profiles.closeColumns(runs);
+    m_SelectedColumns.closeColumns(runs);
+    if (m_Annotation != nullptr)
+        m_Annotation->closeColumns(runs);
     // Each run stands where it counts once those before it are gone.
-    for (const GapRun &run : runs) {
-        m_Profiles.removeColumns(run.column, run.count);
-        m_SelectedColumns.removeColumns(run.column, run.count);
-        if (m_Annotation != nullptr)
-            m_Annotation->removeColumns(run.column, run.count);
+    for (const GapRun &run : runs)
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
-    }
     setWidth(width() - removed);
 }
 

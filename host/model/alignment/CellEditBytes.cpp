@@ -160,7 +160,8 @@ bool RestoreColumnsEdit::fits() const
 {
     const Column width = m_Table.width() + m_Count;
     if (m_Begin > m_Table.width() || width > kWidest || !breaksFit(m_Table, m_Cells.breaks) ||
-        m_Cells.bits.size() != m_Table.rowCount() * m_Count || !fitsRange(width))
+        m_Cells.bits.size() != m_Table.rowCount() * m_Count || !fitsRange(width) ||
+        !canOpen(m_Table.annotation(), m_Begin, m_Count))
         return false;
     auto next = m_Cells.residues.begin();
     for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
@@ -216,7 +217,7 @@ bool ReplaceColumnsEdit::fits() const
     const Column width = m_Table.width() - m_Stretch.oldCount + m_Stretch.newCount;
     if (!areWithin(m_Table, m_Stretch.begin, m_Stretch.oldCount) || width > kWidest ||
         m_Bits.size() != m_Table.rowCount() * m_Stretch.newCount || !breaksFit(m_Table, m_Breaks) ||
-        !fitsRange(width))
+        !fitsRange(width) || !canOpen(m_Table.annotation(), m_Stretch.begin, m_Stretch.newCount))
         return false;
     for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
         if (bitsIn(m_Bits.bits(i * m_Stretch.newCount, m_Stretch.newCount)) !=

@@ -46,12 +46,10 @@ std::vector<GapRun> loadRuns(EditReader &in)
     return runs;
 }
 
-// A few bytes that somebody has made may ask for more memory than there is: columns before residues
-// take some in each row. What users have closed takes less than this.
-bool isAffordable(const AlignmentTable &table, const std::vector<GapRun> &runs)
+// Columns before residues take memory in each row, and those before the end of a line of the
+// annotation take more.
+bool canOpenAll(const AlignmentTable &table, const std::vector<GapRun> &runs)
 {
-    constexpr std::uint64_t kAlways = std::uint64_t(1) << 30;
-    constexpr std::uint64_t kGrowth = 64;
     constexpr std::uint64_t kColumnsOfByte = 8;
     std::vector<Column> sums(1, 0);
     for (const GapRun &run : runs)
@@ -64,7 +62,7 @@ bool isAffordable(const AlignmentTable &table, const std::vector<GapRun> &runs)
         now += end / kColumnsOfByte;
         then += (end + sums[std::size_t(behind - runs.begin())]) / kColumnsOfByte;
     }
-    return then <= kAlways + kGrowth * now;
+    return isAffordable(now, then) && canOpen(table.annotation(), runs.front().column, sums.back());
 }
 
 bool standsWithin(const Range &range, Column width)
@@ -72,7 +70,26 @@ bool standsWithin(const Range &range, Column width)
     return range.first >= range.second || range.second <= width;
 }
 
+// Lines that are shorter grow up to there.
+bool canWrite(const AlignmentAnnotation &annotation, std::size_t lines, Column end)
+{
+    return isAffordable(annotation.characters(), lines * end);
+}
+
 } // namespace
+
+bool isAffordable(std::uint64_t now, std::uint64_t then)
+{
+    constexpr std::uint64_t kAlways = std::uint64_t(1) << 30;
+    constexpr std::uint64_t kGrowth = 64;
+    return then <= kAlways + kGrowth * now;
+}
+
+bool canOpen(const AlignmentAnnotation *annotation, Column column, Column count)
+{
+    return annotation == nullptr ||
+           isAffordable(annotation->characters(), annotation->linesBehind(column) * count);
+}
 
 void ColumnEdit::storeRange(EditWriter &out) const
 {
@@ -131,7 +148,7 @@ bool OpenColumnsEdit::fits() const
     for (const GapRun &run : m_Runs)
         width += run.count;
     return m_Runs.back().column <= m_Table.width() && width <= kMost && fitsRange(width) &&
-           isAffordable(m_Table, m_Runs);
+           canOpenAll(m_Table, m_Runs);
 }
 
 void CloseColumnsEdit::store(EditWriter &out) const
@@ -199,7 +216,8 @@ void ColumnTextEdit::storeInverse(EditWriter &out) const
 bool ColumnTextEdit::fits() const
 {
     return areWithin(m_Table, m_Begin, m_Count) && m_Table.annotation() != nullptr &&
-           m_Table.annotation()->texts(0, 0).size() == m_Texts.size();
+           m_Table.annotation()->texts(0, 0).size() == m_Texts.size() &&
+           canWrite(*m_Table.annotation(), m_Texts.size(), m_Begin + m_Count);
 }
 
 std::unique_ptr<Edit> ColumnEdit::load(EditTag tag, AlignmentTable &table, const char *kind,

@@ -16,6 +16,8 @@ constexpr OccupancyRow::Column kBatchColumns = 128;
 // The same for whoever wants all columns: of a million rows each is another walk through the
 // memory, so that few passes count. What they count in still fits the fastest memory.
 constexpr OccupancyRow::Column kWideBatch = 512;
+// Of columns that are moved for runs of others, one after the other: some milliseconds.
+constexpr std::size_t kMostMovedSlots = std::size_t(1) << 24;
 
 } // namespace
 
@@ -116,6 +118,27 @@ void ColumnProfiles::removeColumns(Column begin, Column count)
     const Column end = std::min<Column>(begin + count, m_SlotOf.size());
     m_SlotOf.erase(m_SlotOf.begin() + std::ptrdiff_t(begin),
                    m_SlotOf.begin() + std::ptrdiff_t(end));
+}
+
+void ColumnProfiles::forgetBefore(const std::vector<GapRun> &runs) noexcept
+{
+    if (runs.size() * m_SlotOf.size() > kMostMovedSlots)
+        clear();
+}
+
+void ColumnProfiles::openColumns(const std::vector<GapRun> &runs)
+{
+    forgetBefore(runs);
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+        insertColumns(run->column, run->count);
+}
+
+// Each run stands where it counts once those before it are gone.
+void ColumnProfiles::closeColumns(const std::vector<GapRun> &runs)
+{
+    forgetBefore(runs);
+    for (const GapRun &run : runs)
+        removeColumns(run.column, run.count);
 }
 
 void ColumnProfiles::forget(Column begin, Column end) noexcept

@@ -34,9 +34,11 @@ public:
     // Before and after the residues in [begin, end) of a row change.
     void subtract(const AlignmentRow &row, Column begin, Column end) noexcept;
     void add(const AlignmentRow &row, Column begin, Column end);
-    // Columns of gaps.
+    // Columns of gaps. Of many runs, what is known is forgotten instead of being moved for each.
     void insertColumns(Column at, Column count);
     void removeColumns(Column begin, Column count);
+    void openColumns(const std::vector<GapRun> &runs);
+    void closeColumns(const std::vector<GapRun> &runs);
     void forget(Column begin, Column end) noexcept;
     // For columns that go and may come back: the counts of each, none of one that is not kept.
     using Counts = std::vector<std::vector<std::uint32_t>>;
@@ -61,6 +63,7 @@ private:
     {
         return column < m_SlotOf.size() ? m_SlotOf[column] : kNone;
     }
+    void forgetBefore(const std::vector<GapRun> &runs) noexcept;
     [[nodiscard]] Slot takeSlot();
     void release(Slot slot) noexcept;
     // The letter's place among the counts of a column; true when it has one without more room.

@@ -16,6 +16,8 @@ using Column = OccupancyRow::Column;
 
 // So many rows mostly show of every column that it is not selected.
 constexpr std::size_t kFewRows = 256;
+// Of words that are moved for runs of columns, one after the other: some milliseconds.
+constexpr std::size_t kMostMovedWords = std::size_t(1) << 22;
 
 Words wordsOf(const AlignmentRow &row, std::size_t block) noexcept
 {
@@ -232,6 +234,29 @@ void SelectedColumns::removeColumns(Column begin, Column count) noexcept
 {
     for (auto *const words : {&m_Known, &m_Holding, &m_Unselected})
         removeBits(*words, begin, count);
+}
+
+void SelectedColumns::forgetBefore(const std::vector<GapRun> &runs) noexcept
+{
+    if (runs.size() * m_Known.size() <= kMostMovedWords)
+        return;
+    for (auto *const words : {&m_Known, &m_Holding, &m_Unselected})
+        words->clear();
+}
+
+void SelectedColumns::openColumns(const std::vector<GapRun> &runs) noexcept
+{
+    forgetBefore(runs);
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+        insertColumns(run->column, run->count);
+}
+
+// Each run stands where it counts once those before it are gone.
+void SelectedColumns::closeColumns(const std::vector<GapRun> &runs) noexcept
+{
+    forgetBefore(runs);
+    for (const GapRun &run : runs)
+        removeColumns(run.column, run.count);
 }
 
 void SelectedColumns::forget(Column begin, Column end) noexcept

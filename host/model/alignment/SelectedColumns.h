@@ -26,9 +26,11 @@ public:
     // To be called around every change that moves the residues of one row within [begin, end).
     void subtract(const AlignmentRow &row, Column begin, Column end) noexcept;
     void add(const AlignmentRow &row, Column begin, Column end) noexcept;
-    // Columns of gaps.
+    // Columns of gaps. Of many runs, what is known is forgotten instead of being moved for each.
     void insertColumns(Column at, Column count) noexcept;
     void removeColumns(Column begin, Column count) noexcept;
+    void openColumns(const std::vector<GapRun> &runs) noexcept;
+    void closeColumns(const std::vector<GapRun> &runs) noexcept;
     // The cells in [begin, end) have changed.
     void forget(Column begin, Column end) noexcept;
     void addRows(const Rows &added) noexcept;
@@ -43,6 +45,7 @@ public:
 private:
     using Words = std::array<OccupancyRow::Word, OccupancyRow::kBlockWords>;
 
+    void forgetBefore(const std::vector<GapRun> &runs) noexcept;
     [[nodiscard]] bool knowsWhetherAny() const noexcept;
     [[nodiscard]] bool isAnySelected(const Rows &rows) noexcept;
     void find(const Rows &rows, Column width, std::size_t index);

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a file said of columns, rows and residues goes through edits and comes back.
+#include "AlignmentAnnotation.h"
 #include "ObjectFactory.h"
 #include "RecordMaker.h"
 #include "TableChanges.h"
 #include "unit/model/AlignmentFixture.h"
 
+#include <random>
+
 using TAMBO::Alignment;
+using TAMBO::AlignmentAnnotation;
 using TAMBO::AlignmentRecord;
 using TAMBO::Annotation;
 using TAMBO::RowRecord;
@@ -242,6 +246,45 @@ TEST_F(AlignmentAnnotationTest, BytesCountWhatWasSaid)
     record.columnAnnotations = {{"RF", "abcd"}};
     record.rows[0].annotations = {{"DE", std::string(2000, 'x')}};
     EXPECT_GE(adopt(record).table().bytes(), plain + 3000);
+}
+
+// As if each run were opened or closed by itself.
+TEST_F(AlignmentAnnotationTest, ManyRunsMoveTextLikeOneAfterTheOther)
+{
+    std::mt19937 random(3);
+    const auto upTo = [&](std::size_t most) { return std::size_t(random() % (most + 1)); };
+    for (int round = 0; round < 300; ++round) {
+        Annotations lines(3, {"SS", ""});
+        for (Annotation &line : lines)
+            for (std::size_t length = upTo(30); length > 0; --length)
+                line.text += char('a' + upTo(25));
+        std::vector<TAMBO::GapRun> runs;
+        std::size_t column = upTo(5);
+        for (std::size_t i = upTo(6); i > 0; --i) {
+            runs.push_back({column, 1 + upTo(4)});
+            column += 1 + upTo(8);
+        }
+        AlignmentAnnotation one({}, lines);
+        AlignmentAnnotation other({}, lines);
+        const auto expectSame = [&] {
+            for (std::size_t i = 0; i < lines.size(); ++i)
+                EXPECT_EQ(one.lines(99)[i].text, other.lines(99)[i].text) << round;
+            EXPECT_EQ(one.characters(), other.characters()) << round;
+        };
+        one.openColumns(runs);
+        for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+            other.insertColumns(run->column, run->count);
+        expectSame();
+        one.closeColumns(runs);
+        for (const TAMBO::GapRun &run : runs)
+            other.removeColumns(run.column, run.count);
+        expectSame();
+        // What stood there before was no gap of their making.
+        one.closeColumns(runs);
+        for (const TAMBO::GapRun &run : runs)
+            other.removeColumns(run.column, run.count);
+        expectSame();
+    }
 }
 
 } // namespace AlignmentAnnotationTest

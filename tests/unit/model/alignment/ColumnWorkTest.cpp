@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Edits of columns go through all rows, and do nothing there that takes memory or a second look.
+#include "AlignmentRow.h"
+#include "ColumnProfiles.h"
 #include "unit/model/AlignmentFixture.h"
 
 #include "bench/HeapCount.h"
 
 #include <cstddef>
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 using TAMBO::Alignment;
 
@@ -80,6 +85,34 @@ TEST_F(ColumnWork, LettersOfColumnsThatComeBackAreNotCountedAnew)
         EXPECT_EQ(now.isAlone, before[column].isAlone);
     }
     EXPECT_EQ(heapAllocations(), allocations) << "what is counted in is made for it";
+}
+
+// Every other column of a wide alignment closes and opens: what is known of each column is not
+// moved once for each of them.
+TEST_F(ColumnWork, OfVeryManyRunsWhatIsKnownOfColumnsIsFoundAnew)
+{
+    constexpr std::size_t kRuns = 30'000;
+    TAMBO::Peptide sequence("a", std::string(kRuns, 'A'));
+    TAMBO::ColumnProfiles::Rows rows;
+    rows.push_back(
+        std::make_unique<TAMBO::AlignmentRow>(sequence, TAMBO::OccupancyRow::filled(kRuns)));
+    TAMBO::ColumnProfiles profiles;
+    std::vector<TAMBO::GapRun> runs;
+    for (std::size_t i = 0; i < kRuns; ++i)
+        runs.push_back({i, 1});
+    const auto look = [&](std::size_t width) { (void)profiles.majority(rows, width, width - 1); };
+
+    look(kRuns);
+    profiles.openColumns({runs.begin(), runs.begin() + 10});
+    EXPECT_FALSE(profiles.isEmpty());
+    profiles.openColumns(runs);
+    EXPECT_TRUE(profiles.isEmpty());
+    look(kRuns);
+    profiles.closeColumns({runs.begin(), runs.begin() + 10});
+    EXPECT_FALSE(profiles.isEmpty());
+    look(kRuns);
+    profiles.closeColumns(runs);
+    EXPECT_TRUE(profiles.isEmpty());
 }
 
 } // namespace ColumnWorkTest
