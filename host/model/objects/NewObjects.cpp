@@ -29,13 +29,21 @@ bool NewObjects::add(StoredObject &object, StoredHead head)
     return true;
 }
 
-Result<void> NewObjects::complete()
+Result<void> NewObjects::complete(const GoesOn &goesOn)
 {
+    constexpr std::size_t kStride = 4096;
+    std::size_t looks = 0;
+    const auto isGivenUp = [&] { return ++looks % kStride == 0 && goesOn && !goesOn(); };
+    const Failure givenUp(FailureKind::Cancelled, "cancelled");
     for (const auto &link : m_Links) {
+        if (isGivenUp())
+            return givenUp;
         if (Result<void> done = link(); !done)
             return done;
     }
     for (const auto &[object, identity] : m_Objects) {
+        if (isGivenUp())
+            return givenUp;
         if (!object->restoreIdentity(identity))
             return Failure(FailureKind::BadInput,
                            "no object can have the number " + std::to_string(identity));

@@ -37,8 +37,10 @@ public:
     // What is done when all are there. False when it cannot be, which the cause says.
     void linkLater(std::function<Result<void>()> link) { m_Links.push_back(std::move(link)); }
 
+    // Asked now and then whether the work is to go on.
+    using GoesOn = std::function<bool()>;
     // Links are made, and the objects get their numbers and values.
-    [[nodiscard]] Result<void> complete();
+    [[nodiscard]] Result<void> complete(const GoesOn &goesOn = {});
 
 private:
     ObjectIndex &m_Known;

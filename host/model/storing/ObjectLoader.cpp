@@ -205,38 +205,45 @@ std::unique_ptr<StoredObject> *ObjectLoader::place(std::uint32_t identity)
 }
 
 // Each stands there once, and is what can stand there.
-std::string ObjectLoader::problemOfOrder()
+Result<void> ObjectLoader::checkOrder(const GoesOn &goesOn)
 {
+    constexpr std::size_t kStride = 4096;
     std::vector<bool> isSeen(m_Objects.size(), false);
+    std::size_t looks = 0;
     for (const std::uint32_t identity : m_Order) {
+        if (++looks % kStride == 0 && goesOn && !goesOn())
+            return Failure(FailureKind::Cancelled, "cancelled");
+        const auto problem = [identity](const char *what) {
+            return Failure(FailureKind::BadInput, "object " + std::to_string(identity) + what);
+        };
         const std::unique_ptr<StoredObject> *const found = place(identity);
-        const std::string name = "object " + std::to_string(identity);
         if (found == nullptr)
-            return name + " is missing in the space";
+            return problem(" is missing in the space");
         const auto index = std::size_t(found - m_Objects.data());
         if (isSeen[index])
-            return name + " is in the space twice";
+            return problem(" is in the space twice");
         isSeen[index] = true;
         const CompoundKind kind = (*found)->asCompound().Kind();
         if (kind == CompoundKind::Group || kind == CompoundKind::Element)
-            return name + " cannot stand in the space";
+            return problem(" cannot stand in the space");
     }
     return {};
 }
 
-Result<void> ObjectLoader::complete()
+Result<void> ObjectLoader::complete(const GoesOn &goesOn)
 {
     if (m_Failure)
         return *m_Failure;
     arrange();
-    std::string problem = missing();
-    if (problem.empty())
-        problem = problemOfOrder();
-    if (!problem.empty())
+    if (std::string problem = missing(); !problem.empty())
         return fail(std::move(problem));
-    Result<void> done = m_New.complete();
-    if (!done)
-        return fail(done.error().cause);
+    Result<void> done = checkOrder(goesOn);
+    if (done)
+        done = m_New.complete(goesOn);
+    if (!done) {
+        m_Failure = done.error();
+        return done;
+    }
     growAllRevisions();
     return {};
 }

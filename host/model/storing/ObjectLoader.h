@@ -37,8 +37,9 @@ public:
 
     // The next piece. After a failure nothing comes of the others either.
     [[nodiscard]] Result<void> read(std::string_view bytes);
+    using GoesOn = NewObjects::GoesOn;
     // All pieces are there: the objects get their numbers, and may be taken.
-    [[nodiscard]] Result<void> complete();
+    [[nodiscard]] Result<void> complete(const GoesOn &goesOn = {});
 
     // What is said of Space, and the objects that stood there, in their order. Space is empty.
     [[nodiscard]] Result<void> fill(ObjectSpace &space);
@@ -76,7 +77,7 @@ private:
     void makeAlignment(std::unique_ptr<AlignmentParts> parts, ObjectReader &in);
     // Empty when all that was begun is there.
     [[nodiscard]] std::string missing() const;
-    [[nodiscard]] std::string problemOfOrder();
+    [[nodiscard]] Result<void> checkOrder(const GoesOn &goesOn);
     void arrange();
     // Null for a number that no object has that owns itself.
     [[nodiscard]] std::unique_ptr<StoredObject> *place(std::uint32_t identity);

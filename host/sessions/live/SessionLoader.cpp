@@ -25,9 +25,9 @@ Result<void> loadState(StoreReader &store, ObjectIndex &index, ObjectSpace &spac
         return count.error();
     if (count.value() == 0)
         return {};
-    StateLoader state(index, space, history);
     LongWork work("Opening the session", count.value(), LongWork::Kind::Reading);
     std::size_t parts = 0;
+    StateLoader state(index, space, history, [&] { return work.goesOnAt(parts); });
     Result<void> done =
         store.forEachPart([&](std::uint32_t kind, std::string_view content) -> Result<void> {
             if (!work.goesOnAt(parts++))

@@ -47,7 +47,7 @@ Result<void> StateLoader::endObjects()
 {
     if (std::exchange(m_HasObjects, true))
         return {};
-    if (Result<void> done = m_Objects.complete(); !done)
+    if (Result<void> done = m_Objects.complete(m_GoesOn); !done)
         return done;
     return m_Objects.fill(m_Space);
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace TAMBO {
 class History;
@@ -18,8 +19,14 @@ class StateLoader
 {
 public:
     // All of them outlive this. Space and history are empty, and to be emptied after a failure.
-    StateLoader(ObjectIndex &index, ObjectSpace &space, History &history)
-        : m_Index(index), m_Space(space), m_History(history), m_Objects(index)
+    // goesOn is asked now and then within parts that take long.
+    StateLoader(ObjectIndex &index, ObjectSpace &space, History &history,
+                ObjectLoader::GoesOn goesOn = {})
+        : m_Index(index),
+          m_Space(space),
+          m_History(history),
+          m_GoesOn(std::move(goesOn)),
+          m_Objects(index)
     { }
 
     // The next part.
@@ -35,6 +42,7 @@ private:
     ObjectIndex &m_Index;
     ObjectSpace &m_Space;
     History &m_History;
+    ObjectLoader::GoesOn m_GoesOn;
     ObjectLoader m_Objects;
     bool m_HasObjects = false;
     bool m_IsComplete = false;

@@ -223,6 +223,39 @@ TEST_F(ObjectStoring, ObjectRefersToOneThatWasLoadedBefore)
     EXPECT_EQ(FullState::of(*loaded), before);
 }
 
+// Whoever waits for a million of them may call it off.
+TEST_F(ObjectStoring, BetweenSomeThousandObjectsItIsAskedWhetherTheWorkGoesOn)
+{
+    constexpr std::size_t kSequences = 20'000;
+    constexpr std::size_t kLeastLooks = 2 * (kSequences / 4096);
+    for (std::size_t i = 0; i < kSequences; ++i)
+        peptide("s", "A");
+    const Pieces pieces = piecesOfSpace();
+    space().reset();
+    std::size_t looks = 0;
+    const auto completed = [&](std::size_t most, ObjectIndex &index) {
+        looks = 0;
+        ObjectLoader loader(index);
+        for (const std::string &piece : pieces)
+            EXPECT_TRUE(loader.read(piece));
+        TAMBO::Result<void> done = loader.complete([&] { return ++looks <= most; });
+        return done ? loader.fill(space()) : done;
+    };
+    for (std::size_t most = 0; most < kLeastLooks; ++most) {
+        ObjectIndex index;
+        const TAMBO::Result<void> done = completed(most, index);
+        ASSERT_FALSE(done) << most;
+        EXPECT_EQ(done.error().kind, TAMBO::FailureKind::Cancelled);
+        EXPECT_EQ(looks, most + 1);
+        EXPECT_EQ(index.size(), 0U);
+        EXPECT_EQ(space().objectCount(), 0U);
+    }
+    ObjectIndex index;
+    EXPECT_TRUE(completed(kSequences, index));
+    EXPECT_GE(looks, kLeastLooks);
+    EXPECT_EQ(space().objectCount(), kSequences);
+}
+
 // Sequences come before the chains that they are tied to, as they stand in Space.
 TEST_F(ObjectStoring, TiesLeadToChainsThatComeLater)
 {
