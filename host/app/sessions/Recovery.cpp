@@ -2,7 +2,6 @@
 #include "Recovery.h"
 
 #include "ChangeScope.h"
-#include "DestroyedObjects.h"
 #include "History.h"
 #include "LoadedWork.h"
 #include "ObjectSpace.h"
@@ -11,7 +10,10 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <cstddef>
 #include <limits>
+#include <numeric>
+#include <vector>
 
 namespace TAMBO::app {
 
@@ -44,14 +46,21 @@ QStringList remarksOn(const sessions::LoadedSession &loaded, std::uint64_t leftO
     return remarks;
 }
 
-// Whatever is locked.
+// Whatever is locked. Whoever shows objects hears of it while they are still there: changes that
+// were done again have told of them.
 void emptyWorkbench(ObjectSpace &space, History &history)
 {
+    std::vector<std::size_t> all(space.objectCount());
+    std::iota(all.begin(), all.end(), std::size_t(0));
+    ObjectContainer::Objects gone;
     {
         const ChangeScope scope(Publisher::Delete);
-        destroyObjects({space.begin(), space.end()});
+        gone = space.takeObjects(all);
     }
     history.clear();
+    // The newest first, as Space does it.
+    while (!gone.empty())
+        gone.pop_back();
     space.reset();
 }
 

@@ -322,6 +322,37 @@ TEST_F(LiveStoreTest, FilesAreSavedOfLockedObjects)
     EXPECT_EQ(space().objectCount(), 0u);
 }
 
+// As a window does that shows a list of the objects.
+class ListedObjects final : public Subscriber
+{
+public:
+    void commUpdate() override { listed = {Space::instance()->begin(), Space::instance()->end()}; }
+    void commAdd() override { commUpdate(); }
+    void commDelete() override { commUpdate(); }
+
+    std::vector<Compound *> listed;
+};
+
+TEST_F(LiveStoreTest, WhoeverShowsObjectsHearsThatTheyAreGoneOnceTheirFilesAreSaved)
+{
+    Alignment &made = alignment("family", {"AC-D", "A-CD"});
+    rename(made, "globins");
+    // Locked in the state that the store begins with, and only there.
+    ASSERT_TRUE(setObjectLocked(made, true));
+    auto store = begin();
+    waitUntilSafe(*store);
+    ASSERT_TRUE(setObjectLocked(made, false));
+    ASSERT_TRUE(m_History.undo());
+    endAndLeave(store);
+    const ListedObjects window;
+    const auto saved =
+        app::saveAsFiles(sessions().leftBehind().at(0), space(), m_History, m_Folder.path());
+    ASSERT_TRUE(saved) << saved.error().message();
+    EXPECT_EQ(saved.value().files, 1);
+    EXPECT_TRUE(window.listed.empty());
+    EXPECT_EQ(space().objectCount(), 0U);
+}
+
 // What can be done again is.
 TEST_F(LiveStoreTest, FilesAreSavedThoughTheChangesCannotAllBeDoneAgain)
 {
