@@ -23,6 +23,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QIcon>
+#include <QPixmap>
 #include <QStyle>
 #include <QTimer>
 
@@ -95,20 +96,29 @@ void returnLargeBlocks()
 #endif
 }
 
-// Every menu bar asks the style for this one, and the first picture of all has the toolkit load its
-// libraries for pictures.
-void preparePictures()
+// Every menu bar asks the style for the first one, and the first picture of all has the toolkit
+// load its libraries for pictures. The other one is the icon of the editor's window; the toolkit
+// keeps a picture that was read a moment ago.
+void preparePictures(const TAMBO::app::Plugins &plugins)
 {
     static_cast<void>(
         QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton));
+    const auto viewers = plugins.alignmentViewers();
+    if (viewers.empty())
+        return;
+    const std::string name = viewers.front()->descriptor.name.toStdString();
+    const std::string icon = Config::GetSetting(name, "Icon").ToString();
+    if (!icon.empty())
+        QPixmap().load(QString::fromStdString(Config::GetIconDir() + '/' + icon));
 }
 
 int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
 {
     Workbench workbench;
-    preparePictures();
-    // From here on there may be texts.
-    fonts.reset();
+    preparePictures(workbench.plugins());
+    // Before there may be texts; as late as can be, since it takes longer than all that is done
+    // meanwhile.
+    const auto waitForFonts = [&fonts] { fonts.reset(); };
     int status = EXIT_SUCCESS;
     QObject::connect(&workbench, &Workbench::started, qApp, [&](const LoadReport &report) {
         status = tellBadFiles(report);
@@ -119,17 +129,20 @@ int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
         workbench.keepWork();
         // Files are read while the windows come up.
         if (!line.files.empty())
-            return workbench.showAndOpen({line.files.begin(), line.files.end()});
+            return workbench.showAndOpen({line.files.begin(), line.files.end()}, waitForFonts);
+        waitForFonts();
         workbench.window().show();
         if (endsWhenPainted())
             whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
     };
     // Questions are for somebody who sees the window.
     const bool mayAsk = Workbench::mayHaveLeftWork();
-    if (mayAsk)
+    if (mayAsk) {
+        waitForFonts();
         workbench.window().show();
-    else
+    } else {
         begin();
+    }
     const TAMBO::app::EndSignals endSignals;
     QObject::connect(&endSignals, &TAMBO::app::EndSignals::asked, &workbench,
                      &Workbench::endOnRequest);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Has the system's settings of fonts read while the toolkit connects to the screen and plug-ins are
-// loaded.
+// Has the system's settings of fonts read while the toolkit connects to the screen, plug-ins are
+// loaded and the first file begins to be read.
 #pragma once
 
 #include <thread>

@@ -90,7 +90,9 @@ public:
     // Opens the files of the call, then the editor on the first alignment among them.
     void openAtStart(std::vector<std::filesystem::path> files);
     // The same, and shows the workbench's window: below the editor when that is soon there.
-    void showAndOpen(std::vector<std::filesystem::path> files);
+    // beforeTexts: called when texts are about to be measured, maybe again.
+    void showAndOpen(
+        std::vector<std::filesystem::path> files, const std::function<void()> &beforeTexts = [] {});
     void open(const QStringList &files);
     // With a file dialog; false when the user chose nothing.
     bool askAndOpen(QWidget *parent);

@@ -77,16 +77,18 @@ std::optional<WriteOptions> optionsOf(const LoadReport::Origin &origin)
 
 } // namespace
 
-void Workbench::showAndOpen(std::vector<fs::path> files)
+void Workbench::showAndOpen(std::vector<fs::path> files, const std::function<void()> &beforeTexts)
 {
     if (shownWindow() == nullptr && areQuicklyOpened(files) &&
         !m_Plugins.alignmentViewers().empty()) {
         m_FirstPlaces->expectWorkbench(MainWindow::firstPlace());
         m_LateWindow->expect();
     } else {
+        beforeTexts();
         window().show();
     }
     openAtStart(std::move(files));
+    beforeTexts();
     prepareFonts();
 }
 

@@ -166,7 +166,12 @@ TEST_F(WorkbenchTest, TheWindowShowsWhatWasOpenedBeforeItWasMade)
 
 TEST_F(WorkbenchTest, WithoutAnEditorTheWindowComesAtOnce)
 {
-    m_Workbench->showAndOpen({write("x.fasta", ">a\nAC-DEF\n").toStdString()});
+    std::vector<bool> shownBeforeTexts;
+    m_Workbench->showAndOpen({write("x.fasta", ">a\nAC-DEF\n").toStdString()}, [&] {
+        shownBeforeTexts.push_back(m_Workbench->shownWindow() != nullptr);
+    });
+    ASSERT_FALSE(shownBeforeTexts.empty());
+    EXPECT_FALSE(shownBeforeTexts.front()) << "a window has texts";
     EXPECT_TRUE(window().isVisible());
     EXPECT_TRUE(waitUntil([this] { return !m_Reports.empty(); }));
 }
