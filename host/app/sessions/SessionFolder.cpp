@@ -35,7 +35,7 @@ int attemptsOn(const QString &file)
 }
 
 // Nothing for one that runs, or in which nothing has happened.
-std::optional<LeftSession> lookAt(const QFileInfo &file)
+std::optional<LeftSession> lookAtSession(const QFileInfo &file)
 {
     LeftSession session;
     session.file = file.absoluteFilePath();
@@ -114,7 +114,7 @@ std::vector<LeftSession> SessionFolder::leftBehind() const
     std::vector<LeftSession> found;
     const QFileInfoList files = QDir(m_Path).entryInfoList({u'*' + kEnding}, QDir::Files);
     for (const QFileInfo &file : files) {
-        if (std::optional<LeftSession> session = lookAt(file))
+        if (std::optional<LeftSession> session = lookAtSession(file))
             found.push_back(std::move(*session));
     }
     std::ranges::stable_sort(found, std::ranges::greater(), &LeftSession::time);

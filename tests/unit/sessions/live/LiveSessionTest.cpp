@@ -364,9 +364,9 @@ TEST_F(ALargeArrival, IsNotWrittenOnceMoreForEachChangeOfAnAlignment)
 // No change waits for all of it.
 TEST_F(ALargeArrival, OfSequencesIsWaitedForLittleByEachChangeOfAnAlignment)
 {
-    bringSequences(3000);
+    bringSequences(1000);
     TAMBO::Alignment &rows = annotated("family");
-    atOnce = 30'000;
+    atOnce = 10'000;
     beginSession(0);
     session->writeMore(1000);
     std::size_t changes = 0;
