@@ -6,6 +6,7 @@
 #include "CellPlaces.h"
 #include "Export.h"
 
+#include <QFont>
 #include <QObject>
 #include <QPoint>
 #include <QRect>
@@ -114,6 +115,15 @@ public:
     virtual void setNameWidth(int width) = 0;
     // Back to eight of the window's own cells.
     virtual void resetNameWidth() = 0;
+
+    // ---- The font
+
+    // That the user, or somebody for him, gave the window after it was opened; nothing as long as
+    // it has the one that it began with.
+    [[nodiscard]] virtual std::optional<QFont> chosenFont() const;
+    // Cells and header take the size that it asks for. What is seen first stays so. A window whose
+    // font cannot be chosen ignores it.
+    virtual void setChosenFont(const QFont &font);
 
     // ---- Painting and holding
 

@@ -19,7 +19,7 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr std::uint64_t kWindowsForm = 1;
+constexpr auto kWindowsForm = WindowState::Form::WithFont;
 constexpr std::size_t kMostWindows = 200;
 
 struct KeptWindow
@@ -38,12 +38,13 @@ std::uint64_t useOf(AlignmentWindow *window)
 Result<std::vector<KeptWindow>> readWindows(std::string_view content)
 {
     ValueReader in(content);
-    if (in.number() != kWindowsForm)
+    const std::uint64_t form = in.number();
+    if (form < std::uint64_t(WindowState::Form::WithoutFont) || form > std::uint64_t(kWindowsForm))
         in.fail("its form is unknown");
     std::vector<KeptWindow> kept;
     for (std::uint64_t left = in.number(kMostWindows); left > 0 && !in.failed(); --left) {
         const std::uint64_t use = in.number();
-        kept.push_back({WindowState::read(in), use});
+        kept.push_back({WindowState::read(in, WindowState::Form(form)), use});
     }
     if (!in.atEnd())
         in.fail("there is something behind its end");
@@ -79,7 +80,7 @@ std::string OpenWindows::store() const
     if (!m_HadAny)
         return {};
     ValueWriter out;
-    out.number(kWindowsForm);
+    out.number(std::uint64_t(kWindowsForm));
     out.number(shown.size());
     for (AlignmentWindow *const window : shown) {
         out.number(useOf(window));

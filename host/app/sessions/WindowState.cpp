@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "FontBytes.h"
 #include "StoredObject.h"
 #include "ValueBytes.h"
 
@@ -127,6 +128,7 @@ WindowState WindowState::of(const AlignmentWindow &window)
             state.m_Bars.push_back(
                 {bar->objectName(), int(frame.toolBarArea(bar)), !bar->isHidden()});
     }
+    state.m_Font = window.chosenFont();
     const QSize cell = window.cellSize();
     if (cell != window.ownCellSize())
         state.m_Cell = cell;
@@ -162,9 +164,12 @@ void WindowState::write(ValueWriter &out) const
         out.signedNumber(*m_NameWidth);
     out.real(m_First.x());
     out.real(m_First.y());
+    out.flag(m_Font.has_value());
+    if (m_Font)
+        writeFont(*m_Font, out);
 }
 
-WindowState WindowState::read(ValueReader &in)
+WindowState WindowState::read(ValueReader &in, Form form)
 {
     WindowState state;
     state.m_Alignment = std::uint32_t(in.number(std::numeric_limits<std::uint32_t>::max()));
@@ -188,12 +193,17 @@ WindowState WindowState::read(ValueReader &in)
         state.m_NameWidth = readPixels(in, 1);
     const double column = readCells(in);
     state.m_First = {column, readCells(in)};
+    if (form == Form::WithFont && in.flag())
+        state.m_Font = readFont(in);
     return state;
 }
 
 void WindowState::apply(AlignmentWindow &window) const
 {
     QMainWindow &frame = *window.mainWindow();
+    // How small the window can be follows it.
+    if (m_Font)
+        window.setChosenFont(*m_Font);
     applyPlace(frame);
     applyBars(frame);
     settleLayout(&frame);
@@ -227,7 +237,8 @@ void WindowState::applyBars(QMainWindow &window) const
 
 void WindowState::applyView(AlignmentWindow &window) const
 {
-    if (m_NameWidth) {
+    // Else it is what the window itself makes of the font.
+    if (m_NameWidth && *m_NameWidth != window.nameWidth()) {
         window.setNameWidth(*m_NameWidth);
         settleLayout(window.mainWindow()->centralWidget());
     }

@@ -3,6 +3,7 @@
 // logical pixels.
 #pragma once
 
+#include <QFont>
 #include <QPoint>
 #include <QPointF>
 #include <QRect>
@@ -35,8 +36,10 @@ public:
     [[nodiscard]] static WindowState of(const AlignmentWindow &window);
 
     void write(ValueWriter &out) const;
+    // The forms that have been written so far; the last one is what is written.
+    enum class Form : std::uint8_t { WithoutFont = 1, WithFont = 2 };
     // Numbers that no window can have make the reader fail.
-    [[nodiscard]] static WindowState read(ValueReader &in);
+    [[nodiscard]] static WindowState read(ValueReader &in, Form form);
 
     // The window is on the screen and shows the alignment.
     void apply(AlignmentWindow &window) const;
@@ -63,6 +66,8 @@ private:
     bool m_IsFullScreen = false;
     bool m_IsMinimised = false;
     std::vector<Bar> m_Bars;
+    // Nothing for the one that the window begins with.
+    std::optional<QFont> m_Font;
     // Nothing for what the window's font asks.
     std::optional<QSize> m_Cell;
     std::optional<int> m_NameWidth;

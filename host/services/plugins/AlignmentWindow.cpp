@@ -174,4 +174,11 @@ void AlignmentWindow::showCell(const CellIndex &cell, Placement placement)
                   wayIntoSight(rect.top(), rect.bottom() + 1, seen.height())});
 }
 
+std::optional<QFont> AlignmentWindow::chosenFont() const
+{
+    return std::nullopt;
+}
+
+void AlignmentWindow::setChosenFont(const QFont &) { }
+
 } // namespace TAMBO

@@ -47,7 +47,10 @@ bool isOfKeys(QEvent::Type type) noexcept
 } // namespace
 
 AlignmentWindowService::AlignmentWindowService(const Parts &parts, Commands commands)
-    : m_Parts(parts), m_Commands(std::move(commands)), m_ToldCellSize(cellSize())
+    : m_Parts(parts),
+      m_Commands(std::move(commands)),
+      m_FirstFont(parts.measures.font()),
+      m_ToldCellSize(cellSize())
 {
     m_Parts.window.installEventFilter(this);
     for (QCanvasView *view :
@@ -187,6 +190,18 @@ void AlignmentWindowService::setNameWidth(int width)
 void AlignmentWindowService::resetNameWidth()
 {
     m_Commands.setNameWidth(0);
+}
+
+std::optional<QFont> AlignmentWindowService::chosenFont() const
+{
+    const QFont &font = m_Parts.measures.font();
+    return font == m_FirstFont ? std::nullopt : std::optional(font);
+}
+
+void AlignmentWindowService::setChosenFont(const QFont &font)
+{
+    if (font != m_Parts.measures.font())
+        m_Commands.setFont(font);
 }
 
 void AlignmentWindowService::repaint(WindowArea area, const QRect &rect)

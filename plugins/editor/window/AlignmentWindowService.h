@@ -34,6 +34,7 @@ public:
         std::function<void(const QSize &)> setCell;
         // 0 for the window's own.
         std::function<void(int)> setNameWidth;
+        std::function<void(const QFont &)> setFont;
         // Makes what is shown that of the alignment.
         std::function<void()> catchUp;
     };
@@ -64,6 +65,8 @@ public:
     [[nodiscard]] int nameWidth() const override;
     void setNameWidth(int width) override;
     void resetNameWidth() override;
+    [[nodiscard]] std::optional<QFont> chosenFont() const override;
+    void setChosenFont(const QFont &font) override;
     void repaint(TAMBO::WindowArea area, const QRect &rect) override;
     void endDrag() override;
 
@@ -78,6 +81,7 @@ private:
 
     Parts m_Parts;
     Commands m_Commands;
+    const QFont m_FirstFont;
     TAMBO::Alignment *m_Shown = nullptr;
     // What the others were told of last; only to be compared.
     const TAMBO::Alignment *m_Told = nullptr;

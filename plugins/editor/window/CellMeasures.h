@@ -13,6 +13,7 @@ class CellMeasures
 public:
     // Cells are as large as the font asks, whatever was wanted before.
     void setFont(const QFont &font);
+    [[nodiscard]] const QFont &font() const noexcept { return m_Font; }
     // As that font asks.
     [[nodiscard]] QSize ownCell() const noexcept { return m_OwnCell; }
     [[nodiscard]] QSize largestCell() const;

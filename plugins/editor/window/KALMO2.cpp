@@ -161,6 +161,7 @@ void KALMO2::CreateService()
     AlignmentWindowService::Commands commands;
     commands.setCell = [this](const QSize &size) { setCellSize(size); };
     commands.setNameWidth = [this](int width) { setNameWidth(width); };
+    commands.setFont = [this](const QFont &font) { showFont(font); };
     commands.catchUp = [this] { m_CatchUp->now(); };
     m_Service = std::make_unique<AlignmentWindowService>(
         AlignmentWindowService::Parts{*this, *m_View, *m_Header, *m_Names,
@@ -275,8 +276,12 @@ void KALMO2::ChangeFont()
     const QFont before = dialogFont(m_Font);
     const QFont font = QFontDialog::getFont(&chosen, before, this);
     // The dialog runs an event loop, in which the window may have been closed.
-    if (!alive || !chosen)
-        return;
+    if (alive && chosen)
+        showFont(font);
+}
+
+void KALMO2::showFont(const QFont &font)
+{
     TAMBO::Alignment *shown = m_Data;
     const QPoint firstCell(m_View->contentsX() / m_Measures.cellWidth(),
                            m_View->contentsY() / m_Measures.cellHeight());

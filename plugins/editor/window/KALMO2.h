@@ -126,6 +126,8 @@ private:
     void setCellSize(const QSize &size);
     // 0 for what the font asks.
     void setNameWidth(int width);
+    // What is seen first stays so.
+    void showFont(const QFont &font);
     [[nodiscard]] int nameWidth() const;
     void fitNames();
     void showName();

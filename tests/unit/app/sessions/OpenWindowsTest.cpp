@@ -2,6 +2,7 @@
 // Windows that show alignments open again as they were.
 #include "OpenWindows.h"
 
+#include "ValueBytes.h"
 #include "ValuesFixture.h"
 #include "Viewer.h"
 #include "WindowState.h"
@@ -13,6 +14,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace OpenWindowsTest {
@@ -99,6 +101,65 @@ TEST_F(OpenWindowsTest, WhatAWindowChoosesItselfIsLeftToIt)
     EXPECT_EQ(m_Viewers[0]->m_Scrolled, QPoint(80, 160));
     EXPECT_FALSE(m_Viewers[0]->m_Bar->isHidden());
     EXPECT_EQ(stored(kName), kept);
+}
+
+// Of another screen of the same system, too.
+QFont chosen()
+{
+    QFont font("DejaVu Sans Mono", 23, QFont::Bold, true);
+    font.setStyleName("Bold Oblique");
+    font.setUnderline(true);
+    return font;
+}
+
+TEST_F(OpenWindowsTest, AChosenFontIsChosenAgain)
+{
+    open(&m_First).m_Font = chosen();
+    open(&m_Second).m_Font = QFont("DejaVu Sans");
+    m_Viewers[1]->m_Font->setPixelSize(17);
+    open(&m_Second);
+    const std::string kept = stored(kName);
+    EXPECT_THAT(closeAndLoad(), IsEmpty());
+    ASSERT_EQ(m_Viewers.size(), 3U);
+    EXPECT_EQ(m_Viewers[0]->m_Font, chosen());
+    EXPECT_EQ(m_Viewers[1]->m_Font->family(), "DejaVu Sans");
+    EXPECT_EQ(m_Viewers[1]->m_Font->pixelSize(), 17);
+    EXPECT_FALSE(m_Viewers[2]->m_Font);
+    EXPECT_EQ(stored(kName), kept);
+}
+
+TEST_F(OpenWindowsTest, ValuesFromBeforeFontsWereKeptAreStillTaken)
+{
+    // Of a window without a chosen font: one byte that says so, at the end.
+    open(&m_First).m_Cell = QSize(3, 5);
+    std::string kept = stored(kName);
+    m_Viewers.clear();
+    ASSERT_EQ(kept.front(), '\2');
+    kept.front() = '\1';
+    kept.pop_back();
+    EXPECT_THAT(load({{kName, kept}}), IsEmpty());
+    ASSERT_THAT(shown(), ElementsAre("first"));
+    EXPECT_EQ(m_Viewers[0]->m_Cell, QSize(3, 5));
+    kept.front() = '\3';
+    EXPECT_THAT(load({{kName, kept}}), ElementsAre(HasSubstr("form is unknown")));
+}
+
+TEST_F(OpenWindowsTest, AFontThatNobodyCanChooseOpensNothing)
+{
+    for (const double points : {0.5, 513.0, std::nan(""), -1e300}) {
+        open(&m_First).m_Font = chosen();
+        ValueWriter before;
+        before.real(chosen().pointSizeF());
+        ValueWriter after;
+        after.real(points);
+        std::string kept = stored(kName);
+        const std::size_t place = kept.rfind(before.bytes());
+        ASSERT_NE(place, std::string::npos);
+        kept.replace(place, after.size(), after.bytes());
+        m_Viewers.clear();
+        EXPECT_THAT(load({{kName, kept}}), ElementsAre(HasSubstr("font"))) << points;
+        EXPECT_THAT(shown(), IsEmpty());
+    }
 }
 
 TEST_F(OpenWindowsTest, AMaximisedWindowIsMaximisedAndKnowsItsOtherSize)
@@ -197,7 +258,7 @@ TEST_F(OpenWindowsTest, ThatAllWereClosedIsKeptToo)
 
 TEST_F(OpenWindowsTest, DamagedBytesOpenNothing)
 {
-    open(&m_First);
+    open(&m_First).m_Font = chosen();
     open(&m_Second);
     const std::string kept = stored(kName);
     m_Viewers.clear();
@@ -215,7 +276,7 @@ TEST_F(OpenWindowsTest, DamagedBytesOpenNothing)
 // Any byte may be another one: nothing worse than another window comes of it.
 TEST_F(OpenWindowsTest, NoByteDoesHarm)
 {
-    open(&m_First);
+    open(&m_First).m_Font = chosen();
     std::string kept = stored(kName);
     ObjectIndex objects;
     objects.addTree(space());

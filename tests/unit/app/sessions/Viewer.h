@@ -39,6 +39,8 @@ public:
     int nameWidth() const override { return m_NameWidth; }
     void setNameWidth(int width) override { m_NameWidth = width; }
     void resetNameWidth() override { m_NameWidth = 8 * kOwnCell.width(); }
+    std::optional<QFont> chosenFont() const override { return m_Font; }
+    void setChosenFont(const QFont &font) override { m_Font = font; }
     void repaint(TAMBO::WindowArea, const QRect &) override { }
     void endDrag() override { }
 
@@ -48,6 +50,7 @@ public:
     QToolBar *m_Bar = nullptr;
     QPoint m_Scrolled;
     QSize m_Cell = kOwnCell;
+    std::optional<QFont> m_Font;
     int m_NameWidth = 8 * kOwnCell.width();
 
 private:

@@ -3,6 +3,7 @@ tambo_test(kalmo_served_test QT
     SOURCES
         window/AlignmentWindowFixture.h
         window/CellSizeTest.cpp
+        window/ChosenFontTest.cpp
         window/EagerDisplay.h
         window/ItemsOnDemandTest.cpp
         PaintWatch.h
