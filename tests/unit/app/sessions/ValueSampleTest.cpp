@@ -43,8 +43,10 @@ using testing::IsSupersetOf;
 
 const fs::path kSamples = fs::path(TEST_DATA_DIR) / "sessions";
 constexpr const char *kBehindVersion = "-values.tambo";
+const std::string kFirst = "version-1";
 const QString kFile = "/nowhere/family.phy";
 const QString kLoss = "descriptions are lost";
+const QFont kFont("DejaVu Sans Mono", 23, QFont::Bold, true);
 constexpr FileState kState{1, 2, 3, 1'700'000'000'000'000'000, 5};
 
 class ColumnsPart final : public SessionPart
@@ -143,6 +145,7 @@ void ValueSample::openViewers(Alignment &first, Alignment &second)
     normal.m_Bar->hide();
     normal.mainWindow()->setGeometry(70, 80, 333, 222);
     open(second).mainWindow()->showMaximized();
+    m_Viewers[1]->m_Font = kFont;
     open(second).mainWindow()->showMinimized();
     open(first).mainWindow()->showFullScreen();
     m_Viewers[1]->activated();
@@ -201,7 +204,7 @@ TEST_F(ValueSample, OfEachVersionBringsAllOfThem)
                                   "plugin:columns", "plugin:missing", "windows"}))
             << entry.path();
     }
-    EXPECT_GE(found, 1U);
+    EXPECT_GE(found, 2U);
 }
 
 class KeptValueSample : public ValueSample, public testing::WithParamInterface<std::string>
@@ -221,6 +224,8 @@ protected:
         ASSERT_TRUE(m_First != nullptr && m_Second != nullptr && m_Molecule != nullptr);
     }
     void TearDown() override { setObjectLocked(*m_Molecule, false); }
+
+    [[nodiscard]] static bool keepsFonts() { return GetParam() != kFirst; }
 
     std::unique_ptr<LogLines> m_Log;
     Alignment *m_First = nullptr;
@@ -288,6 +293,8 @@ TEST_P(KeptValueSample, OpensTheWindowsAsTheyWere)
     EXPECT_EQ(maximised.m_NameWidth, 8 * Viewer::kOwnCell.width());
     EXPECT_EQ(maximised.m_Scrolled, QPoint());
     EXPECT_FALSE(maximised.m_Bar->isHidden());
+    EXPECT_EQ(maximised.m_Font, keepsFonts() ? std::optional(kFont) : std::nullopt);
+    EXPECT_FALSE(normal.m_Font);
     EXPECT_TRUE(m_Viewers[2]->mainWindow()->isMinimized());
     EXPECT_TRUE(m_Viewers[3]->mainWindow()->isFullScreen());
     waitUntil([&] { return m_Viewers[1]->mainWindow()->isActiveWindow(); });
@@ -300,8 +307,12 @@ TEST_P(KeptValueSample, GivesPlugInsTheirStateAndKeepsThatOfMissingOnes)
     EXPECT_EQ(m_Values.takeUnknown("plugin:missing"), "of a plug-in");
 }
 
-INSTANTIATE_TEST_SUITE_P(Sessions, KeptValueSample, testing::Values("version-1"),
-                         [](const auto &) { return std::string("OfTheFirstVersion"); });
+INSTANTIATE_TEST_SUITE_P(Sessions, KeptValueSample, testing::Values(kFirst, "version-2"),
+                         [](const auto &info) {
+                             const bool isFirst = info.param == kFirst;
+                             return std::string(isFirst ? "OfTheFirstVersion"
+                                                        : "OfTheSecondVersion");
+                         });
 
 // They stand in files and in what a killed workbench has left.
 TEST_F(ValueSample, NamesAreTheSameForEver)
