@@ -30,6 +30,7 @@ namespace {
 using structures::Camera;
 using structures::Coloring;
 using structures::Look;
+using structures::Pick;
 using structures::PictureMaker;
 using structures::PictureScene;
 using structures::Renderer;
@@ -128,7 +129,12 @@ public:
 
     void draw() { m_Maker.drawNow(m_Camera, Look(), kSize); }
     void recolor(Coloring coloring) { m_Maker.setPalette(m_Scene.palette(coloring)); }
-    void point(int x, int y) { m_Maker.point(m_Maker.pickAt(x, y)); }
+    [[nodiscard]] std::vector<Pick> visible() const
+    {
+        return m_Maker.picksIn(QRect(QPoint(), kSize));
+    }
+    // Looks up a place too, as the window does.
+    void point(Pick pick) { m_Maker.point(m_Maker.pickAt(640, 400) == pick ? 0 : pick); }
 
     [[nodiscard]] StructureScene &scene() noexcept { return m_Scene; }
     [[nodiscard]] const Camera &camera() const noexcept { return m_Camera; }
@@ -216,12 +222,13 @@ void newColors(benchmark::State &state)
             [&](int i) { view.recolor(i % 2 == 0 ? Coloring::Chain : Coloring::Workbench); });
 }
 
-// From residue to residue around the middle of the picture.
+// From one residue or atom that is to be seen to another.
 void pointing(benchmark::State &state)
 {
     load(int(state.range(0)));
     View view(static_cast<Style>(state.range(1)));
-    measure(state, [&](int i) { view.point(340 + i * 41 % 600, 330 + i * 7 % 140); });
+    const std::vector<Pick> visible = view.visible();
+    measure(state, [&](int i) { view.point(visible[std::size_t(i) * 977 % visible.size()]); });
 }
 
 void atRest(benchmark::State &state)
