@@ -106,6 +106,22 @@ std::shared_ptr<const PictureScene> StructureScene::picture()
     return scene;
 }
 
+std::string StructureScene::remark() const
+{
+    if (m_Structures.empty())
+        return "No structure is loaded";
+    std::string bare;
+    for (const auto &structure : m_Structures) {
+        if (!structure->molecule().isEmpty()) {
+            if (structure->isVisible())
+                return {};
+            continue;
+        }
+        bare += (bare.empty() ? "" : ", ") + structure->object()->Name();
+    }
+    return bare.empty() ? "All structures are hidden" : bare + ": no atom has a place";
+}
+
 Palette StructureScene::palette(Coloring coloring) const
 {
     std::size_t count = 1;

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace structures {
@@ -43,6 +44,8 @@ public:
     [[nodiscard]] Pick firstPickOf(const ViewedStructure &structure) const noexcept;
     // Those that are to be seen.
     [[nodiscard]] std::shared_ptr<const PictureScene> picture();
+    // Why there is nothing to be seen; empty when there is something.
+    [[nodiscard]] std::string remark() const;
     [[nodiscard]] Palette palette(Coloring coloring) const;
 
     struct Place

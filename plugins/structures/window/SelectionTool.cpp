@@ -29,8 +29,8 @@ void SelectionTool::selectAll() const
 void SelectionTool::point(Pick pick)
 {
     const auto place = m_Scene.placeOf(pick);
-    m_Named.setText(place ? QString::fromStdString(place->structure->describe(place->place))
-                          : QString());
+    m_Named.setText(QString::fromStdString(place ? place->structure->describe(place->place)
+                                                 : m_Scene.remark()));
     if (!place)
         return m_Cells.clear();
     const std::uint32_t residue = place->place.residue;

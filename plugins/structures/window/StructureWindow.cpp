@@ -121,6 +121,7 @@ void StructureWindow::showScene()
 {
     const std::shared_ptr<const PictureScene> scene = m_Scene.picture();
     m_View->setScene(scene);
+    m_Pointed->setText(QString::fromStdString(m_Scene.remark()));
     m_Measuring.follow();
     showPalette();
     if (!m_HasCamera && !scene->parts.empty()) {

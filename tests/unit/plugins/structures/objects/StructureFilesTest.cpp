@@ -109,10 +109,19 @@ TEST_F(StructureFiles, WithOneAtomShowIt)
 
 TEST_F(StructureFiles, WithoutAtomsShowNothing)
 {
-    made({});
     StructureScene scene([] {});
+    EXPECT_EQ(scene.remark(), "No structure is loaded");
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    made({TAMBO::Vertex(none, 0, 0)});
+    scene.refresh();
     ASSERT_EQ(scene.structures().size(), 1U);
     EXPECT_TRUE(scene.picture()->parts.empty());
+    EXPECT_EQ(scene.remark(), "made: no atom has a place");
+    made({TAMBO::Vertex(1, 2, 3)});
+    scene.refresh();
+    EXPECT_EQ(scene.remark(), "");
+    scene.structures().back()->setVisible(false);
+    EXPECT_EQ(scene.remark(), "made: no atom has a place");
 }
 
 TEST_F(StructureFiles, WithPlacesThatAreNoNumbersShowTheOthers)
