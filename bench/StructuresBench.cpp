@@ -134,7 +134,10 @@ public:
         return m_Maker.picksIn(QRect(QPoint(), kSize));
     }
     // Looks up a place too, as the window does.
-    void point(Pick pick) { m_Maker.point(m_Maker.pickAt(640, 400) == pick ? 0 : pick); }
+    void point(Pick pick)
+    {
+        m_Maker.point(std::vector<Pick>{m_Maker.pickAt(640, 400) == pick ? 0 : pick});
+    }
 
     [[nodiscard]] StructureScene &scene() noexcept { return m_Scene; }
     [[nodiscard]] const Camera &camera() const noexcept { return m_Camera; }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An alignment window without an alignment: cells of a given size in a given place.
+// An alignment window that shows nothing: cells of a given size in a given place.
 #pragma once
 
 #include "ServedAlignmentWindow.h"
@@ -19,7 +19,7 @@ public:
 
     QMainWindow *mainWindow() const override { return &m_Window; }
     QWidget *areaWidget(TAMBO::WindowArea area) const override { return &m_Areas[area]; }
-    TAMBO::Alignment *alignment() const override { return nullptr; }
+    TAMBO::Alignment *alignment() const override { return m_Alignment; }
     unsigned long rows() const override { return m_Rows; }
     unsigned long columns() const override { return m_Columns; }
     QSize visibleSize() const override { return m_Visible; }
@@ -55,6 +55,7 @@ public:
     using ServedAlignmentWindow::tellGapDragMoved;
     using ServedAlignmentWindow::VisibleSize;
 
+    TAMBO::Alignment *m_Alignment = nullptr;
     unsigned long m_Rows = 100;
     unsigned long m_Columns = 200;
     QSize m_Cell{10, 20};

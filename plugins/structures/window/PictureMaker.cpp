@@ -5,6 +5,7 @@
 #include <QRect>
 
 #include <algorithm>
+#include <utility>
 
 namespace structures {
 
@@ -55,7 +56,7 @@ void PictureMaker::setPalette(Palette palette)
     const bool wasDrawing = isDrawing();
     stop();
     m_Palette = std::move(palette);
-    m_Marked = 0;
+    m_Marked.clear();
     markPointed();
     if (m_IsStale)
         return;
@@ -65,9 +66,9 @@ void PictureMaker::setPalette(Palette palette)
         drawWell();
 }
 
-void PictureMaker::point(Pick pick)
+void PictureMaker::point(std::vector<Pick> picks)
 {
-    m_Pointed = pick;
+    m_Pointed = std::move(picks);
     // The thread reads the marks.
     if (isDrawing() || m_Pointed == m_Marked)
         return;
@@ -84,8 +85,10 @@ void PictureMaker::markPointed()
         std::uint8_t &marks = m_Palette.marks[pick];
         marks = std::uint8_t(isPointed ? marks | Palette::kPointed : marks & ~Palette::kPointed);
     };
-    mark(m_Marked, false);
-    mark(m_Pointed, true);
+    for (const Pick pick : m_Marked)
+        mark(pick, false);
+    for (const Pick pick : m_Pointed)
+        mark(pick, true);
     m_Marked = m_Pointed;
 }
 
@@ -159,7 +162,7 @@ void PictureMaker::show(bool isComplete)
     // The next motion may be quicker.
     if (m_Effort != Effort::Full)
         m_Effort = m_Effort == Effort::Half ? Effort::Coarse : Effort::Full;
-    point(m_Pointed);
+    point(std::exchange(m_Pointed, {}));
     emit finished();
 }
 

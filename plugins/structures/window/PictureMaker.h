@@ -27,9 +27,9 @@ public:
     void setScene(std::shared_ptr<const PictureScene> scene);
     // Paints what is shown anew, unless it is of another scene.
     void setPalette(Palette palette);
-    // What has the outline of what is pointed at; 0 for nothing. Of a picture that is being drawn,
+    // What has the outline of what is pointed at. Of a picture that is being drawn,
     // once it is there.
-    void point(Pick pick);
+    void point(std::vector<Pick> picks);
 
     // size: in the pixels of the screen. What is being drawn well is given up.
     void drawNow(const Camera &camera, const Look &look, const QSize &size);
@@ -57,8 +57,8 @@ private:
     std::shared_ptr<const PictureScene> m_Scene;
     Palette m_Palette;
     // What is to have the mark, and what has it.
-    Pick m_Pointed = 0;
-    Pick m_Marked = 0;
+    std::vector<Pick> m_Pointed;
+    std::vector<Pick> m_Marked;
     Camera m_Camera;
     Look m_Look;
     QSize m_Size;

@@ -11,11 +11,40 @@
 namespace structures {
 
 SelectionTool::SelectionTool(StructureScene &scene, StructureView &view, QLabel &named)
-    : m_Scene(scene), m_Named(named)
+    : m_Scene(scene), m_View(view), m_Named(named)
 {
     connect(&view, &StructureView::pointed, this, &SelectionTool::point);
     connect(&view, &StructureView::clicked, this, &SelectionTool::click);
     connect(&view, &StructureView::framed, this, &SelectionTool::selectFramed);
+    connect(&m_Grid, &GridPointer::pointed, this, &SelectionTool::pointInGrid);
+}
+
+void SelectionTool::forgetCells()
+{
+    m_Cells.forget();
+    m_Grid.forget();
+}
+
+void SelectionTool::pointInGrid(const TAMBO::Compound *chain, std::uint32_t child)
+{
+    std::vector<Pick> picks;
+    QString text;
+    for (const auto &structure : m_Scene.structures()) {
+        const Molecule &molecule = structure->molecule();
+        for (std::uint32_t i = 0; i < molecule.residues.size() && chain != nullptr; ++i) {
+            const MoleculeResidue &residue = molecule.residues[i];
+            if (structure->childOf(i) != child || structure->chain(residue.chain) != chain)
+                continue;
+            text = QString::fromStdString(structure->describe({i, kNone}));
+            // However it is drawn.
+            const Pick first = m_Scene.firstPickOf(*structure);
+            picks.push_back(first + pickOfResidue(molecule, i));
+            for (std::uint32_t a = 0; a < residue.atomCount; ++a)
+                picks.push_back(first + pickOfAtom(residue.firstAtom + a));
+        }
+    }
+    m_Named.setText(text);
+    m_View.outline(std::move(picks));
 }
 
 void SelectionTool::selectAll() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "GridPointer.h"
 #include "PointedCells.h"
 #include "StructureScene.h"
 
@@ -25,7 +26,7 @@ public:
     SelectionTool(StructureScene &scene, StructureView &view, QLabel &named);
 
     // Cells of alignments may be others than before.
-    void forgetCells() { m_Cells.forget(); }
+    void forgetCells();
 
     // Whether clicks select. They do at first.
     void setSelecting(bool on) noexcept { m_Selects = on; }
@@ -33,6 +34,8 @@ public:
 
 private:
     void point(Pick pick);
+    // What the pointer is over in the grid of an alignment.
+    void pointInGrid(const TAMBO::Compound *chain, std::uint32_t child);
     void click(Pick pick, Qt::KeyboardModifiers modifiers);
     void selectFramed(const std::vector<Pick> &picks, Qt::KeyboardModifiers modifiers) const;
     // Everything of a chain between the residue that was clicked last and this one.
@@ -40,8 +43,10 @@ private:
     stretchTo(const StructureScene::Place &place) const;
 
     StructureScene &m_Scene;
+    StructureView &m_View;
     QLabel &m_Named;
     PointedCells m_Cells;
+    GridPointer m_Grid;
     bool m_Selects = true;
     // Where a stretch begins: a structure and the number of a residue of it.
     const TAMBO::Compound *m_StretchStructure = nullptr;

@@ -3,7 +3,8 @@
 
 #include "ViewOverlay.h"
 
-#include <QEvent>
+#include <QCursor>
+#include <QEnterEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -48,6 +49,7 @@ StructureView::StructureView(QWidget *parent) : QWidget(parent), m_Maker(this)
     connect(&m_WaySteps, &QTimer::timeout, this, &StructureView::goOn);
     connect(&m_Maker, &PictureMaker::finished, this, [this] {
         m_IsComplete = true;
+        pointAgain();
         update();
         emit completed();
     });
@@ -70,7 +72,7 @@ void StructureView::setScene(std::shared_ptr<const PictureScene> scene)
     m_Scene = scene;
     m_Maker.setScene(std::move(scene));
     m_Pointed = 0;
-    m_Maker.point(0);
+    m_Maker.point({});
     draw();
 }
 
@@ -336,6 +338,25 @@ void StructureView::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void StructureView::outline(std::vector<Pick> picks)
+{
+    m_Maker.point(std::move(picks));
+    update();
+}
+
+// A window that opens under the pointer is entered without a movement.
+void StructureView::enterEvent(QEnterEvent *event)
+{
+    if (m_Drag == Drag::None)
+        point(event->position().toPoint());
+}
+
+void StructureView::pointAgain()
+{
+    if (m_Drag == Drag::None && underMouse())
+        point(mapFromGlobal(QCursor::pos()));
+}
+
 void StructureView::leaveEvent(QEvent *)
 {
     point({-1, -1});
@@ -347,8 +368,7 @@ void StructureView::point(const QPoint &position)
     if (pick == m_Pointed)
         return;
     m_Pointed = pick;
-    m_Maker.point(pick);
-    update();
+    outline(pick != 0 ? std::vector<Pick>{pick} : std::vector<Pick>());
     emit pointed(pick);
 }
 

@@ -37,6 +37,8 @@ public:
     [[nodiscard]] Camera wholeCamera() const;
 
     [[nodiscard]] Pick pickAt(const QPoint &position) const;
+    // Gives them the outline of what is pointed at, until the pointer is over something else here.
+    void outline(std::vector<Pick> picks);
     // The shown picture is the one that is drawn well.
     [[nodiscard]] bool isComplete() const noexcept { return m_IsComplete; }
     // In the widget's coordinates; nothing for what is behind the eye.
@@ -68,6 +70,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
 
 private:
@@ -84,6 +87,8 @@ private:
     void endWay();
     void goOn();
     void point(const QPoint &position);
+    // What is under a pointer that rests, which has moved itself.
+    void pointAgain();
     void rotate(float right, float down);
     void pan(float right, float down);
     void roll(float angle);
