@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PictureCommand.h"
 
+#include "PictureFile.h"
 #include "StructureScene.h"
 
 #include "PluginAnswer.h"
@@ -8,7 +9,6 @@
 
 #include <QCommandLineParser>
 #include <QHash>
-#include <QImageWriter>
 #include <QRegularExpression>
 
 #include <numbers>
@@ -95,6 +95,7 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
                        {"color", "", "color", "alignment"},
                        {"view", "", "view", "front"},
                        {"ground", "", "ground", "white"},
+                       {"transparent", ""},
                        {"perspective", ""}});
     if (!parser.parse(QStringList("picture") + arguments)) {
         error = parser.errorText();
@@ -131,7 +132,7 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
     wishes.camera.rotation = *view;
     wishes.camera.isPerspective = parser.isSet("perspective");
     wishes.look.background = *ground;
-    wishes.look.isTransparent = parser.value("ground") == "none";
+    wishes.look.isTransparent = parser.isSet("transparent") || parser.value("ground") == "none";
     return wishes;
 }
 
@@ -170,9 +171,9 @@ void makePicture(ProgramCommand &call)
     Renderer renderer(kMostBytes);
     if (!renderer.draw(request, scene.palette(wishes->coloring)))
         return fail("there is not enough memory for the picture", kBadFile);
-    QImageWriter writer(wishes->output);
-    if (!writer.write(renderer.image()))
-        fail(QString("%1: %2").arg(wishes->output, writer.errorString()), kBadFile);
+    const QString cause = writePictureFile(renderer.image(), wishes->output);
+    if (!cause.isEmpty())
+        fail(QString("%1: %2").arg(wishes->output, cause), kBadFile);
 }
 
 } // namespace structures

@@ -25,12 +25,15 @@ public:
     PictureExport(QMainWindow &window, StructureScene &scene, const StructureView &view,
                   std::function<Palette()> palette);
 
-    // Asks for the file.
+    // Asks for size and file.
     void save();
+    // In the format that the file's name ends in. Gives the cause when it fails.
+    [[nodiscard]] QString write(const QString &file, const QSize &size, bool isTransparent);
     void copy();
 
 private:
     // Null where there is not enough memory for it.
+    [[nodiscard]] QSize shownSize() const;
     [[nodiscard]] QImage pictureOf(const QSize &size, bool isTransparent);
 
     QMainWindow &m_Window;
