@@ -46,7 +46,7 @@ std::optional<Measure> measureFromJson(const QJsonObject &json)
     if (std::size_t(atoms.size()) > Measure::kMost)
         return std::nullopt;
     Measure measure;
-    for (const QJsonValue &atom : atoms) {
+    for (const auto &atom : atoms) {
         const auto address = atomFromJson(atom.toObject());
         if (!address)
             return std::nullopt;
@@ -75,7 +75,7 @@ Measures measuresFromJson(const QJsonObject &json)
     if (json["version"].toInt() != kVersion)
         return measures;
     const QJsonArray all = json["measures"].toArray();
-    for (const QJsonValue &one : all)
+    for (const auto &one : all)
         if (auto measure = measureFromJson(one.toObject()))
             measures.add(std::move(*measure));
     return measures;
