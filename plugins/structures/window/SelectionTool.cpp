@@ -28,7 +28,7 @@ void SelectionTool::forgetCells()
 void SelectionTool::pointInGrid(const TAMBO::Compound *chain, std::uint32_t child)
 {
     std::vector<Pick> picks;
-    QString text;
+    QString text = QString::fromStdString(m_Scene.remark());
     for (const auto &structure : m_Scene.structures()) {
         const Molecule &molecule = structure->molecule();
         for (std::uint32_t i = 0; i < molecule.residues.size() && chain != nullptr; ++i) {
