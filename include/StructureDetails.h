@@ -119,6 +119,9 @@ public:
     // Where the atoms of the table are in a model, 0 for the first; undefined where it lacks one.
     // None for a model that is not there.
     static std::vector<Vertex> modelPositions(const Compound *structure, std::size_t model);
+    // Grows whenever what the functions above tell of any structure may have changed, as by undo
+    // and redo; by no change of colors, selection or alignments. Never goes back.
+    static std::uint64_t revision() noexcept;
     // Of each residue of a sequence, which may be tied to residues of loaded chains, or of a chain.
     static std::vector<ResidueSource> sources(const Compound *sequence);
     static float bFactor(const Compound *atom);

@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "LongWork.h"
+#include "Revisions.h"
 #include "TextBytes.h"
 
 #include <algorithm>
@@ -47,6 +48,8 @@ bool HistoryStep::toggle()
             return false;
         }
         inverses.push_back((*edit)->apply());
+        if (isOfStructures(inverses.back()->part()))
+            growStructureRevision();
     }
     // The old edits have given away what they owned.
     m_Edits = std::move(inverses);

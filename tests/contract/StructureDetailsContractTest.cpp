@@ -314,4 +314,21 @@ TEST_F(FileDetailsContract, WhatIsNoStructureHasNone)
     }
 }
 
+TEST_F(StructureDetailsContract, TheRevisionGrowsWithAtomsAndResiduesAndNotWithColorsAndMarks)
+{
+    const auto growsBy = [](const auto &change) {
+        const std::uint64_t before = StructureDetails::revision();
+        change();
+        return StructureDetails::revision() > before;
+    };
+    TAMBO::Compound *const residue = structure->Child(0)->Child(1);
+    EXPECT_FALSE(growsBy([&] { residue->SetSelected(true); }));
+    EXPECT_FALSE(growsBy([&] { structure->SetColor(Color(0x00ff00U)); }));
+    EXPECT_FALSE(growsBy([&] { residue->SetColor(Color(0xff0000U)); }));
+    EXPECT_TRUE(
+        growsBy([&] { dynamic_cast<TAMBO::Group *>(residue)->SetSeqId(SequenceNumber("88")); }));
+    EXPECT_TRUE(growsBy([] { made(); }));
+    EXPECT_TRUE(growsBy([&] { DataMaker::Destroy(structure); }));
+}
+
 } // namespace StructureDetailsContractTest

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ChangeSession.h"
 
+#include "Revisions.h"
 #include "StepFollowers.h"
 #include "SubscriberList.h"
 
@@ -22,6 +23,12 @@ template <typename Function> void runSafely(const Function &function) noexcept
     } catch (...) {
         writeLog("A change could not be concluded.", LogSeverity::Error);
     }
+}
+
+void countChange(const Edit &inverse) noexcept
+{
+    if (isOfStructures(inverse.part()))
+        growStructureRevision();
 }
 
 } // namespace
@@ -63,6 +70,7 @@ void ChangeSession::record(std::unique_ptr<Edit> inverse)
 {
     if (inverse == nullptr)
         return;
+    countChange(*inverse);
     note(*inverse);
     if (!m_Step.inverses.empty() && m_Step.inverses.back()->absorb(*inverse))
         return;
@@ -71,6 +79,7 @@ void ChangeSession::record(std::unique_ptr<Edit> inverse)
 
 void ChangeSession::recordGrowing(std::unique_ptr<GrowingEdit> inverse)
 {
+    countChange(*inverse);
     m_Step.growing.push_back({inverse.get(), m_Step.stored.size()});
     if (isJournaled())
         m_Step.stored.emplace_back();
@@ -103,6 +112,7 @@ void ChangeSession::note(const Edit &inverse)
 
 void ChangeSession::keep(std::unique_ptr<Edit> inverse)
 {
+    countChange(*inverse);
     note(*inverse);
     m_Step.inverses.push_back(std::move(inverse));
 }
@@ -179,6 +189,7 @@ void ChangeSession::close() noexcept
 void ChangeSession::takeBackChanges()
 {
     closeGrowing();
+    growStructureRevision();
     const std::array<Publication, 3> publications = m_Step.publications;
     std::vector<std::unique_ptr<Edit>> inverses = std::exchange(m_Step.inverses, {});
     for (; !inverses.empty(); inverses.pop_back())
@@ -237,6 +248,7 @@ void ChangeSession::endFirstPart(Step &step)
 
 void ChangeSession::takeBack(Interrupted &interrupted)
 {
+    growStructureRevision();
     std::vector<std::unique_ptr<Edit>> &inverses = interrupted.step.inverses;
     for (; !inverses.empty(); inverses.pop_back())
         interrupted.undone.push_back(inverses.back()->apply());
@@ -264,6 +276,7 @@ void ChangeSession::beginReplay(const std::string &name)
 
 void ChangeSession::discard()
 {
+    growStructureRevision();
     for (; !m_Step.inverses.empty(); m_Step.inverses.pop_back())
         m_Step.released.push_back(m_Step.inverses.back()->apply());
     m_Step.stored.clear();

@@ -66,4 +66,11 @@ private:
     return part != EditPart::Arrival && part != EditPart::Display;
 }
 
+// Whether structures may be made of something else behind it, or be elsewhere.
+[[nodiscard]] constexpr bool isOfStructures(EditPart part) noexcept
+{
+    return part != EditPart::Cells && part != EditPart::Display && part != EditPart::RowNames &&
+           part != EditPart::HeaderNumbers;
+}
+
 } // namespace TAMBO

@@ -8,6 +8,7 @@ namespace {
 std::uint64_t s_Selection = 0;
 std::uint64_t s_Numbering = 0;
 std::uint64_t s_Color = 0;
+std::uint64_t s_Structure = 0;
 
 } // namespace
 
@@ -26,6 +27,11 @@ std::uint64_t colorRevision() noexcept
     return s_Color;
 }
 
+std::uint64_t structureRevision() noexcept
+{
+    return s_Structure;
+}
+
 void growSelectionRevision() noexcept
 {
     ++s_Selection;
@@ -39,6 +45,11 @@ void growNumberingRevision() noexcept
 void growColorRevision() noexcept
 {
     ++s_Color;
+}
+
+void growStructureRevision() noexcept
+{
+    ++s_Structure;
 }
 
 void growAllRevisions() noexcept

@@ -12,11 +12,14 @@ namespace TAMBO {
 [[nodiscard]] std::uint64_t numberingRevision() noexcept;
 // The display colours of residues, the mark of selection aside.
 [[nodiscard]] std::uint64_t colorRevision() noexcept;
+// What structures are made of, and where it is. Not among all of those below.
+[[nodiscard]] std::uint64_t structureRevision() noexcept;
 
 // For the model's own operations.
 void growSelectionRevision() noexcept;
 void growNumberingRevision() noexcept;
 void growColorRevision() noexcept;
+void growStructureRevision() noexcept;
 void growAllRevisions() noexcept;
 
 } // namespace TAMBO

@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "ObjectOperations.h"
 #include "ObjectWriter.h"
+#include "Revisions.h"
 #include "StoredHead.h"
 
 #include <algorithm>
@@ -48,6 +49,7 @@ void ObjectSpace::reset()
         m_Objects.pop_back();
     }
     m_Referrers.clear();
+    growStructureRevision();
     m_State.isLocked = false;
     m_State.isSelected = false;
     m_State.color.reset();

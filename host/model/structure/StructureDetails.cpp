@@ -4,6 +4,7 @@
 #include "Atom.h"
 #include "Peptide.h"
 #include "ResidueGroup.h"
+#include "Revisions.h"
 #include "Structure.h"
 #include "StructureExtras.h"
 
@@ -235,6 +236,11 @@ std::vector<ResidueSource> StructureDetails::sources(const Compound *sequence)
                      : ResidueSource());
     }
     return sources;
+}
+
+std::uint64_t StructureDetails::revision() noexcept
+{
+    return structureRevision();
 }
 
 float StructureDetails::bFactor(const Compound *atom)

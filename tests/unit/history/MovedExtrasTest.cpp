@@ -12,6 +12,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 using TAMBO::StructureDetails;
@@ -149,6 +150,21 @@ TEST_F(MovedExtras, ALockedStructureKeepsThemWhereTheyAre)
     const std::string before = bytesOfSpace();
     EXPECT_FALSE(TAMBO::moveStructures({{&structure, motion(1)}}));
     EXPECT_EQ(bytesOfSpace(), before);
+}
+
+TEST_F(MovedExtras, MovingTakingItBackAndRepeatingItEachGrowTheRevision)
+{
+    std::uint64_t last = StructureDetails::revision();
+    const auto hasGrown = [&last] {
+        const std::uint64_t before = std::exchange(last, StructureDetails::revision());
+        return last > before;
+    };
+    ASSERT_TRUE(TAMBO::moveStructures({{&structure, motion(1)}}));
+    EXPECT_TRUE(hasGrown());
+    for (const std::size_t state : {0, 1}) {
+        ASSERT_TRUE(history.goTo(state));
+        EXPECT_TRUE(hasGrown()) << state;
+    }
 }
 
 } // namespace MovedExtrasTest
