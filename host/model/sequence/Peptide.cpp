@@ -206,6 +206,7 @@ void Peptide::setNumber(std::size_t index, const SequenceNumber &number)
     if (slot.numbers.isDefault())
         slot.numbers = {};
     growNumberingRevision();
+    growStructureRevision();
 }
 
 bool Peptide::hasOwnNumbers() const noexcept

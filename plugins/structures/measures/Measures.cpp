@@ -16,8 +16,11 @@ constexpr QChar kAngstrom(0xc5);
 
 bool isToBeSeen(const ViewedStructure &structure, std::uint32_t atom)
 {
-    const std::uint32_t residue = structure.molecule().atoms[atom].residue;
-    return structure.isVisible() && structure.styles()[residue].style != Style::Hidden &&
+    const MoleculeAtom &own = structure.molecule().atoms[atom];
+    const std::uint32_t residue = own.residue;
+    return structure.isVisible() && own.isPlaced &&
+           !structure.isLeftOut(structure.molecule().residues[residue].chain) &&
+           structure.styles()[residue].style != Style::Hidden &&
            (structure.hidden().empty() || !structure.hidden()[residue]);
 }
 

@@ -46,6 +46,11 @@ Cell cellOf(Vec3 position) noexcept
             std::int64_t(std::floor(position.z / kCell))};
 }
 
+bool isBefore(const Bond &a, const Bond &b) noexcept
+{
+    return a.first != b.first ? a.first < b.first : a.second < b.second;
+}
+
 bool areBonded(const MoleculeAtom &a, const ElementFacts &factsA, const MoleculeAtom &b,
                const ElementFacts &factsB) noexcept
 {
@@ -98,10 +103,13 @@ std::vector<Bond> bondsBetween(const Molecule &molecule, const std::vector<std::
             bonds.push_back({index, other});
         }
     }
-    std::sort(bonds.begin(), bonds.end(), [](const Bond &a, const Bond &b) {
-        return a.first != b.first ? a.first < b.first : a.second < b.second;
-    });
+    std::sort(bonds.begin(), bonds.end(), isBefore);
     return bonds;
+}
+
+bool comesBefore(const Link &a, const Link &b) noexcept
+{
+    return isBefore(a.atoms, b.atoms);
 }
 
 } // namespace structures

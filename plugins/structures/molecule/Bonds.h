@@ -15,4 +15,7 @@ namespace structures {
 [[nodiscard]] std::vector<Bond> bondsBetween(const Molecule &molecule,
                                              const std::vector<std::uint32_t> &atoms);
 
+// The order of the links of a molecule.
+[[nodiscard]] bool comesBefore(const Link &a, const Link &b) noexcept;
+
 } // namespace structures

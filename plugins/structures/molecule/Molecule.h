@@ -33,6 +33,8 @@ struct MoleculeAtom
     std::array<char, 2> element{'C', '\0'};
     // N, CA, C, O and OXT of an amino acid.
     bool isBackbone = false;
+    // Not where the model that is shown lacks the atom: it is drawn nowhere.
+    bool isPlaced = true;
     // Which of all atoms of the structure it is: some may have no place to be drawn at.
     std::uint32_t source = 0;
 
@@ -70,6 +72,15 @@ struct Bond
     std::uint32_t second = 0;
 };
 
+// What a bond that the file names is.
+enum class LinkKind : std::uint8_t { Covalent, Disulfide, Metal, Hydrogen };
+
+struct Link
+{
+    Bond atoms;
+    LinkKind kind = LinkKind::Covalent;
+};
+
 struct Molecule
 {
     std::string name;
@@ -79,6 +90,10 @@ struct Molecule
     std::vector<MoleculeAtom> atoms;
     std::vector<MoleculeResidue> residues;
     std::vector<MoleculeChain> chains;
+    // The first atom of each is below its second one; in order, each pair once.
+    std::vector<Link> links;
+    // The places of waters that are no residues.
+    std::vector<Vec3> waters;
 
     [[nodiscard]] bool isEmpty() const noexcept { return atoms.empty(); }
 };

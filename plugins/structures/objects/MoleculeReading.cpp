@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MoleculeReading.h"
 
+#include "Bonds.h"
 #include "Elements.h"
 #include "FoldFromTrace.h"
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr std::string_view kNucleotides[] = {"A",  "C",  "G",  "U",  "T",  "I",  "N",
                                              "DA", "DC", "DG", "DT", "DU", "DI", "DN"};
+
+// Angstrom.
+constexpr float kLongestLink = 4.5F;
 
 std::array<char, 2> elementOf(std::string_view text) noexcept
 {
@@ -40,10 +44,27 @@ Fold foldOf(char element) noexcept
     }
 }
 
+LinkKind kindOf(TAMBO::BondKind kind) noexcept
+{
+    switch (kind) {
+    case TAMBO::BondKind::Disulfide:
+        return LinkKind::Disulfide;
+    case TAMBO::BondKind::Metal:
+        return LinkKind::Metal;
+    case TAMBO::BondKind::Hydrogen:
+        return LinkKind::Hydrogen;
+    case TAMBO::BondKind::Covalent:
+        break;
+    }
+    return LinkKind::Covalent;
+}
+
 class Reading
 {
 public:
-    Reading(const std::string &name, const TAMBO::StructureTable &table) : m_Table(table)
+    Reading(const std::string &name, const TAMBO::StructureTable &table,
+            const MoleculeExtras &extras)
+        : m_Table(table), m_Extras(extras)
     {
         m_Molecule.name = name;
     }
@@ -62,6 +83,8 @@ public:
                         [](const TAMBO::ResidueDetails &residue) { return residue.element != 0; });
         if (!hasElements)
             assignFold(m_Molecule);
+        addLinks();
+        addWaters();
         return std::move(m_Molecule);
     }
 
@@ -139,15 +162,50 @@ private:
         m_Molecule.residues.push_back(residue);
     }
 
+    void addLinks()
+    {
+        std::vector<std::uint32_t> drawn(m_Extras.bonds.empty() ? 0 : m_Table.atoms.size(), kNone);
+        if (!drawn.empty())
+            for (std::uint32_t i = 0; i < m_Molecule.atoms.size(); ++i)
+                drawn[m_Molecule.atoms[i].source] = i;
+        for (const TAMBO::BondDetails &bond : m_Extras.bonds) {
+            if (bond.first >= drawn.size() || bond.second >= drawn.size())
+                continue;
+            const auto [first, second] = std::minmax(drawn[bond.first], drawn[bond.second]);
+            if (second == kNone || first == second ||
+                distance(m_Molecule.atoms[first].position, m_Molecule.atoms[second].position) >
+                    kLongestLink)
+                continue;
+            m_Molecule.links.push_back({{first, second}, kindOf(bond.kind)});
+        }
+        std::vector<Link> &links = m_Molecule.links;
+        std::stable_sort(links.begin(), links.end(), comesBefore);
+        const auto isSame = [](const Link &a, const Link &b) {
+            return !comesBefore(a, b) && !comesBefore(b, a);
+        };
+        links.erase(std::unique(links.begin(), links.end(), isSame), links.end());
+    }
+
+    void addWaters()
+    {
+        m_Molecule.waters.reserve(m_Extras.waters.size());
+        for (const TAMBO::WaterDetails &water : m_Extras.waters)
+            m_Molecule.waters.push_back(
+                Vec3{water.position.x(), water.position.y(), water.position.z()} -
+                m_Molecule.centre);
+    }
+
     const TAMBO::StructureTable &m_Table;
+    const MoleculeExtras &m_Extras;
     Molecule m_Molecule;
 };
 
 } // namespace
 
-Molecule readMolecule(const std::string &name, const TAMBO::StructureTable &table)
+Molecule readMolecule(const std::string &name, const TAMBO::StructureTable &table,
+                      const MoleculeExtras &extras)
 {
-    return Reading(name, table).molecule();
+    return Reading(name, table, extras).molecule();
 }
 
 } // namespace structures

@@ -2,6 +2,7 @@
 #include "StructureScene.h"
 
 #include "Space.h"
+#include "StructureDetails.h"
 
 #include <algorithm>
 #include <limits>
@@ -40,23 +41,46 @@ StructureScene::Changes StructureScene::refresh()
 void StructureScene::read()
 {
     const std::vector<TAMBO::Compound *> loaded = loadedStructures();
+    // Colors and marks are no reason to read anything again.
+    const std::uint64_t revision = TAMBO::StructureDetails::revision();
+    const bool isCurrent = revision == m_Revision;
+    m_Revision = revision;
     std::vector<std::unique_ptr<ViewedStructure>> structures;
     for (TAMBO::Compound *const object : loaded) {
         const auto known =
             std::find_if(m_Structures.begin(), m_Structures.end(),
                          [object](const auto &own) { return own && own->object() == object; });
         if (known != m_Structures.end()) {
-            m_Changes.places = (*known)->update() || m_Changes.places;
+            if (!isCurrent) {
+                m_Changes.places = (*known)->update() || m_Changes.places;
+                ++m_Readings;
+            }
             structures.push_back(std::move(*known));
         } else {
             structures.push_back(std::make_unique<ViewedStructure>(*object));
+            structures.back()->setWatersShown(m_AreWatersShown);
+            structures.back()->setModels(m_Models);
             m_Changes.structures = true;
+            ++m_Readings;
         }
     }
     m_Changes.structures = m_Changes.structures || structures.size() != m_Structures.size();
     if (m_Structures.empty() && !structures.empty())
         m_Origin = structures.front()->molecule().centre;
     m_Structures = std::move(structures);
+    m_Changes.places = m_Rows.refresh() || m_Changes.places;
+    leaveOutChains();
+}
+
+void StructureScene::leaveOutChains()
+{
+    for (const auto &structure : m_Structures) {
+        std::vector<bool> leftOut;
+        if (m_Rows.alignment() != nullptr)
+            for (std::uint32_t i = 0; i < structure->molecule().chains.size(); ++i)
+                leftOut.push_back(!m_Rows.shows(structure->chain(i)));
+        structure->setLeftOut(std::move(leftOut));
+    }
 }
 
 Pick StructureScene::firstPickOf(const ViewedStructure &structure) const noexcept
@@ -78,12 +102,21 @@ std::shared_ptr<const PictureScene> StructureScene::picture()
     Vec3 most = -least;
     const auto forEachAtom = [this](const auto &visit) {
         for (const auto &structure : m_Structures)
-            if (structure->isVisible())
+            if (structure->isInPicture())
                 for (const MoleculeAtom &atom : structure->molecule().atoms)
                     visit(atom.position + (structure->molecule().centre - m_Origin));
+        for (const auto &structure : m_Structures) {
+            const Vec3 shift = structure->molecule().centre - m_Origin;
+            if (m_AreWatersShown && structure->isInPicture())
+                for (const Vec3 water : structure->molecule().waters)
+                    visit(water + shift);
+            if (m_Models.all && structure->isInPicture())
+                for (const Sphere &sphere : structure->shapes()->spheres)
+                    visit(sphere.centre + shift);
+        }
     };
     for (const auto &structure : m_Structures) {
-        if (!structure->isVisible() || structure->molecule().isEmpty())
+        if (!structure->isInPicture() || structure->molecule().isEmpty())
             continue;
         scene->shapes.push_back(structure->shapes());
         scene->parts.push_back({scene->shapes.back().get(), firstPickOf(*structure),
@@ -150,6 +183,42 @@ std::optional<StructureScene::Place> StructureScene::placeOf(Pick pick) const no
         pick -= Pick(structure->pickCount());
     }
     return std::nullopt;
+}
+
+std::optional<StructureScene::WaterPlace> StructureScene::waterOf(Pick pick) const noexcept
+{
+    for (const auto &structure : m_Structures) {
+        if (pick <= structure->pickCount()) {
+            const std::uint32_t water = structure->waterOf(pick);
+            if (water == kNone)
+                return std::nullopt;
+            return WaterPlace{structure.get(), water};
+        }
+        pick -= Pick(structure->pickCount());
+    }
+    return std::nullopt;
+}
+
+void StructureScene::setWatersShown(bool shown)
+{
+    m_AreWatersShown = shown;
+    for (const auto &structure : m_Structures)
+        structure->setWatersShown(shown);
+}
+
+void StructureScene::setModels(const ModelChoice &choice)
+{
+    m_Models = choice;
+    for (const auto &structure : m_Structures)
+        structure->setModels(choice);
+}
+
+std::size_t StructureScene::modelCount() const noexcept
+{
+    std::size_t most = 0;
+    for (const auto &structure : m_Structures)
+        most = std::max(most, structure->modelCount());
+    return most;
 }
 
 Vec3 StructureScene::positionOf(const Place &place) const

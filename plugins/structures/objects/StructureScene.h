@@ -3,10 +3,13 @@
 
 #include "Coloring.h"
 #include "PictureScene.h"
+#include "RowFilter.h"
 #include "ViewedStructure.h"
 
 #include "Subscriber.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -27,7 +30,7 @@ public:
     {
         // Other structures than before.
         bool structures = false;
-        // Other atoms, or other places of them.
+        // Other atoms, or other places of them, or others that are shown.
         bool places = false;
     };
     // What is other than at the last call.
@@ -37,6 +40,8 @@ public:
     {
         return m_Structures;
     }
+    // How often a structure has been read.
+    [[nodiscard]] std::size_t readings() const noexcept { return m_Readings; }
     // Places in a picture are relative to it. The same for as long as there are structures.
     [[nodiscard]] Vec3 origin() const noexcept { return m_Origin; }
 
@@ -46,6 +51,17 @@ public:
     [[nodiscard]] std::shared_ptr<const PictureScene> picture();
     // Why there is nothing to be seen; empty when there is something.
     [[nodiscard]] std::string remark() const;
+    // Null: chains are not filtered. Seen when refresh() is called.
+    void setRowsOf(TAMBO::Alignment *alignment) { m_Rows.setAlignment(alignment); }
+    [[nodiscard]] const RowFilter &rows() const noexcept { return m_Rows; }
+    // Off at first. Of structures that come later too.
+    void setWatersShown(bool shown);
+    [[nodiscard]] bool areWatersShown() const noexcept { return m_AreWatersShown; }
+    // Of all structures, and of those that come later.
+    void setModels(const ModelChoice &choice);
+    [[nodiscard]] const ModelChoice &models() const noexcept { return m_Models; }
+    // Of the structure that has the most of them; 0 without any.
+    [[nodiscard]] std::size_t modelCount() const noexcept;
     [[nodiscard]] Palette palette(Coloring coloring) const;
 
     struct Place
@@ -53,8 +69,15 @@ public:
         ViewedStructure *structure = nullptr;
         ViewedStructure::Place place;
     };
-    // Nothing for the background.
+    // Nothing for the background, and for waters, which are no objects.
     [[nodiscard]] std::optional<Place> placeOf(Pick pick) const noexcept;
+    // Nothing for what is no water.
+    struct WaterPlace
+    {
+        const ViewedStructure *structure = nullptr;
+        std::uint32_t water = kNone;
+    };
+    [[nodiscard]] std::optional<WaterPlace> waterOf(Pick pick) const noexcept;
     // Relative to the origin.
     [[nodiscard]] Vec3 positionOf(const Place &place) const;
 
@@ -64,11 +87,18 @@ public:
 
 private:
     void read();
+    void leaveOutChains();
 
     std::function<void()> m_Changed;
     Changes m_Changes;
+    // What the structures have been read at.
+    std::uint64_t m_Revision = 0;
+    std::size_t m_Readings = 0;
     std::vector<std::unique_ptr<ViewedStructure>> m_Structures;
     Vec3 m_Origin;
+    bool m_AreWatersShown = false;
+    ModelChoice m_Models;
+    RowFilter m_Rows;
 };
 
 } // namespace structures

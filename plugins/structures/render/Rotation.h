@@ -35,6 +35,14 @@ public:
         return {m_Real, m_Axis.x, m_Axis.y, m_Axis.z};
     }
 
+    // Of what numbers() gave, or of any others: of such as turn nothing, no rotation.
+    [[nodiscard]] static Rotation ofNumbers(const std::array<float, 4> &numbers) noexcept
+    {
+        Rotation rotation(numbers[0], {numbers[1], numbers[2], numbers[3]});
+        rotation.normalize();
+        return rotation;
+    }
+
     [[nodiscard]] Matrix3 matrix() const noexcept
     {
         const float w = m_Real;

@@ -20,6 +20,9 @@ constexpr float kMetalShare = 0.45F;
 constexpr float kDashRadius = 0.14F;
 constexpr float kDash = 0.9F;
 constexpr int kMostDashes = 40;
+// Of what a metal or a hydrogen holds.
+constexpr float kContactRadius = 0.09F;
+constexpr int kContactDashes = 4;
 
 // How finely the mesh follows its curve.
 struct Fineness
@@ -202,10 +205,25 @@ void addRibbons(const Molecule &molecule, const std::vector<ResidueStyle> &style
     }
 }
 
+// Dashes between two atoms.
+void addContact(const Molecule &molecule, const Bond &bond, Shapes &shapes)
+{
+    const Vec3 from = molecule.atoms[bond.first].position;
+    const Vec3 way = molecule.atoms[bond.second].position - from;
+    for (int i = 0; i < kContactDashes; ++i) {
+        const float begin = (float(i) + 0.25F) / kContactDashes;
+        const float end = (float(i) + 0.75F) / kContactDashes;
+        const Pick pick = pickOfAtom(2 * i < kContactDashes ? bond.first : bond.second);
+        shapes.sticks.push_back({from + way * begin, from + way * end, kContactRadius, pick, pick});
+    }
+}
+
 // Whether the atom is drawn by itself, and not only as a part of a ribbon.
 bool isShown(const Molecule &molecule, const std::vector<ResidueStyle> &styles, std::uint32_t index)
 {
     const MoleculeAtom &atom = molecule.atoms[index];
+    if (!atom.isPlaced)
+        return false;
     const ResidueStyle &style = styles[atom.residue];
     switch (style.style) {
     case Style::Hidden:
@@ -226,18 +244,36 @@ void addAtoms(const Molecule &molecule, const std::vector<ResidueStyle> &styles,
 {
     std::vector<std::uint32_t> bonded;
     std::vector<bool> hasBond(molecule.atoms.size());
+    std::vector<bool> isBonded(molecule.atoms.size());
     for (std::uint32_t i = 0; i < molecule.atoms.size(); ++i) {
         const Style style = styles[molecule.atoms[i].residue].style;
         if (isShown(molecule, styles, i) && style != Style::Spheres)
             bonded.push_back(i);
     }
-    for (const Bond &bond : bondsBetween(molecule, bonded)) {
+    const auto addBond = [&](const Bond &bond) {
         const MoleculeAtom &a = molecule.atoms[bond.first];
         const MoleculeAtom &b = molecule.atoms[bond.second];
         shapes.sticks.push_back({a.position, b.position, kStickRadius, pickOfAtom(bond.first),
                                  pickOfAtom(bond.second)});
         hasBond[bond.first] = hasBond[bond.second] = true;
+    };
+    const auto isLinked = [&molecule](const Bond &bond) {
+        return std::binary_search(molecule.links.begin(), molecule.links.end(), Link{bond},
+                                  comesBefore);
+    };
+    for (const std::uint32_t i : bonded)
+        isBonded[i] = true;
+    for (const Link &link : molecule.links) {
+        if (!isBonded[link.atoms.first] || !isBonded[link.atoms.second])
+            continue;
+        if (link.kind == LinkKind::Metal || link.kind == LinkKind::Hydrogen)
+            addContact(molecule, link.atoms, shapes);
+        else
+            addBond(link.atoms);
     }
+    for (const Bond &bond : bondsBetween(molecule, bonded))
+        if (!isLinked(bond))
+            addBond(bond);
     for (std::uint32_t i = 0; i < molecule.atoms.size(); ++i) {
         if (!isShown(molecule, styles, i))
             continue;

@@ -16,6 +16,12 @@ namespace structures {
     return Pick(molecule.atoms.size()) + residue + 1;
 }
 
+// Of a water that is no residue.
+[[nodiscard]] inline Pick pickOfWater(const Molecule &molecule, std::uint32_t water) noexcept
+{
+    return Pick(molecule.atoms.size() + molecule.residues.size()) + water + 1;
+}
+
 // Styles has an entry for each residue.
 [[nodiscard]] Shapes shapesOf(const Molecule &molecule, const std::vector<ResidueStyle> &styles);
 

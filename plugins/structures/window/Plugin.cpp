@@ -2,8 +2,15 @@
 // Structure View: the structures that are loaded, in three dimensions, with the selection and the
 // colors of the alignment.
 #include "StructureWindow.h"
+#include "ViewsPart.h"
 
 #include "Export.h"
+
+namespace {
+
+structures::ViewsPart s_Views;
+
+} // namespace
 
 extern "C" {
 

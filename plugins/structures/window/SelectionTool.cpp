@@ -58,13 +58,21 @@ void SelectionTool::selectAll() const
 void SelectionTool::point(Pick pick)
 {
     const auto place = m_Scene.placeOf(pick);
-    m_Named.setText(QString::fromStdString(place ? place->structure->describe(place->place)
-                                                 : m_Scene.remark()));
+    m_Named.setText(QString::fromStdString(nameOf(pick)));
     if (!place)
         return m_Cells.clear();
     const std::uint32_t residue = place->place.residue;
     m_Cells.show(place->structure->chain(place->structure->molecule().residues[residue].chain),
                  place->structure->childOf(residue));
+}
+
+std::string SelectionTool::nameOf(Pick pick) const
+{
+    if (const auto place = m_Scene.placeOf(pick))
+        return place->structure->describe(place->place);
+    if (const auto water = m_Scene.waterOf(pick))
+        return water->structure->describeWater(water->water);
+    return m_Scene.remark();
 }
 
 std::vector<TAMBO::Compound *> SelectionTool::stretchTo(const StructureScene::Place &place) const
@@ -89,6 +97,11 @@ void SelectionTool::click(Pick pick, Qt::KeyboardModifiers modifiers)
 {
     if (!m_Selects)
         return;
+    // A water is no object that could be selected: it is named, and nothing else happens.
+    if (m_Scene.waterOf(pick)) {
+        m_Named.setText(QString::fromStdString(nameOf(pick)));
+        return;
+    }
     const auto place = m_Scene.placeOf(pick);
     if (!place) {
         if (!(modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))

@@ -7,6 +7,7 @@
 
 #include <QObject>
 
+#include <string>
 #include <vector>
 
 class QLabel;
@@ -33,6 +34,7 @@ public:
     void selectAll() const;
 
 private:
+    [[nodiscard]] std::string nameOf(Pick pick) const;
     void point(Pick pick);
     // What the pointer is over in the grid of an alignment.
     void pointInGrid(const TAMBO::Compound *chain, std::uint32_t child);

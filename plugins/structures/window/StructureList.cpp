@@ -1,22 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureList.h"
 
-#include <algorithm>
+#include <QContextMenuEvent>
 
 namespace structures {
-
-namespace {
-
-bool isChainHidden(const ViewedStructure &structure, const MoleculeChain &chain)
-{
-    const std::vector<bool> &hidden = structure.hidden();
-    if (hidden.empty() || chain.residueCount == 0)
-        return false;
-    const auto begin = hidden.begin() + std::ptrdiff_t(chain.firstResidue);
-    return std::all_of(begin, begin + std::ptrdiff_t(chain.residueCount), [](bool h) { return h; });
-}
-
-} // namespace
 
 StructureList::StructureList(StructureScene &scene, QWidget *parent)
     : QTreeWidget(parent), m_Scene(scene)
@@ -50,39 +37,47 @@ void StructureList::refresh()
         for (std::size_t c = 0; c < structure.molecule().chains.size(); ++c) {
             QTreeWidgetItem *const child = item->child(int(c));
             const TAMBO::Compound *const chain = structure.chain(std::uint32_t(c));
+            child->setDisabled(structure.isLeftOut(std::uint32_t(c)));
             child->setText(0, tr("Chain %1").arg(QString::fromStdString(chain->Name())));
-            child->setCheckState(0, isChainHidden(structure, structure.molecule().chains[c])
-                                        ? Qt::Unchecked
-                                        : Qt::Checked);
+            child->setCheckState(0, structure.isChainHidden(std::uint32_t(c)) ? Qt::Unchecked
+                                                                              : Qt::Checked);
         }
     }
     m_IsFilling = false;
 }
 
+std::optional<ListedPart> StructureList::partOf(QTreeWidgetItem *item) const
+{
+    if (!item)
+        return std::nullopt;
+    QTreeWidgetItem *const parent = item->parent();
+    ListedPart part;
+    part.structure = std::size_t(indexOfTopLevelItem(parent ? parent : item));
+    if (part.structure >= m_Scene.structures().size())
+        return std::nullopt;
+    if (!parent)
+        return part;
+    part.chain = std::uint32_t(parent->indexOfChild(item));
+    if (part.chain >= m_Scene.structures()[part.structure]->molecule().chains.size())
+        return std::nullopt;
+    return part;
+}
+
 void StructureList::take(QTreeWidgetItem *item)
 {
-    if (m_IsFilling)
-        return;
-    QTreeWidgetItem *const parent = item->parent();
-    const auto index = std::size_t(indexOfTopLevelItem(parent ? parent : item));
-    if (index >= m_Scene.structures().size())
-        return;
-    ViewedStructure &structure = *m_Scene.structures()[index];
-    const bool isShown = item->checkState(0) == Qt::Checked;
-    if (!parent) {
-        structure.setVisible(isShown);
-    } else {
-        const auto chainIndex = std::size_t(parent->indexOfChild(item));
-        if (chainIndex >= structure.molecule().chains.size())
-            return;
-        const MoleculeChain &chain = structure.molecule().chains[chainIndex];
-        std::vector<bool> hidden = structure.hidden();
-        hidden.resize(structure.molecule().residues.size());
-        std::fill_n(hidden.begin() + std::ptrdiff_t(chain.firstResidue), chain.residueCount,
-                    !isShown);
-        structure.setHidden(std::move(hidden));
-    }
-    emit changed();
+    const auto part = m_IsFilling ? std::nullopt : partOf(item);
+    if (part)
+        emit checked(*part, item->checkState(0) == Qt::Checked);
+}
+
+void StructureList::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
+    QTreeWidgetItem *const item =
+        isKey ? currentItem() : itemAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (const auto part = partOf(item))
+        emit menuWanted(*part, isKey ? viewport()->mapToGlobal(visualItemRect(item).center())
+                                     : event->globalPos());
 }
 
 } // namespace structures

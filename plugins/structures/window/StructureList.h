@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ListedPart.h"
 #include "StructureScene.h"
 
 #include <QTreeWidget>
+
+#include <optional>
 
 namespace structures {
 
@@ -19,10 +22,15 @@ public:
     void refresh();
 
 signals:
-    // Others are to be seen than before.
-    void changed();
+    void checked(const structures::ListedPart &part, bool isShown);
+    void menuWanted(const structures::ListedPart &part, const QPoint &position);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    // Nothing of no item.
+    [[nodiscard]] std::optional<ListedPart> partOf(QTreeWidgetItem *item) const;
     void take(QTreeWidgetItem *item);
 
     StructureScene &m_Scene;

@@ -94,6 +94,7 @@ void StructureView::setLook(const Look &look)
         return;
     m_Look = look;
     draw();
+    emit lookChanged();
 }
 
 Camera StructureView::wholeCamera() const

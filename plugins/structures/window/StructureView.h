@@ -58,6 +58,7 @@ signals:
     // What is to be seen in a rectangle that was drawn with Shift held.
     void framed(const std::vector<structures::Pick> &picks, Qt::KeyboardModifiers modifiers);
     void cameraChanged();
+    void lookChanged();
     // The picture has been drawn well.
     void completed();
 

@@ -14,9 +14,9 @@ constexpr float kAroundSelection = 6;
 
 StyleCommands::StyleCommands(StructureScene &scene) : m_Scene(scene) { }
 
-std::vector<std::vector<bool>> StyleCommands::selected() const
+StyleCommands::Residues StyleCommands::selected() const
 {
-    std::vector<std::vector<bool>> all;
+    Residues all;
     bool hasAny = false;
     for (const auto &structure : m_Scene.structures()) {
         std::vector<bool> own(structure->molecule().residues.size());
@@ -32,17 +32,86 @@ std::vector<std::vector<bool>> StyleCommands::selected() const
     return all;
 }
 
-void StyleCommands::setStyle(Style style)
+StyleCommands::Residues StyleCommands::residuesOf(const ListedPart &part) const
 {
-    const std::vector<std::vector<bool>> chosen = selected();
+    Residues residues;
+    for (const auto &structure : m_Scene.structures()) {
+        const bool isThis = residues.size() == part.structure;
+        std::vector<bool> own(structure->molecule().residues.size(), isThis && part.chain == kNone);
+        if (isThis && part.chain < structure->molecule().chains.size()) {
+            const MoleculeChain &chain = structure->molecule().chains[part.chain];
+            std::fill_n(own.begin() + std::ptrdiff_t(chain.firstResidue), chain.residueCount, true);
+        }
+        residues.push_back(std::move(own));
+    }
+    return residues;
+}
+
+bool StyleCommands::isThere(const ListedPart &part) const
+{
+    return part.structure < m_Scene.structures().size() &&
+           (part.chain == kNone ||
+            part.chain < m_Scene.structures()[part.structure]->molecule().chains.size());
+}
+
+void StyleCommands::setHidden(const ListedPart &part, bool isHidden)
+{
+    ViewedStructure &structure = *m_Scene.structures()[part.structure];
+    const MoleculeChain &chain = structure.molecule().chains[part.chain];
+    std::vector<bool> hidden = structure.hidden();
+    hidden.resize(structure.molecule().residues.size());
+    std::fill_n(hidden.begin() + std::ptrdiff_t(chain.firstResidue), chain.residueCount, isHidden);
+    structure.setHidden(std::move(hidden));
+}
+
+void StyleCommands::show(const ListedPart &part)
+{
+    if (!isThere(part))
+        return;
+    ViewedStructure &structure = *m_Scene.structures()[part.structure];
+    structure.setVisible(true);
+    if (part.chain == kNone)
+        structure.setHidden({});
+    else
+        setHidden(part, false);
+    emit changed();
+}
+
+void StyleCommands::setShown(const ListedPart &part, bool isShown)
+{
+    if (!isThere(part))
+        return;
+    if (part.chain == kNone)
+        m_Scene.structures()[part.structure]->setVisible(isShown);
+    else
+        setHidden(part, !isShown);
+    emit changed();
+}
+
+void StyleCommands::showOnly(const ListedPart &part)
+{
+    if (!isThere(part))
+        return;
+    for (std::size_t s = 0; s < m_Scene.structures().size(); ++s) {
+        ViewedStructure &structure = *m_Scene.structures()[s];
+        structure.setVisible(s == part.structure);
+        if (s != part.structure || part.chain == kNone)
+            continue;
+        for (std::uint32_t c = 0; c < structure.molecule().chains.size(); ++c)
+            setHidden({s, c}, c != part.chain);
+    }
+    show(part);
+}
+
+void StyleCommands::setStyle(Style style, const Residues &chosen)
+{
     for (std::size_t i = 0; i < m_Scene.structures().size(); ++i)
         m_Scene.structures()[i]->setStyle(style, chosen.empty() ? std::vector<bool>() : chosen[i]);
     emit changed();
 }
 
-void StyleCommands::setSideChains(bool shown)
+void StyleCommands::setSideChains(bool shown, const Residues &chosen)
 {
-    const std::vector<std::vector<bool>> chosen = selected();
     for (std::size_t s = 0; s < m_Scene.structures().size(); ++s) {
         ViewedStructure &structure = *m_Scene.structures()[s];
         std::vector<ResidueStyle> styles = structure.styles();
@@ -56,17 +125,17 @@ void StyleCommands::setSideChains(bool shown)
 
 void StyleCommands::hideSelection()
 {
-    hide(false);
+    hideSelected(false);
 }
 
 void StyleCommands::hideOthers()
 {
-    hide(true);
+    hideSelected(true);
 }
 
-void StyleCommands::hide(bool others)
+void StyleCommands::hideSelected(bool others)
 {
-    const std::vector<std::vector<bool>> chosen = selected();
+    const Residues chosen = selected();
     if (chosen.empty())
         return;
     for (std::size_t s = 0; s < m_Scene.structures().size(); ++s) {
@@ -90,15 +159,44 @@ void StyleCommands::showAll()
     emit changed();
 }
 
-std::optional<Bounds> StyleCommands::selectedBounds() const
+void StyleCommands::setWatersShown(bool shown)
+{
+    m_Scene.setWatersShown(shown);
+    emit changed();
+}
+
+void StyleCommands::setModels(const ModelChoice &choice)
+{
+    m_Scene.setModels(choice);
+    emit changed();
+}
+
+void StyleCommands::showRowsOf(TAMBO::Alignment *alignment)
+{
+    m_Scene.setRowsOf(alignment);
+    m_Scene.refresh();
+    emit changed();
+}
+
+void StyleCommands::stepModel(bool forward)
+{
+    const std::size_t count = m_Scene.modelCount();
+    if (count < 2)
+        return;
+    const ModelChoice now = m_Scene.models();
+    const std::size_t index = std::min(now.all ? 0 : now.index, count - 1);
+    setModels({false, (index + (forward ? 1 : count - 1)) % count});
+}
+
+std::optional<Bounds> StyleCommands::boundsOf(const Residues &chosen) const
 {
     std::vector<Vec3> places;
-    for (const auto &structure : m_Scene.structures())
-        for (std::uint32_t i = 0; i < structure->molecule().residues.size(); ++i) {
-            const TAMBO::Compound *const residue = structure->residue(i);
-            if (residue && residue->IsSelected())
-                places.push_back(structure->positionOf(i) - m_Scene.origin());
-        }
+    for (std::size_t s = 0; s < chosen.size() && s < m_Scene.structures().size(); ++s) {
+        const ViewedStructure &structure = *m_Scene.structures()[s];
+        for (std::uint32_t i = 0; i < chosen[s].size(); ++i)
+            if (chosen[s][i])
+                places.push_back(structure.positionOf(i) - m_Scene.origin());
+    }
     if (places.empty())
         return std::nullopt;
     Bounds bounds;

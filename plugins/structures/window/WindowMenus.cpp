@@ -6,9 +6,11 @@
 #include "PictureExport.h"
 #include "Selecting.h"
 #include "SelectionTool.h"
+#include "StructureScene.h"
 #include "StructureView.h"
 #include "StyleCommands.h"
 
+#include "Alignment.h"
 #include "HelpViewer.h"
 
 #include <QAction>
@@ -19,6 +21,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <cmath>
 #include <limits>
 
 namespace structures {
@@ -59,14 +62,22 @@ QAction *WindowMenus::addAction(QMenu *menu, const QString &text, const QKeySequ
 }
 
 QAction *WindowMenus::addToggle(QMenu *menu, const QString &text, const QKeySequence &keys,
-                                bool isOn, const std::function<void(bool)> &change)
+                                const std::function<bool()> &isOn,
+                                const std::function<void(bool)> &change)
 {
     QAction *const action = menu->addAction(text);
     action->setShortcut(keys);
     action->setCheckable(true);
-    action->setChecked(isOn);
-    connect(action, &QAction::toggled, this, change);
+    action->setChecked(isOn());
+    connect(action, &QAction::triggered, this, change);
+    m_Toggles.push_back({action, isOn});
     return action;
+}
+
+void WindowMenus::refreshToggles()
+{
+    for (const Toggle &toggle : m_Toggles)
+        toggle.action->setChecked(toggle.isOn());
 }
 
 void WindowMenus::addFileMenu()
@@ -100,6 +111,59 @@ void WindowMenus::addShowMenu()
     addAction(menu, tr("Hide &Others"), Qt::SHIFT | Qt::Key_H,
               [this] { m_Parts.styles.hideOthers(); });
     addAction(menu, tr("Show &All"), Qt::Key_A, [this] { m_Parts.styles.showAll(); });
+    menu->addSeparator();
+    addToggle(
+        menu, tr("&Waters"), Qt::Key_8, [this] { return m_Parts.scene.areWatersShown(); },
+        [this](bool on) { m_Parts.styles.setWatersShown(on); });
+    addModelsMenu(menu);
+    addRowsMenu(menu);
+}
+
+void WindowMenus::addModelsMenu(QMenu *menu)
+{
+    QMenu *const models = menu->addMenu(tr("&Models"));
+    StyleCommands &styles = m_Parts.styles;
+    QAction *const first = addAction(models, tr("&First"), Qt::Key_0, [&styles] {
+        styles.setModels({false, 0});
+    });
+    QAction *const all =
+        addAction(models, tr("&All in One Picture"), Qt::SHIFT | Qt::Key_M, [&styles] {
+            styles.setModels({true, 0});
+        });
+    models->addSeparator();
+    addAction(models, tr("&Next"), Qt::Key_BracketRight, [&styles] { styles.stepModel(true); });
+    addAction(models, tr("&Previous"), Qt::Key_BracketLeft, [&styles] { styles.stepModel(false); });
+    first->setCheckable(true);
+    all->setCheckable(true);
+    const auto show = [this, first, all] {
+        const ModelChoice now = m_Parts.scene.models();
+        first->setChecked(now == ModelChoice());
+        all->setChecked(now.all);
+    };
+    show();
+    connect(models, &QMenu::aboutToShow, this, show);
+    connect(menu, &QMenu::aboutToShow, this,
+            [this, models] { models->setEnabled(m_Parts.scene.modelCount() > 1); });
+}
+
+void WindowMenus::addRowsMenu(QMenu *menu)
+{
+    QMenu *const rows = menu->addMenu(tr("Only &Rows of"));
+    rows->setObjectName("OnlyRows");
+    connect(rows, &QMenu::aboutToShow, this, [this, rows] {
+        rows->clear();
+        const TAMBO::Alignment *const now = m_Parts.scene.rows().alignment();
+        const auto add = [&](const QString &text, TAMBO::Alignment *alignment) {
+            QAction *const action = rows->addAction(
+                text, this, [this, alignment] { m_Parts.styles.showRowsOf(alignment); });
+            action->setCheckable(true);
+            action->setChecked(alignment == now);
+        };
+        add(tr("&Everything"), nullptr);
+        rows->addSeparator();
+        for (TAMBO::Alignment *const alignment : RowFilter::choices())
+            add(QString::fromStdString(alignment->Name()).replace('&', "&&"), alignment);
+    });
 }
 
 void WindowMenus::addStyleMenu()
@@ -108,7 +172,7 @@ void WindowMenus::addStyleMenu()
     m_StyleMenu->setToolTipsVisible(true);
     const auto add = [this](const QString &text, int key, Style style) {
         addAction(m_StyleMenu, text, QKeySequence(key), [this, style] {
-            m_Parts.styles.setStyle(style);
+            m_Parts.styles.setStyle(style, m_Parts.styles.selected());
         })->setToolTip(tr("Of what is selected; of everything when nothing is"));
     };
     add(tr("&Cartoon"), Qt::Key_1, Style::Cartoon);
@@ -118,9 +182,9 @@ void WindowMenus::addStyleMenu()
     add(tr("S&pheres"), Qt::Key_5, Style::Spheres);
     m_StyleMenu->addSeparator();
     addAction(m_StyleMenu, tr("Show Side C&hains"), Qt::Key_6,
-              [this] { m_Parts.styles.setSideChains(true); });
+              [this] { m_Parts.styles.setSideChains(true, m_Parts.styles.selected()); });
     addAction(m_StyleMenu, tr("Hide Side Ch&ains"), Qt::Key_7,
-              [this] { m_Parts.styles.setSideChains(false); });
+              [this] { m_Parts.styles.setSideChains(false, m_Parts.styles.selected()); });
 }
 
 void WindowMenus::addColorMenu()
@@ -161,36 +225,41 @@ void WindowMenus::addViewMenu()
     m_Centre =
         addAction(menu, tr("&Centre on Selection"), Qt::Key_C, [this] { emit centreWanted(); });
     menu->addSeparator();
-    const auto toggle = [&](const QString &text, int key, bool isOn, const auto &change) {
-        addToggle(menu, text, key, isOn, change);
+    addToggle(
+        menu, tr("&Perspective"), Qt::Key_P, [&view] { return view.goal().isPerspective; },
+        [&view](bool on) {
+            Camera camera = view.goal();
+            camera.isPerspective = on;
+            view.setCamera(camera);
+        });
+    addToggle(
+        menu, tr("&Slab"), Qt::Key_S, [&view] { return std::isfinite(view.goal().slabFront); },
+        [&view](bool on) {
+            Camera camera = view.goal();
+            camera.slabFront = on ? kSlab : std::numeric_limits<float>::infinity();
+            camera.slabBack = camera.slabFront;
+            view.setCamera(camera);
+        });
+    const auto addLook = [this, menu, &view](const QString &text, int key, bool Look::*part) {
+        addToggle(
+            menu, text, key, [&view, part] { return view.look().*part; },
+            [&view, part](bool on) {
+                Look changed = view.look();
+                changed.*part = on;
+                view.setLook(changed);
+            });
     };
-    const auto look = [&view](bool Look::*part) {
-        return [&view, part](bool on) {
+    addLook(tr("&Depth Cue"), Qt::Key_D, &Look::hasDepthCue);
+    addLook(tr("&Outlines"), Qt::Key_O, &Look::hasOutlines);
+    addLook(tr("Sh&adows"), Qt::Key_W, &Look::hasShadows);
+    addToggle(
+        menu, tr("Dark &Ground"), Qt::Key_G,
+        [&view] { return view.look().background != kWhiteGround; },
+        [&view](bool on) {
             Look changed = view.look();
-            changed.*part = on;
+            changed.background = on ? kDarkGround : kWhiteGround;
             view.setLook(changed);
-        };
-    };
-    const Look first;
-    toggle(tr("&Perspective"), Qt::Key_P, false, [&view](bool on) {
-        Camera camera = view.goal();
-        camera.isPerspective = on;
-        view.setCamera(camera);
-    });
-    toggle(tr("&Slab"), Qt::Key_S, false, [&view](bool on) {
-        Camera camera = view.goal();
-        camera.slabFront = on ? kSlab : std::numeric_limits<float>::infinity();
-        camera.slabBack = camera.slabFront;
-        view.setCamera(camera);
-    });
-    toggle(tr("&Depth Cue"), Qt::Key_D, first.hasDepthCue, look(&Look::hasDepthCue));
-    toggle(tr("&Outlines"), Qt::Key_O, first.hasOutlines, look(&Look::hasOutlines));
-    toggle(tr("Sh&adows"), Qt::Key_W, first.hasShadows, look(&Look::hasShadows));
-    toggle(tr("Dark &Ground"), Qt::Key_G, false, [&view](bool on) {
-        Look changed = view.look();
-        changed.background = on ? kDarkGround : kWhiteGround;
-        view.setLook(changed);
-    });
+        });
 }
 
 void WindowMenus::addMeasureMenu()

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <vector>
 
 class QAction;
 class QActionGroup;
@@ -20,6 +21,7 @@ class MeasureTool;
 class PictureExport;
 class SelectionTool;
 class StructureView;
+class StructureScene;
 class StyleCommands;
 
 // The menus and the tool bar of a window.
@@ -31,6 +33,7 @@ public:
     // What the menus work on. All of it outlives them.
     struct Parts
     {
+        const StructureScene &scene;
         StructureView &view;
         SelectionTool &selection;
         StyleCommands &styles;
@@ -40,8 +43,9 @@ public:
     // Of the window's own.
     WindowMenus(QMainWindow &window, const Parts &parts);
 
-    // Shows what has been chosen elsewhere.
+    // Show what has been chosen elsewhere.
     void setColoring(Coloring coloring);
+    void refreshToggles();
 
 signals:
     void newViewWanted();
@@ -52,6 +56,8 @@ private:
     void addFileMenu();
     void addSelectMenu();
     void addShowMenu();
+    void addModelsMenu(QMenu *menu);
+    void addRowsMenu(QMenu *menu);
     void addStyleMenu();
     void addColorMenu();
     void addViewMenu();
@@ -61,11 +67,18 @@ private:
     [[nodiscard]] QMenu *addMenu(const QString &text);
     QAction *addAction(QMenu *menu, const QString &text, const QKeySequence &keys,
                        const std::function<void()> &done);
-    QAction *addToggle(QMenu *menu, const QString &text, const QKeySequence &keys, bool isOn,
-                       const std::function<void(bool)> &change);
+    QAction *addToggle(QMenu *menu, const QString &text, const QKeySequence &keys,
+                       const std::function<bool()> &isOn, const std::function<void(bool)> &change);
+
+    struct Toggle
+    {
+        QAction *action;
+        std::function<bool()> isOn;
+    };
 
     QMainWindow &m_Window;
     Parts m_Parts;
+    std::vector<Toggle> m_Toggles;
     QMenu *m_StyleMenu = nullptr;
     QMenu *m_ColorMenu = nullptr;
     QMenu *m_MeasureMenu = nullptr;

@@ -84,6 +84,26 @@ TEST_F(StructureSceneOfModel, ChangedColorsKeepTheShapes)
     EXPECT_EQ(shown().shapes(), before);
 }
 
+TEST_F(StructureSceneOfModel, NothingIsReadAgainForColorsAndMarks)
+{
+    const std::size_t before = m_Scene.readings();
+    ASSERT_TRUE(select({m_Structure->Child(0)->Child(5)}, Selecting::Only));
+    m_Scene.refresh();
+    {
+        DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        m_Structure->SetColor(Color(0xff0000U));
+    }
+    m_Scene.refresh();
+    EXPECT_EQ(m_Scene.readings(), before);
+    {
+        DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        dynamic_cast<TAMBO::Group *>(m_Structure->Child(0)->Child(5))
+            ->SetSeqId(TAMBO::SequenceNumber("77"));
+    }
+    m_Scene.refresh();
+    EXPECT_EQ(m_Scene.readings(), before + 1);
+}
+
 TEST_F(StructureSceneOfModel, AnotherStructureIsSeenAndADeletedOneIsLetGoAtOnce)
 {
     TAMBO::Compound *const other = MadeStructure::make("2xyz", 40);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureWindow.h"
 
+#include "PartMenu.h"
+
 #include "MadeStructure.h"
 #include "support/ScopedSettings.h"
 #include "support/WaitUntil.h"
@@ -10,6 +12,7 @@
 #include "DataDelete.h"
 #include "Space.h"
 
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QStatusBar>
 #include <QTest>
@@ -199,6 +202,37 @@ TEST_F(StructureWindowOfModel, TheListHidesAStructure)
     list->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
     waitForPicture();
     EXPECT_EQ(view().pickAt(view().rect().center()), 0U);
+}
+
+TEST_F(StructureWindowOfModel, TheMenuOfTheListChangesAChainAndSelectsNothing)
+{
+    auto *const list = m_Window->findChild<QTreeWidget *>();
+    list->expandAll();
+    const QPoint place = list->visualItemRect(list->topLevelItem(0)->child(0)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(list->viewport(), &event);
+    auto *const menu = m_Window->findChild<PartMenu *>();
+    ASSERT_NE(menu, nullptr);
+    const auto choose = [menu](const QString &text) {
+        for (QAction *const action : menu->actions())
+            if (action->text().remove('&') == text)
+                action->trigger();
+    };
+    const ViewedStructure &structure = *m_Window->scene().structures().front();
+    choose("Spheres");
+    EXPECT_EQ(structure.styles()[0].style, Style::Spheres);
+    EXPECT_EQ(structure.styles()[24].style, Style::BallsAndSticks);
+    choose("Show Side Chains");
+    EXPECT_TRUE(structure.styles()[7].hasSideChain);
+    choose("Show Only This");
+    EXPECT_TRUE(structure.isChainHidden(1));
+    EXPECT_FALSE(structure.isChainHidden(0));
+    choose("Hide");
+    EXPECT_TRUE(structure.isChainHidden(0));
+    choose("Show");
+    EXPECT_FALSE(structure.isChainHidden(0));
+    EXPECT_TRUE(selected().empty());
+    menu->close();
 }
 
 TEST_F(StructureWindowOfModel, ADeletedStructureIsGoneFromThePicture)
