@@ -18,7 +18,7 @@ namespace structures {
 namespace {
 
 // In pixels, of a side of a window.
-constexpr int kLeast = 100;
+constexpr int kLeastSide = 100;
 
 } // namespace
 
@@ -68,11 +68,11 @@ void restoreScene(const ViewState &state, StructureScene &scene)
 
 void putInSight(QWidget &window, const QRect &place)
 {
-    if (place.width() < kLeast || place.height() < kLeast)
+    if (place.width() < kLeastSide || place.height() < kLeastSide)
         return;
     for (const QScreen *const screen : QGuiApplication::screens()) {
         const QRect room = screen->availableGeometry();
-        if (!room.intersects(place.adjusted(kLeast / 2, 0, -kLeast / 2, -kLeast / 2)))
+        if (!room.intersects(place.adjusted(kLeastSide / 2, 0, -kLeastSide / 2, -kLeastSide / 2)))
             continue;
         window.setGeometry(QRect(place.topLeft(), place.size().boundedTo(room.size())));
         return;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureWindow.h"
 
+#include "MeasuresText.h"
 #include "PartMenu.h"
 #include "SceneState.h"
 #include "StructureList.h"
@@ -22,6 +23,9 @@ QList<StructureWindow *> s_Windows;
 
 // Angstrom, around what was double-clicked.
 constexpr float kAroundPlace = 6;
+
+// In the state of a view.
+constexpr QLatin1String kMeasures("measures");
 
 // There before and behind all statics of the library.
 std::function<void()> &listener()
@@ -95,6 +99,7 @@ StructureWindow::StructureWindow()
             centre(Bounds{m_Scene.positionOf(*place), kAroundPlace});
     });
 
+    connect(&m_Measuring, &MeasureTool::changed, this, [] { tellListener(); });
     connect(&m_Measuring, &MeasureTool::runs, this,
             [this](bool on) { m_Selection.setSelecting(!on); });
     m_Menus =
@@ -132,6 +137,8 @@ ViewState StructureWindow::state() const
     state.look = m_View->look();
     state.coloring = m_Coloring;
     state.others = m_Others;
+    if (!m_Measuring.measures().all().empty())
+        state.others[kMeasures] = measuresToJson(m_Measuring.measures());
     return state;
 }
 
@@ -140,6 +147,7 @@ void StructureWindow::restore(const ViewState &state)
     m_Scene.refresh();
     restoreScene(state, m_Scene);
     m_Others = state.others;
+    m_Measuring.setMeasures(measuresFromJson(m_Others.take(kMeasures).toObject()));
     m_List->refresh();
     m_View->setLook(state.look);
     setColoring(state.coloring);

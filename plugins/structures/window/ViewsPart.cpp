@@ -13,7 +13,7 @@ namespace structures {
 
 namespace {
 
-constexpr int kVersion = 1;
+constexpr int kViewsVersion = 1;
 constexpr qsizetype kMostViews = 50;
 constexpr const char *kWrong = "what was kept are no structure views";
 
@@ -51,7 +51,7 @@ std::string ViewsPart::store() const
     if (views.isEmpty())
         return {};
     QJsonObject state(m_Others);
-    state["version"] = kVersion;
+    state["version"] = kViewsVersion;
     state["views"] = views;
     return QJsonDocument(state).toJson(QJsonDocument::Compact).toStdString();
 }
@@ -60,7 +60,7 @@ void ViewsPart::restore(const std::string &state)
 {
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(state));
     QJsonObject json = document.object();
-    if (!document.isObject() || json.take("version").toInt() < kVersion)
+    if (!document.isObject() || json.take("version").toInt() < kViewsVersion)
         throw std::runtime_error(kWrong);
     const std::vector<ViewState> states = viewsOf(json.take("views"));
     m_Others = json;

@@ -9,6 +9,7 @@
 #include "Hooks.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "Revisions.h"
 
 #include <gtest/gtest.h>
 
@@ -70,8 +71,11 @@ private:
         Step step = std::move(from.back());
         from.pop_back();
         Step inverse;
-        for (auto edit = step.rbegin(); edit != step.rend(); ++edit)
+        for (auto edit = step.rbegin(); edit != step.rend(); ++edit) {
             inverse.push_back((*edit)->apply());
+            if (TAMBO::isOfStructures(inverse.back()->part()))
+                TAMBO::growStructureRevision();
+        }
         to.push_back(std::move(inverse));
     }
 

@@ -16,6 +16,8 @@
 
 #include <memory>
 
+#include <algorithm>
+
 namespace GridPointerTest {
 
 using namespace structures;
@@ -178,7 +180,10 @@ TEST_F(StructureWindowBesideAGrid, AWindowThatOpensUnderThePointerNamesWhatIsThe
                 place = {x, y};
     QEnterEvent event(place, place, view().mapToGlobal(place));
     QCoreApplication::sendEvent(&view(), &event);
-    EXPECT_FALSE(names(""));
+    const QList<QLabel *> labels = m_Window->statusBar()->findChildren<QLabel *>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+        return label->text().startsWith("1abc, chain ");
+    }));
 }
 
 } // namespace GridPointerTest

@@ -134,6 +134,30 @@ TEST_F(KeptViews, ComeBackAsTheyWere)
         EXPECT_EQ(firstView()[key], before[key]) << key;
 }
 
+TEST_F(KeptViews, MeasuresComeBackWithTheirView)
+{
+    StructureWindow &window = StructureWindow::open();
+    ViewedStructure &shown = *window.scene().structures()[0];
+    const auto ca = [&shown](std::uint32_t residue) {
+        return addressOf(shown, shown.molecule().residues[residue].tracePoint);
+    };
+    Measures measures;
+    ASSERT_TRUE(measures.add({{ca(2), ca(7)}}));
+    ASSERT_TRUE(measures.add({{ca(2), ca(3), ca(4)}}));
+    window.measuring().setMeasures(measures);
+    const std::string kept = part().store();
+    closeAll();
+
+    part().clear();
+    part().restore(kept);
+    ASSERT_EQ(StructureWindow::opened().size(), 1);
+    StructureWindow &again = *StructureWindow::opened().front();
+    ASSERT_EQ(again.measuring().measures().all().size(), 2U);
+    EXPECT_EQ(again.measuring().measures().placesOf(0).size(), 2U);
+    EXPECT_EQ(again.measuring().measures().placesOf(1).size(), 3U);
+    EXPECT_EQ(part().store(), kept);
+}
+
 TEST_F(KeptViews, AWindowThatIsThereShowsTheFirstOfThem)
 {
     StructureWindow::open();
@@ -153,11 +177,11 @@ TEST_F(KeptViews, WhatAnotherVersionSaysStaysAsItIs)
     QJsonObject json = stored();
     json["later"] = "x";
     QJsonObject view = firstView();
-    view["measures"] = QJsonArray{1, 2};
+    view["labels"] = QJsonArray{1, 2};
     json["views"] = QJsonArray{view};
     part().restore(text(json));
     EXPECT_EQ(stored()["later"], QJsonValue("x"));
-    EXPECT_EQ(firstView()["measures"], QJsonValue(QJsonArray{1, 2}));
+    EXPECT_EQ(firstView()["labels"], QJsonValue(QJsonArray{1, 2}));
     part().clear();
     EXPECT_FALSE(stored().contains("later"));
 }
