@@ -34,7 +34,7 @@ constexpr int kSecond = 1000;
 // More rows than that scroll.
 constexpr int kMostRows = 10;
 constexpr int kFewestRows = 3;
-constexpr int kWidth = 640;
+constexpr int kUnsavedWidth = 640;
 // Of a column with names, at first.
 constexpr int kWidestColumn = 200;
 
@@ -77,7 +77,7 @@ UnsavedDialog::UnsavedDialog(Purpose purpose, std::vector<SavedPlaces::Unsaved> 
     makeButtons();
     followChecks();
     followJobs();
-    resize(kWidth, sizeHint().height());
+    resize(kUnsavedWidth, sizeHint().height());
 }
 
 UnsavedDialog::~UnsavedDialog() = default;

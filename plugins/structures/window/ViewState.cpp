@@ -12,7 +12,7 @@ namespace {
 // Beyond them nothing can be seen, or is a window.
 constexpr double kFarthest = 1e7;
 constexpr double kHighest = 2e7;
-constexpr double kMostPixels = 1 << 20;
+constexpr double kMostScreenPixels = 1 << 20;
 constexpr double kMostModels = 1e9;
 constexpr qsizetype kMostStructures = 100000;
 constexpr double kMostNumber = std::numeric_limits<std::uint32_t>::max();
@@ -178,7 +178,7 @@ std::optional<ViewState> ViewState::of(const QJsonObject &json)
     ViewState state;
     Reader in(json);
     std::array<double, 4> place{};
-    in.read("place", -kMostPixels, kMostPixels, place);
+    in.read("place", -kMostScreenPixels, kMostScreenPixels, place);
     state.place = QRect(int(place[0]), int(place[1]), int(place[2]), int(place[3]));
     in.read("maximized", state.isMaximized);
     Reader camera(in.object("camera"));
