@@ -146,7 +146,7 @@ std::string StructureScene::remark() const
     std::string bare;
     for (const auto &structure : m_Structures) {
         if (!structure->molecule().isEmpty()) {
-            if (structure->isVisible())
+            if (structure->isInPicture())
                 return {};
             continue;
         }

@@ -68,6 +68,17 @@ TEST_F(RowsOfAlignment, FollowItLive)
     EXPECT_FALSE(m_Scene.refresh().places);
 }
 
+TEST_F(RowsOfAlignment, ThatAreHiddenLeaveARemark)
+{
+    showRowsOf(m_Alignment);
+    EXPECT_EQ(m_Scene.remark(), "");
+    m_Scene.structures()[0]->setVisible(false);
+    EXPECT_TRUE(m_Scene.picture()->parts.empty());
+    EXPECT_EQ(m_Scene.remark(), "All structures are hidden");
+    showRowsOf(nullptr);
+    EXPECT_EQ(m_Scene.remark(), "");
+}
+
 TEST_F(RowsOfAlignment, OfADeletedOneAreEverything)
 {
     showRowsOf(m_Alignment);
