@@ -115,6 +115,8 @@ void preparePictures(const TAMBO::app::Plugins &plugins)
 int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
 {
     Workbench workbench;
+    if (const TAMBO::Result<void> known = workbench.setToolsAtStart(line.tools); !known)
+        return complain(known.error().message(), kWrongCall);
     preparePictures(workbench.plugins());
     // Before there may be texts; as late as can be, since it takes longer than all that is done
     // meanwhile.
@@ -132,6 +134,7 @@ int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
             return workbench.showAndOpen({line.files.begin(), line.files.end()}, waitForFonts);
         waitForFonts();
         workbench.window().show();
+        workbench.openToolsAtStart();
         if (endsWhenPainted())
             whenPainted(workbench, [] { QApplication::exit(EXIT_SUCCESS); });
     };
@@ -155,6 +158,8 @@ int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
 int runPicture(const CommandLine &line)
 {
     Workbench workbench(Workbench::Attendance::Nobody);
+    if (const TAMBO::Result<void> known = workbench.setToolsAtStart(line.tools); !known)
+        return complain(known.error().message(), kWrongCall);
     QObject::connect(&workbench, &Workbench::started, qApp, [&](const LoadReport &report) {
         const int status = tellBadFiles(report);
         if (status != EXIT_SUCCESS)

@@ -24,12 +24,13 @@ QStringList moveTo(QPoint place)
 
 } // namespace
 
-VirtualScreen::VirtualScreen()
+VirtualScreen::VirtualScreen(QSize size)
 {
+    const QString mode = QString("%1x%2x24").arg(size.width()).arg(size.height());
     m_Server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Without "-noreset" it would begin anew, and drop who is just connecting, each time that the
     // last client leaves. With "-r" no key repeats by itself when its release is late.
-    m_Server.start("Xvfb", {"-displayfd", "1", "-r", "-screen", "0", "1920x1080x24", "-dpi", "96",
+    m_Server.start("Xvfb", {"-displayfd", "1", "-r", "-screen", "0", mode, "-dpi", "96",
                             "-nolisten", "tcp", "-noreset", "-fbdir", m_Folder.path()});
     QByteArray number;
     while (!number.endsWith('\n') && m_Server.waitForReadyRead(kPatienceMilliseconds))

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QRect>
+#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -13,7 +14,7 @@
 class VirtualScreen
 {
 public:
-    VirtualScreen();
+    explicit VirtualScreen(QSize size = {1920, 1080});
     ~VirtualScreen();
 
     [[nodiscard]] QString display() const { return m_Display; }

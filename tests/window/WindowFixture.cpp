@@ -27,7 +27,7 @@ QSize cellSize()
 
 } // namespace
 
-WindowFixture::WindowFixture()
+WindowFixture::WindowFixture(QSize screen) : m_Screen(screen)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_Screen.display());

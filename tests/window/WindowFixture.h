@@ -33,7 +33,7 @@ struct CellGrid
 class WindowFixture : public testing::Test
 {
 protected:
-    WindowFixture();
+    explicit WindowFixture(QSize screen = {1920, 1080});
     ~WindowFixture() override;
 
     void start(const QStringList &arguments);

@@ -131,6 +131,12 @@ Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments)
                 return wrong("--picture needs the name of the image to write");
             line.mode = CommandLine::Mode::Picture;
             line.picture = arguments[i];
+        } else if (argument == "--tool") {
+            if (line.mode == CommandLine::Mode::Info)
+                return wrong("info opens no tool");
+            if (++i == arguments.size() || arguments[i].empty())
+                return wrong("--tool needs the title of a tool, as the menu Tools has it");
+            line.tools.push_back(arguments[i]);
         } else if (std::ranges::find(kToolkitOptionsWithValue, withoutDashes(argument)) !=
                    kToolkitOptionsWithValue.end()) {
             ++i;
@@ -166,7 +172,9 @@ std::string usageText()
         formats += ' ' + std::string(name);
     return "Usage: tambo [FILE...]               open the workbench, and the editor on the first\n"
            "                                     alignment\n"
-           "       tambo --picture PNG FILE...   the same, painted into an image\n"
+           "       tambo --tool TITLE [FILE...]  the same, and a tool as the menu Tools has it\n"
+           "       tambo --picture PNG FILE...   the same, painted into an image; with --tool, "
+           "too\n"
            "       tambo info FILE...            one JSON object a line about each file\n"
            "       tambo print FILE --style fat|slim|bw --output OUT [--font NAME,SIZE] [--sse]\n"
            "                                     the pages of the first alignment; OUT ends in\n"

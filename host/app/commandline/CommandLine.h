@@ -20,6 +20,8 @@ struct CommandLine
     std::vector<std::string> files;
     // Picture: the image to write.
     std::string picture;
+    // Workbench and Picture: titles of the tools to open with the files.
+    std::vector<std::string> tools;
     PrintOrder print;
     ConvertOrder convert;
 };

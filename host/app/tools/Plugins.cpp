@@ -112,6 +112,26 @@ std::vector<const PluginRecord *> Plugins::tools() const
     return tools;
 }
 
+Result<const PluginRecord *> Plugins::toolCalled(const QString &title) const
+{
+    const auto isCalled = [&title](const PluginRecord *plugin) {
+        return titleOf(*plugin).compare(title, Qt::CaseInsensitive) == 0 ||
+               plugin->descriptor.name == title;
+    };
+    const std::vector<const PluginRecord *> usable = tools();
+    const auto found = std::ranges::find_if(usable, isCalled);
+    if (found != usable.end())
+        return *found;
+    for (const PluginRecord &plugin : m_Loader.records())
+        if (!plugin.isUsable() && !plugin.reason.isEmpty() && isCalled(&plugin))
+            return Failure{FailureKind::Refused, plugin.reason.toStdString()};
+    std::string cause = "there is no tool called \"" + title.toStdString() + '"';
+    for (const PluginRecord *plugin : usable)
+        cause += (plugin == usable.front() ? "; there are \"" : ", \"") +
+                 titleOf(*plugin).toStdString() + '"';
+    return Failure{FailureKind::NotFound, cause};
+}
+
 Failure Plugins::whyNoViewer() const
 {
     for (const PluginRecord &plugin : m_Loader.records())

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] std::vector<const services::PluginRecord *> alignmentViewers() const;
     // All that can be used: these, and then the others in their order.
     [[nodiscard]] std::vector<const services::PluginRecord *> tools() const;
+    // That of a title, or of a name as the settings have it. The failure says which there are.
+    [[nodiscard]] Result<const services::PluginRecord *> toolCalled(const QString &title) const;
     // In a new window of the first of these viewers that is able to; no other plug-in is called.
     Result<QWidget *> show(Alignment &alignment);
     // In a window of a plug-in that is open already, by its own slot.

@@ -21,6 +21,14 @@ constexpr double kShareOfWidth = 0.33;
 constexpr int kNarrowest = 420;
 constexpr int kWidest = 640;
 constexpr int kHighest = 860;
+// Of a window among several: below that one sees too little of an alignment, or of a picture.
+constexpr int kBroad = 760;
+constexpr int kLow = 300;
+
+int areaOf(const QRect &rect)
+{
+    return rect.isEmpty() ? 0 : rect.width() * rect.height();
+}
 
 } // namespace
 
@@ -42,6 +50,36 @@ std::optional<QPoint> placeBeside(const QRect &frame, const QRect &other, const 
             return place;
     }
     return std::nullopt;
+}
+
+std::vector<QRect> sharesBeside(const QRect &other, const QRect &room, std::size_t count)
+{
+    if (count == 0)
+        return {};
+    const int windows = int(count);
+    QRect area = room;
+    area.setLeft(std::max(room.left(), other.right() + 1 + kGap));
+    const auto fits = [&] {
+        return area.width() / windows >= kBroad ||
+               (area.width() >= kBroad && area.height() / windows >= kLow);
+    };
+    if (!fits())
+        area = room;
+    const bool areSideBySide = area.width() / windows >= kBroad || area.height() / windows < kLow;
+    std::vector<QRect> shares;
+    for (int i = 0; i < windows; ++i) {
+        const auto between = [&](int length, int index) { return length * index / windows; };
+        QRect share = area;
+        if (areSideBySide) {
+            share.setLeft(area.left() + between(area.width(), i));
+            share.setRight(area.left() + between(area.width(), i + 1) - 1);
+        } else {
+            share.setTop(area.top() + between(area.height(), i));
+            share.setBottom(area.top() + between(area.height(), i + 1) - 1);
+        }
+        shares.push_back(share);
+    }
+    return shares;
 }
 
 FirstPlaces::FirstPlaces()
@@ -87,8 +125,27 @@ void FirstPlaces::place(QWidget &tool, const QRect &workbench) const
     const QSize size = services::WindowPlaces::comfortable(tool.size(), room.size());
     const QRect frame = QRect(QPoint(0, 0), size).marginsAdded(kFrame);
     const QRect other(workbench.topLeft(), workbench.size() + QSize(2 * kFrame.right(), 0));
+    if (m_Sharing > 1)
+        return placeInShare(tool, sharesBeside(other, room, m_Sharing));
     if (const std::optional<QPoint> place = placeBeside(frame, other, room))
         tool.move(*place);
+}
+
+// Some of them may have a place that is remembered: that of least others is taken.
+void FirstPlaces::placeInShare(QWidget &tool, const std::vector<QRect> &shares) const
+{
+    const auto covered = [&](const QRect &share) {
+        int area = 0;
+        for (const QWidget *other : QApplication::topLevelWidgets())
+            if (other != &tool && other != m_Workbench && other->isVisible() &&
+                other->windowType() == Qt::Window)
+                area += areaOf(other->frameGeometry() & share);
+        return area;
+    };
+    const QRect place = std::ranges::min_element(shares, {}, covered)->marginsRemoved(kFrame);
+    tool.resize(place.size());
+    // Where what is inside of the frame is to be, as for the workbench.
+    tool.move(place.topLeft());
 }
 
 } // namespace TAMBO::app

@@ -87,6 +87,11 @@ public:
     void keepWork();
     // Whether it may ask.
     [[nodiscard]] static bool mayHaveLeftWork();
+    // Tools to open once the files of the call are there, by their titles. Refused, with those that
+    // there are, when one of them is unknown.
+    [[nodiscard]] Result<void> setToolsAtStart(const std::vector<std::string> &titles);
+    // When there are no files to open: at once.
+    void openToolsAtStart();
     // Opens the files of the call, then the editor on the first alignment among them.
     void openAtStart(std::vector<std::filesystem::path> files);
     // The same, and shows the workbench's window: below the editor when that is soon there.
@@ -163,6 +168,7 @@ private:
     void load(const QStringList &files);
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
+    void finishStart(const LoadReport &report);
     void noteOpened(const Compound &object, const LoadReport::Origin &origin);
     void rememberFiles(const LoadReport &report);
     void closeDialogsAndQuit();
@@ -203,6 +209,7 @@ private:
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
     Starter m_Starter;
+    std::vector<const services::PluginRecord *> m_ToolsAtStart;
     std::unique_ptr<OpenWindows> m_OpenWindows;
     std::unique_ptr<PluginParts> m_PluginParts;
     // Null when nothing is kept. Goes first: the program comes to its end.

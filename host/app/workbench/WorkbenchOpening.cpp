@@ -119,11 +119,11 @@ void Workbench::openAtStart(std::vector<fs::path> files)
         sessionFiles, others,
         [this, loadOthers](const LoadReport &report, const QStringList &here) {
             if (here.isEmpty())
-                emit started(report);
+                finishStart(report);
             else
                 loadOthers(report, toPaths(here));
         },
-        [this] { emit started({}); });
+        [this] { finishStart({}); });
 }
 
 void Workbench::load(std::vector<fs::path> files)
@@ -136,13 +136,40 @@ void Workbench::load(std::vector<fs::path> files)
 
 void Workbench::showAtStart(const LoadReport &report)
 {
+    // An editor by itself stands beside the workbench.
+    if (!m_ToolsAtStart.empty() && !report.alignments.empty())
+        m_FirstPlaces->shareRoom(m_ToolsAtStart.size() + 1);
     QWidget *const editor =
         report.alignments.empty() ? nullptr : openInEditor(report.alignments.front());
     if (editor != nullptr)
         m_LateWindow->showBelow(*editor);
     else
         m_LateWindow->showNow();
+    finishStart(report);
+}
+
+void Workbench::finishStart(const LoadReport &report)
+{
+    openToolsAtStart();
+    m_FirstPlaces->shareRoom(0);
     emit started(report);
+}
+
+Result<void> Workbench::setToolsAtStart(const std::vector<std::string> &titles)
+{
+    for (const std::string &title : titles) {
+        const auto tool = m_Plugins.toolCalled(QString::fromStdString(title));
+        if (!tool)
+            return tool.error();
+        m_ToolsAtStart.push_back(tool.value());
+    }
+    return {};
+}
+
+void Workbench::openToolsAtStart()
+{
+    for (const services::PluginRecord *const tool : std::exchange(m_ToolsAtStart, {}))
+        openTool(*tool);
 }
 
 void Workbench::open(const QStringList &files)

@@ -1,2 +1,3 @@
 #!/bin/sh
+echo "Called with: $*"
 echo "The small workbench starts"

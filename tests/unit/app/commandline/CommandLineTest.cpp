@@ -80,6 +80,36 @@ TEST(CommandLine, InfoMakesNoPicture)
     EXPECT_FALSE(parseCommandLine({"info", "--picture", "out.png", "a.ali"}));
 }
 
+TEST(CommandLine, ToolsAreOpenedInTheirOrderWithFilesAndInPictures)
+{
+    const CommandLine line =
+        parseCommandLine({"--tool", "Structure View", "a.ali", "--tool", "Other"}).value();
+    EXPECT_EQ(line.mode, Mode::Workbench);
+    EXPECT_EQ(line.tools, (std::vector<std::string>{"Structure View", "Other"}));
+    EXPECT_EQ(line.files, Files{"a.ali"});
+    const CommandLine picture =
+        parseCommandLine({"--picture", "out.png", "--tool", "Other", "a.ali"}).value();
+    EXPECT_EQ(picture.mode, Mode::Picture);
+    EXPECT_EQ(picture.tools, std::vector<std::string>{"Other"});
+}
+
+TEST(CommandLine, ToolWithoutATitleIsWrong)
+{
+    for (const auto &words : {std::vector<std::string>{"--tool"}, {"a.ali", "--tool", ""}}) {
+        const auto line = parseCommandLine(words);
+        ASSERT_FALSE(line);
+        EXPECT_EQ(line.error().message(),
+                  "--tool needs the title of a tool, as the menu Tools has it");
+    }
+}
+
+TEST(CommandLine, InfoOpensNoTool)
+{
+    const auto line = parseCommandLine({"info", "--tool", "Structure View", "a.ali"});
+    ASSERT_FALSE(line);
+    EXPECT_EQ(line.error().message(), "info opens no tool");
+}
+
 TEST(CommandLine, PrintHasOptionsOfItsOwn)
 {
     const CommandLine line =

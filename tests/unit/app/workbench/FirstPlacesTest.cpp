@@ -11,6 +11,7 @@ namespace FirstPlacesTest {
 
 using TAMBO::app::FirstPlaces;
 using TAMBO::app::placeBeside;
+using TAMBO::app::sharesBeside;
 using TAMBO::app::workbenchPlace;
 
 TEST(FirstPlaces, WorkbenchAndEditorStandBesideEachOtherOnACommonScreen)
@@ -79,6 +80,56 @@ TEST(FirstPlaces, WithoutAWorkbenchTheWindowManagerDecides)
     editor.resize(200, 100);
     editor.show();
     EXPECT_FALSE(editor.testAttribute(Qt::WA_Moved));
+}
+
+TEST(FirstPlaces, AnEditorAndAToolShareTheRoomBesideTheWorkbench)
+{
+    for (const QSize &size :
+         {QSize(1280, 800), QSize(1600, 1000), QSize(1920, 1080), QSize(2560, 1440)}) {
+        const QRect room(QPoint(0, 0), size);
+        const QRect workbench = workbenchPlace(room);
+        const std::vector<QRect> shares = sharesBeside(workbench, room, 2);
+        ASSERT_EQ(shares.size(), 2U);
+        EXPECT_FALSE(shares[0].intersects(shares[1]));
+        for (const QRect &share : shares) {
+            EXPECT_TRUE(room.contains(share)) << size.width();
+            EXPECT_FALSE(share.intersects(workbench)) << size.width();
+            EXPECT_GE(share.width(), 760);
+            EXPECT_GE(share.height(), 400);
+        }
+    }
+}
+
+TEST(FirstPlaces, OnASmallScreenTheyShareAllOfIt)
+{
+    const QRect room(0, 0, 800, 600);
+    const std::vector<QRect> shares = sharesBeside(workbenchPlace(room), room, 2);
+    ASSERT_EQ(shares.size(), 2U);
+    EXPECT_FALSE(shares[0].intersects(shares[1]));
+    EXPECT_EQ(shares[0].united(shares[1]), room);
+}
+
+TEST(FirstPlaces, WindowsThatComeTogetherStandOnNoOther)
+{
+    FirstPlaces places;
+    const QWidget probe;
+    const QRect room = probe.screen()->availableGeometry();
+    places.expectWorkbench(QRect(room.topLeft(), QSize(10, 200)));
+    places.shareRoom(2);
+    QWidget first;
+    first.setWindowTitle("first");
+    first.show();
+    QWidget second;
+    second.setWindowTitle("second");
+    second.show();
+    EXPECT_FALSE(first.frameGeometry().intersects(second.frameGeometry()));
+    EXPECT_TRUE(room.contains(first.frameGeometry()));
+    EXPECT_TRUE(room.contains(second.frameGeometry()));
+    places.shareRoom(0);
+    QWidget later;
+    later.resize(100, 50);
+    later.show();
+    EXPECT_EQ(later.size(), QSize(100, 50));
 }
 
 } // namespace FirstPlacesTest

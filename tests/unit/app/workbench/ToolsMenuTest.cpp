@@ -109,6 +109,45 @@ TEST_F(ToolsMenuTest, OpeningAnAlignmentCallsTheViewerAlone)
     delete choosers().front();
 }
 
+TEST_F(ToolsMenuTest, AToolOfTheCallIsOpenedOnceTheFilesAreThere)
+{
+    install("NoWindowPlugin.so", "a", "Title = Counter\n");
+    install("WindowPlugin.so", "b", "Role = alignments\n");
+    start();
+    ASSERT_TRUE(m_Workbench->setToolsAtStart({"counter"}));
+    const int before = callsOfTool();
+    openAlignment();
+    EXPECT_EQ(callsOfTool(), before + 1);
+    ASSERT_EQ(choosers().size(), 1);
+    delete choosers().front();
+    openAlignment();
+    EXPECT_EQ(callsOfTool(), before + 1) << "once";
+    ASSERT_EQ(choosers().size(), 1);
+    delete choosers().front();
+}
+
+TEST_F(ToolsMenuTest, AnUnknownToolIsRefusedWithThoseThatThereAre)
+{
+    install("NoWindowPlugin.so", "a", "Title = Counter\n");
+    install("WindowPlugin.so", "b", "Title = Viewer\nRole = alignments\n");
+    start();
+    const Result<void> known = m_Workbench->setToolsAtStart({"Structures"});
+    ASSERT_FALSE(known);
+    EXPECT_EQ(known.error().message(),
+              "there is no tool called \"Structures\"; there are \"Viewer\", \"Counter\"");
+}
+
+TEST_F(ToolsMenuTest, AToolOfTheCallThatCannotBeUsedIsRefusedWithTheReason)
+{
+    write("broken.so", "no library");
+    write("broken.plugin", "[Plugin]\nKit = 1.0\nTitle = Broken\n");
+    start();
+    const Result<void> known = m_Workbench->setToolsAtStart({"Broken"});
+    ASSERT_FALSE(known);
+    EXPECT_NE(known.error().message().find("broken.so"), std::string::npos)
+        << known.error().message();
+}
+
 TEST_F(ToolsMenuTest, WithoutAViewerTheStatusLineSaysWhy)
 {
     install("NoWindowPlugin.so", "a", "");
