@@ -18,7 +18,8 @@ constexpr int kGap = 12;
 // Window managers add these at most; they are not known before a window has been shown.
 constexpr QMargins kFrame(4, 32, 4, 4);
 constexpr double kShareOfWidth = 0.33;
-constexpr int kNarrowest = 420;
+// Its buttons have their texts.
+constexpr int kNarrowest = 460;
 constexpr int kWidest = 640;
 constexpr int kHighest = 860;
 // Of a window among several: below that one sees too little of an alignment, or of a picture.

@@ -263,8 +263,11 @@ void MainWindow::makeToolBar()
     m_Open->setIconText(tr("Open"));
     bar->addAction(m_Open);
     bar->addSeparator();
-    bar->addAction(UndoActions::undo());
-    bar->addAction(UndoActions::redo());
+    // What they would undo is a text of any length, which their tool tips have.
+    for (QAction *const action : {UndoActions::undo(), UndoActions::redo()}) {
+        action->setPriority(QAction::LowPriority);
+        bar->addAction(action);
+    }
     if (!m_Tools.empty()) {
         bar->addSeparator();
         for (QAction *tool : m_Tools)

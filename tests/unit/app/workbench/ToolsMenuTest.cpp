@@ -4,6 +4,7 @@
 #include "Workbench.h"
 
 #include "AppFixture.h"
+#include "FirstPlaces.h"
 #include "MainWindow.h"
 #include "support/WaitUntil.h"
 
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QToolBar>
 
 namespace ToolsMenuTest {
 
@@ -146,6 +148,24 @@ TEST_F(ToolsMenuTest, AToolOfTheCallThatCannotBeUsedIsRefusedWithTheReason)
     ASSERT_FALSE(known);
     EXPECT_NE(known.error().message().find("broken.so"), std::string::npos)
         << known.error().message();
+}
+
+TEST_F(ToolsMenuTest, AllButtonsAreToBeSeenAtTheFirstWidth)
+{
+    install("WindowPlugin.so", "a", "Title = Alignment Editor\nRole = alignments\n");
+    install("NoWindowPlugin.so", "b", "Title = Structure View\n");
+    start();
+    for (const QSize &screen : {QSize(1280, 800), QSize(1600, 1000), QSize(1920, 1080)}) {
+        app::MainWindow &window = m_Workbench->window();
+        window.show();
+        window.resize(app::workbenchPlace(QRect(QPoint(0, 0), screen)).size());
+        QCoreApplication::sendPostedEvents();
+        const auto *const bar = window.findChild<QToolBar *>("CommandBar");
+        ASSERT_NE(bar, nullptr);
+        for (QAction *const action : bar->actions())
+            EXPECT_TRUE(bar->widgetForAction(action)->isVisible())
+                << action->text().toStdString() << " on " << screen.width();
+    }
 }
 
 TEST_F(ToolsMenuTest, WithoutAViewerTheStatusLineSaysWhy)
