@@ -8,8 +8,10 @@
 #include "WindowMenus.h"
 
 #include "Alignment.h"
+#include "Config.h"
 
 #include <QDockWidget>
+#include <QIcon>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -69,6 +71,7 @@ StructureWindow::StructureWindow()
       m_Pictures(*this, m_Scene, *m_View, [this] { return m_Scene.palette(m_Coloring); })
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
+    setWindowIcon(QIcon(QString::fromStdString(Config::GetIconDir()) + "/kind-structure.svg"));
     setCentralWidget(m_View);
     statusBar()->addWidget(m_Pointed, 1);
     statusBar()->addPermanentWidget(m_Prompt);

@@ -12,7 +12,9 @@
 #include "DataDelete.h"
 #include "Space.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
+#include <QIcon>
 #include <QLabel>
 #include <QStatusBar>
 #include <QTest>
@@ -257,6 +259,20 @@ TEST_F(StructureWindowOfModel, AStructureThatArrivesIsShownWithTheOthers)
     auto *const list = m_Window->findChild<QTreeWidget *>();
     ASSERT_TRUE(waitUntil([&] { return list->topLevelItemCount() == 2; }));
     ASSERT_TRUE(waitUntil([&] { return view().isComplete() && view().camera().height > 50; }));
+}
+
+TEST_F(StructureWindowOfModel, EveryViewHasTheIconOfStructuresHoweverItWasOpened)
+{
+    for (QAction *const action : m_Window->findChildren<QAction *>())
+        if (action->text().remove('&') == "New View")
+            action->trigger();
+    ASSERT_EQ(StructureWindow::opened().size(), 2);
+    StructureWindow::opened().back()->restore(m_Window->state());
+    const QImage expected =
+        QIcon(SOURCE_DIR "/share/icons/kind-structure.svg").pixmap(32).toImage();
+    ASSERT_FALSE(expected.isNull());
+    for (const StructureWindow *const window : StructureWindow::opened())
+        EXPECT_EQ(window->windowIcon().pixmap(32).toImage(), expected);
 }
 
 TEST_F(StructureWindowOfModel, EachCallOpensAViewAndAllAreClosedInTheEnd)
