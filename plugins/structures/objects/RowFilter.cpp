@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RowFilter.h"
 
-#include "Alignment.h"
+#include "RowSources.h"
+
 #include "Space.h"
-#include "StructureDetails.h"
 
 #include <algorithm>
 
@@ -14,14 +14,10 @@ namespace {
 std::set<const TAMBO::Compound *> chainsOf(const TAMBO::Alignment &alignment)
 {
     std::set<const TAMBO::Compound *> chains;
-    for (unsigned long row = 0; row < alignment.height(); ++row) {
-        if (!alignment.hasPositions(row))
-            continue;
-        for (const TAMBO::ResidueSource &source :
-             TAMBO::StructureDetails::sources(alignment.GetSeq(row)))
-            if (source.chain != nullptr)
-                chains.insert(source.chain);
-    }
+    forEachSource(alignment,
+                  [&chains](unsigned long, std::size_t, const TAMBO::ResidueSource &source) {
+                      chains.insert(source.chain);
+                  });
     return chains;
 }
 
@@ -51,8 +47,10 @@ bool RowFilter::refresh()
         if (std::find(loaded.begin(), loaded.end(), m_Alignment) == loaded.end()) {
             m_Alignment = nullptr;
             hasChanged = true;
-        } else if (m_IsNew || m_Revision != m_Alignment->layoutRevision()) {
-            m_Revision = m_Alignment->layoutRevision();
+        } else if (m_IsNew || m_Layout != m_Alignment->layoutRevision() ||
+                   m_Ties != TAMBO::StructureDetails::revision()) {
+            m_Layout = m_Alignment->layoutRevision();
+            m_Ties = TAMBO::StructureDetails::revision();
             std::set<const TAMBO::Compound *> chains = chainsOf(*m_Alignment);
             hasChanged = hasChanged || chains != m_Chains;
             m_Chains = std::move(chains);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <vector>
 
@@ -32,7 +33,9 @@ public:
 
 private:
     TAMBO::Alignment *m_Alignment = nullptr;
-    unsigned long m_Revision = 0;
+    // Of which rows it has, and of what these are tied to.
+    unsigned long m_Layout = 0;
+    std::uint64_t m_Ties = 0;
     bool m_IsNew = false;
     std::set<const TAMBO::Compound *> m_Chains;
 };

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PointedCells.h"
 
-#include "Alignment.h"
+#include "RowSources.h"
+
 #include "AlignmentWindow.h"
 #include "CellOverlay.h"
-#include "StructureDetails.h"
 
 #include <QPainter>
 
@@ -50,15 +50,10 @@ const PointedCells::Places &PointedCells::placesIn(const TAMBO::Alignment &align
         return known->second.places;
     Known &found = m_Known[&alignment];
     found = {alignment.layoutRevision(), {}};
-    for (unsigned long row = 0; row < alignment.height(); ++row) {
-        if (!alignment.hasPositions(row))
-            continue;
-        const std::vector<TAMBO::ResidueSource> sources =
-            TAMBO::StructureDetails::sources(alignment.GetSeq(row));
-        for (std::size_t i = 0; i < sources.size(); ++i)
-            if (sources[i].chain != nullptr)
-                found.places.emplace(Residue(sources[i].chain, sources[i].child), Place(row, i));
-    }
+    forEachSource(alignment, [&found](unsigned long row, std::size_t residue,
+                                      const TAMBO::ResidueSource &source) {
+        found.places.emplace(Residue(source.chain, source.child), Place(row, residue));
+    });
     return found.places;
 }
 

@@ -8,6 +8,7 @@
 #include "Alignment.h"
 #include "DataDelete.h"
 #include "DataPoint.h"
+#include "Peptide.h"
 #include "Space.h"
 
 namespace RowFilterTest {
@@ -66,6 +67,30 @@ TEST_F(RowsOfAlignment, FollowItLive)
     EXPECT_FALSE(m_Scene.structures()[0]->isInPicture());
     EXPECT_TRUE(m_Scene.structures()[1]->isInPicture());
     EXPECT_FALSE(m_Scene.refresh().places);
+}
+
+TEST_F(RowsOfAlignment, AreThoseThatRowsAreTiedToNow)
+{
+    const auto tie = [](TAMBO::Peptide &row, TAMBO::Compound *chain) {
+        TAMBO::ResidueTies ties;
+        ties.append({0, 24, 0, TAMBO::Peptide::from(chain)});
+        const DataPoint<TAMBO::Compound> change(nullptr, &row);
+        row.retie(std::move(ties));
+    };
+    TAMBO::Compound *const bare =
+        TAMBO::DataMaker::makeSequence("bare", "ACDEFGHIKLMNPQRSTVWYACDE");
+    TAMBO::Alignment *const alignment = TAMBO::DataMaker::makeAlignment("tied", {bare});
+    TAMBO::Peptide &row = *TAMBO::Peptide::from(alignment->GetSeq(0));
+    showRowsOf(alignment);
+    EXPECT_TRUE(m_Scene.picture()->parts.empty());
+    tie(row, m_First->Child(0));
+    EXPECT_TRUE(m_Scene.refresh().places);
+    EXPECT_TRUE(m_Scene.structures()[0]->isInPicture());
+    EXPECT_FALSE(m_Scene.structures()[1]->isInPicture());
+    tie(row, m_Second->Child(0));
+    EXPECT_TRUE(m_Scene.refresh().places);
+    EXPECT_FALSE(m_Scene.structures()[0]->isInPicture());
+    EXPECT_TRUE(m_Scene.structures()[1]->isInPicture());
 }
 
 TEST_F(RowsOfAlignment, ThatAreHiddenLeaveARemark)
