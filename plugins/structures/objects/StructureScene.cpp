@@ -70,6 +70,15 @@ void StructureScene::read()
     m_Structures = std::move(structures);
     m_Changes.places = m_Rows.refresh() || m_Changes.places;
     leaveOutChains();
+    listChains();
+}
+
+void StructureScene::listChains()
+{
+    m_Chains.clear();
+    for (const auto &structure : m_Structures)
+        for (std::uint32_t i = 0; i < structure->molecule().chains.size(); ++i)
+            m_Chains.emplace(structure->chain(i), std::pair(structure.get(), i));
 }
 
 void StructureScene::leaveOutChains()
@@ -183,6 +192,19 @@ std::optional<StructureScene::Place> StructureScene::placeOf(Pick pick) const no
         pick -= Pick(structure->pickCount());
     }
     return std::nullopt;
+}
+
+std::optional<StructureScene::Place> StructureScene::placeOf(const TAMBO::Compound *chain,
+                                                             std::uint32_t child) const
+{
+    const auto known = m_Chains.find(chain);
+    if (known == m_Chains.end())
+        return std::nullopt;
+    const auto [structure, index] = known->second;
+    const std::uint32_t residue = structure->residueAt(index, child);
+    if (residue == kNone)
+        return std::nullopt;
+    return Place{structure, {residue, kNone}};
 }
 
 std::optional<StructureScene::WaterPlace> StructureScene::waterOf(Pick pick) const noexcept

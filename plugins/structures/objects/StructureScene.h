@@ -14,6 +14,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace structures {
@@ -71,6 +73,9 @@ public:
     };
     // Nothing for the background, and for waters, which are no objects.
     [[nodiscard]] std::optional<Place> placeOf(Pick pick) const noexcept;
+    // The residue that is a child of a chain; nothing where there is no such.
+    [[nodiscard]] std::optional<Place> placeOf(const TAMBO::Compound *chain,
+                                               std::uint32_t child) const;
     // Nothing for what is no water.
     struct WaterPlace
     {
@@ -88,6 +93,7 @@ public:
 private:
     void read();
     void leaveOutChains();
+    void listChains();
 
     std::function<void()> m_Changed;
     Changes m_Changes;
@@ -95,6 +101,9 @@ private:
     std::uint64_t m_Revision = 0;
     std::size_t m_Readings = 0;
     std::vector<std::unique_ptr<ViewedStructure>> m_Structures;
+    // Where each chain is: in which structure, and which of its chains.
+    std::unordered_map<const TAMBO::Compound *, std::pair<ViewedStructure *, std::uint32_t>>
+        m_Chains;
     Vec3 m_Origin;
     bool m_AreWatersShown = false;
     ModelChoice m_Models;

@@ -356,6 +356,20 @@ std::uint32_t ViewedStructure::childOf(std::uint32_t residue) const
     return residue < m_Residues.size() ? m_Residues[residue].child : kNone;
 }
 
+std::uint32_t ViewedStructure::residueAt(std::uint32_t chain, std::uint32_t child) const
+{
+    if (chain >= m_Molecule.chains.size())
+        return kNone;
+    // In ascending order: the amino acids, then the groups.
+    const MoleculeChain &own = m_Molecule.chains[chain];
+    const auto begin = m_Residues.begin() + std::ptrdiff_t(own.firstResidue);
+    const auto end = begin + std::ptrdiff_t(own.residueCount);
+    const auto found = std::lower_bound(
+        begin, end, child, [](const Source &source, std::uint32_t c) { return source.child < c; });
+    return found != end && found->child == child ? std::uint32_t(found - m_Residues.begin())
+                                                 : kNone;
+}
+
 TAMBO::Compound *ViewedStructure::atom(std::uint32_t index) const
 {
     return index < m_Atoms.size() ? m_Atoms[index] : nullptr;

@@ -86,6 +86,8 @@ public:
     [[nodiscard]] TAMBO::Compound *residue(std::uint32_t index) const;
     // Where a residue is among the children of its chain.
     [[nodiscard]] std::uint32_t childOf(std::uint32_t residue) const;
+    // The other way round; kNone for a child that is no residue.
+    [[nodiscard]] std::uint32_t residueAt(std::uint32_t chain, std::uint32_t child) const;
     [[nodiscard]] TAMBO::Compound *atom(std::uint32_t index) const;
     [[nodiscard]] TAMBO::Compound *chain(std::uint32_t index) const;
     // "1PPF, chain E, HIS 57, CA".

@@ -29,19 +29,16 @@ void SelectionTool::pointInGrid(const TAMBO::Compound *chain, std::uint32_t chil
 {
     std::vector<Pick> picks;
     QString text = QString::fromStdString(m_Scene.remark());
-    for (const auto &structure : m_Scene.structures()) {
-        const Molecule &molecule = structure->molecule();
-        for (std::uint32_t i = 0; i < molecule.residues.size() && chain != nullptr; ++i) {
-            const MoleculeResidue &residue = molecule.residues[i];
-            if (structure->childOf(i) != child || structure->chain(residue.chain) != chain)
-                continue;
-            text = QString::fromStdString(structure->describe({i, kNone}));
-            // However it is drawn.
-            const Pick first = m_Scene.firstPickOf(*structure);
-            picks.push_back(first + pickOfResidue(molecule, i));
-            for (std::uint32_t a = 0; a < residue.atomCount; ++a)
-                picks.push_back(first + pickOfAtom(residue.firstAtom + a));
-        }
+    if (const auto place = m_Scene.placeOf(chain, child)) {
+        const Molecule &molecule = place->structure->molecule();
+        const std::uint32_t index = place->place.residue;
+        const MoleculeResidue &residue = molecule.residues[index];
+        text = QString::fromStdString(place->structure->describe(place->place));
+        // However it is drawn.
+        const Pick first = m_Scene.firstPickOf(*place->structure);
+        picks.push_back(first + pickOfResidue(molecule, index));
+        for (std::uint32_t a = 0; a < residue.atomCount; ++a)
+            picks.push_back(first + pickOfAtom(residue.firstAtom + a));
     }
     m_Named.setText(text);
     m_View.outline(std::move(picks));

@@ -174,6 +174,31 @@ TEST_F(StructureSceneOfModel, APickLeadsBackToItsResidueAndAtom)
     EXPECT_FALSE(m_Scene.placeOf(Pick(shown().pickCount()) + 1));
 }
 
+TEST_F(StructureSceneOfModel, AChildOfAChainLeadsToItsResidue)
+{
+    TAMBO::Compound *const other = MadeStructure::make("2xyz");
+    m_Scene.refresh();
+    for (std::size_t i = 0; i < 2; ++i) {
+        ViewedStructure &structure = *m_Scene.structures()[i];
+        for (std::uint32_t r = 0; r < structure.molecule().residues.size(); ++r) {
+            const std::uint32_t chain = structure.molecule().residues[r].chain;
+            const auto place = m_Scene.placeOf(structure.chain(chain), structure.childOf(r));
+            ASSERT_TRUE(place);
+            EXPECT_EQ(place->structure, &structure);
+            EXPECT_EQ(place->place.residue, r);
+            EXPECT_EQ(place->place.atom, kNone);
+        }
+        EXPECT_FALSE(m_Scene.placeOf(structure.chain(0), 24));
+    }
+    EXPECT_FALSE(m_Scene.placeOf(nullptr, 0));
+    const TAMBO::Compound *const chain = other->Child(0);
+    {
+        DataDelete<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        TAMBO::DataMaker::Destroy(other);
+    }
+    EXPECT_FALSE(m_Scene.placeOf(chain, 0));
+}
+
 TEST_F(StructureSceneOfModel, BFactorsGoFromBlueToRed)
 {
     const Palette palette = m_Scene.palette(Coloring::BFactor);
