@@ -75,6 +75,13 @@ void Measures::clear()
 std::optional<Vec3> Measures::placeOf(const StructureScene &scene, const AtomAddress &address)
 {
     for (const auto &structure : scene.structures()) {
+        const std::uint32_t water = waterAt(*structure, address);
+        if (water != kNone) {
+            if (!structure->isWaterInPicture(water))
+                return std::nullopt;
+            const Molecule &molecule = structure->molecule();
+            return molecule.waters[water] + (molecule.centre - scene.origin());
+        }
         const std::uint32_t atom = atomAt(*structure, address);
         if (atom == kNone)
             continue;

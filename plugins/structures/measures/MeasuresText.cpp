@@ -15,6 +15,8 @@ constexpr qsizetype kLongestName = 100;
 
 QJsonObject atomToJson(const AtomAddress &address)
 {
+    if (address.isWater())
+        return {{"structure", qint64(address.structure)}, {"water", qint64(address.water)}};
     return {{"chain", qint64(address.chain)},
             {"child", qint64(address.child)},
             {"atom", QString::fromStdString(address.atom)},
@@ -31,13 +33,25 @@ std::optional<std::uint32_t> number(const QJsonValue &value)
 
 std::optional<AtomAddress> atomFromJson(const QJsonObject &json)
 {
+    if (json.contains("water")) {
+        const auto structure = number(json["structure"]);
+        const auto water = number(json["water"]);
+        if (!structure || !water || *water == kNone)
+            return std::nullopt;
+        AtomAddress address;
+        address.structure = *structure;
+        address.water = *water;
+        return address;
+    }
     const auto chain = number(json["chain"]);
     const auto child = number(json["child"]);
     const auto nth = number(json["nth"]);
     const QString atom = json["atom"].toString();
     if (!chain || !child || !nth || atom.isEmpty() || atom.size() > kLongestName)
         return std::nullopt;
-    return AtomAddress{*chain, *child, atom.toStdString(), *nth};
+    AtomAddress address{*chain, *child, atom.toStdString()};
+    address.nth = *nth;
+    return address;
 }
 
 std::optional<Measure> measureFromJson(const QJsonObject &json)

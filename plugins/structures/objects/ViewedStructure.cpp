@@ -212,6 +212,14 @@ bool ViewedStructure::isChainHidden(std::uint32_t index) const
     return std::all_of(begin, begin + std::ptrdiff_t(chain.residueCount), [](bool h) { return h; });
 }
 
+bool ViewedStructure::isWaterInPicture(std::uint32_t index) const
+{
+    if (!m_AreWatersShown || !isInPicture() || index >= m_Waters.size())
+        return false;
+    const std::uint32_t chain = m_Waters[index].chain;
+    return chain == kNone || (!isChainHidden(chain) && !isLeftOut(chain));
+}
+
 std::vector<bool> ViewedStructure::drawnWaters() const
 {
     std::vector<bool> isChainDrawn;

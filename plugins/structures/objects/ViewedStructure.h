@@ -51,6 +51,7 @@ public:
     // not to be seen.
     void setWatersShown(bool shown);
     [[nodiscard]] bool areWatersShown() const noexcept { return m_AreWatersShown; }
+    [[nodiscard]] bool isWaterInPicture(std::uint32_t index) const;
     [[nodiscard]] bool isVisible() const noexcept { return m_IsVisible; }
     void setVisible(bool visible) noexcept { m_IsVisible = visible; }
     // Chains that are not drawn, whatever is said of their residues; empty for none.

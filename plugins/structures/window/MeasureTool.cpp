@@ -67,22 +67,29 @@ void MeasureTool::ask()
     m_View.update();
 }
 
-void MeasureTool::click(Pick pick)
+std::optional<AtomAddress> MeasureTool::addressAt(Pick pick) const
 {
+    if (const auto water = m_Scene.waterOf(pick))
+        return addressOfWater(*water->structure, water->water);
     const auto place = m_Scene.placeOf(pick);
     if (!place)
-        return;
+        return std::nullopt;
     const ViewedStructure &structure = *place->structure;
     // A ribbon stands for the atom that it is drawn through.
     const std::uint32_t atom = place->place.atom != kNone
                                    ? place->place.atom
                                    : structure.molecule().residues[place->place.residue].tracePoint;
     if (atom == kNone)
+        return std::nullopt;
+    return addressOf(structure, atom);
+}
+
+void MeasureTool::click(Pick pick)
+{
+    std::optional<AtomAddress> address = addressAt(pick);
+    if (!address || std::find(m_Picked.begin(), m_Picked.end(), *address) != m_Picked.end())
         return;
-    AtomAddress address = addressOf(structure, atom);
-    if (std::find(m_Picked.begin(), m_Picked.end(), address) != m_Picked.end())
-        return;
-    m_Picked.push_back(std::move(address));
+    m_Picked.push_back(*std::move(address));
     if (m_Picked.size() == m_Wanted) {
         const bool isNew = m_Measures.add({std::exchange(m_Picked, {})});
         follow();

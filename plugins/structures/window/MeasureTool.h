@@ -61,6 +61,8 @@ protected:
 
 private:
     void click(Pick pick);
+    // What a click means; nothing for the ground, and for what is drawn through no atom.
+    [[nodiscard]] std::optional<AtomAddress> addressAt(Pick pick) const;
     void ask();
     void choose(std::optional<std::size_t> measure);
     void remove(std::size_t measure);

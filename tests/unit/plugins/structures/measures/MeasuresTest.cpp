@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MeasuresText.h"
 
+#include "MadeExtras.h"
 #include "MadeStructure.h"
 #include "PositionEdit.h"
 #include "Structure.h"
@@ -176,6 +177,72 @@ TEST_F(MeasuresOfModel, ComeBackFromWhatWasKept)
     again.follow(m_Scene);
     measures.follow(m_Scene);
     EXPECT_EQ(textOf(again, 1), textOf(measures, 1));
+}
+
+TEST_F(MeasuresOfModel, AWaterIsMeasuredAsLongAsItIsToBeSeen)
+{
+    TAMBO::Compound *const wet = MadeExtras::make("wet");
+    m_Scene.refresh();
+    ViewedStructure &structure = *m_Scene.structures()[1];
+    Measure measure = {{addressOfWater(structure, 0), addressOfWater(structure, 1)}};
+    Measure beyond = {{addressOfWater(structure, 0), addressOfWater(structure, 3)}};
+    Measures measures;
+    ASSERT_TRUE(measures.add(measure));
+    ASSERT_TRUE(measures.add(beyond));
+    measures.follow(m_Scene);
+    EXPECT_EQ(textOf(measures), "gone");
+    m_Scene.setWatersShown(true);
+    measures.follow(m_Scene);
+    EXPECT_EQ(textOf(measures), QString::fromUtf8("4.00 Å"));
+    EXPECT_EQ(textOf(measures, 1), "gone");
+    // As on the screen, they go with their chain.
+    structure.setHidden(std::vector<bool>(structure.molecule().residues.size(), true));
+    measures.follow(m_Scene);
+    EXPECT_EQ(textOf(measures), "gone");
+    structure.setHidden({});
+    const TAMBO::Superposition shift({{TAMBO::Vertex(0, 0, 0), TAMBO::Vertex(3, 4, 0)}});
+    measure = {{measureOf({0}).atoms[0], addressOfWater(structure, 0)}};
+    Measures between;
+    ASSERT_TRUE(between.add(measure));
+    between.follow(m_Scene);
+    const QString before = textOf(between);
+    ASSERT_TRUE(TAMBO::moveStructures({{dynamic_cast<TAMBO::Structure *>(wet), shift}}));
+    m_Scene.refresh();
+    between.follow(m_Scene);
+    EXPECT_NE(textOf(between), before) << "waters move with their structure";
+}
+
+TEST_F(MeasuresOfModel, WatersAreKeptBesideAtomsAndOlderTextsAreReadAsBefore)
+{
+    MadeExtras::make("wet");
+    m_Scene.refresh();
+    m_Scene.setWatersShown(true);
+    Measure measure = measureOf({2});
+    measure.atoms.push_back(addressOfWater(*m_Scene.structures()[1], 1));
+    Measures measures;
+    ASSERT_TRUE(measures.add(measure));
+    ASSERT_TRUE(measures.add(measureOf({2, 7})));
+    const QByteArray kept = QJsonDocument(measuresToJson(measures)).toJson();
+    Measures again = measuresFromJson(QJsonDocument::fromJson(kept).object());
+    EXPECT_EQ(again.all(), measures.all());
+    again.follow(m_Scene);
+    EXPECT_NE(textOf(again), "gone");
+    const QByteArray older =
+        R"({"version": 1, "measures": [{"atoms": [{"chain": 17, "child": 4, "atom": "CA", "nth": 0},)"
+        R"( {"chain": 17, "child": 9, "atom": "O", "nth": 1}]}]})";
+    const Measures old = measuresFromJson(QJsonDocument::fromJson(older).object());
+    ASSERT_EQ(old.all().size(), 1U);
+    EXPECT_EQ(old.all()[0].atoms[0], (AtomAddress{17, 4, "CA", 0}));
+    EXPECT_EQ(old.all()[0].atoms[1], (AtomAddress{17, 9, "O", 1}));
+    for (const char *const wrong :
+         {R"({"structure": 12})", R"({"water": 3})", R"({"structure": 12, "water": -1})",
+          R"({"structure": 12, "water": 4294967295})"}) {
+        const QJsonObject atom = QJsonDocument::fromJson(wrong).object();
+        const QJsonObject bad{
+            {"version", 1},
+            {"measures", QJsonArray{QJsonObject{{"atoms", QJsonArray{atom, atom}}}}}};
+        EXPECT_TRUE(measuresFromJson(bad).all().empty()) << wrong;
+    }
 }
 
 TEST_F(MeasuresOfModel, WhatIsNotUnderstoodIsLeftOut)
