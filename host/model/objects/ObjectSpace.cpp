@@ -235,7 +235,11 @@ std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
 void ObjectSpace::insertObjects(const std::vector<std::size_t> &indices, Objects objects)
 {
     std::size_t kept = m_Objects.size();
-    m_Objects.resize(kept + objects.size());
+    const std::size_t wanted = kept + objects.size();
+    // An alignment mostly follows its sequences, and would have room made for as many again.
+    if (wanted > m_Objects.capacity())
+        m_Objects.reserve(wanted + wanted / 16 + 1);
+    m_Objects.resize(wanted);
     std::size_t place = m_Objects.size();
     for (std::size_t i = objects.size(); i-- > 0;) {
         while (place > indices[i] + 1)

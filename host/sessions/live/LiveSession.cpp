@@ -209,7 +209,7 @@ std::string LiveSession::store(const Edit &inverse)
     out.raw(edit);
     if (!large.empty()) {
         m_Large.emplace(m_LastLarge, std::move(large));
-        m_LargeSet.reset();
+        m_LargeNumbers.reset();
     }
     return out.take();
 }
@@ -242,14 +242,16 @@ bool LiveSession::isLarge(const Compound *object)
     const CompoundState *const state = stored->ownState();
     if (state != nullptr && state->identity == 0)
         return false;
-    if (!m_LargeSet) {
-        m_LargeSet.emplace();
-        for (const auto &[number, objects] : m_Large) {
+    if (!m_LargeNumbers) {
+        std::vector<std::uint32_t> numbers;
+        for (const auto &[edit, objects] : m_Large) {
+            numbers.reserve(numbers.size() + objects.size());
             for (const StoredObject *large : objects)
-                m_LargeSet->insert(large);
+                numbers.push_back(large->identity());
         }
+        m_LargeNumbers.emplace(std::move(numbers));
     }
-    return m_LargeSet->contains(stored);
+    return m_LargeNumbers->contains(stored->identity());
 }
 
 void LiveSession::stepEnds(StoredStep &&step)
@@ -275,7 +277,7 @@ void LiveSession::stepEnds(StoredStep &&step)
         kept.own += i < step.own ? 1 : 0;
     }
     m_Large.clear();
-    m_LargeSet.reset();
+    m_LargeNumbers.reset();
     m_Writer.beginStep();
     if (isWhole)
         m_Records.stepEnds(std::move(kept));

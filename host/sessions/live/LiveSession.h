@@ -6,7 +6,7 @@
 // sequences that were written. All that is done a few times in a row only.
 #pragma once
 
-#include "PointerSet.h"
+#include "NumberSet.h"
 #include "ReplayCost.h"
 #include "SessionEditBytes.h"
 #include "StepJournal.h"
@@ -128,8 +128,8 @@ private:
     // by the number that these begin with. 0: none.
     std::map<std::uint64_t, std::vector<const StoredObject *>> m_Large;
     std::uint64_t m_LastLarge = 0;
-    // All of them, once somebody asks for one.
-    std::optional<PointerSet<StoredObject>> m_LargeSet;
+    // The numbers of all of them, once somebody asks for one.
+    std::optional<NumberSet> m_LargeNumbers;
     // Of the step that ends.
     std::vector<const StoredObject *> m_LargeOfStep;
 
