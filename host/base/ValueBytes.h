@@ -19,6 +19,9 @@ namespace TAMBO {
 class ValueWriter
 {
 public:
+    // In bytes.
+    static constexpr std::size_t kLongestNumber = 10;
+
     // Small numbers take one byte, and one more for each further seven bits.
     void number(std::uint64_t value)
     {
@@ -59,6 +62,8 @@ public:
 
     [[nodiscard]] const std::string &bytes() const noexcept { return m_Bytes; }
     [[nodiscard]] std::size_t size() const noexcept { return m_Bytes.size(); }
+    // Room for so many bytes more, which are then not copied as they come.
+    void reserve(std::size_t more) { m_Bytes.reserve(m_Bytes.size() + more); }
     // Begins anew.
     [[nodiscard]] std::string take() noexcept { return std::exchange(m_Bytes, {}); }
     // The same, and keeps the room for what comes next.
@@ -70,7 +75,6 @@ private:
     static constexpr unsigned kBits = 7;
     static constexpr std::uint64_t kLowBits = 0x7f;
     static constexpr std::uint64_t kMore = 0x80;
-    static constexpr std::size_t kLongestNumber = 10;
 
     template <typename Word> void fixed(Word value)
     {

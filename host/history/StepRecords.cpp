@@ -34,6 +34,10 @@ void StepRecords::stepEnds(StoredStep &&step)
     m_Writer.text(step.name);
     m_Writer.number(step.own);
     m_Writer.number(step.edits.size());
+    std::size_t bytes = 0;
+    for (const std::string &edit : step.edits)
+        bytes += edit.size() + ValueWriter::kLongestNumber;
+    m_Writer.reserve(bytes);
     for (const std::string &edit : step.edits)
         m_Writer.text(edit);
     end();

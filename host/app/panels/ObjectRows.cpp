@@ -47,10 +47,11 @@ void ObjectRows::splitTopLevel()
         return;
     noteKinds(all);
     m_All = std::move(all);
-    m_Objects.clear();
-    m_SequenceObjects.clear();
-    for (std::size_t i = 0; i < m_All.size(); ++i)
-        (m_AreSequences[i] ? m_SequenceObjects : m_Objects).push_back(m_All[i]);
+    m_Others.clear();
+    for (std::size_t i = 0; i < m_All.size(); ++i) {
+        if (!m_AreSequences[i])
+            m_Others.push_back(i);
+    }
 }
 
 // A sequence is a chain without a structure above it. To tell costs a cast, so that only those are
@@ -77,15 +78,30 @@ void ObjectRows::noteKinds(const Children &all)
 std::size_t ObjectRows::childCount(const Row &row) const
 {
     if (&row == m_Top.get())
-        return m_Objects.size() + (m_SequenceObjects.empty() ? 0 : 1);
-    return row.object == nullptr ? m_SequenceObjects.size() : row.object->ChildCount();
+        return m_Others.size() + (sequenceCount() == 0 ? 0 : 1);
+    return row.object == nullptr ? sequenceCount() : row.object->ChildCount();
 }
 
 Compound *ObjectRows::child(const Row &row, std::size_t place) const
 {
     if (&row == m_Top.get())
-        return place < m_Objects.size() ? m_Objects[place] : nullptr;
-    return row.object == nullptr ? m_SequenceObjects[place] : row.object->Child(place);
+        return place < m_Others.size() ? m_All[m_Others[place]] : nullptr;
+    return row.object == nullptr ? sequence(place) : row.object->Child(place);
+}
+
+// Of a million a list of their own would be megabytes, and the others are few beside them.
+Compound *ObjectRows::sequence(std::size_t place) const
+{
+    std::size_t before = 0;
+    std::size_t end = m_Others.size();
+    while (before < end) {
+        const std::size_t middle = before + (end - before) / 2;
+        if (m_Others[middle] - middle <= place)
+            before = middle + 1;
+        else
+            end = middle;
+    }
+    return m_All[place + before];
 }
 
 ObjectRows::Children ObjectRows::children(const Row &row, std::size_t begin, std::size_t end) const

@@ -53,7 +53,10 @@ public:
     [[nodiscard]] Row &top() const noexcept { return *m_Top; }
     // Null when there is none.
     [[nodiscard]] const Row *sequences() const noexcept { return m_Sequences; }
-    [[nodiscard]] std::size_t sequenceCount() const noexcept { return m_SequenceObjects.size(); }
+    [[nodiscard]] std::size_t sequenceCount() const noexcept
+    {
+        return m_All.size() - m_Others.size();
+    }
     // Null when nobody has asked for the object's row yet, and for the root.
     [[nodiscard]] const Row *find(const Compound *object) const;
 
@@ -72,6 +75,7 @@ private:
     [[nodiscard]] std::size_t childCount(const Row &row) const;
     // Null stands for the row of the sequences.
     [[nodiscard]] Compound *child(const Row &row, std::size_t place) const;
+    [[nodiscard]] Compound *sequence(std::size_t place) const;
     [[nodiscard]] Children children(const Row &row, std::size_t begin, std::size_t end) const;
     void synchronise(Row &row);
     void matchRows(Row &row, std::size_t first, const Children &wanted, std::size_t count);
@@ -86,9 +90,8 @@ private:
     // The top-level objects, and which of them are sequences.
     Children m_All;
     std::vector<bool> m_AreSequences;
-    // Those shown at the top, and those below the sequences' row.
-    Children m_Objects;
-    Children m_SequenceObjects;
+    // The places of those shown at the top; all else is below the sequences' row.
+    std::vector<std::size_t> m_Others;
     std::unique_ptr<Row> m_Top;
     Row *m_Sequences = nullptr;
     // Views ask for more while they are told of new rows; what is being matched must stand still.

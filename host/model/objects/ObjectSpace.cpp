@@ -149,12 +149,18 @@ void ObjectSpace::insertObject(std::size_t index, std::unique_ptr<Compound> obje
     static_cast<void>(object.release());
 }
 
+// Room for twice as many would be a good part of what a million short sequences occupy, and so
+// would what an alignment behind them asks for when there is none.
+void ObjectSpace::makeRoomFor(std::size_t more)
+{
+    const std::size_t wanted = m_Objects.size() + more;
+    if (wanted > m_Objects.capacity())
+        m_Objects.reserve(wanted + wanted / 16 + 1);
+}
+
 void ObjectSpace::appendObjects(std::vector<std::unique_ptr<StoredObject>> objects)
 {
-    // Room for twice as many would be a good part of what thousands of short sequences occupy.
-    const std::size_t wanted = m_Objects.size() + objects.size();
-    if (wanted > m_Objects.capacity())
-        m_Objects.reserve(wanted + m_Objects.size() / 4);
+    makeRoomFor(objects.size());
     for (std::unique_ptr<StoredObject> &object : objects) {
         StoredObject *const stored = object.release();
         m_Objects.push_back(&stored->asCompound());
@@ -235,11 +241,8 @@ std::unique_ptr<Compound> ObjectSpace::takeObject(std::size_t index)
 void ObjectSpace::insertObjects(const std::vector<std::size_t> &indices, Objects objects)
 {
     std::size_t kept = m_Objects.size();
-    const std::size_t wanted = kept + objects.size();
-    // An alignment mostly follows its sequences, and would have room made for as many again.
-    if (wanted > m_Objects.capacity())
-        m_Objects.reserve(wanted + wanted / 16 + 1);
-    m_Objects.resize(wanted);
+    makeRoomFor(objects.size());
+    m_Objects.resize(kept + objects.size());
     std::size_t place = m_Objects.size();
     for (std::size_t i = objects.size(); i-- > 0;) {
         while (place > indices[i] + 1)

@@ -77,6 +77,8 @@ public:
     void noteReferences(StoredObject &object);
 
 private:
+    void makeRoomFor(std::size_t more);
+
     CompoundState m_State;
     std::string m_Name = "Space";
     // Owned; plain pointers because the interface hands out iterators over them.

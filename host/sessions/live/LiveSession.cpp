@@ -198,7 +198,7 @@ std::string LiveSession::store(const Edit &inverse)
         giveUp();
     if (isInContents(inverse))
         return kInContents;
-    const std::string edit = m_Records.store(inverse);
+    std::string edit = m_Records.store(inverse);
     if (goesThroughRows(edit)) {
         if (const auto *const rows = dynamic_cast<const Alignment *>(inverse.subject()))
             m_Cost.addRows(rows->height(), rows->width());
@@ -206,12 +206,13 @@ std::string LiveSession::store(const Edit &inverse)
     std::vector<const StoredObject *> large = m_Writer.takeElsewhere();
     ValueWriter out;
     out.number(large.empty() ? 0 : ++m_LastLarge);
-    out.raw(edit);
+    // Of a million objects it is some megabytes, which are not to be there twice.
+    edit.insert(0, out.bytes());
     if (!large.empty()) {
         m_Large.emplace(m_LastLarge, std::move(large));
         m_LargeNumbers.reset();
     }
-    return out.take();
+    return edit;
 }
 
 bool LiveSession::isInContents(const Edit &inverse)
@@ -273,7 +274,8 @@ void LiveSession::stepEnds(StoredStep &&step)
                 m_LargeOfStep.insert(m_LargeOfStep.end(), large.begin(), large.end());
         }
         isWhole = isWhole && !in.failed();
-        kept.edits.emplace_back(in.raw(in.left()));
+        step.edits[i].erase(0, step.edits[i].size() - in.left());
+        kept.edits.push_back(std::move(step.edits[i]));
         kept.own += i < step.own ? 1 : 0;
     }
     m_Large.clear();
