@@ -20,15 +20,27 @@ namespace {
 
 constexpr std::uint64_t kMostIdentity = std::numeric_limits<std::uint32_t>::max();
 
+// Of a million objects each is a wait for memory, unless it has been asked for before its turn.
+template <typename Visit>
+void forEachSoon(const std::vector<Compound *> &objects, const Visit &visit)
+{
+    constexpr std::size_t kAhead = 16;
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        if (i + kAhead < objects.size())
+            __builtin_prefetch(objects[i + kAhead], 1);
+        visit(*objects[i]);
+    }
+}
+
 // Those that came together mostly have numbers that follow each other.
 void storeNumbers(const std::vector<Compound *> &objects, EditWriter &out)
 {
     std::uint64_t expected = 0;
-    for (std::size_t i = 0; i < objects.size(); ++i) {
-        const std::uint64_t identity = identityOf(*objects[i]);
+    forEachSoon(objects, [&](const Compound &object) {
+        const std::uint64_t identity = identityOf(object);
         out.signedNumber(std::int64_t(identity) - std::int64_t(expected));
         expected = identity + 1;
-    }
+    });
 }
 
 std::vector<Compound *> loadNumbers(std::size_t count, EditReader &in)
@@ -72,8 +84,7 @@ void ObjectsEdit::store(bool withContents, EditWriter &out) const
         storeNumbers(m_Members, out);
         return;
     }
-    for (const Compound *member : m_Members)
-        out.content(*member);
+    forEachSoon(m_Members, [&out](const Compound &member) { out.content(member); });
 }
 
 void ObjectsEdit::store(EditWriter &out) const
