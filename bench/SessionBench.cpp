@@ -81,6 +81,14 @@ public:
     {
         timed([&] { m_Journal.changeGoesOn(); });
     }
+    void rowChanges(const Compound &alignment, std::size_t row) override
+    {
+        timed([&] { m_Journal.rowChanges(alignment, row); });
+    }
+    void rowMoves(const Compound &alignment, std::size_t from, std::size_t to) override
+    {
+        timed([&] { m_Journal.rowMoves(alignment, from, to); });
+    }
     std::string store(const Edit &inverse) override
     {
         std::string stored;

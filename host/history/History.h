@@ -127,6 +127,9 @@ public:
     // The objects that go with the steps. Whoever stores the steps stores them, too, and loads them
     // first.
     [[nodiscard]] std::vector<const Compound *> ownedObjects() const;
+    // Whether that holds of all edits of the steps in [begin, end).
+    using EditTest = std::function<bool(const Edit &edit)>;
+    [[nodiscard]] bool consistsOf(std::size_t begin, std::size_t end, const EditTest &test) const;
     void storeStep(std::size_t step, EditWriter &out) const;
     // All that is not in the steps.
     void storeState(EditWriter &out) const;

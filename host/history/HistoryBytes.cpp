@@ -95,6 +95,13 @@ std::vector<const Compound *> History::ownedObjects() const
     return owned;
 }
 
+bool History::consistsOf(std::size_t begin, std::size_t end, const EditTest &test) const
+{
+    return std::all_of(m_Steps.begin() + std::ptrdiff_t(begin),
+                       m_Steps.begin() + std::ptrdiff_t(end),
+                       [&](const HistoryStep &step) { return step.consistsOf(test); });
+}
+
 void History::storeStep(std::size_t step, EditWriter &out) const
 {
     m_Steps[step].store(out);

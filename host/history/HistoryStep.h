@@ -4,6 +4,7 @@
 
 #include "EditBytes.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -45,6 +46,11 @@ public:
     // Of all steps of this run of the program, no other one has it.
     void setNumber(std::uint64_t number) noexcept { m_Number = number; }
     [[nodiscard]] std::uint64_t number() const noexcept { return m_Number; }
+
+    [[nodiscard]] bool consistsOf(const std::function<bool(const Edit &edit)> &test) const
+    {
+        return std::ranges::all_of(m_Edits, [&](const auto &edit) { return test(*edit); });
+    }
 
     void store(EditWriter &out) const;
     // Whether its edits fit is found out when it is toggled.

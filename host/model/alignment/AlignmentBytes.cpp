@@ -42,12 +42,18 @@ void AlignmentTable::writePart(std::size_t part, const StoredObject &self, Objec
     }
     const std::size_t begin = (part - 1) * rowsOfPart();
     const std::size_t end = std::min(begin + rowsOfPart(), m_Rows.size());
+    beginRows(self, begin, end, out);
+    for (std::size_t i = begin; i < end; ++i)
+        m_Rows[i]->write(out);
+}
+
+void AlignmentTable::beginRows(const StoredObject &self, std::size_t begin, std::size_t end,
+                               ObjectWriter &out)
+{
     out.begin(StoredKind::Rows);
     out.number(self.identity());
     out.number(begin);
     out.number(end - begin);
-    for (std::size_t i = begin; i < end; ++i)
-        m_Rows[i]->write(out);
 }
 
 } // namespace TAMBO

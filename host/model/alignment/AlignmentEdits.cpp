@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AlignmentEdits.h"
 
+#include "ChangeSession.h"
+
 #include <algorithm>
 #include <iterator>
 #include <numeric>
@@ -63,6 +65,7 @@ private:
 std::unique_ptr<Edit> GapEdit::apply()
 {
     const Move &move = m_Move;
+    ChangeSession::get().tellOfRow(m_Table.alignment(), move.row);
     Rare<BreakColumns> former;
     former = m_Table.row(move.row).breakColumns();
     m_Table.moveGaps(move.row, move.from, move.count, move.to, move.growth);
@@ -80,6 +83,7 @@ std::size_t GapEdit::bytes() const
 
 std::unique_ptr<Edit> RowMoveEdit::apply()
 {
+    ChangeSession::get().tellOfMove(m_Table.alignment(), m_From, m_To);
     m_Table.moveRow(m_From, m_To);
     return std::make_unique<RowMoveEdit>(m_Table, m_To, m_From);
 }

@@ -79,6 +79,11 @@ public:
     // that it belongs to has number and state.
     [[nodiscard]] std::size_t partCount() const noexcept;
     void writePart(std::size_t part, const StoredObject &self, ObjectWriter &out) const;
+    // All but the first part are so many rows, but for the last one, which may be less.
+    [[nodiscard]] std::size_t rowsOfPart() const noexcept;
+    // What such a part begins with.
+    static void beginRows(const StoredObject &self, std::size_t begin, std::size_t end,
+                          ObjectWriter &out);
     // No edit: for an alignment that is being made.
     void presetAnnotation(std::unique_ptr<AlignmentAnnotation> annotation) noexcept
     {
@@ -134,7 +139,6 @@ private:
     void noteRange();
 
     // In one part of the bytes.
-    [[nodiscard]] std::size_t rowsOfPart() const noexcept;
     void changeRows(const SplitLoop &loop, const ChangeRows &change);
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.

@@ -92,6 +92,18 @@ void ChangeSession::tellJournal() noexcept
         runSafely([this] { m_Journal->changeBegins(); });
 }
 
+void ChangeSession::tellOfRow(const Compound &alignment, std::size_t row) noexcept
+{
+    if (m_Journal != nullptr)
+        runSafely([&] { m_Journal->rowChanges(alignment, row); });
+}
+
+void ChangeSession::tellOfMove(const Compound &alignment, std::size_t from, std::size_t to) noexcept
+{
+    if (m_Journal != nullptr)
+        runSafely([&] { m_Journal->rowMoves(alignment, from, to); });
+}
+
 void ChangeSession::closeGrowing() noexcept
 {
     for (const Growing &growing : std::exchange(m_Step.growing, {})) {

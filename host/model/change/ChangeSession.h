@@ -63,6 +63,9 @@ public:
     [[nodiscard]] bool isRecording() const noexcept { return m_Recorder != nullptr; }
     void setJournal(StepJournal *journal) noexcept { m_Journal = journal; }
     [[nodiscard]] StepJournal *journal() const noexcept { return m_Journal; }
+    // Of one row of an alignment, before it changes or goes to another place.
+    void tellOfRow(const Compound &alignment, std::size_t row) noexcept;
+    void tellOfMove(const Compound &alignment, std::size_t from, std::size_t to) noexcept;
     void record(std::unique_ptr<Edit> inverse);
     void recordGrowing(std::unique_ptr<GrowingEdit> inverse);
     // Whether the step has changed nothing yet, and what it changes from now on can be taken back.

@@ -46,6 +46,10 @@ public:
     virtual void changeBegins() { }
     // The same of a step that something arrived in the middle of. It may wait for the user.
     virtual void changeGoesOn() { changeBegins(); }
+    // One row of an alignment is about to change, and the width maybe with it, or goes to another
+    // place. Undo is told, too. Of what is kept of the present state that row has to be kept now.
+    virtual void rowChanges(const Compound &, std::size_t) { }
+    virtual void rowMoves(const Compound &, std::size_t, std::size_t) { }
     // The edit that was just made, of which this is the inverse, as bytes: Edit::storeInverse().
     // The step that it belongs to may still be taken back, and is then never told.
     [[nodiscard]] virtual std::string store(const Edit &inverse) = 0;

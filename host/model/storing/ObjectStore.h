@@ -3,7 +3,10 @@
 // thread can go on in between. An ObjectLoader makes the objects of the pieces again.
 #pragma once
 
+#include "KeptRows.h"
+
 #include <cstddef>
+#include <unordered_map>
 #include <vector>
 
 namespace TAMBO {
@@ -16,8 +19,9 @@ class ObjectStore
 {
 public:
     // Space with all that stands in it, and other objects, which stand nowhere: steps of undo own
-    // them. None of them may come or go until all is written, and none may change but alignments,
-    // after which goBack() is called. No object is looked at before its turn.
+    // them. None of them may come or go until all is written, and none may change but alignments:
+    // after that goBack() is called or, of single rows, before it keepRow() or keepMove(). No
+    // object is looked at before its turn.
     explicit ObjectStore(const ObjectSpace &space, std::vector<const StoredObject *> others = {});
     // The objects alone, and nothing of what stands in Space.
     explicit ObjectStore(std::vector<const StoredObject *> objects);
@@ -32,6 +36,14 @@ public:
 
     // What all pieces so far have been about.
     [[nodiscard]] bool hasBegunAlignments() const noexcept { return m_HasBegunAlignments; }
+    // A row of an alignment is about to change, or to go to another place: what is still to be
+    // written is written as it is now.
+    void keepRow(const StoredObject &alignment, std::size_t row);
+    // False when that cannot be.
+    [[nodiscard]] bool keepMove(const StoredObject &alignment, std::size_t from, std::size_t to);
+    // Whether what is left takes no longer than writing so many bytes.
+    [[nodiscard]] bool isBelow(std::size_t bytes) const;
+
     // To before the first alignment. Those are written once more, with Space, which is behind them.
     void goBack();
 
@@ -39,6 +51,9 @@ private:
     // What comes next, and null behind the last one.
     [[nodiscard]] const StoredObject *findNext();
     [[nodiscard]] bool areOthersDone() const noexcept;
+    [[nodiscard]] bool isWritten(const StoredObject &alignment) const noexcept;
+    [[nodiscard]] std::size_t partCount(const StoredObject &object) const;
+    void writePart(const StoredObject &object, ObjectWriter &out);
 
     const ObjectSpace *m_Space = nullptr;
     std::vector<const StoredObject *> m_Others;
@@ -47,6 +62,8 @@ private:
     // They refer to sequences, which come before them.
     std::vector<const StoredObject *> m_Alignments;
     std::size_t m_NextAlignment = 0;
+    // Of some that are not written yet.
+    std::unordered_map<const StoredObject *, KeptRows> m_Kept;
     bool m_IsSpaceWritten = false;
     bool m_HasBegunAlignments = false;
     std::size_t m_Written = 0;

@@ -2,6 +2,7 @@
 #include "LiveSession.h"
 
 #include "Alignment.h"
+#include "AlignmentEdits.h"
 #include "ChangeScope.h"
 #include "Compound.h"
 #include "CompoundState.h"
@@ -24,7 +25,7 @@ const std::string kInContents = "\xff";
 
 // An entry is a single value in the store.
 constexpr std::size_t kPiece = std::size_t(1) << 20;
-// Looking at an object or a step takes as long as writing so many.
+// Looking at a step takes as long as writing so many.
 constexpr std::size_t kBytesOfALook = 128;
 
 bool goesThroughRows(const std::string &edit)
@@ -53,6 +54,13 @@ bool isOfAlignments(const Edit &inverse)
     return std::ranges::all_of(objects, [](const Compound *object) {
         return dynamic_cast<const Alignment *>(object) != nullptr;
     });
+}
+
+// It was told of before, row by row.
+bool isOfRows(const Edit &edit)
+{
+    return dynamic_cast<const GapEdit *>(&edit) != nullptr ||
+           dynamic_cast<const RowMoveEdit *>(&edit) != nullptr;
 }
 
 } // namespace
@@ -117,7 +125,7 @@ std::optional<StoreEntry> LiveSession::next(std::size_t bytes)
         if (m_State->isDone()) {
             m_State.reset();
             m_IsStateMissing = false;
-            m_Lacking = 0;
+            m_IsLacking = false;
         }
         return entry;
     }
@@ -151,11 +159,13 @@ void LiveSession::giveUp()
 {
     const bool isFold = m_State && !m_IsStateMissing;
     m_HasGoneBack = false;
+    m_Restarts += !isFold && (m_State || !m_Waiting.empty()) ? 1 : 0;
     m_State.reset();
     if (isFold) {
         // What waited for it goes on from the state before.
         finish();
     } else if (!isUpToDate()) {
+        m_IsLacking = m_IsLacking || lacksChanges();
         m_Waiting.clear();
         m_IsStateMissing = true;
     }
@@ -166,14 +176,22 @@ void LiveSession::goBack()
     if (!canGoBack())
         return giveUp();
     m_HasGoneBack = true;
+    m_Restarts += m_State->hasBegunAlignments() ? 1 : 0;
+    m_IsLacking = m_IsLacking || lacksChanges();
     m_State->goBack();
     m_Waiting.clear();
 }
 
-bool LiveSession::isQuicklyDone() const
+bool LiveSession::isLittle()
 {
-    return !m_IsStateMissing || m_State ||
-           m_Space.objectCount() + m_History.size() < m_AtOnce / kBytesOfALook;
+    const std::size_t most = std::min(kLittle, m_AtOnce);
+    if (m_History.size() * kBytesOfALook > most)
+        return false;
+    if (m_IsStateMissing && !m_State)
+        m_State.emplace(m_Space, m_History);
+    return (!m_State || m_State->isBelow(most)) &&
+           std::ranges::all_of(
+               m_Waiting, [most](const WaitingRecord &record) { return record.isBelow(most); });
 }
 
 // ---- What is told
@@ -181,21 +199,69 @@ bool LiveSession::isQuicklyDone() const
 void LiveSession::changeBegins()
 {
     m_Position = m_History.position();
-    if (isUpToDate())
-        return;
-    if (m_Lacking < kMostLacking ? isQuicklyDone() : isStillAtSequences())
-        writeAtOnce(m_AtOnce);
-    if (m_Lacking >= kMostLacking && !isStillAtSequences())
+    if (isUpToDate()) {
+        m_Restarts = 0;
+    } else if (m_Restarts >= kMostRestarts) {
+        if (isStillAtSequences())
+            writeAtOnce(m_AtOnce);
+        if (!isStillAtSequences())
+            finish();
+    } else if (isLittle()) {
         finish();
+    }
+}
+
+bool LiveSession::isRowToBeKept()
+{
+    // Nothing is about to be written as it was, but for a state that replaces records, and that is
+    // given up when the change is told.
+    if (isUpToDate() || (m_State ? !m_IsStateMissing : m_IsStateMissing))
+        return false;
+    if (!m_State)
+        return true;
+    // What has not been begun will have the change in it.
+    if (!m_State->isPinned() && canGoBack() && !m_State->hasBegunAlignments())
+        return false;
+    const bool isPinned = m_State->pin();
+    if (!isPinned)
+        goBack();
+    return isPinned;
+}
+
+void LiveSession::rowChanges(const Compound &alignment, std::size_t row)
+{
+    if (!isRowToBeKept())
+        return;
+    const StoredObject &stored = *StoredObject::from(&alignment);
+    if (m_State)
+        return m_State->keepRow(stored, row);
+    for (WaitingRecord &record : m_Waiting) {
+        if (record.hasObjects())
+            record.keepRow(stored, row);
+    }
+}
+
+void LiveSession::rowMoves(const Compound &alignment, std::size_t from, std::size_t to)
+{
+    if (!isRowToBeKept())
+        return;
+    const StoredObject &stored = *StoredObject::from(&alignment);
+    bool isKept = !m_State || m_State->keepMove(stored, from, to);
+    for (WaitingRecord &record : m_Waiting)
+        isKept = isKept && (!record.hasObjects() || record.keepMove(stored, from, to));
+    if (!isKept)
+        goBack();
 }
 
 std::string LiveSession::store(const Edit &inverse)
 {
-    // It is no more as it was.
-    if (canGoBack() && isOfAlignments(inverse))
-        goBack();
-    else
-        giveUp();
+    if (!isOfRows(inverse) || !keepsRows()) {
+        // It is no more as it was.
+        if (canGoBack() && isOfAlignments(inverse))
+            goBack();
+        else
+            giveUp();
+    }
     if (isInContents(inverse))
         return kInContents;
     std::string edit = m_Records.store(inverse);
@@ -237,7 +303,8 @@ bool LiveSession::isInContents(const Edit &inverse)
 bool LiveSession::isLarge(const Compound *object)
 {
     const StoredObject *const stored = StoredObject::from(object);
-    if (stored == nullptr)
+    // Space comes with nothing, and is what most come to.
+    if (stored == nullptr || stored == &m_Space)
         return false;
     // Those that are have got their numbers; what is just arriving has none.
     const CompoundState *const state = stored->ownState();
@@ -257,7 +324,7 @@ bool LiveSession::isLarge(const Compound *object)
 
 void LiveSession::stepEnds(StoredStep &&step)
 {
-    m_Lacking += m_IsStateMissing ? 1 : 0;
+    noteLacking();
     StoredStep kept;
     kept.name = std::move(step.name);
     bool isWhole = true;
@@ -291,10 +358,16 @@ void LiveSession::stepEnds(StoredStep &&step)
 
 void LiveSession::travelled(std::size_t steps)
 {
-    giveUp();
-    m_Lacking += m_IsStateMissing ? 1 : 0;
-    const std::size_t position = m_History.position();
-    m_Cost.addSteps(std::max(position, m_Position) - std::min(position, m_Position));
+    const auto [begin, end] = std::minmax({m_History.position(), m_Position});
+    const bool isBehind = !m_State || !m_State->isPinned() || begin >= m_State->pinnedSteps();
+    if (!keepsRows() || !isBehind || !m_History.consistsOf(begin, end, isOfRows)) {
+        if (canGoBack() && m_History.consistsOf(begin, end, isOfAlignments))
+            goBack();
+        else
+            giveUp();
+    }
+    noteLacking();
+    m_Cost.addSteps(end - begin);
     m_Records.travelled(steps);
 }
 
@@ -314,14 +387,14 @@ void LiveSession::cleared()
 
 void LiveSession::marked(const Compound &object, const StateMark &mark)
 {
-    if (canGoBack())
+    if (canGoBack() && !m_State->isPinned())
         goBack();
     m_Records.marked(object, mark);
 }
 
 void LiveSession::take(std::string record)
 {
-    if (m_IsStateMissing && (!m_State || canGoBack()))
+    if (willHaveAll())
         // The state will have it.
         m_LargeOfStep.clear();
     else if (m_LargeOfStep.empty() && !hasMore())

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Hands everything that happens to the objects to a store, as it happens. What takes its time,
 // large objects that arrive and the state as a whole, is handed over in slices while the user does
-// nothing. A change waits for some megabytes of that at most: of more, what has been begun is given
-// up, and the state is written instead, with the change in it. One of an alignment leaves the
-// sequences that were written. All that is done a few times in a row only.
+// nothing. A change waits for two megabytes of that at most. Of more, rows of alignments that
+// change are kept as they were, and the change waits behind them. Before any other change what has
+// been begun is given up, and the state is written instead, with the change in it. One of an
+// alignment leaves the sequences that were written. All that is done a few times in a row only.
 #pragma once
 
 #include "NumberSet.h"
@@ -39,13 +40,14 @@ public:
     static constexpr std::size_t kSmall = std::size_t(64) << 10;
     // Of what is to be done again after a death, by ReplayCost.
     static constexpr std::uint64_t kMostReplay = 1'000'000'000;
-    // What waits when a change comes is handed over before it, if it is no more: one or two
-    // hundredths of a second, once.
-    static constexpr std::size_t kAtOnce = std::size_t(8) << 20;
-    // Steps that only a state which is still to be written will have. Those behind them wait until
-    // it is written, or, as long as that is of sequences and they change alignments, for some
+    // What waits when a change comes is handed over before it, if it is no more: some milliseconds,
+    // once.
+    static constexpr std::size_t kLittle = std::size_t(2) << 20;
+    // So often is what has been written given up for a change. Those that come then wait until all
+    // is written, or, as long as that is of sequences and they change alignments, for some
     // megabytes of it.
-    static constexpr std::size_t kMostLacking = 8;
+    static constexpr std::size_t kMostRestarts = 8;
+    static constexpr std::size_t kAtOnce = std::size_t(8) << 20;
 
     using Sink = std::function<void(StoreEntry entry)>;
 
@@ -68,8 +70,12 @@ public:
         return !m_IsStateMissing && m_Waiting.empty();
     }
     [[nodiscard]] bool hasMore() const noexcept { return m_State || !isUpToDate(); }
-    // Changes have been made that only a state which is still to be written will have.
-    [[nodiscard]] bool lacksChanges() const noexcept { return m_Lacking > 0; }
+    // Changes have been made that wait for something else, or that only a state which is still to
+    // be written will have.
+    [[nodiscard]] bool lacksChanges() const noexcept
+    {
+        return m_IsLacking || m_Waiting.size() > (m_IsStateMissing ? 0 : 1);
+    }
 
     // What has been recorded is to be replaced by the state that has come of it, at the next rest.
     [[nodiscard]] bool isFoldDue() const noexcept
@@ -83,6 +89,8 @@ public:
 
     void changeBegins() override;
     void changeGoesOn() override { finish(); }
+    void rowChanges(const Compound &alignment, std::size_t row) override;
+    void rowMoves(const Compound &alignment, std::size_t from, std::size_t to) override;
     std::string store(const Edit &inverse) override;
     void stepEnds(StoredStep &&step) override;
     void travelled(std::size_t steps) override;
@@ -100,6 +108,19 @@ private:
     void giveUp();
     // The same after a change of an alignment that leaves all else of the state as it was.
     void goBack();
+    // Before a row changes: whether it has to be kept as it is now.
+    [[nodiscard]] bool isRowToBeKept();
+    // Whether a change of rows was kept out of what waits.
+    [[nodiscard]] bool keepsRows() const noexcept
+    {
+        return m_State ? m_State->isPinned() : !m_IsStateMissing;
+    }
+    // Whether the state that is still to be written has what is done now.
+    [[nodiscard]] bool willHaveAll() const noexcept
+    {
+        return m_IsStateMissing && (!m_State || (canGoBack() && !m_State->isPinned()));
+    }
+    void noteLacking() noexcept { m_IsLacking = m_IsLacking || willHaveAll(); }
     // Whether a state that will have the next change in it is being written, and that of no objects
     // which steps may take with them.
     [[nodiscard]] bool canGoBack() const noexcept
@@ -111,8 +132,8 @@ private:
     {
         return m_HasGoneBack && canGoBack() && !m_State->hasBegunAlignments();
     }
-    // Whether it takes no time to begin with what waits.
-    [[nodiscard]] bool isQuicklyDone() const;
+    // Whether all that waits is soon written.
+    [[nodiscard]] bool isLittle();
 
     // A change of what is written elsewhere as it will be at the end of the step.
     [[nodiscard]] bool isInContents(const Edit &inverse);
@@ -138,8 +159,10 @@ private:
     std::deque<WaitingRecord> m_Waiting;
     // The store has no state to which the next records could be added.
     bool m_IsStateMissing = false;
-    // Since then.
-    std::size_t m_Lacking = 0;
+    // Since then there were changes.
+    bool m_IsLacking = false;
+    // How often something that had been begun was given up since all was handed over.
+    std::size_t m_Restarts = 0;
     // The last change left what was written of sequences.
     bool m_HasGoneBack = false;
     ReplayCost m_Cost;

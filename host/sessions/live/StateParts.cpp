@@ -50,19 +50,37 @@ std::optional<StatePart> StateParts::next(std::size_t bytes)
             return part(PartKind::Objects, out.take());
         }
     }
-    if (m_NextStep < m_History.size())
+    if (m_NextStep < stepCount())
         return steps(bytes);
     if (m_IsComplete)
         return std::nullopt;
     m_IsComplete = true;
+    return part(PartKind::History, m_Pinned ? m_Pinned->history : historyState());
+}
+
+std::size_t StateParts::stepCount() const noexcept
+{
+    return m_Pinned ? m_Pinned->steps : m_History.size();
+}
+
+std::string StateParts::historyState() const
+{
     ObjectEditWriter out(ObjectContents::Elsewhere);
     m_History.storeState(out);
-    return part(PartKind::History, out.take());
+    return out.take();
+}
+
+bool StateParts::pin()
+{
+    if (!m_Pinned && m_History.position() == m_History.size())
+        m_Pinned = Pinned{m_History.size(), historyState()};
+    return isPinned();
 }
 
 std::size_t StateParts::goBack()
 {
     m_Objects.goBack();
+    m_Pinned.reset();
     m_HasObjects = true;
     m_NextStep = 0;
     m_IsComplete = false;
@@ -71,7 +89,7 @@ std::size_t StateParts::goBack()
 
 std::size_t StateParts::size() const noexcept
 {
-    return m_Objects.size() + m_History.size();
+    return m_Objects.size() + stepCount();
 }
 
 StatePart StateParts::steps(std::size_t bytes)
@@ -82,7 +100,7 @@ StatePart StateParts::steps(std::size_t bytes)
         m_History.storeStep(m_NextStep++, out);
         all.text(out.bytes());
         out.clear();
-    } while (m_NextStep < m_History.size() && all.size() < bytes);
+    } while (m_NextStep < stepCount() && all.size() < bytes);
     return part(PartKind::Steps, all.take());
 }
 

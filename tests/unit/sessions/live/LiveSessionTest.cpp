@@ -313,7 +313,7 @@ TEST_F(ALargeArrival, IsWaitedForByTheChangeThatComesAfterManyOthers)
     beginSession(0);
     session->finish();
     bringSequences(600);
-    for (std::size_t i = 0; i < LiveSession::kMostLacking; ++i) {
+    for (std::size_t i = 0; i < LiveSession::kMostRestarts; ++i) {
         TAMBO::renameObject(**space().begin(), "name" + std::to_string(i));
         EXPECT_FALSE(session->isUpToDate());
         EXPECT_TRUE(session->lacksChanges());
@@ -370,16 +370,111 @@ TEST_F(ALargeArrival, OfSequencesIsWaitedForLittleByEachChangeOfAnAlignment)
     beginSession(0);
     session->writeMore(1000);
     std::size_t changes = 0;
-    for (; session->hasMore() && changes < 100; ++changes) {
+    while (session->hasMore() && changes < 100) {
         const std::size_t before = entries.size();
-        rows.insertGap(0, 1);
+        rows.insertGapCol(0, 1);
+        ++changes;
         std::size_t bytes = 0;
         for (std::size_t i = before; i < entries.size(); ++i)
             bytes += bytesOf(entries[i]);
-        EXPECT_LT(bytes, 3 * atOnce) << changes;
+        EXPECT_LT(bytes, 2 * atOnce) << changes;
+        session->writeMore(10'000);
     }
-    EXPECT_GT(changes, LiveSession::kMostLacking);
+    EXPECT_GT(changes, LiveSession::kMostRestarts);
     EXPECT_LT(changes, 100u);
+    endSession();
+    const std::vector<std::string> states = allStates(true);
+    ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+    EXPECT_EQ(allStates(true), states);
+}
+
+// Somebody who drags gaps right after a family has come.
+TEST_F(ALargeArrival, IsNeitherWaitedForNorGivenUpWhenSingleRowsChange)
+{
+    atOnce = 0;
+    beginSession(0);
+    session->finish();
+    TAMBO::Alignment *rows = nullptr;
+    {
+        const Guard guard(Publisher::Add, space());
+        bringSequences(600);
+        rows = &annotated("family");
+    }
+    for (int i = 0; i < 40; ++i) {
+        const std::size_t before = entries.size();
+        switch (i % 4) {
+        case 0:
+            rows->insertGap(i % 2, 1);
+            break;
+        case 1:
+            rows->bubbleRow(0, 1);
+            break;
+        case 2:
+            ASSERT_TRUE(history.undo());
+            break;
+        default:
+            ASSERT_TRUE(history.redo());
+        }
+        EXPECT_EQ(entries.size(), before) << i;
+        EXPECT_TRUE(session->lacksChanges());
+        session->writeMore(2000);
+    }
+    session->finish();
+    EXPECT_FALSE(session->lacksChanges());
+    EXPECT_EQ(countOf<StateBegin>(), 1u) << "it has been written as a state instead";
+    endSession();
+    const std::vector<std::string> states = allStates(true);
+    ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+    EXPECT_EQ(allStates(true), states);
+}
+
+// At each point of what is written of an alignment, and of the steps behind it.
+TEST_F(ALargeArrival, OfAStateIsNotGivenUpWhenSingleRowsChange)
+{
+    atOnce = 0;
+    constexpr std::size_t kSteps = 20;
+    for (std::size_t place = 1; place < kSteps + 6; ++place) {
+        endProgram();
+        bringSequences(30);
+        TAMBO::Alignment &rows = annotated("family");
+        for (std::size_t i = 0; i < kSteps; ++i)
+            rows.insertGap(i % 2, 1);
+        beginSession(0);
+        // The beginning and the sequences, with those of the alignment.
+        const std::size_t sequences = 1 + space().objectCount() - 1;
+        while (entries.size() < sequences + place)
+            ASSERT_TRUE(session->writeMore(1)) << place;
+        const std::size_t before = entries.size();
+        rows.insertGap(0, 1);
+        rows.bubbleRow(1, 0);
+        rows.insertGap(0, 1);
+        rows.bubbleRow(0, 1);
+        ASSERT_TRUE(history.undo());
+        EXPECT_EQ(entries.size(), before);
+        session->finish();
+        endSession();
+        EXPECT_EQ(countOf<StateBegin>(), 1u) << place;
+        const std::vector<std::string> states = allStates(true);
+        ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+        ASSERT_EQ(allStates(true), states) << place;
+    }
+}
+
+// They would go with the next step, and are in what has been written.
+TEST_F(ALargeArrival, OfAStateIsWrittenOnceMoreWhenAChangeOfARowTakesSteps)
+{
+    atOnce = 0;
+    bringSequences(30);
+    TAMBO::Alignment &rows = annotated("family");
+    rows.insertGap(0, 1);
+    rows.insertGap(0, 1);
+    ASSERT_TRUE(history.undo());
+    beginSession(0);
+    while (entries.size() < space().objectCount() + 2)
+        ASSERT_TRUE(session->writeMore(1));
+    rows.insertGap(1, 1);
+    session->finish();
+    EXPECT_EQ(countOf<StateBegin>(), 2u);
     endSession();
     const std::vector<std::string> states = allStates(true);
     ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
