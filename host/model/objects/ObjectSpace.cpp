@@ -170,6 +170,13 @@ void ObjectSpace::appendObjects(std::vector<std::unique_ptr<StoredObject>> objec
     }
 }
 
+void ObjectSpace::adopt(std::vector<Compound *> objects,
+                        std::vector<StoredObject *> referrers) noexcept
+{
+    m_Objects = std::move(objects);
+    m_Referrers = std::move(referrers);
+}
+
 bool ObjectSpace::canHold(const Compound &object) const
 {
     // A sequence that stands nowhere yet is one by itself.

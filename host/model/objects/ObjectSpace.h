@@ -50,6 +50,9 @@ public:
     [[nodiscard]] bool canHold(const Compound &object) const override;
     void appendObjects(std::vector<std::unique_ptr<StoredObject>> objects) override;
     void insertObjects(const std::vector<std::size_t> &indices, Objects objects) override;
+    // Takes these over, which know already that they stand here, when there are no others. Those of
+    // them that refer to sequences standing elsewhere are the second.
+    void adopt(std::vector<Compound *> objects, std::vector<StoredObject *> referrers) noexcept;
     [[nodiscard]] Objects takeObjects(const std::vector<std::size_t> &indices) override;
 
     [[nodiscard]] CompoundState *ownState() noexcept override { return &m_State; }

@@ -14,6 +14,13 @@
 
 namespace TAMBO {
 
+namespace {
+
+// Objects between two looks at whether the work is to go on.
+constexpr std::size_t kLoadStride = 4096;
+
+} // namespace
+
 ObjectLoader::ObjectLoader(ObjectIndex &known) : m_New(known) { }
 
 ObjectLoader::~ObjectLoader()
@@ -207,11 +214,10 @@ std::unique_ptr<StoredObject> *ObjectLoader::place(std::uint32_t identity)
 // Each stands there once, and is what can stand there.
 Result<void> ObjectLoader::checkOrder(const GoesOn &goesOn)
 {
-    constexpr std::size_t kStride = 4096;
     std::vector<bool> isSeen(m_Objects.size(), false);
     std::size_t looks = 0;
     for (const std::uint32_t identity : m_Order) {
-        if (++looks % kStride == 0 && goesOn && !goesOn())
+        if (++looks % kLoadStride == 0 && goesOn && !goesOn())
             return Failure(FailureKind::Cancelled, "cancelled");
         const auto problem = [identity](const char *what) {
             return Failure(FailureKind::BadInput, "object " + std::to_string(identity) + what);
@@ -248,7 +254,7 @@ Result<void> ObjectLoader::complete(const GoesOn &goesOn)
     return {};
 }
 
-Result<void> ObjectLoader::fill(ObjectSpace &space)
+Result<void> ObjectLoader::fill(ObjectSpace &space, const GoesOn &goesOn)
 {
     if (m_Failure)
         return *m_Failure;
@@ -256,12 +262,27 @@ Result<void> ObjectLoader::fill(ObjectSpace &space)
         return Failure(FailureKind::NotFound, "nothing is said of the space");
     if (space.objectCount() > 0)
         return Failure(FailureKind::Refused, "there are other objects already");
-    Objects objects;
-    objects.reserve(m_Order.size());
+    std::vector<Compound *> objects;
+    std::vector<StoredObject *> referrers;
+    // With some for what comes next.
+    objects.reserve(m_Order.size() + m_Order.size() / 16 + 1);
+    for (const std::uint32_t identity : m_Order) {
+        if (objects.size() % kLoadStride == kLoadStride - 1 && goesOn && !goesOn()) {
+            for (Compound *const object : objects)
+                StoredObject::from(object)->setParent(nullptr);
+            return Failure(FailureKind::Cancelled, "cancelled");
+        }
+        StoredObject *const stored = place(identity)->get();
+        objects.push_back(&stored->asCompound());
+        stored->setParent(&space);
+        if (stored->refersToOthers())
+            referrers.push_back(stored);
+    }
+    // Nothing is in the way any more.
     for (const std::uint32_t identity : m_Order)
-        objects.push_back(std::move(*place(identity)));
+        static_cast<void>(place(identity)->release());
     space.restore(m_Space->name, m_Space->head);
-    space.appendObjects(std::move(objects));
+    space.adopt(std::move(objects), std::move(referrers));
     m_Space.reset();
     return {};
 }

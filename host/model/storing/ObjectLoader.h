@@ -41,8 +41,9 @@ public:
     // All pieces are there: the objects get their numbers, and may be taken.
     [[nodiscard]] Result<void> complete(const GoesOn &goesOn = {});
 
-    // What is said of Space, and the objects that stood there, in their order. Space is empty.
-    [[nodiscard]] Result<void> fill(ObjectSpace &space);
+    // What is said of Space, and the objects that stood there, in their order. Space is empty, and
+    // stays that when it is given up.
+    [[nodiscard]] Result<void> fill(ObjectSpace &space, const GoesOn &goesOn = {});
     // One that stands nowhere; null when there is none.
     [[nodiscard]] std::unique_ptr<Compound> take(std::uint32_t identity);
     // Those that are not in Space and have not been taken, in the order of the bytes.

@@ -49,7 +49,7 @@ Result<void> StateLoader::endObjects()
         return {};
     if (Result<void> done = m_Objects.complete(m_GoesOn); !done)
         return done;
-    return m_Objects.fill(m_Space);
+    return m_Objects.fill(m_Space, m_GoesOn);
 }
 
 Result<void> StateLoader::readSteps(std::string_view content)

@@ -45,6 +45,65 @@ TEST_P(RandomObjects, ComeBackOfSmallPieces)
 
 INSTANTIATE_TEST_SUITE_P(ObjectStoring, RandomObjects, testing::Range(0U, 60U));
 
+// ---- A great many
+
+TEST_F(ObjectStoring, ManyObjectsAreGivenUpAtEachLookAndNothingHasChanged)
+{
+    constexpr std::size_t kMany = 20'000;
+    {
+        const Guard guard(Publisher::Add, space());
+        for (std::size_t i = 0; i < kMany; ++i)
+            peptide("s", "MK");
+        alignment("family", {{Peptide::from(space().object(7)), "M-K"}});
+    }
+    TAMBO::renameObject(space(), "workbench");
+    const std::string before = FullState::of(space());
+    const Pieces pieces = piecesOfSpace();
+    space().reset();
+    const std::string empty = FullState::of(space());
+    ObjectIndex index;
+    ObjectLoader loader(index);
+    for (const std::string &piece : pieces)
+        ASSERT_TRUE(loader.read(piece));
+    ASSERT_TRUE(loader.complete());
+    int most = 0;
+    for (bool isGivenUp = true; isGivenUp; ++most) {
+        int looks = 0;
+        const TAMBO::Result<void> filled = loader.fill(space(), [&] { return looks++ < most; });
+        isGivenUp = !filled;
+        if (!isGivenUp)
+            break;
+        EXPECT_EQ(filled.error().kind, TAMBO::FailureKind::Cancelled);
+        ASSERT_EQ(FullState::of(space()), empty);
+    }
+    EXPECT_GE(most, 4);
+    EXPECT_EQ(FullState::of(space()), before);
+    TAMBO::renameObject(space(), "Space");
+}
+
+TEST_F(ObjectStoring, WhatWasNotFilledInGoesWithoutATrace)
+{
+    constexpr std::size_t kMany = 10'000;
+    {
+        const Guard guard(Publisher::Add, space());
+        for (std::size_t i = 0; i < kMany; ++i)
+            peptide("s", "MK");
+        alignment("family", {{Peptide::from(space().object(7)), "M-K"}});
+    }
+    const Pieces pieces = piecesOfSpace();
+    space().reset();
+    {
+        ObjectIndex index;
+        ObjectLoader loader(index);
+        for (const std::string &piece : pieces)
+            ASSERT_TRUE(loader.read(piece));
+        ASSERT_TRUE(loader.complete());
+        EXPECT_FALSE(loader.fill(space(), [] { return false; }));
+    }
+    EXPECT_EQ(space().objectCount(), 0u);
+    EXPECT_EQ(problemOf(pieces), "");
+}
+
 // ---- What there is little or nothing of
 
 TEST_F(ObjectStoring, EmptySpaceComesBack)
