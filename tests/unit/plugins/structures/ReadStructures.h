@@ -8,7 +8,9 @@
 #include "Structure.h"
 #include "StructureDetails.h"
 
+#include <cctype>
 #include <filesystem>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -33,6 +35,19 @@ inline std::vector<TAMBO::Structure *> open(const std::filesystem::path &file)
             opened.push_back(TAMBO::ObjectFactory::adopt(std::move(record)));
     return opened;
 }
+
+// Names cases by the name of the file that their parameter has.
+struct CaseName
+{
+    template <typename Param> std::string operator()(const Param &info) const
+    {
+        std::string name = info.param.name;
+        for (char &c : name)
+            if (!std::isalnum(static_cast<unsigned char>(c)))
+                c = '_';
+        return name;
+    }
+};
 
 // Of a file with one structure.
 inline structures::Molecule moleculeOf(const std::filesystem::path &file)

@@ -60,12 +60,6 @@ INSTANTIATE_TEST_SUITE_P(Of, FoldFiles,
                                          File{"negative_residue_numbers_1o1z.pdb", 73},
                                          File{"missing_residues_2vqc.pdb", 81},
                                          File{"altlocs_4cup.cif", 80}),
-                         [](const auto &info) {
-                             std::string name = info.param.name;
-                             for (char &c : name)
-                                 if (!std::isalnum(static_cast<unsigned char>(c)))
-                                     c = '_';
-                             return name;
-                         });
+                         ReadStructures::CaseName());
 
 } // namespace FoldFilesTest

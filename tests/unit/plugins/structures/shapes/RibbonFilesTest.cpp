@@ -73,12 +73,6 @@ INSTANTIATE_TEST_SUITE_P(
                     File{"negative_residue_numbers_1o1z.pdb", 175},
                     File{"old_style_ca_only_1gdr.ent", 70}, File{"nmr_38_models_1l2y.pdb.gz", 20},
                     File{"missing_residues_2vqc.pdb", 58}, File{"altlocs_4cup.cif", 115}),
-    [](const auto &info) {
-        std::string name = info.param.name;
-        for (char &c : name)
-            if (!std::isalnum(static_cast<unsigned char>(c)))
-                c = '_';
-        return name;
-    });
+    ReadStructures::CaseName());
 
 } // namespace RibbonFilesTest
