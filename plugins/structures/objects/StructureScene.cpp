@@ -15,6 +15,8 @@ namespace {
 // Angstrom.
 constexpr float kAroundAtoms = 2;
 
+std::size_t s_Readings = 0;
+
 std::vector<TAMBO::Compound *> loadedStructures()
 {
     std::vector<TAMBO::Compound *> found;
@@ -30,6 +32,11 @@ std::vector<TAMBO::Compound *> loadedStructures()
 StructureScene::StructureScene(std::function<void()> changed) : m_Changed(std::move(changed))
 {
     refresh();
+}
+
+std::size_t StructureScene::readings() noexcept
+{
+    return s_Readings;
 }
 
 StructureScene::Changes StructureScene::refresh()
@@ -53,7 +60,7 @@ void StructureScene::read()
         if (known != m_Structures.end()) {
             if (!isCurrent) {
                 m_Changes.places = (*known)->update() || m_Changes.places;
-                ++m_Readings;
+                ++s_Readings;
             }
             structures.push_back(std::move(*known));
         } else {
@@ -61,7 +68,7 @@ void StructureScene::read()
             structures.back()->setWatersShown(m_AreWatersShown);
             structures.back()->setModels(m_Models);
             m_Changes.structures = true;
-            ++m_Readings;
+            ++s_Readings;
         }
     }
     m_Changes.structures = m_Changes.structures || structures.size() != m_Structures.size();

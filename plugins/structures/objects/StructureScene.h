@@ -42,8 +42,8 @@ public:
     {
         return m_Structures;
     }
-    // How often a structure has been read.
-    [[nodiscard]] std::size_t readings() const noexcept { return m_Readings; }
+    // How often a structure has been read, by any scene.
+    [[nodiscard]] static std::size_t readings() noexcept;
     // Places in a picture are relative to it. The same for as long as there are structures.
     [[nodiscard]] Vec3 origin() const noexcept { return m_Origin; }
 
@@ -99,7 +99,6 @@ private:
     Changes m_Changes;
     // What the structures have been read at.
     std::uint64_t m_Revision = 0;
-    std::size_t m_Readings = 0;
     std::vector<std::unique_ptr<ViewedStructure>> m_Structures;
     // Where each chain is: in which structure, and which of its chains.
     std::unordered_map<const TAMBO::Compound *, std::pair<ViewedStructure *, std::uint32_t>>

@@ -86,7 +86,7 @@ TEST_F(StructureSceneOfModel, ChangedColorsKeepTheShapes)
 
 TEST_F(StructureSceneOfModel, NothingIsReadAgainForColorsAndMarks)
 {
-    const std::size_t before = m_Scene.readings();
+    const std::size_t before = StructureScene::readings();
     ASSERT_TRUE(select({m_Structure->Child(0)->Child(5)}, Selecting::Only));
     m_Scene.refresh();
     {
@@ -94,14 +94,14 @@ TEST_F(StructureSceneOfModel, NothingIsReadAgainForColorsAndMarks)
         m_Structure->SetColor(Color(0xff0000U));
     }
     m_Scene.refresh();
-    EXPECT_EQ(m_Scene.readings(), before);
+    EXPECT_EQ(StructureScene::readings(), before);
     {
         DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
         dynamic_cast<TAMBO::Group *>(m_Structure->Child(0)->Child(5))
             ->SetSeqId(TAMBO::SequenceNumber("77"));
     }
     m_Scene.refresh();
-    EXPECT_EQ(m_Scene.readings(), before + 1);
+    EXPECT_EQ(StructureScene::readings(), before + 1);
 }
 
 TEST_F(StructureSceneOfModel, AnotherStructureIsSeenAndADeletedOneIsLetGoAtOnce)

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MeasureTool.h"
 
-#include "MadeStructure.h"
-#include "StructureWindow.h"
-#include "support/ScopedSettings.h"
-#include "support/WaitUntil.h"
+#include "MadeExtras.h"
+#include "OpenView.h"
 #include "unit/model/AlignmentFixture.h"
 
+#include "DataAdder.h"
 #include "DataDelete.h"
 #include "Space.h"
 
@@ -24,36 +23,12 @@ namespace MeasureToolTest {
 
 using namespace structures;
 
-class MeasuringInAWindow : public ModelFixture
+class MeasuringInAWindow : public OpenView
 {
 protected:
-    MeasuringInAWindow()
-    {
-        StructureWindow::open();
-        m_Window = StructureWindow::opened().back();
-        m_Window->resize(700, 500);
-        QCoreApplication::processEvents();
-        // From the side all residues of the helix are to be seen.
-        Camera camera = view().camera();
-        camera.rotation = Rotation::about({1, 0, 0}, 1.4F);
-        view().setCamera(camera);
-        QCoreApplication::processEvents();
-        waitUntil([this] { return view().isComplete(); });
-    }
-    ~MeasuringInAWindow() override { m_Window->close(false); }
+    MeasuringInAWindow() { lookFromTheSide(); }
 
-    StructureView &view() { return m_Window->view(); }
     MeasureTool &tool() { return m_Window->measuring(); }
-    QPoint placeOfResidue(std::uint32_t wanted)
-    {
-        const Molecule &molecule = m_Window->scene().structures().front()->molecule();
-        for (int y = 0; y < view().height(); ++y)
-            for (int x = 0; x < view().width(); ++x)
-                if (view().pickAt({x, y}) == pickOfResidue(molecule, wanted))
-                    return {x, y};
-        ADD_FAILURE() << "residue " << wanted << " is not to be seen";
-        return {};
-    }
     void click(const QPoint &place, Qt::KeyboardModifiers keys = {})
     {
         QTest::mouseClick(&view(), Qt::LeftButton, keys, place);
@@ -67,13 +42,7 @@ protected:
     {
         return tool().labels().at(index).rect.center().toPoint();
     }
-    [[nodiscard]] bool hasSelected() const
-    {
-        for (std::size_t i = 0; i < 24; ++i)
-            if (m_Structure->Child(0)->Child(i)->IsSelected())
-                return true;
-        return false;
-    }
+    [[nodiscard]] bool hasSelected() const { return !selected().empty(); }
     [[nodiscard]] QString prompt() const
     {
         for (const QLabel *label : m_Window->statusBar()->findChildren<QLabel *>())
@@ -82,10 +51,7 @@ protected:
         return {};
     }
 
-    ScopedSettings m_Settings{""};
-    TAMBO::Compound *m_Structure = MadeStructure::make("1abc");
     StepStack m_History;
-    StructureWindow *m_Window = nullptr;
 };
 
 TEST_F(MeasuringInAWindow, TwoClicksMeasureADistanceAndTheNextTwoAnother)
@@ -151,6 +117,33 @@ TEST_F(MeasuringInAWindow, TheGroundAndTheSameAtomAgainAreNoAtoms)
     clickResidues({3});
     EXPECT_EQ(prompt(), "Distance: click atom 2 of 2. Escape ends");
     EXPECT_TRUE(tool().measures().all().empty());
+}
+
+TEST_F(MeasuringInAWindow, WatersAreClickedAsAtomsAre)
+{
+    {
+        DataAdder<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        MadeExtras::make("wet");
+    }
+    ASSERT_TRUE(waitUntil([this] { return m_Window->scene().structures().size() == 2; }));
+    QTest::keyClick(m_Window, Qt::Key_8);
+    waitForPicture();
+    const ViewedStructure &wet = *m_Window->scene().structures()[1];
+    const auto clickWater = [&](std::uint32_t water) {
+        click(placeOfPick(m_Window->scene().firstPickOf(wet) + pickOfWater(wet.molecule(), water)));
+    };
+    tool().begin(2);
+    clickWater(0);
+    clickWater(0);
+    EXPECT_TRUE(tool().labels().empty());
+    clickWater(1);
+    ASSERT_EQ(tool().labels().size(), 1U);
+    EXPECT_EQ(tool().labels().front().text, QString::fromUtf8("4.00 Å"));
+    // They come back with the view.
+    m_Window->restore(m_Window->state());
+    ASSERT_EQ(tool().labels().size(), 1U);
+    QTest::keyClick(m_Window, Qt::Key_8);
+    EXPECT_TRUE(waitUntil([this] { return tool().labels().empty(); }));
 }
 
 TEST_F(MeasuringInAWindow, AClickedLabelIsRemovedByDelete)

@@ -2,14 +2,14 @@
 #include "StructureWindow.h"
 
 #include "PartMenu.h"
+#include "Selecting.h"
 
-#include "MadeStructure.h"
-#include "support/ScopedSettings.h"
-#include "support/WaitUntil.h"
-#include "unit/model/ModelFixture.h"
+#include "OpenView.h"
+#include "contract/FakeAlignmentWindow.h"
 
 #include "DataAdder.h"
 #include "DataDelete.h"
+#include "DataPoint.h"
 #include "Space.h"
 
 #include <QAction>
@@ -30,47 +30,8 @@ namespace StructureWindowTest {
 
 using namespace structures;
 
-class StructureWindowOfModel : public ModelFixture
+class StructureWindowOfModel : public OpenView
 {
-protected:
-    StructureWindowOfModel()
-    {
-        Execute0();
-        m_Window = StructureWindow::opened().back();
-        m_Window->resize(700, 500);
-        waitForPicture();
-    }
-    ~StructureWindowOfModel() override { Cleanup(); }
-
-    StructureView &view() { return m_Window->view(); }
-    void waitForPicture()
-    {
-        QCoreApplication::processEvents();
-        ASSERT_TRUE(waitUntil([this] { return view().isComplete(); }));
-    }
-    // Somewhere where a residue of chain A is to be seen, the lowest or highest of them.
-    QPoint placeOfResidue(std::uint32_t wanted)
-    {
-        const Molecule &molecule = m_Window->scene().structures().front()->molecule();
-        for (int y = 0; y < view().height(); ++y)
-            for (int x = 0; x < view().width(); ++x)
-                if (view().pickAt({x, y}) == pickOfResidue(molecule, wanted))
-                    return {x, y};
-        ADD_FAILURE() << "residue " << wanted << " is not to be seen";
-        return {};
-    }
-    [[nodiscard]] std::vector<std::size_t> selected() const
-    {
-        std::vector<std::size_t> found;
-        for (std::size_t i = 0; i < 24; ++i)
-            if (m_Structure->Child(0)->Child(i)->IsSelected())
-                found.push_back(i);
-        return found;
-    }
-
-    ScopedSettings m_Settings{""};
-    TAMBO::Compound *m_Structure = MadeStructure::make("1abc");
-    StructureWindow *m_Window = nullptr;
 };
 
 TEST_F(StructureWindowOfModel, ShowsEverythingAtFirst)
@@ -284,6 +245,40 @@ TEST_F(StructureWindowOfModel, EachCallOpensAViewAndAllAreClosedInTheEnd)
     EXPECT_FALSE(IsDone());
     Cleanup();
     EXPECT_TRUE(IsDone());
+}
+
+class WithoutAView : public ModelFixture
+{
+};
+
+TEST_F(WithoutAView, NothingIsReadAndNothingListensInGrids)
+{
+    using TAMBO::WindowArea;
+    const ScopedSettings settings("");
+    const FakeAlignmentWindow grid;
+    // Nor does one that has been closed.
+    Execute0();
+    Cleanup();
+    const std::size_t before = StructureScene::readings();
+    TAMBO::Compound *structure = nullptr;
+    {
+        DataAdder<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        structure = MadeStructure::make("1abc");
+    }
+    ASSERT_TRUE(select({structure->Child(0)->Child(5)}, Selecting::Only));
+    {
+        DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        structure->SetColor(Color(0xff0000U));
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(StructureScene::readings(), before);
+    EXPECT_FALSE(grid.hasFilters(WindowArea::Cells));
+    EXPECT_FALSE(grid.hasOverlays(WindowArea::Cells));
+    Execute0();
+    EXPECT_EQ(StructureScene::readings(), before + 1);
+    EXPECT_TRUE(grid.hasFilters(WindowArea::Cells));
+    Cleanup();
+    EXPECT_FALSE(grid.hasFilters(WindowArea::Cells));
 }
 
 } // namespace StructureWindowTest
