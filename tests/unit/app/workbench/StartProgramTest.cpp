@@ -77,6 +77,32 @@ TEST_F(StartProgram, PostScriptOpensTheLibrariesThatMakeIt)
     EXPECT_FALSE(thatBeginWith({"libcairo"}).isEmpty());
 }
 
+// The toolkit's own library of windows brings the loaders of OpenGL; nothing asks them for a
+// driver, and none would be there.
+TEST_F(StartProgram, TheStructureViewDrawsWithoutOpenGl)
+{
+    for (const char *name :
+         {"LIBGL_DRIVERS_PATH", "__EGL_VENDOR_LIBRARY_DIRS", "GBM_BACKENDS_PATH"})
+        m_Environment.insert(name, m_Folder.filePath("nothing"));
+    m_Environment.insert("__GLX_VENDOR_LIBRARY_NAME", "none");
+    const QStringList ofOpenGl = {"libGL",      "libEGL",    "libOpenGL", "libQt6OpenGL",
+                                  "libgallium", "libvulkan", "libglapi",  "swrast"};
+    const auto opened = [&] {
+        QStringList names = thatBeginWith(ofOpenGl);
+        names.removeDuplicates();
+        names.sort();
+        return names;
+    };
+    const QString example = SOURCE_DIR "/examples/serine_proteases.ali";
+    EXPECT_EQ(run({example}).status, 0);
+    const QStringList without = opened();
+    EXPECT_EQ(run({"--tool", "Structure View", example}).status, 0);
+    EXPECT_TRUE(openedLibraries().contains("structure-view.so"));
+    EXPECT_EQ(opened(), without);
+    for (const QString &name : without)
+        EXPECT_FALSE(name.contains("mesa") || name.contains("nvidia")) << name.toStdString();
+}
+
 // Beside the program stands what it opens at run time.
 TEST_F(StartProgram, WhatCannotMakePicturesIsNamed)
 {
