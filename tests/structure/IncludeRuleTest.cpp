@@ -45,6 +45,7 @@ const std::map<std::string, Rule> kRules = {
     {"include", {{}, Std | Qt}},
     {"canvas", {{}, Std | Qt}},
     {"pages", {{}, Std | Qt | Poppler}},
+    {"plugins/companion/columns", {{"include"}, Std}},
     {"plugins/editor/residues", {{"include"}, Std | Qt}},
     {"plugins/editor/dialogs", {{"include", "plugins/editor/residues"}, Std | Qt}},
     {"plugins/editor/grid",
