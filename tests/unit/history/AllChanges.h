@@ -91,7 +91,8 @@ inline TAMBO::Alignment &AllChanges::annotated(const std::string &name)
 {
     TAMBO::AlignmentTable::Rows rows;
     for (unsigned i = 2 + below(3); i > 0; --i) {
-        const std::string text = letters() + letters();
+        const std::string end = letters();
+        const std::string text = letters() + end;
         TAMBO::Peptide &sequence = peptide(name + std::to_string(i), text);
         const std::uint32_t first = below(3);
         auto cells = TAMBO::OccupancyRow::filled(text.size() - first);
@@ -126,8 +127,10 @@ inline void AllChanges::realign(TAMBO::Alignment &alignment)
         const TAMBO::OccupancyRow &cells = table.row(i).cells();
         const std::uint32_t residues = cells.rank(range.second) - cells.rank(range.first);
         auto row = TAMBO::OccupancyRow::filled(residues);
-        if (residues > 0 && residues < count)
-            row.insertGaps(below(residues), 1 + below(count - residues));
+        if (residues > 0 && residues < count) {
+            const unsigned gaps = 1 + below(count - residues);
+            row.insertGaps(below(residues), gaps);
+        }
         rows.push_back(std::move(row));
     }
     TAMBO::replaceColumns(table, range, rows, count);

@@ -18,6 +18,8 @@ class RandomChanges : public HistoryFixture
 protected:
     explicit RandomChanges(unsigned seed) : random(seed) { }
 
+    // Drawn one after the other, each in a statement of its own: compilers differ in the order in
+    // which they make the arguments of a call, and all are to meet the same work.
     unsigned below(std::size_t limit) { return unsigned(random() % limit); }
 
     template <typename Kind> std::vector<Kind *> all() const
@@ -66,22 +68,32 @@ inline void RandomChanges::changeAlignment(TAMBO::Alignment &alignment)
         return;
     }
     switch (below(8)) {
-    case 0:
-        alignment.insertGap(below(height), below(width));
+    case 0: {
+        const unsigned column = below(width);
+        alignment.insertGap(below(height), column);
         break;
+    }
     case 1:
-    case 2:
-        alignment.moveGap(below(height), below(width), below(width), below(2) == 0);
+    case 2: {
+        const bool isWhole = below(2) == 0;
+        const unsigned target = below(width);
+        const unsigned column = below(width);
+        alignment.moveGap(below(height), column, target, isWhole);
         break;
-    case 3:
-        alignment.bubbleRow(below(height), below(height));
+    }
+    case 3: {
+        const unsigned target = below(height);
+        alignment.bubbleRow(below(height), target);
         break;
+    }
     case 4:
         alignment.remove({below(width), below(width)});
         break;
-    case 5:
-        alignment.insertGapCol(below(width + 1), 1 + below(3));
+    case 5: {
+        const unsigned count = 1 + below(3);
+        alignment.insertGapCol(below(width + 1), count);
         break;
+    }
     case 6:
         alignment.removeRow(below(height));
         break;
@@ -118,9 +130,11 @@ inline void RandomChanges::changeSomething()
             sequence.residue(below(sequence.residueCount()))->SetColor(Color(below(4)));
     } else if (kind == 8) {
         TAMBO::Peptide &sequence = *peptides[below(peptides.size())];
-        for (unsigned i = below(5); i > 0; --i)
-            sequence.setNumber(below(sequence.residueCount()),
-                               TAMBO::SequenceNumber(int(below(30)), below(2) ? 'A' : ' '));
+        for (unsigned i = below(5); i > 0; --i) {
+            const char letter = below(2) ? 'A' : ' ';
+            const TAMBO::SequenceNumber number(int(below(30)), letter);
+            sequence.setNumber(below(sequence.residueCount()), number);
+        }
     } else if (kind == 9) {
         TAMBO::Peptide &sequence = *peptides[below(peptides.size())];
         std::vector<TAMBO::Compound *> residues;

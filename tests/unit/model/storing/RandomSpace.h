@@ -45,6 +45,8 @@ public:
 private:
     using Peptides = std::vector<TAMBO::Peptide *>;
 
+    // Drawn one after the other, each in a statement of its own: compilers differ in the order in
+    // which they make the arguments of a call, and all are to meet the same objects.
     unsigned below(std::size_t limit) { return unsigned(m_Random() % limit); }
     std::string name() { return below(9) == 0 ? "" : "object " + std::to_string(++m_Names); }
     Color color() { return Color::fromArgb(below(3) == 0 ? unsigned(m_Random()) : below(5) * 99); }
@@ -57,7 +59,13 @@ private:
     }
     TAMBO::SequenceNumber number()
     {
-        return TAMBO::SequenceNumber(int(below(400)) - 50, below(4) == 0 ? 'B' : ' ');
+        const char letter = below(4) == 0 ? 'B' : ' ';
+        return TAMBO::SequenceNumber(int(below(400)) - 50, letter);
+    }
+    TAMBO::Vertex place()
+    {
+        const float y = coordinate();
+        return {coordinate(), y, -0.0F};
     }
     float coordinate() { return std::ldexp(float(below(1U << 20)) - 500'000.0F, -8); }
 
@@ -69,10 +77,10 @@ private:
         residue.letter = "AMX"[below(3)];
         residue.number = number();
         for (unsigned i = below(5); i > 0; --i)
-            residue.atoms.push_back(
-                {below(2) == 0 ? "CA" : "O1'", below(2) == 0 ? "Se" : "C",
-                 below(9) == 0 ? TAMBO::Vertex() : TAMBO::Vertex(coordinate(), coordinate(), -0.0F),
-                 below(3) == 0 ? 0.0F : coordinate(), below(3) == 0 ? 0.5F : 1.0F});
+            residue.atoms.push_back({below(2) == 0 ? "CA" : "O1'", below(2) == 0 ? "Se" : "C",
+                                     below(9) == 0 ? TAMBO::Vertex() : place(),
+                                     below(3) == 0 ? 0.0F : coordinate(),
+                                     below(3) == 0 ? 0.5F : 1.0F});
         return residue;
     }
 
@@ -89,10 +97,14 @@ private:
                 chain.residues.push_back(residue(below(8) != 0));
         }
         // More than are written in one piece, now and then.
-        for (unsigned i = below(9) == 0 ? 9000 + below(9000) : below(5); i > 0; --i)
+        for (unsigned i = below(9) == 0 ? 9000 + below(9000) : below(5); i > 0; --i) {
+            const TAMBO::Vector<float, 3> at = place().coordinates();
+            const float factor = coordinate();
+            const int number = int(below(9999)) - 50;
+            const char letter = " C"[below(2)];
             record.waters.add(std::string(1, "AAAAAAAAB"[below(9)]),
-                              {TAMBO::Vector<float, 3>(coordinate(), coordinate(), -0.0F),
-                               coordinate(), int(below(9999)) - 50, 0, " C"[below(2)]});
+                              {at, factor, number, 0, letter});
+        }
         addBonds(record);
         addModels(record);
         TAMBO::Structure *const made = TAMBO::ObjectFactory::adopt(std::move(record));
@@ -196,8 +208,8 @@ private:
                 std::make_unique<TAMBO::AlignmentRow>(sequence, TAMBO::OccupancyRow(row.occupancy),
                                                       std::move(label), std::uint32_t(first)));
         }
-        TAMBO::ObjectSpace::get().add(
-            TAMBO::AlignmentTable::make(name(), std::move(rows), below(200)));
+        const std::size_t width = below(200);
+        TAMBO::ObjectSpace::get().add(TAMBO::AlignmentTable::make(name(), std::move(rows), width));
     }
 
     // As a file brings it.
@@ -267,28 +279,38 @@ private:
         case 1:
             anyObject().SetSelected(below(3) != 0);
             break;
-        case 2:
-            TAMBO::setObjectLocked(anyObject(), below(3) == 0);
+        case 2: {
+            const bool isLocked = below(3) == 0;
+            TAMBO::setObjectLocked(anyObject(), isLocked);
             break;
+        }
         case 3: {
             TAMBO::Compound &object = anyObject();
-            if (TAMBO::stateOf(object) != nullptr && &object != &TAMBO::ObjectSpace::get())
-                PluginValues::Set(&object, "plug-in " + std::to_string(below(3)), letters(9) + "k",
-                                  std::string(letters(300)) + '\0' + "\xff");
+            if (TAMBO::stateOf(object) != nullptr && &object != &TAMBO::ObjectSpace::get()) {
+                const std::string value = letters(300) + '\0' + "\xff";
+                const std::string key = letters(9) + "k";
+                PluginValues::Set(&object, "plug-in " + std::to_string(below(3)), key, value);
+            }
             break;
         }
         case 4:
             // Few colours, or more than a palette has.
-            for (std::size_t i = 0, some = below(2) * 300; count > 0 && i < some + 3; ++i)
-                sequence.setColor(below(count), color());
+            for (std::size_t i = 0, some = below(2) * 300; count > 0 && i < some + 3; ++i) {
+                const Color drawn = color();
+                sequence.setColor(below(count), drawn);
+            }
             break;
         case 5:
-            for (unsigned i = below(5); count > 0 && i > 0; --i)
-                sequence.setNumber(below(count), number());
+            for (unsigned i = below(5); count > 0 && i > 0; --i) {
+                const TAMBO::SequenceNumber drawn = number();
+                sequence.setNumber(below(count), drawn);
+            }
             break;
         case 6:
-            for (unsigned i = below(5); count > 0 && i > 0; --i)
-                sequence.setSelected(below(count), below(3) != 0);
+            for (unsigned i = below(5); count > 0 && i > 0; --i) {
+                const bool isSelected = below(3) != 0;
+                sequence.setSelected(below(count), isSelected);
+            }
             break;
         case 7: {
             std::vector<TAMBO::Compound *> residues;
@@ -296,8 +318,10 @@ private:
                 if (below(6) != 0)
                     residues.push_back(sequence.residue(i));
             }
-            if (residues.size() >= 3)
-                TAMBO::DataMaker::makeSSE(&sequence, name(), residues, "HETh"[below(4)]);
+            if (residues.size() >= 3) {
+                const char kind = "HETh"[below(4)];
+                TAMBO::DataMaker::makeSSE(&sequence, name(), residues, kind);
+            }
             break;
         }
         default:
@@ -320,15 +344,22 @@ private:
             case 1:
                 alignment->range({below(width + 3), below(width + 3)});
                 break;
-            case 2:
-                alignment->insertGapCol(below(width + 1), 1 + below(70));
+            case 2: {
+                const unsigned gaps = 1 + below(70);
+                alignment->insertGapCol(below(width + 1), gaps);
                 break;
-            case 3:
-                alignment->bubbleRow(below(alignment->height()), below(alignment->height()));
+            }
+            case 3: {
+                const unsigned target = below(alignment->height());
+                alignment->bubbleRow(below(alignment->height()), target);
                 break;
-            default:
-                alignment->moveGap(below(alignment->height()), below(width), below(width), true);
+            }
+            default: {
+                const unsigned target = below(width);
+                const unsigned column = below(width);
+                alignment->moveGap(below(alignment->height()), column, target, true);
                 break;
+            }
             }
         }
     }

@@ -115,9 +115,11 @@ protected:
             object.SetSelected(below(2) == 0);
             break;
         case 2:
-            if (TAMBO::Peptide *const peptide = TAMBO::Peptide::from(&object))
-                peptide->setSelected(below(unsigned(peptide->residueCount()) + 1),
-                                     below(unsigned(peptide->residueCount()) + 1), below(3) > 0);
+            if (TAMBO::Peptide *const peptide = TAMBO::Peptide::from(&object)) {
+                const bool isSelected = below(3) > 0;
+                const std::size_t end = below(unsigned(peptide->residueCount()) + 1);
+                peptide->setSelected(below(unsigned(peptide->residueCount()) + 1), end, isSelected);
+            }
             break;
         default:
             setRange();
