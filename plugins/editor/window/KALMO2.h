@@ -36,7 +36,8 @@ class KALMO2 : public BaseWindow, public Subscriber
     Q_OBJECT
 
 public:
-    enum PrintStyle { Slim = 1, Fat = 2, BlackAndWhite = 3 };
+    // Any number may come from a plug-in.
+    enum PrintStyle : unsigned { Slim = 1, Fat = 2, BlackAndWhite = 3 };
 
     KALMO2();
     ~KALMO2() override;

@@ -18,8 +18,10 @@ inline constexpr Vec3 kHalfWay{-0.156F, 0.208F, 0.966F};
 [[nodiscard]] inline std::uint16_t shadeOf(Vec3 normal) noexcept
 {
     // Something of it comes around the edge, so that the dark side keeps its form.
-    const float diffuse = std::clamp(dot(normal, kToLamp) * 0.85F + 0.15F, 0.0F, 1.0F);
-    float mirrored = std::clamp(dot(normal, kHalfWay), 0.0F, 1.0F);
+    // In this order what is no number becomes dark: a shape may stand at places that are none.
+    const auto limited = [](float light) { return std::min(1.0F, std::max(0.0F, light)); };
+    const float diffuse = limited(dot(normal, kToLamp) * 0.85F + 0.15F);
+    float mirrored = limited(dot(normal, kHalfWay));
     mirrored *= mirrored;
     mirrored *= mirrored;
     mirrored *= mirrored;
