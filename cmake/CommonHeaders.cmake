@@ -1,9 +1,9 @@
 # Headers of libraries that most sources include are compiled once and taken by all, in the builds that
 # compile the sources of a folder together: reading them takes a third of the time of compiling. Only
 # libraries' headers stand here, never our own. The preset dev has none of it, and shows what a source
-# lacks; the fuzzer's build, whose flags differ from target to target, has none either.
+# lacks.
 
-if(CMAKE_UNITY_BUILD AND NOT TAMBO_FUZZ)
+if(CMAKE_UNITY_BUILD)
     set(TAMBO_COMMON_HEADERS ON)
 endif()
 

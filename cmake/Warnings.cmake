@@ -13,7 +13,7 @@ endif()
 if(TAMBO_SANITIZE)
     # A null pointer ends the program at once and with a report in any case, and no processor that this
     # runs on minds how data is aligned; without a check of both in front of every access, compiling
-    # takes a fifth less time. The fuzzer's build has them.
+    # takes a fifth less time. What the fuzzer runs has them.
     target_compile_options(tambo_flags INTERFACE -fsanitize=address,undefined
                                                  -fno-sanitize=null,alignment
                                                  -fno-sanitize-recover=undefined
