@@ -25,6 +25,8 @@ constexpr Column kBehindAll = std::numeric_limits<Column>::max();
 constexpr std::size_t kManyRows = 16;
 // From here on a column's letters take less memory, counted, than its cells as bits.
 constexpr std::size_t kRowsWorthCounts = 1000;
+// A gigabyte of cells.
+constexpr std::uint64_t kMostTaken = std::uint64_t(8) << 30;
 
 // The only kind of alignment there is; the interface leaves making one to the workbench.
 class StoredAlignment final : public Alignment, public StoredObject
@@ -222,6 +224,17 @@ bool AlignmentTable::hasRoomFor(Column columns) const
     return hasRoom;
 }
 
+bool AlignmentTable::takesColumns(long more) const
+{
+    const std::uint64_t former = m_TakenColumns;
+    const auto less = std::uint64_t(more < 0 ? -more : 0);
+    m_TakenColumns = more < 0 ? former - std::min(former, less) : former + std::uint64_t(more);
+    const bool takes = m_TakenColumns <= kMostTaken;
+    if (!takes)
+        m_TakenColumns = former;
+    return takes;
+}
+
 std::size_t AlignmentTable::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) + textBytes(m_Name) +
@@ -245,7 +258,9 @@ void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column
     const Column end = std::max(from, to) + count;
     m_Profiles.subtract(changed, begin, end);
     m_SelectedColumns.subtract(changed, begin, end);
+    const Column endBefore = changed.cells().end();
     changed.moveGaps(from, count, to, growth < 0 ? width() - Column(-growth) : width());
+    m_RowEnds.change(endBefore, changed.cells().end());
     m_Profiles.add(changed, begin, end);
     m_SelectedColumns.add(changed, begin, end);
     setWidth(growth < 0 ? width() - Column(-growth) : width());
@@ -313,6 +328,7 @@ void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows ro
         m_Profiles.clear();
     }
     m_SelectedColumns.addRows(rows);
+    m_RowEnds.clear();
     Rows merged;
     merged.reserve(m_Rows.size() + rows.size());
     auto old = m_Rows.begin();
@@ -340,6 +356,7 @@ AlignmentTable::Rows AlignmentTable::takeRows(const std::vector<std::size_t> &in
         m_Profiles.clear();
     }
     m_SelectedColumns.takeRows();
+    m_RowEnds.clear();
     setWidth(width);
     return taken;
 }
@@ -354,6 +371,7 @@ ColumnProfiles::Counts AlignmentTable::keptCounts(Column begin, Column count) co
 // of another, and nobody else looks at any meanwhile.
 void AlignmentTable::changeRows(const SplitLoop &loop, const ChangeRows &change)
 {
+    m_RowEnds.clear();
     loop.run([&](std::size_t part) {
         const std::size_t first = loop.begin(part);
         change(part, first, SomeRows(m_Rows).subspan(first, loop.end(part) - first));

@@ -9,10 +9,12 @@
 #include "ColumnLetters.h"
 #include "ColumnProfiles.h"
 #include "CompoundState.h"
+#include "RowEnds.h"
 #include "SelectedColumns.h"
 #include "SplitLoop.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <span>
@@ -70,6 +72,14 @@ public:
     [[nodiscard]] bool isColumnSelected(Column column) const;
     // Whether the alignment may become wider by so many columns; the log says if it may not.
     [[nodiscard]] bool hasRoomFor(Column columns) const;
+    // Behind which column the last residue of all rows but this one stands.
+    [[nodiscard]] Column endOfOthers(std::size_t row) const
+    {
+        return m_RowEnds.lastOfOthers(m_Rows, m_Rows[row]->cells().end());
+    }
+    // Whether single rows may have so many columns more than before. Each time it is asked, that is
+    // done; it is asked by changes that were made of bytes, which may be anybody's.
+    [[nodiscard]] bool takesColumns(long more) const;
     // Null for an alignment without one.
     [[nodiscard]] const AlignmentAnnotation *annotation() const noexcept
     {
@@ -154,6 +164,9 @@ private:
     mutable ColumnLetters m_Letters;
     mutable ColumnProfiles m_Profiles;
     mutable SelectedColumns m_SelectedColumns;
+    mutable RowEnds m_RowEnds;
+    // By which rows have grown, one by one, by changes that were made of bytes.
+    mutable std::uint64_t m_TakenColumns = 0;
 };
 
 } // namespace TAMBO

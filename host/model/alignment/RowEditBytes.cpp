@@ -43,6 +43,15 @@ AlignmentTable::Rows readRows(std::size_t count, Column width, EditReader &in)
 
 namespace {
 
+// Behind which the row has its last residue when gaps have moved, of cells that have none there.
+Column endAfter(const OccupancyRow &cells, const GapEdit::Move &move)
+{
+    const Column end = cells.end();
+    if (move.from >= end)
+        return move.to < end ? end + move.count : end;
+    return move.to + move.count >= end ? end - move.count : end;
+}
+
 void storeMove(const GapEdit::Move &move, const BreakColumns &breaks, EditWriter &out)
 {
     out.number(move.row);
@@ -83,17 +92,9 @@ bool GapEdit::fits() const
         return false;
     if (!m_Breaks->empty() && m_Breaks->size() != row.breakColumns().size())
         return false;
-    if (lost == 0)
-        return true;
-    AlignmentRow moved(row);
-    moved.moveGaps(move.from, move.count, move.to, width - lost);
-    if (moved.cells().end() > width - lost)
-        return false;
-    for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
-        if (i != move.row && m_Table.row(i).cells().end() > width - lost)
-            return false;
-    }
-    return true;
+    const Column end = endAfter(row.cells(), move);
+    return (lost == 0 || std::max(end, m_Table.endOfOthers(move.row)) <= width - lost) &&
+           m_Table.takesColumns(long(end) - long(row.cells().end()));
 }
 
 std::unique_ptr<Edit> GapEdit::load(AlignmentTable &table, const char *kind, EditReader &in)
