@@ -73,20 +73,22 @@ bool History::goTo(std::size_t position)
         return true;
 
     const Compound *locked = m_Steps[stepTowards(position)].lock();
-    bool isThere = false;
+    auto journey = Journey::Lock;
     if (locked == nullptr) {
         // What arrives meanwhile is a new step.
         const ArrivalPause pause;
         m_IsApplying = true;
-        m_IsAsTravelled = true;
-        isThere = travelTo(position, &locked);
+        const bool wasAsTravelled = std::exchange(m_IsAsTravelled, true);
+        journey = travelTo(position, true, &locked);
+        if (journey == Journey::GivenUp)
+            m_IsAsTravelled = wasAsTravelled;
         m_IsApplying = false;
     }
-    if (locked != nullptr && modelHooks().refused)
+    if (journey == Journey::Lock && modelHooks().refused)
         modelHooks().refused(*locked);
-    else if (locked == nullptr && !isThere)
+    else if (journey == Journey::Damage)
         refuse("Undo and redo stop at a step that is damaged.");
-    return isThere;
+    return journey == Journey::There;
 }
 
 std::uint64_t History::state() const noexcept
@@ -116,32 +118,41 @@ std::size_t History::stepTowards(std::size_t position) const noexcept
     return position < m_Position ? m_Position - 1 : m_Position;
 }
 
-bool History::travelTo(std::size_t position, const Compound **locked)
+History::Journey History::travelTo(std::size_t position, bool isByHand, const Compound **locked)
 {
     const ChangeScope scope(Publisher::Update);
-    const auto mayToggle = [&](const HistoryStep &step) {
-        return locked == nullptr || (*locked = step.lock()) == nullptr;
-    };
-    while (position != m_Position && mayToggle(m_Steps[stepTowards(position)]) &&
-           toggle(stepTowards(position)))
-        ;
-    const bool isThere = position == m_Position;
-    if (StepJournal *const journal = this->journal())
+    const std::size_t start = m_Position;
+    const auto kind = isByHand ? LongWork::Kind::Reading : LongWork::Kind::Fixed;
+    auto journey = Journey::There;
+    while (position != m_Position && journey == Journey::There) {
+        const std::size_t next = stepTowards(position);
+        if (isByHand && (*locked = m_Steps[next].lock()) != nullptr) {
+            journey = Journey::Lock;
+        } else if (const auto toggled = toggle(next, kind); toggled != HistoryStep::Toggled::Done) {
+            const bool isDamaged = toggled == HistoryStep::Toggled::Damaged;
+            journey = isDamaged ? Journey::Damage : Journey::GivenUp;
+        }
+    }
+    // These were done a moment ago.
+    while (journey == Journey::GivenUp && m_Position != start)
+        static_cast<void>(toggle(stepTowards(start), LongWork::Kind::Fixed));
+    if (StepJournal *const journal = this->journal(); journal && journey != Journey::GivenUp)
         journal->travelled(stepsDone());
     keepLimit();
     tellChange();
-    return isThere;
+    return journey;
 }
 
-bool History::toggle(std::size_t index)
+HistoryStep::Toggled History::toggle(std::size_t index, LongWork::Kind kind)
 {
     HistoryStep &step = m_Steps[index];
     const std::size_t before = step.bytes();
-    if (!step.toggle())
-        return false;
-    m_Bytes += step.bytes() - before;
-    m_Position = step.isDone() ? index + 1 : index;
-    return true;
+    const auto toggled = step.toggle(kind);
+    if (toggled == HistoryStep::Toggled::Done) {
+        m_Bytes += step.bytes() - before;
+        m_Position = step.isDone() ? index + 1 : index;
+    }
+    return toggled;
 }
 
 StepJournal *History::journal() const noexcept

@@ -174,10 +174,17 @@ private:
                      std::vector<HistoryStep>::iterator last);
 
     [[nodiscard]] std::size_t stepTowards(std::size_t position) const noexcept;
-    // False when it is stopped on the way: by an object that is locked, if somebody asks which, or
-    // by a step that is damaged.
-    bool travelTo(std::size_t position, const Compound **locked = nullptr);
-    [[nodiscard]] bool toggle(std::size_t index);
+    enum class Journey {
+        There,
+        // What it stopped at on the way.
+        Lock,
+        Damage,
+        // The user has given it up, and it is where it began.
+        GivenUp
+    };
+    // By hand or as it was done before, when nobody may give it up and no lock matters.
+    [[nodiscard]] Journey travelTo(std::size_t position, bool isByHand, const Compound **locked);
+    [[nodiscard]] HistoryStep::Toggled toggle(std::size_t index, LongWork::Kind kind);
     void dropFirst();
     void dropLast();
     // Null when another history records, too.

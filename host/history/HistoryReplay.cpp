@@ -101,9 +101,12 @@ bool HistoryReplay::travel(std::size_t steps)
     const std::size_t position = steps - m_History.m_Forgotten;
     const std::size_t before = m_History.m_Position;
     m_History.m_IsApplying = true;
-    const bool isThere = m_History.travelTo(position);
+    const auto travelTo = [this](std::size_t place) {
+        return m_History.travelTo(place, false, nullptr) == History::Journey::There;
+    };
+    const bool isThere = travelTo(position);
     if (!isThere)
-        m_History.travelTo(before);
+        static_cast<void>(travelTo(before));
     m_History.m_IsApplying = false;
     m_History.m_IsAsTravelled = m_History.m_IsAsTravelled || isThere;
     return isThere;

@@ -3,7 +3,6 @@
 
 #include "ChangeScope.h"
 #include "Compound.h"
-#include "LongWork.h"
 #include "Revisions.h"
 #include "TextBytes.h"
 
@@ -34,18 +33,21 @@ std::size_t HistoryStep::bytes() const noexcept
     return sizeof(*this) + name + m_Edits.capacity() * sizeof(m_Edits[0]) + m_Bytes;
 }
 
-bool HistoryStep::toggle()
+HistoryStep::Toggled HistoryStep::toggle(LongWork::Kind kind)
 {
+    // Edits of the widest rows take as long as many others.
+    constexpr std::size_t kStride = 64;
     std::vector<std::unique_ptr<Edit>> inverses;
     inverses.reserve(m_Edits.size());
-    // Half a step is no state that anybody knows.
-    LongWork work(m_IsDone ? "Undoing" : "Redoing", m_Edits.size(), LongWork::Kind::Fixed);
+    LongWork work(m_IsDone ? "Undoing" : "Redoing", m_Edits.size(), kind);
     for (auto edit = m_Edits.rbegin(); edit != m_Edits.rend(); ++edit) {
-        static_cast<void>(work.goesOn());
-        if (!m_IsTrusted && !(*edit)->fits()) {
+        const bool goesOn = inverses.size() % kStride != 0 || work.goesOnAt(inverses.size());
+        if (!goesOn || (!m_IsTrusted && !(*edit)->fits())) {
+            // Half a step is no state that anybody knows.
             for (; edit != m_Edits.rbegin(); inverses.pop_back())
                 *--edit = inverses.back()->apply();
-            return false;
+            growStructureRevision();
+            return goesOn ? Toggled::Damaged : Toggled::GivenUp;
         }
         inverses.push_back((*edit)->apply());
         if (isOfStructures(inverses.back()->part()))
@@ -56,7 +58,7 @@ bool HistoryStep::toggle()
     m_IsDone = !m_IsDone;
     m_IsTrusted = true;
     measure();
-    return true;
+    return Toggled::Done;
 }
 
 const Compound *HistoryStep::lock() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "EditBytes.h"
+#include "LongWork.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -25,9 +26,16 @@ public:
     // the first on, are those that the step was made for, and so what it is called after.
     void describe(const std::string &name, std::size_t own);
 
-    // Done becomes undone and the other way round. False, with nothing changed, for a step that was
-    // made of bytes which are damaged.
-    [[nodiscard]] bool toggle();
+    enum class Toggled {
+        Done,
+        // It was made of bytes which are damaged.
+        Damaged,
+        // The user has given it up.
+        GivenUp
+    };
+
+    // Done becomes undone and the other way round, or nothing has changed.
+    [[nodiscard]] Toggled toggle(LongWork::Kind kind = LongWork::Kind::Fixed);
     [[nodiscard]] bool isDone() const noexcept { return m_IsDone; }
 
     // The object whose lock forbids toggling, or null.

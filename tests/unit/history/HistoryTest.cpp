@@ -382,28 +382,85 @@ TEST_F(HistoryTest, WhatALockedAlignmentShowsStaysAndTheOthersGo)
     TAMBO::setObjectLocked(alignment, false);
 }
 
-TEST_F(HistoryTest, AStepOfManyChangesShowsHowFarItIsUndoneAndCannotBeStoppedInTheMiddle)
+// Of a step that colors a thousand sequences, and one before it.
+class ALongStep : public HistoryTest
 {
-    std::vector<TAMBO::Peptide *> all;
-    for (std::size_t i = 0; i <= TAMBO::LongWork::kStride; ++i)
-        all.push_back(&peptide("s", "A"));
+protected:
+    ALongStep()
     {
-        const TAMBO::ChangeScope scope;
-        for (TAMBO::Peptide *sequence : all)
-            sequence->setColor(0, Color(0xff0000));
+        for (std::size_t i = 0; i < kMany; ++i)
+            all.push_back(&peptide("s", "A"));
+        for (const std::uint32_t color : {0x00ff00U, 0xff0000U}) {
+            const TAMBO::ChangeScope scope;
+            for (TAMBO::Peptide *sequence : all)
+                sequence->setColor(0, Color(color));
+        }
     }
+    ~ALongStep() override { TAMBO::modelHooks().working = nullptr; }
+
+    static constexpr std::size_t kMany = 1000;
+
+    std::vector<TAMBO::Peptide *> all;
+};
+
+TEST_F(ALongStep, ShowsHowFarItIsUndoneAndRedone)
+{
     std::vector<std::string> told;
     TAMBO::modelHooks().working = [&](const char *what, double share, bool canBeGivenUp) {
-        EXPECT_FALSE(canBeGivenUp);
-        told.push_back(what + std::to_string(int(100 * share)));
-        return false;
+        EXPECT_TRUE(canBeGivenUp);
+        if (told.empty() || told.back() != what + std::to_string(int(4 * share)))
+            told.push_back(what + std::to_string(int(4 * share)));
+        return true;
     };
-    history.undo();
-    EXPECT_FALSE(all.front()->hasOwnColors(0, 1));
-    EXPECT_FALSE(all.back()->hasOwnColors(0, 1));
-    history.redo();
-    EXPECT_TRUE(all.front()->hasOwnColors(0, 1));
-    EXPECT_EQ(told, (std::vector<std::string>{"Undoing0", "Undoing99", "Redoing0", "Redoing99"}));
+    ASSERT_TRUE(history.undo());
+    ASSERT_TRUE(history.redo());
+    EXPECT_THAT(told, ElementsAre("Undoing0", "Undoing1", "Undoing2", "Undoing3", "Redoing0",
+                                  "Redoing1", "Redoing2", "Redoing3"));
+}
+
+TEST_F(ALongStep, IsAsItWasWhenUndoIsGivenUpAtAnyMoment)
+{
+    const std::string before = portrait();
+    const std::size_t position = history.position();
+    const std::size_t bytes = history.bytes();
+    int most = 0;
+    for (bool isGivenUp = true; isGivenUp; ++most) {
+        int looks = 0;
+        TAMBO::modelHooks().working = [&](const char *, double, bool) { return looks++ < most; };
+        // The second step of the two, and then the first.
+        isGivenUp = !history.goTo(position - 2);
+        TAMBO::modelHooks().working = nullptr;
+        if (!isGivenUp)
+            break;
+        ASSERT_EQ(portrait(), before) << most;
+        ASSERT_EQ(history.position(), position) << most;
+        ASSERT_EQ(history.bytes(), bytes) << most;
+    }
+    EXPECT_GT(most, 20);
+    EXPECT_EQ(history.position(), position - 2);
+    EXPECT_TRUE(log.empty());
+    ASSERT_TRUE(history.goTo(position));
+    EXPECT_EQ(portrait(), before);
+}
+
+TEST_F(ALongStep, OfObjectsIsAsItWasWhenUndoIsGivenUp)
+{
+    {
+        const TAMBO::ChangeScope scope;
+        for (std::size_t i = 0; i < kMany; ++i) {
+            TAMBO::renameObject(*all[i], "t");
+            peptide("more", "MK");
+        }
+    }
+    const std::string before = portrait();
+    TAMBO::modelHooks().working = [](const char *, double share, bool) { return share < 0.5; };
+    EXPECT_FALSE(history.undo());
+    EXPECT_EQ(portrait(), before);
+    TAMBO::modelHooks().working = nullptr;
+    EXPECT_TRUE(history.undo());
+    EXPECT_NE(portrait(), before);
+    EXPECT_TRUE(history.redo());
+    EXPECT_EQ(portrait(), before);
 }
 
 } // namespace HistoryTest
