@@ -2,7 +2,13 @@
 // The structure view at 1280 x 800, without its window: the first picture of what is loaded,
 // pictures that follow each other while it is turned, new colors, and the outline of what is
 // pointed at; and the picture that is drawn well at rest. "of_copy" is the processor's time, all
-// threads together, in times of copying such a picture in the same run.
+// threads together, in times of copying such a picture in the same run; "wall_ms" is what a user
+// waits, on a machine that may have other work.
+//
+// Then a window of it beside the cells of an alignment whose rows are the chains: from a residue
+// that is selected in the model, as grid and tree do it, to the picture that shows it; from a click
+// in the picture to the model and the picture; and from the pointer in another cell to the outline.
+// The editor's own painting is no part of it.
 //
 // The structures are the six of the example on each other (1,340 residues), and one of them
 // repeated on a grid: 135 chains of 218 residues, and 62 of some 1,600 atoms each.
@@ -10,11 +16,21 @@
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "PictureMaker.h"
+#include "Selecting.h"
 #include "StructureScene.h"
+#include "StructureWindow.h"
+#include "contract/FakeAlignmentWindow.h"
+
+#include "Alignment.h"
+#include "DataMaker.h"
+
+#include <QApplication>
+#include <QMouseEvent>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -176,11 +192,16 @@ template <typename Work> void measure(benchmark::State &state, const Work &work)
     const QImage from(kSize, QImage::Format_RGB32);
     QImage to(kSize, QImage::Format_RGB32);
     std::vector<double> times;
+    std::vector<double> walls;
     std::vector<double> copies;
     int i = 0;
     for (auto _ : state) {
         const double start = now();
+        const auto begin = std::chrono::steady_clock::now();
         work(i++);
+        walls.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+                .count());
         times.push_back(now() - start);
         state.PauseTiming();
         for (int copy = 0; copy < 3; ++copy) {
@@ -192,6 +213,7 @@ template <typename Work> void measure(benchmark::State &state, const Work &work)
         state.ResumeTiming();
     }
     state.counters["processor_ms"] = median(times);
+    state.counters["wall_ms"] = median(walls);
     state.counters["of_copy"] = median(times) / median(copies);
 }
 
@@ -245,12 +267,131 @@ void atRest(benchmark::State &state)
     measure(state, [&](int) { renderer.draw(request, drawing.palette()); });
 }
 
+// A window on the screen, of which nothing is left to be drawn, and cells of an alignment.
+class ShownWindow : public QObject
+{
+public:
+    explicit ShownWindow(Style style) : m_Window(structures::StructureWindow::open())
+    {
+        std::vector<TAMBO::Compound *> rows;
+        for (const auto &structure : m_Window.scene().structures()) {
+            structure->setStyle(style);
+            for (std::uint32_t i = 0; i < structure->molecule().chains.size(); ++i)
+                rows.push_back(structure->chain(i));
+        }
+        m_Grid.m_Alignment = TAMBO::DataMaker::makeAlignment("rows", rows);
+        m_Grid.m_Rows = rows.size();
+        m_Grid.m_Columns = m_Grid.m_Alignment->width();
+        m_Grid.m_Visible = {1000000, 1000000};
+        m_Window.resize(1280 + m_Window.width() - view().width(),
+                        800 + m_Window.height() - view().height());
+        view().setScene(m_Window.scene().picture());
+        while (!view().isComplete())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        settle();
+        view().installEventFilter(this);
+        for (const Pick pick : visible())
+            if (const auto place = m_Window.scene().placeOf(pick))
+                m_Residues.push_back(place->structure->residue(place->place.residue));
+    }
+    ~ShownWindow() override { m_Window.close(false); }
+    ShownWindow(const ShownWindow &) = delete;
+    ShownWindow &operator=(const ShownWindow &) = delete;
+
+    // Until the view has been painted, or does not seem to need it.
+    void settle()
+    {
+        for (int round = 0; round < 200 && !std::exchange(m_IsPainted, false); ++round)
+            QCoreApplication::processEvents();
+    }
+    void select(int i)
+    {
+        structures::select({m_Residues[std::size_t(i) * 977 % m_Residues.size()]},
+                           structures::Selecting::Only);
+        settle();
+    }
+    void click(int i)
+    {
+        const QPoint place(400 + i * 37 % 480, 250 + i * 23 % 300);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, place, view().mapToGlobal(place), Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {});
+            QCoreApplication::sendEvent(&view(), &event);
+        }
+        settle();
+    }
+    void pointInGrid(int i)
+    {
+        const QPoint place(5 + i * 10 % 2000, 5 + i * 20 % int(20 * m_Grid.m_Rows));
+        QMouseEvent event(QEvent::MouseMove, place, place, Qt::NoButton, Qt::NoButton, {});
+        benchmark::DoNotOptimize(m_Grid.offer(TAMBO::WindowArea::Cells, event));
+        settle();
+    }
+    structures::StructureView &view() { return m_Window.view(); }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_IsPainted = m_IsPainted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    [[nodiscard]] std::vector<Pick> visible()
+    {
+        std::vector<Pick> picks;
+        for (int y = 0; y < view().height(); y += 3)
+            for (int x = 0; x < view().width(); x += 3)
+                picks.push_back(view().pickAt({x, y}));
+        std::sort(picks.begin(), picks.end());
+        picks.erase(std::unique(picks.begin(), picks.end()), picks.end());
+        return picks;
+    }
+
+    FakeAlignmentWindow m_Grid;
+    structures::StructureWindow &m_Window;
+    std::vector<TAMBO::Compound *> m_Residues;
+    bool m_IsPainted = false;
+};
+
+void selecting(benchmark::State &state)
+{
+    load(int(state.range(0)));
+    ShownWindow window(static_cast<Style>(state.range(1)));
+    measure(state, [&](int i) { window.select(i); });
+}
+
+void clicking(benchmark::State &state)
+{
+    load(int(state.range(0)));
+    ShownWindow window(static_cast<Style>(state.range(1)));
+    measure(state, [&](int i) { window.click(i); });
+}
+
+void pointingInGrid(benchmark::State &state)
+{
+    load(int(state.range(0)));
+    ShownWindow window(static_cast<Style>(state.range(1)));
+    measure(state, [&](int i) { window.pointInGrid(i); });
+}
+
+void linkedInput(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"input", "style"});
+    for (const Style style : {Style::Cartoon, Style::Spheres}) {
+        benchmark->Args({Example, long(style)});
+        benchmark->Args({Residues30000, long(style)});
+    }
+    benchmark->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(31);
+}
+
 void everyInput(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->ArgNames({"input", "style"});
     for (const Style style : {Style::Cartoon, Style::Trace, Style::Sticks, Style::Spheres})
         benchmark->Args({Example, long(style)});
-    for (const Style style : {Style::Cartoon, Style::Trace})
+    for (const Style style :
+         {Style::Cartoon, Style::Trace, Style::Sticks, Style::BallsAndSticks, Style::Spheres})
         benchmark->Args({Residues30000, long(style)});
     for (const Style style : {Style::BallsAndSticks, Style::Spheres})
         benchmark->Args({Atoms100000, long(style)});
@@ -262,7 +403,17 @@ BENCHMARK(turning)->Apply(everyInput);
 BENCHMARK(newColors)->Apply(everyInput);
 BENCHMARK(pointing)->Apply(everyInput);
 BENCHMARK(atRest)->Apply(everyInput);
+BENCHMARK(selecting)->Apply(linkedInput);
+BENCHMARK(clicking)->Apply(linkedInput);
+BENCHMARK(pointingInGrid)->Apply(linkedInput);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
