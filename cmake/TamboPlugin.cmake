@@ -1,4 +1,4 @@
-# tambo_plugin(NAME sources... [TITLE text] [ROLE tool|alignments] [ICON file] [HELP page files...]
+# tambo_plugin(NAME sources... [TITLE text] [ROLE tool|alignments|background] [ICON file] [HELP page files...]
 #              [SETTINGS file] [COMMANDS "word = what it does"...])
 # A library that the workbench loads at run time, with its descriptor beside it. It names no host
 # library: the workbench that loads it supplies those symbols. It exports the three functions of a

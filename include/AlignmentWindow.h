@@ -125,6 +125,9 @@ public:
     // font cannot be chosen ignores it.
     virtual void setChosenFont(const QFont &font);
 
+    // In which names are shown beside cells of the present size; nothing where none can be read.
+    [[nodiscard]] virtual std::optional<QFont> nameFont() const;
+
     // ---- Painting and holding
 
     // Paints the rectangle of the area anew, with everything that lies over it, from the event

@@ -28,6 +28,7 @@
 #include "UndoActions.h"
 #include "UndoCommands.h"
 #include "WindowPlaces.h"
+#include "WorkbenchMenus.h"
 
 #include <QAction>
 #include <QApplication>
@@ -242,6 +243,7 @@ void MainWindow::makeToolsMenu()
 void MainWindow::makeHelpMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Help"));
+    services::WorkbenchMenus::instance().setMenuBar(*menuBar(), menu->menuAction());
     menu->addAction(tr("&Contents"), QKeySequence::HelpContents, this,
                     [] { HelpViewer::Show(QString()); });
     menu->addAction(tr("&Plug-ins…"), this, [this] {

@@ -174,6 +174,11 @@ void AlignmentWindow::showCell(const CellIndex &cell, Placement placement)
                   wayIntoSight(rect.top(), rect.bottom() + 1, seen.height())});
 }
 
+std::optional<QFont> AlignmentWindow::nameFont() const
+{
+    return mainWindow()->font();
+}
+
 std::optional<QFont> AlignmentWindow::chosenFont() const
 {
     return std::nullopt;

@@ -97,8 +97,11 @@ private:
         const QString word = text("Role");
         if (word == QStringLiteral("alignments"))
             role = PluginRole::Alignments;
+        else if (word == QStringLiteral("background"))
+            role = PluginRole::Background;
         else if (!word.isEmpty() && word != QStringLiteral("tool"))
-            fail("Role", QStringLiteral("expected Role = tool or Role = alignments"));
+            fail("Role",
+                 QStringLiteral("expected Role = tool, Role = alignments or Role = background"));
     }
 
     [[nodiscard]] QString beside(const QString &name) const

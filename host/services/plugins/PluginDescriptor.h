@@ -34,6 +34,8 @@ enum class PluginRole {
     Tool,
     // Its window shows alignments, and lets one choose by the slot GetAlignment().
     Alignments,
+    // Has nothing that the user could open, and no entry in the Tools menu.
+    Background,
 };
 
 // A sub-command of `tambo`.

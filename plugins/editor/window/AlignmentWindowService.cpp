@@ -198,6 +198,12 @@ std::optional<QFont> AlignmentWindowService::chosenFont() const
     return font == m_FirstFont ? std::nullopt : std::optional(font);
 }
 
+std::optional<QFont> AlignmentWindowService::nameFont() const
+{
+    const CellMeasures::Letters &letters = m_Parts.measures.nameLetters();
+    return letters.areShown ? std::optional(letters.font) : std::nullopt;
+}
+
 void AlignmentWindowService::setChosenFont(const QFont &font)
 {
     if (font != m_Parts.measures.font())

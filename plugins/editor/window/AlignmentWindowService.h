@@ -67,6 +67,7 @@ public:
     void resetNameWidth() override;
     [[nodiscard]] std::optional<QFont> chosenFont() const override;
     void setChosenFont(const QFont &font) override;
+    [[nodiscard]] std::optional<QFont> nameFont() const override;
     void repaint(TAMBO::WindowArea area, const QRect &rect) override;
     void endDrag() override;
 

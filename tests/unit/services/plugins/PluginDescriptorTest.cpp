@@ -72,6 +72,7 @@ TEST_F(PluginDescriptorTest, WhatIsNotSaidIsThatOfAPlainTool)
     EXPECT_TRUE(made.commands.empty());
     EXPECT_THAT(made.settings.sections(), IsEmpty());
     EXPECT_EQ(read("[Plugin]\nKit = 1.4\nRole = tool\n").role, PluginRole::Tool);
+    EXPECT_EQ(read("[Plugin]\nKit = 1.4\nRole = background\n").role, PluginRole::Background);
 }
 
 TEST_F(PluginDescriptorTest, AnIconMayBeOneOfTheWorkbench)
@@ -131,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
                ":3: expected Kit = 1.0 in section [Plugin], the version of the kit that the "
                "plug-in was built against"},
         Broken{"AnUnknownRole", "[Plugin]\nKit = 1.0\nRole = viewer\n",
-               ":3: expected Role = tool or Role = alignments"},
+               ":3: expected Role = tool, Role = alignments or Role = background"},
         Broken{"AMisspelledKey", "[Plugin]\nKit = 1.0\nTitel = X\n",
                ":3: [Plugin] has no key "
                "Titel"},

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PlaceLine.h"
+
+#include "Alignment.h"
+#include "AlignmentWindow.h"
+#include "PlaceText.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QMouseEvent>
+#include <QToolBar>
+
+namespace companion {
+
+using TAMBO::WindowArea;
+
+namespace {
+
+constexpr int kMargin = 6;
+
+} // namespace
+
+PlaceLine::PlaceLine(TAMBO::AlignmentWindow &window)
+    : AlignmentViewObserver(window), CellEventFilter(window, WindowArea::Cells), m_Text(new QLabel)
+{
+    QMainWindow *const owner = window.mainWindow();
+    auto *const bar = new QToolBar(QObject::tr("Under the Pointer"), owner);
+    bar->setObjectName(QStringLiteral("UnderThePointer"));
+    bar->setMovable(false);
+    m_Text->setTextFormat(Qt::PlainText);
+    m_Text->setContentsMargins(kMargin, 0, kMargin, 0);
+    // It takes what there is, and never asks for a wider window.
+    m_Text->setMinimumWidth(1);
+    m_Text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_Text->setAccessibleName(QObject::tr("Under the pointer"));
+    bar->addWidget(m_Text);
+    owner->addToolBar(Qt::BottomToolBarArea, bar);
+}
+
+PlaceLine::~PlaceLine() = default;
+
+void PlaceLine::alignmentShown()
+{
+    show();
+}
+
+void PlaceLine::layoutRebuilt()
+{
+    show();
+}
+
+void PlaceLine::scrolled()
+{
+    show();
+}
+
+bool PlaceLine::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
+{
+    if (event.type() == QEvent::Leave)
+        m_Place.reset();
+    else if (event.type() == QEvent::MouseMove)
+        m_Place = static_cast<const QMouseEvent &>(event).pos();
+    else
+        return false;
+    show();
+    return false;
+}
+
+void PlaceLine::show()
+{
+    const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    const TAMBO::Alignment *const alignment = shown.alignment();
+    const auto cell = m_Place && alignment != nullptr ? shown.cellAt(*m_Place) : std::nullopt;
+    m_Text->setText(cell ? placeText(*alignment, *cell) : QString());
+}
+
+} // namespace companion

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Commands.h"
+
+#include "Companion.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
+
+namespace companion {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("companion", text);
+}
+
+std::vector<Command> makeCommands()
+{
+    return {
+        {tr("&Go To…"),
+         tr("Go to a column, to the row of a name, or to a residue by chain and number"),
+         {QKeySequence(Qt::CTRL | Qt::Key_G)},
+         [](Companion &companion) { companion.goTo().ask(); }},
+        {tr("Zoom &In"),
+         tr("Show larger cells; Ctrl and the wheel do so around the pointer"),
+         {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+         [](Companion &companion) { companion.zoom().in(); },
+         true},
+        {tr("Zoom &Out"),
+         tr("Show smaller cells, down to one pixel"),
+         {QKeySequence(Qt::CTRL | Qt::Key_Minus)},
+         [](Companion &companion) { companion.zoom().out(); }},
+        {tr("&Normal Size"),
+         tr("Show cells as large as the font asks"),
+         {QKeySequence(Qt::CTRL | Qt::Key_0)},
+         [](Companion &companion) { companion.zoom().reset(); }},
+        {tr("Show All &Columns"),
+         tr("Make cells so narrow that all columns have room, if they can be"),
+         {QKeySequence(Qt::CTRL | Qt::Key_8)},
+         [](Companion &companion) { companion.zoom().showAllColumns(); }},
+        {tr("Show &All"),
+         tr("Make cells so small that the whole alignment has room, if they can be"),
+         {QKeySequence(Qt::CTRL | Qt::Key_9)},
+         [](Companion &companion) { companion.zoom().showAll(); }},
+        {tr("&Fit Names"),
+         tr("Make the names as wide as the longest one that is to be seen"),
+         {},
+         [](Companion &companion) { companion.names().fitVisible(); },
+         true},
+        {tr("Na&rrow Names"),
+         tr("Make the names eight cells wide"),
+         {},
+         [](Companion &companion) { companion.names().reset(); }},
+    };
+}
+
+} // namespace
+
+const std::vector<Command> &commands()
+{
+    static const std::vector<Command> kCommands = makeCommands();
+    return kCommands;
+}
+
+void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
+{
+    for (const Command &command : commands()) {
+        if (command.beginsGroup)
+            menu.addSeparator();
+        QAction *const action = menu.addAction(command.text);
+        action->setToolTip(command.toolTip);
+        action->setShortcuts(command.keys);
+        QObject::connect(action, &QAction::triggered, &menu, [&command, target] {
+            if (Companion *const companion = target())
+                command.run(*companion);
+        });
+    }
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, target] {
+        const bool hasTarget = target() != nullptr;
+        for (QAction *const action : menu.actions())
+            action->setEnabled(hasTarget);
+    });
+    // Keys reach what is greyed out only while the menu is open.
+    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [&menu] {
+        for (QAction *const action : menu.actions())
+            action->setEnabled(true);
+    });
+}
+
+} // namespace companion

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Companions.h"
+
+#include "AlignmentWindow.h"
+#include "Commands.h"
+
+#include <QCoreApplication>
+
+namespace companion {
+
+Companions::Companions()
+    : m_Menu(QCoreApplication::translate("companion", "&Alignment"),
+             [this](QMenu &menu) { fillMenu(menu, [this] { return lastUsed(); }); })
+{
+    for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All())
+        windowOpened(*window);
+}
+
+Companions::~Companions() = default;
+
+Companion *Companions::lastUsed() const
+{
+    const auto found = m_Companions.find(TAMBO::AlignmentWindow::LastUsed());
+    return found == m_Companions.end() ? nullptr : found->second.get();
+}
+
+void Companions::windowOpened(TAMBO::AlignmentWindow &window)
+{
+    m_Companions.try_emplace(&window, std::make_unique<Companion>(window));
+}
+
+void Companions::windowGoing(TAMBO::AlignmentWindow &window)
+{
+    m_Companions.erase(&window);
+}
+
+} // namespace companion
