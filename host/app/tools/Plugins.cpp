@@ -106,8 +106,7 @@ std::vector<const PluginRecord *> Plugins::tools() const
 {
     std::vector<const PluginRecord *> tools = alignmentViewers();
     for (const PluginRecord &plugin : m_Loader.records())
-        if (!plugin.showsAlignments() &&
-            plugin.descriptor.role != services::PluginRole::Background)
+        if (!plugin.showsAlignments() && plugin.descriptor.role != services::PluginRole::Background)
             tools.push_back(&plugin);
     std::erase_if(tools, [](const PluginRecord *plugin) { return !plugin->isUsable(); });
     return tools;

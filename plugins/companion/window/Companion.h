@@ -7,33 +7,29 @@
 #include "PlaceLine.h"
 #include "Zoom.h"
 
-#include <QObject>
-
-class QMenu;
+#include <QPointer>
 
 namespace companion {
 
-class Companion : public QObject, public TAMBO::CellEventFilter
+// Goes before the window does.
+class Companion
 {
-    Q_OBJECT
-
 public:
     explicit Companion(TAMBO::AlignmentWindow &window);
-    ~Companion() override;
+    ~Companion();
+    Companion(const Companion &) = delete;
+    Companion &operator=(const Companion &) = delete;
 
     [[nodiscard]] NameColumn &names() noexcept { return m_Names; }
     [[nodiscard]] Zoom &zoom() noexcept { return m_Zoom; }
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
-
-    // The menu of the corner.
-    bool handle(TAMBO::AlignmentWindow &window, TAMBO::WindowArea area, QEvent &event) override;
 
 private:
     NameColumn m_Names;
     Zoom m_Zoom;
     PlaceLine m_Place;
     // A child of the window.
-    GoToBar *m_GoTo;
+    QPointer<GoToBar> m_GoTo;
 };
 
 } // namespace companion

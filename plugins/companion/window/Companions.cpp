@@ -21,12 +21,12 @@ Companions::~Companions() = default;
 Companion *Companions::lastUsed() const
 {
     const auto found = m_Companions.find(TAMBO::AlignmentWindow::LastUsed());
-    return found == m_Companions.end() ? nullptr : found->second.get();
+    return found == m_Companions.end() ? nullptr : &found->second->companion;
 }
 
 void Companions::windowOpened(TAMBO::AlignmentWindow &window)
 {
-    m_Companions.try_emplace(&window, std::make_unique<Companion>(window));
+    m_Companions.try_emplace(&window, std::make_unique<OfWindow>(window));
 }
 
 void Companions::windowGoing(TAMBO::AlignmentWindow &window)

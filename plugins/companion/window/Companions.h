@@ -5,6 +5,7 @@
 
 #include "AlignmentWindowObserver.h"
 #include "Companion.h"
+#include "WindowCommands.h"
 #include "WorkbenchMenu.h"
 
 #include <map>
@@ -20,13 +21,22 @@ public:
 
     // Null when no window is open.
     [[nodiscard]] Companion *lastUsed() const;
-    void clear() { m_Companions.clear(); }
 
     void windowOpened(TAMBO::AlignmentWindow &window) override;
     void windowGoing(TAMBO::AlignmentWindow &window) override;
 
 private:
-    std::map<TAMBO::AlignmentWindow *, std::unique_ptr<Companion>> m_Companions;
+    struct OfWindow
+    {
+        explicit OfWindow(TAMBO::AlignmentWindow &window)
+            : companion(window), commands(window, companion)
+        { }
+
+        Companion companion;
+        WindowCommands commands;
+    };
+
+    std::map<TAMBO::AlignmentWindow *, std::unique_ptr<OfWindow>> m_Companions;
     WorkbenchMenu m_Menu;
 };
 

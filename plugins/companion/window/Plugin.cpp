@@ -5,8 +5,9 @@
 
 namespace {
 
-// Hears of windows as soon as the library is loaded.
-companion::Companions s_Companions;
+// Hears of windows as soon as the library is loaded. Never destroyed: when the program ends with
+// windows open, their widgets are not to be touched after the toolkit has gone.
+[[maybe_unused]] const companion::Companions &s_Companions = *new companion::Companions;
 
 } // namespace
 
@@ -19,9 +20,6 @@ TAMBO_API bool IsDone()
     return true;
 }
 
-TAMBO_API void Cleanup()
-{
-    s_Companions.clear();
-}
+TAMBO_API void Cleanup() { }
 
 } // extern "C"

@@ -224,7 +224,8 @@ TEST_F(DescribedPluginTest, OneWithABrokenDescriptorIsRefusedUnopened)
     const PluginRecord &record = load("Broken", "[Plugin]\nKit = 2.3\nRole = x\n");
     EXPECT_EQ(record.state, PluginState::BrokenDescriptor);
     EXPECT_EQ(record.reason,
-              m_Folder.filePath("Broken.plugin") + ":3: expected Role = tool, Role = alignments or Role = background");
+              m_Folder.filePath("Broken.plugin") +
+                  ":3: expected Role = tool, Role = alignments or Role = background");
     EXPECT_EQ(m_Log.count(), 1);
     EXPECT_FALSE(hasRun());
 }

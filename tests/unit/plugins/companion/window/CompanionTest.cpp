@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "Companions.h"
+#include "WindowCommands.h"
 #include "support/ScopedSettings.h"
 #include "window/AlignmentWindowFixture.h"
 
@@ -269,6 +270,7 @@ TEST_F(GoingTo, IsOutOfSightUntilItIsAskedForAndEscapeClosesIt)
 
 TEST_F(AlignmentCompanion, EveryCommandIsInTheMenuAndItsKeysAreInTheWindow)
 {
+    const companion::WindowCommands keys(*m_Served, *m_Companion);
     QMenu menu;
     companion::fillMenu(menu, [this] { return m_Companion.get(); });
     QStringList texts;
