@@ -6,15 +6,19 @@
     tests/unit/plugins/companion/columns/reference.py --check  says whether they are what it makes
 
 The kept files stand in tests/data/columns: scores.tsv has the columns of a seed alignment
-and random ones, blosum62.tsv the matrix. Debian's python3-numpy and python3-biopython are needed."""
+and random ones, blosum62.tsv the matrix, tree.tsv rows of globins, their distances, and how far they
+are from each other in the tree that Biopython makes of those by aligned pairs. Debian's python3-numpy
+and python3-biopython are needed."""
 import pathlib
 import sys
 
 import numpy
 from Bio.Align import substitution_matrices
+from Bio.Phylo import TreeConstruction
 
 DATA = pathlib.Path(__file__).resolve().parents[4] / "data"
 FAMILY = DATA / "alignments" / "stockholm" / "egf_seed.sto"
+GLOBINS = DATA / "alignments" / "stockholm" / "globins45.sto"
 ORDER = "ARNDCQEGHILKMFPSTWYV"
 GAPS = "-.~"
 BACKGROUND = numpy.array([
@@ -30,7 +34,7 @@ def rows_of(stockholm):
         if line.strip() and not line.startswith(("#", "//")):
             name, letters = line.split()
             rows[name] = rows.get(name, "") + letters
-    return list(rows.values())
+    return rows
 
 
 def random_columns():
@@ -94,7 +98,7 @@ def logo(letters):
 
 
 def scores():
-    rows = rows_of(FAMILY)
+    rows = rows_of(FAMILY).values()
     columns = [("".join(cells), f"{FAMILY.stem} {number}") for number, cells in enumerate(zip(*rows))]
     yield HEAD
     for letters, name in [*columns, *random_columns()]:
@@ -109,6 +113,30 @@ def blosum62():
         yield [a, *(str(int(matrix[a, b])) for b in matrix.alphabet)]
 
 
+def distance(a, b, kind):
+    pairs = [(x, y) for x, y in zip(a.upper(), b.upper()) if x not in GAPS and y not in GAPS]
+    residues = min(sum(x not in GAPS for x in row) for row in (a, b))
+    most = {"AlignmentLength": len(a), "ShorterSequence": residues, "AlignedPairs": len(pairs)}[kind]
+    return 1 - sum(x == y for x, y in pairs) / most
+
+
+def tree():
+    rows = dict(list(rows_of(GLOBINS).items())[::3])
+    for name, letters in rows.items():
+        yield ["row", name, letters]
+    for kind in ("AlignmentLength", "ShorterSequence", "AlignedPairs"):
+        for name, a in rows.items():
+            yield [kind, name, *(f"{distance(a, b, kind):.12f}" for b in rows.values())]
+    names = list(rows)
+    lower = [[distance(rows[a], rows[b], "AlignedPairs") if a != b else 0 for b in names[:i + 1]]
+             for i, a in enumerate(names)]
+    joined = TreeConstruction.DistanceTreeConstructor().nj(TreeConstruction.DistanceMatrix(names, lower))
+    # Those are treated in different ways.
+    assert all(clade.branch_length >= 0 for clade in joined.find_clades() if clade is not joined.root)
+    for a in names:
+        yield ["tree", a, *(f"{joined.distance(a, b):.12f}" for b in names)]
+
+
 def same(kept, made):
     """Numbers may differ in their last digits, where another processor computes them."""
     if kept == made:
@@ -121,7 +149,8 @@ def same(kept, made):
 
 def main():
     wrong = []
-    for name, lines in (("scores.tsv", scores()), ("blosum62.tsv", blosum62())):
+    for name, lines in (("scores.tsv", scores()), ("blosum62.tsv", blosum62()),
+                        ("tree.tsv", tree())):
         made = "".join("\t".join(line) + "\n" for line in lines)
         file = DATA / "columns" / name
         if "--check" not in sys.argv[1:]:
