@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindow.h"
 
+#include "ChangeScope.h"
 #include "Config.h"
 #include "ConfigStore.h"
 #include "Directories.h"
@@ -15,6 +16,7 @@
 #include "LogPanel.h"
 #include "ModellingTools.h"
 #include "ObjectCommands.h"
+#include "ObjectReferences.h"
 #include "ObjectTree.h"
 #include "ObjectTreeModel.h"
 #include "PickedSaving.h"
@@ -300,6 +302,27 @@ void MainWindow::makeStatusBar()
 void MainWindow::say(const QString &text)
 {
     statusBar()->showMessage(text, kSayMilliseconds);
+}
+
+void MainWindow::sayOfLock(const QString &text, std::shared_ptr<const ObjectReferences> locked)
+{
+    say(text);
+    m_LockText = text;
+    m_Locked = std::move(locked);
+    followLock();
+}
+
+void MainWindow::followLock()
+{
+    if (m_Locked == nullptr)
+        return;
+    const std::vector<Compound *> &objects = m_Locked->objects();
+    if (!objects.empty() && lockOn(*objects.front()) != nullptr)
+        return;
+    m_Locked.reset();
+    // Something else may have been said since.
+    if (statusBar()->currentMessage() == m_LockText)
+        statusBar()->clearMessage();
 }
 
 void MainWindow::warn(const QString &text)

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QAction;
@@ -27,6 +28,7 @@ namespace TAMBO::app {
 class Loader;
 class LogModel;
 class ObjectCommands;
+class ObjectReferences;
 class ObjectTree;
 class ObjectTreeModel;
 class Plugins;
@@ -59,6 +61,10 @@ public:
     [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
     // In the status line for a while.
     void say(const QString &text);
+    // The same of an object that is locked, and no longer than it is.
+    void sayOfLock(const QString &text, std::shared_ptr<const ObjectReferences> locked);
+    // It may not be locked any more.
+    void followLock();
     // There, as long as it holds; none when it is empty.
     void warn(const QString &text);
     // Asked before the window closes; it stays when the answer is no.
@@ -116,6 +122,9 @@ private:
 
     Parts m_Parts;
     std::function<bool()> m_MayClose;
+    // What was said last of an object that is locked; null when it holds no more.
+    std::shared_ptr<const ObjectReferences> m_Locked;
+    QString m_LockText;
     ObjectTreeModel *m_Objects = nullptr;
     ObjectTree *m_Tree = nullptr;
     QAction *m_Open = nullptr;

@@ -12,6 +12,7 @@
 #include "MainWindow.h"
 #include "ObjectCommands.h"
 #include "ObjectIndex.h"
+#include "ObjectReferences.h"
 #include "ObjectSpace.h"
 #include "Publisher.h"
 #include "SessionDocument.h"
@@ -26,7 +27,9 @@
 #include <QPointer>
 #include <QPushButton>
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace TAMBO::app {
 
@@ -150,9 +153,11 @@ bool SessionOpening::closeAll()
 {
     ObjectSpace &space = ObjectSpace::get();
     ObjectCommands::Objects objects(space.begin(), space.end());
-    for (const Compound *const object : objects) {
+    for (Compound *const object : objects) {
         if (lockOn(*object) != nullptr) {
-            m_Parts.window.say(tr("%1 is locked").arg(QString::fromStdString(object->Name())));
+            m_Parts.window.sayOfLock(
+                tr("%1 is locked").arg(QString::fromStdString(object->Name())),
+                std::make_shared<const ObjectReferences>(std::vector<Compound *>{object}));
             return false;
         }
     }

@@ -172,6 +172,13 @@ void Workbench::say(const QString &text)
     inWindow([text](MainWindow &window) { window.say(text); });
 }
 
+void Workbench::sayOfLock(const QString &text, const Compound &locked)
+{
+    const auto object = std::make_shared<const ObjectReferences>(
+        std::vector<Compound *>{&const_cast<Compound &>(locked)});
+    inWindow([text, object](MainWindow &window) { window.sayOfLock(text, object); });
+}
+
 void Workbench::warn(const QString &text)
 {
     inWindow([text](MainWindow &window) { window.warn(text); });
@@ -243,12 +250,20 @@ void Workbench::installHooks()
     ModelHooks &hooks = modelHooks();
     hooks.showMenu = [this](Compound &object) { m_Commands.popUpMenu({&object}); };
     hooks.refused = [this](const Compound &locked) {
-        say(tr("%1 is locked").arg(nameText(locked)));
+        sayOfLock(tr("%1 is locked").arg(nameText(locked)), locked);
     };
-    hooks.denied = [this](const std::string &reason) { say(QString::fromStdString(reason)); };
+    hooks.denied = [this](const std::string &reason, const Compound *locked) {
+        const QString text = QString::fromStdString(reason);
+        if (locked != nullptr)
+            sayOfLock(text, *locked);
+        else
+            say(text);
+    };
     hooks.changed = [this] {
-        if (m_Window != nullptr)
+        if (m_Window != nullptr) {
             m_Window->objects().scheduleRefresh();
+            m_Window->followLock();
+        }
         m_Document.follow();
         m_EmptiedWindows->follow(m_History.isAsTravelled());
     };

@@ -151,6 +151,7 @@ private:
     // At once, or when the window is made.
     void inWindow(std::function<void(MainWindow &)> act);
     void say(const QString &text);
+    void sayOfLock(const QString &text, const Compound &locked);
     void warn(const QString &text);
     // What stands over a window: that of the workbench is seen by then.
     [[nodiscard]] services::FailureBoxes &boxes();

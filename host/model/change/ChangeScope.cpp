@@ -87,7 +87,7 @@ bool mayChange(const Compound &object)
     writeLogOnce(reason, LogSeverity::Warning);
     // Inside a guard the refusal of a part is no news to the user, who sees what else was done.
     if (isChanging())
-        ChangeSession::get().noteRefusal(reason);
+        ChangeSession::get().noteRefusal(reason, *locked);
     else if (modelHooks().refused)
         modelHooks().refused(*locked);
     return false;
@@ -96,7 +96,7 @@ bool mayChange(const Compound &object)
 void refuse(const std::string &reason)
 {
     if (ChangeSession::get().writeLogOnce(reason, LogSeverity::Warning) && modelHooks().denied)
-        modelHooks().denied(reason);
+        modelHooks().denied(reason, nullptr);
 }
 
 void writeLogOnce(const std::string &message, LogSeverity severity)

@@ -312,7 +312,7 @@ void ChangeSession::publish(const Step &ended) noexcept
         if (modelHooks().changed)
             modelHooks().changed();
         if (!ended.refusal.empty() && modelHooks().denied)
-            modelHooks().denied(ended.refusal);
+            modelHooks().denied(ended.refusal, ended.refusing);
     });
 }
 
@@ -361,10 +361,12 @@ void ChangeSession::nameStep(const std::string &name)
     m_Step.nameDepth = m_Step.depth;
 }
 
-void ChangeSession::noteRefusal(const std::string &reason)
+void ChangeSession::noteRefusal(const std::string &reason, const Compound &locked)
 {
-    if (m_Step.refusal.empty())
-        m_Step.refusal = reason;
+    if (!m_Step.refusal.empty())
+        return;
+    m_Step.refusal = reason;
+    m_Step.refusing = &locked;
 }
 
 void setEditRecorder(EditRecorder *recorder) noexcept

@@ -90,7 +90,7 @@ public:
     // False when it is there already.
     bool writeLogOnce(const std::string &message, LogSeverity severity);
     // A part of the step was refused: that is news for the user when nothing else is done.
-    void noteRefusal(const std::string &reason);
+    void noteRefusal(const std::string &reason, const Compound &locked);
 
 private:
     struct Publication
@@ -121,6 +121,8 @@ private:
         std::vector<std::unique_ptr<Edit>> released;
         std::set<std::string> logged;
         std::string refusal;
+        // The object that is locked. A step that has changed something forgets both.
+        const Compound *refusing = nullptr;
         // Most steps have none.
         std::unique_ptr<const std::string> name;
         // The level on which it was named.

@@ -19,8 +19,8 @@ struct ModelHooks
     // After a guard, or a change without one, was refused because of a lock.
     std::function<void(const Compound &locked)> refused;
     // After anything else was refused; why, as a sentence that is in the log already or says
-    // enough.
-    std::function<void(const std::string &reason)> denied;
+    // enough. With the object whose lock is the reason, else null.
+    std::function<void(const std::string &reason, const Compound *locked)> denied;
     // After every change, published or not, and after undo and redo: the workbench's own views.
     std::function<void()> changed;
     // Again and again during long work: what is done, and how much of it. False when it is to be

@@ -15,7 +15,8 @@ bool mayBegin() noexcept
         return true;
     try {
         if (TAMBO::modelHooks().denied)
-            TAMBO::modelHooks().denied("Nothing can be changed while another change is shown.");
+            TAMBO::modelHooks().denied("Nothing can be changed while another change is shown.",
+                                       nullptr);
     } catch (const std::exception &) {
         return false;
     }

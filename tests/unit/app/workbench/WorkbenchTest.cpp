@@ -271,6 +271,35 @@ TEST_F(WorkbenchTest, TheStatusLineSaysWhyAChangeWasRefused)
     EXPECT_EQ(rowsOf(family), Texts{"AC-D"});
 }
 
+TEST_F(WorkbenchTest, TheStatusLineSaysThatAnObjectIsLockedNoLongerThanItIs)
+{
+    const auto said = [this] { return window().statusBar()->currentMessage(); };
+    Alignment &family = alignment("SeqAli", {"AC-D"});
+    Alignment &other = alignment("other", {"AC-D"});
+    for (Alignment *const one : {&family, &other})
+        setObjectLocked(*one, true);
+    moveGap(family);
+    setObjectLocked(other, false);
+    EXPECT_EQ(said(), "SeqAli is locked");
+    setObjectLocked(family, false);
+    EXPECT_EQ(said(), "");
+
+    setObjectLocked(family, true);
+    {
+        const DataPoint<Space> guard(nullptr, Space::instance());
+        family.insertGapCol(0, 1);
+    }
+    EXPECT_EQ(said(), "\"SeqAli\" is locked and was not changed.");
+    setObjectLocked(family, false);
+    EXPECT_EQ(said(), "");
+
+    setObjectLocked(family, true);
+    moveGap(family);
+    window().say("Something else");
+    setObjectLocked(family, false);
+    EXPECT_EQ(said(), "Something else");
+}
+
 TEST_F(WorkbenchTest, TheStatusLineSaysSoOfChangesWithoutAGuardAndOfUndoToo)
 {
     Alignment &family = alignment("SeqAli", {"AC-D", "ACCD"});

@@ -428,7 +428,7 @@ class RefusalTest : public GuardTest
 protected:
     RefusalTest()
     {
-        TAMBO::modelHooks().denied = [this](const std::string &reason) {
+        TAMBO::modelHooks().denied = [this](const std::string &reason, const TAMBO::Compound *) {
             denied.push_back(reason);
         };
     }
