@@ -39,4 +39,19 @@ INSTANTIATE_TEST_SUITE_P(Of, FirstScreen, testing::Values(QSize(1280, 800), QSiz
                                     std::to_string(info.param.height());
                          });
 
+class PictureOfWindows : public WindowFixture
+{
+};
+
+TEST_F(PictureOfWindows, HasTheToolsOfTheCall)
+{
+    const QString without = m_Folder.filePath("without.png");
+    start({"--picture", without, example()});
+    EXPECT_EQ(waitForEnd(), 0);
+    const QString with = m_Folder.filePath("with.png");
+    start({"--picture", with, "--tool", "Structure View", example()});
+    EXPECT_EQ(waitForEnd(), 0);
+    EXPECT_GT(QImage(with).width(), QImage(without).width() + 400);
+}
+
 } // namespace StructureViewByHandTest

@@ -77,6 +77,22 @@ TEST_F(StartProgram, PostScriptOpensTheLibrariesThatMakeIt)
     EXPECT_FALSE(thatBeginWith({"libcairo"}).isEmpty());
 }
 
+TEST_F(StartProgram, AToolThatIsUnknownIsRefusedWithThoseThatThereAre)
+{
+    m_Environment.remove("LD_DEBUG");
+    for (const QStringList &words :
+         {QStringList{alignment()},
+          QStringList{"--picture", m_Folder.filePath("out.png"), alignment()}}) {
+        const Finished call = run(QStringList{"--tool", "Structure"} + words);
+        EXPECT_EQ(call.status, 2);
+        EXPECT_EQ(call.errors.count("tambo: "), 1);
+        EXPECT_TRUE(call.errors.endsWith("tambo: there is no tool called \"Structure\"; there are "
+                                         "\"Alignment Editor\", \"Structure View\"\n"))
+            << call.errors.toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(m_Folder.filePath("out.png")));
+}
+
 // The toolkit's own library of windows brings the loaders of OpenGL; nothing asks them for a
 // driver, and none would be there.
 TEST_F(StartProgram, TheStructureViewDrawsWithoutOpenGl)
