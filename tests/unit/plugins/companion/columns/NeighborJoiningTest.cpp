@@ -3,6 +3,7 @@
 
 #include "KeptTree.h"
 #include "MadeTrees.h"
+#include "Newick.h"
 
 #include <gmock/gmock.h>
 
@@ -99,6 +100,26 @@ TEST(NeighborJoining, GlobinsHaveTheTreeOfTheReference)
               1e-9);
     for (std::size_t i = 0; i < kept.names.size(); ++i)
         EXPECT_EQ(tree.nodes[i].name, kept.names[i]);
+}
+
+// As another program has written it.
+TEST(NeighborJoining, TheTreeOfTheGlobinsIsReadFromItsFile)
+{
+    const KeptTree::Kept kept = KeptTree::read();
+    std::ifstream file(TEST_DATA_DIR "/trees/globins.nwk");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const auto result = readNewick(text);
+    ASSERT_TRUE(std::holds_alternative<Tree>(result)) << std::get<NewickError>(result).text();
+    const Tree &tree = std::get<Tree>(result);
+    std::vector<std::size_t> leaves;
+    for (const std::string &name : kept.names) {
+        const auto leaf = std::ranges::find(tree.nodes, name, &TreeNode::name);
+        ASSERT_NE(leaf, tree.nodes.end()) << name;
+        leaves.push_back(std::size_t(leaf - tree.nodes.begin()));
+    }
+    EXPECT_LT(
+        MadeTrees::mostDifferent(MadeTrees::distancesIn(tree, leaves), kept.distances.at("tree")),
+        1e-9);
 }
 
 TEST(NeighborJoining, ABranchThatWouldBeNegativeHasNothingAndItsSiblingAll)

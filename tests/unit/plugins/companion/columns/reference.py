@@ -7,18 +7,22 @@
 
 The kept files stand in tests/data/columns: scores.tsv has the columns of a seed alignment
 and random ones, blosum62.tsv the matrix, tree.tsv rows of globins, their distances, and how far they
-are from each other in the tree that Biopython makes of those by aligned pairs. Debian's python3-numpy
-and python3-biopython are needed."""
+are from each other in the tree that Biopython makes of those by aligned pairs, which trees/globins.nwk
+has as Biopython writes it. Debian's python3-numpy and python3-biopython are needed."""
+import io
 import pathlib
+import re
 import sys
 
 import numpy
+from Bio import Phylo
 from Bio.Align import substitution_matrices
 from Bio.Phylo import TreeConstruction
 
 DATA = pathlib.Path(__file__).resolve().parents[4] / "data"
 FAMILY = DATA / "alignments" / "stockholm" / "egf_seed.sto"
 GLOBINS = DATA / "alignments" / "stockholm" / "globins45.sto"
+NUMBER = re.compile(r"-?\d+\.\d+")
 ORDER = "ARNDCQEGHILKMFPSTWYV"
 GAPS = "-.~"
 BACKGROUND = numpy.array([
@@ -120,46 +124,61 @@ def distance(a, b, kind):
     return 1 - sum(x == y for x, y in pairs) / most
 
 
-def tree():
-    rows = dict(list(rows_of(GLOBINS).items())[::3])
-    for name, letters in rows.items():
-        yield ["row", name, letters]
-    for kind in ("AlignmentLength", "ShorterSequence", "AlignedPairs"):
-        for name, a in rows.items():
-            yield [kind, name, *(f"{distance(a, b, kind):.12f}" for b in rows.values())]
+def globins():
+    return dict(list(rows_of(GLOBINS).items())[::3])
+
+
+def joined_globins():
+    rows = globins()
     names = list(rows)
     lower = [[distance(rows[a], rows[b], "AlignedPairs") if a != b else 0 for b in names[:i + 1]]
              for i, a in enumerate(names)]
     joined = TreeConstruction.DistanceTreeConstructor().nj(TreeConstruction.DistanceMatrix(names, lower))
     # Those are treated in different ways.
     assert all(clade.branch_length >= 0 for clade in joined.find_clades() if clade is not joined.root)
-    for a in names:
-        yield ["tree", a, *(f"{joined.distance(a, b):.12f}" for b in names)]
+    return joined
+
+
+def tree():
+    rows = globins()
+    for name, letters in rows.items():
+        yield ["row", name, letters]
+    for kind in ("AlignmentLength", "ShorterSequence", "AlignedPairs"):
+        for name, a in rows.items():
+            yield [kind, name, *(f"{distance(a, b, kind):.12f}" for b in rows.values())]
+    joined = joined_globins()
+    for a in rows:
+        yield ["tree", a, *(f"{joined.distance(a, b):.12f}" for b in rows)]
+
+
+def newick():
+    text = io.StringIO()
+    Phylo.write(joined_globins(), text, "newick", format_branch_length="%.12f")
+    return text.getvalue()
 
 
 def same(kept, made):
     """Numbers may differ in their last digits, where another processor computes them."""
-    if kept == made:
-        return True
-    for a, b in zip(kept.replace(":", " ").split(), made.replace(":", " ").split(), strict=True):
-        if a != b and abs(float(a) - float(b)) > 1e-9:
-            return False
-    return True
+    parts = [re.split(r"[\s:(),;]+", text) for text in (kept, made)]
+    return len(parts[0]) == len(parts[1]) and all(
+        a == b or (NUMBER.fullmatch(a) and NUMBER.fullmatch(b) and abs(float(a) - float(b)) < 1e-9)
+        for a, b in zip(*parts))
 
 
 def main():
+    tables = {"columns/scores.tsv": scores(), "columns/blosum62.tsv": blosum62(), "columns/tree.tsv": tree()}
+    texts = {name: "".join("\t".join(line) + "\n" for line in lines) for name, lines in tables.items()}
+    texts["trees/globins.nwk"] = newick()
     wrong = []
-    for name, lines in (("scores.tsv", scores()), ("blosum62.tsv", blosum62()),
-                        ("tree.tsv", tree())):
-        made = "".join("\t".join(line) + "\n" for line in lines)
-        file = DATA / "columns" / name
+    for name, made in texts.items():
+        file = DATA / name
         if "--check" not in sys.argv[1:]:
             file.parent.mkdir(exist_ok=True)
             file.write_text(made, encoding="utf-8")
         elif not same(file.read_text(encoding="utf-8"), made):
             wrong.append(name)
     for name in wrong:
-        print(f"tests/data/columns/{name} is not what {pathlib.Path(__file__).name} makes")
+        print(f"tests/data/{name} is not what {pathlib.Path(__file__).name} makes")
     return 1 if wrong else 0
 
 
