@@ -14,8 +14,8 @@ namespace companion {
 
 namespace {
 
-constexpr int kMargin = 6;
-constexpr int kLetters = 24;
+constexpr int kGoToMargin = 6;
+constexpr int kPlaceLetters = 24;
 
 } // namespace
 
@@ -30,12 +30,12 @@ GoToBar::GoToBar(TAMBO::AlignmentWindow &window)
     setMovable(false);
     auto *const label = new QLabel(tr("&Go to:"));
     label->setBuddy(m_Place);
-    label->setContentsMargins(kMargin, 0, kMargin, 0);
+    label->setContentsMargins(kGoToMargin, 0, kGoToMargin, 0);
     m_Place->setPlaceholderText(tr("column, name, or A:57"));
     m_Place->setClearButtonEnabled(true);
-    m_Place->setMaximumWidth(kLetters * m_Place->fontMetrics().averageCharWidth());
+    m_Place->setMaximumWidth(kPlaceLetters * m_Place->fontMetrics().averageCharWidth());
     m_Remark->setTextFormat(Qt::PlainText);
-    m_Remark->setContentsMargins(kMargin, 0, kMargin, 0);
+    m_Remark->setContentsMargins(kGoToMargin, 0, kGoToMargin, 0);
     m_Remark->setMinimumWidth(1);
     m_Remark->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(label);

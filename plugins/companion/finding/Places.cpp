@@ -4,8 +4,8 @@
 #include "Alignment.h"
 #include "Compound.h"
 #include "PlaceText.h"
+#include "Texts.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <optional>
@@ -14,11 +14,6 @@
 namespace companion {
 
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("companion", text);
-}
 
 std::string numberOf(const TAMBO::Compound &residue)
 {

@@ -16,7 +16,7 @@ using TAMBO::WindowArea;
 
 namespace {
 
-constexpr int kMargin = 6;
+constexpr int kLineMargin = 6;
 
 } // namespace
 
@@ -28,7 +28,7 @@ PlaceLine::PlaceLine(TAMBO::AlignmentWindow &window)
     bar->setObjectName(QStringLiteral("UnderThePointer"));
     bar->setMovable(false);
     m_Text->setTextFormat(Qt::PlainText);
-    m_Text->setContentsMargins(kMargin, 0, kMargin, 0);
+    m_Text->setContentsMargins(kLineMargin, 0, kLineMargin, 0);
     // It takes what there is, and never asks for a wider window.
     m_Text->setMinimumWidth(1);
     m_Text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);

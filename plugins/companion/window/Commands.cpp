@@ -2,23 +2,30 @@
 #include "Commands.h"
 
 #include "Companion.h"
+#include "Texts.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QMenu>
 
 namespace companion {
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("companion", text);
-}
-
 std::vector<Command> makeCommands()
 {
     return {
+        {tr("&Find…"),
+         tr("Find names and pieces of sequences"),
+         {QKeySequence(Qt::CTRL | Qt::Key_F)},
+         [](Companion &companion) { companion.find().ask(); }},
+        {tr("Find Ne&xt"),
+         tr("Go to the next hit"),
+         {QKeySequence(Qt::Key_F3)},
+         [](Companion &companion) { companion.find().next(); }},
+        {tr("Find Pre&vious"),
+         tr("Go to the previous hit"),
+         {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+         [](Companion &companion) { companion.find().previous(); }},
         {tr("&Go To…"),
          tr("Go to a column, to the row of a name, or to a residue by chain and number"),
          {QKeySequence(Qt::CTRL | Qt::Key_G)},

@@ -4,11 +4,16 @@
 namespace companion {
 
 Companion::Companion(TAMBO::AlignmentWindow &window)
-    : m_Names(window), m_Zoom(window), m_Place(window), m_GoTo(new GoToBar(window))
+    : m_Names(window),
+      m_Zoom(window),
+      m_Place(window),
+      m_GoTo(new GoToBar(window)),
+      m_Find(new FindBar(window))
 { }
 
 Companion::~Companion()
 {
+    delete m_Find;
     delete m_GoTo;
 }
 

@@ -2,6 +2,7 @@
 // All that this plug-in adds to one alignment window.
 #pragma once
 
+#include "FindBar.h"
 #include "GoToBar.h"
 #include "NameColumn.h"
 #include "PlaceLine.h"
@@ -23,13 +24,15 @@ public:
     [[nodiscard]] NameColumn &names() noexcept { return m_Names; }
     [[nodiscard]] Zoom &zoom() noexcept { return m_Zoom; }
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
+    [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
 
 private:
     NameColumn m_Names;
     Zoom m_Zoom;
     PlaceLine m_Place;
-    // A child of the window.
+    // Children of the window.
     QPointer<GoToBar> m_GoTo;
+    QPointer<FindBar> m_Find;
 };
 
 } // namespace companion

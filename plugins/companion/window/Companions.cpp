@@ -3,13 +3,12 @@
 
 #include "AlignmentWindow.h"
 #include "Commands.h"
-
-#include <QCoreApplication>
+#include "Texts.h"
 
 namespace companion {
 
 Companions::Companions()
-    : m_Menu(QCoreApplication::translate("companion", "&Alignment"),
+    : m_Menu(tr("&Alignment"),
              [this](QMenu &menu) { fillMenu(menu, [this] { return lastUsed(); }); })
 {
     for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All())

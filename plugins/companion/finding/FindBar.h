@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The line in which one finds names and pieces of sequences in an alignment window.
+#pragma once
+
+#include "AlignmentViewObserver.h"
+#include "FindRun.h"
+#include "HitMarks.h"
+
+#include <QTimer>
+#include <QToolBar>
+
+#include <optional>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QSpinBox;
+
+namespace companion {
+
+// Out of sight until it is asked for. The search begins anew with each key and with each change of
+// the alignment, and goes on between events.
+class FindBar : public QToolBar, public TAMBO::AlignmentViewObserver
+{
+    Q_OBJECT
+
+public:
+    // A child of the window's own widget, and gone with it.
+    explicit FindBar(TAMBO::AlignmentWindow &window);
+    ~FindBar() override;
+
+    void ask();
+    void next() { go(1); }
+    void previous() { go(-1); }
+    // Adds the residues of all hits, or the rows of all names, to the selection, in one step.
+    void selectAll();
+
+    [[nodiscard]] bool isSearching() const { return m_Run && !m_Run->isDone(); }
+
+    void alignmentShown() override;
+    void layoutRebuilt() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void makeWidgets();
+    void begin();
+    void goOn();
+    void go(int step);
+    void leave();
+    void giveUp();
+    void showState();
+    void remember();
+    // The one that comes first behind what is to be seen first.
+    [[nodiscard]] std::size_t firstInSight() const;
+
+    HitMarks m_Marks;
+    std::optional<FindRun> m_Run;
+    std::optional<std::size_t> m_Present;
+    QTimer m_Slices;
+    QComboBox *m_Text = nullptr;
+    QComboBox *m_Where = nullptr;
+    QComboBox *m_Language = nullptr;
+    QSpinBox *m_Mismatches = nullptr;
+    QCheckBox *m_OnlySelected = nullptr;
+    QLabel *m_State = nullptr;
+};
+
+} // namespace companion
