@@ -6,10 +6,14 @@
 if(CMAKE_UNITY_BUILD)
     set(TAMBO_COMMON_HEADERS ON)
 endif()
+# Without the header's own name, in which a compiler cache does not know the build's folder.
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    set(CMAKE_CXX_COMPILE_OPTIONS_USE_PCH -Xclang -include-pch -Xclang <PCH_FILE>)
+endif()
 
-# tambo_common_headers(name KIND library|program FLAGS target [LIBRARIES ...] HEADERS ...)
+# tambo_common_headers(name KIND library|program FLAGS target [COMPILER id] [LIBRARIES ...] HEADERS ...)
 function(tambo_common_headers name)
-    cmake_parse_arguments(arg "" "KIND;FLAGS" "LIBRARIES;HEADERS" ${ARGN})
+    cmake_parse_arguments(arg "" "KIND;FLAGS;COMPILER" "LIBRARIES;HEADERS" ${ARGN})
     set(source ${PROJECT_BINARY_DIR}/headers/${name}.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "int main() { return 0; }\n")
     # What is compiled takes them only when it is to be position independent in the same way.
@@ -23,9 +27,16 @@ function(tambo_common_headers name)
     target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
     # A compiler cache knows the compiled headers by this text, since they themselves differ from build
     # to build. The headers change with their packages alone.
-    string(SHA256 sum "${CMAKE_CXX_COMPILER_VERSION} ${Qt6_VERSION} ${GTest_VERSION} ${arg_HEADERS}")
+    if(NOT arg_COMPILER)
+        set(arg_COMPILER ${CMAKE_CXX_COMPILER_VERSION})
+    endif()
+    string(SHA256 sum "${arg_COMPILER} ${Qt6_VERSION} ${GTest_VERSION} ${arg_HEADERS}")
     file(CONFIGURE CONTENT "${sum}\n"
-         OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.dir/cmake_pch.hxx.gch.sum)
+         OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.dir/cmake_pch.hxx${CMAKE_PCH_EXTENSION}.sum)
+    # Those of clang name the folder that they were made in, and are made in no time.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+        set_target_properties(${name} PROPERTIES CXX_COMPILER_LAUNCHER "")
+    endif()
 endfunction()
 
 # The target takes them.

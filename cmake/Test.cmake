@@ -1,12 +1,46 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+# The build's compiler, or another that is faster: where it is that of the build with the sanitizers,
+# a compiler cache has to compile tests once.
+if(TAMBO_TEST_COMPILER)
+    find_program(TAMBO_TEST_COMPILER_PATH ${TAMBO_TEST_COMPILER} REQUIRED)
+    set(TAMBO_TEST_LAUNCHER ${PROJECT_SOURCE_DIR}/cmake/compile-with ${CMAKE_CXX_COMPILER_LAUNCHER}
+                            ${TAMBO_TEST_COMPILER_PATH} --)
+    # As clang, and the build with the sanitizers, has it.
+    set(CMAKE_PCH_EXTENSION .pch)
+    set(CMAKE_PCH_PROLOGUE "#pragma clang system_header")
+    set(CMAKE_CXX_COMPILE_OPTIONS_CREATE_PCH
+        -Xclang -emit-pch -Xclang -include -Xclang <PCH_HEADER> -x c++-header)
+    set(CMAKE_CXX_COMPILE_OPTIONS_USE_PCH -Xclang -include-pch -Xclang <PCH_FILE>)
+endif()
+# The compiler that tests are compiled with, as a compiler cache is to know their common headers.
+set(test_compiler "${CMAKE_CXX_COMPILER_ID}")
+if(TAMBO_TEST_COMPILER)
+    set(test_compiler Clang)
+endif()
+
+# The target's sources are those of a test.
+function(tambo_compile_as_test target)
+    target_link_libraries(${target} PRIVATE Tambo::test_flags)
+    if(TAMBO_TEST_COMPILER)
+        set_target_properties(${target} PROPERTIES
+            BY_TEST_COMPILER ON CXX_COMPILER_LAUNCHER "${TAMBO_TEST_LAUNCHER}")
+    endif()
+endfunction()
+
 if(TAMBO_COMMON_HEADERS)
     set(test_headers ${plain_headers} <filesystem> <fstream> <random> <sstream> <gmock/gmock.h> <gtest/gtest.h>)
-    tambo_common_headers(test_plain_headers KIND program FLAGS Tambo::test_flags LIBRARIES GTest::gmock
+    tambo_common_headers(test_plain_headers KIND program FLAGS Tambo::test_flags COMPILER ${test_compiler} LIBRARIES GTest::gmock
         HEADERS ${test_headers})
-    tambo_common_headers(test_toolkit_headers KIND program FLAGS Tambo::test_flags
+    tambo_common_headers(test_toolkit_headers KIND program FLAGS Tambo::test_flags COMPILER ${test_compiler}
         LIBRARIES GTest::gmock Qt6::Widgets HEADERS ${test_headers} <QtWidgets>)
+    if(TAMBO_TEST_COMPILER)
+        # Not by the cache, since they name the folder that they were made in.
+        set_target_properties(test_plain_headers test_toolkit_headers PROPERTIES
+            BY_TEST_COMPILER ON
+            CXX_COMPILER_LAUNCHER "${PROJECT_SOURCE_DIR}/cmake/compile-with;${TAMBO_TEST_COMPILER_PATH};--")
+    endif()
 endif()
 
 # What every test runs with. The sanitizers' reports name the line; a leak counts as a failure, but
@@ -36,7 +70,8 @@ function(tambo_test name)
     target_compile_definitions(${name} PRIVATE
         TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"
         SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} Tambo::test_flags GTest::gmock)
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock)
+    tambo_compile_as_test(${name})
     if(arg_QT)
         target_link_libraries(${name} PRIVATE test_support)
         tambo_take_common_headers(${name} test_toolkit_headers)

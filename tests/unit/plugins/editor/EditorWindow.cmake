@@ -1,6 +1,7 @@
 # Leads calls of the editor to a place where tests see them.
 add_library(editor_host_spy OBJECT HostSpy.cpp HostSpy.h)
-target_link_libraries(editor_host_spy PRIVATE Qt6::Widgets Tambo::include Tambo::test_flags GTest::gtest)
+target_link_libraries(editor_host_spy PRIVATE Qt6::Widgets Tambo::include GTest::gtest)
+tambo_compile_as_test(editor_host_spy)
 target_link_options(editor_host_spy INTERFACE
     LINKER:--wrap=_Z27qEnvironmentVariableIsEmptyPKc
     LINKER:--wrap=_ZN15QGuiApplication4syncEv
