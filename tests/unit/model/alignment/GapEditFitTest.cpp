@@ -65,8 +65,10 @@ TEST_P(AGapEdit, FitsWhenEachRowSaysSo)
         }
         if (below(20) == 0)
             rows.insertGapCol(below(rows.width()), 1);
-        if (below(10) == 0)
-            rows.bubbleRow(below(4), below(4));
+        if (below(10) == 0) {
+            const std::size_t target = below(4);
+            rows.bubbleRow(below(4), target);
+        }
         if (rows.width() > 40)
             rows.remove(0);
     }
