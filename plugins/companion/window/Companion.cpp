@@ -8,11 +8,13 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Zoom(window),
       m_Place(window),
       m_GoTo(new GoToBar(window)),
-      m_Find(new FindBar(window))
+      m_Find(new FindBar(window)),
+      m_Overview(new Overview(window))
 { }
 
 Companion::~Companion()
 {
+    delete m_Overview;
     delete m_Find;
     delete m_GoTo;
 }

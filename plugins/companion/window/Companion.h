@@ -5,6 +5,7 @@
 #include "FindBar.h"
 #include "GoToBar.h"
 #include "NameColumn.h"
+#include "Overview.h"
 #include "PlaceLine.h"
 #include "Zoom.h"
 
@@ -25,6 +26,7 @@ public:
     [[nodiscard]] Zoom &zoom() noexcept { return m_Zoom; }
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
+    [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
 
 private:
     NameColumn m_Names;
@@ -33,6 +35,7 @@ private:
     // Children of the window.
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
+    QPointer<Overview> m_Overview;
 };
 
 } // namespace companion
