@@ -238,7 +238,7 @@ void Loader::allIsMade()
             report = cancelledReport();
         } else {
             const ArrivalScope arrival;
-            report = loader->makeObjects(made->outcome->value(), made->alignments);
+            report = loader->makeObjects(made->outcome->value(), made->alignments, made->asked);
         }
         report.asked = made->asked;
         emit loader->finished(report);
@@ -276,10 +276,11 @@ Loader::Prepared Loader::prepare(AlignmentRecord &&record)
 LoadReport Loader::makeObjects(ReadOutcome &outcome)
 {
     std::deque<Prepared> none;
-    return makeObjects(outcome, none);
+    return makeObjects(outcome, none, {});
 }
 
-LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared)
+LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared,
+                               const std::vector<fs::path> &asked)
 {
     LoadReport report;
     report.failures = std::move(outcome.failures);
@@ -300,6 +301,8 @@ LoadReport Loader::makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepa
                                                               {file.file.filename().string()}}});
             }
         }
+        if (guard.m_good && !asked.empty())
+            emit objectsCome(asked);
     }
     for (const FileFailure &failure : report.failures)
         Logger::Write(QString::fromStdString(failure.failure.message()), Logger::Severity::Error);

@@ -89,6 +89,8 @@ signals:
     void progressed(const QString &fileName, double fraction);
     // All is read, and that share of the rows is made.
     void making(double fraction);
+    // Of an open command: its objects are in the tree, in a change that is just ending.
+    void objectsCome(const std::vector<std::filesystem::path> &asked);
     void finished(const TAMBO::app::LoadReport &report);
 
 private:
@@ -103,7 +105,8 @@ private:
     void allIsMade();
     [[nodiscard]] static Prepared prepare(AlignmentRecord &&record);
     [[nodiscard]] LoadReport arrive(ReadOutcome &outcome);
-    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared);
+    [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome, std::deque<Prepared> &prepared,
+                                         const std::vector<std::filesystem::path> &asked);
     // What is not prepared is made on the way. False when the user has given it up, and all of the
     // command is taken back.
     [[nodiscard]] bool makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWork &work,

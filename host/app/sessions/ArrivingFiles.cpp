@@ -41,15 +41,42 @@ void ArrivingFiles::begin(const Paths &files)
         m_Files.push_back({absoluteOf(file)});
 }
 
+template <typename Condition>
+ArrivingFiles::Arriving *ArrivingFiles::find(const std::filesystem::path &file, Condition condition)
+{
+    const auto found =
+        std::ranges::find_if(m_Files, [&, absolute = absoluteOf(file)](const Arriving &arriving) {
+            return condition(arriving) && arriving.file == absolute;
+        });
+    return found == m_Files.end() ? nullptr : &*found;
+}
+
+void ArrivingFiles::recordsBegin()
+{
+    for (Arriving &arriving : m_Files) {
+        if (arriving.hasEnded)
+            arriving.records = 0;
+    }
+}
+
+void ArrivingFiles::comeWithNextRecord(const Paths &files)
+{
+    const auto isUnknown = [](const Arriving &arriving) { return !arriving.records; };
+    for (const std::filesystem::path &file : files) {
+        if (Arriving *const arriving = find(file, isUnknown))
+            arriving->records = recordCount() + 1;
+    }
+}
+
 void ArrivingFiles::end(const Paths &files)
 {
+    const auto isOpen = [](const Arriving &arriving) { return !arriving.hasEnded; };
     for (const std::filesystem::path &file : files) {
-        const std::filesystem::path absolute = absoluteOf(file);
-        const auto found = std::ranges::find_if(m_Files, [&](const Arriving &arriving) {
-            return !arriving.hasEnded && arriving.file == absolute;
-        });
-        if (found != m_Files.end())
-            found->hasEnded = true;
+        if (Arriving *const arriving = find(file, isOpen)) {
+            arriving->hasEnded = true;
+            // Nothing may have come of the change.
+            arriving->records = std::min(arriving->records.value_or(recordCount()), recordCount());
+        }
     }
 }
 
@@ -61,15 +88,23 @@ QStringList ArrivingFiles::filesIn(std::string_view content)
 
 std::string ArrivingFiles::store() const
 {
-    if (!m_IsKept || m_IsKept())
-        std::erase_if(m_Files, [](const Arriving &arriving) { return arriving.hasEnded; });
-    if (m_Files.empty())
-        return {};
+    const auto isKept = [this](const Arriving &arriving) {
+        return arriving.records && (!m_Records.areKept || m_Records.areKept(*arriving.records));
+    };
+    // Until its end it may still be asked for.
+    std::erase_if(m_Files, [&isKept](const Arriving &arriving) {
+        return arriving.hasEnded && isKept(arriving);
+    });
     ValueWriter out;
     out.number(kArrivingVersion);
-    for (const Arriving &arriving : m_Files)
+    bool isEmpty = true;
+    for (const Arriving &arriving : m_Files) {
+        if (isKept(arriving))
+            continue;
         out.text(arriving.file.string());
-    return out.take();
+        isEmpty = false;
+    }
+    return isEmpty ? std::string() : out.take();
 }
 
 Result<void> ArrivingFiles::load(std::string_view content, const ObjectIndex &)

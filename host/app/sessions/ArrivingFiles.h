@@ -8,8 +8,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -23,10 +25,21 @@ public:
     // Of the value in a store.
     static constexpr std::string_view kName = "arriving";
 
-    // Asked whether everything that has arrived has been handed over to be kept.
-    void setIsKept(std::function<bool()> isKept) { m_IsKept = std::move(isKept); }
+    // Asked how many records of changes there have been, and whether so many of them have been
+    // handed over to be kept. Without somebody to ask nothing is kept, and nothing waits for it.
+    struct Records
+    {
+        std::function<std::uint64_t()> count;
+        std::function<bool(std::uint64_t records)> areKept;
+    };
+    void setRecords(Records records) { m_Records = std::move(records); }
+    // Records are counted anew.
+    void recordsBegin();
 
     void begin(const Paths &files);
+    // Their objects come with the change that is under way, whose record is the next one. It must
+    // not be kept in one go and this value in another: a crash in between would open them twice.
+    void comeWithNextRecord(const Paths &files);
     // They are open now, or cannot be opened.
     void end(const Paths &files);
     // Of the session that was loaded; once.
@@ -46,10 +59,20 @@ private:
     struct Arriving
     {
         std::filesystem::path file;
+        // By which all that was in it is kept, once that is known.
+        std::optional<std::uint64_t> records;
         bool hasEnded = false;
     };
 
-    std::function<bool()> m_IsKept;
+    [[nodiscard]] std::uint64_t recordCount() const
+    {
+        return m_Records.count ? m_Records.count() : 0;
+    }
+    // The first of that name for which it is so.
+    template <typename Condition>
+    [[nodiscard]] Arriving *find(const std::filesystem::path &file, Condition condition);
+
+    Records m_Records;
     mutable std::vector<Arriving> m_Files;
     QStringList m_Left;
 };

@@ -55,6 +55,12 @@ public:
     void writeStepValues();
     // All that has been done has been handed over to be written.
     [[nodiscard]] bool isUpToDate() const noexcept { return m_Session->isUpToDate(); }
+    // As LiveSession has them.
+    [[nodiscard]] std::uint64_t recordCount() const noexcept { return m_Session->recordCount(); }
+    [[nodiscard]] bool hasHandedOver(std::uint64_t records) const noexcept
+    {
+        return m_Session->hasHandedOver(records);
+    }
     // Called once, when all that has been done up to now is on the disk, or when the program ends
     // as it should and nobody needs that any more.
     void whenSafe(std::function<void()> task);

@@ -84,7 +84,11 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
 {
     m_Values.add(m_Files);
     m_Values.add(m_Arriving);
-    m_Arriving.setIsKept([this] { return m_LiveStore == nullptr || m_LiveStore->isUpToDate(); });
+    m_Arriving.setRecords(
+        {[this] { return m_LiveStore == nullptr ? 0 : m_LiveStore->recordCount(); },
+         [this](std::uint64_t records) {
+             return m_LiveStore == nullptr || m_LiveStore->hasHandedOver(records);
+         }});
     // Writing to the disk can wait until the windows are painted.
     m_SaveTimer.setSingleShot(true);
     m_SaveTimer.setInterval(kSaveMilliseconds);
@@ -92,6 +96,8 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
             [] { services::ConfigStore::instance().saveOrLog(); });
     connect(m_RecentFiles.get(), &RecentFiles::changed, &m_SaveTimer, qOverload<>(&QTimer::start));
     m_Plugins.loadAll();
+    connect(&m_Loader, &Loader::objectsCome, this,
+            [this](const std::vector<fs::path> &asked) { m_Arriving.comeWithNextRecord(asked); });
     connect(&m_Loader, &Loader::finished, this, &Workbench::filesOpened);
     m_Values.add(m_Document);
     m_LateWindow = std::make_unique<LateWindow>([this]() -> QWidget & { return window(); });

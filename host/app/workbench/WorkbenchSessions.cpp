@@ -126,6 +126,7 @@ void Workbench::beginLiveStore()
     }
     m_LiveStore =
         std::make_unique<LiveStore>(ObjectSpace::get(), m_History, m_Values, file.value());
+    m_Arriving.recordsBegin();
     connect(m_LiveStore.get(), &LiveStore::warningChanged, this, &Workbench::warn);
 }
 

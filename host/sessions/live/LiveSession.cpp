@@ -394,6 +394,7 @@ void LiveSession::marked(const Compound &object, const StateMark &mark)
 
 void LiveSession::take(std::string record)
 {
+    ++m_Taken;
     if (willHaveAll())
         // The state will have it.
         m_LargeOfStep.clear();

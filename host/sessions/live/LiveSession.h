@@ -69,6 +69,13 @@ public:
     {
         return !m_IsStateMissing && m_Waiting.empty();
     }
+    // Everything up to some step: how many records there were when it ended, and whether so many
+    // have been handed over, or what came of them. Later ones may wait.
+    [[nodiscard]] std::uint64_t recordCount() const noexcept { return m_Taken; }
+    [[nodiscard]] bool hasHandedOver(std::uint64_t records) const noexcept
+    {
+        return !m_IsStateMissing && m_Taken - m_Waiting.size() >= records;
+    }
     [[nodiscard]] bool hasMore() const noexcept { return m_State || !isUpToDate(); }
     // Changes have been made that wait for something else, or that only a state which is still to
     // be written will have.
@@ -157,6 +164,8 @@ private:
     // Being handed over; before the records.
     std::optional<WaitingState> m_State;
     std::deque<WaitingRecord> m_Waiting;
+    // All that there have been; those that wait are the last of them.
+    std::uint64_t m_Taken = 0;
     // The store has no state to which the next records could be added.
     bool m_IsStateMissing = false;
     // Since then there were changes.

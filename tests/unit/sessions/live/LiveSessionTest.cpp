@@ -140,6 +140,30 @@ TEST_P(ALiveSession, CutAnywhereIsWhatItWasAfterAChange)
     }
 }
 
+TEST_P(ALiveSession, WhatItSaysIsHandedOverIsThere)
+{
+    beginSession(small());
+    std::vector<std::pair<std::size_t, std::string>> handed;
+    for (int round = 0; round < 60; ++round) {
+        ASSERT_NO_FATAL_FAILURE(workOnce());
+        const std::uint64_t records = session->recordCount();
+        for (unsigned slices = below(8); slices > 0 && !session->hasHandedOver(records); --slices)
+            session->writeMore(1 + below(3000));
+        if (session->hasHandedOver(records))
+            handed.emplace_back(entries.size(), lastingPortrait());
+    }
+    session->finish();
+    EXPECT_TRUE(session->hasHandedOver(session->recordCount()));
+    EXPECT_FALSE(session->hasHandedOver(session->recordCount() + 1));
+    handed.emplace_back(entries.size(), lastingPortrait());
+    const Entries kept = entries;
+    for (int round = 0; round < 8; ++round) {
+        const auto &[count, portrait] = handed[below(unsigned(handed.size()))];
+        ASSERT_NO_FATAL_FAILURE(beginAgain({kept.begin(), kept.begin() + std::ptrdiff_t(count)}));
+        EXPECT_EQ(lastingPortrait(), portrait);
+    }
+}
+
 // Also while it lacks changes.
 TEST_P(ALiveSession, CutAnywhereIsWhole)
 {
