@@ -1,22 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Companion.h"
 
+#include "AlignmentWindow.h"
+#include "ColumnColoring.h"
+
 namespace companion {
 
 Companion::Companion(TAMBO::AlignmentWindow &window)
-    : m_Names(window),
+    : m_Window(window),
+      m_Names(window),
       m_Zoom(window),
       m_Place(window),
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
-      m_Overview(new Overview(window))
+      m_Overview(new Overview(window)),
+      m_Legend(new LegendBar(*window.mainWindow()))
 { }
 
 Companion::~Companion()
 {
+    delete m_Legend;
     delete m_Overview;
     delete m_Find;
     delete m_GoTo;
+}
+
+void Companion::colorBy(ColumnRule rule)
+{
+    TAMBO::Alignment *const alignment = m_Window.alignment();
+    if (alignment != nullptr && colorByColumn(*alignment, rule))
+        m_Legend->show(legendOf(rule));
 }
 
 } // namespace companion

@@ -2,8 +2,10 @@
 // All that this plug-in adds to one alignment window.
 #pragma once
 
+#include "ColumnRules.h"
 #include "FindBar.h"
 #include "GoToBar.h"
+#include "LegendBar.h"
 #include "NameColumn.h"
 #include "Overview.h"
 #include "PlaceLine.h"
@@ -28,7 +30,11 @@ public:
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
 
+    // Of the alignment that is shown, with a legend.
+    void colorBy(ColumnRule rule);
+
 private:
+    TAMBO::AlignmentWindow &m_Window;
     NameColumn m_Names;
     Zoom m_Zoom;
     PlaceLine m_Place;
@@ -36,6 +42,7 @@ private:
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
     QPointer<Overview> m_Overview;
+    QPointer<LegendBar> m_Legend;
 };
 
 } // namespace companion

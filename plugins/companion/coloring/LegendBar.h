@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A line at the lower edge of an alignment window that says what the colors mean.
+#pragma once
+
+#include "Legend.h"
+
+#include <QToolBar>
+
+class QMainWindow;
+
+namespace companion {
+
+// Out of sight until there is something to be said.
+class LegendBar : public QToolBar
+{
+    Q_OBJECT
+
+public:
+    // A child of the window.
+    explicit LegendBar(QMainWindow &window);
+    ~LegendBar() override;
+
+    void show(const Legend &legend);
+    using QToolBar::show;
+};
+
+} // namespace companion
