@@ -3,6 +3,7 @@
 
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
+#include "PairsDialog.h"
 
 namespace companion {
 
@@ -30,6 +31,15 @@ void Companion::colorBy(ColumnRule rule)
     TAMBO::Alignment *const alignment = m_Window.alignment();
     if (alignment != nullptr && colorByColumn(*alignment, rule))
         m_Legend->show(legendOf(rule));
+}
+
+void Companion::showPairs()
+{
+    if (m_Window.alignment() == nullptr)
+        return;
+    auto *const dialog = new PairsDialog(m_Window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
 }
 
 } // namespace companion

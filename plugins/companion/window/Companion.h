@@ -32,6 +32,7 @@ public:
 
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
+    void showPairs();
 
 private:
     TAMBO::AlignmentWindow &m_Window;

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A real editor window with all that is added to it.
+#pragma once
+
+#include "Companion.h"
+#include "window/AlignmentWindowFixture.h"
+
+#include "WorkbenchValues.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <memory>
+
+using companion::Companion;
+using TAMBO::WindowArea;
+
+class AlignmentCompanion : public AlignmentWindowFixture
+{
+protected:
+    AlignmentCompanion()
+    {
+        WorkbenchValues::Remove("companion", "cell-width");
+        m_Window = &show(m_Shown, {700, 400});
+        m_Served = &served(*m_Window);
+        m_Companion = std::make_unique<Companion>(*m_Served);
+    }
+    // Before the window.
+    ~AlignmentCompanion() override { m_Companion.reset(); }
+
+    void wheel(WindowArea area, const QPoint &at, int notches)
+    {
+        QWidget *const widget = m_Served->areaWidget(area);
+        QWheelEvent event(at, widget->mapToGlobal(QPointF(at)), {}, {0, 120 * notches},
+                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &event);
+    }
+    static bool hasAction(const QList<QAction *> &actions, const QList<QKeySequence> &keys)
+    {
+        return std::ranges::any_of(
+            actions, [&keys](const QAction *action) { return action->shortcuts() == keys; });
+    }
+    static QString shownText(QWidget &bar) { return bar.findChild<QLabel *>()->text(); }
+
+    TAMBO::Alignment &m_Shown = large();
+    ZEP::KALMO2 *m_Window = nullptr;
+    TAMBO::AlignmentWindow *m_Served = nullptr;
+    std::unique_ptr<Companion> m_Companion;
+};
