@@ -23,11 +23,11 @@ inline constexpr std::array<std::uint8_t, 256> kLetterKinds = [] {
     std::array<std::uint8_t, 256> kinds = {};
     kinds.fill(std::uint8_t(kOtherLetter));
     for (std::size_t i = 0; i < kAminoAcidCount; ++i) {
-        kinds[std::size_t(kAminoAcids[i])] = std::uint8_t(i);
-        kinds[std::size_t(kAminoAcids[i] - 'A' + 'a')] = std::uint8_t(i);
+        kinds[static_cast<unsigned char>(kAminoAcids[i])] = std::uint8_t(i);
+        kinds[static_cast<unsigned char>(kAminoAcids[i] - 'A' + 'a')] = std::uint8_t(i);
     }
     for (const char gap : {'\0', '-', '.', '~'})
-        kinds[std::size_t(gap)] = std::uint8_t(kGapLetter);
+        kinds[static_cast<unsigned char>(gap)] = std::uint8_t(kGapLetter);
     return kinds;
 }();
 

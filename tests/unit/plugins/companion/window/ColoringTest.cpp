@@ -27,11 +27,13 @@ TEST_F(ColoredByColumn, EachResidueHasTheColorOfTheRule)
             shown.readColumn(col, letters);
             const companion::ColumnColors colors =
                 companion::columnColors(rule, companion::ColumnCounts(letters));
-            for (unsigned long row = 0; row < shown.height(); ++row)
-                if (letters[row] != '\0')
-                    EXPECT_EQ(colorAt(shown, row, col),
-                              colors.of(letters[row]).value_or(Color(0xffffffU)).rgb())
-                        << letters[row] << " in column " << col;
+            for (unsigned long row = 0; row < shown.height(); ++row) {
+                if (letters[row] == '\0')
+                    continue;
+                EXPECT_EQ(colorAt(shown, row, col),
+                          colors.of(letters[row]).value_or(Color(0xffffffU)).rgb())
+                    << letters[row] << " in column " << col;
+            }
         }
     }
 }
