@@ -38,7 +38,7 @@ QStringList readFiles(ValueReader &in)
 void ArrivingFiles::begin(const Paths &files)
 {
     for (const std::filesystem::path &file : files)
-        m_Files.push_back({absoluteOf(file)});
+        m_Files.push_back({absoluteOf(file), std::nullopt});
 }
 
 template <typename Condition>
