@@ -57,6 +57,11 @@ std::unique_ptr<Compound> ObjectEditReader::content()
             fail(done.error().cause);
         else
             object = loader.take(identity);
+        // It may refer to them, and they go with the loader.
+        if (object != nullptr && loader.hasMore()) {
+            object.reset();
+            fail("object " + std::to_string(identity) + " brings others along");
+        }
     }
     if (object == nullptr)
         fail("object " + std::to_string(identity) + " is missing");

@@ -106,6 +106,12 @@ void ObjectLoader::readChain(ObjectReader &in)
     std::unique_ptr<Peptide> chain = Peptide::read(in);
     if (in.failed())
         return;
+    if (chain->wasTied())
+        m_New.linkLater([tied = chain.get()]() -> Result<void> {
+            if (!tied->hasTies())
+                return {};
+            return Failure(FailureKind::BadInput, "the chain \"" + tied->Name() + "\" is tied");
+        });
     Structure &structure = *pending->second.structure;
     structure.insertObject(structure.objectCount(), std::move(chain));
     --pending->second.chains;
@@ -266,10 +272,13 @@ Result<void> ObjectLoader::fill(ObjectSpace &space, const GoesOn &goesOn)
     std::vector<StoredObject *> referrers;
     // With some for what comes next.
     objects.reserve(m_Order.size() + m_Order.size() / 16 + 1);
+    const auto leave = [&objects] {
+        for (Compound *const object : objects)
+            StoredObject::from(object)->setParent(nullptr);
+    };
     for (const std::uint32_t identity : m_Order) {
         if (objects.size() % kLoadStride == kLoadStride - 1 && goesOn && !goesOn()) {
-            for (Compound *const object : objects)
-                StoredObject::from(object)->setParent(nullptr);
+            leave();
             return Failure(FailureKind::Cancelled, "cancelled");
         }
         StoredObject *const stored = place(identity)->get();
@@ -277,6 +286,21 @@ Result<void> ObjectLoader::fill(ObjectSpace &space, const GoesOn &goesOn)
         stored->setParent(&space);
         if (stored->refersToOthers())
             referrers.push_back(stored);
+    }
+    // What the objects refer to stands there, too, or it might go without them.
+    for (const StoredObject *const referrer : referrers) {
+        bool isFirm = true;
+        referrer->forEachOther([&](const Compound &other) {
+            const Compound *top = &other;
+            while (top->Parent() != nullptr)
+                top = top->Parent();
+            isFirm = isFirm && top == &space;
+        });
+        if (!isFirm) {
+            leave();
+            return fail("object " + std::to_string(referrer->identity()) +
+                        " refers to one that is not in the space");
+        }
     }
     // Nothing is in the way any more.
     for (const std::uint32_t identity : m_Order)
@@ -293,6 +317,11 @@ std::unique_ptr<Compound> ObjectLoader::take(std::uint32_t identity)
     if (found == nullptr || *found == nullptr)
         return nullptr;
     return std::unique_ptr<Compound>(&found->release()->asCompound());
+}
+
+bool ObjectLoader::hasMore() const noexcept
+{
+    return std::ranges::any_of(m_Objects, [](const auto &object) { return object != nullptr; });
 }
 
 std::vector<std::unique_ptr<Compound>> ObjectLoader::takeAll()

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] Result<void> fill(ObjectSpace &space, const GoesOn &goesOn = {});
     // One that stands nowhere; null when there is none.
     [[nodiscard]] std::unique_ptr<Compound> take(std::uint32_t identity);
+    // There are some that are not in Space and have not been taken.
+    [[nodiscard]] bool hasMore() const noexcept;
     // Those that are not in Space and have not been taken, in the order of the bytes.
     [[nodiscard]] std::vector<std::unique_ptr<Compound>> takeAll();
 

@@ -135,7 +135,9 @@ Compound *Structure::object(std::size_t index) const noexcept
 
 bool Structure::canHold(const Compound &object) const
 {
-    return dynamic_cast<const Peptide *>(&object) != nullptr;
+    // What a chain knows is its own.
+    const auto *const sequence = dynamic_cast<const Peptide *>(&object);
+    return sequence != nullptr && !sequence->hasTies();
 }
 
 void Structure::insertObject(std::size_t index, std::unique_ptr<Compound> object)

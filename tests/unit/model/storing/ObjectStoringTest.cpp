@@ -282,6 +282,30 @@ TEST_F(ObjectStoring, ObjectRefersToOneThatWasLoadedBefore)
     EXPECT_EQ(FullState::of(*loaded), before);
 }
 
+// The sequence may go without the alignment.
+TEST_F(ObjectStoring, AlignmentOfASequenceThatIsNotInTheSpaceIsRefused)
+{
+    Peptide &outside = peptide("outside", "ACD");
+    TAMBO::Alignment &rows = alignment("rows", {{&outside, "A-CD"}});
+    const std::uint32_t number = TAMBO::identityOf(rows);
+    std::unique_ptr<TAMBO::Compound> owned = space().takeObject(0);
+    const Pieces pieces = piecesOfSpace(kAtOnce, {TAMBO::StoredObject::from(&outside)});
+    space().reset();
+    owned.reset();
+    EXPECT_EQ(problemOf(pieces),
+              "object " + std::to_string(number) + " refers to one that is not in the space");
+    EXPECT_EQ(space().objectCount(), 0U);
+}
+
+TEST_F(ObjectStoring, ChainThatIsTiedIsRefused)
+{
+    TAMBO::Structure &made = structure("model", {{"A", "ACDE"}, {"B", "KLMN"}});
+    made.chain(1)->tie(0, *made.chain(0), 0, 4);
+    const Pieces pieces = piecesOfSpace();
+    space().reset();
+    EXPECT_EQ(problemOf(pieces), "the chain \"B\" is tied");
+}
+
 // Whoever waits for a million of them may call it off.
 TEST_F(ObjectStoring, BetweenSomeThousandObjectsItIsAskedWhetherTheWorkGoesOn)
 {
