@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ForgottenChanges.h"
 
-#include "Compound.h"
 #include "FreedObjects.h"
 
 namespace TAMBO {
@@ -16,12 +15,8 @@ void ForgottenChanges::add(const HistoryStep &step, std::size_t index)
 
 void ForgottenChanges::forget(const FreedObjects &freed)
 {
-    std::erase_if(m_LastSteps, [&freed](const auto &entry) {
-        const Compound *object = entry.first.first;
-        while (object != nullptr && !freed.contains(object))
-            object = object->Parent();
-        return object != nullptr;
-    });
+    std::erase_if(m_LastSteps,
+                  [&freed](const auto &entry) { return freed.holds(*entry.first.first); });
 }
 
 } // namespace TAMBO

@@ -2,13 +2,13 @@
 // Objects that are freed together, maybe a million of them.
 #pragma once
 
+#include "Compound.h"
+
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace TAMBO {
-
-class Compound;
 
 class FreedObjects
 {
@@ -23,6 +23,14 @@ public:
     [[nodiscard]] bool contains(const Compound *object) const
     {
         return std::ranges::binary_search(m_Objects, object);
+    }
+    // It goes, or what it is a part of.
+    [[nodiscard]] bool holds(const Compound &object) const
+    {
+        const Compound *whole = &object;
+        while (whole != nullptr && !contains(whole))
+            whole = whole->Parent();
+        return whole != nullptr;
     }
     [[nodiscard]] auto begin() const noexcept { return m_Objects.begin(); }
     [[nodiscard]] auto end() const noexcept { return m_Objects.end(); }

@@ -3,6 +3,7 @@
 #include "Compound.h"
 #include "EditLoading.h"
 #include "History.h"
+#include "StepObjects.h"
 #include "StoredObject.h"
 
 #include <algorithm>
@@ -35,11 +36,19 @@ EditParts loadParts(EditReader &in)
     return EditParts::ofNumber(static_cast<std::uint32_t>(in.number(~std::uint32_t(0))));
 }
 
-SavedMarks loadMarks(EditReader &in)
+const Compound *loadHolder(EditReader &in, const StepObjects &objects)
+{
+    const Compound *const object = in.reference();
+    if (object != nullptr && !objects.holds(*object))
+        in.fail("a mark is of an object that belongs to nothing");
+    return object;
+}
+
+SavedMarks loadMarks(EditReader &in, const StepObjects &objects)
 {
     SavedMarks marks;
     for (std::size_t count = in.count(3); count > 0; --count) {
-        const Compound *const object = in.reference();
+        const Compound *const object = loadHolder(in, objects);
         const std::size_t steps = in.number();
         const EditParts lost = loadParts(in);
         if (!in.failed())
@@ -140,11 +149,12 @@ Result<void> History::loadState(EditReader &in)
     const std::size_t position = in.number(m_Steps.size());
     const std::size_t forgotten = in.number();
     const bool isAsTravelled = in.flag();
-    SavedMarks saved = loadMarks(in);
-    SavedMarks written = loadMarks(in);
+    StepObjects objects(m_Steps);
+    SavedMarks saved = loadMarks(in, objects);
+    SavedMarks written = loadMarks(in, objects);
     ForgottenChanges changes;
     for (std::size_t count = in.count(3); count > 0; --count) {
-        const Compound *const holder = in.reference();
+        const Compound *const holder = loadHolder(in, objects);
         const auto part =
             static_cast<EditPart>(in.number(static_cast<std::uint64_t>(EditPart::HeaderNumbers)));
         const std::size_t index = in.number();
@@ -158,6 +168,8 @@ Result<void> History::loadState(EditReader &in)
     // Whoever asks what has changed goes by these numbers.
     if (steps != m_Steps.size() || std::max(saved.latest(), written.latest()) > forgotten + steps)
         in.fail("steps are missing");
+    if (!in.failed() && !objects.areInOrder(position))
+        in.fail("a step changes an object that is not there then");
     if (in.failed())
         return in.failure();
     m_Position = position;

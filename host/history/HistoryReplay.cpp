@@ -1,14 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HistoryReplay.h"
 
+#include "Compound.h"
 #include "EditLoading.h"
 #include "History.h"
+#include "ObjectsEdit.h"
+#include "Space.h"
 #include "StepReplay.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace TAMBO {
+
+namespace {
+
+void noteTaken(const ObjectsEdit &removal, PointerSet<Compound> &taken)
+{
+    std::vector<const Compound *> members;
+    removal.appendSubjects(members);
+    for (const Compound *const member : members)
+        taken.insert(member);
+}
+
+// What is out of the tree goes with the step that has taken it out, and with no other one.
+bool isAllThere(const Edit &edit, const PointerSet<Compound> &taken)
+{
+    std::vector<const Compound *> needed;
+    edit.appendNeeded(needed);
+    return std::ranges::all_of(needed, [&taken](const Compound *top) {
+        while (top->Parent() != nullptr)
+            top = top->Parent();
+        return top == Space::instance() || taken.contains(top);
+    });
+}
+
+} // namespace
 
 HistoryReplay::HistoryReplay(History &history, MakeReader makeReader)
     : m_History(history),
@@ -65,7 +94,7 @@ Result<void> HistoryReplay::replay(std::string_view record)
     return in->failed() ? Result<void>(in->failure()) : Result<void>();
 }
 
-LoadedEdit HistoryReplay::edit(std::string_view bytes) const
+LoadedEdit HistoryReplay::edit(std::string_view bytes, const Taken &taken) const
 {
     const std::unique_ptr<EditReader> in = m_MakeReader(bytes);
     LoadedEdit edit = loadEdit(*in);
@@ -73,6 +102,8 @@ LoadedEdit HistoryReplay::edit(std::string_view bytes) const
         return edit;
     if (!in->atEnd())
         in->fail("there is more than a change");
+    else if (!isAllThere(*edit.value(), taken))
+        in->fail("it changes an object that is not there then");
     else if (!edit.value()->fits())
         in->fail("a change does not fit the objects");
     return in->failed() ? LoadedEdit(in->failure()) : std::move(edit);
@@ -81,14 +112,18 @@ LoadedEdit HistoryReplay::edit(std::string_view bytes) const
 Result<void> HistoryReplay::replayStep(const StepRecords::Step &stored)
 {
     StepReplay step{std::string(stored.name)};
+    Taken taken;
     for (std::size_t i = 0; i < stored.edits.size(); ++i) {
         if (i == stored.own)
             step.endOwn();
-        const LoadedEdit made = edit(stored.edits[i]);
+        const LoadedEdit made = edit(stored.edits[i], taken);
         if (!made) {
             step.takeBack();
             return made.error();
         }
+        const auto *const moving = dynamic_cast<const ObjectsEdit *>(made.value().get());
+        if (moving != nullptr && moving->isRemoval())
+            noteTaken(*moving, taken);
         step.apply(*made.value());
     }
     return {};

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "EditBytes.h"
+#include "PointerSet.h"
 #include "StepRecords.h"
 
 #include <cstddef>
@@ -13,6 +14,7 @@
 
 namespace TAMBO {
 
+class Compound;
 class History;
 
 class HistoryReplay
@@ -34,7 +36,10 @@ public:
 
 private:
     [[nodiscard]] Result<void> replayStep(const StepRecords::Step &stored);
-    [[nodiscard]] Result<std::unique_ptr<Edit>> edit(std::string_view bytes) const;
+    // Of a step that has taken these out of the tree so far.
+    using Taken = PointerSet<Compound>;
+    [[nodiscard]] Result<std::unique_ptr<Edit>> edit(std::string_view bytes,
+                                                     const Taken &taken) const;
     [[nodiscard]] bool travel(std::size_t steps);
     [[nodiscard]] bool forget(bool isFirst);
     [[nodiscard]] bool mark(const Compound &object, const StateMark &mark);

@@ -60,6 +60,14 @@ public:
         return std::ranges::all_of(m_Edits, [&](const auto &edit) { return test(*edit); });
     }
 
+    // Calls visit(edit) for each in the order in which toggling applies them, until one call gives
+    // false; whether none did.
+    template <typename Visit> bool forEachEditWhile(const Visit &visit) const
+    {
+        return std::all_of(m_Edits.rbegin(), m_Edits.rend(),
+                           [&](const std::unique_ptr<Edit> &edit) { return visit(*edit); });
+    }
+
     void store(EditWriter &out) const;
     // Whether its edits fit is found out when it is toggled.
     [[nodiscard]] static Result<HistoryStep> load(EditReader &in);

@@ -46,7 +46,7 @@ void SavedMarks::dropBehind(std::size_t steps, const LostParts &lostOf)
 
 void SavedMarks::forget(const FreedObjects &freed)
 {
-    std::erase_if(m_Marks, [&freed](const auto &entry) { return freed.contains(entry.first); });
+    std::erase_if(m_Marks, [&freed](const auto &entry) { return freed.holds(*entry.first); });
 }
 
 } // namespace TAMBO

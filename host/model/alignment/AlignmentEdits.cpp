@@ -112,6 +112,13 @@ std::size_t InsertRowsEdit::bytes() const
                            [](std::size_t sum, const auto &row) { return sum + row->bytes(); });
 }
 
+void InsertRowsEdit::appendNeeded(std::vector<const Compound *> &out) const
+{
+    out.push_back(subject());
+    for (const std::unique_ptr<AlignmentRow> &row : m_Rows)
+        out.push_back(&row->sequence());
+}
+
 RemoveRowsEdit::RemoveRowsEdit(AlignmentTable &table, const char *kind,
                                std::vector<std::size_t> indices, Column width)
     : AlignmentEdit(table, kind), m_Indices(std::move(indices)), m_Width(width)

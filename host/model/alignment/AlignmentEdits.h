@@ -100,6 +100,8 @@ public:
 
     std::unique_ptr<Edit> apply() override;
     std::size_t bytes() const override;
+    // With the sequences of the rows.
+    void appendNeeded(std::vector<const Compound *> &out) const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
     bool fits() const override;

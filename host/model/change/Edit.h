@@ -50,6 +50,9 @@ public:
     virtual void appendHolders(std::vector<const Compound *> &out) const { appendSubjects(out); }
     // Appends the objects that go with the edit when it is dropped.
     virtual void appendOwned(std::vector<const Compound *> &) const { }
+    // Appends every object that it needs and that is not its own, those included that what it owns
+    // refers to: they stand in the tree when it is applied.
+    virtual void appendNeeded(std::vector<const Compound *> &out) const { appendSubjects(out); }
     // The object whose lock forbids the change.
     [[nodiscard]] virtual const Compound *guarded() const { return subject(); }
 

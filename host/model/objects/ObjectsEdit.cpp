@@ -165,9 +165,23 @@ void ObjectsEdit::appendOwned(std::vector<const Compound *> &out) const
         out.push_back(object.get());
 }
 
+void ObjectsEdit::appendNeeded(std::vector<const Compound *> &out) const
+{
+    out.push_back(&container());
+    for (const std::unique_ptr<Compound> &object : m_Owned)
+        StoredObject::from(object.get())->forEachOther([&out](const Compound &other) {
+            out.push_back(&other);
+        });
+}
+
+const Compound &ObjectsEdit::container() const noexcept
+{
+    return m_Container.asCompound();
+}
+
 bool ObjectsEdit::isTop() const
 {
-    return &m_Container.asCompound() == Space::instance();
+    return &container() == Space::instance();
 }
 
 const Compound *ObjectsEdit::guarded() const

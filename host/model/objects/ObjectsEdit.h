@@ -41,7 +41,12 @@ public:
     void appendSubjects(std::vector<const Compound *> &out) const override;
     void appendHolders(std::vector<const Compound *> &out) const override;
     void appendOwned(std::vector<const Compound *> &out) const override;
+    // Not what it takes out, which stands in the container.
+    void appendNeeded(std::vector<const Compound *> &out) const override;
     const Compound *guarded() const override;
+    // Applying takes its subjects out of the container, or else puts them in.
+    [[nodiscard]] bool isRemoval() const noexcept { return m_Owned.empty(); }
+    [[nodiscard]] const Compound &container() const noexcept;
 
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;

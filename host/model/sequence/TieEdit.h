@@ -27,6 +27,8 @@ public:
     const char *kind() const override { return "tie residues"; }
     EditPart part() const override { return EditPart::Display; }
     Compound *subject() const override;
+    // With the chains.
+    void appendNeeded(std::vector<const Compound *> &out) const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
     bool fits() const override;

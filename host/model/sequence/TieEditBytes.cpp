@@ -47,6 +47,15 @@ bool TieEdit::fits() const
            });
 }
 
+void TieEdit::appendNeeded(std::vector<const Compound *> &out) const
+{
+    out.push_back(subject());
+    if (m_Ties == nullptr)
+        return;
+    for (const ResidueTies::Run &run : m_Ties->runs())
+        out.push_back(run.chain);
+}
+
 LoadedEdit TieEdit::load(StoredObject &sequence, std::unique_ptr<ResidueTies> &slot, EditReader &in)
 {
     auto *const tied = Peptide::from(&sequence.asCompound());
