@@ -5,6 +5,8 @@
 #include "ColumnColoring.h"
 #include "PairsDialog.h"
 
+#include <QMainWindow>
+
 namespace companion {
 
 Companion::Companion(TAMBO::AlignmentWindow &window)
@@ -15,11 +17,16 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
       m_Overview(new Overview(window)),
-      m_Legend(new LegendBar(*window.mainWindow()))
-{ }
+      m_Legend(new LegendBar(*window.mainWindow())),
+      m_Tracks(new Tracks(window))
+{
+    // Beside each other the tracks would not be below their cells.
+    window.mainWindow()->splitDockWidget(m_Tracks, m_Overview, Qt::Vertical);
+}
 
 Companion::~Companion()
 {
+    delete m_Tracks;
     delete m_Legend;
     delete m_Overview;
     delete m_Find;

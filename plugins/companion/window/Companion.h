@@ -9,6 +9,7 @@
 #include "NameColumn.h"
 #include "Overview.h"
 #include "PlaceLine.h"
+#include "Tracks.h"
 #include "Zoom.h"
 
 #include <QPointer>
@@ -29,6 +30,7 @@ public:
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
+    [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
 
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
@@ -44,6 +46,7 @@ private:
     QPointer<FindBar> m_Find;
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
+    QPointer<Tracks> m_Tracks;
 };
 
 } // namespace companion

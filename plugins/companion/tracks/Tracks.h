@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dock with the tracks of an alignment window: conservation, occupancy, a logo.
+#pragma once
+
+#include "TrackCanvas.h"
+
+#include <QDockWidget>
+
+class QMenu;
+
+namespace companion {
+
+// Out of sight until it is asked for. Its context menu switches each track on and off.
+class Tracks : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    // A child of the window's own widget, and gone with it.
+    explicit Tracks(TAMBO::AlignmentWindow &window);
+    ~Tracks() override;
+
+    // Into sight, or out of it.
+    void toggle();
+    [[nodiscard]] TrackCanvas &canvas() const noexcept { return *m_Canvas; }
+    void fillMenu(QMenu &menu);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void setOn(Track track, bool isOn);
+    void setHeight(int height);
+
+    TrackCanvas *m_Canvas;
+    // Has been in sight, and has the height that the user likes.
+    bool m_HasHeight = false;
+};
+
+} // namespace companion
