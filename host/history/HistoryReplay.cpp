@@ -17,27 +17,30 @@ namespace TAMBO {
 
 namespace {
 
-void noteTaken(const ObjectsEdit &removal, PointerSet<Compound> &taken)
+void noteTaken(const Edit &edit, PointerSet<Compound> &taken)
 {
+    const auto *const moving = dynamic_cast<const ObjectsEdit *>(&edit);
+    if (moving == nullptr || !moving->isRemoval())
+        return;
     std::vector<const Compound *> members;
-    removal.appendSubjects(members);
+    moving->appendSubjects(members);
     for (const Compound *const member : members)
         taken.insert(member);
 }
 
+} // namespace
+
 // What is out of the tree goes with the step that has taken it out, and with no other one.
-bool isAllThere(const Edit &edit, const PointerSet<Compound> &taken)
+bool HistoryReplay::isAllThere(const Edit &edit, const Taken &taken) const
 {
-    std::vector<const Compound *> needed;
-    edit.appendNeeded(needed);
-    return std::ranges::all_of(needed, [&taken](const Compound *top) {
+    m_Needed.clear();
+    edit.appendNeeded(m_Needed);
+    return std::ranges::all_of(m_Needed, [&taken](const Compound *top) {
         while (top->Parent() != nullptr)
             top = top->Parent();
         return top == Space::instance() || taken.contains(top);
     });
 }
-
-} // namespace
 
 HistoryReplay::HistoryReplay(History &history, MakeReader makeReader)
     : m_History(history),
@@ -121,9 +124,9 @@ Result<void> HistoryReplay::replayStep(const StepRecords::Step &stored)
             step.takeBack();
             return made.error();
         }
-        const auto *const moving = dynamic_cast<const ObjectsEdit *>(made.value().get());
-        if (moving != nullptr && moving->isRemoval())
-            noteTaken(*moving, taken);
+        // A cast takes its time, and most edits are of rows.
+        if (made.value()->actsOnWhole())
+            noteTaken(*made.value(), taken);
         step.apply(*made.value());
     }
     return {};

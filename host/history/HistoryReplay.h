@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace TAMBO {
 
@@ -40,6 +41,7 @@ private:
     using Taken = PointerSet<Compound>;
     [[nodiscard]] Result<std::unique_ptr<Edit>> edit(std::string_view bytes,
                                                      const Taken &taken) const;
+    [[nodiscard]] bool isAllThere(const Edit &edit, const Taken &taken) const;
     [[nodiscard]] bool travel(std::size_t steps);
     [[nodiscard]] bool forget(bool isFirst);
     [[nodiscard]] bool mark(const Compound &object, const StateMark &mark);
@@ -48,6 +50,8 @@ private:
     MakeReader m_MakeReader;
     std::size_t m_Limit;
     EditRecorder *m_Recorder;
+    // Of the edit that is looked at; kept for its room.
+    mutable std::vector<const Compound *> m_Needed;
 };
 
 } // namespace TAMBO

@@ -70,9 +70,17 @@ bool StepObjects::canMove(const ObjectsEdit &edit)
     const Compound &container = edit.container();
     m_Members.clear();
     edit.appendSubjects(m_Members);
-    if (edit.isRemoval())
-        return std::ranges::all_of(
-            m_Members, [&](const Compound *object) { return containerOf(*object) == &container; });
+    if (edit.isRemoval()) {
+        // Of a million objects each is a wait for memory, unless it has been asked for before.
+        constexpr std::size_t kAhead = 16;
+        for (std::size_t i = 0; i < m_Members.size(); ++i) {
+            if (i + kAhead < m_Members.size())
+                __builtin_prefetch(m_Members[i + kAhead]);
+            if (containerOf(*m_Members[i]) != &container)
+                return false;
+        }
+        return true;
+    }
     // Nothing comes to stand in itself.
     return std::ranges::find(m_Members, &topOf(container)) == m_Members.end();
 }

@@ -19,6 +19,22 @@ namespace {
 // Objects between two looks at whether the work is to go on.
 constexpr std::size_t kLoadStride = 4096;
 
+// Of a million objects each is a wait for memory, unless it has been asked for before its turn.
+bool areAllIn(const Compound &space, const std::vector<const Compound *> &objects)
+{
+    constexpr std::size_t kAhead = 16;
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        if (i + kAhead < objects.size())
+            __builtin_prefetch(objects[i + kAhead]);
+        const Compound *top = objects[i];
+        while (top->Parent() != nullptr)
+            top = top->Parent();
+        if (top != &space)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 ObjectLoader::ObjectLoader(ObjectIndex &known) : m_New(known) { }
@@ -288,15 +304,11 @@ Result<void> ObjectLoader::fill(ObjectSpace &space, const GoesOn &goesOn)
             referrers.push_back(stored);
     }
     // What the objects refer to stands there, too, or it might go without them.
+    std::vector<const Compound *> others;
     for (const StoredObject *const referrer : referrers) {
-        bool isFirm = true;
-        referrer->forEachOther([&](const Compound &other) {
-            const Compound *top = &other;
-            while (top->Parent() != nullptr)
-                top = top->Parent();
-            isFirm = isFirm && top == &space;
-        });
-        if (!isFirm) {
+        others.clear();
+        referrer->forEachOther([&others](const Compound &other) { others.push_back(&other); });
+        if (!areAllIn(space, others)) {
             leave();
             return fail("object " + std::to_string(referrer->identity()) +
                         " refers to one that is not in the space");
