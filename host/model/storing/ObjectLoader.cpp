@@ -305,9 +305,12 @@ Result<void> ObjectLoader::fill(ObjectSpace &space, const GoesOn &goesOn)
     }
     // What the objects refer to stands there, too, or it might go without them.
     std::vector<const Compound *> others;
+    // Mostly there is nothing elsewhere, and not every row has to be looked at.
+    const bool isAllHere = m_Order.size() == m_Objects.size();
     for (const StoredObject *const referrer : referrers) {
         others.clear();
-        referrer->forEachOther([&others](const Compound &other) { others.push_back(&other); });
+        if (!isAllHere)
+            referrer->forEachOther([&others](const Compound &other) { others.push_back(&other); });
         if (!areAllIn(space, others)) {
             leave();
             return fail("object " + std::to_string(referrer->identity()) +
