@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "DataPoint.h"
+#include "LineLabel.h"
 #include "Space.h"
 #include "StepName.h"
 #include "WorkbenchValues.h"
@@ -91,11 +92,7 @@ void FindBar::makeWidgets()
     m_Mismatches->setSuffix(tr(" mismatches"));
     m_Mismatches->setAccessibleName(tr("How many letters may be others"));
     m_OnlySelected = new QCheckBox(tr("&selected only"));
-    m_State = new QLabel;
-    m_State->setTextFormat(Qt::PlainText);
-    m_State->setContentsMargins(kGap, 0, kGap, 0);
-    m_State->setMinimumWidth(1);
-    m_State->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_State = makeLineLabel();
     QToolButton *const back = button(QStringLiteral("◀"), tr("Previous hit (Shift+F3)"));
     QToolButton *const forth = button(QStringLiteral("▶"), tr("Next hit (F3, Enter)"));
     QToolButton *const all = button(tr("Select All"), tr("Select all hits"));

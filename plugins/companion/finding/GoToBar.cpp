@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "LineLabel.h"
 #include "Places.h"
 
 #include <QKeyEvent>
@@ -24,7 +25,7 @@ GoToBar::GoToBar(TAMBO::AlignmentWindow &window)
       m_Window(window),
       m_Mark(window),
       m_Place(new QLineEdit),
-      m_Remark(new QLabel)
+      m_Remark(makeLineLabel())
 {
     setObjectName(QStringLiteral("GoTo"));
     setMovable(false);
@@ -34,10 +35,6 @@ GoToBar::GoToBar(TAMBO::AlignmentWindow &window)
     m_Place->setPlaceholderText(tr("column, name, or A:57"));
     m_Place->setClearButtonEnabled(true);
     m_Place->setMaximumWidth(kPlaceLetters * m_Place->fontMetrics().averageCharWidth());
-    m_Remark->setTextFormat(Qt::PlainText);
-    m_Remark->setContentsMargins(kGoToMargin, 0, kGoToMargin, 0);
-    m_Remark->setMinimumWidth(1);
-    m_Remark->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(label);
     addWidget(m_Place);
     addWidget(m_Remark);

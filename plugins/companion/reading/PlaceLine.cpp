@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "LineLabel.h"
 #include "PlaceText.h"
 
 #include <QLabel>
@@ -14,24 +15,15 @@ namespace companion {
 
 using TAMBO::WindowArea;
 
-namespace {
-
-constexpr int kLineMargin = 6;
-
-} // namespace
-
 PlaceLine::PlaceLine(TAMBO::AlignmentWindow &window)
-    : AlignmentViewObserver(window), CellEventFilter(window, WindowArea::Cells), m_Text(new QLabel)
+    : AlignmentViewObserver(window),
+      CellEventFilter(window, WindowArea::Cells),
+      m_Text(makeLineLabel())
 {
     QMainWindow *const owner = window.mainWindow();
     auto *const bar = new QToolBar(QObject::tr("Under the Pointer"), owner);
     bar->setObjectName(QStringLiteral("UnderThePointer"));
     bar->setMovable(false);
-    m_Text->setTextFormat(Qt::PlainText);
-    m_Text->setContentsMargins(kLineMargin, 0, kLineMargin, 0);
-    // It takes what there is, and never asks for a wider window.
-    m_Text->setMinimumWidth(1);
-    m_Text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_Text->setAccessibleName(QObject::tr("Under the pointer"));
     bar->addWidget(m_Text);
     owner->addToolBar(Qt::BottomToolBarArea, bar);

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Track.h"
 
-#include <QCoreApplication>
+#include "Texts.h"
+
 #include <QStringList>
 
 namespace companion {
 
 namespace {
-
-QString trackText(const char *text)
-{
-    return QCoreApplication::translate("companion", text);
-}
 
 // Of a stack, in a tool tip; the others are hardly to be seen.
 constexpr std::size_t kMostLogoLetters = 6;
@@ -25,9 +21,8 @@ QString logoText(const TrackColumn &column)
     if (column.logo.empty()) {
         const std::uint32_t known = column.counts.aminoAcids();
         return known > 0 && known < kFewestKnown
-                   ? trackText("Logo: 0 bits; fewer than %1 amino acids tell nothing")
-                         .arg(kFewestKnown)
-                   : trackText("Logo: 0 bits");
+                   ? tr("Logo: 0 bits; fewer than %1 amino acids tell nothing").arg(kFewestKnown)
+                   : tr("Logo: 0 bits");
     }
     QStringList letters;
     for (auto each = column.logo.rbegin(); each != column.logo.rend(); ++each) {
@@ -38,7 +33,7 @@ QString logoText(const TrackColumn &column)
         letters
             << QStringLiteral("%1 %2").arg(QLatin1Char(each->letter)).arg(each->bits, 0, 'f', 2);
     }
-    return trackText("Logo: %1 bits: %2")
+    return tr("Logo: %1 bits: %2")
         .arg(column.bits, 0, 'f', 2)
         .arg(letters.join(QStringLiteral(", ")));
 }
@@ -49,11 +44,11 @@ QString trackName(Track track)
 {
     switch (track) {
     case Track::Conservation:
-        return trackText("Conservation");
+        return tr("Conservation");
     case Track::Occupancy:
-        return trackText("Occupancy");
+        return tr("Occupancy");
     case Track::Logo:
-        return trackText("Logo");
+        return tr("Logo");
     }
     return {};
 }
@@ -62,15 +57,13 @@ QString trackMeaning(Track track)
 {
     switch (track) {
     case Track::Conservation:
-        return trackText(
-            "How far the amino acids of a column are from what proteins have anywhere: the "
-            "Jensen-Shannon divergence, times the share of rows that have one.");
+        return tr("How far the amino acids of a column are from what proteins have anywhere: the "
+                  "Jensen-Shannon divergence, times the share of rows that have one.");
     case Track::Occupancy:
-        return trackText("The share of rows that have a residue in a column.");
+        return tr("The share of rows that have a residue in a column.");
     case Track::Logo:
-        return trackText(
-            "The amino acids of a column: together as high as the information is that it "
-            "holds, in bits, each with its share.");
+        return tr("The amino acids of a column: together as high as the information is that it "
+                  "holds, in bits, each with its share.");
     }
     return {};
 }
@@ -90,17 +83,16 @@ QString trackKey(Track track)
 
 QString trackTop(Track track)
 {
-    return track == Track::Logo ? trackText("%1 bits").arg(kMostBits, 0, 'f', 1)
-                                : QStringLiteral("1");
+    return track == Track::Logo ? tr("%1 bits").arg(kMostBits, 0, 'f', 1) : QStringLiteral("1");
 }
 
 QString trackValue(Track track, const TrackColumn &column)
 {
     switch (track) {
     case Track::Conservation:
-        return trackText("Conservation: %1").arg(column.conservation, 0, 'f', 2);
+        return tr("Conservation: %1").arg(column.conservation, 0, 'f', 2);
     case Track::Occupancy:
-        return trackText("Occupancy: %1, %2 of %3 rows")
+        return tr("Occupancy: %1, %2 of %3 rows")
             .arg(column.occupancy, 0, 'f', 2)
             .arg(column.counts.residues())
             .arg(column.counts.rows());
