@@ -1,8 +1,11 @@
-# The workbench with its plug-in, and a development component for those who write another.
+# The workbench with its plug-ins, and a development component for those who write another.
 include(CMakePackageConfigHelpers)
 
+# All that have a descriptor of the workbench's own.
+get_property(own_plugins GLOBAL PROPERTY TAMBO_OWN_PLUGINS)
+
 add_custom_target(workbench)
-foreach(part tambo kestram KALMO2 structure-view)
+foreach(part tambo kestram ${own_plugins})
     if(TARGET ${part})
         add_dependencies(workbench ${part})
     endif()
@@ -15,11 +18,7 @@ endif()
 if(TARGET kestram)
     install(TARGETS kestram RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
 endif()
-foreach(plugin KALMO2 structure-view)
-    if(TARGET ${plugin})
-        install(TARGETS ${plugin} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
-    endif()
-endforeach()
+install(TARGETS ${own_plugins} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
 install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN CMakeLists.txt EXCLUDE)
 install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)

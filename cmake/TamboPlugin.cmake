@@ -39,6 +39,9 @@ endfunction()
 # COMPONENT of the installation.
 function(tambo_plugin_descriptor target stem)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "TITLE;ROLE;ICON;SETTINGS;COMPONENT" "HELP;COMMANDS")
+    if(arg_COMPONENT STREQUAL workbench)
+        set_property(GLOBAL APPEND PROPERTY TAMBO_OWN_PLUGINS ${target})
+    endif()
     tambo_write_descriptor(${target} ${stem})
 endfunction()
 

@@ -12,6 +12,20 @@ set(prefix ${SCRATCH}/prefix)
 set(plugins ${prefix}/lib/tambo/plugins)
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
+# Each plug-in that the workbench brings is built and installed with it.
+file(GLOB descriptors ${plugins}/*.plugin)
+list(LENGTH descriptors count)
+if(count LESS 3)
+    message(FATAL_ERROR "${plugins} has ${count} plug-ins: ${descriptors}")
+endif()
+foreach(descriptor IN LISTS descriptors)
+    string(REGEX REPLACE "\\.plugin$" "" library ${descriptor})
+    file(GLOB library ${library} ${library}.so ${library}.so.*)
+    if(NOT library)
+        message(FATAL_ERROR "${descriptor} has no library beside it")
+    endif()
+endforeach()
+
 # The code of the page is all there is to it, but for a picture.
 set(project ${SCRATCH}/project)
 run(${PYTHON} ${EXTRACT} ${prefix}/share/doc/tambo/plugin-interface.md ${project})
