@@ -182,6 +182,25 @@ void AlignmentTable::noteLayout() noexcept
     m_Letters.clear();
 }
 
+void AlignmentTable::logColumns(Column begin, Column oldCount, Column newCount)
+{
+    m_LayoutLog.add({.kind = LayoutChange::Kind::ColumnsReplaced,
+                     .from = begin,
+                     .oldCount = oldCount,
+                     .newCount = newCount});
+}
+
+void AlignmentTable::logWidth(Column width)
+{
+    const Column before = m_Alignment->m_Width;
+    if (width == before)
+        return;
+    m_LayoutLog.add({.kind = LayoutChange::Kind::EndMoved,
+                     .from = std::min(width, before),
+                     .oldCount = before - std::min(width, before),
+                     .newCount = width - std::min(width, before)});
+}
+
 // ---- Reading
 
 bool AlignmentTable::holds(const Peptide &sequence) const noexcept
@@ -239,7 +258,7 @@ std::size_t AlignmentTable::bytes() const noexcept
 {
     std::size_t sum = sizeof(*this) + sizeof(StoredAlignment) + textBytes(m_Name) +
                       m_Rows.capacity() * sizeof(m_Rows[0]) + m_Letters.bytes() +
-                      m_Profiles.bytes() + m_SelectedColumns.bytes();
+                      m_Profiles.bytes() + m_SelectedColumns.bytes() + m_LayoutLog.bytes();
     if (m_Annotation != nullptr)
         sum += m_Annotation->bytes();
     for (const auto &row : m_Rows)
@@ -251,8 +270,15 @@ std::size_t AlignmentTable::bytes() const noexcept
 
 void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column to, long growth)
 {
-    if (growth > 0)
+    if (growth > 0) {
+        logWidth(width() + Column(growth));
         setWidth(width() + Column(growth));
+    }
+    m_LayoutLog.add({.kind = LayoutChange::Kind::GapsMoved,
+                     .row = row,
+                     .from = from,
+                     .count = count,
+                     .to = to});
     AlignmentRow &changed = *m_Rows[row];
     const Column begin = std::min(from, to);
     const Column end = std::max(from, to) + count;
@@ -263,7 +289,9 @@ void AlignmentTable::moveGaps(std::size_t row, Column from, Column count, Column
     m_RowEnds.change(endBefore, changed.cells().end());
     m_Profiles.add(changed, begin, end);
     m_SelectedColumns.add(changed, begin, end);
-    setWidth(growth < 0 ? width() - Column(-growth) : width());
+    const Column widthAfter = growth < 0 ? width() - Column(-growth) : width();
+    logWidth(widthAfter);
+    setWidth(widthAfter);
 }
 
 void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
@@ -281,8 +309,10 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
     m_SelectedColumns.openColumns(runs);
     if (m_Annotation != nullptr)
         m_Annotation->openColumns(runs);
-    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run->column, 0, run->count);
+        logColumns(run->column, 0, run->count);
+    }
     setWidth(width() + added);
 }
 
@@ -302,8 +332,10 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
     if (m_Annotation != nullptr)
         m_Annotation->closeColumns(runs);
     // Each run stands where it counts once those before it are gone.
-    for (const GapRun &run : runs)
+    for (const GapRun &run : runs) {
         m_Alignment->m_Range = mapped(m_Alignment->m_Range, run.column, run.count, 0);
+        logColumns(run.column, run.count, 0);
+    }
     setWidth(width() - removed);
 }
 
@@ -316,6 +348,7 @@ void AlignmentTable::moveRow(std::size_t from, std::size_t to)
     else
         std::rotate(begin + std::ptrdiff_t(to), begin + std::ptrdiff_t(from),
                     begin + std::ptrdiff_t(from) + 1);
+    m_LayoutLog.add({.kind = LayoutChange::Kind::RowMoved, .row = from, .to = to});
     noteLayout();
 }
 
@@ -326,6 +359,13 @@ void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows ro
             m_Profiles.add(*row, 0, kBehindAll);
     } else {
         m_Profiles.clear();
+    }
+    logWidth(width);
+    if (rows.size() < kManyRows) {
+        for (const std::size_t index : indices)
+            m_LayoutLog.add({.kind = LayoutChange::Kind::RowAdded, .row = index});
+    } else {
+        m_LayoutLog.forget();
     }
     m_SelectedColumns.addRows(rows);
     m_RowEnds.clear();
@@ -355,8 +395,16 @@ AlignmentTable::Rows AlignmentTable::takeRows(const std::vector<std::size_t> &in
     } else {
         m_Profiles.clear();
     }
+    // From the last one on each still stands where it stood.
+    if (taken.size() < kManyRows) {
+        for (auto index = indices.rbegin(); index != indices.rend(); ++index)
+            m_LayoutLog.add({.kind = LayoutChange::Kind::RowRemoved, .row = *index});
+    } else {
+        m_LayoutLog.forget();
+    }
     m_SelectedColumns.takeRows();
     m_RowEnds.clear();
+    logWidth(width);
     setWidth(width);
     return taken;
 }
@@ -393,6 +441,7 @@ void AlignmentTable::changeColumns(Column begin, Column oldCount, Column newCoun
         m_Annotation->insertColumns(begin, newCount);
     }
     m_Alignment->m_Range = mapped(m_Alignment->m_Range, begin, oldCount, newCount);
+    logColumns(begin, oldCount, newCount);
     setWidth(width() - oldCount + newCount);
 }
 

@@ -9,6 +9,7 @@
 #include "ColumnLetters.h"
 #include "ColumnProfiles.h"
 #include "CompoundState.h"
+#include "LayoutLog.h"
 #include "RowEnds.h"
 #include "SelectedColumns.h"
 #include "SplitLoop.h"
@@ -65,6 +66,7 @@ public:
     }
     [[nodiscard]] bool holds(const Peptide &sequence) const noexcept;
     [[nodiscard]] unsigned long layoutRevision() const noexcept;
+    [[nodiscard]] const LayoutLog &layoutLog() const noexcept { return m_LayoutLog; }
     void readColumn(Column column, std::vector<char> &out) const;
     [[nodiscard]] AlignmentMajority majority(Column column) const;
     // Of all columns; empty when the user has given that up.
@@ -153,6 +155,9 @@ private:
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;
+    void logColumns(Column begin, Column oldCount, Column newCount);
+    // The alignment gets another width at its end, where there are only gaps.
+    void logWidth(Column width);
 
     CompoundState m_State;
     std::string m_Name;
@@ -160,6 +165,7 @@ private:
     Rows m_Rows;
     std::unique_ptr<AlignmentAnnotation> m_Annotation;
     unsigned long m_LayoutRevision = 0;
+    LayoutLog m_LayoutLog;
     // What passes over many rows found; no part of the alignment's value.
     mutable ColumnLetters m_Letters;
     mutable ColumnProfiles m_Profiles;

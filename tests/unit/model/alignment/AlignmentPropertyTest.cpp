@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Thousands of random operations, each compared with a plain reference, undone and done again.
+#include "FollowedLayout.h"
 #include "RecordMaker.h"
 #include "ReferenceAlignment.h"
 #include "TableChanges.h"
@@ -315,6 +316,11 @@ protected:
     {
         start(rows, width, isAnnotated);
         ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, m_Reference));
+        FollowedLayout followed(*m_Alignment);
+        const auto follow = [&followed] {
+            followed.follow();
+            ASSERT_EQ(followed.difference(), "");
+        };
         // What there was before and after each step.
         std::vector<std::pair<ReferenceAlignment, ReferenceAlignment>> steps;
         for (int i = 0; i < operations; ++i) {
@@ -322,6 +328,7 @@ protected:
             const unsigned long revision = m_Alignment->layoutRevision();
             ASSERT_NO_FATAL_FAILURE(operate());
             ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, m_Reference));
+            ASSERT_NO_FATAL_FAILURE(follow());
             const bool isChanged =
                 before.rows != m_Reference.rows || before.width != m_Reference.width;
             if (isChanged) {
@@ -341,12 +348,14 @@ protected:
                 const unsigned long revision = m_Alignment->layoutRevision();
                 history.undo();
                 ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, steps[i - 1].first));
+                ASSERT_NO_FATAL_FAILURE(follow());
                 ASSERT_GT(m_Alignment->layoutRevision(), revision);
             }
             for (const auto &[before, after] : steps) {
                 m_Alignment->range(before.range);
                 history.redo();
                 ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, after));
+                ASSERT_NO_FATAL_FAILURE(follow());
             }
         }
         for (const std::string &line : log)
