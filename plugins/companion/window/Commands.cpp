@@ -59,6 +59,12 @@ std::vector<Command> makeCommands()
          tr("Show conservation, occupancy and a logo along the columns, or take them away"),
          {QKeySequence(Qt::CTRL | Qt::Key_T)},
          [](Companion &companion) { companion.tracks().toggle(); }},
+        {tr("&Wrapped View"),
+         tr("Show the whole alignment in a window, in blocks below each other"),
+         {QKeySequence(Qt::CTRL | Qt::Key_B)},
+         [](Companion &companion) { companion.showWrapped(); },
+         false,
+         tr("&Pictures and Print")},
         {tr("Color by I&dentity"),
          tr("Color the most frequent residue of each column by its share"),
          {},
@@ -88,6 +94,25 @@ std::vector<Command> makeCommands()
     };
 }
 
+// Also those of its submenus.
+void enableAll(const QMenu &menu, bool isEnabled)
+{
+    for (QAction *const action : menu.actions()) {
+        if (const QMenu *const submenu = action->menu())
+            enableAll(*submenu, isEnabled);
+        action->setEnabled(isEnabled);
+    }
+}
+
+// The one at the end of the menu, if it has the title; else a new one.
+QMenu *submenuOf(QMenu &menu, const QString &title)
+{
+    const QAction *const last = menu.actions().isEmpty() ? nullptr : menu.actions().constLast();
+    return last != nullptr && last->menu() != nullptr && last->menu()->title() == title
+               ? last->menu()
+               : menu.addMenu(title);
+}
+
 } // namespace
 
 const std::vector<Command> &commands()
@@ -101,7 +126,8 @@ void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
     for (const Command &command : commands()) {
         if (command.beginsGroup)
             menu.addSeparator();
-        QAction *const action = menu.addAction(command.text);
+        QMenu &place = command.menu.isEmpty() ? menu : *submenuOf(menu, command.menu);
+        QAction *const action = place.addAction(command.text);
         action->setToolTip(command.toolTip);
         action->setShortcuts(command.keys);
         QObject::connect(action, &QAction::triggered, &menu, [&command, target] {
@@ -109,16 +135,10 @@ void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
                 command.run(*companion);
         });
     }
-    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, target] {
-        const bool hasTarget = target() != nullptr;
-        for (QAction *const action : menu.actions())
-            action->setEnabled(hasTarget);
-    });
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu,
+                     [&menu, target] { enableAll(menu, target() != nullptr); });
     // Keys reach what is greyed out only while the menu is open.
-    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [&menu] {
-        for (QAction *const action : menu.actions())
-            action->setEnabled(true);
-    });
+    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [&menu] { enableAll(menu, true); });
 }
 
 } // namespace companion

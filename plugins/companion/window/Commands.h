@@ -24,6 +24,8 @@ struct Command
     std::function<void(Companion &)> run;
     // A line is drawn above it.
     bool beginsGroup = false;
+    // The title of the submenu that it is in; empty for none. Those of one stand beside each other.
+    QString menu = {};
 };
 
 [[nodiscard]] const std::vector<Command> &commands();

@@ -26,6 +26,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
 
 Companion::~Companion()
 {
+    delete m_Wrapped;
     delete m_Tracks;
     delete m_Legend;
     delete m_Overview;
@@ -47,6 +48,14 @@ void Companion::showPairs()
     auto *const dialog = new PairsDialog(m_Window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
+}
+
+WrappedWindow &Companion::showWrapped()
+{
+    if (m_Wrapped == nullptr)
+        m_Wrapped = new WrappedWindow(m_Window);
+    m_Wrapped->ask();
+    return *m_Wrapped;
 }
 
 } // namespace companion

@@ -10,6 +10,7 @@
 #include "Overview.h"
 #include "PlaceLine.h"
 #include "Tracks.h"
+#include "WrappedWindow.h"
 #include "Zoom.h"
 
 #include <QPointer>
@@ -35,6 +36,8 @@ public:
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
     void showPairs();
+    // The window is made when it is asked for the first time.
+    WrappedWindow &showWrapped();
 
 private:
     TAMBO::AlignmentWindow &m_Window;
@@ -47,6 +50,7 @@ private:
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
     QPointer<Tracks> m_Tracks;
+    QPointer<WrappedWindow> m_Wrapped;
 };
 
 } // namespace companion
