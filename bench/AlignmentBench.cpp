@@ -10,10 +10,12 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <string>
 #include <utility>
@@ -225,6 +227,14 @@ void moveRow(benchmark::State &state)
     edit(state, [](Alignment &alignment) { alignment.bubbleRow(0, alignment.height() - 1); });
 }
 
+void reorderRows(benchmark::State &state)
+{
+    std::vector<unsigned long> order(sample(state).alignment->height());
+    std::iota(order.begin(), order.end(), 0);
+    std::shuffle(order.begin(), order.end(), std::mt19937(1));
+    edit(state, [&](Alignment &alignment) { alignment.reorderRows(order); });
+}
+
 void addRow(benchmark::State &state)
 {
     Compound *const sequence = sample(state).alignment->GetSeq(0);
@@ -408,6 +418,7 @@ BENCHMARK(removeColumn)->Apply(columnSizes);
 BENCHMARK(removeHundredColumns)->Apply(editSizes);
 BENCHMARK(removeRow)->Apply(editSizes);
 BENCHMARK(moveRow)->Apply(editSizes);
+BENCHMARK(reorderRows)->Apply(editSizes);
 BENCHMARK(addRow)->Apply(editSizes);
 BENCHMARK(duplicate)->Apply(editSizes);
 BENCHMARK(combine)->Apply(editSizes);

@@ -141,6 +141,9 @@ public:
     void moveGap(unsigned long row, unsigned long from, unsigned long to, bool point);
     // Row from moves to place to, the rows between close up.
     void bubbleRow(unsigned long from, unsigned long to);
+    // All rows at once: the row that stands at order[i] comes to stand at i. Nothing changes unless
+    // order has the place of each row, once.
+    void reorderRows(const std::vector<unsigned long> &order);
     // One ungapped row from column 0 per peptide; columns are appended as needed.
     void addRows(const std::vector<Compound *> &sequences);
     // Matches columns along the first sequence that both alignments hold and appends the rows that

@@ -89,6 +89,8 @@ static_assert(std::is_void_v<decltype(std::declval<Alignment &>().insertGapCol(0
 static_assert(std::is_void_v<decltype(std::declval<Alignment &>().insertGap(0UL, 0UL))>);
 static_assert(std::is_void_v<decltype(std::declval<Alignment &>().moveGap(0UL, 0UL, 0UL, true))>);
 static_assert(std::is_void_v<decltype(std::declval<Alignment &>().bubbleRow(0UL, 0UL))>);
+static_assert(std::is_void_v<
+              decltype(std::declval<Alignment &>().reorderRows(std::vector<unsigned long>()))>);
 static_assert(
     std::is_void_v<decltype(std::declval<Alignment &>().addRows(std::vector<Compound *>()))>);
 static_assert(std::is_void_v<
@@ -272,6 +274,19 @@ TEST_F(AlignmentContract, RowsAreMovedRemovedAndAdded)
     EXPECT_THAT(rows(), ElementsAre("A-CD-", "MKLVI", "AC-D-"));
 }
 
+TEST_F(AlignmentContract, RowsAreReorderedAtOnce)
+{
+    alignment->addRows({&third, &first});
+    alignment->reorderRows({3, 1, 0, 2});
+    EXPECT_THAT(rows(), ElementsAre("ACD--", "A-CD-", "AC-D-", "MKLVI"));
+    history.clear();
+    alignment->reorderRows({0, 1, 2});
+    alignment->reorderRows({0, 1, 2, 2});
+    alignment->reorderRows({0, 1, 2, 3});
+    EXPECT_THAT(rows(), ElementsAre("ACD--", "A-CD-", "AC-D-", "MKLVI"));
+    EXPECT_EQ(history.position(), 0U) << "nothing has changed";
+}
+
 TEST_F(AlignmentContract, GapsAreInsertedAndMovedWithinTheirRow)
 {
     alignment->insertGap(1, 3);
@@ -367,12 +382,13 @@ TEST_F(AlignmentContract, LockedAlignmentRefusesAChangeWithoutAGuard)
 {
     TAMBO::setObjectLocked(*alignment, true);
     alignment->bubbleRow(0, 1);
+    alignment->reorderRows({1, 0});
     alignment->insertGapCol(4, 1);
     alignment->range(Alignment::Range(0, 2));
     EXPECT_THAT(rows(), ElementsAre("AC-D", "A-CD"));
     EXPECT_EQ(alignment->range(), Alignment::Range(0, 0));
     EXPECT_EQ(history.position(), 0U);
-    EXPECT_EQ(log.size(), 3U);
+    EXPECT_EQ(log.size(), 4U);
 }
 
 TEST_F(AlignmentContract, SelectingIsPublishedButNoStep)
@@ -409,6 +425,10 @@ TEST_F(AlignmentContract, UndoNamesTheKindOfChange)
         {"insert column", [&] { alignment->insertGapCol(0, 1); }},
         {"remove columns", [&] { alignment->remove(0); }},
         {"move row", [&] { alignment->bubbleRow(0, 1); }},
+        {"reorder rows",
+         [&] {
+             alignment->reorderRows({1, 0});
+         }},
         {"remove row", [&] { alignment->removeRow(1); }},
         {"add sequences", [&] { alignment->addRows({&first}); }},
         {"combine", [&] { alignment->combine(*other); }},

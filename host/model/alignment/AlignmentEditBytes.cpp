@@ -57,6 +57,8 @@ LoadedEdit AlignmentEdit::load(EditTag tag, EditReader &in)
     } else if (tag == EditTag::RowMove) {
         const std::size_t from = in.number();
         edit = std::make_unique<RowMoveEdit>(table, from, in.number());
+    } else if (tag == EditTag::RowOrder) {
+        edit = RowOrderEdit::load(table, in);
     } else if (tag == EditTag::InsertRows || tag == EditTag::RemoveRows) {
         edit = tag == EditTag::InsertRows ? InsertRowsEdit::load(table, kind, in)
                                           : RemoveRowsEdit::load(table, kind, in);

@@ -88,6 +88,26 @@ std::unique_ptr<Edit> RowMoveEdit::apply()
     return std::make_unique<RowMoveEdit>(m_Table, m_To, m_From);
 }
 
+std::unique_ptr<Edit> RowOrderEdit::apply()
+{
+    auto back = std::make_unique<RowOrderEdit>(m_Table, inverse());
+    m_Table.reorderRows(m_Order);
+    return back;
+}
+
+std::size_t RowOrderEdit::bytes() const
+{
+    return sizeof(*this) + m_Order.capacity() * sizeof(m_Order[0]);
+}
+
+RowOrderEdit::Order RowOrderEdit::inverse() const
+{
+    Order back(m_Order.size());
+    for (std::size_t i = 0; i < m_Order.size(); ++i)
+        back[m_Order[i]] = std::uint32_t(i);
+    return back;
+}
+
 InsertRowsEdit::InsertRowsEdit(AlignmentTable &table, const char *kind,
                                std::vector<std::size_t> indices, AlignmentTable::Rows rows,
                                Column width)

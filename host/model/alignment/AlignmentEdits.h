@@ -9,6 +9,7 @@
 #include "EditBytes.h"
 #include "Rare.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -87,6 +88,31 @@ public:
 private:
     std::size_t m_From;
     std::size_t m_To;
+};
+
+// All rows change places.
+class RowOrderEdit final : public AlignmentEdit
+{
+public:
+    // At each place the one that its row stood at before.
+    using Order = std::vector<std::uint32_t>;
+
+    RowOrderEdit(AlignmentTable &table, Order order)
+        : AlignmentEdit(table, "reorder rows"), m_Order(std::move(order))
+    { }
+
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, EditReader &in);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
+
+private:
+    [[nodiscard]] Order inverse() const;
+
+    Order m_Order;
 };
 
 class InsertRowsEdit final : public AlignmentEdit

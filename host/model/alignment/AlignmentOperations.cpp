@@ -215,6 +215,17 @@ void Alignment::bubbleRow(unsigned long from, unsigned long to)
         perform(RowMoveEdit(*m_Table, from, to));
 }
 
+void Alignment::reorderRows(const std::vector<unsigned long> &order)
+{
+    const auto isRow = [this](unsigned long place) { return place < height(); };
+    if (order.size() != height() || std::ranges::is_sorted(order) ||
+        !std::ranges::all_of(order, isRow) || !mayChange(*this))
+        return;
+    RowOrderEdit edit(*m_Table, RowOrderEdit::Order(order.begin(), order.end()));
+    if (edit.fits())
+        perform(std::move(edit));
+}
+
 void Alignment::addRows(const std::vector<Compound *> &sequences)
 {
     if (!mayChange(*this))

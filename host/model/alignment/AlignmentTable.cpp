@@ -352,6 +352,17 @@ void AlignmentTable::moveRow(std::size_t from, std::size_t to)
     noteLayout();
 }
 
+void AlignmentTable::reorderRows(std::span<const std::uint32_t> order)
+{
+    Rows ordered;
+    ordered.reserve(m_Rows.size());
+    for (const std::uint32_t place : order)
+        ordered.push_back(std::move(m_Rows[place]));
+    m_Rows = std::move(ordered);
+    m_LayoutLog.forget();
+    noteLayout();
+}
+
 void AlignmentTable::insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width)
 {
     if (rows.size() < kManyRows) {

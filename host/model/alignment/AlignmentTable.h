@@ -116,6 +116,8 @@ public:
     void openColumns(const std::vector<GapRun> &runs);
     void closeColumns(const std::vector<GapRun> &runs);
     void moveRow(std::size_t from, std::size_t to);
+    // At each place comes to stand the row that was at the one said; each is said once.
+    void reorderRows(std::span<const std::uint32_t> order);
     // The rows come to stand at the indices, which ascend.
     void insertRows(const std::vector<std::size_t> &indices, Rows rows, Column width);
     [[nodiscard]] Rows takeRows(const std::vector<std::size_t> &indices, Column width);

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Gaps that move and rows that come, go or move, as bytes.
+// Gaps that move and rows that come, go or change places, as bytes.
 #include "AlignmentEditBytes.h"
 #include "AlignmentEdits.h"
 #include "ObjectOperations.h"
 #include "ObjectReader.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace TAMBO {
@@ -126,6 +127,40 @@ void RowMoveEdit::storeInverse(EditWriter &out) const
 bool RowMoveEdit::fits() const
 {
     return m_From < m_Table.rowCount() && m_To < m_Table.rowCount();
+}
+
+void RowOrderEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::RowOrder, out);
+    out.number(m_Order.size());
+    for (const std::uint32_t place : m_Order)
+        out.number(place);
+}
+
+void RowOrderEdit::storeInverse(EditWriter &out) const
+{
+    RowOrderEdit(m_Table, inverse()).store(out);
+}
+
+bool RowOrderEdit::fits() const
+{
+    if (m_Order.size() != m_Table.rowCount())
+        return false;
+    std::vector<bool> isTaken(m_Order.size());
+    return std::ranges::all_of(m_Order, [&](std::uint32_t place) {
+        if (place >= isTaken.size() || isTaken[place])
+            return false;
+        isTaken[place] = true;
+        return true;
+    });
+}
+
+std::unique_ptr<Edit> RowOrderEdit::load(AlignmentTable &table, EditReader &in)
+{
+    Order order(in.count());
+    for (std::uint32_t &place : order)
+        place = std::uint32_t(in.number(std::numeric_limits<std::uint32_t>::max()));
+    return std::make_unique<RowOrderEdit>(table, std::move(order));
 }
 
 void InsertRowsEdit::store(EditWriter &out) const

@@ -39,7 +39,8 @@ enum class EditTag : std::uint8_t {
     Ties = 17,
     Places = 18,
     GroupNumber = 19,
-    Motion = 20
+    Motion = 20,
+    RowOrder = 21
 };
 
 // Who knows the kinds of objects says how they are named and what they consist of.

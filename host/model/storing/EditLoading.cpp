@@ -83,6 +83,7 @@ LoadedEdit loadEdit(EditReader &in)
     case EditTag::RestoreColumns:
     case EditTag::ColumnText:
     case EditTag::ReplaceColumns:
+    case EditTag::RowOrder:
         return AlignmentEdit::load(tag, in);
     case EditTag::Objects:
         return ObjectsEdit::load(in);

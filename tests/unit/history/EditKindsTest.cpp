@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <numeric>
 #include <set>
 
 namespace EditKindsTest {
@@ -117,6 +118,11 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
             family().insertGap(1, 0);
     });
     check("moved gap with a break", [&] { family().moveGap(0, gapOf(0), 12, false); });
+    check("order of rows", [&] {
+        std::vector<unsigned long> order(family().height());
+        std::iota(order.rbegin(), order.rend(), 0);
+        family().reorderRows(order);
+    });
     check("row", [&] { family().bubbleRow(0, 1); });
     check("more rows", [&] { family().addRows({model().chain(0), &sequence()}); });
     check("one row less", [&] { family().removeRow(1); });
@@ -177,7 +183,7 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
         ligand.SetSeqId(TAMBO::SequenceNumber(12, 'A'));
     });
     // All there are. Whoever adds a kind shows it here.
-    constexpr unsigned kLast = unsigned(EditTag::Motion);
+    constexpr unsigned kLast = unsigned(EditTag::RowOrder);
     for (unsigned tag = 1; tag <= kLast; ++tag)
         EXPECT_TRUE(m_Seen.contains(static_cast<EditTag>(tag))) << tag;
     EXPECT_EQ(m_Seen.size(), kLast);

@@ -8,6 +8,8 @@
 #include "bench/MadeAlignment.h"
 
 #include <array>
+#include <numeric>
+#include <vector>
 
 namespace HistoryBytesTest {
 
@@ -68,6 +70,22 @@ TEST_F(HistoryBytes, OfRemovedRowsAreTheRealOnes)
         for (int row = 0; row < 100; ++row)
             object.removeRow(50);
     }
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfAnotherOrderOfRowsAreTheRealOnesAndFourForEachRow)
+{
+    constexpr unsigned long kOrdered = 10'000;
+    TAMBO::Alignment *object = nullptr;
+    {
+        const TAMBO::ChangeScope scope;
+        object = TAMBO::ObjectFactory::adopt(madeAlignment(kOrdered, 10));
+    }
+    std::vector<unsigned long> order(kOrdered);
+    std::iota(order.rbegin(), order.rend(), 0);
+    history.clear();
+    object->reorderRows(order);
+    EXPECT_LE(history.bytes(), 4 * kOrdered + 1000);
     expectRealBytes();
 }
 

@@ -7,7 +7,9 @@
 #include "Element.h"
 #include "ResidueTies.h"
 
+#include <algorithm>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <string>
 #include <utility>
@@ -83,7 +85,16 @@ inline void RandomChanges::changeAlignment(TAMBO::Alignment &alignment)
     }
     case 3: {
         const unsigned target = below(height);
-        alignment.bubbleRow(below(height), target);
+        const unsigned from = below(height);
+        if (target < from) {
+            alignment.bubbleRow(from, target);
+        } else {
+            std::vector<unsigned long> order(height);
+            std::iota(order.begin(), order.end(), 0);
+            std::rotate(order.begin(), order.begin() + from, order.end());
+            std::reverse(order.begin(), order.begin() + target + 1);
+            alignment.reorderRows(order);
+        }
         break;
     }
     case 4:

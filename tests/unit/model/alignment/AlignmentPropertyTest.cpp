@@ -6,6 +6,7 @@
 #include "TableChanges.h"
 #include "unit/model/AlignmentFixture.h"
 
+#include <numeric>
 #include <random>
 
 using TAMBO::Alignment;
@@ -152,7 +153,7 @@ protected:
     void changeRows()
     {
         const std::size_t row = below(m_Reference.rows.size() + 1);
-        switch (below(6)) {
+        switch (below(7)) {
         case 0:
             m_Alignment->removeRow(row);
             m_Reference.removeRow(row);
@@ -184,6 +185,9 @@ protected:
         case 4:
             replaceColumns();
             break;
+        case 5:
+            reorderRows();
+            break;
         default: {
             ReferenceAlignment reference;
             Alignment &other = otherAlignment(reference);
@@ -192,6 +196,20 @@ protected:
             ASSERT_NO_FATAL_FAILURE(expectSame(other, reference));
         }
         }
+    }
+
+    // Now and then by an order that is none.
+    void reorderRows()
+    {
+        std::vector<unsigned long> order(m_Reference.height());
+        std::iota(order.begin(), order.end(), 0);
+        std::shuffle(order.begin(), order.end(), random);
+        if (!order.empty() && chance(5))
+            order[below(order.size())] = below(order.size() + 1);
+        if (!order.empty() && chance(20))
+            order.pop_back();
+        m_Alignment->reorderRows(order);
+        m_Reference.reorderRows(order);
     }
 
     // Deals the residues of some columns out anew.

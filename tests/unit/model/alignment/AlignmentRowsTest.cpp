@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "unit/model/AlignmentFixture.h"
 
+#include "AlignmentEdits.h"
 #include "DataMaker.h"
 #include "Structure.h"
 #include "TableChanges.h"
@@ -56,6 +57,61 @@ TEST_F(AlignmentRows, RowStaysWhenItIsMovedNowhereOrOutOfBounds)
     sample.bubbleRow(~0UL, 0);
     EXPECT_EQ(order(sample), "AC");
     EXPECT_EQ(history.undoCount(), 0U);
+}
+
+// ---- reorderRows
+
+TEST_F(AlignmentRows, RowsComeToStandInTheOrderThatIsSaid)
+{
+    Alignment &sample = alignment({"A--", "-C-", "--D", "EEE"});
+    const Texts names = namesOf(sample);
+    const Texts rows = rowsOf(sample);
+    const unsigned long revision = sample.layoutRevision();
+    sample.reorderRows({2, 0, 3, 1});
+    EXPECT_EQ(rowsOf(sample), (Texts{"--D", "A--", "EEE", "-C-"}));
+    EXPECT_EQ(namesOf(sample), (Texts{names[2], names[0], names[3], names[1]}));
+    EXPECT_NE(sample.layoutRevision(), revision);
+    EXPECT_EQ(history.lastKinds(), Texts{"reorder rows"});
+    history.undo();
+    EXPECT_EQ(rowsOf(sample), rows);
+    EXPECT_EQ(namesOf(sample), names);
+    history.redo();
+    EXPECT_EQ(rowsOf(sample), (Texts{"--D", "A--", "EEE", "-C-"}));
+}
+
+TEST_F(AlignmentRows, RowsStayWhenTheirOrderIsTheOneThereIsOrNone)
+{
+    Alignment &sample = alignment({"A", "C", "D"});
+    const std::vector<std::vector<unsigned long>> orders = {
+        {0, 1, 2}, {}, {1, 0}, {2, 1, 0, 3}, {0, 0, 1}, {1, 2, 3}, {2, 1, (1UL << 32U) + 0}};
+    for (const std::vector<unsigned long> &places : orders)
+        sample.reorderRows(places);
+    EXPECT_EQ(order(sample), "ACD");
+    EXPECT_EQ(history.undoCount(), 0U);
+}
+
+TEST_F(AlignmentRows, OrderOfRowsWithoutColumnsCannotBeSaid)
+{
+    Alignment &sample = alignment({"A", "C"});
+    sample.remove(0);
+    history.clear();
+    sample.reorderRows({1, 0});
+    EXPECT_EQ(history.undoCount(), 0U);
+}
+
+// The bytes of an edit may be anybody's.
+TEST_F(AlignmentRows, OrderThatLacksARowOrHasOneTwiceDoesNotFit)
+{
+    Alignment &sample = alignment({"A", "C", "D"});
+    const auto fits = [&](TAMBO::RowOrderEdit::Order places) {
+        return TAMBO::RowOrderEdit(sample.table(), std::move(places)).fits();
+    };
+    EXPECT_TRUE(fits({2, 0, 1}));
+    EXPECT_FALSE(fits({0, 1}));
+    EXPECT_FALSE(fits({0, 1, 2, 3}));
+    EXPECT_FALSE(fits({0, 1, 1}));
+    EXPECT_FALSE(fits({0, 1, 3}));
+    EXPECT_FALSE(fits({0, 1, 0xffffffffU}));
 }
 
 // ---- removeRow

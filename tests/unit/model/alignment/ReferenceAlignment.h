@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -102,6 +103,9 @@ struct ReferenceAlignment
             return bound >= end ? bound - end + begin + count : std::min(bound, begin + count);
         };
         const std::vector<Cells> newColumns = columns(begin, begin + count);
+        // Then what is said of columns without a residue stays as well.
+        if (newColumns == formerColumns)
+            return;
         for (std::string &line : lines) {
             std::string text;
             for (const Cells &column : newColumns) {
@@ -128,6 +132,17 @@ struct ReferenceAlignment
         Row row = std::move(rows[from]);
         rows.erase(rows.begin() + long(from));
         rows.insert(rows.begin() + long(to), std::move(row));
+    }
+    void reorderRows(const std::vector<unsigned long> &order)
+    {
+        if (std::set<unsigned long>(order.begin(), order.end()).size() != height() ||
+            order.size() != height() ||
+            std::ranges::any_of(order, [this](unsigned long place) { return place >= height(); }))
+            return;
+        std::vector<Row> ordered;
+        for (const unsigned long place : order)
+            ordered.push_back(rows[place]);
+        rows = std::move(ordered);
     }
     void insertGap(std::size_t row, std::size_t column)
     {

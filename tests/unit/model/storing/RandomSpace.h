@@ -337,7 +337,7 @@ private:
             if (alignment == nullptr || alignment->height() == 0)
                 continue;
             const unsigned long width = alignment->width();
-            switch (below(5)) {
+            switch (below(6)) {
             case 0:
                 alignment->remove({below(width), below(width)});
                 break;
@@ -352,6 +352,13 @@ private:
             case 3: {
                 const unsigned target = below(alignment->height());
                 alignment->bubbleRow(below(alignment->height()), target);
+                break;
+            }
+            case 4: {
+                std::vector<unsigned long> order(alignment->height());
+                for (std::size_t i = 0; i < order.size(); ++i)
+                    order[i] = order.size() - 1 - i;
+                alignment->reorderRows(order);
                 break;
             }
             default: {

@@ -73,6 +73,7 @@ TEST(PinnedNumbers, OfKindsOfEdits)
         {EditTag::Places, 18},
         {EditTag::GroupNumber, 19},
         {EditTag::Motion, 20},
+        {EditTag::RowOrder, 21},
     });
 }
 
@@ -122,7 +123,7 @@ TEST(PinnedNumbers, OfWhatObjectsBeginWith)
 TEST(PinnedNumbers, OfTheFileAndNamesOfValues)
 {
     EXPECT_EQ(sessions::kStoreMark, 0x544d424f);
-    EXPECT_EQ(sessions::kStoreVersion, 2);
+    EXPECT_EQ(sessions::kStoreVersion, 3);
     EXPECT_EQ(sessions::kStateBegin, "state-begin");
     EXPECT_EQ(sessions::kStateEnd, "state-end");
     EXPECT_EQ(sessions::kRecordsBegin, "records-begin");

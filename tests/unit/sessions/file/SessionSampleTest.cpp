@@ -28,7 +28,7 @@ using namespace TAMBO;
 using namespace TAMBO::sessions;
 
 const fs::path kSamples = fs::path(TEST_DATA_DIR) / "sessions";
-constexpr unsigned kLastTag = unsigned(EditTag::Motion);
+constexpr unsigned kLastTag = unsigned(EditTag::RowOrder);
 
 std::string bytesOf(const fs::path &file)
 {
@@ -152,6 +152,7 @@ void SessionSample::makeWork()
     });
     step([&] { ligand->SetSeqId(SequenceNumber(12, 'A')); });
     step([&] { DataMaker::Destroy(all<Alignment>().back()); });
+    step([&] { pir.reorderRows({2, 1, 0}); });
     // What is taken back stands the other way round in the file.
     const std::size_t position = history.position();
     step([&] { peptide("later", "ACDEFG"); });
@@ -309,6 +310,23 @@ TEST_F(SessionSample, OfTheSecondVersionHasWhatStructuresKeepBesideTheTree)
     ASSERT_TRUE(history.goTo(history.size()));
     EXPECT_NE(StructureDetails::waters(&trypsin).front().position.coordinates(),
               before.coordinates());
+}
+
+TEST_F(SessionSample, OfTheThirdVersionHasAnotherOrderOfRows)
+{
+    const fs::path sample = sampleOf(3);
+    for (unsigned tag = 1; tag <= unsigned(EditTag::RowOrder); ++tag)
+        EXPECT_TRUE(tagsIn(sample).contains(tag)) << "no change of kind " << tag;
+    ASSERT_EQ(complaintOf(load(sample)), "");
+    Alignment &pir = *all<Alignment>().front();
+    ASSERT_EQ(pir.height(), 3U);
+    const std::string first = pir.GetSequence(0, false);
+    const std::string last = pir.GetSequence(2, false);
+    ASSERT_NE(first, last);
+    setObjectLocked(*all<Structure>().front(), false);
+    ASSERT_TRUE(history.undo());
+    EXPECT_EQ(pir.GetSequence(2, false), first);
+    EXPECT_EQ(pir.GetSequence(0, false), last);
 }
 
 TEST_F(SessionSample, OfAVersionToComeSaysSoAndLoadsNothing)

@@ -484,6 +484,33 @@ TEST_F(ALargeArrival, OfAStateIsNotGivenUpWhenSingleRowsChange)
     }
 }
 
+// At each point of what is written, and of the steps behind it.
+TEST_F(ALargeArrival, IsWholeWhenItsRowsChangePlacesWhileItIsWritten)
+{
+    atOnce = 0;
+    for (std::size_t place = 1; place < 40; ++place) {
+        endProgram();
+        bringSequences(30);
+        TAMBO::Alignment &rows = annotated("family");
+        rows.addRows({rows.GetSeq(0), rows.GetSeq(1)});
+        beginSession(0);
+        while (entries.size() < place)
+            if (!session->writeMore(1))
+                break;
+        rows.insertGap(0, 1);
+        rows.reorderRows({3, 1, 0, 2});
+        rows.insertGap(0, 1);
+        session->writeMore(1);
+        ASSERT_TRUE(history.undo());
+        ASSERT_TRUE(history.undo());
+        session->finish();
+        endSession();
+        const std::vector<std::string> states = allStates(true);
+        ASSERT_NO_FATAL_FAILURE(beginAgain(entries));
+        ASSERT_EQ(allStates(true), states) << place;
+    }
+}
+
 // They would go with the next step, and are in what has been written.
 TEST_F(ALargeArrival, OfAStateIsWrittenOnceMoreWhenAChangeOfARowTakesSteps)
 {
