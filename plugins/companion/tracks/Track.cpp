@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace companion {
 
 namespace {
@@ -38,6 +40,17 @@ QString logoText(const TrackColumn &column)
         .arg(letters.join(QStringLiteral(", ")));
 }
 
+QString distanceText(const ColumnSpread &spread)
+{
+    if (!spread.distance)
+        return spread.positions == 0 ? tr("CA distance: none; no row has coordinates here")
+                                     : tr("CA distance: none; only one row has coordinates here");
+    return tr("CA distance: %1 Å, mean over %L2 pairs of %L3 rows")
+        .arg(*spread.distance, 0, 'f', 2)
+        .arg(spread.positions * (spread.positions - 1) / 2)
+        .arg(spread.positions);
+}
+
 } // namespace
 
 QString trackName(Track track)
@@ -49,6 +62,8 @@ QString trackName(Track track)
         return tr("Occupancy");
     case Track::Logo:
         return tr("Logo");
+    case Track::Distance:
+        return tr("CA distance");
     }
     return {};
 }
@@ -64,6 +79,10 @@ QString trackMeaning(Track track)
     case Track::Logo:
         return tr("The amino acids of a column: together as high as the information is that it "
                   "holds, in bits, each with its share.");
+    case Track::Distance:
+        return tr("The mean distance of the CA atoms of a column, over all pairs of rows that have "
+                  "one there, as Color, By Distance shows it. It tells something of structures "
+                  "that are superposed.");
     }
     return {};
 }
@@ -77,13 +96,27 @@ QString trackKey(Track track)
         return QStringLiteral("occupancy");
     case Track::Logo:
         return QStringLiteral("logo");
+    case Track::Distance:
+        return QStringLiteral("distance");
     }
     return {};
 }
 
+bool isOnAtFirst(Track track) noexcept
+{
+    return track != Track::Distance;
+}
+
 QString trackTop(Track track)
 {
-    return track == Track::Logo ? tr("%1 bits").arg(kMostBits, 0, 'f', 1) : QStringLiteral("1");
+    switch (track) {
+    case Track::Logo:
+        return tr("%1 bits").arg(kMostBits, 0, 'f', 1);
+    case Track::Distance:
+        return QStringLiteral("%1 Å").arg(kMostDistance);
+    default:
+        return QStringLiteral("1");
+    }
 }
 
 QString trackValue(Track track, const TrackColumn &column)
@@ -98,6 +131,8 @@ QString trackValue(Track track, const TrackColumn &column)
             .arg(column.counts.rows());
     case Track::Logo:
         return logoText(column);
+    case Track::Distance:
+        return distanceText(column.spread.value_or(ColumnSpread()));
     }
     return {};
 }
@@ -111,8 +146,23 @@ double trackShare(Track track, const TrackColumn &column) noexcept
         return column.occupancy;
     case Track::Logo:
         return column.bits / kMostBits;
+    case Track::Distance:
+        return column.spread && column.spread->distance
+                   ? std::min(1.0, *column.spread->distance / kMostDistance)
+                   : 0;
     }
     return 0;
+}
+
+bool isBeyondScale(Track track, const TrackColumn &column) noexcept
+{
+    return track == Track::Distance && column.spread &&
+           column.spread->distance.value_or(0) > kMostDistance;
+}
+
+bool hasTrackValue(Track track, const TrackColumn &column) noexcept
+{
+    return track != Track::Distance || column.spread;
 }
 
 int trackLines(Track track) noexcept

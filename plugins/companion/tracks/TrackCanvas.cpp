@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "StructureDetails.h"
 #include "TrackPainting.h"
 #include "WorkbenchValues.h"
 
@@ -13,6 +14,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace companion {
 
@@ -21,7 +23,9 @@ using TAMBO::WindowArea;
 namespace {
 
 constexpr char kTracksOf[] = "companion";
+// Those that were switched otherwise than they are at first.
 constexpr char kTracksOff[] = "tracks-off";
+constexpr char kTracksOn[] = "tracks-on";
 // Of a frame, so that scrolling is not felt.
 constexpr auto kTrackSlice = std::chrono::milliseconds(6);
 // Above and below each track.
@@ -31,17 +35,23 @@ constexpr double kLeastShare = 2.0 / 3;
 constexpr int kLeastLines = 2;
 constexpr QColor kTrackEdge(200, 200, 200);
 
+QStringList keptKeys(const char *which)
+{
+    const std::string kept = WorkbenchValues::Get(kTracksOf, which).value_or("");
+    return QString::fromStdString(kept).split(u' ', Qt::SkipEmptyParts);
+}
+
 } // namespace
 
 TrackCanvas::TrackCanvas(TAMBO::AlignmentWindow &window) : AlignmentViewObserver(window)
 {
     setAccessibleName(tr("Tracks along the columns"));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    const std::string kept = WorkbenchValues::Get(kTracksOf, kTracksOff).value_or("");
-    const QStringList off = QString::fromStdString(kept).split(u' ');
+    const QStringList off = keptKeys(kTracksOff);
+    const QStringList on = keptKeys(kTracksOn);
     for (const Track track : kTracks)
-        if (off.contains(trackKey(track)))
-            m_Off.insert(track);
+        if (isOnAtFirst(track) ? !off.contains(trackKey(track)) : on.contains(trackKey(track)))
+            m_On.insert(track);
     m_Slices.callOnTimeout([this] { goOn(); });
 }
 
@@ -59,20 +69,23 @@ void TrackCanvas::setOn(Track track, bool on)
     if (on == isOn(track))
         return;
     if (on)
-        m_Off.erase(track);
+        m_On.insert(track);
     else
-        m_Off.insert(track);
-    keepOff();
+        m_On.erase(track);
+    keepSwitched();
     updateGeometry();
     follow();
 }
 
-void TrackCanvas::keepOff() const
+void TrackCanvas::keepSwitched() const
 {
-    QStringList keys;
-    for (const Track track : m_Off)
-        keys << trackKey(track);
-    WorkbenchValues::Set(kTracksOf, kTracksOff, keys.join(u' ').toStdString());
+    QStringList off;
+    QStringList on;
+    for (const Track track : kTracks)
+        if (isOn(track) != isOnAtFirst(track))
+            (isOn(track) ? on : off) << trackKey(track);
+    WorkbenchValues::Set(kTracksOf, kTracksOff, off.join(u' ').toStdString());
+    WorkbenchValues::Set(kTracksOf, kTracksOn, on.join(u' ').toStdString());
 }
 
 QSize TrackCanvas::sizeHint() const
@@ -154,13 +167,20 @@ std::optional<Track> TrackCanvas::trackAt(int y) const
 
 void TrackCanvas::alignmentShown()
 {
-    layoutRebuilt();
+    m_Columns.clear();
+    follow();
 }
 
 void TrackCanvas::layoutRebuilt()
 {
-    m_Columns.clear();
     follow();
+}
+
+void TrackCanvas::commUpdate()
+{
+    const std::uint64_t now = TAMBO::StructureDetails::revision();
+    if (std::exchange(m_Structures, now) != now && isOn(Track::Distance))
+        follow();
 }
 
 void TrackCanvas::cellSizeChanged()
@@ -202,7 +222,8 @@ void TrackCanvas::follow()
     update();
     if (!isVisible() || shown().alignment() == nullptr)
         return;
-    if (m_Off.size() == kTracks.size() || hasTooMany()) {
+    m_Columns.wantSpread(isOn(Track::Distance));
+    if (m_On.empty() || hasTooMany()) {
         m_Columns.want(0, 0);
         return;
     }
@@ -228,7 +249,7 @@ void TrackCanvas::goOn()
 
 QString TrackCanvas::remark() const
 {
-    if (m_Off.size() == kTracks.size())
+    if (m_On.empty())
         return tr("All tracks are switched off. The right mouse button switches them on.");
     if (hasTooMany())
         return tr("More than %L1 columns are in sight. Zoom in to see their tracks.")
@@ -273,7 +294,7 @@ QString TrackCanvas::toolTipText(const QPoint &place) const
     const std::optional<unsigned long> col = shown().columnAt(place.x() - cells.left());
     if (!col || place.x() > cells.right() || hasTooMany())
         return {};
-    const TrackColumn *const column = m_Columns.at(*col);
+    const TrackColumn *const column = m_Columns.isKnown(*col) ? m_Columns.at(*col) : nullptr;
     return tr("Column %1 of %2").arg(*col + 1).arg(shown().columns()) + u'\n' +
            (column == nullptr ? tr("is being computed") : trackValue(*track, *column));
 }

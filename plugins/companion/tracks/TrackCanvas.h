@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AlignmentViewObserver.h"
+#include "Subscriber.h"
 #include "Track.h"
 #include "TrackColumns.h"
 
@@ -16,7 +17,7 @@ namespace companion {
 
 // Knows the columns in sight, and none while it is out of sight itself. Which tracks are on is kept
 // for the windows that are opened later.
-class TrackCanvas : public QWidget, public TAMBO::AlignmentViewObserver
+class TrackCanvas : public QWidget, public TAMBO::AlignmentViewObserver, public Subscriber
 {
     Q_OBJECT
 
@@ -28,7 +29,7 @@ public:
     explicit TrackCanvas(TAMBO::AlignmentWindow &window);
     ~TrackCanvas() override;
 
-    [[nodiscard]] bool isOn(Track track) const { return !m_Off.contains(track); }
+    [[nodiscard]] bool isOn(Track track) const { return m_On.contains(track); }
     void setOn(Track track, bool on);
 
     // Where a column of the track is drawn; empty while the track is off.
@@ -44,6 +45,10 @@ public:
     void cellSizeChanged() override;
     void visibleSizeChanged() override;
     void scrolled() override;
+    // Structures may have moved.
+    void commUpdate() override;
+    void commAdd() override { commUpdate(); }
+    void commDelete() override { commUpdate(); }
 
 protected:
     bool event(QEvent *event) override;
@@ -55,7 +60,7 @@ private:
     [[nodiscard]] int heightOf(double share) const;
     void follow();
     void goOn();
-    void keepOff() const;
+    void keepSwitched() const;
     [[nodiscard]] TAMBO::AlignmentWindow &shown() const;
     // Where the cells are to be seen, in this one's coordinates, from its top to its bottom.
     [[nodiscard]] QRect cellsPlace() const;
@@ -69,8 +74,9 @@ private:
     // What is to be seen instead of tracks; empty when they are to be seen.
     [[nodiscard]] QString remark() const;
 
-    std::set<Track> m_Off;
+    std::set<Track> m_On;
     TrackColumns m_Columns;
+    std::uint64_t m_Structures = 0;
     QTimer m_Slices;
 };
 

@@ -16,6 +16,8 @@ namespace {
 
 constexpr QColor kConservationColor(58, 104, 168);
 constexpr QColor kOccupancyColor(130, 140, 150);
+constexpr QColor kDistanceColor(176, 92, 44);
+constexpr QColor kBeyondColor(60, 20, 0);
 constexpr QColor kUnknownColor(238, 238, 238);
 constexpr QColor kTrackLine(110, 110, 110);
 
@@ -26,6 +28,8 @@ constexpr int kReadable = 6;
 constexpr double kLowestLetter = 3;
 constexpr int kGlyphPixels = 100;
 constexpr int kTick = 3;
+// At the top of a bar that is higher than the scale.
+constexpr int kBeyondHeight = 2;
 constexpr int kBesideTick = 3;
 
 // The letters A to Z, each as large as the unit square.
@@ -76,6 +80,8 @@ void paintLogo(QPainter &painter, const TrackColumn &column, const QRect &place,
 
 QColor trackColor(Track track)
 {
+    if (track == Track::Distance)
+        return kDistanceColor;
     return track == Track::Conservation ? kConservationColor : kOccupancyColor;
 }
 
@@ -101,7 +107,7 @@ QColor logoColor(char letter)
 
 void paintTrackColumn(QPainter &painter, Track track, const TrackColumn *column, const QRect &place)
 {
-    if (column == nullptr)
+    if (column == nullptr || !hasTrackValue(track, *column))
         return painter.fillRect(place, kUnknownColor);
     const int width = place.width() - (place.width() >= kSeparated ? 1 : 0);
     if (track == Track::Logo)
@@ -112,6 +118,8 @@ void paintTrackColumn(QPainter &painter, Track track, const TrackColumn *column,
     const int height = std::max(1, qRound(share * place.height()));
     painter.fillRect(place.x(), place.y() + place.height() - height, width, height,
                      trackColor(track));
+    if (isBeyondScale(track, *column))
+        painter.fillRect(place.x(), place.y(), width, kBeyondHeight, kBeyondColor);
 }
 
 void paintTrackName(QPainter &painter, Track track, const QRect &place)

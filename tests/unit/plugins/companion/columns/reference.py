@@ -8,7 +8,7 @@
 The kept files stand in tests/data/columns: scores.tsv has the columns of a seed alignment
 and random ones, blosum62.tsv the matrix, tree.tsv rows of globins, their distances, and how far they
 are from each other in the tree that Biopython makes of those by aligned pairs, which trees/globins.nwk
-has as Biopython writes it. Debian's python3-numpy and python3-biopython are needed."""
+has as Biopython writes it, spreads.tsv random places and their mean distances. Debian's python3-numpy and python3-biopython are needed."""
 import io
 import pathlib
 import re
@@ -157,6 +157,21 @@ def newick():
     return text.getvalue()
 
 
+def spreads():
+    """Places of CA atoms as files have them, in Angstrom, and the mean of their distances."""
+    chance = numpy.random.default_rng(20261123)
+    yield ["column", "mean", "places"]
+    for number in range(130):
+        count = number % 13 if number < 120 else 40 * (number - 118)
+        wide = float(chance.choice([0.5, 3, 30, 400]))
+        places = numpy.round(chance.normal(chance.normal(0, 60, 3), wide, (count, 3)), 3)
+        places = places.astype(numpy.float32).astype(float)
+        apart = numpy.linalg.norm(places[:, None] - places[None, :], axis=2)
+        pairs = apart[numpy.triu_indices(count, 1)]
+        yield [f"places {number}", f"{pairs.mean():.9f}" if count > 1 else "none",
+               " ".join(f"{value:.3f}" for value in places.ravel())]
+
+
 def same(kept, made):
     """Numbers may differ in their last digits, where another processor computes them."""
     parts = [re.split(r"[\s:(),;]+", text) for text in (kept, made)]
@@ -166,7 +181,8 @@ def same(kept, made):
 
 
 def main():
-    tables = {"columns/scores.tsv": scores(), "columns/blosum62.tsv": blosum62(), "columns/tree.tsv": tree()}
+    tables = {"columns/scores.tsv": scores(), "columns/blosum62.tsv": blosum62(), "columns/tree.tsv": tree(),
+              "columns/spreads.tsv": spreads()}
     texts = {name: "".join("\t".join(line) + "\n" for line in lines) for name, lines in tables.items()}
     texts["trees/globins.nwk"] = newick()
     wrong = []

@@ -34,15 +34,20 @@ protected:
     TracksOfAWindow()
     {
         WorkbenchValues::Remove("companion", "cell-width");
-        WorkbenchValues::Remove("companion", "tracks-off");
+        forgetSwitches();
     }
     // Before the window.
     ~TracksOfAWindow() override
     {
         m_Companion.reset();
-        WorkbenchValues::Remove("companion", "tracks-off");
+        forgetSwitches();
     }
 
+    static void forgetSwitches()
+    {
+        WorkbenchValues::Remove("companion", "tracks-off");
+        WorkbenchValues::Remove("companion", "tracks-on");
+    }
     void look(TAMBO::Alignment &shown, const QSize &size = {700, 600})
     {
         m_Window = &show(shown, size);
@@ -234,6 +239,31 @@ TEST_F(TracksOfAWindow, AnEditShows)
     EXPECT_NE(pictureOf(&canvas()), before);
 }
 
+TEST_F(TracksOfAWindow, AMovedGapCountsNothingAnewAndColumnsOutOfSightStay)
+{
+    TAMBO::Alignment &shown = large(2000, 400);
+    lookWithTracks(shown);
+    scrollTo(1000);
+    scrollTo(0);
+    const std::size_t before = computed();
+    const std::size_t rows = canvas().columns().rowsRead();
+    {
+        DataPoint<TAMBO::Alignment> change(nullptr, &shown);
+        shown.insertGap(30, 3);
+    }
+    settle();
+    EXPECT_EQ(computed(), before);
+    EXPECT_EQ(canvas().columns().rowsRead(), rows);
+    expectRight(shown);
+    scrollTo(1000);
+    EXPECT_EQ(computed(), before);
+    expectRight(shown);
+    history.undo();
+    settle();
+    EXPECT_EQ(computed(), before);
+    expectRight(shown);
+}
+
 TEST_F(TracksOfAWindow, OnlyColumnsInSightAreComputedAndOfThemOnlyNewOnes)
 {
     lookWithTracks(large());
@@ -301,7 +331,7 @@ TEST_F(TracksOfAWindow, EachCanBeSwitchedOffAndOnAndStaysSoInTheNextWindow)
     lookWithTracks(large());
     QMenu menu;
     m_Companion->tracks().fillMenu(menu);
-    ASSERT_EQ(menu.actions().size(), qsizetype(kTracks.size()));
+    ASSERT_GE(menu.actions().size(), qsizetype(kTracks.size()));
     EXPECT_EQ(menu.actions()[1]->text(), "Occupancy");
     EXPECT_TRUE(menu.actions()[1]->isChecked());
     menu.actions()[1]->trigger();
@@ -320,6 +350,21 @@ TEST_F(TracksOfAWindow, EachCanBeSwitchedOffAndOnAndStaysSoInTheNextWindow)
     menu.actions()[1]->trigger();
     settle();
     EXPECT_TRUE(hasColor(pictureOf(&canvas()), canvas().rect(), color));
+}
+
+TEST_F(TracksOfAWindow, DistancesAreOffAtFirstAndStayOnInTheNextWindow)
+{
+    lookWithTracks(large());
+    EXPECT_FALSE(canvas().isOn(Track::Distance));
+    EXPECT_EQ(canvas().columns().spreads(), 0U);
+    canvas().setOn(Track::Distance, true);
+    settle();
+    EXPECT_GT(canvas().columns().spreads(), 0U);
+    EXPECT_EQ(toolTip(Track::Distance, 0),
+              "Column 1 of 400\nCA distance: none; no row has coordinates here");
+    ZEP::KALMO2 &next = show(*m_Served->alignment(), {700, 600});
+    Companion other(served(next));
+    EXPECT_TRUE(other.tracks().canvas().isOn(Track::Distance));
 }
 
 TEST_F(TracksOfAWindow, NothingIsComputedWhenAllAreOff)
