@@ -30,7 +30,9 @@ struct LayoutChange
         RowAdded,
         RowRemoved,
         // A row stands at the place to; those between have closed up.
-        RowMoved
+        RowMoved,
+        // The rows stand in another order.
+        RowsSorted
     };
 
     Kind kind = Kind::GapsMoved;

@@ -96,6 +96,12 @@ TEST_F(LayoutChangesContract, RowsThatComeGoAndMoveAreToldOneByOne)
                                      LayoutChange{.kind = Kind::RowAdded, .row = 4})));
 }
 
+TEST_F(LayoutChangesContract, RowsThatAreSortedAreToldAtOnce)
+{
+    shown.reorderRows({2, 0, 1});
+    EXPECT_THAT(news(), Optional(ElementsAre(LayoutChange{.kind = Kind::RowsSorted})));
+}
+
 TEST_F(LayoutChangesContract, SeveralAreToldInTheirOrderAndToEachWhoAsks)
 {
     shown.insertGapCol(0, 1);

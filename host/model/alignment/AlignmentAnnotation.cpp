@@ -22,15 +22,31 @@ std::vector<Annotation> AlignmentAnnotation::lines(Column width) const
     return result;
 }
 
+std::vector<std::string> AlignmentAnnotation::tags() const
+{
+    std::vector<std::string> result;
+    result.reserve(m_Lines.size());
+    for (const Annotation &line : m_Lines)
+        result.push_back(line.tag);
+    return result;
+}
+
+std::string AlignmentAnnotation::text(std::size_t line, Column begin, Column count) const
+{
+    if (line >= m_Lines.size())
+        return {};
+    const std::string &known = m_Lines[line].text;
+    std::string text = begin < known.size() ? known.substr(begin, count) : "";
+    text.resize(count, kNothing);
+    return text;
+}
+
 std::vector<std::string> AlignmentAnnotation::texts(Column begin, Column count) const
 {
     std::vector<std::string> result;
     result.reserve(m_Lines.size());
-    for (const Annotation &line : m_Lines) {
-        std::string text = begin < line.text.size() ? line.text.substr(begin, count) : "";
-        text.resize(count, kNothing);
-        result.push_back(std::move(text));
-    }
+    for (std::size_t line = 0; line < m_Lines.size(); ++line)
+        result.push_back(text(line, begin, count));
     return result;
 }
 

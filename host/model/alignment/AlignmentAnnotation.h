@@ -32,6 +32,10 @@ public:
     // As wide as the alignment.
     [[nodiscard]] std::vector<Annotation> lines(Column width) const;
 
+    [[nodiscard]] std::vector<std::string> tags() const;
+    // What one of them says of the columns [begin, begin + count), which the alignment has.
+    [[nodiscard]] std::string text(std::size_t line, Column begin, Column count) const;
+
     // What the lines say of the columns [begin, begin + count).
     [[nodiscard]] std::vector<std::string> texts(Column begin, Column count) const;
     // Overwrites as many columns as the texts have characters.

@@ -359,7 +359,7 @@ void AlignmentTable::reorderRows(std::span<const std::uint32_t> order)
     for (const std::uint32_t place : order)
         ordered.push_back(std::move(m_Rows[place]));
     m_Rows = std::move(ordered);
-    m_LayoutLog.forget();
+    m_LayoutLog.add({.kind = LayoutChange::Kind::RowsSorted});
     noteLayout();
 }
 

@@ -269,6 +269,7 @@ void TrackColumns::apply(const LayoutChange &change)
         setStale(0, kAllColumns, Stale::Both);
         break;
     case Kind::RowMoved:
+    case Kind::RowsSorted:
         break;
     }
 }

@@ -107,6 +107,10 @@ private:
             m_Rows.insert(m_Rows.begin() + std::ptrdiff_t(change.to), text);
             break;
         }
+        case Change::Kind::RowsSorted:
+            for (std::string &text : m_Rows)
+                text.assign(text.size(), '?');
+            break;
         }
     }
 

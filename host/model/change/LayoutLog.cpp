@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LayoutLog.h"
 
-#include "Alignment.h"
-#include "AlignmentTable.h"
-
 namespace TAMBO {
 
 // An alignment that nobody edits keeps none, one that is edited has room for a few at first.
@@ -39,17 +36,6 @@ std::optional<std::vector<LayoutChange>> LayoutLog::since(std::uint64_t revision
     for (std::size_t i = m_Count - count; i < m_Count; ++i)
         changes.push_back(m_Kept[(m_First + i) % m_Kept.size()]);
     return changes;
-}
-
-std::uint64_t LayoutChanges::revision(const Alignment &alignment) noexcept
-{
-    return alignment.table().layoutLog().revision();
-}
-
-std::optional<std::vector<LayoutChange>> LayoutChanges::since(const Alignment &alignment,
-                                                              std::uint64_t revision)
-{
-    return alignment.table().layoutLog().since(revision);
 }
 
 } // namespace TAMBO
