@@ -31,7 +31,17 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-enum class Manner { Fasta, Pir, Stockholm, StockholmBlocks, StockholmMarked, Clustal, Msf, Phylip };
+enum class Manner {
+    Fasta,
+    Pir,
+    Stockholm,
+    StockholmBlocks,
+    StockholmMarked,
+    Clustal,
+    Msf,
+    Phylip,
+    Nexus
+};
 
 struct Shape
 {
@@ -133,6 +143,12 @@ void write(const std::filesystem::path &path, const Shape &shape)
     case Manner::Phylip:
         file << rows.size() << ' ' << columns << '\n';
         return writeBlocks(file, rows, 60, false);
+    case Manner::Nexus:
+        file << "#NEXUS\nBEGIN DATA;\nDIMENSIONS NTAX=" << rows.size() << " NCHAR=" << columns
+             << ";\nFORMAT DATATYPE=PROTEIN GAP=- INTERLEAVE;\nMATRIX\n";
+        writeBlocks(file, rows, 60, true);
+        file << ";\nEND;\n";
+        return;
     }
 }
 
@@ -287,6 +303,7 @@ BENCHMARK_CAPTURE(readAlignment, stockholm_marked, Manner::StockholmMarked)->App
 BENCHMARK_CAPTURE(readAlignment, clustal, Manner::Clustal)->Apply(oneSize);
 BENCHMARK_CAPTURE(readAlignment, msf, Manner::Msf)->Apply(oneSize);
 BENCHMARK_CAPTURE(readAlignment, phylip, Manner::Phylip)->Apply(oneSize);
+BENCHMARK_CAPTURE(readAlignment, nexus, Manner::Nexus)->Apply(oneSize);
 
 BENCHMARK_CAPTURE(openBesideFasta, pir, Manner::Pir)->Apply(largeSizes<75>);
 BENCHMARK_CAPTURE(openBesideFasta, stockholm, Manner::Stockholm)->Apply(largeSizes<60>);

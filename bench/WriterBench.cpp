@@ -145,6 +145,7 @@ TAMBO_WRITER(a3m, formats::writeInsertions);
 TAMBO_WRITER(clustal, formats::writeClustal);
 TAMBO_WRITER(msf, formats::writeMsf);
 TAMBO_WRITER(phylip, formats::writePhylip);
+TAMBO_WRITER(nexus, formats::writeNexus);
 
 } // namespace
 

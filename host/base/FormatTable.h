@@ -23,6 +23,7 @@ enum class FileFormat : unsigned char {
     Stockholm,
     Msf,
     Phylip,
+    Nexus,
     Pdb,
     Mmcif
 };
@@ -145,6 +146,8 @@ inline constexpr std::array kFormats = std::to_array<FormatEntry>({
      "msf", "an", "MSF", kBlockContents, {".msf"}},
     {FileFormat::Phylip, FileFormat::Phylip, FormatKind::Alignments, Lines::Asked,
      "phylip", "a", "PHYLIP", kPhylipContents, {".phy", ".phylip"}},
+    {FileFormat::Nexus, FileFormat::Nexus, FormatKind::Alignments, Lines::Asked,
+     "nexus", "a", "NEXUS", kBlockContents, {".nex", ".nexus", ".nxs"}},
     {FileFormat::Pdb, FileFormat::Pdb, FormatKind::Structures, Lines::Fixed,
      "pdb", "a", "PDB", 0, {".pdb", ".ent"}},
     {FileFormat::Mmcif, FileFormat::Mmcif, FormatKind::Structures, Lines::Fixed,

@@ -7,6 +7,7 @@
 #include "FormatText.h"
 #include "MmcifReader.h"
 #include "MsfReader.h"
+#include "NexusReader.h"
 #include "PdbReader.h"
 #include "PhylipReader.h"
 #include "PirReader.h"
@@ -41,6 +42,8 @@ Reader readerOf(FileFormat format)
         return readMsf;
     case FileFormat::Phylip:
         return readPhylip;
+    case FileFormat::Nexus:
+        return readNexus;
     case FileFormat::Pdb:
         return readPdb;
     case FileFormat::Mmcif:

@@ -37,6 +37,8 @@ void writeText(const FittedAlignment &alignment, TextSink &sink)
         return writeMsf(alignment, sink);
     case FileFormat::Phylip:
         return writePhylip(alignment, sink);
+    case FileFormat::Nexus:
+        return writeNexus(alignment, sink);
     case FileFormat::Pdb:
     case FileFormat::Mmcif:
         break;

@@ -72,6 +72,8 @@ bool isText(std::string_view line) noexcept
 
 std::optional<Recognised> byFirstLine(std::string_view line) noexcept
 {
+    if (startsWithoutCase(line, "#nexus"))
+        return Recognised{FileFormat::Nexus};
     if (startsWithoutCase(line, "# stockholm"))
         return Recognised{FileFormat::Stockholm};
     if (hasWithoutCase(line, "clustal") || hasWithoutCase(line, "multiple sequence alignment"))

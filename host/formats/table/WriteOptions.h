@@ -16,8 +16,8 @@ namespace TAMBO {
 struct WriteOptions
 {
     FileFormat format = FileFormat::Pir;
-    // PIR, FASTA: columns a line; A2M and A3M have a line a row. Clustal, MSF and PHYLIP: columns a
-    // block. 0 for what is usual.
+    // PIR, FASTA: columns a line; A2M and A3M have a line a row. Clustal, MSF, PHYLIP and NEXUS:
+    // columns a block. 0 for what is usual.
     std::size_t lineLength = 0;
     // PHYLIP: names of any length but without blanks, instead of ten characters.
     bool hasLongNames = false;

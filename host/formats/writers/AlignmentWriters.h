@@ -15,5 +15,6 @@ void writeClustal(const FittedAlignment &alignment, TextSink &sink);
 void writeStockholm(const FittedAlignment &alignment, TextSink &sink);
 void writeMsf(const FittedAlignment &alignment, TextSink &sink);
 void writePhylip(const FittedAlignment &alignment, TextSink &sink);
+void writeNexus(const FittedAlignment &alignment, TextSink &sink);
 
 } // namespace TAMBO::formats

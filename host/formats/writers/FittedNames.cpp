@@ -22,6 +22,8 @@ bool isAllowed(char character, const WriteOptions &options) noexcept
 {
     switch (options.format) {
     case FileFormat::Pir:
+    // Between quotation marks.
+    case FileFormat::Nexus:
         return true;
     case FileFormat::Phylip:
         return static_cast<unsigned char>(character) < 0x80 && !isTreePunctuation(character) &&

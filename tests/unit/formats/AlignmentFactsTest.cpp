@@ -130,7 +130,7 @@ TEST(AlignmentFacts, EveryFileIsReadAsItIs)
         expectFacts(fact, contents.alignments.front());
         ++tested;
     }
-    EXPECT_EQ(tested, 69U);
+    EXPECT_EQ(tested, 71U);
 }
 
 TEST(AlignmentFacts, FilesThatHoldNoAlignmentGiveOneClearMessage)
@@ -160,6 +160,31 @@ TEST(AlignmentFacts, GlobinsAreTheSameInClustalMsfAndPhylip)
     EXPECT_EQ(clustal.rows[0].sequence.width, 164U);
     EXPECT_EQ(phylip.alignments[1].rows.size(), 7U);
     EXPECT_EQ(phylip.alignments[1].rows[0].sequence.width, 167U);
+}
+
+TEST(AlignmentFacts, NexusOfAnotherProgramHasTheRowsOfStockholm)
+{
+    const AlignmentRecord stockholm =
+        contentsOf(dataFile("alignments/stockholm/globins45.sto")).alignments.at(0);
+    const AlignmentRecord nexus =
+        contentsOf(dataFile("alignments/nexus/globins45_biopython.nex")).alignments.at(0);
+    EXPECT_EQ(rowTexts(nexus), rowTexts(stockholm));
+    std::vector<std::string> names = rowNames(stockholm);
+    for (std::string &name : names)
+        std::replace(name.begin(), name.end(), '_', ' ');
+    EXPECT_EQ(rowNames(nexus), names);
+}
+
+TEST(AlignmentFacts, NexusByHandHasTheRowsOfPir)
+{
+    const AlignmentRecord pir =
+        contentsOf(dataFile("alignments/pir/ferredoxin_two_rows.pir")).alignments.at(0);
+    const AlignmentRecord nexus =
+        contentsOf(dataFile("alignments/nexus/ferredoxins_by_hand.nex")).alignments.at(0);
+    EXPECT_EQ(rowNames(nexus), (std::vector<std::string>{"Azotobacter's 5fd1",
+                                                         "Peptococcus aerogenes", "third_row"}));
+    EXPECT_EQ(rowTexts(nexus).at(0), rowTexts(pir).at(0));
+    EXPECT_EQ(rowTexts(nexus).at(1), rowTexts(pir).at(1));
 }
 
 TEST(AlignmentFacts, PhylipIsTheSameInterleavedAndSequential)

@@ -81,7 +81,8 @@ TEST(FileReader, GzipOfEveryFormatReadsAsThePlainFile)
          {"families/serine_proteases/serine_proteases.ali", "alignments/fasta/dhfr_large.a2m",
           "alignments/clustal/hedgehog.aln", "alignments/stockholm/egf_seed.sto",
           "alignments/msf/balibase_BB30013.msf", "alignments/phylip/interlaced.phy",
-          "structures/lysozyme_1aki.cif", "structures/lysozyme_1aki.pdb"}) {
+          "alignments/nexus/globins45_biopython.nex", "structures/lysozyme_1aki.cif",
+          "structures/lysozyme_1aki.pdb"}) {
         SCOPED_TRACE(name);
         const std::string bytes = bytesOf(dataFile(name));
         const FileContents plain = contentsOf(dataFile(name));

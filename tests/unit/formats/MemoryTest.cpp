@@ -73,6 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, Memory,
                                          Limit{"a3m", 1.3, 3.6}, Limit{"stockholm", 1.6, 3.7},
                                          // Blocks give each row piece by piece.
                                          Limit{"clustal", 2.5, 4.3}, Limit{"msf", 2.5, 4.3},
+                                         Limit{"nexus", 2.5, 4.3},
                                          // All of the text is read before it is known where
                                          // names end.
                                          Limit{"phylip", 4.5, 6.6}),

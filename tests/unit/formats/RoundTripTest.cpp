@@ -26,7 +26,8 @@ const std::vector<std::string> kExactFormats = {"pir",
                                                 "phylip",
                                                 "phylip-relaxed",
                                                 "phylip-sequential",
-                                                "phylip-relaxed-sequential"};
+                                                "phylip-relaxed-sequential",
+                                                "nexus"};
 
 bool isNameLoss(const std::string &sentence)
 {

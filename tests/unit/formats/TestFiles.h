@@ -31,7 +31,7 @@ private:
 // What every message about a file of no known format ends with.
 inline const std::string kKnownFormats =
     "expected a structure (PDB, mmCIF) or an alignment (PIR, FASTA, A3M, Clustal, Stockholm, MSF, "
-    "PHYLIP)";
+    "PHYLIP, NEXUS)";
 
 [[nodiscard]] std::filesystem::path dataFile(const std::string &name);
 [[nodiscard]] std::string bytesOf(const std::filesystem::path &path);

@@ -18,6 +18,8 @@ import unittest
 
 from Bio import AlignIO
 from Bio.AlignIO import PhylipIO
+from Bio.Data import IUPACData
+from Bio.Nexus.Nexus import NexusError
 
 TAMBO, DATA, FORMAT = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
 
@@ -28,6 +30,15 @@ class RelaxedSequential(PhylipIO.SequentialPhylipIterator):
     _split_id = PhylipIO.RelaxedPhylipIterator._split_id
 
 
+def read_nexus(text):
+    """Of a name without quotation marks, in which "_" means a blank, Biopython keeps the "_"."""
+    rows = list(AlignIO.parse(io.StringIO(text), "nexus"))
+    for row in (row for alignment in rows for row in alignment):
+        if f"'{row.id}'" not in text:
+            row.id = row.id.replace("_", " ")
+    return rows
+
+
 def parser(name):
     return lambda text: list(AlignIO.parse(io.StringIO(text), name))
 
@@ -35,19 +46,23 @@ def parser(name):
 READERS = {name: parser(name) for name in ("pir", "fasta", "clustal", "stockholm", "msf")}
 READERS["a2m"] = parser("fasta")
 READERS |= {name: parser(name) for name in ("phylip", "phylip-relaxed", "phylip-sequential")}
+READERS["nexus"] = read_nexus
 READERS["phylip-relaxed-sequential"] = lambda text: list(RelaxedSequential(io.StringIO(text)))
 HOLD_SEVERAL = ("stockholm", "phylip")
-REFUSALS = (ValueError, AssertionError)
+# Letters that it takes for no residues in NEXUS files.
+IUPACData.protein_letters += "JOU"
+REFUSALS = (ValueError, AssertionError, NexusError)
 
 # Originals that Biopython refuses or reads otherwise: rows in groups of ten, lengths or headers
-# that it does not know, no header at all, no "*", insertions without gaps, comments among residues.
-# Of these it reads our FASTA file instead.
+# that it does not know, no header at all, no "*", insertions without gaps, comments among residues, symbols
+# for "as in the first row" in blocks. Of these it reads our FASTA or PIR file instead.
 NOT_READ = (
     "alignments/fasta/easel_a2m_1.a2m",
     "alignments/clustal/globins.aln",
     "alignments/msf/hla_doa.msf",
     "alignments/one_alignment_many_formats/fourteen_three_three.msf",
     "alignments/one_alignment_many_formats/fourteen_three_three.pfam",
+    "alignments/nexus/ferredoxins_by_hand.nex",
     "malformed/alignments/pir_missing_terminators.pir",
     "malformed/alignments/fasta_text_and_semicolon_comments.fasta",
 )
@@ -94,7 +109,9 @@ def original(name, format_name, fact, folder):
     """The alignments in a file of the collection."""
     path = DATA / name
     if name in NOT_READ:
-        path, format_name = folder / "original.fasta", "fasta"
+        # Names of one format only have blanks.
+        format_name = "pir" if name.endswith(".nex") else "fasta"
+        path = folder / f"original.{format_name}"
         run("convert", DATA / name, path)
     for kind in (kind for kind in READERS if kind.startswith(format_name)):
         try:

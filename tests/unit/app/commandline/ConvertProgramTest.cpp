@@ -138,7 +138,7 @@ TEST_F(ConvertProgram, AWrongCallSaysWhyAndWritesNothing)
          {QStringList{"convert"}, QStringList{"convert", file},
           QStringList{"convert", file, "a.ali", "b.ali"}, QStringList{"convert", file, "x.unknown"},
           QStringList{"convert", file, "x"}, QStringList{"convert", file, "x.ali", "--to"},
-          QStringList{"convert", file, "x.ali", "--to", "nexus"},
+          QStringList{"convert", file, "x.ali", "--to", "mega"},
           QStringList{"convert", file, "x.ali", "--nonsense"}, QStringList{"convert", file, ""}}) {
         const Finished call = run(arguments);
         EXPECT_EQ(call.status, 2) << arguments.join(u' ').toStdString();

@@ -89,7 +89,8 @@ TEST_F(ExportDialogTest, EveryObjectThatCanBeWrittenIsOffered)
     EXPECT_EQ(texts(control<QComboBox>(dialog, "Format")), (QStringList{"PDB", "mmCIF"}));
     choose(dialog, "Object", "family");
     EXPECT_EQ(texts(control<QComboBox>(dialog, "Format")),
-              (QStringList{"PIR", "FASTA", "Clustal", "Stockholm", "MSF", "PHYLIP", "A2M", "A3M"}));
+              (QStringList{"PIR", "FASTA", "Clustal", "Stockholm", "MSF", "PHYLIP", "NEXUS", "A2M",
+                           "A3M"}));
 }
 
 TEST_F(ExportDialogTest, LossesFollowTheFormatAndItsOptions)

@@ -239,7 +239,7 @@ TEST_F(WritableObjectTest, AStructureKeepsResiduesGroupsAtomsAndElements)
 
 TEST_F(WritableObjectTest, AlignmentsAndStructuresHaveFormatsOfTheirOwn)
 {
-    EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().size(), 8U);
+    EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().size(), 9U);
     EXPECT_EQ(WritableObject(alignment("x", {"AC"})).formats().front(), FileFormat::Pir);
     EXPECT_EQ(WritableObject(structure("1abc", "A", "AC")).formats(),
               (std::vector{FileFormat::Pdb, FileFormat::Mmcif}));

@@ -5,6 +5,7 @@
 #include "FastaReader.h"
 #include "MmcifReader.h"
 #include "MsfReader.h"
+#include "NexusReader.h"
 #include "PdbReader.h"
 #include "PhylipReader.h"
 #include "PirReader.h"
@@ -30,6 +31,7 @@ const std::vector<std::string> kFiles = {
     "alignments/stockholm/simple.sto",
     "alignments/stockholm/cbs_domain_with_gr_lines.sto",
     "alignments/msf/globins.msf",
+    "alignments/nexus/ferredoxins_by_hand.nex",
     "alignments/phylip/globins_two_alignments.phy",
     "alignments/phylip/sequential.phy",
     "structures/six_residue_peptide_5e5z.pdb",
@@ -139,8 +141,8 @@ TEST(DamagedFile, RandomBytesGiveAMessage)
 TEST(DamagedFile, NoReaderTakesATextWithoutAnything)
 {
     using Reader = Result<FileContents> (*)(TextReader &);
-    for (const Reader reader : {readClustal, readFasta, readMmcif, readMsf, readPdb, readPhylip,
-                                readPir, readPlainRows, readStockholm}) {
+    for (const Reader reader : {readClustal, readFasta, readMmcif, readMsf, readNexus, readPdb,
+                                readPhylip, readPir, readPlainRows, readStockholm}) {
         for (const char *text : {"", "\n", " \n\n"}) {
             const TemporaryFile file("x", text);
             const ReadProgress noProgress;

@@ -47,6 +47,7 @@ constexpr FileKind kKinds[] = {
     {"Clustal", FileFormat::Clustal, PieceStore::kGroup, 0},
     {"Stockholm", FileFormat::Stockholm, PieceStore::kGroup, 0},
     {"Msf", FileFormat::Msf, PieceStore::kGroup, 0},
+    {"Nexus", FileFormat::Nexus, PieceStore::kGroup, 0},
     {"Phylip", FileFormat::Phylip, PieceStore::kGroup, WorkLooks::kBetween},
 };
 

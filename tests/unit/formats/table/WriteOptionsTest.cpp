@@ -18,8 +18,8 @@ TEST(WriteOptions, EveryNameStandsForOptionsOfItsOwn)
         EXPECT_EQ(std::count(known.begin(), known.end(), *options), 0) << name;
         known.push_back(*options);
     }
-    EXPECT_EQ(known.size(), 13U);
-    EXPECT_EQ(writeOptionsNamed("nexus"), std::nullopt);
+    EXPECT_EQ(known.size(), 14U);
+    EXPECT_EQ(writeOptionsNamed("mega"), std::nullopt);
     EXPECT_EQ(writeOptionsNamed(""), std::nullopt);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The text of Clustal, Stockholm, MSF and PHYLIP files.
+// The text of Clustal, Stockholm, MSF, PHYLIP and NEXUS files.
 #include "RecordBuilder.h"
 #include "TestFiles.h"
 #include "support/Outcome.h"
@@ -191,6 +191,35 @@ TEST(BlockWriter, NamesOfAnyCharactersReadBack)
                   "");
         EXPECT_EQ(rowNames(contentsOf(file.path()).alignments.at(0)), rowNames(record)) << format;
     }
+}
+
+TEST(NexusWriter, NamesThatWouldMeanSomethingElseAreQuoted)
+{
+    EXPECT_EQ(textOf(recordOf({{"P1.2|x", "AC-"}, {"a_b", "ACD"}, {"it's", "acd"}, {"12", "---"}}),
+                     optionsOf("nexus"), writeNexus),
+              "#NEXUS\n"
+              "\n"
+              "BEGIN DATA;\n"
+              "    DIMENSIONS NTAX=4 NCHAR=3;\n"
+              "    FORMAT DATATYPE=PROTEIN MISSING=? GAP=-;\n"
+              "    MATRIX\n"
+              "P1.2|x  AC-\n"
+              "'a_b'   ACD\n"
+              "'it''s' acd\n"
+              "'12'    ---\n"
+              "    ;\n"
+              "END;\n");
+}
+
+TEST(NexusWriter, WideAlignmentsAreInterleaved)
+{
+    EXPECT_EQ(textOf(recordOf({{"a", std::string(61, 'A')}, {"b", std::string(61, 'C')}}),
+                     optionsOf("nexus"), writeNexus),
+              "#NEXUS\n\nBEGIN DATA;\n    DIMENSIONS NTAX=2 NCHAR=61;\n"
+              "    FORMAT DATATYPE=PROTEIN MISSING=? GAP=- INTERLEAVE;\n    MATRIX\n"
+              "a " +
+                  std::string(60, 'A') + "\nb " + std::string(60, 'C') +
+                  "\n\na A\nb C\n    ;\nEND;\n");
 }
 
 } // namespace BlockWriterTest

@@ -29,7 +29,8 @@ const std::vector<std::string> kFormats = {"pir",
                                            "phylip",
                                            "phylip-relaxed",
                                            "phylip-sequential",
-                                           "phylip-relaxed-sequential"};
+                                           "phylip-relaxed-sequential",
+                                           "nexus"};
 
 TEST(WriteLosses, PlainRowsLoseNothingAnywhere)
 {
@@ -44,7 +45,7 @@ TEST(WriteLosses, DescriptionsAreLostWhereRowsHaveNamesOnly)
     record.rows[0].description = "first";
     record.rows[1].description = "second";
     record.rows[2].description = "sequence:c::::::::";
-    for (const char *format : {"clustal", "msf", "phylip", "phylip-relaxed"})
+    for (const char *format : {"clustal", "msf", "phylip", "phylip-relaxed", "nexus"})
         EXPECT_THAT(lossesIn(format, record),
                     ElementsAre("The descriptions of 2 rows are left out."))
             << format;

@@ -191,6 +191,7 @@ const std::map<std::string, std::uint64_t> kDigests = {
     {"phylip-relaxed", 0xd777f02ef01ab604U},
     {"phylip-sequential", 0xc69d901ec243e12aU},
     {"phylip-relaxed-sequential", 0x0b6455a50684a71aU},
+    {"nexus", 0x59bc362eee5f1634U},
 };
 
 class WriterProperty : public testing::TestWithParam<std::string>
@@ -234,7 +235,7 @@ TEST_P(WriterProperty, RandomAlignmentsReadBackAsTheFormatCanHoldThem)
 INSTANTIATE_TEST_SUITE_P(Formats, WriterProperty,
                          testing::Values("pir", "fasta", "a2m", "a3m", "clustal", "stockholm",
                                          "msf", "phylip", "phylip-relaxed", "phylip-sequential",
-                                         "phylip-relaxed-sequential"),
+                                         "phylip-relaxed-sequential", "nexus"),
                          [](const auto &info) {
                              std::string name = info.param;
                              std::replace(name.begin(), name.end(), '-', '_');
