@@ -224,6 +224,12 @@ void VirtualScreen::release(int button) const
     EXPECT_TRUE(xdotool({"mouseup", QString::number(button)}));
 }
 
+void VirtualScreen::pressWithKey(const QString &key, int button, int times) const
+{
+    EXPECT_TRUE(xdotool({"keydown", key, "click", "--repeat", QString::number(times), "--delay",
+                         "10", QString::number(button), "keyup", key}));
+}
+
 void VirtualScreen::moveWindow(const QString &window, QPoint place) const
 {
     EXPECT_TRUE(

@@ -41,6 +41,8 @@ public:
     void moveMouse(QPoint place) const;
     void press(int button) const;
     void release(int button) const;
+    // Where the pointer is, so many times while the key is held; 4 and 5 turn the wheel.
+    void pressWithKey(const QString &key, int button, int times) const;
     void moveWindow(const QString &window, QPoint place) const;
     // Gives it the keyboard.
     void activate(const QString &window) const;

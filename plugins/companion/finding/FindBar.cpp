@@ -71,7 +71,7 @@ FindBar::~FindBar()
 
 void FindBar::makeWidgets()
 {
-    auto *const label = new QLabel(QToolBar::tr("&Find:"));
+    auto *const label = new QLabel(tr("F&ind:"));
     label->setContentsMargins(kGap, 0, kGap, 0);
     m_Text = new QComboBox;
     m_Text->setEditable(true);
@@ -91,7 +91,7 @@ void FindBar::makeWidgets()
     m_Mismatches->setRange(0, kMostMismatches);
     m_Mismatches->setSuffix(tr(" mismatches"));
     m_Mismatches->setAccessibleName(tr("How many letters may be others"));
-    m_OnlySelected = new QCheckBox(tr("&selected only"));
+    m_OnlySelected = new QCheckBox(tr("s&elected only"));
     m_State = makeLineLabel();
     QToolButton *const back = button(QStringLiteral("◀"), tr("Previous hit (Shift+F3)"));
     QToolButton *const forth = button(QStringLiteral("▶"), tr("Next hit (F3, Enter)"));

@@ -6,14 +6,19 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 
 namespace companion {
 
+using TAMBO::WindowArea;
+
 WindowCommands::WindowCommands(TAMBO::AlignmentWindow &window, Companion &companion)
-    : CellEventFilter(window, TAMBO::WindowArea::Corner), m_Companion(companion)
+    : CellEventFilter(window, WindowArea::Corner | WindowArea::Cells), m_Companion(companion)
 {
+    for (const WindowArea area : {WindowArea::Cells, WindowArea::Names, WindowArea::Header})
+        window.areaWidget(area)->parentWidget()->installEventFilter(this);
     for (const Command &command : commands()) {
         if (command.keys.isEmpty())
             continue;
@@ -26,14 +31,44 @@ WindowCommands::WindowCommands(TAMBO::AlignmentWindow &window, Companion &compan
 
 WindowCommands::~WindowCommands() = default;
 
-bool WindowCommands::handle(TAMBO::AlignmentWindow &window, TAMBO::WindowArea, QEvent &event)
+void WindowCommands::showMenu(const QPoint &global)
 {
-    if (event.type() != QEvent::ContextMenu)
-        return false;
-    auto *const menu = new QMenu(window.mainWindow());
+    auto *const menu = new QMenu(window()->mainWindow());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillMenu(*menu, [this] { return &m_Companion; });
-    menu->popup(static_cast<const QContextMenuEvent &>(event).globalPos());
+    menu->popup(global);
+}
+
+void WindowCommands::showMenuByKey()
+{
+    const QWidget &corner = *window()->areaWidget(WindowArea::Corner);
+    showMenu(corner.mapToGlobal(corner.rect().center()));
+}
+
+bool WindowCommands::handle(TAMBO::AlignmentWindow &, WindowArea area, QEvent &event)
+{
+    if (area == WindowArea::Corner) {
+        if (event.type() != QEvent::ContextMenu)
+            return false;
+        showMenu(static_cast<const QContextMenuEvent &>(event).globalPos());
+        return true;
+    }
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    // The toolkit makes no request for a menu of these on every system.
+    const auto &key = static_cast<const QKeyEvent &>(event);
+    if (key.key() != Qt::Key_F10 || key.modifiers() != Qt::ShiftModifier)
+        return false;
+    showMenuByKey();
+    return true;
+}
+
+bool WindowCommands::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ContextMenu ||
+        static_cast<const QContextMenuEvent *>(event)->reason() != QContextMenuEvent::Keyboard)
+        return QObject::eventFilter(watched, event);
+    showMenuByKey();
     return true;
 }
 

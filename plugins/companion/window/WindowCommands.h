@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The commands of one alignment window: by their keys, and in a menu on its corner.
+// The commands of one alignment window: by their keys, and in a menu on its corner, which the menu
+// key and Shift+F10 open as well.
 #pragma once
 
 #include "CellEventFilter.h"
@@ -21,7 +22,15 @@ public:
 
     bool handle(TAMBO::AlignmentWindow &window, TAMBO::WindowArea area, QEvent &event) override;
 
+protected:
+    // The key that asks for a menu, while cells, names or header have the keyboard.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void showMenu(const QPoint &global);
+    // Below the corner, for who has no pointer there.
+    void showMenuByKey();
+
     Companion &m_Companion;
 };
 
