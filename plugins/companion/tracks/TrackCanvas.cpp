@@ -3,6 +3,8 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "LinePainting.h"
+#include "PlainText.h"
 #include "StructureDetails.h"
 #include "TrackPainting.h"
 #include "WorkbenchValues.h"
@@ -23,7 +25,6 @@ using TAMBO::WindowArea;
 namespace {
 
 constexpr char kTracksOf[] = "companion";
-// Those that were switched otherwise than they are at first.
 constexpr char kTracksOff[] = "tracks-off";
 constexpr char kTracksOn[] = "tracks-on";
 // Of a frame, so that scrolling is not felt.
@@ -47,11 +48,9 @@ TrackCanvas::TrackCanvas(TAMBO::AlignmentWindow &window) : AlignmentViewObserver
 {
     setAccessibleName(tr("Tracks along the columns"));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    const QStringList off = keptKeys(kTracksOff);
-    const QStringList on = keptKeys(kTracksOn);
-    for (const Track track : kTracks)
-        if (isOnAtFirst(track) ? !off.contains(trackKey(track)) : on.contains(trackKey(track)))
-            m_On.insert(track);
+    m_Off = keptKeys(kTracksOff);
+    m_On = keptKeys(kTracksOn);
+    arrange();
     m_Slices.callOnTimeout([this] { goOn(); });
 }
 
@@ -64,28 +63,106 @@ TAMBO::AlignmentWindow &TrackCanvas::shown() const
 
 // ---- Which tracks
 
+bool TrackCanvas::isOn(const QString &key, bool atFirst) const
+{
+    return atFirst ? !m_Off.contains(key) : m_On.contains(key);
+}
+
+bool TrackCanvas::isOn(Track track) const
+{
+    return isOn(trackKey(track), isOnAtFirst(track));
+}
+
+bool TrackCanvas::isOn(const LineTrack &line) const
+{
+    return isOn(line.key, isOnAtFirst(line));
+}
+
 void TrackCanvas::setOn(Track track, bool on)
 {
-    if (on == isOn(track))
+    setOn(trackKey(track), isOnAtFirst(track), on);
+}
+
+void TrackCanvas::setOn(const LineTrack &line, bool on)
+{
+    setOn(line.key, isOnAtFirst(line), on);
+}
+
+void TrackCanvas::setOn(const QString &key, bool atFirst, bool on)
+{
+    if (on == isOn(key, atFirst))
         return;
-    if (on)
-        m_On.insert(track);
+    QStringList &switched = atFirst ? m_Off : m_On;
+    if (on == atFirst)
+        switched.removeAll(key);
     else
-        m_On.erase(track);
-    keepSwitched();
-    updateGeometry();
+        switched << key;
+    WorkbenchValues::Set(kTracksOf, kTracksOff, m_Off.join(u' ').toStdString());
+    WorkbenchValues::Set(kTracksOf, kTracksOn, m_On.join(u' ').toStdString());
+    arrange();
     follow();
 }
 
-void TrackCanvas::keepSwitched() const
+void TrackCanvas::chooseRows()
 {
-    QStringList off;
-    QStringList on;
+    const TAMBO::Alignment *const alignment = shown().alignment();
+    if (alignment == nullptr)
+        return;
+    // One more, to know whether some are left out.
+    std::vector<unsigned long> rows = rowsWithSelection(*alignment, kMostRows + 1);
+    m_RowHint.clear();
+    if (rows.empty())
+        m_RowHint =
+            tr("Select a residue of each row that is to be shown here, and choose Tracks of "
+               "Selected Rows again.");
+    else if (rows.size() > kMostRows)
+        m_RowHint = tr("These are the first %1 rows with selected residues.").arg(kMostRows);
+    if (rows.size() > kMostRows)
+        rows.resize(kMostRows);
+    if (!rows.empty())
+        m_Rows.choose(*alignment, rows);
+    arrange();
+    follow();
+}
+
+void TrackCanvas::giveUpRow(unsigned long row)
+{
+    m_Rows.giveUp(row);
+    m_RowHint.clear();
+    arrange();
+    follow();
+}
+
+void TrackCanvas::giveUpRows()
+{
+    m_Rows.clear();
+    m_RowHint.clear();
+    arrange();
+    follow();
+}
+
+void TrackCanvas::arrange()
+{
+    const int before = sizeHint().height();
+    const TAMBO::Alignment *const alignment = shown().alignment();
+    m_Lines.clear();
+    if (alignment != nullptr) {
+        m_Rows.follow(*alignment);
+        m_Lines = lineTracks(*alignment, m_Rows.rows());
+    }
+    m_Items.clear();
     for (const Track track : kTracks)
-        if (isOn(track) != isOnAtFirst(track))
-            (isOn(track) ? on : off) << trackKey(track);
-    WorkbenchValues::Set(kTracksOf, kTracksOff, off.join(u' ').toStdString());
-    WorkbenchValues::Set(kTracksOf, kTracksOn, on.join(u' ').toStdString());
+        if (isOn(track))
+            m_Items.push_back({track, std::nullopt, trackLines(track)});
+    for (const LineTrack &line : m_Lines)
+        if (isOn(line))
+            m_Items.push_back({std::nullopt, line, trackLines(line)});
+    if (!m_RowHint.isEmpty())
+        m_Items.push_back({});
+    const int more = sizeHint().height() - before;
+    updateGeometry();
+    if (more != 0)
+        emit heightWanted(more);
 }
 
 QSize TrackCanvas::sizeHint() const
@@ -101,11 +178,9 @@ QSize TrackCanvas::minimumSizeHint() const
 int TrackCanvas::heightOf(double share) const
 {
     int lines = 0;
-    int gaps = 0;
-    for (const Track track : kTracks) {
-        lines += isOn(track) ? trackLines(track) : 0;
-        gaps += isOn(track) ? 2 * kTrackGap : 0;
-    }
+    for (const Item &item : m_Items)
+        lines += item.lines;
+    const int gaps = 2 * kTrackGap * int(m_Items.size());
     // There is always room for a remark.
     return std::max(qRound(share * lines * fontMetrics().height()) + gaps,
                     kLeastLines * fontMetrics().height());
@@ -120,32 +195,35 @@ QRect TrackCanvas::cellsPlace() const
     return {left, 0, shown().visibleSize().width(), height()};
 }
 
-QRect TrackCanvas::trackRect(Track track) const
+QRect TrackCanvas::itemRect(std::size_t index) const
 {
-    if (!isOn(track))
-        return {};
     int all = 0;
     int above = 0;
-    int gaps = 0;
-    int gapsAbove = kTrackGap;
-    for (const Track each : kTracks) {
-        if (!isOn(each))
-            continue;
-        above += each < track ? trackLines(each) : 0;
-        gapsAbove += each < track ? 2 * kTrackGap : 0;
-        all += trackLines(each);
-        gaps += 2 * kTrackGap;
+    for (std::size_t i = 0; i < m_Items.size(); ++i) {
+        above += i < index ? m_Items[i].lines : 0;
+        all += m_Items[i].lines;
     }
-    const int room = std::max(0, height() - gaps);
+    const int gaps = 2 * kTrackGap;
+    const int room = std::max(0, height() - gaps * int(m_Items.size()));
     const int top = room * above / all;
-    const int bottom = room * (above + trackLines(track)) / all;
-    return {0, gapsAbove + top, width(), bottom - top};
+    const int bottom = room * (above + m_Items[index].lines) / all;
+    return {0, gaps * int(index) + kTrackGap + top, width(), bottom - top};
 }
 
 QRect TrackCanvas::columnRect(Track track, unsigned long col) const
 {
-    const QRect all = trackRect(track);
-    return all.isEmpty() ? QRect() : columnRect(all, cellsPlace().left(), col);
+    const auto found = std::ranges::find(m_Items, std::optional(track), &Item::track);
+    return found == m_Items.end() ? QRect()
+                                  : columnRect(itemRect(std::size_t(found - m_Items.begin())),
+                                               cellsPlace().left(), col);
+}
+
+QRect TrackCanvas::columnRect(const LineTrack &line, unsigned long col) const
+{
+    const auto found = std::ranges::find(m_Items, std::optional(line), &Item::line);
+    return found == m_Items.end() ? QRect()
+                                  : columnRect(itemRect(std::size_t(found - m_Items.begin())),
+                                               cellsPlace().left(), col);
 }
 
 QRect TrackCanvas::columnRect(const QRect &track, int cellsLeft, unsigned long col) const
@@ -154,13 +232,14 @@ QRect TrackCanvas::columnRect(const QRect &track, int cellsLeft, unsigned long c
     return {cellsLeft + cell.left(), track.top(), cell.width(), track.height()};
 }
 
-std::optional<Track> TrackCanvas::trackAt(int y) const
+const TrackCanvas::Item *TrackCanvas::itemAt(int y) const
 {
-    const auto found = std::ranges::find_if(kTracks, [this, y](Track track) {
-        const QRect all = trackRect(track);
-        return y >= all.top() - kTrackGap && y <= all.bottom() + kTrackGap && !all.isEmpty();
-    });
-    return found == kTracks.end() ? std::nullopt : std::optional(*found);
+    for (std::size_t i = 0; i < m_Items.size(); ++i) {
+        const QRect place = itemRect(i);
+        if (y >= place.top() - kTrackGap && y <= place.bottom() + kTrackGap)
+            return &m_Items[i];
+    }
+    return nullptr;
 }
 
 // ---- In step with the window
@@ -168,11 +247,15 @@ std::optional<Track> TrackCanvas::trackAt(int y) const
 void TrackCanvas::alignmentShown()
 {
     m_Columns.clear();
+    m_Rows.clear();
+    m_RowHint.clear();
+    arrange();
     follow();
 }
 
 void TrackCanvas::layoutRebuilt()
 {
+    arrange();
     follow();
 }
 
@@ -216,6 +299,11 @@ bool TrackCanvas::hasTooMany() const
     return cells.colEnd - cells.colBegin > kMostShown;
 }
 
+bool TrackCanvas::hasNumbers() const
+{
+    return std::ranges::any_of(m_Items, [](const Item &item) { return item.track.has_value(); });
+}
+
 void TrackCanvas::follow()
 {
     m_Slices.stop();
@@ -223,7 +311,7 @@ void TrackCanvas::follow()
     if (!isVisible() || shown().alignment() == nullptr)
         return;
     m_Columns.wantSpread(isOn(Track::Distance));
-    if (m_On.empty() || hasTooMany()) {
+    if (!hasNumbers() || hasTooMany()) {
         m_Columns.want(0, 0);
         return;
     }
@@ -236,12 +324,12 @@ void TrackCanvas::follow()
 void TrackCanvas::goOn()
 {
     const TAMBO::Alignment *const alignment = shown().alignment();
-    const std::size_t before = m_Columns.computed();
+    const std::size_t before = m_Columns.computed() + m_Columns.spreads();
     if (alignment == nullptr || !m_Columns.goOn(*alignment, kTrackSlice))
         m_Slices.stop();
     else if (!m_Slices.isActive())
         m_Slices.start(0);
-    if (m_Columns.computed() != before)
+    if (m_Columns.computed() + m_Columns.spreads() != before)
         update();
 }
 
@@ -249,7 +337,7 @@ void TrackCanvas::goOn()
 
 QString TrackCanvas::remark() const
 {
-    if (m_On.empty())
+    if (m_Items.empty())
         return tr("All tracks are switched off. The right mouse button switches them on.");
     if (hasTooMany())
         return tr("More than %L1 columns are in sight. Zoom in to see their tracks.")
@@ -265,38 +353,70 @@ void TrackCanvas::paintEvent(QPaintEvent *event)
         return;
     const QRect cells = cellsPlace();
     const QString instead = remark();
-    const TAMBO::CellBlock block = shown().visibleCells();
-    for (const Track track : kTracks) {
-        const QRect all = trackRect(track);
-        if (all.isEmpty())
-            continue;
+    for (std::size_t i = 0; i < m_Items.size(); ++i) {
+        const Item &item = m_Items[i];
+        const QRect place = itemRect(i);
+        const QRect beside(0, place.top(), std::max(0, cells.left()), place.height());
         painter.setClipping(false);
-        paintTrackName(painter, track, {0, all.top(), std::max(0, cells.left()), all.height()});
+        if (item.track)
+            paintTrackName(painter, *item.track, beside);
+        else if (item.line)
+            paintLineName(painter, *item.line, beside);
         painter.setPen(kTrackEdge);
-        painter.drawLine(cells.left(), all.bottom() + 1, cells.right(), all.bottom() + 1);
-        painter.setClipRect(cells.intersected(all));
-        for (unsigned long col = block.colBegin; col < block.colEnd && instead.isEmpty(); ++col)
-            paintTrackColumn(painter, track, m_Columns.at(col), columnRect(all, cells.left(), col));
+        painter.drawLine(cells.left(), place.bottom() + 1, cells.right(), place.bottom() + 1);
+        painter.setClipRect(cells.intersected(place));
+        if (instead.isEmpty())
+            paintItem(painter, item, place);
     }
     painter.setClipping(false);
     painter.setPen(Qt::black);
     painter.drawText(cells, Qt::AlignCenter | Qt::TextWordWrap, instead);
 }
 
+void TrackCanvas::paintItem(QPainter &painter, const Item &item, const QRect &place) const
+{
+    const QRect cells = cellsPlace();
+    const TAMBO::CellBlock block = shown().visibleCells();
+    if (item.track) {
+        for (unsigned long col = block.colBegin; col < block.colEnd; ++col)
+            paintTrackColumn(painter, *item.track, m_Columns.at(col),
+                             columnRect(place, cells.left(), col));
+    } else if (item.line) {
+        const unsigned long begin = block.colBegin - std::min(block.colBegin, kBesideSight);
+        const std::string text =
+            lineText(*shown().alignment(), *item.line, begin, block.colEnd + kBesideSight);
+        paintLine(painter, *item.line, text, columnRect(place, cells.left(), begin));
+    } else {
+        painter.setPen(Qt::black);
+        painter.drawText(place.intersected(cells), Qt::AlignLeft | Qt::AlignVCenter, m_RowHint);
+    }
+}
+
+QString TrackCanvas::valueText(const Item &item, unsigned long col) const
+{
+    if (item.line) {
+        const std::string text = lineText(*shown().alignment(), *item.line, col, col + 1);
+        return text.empty() ? QString() : lineValue(*item.line, text.front());
+    }
+    const TrackColumn *const column = m_Columns.isKnown(col) ? m_Columns.at(col) : nullptr;
+    return column == nullptr ? tr("is being computed") : trackValue(*item.track, *column);
+}
+
 QString TrackCanvas::toolTipText(const QPoint &place) const
 {
-    const std::optional<Track> track = trackAt(place.y());
-    if (!track || shown().alignment() == nullptr)
+    const Item *const item = itemAt(place.y());
+    if (item == nullptr || shown().alignment() == nullptr)
         return {};
+    if (!item->track && !item->line)
+        return m_RowHint;
     const QRect cells = cellsPlace();
     if (place.x() < cells.left())
-        return trackMeaning(*track);
+        return item->track ? trackMeaning(*item->track) : item->line->meaning;
     const std::optional<unsigned long> col = shown().columnAt(place.x() - cells.left());
     if (!col || place.x() > cells.right() || hasTooMany())
         return {};
-    const TrackColumn *const column = m_Columns.isKnown(*col) ? m_Columns.at(*col) : nullptr;
     return tr("Column %1 of %2").arg(*col + 1).arg(shown().columns()) + u'\n' +
-           (column == nullptr ? tr("is being computed") : trackValue(*track, *column));
+           valueText(*item, *col);
 }
 
 bool TrackCanvas::event(QEvent *event)
@@ -308,7 +428,7 @@ bool TrackCanvas::event(QEvent *event)
     if (text.isEmpty())
         QToolTip::hideText();
     else
-        QToolTip::showText(help->globalPos(), text, this);
+        QToolTip::showText(help->globalPos(), TAMBO::plainToolTip(text), this);
     return true;
 }
 

@@ -19,6 +19,11 @@ Tracks::Tracks(TAMBO::AlignmentWindow &window)
     setFeatures(DockWidgetClosable | DockWidgetMovable);
     setWidget(m_Canvas);
     window.mainWindow()->addDockWidget(Qt::BottomDockWidgetArea, this);
+    // Each track keeps its height.
+    connect(m_Canvas, &TrackCanvas::heightWanted, this, [this](int more) {
+        if (!isHidden())
+            setHeight(height() + more);
+    });
     hide();
 }
 
@@ -40,8 +45,57 @@ void Tracks::fillMenu(QMenu &menu)
         action->setToolTip(trackMeaning(track));
         action->setCheckable(true);
         action->setChecked(m_Canvas->isOn(track));
-        connect(action, &QAction::toggled, this, [this, track](bool isOn) { setOn(track, isOn); });
+        connect(action, &QAction::toggled, m_Canvas,
+                [this, track](bool isOn) { m_Canvas->setOn(track, isOn); });
     }
+    fillLines(menu);
+    fillRows(menu);
+}
+
+void Tracks::fillLines(QMenu &menu)
+{
+    QStringList known;
+    for (const LineTrack &line : m_Canvas->lines()) {
+        // Those of several rows are switched together.
+        if (known.contains(line.key))
+            continue;
+        if (known.isEmpty())
+            menu.addSeparator();
+        known << line.key;
+        QAction *const action = menu.addAction(lineTitle(line).replace(u'&', QStringLiteral("&&")));
+        action->setCheckable(true);
+        action->setChecked(m_Canvas->isOn(line));
+        connect(action, &QAction::toggled, m_Canvas,
+                [this, line](bool isOn) { m_Canvas->setOn(line, isOn); });
+    }
+}
+
+void Tracks::fillRows(QMenu &menu)
+{
+    menu.addSeparator();
+    QAction *const choose = menu.addAction(tr("Tracks of Selected Rows"));
+    choose->setToolTip(tr("Secondary structure and annotation of the rows with selected residues"));
+    connect(choose, &QAction::triggered, this, &Tracks::chooseRows);
+    for (const LineTrack &line : m_Canvas->lines()) {
+        if (!line.row || line.line)
+            continue;
+        const QString name = QString(line.name).replace(u'&', QStringLiteral("&&"));
+        QAction *const action = menu.addAction(tr("Without %1").arg(name));
+        connect(action, &QAction::triggered, m_Canvas,
+                [this, row = *line.row] { m_Canvas->giveUpRow(row); });
+    }
+}
+
+void Tracks::chooseRows()
+{
+    if (isHidden())
+        toggle();
+    m_Canvas->chooseRows();
+}
+
+void Tracks::giveUpRows()
+{
+    m_Canvas->giveUpRows();
 }
 
 void Tracks::contextMenuEvent(QContextMenuEvent *event)
@@ -51,15 +105,6 @@ void Tracks::contextMenuEvent(QContextMenuEvent *event)
     menu->setToolTipsVisible(true);
     fillMenu(*menu);
     menu->popup(event->globalPos());
-}
-
-// Each track keeps its height; the dock gets another one.
-void Tracks::setOn(Track track, bool isOn)
-{
-    const int before = m_Canvas->sizeHint().height();
-    m_Canvas->setOn(track, isOn);
-    const int more = m_Canvas->sizeHint().height() - before;
-    setHeight(height() + more);
 }
 
 void Tracks::setHeight(int height)

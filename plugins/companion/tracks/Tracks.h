@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dock with the tracks of an alignment window: conservation, occupancy, a logo.
+// The dock with the tracks of an alignment window: numbers, annotation, structures.
 #pragma once
 
 #include "TrackCanvas.h"
@@ -23,13 +23,17 @@ public:
     // Into sight, or out of it.
     void toggle();
     [[nodiscard]] TrackCanvas &canvas() const noexcept { return *m_Canvas; }
+    // Rows with selected residues, into sight.
+    void chooseRows();
+    void giveUpRows();
     void fillMenu(QMenu &menu);
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    void setOn(Track track, bool isOn);
+    void fillLines(QMenu &menu);
+    void fillRows(QMenu &menu);
     void setHeight(int height);
 
     TrackCanvas *m_Canvas;

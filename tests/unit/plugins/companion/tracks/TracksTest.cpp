@@ -136,7 +136,7 @@ TEST_F(TracksOfAWindow, AreOutOfSightUntilTheyAreAskedForAndComputeNothing)
     EXPECT_TRUE(m_Companion->tracks().isHidden());
     scrollTo(500);
     EXPECT_EQ(computed(), 0U);
-    const auto command = std::ranges::find(companion::commands(), QStringLiteral("Trac&ks"),
+    const auto command = std::ranges::find(companion::commands(), QStringLiteral("&Tracks"),
                                            &companion::Command::text);
     ASSERT_NE(command, companion::commands().end());
     command->run(*m_Companion);
