@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "Compound.h"
 #include "Space.h"
+#include "TieText.h"
 
 #include <QStringList>
 
@@ -50,13 +51,15 @@ QString placeText(const TAMBO::Alignment &alignment, const TAMBO::CellIndex &cel
     if (cell.row >= alignment.height() || cell.col >= alignment.width())
         return {};
     const TAMBO::Compound *const residue = alignment.getItem(cell.row, cell.col);
-    const QStringList parts = {
+    QStringList parts = {
         QString::fromStdString(alignment.GetSeqName(cell.row)),
         residue == nullptr ? QStringLiteral("gap") : residueText(*residue),
         QStringLiteral("row %1 of %2").arg(cell.row + 1).arg(alignment.height()),
         QStringLiteral("column %1 of %2").arg(cell.col + 1).arg(alignment.width()),
         columnText(alignment, cell.col),
     };
+    if (const QString tie = tieText(alignment, cell); !tie.isEmpty())
+        parts.insert(2, tie);
     return parts.join(QStringLiteral("   ·   "));
 }
 

@@ -13,7 +13,8 @@ class Compound;
 
 namespace companion {
 
-// Its row and name, its column, its residue with number and chain, and what the column has most of.
+// Its row and name, its column, its residue with number and chain, where it does not fit the
+// structure, and what the column has most of.
 // Rows and columns count from 1. Empty for a cell that the alignment does not have.
 [[nodiscard]] QString placeText(const TAMBO::Alignment &alignment, const TAMBO::CellIndex &cell);
 

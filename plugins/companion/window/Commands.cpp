@@ -73,6 +73,11 @@ std::vector<Command> makeCommands()
          [](Companion &companion) { companion.tracks().giveUpRows(); },
          false,
          tr("Trac&ks")},
+        {tr("&Structure Marks"),
+         tr("Mark letters that differ from the structure of their row, and residues without "
+            "coordinates, or leave that out"),
+         {},
+         [](Companion &companion) { companion.marks().toggle(); }},
         {tr("&Wrapped View"),
          tr("Show the whole alignment in a window, in blocks below each other"),
          {QKeySequence(Qt::CTRL | Qt::Key_B)},

@@ -14,6 +14,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Names(window),
       m_Zoom(window),
       m_Place(window),
+      m_Marks(window),
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
       m_Overview(new Overview(window)),

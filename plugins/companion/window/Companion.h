@@ -9,6 +9,7 @@
 #include "NameColumn.h"
 #include "Overview.h"
 #include "PlaceLine.h"
+#include "StructureMarks.h"
 #include "Tracks.h"
 #include "WrappedWindow.h"
 #include "Zoom.h"
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
+    [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
 
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
@@ -44,6 +46,7 @@ private:
     NameColumn m_Names;
     Zoom m_Zoom;
     PlaceLine m_Place;
+    StructureMarks m_Marks;
     // Children of the window.
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
