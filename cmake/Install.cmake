@@ -12,19 +12,21 @@ foreach(part tambo kestram ${own_plugins})
 endforeach()
 
 if(TARGET tambo)
-    install(TARGETS tambo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
+    install(TARGETS tambo RUNTIME DESTINATION bin COMPONENT workbench)
     install(TARGETS tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
 endif()
 if(TARGET kestram)
-    install(TARGETS kestram RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT workbench)
+    install(TARGETS kestram RUNTIME DESTINATION bin COMPONENT workbench)
 endif()
 install(TARGETS ${own_plugins} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
 install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN CMakeLists.txt EXCLUDE)
-install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
+install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
+        PATTERN plugins EXCLUDE)
 
-install(FILES docs/plugin-interface.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tambo
+install(FILES docs/plugin-interface.md DESTINATION share/doc/tambo
         COMPONENT development)
+install(DIRECTORY examples/plugins DESTINATION ${TAMBO_SHARE_DIR}/examples COMPONENT development)
 
 set(kit_dir lib/cmake/TamboKit)
 get_property(TAMBO_KIT_VERSION GLOBAL PROPERTY TAMBO_KIT_VERSION)

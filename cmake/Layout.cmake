@@ -1,6 +1,16 @@
-# The build tree is laid out like an installation, so that the workbench starts from either.
-set(TAMBO_LIBRARY_DIR lib/tambo)
-set(TAMBO_PLUGIN_DIR ${TAMBO_LIBRARY_DIR}/plugins)
+# The build tree is laid out like an installation, so that the workbench starts from either. It looks for
+# what it needs beside itself, so that an installation can be moved, but nothing in it.
+foreach(place BINDIR=bin INCLUDEDIR=include DATADIR=share DATAROOTDIR=share)
+    string(REGEX MATCH "(.*)=(.*)" all ${place})
+    set(name CMAKE_INSTALL_${CMAKE_MATCH_1})
+    if(NOT "${${name}}" STREQUAL "" AND NOT "${${name}}" STREQUAL "${CMAKE_MATCH_2}")
+        message(FATAL_ERROR "${name} is ${${name}}, and Tambo can be installed with ${CMAKE_MATCH_2} alone; "
+                            "CMAKE_INSTALL_PREFIX may be any folder.")
+    endif()
+endforeach()
+# What the program opens when it needs it, and what it looks through.
+set(TAMBO_LIBRARY_DIR lib/tambo/parts)
+set(TAMBO_PLUGIN_DIR lib/tambo/plugins)
 set(TAMBO_SHARE_DIR share/tambo)
 set(TAMBO_SHARED_ENTRIES icons colormaps scales help defaults.ini)
 

@@ -42,12 +42,12 @@ QString Directories::shared()
 
 QString Directories::libraries()
 {
-    return besideProgram("lib/tambo");
+    return besideProgram("lib/tambo/parts");
 }
 
 QString Directories::plugins()
 {
-    return libraries() + QStringLiteral("/plugins");
+    return besideProgram("lib/tambo/plugins");
 }
 
 QString Directories::config()

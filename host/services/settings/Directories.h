@@ -14,7 +14,7 @@ class Directories
 public:
     // Icons, colour maps, scales, help, default settings: ../share/tambo beside the program.
     [[nodiscard]] static QString shared();
-    // What the program opens when it is needed: ../lib/tambo beside it.
+    // What the program opens when it is needed: ../lib/tambo/parts beside it.
     [[nodiscard]] static QString libraries();
     // The plug-ins that were installed with it: in the folder plugins there.
     [[nodiscard]] static QString plugins();

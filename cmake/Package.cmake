@@ -1,0 +1,49 @@
+# Packages for Debian, made by ./package: the workbench with its plug-ins, and the kit for those who
+# write another.
+set(CPACK_GENERATOR DEB)
+# Each package has its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(CPACK_PACKAGE_VENDOR "The Tambo developers")
+set(CPACK_PACKAGE_CONTACT "The Tambo developers <maintainers@tambo.example>")
+set(CPACK_PACKAGE_HOMEPAGE_URL ${TAMBO_HOMEPAGE})
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_COMPONENTS_ALL workbench development)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_NAME tambo)
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SHLIBDEPS ON)
+# What the program opens by name: what makes pages, pictures of icons, and letters where the system has
+# none.
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS
+    "libcairo2 (>= 1.16), libpoppler-glib8 (>= 22.12), libqt6svg6 (>= 6.4), fonts-dejavu-core")
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "mafft")
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SUGGESTS "promod3, qt6-wayland, tambo-dev")
+set(CPACK_DEBIAN_WORKBENCH_DESCRIPTION "workbench for protein structures with an alignment editor
+An interactive editor of multiple sequence alignments, which shows them as a
+grid of residue letters tied to the structures that the sequences come from.
+Gaps and rows are put in place by hand, residues colored by property,
+conservation or the spread of superposed structures, ranges realigned, and
+models built from an alignment and a template.
+.
+Reads and writes PIR, FASTA, Clustal, Stockholm, MSF, PHYLIP, PDB and mmCIF.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME tambo-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "tambo (= ${PROJECT_VERSION}), qt6-base-dev, cmake, g++")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "kit for plug-ins of the Tambo workbench
+Headers, a CMake package, a page that explains both, and examples: what is
+needed to write a plug-in that adds windows, commands, marks on alignments or
+commands of the program.")
+
+# What a package has beside what is installed.
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/Finish.cmake)
+include(CPack)
