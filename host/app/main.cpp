@@ -6,7 +6,10 @@
 #include "ConvertCommand.h"
 #include "EndSignals.h"
 #include "ExitStatus.h"
+#include "Directories.h"
 #include "FontSettings.h"
+#include "HandedFiles.h"
+#include "HandoverSocket.h"
 #include "IdentityCommand.h"
 #include "InfoCommand.h"
 #include "MainWindow.h"
@@ -16,6 +19,7 @@
 #include "PluginCommands.h"
 #include "Plugins.h"
 #include "PrintCommand.h"
+#include "PrivateDirectory.h"
 #include "Services.h"
 #include "Workbench.h"
 
@@ -86,6 +90,34 @@ bool endsWhenPainted()
     return !qEnvironmentVariableIsEmpty("TAMBO_EXIT_WHEN_PAINTED");
 }
 
+// The call as if it named the example's files.
+CommandLine withExample(CommandLine line)
+{
+    if (!line.withExample)
+        return line;
+    const QString file =
+        TAMBO::services::Directories::shared() + QStringLiteral("/examples/serine_proteases.ali");
+    line.files.insert(line.files.begin(), QFile::encodeName(file).toStdString());
+    if (line.tools.empty())
+        line.tools = {"Structure View"};
+    return line;
+}
+
+// Whether another workbench may open the files just as well.
+bool mayHandOver(const CommandLine &line)
+{
+    return line.mode == CommandLine::Mode::Workbench && !line.files.empty() && line.tools.empty() &&
+           !line.inNewWorkbench && !endsWhenPainted();
+}
+
+QStringList asNames(const std::vector<std::string> &files)
+{
+    QStringList names;
+    for (const std::string &file : files)
+        names << QFile::decodeName(file.c_str());
+    return names;
+}
+
 // Blocks of a megabyte, in which the rows of large files are read, go back to the system as soon as
 // they are freed, however many small objects have been made meanwhile.
 void returnLargeBlocks()
@@ -146,6 +178,9 @@ int runWorkbench(const CommandLine &line, std::optional<FontSettings> &fonts)
     } else {
         begin();
     }
+    const TAMBO::app::HandedFiles handed(TAMBO::services::personalScratchDirectory());
+    QObject::connect(&handed, &TAMBO::app::HandedFiles::taken, &workbench,
+                     &Workbench::openHandedOver);
     const TAMBO::app::EndSignals endSignals;
     QObject::connect(&endSignals, &TAMBO::app::EndSignals::asked, &workbench,
                      &Workbench::endOnRequest);
@@ -265,7 +300,10 @@ int main(int argc, char **argv)
     const TAMBO::Result<CommandLine> parsed = TAMBO::app::parseCommandLine(words);
     if (!parsed)
         return complain(parsed.error().message() + "; see tambo --help", kWrongCall);
-    const CommandLine &line = parsed.value();
+    const CommandLine line = withExample(parsed.value());
+    if (mayHandOver(line) &&
+        TAMBO::app::handOver(TAMBO::services::personalScratchDirectory(), asNames(line.files)))
+        return EXIT_SUCCESS;
     switch (line.mode) {
     case CommandLine::Mode::Help:
         std::cout << TAMBO::app::usageText() << usageOfPlugins();

@@ -172,6 +172,7 @@ const std::map<std::string, Rule> kRules = {
        "host/services/colors", "host/services/search", "host/services/plugins",
        "host/services/widgets"},
       Std | Qt}},
+    {"host/app/handover", {{}, Std | System | Qt}},
     {"host/app/objects",
      {{"include", "host/base", "host/model", "host/formats", "host/history", "host/services",
        "host/services/settings", "host/services/log", "host/services/colors",
@@ -230,7 +231,7 @@ const std::map<std::string, Rule> kRules = {
      {{"include", "host/base", "host/model", "host/formats", "host/history", "host/realign",
        "host/services", "host/services/settings", "host/services/log", "host/services/colors",
        "host/services/search", "host/services/plugins", "host/services/widgets",
-       "host/app/commandline", "host/app/tools", "host/app/workbench"},
+       "host/app/commandline", "host/app/handover", "host/app/tools", "host/app/workbench"},
       Std | System | Qt}},
     {"modelling", {{"host/base", "host/model", "host/formats"}, Std | System | Gemmi}},
 };

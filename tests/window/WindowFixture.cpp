@@ -60,7 +60,8 @@ WindowFixture::~WindowFixture()
 
 void WindowFixture::start(const QStringList &arguments)
 {
-    m_Program.start(BUILD_DIR "/bin/tambo", arguments);
+    // Another one of the test may run beside it.
+    m_Program.start(BUILD_DIR "/bin/tambo", QStringList("--new") + arguments);
     ASSERT_TRUE(m_Program.waitForStarted(kPatienceMilliseconds));
 }
 

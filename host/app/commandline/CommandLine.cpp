@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 namespace TAMBO::app {
@@ -20,6 +21,11 @@ constexpr std::array<std::string_view, 2> kToolkitOptions = {"reverse", "widgetc
 std::string_view withoutDashes(std::string_view option)
 {
     return option.substr(option.starts_with("--") ? 2 : 1);
+}
+
+bool isToolkitOption(std::span<const std::string_view> options, std::string_view argument)
+{
+    return std::ranges::find(options, withoutDashes(argument)) != options.end();
 }
 
 Failure wrong(std::string sentence)
@@ -137,17 +143,23 @@ Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments)
             if (++i == arguments.size() || arguments[i].empty())
                 return wrong("--tool needs the title of a tool, as the menu Tools has it");
             line.tools.push_back(arguments[i]);
-        } else if (std::ranges::find(kToolkitOptionsWithValue, withoutDashes(argument)) !=
-                   kToolkitOptionsWithValue.end()) {
+        } else if (argument == "--new" || argument == "--example") {
+            if (line.mode == CommandLine::Mode::Info)
+                return wrong("info knows no option " + argument);
+            (argument == "--new" ? line.inNewWorkbench : line.withExample) = true;
+        } else if (isToolkitOption(kToolkitOptionsWithValue, argument)) {
+            // Another workbench would look otherwise.
+            line.inNewWorkbench = true;
             ++i;
-        } else if (std::ranges::find(kToolkitOptions, withoutDashes(argument)) ==
-                   kToolkitOptions.end()) {
+        } else if (isToolkitOption(kToolkitOptions, argument)) {
+            line.inNewWorkbench = true;
+        } else {
             return wrong("unknown option " + argument);
         }
     }
     if (line.mode == CommandLine::Mode::Info)
         return withFiles(std::move(line), "info");
-    if (line.mode == CommandLine::Mode::Picture)
+    if (line.mode == CommandLine::Mode::Picture && !line.withExample)
         return withFiles(std::move(line), "--picture");
     return line;
 }
@@ -170,8 +182,10 @@ std::string usageText()
     std::string formats;
     for (const std::string_view name : writeFormatNames())
         formats += ' ' + std::string(name);
-    return "Usage: tambo [FILE...]               open the workbench, and the editor on the first\n"
-           "                                     alignment\n"
+    return "Usage: tambo [FILE...]               open the files in the workbench that runs, or in a new\n"
+           "                                     one, and the editor on the first alignment\n"
+           "       tambo --new [FILE...]         the same, always in a new workbench\n"
+           "       tambo --example               open the example, a family with its structures\n"
            "       tambo --tool TITLE [FILE...]  the same, and a tool as the menu Tools has it\n"
            "       tambo --picture PNG FILE...   the same, painted into an image; with --tool, "
            "too\n"

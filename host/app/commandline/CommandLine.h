@@ -22,6 +22,10 @@ struct CommandLine
     std::string picture;
     // Workbench and Picture: titles of the tools to open with the files.
     std::vector<std::string> tools;
+    // Workbench: the files are opened in it, whether another one runs or not.
+    bool inNewWorkbench = false;
+    // Workbench and Picture: the example, with its structures, is opened before the files.
+    bool withExample = false;
     PrintOrder print;
     ConvertOrder convert;
 };

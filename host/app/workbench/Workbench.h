@@ -99,6 +99,9 @@ public:
     void showAndOpen(
         std::vector<std::filesystem::path> files, const std::function<void()> &beforeTexts = [] {});
     void open(const QStringList &files);
+    // What another call of the program hands over: comes to the front, and opens the editor on the
+    // first alignment, as that call would have done.
+    void openHandedOver(const QStringList &files);
     // With a file dialog; false when the user chose nothing.
     bool askAndOpen(QWidget *parent);
     // Takes top-level objects out; asks when that touches unsaved work.

@@ -184,6 +184,29 @@ void Workbench::open(const QStringList &files)
     });
 }
 
+void Workbench::openHandedOver(const QStringList &files)
+{
+    window().show();
+    window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
+    window().raise();
+    window().activateWindow();
+    const std::vector<fs::path> asked = toPaths(files);
+    // Sessions bring their windows along. Other commands may be under way.
+    if (std::ranges::none_of(asked, sessions::isSessionFile)) {
+        auto *const waiting = new QObject(this);
+        connect(&m_Loader, &Loader::finished, waiting,
+                [this, waiting, asked](const LoadReport &report) {
+                    if (report.asked != asked)
+                        return;
+                    waiting->deleteLater();
+                    disconnect(&m_Loader, nullptr, waiting, nullptr);
+                    if (!report.alignments.empty())
+                        openInEditor(report.alignments.front());
+                });
+    }
+    open(files);
+}
+
 void Workbench::load(const QStringList &files)
 {
     load(toPaths(files));

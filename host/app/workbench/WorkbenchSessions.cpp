@@ -146,7 +146,8 @@ void Workbench::makeSessions()
     actions.showFirstAlignment = [this] { showFirstAlignment(); };
     actions.startWorkbench = [this](const QStringList &files) {
         return m_Starter ? m_Starter(files)
-                         : QProcess::startDetached(QCoreApplication::applicationFilePath(), files);
+                         : QProcess::startDetached(QCoreApplication::applicationFilePath(),
+                                                   QStringList(QStringLiteral("--new")) + files);
     };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);

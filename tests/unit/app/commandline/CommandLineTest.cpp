@@ -25,6 +25,28 @@ TEST(CommandLine, FilesAreOpenedInTheirOrder)
     EXPECT_EQ(line.files, (Files{"b.ali", "a.pdb"}));
 }
 
+TEST(CommandLine, ANewWorkbenchIsOpenedOnlyWhenItIsAskedFor)
+{
+    EXPECT_FALSE(parseCommandLine({"a.ali"}).value().inNewWorkbench);
+    const CommandLine line = parseCommandLine({"--new", "a.ali"}).value();
+    EXPECT_TRUE(line.inNewWorkbench);
+    EXPECT_EQ(line.files, Files{"a.ali"});
+}
+
+TEST(CommandLine, OptionsOfTheToolkitAskForANewWorkbenchSinceTheOtherLooksOtherwise)
+{
+    EXPECT_TRUE(parseCommandLine({"-style", "fusion", "a.ali"}).value().inNewWorkbench);
+    EXPECT_TRUE(parseCommandLine({"-reverse", "a.ali"}).value().inNewWorkbench);
+}
+
+TEST(CommandLine, TheExampleNeedsNoFile)
+{
+    EXPECT_TRUE(parseCommandLine({"--example"}).value().withExample);
+    EXPECT_TRUE(parseCommandLine({"--picture", "out.png", "--example"}).value().withExample);
+    EXPECT_FALSE(parseCommandLine({"info", "--example"}));
+    EXPECT_FALSE(parseCommandLine({"info", "a.ali", "--new"}));
+}
+
 TEST(CommandLine, InfoTakesTheFilesBehindIt)
 {
     const CommandLine line = parseCommandLine({"info", "a.ali", "info"}).value();
