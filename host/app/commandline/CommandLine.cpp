@@ -182,7 +182,8 @@ std::string usageText()
     std::string formats;
     for (const std::string_view name : writeFormatNames())
         formats += ' ' + std::string(name);
-    return "Usage: tambo [FILE...]               open the files in the workbench that runs, or in a new\n"
+    return "Usage: tambo [FILE...]               open the files in the workbench that runs, or in "
+           "a new\n"
            "                                     one, and the editor on the first alignment\n"
            "       tambo --new [FILE...]         the same, always in a new workbench\n"
            "       tambo --example               open the example, a family with its structures\n"

@@ -44,8 +44,8 @@ public:
         const std::optional<sockaddr_un> address = localAddress(path);
         if (m_Socket < 0 || !address)
             return;
-        m_IsConnected =
-            ::connect(m_Socket, reinterpret_cast<const sockaddr *>(&*address), sizeof *address) == 0;
+        m_IsConnected = ::connect(m_Socket, reinterpret_cast<const sockaddr *>(&*address),
+                                  sizeof *address) == 0;
         m_IsDead = !m_IsConnected && errno == ECONNREFUSED;
     }
     ~Connection()
@@ -66,9 +66,8 @@ public:
     {
         qsizetype sent = 0;
         while (sent < bytes.size()) {
-            const ssize_t now =
-                ::send(m_Socket, bytes.constData() + sent,
-                       static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
+            const ssize_t now = ::send(m_Socket, bytes.constData() + sent,
+                                       static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
             if (now > 0)
                 sent += now;
             else if (errno != EINTR && (errno != EAGAIN || !waitFor(POLLOUT, end)))

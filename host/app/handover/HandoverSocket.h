@@ -11,8 +11,8 @@
 namespace TAMBO::app {
 
 // What both sides say to each other: the caller a request (files, absolute, one behind the other
-// with a null behind each, and another null), the workbench kReady, the caller kGo. A workbench that
-// is busy for longer than the caller waits finds no kGo, and does nothing.
+// with a null behind each, and another null), the workbench kReady, the caller kGo. A workbench
+// that is busy for longer than the caller waits finds no kGo, and does nothing.
 inline constexpr char kReady = 'r';
 inline constexpr char kGo = 'g';
 // A longer request is no request.

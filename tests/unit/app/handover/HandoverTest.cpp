@@ -166,9 +166,9 @@ TEST_F(Handover, WhoSaysNoRequestIsHungUpOn)
     for (const QByteArray &words :
          {QByteArray("\0\0", 2), QByteArray("relative\0\0", 10), QByteArray(5, '\0')}) {
         const int socket = connectRaw();
-        ASSERT_EQ(::send(socket, words.constData(), static_cast<std::size_t>(words.size()),
-                         MSG_NOSIGNAL),
-                  words.size());
+        ASSERT_EQ(
+            ::send(socket, words.constData(), static_cast<std::size_t>(words.size()), MSG_NOSIGNAL),
+            words.size());
         expectHungUp(socket);
     }
     EXPECT_TRUE(m_Taken.isEmpty());
