@@ -34,7 +34,7 @@ Gaps and rows are put in place by hand, residues colored by property,
 conservation or the spread of superposed structures, ranges realigned, and
 models built from an alignment and a template.
 .
-Reads and writes PIR, FASTA, Clustal, Stockholm, MSF, PHYLIP, PDB and mmCIF.")
+Reads and writes PIR, FASTA, Clustal, Stockholm, MSF, PHYLIP, NEXUS, PDB and mmCIF.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME tambo-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
