@@ -101,20 +101,33 @@ public:
     // ---- Colouring and selecting without making residue objects, inside a guard. As SetColor()
     // and SetSelected() of one residue after the other, row by row: the alignment's own lock does
     // not matter, that of a sequence keeps its colours. Each shows how far it is when it takes
-    // long; when the user gives it up, nothing has changed.
+    // long; when the user gives it up, nothing has changed, and it says false.
 
     // Every residue, by the character code of its letter.
-    void colorByLetter(const std::array<Color, 256> &colors);
-    void colorSelected(const Color &color);
+    bool colorByLetter(const std::array<Color, 256> &colors);
+    bool colorSelected(const Color &color);
     // In each column the residues with the letter that stands there in letters, which has an entry
     // per column; '\0' leaves a column alone.
-    void colorLetters(const std::vector<char> &letters, const Color &color);
+    bool colorLetters(const std::vector<char> &letters, const Color &color);
     // In each column the residues with a position, by the colour that stands there in colors, which
     // has an entry per column. Column by column: a residue in two of them gets that of the last.
-    void colorPositioned(const std::vector<Color> &colors);
-    void selectLetters(const std::vector<char> &letters);
+    bool colorPositioned(const std::vector<Color> &colors);
+    bool selectLetters(const std::vector<char> &letters);
     // The residues of one row. Columns out of bounds are left out.
     void selectInRow(unsigned long row, const Range &range);
+
+    enum class Selecting {
+        // Instead of all residues of the alignment that are selected.
+        Replace,
+        Add,
+        Remove,
+        // Those that are selected are not afterwards, and the other way round.
+        Toggle
+    };
+    // The residues in the rows and columns for which rows and columns say true; those behind their
+    // ends are left alone.
+    bool selectCells(const std::vector<bool> &rows, const std::vector<bool> &columns,
+                     Selecting how);
 
     // ---- Editing, inside a guard
 

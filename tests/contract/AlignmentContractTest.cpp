@@ -205,6 +205,30 @@ TEST_F(AlignmentContract, TiesOfTheConsensusGoToTheSmallestCode)
     EXPECT_EQ(alignment->majority(0).count, 0U);
 }
 
+TEST_F(AlignmentContract, CellsAreSelectedByRowsAndColumns)
+{
+    using How = TAMBO::Alignment::Selecting;
+    const auto selected = [this](unsigned long row, unsigned long col) {
+        const Compound *const residue = alignment->getItem(row, col);
+        return residue != nullptr && residue->IsSelected();
+    };
+    const std::vector<bool> all(alignment->height(), true);
+    alignment->selectCells(all, {true, true}, How::Add);
+    EXPECT_TRUE(alignment->isColumnSelected(0));
+    EXPECT_TRUE(alignment->isColumnSelected(1));
+    alignment->selectCells({true}, {true}, How::Remove);
+    EXPECT_FALSE(selected(0, 0));
+    EXPECT_TRUE(selected(0, 1));
+    alignment->selectCells({true}, {true, true}, How::Toggle);
+    EXPECT_TRUE(selected(0, 0));
+    EXPECT_FALSE(selected(0, 1));
+    alignment->selectCells({true}, {true}, How::Replace);
+    EXPECT_TRUE(selected(0, 0));
+    EXPECT_FALSE(alignment->isColumnSelected(0));
+    alignment->selectCells({}, all, How::Replace);
+    EXPECT_FALSE(selected(0, 0));
+}
+
 TEST_F(AlignmentContract, RowOfGapsCountsAsSelectedAndAColumnOfGapsDoesNot)
 {
     Peptide &empty = peptide("empty", "");

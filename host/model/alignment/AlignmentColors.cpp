@@ -14,6 +14,7 @@
 #include <bit>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -130,6 +131,77 @@ ResidueSelection residuesOf(const AlignmentRow &row)
     return residues;
 }
 
+// The residues of a row's sequence that stand in some columns.
+class ColumnFinder
+{
+public:
+    ColumnFinder(const std::vector<bool> &columns, unsigned long width)
+    {
+        const std::size_t end = std::min<std::size_t>(columns.size(), width);
+        m_Marks.resize(bits::wordsFor(width) * bits::kPerWord + kCopyReadSlack);
+        for (std::size_t col = 0; col < end; ++col) {
+            if (!columns[col])
+                continue;
+            m_Marks[col] = kMark;
+            if (m_Runs.empty() || m_Runs.back().second != col)
+                m_Runs.emplace_back(col, col);
+            ++m_Runs.back().second;
+        }
+    }
+
+    [[nodiscard]] bool isEmpty() const noexcept { return m_Runs.empty(); }
+    [[nodiscard]] ResidueSelection find(const AlignmentRow &row)
+    {
+        // From here on it is quicker to take all columns at once.
+        constexpr std::size_t manyRuns = 4;
+        if (row.isComplete() && m_Runs.size() > manyRuns)
+            return findAmongAll(row);
+        ResidueSelection found(row.sequence().residueCount());
+        for (const Alignment::Range &columns : m_Runs) {
+            const std::uint32_t first = row.cells().rank(columns.first);
+            const std::uint32_t behind = row.cells().rank(columns.second);
+            if (row.isComplete()) {
+                found.set(first, behind, true);
+                continue;
+            }
+            for (const ResidueRun &run : row.residueRuns(first, behind))
+                found.set(run.index, std::size_t(run.index) + run.count, true);
+        }
+        return found;
+    }
+
+private:
+    static constexpr char kMark = '\1';
+
+    // The marks of the row's columns, gaps left out, are those of its residues.
+    [[nodiscard]] ResidueSelection findAmongAll(const AlignmentRow &row)
+    {
+        const std::span<const Word> cells = row.cells().allWords();
+        const std::size_t words =
+            std::min(cells.size(), (m_Marks.size() - kCopyReadSlack) / bits::kPerWord);
+        m_Here.resize(cells.size() * bits::kPerWord + kCopyWriteSlack);
+        if (m_All.size() < m_Here.size())
+            m_All.resize(m_Here.size(), kMark);
+        char *to = m_Here.data();
+        for (std::size_t i = 0; i < words; ++i)
+            to = copyLetters(to, m_Marks.data() + i * bits::kPerWord, cells[i]);
+        const auto count = static_cast<std::size_t>(to - m_Here.data());
+        const std::string_view marks(m_Here.data(), count);
+        std::vector<Word> found(bits::wordsFor(row.sequence().residueCount()));
+        for (std::size_t begin = 0; begin < count; begin += bits::kPerWord)
+            found[bits::wordOf(begin)] =
+                sameLetters(marks.substr(begin), std::string_view(m_All).substr(begin),
+                            std::min(count - begin, bits::kPerWord));
+        return ResidueSelection(std::move(found));
+    }
+
+    std::vector<Alignment::Range> m_Runs;
+    // Of whole words, and what is read behind them.
+    std::string m_Marks;
+    std::string m_Here;
+    std::string m_All;
+};
+
 // The colours of columns as numbers of the different ones among them.
 class NumberedColors
 {
@@ -198,26 +270,31 @@ bool isEmpty(const std::vector<char> &letters)
 
 } // namespace
 
-void Alignment::colorByLetter(const std::array<Color, 256> &colors)
+bool Alignment::colorByLetter(const std::array<Color, 256> &colors)
 {
     LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(colors);
-    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
+    for (unsigned long i = 0; i < height(); ++i) {
+        if (!work.goesOn())
+            return false;
         const AlignmentRow &row = m_Table->row(i);
         if (row.isComplete())
             row.sequence().setColors(prepared);
         else
             row.sequence().setColors(residuesOf(row), prepared);
     }
+    return true;
 }
 
-void Alignment::colorSelected(const Color &color)
+bool Alignment::colorSelected(const Color &color)
 {
     LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(color);
-    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
+    for (unsigned long i = 0; i < height(); ++i) {
+        if (!work.goesOn())
+            return false;
         const AlignmentRow &row = m_Table->row(i);
         if (row.sequence().selectedCount() == 0)
             continue;
@@ -226,23 +303,27 @@ void Alignment::colorSelected(const Color &color)
             row.sequence().addSelected(run.index, std::size_t(run.index) + run.count, selected);
         row.sequence().setColors(selected, prepared);
     }
+    return true;
 }
 
-void Alignment::colorLetters(const std::vector<char> &letters, const Color &color)
+bool Alignment::colorLetters(const std::vector<char> &letters, const Color &color)
 {
     if (isEmpty(letters))
-        return;
+        return true;
     LongWork work(kColoring, height(), LongWork::Kind::Changing);
     const ChangeScope scope;
     const LetterColors prepared(color);
     MatchFinder matches(letters);
-    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
+    for (unsigned long i = 0; i < height(); ++i) {
+        if (!work.goesOn())
+            return false;
         const AlignmentRow &row = m_Table->row(i);
         row.sequence().setColors(matches.find(row), prepared);
     }
+    return true;
 }
 
-void Alignment::colorPositioned(const std::vector<Color> &colors)
+bool Alignment::colorPositioned(const std::vector<Color> &colors)
 {
     const unsigned long columns = std::min<unsigned long>(m_Width, colors.size());
     LongWork work(kColoring, height(), LongWork::Kind::Changing);
@@ -250,9 +331,11 @@ void Alignment::colorPositioned(const std::vector<Color> &colors)
     const NumberedColors numbered(colors);
     if (!numbered.isComplete() || !isEachChainInOneRow(*m_Table)) {
         colorCellByCell(*this, colors);
-        return;
+        return true;
     }
-    for (unsigned long i = 0; i < height() && work.goesOn(); ++i) {
+    for (unsigned long i = 0; i < height(); ++i) {
+        if (!work.goesOn())
+            return false;
         const AlignmentRow &row = m_Table->row(i);
         if (!row.sequence().hasAtoms())
             continue;
@@ -263,12 +346,13 @@ void Alignment::colorPositioned(const std::vector<Color> &colors)
                        });
         row.sequence().setPositionedColors(std::move(choices), numbered.colors());
     }
+    return true;
 }
 
-void Alignment::selectLetters(const std::vector<char> &letters)
+bool Alignment::selectLetters(const std::vector<char> &letters)
 {
     if (isEmpty(letters))
-        return;
+        return true;
     LongWork work("Selecting", height(), LongWork::Kind::Reading);
     const ChangeScope scope;
     // No history takes a selection back, so that nothing is selected before all is found.
@@ -277,11 +361,67 @@ void Alignment::selectLetters(const std::vector<char> &letters)
     MatchFinder matches(letters);
     for (unsigned long i = 0; i < height(); ++i) {
         if (!work.goesOn())
-            return;
+            return false;
         found.push_back(std::make_unique<ResidueSelection>(matches.find(m_Table->row(i))));
     }
     for (unsigned long i = 0; i < height(); ++i)
         m_Table->row(i).sequence().select(std::move(found[i]));
+    return true;
+}
+
+bool Alignment::selectCells(const std::vector<bool> &rows, const std::vector<bool> &columns,
+                            Selecting how)
+{
+    LongWork work("Selecting", height(), LongWork::Kind::Reading);
+    const ChangeScope scope;
+    struct Found
+    {
+        Peptide *sequence;
+        std::unique_ptr<ResidueSelection> residues;
+        // Those of them that were selected before, where that matters.
+        std::optional<ResidueSelection> before;
+    };
+    // As above; and a sequence that stands in several rows is as it was for all of them.
+    std::vector<Found> found;
+    ColumnFinder finder(columns, m_Width);
+    const unsigned long end = finder.isEmpty() ? 0 : std::min<unsigned long>(height(), rows.size());
+    for (unsigned long i = 0; i < end; ++i) {
+        if (!work.goesOn())
+            return false;
+        if (!rows[i])
+            continue;
+        Peptide &sequence = m_Table->row(i).sequence();
+        Found &here = found.emplace_back(
+            Found{&sequence, std::make_unique<ResidueSelection>(finder.find(m_Table->row(i))), {}});
+        if (how != Selecting::Toggle || sequence.selectedCount() == 0)
+            continue;
+        here.before.emplace(sequence.residueCount());
+        here.residues->forEachRun([&](std::size_t begin, std::size_t behind) {
+            sequence.addSelected(begin, behind, *here.before);
+        });
+    }
+    const auto deselect = [](Peptide &sequence, const ResidueSelection &residues) {
+        residues.forEachRun([&](std::size_t begin, std::size_t behind) {
+            sequence.setSelected(begin, behind, false);
+        });
+    };
+    if (how == Selecting::Replace) {
+        for (unsigned long i = 0; i < height(); ++i) {
+            if (m_Table->row(i).sequence().selectedCount() > 0)
+                deselect(m_Table->row(i).sequence(), residuesOf(m_Table->row(i)));
+        }
+    }
+    for (Found &here : found) {
+        if (how == Selecting::Remove) {
+            if (here.sequence->selectedCount() > 0)
+                deselect(*here.sequence, *here.residues);
+            continue;
+        }
+        here.sequence->select(std::move(here.residues));
+        if (here.before)
+            deselect(*here.sequence, *here.before);
+    }
+    return true;
 }
 
 void Alignment::selectInRow(unsigned long row, const Range &range)

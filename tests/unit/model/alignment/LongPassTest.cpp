@@ -188,6 +188,26 @@ TEST_F(LongPass, SelectingThatIsGivenUpSelectsNothing)
     EXPECT_FALSE(sequence(all, 0).isSelected(1));
 }
 
+TEST_F(LongPass, SelectingCellsThatIsGivenUpLeavesTheSelectionAsItWas)
+{
+    Alignment &all = family();
+    all.selectInRow(0, {0, 1});
+    const std::vector<bool> rows(kRows, true);
+    for (std::size_t look = 1; look <= kLooks; ++look) {
+        m_Looks.clear();
+        giveUpAt(look);
+        all.selectCells(rows, {false, true}, Alignment::Selecting::Replace);
+        EXPECT_EQ(m_Looks.size(), look);
+        EXPECT_EQ(m_Looks.front().what, "Selecting");
+        EXPECT_EQ(selectedRows(), 1U);
+        EXPECT_TRUE(sequence(all, 0).isSelected(0));
+    }
+    giveUpAt(0);
+    all.selectCells(rows, {false, true}, Alignment::Selecting::Replace);
+    EXPECT_EQ(selectedRows(), kRows);
+    EXPECT_FALSE(sequence(all, 0).isSelected(0));
+}
+
 TEST_F(LongPass, CountingThatIsGivenUpGivesNothingAndIsBegunAgain)
 {
     const Alignment &all = family();
