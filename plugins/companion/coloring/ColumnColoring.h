@@ -6,6 +6,8 @@
 
 #include <vector>
 
+class QWidget;
+
 namespace TAMBO {
 class Alignment;
 }
@@ -16,7 +18,8 @@ namespace companion {
 [[nodiscard]] std::vector<ColumnCounts> countColumns(const TAMBO::Alignment &alignment);
 
 // Every residue as the rule wants it, and white where it has no color for it; one step of undo.
-// False when nothing can be changed now, of which the workbench tells why.
-bool colorByColumn(TAMBO::Alignment &alignment, ColumnRule rule);
+// False when nothing can be changed now, of which the workbench tells why, or when the user has
+// cancelled it, in a dialog over the widget that comes when it takes a while.
+bool colorByColumn(TAMBO::Alignment &alignment, ColumnRule rule, QWidget *over = nullptr);
 
 } // namespace companion

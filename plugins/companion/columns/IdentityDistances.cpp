@@ -24,21 +24,30 @@ struct Pairs
 class RowLetters
 {
 public:
-    explicit RowLetters(std::span<const std::string> rows)
+    explicit RowLetters(std::span<const std::string> rows) : RowLetters(rows.size(), longest(rows))
     {
-        for (const std::string &row : rows)
-            m_Columns = std::max(m_Columns, row.size());
-        m_Blocks = (m_Columns + kPairBlock - 1) / kPairBlock;
-        m_Letters.resize(rows.size() * m_Blocks * kPairBlock);
-        m_Residues.resize(rows.size());
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            std::uint8_t *letters = m_Letters.data() + i * m_Blocks * kPairBlock;
-            for (const char letter : rows[i]) {
-                const bool isGap = letterKind(letter) == kGapLetter;
-                *letters++ = isGap ? std::uint8_t(0) : std::uint8_t(capital(letter));
-                m_Residues[i] += isGap ? 0 : 1;
-            }
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            set(i, rows[i]);
+    }
+    // All of them are gaps.
+    RowLetters(std::size_t rows, std::size_t columns)
+        : m_Columns(columns), m_Blocks((columns + kPairBlock - 1) / kPairBlock)
+    {
+        m_Letters.resize(rows * m_Blocks * kPairBlock);
+        m_Residues.resize(rows);
+    }
+
+    void set(std::size_t row, std::span<const char> text)
+    {
+        std::uint8_t *letters = m_Letters.data() + row * m_Blocks * kPairBlock;
+        const std::size_t count = std::min(text.size(), m_Columns);
+        m_Residues[row] = 0;
+        for (std::size_t col = 0; col < count; ++col) {
+            const bool isGap = letterKind(text[col]) == kGapLetter;
+            letters[col] = isGap ? std::uint8_t(0) : std::uint8_t(capital(text[col]));
+            m_Residues[row] += isGap ? 0 : 1;
         }
+        std::fill(letters + count, letters + m_Columns, std::uint8_t(0));
     }
 
     [[nodiscard]] std::size_t columns() const noexcept { return m_Columns; }
@@ -70,8 +79,16 @@ public:
     }
 
 private:
-    std::size_t m_Columns = 0;
-    std::size_t m_Blocks = 0;
+    static std::size_t longest(std::span<const std::string> rows) noexcept
+    {
+        std::size_t columns = 0;
+        for (const std::string &row : rows)
+            columns = std::max(columns, row.size());
+        return columns;
+    }
+
+    std::size_t m_Columns;
+    std::size_t m_Blocks;
     std::vector<std::uint8_t> m_Letters;
     std::vector<std::uint64_t> m_Residues;
 };
@@ -108,6 +125,30 @@ std::optional<DistanceMatrix> identityDistances(std::span<const std::string> row
         }
     }
     return distances;
+}
+
+// The row, and the one that it is compared with.
+struct IdentityTo::Rows
+{
+    RowLetters letters;
+};
+
+IdentityTo::IdentityTo(const std::string &row, std::size_t columns, IdentityOf compared)
+    : m_Rows(std::make_unique<Rows>(Rows{RowLetters(2, std::max(row.size(), columns))})),
+      m_Compared(compared)
+{
+    m_Rows->letters.set(0, row);
+}
+
+IdentityTo::~IdentityTo() = default;
+
+double IdentityTo::of(std::span<const char> row)
+{
+    RowLetters &letters = m_Rows->letters;
+    letters.set(1, row);
+    const Pairs pairs = letters.pairsOf(0, 1);
+    const std::uint64_t most = comparedPairs(letters, 0, 1, pairs, m_Compared);
+    return most == 0 ? 0 : double(pairs.identical) / double(most);
 }
 
 } // namespace companion

@@ -3,6 +3,8 @@
 
 #include "DistanceMatrix.h"
 
+#include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -25,5 +27,24 @@ enum class IdentityOf {
 // for a gap; a row that is shorter than others has gaps at its end. Nothing when it was given up.
 [[nodiscard]] std::optional<DistanceMatrix>
 identityDistances(std::span<const std::string> rows, IdentityOf compared, const GoOn &goOn = {});
+
+// Of one row, with the same rows and the same kinds, to others one after the other: identical pairs
+// / compared pairs, 0 when there is nothing to compare.
+class IdentityTo
+{
+public:
+    // Of an alignment of so many columns, as many as the row has at least.
+    IdentityTo(const std::string &row, std::size_t columns, IdentityOf compared);
+    ~IdentityTo();
+    IdentityTo(const IdentityTo &) = delete;
+    IdentityTo &operator=(const IdentityTo &) = delete;
+
+    [[nodiscard]] double of(std::span<const char> row);
+
+private:
+    struct Rows;
+    std::unique_ptr<Rows> m_Rows;
+    IdentityOf m_Compared;
+};
 
 } // namespace companion

@@ -5,6 +5,7 @@
 #include "AlignmentWindow.h"
 #include "DataPoint.h"
 #include "LineLabel.h"
+#include "SlicedWork.h"
 #include "Space.h"
 #include "StepName.h"
 #include "WorkbenchValues.h"
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QPointer>
 #include <QSpinBox>
 #include <QToolButton>
 
@@ -25,8 +27,6 @@ namespace companion {
 
 namespace {
 
-// Of a frame, so that keys and scrolling are not felt.
-constexpr auto kSlice = std::chrono::milliseconds(6);
 constexpr int kMostRemembered = 20;
 constexpr int kGap = 6;
 constexpr int kTextLetters = 26;
@@ -270,8 +270,14 @@ void FindBar::selectAll()
     if (!m_Run)
         return;
     // All of them, whatever has been found by now.
-    while (m_Run->goOn(kSlice)) {
-    }
+    const QPointer<FindBar> self(this);
+    const bool isDone = finish({[this](auto most) { return m_Run && m_Run->goOn(most); },
+                                [this] { return m_Run ? m_Run->percent() : 0; }},
+                               tr("Searching…"), this);
+    if (self == nullptr || !m_Run)
+        return;
+    if (!isDone)
+        return showState();
     TAMBO::Alignment *const alignment = AlignmentViewObserver::window()->alignment();
     // Of the search that is gone as soon as the change is told.
     const std::vector<Hit> hits = m_Run->hits();

@@ -3,6 +3,7 @@
 
 #include "Companion.h"
 #include "Texts.h"
+#include "WholeSelection.h"
 
 #include <QAction>
 #include <QMenu>
@@ -30,6 +31,56 @@ std::vector<Command> makeCommands()
          tr("Go to a column, to the row of a name, or to a residue by chain and number"),
          {QKeySequence(Qt::CTRL | Qt::Key_G)},
          [](Companion &companion) { companion.goTo().ask(); }},
+        {tr("&None"),
+         tr("Take everything out of the selection, in all windows"),
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A)},
+         [](Companion &) { selectNothing(); },
+         false,
+         tr("Se&lect"),
+         true},
+        {tr("&All"),
+         tr("Select all residues of the alignment"),
+         {},
+         [](Companion &companion) { companion.selectAll(); },
+         false,
+         tr("Se&lect")},
+        {tr("&Invert"),
+         tr("Select the residues of the alignment that are not selected, instead of those that "
+            "are"),
+         {QKeySequence(Qt::CTRL | Qt::Key_I)},
+         [](Companion &companion) { companion.invertSelection(); },
+         false,
+         tr("Se&lect")},
+        {tr("&Block…"),
+         tr("Select rows and columns by their numbers"),
+         {},
+         [](Companion &companion) { companion.selecting().ask(SelectBy::Block); },
+         false,
+         tr("Se&lect")},
+        {tr("Rows &Like This One…"),
+         tr("Select the rows that are identical enough with the one under the pointer"),
+         {QKeySequence(Qt::CTRL | Qt::Key_L)},
+         [](Companion &companion) { companion.selecting().ask(SelectBy::Likeness); },
+         false,
+         tr("Se&lect")},
+        {tr("Rows by Na&me…"),
+         tr("Select the rows whose names are like a pattern"),
+         {},
+         [](Companion &companion) { companion.selecting().ask(SelectBy::Names); },
+         false,
+         tr("Se&lect")},
+        {tr("Columns by &Conservation…"),
+         tr("Select the columns that are as conserved, or as little"),
+         {},
+         [](Companion &companion) { companion.selecting().ask(SelectBy::Conservation); },
+         false,
+         tr("Se&lect")},
+        {tr("Columns by &Gaps…"),
+         tr("Select the columns in which as many rows have a gap, or as few"),
+         {},
+         [](Companion &companion) { companion.selecting().ask(SelectBy::Gaps); },
+         false,
+         tr("Se&lect")},
         {tr("Zoom &In"),
          tr("Show larger cells; Ctrl and the wheel do so around the pointer"),
          {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
@@ -148,7 +199,12 @@ void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
         QMenu &place = command.menu.isEmpty() ? menu : *submenuOf(menu, command.menu);
         QAction *const action = place.addAction(command.text);
         action->setToolTip(command.toolTip);
-        action->setShortcuts(command.keys);
+        // Two actions of a window with one key would both get nothing of it.
+        if (command.hasKeysOfWorkbench)
+            action->setText(command.text + u'\t' +
+                            command.keys.constFirst().toString(QKeySequence::NativeText));
+        else
+            action->setShortcuts(command.keys);
         QObject::connect(action, &QAction::triggered, &menu, [&command, target] {
             if (Companion *const companion = target())
                 command.run(*companion);

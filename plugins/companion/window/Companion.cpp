@@ -4,6 +4,7 @@
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
 #include "PairsDialog.h"
+#include "WholeSelection.h"
 
 #include <QMainWindow>
 
@@ -17,6 +18,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Marks(window),
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
+      m_Select(new SelectBar(window)),
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
       m_Tracks(new Tracks(window))
@@ -31,6 +33,7 @@ Companion::~Companion()
     delete m_Tracks;
     delete m_Legend;
     delete m_Overview;
+    delete m_Select;
     delete m_Find;
     delete m_GoTo;
 }
@@ -38,7 +41,7 @@ Companion::~Companion()
 void Companion::colorBy(ColumnRule rule)
 {
     TAMBO::Alignment *const alignment = m_Window.alignment();
-    if (alignment != nullptr && colorByColumn(*alignment, rule))
+    if (alignment != nullptr && colorByColumn(*alignment, rule, m_Window.mainWindow()))
         m_Legend->show(legendOf(rule));
 }
 
@@ -49,6 +52,18 @@ void Companion::showPairs()
     auto *const dialog = new PairsDialog(m_Window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
+}
+
+void Companion::selectAll()
+{
+    if (TAMBO::Alignment *const alignment = m_Window.alignment())
+        selectEverything(*alignment);
+}
+
+void Companion::invertSelection()
+{
+    if (TAMBO::Alignment *const alignment = m_Window.alignment())
+        companion::invertSelection(*alignment);
 }
 
 WrappedWindow &Companion::showWrapped()

@@ -9,6 +9,7 @@
 #include "NameColumn.h"
 #include "Overview.h"
 #include "PlaceLine.h"
+#include "SelectBar.h"
 #include "StructureMarks.h"
 #include "Tracks.h"
 #include "WrappedWindow.h"
@@ -31,6 +32,7 @@ public:
     [[nodiscard]] Zoom &zoom() noexcept { return m_Zoom; }
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
+    [[nodiscard]] SelectBar &selecting() noexcept { return *m_Select; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
     [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
@@ -38,6 +40,9 @@ public:
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
     void showPairs();
+    // Of the alignment that is shown.
+    void selectAll();
+    void invertSelection();
     // The window is made when it is asked for the first time.
     WrappedWindow &showWrapped();
 
@@ -50,6 +55,7 @@ private:
     // Children of the window.
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
+    QPointer<SelectBar> m_Select;
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
     QPointer<Tracks> m_Tracks;

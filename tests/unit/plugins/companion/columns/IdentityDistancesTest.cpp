@@ -98,4 +98,27 @@ TEST(IdentityDistances, OfNoRowsThereAreNone)
     EXPECT_EQ(identityDistances({}, IdentityOf::AlignedPairs)->rows(), 0U);
 }
 
+// Rows of any length, one after the other, so that nothing is left of the one before.
+TEST(IdentityDistances, OfOneRowToOthersAreThoseOfPairs)
+{
+    std::mt19937 random(11); // NOLINT(cert-msc51-cpp): the same in each run
+    const auto row = [&random] {
+        std::string text(random() % 300, ' ');
+        for (char &letter : text)
+            letter = "ACDacd-.~X"[random() % 10];
+        return text;
+    };
+    for (const IdentityOf compared :
+         {IdentityOf::AlignmentLength, IdentityOf::ShorterSequence, IdentityOf::AlignedPairs}) {
+        const std::string first = row();
+        IdentityTo identity(first, 300, compared);
+        for (int i = 0; i < 50; ++i) {
+            const std::vector<std::string> rows = {first, row(), std::string(300, '-')};
+            EXPECT_NEAR(identity.of(rows[1]), 1 - identityDistances(rows, compared)->at(0, 1),
+                        1e-12);
+        }
+        EXPECT_EQ(identity.of(std::string(300, '-')), 0);
+    }
+}
+
 } // namespace IdentityDistancesTest

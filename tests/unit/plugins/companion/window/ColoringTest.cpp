@@ -50,6 +50,19 @@ TEST_F(ColoredByColumn, IsOneStepOfUndo)
     EXPECT_EQ(colorAt(shown, 0, 0), before);
 }
 
+TEST_F(ColoredByColumn, CountingCanBeCancelledAndThenNothingIsColored)
+{
+    TAMBO::Alignment &many = large(600, 300);
+    const unsigned int before = colorAt(many, 0, 0);
+    const std::size_t position = history.position();
+    const WithoutMoment withoutMoment;
+    const CancelledProgress cancel(*m_Window);
+    EXPECT_FALSE(companion::colorByColumn(many, companion::ColumnRule::Identity, m_Window));
+    EXPECT_EQ(cancel.count(), 1);
+    EXPECT_EQ(colorAt(many, 0, 0), before);
+    EXPECT_EQ(history.position(), position);
+}
+
 TEST_F(ColoredByColumn, TheLegendSaysWhatTheColorsMean)
 {
     auto *const legend = m_Window->findChild<QToolBar *>("Legend");

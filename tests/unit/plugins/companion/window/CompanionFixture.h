@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Companion.h"
+#include "SlicedWork.h"
 #include "window/AlignmentWindowFixture.h"
 
 #include "WorkbenchValues.h"
@@ -12,6 +13,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
 #include <QToolBar>
 #include <QWheelEvent>
 
@@ -20,6 +24,41 @@
 
 using companion::Companion;
 using TAMBO::WindowArea;
+
+// Work that is finished shows how far it is at once, and after each of its smallest parts.
+class WithoutMoment
+{
+public:
+    WithoutMoment() { companion::paceOfFinishing() = {{}, {}}; }
+    ~WithoutMoment() { companion::paceOfFinishing() = m_Before; }
+    WithoutMoment(const WithoutMoment &) = delete;
+    WithoutMoment &operator=(const WithoutMoment &) = delete;
+
+private:
+    companion::Pace m_Before = companion::paceOfFinishing();
+};
+
+// Cancels what long work over the widget shows, as a user would.
+class CancelledProgress
+{
+public:
+    explicit CancelledProgress(QWidget &over)
+    {
+        QObject::connect(&m_Looks, &QTimer::timeout, &m_Looks, [this, &over] {
+            auto *const progress = over.findChild<QProgressDialog *>();
+            if (progress == nullptr || !progress->isVisible() || progress->wasCanceled())
+                return;
+            progress->findChild<QPushButton *>()->click();
+            ++m_Count;
+        });
+        m_Looks.start(0);
+    }
+    [[nodiscard]] int count() const noexcept { return m_Count; }
+
+private:
+    QTimer m_Looks;
+    int m_Count = 0;
+};
 
 class AlignmentCompanion : public AlignmentWindowFixture
 {

@@ -225,12 +225,16 @@ TEST_F(AlignmentCompanion, EveryCommandIsInTheMenuAndItsKeysAreInTheWindow)
     QMenu menu;
     companion::fillMenu(menu, [this] { return m_Companion.get(); });
     QStringList texts;
+    // Behind a tab stand keys that are the workbench's.
+    const auto add = [&texts](const QAction &action) {
+        texts << action.text().section(u'\t', 0, 0);
+    };
     for (const QAction *const action : menu.actions())
         if (const QMenu *const submenu = action->menu())
             for (const QAction *const inner : submenu->actions())
-                texts << inner->text();
+                add(*inner);
         else if (!action->isSeparator())
-            texts << action->text();
+            add(*action);
     EXPECT_EQ(texts.size(), qsizetype(companion::commands().size()));
     for (const companion::Command &command : companion::commands()) {
         EXPECT_TRUE(texts.contains(command.text)) << command.text.toStdString();
@@ -238,6 +242,25 @@ TEST_F(AlignmentCompanion, EveryCommandIsInTheMenuAndItsKeysAreInTheWindow)
         EXPECT_TRUE(command.keys.isEmpty() || hasAction(m_Window->actions(), command.keys))
             << command.text.toStdString();
     }
+}
+
+TEST_F(AlignmentCompanion, KeysOfTheWorkbenchAreShownInTheMenuAndNotTakenThere)
+{
+    QMenu menu;
+    companion::fillMenu(menu, [this] { return m_Companion.get(); });
+    std::size_t shown = 0;
+    for (const companion::Command &command : companion::commands()) {
+        if (!command.hasKeysOfWorkbench)
+            continue;
+        for (const QAction *const action : menu.findChildren<QAction *>()) {
+            if (action->text().section(u'\t', 0, 0) != command.text)
+                continue;
+            EXPECT_TRUE(action->text().endsWith("Ctrl+Shift+A"));
+            EXPECT_TRUE(action->shortcuts().isEmpty());
+            ++shown;
+        }
+    }
+    EXPECT_EQ(shown, 1U);
 }
 
 TEST_F(AlignmentCompanion, KeysAreNoneOfTheWindowsOwn)

@@ -84,6 +84,24 @@ TEST_F(InTheFindBar, AllHitsAreSelected)
     EXPECT_GT(selected, 30U);
 }
 
+TEST_F(InTheFindBar, SelectingAllCanBeCancelledAndThenSelectsNothing)
+{
+    TAMBO::Alignment &many = large(600, 60);
+    ZEP::KALMO2 &window = show(many, {700, 400});
+    Companion other(served(window));
+    other.find().ask();
+    other.find().findChild<QLineEdit *>()->setText("WC");
+    ASSERT_TRUE(other.find().isSearching());
+    const WithoutMoment withoutMoment;
+    const CancelledProgress cancel(other.find());
+    other.find().selectAll();
+    EXPECT_EQ(cancel.count(), 1);
+    for (unsigned long row = 0; row < many.height(); ++row)
+        for (unsigned long col = 0; col < many.width(); ++col)
+            if (const TAMBO::Compound *const residue = many.getItem(row, col))
+                ASSERT_FALSE(residue->IsSelected());
+}
+
 TEST_F(InTheFindBar, EscapeClosesItAndTakesTheFramesAway)
 {
     const QImage before = pictureOf(m_Served->areaWidget(WindowArea::Cells));

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "NamePattern.h"
+
+#include <gtest/gtest.h>
+
+namespace NamePatternTest {
+
+using companion::NameLanguage;
+using companion::NamePattern;
+
+bool isIn(const char *pattern, NameLanguage language, const char *name)
+{
+    return NamePattern(pattern, language).isIn(name);
+}
+
+TEST(NamePattern, PlainTextIsLookedForAnywhereWhateverItsCase)
+{
+    EXPECT_TRUE(isIn("hba", NameLanguage::Plain, "sp|P1|HBA_HUMAN"));
+    EXPECT_TRUE(isIn("P1|", NameLanguage::Plain, "sp|p1|HBA_HUMAN"));
+    EXPECT_FALSE(isIn("H.A", NameLanguage::Plain, "HBA"));
+}
+
+TEST(NamePattern, WildcardsStandForTheWholeName)
+{
+    EXPECT_TRUE(isIn("*_human*", NameLanguage::Wildcard, "HBA_HUMAN/1-141"));
+    EXPECT_FALSE(isIn("*_human", NameLanguage::Wildcard, "HBA_HUMAN/1-141"));
+    EXPECT_TRUE(isIn("HB?_HUMAN", NameLanguage::Wildcard, "HBB_HUMAN"));
+    EXPECT_FALSE(isIn("HB?_HUMAN", NameLanguage::Wildcard, "HB_HUMAN"));
+    EXPECT_TRUE(isIn("a[b]*", NameLanguage::Wildcard, "a[b]c"));
+    EXPECT_FALSE(isIn("a[b]*", NameLanguage::Wildcard, "abc"));
+    EXPECT_TRUE(isIn("*", NameLanguage::Wildcard, ""));
+}
+
+TEST(NamePattern, ExpressionsAreLookedForAnywhereUnlessTheySayOtherwise)
+{
+    EXPECT_TRUE(isIn("hb[ab]_", NameLanguage::Expression, "sp|HBA_HUMAN"));
+    EXPECT_FALSE(isIn("^hb[ab]_", NameLanguage::Expression, "sp|HBA_HUMAN"));
+    EXPECT_TRUE(isIn("Größe", NameLanguage::Expression, "GRÖßE"));
+}
+
+TEST(NamePattern, AMistakeIsToldWithItsPlaceAndIsInNoName)
+{
+    const NamePattern pattern("ab(c", NameLanguage::Expression);
+    EXPECT_TRUE(pattern.mistake().startsWith("Character 5: ")) << pattern.mistake().toStdString();
+    EXPECT_FALSE(pattern.isIn("ab(c"));
+    EXPECT_EQ(NamePattern("ab(c", NameLanguage::Plain).mistake(), "");
+    EXPECT_EQ(NamePattern("ab(c", NameLanguage::Wildcard).mistake(), "");
+}
+
+} // namespace NamePatternTest
