@@ -19,7 +19,7 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr auto kWindowsForm = WindowState::Form::WithFont;
+constexpr auto kWindowsForm = WindowState::Form::WithDocks;
 constexpr std::size_t kMostWindows = 200;
 
 struct KeptWindow

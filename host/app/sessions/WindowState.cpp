@@ -7,6 +7,7 @@
 #include "StoredObject.h"
 #include "ValueBytes.h"
 
+#include <QDockWidget>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QMainWindow>
@@ -31,6 +32,9 @@ constexpr std::size_t kMostBars = 100;
 constexpr int kOwnNameCells = 8;
 // Window managers add these at most.
 constexpr QMargins kFrameRoom(4, 32, 4, 4);
+constexpr std::size_t kMostDocks = 100;
+constexpr std::array kDockAreas = {Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea,
+                                   Qt::TopDockWidgetArea, Qt::BottomDockWidgetArea};
 constexpr std::array kBarAreas = {Qt::LeftToolBarArea, Qt::RightToolBarArea, Qt::TopToolBarArea,
                                   Qt::BottomToolBarArea};
 
@@ -128,6 +132,13 @@ WindowState WindowState::of(const AlignmentWindow &window)
             state.m_Bars.push_back(
                 {bar->objectName(), int(frame.toolBarArea(bar)), !bar->isHidden()});
     }
+    for (QDockWidget *const dock :
+         frame.findChildren<QDockWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!dock->objectName().isEmpty() && !dock->isFloating() &&
+            state.m_Docks.size() < kMostDocks)
+            state.m_Docks.push_back({dock->objectName(), int(frame.dockWidgetArea(dock)),
+                                     !dock->isHidden(), dock->size()});
+    }
     state.m_Font = window.chosenFont();
     const QSize cell = window.cellSize();
     if (cell != window.ownCellSize())
@@ -167,6 +178,14 @@ void WindowState::write(ValueWriter &out) const
     out.flag(m_Font.has_value());
     if (m_Font)
         writeFont(*m_Font, out);
+    out.number(m_Docks.size());
+    for (const Dock &dock : m_Docks) {
+        out.text(dock.name.toStdString());
+        out.number(std::uint64_t(dock.area));
+        out.flag(dock.isShown);
+        out.signedNumber(dock.size.width());
+        out.signedNumber(dock.size.height());
+    }
 }
 
 WindowState WindowState::read(ValueReader &in, Form form)
@@ -193,8 +212,20 @@ WindowState WindowState::read(ValueReader &in, Form form)
         state.m_NameWidth = readPixels(in, 1);
     const double column = readCells(in);
     state.m_First = {column, readCells(in)};
-    if (form == Form::WithFont && in.flag())
+    if (form >= Form::WithFont && in.flag())
         state.m_Font = readFont(in);
+    if (form < Form::WithDocks)
+        return state;
+    for (std::uint64_t left = in.number(kMostDocks); left > 0 && !in.failed(); --left) {
+        Dock dock;
+        const std::string_view name = in.text();
+        dock.name = QString::fromUtf8(name.data(), qsizetype(name.size()));
+        dock.area = int(in.number(Qt::AllDockWidgetAreas));
+        dock.isShown = in.flag();
+        const int width = readPixels(in, 0);
+        dock.size = {width, readPixels(in, 0)};
+        state.m_Docks.push_back(std::move(dock));
+    }
     return state;
 }
 
@@ -206,6 +237,7 @@ void WindowState::apply(AlignmentWindow &window) const
         window.setChosenFont(*m_Font);
     applyPlace(frame);
     applyBars(frame);
+    applyDocks(frame);
     settleLayout(&frame);
     settleLayout(frame.centralWidget());
     applyView(window);
@@ -233,6 +265,31 @@ void WindowState::applyBars(QMainWindow &window) const
             window.addToolBar(area, there);
         there->setVisible(bar.isShown);
     }
+}
+
+// Those of one that is not there wait for nobody, as with bars.
+void WindowState::applyDocks(QMainWindow &window) const
+{
+    QList<QDockWidget *> shown;
+    QList<int> widths;
+    QList<int> heights;
+    for (const Dock &dock : m_Docks) {
+        auto *const there = window.findChild<QDockWidget *>(dock.name, Qt::FindDirectChildrenOnly);
+        const auto area = Qt::DockWidgetArea(dock.area);
+        if (there == nullptr || std::ranges::find(kDockAreas, area) == kDockAreas.end() ||
+            !there->isAreaAllowed(area))
+            continue;
+        if (window.dockWidgetArea(there) != area)
+            window.addDockWidget(area, there);
+        there->setVisible(dock.isShown);
+        if (!dock.isShown)
+            continue;
+        shown << there;
+        widths << dock.size.width();
+        heights << dock.size.height();
+    }
+    window.resizeDocks(shown, widths, Qt::Horizontal);
+    window.resizeDocks(shown, heights, Qt::Vertical);
 }
 
 void WindowState::applyView(AlignmentWindow &window) const

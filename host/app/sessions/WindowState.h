@@ -37,7 +37,7 @@ public:
 
     void write(ValueWriter &out) const;
     // The forms that have been written so far; the last one is what is written.
-    enum class Form : std::uint8_t { WithoutFont = 1, WithFont = 2 };
+    enum class Form : std::uint8_t { WithoutFont = 1, WithFont = 2, WithDocks = 3 };
     // Numbers that no window can have make the reader fail.
     [[nodiscard]] static WindowState read(ValueReader &in, Form form);
 
@@ -55,8 +55,17 @@ private:
         bool isShown = true;
     };
 
+    struct Dock
+    {
+        QString name;
+        int area = 0;
+        bool isShown = true;
+        QSize size;
+    };
+
     void applyPlace(QWidget &window) const;
     void applyBars(QMainWindow &window) const;
+    void applyDocks(QMainWindow &window) const;
     void applyView(AlignmentWindow &window) const;
 
     std::uint32_t m_Alignment = 0;
@@ -66,6 +75,7 @@ private:
     bool m_IsFullScreen = false;
     bool m_IsMinimised = false;
     std::vector<Bar> m_Bars;
+    std::vector<Dock> m_Docks;
     // Nothing for the one that the window begins with.
     std::optional<QFont> m_Font;
     // Nothing for what the window's font asks.

@@ -33,12 +33,12 @@ constexpr int kMarksZ = -10;
 constexpr QColor kMark(0, 0, 0);
 constexpr QColor kAroundMark(255, 255, 255);
 constexpr int kSmallest = 3;
-constexpr int kLargest = 7;
+constexpr int kLargest = 9;
 
 // A triangle in the upper right corner.
 void markOther(QPainter &painter, const QRect &cell)
 {
-    const int size = std::clamp(std::min(cell.width(), cell.height()) / 3, kSmallest, kLargest);
+    const int size = std::clamp(2 * std::min(cell.width(), cell.height()) / 5, kSmallest, kLargest);
     const auto corner = [&cell](int length) {
         const QPoint right = cell.topRight() + QPoint(1, 0);
         return QPolygon({right, right - QPoint(length, 0), right + QPoint(0, length)});

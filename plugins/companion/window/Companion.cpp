@@ -25,10 +25,14 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
 {
     // Beside each other the tracks would not be below their cells.
     window.mainWindow()->splitDockWidget(m_Tracks, m_Overview, Qt::Vertical);
+    m_KeptTracks.emplace(*window.mainWindow(), *m_Tracks);
+    m_KeptOverview.emplace(*window.mainWindow(), *m_Overview);
 }
 
 Companion::~Companion()
 {
+    m_KeptOverview.reset();
+    m_KeptTracks.reset();
     delete m_Wrapped;
     delete m_Tracks;
     delete m_Legend;

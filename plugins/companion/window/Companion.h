@@ -5,6 +5,7 @@
 #include "ColumnRules.h"
 #include "FindBar.h"
 #include "GoToBar.h"
+#include "KeptDock.h"
 #include "LegendBar.h"
 #include "NameColumn.h"
 #include "Overview.h"
@@ -16,6 +17,8 @@
 #include "Zoom.h"
 
 #include <QPointer>
+
+#include <optional>
 
 namespace companion {
 
@@ -59,6 +62,8 @@ private:
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
     QPointer<Tracks> m_Tracks;
+    std::optional<KeptDock> m_KeptTracks;
+    std::optional<KeptDock> m_KeptOverview;
     QPointer<WrappedWindow> m_Wrapped;
 };
 

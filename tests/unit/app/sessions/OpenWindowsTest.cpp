@@ -8,6 +8,7 @@
 #include "WindowState.h"
 #include "support/WaitUntil.h"
 
+#include <QDockWidget>
 #include <QMainWindow>
 #include <QToolBar>
 
@@ -35,7 +36,14 @@ protected:
 
     Viewer &open(Alignment *shown)
     {
-        return *m_Viewers.emplace_back(std::make_unique<Viewer>(shown));
+        Viewer &made = *m_Viewers.emplace_back(std::make_unique<Viewer>(shown));
+        if (m_HasDock) {
+            auto *const dock = new QDockWidget("Dock", made.mainWindow());
+            dock->setObjectName("Dock");
+            made.mainWindow()->addDockWidget(Qt::RightDockWidgetArea, dock);
+            dock->hide();
+        }
+        return made;
     }
     Viewer &viewerOf(const QWidget &window)
     {
@@ -59,6 +67,7 @@ protected:
     }
 
     std::vector<std::unique_ptr<Viewer>> m_Viewers;
+    bool m_HasDock = false;
     bool m_CanOpen = true;
     bool m_IsViewer = true;
     OpenWindows m_Windows{
@@ -128,19 +137,68 @@ TEST_F(OpenWindowsTest, AChosenFontIsChosenAgain)
     EXPECT_EQ(stored(kName), kept);
 }
 
-TEST_F(OpenWindowsTest, ValuesFromBeforeFontsWereKeptAreStillTaken)
+TEST_F(OpenWindowsTest, DocksAreWhereTheyWere)
 {
-    // Of a window without a chosen font: one byte that says so, at the end.
+    m_HasDock = true;
+    QMainWindow &before = *open(&m_First).mainWindow();
+    open(&m_Second);
+    before.setGeometry(70, 80, 600, 500);
+    auto *const dock = before.findChild<QDockWidget *>("Dock");
+    before.addDockWidget(Qt::BottomDockWidgetArea, dock);
+    dock->show();
+    QCoreApplication::processEvents();
+    before.resizeDocks({dock}, {170}, Qt::Vertical);
+    QCoreApplication::processEvents();
+    const int height = dock->height();
+    ASSERT_GT(height, 150);
+    EXPECT_THAT(closeAndLoad(), IsEmpty());
+    ASSERT_EQ(m_Viewers.size(), 2U);
+    QCoreApplication::processEvents();
+    QMainWindow &after = *m_Viewers[0]->mainWindow();
+    const auto *const again = after.findChild<QDockWidget *>("Dock");
+    EXPECT_EQ(after.dockWidgetArea(const_cast<QDockWidget *>(again)), Qt::BottomDockWidgetArea);
+    EXPECT_FALSE(again->isHidden());
+    EXPECT_EQ(again->height(), height);
+    EXPECT_TRUE(m_Viewers[1]->mainWindow()->findChild<QDockWidget *>("Dock")->isHidden());
+}
+
+TEST_F(OpenWindowsTest, DocksThatAreNotThereAreLeftOut)
+{
+    m_HasDock = true;
+    open(&m_First).mainWindow()->findChild<QDockWidget *>("Dock")->show();
+    const std::string kept = stored(kName);
+    m_Viewers.clear();
+    m_HasDock = false;
+    EXPECT_THAT(load({{kName, kept}}), IsEmpty());
+    EXPECT_THAT(shown(), ElementsAre("first"));
+}
+
+TEST_F(OpenWindowsTest, ValuesFromBeforeDocksWereKeptAreStillTaken)
+{
     open(&m_First).m_Cell = QSize(3, 5);
     std::string kept = stored(kName);
     m_Viewers.clear();
-    ASSERT_EQ(kept.front(), '\2');
-    kept.front() = '\1';
+    ASSERT_EQ(kept.front(), '\3');
+    kept.front() = '\2';
     kept.pop_back();
     EXPECT_THAT(load({{kName, kept}}), IsEmpty());
     ASSERT_THAT(shown(), ElementsAre("first"));
     EXPECT_EQ(m_Viewers[0]->m_Cell, QSize(3, 5));
-    kept.front() = '\3';
+}
+
+TEST_F(OpenWindowsTest, ValuesFromBeforeFontsWereKeptAreStillTaken)
+{
+    // Of a window without a chosen font and without docks: a byte each that says so, at the end.
+    open(&m_First).m_Cell = QSize(3, 5);
+    std::string kept = stored(kName);
+    m_Viewers.clear();
+    ASSERT_EQ(kept.front(), '\3');
+    kept.front() = '\1';
+    kept.resize(kept.size() - 2);
+    EXPECT_THAT(load({{kName, kept}}), IsEmpty());
+    ASSERT_THAT(shown(), ElementsAre("first"));
+    EXPECT_EQ(m_Viewers[0]->m_Cell, QSize(3, 5));
+    kept.front() = '\4';
     EXPECT_THAT(load({{kName, kept}}), ElementsAre(HasSubstr("form is unknown")));
 }
 

@@ -41,6 +41,8 @@ protected:
     {
         m_Companion.reset();
         WorkbenchValues::Remove("companion", "tracks-on");
+        WorkbenchValues::Remove("companion", "dock-Tracks");
+        WorkbenchValues::Remove("companion", "dock-Overview");
     }
     // Alignment and structures, as the workbench opens them.
     static TAMBO::Alignment *family(const fs::path &file)

@@ -38,6 +38,8 @@ protected:
     {
         WorkbenchValues::Remove("companion", "tracks-off");
         WorkbenchValues::Remove("companion", "tracks-on");
+        WorkbenchValues::Remove("companion", "dock-Tracks");
+        WorkbenchValues::Remove("companion", "dock-Overview");
         WorkbenchValues::Remove("companion", "cell-width");
     }
     // The first alignment of a file.

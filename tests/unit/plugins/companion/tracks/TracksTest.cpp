@@ -47,6 +47,8 @@ protected:
     {
         WorkbenchValues::Remove("companion", "tracks-off");
         WorkbenchValues::Remove("companion", "tracks-on");
+        WorkbenchValues::Remove("companion", "dock-Tracks");
+        WorkbenchValues::Remove("companion", "dock-Overview");
     }
     void look(TAMBO::Alignment &shown, const QSize &size = {700, 600})
     {
@@ -72,6 +74,12 @@ protected:
     {
         QCoreApplication::processEvents();
         while (canvas().isComputing())
+            QCoreApplication::processEvents();
+    }
+    static void settle(Companion &companion)
+    {
+        QCoreApplication::processEvents();
+        while (companion.tracks().canvas().isComputing())
             QCoreApplication::processEvents();
     }
     void scrollTo(int x)
@@ -444,6 +452,34 @@ TEST_F(TracksOfAWindow, HaveTheHeightThatTheyAskForWhenTheyAreShownAndFollowTheU
     m_Companion->tracks().toggle();
     settle();
     EXPECT_EQ(canvas().height(), chosen);
+}
+
+TEST_F(TracksOfAWindow, TheNextWindowHasTheDocksThatTheLastOneHad)
+{
+    TAMBO::Alignment &shown = large();
+    lookWithTracks(shown);
+    m_Window->addDockWidget(Qt::TopDockWidgetArea, &m_Companion->tracks());
+    m_Window->resizeDocks({&m_Companion->tracks()}, {260}, Qt::Vertical);
+    settle();
+    const int height = m_Companion->tracks().height();
+    m_Companion.reset();
+    {
+        ZEP::KALMO2 &next = show(shown, {700, 600});
+        Companion other(served(next));
+        settle(other);
+        EXPECT_FALSE(other.tracks().isHidden());
+        EXPECT_TRUE(other.overview().isHidden());
+        EXPECT_EQ(next.dockWidgetArea(&other.tracks()), Qt::TopDockWidgetArea);
+        EXPECT_EQ(other.tracks().height(), height);
+        EXPECT_GT(other.tracks().canvas().columns().computed(), 0U);
+        other.tracks().toggle();
+        other.overview().toggle();
+        settle(other);
+    }
+    ZEP::KALMO2 &last = show(shown, {700, 600});
+    Companion other(served(last));
+    EXPECT_TRUE(other.tracks().isHidden());
+    EXPECT_FALSE(other.overview().isHidden());
 }
 
 TEST_F(TracksOfAWindow, NeverAskForAWiderWindow)

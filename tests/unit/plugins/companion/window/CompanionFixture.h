@@ -66,12 +66,22 @@ protected:
     AlignmentCompanion()
     {
         WorkbenchValues::Remove("companion", "cell-width");
+        forgetDocks();
         m_Window = &show(m_Shown, {700, 400});
         m_Served = &served(*m_Window);
         m_Companion = std::make_unique<Companion>(*m_Served);
     }
     // Before the window.
-    ~AlignmentCompanion() override { m_Companion.reset(); }
+    ~AlignmentCompanion() override
+    {
+        m_Companion.reset();
+        forgetDocks();
+    }
+    static void forgetDocks()
+    {
+        WorkbenchValues::Remove("companion", "dock-Tracks");
+        WorkbenchValues::Remove("companion", "dock-Overview");
+    }
 
     void wheel(WindowArea area, const QPoint &at, int notches)
     {

@@ -27,7 +27,7 @@ TEST_F(InTheOverview, EachPixelHasTheColorsOfItsCells)
     // Of few cells a pixel is one of them.
     ZEP::KALMO2 &small = show(alignment({"AC-", "WWW"}, "small"), {700, 400});
     Companion other(served(small));
-    other.overview().toggle();
+    other.overview().show();
     do
         QCoreApplication::processEvents();
     while (!other.overview().picture().isDone());
