@@ -16,6 +16,9 @@ public:
     // A job called title begins now. program: the process that ends when the user cancels the job
     // there; 0 when it cannot be cancelled.
     static Number Begin(const QString &title, qint64 program = 0);
+    // The job's program does not go on without the workbench, so that nobody is asked whether it
+    // shall.
+    static void EndWithWorkbench(Number job);
     // The last line that the job's program has said of its progress.
     static void Say(Number job, const QString &line);
     // The job leaves the list. A number that is not in it is ignored, here and above.

@@ -284,6 +284,10 @@ void UnsavedDialog::followJobs()
     for (const JobList::Job &job : m_JobList->jobs())
         lines << jobLine(job);
     m_JobLines->setText(lines.join(u'\n'));
+    m_Leave->setEnabled(std::ranges::any_of(
+        m_JobList->jobs(), [](const JobList::Job &job) { return !job.endsWithWorkbench; }));
+    if (!m_Leave->isEnabled() && m_Leave->isChecked())
+        m_Wait->setChecked(true);
     m_Cancel->setEnabled(std::ranges::any_of(
         m_JobList->jobs(), [](const JobList::Job &job) { return job.program > 0; }));
 }

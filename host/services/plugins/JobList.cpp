@@ -43,6 +43,15 @@ RunningJobs::Number JobList::begin(const QString &title, qint64 program)
     return job.number;
 }
 
+void JobList::endWithWorkbench(RunningJobs::Number number)
+{
+    Job *job = find(number);
+    if (job == nullptr)
+        return;
+    job->endsWithWorkbench = true;
+    emit changed();
+}
+
 void JobList::say(RunningJobs::Number number, const QString &line)
 {
     Job *job = find(number);
@@ -102,6 +111,11 @@ void JobList::forgetFailures()
 RunningJobs::Number RunningJobs::Begin(const QString &title, qint64 program)
 {
     return TAMBO::services::JobList::instance().begin(title, program);
+}
+
+void RunningJobs::EndWithWorkbench(Number job)
+{
+    TAMBO::services::JobList::instance().endWithWorkbench(job);
 }
 
 void RunningJobs::Say(Number job, const QString &line)

@@ -27,6 +27,7 @@ public:
         QString lastLine;
         qint64 program = 0;
         bool isCancelled = false;
+        bool endsWithWorkbench = false;
     };
     struct FailedJob
     {
@@ -44,6 +45,7 @@ public:
     [[nodiscard]] const std::vector<FailedJob> &failures() const noexcept { return m_Failures; }
 
     RunningJobs::Number begin(const QString &title, qint64 program = 0);
+    void endWithWorkbench(RunningJobs::Number number);
     void say(RunningJobs::Number number, const QString &line);
     void end(RunningJobs::Number number);
     void fail(RunningJobs::Number number, const QString &what, const QStringList &lastLines);

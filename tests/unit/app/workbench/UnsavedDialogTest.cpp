@@ -197,6 +197,20 @@ TEST_F(UnsavedDialogTest, AJobThatCannotBeCancelledIsNotOfferedTo)
     EXPECT_FALSE(control<QRadioButton>(dialog, "Cancel").isEnabled());
 }
 
+TEST_F(UnsavedDialogTest, AJobThatEndsWithTheWorkbenchIsNotOfferedToGoOn)
+{
+    const auto job = m_Jobs.begin("fasttree", QCoreApplication::applicationPid());
+    m_Jobs.begin("Kestram", QCoreApplication::applicationPid());
+    m_Jobs.endWithWorkbench(job);
+    const UnsavedDialog dialog(Purpose::Quit, {}, QString(), &m_Jobs, nullptr);
+    EXPECT_TRUE(control<QRadioButton>(dialog, "Leave").isEnabled()) << "of the other one";
+    control<QRadioButton>(dialog, "Leave").click();
+    m_Jobs.end(m_Jobs.jobs().back().number);
+    EXPECT_FALSE(control<QRadioButton>(dialog, "Leave").isEnabled());
+    EXPECT_TRUE(control<QRadioButton>(dialog, "Cancel").isEnabled());
+    EXPECT_EQ(dialog.jobs(), UnsavedDialog::Jobs::Wait);
+}
+
 TEST_F(UnsavedDialogTest, TheJobsFollowTheirList)
 {
     const auto one = m_Jobs.begin("One");
