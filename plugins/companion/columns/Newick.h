@@ -29,8 +29,9 @@ inline constexpr std::size_t kMostTreeNodes = 1'000'000;
 // the form, and keep their underscores, since most programs write names of rows like that, though
 // the standard reads them as blanks. Comments in brackets, also in each other, are passed over.
 // Lengths are finite numbers, negative ones too. The root is the first node; nodes may lack names
-// and lengths.
-[[nodiscard]] std::variant<Tree, NewickError> readNewick(std::string_view text);
+// and lengths. places, if there is one, gets for each node where its name stands in the text.
+[[nodiscard]] std::variant<Tree, NewickError>
+readNewick(std::string_view text, std::vector<std::size_t> *places = nullptr);
 
 // In one line that ends with ';', without a line end. Names are quoted where they have blanks,
 // underscores or signs of the form; lengths have as many digits as give the same number back. Empty

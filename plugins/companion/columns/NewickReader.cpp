@@ -29,8 +29,11 @@ class NewickReader
 public:
     explicit NewickReader(std::string_view text) : m_Text(text) { }
 
-    std::variant<Tree, NewickError> read()
+    std::variant<Tree, NewickError> read(std::vector<std::size_t> *places)
     {
+        m_Places = places;
+        if (m_Places != nullptr)
+            m_Places->assign(1, 0);
         m_Tree.nodes.emplace_back();
         m_Tree.root = 0;
         if (!readNodes())
@@ -99,12 +102,18 @@ private:
         if (m_Tree.nodes.size() == kMostTreeNodes)
             return fail("the tree has more than " + std::to_string(kMostTreeNodes) + " nodes");
         m_Node = m_Tree.addChild(m_Node);
+        if (m_Places != nullptr)
+            m_Places->push_back(0);
         return true;
     }
 
     bool readNameAndLength()
     {
-        if (!skipBlanks() || !readName() || !skipBlanks())
+        if (!skipBlanks())
+            return false;
+        if (m_Places != nullptr)
+            (*m_Places)[m_Node] = m_Place;
+        if (!readName() || !skipBlanks())
             return false;
         if (m_Place == m_Text.size() || m_Text[m_Place] != ':')
             return true;
@@ -238,6 +247,7 @@ private:
     // Whose name and length are read.
     std::size_t m_Node = 0;
     NewickError m_Error;
+    std::vector<std::size_t> *m_Places = nullptr;
 };
 
 } // namespace
@@ -247,9 +257,9 @@ std::string NewickError::text() const
     return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + cause;
 }
 
-std::variant<Tree, NewickError> readNewick(std::string_view text)
+std::variant<Tree, NewickError> readNewick(std::string_view text, std::vector<std::size_t> *places)
 {
-    return NewickReader(text).read();
+    return NewickReader(text).read(places);
 }
 
 } // namespace companion

@@ -48,6 +48,13 @@ struct Tree
 // Puts children with fewer leaves above their siblings; of as many, those stay above that are.
 void ladderize(Tree &tree);
 
+// Puts the root into the middle of the longest way between two leaves. For trees whose root says
+// nothing, such as those of neighbor joining. The ways between leaves stay as they are; nodes keep
+// their numbers, and the root is a new one. Names of inner nodes are taken for those of their
+// branches, and go along with them. A tree of less than three leaves, with a negative length or
+// without any other than 0 stays as it is.
+void rootInTheMiddle(Tree &tree);
+
 // Where a node is drawn.
 struct TreePlace
 {
