@@ -25,7 +25,7 @@ set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SHLIBDEPS ON)
 # none.
 set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS
     "libcairo2 (>= 1.16), libpoppler-glib8 (>= 22.12), libqt6svg6 (>= 6.4), fonts-dejavu-core")
-set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "mafft")
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "mafft, fasttree")
 set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SUGGESTS "promod3, qt6-wayland, tambo-dev")
 set(CPACK_DEBIAN_WORKBENCH_DESCRIPTION "workbench for protein structures with an alignment editor
 An interactive editor of multiple sequence alignments, which shows them as a

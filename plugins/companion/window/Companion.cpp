@@ -21,7 +21,8 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Select(new SelectBar(window)),
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
-      m_Tracks(new Tracks(window))
+      m_Tracks(new Tracks(window)),
+      m_Tree(new TreeDock(window))
 {
     // Beside each other the tracks would not be below their cells.
     window.mainWindow()->splitDockWidget(m_Tracks, m_Overview, Qt::Vertical);
@@ -33,6 +34,7 @@ Companion::~Companion()
 {
     m_KeptOverview.reset();
     m_KeptTracks.reset();
+    delete m_Tree;
     delete m_Wrapped;
     delete m_Tracks;
     delete m_Legend;

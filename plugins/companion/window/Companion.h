@@ -13,6 +13,7 @@
 #include "SelectBar.h"
 #include "StructureMarks.h"
 #include "Tracks.h"
+#include "TreeDock.h"
 #include "WrappedWindow.h"
 #include "Zoom.h"
 
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
     [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
+    [[nodiscard]] TreeDock &tree() noexcept { return *m_Tree; }
 
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
@@ -65,6 +67,7 @@ private:
     std::optional<KeptDock> m_KeptTracks;
     std::optional<KeptDock> m_KeptOverview;
     QPointer<WrappedWindow> m_Wrapped;
+    QPointer<TreeDock> m_Tree;
 };
 
 } // namespace companion
