@@ -21,6 +21,7 @@ endif()
 install(TARGETS ${own_plugins} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
 install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN CMakeLists.txt EXCLUDE)
+install(FILES CHANGELOG.md DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
 install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN plugins EXCLUDE)
 

@@ -4,7 +4,6 @@
 #include "CommandLine.h"
 #include "Config.h"
 #include "ConvertCommand.h"
-#include "Directories.h"
 #include "EndSignals.h"
 #include "ExitStatus.h"
 #include "FontSettings.h"
@@ -95,11 +94,10 @@ CommandLine withExample(CommandLine line)
 {
     if (!line.withExample)
         return line;
-    const QString file =
-        TAMBO::services::Directories::shared() + QStringLiteral("/examples/serine_proteases.ali");
-    line.files.insert(line.files.begin(), QFile::encodeName(file).toStdString());
+    line.files.insert(line.files.begin(),
+                      QFile::encodeName(Workbench::exampleFile()).toStdString());
     if (line.tools.empty())
-        line.tools = {"Structure View"};
+        line.tools = {Workbench::kExampleTool};
     return line;
 }
 

@@ -6,6 +6,7 @@
 #include "ConfigStore.h"
 #include "Directories.h"
 #include "FirstPlaces.h"
+#include "HelpTexts.h"
 #include "HelpViewer.h"
 #include "HistoryPanel.h"
 #include "JobList.h"
@@ -27,6 +28,7 @@
 #include "PrintoutDesk.h"
 #include "RecentFiles.h"
 #include "Space.h"
+#include "StartPage.h"
 #include "UndoActions.h"
 #include "UndoCommands.h"
 #include "WindowPlaces.h"
@@ -115,6 +117,8 @@ MainWindow::MainWindow(const Parts &parts)
     makeToolBar();
     makeStatusBar();
     new LoadProgress(parts.loader, this);
+    connect(&parts.loader, &Loader::started, this, &MainWindow::offerStart);
+    connect(&parts.loader, &Loader::finished, this, &MainWindow::offerStart);
     enableActions();
     countObjects();
     restoreDocks();
@@ -253,6 +257,14 @@ void MainWindow::makeHelpMenu()
                       ModellingTools(QCoreApplication::applicationDirPath()).stateText(), this)
             .exec();
     });
+    menu->addAction(tr("What is &New"), this, [this] { showNews(this); });
+    menu->addAction(tr("&Copy a Report"), this,
+                    [this] {
+                        copyReport(m_Parts.plugins);
+                        say(tr("Versions and the log are in the clipboard; nothing was sent"));
+                    })
+        ->setToolTip(
+            tr("Put versions and the log into the clipboard, for whoever looks into a fault"));
     menu->addSeparator();
     QAction *about = menu->addAction(tr("&About"), this, &MainWindow::about);
     about->setMenuRole(QAction::AboutRole);
@@ -413,6 +425,8 @@ void MainWindow::showEvent(QShowEvent *event)
         chooseFirstPlace();
     }
     BaseWindow::showEvent(event);
+    // Files of the call may just be coming.
+    QMetaObject::invokeMethod(this, &MainWindow::offerStart, Qt::QueuedConnection);
 }
 
 QRect MainWindow::firstPlace()
@@ -453,6 +467,22 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::commUpdate() { }
 
+void MainWindow::offerStart()
+{
+    const bool isEmpty = Space::instance()->begin() == Space::instance()->end() &&
+                         !m_Parts.loader.isBusy() && isVisible();
+    if (isEmpty && m_Start == nullptr) {
+        m_Start = new StartPage(m_Parts.recentFiles, *m_Tree->viewport());
+        connect(m_Start, &StartPage::openAsked, this, &MainWindow::filesAsked);
+        connect(m_Start, &StartPage::exampleAsked, this, &MainWindow::exampleAsked);
+        connect(m_Start, &StartPage::helpAsked, this, [] { HelpViewer::Show(QString()); });
+        connect(m_Start, &StartPage::fileAsked, this,
+                [this](const QString &file) { emit openAsked({file}); });
+    }
+    if (m_Start != nullptr)
+        m_Start->setVisible(isEmpty);
+}
+
 void MainWindow::commAdd()
 {
     countObjects();
@@ -487,6 +517,7 @@ void MainWindow::countObjects()
     add(alignments, tr("alignment"), tr("alignments"));
     add(sequences, tr("sequence"), tr("sequences"));
     m_Count->setText(parts.join(QStringLiteral(", ")));
+    offerStart();
 }
 
 // ---- Docks

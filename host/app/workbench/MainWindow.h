@@ -33,6 +33,7 @@ class ObjectTree;
 class ObjectTreeModel;
 class Plugins;
 class RecentFiles;
+class StartPage;
 class UndoCommands;
 
 class MainWindow : public BaseWindow, private Subscriber
@@ -72,6 +73,7 @@ public:
 
 signals:
     void filesAsked();
+    void exampleAsked();
     void openAsked(const QStringList &files);
     // What is picked.
     void saveAsked(const std::vector<TAMBO::Compound *> &objects);
@@ -115,6 +117,7 @@ private:
     void deletePicked();
     void enableActions();
     void countObjects();
+    void offerStart();
     void about();
     void chooseFirstPlace();
     void restoreDocks();
@@ -127,6 +130,8 @@ private:
     QString m_LockText;
     ObjectTreeModel *m_Objects = nullptr;
     ObjectTree *m_Tree = nullptr;
+    // Null until it is needed.
+    StartPage *m_Start = nullptr;
     QAction *m_Open = nullptr;
     QAction *m_Save = nullptr;
     QAction *m_SaveAs = nullptr;

@@ -210,6 +210,7 @@ void Workbench::connectWindow()
     connect(window, &MainWindow::closed, this, &Workbench::leave);
     connect(window, &MainWindow::quitAsked, this, &Workbench::quit);
     connect(window, &MainWindow::filesAsked, this, [this, window] { askAndOpen(window); });
+    connect(window, &MainWindow::exampleAsked, this, &Workbench::openExample);
     connect(window, &MainWindow::openAsked, this, &Workbench::open);
     const auto saving = std::make_shared<const PickedSaving>(m_Places, *window);
     connect(window, &MainWindow::saveAsked, this, [window, saving](const auto &objects) {

@@ -102,6 +102,11 @@ public:
     // What another call of the program hands over: comes to the front, and opens the editor on the
     // first alignment, as that call would have done.
     void openHandedOver(const QStringList &files);
+    // A family, with its structures in the structure view when that is there; as a call with these
+    // files would have opened them.
+    void openExample();
+    [[nodiscard]] static QString exampleFile();
+    static constexpr const char *kExampleTool = "Structure View";
     // With a file dialog; false when the user chose nothing.
     bool askAndOpen(QWidget *parent);
     // Takes top-level objects out; asks when that touches unsaved work.

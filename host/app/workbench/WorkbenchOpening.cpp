@@ -3,6 +3,7 @@
 #include "Workbench.h"
 
 #include "Alignment.h"
+#include "Directories.h"
 #include "FailureBoxes.h"
 #include "FirstPlaces.h"
 #include "LateWindow.h"
@@ -205,6 +206,18 @@ void Workbench::openHandedOver(const QStringList &files)
                 });
     }
     open(files);
+}
+
+QString Workbench::exampleFile()
+{
+    return services::Directories::shared() + QStringLiteral("/examples/serine_proteases.ali");
+}
+
+void Workbench::openExample()
+{
+    // Without it the alignment is an example still.
+    static_cast<void>(setToolsAtStart({kExampleTool}));
+    openAtStart({toPath(exampleFile())});
 }
 
 void Workbench::load(const QStringList &files)

@@ -3,6 +3,7 @@
 #include "WriteJob.h"
 
 #include "AppFixture.h"
+#include "DataMaker.h"
 #include "FileWriter.h"
 #include "PipeFile.h"
 #include "WritableObject.h"
