@@ -72,6 +72,20 @@ void Companion::invertSelection()
         companion::invertSelection(*alignment);
 }
 
+PageDialog *Companion::askForPages(PageDialog::For what)
+{
+    if (m_Window.alignment() == nullptr)
+        return nullptr;
+    std::vector<Track> tracks;
+    for (const Track track : kTracks)
+        if (m_Tracks->canvas().isOn(track))
+            tracks.push_back(track);
+    auto *const dialog = new PageDialog(m_Window, tracks, !m_Tracks->isHidden(), what);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    return dialog;
+}
+
 WrappedWindow &Companion::showWrapped()
 {
     if (m_Wrapped == nullptr)

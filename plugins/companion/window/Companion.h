@@ -9,6 +9,7 @@
 #include "LegendBar.h"
 #include "NameColumn.h"
 #include "Overview.h"
+#include "PageDialog.h"
 #include "PlaceLine.h"
 #include "SelectBar.h"
 #include "StructureMarks.h"
@@ -50,6 +51,8 @@ public:
     void invertSelection();
     // The window is made when it is asked for the first time.
     WrappedWindow &showWrapped();
+    // Null when no alignment is shown.
+    PageDialog *askForPages(PageDialog::For what);
 
 private:
     TAMBO::AlignmentWindow &m_Window;
