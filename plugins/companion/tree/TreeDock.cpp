@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QShowEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -142,12 +143,24 @@ void TreeDock::toggle()
         return hide();
     comeIntoSight();
     m_View->setFocus(Qt::ShortcutFocusReason);
+}
+
+// However that happens: a session may bring the dock back.
+void TreeDock::showEvent(QShowEvent *event)
+{
+    QDockWidget::showEvent(event);
     if (hasTree())
         look();
-    else if (!isComputing() && alignment() != nullptr && alignment()->height() > 0 &&
-             alignment()->height() <= TreeJob::kMostJoined)
-        compute();
+    else if (!event->spontaneous())
+        computeIfQuick();
     showState();
+}
+
+void TreeDock::computeIfQuick()
+{
+    const unsigned long rows = alignment() == nullptr ? 0 : alignment()->height();
+    if (!isComputing() && rows > 0 && rows <= TreeJob::kMostJoined)
+        compute(TreeMethod::NeighborJoining);
 }
 
 // ---- Making a tree
@@ -174,8 +187,8 @@ void TreeDock::compute(TreeMethod method, const QString &file)
     const bool sorts = m_SortsWhenMade;
     endJob();
     m_SortsWhenMade = sorts;
-    comeIntoSight();
     m_Job = std::make_unique<TreeJob>(shownWindow(), method, file);
+    comeIntoSight();
     connect(m_Job.get(), &TreeJob::progressed, this, [this](int percent, const QString &what) {
         m_Progress->setRange(0, percent == 0 ? 0 : kHundred);
         m_Progress->setValue(percent);
@@ -251,6 +264,8 @@ void TreeDock::clear()
 void TreeDock::alignmentShown()
 {
     clear();
+    if (isVisible())
+        computeIfQuick();
 }
 
 void TreeDock::layoutRebuilt()

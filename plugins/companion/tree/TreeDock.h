@@ -34,7 +34,7 @@ public:
     explicit TreeDock(TAMBO::AlignmentWindow &window);
     ~TreeDock() override;
 
-    // Into sight, or out of it. A tree that takes no time is made at once.
+    // Into sight, or out of it. In sight, a tree that takes little time is made at once.
     void toggle();
     // By neighbor joining, or by fasttree of too many rows.
     void compute();
@@ -62,9 +62,14 @@ public:
     void alignmentShown() override;
     void layoutRebuilt() override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void makeWidgets();
     void comeIntoSight();
+    // Of rows that can be joined.
+    void computeIfQuick();
     void take(const MadeTree &made);
     void fail(const QString &cause);
     void endJob();

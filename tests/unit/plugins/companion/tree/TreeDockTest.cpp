@@ -55,14 +55,24 @@ TEST_F(TreeOfAWindow, OfOneRowAndOfEqualRowsIsMadeAsWell)
     view().grab();
 }
 
-TEST_F(TreeOfAWindow, GoesWhenAnotherAlignmentIsShown)
+TEST_F(TreeOfAWindow, GoesWhenAnotherAlignmentIsShownAndIsMadeOfThatWhileItIsInSight)
 {
     lookAtTree(kRows);
-    m_Window->Populate(&alignment({"ACD", "WYT"}, "other"));
-    settle();
+    TAMBO::Alignment &other = alignment({"ACD", "WYT", "ACE"}, "other");
+    m_Window->Populate(&other);
     EXPECT_FALSE(dock().hasTree());
     EXPECT_TRUE(shown().nodes().empty());
     view().grab();
+    settle();
+    EXPECT_EQ(shown().rows().size(), 3u);
+    dock().toggle();
+    m_Window->Populate(m_Rows);
+    settle();
+    EXPECT_FALSE(dock().hasTree());
+    // As a session does.
+    dock().show();
+    settle();
+    EXPECT_EQ(shown().rows().size(), kRows.size());
 }
 
 TEST_F(TreeOfAWindow, IsGivenUpByCancelAndByClosingTheWindow)
