@@ -400,26 +400,21 @@ bool Alignment::selectCells(const std::vector<bool> &rows, const std::vector<boo
             sequence.addSelected(begin, behind, *here.before);
         });
     }
-    const auto deselect = [](Peptide &sequence, const ResidueSelection &residues) {
-        residues.forEachRun([&](std::size_t begin, std::size_t behind) {
-            sequence.setSelected(begin, behind, false);
-        });
-    };
     if (how == Selecting::Replace) {
         for (unsigned long i = 0; i < height(); ++i) {
-            if (m_Table->row(i).sequence().selectedCount() > 0)
-                deselect(m_Table->row(i).sequence(), residuesOf(m_Table->row(i)));
+            Peptide &sequence = m_Table->row(i).sequence();
+            if (sequence.selectedCount() > 0)
+                sequence.deselect(residuesOf(m_Table->row(i)));
         }
     }
     for (Found &here : found) {
         if (how == Selecting::Remove) {
-            if (here.sequence->selectedCount() > 0)
-                deselect(*here.sequence, *here.residues);
+            here.sequence->deselect(*here.residues);
             continue;
         }
         here.sequence->select(std::move(here.residues));
         if (here.before)
-            deselect(*here.sequence, *here.before);
+            here.sequence->deselect(*here.before);
     }
     return true;
 }

@@ -39,6 +39,17 @@ bool ResidueSelection::add(const ResidueSelection &other, std::size_t begin,
     return m_Count != before;
 }
 
+bool ResidueSelection::remove(const ResidueSelection &other) noexcept
+{
+    const std::size_t before = m_Count;
+    for (std::size_t i = 0; i < m_Words.size(); ++i) {
+        const std::uint64_t removed = m_Words[i] & other.m_Words[i];
+        m_Count -= bits::count(removed);
+        m_Words[i] &= ~removed;
+    }
+    return m_Count != before;
+}
+
 void ResidueSelection::write(ValueWriter &out) const
 {
     out.words(m_Words);

@@ -28,6 +28,8 @@ public:
     bool set(std::size_t begin, std::size_t end, bool selected) noexcept;
     // Those of other among [begin, end). False when nothing changes.
     bool add(const ResidueSelection &other, std::size_t begin, std::size_t end) noexcept;
+    // Those of other, which is of as many residues. False when nothing changes.
+    bool remove(const ResidueSelection &other) noexcept;
     [[nodiscard]] std::size_t count() const noexcept { return m_Count; }
     [[nodiscard]] std::size_t count(std::size_t begin, std::size_t end) const noexcept;
     // So many visits forEachRun() makes.

@@ -131,6 +131,7 @@ public:
     void setSelected(std::size_t begin, std::size_t end, bool selected);
     [[nodiscard]] std::size_t selectedCount() const noexcept;
     void select(std::unique_ptr<ResidueSelection> residues);
+    void deselect(const ResidueSelection &residues);
     // Adds the selected ones of the residues [begin, end).
     void addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const;
 

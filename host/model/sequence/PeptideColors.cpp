@@ -207,6 +207,25 @@ void Peptide::select(std::unique_ptr<ResidueSelection> residues)
     noteStoredMarks(*this);
 }
 
+void Peptide::deselect(const ResidueSelection &residues)
+{
+    if (selectedCount() == 0)
+        return;
+    const ChangeScope scope;
+    if (ties() != nullptr) {
+        residues.forEachRun(
+            [&](std::size_t begin, std::size_t end) { setSelected(begin, end, false); });
+        return;
+    }
+    std::unique_ptr<ResidueSelection> &kept = extras().selection;
+    if (kept->remove(residues)) {
+        growSelectionRevision();
+        noteStoredMarks(*this);
+    }
+    if (kept->count() == 0)
+        kept.reset();
+}
+
 void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const
 {
     const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,

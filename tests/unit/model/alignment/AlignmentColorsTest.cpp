@@ -200,6 +200,12 @@ TEST_P(AlignmentColorsOfAnyLength, CellsAreSelectedAsOneResidueAfterTheOtherWoul
             ASSERT_EQ(flags(), before);
             sample.selectCells(rows, columns, how);
             ASSERT_EQ(flags(), expected) << seed << ", " << int(how);
+            for (const Peptide *sequence : m_All) {
+                std::size_t count = 0;
+                for (std::size_t i = 0; i < sequence->residueCount(); ++i)
+                    count += sequence->isSelected(i) ? 1 : 0;
+                ASSERT_EQ(sequence->selectedCount(), count);
+            }
         }
     }
     EXPECT_EQ(history.undoCount(), 0U);
