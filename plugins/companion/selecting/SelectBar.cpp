@@ -87,7 +87,7 @@ SelectBar::~SelectBar() = default;
 void SelectBar::makeWidgets()
 {
     using companion::tr;
-    QLabel *const label = word(tr("&Select:"));
+    QLabel *const label = word(tr("Se&lect:"));
     m_By = choiceBox(tr("What to select"),
                      {tr("block"), tr("rows like"), tr("columns by conservation"),
                       tr("columns by gaps"), tr("rows by name")});
@@ -180,6 +180,8 @@ void SelectBar::layOut(QLabel *label, QWidget *go)
     layout->setSpacing(kSelectGap / 3);
     layout->addLayout(upper);
     layout->addLayout(lower);
+    // Else the window would become as wide as the widest choice.
+    lines->setMinimumWidth(1);
     lines->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     addWidget(lines);
 }
@@ -234,8 +236,8 @@ void SelectBar::ask(SelectBy by)
 {
     // With what is in sight before the line takes room.
     prefill();
-    show();
     m_By->setCurrentIndex(int(by));
+    show();
     QWidget *const first = by == SelectBy::Block   ? m_RowFrom
                            : by == SelectBy::Names ? static_cast<QWidget *>(m_Name)
                                                    : m_Limit;
@@ -424,6 +426,13 @@ QString SelectBar::blockText(const TAMBO::Alignment &alignment) const
         .arg(alignment.width());
 }
 
+QString SelectBar::chosenText(const TAMBO::Alignment &alignment) const
+{
+    return companion::tr(m_Measure->isOfRows() ? "%1 of %2 rows" : "%1 of %2 columns")
+        .arg(m_Chosen)
+        .arg(m_Measure->isOfRows() ? alignment.height() : alignment.width());
+}
+
 void SelectBar::showState()
 {
     const TAMBO::Alignment *const alignment = AlignmentViewObserver::window()->alignment();
@@ -433,9 +442,7 @@ void SelectBar::showState()
                                                    : QString());
         return;
     }
-    QString text = companion::tr(m_Measure->isOfRows() ? "%1 of %2 rows" : "%1 of %2 columns")
-                       .arg(m_Chosen)
-                       .arg(m_Measure->isOfRows() ? alignment->height() : alignment->width());
+    QString text = chosenText(*alignment);
     if (by() == SelectBy::Likeness)
         text += companion::tr(" are like %1")
                     .arg(QString::fromStdString(
@@ -477,9 +484,7 @@ bool SelectBar::apply()
     if (alignment == nullptr)
         return false;
     const bool isBlock = by() == SelectBy::Block;
-    const QString what =
-        isBlock ? blockText(*alignment)
-                : companion::tr(m_Measure->isOfRows() ? "%1 rows" : "%1 columns").arg(m_Chosen);
+    const QString what = isBlock ? blockText(*alignment) : chosenText(*alignment);
     const CellChoice choice =
         isBlock ? choiceOf(*alignment, block()) : choiceOf(*alignment, *m_Measure, limit());
     const auto how = static_cast<TAMBO::Alignment::Selecting>(m_How->currentIndex());

@@ -69,6 +69,8 @@ private:
     [[nodiscard]] Limit limit() const;
     [[nodiscard]] unsigned long referenceRow() const;
     [[nodiscard]] QString blockText(const TAMBO::Alignment &alignment) const;
+    // There is a measure.
+    [[nodiscard]] QString chosenText(const TAMBO::Alignment &alignment) const;
 
     struct Control
     {

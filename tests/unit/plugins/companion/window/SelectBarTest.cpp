@@ -154,7 +154,7 @@ TEST_F(InTheSelectBar, ColumnsByGapsAreAddedAndTakenOut)
     EXPECT_LT(few, 400U);
     choose("What becomes of the selection", 2);
     EXPECT_TRUE(bar().apply());
-    EXPECT_EQ(state(), QString("Taken out of the selection: %1 columns").arg(few));
+    EXPECT_EQ(state(), QString("Taken out of the selection: %1 of 400 columns").arg(few));
     EXPECT_EQ(selectedColumns(), 400 - few);
     choose("What becomes of the selection", 1);
     EXPECT_TRUE(bar().apply());
@@ -258,6 +258,19 @@ TEST_F(InTheSelectBar, OnlyTheControlsOfTheChoiceAreShownAndAllHaveNames)
         const bool isControl = qobject_cast<const QAbstractSpinBox *>(each) != nullptr ||
                                qobject_cast<const QComboBox *>(each) != nullptr;
         EXPECT_TRUE(!isControl || !each->accessibleName().isEmpty());
+    }
+}
+
+TEST_F(InTheSelectBar, NoChoiceMakesTheWindowWider)
+{
+    m_Window->resize(420, 400);
+    QCoreApplication::processEvents();
+    const int before = m_Window->width();
+    for (const SelectBy by : {SelectBy::Block, SelectBy::Likeness, SelectBy::Conservation,
+                              SelectBy::Gaps, SelectBy::Names}) {
+        ask(by);
+        EXPECT_EQ(m_Window->width(), before);
+        EXPECT_TRUE(bar().findChild<QLabel *>("State")->isVisible());
     }
 }
 
