@@ -27,6 +27,8 @@ struct NexusHead
     NexusSymbols symbols;
     bool isInterleaved = false;
     bool hasLabels = true;
+    // The rows need not be among the names that the file announces.
+    bool hasNewNames = false;
     std::string title;
 };
 

@@ -95,6 +95,7 @@ void NexusParser::readBlock()
     const bool hasNames = m_Block == "TAXA";
     const bool hasMatrix = m_Block == "DATA" || m_Block == "CHARACTERS";
     m_Head = {};
+    m_Head.hasNewNames = m_Block == "DATA";
     m_IsRefused = false;
     while (m_Outcome && m_Text.outcome()) {
         const NexusWord word = m_Text.word();
@@ -187,6 +188,8 @@ void NexusParser::readDimensions(std::optional<std::uint64_t> &rows,
         const NexusWord key = m_Text.word();
         if (key.isEnd() || key.isMark(';'))
             return;
+        if (columns != nullptr && key.is("newtaxa"))
+            m_Head.hasNewNames = true;
         const bool isRows = key.is("ntax");
         if (!isRows && !key.is("nchar"))
             continue;
@@ -286,10 +289,15 @@ void NexusParser::refuse(std::uint64_t line, const std::string &cause)
 
 void NexusParser::addMatrix()
 {
-    std::optional<std::uint64_t> rows = m_Head.rows ? m_Head.rows : m_TaxaCount;
-    if (!rows && m_Taxa.size() > 0)
-        rows = m_Taxa.size();
-    Result<AlignmentRecord> read = NexusMatrix(m_Reader, m_Text, m_Head, m_Taxa).read(rows);
+    const NexusNames none;
+    const bool isFree = m_Head.hasNewNames && m_Head.hasLabels;
+    const NexusNames &names = isFree ? none : m_Taxa;
+    std::optional<std::uint64_t> rows = m_Head.rows;
+    if (!rows && !isFree)
+        rows = m_TaxaCount;
+    if (!rows && names.size() > 0)
+        rows = names.size();
+    Result<AlignmentRecord> read = NexusMatrix(m_Reader, m_Text, m_Head, names).read(rows);
     if (!read) {
         m_Outcome = read.error();
         return;

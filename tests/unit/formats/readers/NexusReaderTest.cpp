@@ -117,6 +117,17 @@ TEST(NexusReader, RowsMayBeCalledAsOrByThePlaceInTaxlabels)
               "x.nex:10: the matrix ends after 1 row, expected 2");
 }
 
+TEST(NexusReader, RowsMayBringNamesOfTheirOwn)
+{
+    const std::string taxa = "#NEXUS\nBEGIN TAXA;\nDIMENSIONS NTAX=2;\nTAXLABELS a b;\nEND;\n";
+    for (const char *head : {"DATA;\nDIMENSIONS NTAX=1 NCHAR=2;\n",
+                             "CHARACTERS;\nDIMENSIONS NEWTAXA NTAX=1 NCHAR=2;\n"})
+        EXPECT_THAT(rowNames(read(taxa + "BEGIN " + head + "MATRIX c AC;\nEND;\n")),
+                    ElementsAre("c"));
+    EXPECT_EQ(message(taxa + "BEGIN CHARACTERS;\nDIMENSIONS NCHAR=2;\nMATRIX c AC;\nEND;\n"),
+              "x.nex:8: found row \"c\", which TAXLABELS does not have");
+}
+
 TEST(NexusReader, RowsWithoutNamesHaveThoseOfTaxlabels)
 {
     const AlignmentRecord alignment = read(kTaxa + "FORMAT NOLABELS;\nMATRIX\nA\nC\nDE;\nEND;");
