@@ -146,7 +146,7 @@ TEST_F(ReadingByHand, TheRightButtonOnTheCornerHasTheCommands)
 {
     open();
     m_Screen.click(corner(), 3);
-    chooseByKeys("k");
+    chooseByKeys("k t");
     waitForColorIn(lowerPart(), kConservation);
 }
 
@@ -154,10 +154,10 @@ TEST_F(ReadingByHand, TheMenuOfTheCornerComesByKeys)
 {
     open();
     m_Screen.pressKey(m_Editor, "shift+F10");
-    chooseByKeys("k");
+    chooseByKeys("k t");
     waitForColorIn(lowerPart(), kConservation);
     m_Screen.pressKey("Menu");
-    chooseByKeys("k");
+    chooseByKeys("k t");
     waitForColorIn(lowerPart(), kConservation, false);
 }
 
@@ -206,7 +206,7 @@ TEST_F(ReadingByHand, TheMenuOfTheWorkbenchIsForTheEditorThatWasUsedLast)
         m_Screen.activate(editor);
         waitFor([&] { return isSettled(); });
         m_Screen.pressKey(workbench, "alt+a");
-        chooseByKeys("k");
+        chooseByKeys("k t");
     };
     toggleTracks(m_Editor);
     waitForColorIn(m_Place, kConservation);

@@ -57,6 +57,7 @@ void LegendBar::show(const Legend &legend)
     for (const LegendEntry &entry : legend.entries) {
         auto *const swatch = new QLabel;
         swatch->setPixmap(swatchOf(entry.color));
+        swatch->setAccessibleName(tr("Color %1").arg(entry.color.toQColor().name()));
         swatch->setContentsMargins(kBetween, 0, 0, 0);
         addWidget(swatch);
         addWidget(textLabel(QString::fromStdString(entry.label)));
@@ -64,6 +65,7 @@ void LegendBar::show(const Legend &legend)
     auto *const close = new QToolButton;
     close->setText(tr("Close"));
     close->setToolTip(tr("Close the legend"));
+    close->setAccessibleName(close->toolTip());
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
     addWidget(close);
     show();

@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "ControlNames.h"
 #include "DataPoint.h"
 #include "LineLabel.h"
 #include "SlicedWork.h"
@@ -100,6 +101,7 @@ void FindBar::makeWidgets()
          std::initializer_list<QWidget *>{label, m_Text, m_Where, m_Language, m_Mismatches,
                                           m_OnlySelected, back, forth, all, m_State})
         addWidget(widget);
+    nameInnerControls(*this);
 
     connect(m_Text, &QComboBox::editTextChanged, this, &FindBar::begin);
     connect(m_Where, &QComboBox::currentIndexChanged, this, &FindBar::begin);

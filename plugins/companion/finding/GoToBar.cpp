@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "ControlNames.h"
 #include "LineLabel.h"
 #include "Places.h"
 
@@ -33,11 +34,13 @@ GoToBar::GoToBar(TAMBO::AlignmentWindow &window)
     label->setBuddy(m_Place);
     label->setContentsMargins(kGoToMargin, 0, kGoToMargin, 0);
     m_Place->setPlaceholderText(tr("column, name, or A:57"));
+    m_Place->setAccessibleName(tr("Column, name, or residue to go to"));
     m_Place->setClearButtonEnabled(true);
     m_Place->setMaximumWidth(kPlaceLetters * m_Place->fontMetrics().averageCharWidth());
     addWidget(label);
     addWidget(m_Place);
     addWidget(m_Remark);
+    nameInnerControls(*this);
     connect(m_Place, &QLineEdit::returnPressed, this, &GoToBar::go);
     connect(m_Place, &QLineEdit::textEdited, m_Remark, &QLabel::clear);
     window.mainWindow()->addToolBar(Qt::BottomToolBarArea, this);

@@ -3,12 +3,14 @@
 
 #include "AlignmentWindow.h"
 
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace companion {
 
@@ -18,6 +20,9 @@ constexpr auto kLinesOfAFrame = std::chrono::milliseconds(5);
 constexpr auto kBeforeColors = std::chrono::milliseconds(150);
 constexpr int kFirstHeight = 120;
 constexpr int kLeastFrame = 6;
+constexpr int kFocusFrame = 3;
+// Of what is in sight, by which a key moves the frame.
+constexpr int kPartOfSight = 4;
 constexpr QColor kFrameColor(0, 0, 0);
 constexpr QColor kShade(0, 0, 0, 40);
 
@@ -31,6 +36,7 @@ Overview::Overview(TAMBO::AlignmentWindow &window)
     setObjectName(QStringLiteral("Overview"));
     m_View->setMinimumSize(40, 40);
     m_View->setAccessibleName(tr("Overview of the alignment"));
+    m_View->setFocusPolicy(Qt::StrongFocus);
     m_View->installEventFilter(this);
     setWidget(m_View);
     connect(&m_Lines, &QTimer::timeout, this, &Overview::goOn);
@@ -70,6 +76,24 @@ void Overview::visibleSizeChanged()
 void Overview::scrolled()
 {
     m_View->update();
+    describe();
+}
+
+void Overview::describe()
+{
+    if (!isVisible())
+        return;
+    const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    const TAMBO::CellBlock cells = shown.visibleCells();
+    m_View->setAccessibleDescription(
+        cells.isEmpty() ? tr("Nothing is in sight.")
+                        : tr("Rows %1 to %2 of %3 and columns %4 to %5 of %6 are in sight.")
+                              .arg(cells.rowBegin + 1)
+                              .arg(cells.rowEnd)
+                              .arg(shown.rows())
+                              .arg(cells.colBegin + 1)
+                              .arg(cells.colEnd)
+                              .arg(shown.columns()));
 }
 
 void Overview::commUpdate()
@@ -127,8 +151,11 @@ void Overview::paintView()
     around -= seen;
     for (const QRect &part : around)
         painter.fillRect(part, kShade);
-    painter.setPen(kFrameColor);
-    painter.drawRect(seen.adjusted(0, 0, -1, -1));
+    // Thicker when keys move it.
+    const int thickness = m_View->hasFocus() ? kFocusFrame : 1;
+    painter.setPen(QPen(kFrameColor, thickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(QRectF(seen).adjusted(thickness / 2.0, thickness / 2.0, -thickness / 2.0,
+                                           -thickness / 2.0));
 }
 
 void Overview::scrollTo(const QPoint &place)
@@ -145,6 +172,47 @@ void Overview::scrollTo(const QPoint &place)
                    TAMBO::AlignmentWindow::Placement::Centred);
 }
 
+bool Overview::scrollBy(const QKeyEvent &key)
+{
+    TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    const QSize cell = shown.cellSize();
+    const QSize sight = shown.visibleSize();
+    const int across = std::max(cell.width(), sight.width() / kPartOfSight);
+    const int down = std::max(cell.height(), sight.height() / kPartOfSight);
+    const QPoint first(0, 0);
+    const QPoint last(std::numeric_limits<int>::max() / 2, std::numeric_limits<int>::max() / 2);
+    const QPoint now = shown.scrollPosition();
+    const bool isCtrl = key.modifiers().testFlag(Qt::ControlModifier);
+    switch (key.key()) {
+    case Qt::Key_Left:
+        shown.scrollBy({-across, 0});
+        return true;
+    case Qt::Key_Right:
+        shown.scrollBy({across, 0});
+        return true;
+    case Qt::Key_Up:
+        shown.scrollBy({0, -down});
+        return true;
+    case Qt::Key_Down:
+        shown.scrollBy({0, down});
+        return true;
+    case Qt::Key_PageUp:
+        shown.scrollBy({0, -sight.height()});
+        return true;
+    case Qt::Key_PageDown:
+        shown.scrollBy({0, sight.height()});
+        return true;
+    case Qt::Key_Home:
+        shown.scrollTo({first.x(), isCtrl ? first.y() : now.y()});
+        return true;
+    case Qt::Key_End:
+        shown.scrollTo({last.x(), isCtrl ? last.y() : now.y()});
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool Overview::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != m_View)
@@ -156,6 +224,14 @@ bool Overview::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
         begin();
         return false;
+    case QEvent::FocusIn:
+        describe();
+        [[fallthrough]];
+    case QEvent::FocusOut:
+        m_View->update();
+        return false;
+    case QEvent::KeyPress:
+        return scrollBy(static_cast<const QKeyEvent &>(*event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseMove: {
         const auto &mouse = static_cast<const QMouseEvent &>(*event);

@@ -9,10 +9,12 @@
 #include <QDockWidget>
 #include <QTimer>
 
+class QKeyEvent;
+
 namespace companion {
 
 // Out of sight until it is asked for, and without work as long as it is. Pressing and dragging in
-// the picture scrolls the window there.
+// the picture scrolls the window there, and keys move the frame when the picture has the keyboard.
 class Overview : public QDockWidget, public TAMBO::AlignmentViewObserver, public Subscriber
 {
     Q_OBJECT
@@ -45,6 +47,10 @@ private:
     void goOn();
     void paintView();
     void scrollTo(const QPoint &place);
+    // By a part of what is in sight, a page, or to an end; false for a key that does none of it.
+    bool scrollBy(const QKeyEvent &key);
+    // What the frame is around, for those who do not see it.
+    void describe();
 
     OverviewPicture m_Picture;
     QWidget *m_View;

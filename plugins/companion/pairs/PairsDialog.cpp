@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -62,6 +63,7 @@ PairsDialog::PairsDialog(TAMBO::AlignmentWindow &window)
     layout->addLayout(top);
     layout->addWidget(m_Table);
     layout->addWidget(m_Remark);
+    m_Table->setAccessibleName(tr("Identities of pairs of rows"));
     m_Table->setModel(m_Model);
     m_Table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_Table->horizontalHeader()->setSectionResizeMode(PairModel::FirstName, QHeaderView::Stretch);
@@ -69,6 +71,7 @@ PairsDialog::PairsDialog(TAMBO::AlignmentWindow &window)
     m_Table->verticalHeader()->setDefaultSectionSize(m_Table->fontMetrics().height() + 6);
     m_Table->sortByColumn(PairModel::Identity, Qt::DescendingOrder);
     m_Table->setSortingEnabled(true);
+    m_Table->findChild<QAbstractButton *>()->setAccessibleName(tr("Select all pairs"));
     resize(kPairsSize);
     connect(m_Compared, &QComboBox::currentIndexChanged, this, &PairsDialog::compute);
     connect(csv, &QPushButton::clicked, this, &PairsDialog::askAndExport);

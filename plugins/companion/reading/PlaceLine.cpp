@@ -24,7 +24,8 @@ PlaceLine::PlaceLine(TAMBO::AlignmentWindow &window)
     auto *const bar = new QToolBar(QObject::tr("Under the Pointer"), owner);
     bar->setObjectName(QStringLiteral("UnderThePointer"));
     bar->setMovable(false);
-    m_Text->setAccessibleName(QObject::tr("Under the pointer"));
+    // Its text is its name.
+    m_Text->setAccessibleDescription(QObject::tr("Under the pointer or the cell cursor"));
     bar->addWidget(m_Text);
     owner->addToolBar(Qt::BottomToolBarArea, bar);
 }
@@ -46,6 +47,13 @@ void PlaceLine::scrolled()
     show();
 }
 
+void PlaceLine::setCursor(const std::optional<TAMBO::CellIndex> &cell)
+{
+    m_Cursor = cell;
+    m_Place.reset();
+    show();
+}
+
 bool PlaceLine::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
 {
     if (event.type() == QEvent::Leave)
@@ -62,8 +70,8 @@ void PlaceLine::show()
 {
     const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
     const TAMBO::Alignment *const alignment = shown.alignment();
-    const auto cell = m_Place && alignment != nullptr ? shown.cellAt(*m_Place) : std::nullopt;
-    m_Text->setText(cell ? placeText(*alignment, *cell) : QString());
+    const auto cell = m_Place ? shown.cellAt(*m_Place) : m_Cursor;
+    m_Text->setText(cell && alignment != nullptr ? placeText(*alignment, *cell) : QString());
 }
 
 } // namespace companion

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A line at the lower edge of an alignment window: what is under the pointer.
+// A line at the lower edge of an alignment window: what is under the pointer, or at the cell cursor
+// when that has moved last.
 #pragma once
 
 #include "AlignmentViewObserver.h"
@@ -18,6 +19,9 @@ public:
     explicit PlaceLine(TAMBO::AlignmentWindow &window);
     ~PlaceLine() override;
 
+    // Where the cell cursor is, until the pointer moves again; or no longer.
+    void setCursor(const std::optional<TAMBO::CellIndex> &cell);
+
     void alignmentShown() override;
     void layoutRebuilt() override;
     void scrolled() override;
@@ -29,6 +33,7 @@ private:
 
     QLabel *m_Text;
     std::optional<QPoint> m_Place;
+    std::optional<TAMBO::CellIndex> m_Cursor;
 };
 
 } // namespace companion

@@ -35,6 +35,7 @@ constexpr int kTrackGap = 4;
 constexpr double kLeastShare = 2.0 / 3;
 constexpr int kLeastLines = 2;
 constexpr QColor kTrackEdge(200, 200, 200);
+constexpr int kLeastCursor = 3;
 
 QStringList keptKeys(const char *which)
 {
@@ -44,7 +45,9 @@ QStringList keptKeys(const char *which)
 
 } // namespace
 
-TrackCanvas::TrackCanvas(TAMBO::AlignmentWindow &window) : AlignmentViewObserver(window)
+TrackCanvas::TrackCanvas(TAMBO::AlignmentWindow &window)
+    : AlignmentViewObserver(window),
+      m_Cursor(*this, window, [this](unsigned long col) { return allText(col); })
 {
     setAccessibleName(tr("Tracks along the columns"));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -329,8 +332,10 @@ void TrackCanvas::goOn()
         m_Slices.stop();
     else if (!m_Slices.isActive())
         m_Slices.start(0);
-    if (m_Columns.computed() + m_Columns.spreads() != before)
-        update();
+    if (m_Columns.computed() + m_Columns.spreads() == before)
+        return;
+    update();
+    m_Cursor.refresh();
 }
 
 // ---- What is to be seen
@@ -368,6 +373,7 @@ void TrackCanvas::paintEvent(QPaintEvent *event)
         if (instead.isEmpty())
             paintItem(painter, item, place);
     }
+    paintCursor(painter);
     painter.setClipping(false);
     painter.setPen(Qt::black);
     painter.drawText(cells, Qt::AlignCenter | Qt::TextWordWrap, instead);
@@ -415,8 +421,38 @@ QString TrackCanvas::toolTipText(const QPoint &place) const
     const std::optional<unsigned long> col = shown().columnAt(place.x() - cells.left());
     if (!col || place.x() > cells.right() || hasTooMany())
         return {};
-    return tr("Column %1 of %2").arg(*col + 1).arg(shown().columns()) + u'\n' +
-           valueText(*item, *col);
+    return columnText(*col) + u'\n' + valueText(*item, *col);
+}
+
+QString TrackCanvas::columnText(unsigned long col) const
+{
+    return tr("Column %1 of %2").arg(col + 1).arg(shown().columns());
+}
+
+QString TrackCanvas::allText(unsigned long col) const
+{
+    QStringList lines(columnText(col));
+    if (hasTooMany())
+        lines << remark();
+    else
+        for (const Item &item : m_Items)
+            if (item.track || item.line)
+                lines << valueText(item, col);
+    return lines.join(u'\n');
+}
+
+void TrackCanvas::paintCursor(QPainter &painter) const
+{
+    const std::optional<unsigned long> col = m_Cursor.column();
+    if (!col)
+        return;
+    const QRect cells = cellsPlace();
+    QRect place = columnRect(cells, cells.left(), *col).adjusted(0, 1, -1, -2);
+    // Seen where columns are narrow, too.
+    place.setWidth(std::max(place.width(), kLeastCursor));
+    painter.setClipRect(cells.adjusted(-1, 0, 1, 0));
+    painter.setPen(QPen(Qt::black, 2));
+    painter.drawRect(place);
 }
 
 bool TrackCanvas::event(QEvent *event)

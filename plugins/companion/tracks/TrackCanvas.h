@@ -8,6 +8,7 @@
 #include "Subscriber.h"
 #include "Track.h"
 #include "TrackColumns.h"
+#include "TrackCursor.h"
 
 #include <QStringList>
 #include <QTimer>
@@ -108,6 +109,10 @@ private:
     void paintItem(QPainter &painter, const Item &item, const QRect &place) const;
     [[nodiscard]] QString toolTipText(const QPoint &place) const;
     [[nodiscard]] QString valueText(const Item &item, unsigned long col) const;
+    [[nodiscard]] QString columnText(unsigned long col) const;
+    // All that is known of it.
+    [[nodiscard]] QString allText(unsigned long col) const;
+    void paintCursor(QPainter &painter) const;
     // What is to be seen instead of tracks; empty when they are to be seen.
     [[nodiscard]] QString remark() const;
 
@@ -121,6 +126,7 @@ private:
     TrackColumns m_Columns;
     std::uint64_t m_Structures = 0;
     QTimer m_Slices;
+    TrackCursor m_Cursor;
 };
 
 } // namespace companion

@@ -16,6 +16,13 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Zoom(window),
       m_Place(window),
       m_Marks(window),
+      m_Access(window),
+      m_Cursor(window,
+               [this](const CellCursor::Place &cell) {
+                   m_Place.setCursor(cell);
+                   m_Access.setCursor(cell);
+               }),
+      m_Stops(window),
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
       m_Select(new SelectBar(window)),

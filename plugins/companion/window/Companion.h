@@ -2,9 +2,12 @@
 // All that this plug-in adds to one alignment window.
 #pragma once
 
+#include "CellCursor.h"
 #include "ColumnRules.h"
 #include "FindBar.h"
+#include "FocusStops.h"
 #include "GoToBar.h"
+#include "GridAccess.h"
 #include "KeptDock.h"
 #include "LegendBar.h"
 #include "NameColumn.h"
@@ -42,6 +45,9 @@ public:
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
     [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
     [[nodiscard]] TreeDock &tree() noexcept { return *m_Tree; }
+    [[nodiscard]] GridAccess &access() noexcept { return m_Access; }
+    [[nodiscard]] CellCursor &cursor() noexcept { return m_Cursor; }
+    [[nodiscard]] FocusStops &stops() noexcept { return m_Stops; }
 
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
@@ -60,6 +66,9 @@ private:
     Zoom m_Zoom;
     PlaceLine m_Place;
     StructureMarks m_Marks;
+    GridAccess m_Access;
+    CellCursor m_Cursor;
+    FocusStops m_Stops;
     // Children of the window.
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
