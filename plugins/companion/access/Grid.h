@@ -7,12 +7,12 @@
 
 #include <QAccessible>
 
-#include <compare>
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 namespace TAMBO {
@@ -31,7 +31,11 @@ struct GridPlace
     unsigned long row = 0;
     unsigned long col = 0;
 
-    friend auto operator<=>(const GridPlace &, const GridPlace &) = default;
+    friend bool operator==(const GridPlace &, const GridPlace &) = default;
+    friend bool operator<(const GridPlace &one, const GridPlace &other)
+    {
+        return std::tie(one.part, one.row, one.col) < std::tie(other.part, other.row, other.col);
+    }
 };
 
 // What the interfaces of a window have in common. They know it weakly: when it has gone they are

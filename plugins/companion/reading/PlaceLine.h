@@ -7,6 +7,8 @@
 #include "CellEventFilter.h"
 #include "CellPlaces.h"
 
+#include <QPoint>
+
 #include <optional>
 
 class QLabel;
