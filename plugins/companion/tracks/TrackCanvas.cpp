@@ -27,8 +27,9 @@ namespace {
 constexpr char kTracksOf[] = "companion";
 constexpr char kTracksOff[] = "tracks-off";
 constexpr char kTracksOn[] = "tracks-on";
-// Of a frame, so that scrolling is not felt.
-constexpr auto kTrackSlice = std::chrono::milliseconds(6);
+// Of a frame, so that scrolling is not felt: with the painting of the cells, and by itself.
+constexpr auto kFirstSlice = std::chrono::milliseconds(2);
+constexpr auto kTrackSlice = std::chrono::milliseconds(5);
 // Above and below each track.
 constexpr int kTrackGap = 4;
 // Of the usual height; then bars are two lines high, and the ends of a scale above each other.
@@ -54,7 +55,7 @@ TrackCanvas::TrackCanvas(TAMBO::AlignmentWindow &window)
     m_Off = keptKeys(kTracksOff);
     m_On = keptKeys(kTracksOn);
     arrange();
-    m_Slices.callOnTimeout([this] { goOn(); });
+    m_Slices.callOnTimeout([this] { goOn(kTrackSlice); });
 }
 
 TrackCanvas::~TrackCanvas() = default;
@@ -321,14 +322,14 @@ void TrackCanvas::follow()
     const TAMBO::CellBlock cells = shown().visibleCells();
     m_Columns.want(cells.colBegin, cells.colEnd);
     // At once what there is time for: then small alignments never flicker.
-    goOn();
+    goOn(kFirstSlice);
 }
 
-void TrackCanvas::goOn()
+void TrackCanvas::goOn(std::chrono::microseconds most)
 {
     const TAMBO::Alignment *const alignment = shown().alignment();
     const std::size_t before = m_Columns.computed() + m_Columns.spreads();
-    if (alignment == nullptr || !m_Columns.goOn(*alignment, kTrackSlice))
+    if (alignment == nullptr || !m_Columns.goOn(*alignment, most))
         m_Slices.stop();
     else if (!m_Slices.isActive())
         m_Slices.start(0);

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -94,7 +95,7 @@ private:
     void arrange();
     [[nodiscard]] int heightOf(double share) const;
     void follow();
-    void goOn();
+    void goOn(std::chrono::microseconds most);
     [[nodiscard]] TAMBO::AlignmentWindow &shown() const;
     // Where the cells are to be seen, in this one's coordinates, from its top to its bottom.
     [[nodiscard]] QRect cellsPlace() const;

@@ -57,7 +57,13 @@ void TrackColumns::wantSpread(bool isWanted)
 const TrackColumn *TrackColumns::at(unsigned long col) const
 {
     const auto found = m_Kept.find(col);
-    return found == m_Kept.end() ? nullptr : &found->second.column;
+    if (found == m_Kept.end())
+        return nullptr;
+    // A gap that moves changes all columns behind it, most of which nobody looks at.
+    Kept &kept = found->second;
+    if (!std::exchange(kept.isScored, true))
+        score(kept.column);
+    return &kept.column;
 }
 
 bool TrackColumns::lacksCounts(unsigned long col) const
@@ -151,7 +157,7 @@ void TrackColumns::endPass()
         Kept &kept = m_Kept[col];
         if (m_PassCounts) {
             kept.column.counts = m_Counts[i];
-            score(kept.column);
+            kept.isScored = false;
             kept.hasCounts = true;
         }
         if (m_PassSpread) {
@@ -240,7 +246,7 @@ void TrackColumns::takeIn(const TAMBO::Alignment &alignment, const RowEdit &edit
         if (!edit.isNew && edit.before[i] == edit.after[i])
             continue;
         change(kept.column.counts, i);
-        score(kept.column);
+        kept.isScored = false;
     }
     if (!hasPass() || !m_PassCounts || edit.row >= m_Row)
         return;

@@ -76,6 +76,8 @@ private:
         // As it is now.
         bool hasCounts = false;
         bool hasSpread = false;
+        // What follows from the counts is that of these counts.
+        bool isScored = true;
     };
     enum class Stale { Counts, Spread, Both };
 
@@ -101,7 +103,8 @@ private:
     void setStale(unsigned long begin, unsigned long end, Stale what);
     void cutAt(unsigned long width);
 
-    std::unordered_map<unsigned long, Kept> m_Kept;
+    // Scored when somebody looks.
+    mutable std::unordered_map<unsigned long, Kept> m_Kept;
     std::size_t m_Computed = 0;
     std::size_t m_Spreads = 0;
     std::size_t m_RowsRead = 0;

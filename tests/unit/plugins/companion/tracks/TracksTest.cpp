@@ -287,6 +287,46 @@ TEST_F(TracksOfAWindow, OnlyColumnsInSightAreComputedAndOfThemOnlyNewOnes)
     EXPECT_EQ(computed(), there);
 }
 
+TEST_F(TracksOfAWindow, ScrollingAndZoomingWithAllTracksComputesEachColumnOnce)
+{
+    constexpr unsigned long kRows = 1500;
+    constexpr unsigned long kColumns = 1200;
+    lookWithTracks(large(kRows, kColumns));
+    for (const Track track : kTracks)
+        canvas().setOn(track, true);
+    settle();
+    std::vector<bool> wasSeen(kColumns);
+    std::size_t passes = 0;
+    const auto look = [&] {
+        std::size_t fresh = 0;
+        for (auto [col, end] = inSight(); col < end; ++col) {
+            fresh += wasSeen[col] ? 0 : 1;
+            wasSeen[col] = true;
+        }
+        return fresh;
+    };
+    look();
+    std::size_t before = computed();
+    std::size_t rows = canvas().columns().rowsRead();
+    std::size_t spreads = canvas().columns().spreads();
+    for (const int width : {12, 6, 9, 7, 20}) {
+        setCellSize({width, 2 * width});
+        for (const int x : {0, 70, 140, 700, 650, 3000, 0}) {
+            scrollTo(x);
+            const std::size_t fresh = look();
+            // A column may have been in sight between two of these places.
+            EXPECT_LE(computed() - before, fresh + 1) << width << ", " << x;
+            EXPECT_LE(canvas().columns().spreads() - spreads, fresh + 1);
+            // Fresh columns on both sides are two runs of them.
+            passes = fresh == 0 ? 1 : fresh / companion::TrackColumns::kAtOnce + 3;
+            EXPECT_LE(canvas().columns().rowsRead() - rows, passes * kRows);
+            before = computed();
+            rows = canvas().columns().rowsRead();
+            spreads = canvas().columns().spreads();
+        }
+    }
+}
+
 TEST_F(TracksOfAWindow, OfManyRowsAllIsThereInTheEnd)
 {
     TAMBO::Alignment &shown = large(20'000, 100);
