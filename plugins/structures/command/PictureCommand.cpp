@@ -49,6 +49,31 @@ QHash<QString, Rotation> views()
             {"bottom", Rotation::about(right, -kQuarter)}};
 }
 
+const QHash<QString, std::uint32_t> kGrounds{
+    {"white", kWhiteGround}, {"dark", kDarkGround}, {"none", 0}};
+
+template <typename Value>
+QString wordsOf(const QHash<QString, Value> &words, const QString &between)
+{
+    QStringList known = words.keys();
+    known.sort();
+    return known.join(between);
+}
+
+QString usageText()
+{
+    return QString("Usage: tambo picture FILE... --output PICTURE.png [--size WIDTHxHEIGHT]\n"
+                   "             [--style %1]\n"
+                   "             [--color %2]\n"
+                   "             [--view %3]\n"
+                   "             [--ground %4] [--transparent] [--perspective]\n"
+                   "The structures of the files, without a screen. Without options: 1600x1200, a "
+                   "style\n"
+                   "for each by what it is, color alignment, view front, ground white.\n")
+        .arg(wordsOf(kStyles, "|"), wordsOf(kColorings, "|"), wordsOf(views(), "|"),
+             wordsOf(kGrounds, "|"));
+}
+
 struct Wishes
 {
     QStringList files;
@@ -69,9 +94,7 @@ std::optional<Value> chosen(const QCommandLineParser &parser, const QString &opt
     const auto found = words.find(word);
     if (found != words.end())
         return found.value();
-    QStringList known = words.keys();
-    known.sort();
-    error = QString("--%1 is one of %2, not %3").arg(option, known.join(", "), word);
+    error = QString("--%1 is one of %2, not %3").arg(option, wordsOf(words, ", "), word);
     return std::nullopt;
 }
 
@@ -123,9 +146,7 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
     }
     const auto coloring = chosen(parser, "color", kColorings, error);
     const auto view = coloring ? chosen(parser, "view", views(), error) : std::nullopt;
-    const QHash<QString, std::uint32_t> grounds{
-        {"white", kWhiteGround}, {"dark", kDarkGround}, {"none", 0}};
-    const auto ground = view ? chosen(parser, "ground", grounds, error) : std::nullopt;
+    const auto ground = view ? chosen(parser, "ground", kGrounds, error) : std::nullopt;
     if (!ground)
         return std::nullopt;
     wishes.coloring = *coloring;
@@ -144,6 +165,11 @@ void makePicture(ProgramCommand &call)
         call.errors->write(QString("tambo: %1\n").arg(cause).toUtf8());
         call.exitStatus = status;
     };
+    const qsizetype options = call.arguments.indexOf("--");
+    if (call.arguments.first(options < 0 ? call.arguments.size() : options).contains("--help")) {
+        call.output->write(usageText().toUtf8());
+        return;
+    }
     QString error;
     const std::optional<Wishes> wishes = wishesOf(call.arguments, error);
     if (!wishes)

@@ -61,6 +61,17 @@ TEST_F(PictureProgram, AWrongCallWritesNothingAndSaysWhatIsKnown)
     EXPECT_FALSE(QFile::exists(out));
 }
 
+TEST_F(PictureProgram, ItsHelpHasAllWordsOfItsOptions)
+{
+    const Finished call = run({"picture", "--help"});
+    EXPECT_EQ(call.status, 0);
+    EXPECT_EQ(call.errors, "");
+    for (const char *const words :
+         {"--style balls|cartoon|spheres|sticks|trace", "--color alignment|bfactor|chain|fold",
+          "--view back|bottom|front|left|right|top", "--ground dark|none|white"})
+        EXPECT_TRUE(call.output.contains(words)) << call.output.toStdString();
+}
+
 TEST_F(PictureProgram, AFileThatIsNotThereIsNamed)
 {
     const QString out = m_Folder.filePath("out.png");
