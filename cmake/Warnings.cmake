@@ -42,10 +42,18 @@ if(TAMBO_COVERAGE)
     target_link_options(tambo_flags INTERFACE --coverage)
 endif()
 
+# What users run reads files from anywhere: a copy that is too long, or a return to where nobody called
+# from, ends the program instead of going on.
+set(TAMBO_HARDENING -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+    list(APPEND TAMBO_HARDENING -fcf-protection)
+endif()
+target_link_options(tambo_flags INTERFACE $<$<CONFIG:Release>:LINKER:-z,relro,-z,now>)
+
 # Given to the program's sources only: those of tests are compiled alike in every build, so that a
 # compiler cache has to do it once.
 set(CMAKE_CXX_FLAGS_RELEASE "")
 set(CMAKE_CXX_FLAGS_SANITIZE "")
 # For the sanitizers what compiles fastest among what is fast enough for a run of all tests.
 target_compile_options(tambo_flags INTERFACE
-    $<$<CONFIG:Release>:-O2;-DNDEBUG> $<$<CONFIG:Sanitize>:-Og;-g1>)
+    $<$<CONFIG:Release>:-O2;-DNDEBUG;${TAMBO_HARDENING}> $<$<CONFIG:Sanitize>:-Og;-g1>)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the built files export, need and leave open, as binutils read it from them.
+#include "BinaryFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,22 +19,7 @@ namespace SymbolTest {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> outputOf(const std::string &command)
-{
-    std::vector<std::string> lines;
-    FILE *pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return lines;
-    std::array<char, 8192> buffer{};
-    while (std::fgets(buffer.data(), buffer.size(), pipe) != nullptr) {
-        std::string line = buffer.data();
-        if (line.ends_with('\n'))
-            line.pop_back();
-        lines.push_back(line);
-    }
-    EXPECT_EQ(pclose(pipe), 0) << command;
-    return lines;
-}
+using BinaryFiles::outputOf;
 
 // Type and name of each dynamic symbol; the address, which open ones lack, is left out.
 struct Symbol
