@@ -95,6 +95,13 @@ std::optional<std::string> NexusMatrix::nameHere()
     std::string name = word.name();
     if (m_Names.size() == 0 || m_Names.has(name))
         return name;
+    // One may write a blank as it is, in quotation marks, the other as "_".
+    for (const auto &[from, to] : {std::pair(' ', '_'), std::pair('_', ' ')}) {
+        std::string other = name;
+        std::ranges::replace(other, from, to);
+        if (m_Names.has(other))
+            return other;
+    }
     // Rows may be called by their place among the names.
     const auto place = isAllDigits(name) ? numberIn<std::uint64_t>(name) : std::nullopt;
     if (place && *place >= 1 && *place <= m_Names.size())

@@ -26,10 +26,7 @@ bool NexusWord::is(const char *command) const noexcept
 
 std::string NexusWord::name() const
 {
-    std::string name = text;
-    if (kind != Kind::Quoted)
-        std::replace(name.begin(), name.end(), '_', ' ');
-    return std::string(trimmed(name));
+    return std::string(trimmed(text));
 }
 
 char NexusText::here()

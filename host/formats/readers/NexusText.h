@@ -27,7 +27,7 @@ struct NexusWord
     }
     // Commands are known in any case of letters.
     [[nodiscard]] bool is(const char *command) const noexcept;
-    // As the name of a row: blanks may be written as "_".
+    // As the name of a row.
     [[nodiscard]] std::string name() const;
 };
 
