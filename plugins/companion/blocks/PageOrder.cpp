@@ -59,6 +59,10 @@ PageMeasures::PageMeasures(const PageOrder &order, const TAMBO::Alignment &align
         for (std::size_t i = 0; i < std::min(order.rows.size(), kNamesLookedAt); ++i)
             widest = std::max(widest, metrics.horizontalAdvance(QString::fromStdString(
                                           alignment.GetSeqName(order.rows[i]))));
+        for (const Track track : order.tracks)
+            widest = std::max(widest, metrics.horizontalAdvance(trackName(track)));
+        for (const LineTrack &line : order.lines)
+            widest = std::max(widest, metrics.horizontalAdvance(line.name));
         nameWidth = std::min(widest * scale + cellWidth,
                              (order.paper.width() - 2 * order.margin) * kMostNames);
     }
@@ -69,6 +73,8 @@ PageMeasures::PageMeasures(const PageOrder &order, const TAMBO::Alignment &align
     rulerHeight = order.hasRuler ? lineHeight : 0;
     for (const Track track : order.tracks)
         tracksHeight += gapOfTrack(*this) + trackHeight(*this, track);
+    if (!order.lines.empty())
+        tracksHeight += gapOfTrack(*this) + double(order.lines.size()) * lineHeight;
     titleHeight = 2 * lineHeight;
 }
 

@@ -2,6 +2,7 @@
 // Which part of an alignment is to be on pages, and how: what a user has chosen.
 #pragma once
 
+#include "LineTrack.h"
 #include "Track.h"
 
 #include <QFont>
@@ -42,8 +43,9 @@ struct PageOrder
     // Of the last residue, at the ends of rows.
     bool hasNumbers = true;
     bool hasColors = true;
-    // From above.
+    // From above, and below them those of characters.
     std::vector<Track> tracks;
+    std::vector<LineTrack> lines;
 };
 
 // Of the letters on pages, in points.
@@ -63,7 +65,7 @@ struct PageMeasures
     double nameWidth = 0;
     double numberWidth = 0;
     double rulerHeight = 0;
-    // Of all tracks, with the room above each.
+    // Of all tracks and lines, with the room above each track, and above the first line.
     double tracksHeight = 0;
     // Of the title, with the room below it.
     double titleHeight = 0;

@@ -75,6 +75,9 @@ void PageRun::step(std::chrono::microseconds most)
     }
     if (part.hasTracks && !m_Plan.order.tracks.empty() && !handOnTracks(part, most))
         return;
+    for (std::size_t i = 0; part.hasTracks && i < m_Plan.order.lines.size(); ++i)
+        m_Sink.addLine(part, i,
+                       lineText(m_Alignment, m_Plan.order.lines[i], part.colBegin, part.colEnd));
     m_Sink.endPart(part);
     m_HasPart = false;
     ++m_Part;

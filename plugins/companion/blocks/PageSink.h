@@ -7,8 +7,10 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <functional>
 #include <span>
+#include <string>
 
 namespace companion {
 
@@ -38,8 +40,8 @@ struct PageRow
 
 using ColumnOfTrack = std::function<const TrackColumn *(unsigned long col)>;
 
-// Called for each page from above, and within a page part by part: its beginning, its rows, its
-// tracks when it has them.
+// Called for each page from above, and within a page part by part: its beginning, its rows, and
+// when it has tracks these and the lines.
 class PageSink
 {
 public:
@@ -52,6 +54,8 @@ public:
     virtual void beginPart(const PagePart &part) = 0;
     virtual void addRow(const PagePart &part, const PageRow &row) = 0;
     virtual void addTracks(const PagePart &part, const ColumnOfTrack &columns) = 0;
+    // place: in PageOrder::lines; a character for each column, ' ' where there is nothing.
+    virtual void addLine(const PagePart &part, std::size_t place, const std::string &text) = 0;
     virtual void endPart(const PagePart &part);
     virtual void endPage(const Page &page);
 };

@@ -102,6 +102,16 @@ void HtmlPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)
     }
 }
 
+void HtmlPages::addLine(const PagePart &, std::size_t place, const std::string &text)
+{
+    add("<tr class=\"t\">" +
+        (m_Plan.order.hasNames
+             ? "<th scope=\"row\">" + markupText(m_Plan.order.lines[place].name) + "</th>"
+             : QByteArray()) +
+        "<td class=\"s line\">" + markupText(QString::fromLatin1(text)) + "</td>" +
+        (m_Plan.order.hasNumbers ? "<td></td>" : "") + "</tr>\n");
+}
+
 void HtmlPages::endPart(const PagePart &)
 {
     add("</tbody>\n</table>\n");
@@ -130,7 +140,7 @@ QByteArray HtmlPages::head() const
         kSpacing +
         "; }\n"
         ".e { padding-left: 1em; text-align: right; }\n"
-        ".ruler td, .e, .t th { color: #555; }\n"
+        ".ruler td, .e, .t th, .line { color: #555; }\n"
         ".t svg { display: block; margin-top: 0.3em; }\n"
         "span, svg { print-color-adjust: exact; -webkit-print-color-adjust: exact; }\n";
     std::map<int, QRgb> colors;

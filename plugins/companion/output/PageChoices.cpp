@@ -67,7 +67,7 @@ void PageChoices::keep() const
 }
 
 PageOrder orderOf(const PageChoices &choices, const TAMBO::Alignment &alignment,
-                  const TAMBO::CellBlock &inSight, const std::vector<Track> &tracks)
+                  const TAMBO::CellBlock &inSight, const PageTracks &tracks)
 {
     PageOrder order;
     order.title = QString::fromStdString(alignment.Name());
@@ -101,8 +101,10 @@ PageOrder orderOf(const PageChoices &choices, const TAMBO::Alignment &alignment,
     order.hasRuler = choices.hasRuler;
     order.hasNumbers = choices.hasNumbers;
     order.hasColors = choices.hasColors;
-    if (choices.hasTracks)
-        order.tracks = tracks;
+    if (choices.hasTracks) {
+        order.tracks = tracks.tracks;
+        order.lines = tracks.lines;
+    }
     return order;
 }
 

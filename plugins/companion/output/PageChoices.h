@@ -42,11 +42,20 @@ struct PageChoices
     void keep() const;
 };
 
+// That are on.
+struct PageTracks
+{
+    std::vector<Track> tracks;
+    std::vector<LineTrack> lines;
+
+    [[nodiscard]] bool isEmpty() const noexcept { return tracks.empty() && lines.empty(); }
+};
+
 [[nodiscard]] const std::vector<QPageSize::PageSizeId> &offeredPapers();
 
-// inSight: of the window; tracks: that are on. An alignment with a million rows takes a tenth of a
+// inSight: of the window. An alignment with a million rows takes a tenth of a
 // second when those that are selected are wanted.
 [[nodiscard]] PageOrder orderOf(const PageChoices &choices, const TAMBO::Alignment &alignment,
-                                const TAMBO::CellBlock &inSight, const std::vector<Track> &tracks);
+                                const TAMBO::CellBlock &inSight, const PageTracks &tracks);
 
 } // namespace companion

@@ -66,8 +66,7 @@ QString asFileName(QString title)
 
 } // namespace
 
-PageDialog::PageDialog(TAMBO::AlignmentWindow &window, std::vector<Track> tracks, bool isTracked,
-                       For what)
+PageDialog::PageDialog(TAMBO::AlignmentWindow &window, PageTracks tracks, bool isTracked, For what)
     : QDialog(window.mainWindow()),
       AlignmentViewObserver(window),
       m_Window(window),
@@ -115,8 +114,8 @@ PageDialog::PageDialog(TAMBO::AlignmentWindow &window, std::vector<Track> tracks
 
     PageChoices choices = PageChoices::kept();
     choices.colEnd = window.alignment()->width();
-    choices.hasTracks = isTracked && !m_Tracks.empty();
-    m_TracksOn->setEnabled(!m_Tracks.empty());
+    choices.hasTracks = isTracked && !m_Tracks.isEmpty();
+    m_TracksOn->setEnabled(!m_Tracks.isEmpty());
     setChoices(choices);
 }
 
@@ -201,7 +200,7 @@ void PageDialog::setChoices(const PageChoices &choices)
     m_Columns->setCurrentIndex(int(choices.columns));
     m_First->setValue(asSpinValue(choices.colBegin) + 1);
     m_Last->setValue(asSpinValue(choices.colEnd));
-    m_TracksOn->setChecked(choices.hasTracks && !m_Tracks.empty());
+    m_TracksOn->setChecked(choices.hasTracks && !m_Tracks.isEmpty());
     m_Paper->setCurrentIndex(m_Paper->findData(int(choices.paper)));
     m_Orientation->setCurrentIndex(choices.isLandscape ? 1 : 0);
     m_Breaks->setChecked(choices.hasBreaks);

@@ -27,8 +27,8 @@ public:
     enum class For { Export, Print };
 
     // Belongs to the window's own widget, and is closed with it. The window shows an alignment.
-    // tracks: that are on; isTracked: they are to be seen.
-    PageDialog(TAMBO::AlignmentWindow &window, std::vector<Track> tracks, bool isTracked, For what);
+    // isTracked: the tracks are to be seen.
+    PageDialog(TAMBO::AlignmentWindow &window, PageTracks tracks, bool isTracked, For what);
     ~PageDialog() override;
 
     [[nodiscard]] PageChoices choices() const;
@@ -52,7 +52,7 @@ private:
     bool tell(const Outcome &outcome, const QString &done);
 
     TAMBO::AlignmentWindow &m_Window;
-    std::vector<Track> m_Tracks;
+    PageTracks m_Tracks;
     QComboBox *m_Rows;
     QComboBox *m_Columns;
     QSpinBox *m_First;

@@ -52,6 +52,12 @@ void PagedPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)
         m_Pages->addTracks(part, columns);
 }
 
+void PagedPages::addLine(const PagePart &part, std::size_t place, const std::string &text)
+{
+    if (m_Pages)
+        m_Pages->addLine(part, place, text);
+}
+
 bool PagedPages::finish(std::chrono::microseconds)
 {
     if (m_Painter.isActive() && !m_Painter.end())

@@ -23,6 +23,7 @@ public:
     void beginPart(const PagePart &part) override;
     void addRow(const PagePart &part, const PageRow &row) override;
     void addTracks(const PagePart &part, const ColumnOfTrack &columns) override;
+    void addLine(const PagePart &part, std::size_t place, const std::string &text) override;
     bool finish(std::chrono::microseconds most) override;
     bool hasFailed() const override { return m_HasFailed; }
 
@@ -51,6 +52,10 @@ public:
     void addTracks(const PagePart &part, const ColumnOfTrack &columns) override
     {
         m_Pages->addTracks(part, columns);
+    }
+    void addLine(const PagePart &part, std::size_t place, const std::string &text) override
+    {
+        m_Pages->addLine(part, place, text);
     }
     bool finish(std::chrono::microseconds most) override { return m_Pages->finish(most); }
     bool hasFailed() const override { return m_Pages->hasFailed(); }

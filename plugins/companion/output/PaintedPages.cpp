@@ -121,11 +121,7 @@ void PaintedPages::addRow(const PagePart &part, const PageRow &row)
         const bool wantsWhite = hasColors && hasWhiteLetter(groundOf(row.cells[i]));
         if (wantsWhite != std::exchange(isWhite, wantsWhite))
             m_Painter.setPen(isWhite ? Qt::white : Qt::black);
-        const QString letter(QLatin1Char(letterOf(row.cells[i])));
-        const QPointF place = dotsOf(QPointF(left + double(i) * measures.cellWidth, baseline));
-        const double beside =
-            (measures.cellWidth * m_Dots - m_Metrics->horizontalAdvance(letter)) / 2;
-        m_Painter.drawText(QPointF(place.x() + beside, place.y()), letter);
+        writeLetter({left + double(i) * measures.cellWidth, baseline}, letterOf(row.cells[i]));
     }
     if (row.number.isEmpty())
         return;
@@ -134,6 +130,30 @@ void PaintedPages::addRow(const PagePart &part, const PageRow &row)
         {left + double(part.colEnd - part.colBegin) * measures.cellWidth + measures.numberWidth,
          baseline},
         row.number);
+}
+
+void PaintedPages::writeLetter(const QPointF &cell, char letter)
+{
+    const QString text(QLatin1Char{letter});
+    const QPointF place = dotsOf(cell);
+    const double beside =
+        (m_Plan.measures.cellWidth * m_Dots - m_Metrics->horizontalAdvance(text)) / 2;
+    m_Painter.drawText(QPointF(place.x() + beside, place.y()), text);
+}
+
+void PaintedPages::addLine(const PagePart &part, std::size_t place, const std::string &text)
+{
+    const PageMeasures &measures = m_Plan.measures;
+    const double baseline = topOfLine(m_Plan, part, place) + measures.baseline;
+    m_Painter.setFont(m_Font);
+    m_Painter.setPen(kPageGrey);
+    if (m_Plan.order.hasNames)
+        write({m_Plan.order.margin, baseline},
+              cut(m_Plan.order.lines[place].name, measures.nameWidth - measures.cellWidth / 2));
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] != ' ')
+            writeLetter({m_Plan.layout.cellsLeft() + double(i) * measures.cellWidth, baseline},
+                        text[i]);
 }
 
 void PaintedPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)

@@ -29,6 +29,7 @@ public:
     void beginPart(const PagePart &part) override;
     void addRow(const PagePart &part, const PageRow &row) override;
     void addTracks(const PagePart &part, const ColumnOfTrack &columns) override;
+    void addLine(const PagePart &part, std::size_t place, const std::string &text) override;
 
 private:
     // Of points of the page. Edges come to lie between dots, so that nothing shines through.
@@ -37,6 +38,8 @@ private:
     void write(const QPointF &baseline, const QString &text);
     // To the left of the place.
     void writeBefore(const QPointF &baseline, const QString &text);
+    // In the middle of a cell.
+    void writeLetter(const QPointF &cell, char letter);
     [[nodiscard]] QString cut(const QString &text, double width) const;
 
     const PagePlan &m_Plan;

@@ -117,6 +117,12 @@ void PngPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)
         m_Pages->addTracks(part, columns);
 }
 
+void PngPages::addLine(const PagePart &part, std::size_t place, const std::string &text)
+{
+    if (m_Pages)
+        m_Pages->addLine(part, place, text);
+}
+
 bool PngPages::finish(std::chrono::microseconds most)
 {
     if (!m_Pages || m_IsPacked)

@@ -34,6 +34,7 @@ public:
     void beginPart(const PagePart &part) override;
     void addRow(const PagePart &part, const PageRow &row) override;
     void addTracks(const PagePart &part, const ColumnOfTrack &columns) override;
+    void addLine(const PagePart &part, std::size_t place, const std::string &text) override;
     // Packing takes seconds, and goes on in a thread.
     bool finish(std::chrono::microseconds most) override;
     bool hasFailed() const override { return m_HasFailed; }

@@ -182,6 +182,22 @@ void SvgPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)
     }
 }
 
+void SvgPages::addLine(const PagePart &part, std::size_t place, const std::string &text)
+{
+    const PageMeasures &measures = m_Plan.measures;
+    const double baseline = topOfLine(m_Plan, part, place) + measures.baseline;
+    if (m_Plan.order.hasNames)
+        addText({m_Plan.order.margin, baseline}, " class=\"linename\"" + kGreyText,
+                cut(m_Plan.order.lines[place].name, measures.nameWidth - measures.cellWidth / 2));
+    const double advance = m_Metrics.horizontalAdvance(u'A') * m_Plan.order.fontSize / kLargeFont;
+    const double left = m_Plan.layout.cellsLeft() + (measures.cellWidth - advance) / 2;
+    QByteArray places;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        places += (i == 0 ? "" : " ") + markupNumber(left + double(i) * measures.cellWidth);
+    write("<text class=\"line\" y=\"" + markupNumber(baseline) + '"' + kGreyText + " x=\"" +
+          places + "\">" + markupText(QString::fromLatin1(text)) + "</text>\n");
+}
+
 void SvgPages::endPart(const PagePart &)
 {
     write("</g>\n");

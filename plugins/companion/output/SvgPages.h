@@ -21,6 +21,7 @@ public:
     void beginPart(const PagePart &part) override;
     void addRow(const PagePart &part, const PageRow &row) override;
     void addTracks(const PagePart &part, const ColumnOfTrack &columns) override;
+    void addLine(const PagePart &part, std::size_t place, const std::string &text) override;
     void endPart(const PagePart &part) override;
     void endPage(const Page &page) override;
     bool finish(std::chrono::microseconds most) override;

@@ -17,6 +17,13 @@ std::vector<PlacedTrack> placedTracks(const PagePlan &plan, const PagePart &part
     return placed;
 }
 
+double topOfLine(const PagePlan &plan, const PagePart &part, std::size_t place)
+{
+    const double all = plan.measures.tracksHeight;
+    const double below = double(plan.order.lines.size() - place) * plan.measures.lineHeight;
+    return plan.layout.tracksTop(part) + all - below;
+}
+
 QPointF nameOfTrack(const PagePlan &plan, const PlacedTrack &track)
 {
     return {plan.order.margin,

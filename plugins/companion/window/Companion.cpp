@@ -83,10 +83,14 @@ PageDialog *Companion::askForPages(PageDialog::For what)
 {
     if (m_Window.alignment() == nullptr)
         return nullptr;
-    std::vector<Track> tracks;
+    PageTracks tracks;
+    const TrackCanvas &canvas = m_Tracks->canvas();
     for (const Track track : kTracks)
-        if (m_Tracks->canvas().isOn(track))
-            tracks.push_back(track);
+        if (canvas.isOn(track))
+            tracks.tracks.push_back(track);
+    for (const LineTrack &line : canvas.lines())
+        if (canvas.isOn(line))
+            tracks.lines.push_back(line);
     auto *const dialog = new PageDialog(m_Window, tracks, !m_Tracks->isHidden(), what);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();

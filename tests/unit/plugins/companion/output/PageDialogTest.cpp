@@ -28,7 +28,8 @@ protected:
     PageDialog &ask() { return *m_Companion->askForPages(PageDialog::For::Export); }
     PageOrder orderOf(const PageChoices &choices) const
     {
-        return companion::orderOf(choices, m_Shown, m_Served->visibleCells(), {Track::Occupancy});
+        return companion::orderOf(choices, m_Shown, m_Served->visibleCells(),
+                                  {{Track::Occupancy}, {}});
     }
     static QStringList shownTexts(const PageDialog &dialog)
     {

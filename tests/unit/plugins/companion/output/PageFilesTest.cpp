@@ -379,6 +379,49 @@ TEST_F(PageFiles, PagesMayHaveNeitherNamesNorRulerNorNumbers)
     EXPECT_EQ(textsOf(read(path("out.html")), "td", "s"), letters(recorded(m_Shown, plan)));
 }
 
+TEST_F(PageFiles, LinesOfCharactersStandBelowTheLastRowsAsText)
+{
+    TAMBO::AlignmentRecord record;
+    record.name = "lines";
+    for (const char *const name : {"first", "second"}) {
+        TAMBO::RowRecord row;
+        row.name = name;
+        row.sequence.append("ACDEFGHIKLMNPQRSTVWY");
+        record.rows.push_back(std::move(row));
+    }
+    record.columnAnnotations = {{"SS_cons", "HHHHH.EEEE--TT......"},
+                                {"RF", "xxxxx.xxxxxxxxxxxxxx"}};
+    TAMBO::Alignment *shown = nullptr;
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        shown = TAMBO::ObjectFactory::adopt(std::move(record));
+    }
+    PageOrder wanted = orderOfAll(*shown);
+    wanted.mostColumns = 7;
+    wanted.lines = companion::lineTracks(*shown, {});
+    ASSERT_EQ(wanted.lines.size(), 2U);
+    const PagePlan plan(wanted, *shown);
+    const Recording pages = recorded(*shown, plan);
+    QStringList expected;
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_EQ(pages.notes[i], companion::lineText(*shown, wanted.lines[i], 0, 20));
+    for (std::size_t begin = 0; begin < 20; begin += 7)
+        for (const std::string &note : pages.notes)
+            expected << QString::fromStdString(note.substr(begin, 7));
+
+    ASSERT_EQ(write(*shown, plan, path("out.svg")), "");
+    EXPECT_EQ(textsOf(read(path("out.svg")), "text", "line"), expected);
+    EXPECT_EQ(textsOf(read(path("out.svg")), "text", "linename").mid(0, 2),
+              QStringList({"SS_cons", "RF"}));
+    ASSERT_EQ(write(*shown, plan, path("out.html")), "");
+    EXPECT_EQ(textsOf(read(path("out.html")), "td", "s line"), expected);
+    ASSERT_EQ(write(*shown, plan, path("out.pdf")), "");
+    const QString text = PrintedFile(path("out.pdf")).text(0);
+    for (const QString &line : expected)
+        EXPECT_TRUE(text.contains(line.trimmed())) << line.toStdString();
+    ASSERT_EQ(write(*shown, plan, path("out.png")), "");
+}
+
 // ---- What goes wrong
 
 const QStringList kAllFiles = {"out.pdf", "out.svg", "out.png", "out.html"};

@@ -35,6 +35,8 @@ struct Recording
     std::vector<Line> lines;
     std::size_t trackParts = 0;
     std::size_t unknownColumns = 0;
+    // By their places.
+    std::vector<std::string> notes;
 };
 
 // Remembers what it is handed.
@@ -63,6 +65,14 @@ public:
         ++all.trackParts;
         for (unsigned long col = part.colBegin; col < part.colEnd; ++col)
             all.unknownColumns += columns(col) == nullptr;
+    }
+
+    void addLine(const companion::PagePart &part, std::size_t place,
+                 const std::string &text) override
+    {
+        all.notes.resize(std::max(all.notes.size(), place + 1));
+        all.notes[place] += text;
+        EXPECT_EQ(text.size(), part.colEnd - part.colBegin);
     }
 
     Recording all;
