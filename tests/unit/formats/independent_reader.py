@@ -30,23 +30,13 @@ class RelaxedSequential(PhylipIO.SequentialPhylipIterator):
     _split_id = PhylipIO.RelaxedPhylipIterator._split_id
 
 
-def read_nexus(text):
-    """Of a name without quotation marks, in which "_" means a blank, Biopython keeps the "_"."""
-    rows = list(AlignIO.parse(io.StringIO(text), "nexus"))
-    for row in (row for alignment in rows for row in alignment):
-        if f"'{row.id}'" not in text:
-            row.id = row.id.replace("_", " ")
-    return rows
-
-
 def parser(name):
     return lambda text: list(AlignIO.parse(io.StringIO(text), name))
 
 
-READERS = {name: parser(name) for name in ("pir", "fasta", "clustal", "stockholm", "msf")}
+READERS = {name: parser(name) for name in ("pir", "fasta", "clustal", "stockholm", "msf", "nexus")}
 READERS["a2m"] = parser("fasta")
 READERS |= {name: parser(name) for name in ("phylip", "phylip-relaxed", "phylip-sequential")}
-READERS["nexus"] = read_nexus
 READERS["phylip-relaxed-sequential"] = lambda text: list(RelaxedSequential(io.StringIO(text)))
 HOLD_SEVERAL = ("stockholm", "phylip")
 # Letters that it takes for no residues in NEXUS files.
