@@ -198,6 +198,8 @@ bool LiveSession::isLittle()
 
 void LiveSession::changeBegins()
 {
+    // Those of a step that was taken back are gone.
+    forgetLarge();
     m_Position = m_History.position();
     if (isUpToDate()) {
         m_Restarts = 0;
@@ -262,8 +264,12 @@ std::string LiveSession::store(const Edit &inverse)
         else
             giveUp();
     }
-    if (isInContents(inverse))
+    if (isInContents(inverse)) {
+        std::vector<const Compound *> taken;
+        inverse.appendOwned(taken);
+        m_HasLostParts = m_HasLostParts || !taken.empty();
         return kInContents;
+    }
     std::string edit = m_Records.store(inverse);
     if (goesThroughRows(edit)) {
         if (const auto *const rows = dynamic_cast<const Alignment *>(inverse.subject()))
@@ -327,7 +333,9 @@ void LiveSession::stepEnds(StoredStep &&step)
     noteLacking();
     StoredStep kept;
     kept.name = std::move(step.name);
-    bool isWhole = true;
+    // Contents are those of the end of the step, and what was done with a part before it was taken
+    // out of them has nothing to refer to.
+    bool isWhole = !m_HasLostParts;
     for (std::size_t i = 0; i < step.edits.size(); ++i) {
         if (step.edits[i] == kInContents)
             continue;
@@ -345,15 +353,23 @@ void LiveSession::stepEnds(StoredStep &&step)
         kept.edits.push_back(std::move(step.edits[i]));
         kept.own += i < step.own ? 1 : 0;
     }
-    m_Large.clear();
-    m_LargeNumbers.reset();
-    m_Writer.beginStep();
-    if (isWhole)
+    forgetLarge();
+    if (isWhole) {
         m_Records.stepEnds(std::move(kept));
-    else
+    } else {
         // A change that could not be put into words: the state says what came of it.
         startAnew();
+        noteLacking();
+    }
     m_LargeOfStep.clear();
+}
+
+void LiveSession::forgetLarge()
+{
+    m_Large.clear();
+    m_LargeNumbers.reset();
+    m_HasLostParts = false;
+    m_Writer.beginStep();
 }
 
 void LiveSession::travelled(std::size_t steps)

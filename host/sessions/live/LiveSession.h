@@ -145,6 +145,8 @@ private:
     // A change of what is written elsewhere as it will be at the end of the step.
     [[nodiscard]] bool isInContents(const Edit &inverse);
     [[nodiscard]] bool isLarge(const Compound *object);
+    // Another step begins.
+    void forgetLarge();
     void take(std::string record);
 
     ObjectSpace &m_Space;
@@ -158,6 +160,8 @@ private:
     std::uint64_t m_LastLarge = 0;
     // The numbers of all of them, once somebody asks for one.
     std::optional<NumberSet> m_LargeNumbers;
+    // Something was taken out of one of them.
+    bool m_HasLostParts = false;
     // Of the step that ends.
     std::vector<const StoredObject *> m_LargeOfStep;
 

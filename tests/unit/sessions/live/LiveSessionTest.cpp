@@ -37,6 +37,16 @@ protected:
 
     [[nodiscard]] static std::size_t small() { return std::get<1>(GetParam()); }
 
+    // Behind the last state.
+    [[nodiscard]] std::size_t recordsOfState() const
+    {
+        std::size_t count = 0;
+        for (auto entry = entries.rbegin();
+             entry != entries.rend() && !std::holds_alternative<StateSwitch>(*entry); ++entry)
+            count += std::holds_alternative<Record>(*entry) ? 1 : 0;
+        return count;
+    }
+
     // In between the user rests now and then, for a shorter or a longer while.
     void workAndRest(int rounds)
     {
@@ -203,11 +213,12 @@ TEST_P(ALiveSession, CanBeLoadedWithoutItsLastChange)
 TEST_P(ALiveSession, LoadingCanBeCancelled)
 {
     beginSession(small());
-    for (int round = 0; round < 40; ++round) {
-        session->finish();
-        ASSERT_NO_FATAL_FAILURE(workOnce());
-    }
     session->finish();
+    // Some steps are in the state that comes of them.
+    for (int round = 0; round < 40 || recordsOfState() < 20; ++round) {
+        ASSERT_NO_FATAL_FAILURE(workOnce());
+        session->finish();
+    }
     const Entries kept = entries;
     endProgram();
     ASSERT_NO_FATAL_FAILURE(writeStore(kept));
@@ -597,6 +608,70 @@ TEST_F(ALargeArrival, WhatIsDoneWithItInTheSameStepIsInIt)
     EXPECT_EQ(space().objectCount(), 0u);
     EXPECT_TRUE(history.redo());
     EXPECT_EQ(lastingPortrait(), portrait);
+}
+
+// Contents are written as they are at the end of the step.
+class ALargeStructure : public LiveFixture
+{
+protected:
+    ALargeStructure() : LiveFixture(1)
+    {
+        peptide("one", "MKVLA");
+        TAMBO::DataMaker::makeAlignment("family", {space().object(0)});
+    }
+
+    static TAMBO::Peptide &one() { return *TAMBO::Peptide::from(space().object(0)); }
+    static TAMBO::Alignment &family()
+    {
+        return dynamic_cast<TAMBO::Alignment &>(*space().object(1));
+    }
+
+    // It comes, something is done with its first chain, and that chain goes, in one step.
+    void loseChainAfter(const std::function<void(TAMBO::Peptide &chain)> &change)
+    {
+        beginSession(0);
+        session->finish();
+        {
+            const Guard guard(Publisher::Update, space());
+            TAMBO::Structure &made = structure("made", {{"A", "MKVLA"}, {"B", "ACDEF"}});
+            change(*made.chain(0));
+            TAMBO::DataMaker::Destroy(made.chain(0));
+        }
+        EXPECT_TRUE(session->lacksChanges());
+        session->finish();
+        TAMBO::renameObject(one(), "renamed");
+        session->finish();
+        EXPECT_FALSE(session->lacksChanges());
+    }
+    void expectItIsThereAgain()
+    {
+        const Entries kept = entries;
+        const std::vector<std::string> states = allStates(true);
+        ASSERT_NO_FATAL_FAILURE(beginAgain(kept));
+        EXPECT_EQ(allStates(true), states);
+    }
+};
+
+TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepWithItsColorsIsThereAgain)
+{
+    loseChainAfter([](TAMBO::Peptide &chain) { chain.residue(1)->SetColor(Color(2)); });
+    expectItIsThereAgain();
+}
+
+TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepFromASequenceTiedToItIsThereAgain)
+{
+    loseChainAfter([](TAMBO::Peptide &chain) {
+        TAMBO::ResidueTies ties;
+        ties.append({0, 5, 0, &chain});
+        one().retie(std::move(ties));
+    });
+    expectItIsThereAgain();
+}
+
+TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepFromAnAlignmentIsThereAgain)
+{
+    loseChainAfter([](TAMBO::Peptide &chain) { family().addRows({&chain}); });
+    expectItIsThereAgain();
 }
 
 // ---- Folds
