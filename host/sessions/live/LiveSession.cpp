@@ -10,7 +10,9 @@
 #include "EditBytes.h"
 #include "History.h"
 #include "ObjectSpace.h"
+#include "ObjectsEdit.h"
 #include "StoredObject.h"
+#include "TieEdit.h"
 
 #include <algorithm>
 #include <limits>
@@ -61,6 +63,19 @@ bool isOfRows(const Edit &edit)
 {
     return dynamic_cast<const GapEdit *>(&edit) != nullptr ||
            dynamic_cast<const RowMoveEdit *>(&edit) != nullptr;
+}
+
+bool bringsObjects(const Edit &inverse)
+{
+    const auto *const moving = dynamic_cast<const ObjectsEdit *>(&inverse);
+    return moving != nullptr && moving->isRemoval();
+}
+
+// What it was made in may refer to other objects than before.
+bool isOfReferences(const Edit &inverse)
+{
+    return dynamic_cast<const RemoveRowsEdit *>(&inverse) != nullptr ||
+           dynamic_cast<const TieEdit *>(&inverse) != nullptr;
 }
 
 } // namespace
@@ -264,10 +279,9 @@ std::string LiveSession::store(const Edit &inverse)
         else
             giveUp();
     }
+    m_HasLaterOnes = m_HasLaterOnes || (!m_Large.empty() && bringsObjects(inverse));
     if (isInContents(inverse)) {
-        std::vector<const Compound *> taken;
-        inverse.appendOwned(taken);
-        m_HasLostParts = m_HasLostParts || !taken.empty();
+        m_IsOutOfOrder = m_IsOutOfOrder || doesNotFitContents(inverse);
         return kInContents;
     }
     std::string edit = m_Records.store(inverse);
@@ -306,6 +320,16 @@ bool LiveSession::isInContents(const Edit &inverse)
     });
 }
 
+// Contents are read where their object comes, and are those of the end of the step: what was done
+// with a part before it was taken out of them has nothing to refer to, nor have they themselves
+// when an object that they refer to comes later.
+bool LiveSession::doesNotFitContents(const Edit &inverse) const
+{
+    std::vector<const Compound *> taken;
+    inverse.appendOwned(taken);
+    return !taken.empty() || (m_HasLaterOnes && isOfReferences(inverse));
+}
+
 bool LiveSession::isLarge(const Compound *object)
 {
     const StoredObject *const stored = StoredObject::from(object);
@@ -333,9 +357,7 @@ void LiveSession::stepEnds(StoredStep &&step)
     noteLacking();
     StoredStep kept;
     kept.name = std::move(step.name);
-    // Contents are those of the end of the step, and what was done with a part before it was taken
-    // out of them has nothing to refer to.
-    bool isWhole = !m_HasLostParts;
+    bool isWhole = !m_IsOutOfOrder;
     for (std::size_t i = 0; i < step.edits.size(); ++i) {
         if (step.edits[i] == kInContents)
             continue;
@@ -368,7 +390,8 @@ void LiveSession::forgetLarge()
 {
     m_Large.clear();
     m_LargeNumbers.reset();
-    m_HasLostParts = false;
+    m_HasLaterOnes = false;
+    m_IsOutOfOrder = false;
     m_Writer.beginStep();
 }
 

@@ -144,6 +144,7 @@ private:
 
     // A change of what is written elsewhere as it will be at the end of the step.
     [[nodiscard]] bool isInContents(const Edit &inverse);
+    [[nodiscard]] bool doesNotFitContents(const Edit &inverse) const;
     [[nodiscard]] bool isLarge(const Compound *object);
     // Another step begins.
     void forgetLarge();
@@ -160,8 +161,10 @@ private:
     std::uint64_t m_LastLarge = 0;
     // The numbers of all of them, once somebody asks for one.
     std::optional<NumberSet> m_LargeNumbers;
-    // Something was taken out of one of them.
-    bool m_HasLostParts = false;
+    // Others have come after the first of them.
+    bool m_HasLaterOnes = false;
+    // The edits of the step cannot be done one after the other with contents as they are now.
+    bool m_IsOutOfOrder = false;
     // Of the step that ends.
     std::vector<const StoredObject *> m_LargeOfStep;
 

@@ -610,11 +610,11 @@ TEST_F(ALargeArrival, WhatIsDoneWithItInTheSameStepIsInIt)
     EXPECT_EQ(lastingPortrait(), portrait);
 }
 
-// Contents are written as they are at the end of the step.
-class ALargeStructure : public LiveFixture
+// Contents are written as they are at the end of the step, and read where their object comes.
+class ALargeObject : public LiveFixture
 {
 protected:
-    ALargeStructure() : LiveFixture(1)
+    ALargeObject() : LiveFixture(1)
     {
         peptide("one", "MKVLA");
         TAMBO::DataMaker::makeAlignment("family", {space().object(0)});
@@ -625,53 +625,74 @@ protected:
     {
         return dynamic_cast<TAMBO::Alignment &>(*space().object(1));
     }
+    static void tie(TAMBO::Peptide &sequence, TAMBO::Peptide &chain)
+    {
+        TAMBO::ResidueTies ties;
+        ties.append({0, 5, 0, &chain});
+        sequence.retie(std::move(ties));
+    }
 
-    // It comes, something is done with its first chain, and that chain goes, in one step.
-    void loseChainAfter(const std::function<void(TAMBO::Peptide &chain)> &change)
+    void expectIsThereAgainAfter(const std::function<void()> &changes)
     {
         beginSession(0);
         session->finish();
         {
             const Guard guard(Publisher::Update, space());
-            TAMBO::Structure &made = structure("made", {{"A", "MKVLA"}, {"B", "ACDEF"}});
-            change(*made.chain(0));
-            TAMBO::DataMaker::Destroy(made.chain(0));
+            changes();
         }
         EXPECT_TRUE(session->lacksChanges());
         session->finish();
         TAMBO::renameObject(one(), "renamed");
         session->finish();
         EXPECT_FALSE(session->lacksChanges());
-    }
-    void expectItIsThereAgain()
-    {
         const Entries kept = entries;
         const std::vector<std::string> states = allStates(true);
         ASSERT_NO_FATAL_FAILURE(beginAgain(kept));
         EXPECT_EQ(allStates(true), states);
     }
+    // Something is done with its first chain, and that chain goes.
+    void
+    expectIsThereAgainWithoutChainAfter(const std::function<void(TAMBO::Peptide &chain)> &change)
+    {
+        expectIsThereAgainAfter([&] {
+            TAMBO::Structure &made = structure("made", {{"A", "MKVLA"}, {"B", "ACDEF"}});
+            change(*made.chain(0));
+            TAMBO::DataMaker::Destroy(made.chain(0));
+        });
+    }
 };
 
-TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepWithItsColorsIsThereAgain)
+TEST_F(ALargeObject, WhoseChainGoesInTheSameStepWithItsColorsIsThereAgain)
 {
-    loseChainAfter([](TAMBO::Peptide &chain) { chain.residue(1)->SetColor(Color(2)); });
-    expectItIsThereAgain();
+    expectIsThereAgainWithoutChainAfter(
+        [](TAMBO::Peptide &chain) { chain.residue(1)->SetColor(Color(2)); });
 }
 
-TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepFromASequenceTiedToItIsThereAgain)
+TEST_F(ALargeObject, WhoseChainGoesInTheSameStepFromASequenceTiedToItIsThereAgain)
 {
-    loseChainAfter([](TAMBO::Peptide &chain) {
-        TAMBO::ResidueTies ties;
-        ties.append({0, 5, 0, &chain});
-        one().retie(std::move(ties));
+    expectIsThereAgainWithoutChainAfter([](TAMBO::Peptide &chain) { tie(one(), chain); });
+}
+
+TEST_F(ALargeObject, WhoseChainGoesInTheSameStepFromAnAlignmentIsThereAgain)
+{
+    expectIsThereAgainWithoutChainAfter([](TAMBO::Peptide &chain) { family().addRows({&chain}); });
+}
+
+TEST_F(ALargeObject, ThatGetsRowsOfASequenceThatComesLaterInTheSameStepIsThereAgain)
+{
+    expectIsThereAgainAfter([] {
+        auto *const made =
+            dynamic_cast<TAMBO::Alignment *>(TAMBO::DataMaker::makeAlignment("made", {&one()}));
+        made->addRows({&peptide("two", "ACDEF")});
     });
-    expectItIsThereAgain();
 }
 
-TEST_F(ALargeStructure, WhoseChainGoesInTheSameStepFromAnAlignmentIsThereAgain)
+TEST_F(ALargeObject, ThatIsTiedToAChainThatComesLaterInTheSameStepIsThereAgain)
 {
-    loseChainAfter([](TAMBO::Peptide &chain) { family().addRows({&chain}); });
-    expectItIsThereAgain();
+    expectIsThereAgainAfter([] {
+        TAMBO::Peptide &made = peptide("made", "MKVLA");
+        tie(made, *structure("later", {{"A", "MKVLA"}}).chain(0));
+    });
 }
 
 // ---- Folds
