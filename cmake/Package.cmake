@@ -9,6 +9,8 @@ set(CPACK_PACKAGE_HOMEPAGE_URL ${TAMBO_HOMEPAGE})
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+# Of all that may be built here, what is installed is enough.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
@@ -34,7 +36,8 @@ Gaps and rows are put in place by hand, residues colored by property,
 conservation or the spread of superposed structures, ranges realigned, and
 models built from an alignment and a template.
 .
-Reads and writes PIR, FASTA, Clustal, Stockholm, MSF, PHYLIP, NEXUS, PDB and mmCIF.")
+Reads and writes PIR, FASTA, Clustal, Stockholm, MSF, PHYLIP, NEXUS, PDB and
+mmCIF.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME tambo-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
