@@ -39,9 +39,12 @@ PageChoices PageChoices::kept()
     constexpr qsizetype kParts = 10;
     if (parts.size() != kParts)
         return choices;
-    const auto paper = static_cast<QPageSize::PageSizeId>(parts[0].toInt());
-    if (std::ranges::count(offeredPapers(), paper) == 1)
-        choices.paper = paper;
+    // A number that is none of a paper must not become one.
+    const auto paper =
+        std::ranges::find(offeredPapers(), parts[0].toInt(),
+                          [](QPageSize::PageSizeId each) { return static_cast<int>(each); });
+    if (paper != offeredPapers().end())
+        choices.paper = *paper;
     choices.isLandscape = parts[1] == u"1";
     choices.hasBreaks = parts[2] == u"1";
     if (const double size = parts[3].toDouble(); size >= kSmallestFont && size <= kLargestFont)
