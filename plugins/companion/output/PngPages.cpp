@@ -29,17 +29,24 @@ public:
     {
         open(WriteOnly | Unbuffered);
     }
+    // Something did not fit; what came behind it was not written either.
+    [[nodiscard]] bool hasFailed() const noexcept { return m_HasFailed; }
 
 protected:
     qint64 readData(char *, qint64) override { return -1; }
     qint64 writeData(const char *data, qint64 size) override
     {
-        return m_IsGivenUp ? -1 : m_Target.write(data, size);
+        if (m_IsGivenUp)
+            return -1;
+        // The toolkit's writer loses memory when it is interrupted, so it is not told.
+        m_HasFailed = m_HasFailed || m_Target.write(data, size) != size;
+        return size;
     }
 
 private:
     QIODevice &m_Target;
     const std::atomic<bool> &m_IsGivenUp;
+    bool m_HasFailed = false;
 };
 
 } // namespace
@@ -139,7 +146,7 @@ void PngPages::pack()
 {
     GivenUpDevice device(m_Device, m_IsGivenUp);
     QImageWriter writer(&device, "png");
-    if (!writer.write(m_Image))
+    if (!writer.write(m_Image) || device.hasFailed())
         m_HasFailed = true;
     m_IsPacked = true;
 }
