@@ -1,6 +1,5 @@
 # Puts into the folders that packages are made of what Debian asks for: changelog, copyright, compressed
-# manual pages, and what lintian is not to complain about. A time of their own would make files that
-# differ each time.
+# manual pages; without a time of their own, so that they are the same each time.
 foreach(component IN ITEMS workbench development)
     set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component})
     if(component STREQUAL workbench)
@@ -12,15 +11,8 @@ foreach(component IN ITEMS workbench development)
     file(MAKE_DIRECTORY ${doc})
     file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${doc})
     file(COPY ${CMAKE_CURRENT_LIST_DIR}/changelog DESTINATION ${doc})
-    set(files ${doc}/changelog)
     file(GLOB pages ${root}/usr/share/man/man1/*.1)
-    foreach(file IN LISTS files pages)
+    foreach(file IN LISTS pages ITEMS ${doc}/changelog)
         execute_process(COMMAND gzip -9n ${file} COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
-    if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/${package}.lintian-overrides)
-        file(COPY ${CMAKE_CURRENT_LIST_DIR}/${package}.lintian-overrides
-             DESTINATION ${root}/usr/share/lintian/overrides)
-        file(RENAME ${root}/usr/share/lintian/overrides/${package}.lintian-overrides
-                    ${root}/usr/share/lintian/overrides/${package})
-    endif()
 endforeach()
