@@ -37,8 +37,8 @@ struct AlignmentMajority
 };
 
 // Reading out of bounds gives null or an empty value. An edit with an index out of bounds, or of a
-// locked alignment, changes nothing. No edit but remove() and removeRow() drops a residue, and none
-// changes the order of a row's residues.
+// locked alignment, changes nothing. No edit but those that remove columns and rows drops a
+// residue, and none changes the order of a row's residues.
 class TAMBO_API Alignment : public Compound
 {
 public:
@@ -134,6 +134,11 @@ public:
     // A new alignment of the first n rows over all columns (all rows when n is larger), already
     // added to the workbench's objects. It has cells of its own over the same sequences.
     Alignment *duplicate(unsigned long n) const;
+    // The same of the cells in the rows and columns for which rows and columns say true; those
+    // behind their ends are left out. A name that is taken gets a number. Null when the user has
+    // given it up; then nothing has changed.
+    Alignment *duplicate(const std::vector<bool> &rows, const std::vector<bool> &columns,
+                         const std::string &name) const;
     // A range that reaches beyond the last column ends there.
     void range(const Range &range);
     void rangeAll();
@@ -142,16 +147,25 @@ public:
     void remove(const Range &range);
     void remove(unsigned long col);
     void removeRow(unsigned long row);
+    // Those for which the flags say true, at once. False when the user has given it up; then
+    // nothing has changed.
+    bool removeColumns(const std::vector<bool> &columns);
+    void removeRows(const std::vector<bool> &rows);
     // Inserts count columns of gaps before col; col equal to width() appends.
     void insertGapCol(unsigned long col, unsigned long count);
     // The cells from col on move right by one; the alignment grows by a column only when the row's
     // last cell is a residue.
     void insertGap(unsigned long row, unsigned long col);
+    // As count times insertGap().
+    void insertGaps(unsigned long row, unsigned long col, unsigned long count);
     // point: the one gap at from is taken out and put in so that it stands at to. Otherwise the
     // whole run of gaps around from moves by to - from, stopping at the row's ends. From a residue:
     // the residue and what follows it slide, right by inserting gaps before it, left into the gaps
     // directly before it.
     void moveGap(unsigned long row, unsigned long from, unsigned long to, bool point);
+    // The cells [from, from + count) of a row come to stand at [to, to + count), and what was
+    // between closes up. Nothing changes unless all of them are gaps.
+    void moveGaps(unsigned long row, unsigned long from, unsigned long count, unsigned long to);
     // Row from moves to place to, the rows between close up.
     void bubbleRow(unsigned long from, unsigned long to);
     // All rows at once: the row that stands at order[i] comes to stand at i. Nothing changes unless

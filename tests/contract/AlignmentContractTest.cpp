@@ -323,6 +323,68 @@ TEST_F(AlignmentContract, GapsAreInsertedAndMovedWithinTheirRow)
     EXPECT_THAT(rows(), ElementsAre("AC-D-", "ACD--")) << "from a residue, into the gaps";
 }
 
+TEST_F(AlignmentContract, SeveralGapsAreInsertedAndMovedInOneEdit)
+{
+    history.clear();
+    alignment->insertGaps(1, 3, 3);
+    EXPECT_THAT(rows(), ElementsAre("AC-D---", "A-C---D"));
+    EXPECT_EQ(history.position(), 1U);
+    alignment->moveGaps(1, 3, 2, 0);
+    EXPECT_THAT(rows(), ElementsAre("AC-D---", "--A-C-D"));
+    EXPECT_EQ(history.position(), 2U);
+    history.clear();
+    alignment->moveGaps(1, 1, 2, 0);
+    alignment->moveGaps(1, 0, 2, 6);
+    alignment->moveGaps(1, 0, 2, ~0UL);
+    alignment->moveGaps(1, ~0UL, 2, 0);
+    alignment->moveGaps(1, 0, ~0UL, 1);
+    alignment->moveGaps(2, 0, 1, 3);
+    alignment->insertGaps(1, 7, 1);
+    alignment->insertGaps(1, 0, 0);
+    alignment->insertGaps(1, 0, ~0UL);
+    EXPECT_THAT(rows(), ElementsAre("AC-D---", "--A-C-D"));
+    EXPECT_EQ(history.position(), 0U) << "nothing has changed";
+}
+
+TEST_F(AlignmentContract, GapsAreInsertedIntoWhatIsFreeBehindTheRow)
+{
+    alignment->insertGapCol(4, 2);
+    alignment->insertGaps(0, 2, 3);
+    EXPECT_THAT(rows(), ElementsAre("AC----D", "A-CD---"));
+}
+
+TEST_F(AlignmentContract, FlaggedRowsAndColumnsAreRemovedAtOnce)
+{
+    alignment->addRows({&third});
+    EXPECT_TRUE(alignment->removeColumns({false, true, false, true, false, true, true}));
+    EXPECT_THAT(rows(), ElementsAre("A--", "AC-", "MLI"));
+    alignment->removeRows({true, false, true, true});
+    EXPECT_THAT(rows(), ElementsAre("AC-"));
+    history.undo();
+    history.undo();
+    EXPECT_THAT(rows(), ElementsAre("AC-D-", "A-CD-", "MKLVI"));
+    history.clear();
+    EXPECT_TRUE(alignment->removeColumns({false, false}));
+    alignment->removeRows({});
+    EXPECT_EQ(history.position(), 0U) << "nothing has changed";
+}
+
+TEST_F(AlignmentContract, DuplicateOfSomeRowsAndColumnsHasCellsOfItsOwn)
+{
+    alignment->addRows({&third});
+    history.clear();
+    Alignment *const part = alignment->duplicate({true, false, true}, {false, true, true}, "part");
+    ASSERT_NE(part, nullptr);
+    EXPECT_TRUE(isTopLevel(part));
+    EXPECT_EQ(part->Name(), "part");
+    EXPECT_THAT(rowsOf(*part), ElementsAre("C-", "KL"));
+    EXPECT_EQ(part->GetSeq(1), &third);
+    EXPECT_EQ(history.position(), 1U) << "one step";
+    part->insertGap(0, 0);
+    EXPECT_THAT(rows(), ElementsAre("AC-D-", "A-CD-", "MKLVI"));
+    EXPECT_EQ(alignment->duplicate({true}, {true}, "part")->Name(), "part 2");
+}
+
 TEST_F(AlignmentContract, DuplicateIsAddedToTheObjectsByTheCallAndNeverNull)
 {
     // A part is not taken for the whole.
@@ -444,6 +506,12 @@ TEST_F(AlignmentContract, UndoNamesTheKindOfChange)
     Alignment *const other = DataMaker::makeAlignment("other", {&first, &third});
     history.clear();
     const std::vector<std::pair<std::string, std::function<void()>>> changes{
+        {"insert gaps", [&] { alignment->insertGaps(0, 1, 3); }},
+        {"move gap", [&] { alignment->moveGaps(0, 1, 3, 0); }},
+        {"remove columns",
+         [&] {
+             alignment->removeColumns({true, false, true});
+         }},
         {"insert gap", [&] { alignment->insertGap(0, 0); }},
         {"move gap", [&] { alignment->moveGap(0, 0, 2, true); }},
         {"insert column", [&] { alignment->insertGapCol(0, 1); }},
@@ -455,6 +523,7 @@ TEST_F(AlignmentContract, UndoNamesTheKindOfChange)
          }},
         {"remove row", [&] { alignment->removeRow(1); }},
         {"add sequences", [&] { alignment->addRows({&first}); }},
+        {"remove rows", [&] { alignment->removeRows({true}); }},
         {"combine", [&] { alignment->combine(*other); }},
     };
     for (const auto &[kind, change] : changes) {

@@ -79,51 +79,12 @@ void slideResidue(AlignmentTable &table, unsigned long row, unsigned long from, 
     moveGaps(table, row, from - count, count, table.width() - count);
 }
 
-bool isTaken(const std::string &name)
-{
-    return std::any_of(Space::instance()->begin(), Space::instance()->end(),
-                       [&name](const Compound *object) { return object->Name() == name; });
-}
-
-// A copy of some rows is another alignment than the whole one, and two of them can be told apart.
-std::string nameOfPart(const std::string &whole, std::size_t rows)
-{
-    const std::string count = rows == 1 ? "row" : std::to_string(rows) + " rows";
-    const std::string wanted = whole + (rows == 0 ? " (no rows)" : " (first " + count + ')');
-    std::string name = wanted;
-    for (int number = 2; isTaken(name); ++number)
-        name = wanted + ' ' + std::to_string(number);
-    return name;
-}
-
 bool isRange(const Alignment::Range &range, unsigned long width)
 {
     return range.first < range.second && range.second <= width;
 }
 
 } // namespace
-
-Alignment *Alignment::duplicate(unsigned long n) const
-{
-    AlignmentTable::Rows rows;
-    const std::size_t count = std::min<std::size_t>(n, m_Table->rowCount());
-    rows.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        rows.push_back(std::make_unique<AlignmentRow>(m_Table->row(i)));
-    const bool isWhole = count == m_Table->rowCount();
-    auto copy = AlignmentTable::make(isWhole ? Name() : nameOfPart(Name(), count), std::move(rows),
-                                     m_Width);
-    Alignment *const result = copy.get();
-    result->m_Range = m_Range;
-    if (m_Table->annotation() != nullptr)
-        copy->table().presetAnnotation(
-            std::make_unique<AlignmentAnnotation>(*m_Table->annotation()));
-    ValueStore::get().copy(*this, *result);
-    const ChangeScope scope;
-    // Some rows are copied for a program to read, which the user does not miss.
-    ObjectSpace::get().add(std::move(copy), isWhole ? EditPart::Whole : EditPart::Arrival);
-    return result;
-}
 
 void Alignment::range(const Range &range)
 {
@@ -188,7 +149,13 @@ void Alignment::insertGapCol(unsigned long col, unsigned long count)
 void Alignment::insertGap(unsigned long row, unsigned long col)
 {
     if (row < height() && col < m_Width && mayChange(*this))
-        insertGaps(*m_Table, "insert gap", row, col, 1);
+        TAMBO::insertGaps(*m_Table, "insert gap", row, col, 1);
+}
+
+void Alignment::insertGaps(unsigned long row, unsigned long col, unsigned long count)
+{
+    if (row < height() && col < m_Width && count > 0 && mayChange(*this))
+        TAMBO::insertGaps(*m_Table, "insert gaps", row, col, count);
 }
 
 void Alignment::moveGap(unsigned long row, unsigned long from, unsigned long to, bool point)
@@ -199,14 +166,25 @@ void Alignment::moveGap(unsigned long row, unsigned long from, unsigned long to,
     if (cells.isResidue(from)) {
         slideResidue(*m_Table, row, from, to);
     } else if (point) {
-        moveGaps(*m_Table, row, from, 1, to);
+        TAMBO::moveGaps(*m_Table, row, from, 1, to);
     } else {
         const unsigned long begin = cells.gapRunBegin(from);
         const unsigned long end = cells.gapRunEnd(from, m_Width);
         const unsigned long target = to < from ? begin - std::min(begin, from - to)
                                                : begin + std::min(m_Width - end, to - from);
-        moveGaps(*m_Table, row, begin, end - begin, target);
+        TAMBO::moveGaps(*m_Table, row, begin, end - begin, target);
     }
+}
+
+void Alignment::moveGaps(unsigned long row, unsigned long from, unsigned long count,
+                         unsigned long to)
+{
+    if (row >= height() || count == 0 || count > m_Width || from > m_Width - count ||
+        to > m_Width - count || from == to || !mayChange(*this))
+        return;
+    const OccupancyRow &cells = m_Table->row(row).cells();
+    if (cells.rank(from) == cells.rank(from + count))
+        TAMBO::moveGaps(*m_Table, row, from, count, to);
 }
 
 void Alignment::bubbleRow(unsigned long from, unsigned long to)
