@@ -34,6 +34,7 @@ PlaceLine::~PlaceLine() = default;
 
 void PlaceLine::alignmentShown()
 {
+    m_Message.clear();
     show();
 }
 
@@ -51,7 +52,25 @@ void PlaceLine::setCursor(const std::optional<TAMBO::CellIndex> &cell)
 {
     m_Cursor = cell;
     m_Place.reset();
+    m_Message.clear();
     show();
+}
+
+void PlaceLine::tell(const QString &message)
+{
+    m_Message = message;
+    m_CellOfMessage = cell();
+    show();
+}
+
+QString PlaceLine::text() const
+{
+    return m_Text->text();
+}
+
+std::optional<TAMBO::CellIndex> PlaceLine::cell() const
+{
+    return m_Place ? AlignmentViewObserver::window()->cellAt(*m_Place) : m_Cursor;
 }
 
 bool PlaceLine::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
@@ -62,16 +81,21 @@ bool PlaceLine::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
         m_Place = static_cast<const QMouseEvent &>(event).pos();
     else
         return false;
+    if (cell() && cell() != m_CellOfMessage)
+        m_Message.clear();
     show();
     return false;
 }
 
 void PlaceLine::show()
 {
-    const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
-    const TAMBO::Alignment *const alignment = shown.alignment();
-    const auto cell = m_Place ? shown.cellAt(*m_Place) : m_Cursor;
-    m_Text->setText(cell && alignment != nullptr ? placeText(*alignment, *cell) : QString());
+    if (!m_Message.isEmpty()) {
+        m_Text->setText(m_Message);
+        return;
+    }
+    const TAMBO::Alignment *const alignment = AlignmentViewObserver::window()->alignment();
+    const std::optional<TAMBO::CellIndex> place = cell();
+    m_Text->setText(place && alignment != nullptr ? placeText(*alignment, *place) : QString());
 }
 
 } // namespace companion

@@ -3,6 +3,7 @@
 
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
+#include "Logger.h"
 #include "PairsDialog.h"
 #include "WholeSelection.h"
 
@@ -49,6 +50,12 @@ Companion::~Companion()
     delete m_Select;
     delete m_Find;
     delete m_GoTo;
+}
+
+void Companion::tell(const QString &message)
+{
+    m_Place.tell(message);
+    Logger::Write(message);
 }
 
 void Companion::colorBy(ColumnRule rule)

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] CellCursor &cursor() noexcept { return m_Cursor; }
     [[nodiscard]] FocusStops &stops() noexcept { return m_Stops; }
 
+    // In the line at the lower edge, and in the log.
+    void tell(const QString &message);
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
     void showPairs();

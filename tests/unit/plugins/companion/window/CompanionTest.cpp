@@ -5,7 +5,9 @@
 #include "Companions.h"
 #include "WindowCommands.h"
 
+#include <QLabel>
 #include <QMenu>
+#include <QToolBar>
 
 namespace CompanionTest {
 
@@ -217,6 +219,20 @@ TEST_F(GoingTo, IsOutOfSightUntilItIsAskedForAndEscapeClosesIt)
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QCoreApplication::sendEvent(&m_Companion->goTo(), &escape);
     EXPECT_TRUE(m_Companion->goTo().isHidden());
+}
+
+TEST_F(AlignmentCompanion, AMessageStaysUntilTheCursorMoves)
+{
+    m_Companion->cursor().toggle();
+    const QLabel *const line =
+        m_Window->findChild<QToolBar *>("UnderThePointer")->findChild<QLabel *>();
+    const QString place = line->text();
+    EXPECT_NE(place, "");
+    m_Companion->tell("3 columns removed");
+    EXPECT_EQ(line->text(), "3 columns removed");
+    m_Companion->cursor().toggle();
+    m_Companion->cursor().toggle();
+    EXPECT_EQ(line->text(), place);
 }
 
 TEST_F(AlignmentCompanion, EveryCommandIsInTheMenuAndItsKeysAreInTheWindow)

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands by what they are about: for each submenu a list of its own.
+#pragma once
+
+#include "Commands.h"
+
+#include <vector>
+
+namespace companion {
+
+[[nodiscard]] std::vector<Command> findCommands();
+[[nodiscard]] std::vector<Command> selectCommands();
+[[nodiscard]] std::vector<Command> zoomCommands();
+[[nodiscard]] std::vector<Command> trackCommands();
+[[nodiscard]] std::vector<Command> pageCommands();
+[[nodiscard]] std::vector<Command> colorCommands();
+[[nodiscard]] std::vector<Command> treeCommands();
+[[nodiscard]] std::vector<Command> nameCommands();
+[[nodiscard]] std::vector<Command> keyboardCommands();
+
+} // namespace companion

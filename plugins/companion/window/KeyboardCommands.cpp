@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLists.h"
+#include "Companion.h"
+#include "Texts.h"
+
+namespace companion {
+
+std::vector<Command> keyboardCommands()
+{
+    const QString menu = tr("Key&board");
+    return {
+        {tr("Cell &Cursor"),
+         tr("Read and select cells by keys: arrows, Home, End, pages, and Space; or no longer"),
+         {QKeySequence(Qt::Key_F7)},
+         [](Companion &companion) { companion.cursor().toggle(); },
+         false,
+         menu},
+        {tr("&Next Part of the Window"),
+         tr("Give the keyboard to the next one of cells, tool bars and docks; Escape gives it "
+            "back"),
+         {QKeySequence(Qt::Key_F6)},
+         [](Companion &companion) { companion.stops().next(); },
+         false,
+         menu},
+        {tr("&Previous Part of the Window"),
+         tr("Give the keyboard to the one before"),
+         {QKeySequence(Qt::SHIFT | Qt::Key_F6)},
+         [](Companion &companion) { companion.stops().previous(); },
+         false,
+         menu},
+    };
+}
+
+} // namespace companion
