@@ -61,6 +61,7 @@ const std::map<std::string, Rule> kRules = {
       Std | Qt}},
     {"plugins/companion/reading", {{"include"}, Std | Qt}},
     {"plugins/companion/finding", {{"include", "plugins/companion/reading"}, Std | Qt}},
+    {"plugins/companion/gaps", {{"include", "plugins/companion/reading"}, Std | Qt}},
     {"plugins/companion/marks", {{"include", "plugins/companion/reading"}, Std | Qt}},
     {"plugins/companion/coloring",
      {{"include", "plugins/companion/columns", "plugins/companion/reading"}, Std | Qt}},

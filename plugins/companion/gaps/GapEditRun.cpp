@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "GapEditRun.h"
+
+#include "DataPoint.h"
+#include "StepName.h"
+#include "Texts.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace companion {
+
+namespace {
+
+// Between two looks at the clock.
+constexpr unsigned long kRowsBetweenLooks = 256;
+
+const char *stepNameOf(const GapEdit &edit)
+{
+    switch (edit.kind) {
+    case GapEdit::Kind::Insert:
+        return "Insert gaps";
+    case GapEdit::Kind::RemoveBefore:
+    case GapEdit::Kind::RemoveBehind:
+        return "Remove gaps";
+    case GapEdit::Kind::Slide:
+        return "Slide residues";
+    case GapEdit::Kind::Move:
+        return "Move gaps";
+    case GapEdit::Kind::PushLeft:
+        return "Push residues left";
+    case GapEdit::Kind::PushRight:
+        return "Push residues right";
+    }
+    return "";
+}
+
+} // namespace
+
+GapEditRun::GapEditRun(const TAMBO::Alignment &alignment, const GapEdit &edit,
+                       const KeptColumns &kept)
+    : m_Alignment(alignment), m_Edit(edit), m_Kept(kept)
+{
+    begin();
+}
+
+void GapEditRun::begin()
+{
+    m_Rows.emplace(m_Alignment, m_Edit, m_Kept);
+    m_Revision = m_Alignment.layoutRevision();
+    m_NextRow = m_Edit.block.rowBegin;
+    m_RowEnd = std::min(m_Edit.block.rowEnd, m_Alignment.height());
+    m_Outcome = {true, {}, 0};
+    m_HasResidues = false;
+    m_Growth = 0;
+    if (const QString reason = m_Rows->refusal(); !reason.isEmpty())
+        refuse(reason);
+}
+
+void GapEditRun::refuse(const QString &reason)
+{
+    m_Outcome = {false, reason, 0};
+    m_NextRow = m_RowEnd;
+}
+
+bool GapEditRun::goOn(std::chrono::microseconds most)
+{
+    const auto end = std::chrono::steady_clock::now() + most;
+    if (m_Alignment.layoutRevision() != m_Revision)
+        begin();
+    while (m_NextRow < m_RowEnd) {
+        for (unsigned long i = 0; i < kRowsBetweenLooks && m_NextRow < m_RowEnd; ++i)
+            lookAtRow(m_NextRow++);
+        if (std::chrono::steady_clock::now() >= end)
+            break;
+    }
+    if (m_NextRow < m_RowEnd)
+        return true;
+    if (m_Outcome.isDone && !m_HasResidues)
+        refuse(m_Rows->withoutResidues());
+    return false;
+}
+
+void GapEditRun::lookAtRow(unsigned long row)
+{
+    m_Steps.clear();
+    const RowPlan plan = m_Rows->plan(row, m_Steps);
+    if (!plan.refusal.isEmpty()) {
+        refuse(plan.refusal);
+        return;
+    }
+    m_HasResidues = m_HasResidues || plan.hasResidues;
+    if (std::abs(plan.moved) > std::abs(m_Outcome.moved))
+        m_Outcome.moved = plan.moved;
+    if (const unsigned long growth = m_Rows->growth(row, m_Steps); growth > m_Growth) {
+        m_Growth = growth;
+        m_WidestRow = row;
+    }
+}
+
+int GapEditRun::percent() const
+{
+    constexpr unsigned long all = 100;
+    const unsigned long begin = std::min(m_Edit.block.rowBegin, m_RowEnd);
+    return static_cast<int>((m_NextRow - begin) * all / std::max(1UL, m_RowEnd - begin));
+}
+
+Outcome GapEditRun::apply(TAMBO::Alignment &alignment)
+{
+    while (goOn(std::chrono::hours(1))) {
+    }
+    if (!m_Outcome.isDone || m_Outcome.moved == 0)
+        return m_Outcome;
+    DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
+    if (!guard.m_good)
+        refuse(tr("“%1” cannot be changed now.").arg(QString::fromStdString(alignment.Name())));
+    else if (!change(alignment))
+        refuse(tr("“%1” would make the alignment too wide.")
+                   .arg(QString::fromStdString(alignment.GetSeqName(m_WidestRow))));
+    return m_Outcome;
+}
+
+// A row that the workbench would not widen the alignment for comes first, while nothing has
+// changed; no other one needs it wider still.
+bool GapEditRun::change(TAMBO::Alignment &alignment)
+{
+    const StepName name(stepNameOf(m_Edit));
+    const unsigned long wanted = alignment.width() + m_Growth;
+    if (m_Growth > 0)
+        changeRow(alignment, m_WidestRow);
+    if (alignment.width() != wanted)
+        return false;
+    for (unsigned long row = m_Edit.block.rowBegin; row < m_RowEnd; ++row) {
+        if (m_Growth == 0 || row != m_WidestRow)
+            changeRow(alignment, row);
+    }
+    return true;
+}
+
+void GapEditRun::changeRow(TAMBO::Alignment &alignment, unsigned long row)
+{
+    m_Steps.clear();
+    static_cast<void>(m_Rows->plan(row, m_Steps));
+    for (const GapStep &step : m_Steps) {
+        if (step.from)
+            alignment.moveGaps(row, *step.from, step.count, step.to);
+        else
+            alignment.insertGaps(row, step.to, step.count);
+    }
+}
+
+} // namespace companion
