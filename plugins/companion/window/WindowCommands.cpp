@@ -29,14 +29,18 @@ WindowCommands::WindowCommands(TAMBO::AlignmentWindow &window, Companion &compan
     }
 }
 
-WindowCommands::~WindowCommands() = default;
+WindowCommands::~WindowCommands()
+{
+    delete m_Menu;
+}
 
 void WindowCommands::showMenu(const QPoint &global)
 {
-    auto *const menu = new QMenu(window()->mainWindow());
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    fillMenu(*menu, [this] { return &m_Companion; });
-    menu->popup(global);
+    if (m_Menu == nullptr) {
+        m_Menu = new QMenu(window()->mainWindow());
+        fillMenu(*m_Menu, [this] { return &m_Companion; });
+    }
+    m_Menu->popup(global);
 }
 
 void WindowCommands::showMenuByKey()

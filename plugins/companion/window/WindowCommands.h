@@ -6,6 +6,9 @@
 #include "CellEventFilter.h"
 
 #include <QObject>
+#include <QPointer>
+
+class QMenu;
 
 namespace companion {
 
@@ -32,6 +35,9 @@ private:
     void showMenuByKey();
 
     Companion &m_Companion;
+    // Made when it is asked for the first time, and kept: it is still at work while a command runs
+    // that was chosen in it.
+    QPointer<QMenu> m_Menu;
 };
 
 } // namespace companion
