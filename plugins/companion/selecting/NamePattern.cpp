@@ -43,4 +43,19 @@ bool NamePattern::isIn(const QString &name) const
     return m_Mistake.isEmpty() && m_Expression.match(name).hasMatch();
 }
 
+bool NamePattern::hasPart() const
+{
+    return m_Expression.captureCount() > 0;
+}
+
+std::optional<QString> NamePattern::partOf(const QString &name) const
+{
+    if (!m_Mistake.isEmpty())
+        return std::nullopt;
+    const QRegularExpressionMatch match = m_Expression.match(name);
+    if (!match.hasMatch())
+        return std::nullopt;
+    return hasPart() ? match.captured(1) : QString();
+}
+
 } // namespace companion

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QString>
 
+#include <optional>
+
 namespace companion {
 
 enum class NameLanguage {
@@ -24,6 +26,11 @@ public:
     // What is wrong with it, and where, for people; empty when nothing is. Then it is in no name.
     [[nodiscard]] const QString &mistake() const noexcept { return m_Mistake; }
     [[nodiscard]] bool isIn(const QString &name) const;
+    // Whether an expression has a part in parentheses to remember.
+    [[nodiscard]] bool hasPart() const;
+    // What the first such part stands for in the name, empty without one; nothing when the pattern
+    // is not in it.
+    [[nodiscard]] std::optional<QString> partOf(const QString &name) const;
 
 private:
     QRegularExpression m_Expression;

@@ -47,4 +47,26 @@ TEST(NamePattern, AMistakeIsToldWithItsPlaceAndIsInNoName)
     EXPECT_EQ(NamePattern("ab(c", NameLanguage::Wildcard).mistake(), "");
 }
 
+TEST(NamePattern, AnExpressionTellsWhatItsFirstPartStandsFor)
+{
+    const NamePattern family("^([a-z]+)_(\\d+)", NameLanguage::Expression);
+    EXPECT_TRUE(family.hasPart());
+    EXPECT_EQ(family.partOf("hsp_12/1-30"), QString("hsp"));
+    EXPECT_EQ(family.partOf("12_hsp"), std::nullopt);
+    // Of two ways that a name may be, one without it.
+    EXPECT_EQ(NamePattern("x|(y)", NameLanguage::Expression).partOf("x"), QString());
+}
+
+TEST(NamePattern, WithoutSuchAPartAllNamesHaveTheSame)
+{
+    for (const NamePattern &pattern :
+         {NamePattern("(a)", NameLanguage::Plain), NamePattern("*(a)", NameLanguage::Wildcard),
+          NamePattern("a", NameLanguage::Expression)}) {
+        EXPECT_FALSE(pattern.hasPart());
+        EXPECT_EQ(pattern.partOf("(a)"), QString());
+        EXPECT_EQ(pattern.partOf("none"), std::nullopt);
+    }
+    EXPECT_EQ(NamePattern("(a", NameLanguage::Expression).partOf("(a"), std::nullopt);
+}
+
 } // namespace NamePatternTest
