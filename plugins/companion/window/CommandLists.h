@@ -13,6 +13,8 @@ namespace companion {
 [[nodiscard]] std::vector<Command> zoomCommands();
 [[nodiscard]] std::vector<Command> trackCommands();
 [[nodiscard]] std::vector<Command> pageCommands();
+[[nodiscard]] std::vector<Command> rowCommands();
+[[nodiscard]] std::vector<Command> columnCommands();
 [[nodiscard]] std::vector<Command> colorCommands();
 [[nodiscard]] std::vector<Command> treeCommands();
 [[nodiscard]] std::vector<Command> nameCommands();

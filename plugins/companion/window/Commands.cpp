@@ -56,6 +56,8 @@ std::vector<Command> makeCommands()
     append(all, trackCommands());
     append(all, {marksCommand()});
     append(all, pageCommands());
+    append(all, rowCommands(), true);
+    append(all, columnCommands());
     append(all, colorCommands(), true);
     append(all, {identitiesCommand()});
     append(all, treeCommands());

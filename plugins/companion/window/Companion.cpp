@@ -3,11 +3,16 @@
 
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
+#include "DuplicatesDialog.h"
 #include "Logger.h"
 #include "PairsDialog.h"
+#include "RedundancyDialog.h"
+#include "Texts.h"
 #include "WholeSelection.h"
 
 #include <QMainWindow>
+
+#include <utility>
 
 namespace companion {
 
@@ -24,6 +29,8 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
                    m_Access.setCursor(cell);
                }),
       m_Stops(window),
+      m_Rows(window, [this](const QString &message) { tell(message); }),
+      m_Columns(window, [this](const QString &message) { tell(message); }),
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
       m_Select(new SelectBar(window)),
@@ -72,6 +79,45 @@ void Companion::showPairs()
     auto *const dialog = new PairsDialog(m_Window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
+}
+
+RedundancyDialog *Companion::showRedundancy()
+{
+    if (m_Window.alignment() == nullptr) {
+        tell(companion::tr("No alignment is shown."));
+        return nullptr;
+    }
+    auto *const dialog =
+        new RedundancyDialog(m_Window, [this](const QString &message) { tell(message); });
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    return dialog;
+}
+
+DuplicatesDialog *Companion::showDuplicates()
+{
+    if (m_Window.alignment() == nullptr) {
+        tell(companion::tr("No alignment is shown."));
+        return nullptr;
+    }
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    std::optional<DuplicateRows> found = findDuplicates(m_Window);
+    // The window, and this with it, may have gone meanwhile.
+    if (window == nullptr)
+        return nullptr;
+    if (!found) {
+        tell(companion::tr("Nothing is known of duplicates: the search was cancelled."));
+        return nullptr;
+    }
+    if (found->names.empty() && found->sequences.empty()) {
+        tell(companion::tr("No two rows have the same name, and no two the same sequence."));
+        return nullptr;
+    }
+    auto *const dialog = new DuplicatesDialog(m_Window, std::move(*found),
+                                              [this](const QString &message) { tell(message); });
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    return dialog;
 }
 
 void Companion::selectAll()

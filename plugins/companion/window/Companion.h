@@ -4,6 +4,7 @@
 
 #include "CellCursor.h"
 #include "ColumnRules.h"
+#include "ColumnTools.h"
 #include "FindBar.h"
 #include "FocusStops.h"
 #include "GoToBar.h"
@@ -14,6 +15,7 @@
 #include "Overview.h"
 #include "PageDialog.h"
 #include "PlaceLine.h"
+#include "RowTools.h"
 #include "SelectBar.h"
 #include "StructureMarks.h"
 #include "Tracks.h"
@@ -26,6 +28,9 @@
 #include <optional>
 
 namespace companion {
+
+class DuplicatesDialog;
+class RedundancyDialog;
 
 // Goes before the window does.
 class Companion
@@ -49,11 +54,17 @@ public:
     [[nodiscard]] CellCursor &cursor() noexcept { return m_Cursor; }
     [[nodiscard]] FocusStops &stops() noexcept { return m_Stops; }
 
+    [[nodiscard]] RowTools &rows() noexcept { return m_Rows; }
+    [[nodiscard]] ColumnTools &columns() noexcept { return m_Columns; }
+
     // In the line at the lower edge, and in the log.
     void tell(const QString &message);
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
     void showPairs();
+    // Null when no alignment is shown, or the user has given up the search.
+    RedundancyDialog *showRedundancy();
+    DuplicatesDialog *showDuplicates();
     // Of the alignment that is shown.
     void selectAll();
     void invertSelection();
@@ -71,6 +82,8 @@ private:
     GridAccess m_Access;
     CellCursor m_Cursor;
     FocusStops m_Stops;
+    RowTools m_Rows;
+    ColumnTools m_Columns;
     // Children of the window.
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;

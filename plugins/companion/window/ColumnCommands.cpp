@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLists.h"
+#include "Companion.h"
+#include "Texts.h"
+
+namespace companion {
+
+std::vector<Command> columnCommands()
+{
+    const QString menu = tr("Col&umns");
+    return {
+        {tr("Remove &Empty"),
+         tr("Remove the columns without residues"),
+         {},
+         [](Companion &companion) { companion.columns().removeEmpty(); },
+         false,
+         menu},
+        {tr("Remove with &Gaps…"),
+         tr("Remove the columns in which too many rows have a gap"),
+         {},
+         [](Companion &companion) { companion.columns().askForGaps(); },
+         false,
+         menu},
+    };
+}
+
+} // namespace companion

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows and columns by the menus for them and their keys.
+#include "CompanionByHand.h"
+
+#include <algorithm>
+
+namespace RowsByHandTest {
+
+class RowsByHand : public CompanionByHand
+{
+protected:
+    [[nodiscard]] QPoint name(int number) const
+    {
+        return {m_Place.left() + 20, cell(number, 0).y()};
+    }
+    void chooseInMenu(const QString &names)
+    {
+        m_Screen.pressKey(m_Editor, "shift+F10");
+        chooseByKeys(names);
+    }
+};
+
+TEST_F(RowsByHand, ASelectedRowMovesByKeys)
+{
+    open();
+    m_Screen.click(name(0));
+    waitForColor(m_Grid.corner, selectedColorOf(row(0)[0]));
+    keys("alt+Down alt+Down");
+    waitForLetter(m_Grid.corner, row(1)[0]);
+    waitForColor(m_Grid.ground(2, 0), selectedColorOf(row(0)[0]));
+    keys("alt+Up");
+    waitForColor(m_Grid.ground(1, 0), selectedColorOf(row(0)[0]));
+    keys("alt+shift+Up");
+    waitForColor(m_Grid.corner, selectedColorOf(row(0)[0]));
+    keys("ctrl+z");
+    waitForLetter(m_Grid.corner, row(1)[0]);
+}
+
+TEST_F(RowsByHand, RedundantRowsAreLookedThroughAndRemovedByKeys)
+{
+    open();
+    chooseInMenu("r r");
+    const QString dialog = window("Redundant Rows");
+    (void)settled([this] { return m_Screen.picture(); });
+    m_Screen.pressKey(dialog, "alt+r");
+    waitForWindows("Redundant Rows", 0);
+    // Each is like the one that is eight rows above it.
+    const QStringList rows = save(m_Editor, m_Folder.filePath("left.ali"));
+    EXPECT_EQ(rows.size(), 8);
+}
+
+TEST_F(RowsByHand, ColumnsWithGapsGoByTheLineThatCountsThem)
+{
+    open();
+    chooseInMenu("u g");
+    m_Screen.typeText(m_Editor, "0");
+    m_Screen.pressKey("Return");
+    const QStringList rows = save(m_Editor, m_Folder.filePath("narrow.ali"));
+    ASSERT_EQ(rows.size(), kRowCount);
+    for (const QString &each : rows)
+        EXPECT_EQ(each.size(), kColumnCount - 2);
+}
+
+} // namespace RowsByHandTest
