@@ -44,6 +44,8 @@ protected:
     void waitFor(const std::function<bool()> &condition);
     void waitForPicture(const QRect &area, const QImage &picture, bool isSame = true);
     [[nodiscard]] QImage settledEditor() const;
+    // To the first cell, and without the cursor that has come with the key.
+    void goHome() { m_Screen.pressKey("ctrl+Home Escape"); }
     // A key that scrolls reaches the cells.
     void expectKeyboardIsAtTheCells();
 

@@ -74,7 +74,7 @@ TEST_F(FindingByHand, APartOfANameIsGoneTo)
     waitForLastColumn(false);
     waitFor([&] { return settledEditor() != before; });
     m_Screen.pressKey("Escape");
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitFor([&] { return settledEditor() == before; });
 }
 
@@ -84,7 +84,7 @@ TEST_F(FindingByHand, APlaceThatIsNotThereMovesNothing)
     goTo("151");
     m_Screen.pressKey("Escape");
     // It would have been shown before the keyboard came back.
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitForLastColumn(false);
     waitForLetter(m_Grid.corner, row(0)[0]);
 }

@@ -46,18 +46,18 @@ TEST_F(ReadingByHand, KeysZoom)
     const int own = cellWidth();
     keys("ctrl+plus");
     // Around the middle, so that the first column may have gone.
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitForCellWidth([own](int width) { return width > own; });
     keys("ctrl+minus ctrl+minus ctrl+minus");
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitForCellWidth([own](int width) { return width < own && width > 1; });
     keys("ctrl+0");
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitForCellWidth([own](int width) { return width == own; });
     waitForLastColumn(false);
     keys("ctrl+8");
     waitForLastColumn(true);
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitForCellWidth([own](int width) { return width < own; });
 }
 
@@ -94,7 +94,7 @@ TEST_F(ReadingByHand, TheOverviewComesByItsKeyAndScrollsAsItIsDragged)
     m_Screen.drag(right, left);
     waitForLastColumn(false);
     keys("ctrl+m");
-    m_Screen.pressKey("ctrl+Home");
+    goHome();
     waitFor([&] { return settledEditor() == before; });
 }
 

@@ -23,11 +23,11 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Place(window),
       m_Marks(window),
       m_Access(window),
-      m_Cursor(window,
-               [this](const CellCursor::Place &cell) {
-                   m_Place.setCursor(cell);
-                   m_Access.setCursor(cell);
-               }),
+      m_Cursor(window, {[this](const CellCursor::Place &cell) {
+                            m_Place.setCursor(cell);
+                            m_Access.setCursor(cell);
+                        },
+                        [this](const QString &text) { m_Place.tell(text); }}),
       m_Stops(window),
       m_Rows(window, [this](const QString &message) { tell(message); }),
       m_Columns(window, [this](const QString &message) { tell(message); }),

@@ -10,7 +10,8 @@ std::vector<Command> keyboardCommands()
     const QString menu = tr("Key&board");
     return {
         {tr("Cell &Cursor"),
-         tr("Read and select cells by keys: arrows, Home, End, pages, and Space; or no longer"),
+         tr("Read, select and edit cells by keys: the first arrow key brings it as well; or no "
+            "longer"),
          {QKeySequence(Qt::Key_F7)},
          [](Companion &companion) { companion.cursor().toggle(); },
          false,

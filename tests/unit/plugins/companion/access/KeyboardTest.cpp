@@ -38,14 +38,6 @@ protected:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
         QCoreApplication::processEvents();
     }
-    [[nodiscard]] TAMBO::CellIndex cursor() const
-    {
-        return m_Companion->cursor().place().value_or(TAMBO::CellIndex{9999, 9999});
-    }
-    [[nodiscard]] QString line() const
-    {
-        return m_Window->findChild<QToolBar *>("UnderThePointer")->findChild<QLabel *>()->text();
-    }
     void openEverything()
     {
         m_Companion->colorBy(companion::ColumnRule::Identity);
@@ -58,92 +50,6 @@ protected:
         QCoreApplication::processEvents();
     }
 };
-
-// ---- The cell cursor
-
-TEST_F(Keyboard, TheCursorGoesByCellsPagesAndEnds)
-{
-    m_Companion->cursor().toggle();
-    EXPECT_EQ(QApplication::focusWidget(), &cells());
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{0, 0}));
-    key(Qt::Key_Left);
-    key(Qt::Key_Up);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{0, 0}));
-    key(Qt::Key_Right);
-    key(Qt::Key_Right);
-    key(Qt::Key_Down);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{1, 2}));
-    key(Qt::Key_End);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{1, 399}));
-    EXPECT_TRUE(m_Served->visibleCells().contains({1, 399}));
-    key(Qt::Key_Right);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{1, 399}));
-    key(Qt::Key_PageDown);
-    EXPECT_GT(cursor().row, 2U);
-    EXPECT_EQ(cursor().col, 399U);
-    key(Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{119, 399}));
-    key(Qt::Key_PageUp);
-    EXPECT_LT(cursor().row, 119U);
-    key(Qt::Key_Home, Qt::ControlModifier);
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{0, 0}));
-    EXPECT_EQ(m_Served->scrollPosition(), QPoint(0, 0));
-}
-
-TEST_F(Keyboard, TheLineSaysWhatIsAtTheCursor)
-{
-    m_Companion->cursor().toggle();
-    key(Qt::Key_Down);
-    EXPECT_TRUE(line().startsWith("s1")) << line().toStdString();
-    // The pointer has it again as soon as it moves.
-    QWidget *const widget = m_Served->areaWidget(WindowArea::Cells);
-    move(widget, Qt::NoButton, m_Served->cellRect({4, 4}).center());
-    EXPECT_TRUE(line().startsWith("s4")) << line().toStdString();
-    key(Qt::Key_Down);
-    EXPECT_TRUE(line().startsWith("s2")) << line().toStdString();
-}
-
-TEST_F(Keyboard, SpaceSelectsTheResidueAtTheCursorAndDeselectsIt)
-{
-    m_Companion->cursor().toggle();
-    ASSERT_NE(m_Shown.letterAt(0, 0), '\0');
-    key(Qt::Key_Space);
-    EXPECT_TRUE(m_Shown.getItem(0, 0)->IsSelected());
-    key(Qt::Key_Space);
-    EXPECT_FALSE(m_Shown.getItem(0, 0)->IsSelected());
-}
-
-TEST_F(Keyboard, EscapeEndsTheCursorAndArrowsScrollAgain)
-{
-    m_Companion->cursor().toggle();
-    key(Qt::Key_Escape);
-    EXPECT_FALSE(m_Companion->cursor().place());
-    EXPECT_TRUE(line().isEmpty());
-    key(Qt::Key_Right);
-    EXPECT_GT(m_Served->scrollPosition().x(), 0);
-}
-
-TEST_F(Keyboard, TheCursorHasAFrame)
-{
-    QWidget *const widget = m_Served->areaWidget(WindowArea::Cells);
-    const QImage before = pictureOf(widget);
-    m_Companion->cursor().toggle();
-    EXPECT_NE(pictureOf(widget), before);
-    m_Companion->cursor().toggle();
-    EXPECT_EQ(pictureOf(widget), before);
-}
-
-TEST_F(Keyboard, TheCursorStaysInWhatIsLeftOfTheAlignment)
-{
-    m_Companion->cursor().toggle();
-    key(Qt::Key_End, Qt::ControlModifier);
-    {
-        DataPoint<TAMBO::Alignment> change(nullptr, &m_Shown);
-        m_Shown.remove({300, 400});
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(cursor(), (TAMBO::CellIndex{119, 299}));
-}
 
 // ---- From part to part
 
