@@ -274,7 +274,7 @@ bool PageDialog::exportTo(const QString &file)
     m_Remark->clear();
     const QPointer<PageDialog> alive(this);
     const PagePlan plan(order(), *m_Window.alignment());
-    const Outcome outcome = writePages(m_Window, plan, file, m_Resolution->value());
+    const OutputOutcome outcome = writePages(m_Window, plan, file, m_Resolution->value());
     return alive && tell(outcome, tr("Written: %1").arg(file));
 }
 
@@ -283,11 +283,11 @@ bool PageDialog::printOn(QPrinter &printer)
     choices().keep();
     m_Remark->clear();
     const QPointer<PageDialog> alive(this);
-    const Outcome outcome = printPages(m_Window, order(), printer);
+    const OutputOutcome outcome = printPages(m_Window, order(), printer);
     return alive && tell(outcome, tr("Printed."));
 }
 
-bool PageDialog::tell(const Outcome &outcome, const QString &done)
+bool PageDialog::tell(const OutputOutcome &outcome, const QString &done)
 {
     switch (outcome.end) {
     case OutputEnd::Done:

@@ -49,7 +49,7 @@ private:
     [[nodiscard]] PageOrder order() const;
     void askAndExport();
     void askAndPrint();
-    bool tell(const Outcome &outcome, const QString &done);
+    bool tell(const OutputOutcome &outcome, const QString &done);
 
     TAMBO::AlignmentWindow &m_Window;
     PageTracks m_Tracks;

@@ -44,8 +44,8 @@ bool runWithProgress(TAMBO::AlignmentWindow &window, const QString &text, const 
     return true;
 }
 
-Outcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan, const QString &file,
-                   std::optional<PageFormat> format, double dotsOfInch)
+OutputOutcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan, const QString &file,
+                         std::optional<PageFormat> format, double dotsOfInch)
 {
     PageFileRun run(*window.alignment(), plan, file, format, dotsOfInch);
     const bool isWhole = runWithProgress(
@@ -72,13 +72,13 @@ std::pair<std::size_t, std::size_t> printedPages(const QPrinter &printer, std::s
 
 } // namespace
 
-Outcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan, const QString &file,
-                   double dotsOfInch)
+OutputOutcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan, const QString &file,
+                         double dotsOfInch)
 {
     return writePages(window, plan, file, pageFormatOf(file), dotsOfInch);
 }
 
-Outcome printPages(TAMBO::AlignmentWindow &window, PageOrder order, QPrinter &printer)
+OutputOutcome printPages(TAMBO::AlignmentWindow &window, PageOrder order, QPrinter &printer)
 {
     order.paper = printer.pageLayout().fullRect(QPageLayout::Point).size();
     order.hasBreaks = true;
@@ -108,10 +108,10 @@ Outcome printPages(TAMBO::AlignmentWindow &window, PageOrder order, QPrinter &pr
         [&run] { return run.done(); });
     if (!isWhole || !isSame) {
         printer.abort();
-        return isSame ? Outcome{OutputEnd::GivenUp, {}}
-                      : Outcome{OutputEnd::Failed,
-                                tr("Nothing was printed: the alignment has been changed "
-                                   "meanwhile.")};
+        return isSame ? OutputOutcome{OutputEnd::GivenUp, {}}
+                      : OutputOutcome{OutputEnd::Failed,
+                                      tr("Nothing was printed: the alignment has been changed "
+                                         "meanwhile.")};
     }
     static_cast<void>(pages.finish({}));
     if (pages.hasFailed())

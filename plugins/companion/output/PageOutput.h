@@ -16,7 +16,7 @@ namespace companion {
 
 enum class OutputEnd { Done, GivenUp, Failed };
 
-struct Outcome
+struct OutputOutcome
 {
     OutputEnd end = OutputEnd::Done;
     // When it failed, one sentence.
@@ -25,10 +25,10 @@ struct Outcome
 
 // Of the alignment that the window shows. The file is complete, or as it was. The workbench tells
 // that it was written.
-[[nodiscard]] Outcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan,
-                                 const QString &file, double dotsOfInch);
+[[nodiscard]] OutputOutcome writePages(TAMBO::AlignmentWindow &window, const PagePlan &plan,
+                                       const QString &file, double dotsOfInch);
 // On what the printer's dialog was left with: paper, or a file of PDF. The paper is the printer's.
-[[nodiscard]] Outcome printPages(TAMBO::AlignmentWindow &window, PageOrder order,
-                                 QPrinter &printer);
+[[nodiscard]] OutputOutcome printPages(TAMBO::AlignmentWindow &window, PageOrder order,
+                                       QPrinter &printer);
 
 } // namespace companion
