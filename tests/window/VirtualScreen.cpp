@@ -203,6 +203,14 @@ void VirtualScreen::drag(QPoint from, QPoint to, int button) const
                         moveTo(to) + QStringList{"mouseup", number}));
 }
 
+void VirtualScreen::dragWithKey(const QString &key, QPoint from, QPoint to, int button) const
+{
+    const QString number = QString::number(button);
+    EXPECT_TRUE(xdotool(QStringList{"keydown", key} + moveTo(from) +
+                        QStringList{"mousedown", number} + moveTo((from + to) / 2) + moveTo(to) +
+                        QStringList{"mouseup", number, "keyup", key}));
+}
+
 void VirtualScreen::shiftClick(QPoint place, int button) const
 {
     EXPECT_TRUE(xdotool(QStringList{"keydown", "shift"} + moveTo(place) +

@@ -37,6 +37,7 @@ public:
     void click(QPoint place, int button = 1) const;
     void doubleClick(QPoint place) const;
     void drag(QPoint from, QPoint to, int button = 1) const;
+    void dragWithKey(const QString &key, QPoint from, QPoint to, int button = 1) const;
     void shiftClick(QPoint place, int button) const;
     void moveMouse(QPoint place) const;
     void press(int button) const;

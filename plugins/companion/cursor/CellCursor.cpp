@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 #include <vector>
 

@@ -10,6 +10,7 @@ namespace companion {
 
 [[nodiscard]] std::vector<Command> findCommands();
 [[nodiscard]] std::vector<Command> selectCommands();
+[[nodiscard]] std::vector<Command> editCommands();
 [[nodiscard]] std::vector<Command> zoomCommands();
 [[nodiscard]] std::vector<Command> trackCommands();
 [[nodiscard]] std::vector<Command> pageCommands();

@@ -51,6 +51,7 @@ std::vector<Command> makeCommands()
 {
     std::vector<Command> all = findCommands();
     append(all, selectCommands());
+    append(all, editCommands());
     append(all, zoomCommands(), true);
     append(all, {overviewCommand()});
     append(all, trackCommands());

@@ -28,6 +28,9 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
                             m_Access.setCursor(cell);
                         },
                         [this](const QString &text) { m_Place.tell(text); }}),
+      m_Editing(window, m_Cursor,
+                {[this](const QString &text) { m_Place.tell(text); },
+                 [this](const QString &text) { tell(text); }}),
       m_Stops(window),
       m_Rows(window, [this](const QString &message) { tell(message); }),
       m_Columns(window, [this](const QString &message) { tell(message); }),

@@ -5,6 +5,7 @@
 #include "CellCursor.h"
 #include "ColumnRules.h"
 #include "ColumnTools.h"
+#include "Editing.h"
 #include "FindBar.h"
 #include "FocusStops.h"
 #include "GoToBar.h"
@@ -52,6 +53,7 @@ public:
     [[nodiscard]] TreeDock &tree() noexcept { return *m_Tree; }
     [[nodiscard]] GridAccess &access() noexcept { return m_Access; }
     [[nodiscard]] CellCursor &cursor() noexcept { return m_Cursor; }
+    [[nodiscard]] Editing &editing() noexcept { return m_Editing; }
     [[nodiscard]] FocusStops &stops() noexcept { return m_Stops; }
 
     [[nodiscard]] RowTools &rows() noexcept { return m_Rows; }
@@ -81,6 +83,7 @@ private:
     StructureMarks m_Marks;
     GridAccess m_Access;
     CellCursor m_Cursor;
+    Editing m_Editing;
     FocusStops m_Stops;
     RowTools m_Rows;
     ColumnTools m_Columns;
