@@ -27,6 +27,104 @@ BreakColumns loadBreaks(EditReader &in)
     return columns;
 }
 
+void storeRuns(const std::vector<GapRun> &runs, EditWriter &out)
+{
+    out.number(runs.size());
+    for (const GapRun &run : runs) {
+        out.number(run.column);
+        out.number(run.count);
+    }
+}
+
+std::vector<GapRun> loadRuns(EditReader &in)
+{
+    std::vector<GapRun> runs(in.count(2));
+    Column last = 0;
+    Column sum = 0;
+    for (GapRun &run : runs) {
+        run.column = in.number(AlignmentTable::kMostColumns);
+        run.count = in.number(AlignmentTable::kMostColumns);
+        sum += run.count;
+        if ((&run != runs.data() && run.column <= last) || run.count == 0 ||
+            sum > AlignmentTable::kMostColumns)
+            in.fail("columns are out of order");
+        last = run.column;
+    }
+    if (runs.empty())
+        in.fail("there are no columns");
+    return runs;
+}
+
+void storeBits(const BitBuffer &bits, EditWriter &out)
+{
+    out.number(bits.size());
+    out.words(bits.words());
+}
+
+BitBuffer loadBits(EditReader &in)
+{
+    const std::uint64_t count = in.number();
+    const std::size_t words = count / bits::kPerWord + (bits::placeOf(count) == 0 ? 0 : 1);
+    if (words > in.left() / sizeof(BitBuffer::Word))
+        in.fail("cells are missing");
+    if (in.failed())
+        return {};
+    std::vector<BitBuffer::Word> loaded(words);
+    in.words(loaded);
+    if (bits::placeOf(count) != 0)
+        loaded.back() &= bits::low(bits::placeOf(count));
+    return {std::move(loaded), count};
+}
+
+void storeRowBreaks(const std::vector<RowBreaks> &rows, EditWriter &out)
+{
+    out.number(rows.size());
+    for (const RowBreaks &row : rows) {
+        out.number(row.row);
+        storeBreaks(row.columns, out);
+    }
+}
+
+std::vector<RowBreaks> loadRowBreaks(EditReader &in)
+{
+    std::vector<RowBreaks> rows(in.count(2));
+    for (RowBreaks &row : rows) {
+        row.row = in.number();
+        row.columns = loadBreaks(in);
+    }
+    return rows;
+}
+
+bool breaksFit(const AlignmentTable &table, const std::vector<RowBreaks> &rows)
+{
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::size_t row = rows[i].row;
+        if (row >= table.rowCount() || (i > 0 && row <= rows[i - 1].row) ||
+            rows[i].columns.size() != table.row(row).breakColumns().size())
+            return false;
+    }
+    return true;
+}
+
+std::uint64_t bitsIn(const std::vector<BitBuffer::Word> &words)
+{
+    std::uint64_t sum = 0;
+    for (const BitBuffer::Word word : words)
+        sum += bits::count(word);
+    return sum;
+}
+
+bool isOfItsSequence(const AlignmentRow &row)
+{
+    std::uint64_t behind = 0;
+    for (const ResidueRun &run : row.residueRuns(0, row.cells().residues())) {
+        if (run.index < behind)
+            return false;
+        behind = std::uint64_t(run.index) + run.count;
+    }
+    return behind <= row.sequence().residueCount();
+}
+
 bool areWithin(const AlignmentTable &table, Column begin, Column count)
 {
     return begin <= table.width() && count <= table.width() - begin;

@@ -3,15 +3,30 @@
 #pragma once
 
 #include "AlignmentTable.h"
+#include "BitBuffer.h"
 #include "ChainBreakPlaces.h"
 
 namespace TAMBO {
 
 class EditReader;
 class EditWriter;
+struct RowBreaks;
 
 void storeBreaks(const BreakColumns &columns, EditWriter &out);
 [[nodiscard]] BreakColumns loadBreaks(EditReader &in);
+
+// Runs of columns in ascending order and apart, in all no wider than an alignment may be.
+void storeRuns(const std::vector<GapRun> &runs, EditWriter &out);
+[[nodiscard]] std::vector<GapRun> loadRuns(EditReader &in);
+void storeBits(const BitBuffer &bits, EditWriter &out);
+[[nodiscard]] BitBuffer loadBits(EditReader &in);
+void storeRowBreaks(const std::vector<RowBreaks> &rows, EditWriter &out);
+[[nodiscard]] std::vector<RowBreaks> loadRowBreaks(EditReader &in);
+// Of the rows that have any, in their order.
+[[nodiscard]] bool breaksFit(const AlignmentTable &table, const std::vector<RowBreaks> &rows);
+[[nodiscard]] std::uint64_t bitsIn(const std::vector<BitBuffer::Word> &words);
+// Whether the row's residues ascend and are of its sequence.
+[[nodiscard]] bool isOfItsSequence(const AlignmentRow &row);
 
 [[nodiscard]] bool areWithin(const AlignmentTable &table, AlignmentTable::Column begin,
                              AlignmentTable::Column count);

@@ -2,6 +2,7 @@
 #include "AlignmentEdits.h"
 
 #include "ChangeSession.h"
+#include "LongWork.h"
 
 #include <algorithm>
 #include <iterator>
@@ -43,7 +44,7 @@ void keepCells(const OccupancyRow &cells, Column begin, Column count, BitBuffer 
 class BreakRestorer
 {
 public:
-    BreakRestorer(const std::vector<RowBreaks> &breaks, std::size_t firstRow)
+    explicit BreakRestorer(const std::vector<RowBreaks> &breaks, std::size_t firstRow = 0)
         : m_Next(std::ranges::lower_bound(breaks, firstRow, {}, &RowBreaks::row)),
           m_End(breaks.end())
     { }
@@ -352,6 +353,135 @@ std::unique_ptr<Edit> ReplaceColumnsEdit::apply()
 std::size_t ReplaceColumnsEdit::bytes() const
 {
     return sizeof(*this) + m_Bits.bytes() + bytesOf(m_Breaks);
+}
+
+// ---- Columns in many places
+
+namespace {
+
+// Between two looks at the user. Each has about as many pieces as there are runs.
+constexpr std::size_t kRowsOfAPass = 64;
+
+// What a row needs of those of all rows, one row after the other.
+class CellsOfRows
+{
+public:
+    CellsOfRows(const RestoreColumnsEdit::Cells &cells, Column columns)
+        : m_Cells(cells), m_Columns(columns), m_Next(cells.residues.begin()), m_Breaks(cells.breaks)
+    { }
+
+    void restore(AlignmentRow &row, std::size_t index, const std::vector<GapRun> &runs,
+                 Column width)
+    {
+        m_Residues.clear();
+        for (; m_Next != m_Cells.residues.end() && m_Next->row == index; ++m_Next)
+            m_Residues.push_back(m_Next->run);
+        m_Cells.bits.read(index * m_Columns, m_Columns, m_Bits);
+        row.restoreRuns(runs, m_Bits, width, m_Residues);
+        m_Breaks.restore(row, index);
+    }
+
+private:
+    const RestoreColumnsEdit::Cells &m_Cells;
+    Column m_Columns;
+    std::vector<RestoreColumnsEdit::RowResidues>::const_iterator m_Next;
+    BreakRestorer m_Breaks;
+    std::vector<OccupancyRow::Word> m_Bits;
+    std::vector<ResidueRun> m_Residues;
+};
+
+} // namespace
+
+Column columnsIn(const std::vector<GapRun> &runs) noexcept
+{
+    Column sum = 0;
+    for (const GapRun &run : runs)
+        sum += run.count;
+    return sum;
+}
+
+RemoveRunsEdit::RemoveRunsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                               const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Runs(std::move(runs))
+{ }
+
+std::unique_ptr<AlignmentRow> RemoveRunsEdit::rowWithout(std::size_t index, Cells &cells) const
+{
+    const AlignmentRow &row = m_Table.row(index);
+    if (row.hasBreaks())
+        cells.breaks.push_back({index, row.breakColumns()});
+    auto made = std::make_unique<AlignmentRow>(row);
+    std::vector<ResidueRun> removed;
+    made->removeRuns(m_Runs, m_Table.width() - count(), cells.bits, removed);
+    for (const ResidueRun &run : removed)
+        cells.residues.push_back({std::uint32_t(index), run});
+    return made;
+}
+
+bool RemoveRunsEdit::prepare(LongWork &work)
+{
+    const std::size_t rows = m_Table.rowCount();
+    m_Rows.reserve(rows);
+    m_Cells.bits.reserve(rows * count());
+    for (std::size_t i = 0; i < rows; ++i) {
+        if (i % kRowsOfAPass == 0 && !work.goesOnAt(i))
+            return false;
+        m_Rows.push_back(rowWithout(i, m_Cells));
+    }
+    m_Cells.residues.shrink_to_fit();
+    m_Cells.breaks.shrink_to_fit();
+    m_IsPrepared = true;
+    return true;
+}
+
+std::unique_ptr<Edit> RemoveRunsEdit::apply()
+{
+    if (!m_IsPrepared) {
+        LongWork work("Removing columns", m_Table.rowCount(), LongWork::Kind::Fixed);
+        static_cast<void>(prepare(work));
+    }
+    const AlignmentTable::Range before = m_Table.alignment().range();
+    m_Table.removeRuns(m_Runs, std::move(m_Rows));
+    return std::make_unique<RestoreRunsEdit>(m_Table, m_Kind, std::move(m_Runs), std::move(m_Cells),
+                                             finishRange(before));
+}
+
+std::size_t RemoveRunsEdit::bytes() const
+{
+    return sizeof(*this) + m_Runs.capacity() * sizeof(GapRun);
+}
+
+RestoreRunsEdit::RestoreRunsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                                 Cells cells, const RangeStep &step)
+    : ColumnEdit(table, kind, step), m_Runs(std::move(runs)), m_Cells(std::move(cells))
+{ }
+
+std::unique_ptr<Edit> RestoreRunsEdit::apply()
+{
+    const std::size_t count = m_Table.rowCount();
+    const Column columns = columnsIn(m_Runs);
+    const Column width = m_Table.width() + columns;
+    LongWork work("Restoring columns", count, LongWork::Kind::Fixed);
+    CellsOfRows cells(m_Cells, columns);
+    AlignmentTable::Rows rows;
+    rows.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i % kRowsOfAPass == 0)
+            static_cast<void>(work.goesOnAt(i));
+        rows.push_back(std::make_unique<AlignmentRow>(m_Table.row(i)));
+        cells.restore(*rows.back(), i, m_Runs, width);
+    }
+    const AlignmentTable::Range before = m_Table.alignment().range();
+    m_Table.restoreRuns(m_Runs, std::move(rows));
+    return std::make_unique<RemoveRunsEdit>(m_Table, m_Kind, std::move(m_Runs),
+                                            finishRange(before));
+}
+
+std::size_t RestoreRunsEdit::bytes() const
+{
+    return sizeof(*this) + m_Runs.capacity() * sizeof(GapRun) + m_Cells.bits.bytes() +
+           m_Cells.residues.capacity() * sizeof(RestoreColumnsEdit::RowResidues) +
+           bytesOf(m_Cells.breaks);
 }
 
 } // namespace TAMBO

@@ -17,6 +17,8 @@
 
 namespace TAMBO {
 
+class LongWork;
+
 class AlignmentEdit : public Edit
 {
 public:
@@ -277,6 +279,7 @@ public:
                        AlignmentTable::Column count, Cells cells, const RangeStep &step);
 
     static void storeResidues(const std::vector<RowResidues> &residues, EditWriter &out);
+    [[nodiscard]] static std::vector<RowResidues> loadResidues(EditReader &in);
     [[nodiscard]] static Cells joined(std::vector<Cells> parts);
 
     std::unique_ptr<Edit> apply() override;
@@ -347,6 +350,62 @@ private:
     Stretch m_Stretch;
     BitBuffer m_Bits;
     std::vector<RowBreaks> m_Breaks;
+};
+
+[[nodiscard]] AlignmentTable::Column columnsIn(const std::vector<GapRun> &runs) noexcept;
+
+// Runs ascend and are apart, each at the column where it counts once all of them are gone. Rows are
+// made anew beside those that there are, so that nothing has changed as long as they are not done.
+class RemoveRunsEdit final : public ColumnEdit
+{
+public:
+    RemoveRunsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs,
+                   const RangeStep &step = {});
+
+    // Makes the rows, which apply() does otherwise; false when the user has given that up.
+    [[nodiscard]] bool prepare(LongWork &work);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
+
+private:
+    using Cells = RestoreColumnsEdit::Cells;
+
+    [[nodiscard]] AlignmentTable::Column count() const noexcept { return columnsIn(m_Runs); }
+    // A copy of a row; what stood in the columns is put behind what is of the rows before.
+    [[nodiscard]] std::unique_ptr<AlignmentRow> rowWithout(std::size_t index, Cells &cells) const;
+
+    std::vector<GapRun> m_Runs;
+    AlignmentTable::Rows m_Rows;
+    Cells m_Cells;
+    bool m_IsPrepared = false;
+};
+
+class RestoreRunsEdit final : public ColumnEdit
+{
+public:
+    // Without counts.
+    using Cells = RestoreColumnsEdit::Cells;
+
+    RestoreRunsEdit(AlignmentTable &table, const char *kind, std::vector<GapRun> runs, Cells cells,
+                    const RangeStep &step);
+
+    static void storeCells(const Cells &cells, EditWriter &out);
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
+    std::unique_ptr<Edit> apply() override;
+    std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
+
+private:
+    std::vector<GapRun> m_Runs;
+    Cells m_Cells;
 };
 
 } // namespace TAMBO

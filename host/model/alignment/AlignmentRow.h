@@ -2,6 +2,7 @@
 // One row of an alignment: a sequence, where its residues stand, and which of them they are.
 #pragma once
 
+#include "BitBuffer.h"
 #include "Bits.h"
 #include "ChainBreakPlaces.h"
 #include "OccupancyRow.h"
@@ -125,6 +126,13 @@ public:
     // The columns come back; with empty residues those that impliedResidues() gives.
     void restoreColumns(Column begin, std::span<const OccupancyRow::Word> bits, Column count,
                         Column width, const std::vector<ResidueRun> &residues);
+    // Runs of columns vanish with their residues, or come back with them. What stands in them is
+    // put behind bits, or is there, one run's behind the other's. The residues are appended to
+    // removed unless those that stay tell which they are; without any, these do.
+    void removeRuns(const std::vector<GapRun> &runs, Column width, BitBuffer &bits,
+                    std::vector<ResidueRun> &removed);
+    void restoreRuns(const std::vector<GapRun> &runs, std::span<const OccupancyRow::Word> bits,
+                     Column width, const std::vector<ResidueRun> &residues);
     // Other columns come in their place, in which the same residues stand.
     void replaceColumns(Column begin, Column oldCount, std::span<const OccupancyRow::Word> bits,
                         Column count, Column width);
@@ -153,9 +161,21 @@ private:
     void putBack(Column begin, Column count, std::span<const OccupancyRow::Word> bits,
                  const std::vector<ResidueRun> &residues);
     [[nodiscard]] bool takeBack(std::uint32_t first, std::uint32_t count, std::uint32_t total);
+    // Residues of the row that go, or stand before those that come, and how many, in their order.
+    struct Stretch
+    {
+        std::uint32_t ordinal = 0;
+        std::uint32_t count = 0;
+    };
+    void dropStretches(const std::vector<Stretch> &stretches, std::uint32_t total,
+                       std::vector<ResidueRun> &removed);
+    void takeBackStretches(const std::vector<Stretch> &stretches, std::uint32_t total,
+                           const std::vector<ResidueRun> &residues);
     [[nodiscard]] std::vector<std::uint32_t> lettersBeforeBreaks() const;
     // To where moved() says that their columns went.
     template <typename Moved> void moveBreaks(Column width, Moved moved);
+    void openBreaks(const std::vector<GapRun> &runs, Column width);
+    void closeBreaks(const std::vector<GapRun> &runs, Column width);
 
     Peptide *m_Sequence;
     OccupancyRow m_Cells;

@@ -2,7 +2,10 @@
 // The changes of a row's cells, and how its breaks between chains follow them.
 #include "AlignmentRow.h"
 
+#include "Bits.h"
+
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace TAMBO {
@@ -109,6 +112,11 @@ void AlignmentRow::moveGaps(Column from, Column count, Column to, Column width)
 void AlignmentRow::openGaps(const std::vector<GapRun> &runs, Column width)
 {
     m_Cells.openGaps(runs);
+    openBreaks(runs, width);
+}
+
+void AlignmentRow::openBreaks(const std::vector<GapRun> &runs, Column width)
+{
     if (!hasBreaks())
         return;
     moveBreaks(width, [&](Column column) {
@@ -122,6 +130,11 @@ void AlignmentRow::openGaps(const std::vector<GapRun> &runs, Column width)
 void AlignmentRow::closeGaps(const std::vector<GapRun> &runs, Column width)
 {
     m_Cells.closeGaps(runs);
+    closeBreaks(runs, width);
+}
+
+void AlignmentRow::closeBreaks(const std::vector<GapRun> &runs, Column width)
+{
     if (!hasBreaks())
         return;
     moveBreaks(width, [&](Column column) {
@@ -169,6 +182,183 @@ void AlignmentRow::replaceColumns(Column begin, Column oldCount,
     moveBreaks(width, [&](Column column) {
         return column < begin + oldCount ? column : column - oldCount + count;
     });
+}
+
+// ---- Many runs of columns that go, or come back, in one pass
+
+namespace {
+
+void appendRun(std::vector<ResidueRun> &runs, const ResidueRun &next)
+{
+    if (!runs.empty() && runs.back().index + runs.back().count == next.index)
+        runs.back().count += next.count;
+    else
+        runs.push_back(next);
+}
+
+// Takes residues one stretch after the other.
+class RunTaker
+{
+public:
+    explicit RunTaker(const std::vector<ResidueRun> &runs) : m_Next(runs.begin()), m_End(runs.end())
+    { }
+
+    // As far as there are so many.
+    void take(std::uint32_t count, std::vector<ResidueRun> &out)
+    {
+        while (count > 0 && m_Next != m_End) {
+            const std::uint32_t here = std::min(count, m_Next->count - m_Taken);
+            if (here > 0)
+                appendRun(out, {m_Next->index + m_Taken, here});
+            m_Taken += here;
+            count -= here;
+            if (m_Taken == m_Next->count) {
+                m_Taken = 0;
+                ++m_Next;
+            }
+        }
+    }
+
+private:
+    std::vector<ResidueRun>::const_iterator m_Next;
+    std::vector<ResidueRun>::const_iterator m_End;
+    std::uint32_t m_Taken = 0;
+};
+
+// Without a residue before them, those that come back are the ones directly before the next.
+std::uint32_t firstBefore(const std::vector<ResidueRun> &staying, std::uint32_t count)
+{
+    return staying.empty() || staying.front().index < count ? 0 : staying.front().index - count;
+}
+
+std::uint32_t countBits(std::span<const OccupancyRow::Word> words, OccupancyRow::Column begin,
+                        OccupancyRow::Column count)
+{
+    std::uint32_t sum = 0;
+    for (OccupancyRow::Column done = 0; done < count; done += OccupancyRow::kWordColumns) {
+        const std::size_t index = bits::wordOf(begin + done);
+        const OccupancyRow::Word next = index + 1 < words.size() ? words[index + 1] : 0;
+        sum += bits::count(bits::joined(words[index], next, bits::placeOf(begin + done)) &
+                           bits::low(std::min(count - done, OccupancyRow::kWordColumns)));
+    }
+    return sum;
+}
+
+} // namespace
+
+void AlignmentRow::removeRuns(const std::vector<GapRun> &runs, Column width, BitBuffer &bits,
+                              std::vector<ResidueRun> &removed)
+{
+    const std::uint32_t total = m_Cells.residues();
+    std::vector<Stretch> stretches;
+    stretches.reserve(runs.size());
+    Column before = 0;
+    for (const GapRun &run : runs) {
+        const Column begin = run.column + before;
+        before += run.count;
+        for (Column done = 0; done < run.count; done += OccupancyRow::kWordColumns)
+            bits.append(m_Cells.bitsAt(begin + done),
+                        std::min(run.count - done, OccupancyRow::kWordColumns));
+        const std::uint32_t first = m_Cells.rank(begin);
+        const std::uint32_t count = m_Cells.rank(begin + run.count) - first;
+        if (count == 0)
+            continue;
+        // No residue stays between them.
+        if (!stretches.empty() && stretches.back().ordinal + stretches.back().count == first)
+            stretches.back().count += count;
+        else
+            stretches.push_back({first, count});
+    }
+    m_Cells.closeGaps(runs);
+    if (!stretches.empty())
+        dropStretches(stretches, total, removed);
+    closeBreaks(runs, width);
+}
+
+void AlignmentRow::dropStretches(const std::vector<Stretch> &stretches, std::uint32_t total,
+                                 std::vector<ResidueRun> &removed)
+{
+    const std::vector<ResidueRun> own = residueRuns(0, total);
+    RunTaker taker(own);
+    std::vector<ResidueRun> staying;
+    staying.reserve(own.size() + stretches.size());
+    std::vector<ResidueRun> gone;
+    std::optional<ResidueRun> first;
+    bool areImplied = true;
+    std::uint32_t done = 0;
+    for (const Stretch &stretch : stretches) {
+        taker.take(stretch.ordinal - done, staying);
+        gone.clear();
+        taker.take(stretch.count, gone);
+        done = stretch.ordinal + stretch.count;
+        if (staying.empty())
+            first = gone.front();
+        areImplied =
+            areImplied && gone.size() == 1 &&
+            (staying.empty() || staying.back().index + staying.back().count == gone.front().index);
+    }
+    taker.take(total - done, staying);
+    areImplied = areImplied && (!first || firstBefore(staying, first->count) == first->index);
+    setResidues(staying);
+    if (areImplied)
+        return;
+    RunTaker again(own);
+    std::vector<ResidueRun> passed;
+    done = 0;
+    for (const Stretch &stretch : stretches) {
+        passed.clear();
+        again.take(stretch.ordinal - done, passed);
+        again.take(stretch.count, removed);
+        done = stretch.ordinal + stretch.count;
+    }
+}
+
+void AlignmentRow::restoreRuns(const std::vector<GapRun> &runs,
+                               std::span<const OccupancyRow::Word> bits, Column width,
+                               const std::vector<ResidueRun> &residues)
+{
+    const std::uint32_t total = m_Cells.residues();
+    std::vector<Stretch> stretches;
+    stretches.reserve(runs.size());
+    Column before = 0;
+    for (const GapRun &run : runs) {
+        const std::uint32_t count = countBits(bits, before, run.count);
+        before += run.count;
+        if (count == 0)
+            continue;
+        const std::uint32_t ordinal = m_Cells.rank(run.column);
+        if (!stretches.empty() && stretches.back().ordinal == ordinal)
+            stretches.back().count += count;
+        else
+            stretches.push_back({ordinal, count});
+    }
+    m_Cells.restoreRuns(runs, bits);
+    if (!stretches.empty())
+        takeBackStretches(stretches, total, residues);
+    openBreaks(runs, width);
+}
+
+void AlignmentRow::takeBackStretches(const std::vector<Stretch> &stretches, std::uint32_t total,
+                                     const std::vector<ResidueRun> &residues)
+{
+    const std::vector<ResidueRun> staying = residueRuns(0, total);
+    RunTaker stays(staying);
+    RunTaker comes(residues);
+    std::vector<ResidueRun> all;
+    all.reserve(staying.size() + stretches.size());
+    std::uint32_t done = 0;
+    for (const Stretch &stretch : stretches) {
+        stays.take(stretch.ordinal - done, all);
+        done = stretch.ordinal;
+        if (!residues.empty())
+            comes.take(stretch.count, all);
+        else
+            appendRun(all, {all.empty() ? firstBefore(staying, stretch.count)
+                                        : all.back().index + all.back().count,
+                            stretch.count});
+    }
+    stays.take(total - done, all);
+    setResidues(all);
 }
 
 } // namespace TAMBO

@@ -8,6 +8,7 @@
 #include "ChangeScope.h"
 #include "LongWork.h"
 #include "ObjectSpace.h"
+#include "TableChanges.h"
 #include "ValueStore.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@
 namespace TAMBO {
 
 namespace {
+
+constexpr std::size_t kRowsOfALook = 64;
 
 bool isTaken(const std::string &name)
 {
@@ -54,31 +57,22 @@ std::unique_ptr<Alignment> copyOf(const Alignment &alignment, const std::string 
     return copy;
 }
 
-std::vector<bool> opposite(std::vector<bool> flags, std::size_t count)
+// The columns for which the flags say so, of so many; those behind the flags' end are no.
+std::vector<GapRun> runsOf(const std::vector<bool> &flags, bool wanted, unsigned long width)
 {
-    flags.resize(count);
-    flags.flip();
-    return flags;
-}
-
-// From the last one on, so that those before stay where the flags say.
-bool removeFlagged(Alignment &alignment, const std::vector<bool> &columns, LongWork &work)
-{
-    const std::size_t end = std::min<std::size_t>(columns.size(), alignment.width());
-    for (std::size_t behind = end; behind > 0;) {
-        if (!work.goesOnAt(end - behind + 1))
-            return false;
-        if (!columns[behind - 1]) {
-            --behind;
-            continue;
-        }
-        std::size_t begin = behind - 1;
-        while (begin > 0 && columns[begin - 1])
-            --begin;
-        alignment.remove(Alignment::Range(begin, behind));
-        behind = begin;
+    std::vector<GapRun> runs;
+    unsigned long before = 0;
+    for (unsigned long col = 0; col < width;) {
+        const unsigned long begin = col;
+        while (col < width && (col < flags.size() && flags[col]) == wanted)
+            ++col;
+        if (col > begin)
+            runs.push_back({begin - before, col - begin});
+        before += col - begin;
+        while (col < width && (col < flags.size() && flags[col]) != wanted)
+            ++col;
     }
-    return true;
+    return runs;
 }
 
 } // namespace
@@ -102,28 +96,48 @@ Alignment *Alignment::duplicate(unsigned long n) const
 Alignment *Alignment::duplicate(const std::vector<bool> &rows, const std::vector<bool> &columns,
                                 const std::string &name) const
 {
+    const std::vector<GapRun> runs = runsOf(columns, false, m_Width);
+    LongWork work("Copying", height(), LongWork::Kind::Reading);
     AlignmentTable::Rows copies;
-    for (std::size_t i = 0; i < std::min<std::size_t>(rows.size(), height()); ++i)
-        if (rows[i])
-            copies.push_back(std::make_unique<AlignmentRow>(m_Table->row(i)));
-    LongWork work("Copying", m_Width, LongWork::Kind::Changing);
-    const ChangeScope scope;
-    if (!work.goesOnAt(0))
-        return nullptr;
-    auto copy = copyOf(*this, freeName(name), std::move(copies));
+    for (std::size_t i = 0; i < height(); ++i) {
+        if (i % kRowsOfALook == 0 && !work.goesOnAt(i))
+            return nullptr;
+        if (i >= rows.size() || !rows[i])
+            continue;
+        auto copy = std::make_unique<AlignmentRow>(m_Table->row(i));
+        if (!runs.empty()) {
+            BitBuffer cells;
+            std::vector<ResidueRun> removed;
+            copy->removeRuns(runs, m_Width - columnsIn(runs), cells, removed);
+        }
+        copies.push_back(std::move(copy));
+    }
+    // What is known of all columns comes along, and goes with them.
+    auto copy = copyOf(*this, freeName(name), {});
+    copy->table().removeRuns(runs, std::move(copies));
     Alignment *const result = copy.get();
+    const ChangeScope scope;
     ObjectSpace::get().add(std::move(copy), EditPart::Whole);
-    return removeFlagged(*result, opposite(columns, m_Width), work) ? result : nullptr;
+    return result;
 }
 
 bool Alignment::removeColumns(const std::vector<bool> &columns)
 {
-    const auto end = columns.begin() + long(std::min<std::size_t>(columns.size(), m_Width));
-    if (std::find(columns.begin(), end, true) == end || !mayChange(*this))
+    std::vector<GapRun> runs = runsOf(columns, true, m_Width);
+    if (runs.empty() || !mayChange(*this))
         return true;
-    LongWork work("Removing columns", m_Width, LongWork::Kind::Changing);
     const ChangeScope scope;
-    return removeFlagged(*this, columns, work);
+    if (runs.size() == 1) {
+        remove(Range(runs.front().column, runs.front().column + runs.front().count));
+        return true;
+    }
+    RemoveRunsEdit edit(*m_Table, "remove columns", runs);
+    LongWork work("Removing columns", m_Table->rowCount(), LongWork::Kind::Reading);
+    if (!edit.prepare(work))
+        return false;
+    clearColumnTexts(*m_Table, "remove columns", runs);
+    recordInverse(edit.apply());
+    return true;
 }
 
 void Alignment::removeRows(const std::vector<bool> &rows)

@@ -305,6 +305,11 @@ void AlignmentTable::openColumns(const std::vector<GapRun> &runs)
         for (const auto &row : rows)
             row->openGaps(runs, width() + added);
     });
+    followOpened(runs, added);
+}
+
+void AlignmentTable::followOpened(const std::vector<GapRun> &runs, Column added)
+{
     m_Profiles.openColumns(runs);
     m_SelectedColumns.openColumns(runs);
     if (m_Annotation != nullptr)
@@ -327,6 +332,39 @@ void AlignmentTable::closeColumns(const std::vector<GapRun> &runs)
         for (const auto &row : rows)
             row->closeGaps(runs, width() - removed);
     });
+    followClosed(runs, removed);
+}
+
+void AlignmentTable::removeRuns(const std::vector<GapRun> &runs, Rows rows)
+{
+    Column removed = 0;
+    for (const GapRun &run : runs)
+        removed += run.count;
+    m_RowEnds.clear();
+    m_Rows = std::move(rows);
+    followClosed(runs, removed);
+}
+
+void AlignmentTable::restoreRuns(const std::vector<GapRun> &runs, Rows rows)
+{
+    m_RowEnds.clear();
+    m_Rows = std::move(rows);
+    Column added = 0;
+    for (const GapRun &run : runs)
+        added += run.count;
+    followOpened(runs, added);
+    // They are no columns of gaps.
+    Column before = 0;
+    for (const GapRun &run : runs) {
+        const Column begin = run.column + before;
+        before += run.count;
+        m_Profiles.forget(begin, begin + run.count);
+        m_SelectedColumns.forget(begin, begin + run.count);
+    }
+}
+
+void AlignmentTable::followClosed(const std::vector<GapRun> &runs, Column removed)
+{
     m_Profiles.closeColumns(runs);
     m_SelectedColumns.closeColumns(runs);
     if (m_Annotation != nullptr)

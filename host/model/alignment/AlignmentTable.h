@@ -128,6 +128,9 @@ public:
     // All cells in or behind the columns may change.
     void changeColumns(Column begin, Column oldCount, Column newCount, const SplitLoop &loop,
                        const ChangeRows &change);
+    // The same of many runs of columns that go or come back, when the rows have been made anew.
+    void removeRuns(const std::vector<GapRun> &runs, Rows rows);
+    void restoreRuns(const std::vector<GapRun> &runs, Rows rows);
     // Counting the letters of columns that come back would take a look at every row. None are kept
     // of few rows.
     [[nodiscard]] ColumnProfiles::Counts keptCounts(Column begin, Column count) const;
@@ -154,6 +157,9 @@ private:
 
     // In one part of the bytes.
     void changeRows(const SplitLoop &loop, const ChangeRows &change);
+    // What is known beside the rows, when so many columns have come in them, or gone.
+    void followOpened(const std::vector<GapRun> &runs, Column added);
+    void followClosed(const std::vector<GapRun> &runs, Column removed);
     void setWidth(Column width) noexcept;
     // A cell or a row is not where it was.
     void noteLayout() noexcept;

@@ -13,58 +13,6 @@ namespace {
 
 constexpr Column kWidest = AlignmentTable::kMostColumns;
 
-void storeBits(const BitBuffer &bits, EditWriter &out)
-{
-    out.number(bits.size());
-    out.words(bits.words());
-}
-
-BitBuffer loadBits(EditReader &in)
-{
-    const std::uint64_t count = in.number();
-    const std::size_t words = count / bits::kPerWord + (bits::placeOf(count) == 0 ? 0 : 1);
-    if (words > in.left() / sizeof(BitBuffer::Word))
-        in.fail("cells are missing");
-    if (in.failed())
-        return {};
-    std::vector<BitBuffer::Word> loaded(words);
-    in.words(loaded);
-    if (bits::placeOf(count) != 0)
-        loaded.back() &= bits::low(bits::placeOf(count));
-    return {std::move(loaded), count};
-}
-
-void storeRowBreaks(const std::vector<RowBreaks> &rows, EditWriter &out)
-{
-    out.number(rows.size());
-    for (const RowBreaks &row : rows) {
-        out.number(row.row);
-        storeBreaks(row.columns, out);
-    }
-}
-
-std::vector<RowBreaks> loadRowBreaks(EditReader &in)
-{
-    std::vector<RowBreaks> rows(in.count(2));
-    for (RowBreaks &row : rows) {
-        row.row = in.number();
-        row.columns = loadBreaks(in);
-    }
-    return rows;
-}
-
-// Of the rows that have any, in their order.
-bool breaksFit(const AlignmentTable &table, const std::vector<RowBreaks> &rows)
-{
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const std::size_t row = rows[i].row;
-        if (row >= table.rowCount() || (i > 0 && row <= rows[i - 1].row) ||
-            rows[i].columns.size() != table.row(row).breakColumns().size())
-            return false;
-    }
-    return true;
-}
-
 // As they are now.
 std::vector<RowBreaks> allBreaks(const AlignmentTable &table)
 {
@@ -83,14 +31,6 @@ BitBuffer bitsNow(const AlignmentTable &table, Column begin, Column count)
     for (std::size_t i = 0; i < table.rowCount(); ++i)
         cells.append(table.row(i).cells().columns(begin, count), count);
     return cells;
-}
-
-std::uint64_t bitsIn(const std::vector<BitBuffer::Word> &words)
-{
-    std::uint64_t sum = 0;
-    for (const BitBuffer::Word word : words)
-        sum += bits::count(word);
-    return sum;
 }
 
 } // namespace
@@ -136,6 +76,18 @@ void RestoreColumnsEdit::storeResidues(const std::vector<RowResidues> &residues,
     }
 }
 
+std::vector<RestoreColumnsEdit::RowResidues> RestoreColumnsEdit::loadResidues(EditReader &in)
+{
+    std::vector<RowResidues> residues(in.count(3));
+    for (RowResidues &one : residues) {
+        constexpr std::uint64_t kMostRows = ~std::uint32_t(0);
+        one.row = static_cast<std::uint32_t>(in.number(kMostRows));
+        one.run.index = static_cast<std::uint32_t>(in.number(kMostRows));
+        one.run.count = static_cast<std::uint32_t>(in.number(kMostRows));
+    }
+    return residues;
+}
+
 void RestoreColumnsEdit::store(EditWriter &out) const
 {
     storeHead(EditTag::RestoreColumns, out);
@@ -176,13 +128,7 @@ bool RestoreColumnsEdit::fits() const
             return false;
         AlignmentRow row(m_Table.row(i));
         row.restoreColumns(m_Begin, cells, m_Count, width, residues);
-        std::uint64_t behind = 0;
-        for (const ResidueRun &run : row.residueRuns(0, row.cells().residues())) {
-            if (run.index < behind)
-                return false;
-            behind = std::uint64_t(run.index) + run.count;
-        }
-        if (behind > row.sequence().residueCount())
+        if (!isOfItsSequence(row))
             return false;
     }
     return next == m_Cells.residues.end();
@@ -244,16 +190,99 @@ std::unique_ptr<Edit> ColumnEdit::loadCells(EditTag tag, AlignmentTable &table, 
     }
     RestoreColumnsEdit::Cells cells;
     cells.bits = loadBits(in);
-    cells.residues.resize(in.count(3));
-    for (RestoreColumnsEdit::RowResidues &one : cells.residues) {
-        constexpr std::uint64_t kMostRows = ~std::uint32_t(0);
-        one.row = static_cast<std::uint32_t>(in.number(kMostRows));
-        one.run.index = static_cast<std::uint32_t>(in.number(kMostRows));
-        one.run.count = static_cast<std::uint32_t>(in.number(kMostRows));
-    }
+    cells.residues = RestoreColumnsEdit::loadResidues(in);
     cells.breaks = loadRowBreaks(in);
     return std::make_unique<RestoreColumnsEdit>(table, kind, begin, count, std::move(cells),
                                                 loadRange(in));
+}
+
+// ---- Columns in many places
+
+void RemoveRunsEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::RemoveRuns, out);
+    storeRuns(m_Runs, out);
+    storeRange(out);
+}
+
+void RemoveRunsEdit::storeInverse(EditWriter &out) const
+{
+    storeHead(EditTag::RestoreRuns, out);
+    storeRuns(m_Runs, out);
+    Cells cells;
+    cells.bits.reserve(m_Table.rowCount() * count());
+    for (std::size_t i = 0; i < m_Table.rowCount(); ++i)
+        static_cast<void>(rowWithout(i, cells));
+    RestoreRunsEdit::storeCells(cells, out);
+    storeFormerRange(out);
+}
+
+bool RemoveRunsEdit::fits() const
+{
+    const Column all = count();
+    return areWithin(m_Table, m_Runs.back().column, all) && fitsRange(m_Table.width() - all);
+}
+
+std::unique_ptr<Edit> RestoreRunsEdit::load(AlignmentTable &table, const char *kind, EditReader &in)
+{
+    std::vector<GapRun> runs = loadRuns(in);
+    Cells cells;
+    cells.bits = loadBits(in);
+    cells.residues = RestoreColumnsEdit::loadResidues(in);
+    cells.breaks = loadRowBreaks(in);
+    return std::make_unique<RestoreRunsEdit>(table, kind, std::move(runs), std::move(cells),
+                                             loadRange(in));
+}
+
+void RestoreRunsEdit::storeCells(const Cells &cells, EditWriter &out)
+{
+    storeBits(cells.bits, out);
+    RestoreColumnsEdit::storeResidues(cells.residues, out);
+    storeRowBreaks(cells.breaks, out);
+}
+
+void RestoreRunsEdit::store(EditWriter &out) const
+{
+    storeHead(EditTag::RestoreRuns, out);
+    storeRuns(m_Runs, out);
+    storeCells(m_Cells, out);
+    storeRange(out);
+}
+
+void RestoreRunsEdit::storeInverse(EditWriter &out) const
+{
+    storeHead(EditTag::RemoveRuns, out);
+    storeRuns(m_Runs, out);
+    storeFormerRange(out);
+}
+
+// What comes back must be residues of the rows' sequences, which a copy of each row tells.
+bool RestoreRunsEdit::fits() const
+{
+    const Column count = columnsIn(m_Runs);
+    const Column width = m_Table.width() + count;
+    if (m_Runs.back().column > m_Table.width() || width > AlignmentTable::kMostColumns ||
+        m_Cells.bits.size() != m_Table.rowCount() * count || !fitsRange(width) ||
+        !breaksFit(m_Table, m_Cells.breaks) ||
+        !canOpen(m_Table.annotation(), m_Runs.front().column, count))
+        return false;
+    auto next = m_Cells.residues.begin();
+    for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
+        const std::vector<BitBuffer::Word> cells = m_Cells.bits.bits(i * count, count);
+        std::vector<ResidueRun> residues;
+        std::uint64_t sum = 0;
+        for (; next != m_Cells.residues.end() && next->row == i; ++next) {
+            residues.push_back(next->run);
+            sum += next->run.count;
+        }
+        if (!residues.empty() && sum != bitsIn(cells))
+            return false;
+        AlignmentRow row(m_Table.row(i));
+        row.restoreRuns(m_Runs, cells, width, residues);
+        if (!isOfItsSequence(row))
+            return false;
+    }
+    return next == m_Cells.residues.end();
 }
 
 } // namespace TAMBO

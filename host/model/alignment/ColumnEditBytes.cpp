@@ -18,34 +18,6 @@ namespace {
 
 constexpr Column kMost = AlignmentTable::kMostColumns;
 
-void storeRuns(const std::vector<GapRun> &runs, EditWriter &out)
-{
-    out.number(runs.size());
-    for (const GapRun &run : runs) {
-        out.number(run.column);
-        out.number(run.count);
-    }
-}
-
-// In ascending order, in all no wider than an alignment may be.
-std::vector<GapRun> loadRuns(EditReader &in)
-{
-    std::vector<GapRun> runs(in.count(2));
-    Column last = 0;
-    Column sum = 0;
-    for (GapRun &run : runs) {
-        run.column = in.number(kMost);
-        run.count = in.number(kMost);
-        sum += run.count;
-        if ((&run != runs.data() && run.column <= last) || run.count == 0 || sum > kMost)
-            in.fail("columns are out of order");
-        last = run.column;
-    }
-    if (runs.empty())
-        in.fail("there are no columns");
-    return runs;
-}
-
 // Columns before residues take memory in each row, and those before the end of a line of the
 // annotation take more.
 bool canOpenAll(const AlignmentTable &table, const std::vector<GapRun> &runs)
@@ -223,12 +195,16 @@ bool ColumnTextEdit::fits() const
 std::unique_ptr<Edit> ColumnEdit::load(EditTag tag, AlignmentTable &table, const char *kind,
                                        EditReader &in)
 {
-    if (tag != EditTag::OpenColumns && tag != EditTag::CloseColumns)
+    if (tag == EditTag::RestoreRuns)
+        return RestoreRunsEdit::load(table, kind, in);
+    if (tag != EditTag::OpenColumns && tag != EditTag::CloseColumns && tag != EditTag::RemoveRuns)
         return loadCells(tag, table, kind, in);
     std::vector<GapRun> runs = loadRuns(in);
     const RangeStep step = loadRange(in);
     if (tag == EditTag::OpenColumns)
         return std::make_unique<OpenColumnsEdit>(table, kind, std::move(runs), step);
+    if (tag == EditTag::RemoveRuns)
+        return std::make_unique<RemoveRunsEdit>(table, kind, std::move(runs), step);
     return std::make_unique<CloseColumnsEdit>(table, kind, std::move(runs), step);
 }
 

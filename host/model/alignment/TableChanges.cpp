@@ -120,4 +120,21 @@ void clearColumnTexts(AlignmentTable &table, const char *kind, Column begin, Col
                                              std::string(count, AlignmentAnnotation::kNothing)));
 }
 
+void clearColumnTexts(AlignmentTable &table, const char *kind, const std::vector<GapRun> &runs)
+{
+    if (table.annotation() == nullptr || runs.empty())
+        return;
+    const Column begin = runs.front().column;
+    const Column end = runs.back().column + columnsIn(runs);
+    std::vector<std::string> texts = table.annotation()->texts(begin, end - begin);
+    Column before = 0;
+    for (const GapRun &run : runs) {
+        for (std::string &text : texts)
+            text.replace(run.column + before - begin, run.count, run.count,
+                         AlignmentAnnotation::kNothing);
+        before += run.count;
+    }
+    recordTexts(table, kind, begin, std::move(texts));
+}
+
 } // namespace TAMBO

@@ -23,5 +23,7 @@ bool replaceColumns(AlignmentTable &table, const AlignmentTable::Range &range,
 // What the annotation says of the columns is about to lose them. Inside a ChangeScope.
 void clearColumnTexts(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,
                       AlignmentTable::Column count);
+// The same of runs of columns in ascending order, each at where it counts once all are gone.
+void clearColumnTexts(AlignmentTable &table, const char *kind, const std::vector<GapRun> &runs);
 
 } // namespace TAMBO

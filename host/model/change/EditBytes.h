@@ -40,7 +40,9 @@ enum class EditTag : std::uint8_t {
     Places = 18,
     GroupNumber = 19,
     Motion = 20,
-    RowOrder = 21
+    RowOrder = 21,
+    RemoveRuns = 22,
+    RestoreRuns = 23
 };
 
 // Who knows the kinds of objects says how they are named and what they consist of.

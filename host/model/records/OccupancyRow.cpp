@@ -354,6 +354,50 @@ void OccupancyRow::closeGaps(const std::vector<GapRun> &runs)
     *this = std::move(result);
 }
 
+void OccupancyRow::restoreRuns(const std::vector<GapRun> &runs, std::span<const Word> bits)
+{
+    const Column oldEnd = end();
+    const auto bitsFrom = [&](Column begin, Column count) {
+        const std::size_t index = bits::wordOf(begin);
+        const Word next = index + 1 < bits.size() ? bits[index + 1] : 0;
+        return bits::joined(bits[index], next, bits::placeOf(begin)) & bits::low(count);
+    };
+    // Of the runs behind the last residue those without one need no words.
+    Column newEnd = oldEnd;
+    Column added = 0;
+    for (const GapRun &run : runs) {
+        for (Column put = 0; put < run.count; put += kWordColumns) {
+            const Column step = std::min(kWordColumns, run.count - put);
+            if (run.column < oldEnd)
+                newEnd += step;
+            else if (bitsFrom(added + put, step) != 0)
+                newEnd = run.column + added + put + step;
+        }
+        added += run.count;
+    }
+    OccupancyRow result;
+    result.extendTo(newEnd);
+    Column done = 0;
+    added = 0;
+    for (const GapRun &run : runs) {
+        if (done < oldEnd)
+            result.copyFrom(*this, done, std::min(run.column, oldEnd) - done, done + added);
+        done = run.column;
+        for (Column put = 0; put < run.count && done + added < newEnd;) {
+            const Column step = std::min(kWordColumns, run.count - put);
+            result.storeBits(done + added, bitsFrom(added, step), step);
+            put += step;
+            added += step;
+        }
+        if (done + added >= newEnd)
+            break;
+    }
+    if (done < oldEnd)
+        result.copyFrom(*this, done, oldEnd - done, done + added);
+    result.settle();
+    *this = std::move(result);
+}
+
 std::size_t OccupancyRow::bytes() const noexcept
 {
     return isFar() ? bytesFor(room()) : 0;

@@ -141,9 +141,11 @@ public:
     }
     // The gaps [from, from + count) are taken out and put in so that they begin at to.
     void moveGaps(Column from, Column count, Column to);
-    // Runs in ascending order open at once, or are closed again.
+    // Runs in ascending order open at once, or vanish with what stands in them.
     void openGaps(const std::vector<GapRun> &runs);
     void closeGaps(const std::vector<GapRun> &runs);
+    // The runs that open hold bits: one run's behind the other's, from bit 0 on.
+    void restoreRuns(const std::vector<GapRun> &runs, std::span<const Word> bits);
     // Overwrites the columns [begin, begin + count) with words that start at bit 0.
     void setColumns(Column begin, Column count, std::span<const Word> bits);
 

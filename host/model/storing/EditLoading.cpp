@@ -84,6 +84,8 @@ LoadedEdit loadEdit(EditReader &in)
     case EditTag::ColumnText:
     case EditTag::ReplaceColumns:
     case EditTag::RowOrder:
+    case EditTag::RemoveRuns:
+    case EditTag::RestoreRuns:
         return AlignmentEdit::load(tag, in);
     case EditTag::Objects:
         return ObjectsEdit::load(in);

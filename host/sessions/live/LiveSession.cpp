@@ -38,6 +38,8 @@ bool goesThroughRows(const std::string &edit)
     case EditTag::RemoveColumns:
     case EditTag::RestoreColumns:
     case EditTag::ReplaceColumns:
+    case EditTag::RemoveRuns:
+    case EditTag::RestoreRuns:
         return true;
     default:
         return false;

@@ -128,6 +128,19 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
     check("one row less", [&] { family().removeRow(1); });
     check("more columns", [&] { family().insertGapCol(3, 2); });
     check("less columns", [&] { family().remove({2, 7}); });
+    check("less columns in several places", [&] {
+        family().removeColumns({true, false, true, true, false, false, true, false, true});
+    });
+    check("less columns of a plain one in several places", [&] {
+        plain().removeColumns({false, true, false, true});
+    });
+    check("several gaps", [&] { family().insertGaps(0, 1, 30); });
+    check("moved gaps", [&] { family().moveGaps(0, gapOf(0), 1, 12); });
+    check("less rows", [&] { family().removeRows({true, true}); });
+    check("a part of an alignment", [&] {
+        static_cast<void>(
+            family().duplicate({true, false}, {true, false, true, true, false, true}, "part"));
+    });
     check("realigned columns", [&] { realign(family()); });
     check("less columns of a plain one", [&] { plain().remove({2, 5}); });
     check("realigned columns of a plain one", [&] {
@@ -183,7 +196,7 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
         ligand.SetSeqId(TAMBO::SequenceNumber(12, 'A'));
     });
     // All there are. Whoever adds a kind shows it here.
-    constexpr unsigned kLast = unsigned(EditTag::RowOrder);
+    constexpr unsigned kLast = unsigned(EditTag::RestoreRuns);
     for (unsigned tag = 1; tag <= kLast; ++tag)
         EXPECT_TRUE(m_Seen.contains(static_cast<EditTag>(tag))) << tag;
     EXPECT_EQ(m_Seen.size(), kLast);

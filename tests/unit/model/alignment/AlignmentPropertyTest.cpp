@@ -121,7 +121,27 @@ protected:
         const std::size_t from = below(reference.width + 2);
         const std::size_t to = chance(3) ? below(reference.width + 2)
                                          : from + below(7) - std::min<std::size_t>(from, 3);
-        switch (below(6)) {
+        switch (below(9)) {
+        case 6: {
+            const std::size_t count = below(chance(5) ? 90 : 4);
+            alignment.insertGaps(row, from, count);
+            reference.insertGaps(row, from, count);
+            break;
+        }
+        case 7: {
+            const std::size_t count = 1 + below(chance(5) ? 70 : 3);
+            alignment.moveGaps(row, from, count, to);
+            reference.moveGaps(row, from, count, to);
+            break;
+        }
+        case 8: {
+            if (chance(3))
+                break;
+            const std::vector<bool> columns = flags(reference.width);
+            EXPECT_TRUE(alignment.removeColumns(columns));
+            reference.removeColumns(columns);
+            break;
+        }
         case 0:
             alignment.insertGap(row, from);
             reference.insertGap(row, from);
@@ -150,10 +170,26 @@ protected:
         }
     }
 
+    // Of some of about so many, now and then of most of them or of more than there are.
+    std::vector<bool> flags(std::size_t count)
+    {
+        const unsigned share = chance(4) ? 8 : 1 + unsigned(below(3));
+        std::vector<bool> all(count + (chance(4) ? below(5) : 0) - (chance(4) ? count / 2 : 0));
+        for (std::size_t i = 0; i < all.size(); ++i)
+            all[i] = below(10) < share;
+        return all;
+    }
+
     void changeRows()
     {
         const std::size_t row = below(m_Reference.rows.size() + 1);
-        switch (below(7)) {
+        switch (below(8)) {
+        case 6: {
+            const std::vector<bool> rows = flags(m_Reference.rows.size());
+            m_Alignment->removeRows(rows);
+            m_Reference.removeRows(rows);
+            break;
+        }
         case 0:
             m_Alignment->removeRow(row);
             m_Reference.removeRow(row);
@@ -195,6 +231,35 @@ protected:
             m_Reference.combine(reference);
             ASSERT_NO_FATAL_FAILURE(expectSame(other, reference));
         }
+        }
+    }
+
+    void expectPartsAsTheReference()
+    {
+        // Steps that were done again have brought theirs.
+        m_Alignment->range(m_Reference.range);
+        for (int i = 0; i < 5; ++i) {
+            const std::vector<bool> rows = flags(m_Reference.height());
+            const std::vector<bool> columns = flags(m_Reference.width);
+            const auto opposite = [](std::vector<bool> all, std::size_t count) {
+                all.resize(count);
+                all.flip();
+                return all;
+            };
+            ReferenceAlignment reference = m_Reference;
+            reference.removeRows(opposite(rows, reference.height()));
+            reference.removeColumns(opposite(columns, reference.width));
+            // Without a column nothing tells that there are rows.
+            if (m_Reference.height() == 0)
+                reference.rows.clear();
+            const ReferenceAlignment former = m_Reference;
+            Alignment *const part = m_Alignment->duplicate(rows, columns, "part");
+            ASSERT_NE(part, nullptr);
+            ASSERT_EQ(history.last().size(), 1U);
+            ASSERT_NO_FATAL_FAILURE(expectSame(*part, reference));
+            ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, former));
+            history.undo();
+            ASSERT_NO_FATAL_FAILURE(expectSame(*m_Alignment, former));
         }
     }
 
@@ -376,6 +441,7 @@ protected:
                 ASSERT_NO_FATAL_FAILURE(follow());
             }
         }
+        ASSERT_NO_FATAL_FAILURE(expectPartsAsTheReference());
         for (const std::string &line : log)
             EXPECT_TRUE(line.starts_with("Combined \"other\" into \"test\"")) << line;
     }

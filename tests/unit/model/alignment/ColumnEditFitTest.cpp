@@ -17,6 +17,8 @@ using TAMBO::CloseColumnsEdit;
 using Column = AlignmentTable::Column;
 using TAMBO::GapRun;
 using TAMBO::OpenColumnsEdit;
+using TAMBO::Peptide;
+using TAMBO::ResidueRun;
 
 class ColumnEditFit : public AlignmentFixture
 {
@@ -114,6 +116,67 @@ TEST_F(ColumnEditFit, NoMoreIsSaidOfColumnsThanThereIsMemoryFor)
     EXPECT_FALSE(says(kMost, 1));
     EXPECT_FALSE(says(kMost, 0));
     EXPECT_TRUE(says(2, 1));
+}
+
+TEST_F(ColumnEditFit, ColumnsInSeveralPlacesGoWhereThereAreSome)
+{
+    AlignmentTable &table = alignment({"A--C-D---", "AE-C--F--"}).table();
+    const auto removes = [&](const std::vector<GapRun> &runs) {
+        return TAMBO::RemoveRunsEdit(table, "remove", runs).fits();
+    };
+    EXPECT_TRUE(removes({{0, 1}, {2, 3}}));
+    EXPECT_TRUE(removes({{1, 1}, {2, 6}}));
+    EXPECT_FALSE(removes({{1, 1}, {2, 7}}));
+    EXPECT_FALSE(removes({{0, 1}, {9, 1}}));
+    EXPECT_FALSE(removes({{1, 1}, {AlignmentTable::kMostColumns, AlignmentTable::kMostColumns}}));
+}
+
+TEST_F(ColumnEditFit, ColumnsInSeveralPlacesComeBackWithResiduesOfTheirSequences)
+{
+    Peptide &sequence = peptide("p", "ACDEFG");
+    AlignmentTable &table = alignmentOf({{&sequence, "A-C-DEFG"}}).table();
+    const auto restores = [&](const std::vector<GapRun> &runs, TAMBO::bits::Word bits,
+                              std::size_t count, std::vector<ResidueRun> residues) {
+        TAMBO::RestoreColumnsEdit::Cells cells;
+        cells.bits = TAMBO::BitBuffer({bits}, count);
+        for (const ResidueRun &run : residues)
+            cells.residues.push_back({0, run});
+        return TAMBO::RestoreRunsEdit(table, "restore", runs, std::move(cells), {}).fits();
+    };
+    EXPECT_FALSE(restores({{0, 1}, {4, 1}}, 1, 2, {})) << "all residues are there";
+    const std::vector<GapRun> runs{{1, 2}, {3, 1}, {4, 1}};
+    const std::unique_ptr<TAMBO::Edit> back = TAMBO::RemoveRunsEdit(table, "remove", runs).apply();
+    EXPECT_EQ(rowsOf(table.alignment()), Texts({"A-DF"}));
+    EXPECT_TRUE(back->fits());
+    EXPECT_TRUE(restores(runs, 0b1110, 4, {})) << "those beside the ones that stay";
+    EXPECT_TRUE(restores(runs, 0b0110, 4, {}));
+    EXPECT_TRUE(restores(runs, 0b0000, 4, {}));
+    EXPECT_TRUE(restores(runs, 0b1110, 4, {{1, 1}, {3, 1}, {5, 1}}));
+    EXPECT_FALSE(restores(runs, 0b1111, 4, {})) << "there is one between them alone";
+    EXPECT_FALSE(restores(runs, 0b1110, 4, {{1, 1}, {3, 1}})) << "a residue is missing";
+    EXPECT_FALSE(restores(runs, 0b1110, 4, {{3, 1}, {1, 1}, {5, 1}})) << "out of order";
+    EXPECT_FALSE(restores(runs, 0b1110, 4, {{0, 1}, {3, 1}, {5, 1}})) << "one is there twice";
+    EXPECT_FALSE(restores(runs, 0b1110, 4, {{1, 1}, {3, 1}, {77, 1}})) << "not of the sequence";
+    EXPECT_FALSE(restores(runs, 0b0110, 3, {})) << "cells are missing";
+    EXPECT_FALSE(restores({{1, 2}, {3, 1}, {5, 1}}, 0b0110, 4, {})) << "beyond the last column";
+}
+
+// A few bytes ask for columns far behind all residues.
+TEST_F(ColumnEditFit, ColumnsThatComeBackBehindAllResiduesTakeNoMemory)
+{
+    AlignmentTable &table = alignment(std::vector<std::string>(50, "ACD")).table();
+    OpenColumnsEdit wide(table, "open", {{3, AlignmentTable::kMostColumns - 10}});
+    ASSERT_TRUE(wide.fits());
+    const std::unique_ptr<TAMBO::Edit> back = wide.apply();
+    TAMBO::RestoreColumnsEdit::Cells cells;
+    cells.bits = TAMBO::BitBuffer(std::vector<TAMBO::bits::Word>(2), 100);
+    TAMBO::RestoreRunsEdit edit(table, "restore", {{3, 1}, {AlignmentTable::kMostColumns - 8, 1}},
+                                std::move(cells), {});
+    ASSERT_TRUE(edit.fits());
+    const std::size_t before = table.bytes();
+    const std::unique_ptr<TAMBO::Edit> taken = edit.apply();
+    EXPECT_EQ(table.row(7).cells().end(), 3U);
+    EXPECT_LT(table.bytes(), before + 10'000);
 }
 
 } // namespace ColumnEditFitTest

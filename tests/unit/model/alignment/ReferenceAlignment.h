@@ -135,7 +135,8 @@ struct ReferenceAlignment
     }
     void reorderRows(const std::vector<unsigned long> &order)
     {
-        if (std::set<unsigned long>(order.begin(), order.end()).size() != height() ||
+        if (height() == 0 ||
+            std::set<unsigned long>(order.begin(), order.end()).size() != height() ||
             order.size() != height() ||
             std::ranges::any_of(order, [this](unsigned long place) { return place >= height(); }))
             return;
@@ -148,6 +149,35 @@ struct ReferenceAlignment
     {
         if (row < height() && column < width)
             insertGaps(rows[row].cells, column, 1);
+    }
+    void insertGaps(std::size_t row, std::size_t column, std::size_t count)
+    {
+        for (; count > 0; --count)
+            insertGap(row, column);
+    }
+    void moveGaps(std::size_t row, std::size_t from, std::size_t count, std::size_t to)
+    {
+        if (row >= height() || from + count > width || to + count > width)
+            return;
+        Cells &cells = rows[row].cells;
+        if (std::all_of(cells.begin() + long(from), cells.begin() + long(from + count),
+                        [](long index) { return index < 0; }))
+            takeAndPut(cells, from, count, to);
+    }
+    // Column by column, and row by row. Flags that are missing say no.
+    void removeColumns(const std::vector<bool> &flags)
+    {
+        for (std::size_t column = std::min(flags.size(), width); column > 0; --column) {
+            if (flags[column - 1])
+                removeColumns(column - 1, column);
+        }
+    }
+    void removeRows(const std::vector<bool> &flags)
+    {
+        for (std::size_t row = std::min(flags.size(), height()); row > 0; --row) {
+            if (flags[row - 1])
+                removeRow(row - 1);
+        }
     }
     void moveGap(std::size_t row, std::size_t from, std::size_t to, bool isPoint)
     {

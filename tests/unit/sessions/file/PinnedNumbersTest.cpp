@@ -74,6 +74,8 @@ TEST(PinnedNumbers, OfKindsOfEdits)
         {EditTag::GroupNumber, 19},
         {EditTag::Motion, 20},
         {EditTag::RowOrder, 21},
+        {EditTag::RemoveRuns, 22},
+        {EditTag::RestoreRuns, 23},
     });
 }
 
@@ -123,7 +125,7 @@ TEST(PinnedNumbers, OfWhatObjectsBeginWith)
 TEST(PinnedNumbers, OfTheFileAndNamesOfValues)
 {
     EXPECT_EQ(sessions::kStoreMark, 0x544d424f);
-    EXPECT_EQ(sessions::kStoreVersion, 3);
+    EXPECT_EQ(sessions::kStoreVersion, 4);
     EXPECT_EQ(sessions::kStateBegin, "state-begin");
     EXPECT_EQ(sessions::kStateEnd, "state-end");
     EXPECT_EQ(sessions::kRecordsBegin, "records-begin");

@@ -28,7 +28,7 @@ using namespace TAMBO;
 using namespace TAMBO::sessions;
 
 const fs::path kSamples = fs::path(TEST_DATA_DIR) / "sessions";
-constexpr unsigned kLastTag = unsigned(EditTag::RowOrder);
+constexpr unsigned kLastTag = unsigned(EditTag::RestoreRuns);
 
 std::string bytesOf(const fs::path &file)
 {
@@ -153,12 +153,14 @@ void SessionSample::makeWork()
     step([&] { ligand->SetSeqId(SequenceNumber(12, 'A')); });
     step([&] { DataMaker::Destroy(all<Alignment>().back()); });
     step([&] { pir.reorderRows({2, 1, 0}); });
+    step([&] { pir.removeColumns({false, true, true, false, true, false, false, true}); });
     // What is taken back stands the other way round in the file.
     const std::size_t position = history.position();
     step([&] { peptide("later", "ACDEFG"); });
     step([&] { pir.removeRow(0); });
     step([&] { pir.insertGapCol(5, 2); });
     step([&] { pir.remove({2, 5}); });
+    step([&] { pir.removeColumns({true, false, true}); });
     step([&] {
         const Superposition motion({{{0, 0, 0}, {3, 2, 1}}, {{1, 0, 0}, {3, 3, 1}}});
         moveStructures({{&trypsin, motion}});
@@ -327,6 +329,26 @@ TEST_F(SessionSample, OfTheThirdVersionHasAnotherOrderOfRows)
     ASSERT_TRUE(history.undo());
     EXPECT_EQ(pir.GetSequence(2, false), first);
     EXPECT_EQ(pir.GetSequence(0, false), last);
+}
+
+TEST_F(SessionSample, OfTheFourthVersionHasLostColumnsInSeveralPlaces)
+{
+    const fs::path sample = sampleOf(4);
+    for (unsigned tag = 1; tag <= unsigned(EditTag::RestoreRuns); ++tag)
+        EXPECT_TRUE(tagsIn(sample).contains(tag)) << "no change of kind " << tag;
+    ASSERT_EQ(complaintOf(load(sample)), "");
+    Alignment &pir = *all<Alignment>().front();
+    const std::string after = pir.GetSequence(0, false);
+    setObjectLocked(*all<Structure>().front(), false);
+    ASSERT_TRUE(history.undo());
+    const std::string before = pir.GetSequence(0, false);
+    std::string wanted;
+    for (const std::size_t column : {0U, 3U, 5U, 6U})
+        wanted += before[column];
+    EXPECT_EQ(after, wanted + before.substr(8));
+    // What was taken back before the session was kept.
+    ASSERT_TRUE(history.goTo(history.size()));
+    ASSERT_TRUE(history.goTo(0));
 }
 
 TEST_F(SessionSample, OfAVersionToComeSaysSoAndLoadsNothing)
