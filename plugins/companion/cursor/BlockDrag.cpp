@@ -17,6 +17,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace companion {
@@ -30,7 +31,14 @@ constexpr int kDragZ = 30;
 constexpr int kTargetThickness = 2;
 constexpr QColor kTarget(0, 120, 60);
 constexpr QColor kRefused(200, 0, 0);
-constexpr int kTargetGroundAlpha = 110;
+constexpr int kTargetGroundAlpha = 80;
+
+QString distanceText(unsigned long rows, long columns)
+{
+    const QString text =
+        columns < 0 ? tr("To the left by %L1, rows: %L2") : tr("To the right by %L1, rows: %L2");
+    return text.arg(std::abs(columns)).arg(rows);
+}
 
 } // namespace
 
@@ -122,11 +130,12 @@ void BlockDrag::beginLooking()
     m_Run.reset();
     m_Looking.stop();
     m_IsRefused = false;
-    m_Telling.show({});
     shown().areaWidget(WindowArea::Cells)->setCursor(Qt::ClosedHandCursor);
     repaintRows();
     if (!m_Drag->to || *m_Drag->to == m_Drag->from.col)
-        return;
+        return m_Telling.show({});
+    m_Telling.show(
+        distanceText(m_Drag->cells.rowEnd - m_Drag->cells.rowBegin, edit(*m_Drag->to).count));
     const TAMBO::Alignment &alignment = *shown().alignment();
     m_Run.emplace(alignment, edit(*m_Drag->to), keptColumns(alignment));
     m_Looking.start();

@@ -98,6 +98,7 @@ TEST_F(Drag, ShowsWhereTheGapsWouldComeAndEscapeGivesItUp)
     begin({0, 3}, {0, 5}, Qt::LeftButton);
     const QImage with = pictureOf(cells());
     EXPECT_NE(with, without);
+    EXPECT_EQ(line().toStdString(), "To the right by 2, rows: 2");
     // Over their new place, not over the old one.
     EXPECT_NE(with.copy(m_Served->cellRect({0, 6})), without.copy(m_Served->cellRect({0, 6})));
     EXPECT_NE(with.copy(m_Served->cellRect({1, 6})), without.copy(m_Served->cellRect({1, 6})));
