@@ -180,15 +180,24 @@ PlannedMove plannedMove(const RowPlaces &row, const std::vector<Vertex> &fixed,
 
 } // namespace
 
+std::optional<SuperposableRow> superposableRow(const Alignment &alignment, unsigned long row)
+{
+    const AlignmentTable &table = alignment.table();
+    // Of a million rows few have any.
+    if (row >= table.rowCount() || !mayHaveCoordinates(table.row(row).sequence()))
+        return std::nullopt;
+    const RowPlaces places = placesOf(table.row(row));
+    if (places.structure == nullptr)
+        return std::nullopt;
+    return SuperposableRow{row, places.name, places.structure, places.points.size()};
+}
+
 std::vector<SuperposableRow> superposableRows(const Alignment &alignment)
 {
     std::vector<SuperposableRow> found;
-    const AlignmentTable &table = alignment.table();
-    for (std::size_t row = 0; row < table.rowCount(); ++row) {
-        const RowPlaces places = placesOf(table.row(row));
-        if (places.structure != nullptr)
-            found.push_back({row, places.name, places.structure, places.points.size()});
-    }
+    for (std::size_t row = 0; row < alignment.table().rowCount(); ++row)
+        if (auto superposable = superposableRow(alignment, row))
+            found.push_back(*std::move(superposable));
     return found;
 }
 

@@ -5,6 +5,7 @@
 #include "PositionEdit.h"
 #include "Result.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ struct SuperposableRow
     std::size_t residues;
 };
 
+// Nothing when it has none, or is not there.
+[[nodiscard]] std::optional<SuperposableRow> superposableRow(const Alignment &alignment,
+                                                             unsigned long row);
 [[nodiscard]] std::vector<SuperposableRow> superposableRows(const Alignment &alignment);
 
 struct PlannedMove
