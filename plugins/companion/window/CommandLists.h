@@ -13,6 +13,7 @@ namespace companion {
 [[nodiscard]] std::vector<Command> editCommands();
 [[nodiscard]] std::vector<Command> zoomCommands();
 [[nodiscard]] std::vector<Command> trackCommands();
+[[nodiscard]] std::vector<Command> guideCommands();
 [[nodiscard]] std::vector<Command> pageCommands();
 [[nodiscard]] std::vector<Command> rowCommands();
 [[nodiscard]] std::vector<Command> columnCommands();

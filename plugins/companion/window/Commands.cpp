@@ -56,6 +56,7 @@ std::vector<Command> makeCommands()
     append(all, {overviewCommand()});
     append(all, trackCommands());
     append(all, {marksCommand()});
+    append(all, guideCommands());
     append(all, pageCommands());
     append(all, rowCommands(), true);
     append(all, columnCommands());

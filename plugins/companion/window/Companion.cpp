@@ -31,6 +31,8 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Editing(window, m_Cursor,
                 {[this](const QString &text) { m_Place.tell(text); },
                  [this](const QString &text) { tell(text); }}),
+      m_Guide(window),
+      m_Refit(window),
       m_Stops(window),
       m_Rows(window, [this](const QString &message) { tell(message); }),
       m_Columns(window, [this](const QString &message) { tell(message); }),

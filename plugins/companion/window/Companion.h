@@ -8,6 +8,7 @@
 #include "Editing.h"
 #include "FindBar.h"
 #include "FocusStops.h"
+#include "GapGuide.h"
 #include "GoToBar.h"
 #include "GridAccess.h"
 #include "KeptDock.h"
@@ -16,6 +17,7 @@
 #include "Overview.h"
 #include "PageDialog.h"
 #include "PlaceLine.h"
+#include "RefitLine.h"
 #include "RowTools.h"
 #include "SelectBar.h"
 #include "StructureMarks.h"
@@ -54,6 +56,8 @@ public:
     [[nodiscard]] GridAccess &access() noexcept { return m_Access; }
     [[nodiscard]] CellCursor &cursor() noexcept { return m_Cursor; }
     [[nodiscard]] Editing &editing() noexcept { return m_Editing; }
+    [[nodiscard]] GapGuide &guide() noexcept { return m_Guide; }
+    [[nodiscard]] RefitLine &refit() noexcept { return m_Refit; }
     [[nodiscard]] FocusStops &stops() noexcept { return m_Stops; }
 
     [[nodiscard]] RowTools &rows() noexcept { return m_Rows; }
@@ -84,6 +88,8 @@ private:
     GridAccess m_Access;
     CellCursor m_Cursor;
     Editing m_Editing;
+    GapGuide m_Guide;
+    RefitLine m_Refit;
     FocusStops m_Stops;
     RowTools m_Rows;
     ColumnTools m_Columns;

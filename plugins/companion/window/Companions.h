@@ -5,6 +5,7 @@
 
 #include "AlignmentWindowObserver.h"
 #include "Companion.h"
+#include "Refit.h"
 #include "WindowCommands.h"
 #include "WorkbenchMenu.h"
 
@@ -36,6 +37,7 @@ private:
         WindowCommands commands;
     };
 
+    Refit m_Refit;
     std::map<TAMBO::AlignmentWindow *, std::unique_ptr<OfWindow>> m_Companions;
     WorkbenchMenu m_Menu;
 };

@@ -3,8 +3,8 @@
 // residue that a command does not touch keeps its colour.
 #include "Colormap.h"
 #include "ColumnSpread.h"
-#include "Config.h"
 #include "DataPoint.h"
+#include "DistanceColors.h"
 #include "KALMO2.h"
 #include "ResidueLetters.h"
 #include "Space.h"
@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace {
@@ -69,26 +68,6 @@ void colorConservedColumns(TAMBO::Alignment &alignment, const Color &color)
     colorMajorities(alignment, color, [rows](unsigned long count) {
         return rows == 2 ? count == 2 : rows < count + 2;
     });
-}
-
-// The value of a setting, or what holds when it is missing or cannot be converted.
-template <typename Value>
-Value settingOr(Value (Setting::*convert)(bool *) const, const char *key, Value otherwise)
-{
-    bool ok = false;
-    const Value value = (Config::GetSetting("KALMO2", key).*convert)(&ok);
-    return ok ? value : otherwise;
-}
-
-Colormap distanceMap()
-{
-    const std::string file =
-        settingOr(&Setting::ToString, "DistanceColorMap", std::string("BlueRed.cm"));
-    const float low = settingOr(&Setting::ToFloat, "DistanceCutoffMin", 0.0F);
-    const float high = settingOr(&Setting::ToFloat, "DistanceCutoffMax", 6.0F);
-    Colormap map(file, 100, "No name");
-    map.setMinMax(low, high);
-    return map;
 }
 
 void colorByDistance(TAMBO::Alignment &alignment, const Colormap &map)
@@ -197,7 +176,7 @@ void KALMO2::colorDistance()
 {
     if (m_Data == nullptr)
         return;
-    const Colormap map = distanceMap();
+    const Colormap map = TAMBO::distanceColors();
     colorCells(this, *m_Canvas, [&] { colorByDistance(*m_Data, map); });
 }
 
