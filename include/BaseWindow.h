@@ -28,6 +28,8 @@ public:
     // new overrides it to delete itself.
     virtual void Kill(BaseWindow *window);
 
+    // The place is chosen before the window system hears of the window.
+    void setVisible(bool visible) override;
     using QWidget::close;
     // With alsoDelete the window is deleted even when Kill() leaves it alone.
     virtual bool close(bool alsoDelete);
@@ -37,6 +39,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void placeOnce();
     void choosePlace();
     void stepAsideOfTwins();
     void savePlace() const;

@@ -4,6 +4,7 @@
 
 #include <QCloseEvent>
 #include <QDialog>
+#include <QLayout>
 #include <QPointer>
 #include <QScreen>
 #include <QTest>
@@ -80,6 +81,50 @@ TEST(BaseWindowContract, TakesCaptionSizeAndName)
     EXPECT_EQ(window.size(), QSize(500, 150));
     EXPECT_EQ(window.objectName(), "name");
     EXPECT_EQ(window.parent(), nullptr);
+}
+
+// Notes how large its window is when the window system hears of it.
+class FirstSizeNote : public QObject
+{
+public:
+    explicit FirstSizeNote(QWidget &window) : m_Window(window) { window.installEventFilter(this); }
+    [[nodiscard]] QSize size() const { return m_Size; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::WinIdChange && m_Size.isEmpty())
+            m_Size = m_Window.size();
+        return false;
+    }
+
+private:
+    QWidget &m_Window;
+    QSize m_Size;
+};
+
+TEST(BaseWindowContract, AWindowThatAsksForLittleHasAComfortableSizeFromTheFirstMomentOn)
+{
+    RecordingWindow window("Little", QSize(200, 150));
+    const FirstSizeNote note(window);
+    window.show();
+    EXPECT_GT(window.width(), 400);
+    EXPECT_EQ(note.size(), window.size());
+}
+
+TEST(BaseWindowContract, WhatTheLayoutHasAskedForMeanwhileIsNoChoiceOfASize)
+{
+    RecordingWindow window("Grown by its layout", QSize(200, 150));
+    auto *const content = new QWidget;
+    window.setCentralWidget(content);
+    content->setMinimumSize(250, 180);
+    window.layout()->activate();
+    ASSERT_EQ(window.size(), QSize(250, 180));
+    content->setMinimumSize(10, 10);
+    window.show();
+    RecordingWindow other("Not grown", QSize(200, 150));
+    other.show();
+    EXPECT_EQ(window.size(), other.size());
+    EXPECT_GT(window.width(), 400);
 }
 
 TEST(BaseWindowContract, CloseCallsKillAtOnceWithTheWindowItself)

@@ -53,6 +53,8 @@ BaseWindow::BaseWindow(const QString &caption, const QSize &size, const QString 
     setWindowTitle(caption);
     setObjectName(QString::fromUtf8(name));
     resize(size);
+    // Nobody's choice yet; what the layout asks for is none either.
+    setAttribute(Qt::WA_Resized, false);
     if (fixedSize)
         setFixedSize(size);
     addAction(UndoActions::undo());
@@ -110,24 +112,38 @@ void BaseWindow::closeEvent(QCloseEvent *event)
         Qt::QueuedConnection);
 }
 
+// A window system that has heard of another size before may tell of that one late, and the layout
+// then makes it the size of the window.
+void BaseWindow::setVisible(bool visible)
+{
+    if (visible)
+        placeOnce();
+    QMainWindow::setVisible(visible);
+}
+
+// A plug-in that was built with an older kit shows its windows without the above.
 void BaseWindow::showEvent(QShowEvent *event)
 {
-    if (!m_Placed) {
-        m_Placed = true;
-        choosePlace();
-    }
+    placeOnce();
     QMainWindow::showEvent(event);
+}
+
+void BaseWindow::placeOnce()
+{
+    if (m_Placed)
+        return;
+    m_Placed = true;
+    choosePlace();
 }
 
 void BaseWindow::choosePlace()
 {
     const bool restored = !m_FixedSize && WindowPlaces::restore(*this, m_PlaceKey);
-    // A size set between construction and showing is somebody's choice, unless it was the layout's,
-    // which lets no window be smaller than its contents.
-    const bool isOwnSize =
-        size() == m_FirstSize || size() == m_FirstSize.expandedTo(minimumSizeHint());
-    if (!restored && !m_FixedSize && isOwnSize)
+    // A size set between construction and showing is somebody's choice.
+    if (!restored && !m_FixedSize && !testAttribute(Qt::WA_Resized))
         resize(WindowPlaces::comfortable(m_FirstSize, screen()->availableSize()));
+    // Else the toolkit would fit it to its contents.
+    setAttribute(Qt::WA_Resized);
     if (!isMaximized() && !isFullScreen())
         stepAsideOfTwins();
 }
