@@ -54,4 +54,18 @@ TEST_F(PictureOfWindows, HasTheToolsOfTheCall)
     EXPECT_GT(QImage(with).width(), QImage(without).width() + 400);
 }
 
+class StartPageByHand : public WindowFixture
+{
+};
+
+TEST_F(StartPageByHand, TheExampleOpensInTheEditorAndInTheStructureView)
+{
+    start({});
+    m_Screen.pressKey(window("Tambo"), "alt+x");
+    const QString editor = window("Alignment Editor");
+    grid(editor, "IVGGYECRKNSA");
+    const QRect view = m_Screen.geometryOf(window("Structure View"));
+    EXPECT_FALSE(view.intersects(m_Screen.geometryOf(editor)));
+}
+
 } // namespace StructureViewByHandTest

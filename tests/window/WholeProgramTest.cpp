@@ -7,6 +7,9 @@
 #include <QFileInfo>
 
 #include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace WholeProgramTest {
 
@@ -180,15 +183,55 @@ TEST_F(WholeProgram, AnInterruptAtTheTerminalEndsItWhenAllIsSaved)
     EXPECT_EQ(waitForEnd(), 0);
 }
 
-// Large enough to take longer than a moment on most machines. One that is written within it shows
-// no progress, so nothing here waits for that.
+// Holds the program at the first bytes of what it writes into a folder.
+class HeldFolder
+{
+public:
+    explicit HeldFolder(QProcess &program)
+    {
+        QProcessEnvironment environment = program.processEnvironment();
+        environment.insert("LD_PRELOAD", HELD_WRITES);
+        environment.insert("HELD_FOLDER", QFileInfo(m_Folder.path()).canonicalFilePath());
+        environment.insert("HELD_UNTIL", m_Pipe);
+        program.setProcessEnvironment(environment);
+        EXPECT_EQ(mkfifo(m_Pipe.toLocal8Bit().constData(), 0600), 0);
+    }
+    ~HeldFolder() { letGo(); }
+    HeldFolder(const HeldFolder &) = delete;
+    HeldFolder &operator=(const HeldFolder &) = delete;
+
+    [[nodiscard]] QString filePath(const QString &name) const { return m_Folder.filePath(name); }
+    // A pipe can be opened like that when somebody reads it: the program, which is held then.
+    [[nodiscard]] bool isHolding()
+    {
+        if (m_End < 0)
+            m_End = open(m_Pipe.toLocal8Bit().constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+        return m_End >= 0;
+    }
+    void letGo()
+    {
+        if (m_End >= 0)
+            close(m_End);
+        m_End = -1;
+    }
+
+private:
+    QTemporaryDir m_Folder;
+    QTemporaryDir m_PipeFolder;
+    QString m_Pipe = m_PipeFolder.filePath("pipe");
+    int m_End = -1;
+};
+
+// The row is written after the first bytes, and in sight.
 TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
 {
-    constexpr int rows = 20000;
-    const QByteArray row = "AC-DEFGHIK" + QByteArray("LMNPQRSTVW").repeated(300) + '\n';
+    constexpr int rows = 30;
+    constexpr int edited = 20;
+    const QByteArray row = "AC-DEFGHIK" + QByteArray("LMNPQRSTVW").repeated(6000) + '\n';
     QByteArray text;
     for (int i = 0; i < rows; ++i)
         text += ">row" + QByteArray::number(i) + '\n' + row;
+    HeldFolder held(m_Program);
     start({write("x.fasta", text)});
     const QString editor = window(kEditor);
     const CellGrid grid = this->grid(editor, "AC");
@@ -199,7 +242,7 @@ TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
     QStringList windows = m_Screen.findWindows("Export");
     windows.removeOne(dialog);
     ASSERT_EQ(windows.size(), 1);
-    const QString file = m_Folder.filePath("out.ali");
+    const QString file = held.filePath("out.ali");
     // Names that are offered to complete the text, which may be at any time, can take a key.
     const auto isAsking = [&] {
         return isRunning() && m_Screen.findWindows("Export").contains(windows.front());
@@ -216,15 +259,20 @@ TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
             m_Screen.pressKey("Return");
     }
     waitForWindows("Export", 0);
-    m_Screen.drag(grid.middle(0, 2), grid.middle(0, 5));
-    waitForColor(grid.ground(0, 5), Qt::white);
+    ASSERT_TRUE(waitUntil([&] { return held.isHolding() || !isRunning(); }));
+    m_Screen.activate(editor);
+    m_Screen.drag(grid.middle(edited, 2), grid.middle(edited, 5));
+    waitForColor(grid.ground(edited, 5), Qt::white);
+    EXPECT_FALSE(QFileInfo::exists(file));
+    held.letGo();
     // It takes its name when it is complete.
     waitUntil([&] { return QFileInfo::exists(file) || !isRunning(); });
     TAMBO::Result<TAMBO::FileContents> written = TAMBO::readFile(file.toStdString());
     ASSERT_TRUE(written.has_value());
     ASSERT_EQ(written->alignments.front().rows.size(), std::size_t(rows));
     for (const TAMBO::RowRecord &record : written->alignments.front().rows)
-        ASSERT_EQ(record.sequence.text(), row.trimmed().toStdString());
+        EXPECT_EQ(record.sequence.text(), row.trimmed().toStdString());
+    EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(edited, 5)), QColor(Qt::white));
 }
 
 TEST_F(WholeProgram, WhatIsSavedReadsBackTheSameAndQuittingAsksNothing)
