@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentWindow.h"
+#include "ControlNames.h"
 #include "PageFormat.h"
 #include "Printouts.h"
 
@@ -111,6 +112,7 @@ PageDialog::PageDialog(TAMBO::AlignmentWindow &window, PageTracks tracks, bool i
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_Export, &QPushButton::clicked, this, &PageDialog::askAndExport);
     connect(m_Print, &QPushButton::clicked, this, &PageDialog::askAndPrint);
+    nameInnerControls(*this);
 
     PageChoices choices = PageChoices::kept();
     choices.colEnd = window.alignment()->width();
@@ -142,6 +144,7 @@ void PageDialog::addChoices(QFormLayout &form)
     m_FontSize->setSingleStep(kChoiceStep);
     m_FontSize->setDecimals(1);
     m_FontSize->setSuffix(tr(" pt"));
+    m_FontSize->setAccessibleName(tr("Font size"));
     m_MostColumns->setSpecialValueText(tr("as many as fit"));
     m_Resolution->setSuffix(tr(" dots per inch"));
     form.addRow(tr("&Rows:"), m_Rows);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SelectBar.h"
 
+#include "ControlNames.h"
 #include "LineLabel.h"
 #include "SlicedWork.h"
 #include "Texts.h"
@@ -75,6 +76,7 @@ SelectBar::SelectBar(TAMBO::AlignmentWindow &window)
     m_Limits[std::size_t(SelectBy::Conservation)] = kUsualConservation;
     m_Limits[std::size_t(SelectBy::Gaps)] = kUsualGaps;
     makeWidgets();
+    nameInnerControls(*this);
     showControls();
     connect(&m_Slices, &QTimer::timeout, this, &SelectBar::goOn);
     window.mainWindow()->addToolBarBreak(Qt::BottomToolBarArea);
@@ -228,6 +230,8 @@ void SelectBar::showControls()
                                     : companion::tr("Conservation as in the tracks, from 0 to 1");
     m_Limit->setToolTip(meant);
     m_Limit->setAccessibleName(meant);
+    if (auto *const field = m_Limit->findChild<QLineEdit *>())
+        field->setAccessibleName(meant);
 }
 
 // ---- Opening and closing
