@@ -3,10 +3,11 @@
 // this, and when the workbench ends, however that happens.
 #pragma once
 
+#include "ProgramFolder.h"
+
 #include <QFile>
 #include <QObject>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <string>
 #include <string_view>
@@ -46,7 +47,7 @@ private:
     void readErrors();
     void end(QProcess::ExitStatus status, int code);
 
-    QTemporaryDir m_Folder;
+    ProgramFolder m_Folder;
     QFile m_Rows;
     std::size_t m_Count = 0;
     bool m_CannotWrite = false;

@@ -19,12 +19,15 @@ constexpr QColor kBranch(50, 50, 50);
 constexpr QColor kToName(190, 190, 190);
 constexpr QColor kTriangle(200, 214, 232);
 constexpr QColor kNumber(0, 90, 140);
+constexpr QColor kLabel(120, 60, 140);
 constexpr QColor kPresent(208, 88, 0);
 // In pixels.
 constexpr double kReach = 5;
 constexpr double kNode = 2;
 constexpr double kLeastPitchOfNodes = 6;
 constexpr double kLeastPitchOfNames = 7;
+// Numbers above and below a branch have room.
+constexpr double kLeastPitchOfLabels = 12;
 constexpr int kBeforeName = 4;
 // Of a line, on each side of its middle.
 constexpr double kHalfTriangle = 0.4;
@@ -101,8 +104,14 @@ public:
             return;
         if (each.isLeaf() || each.isCollapsed)
             paintName(each, y);
-        if (m_Look.showsLengths)
-            paintLength(each, from, x, y);
+        if (each.parent == kNoNode)
+            return;
+        const TreeNode &node = m_Tree.nodes[each.node];
+        if (m_Look.showsLengths && node.length && m_Sight.pitch >= kLeastPitchOfNames)
+            paintAtBranch(QString::number(*node.length, 'g', kDigits), from, x, y, kNumber);
+        // What is known of the clade, mostly how well it is supported.
+        if (!each.isLeaf() && m_Sight.pitch >= kLeastPitchOfLabels)
+            paintAtBranch(QString::fromStdString(node.name), from, x, y, kLabel);
     }
 
     void paintPresent(const ShownNode &each)
@@ -120,6 +129,7 @@ public:
 
 private:
     static constexpr double kOfALine = 0.85;
+    static constexpr int kDigits = 3;
 
     void line(double fromX, double fromY, double toX, double toY)
     {
@@ -149,21 +159,19 @@ private:
                            Qt::AlignLeft | Qt::AlignVCenter, text);
     }
 
-    void paintLength(const ShownNode &each, double from, double x, double y)
+    // At the end of the branch, where that is long enough: a length above it, a label below.
+    void paintAtBranch(const QString &text, double from, double x, double y, const QColor &color)
     {
-        const std::optional<double> length = m_Tree.nodes[each.node].length;
-        if (!length || each.parent == kNoNode || m_Sight.pitch < kLeastPitchOfNames)
-            return;
-        constexpr int kDigits = 3;
         QFont small(m_Look.font);
         small.setPixelSize(std::clamp(int(m_Sight.pitch * kOfALine / 2), 7, 11));
-        const QString text = QString::number(*length, 'g', kDigits);
         const QFontMetrics metrics(small);
-        if (metrics.horizontalAdvance(text) > x - from)
+        const double width = metrics.horizontalAdvance(text);
+        if (text.isEmpty() || width + kNode > x - from)
             return;
         m_Painter.setFont(small);
-        m_Painter.setPen(kNumber);
-        m_Painter.drawText(QPointF(x - metrics.horizontalAdvance(text) - 1, y - 2), text);
+        m_Painter.setPen(color);
+        const double baseline = color == kLabel ? y + metrics.ascent() : y - 2;
+        m_Painter.drawText(QPointF(x - width - kNode, baseline), text);
     }
 
     QPainter &m_Painter;

@@ -3,9 +3,22 @@
 
 #include "AlignmentWindow.h"
 #include "Commands.h"
+#include "ProgramFolder.h"
 #include "Texts.h"
 
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <chrono>
+
 namespace companion {
+
+namespace {
+
+// When the windows of the start are there.
+constexpr auto kTidyAfter = std::chrono::seconds(3);
+
+} // namespace
 
 Companions::Companions()
     : m_Menu(tr("&Alignment"),
@@ -13,6 +26,7 @@ Companions::Companions()
 {
     for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All())
         windowOpened(*window);
+    QTimer::singleShot(kTidyAfter, QCoreApplication::instance(), &ProgramFolder::removeLeftBehind);
 }
 
 Companions::~Companions() = default;

@@ -512,6 +512,30 @@ TEST_F(TreeFilesOfAWindow, AreSavedWithTheNamesOfTheRowsAndReadAgain)
     EXPECT_NE(takeComplaint().find("none/saved.nwk: "), std::string::npos);
 }
 
+TEST_F(TreeFilesOfAWindow, HaveLabelsOfCladesBelowTheirBranchesWhereThereIsRoom)
+{
+    look(alignment({"AC", "AD", "WY"}, "rows", {"one", "two", "three"}));
+    const auto picture = [this](const QByteArray &tree) {
+        dock().openFile(write(tree));
+        settle();
+        return view().grab().toImage();
+    };
+    const QByteArray plain = "((three:1,one:2):5,two:3);";
+    const QByteArray labelled = "((three:1,one:2)0.93:5,two:3);";
+    EXPECT_NE(picture(labelled), picture(plain));
+    // The branch is too short for it.
+    EXPECT_EQ(picture("((three:9,one:9)0.93:0.1,two:9);"), picture("((three:9,one:9):0.1,two:9);"));
+    // Beside rows that are high enough, and not.
+    EXPECT_EQ(picture(plain), picture(plain));
+    dock().sortRows();
+    settle();
+    ASSERT_TRUE(shown().isAtRows());
+    EXPECT_NE(picture(labelled), picture(plain));
+    while (m_Served->cellSize().height() >= 10)
+        m_Companion->zoom().out();
+    EXPECT_EQ(picture(labelled), picture(plain));
+}
+
 // ---- Much of it
 
 TEST_F(TreeOfAWindow, OfTenThousandRowsPaintsWhatIsInSight)
