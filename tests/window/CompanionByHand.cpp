@@ -3,6 +3,9 @@
 
 #include "support/WaitUntil.h"
 
+#include <QDir>
+#include <QFile>
+
 #include <algorithm>
 
 namespace {
@@ -27,15 +30,38 @@ QByteArray CompanionByHand::row(int number)
     return text + kLastLetter;
 }
 
-void CompanionByHand::open()
+QByteArray CompanionByHand::wholeText()
 {
     QByteArray text;
     for (int number = 0; number < kRowCount; ++number)
         text +=
             ">sequence_" + QByteArray::number(number) + "_of_the_example\n" + row(number) + '\n';
+    return text;
+}
+
+void CompanionByHand::open(const QByteArray &text, const QString &letters)
+{
     start({write("hand.fasta", text)});
     m_Editor = window("Alignment Editor");
-    m_Grid = grid(m_Editor, QString::fromLatin1(row(0).left(8)));
+    m_Grid = grid(m_Editor, letters);
+    m_Place = m_Screen.geometryOf(m_Editor);
+}
+
+void CompanionByHand::openWithAMark()
+{
+    const QDir from(SOURCE_DIR "/examples");
+    for (const QString &name : from.entryList({"*.pdb"}))
+        EXPECT_TRUE(QFile::copy(from.filePath(name), m_Folder.filePath(name)));
+    QFile file(example());
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray text = file.readAll();
+    const QByteArray begin = "IVGGYECRKNSA";
+    const qsizetype place = text.indexOf(begin);
+    ASSERT_GE(place, 0);
+    text[place + kMarked] = 'W';
+    start({write("other.ali", text)});
+    m_Editor = window("Alignment Editor");
+    m_Grid = grid(m_Editor, QString::fromLatin1(text.mid(place, begin.size())));
     m_Place = m_Screen.geometryOf(m_Editor);
 }
 
@@ -99,6 +125,43 @@ void CompanionByHand::waitForCellWidth(const std::function<bool(int)> &isRight)
 void CompanionByHand::waitForLetter(QPoint place, char letter)
 {
     waitForColor(place, colorOf(letter));
+}
+
+bool CompanionByHand::isSelected(int row, int column, char letter) const
+{
+    const QColor shown = m_Screen.picture().pixelColor(m_Grid.ground(row, column));
+    const QColor marked = selectedColorOf(letter);
+    // Mixing rounds.
+    return std::abs(shown.red() - marked.red()) <= 1 &&
+           std::abs(shown.green() - marked.green()) <= 1 &&
+           std::abs(shown.blue() - marked.blue()) <= 1;
+}
+
+void CompanionByHand::waitForSelected(int row, int column, char letter, bool isSelected)
+{
+    if (isSelected)
+        waitFor([&] { return this->isSelected(row, column, letter); });
+    else
+        waitForColor(m_Grid.ground(row, column), colorOf(letter));
+}
+
+QPoint CompanionByHand::placeOf(const QColor &color, const QRect &area) const
+{
+    const QImage image = m_Screen.picture(area).convertToFormat(QImage::Format_RGB32);
+    const auto isOfColor = [&](int x, int y) {
+        return x < image.width() && (image.pixel(x, y) & RGB_MASK) == (color.rgb() & RGB_MASK);
+    };
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (!isOfColor(x, y))
+                continue;
+            int end = x;
+            while (isOfColor(end, y))
+                ++end;
+            return area.topLeft() + QPoint((x + end) / 2, y);
+        }
+    }
+    return {};
 }
 
 void CompanionByHand::waitForColorIn(const QRect &area, const QColor &color, bool isThere)

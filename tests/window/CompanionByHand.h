@@ -19,7 +19,13 @@ protected:
     static constexpr int kHitRows[] = {30, 45};
     static constexpr int kHitColumn = 120;
 
-    void open();
+    void open() { open(wholeText(), QString::fromLatin1(row(0).left(8))); }
+    // Sequences in FASTA form, of which the first begins with the letters.
+    void open(const QByteArray &text, const QString &letters);
+    [[nodiscard]] static QByteArray wholeText();
+    // The example, with W in a column of the first row, where the chain has Y.
+    void openWithAMark();
+    static constexpr int kMarked = 4;
 
     // Keys for the editor.
     void keys(const QString &names) { m_Screen.pressKey(m_Editor, names); }
@@ -38,8 +44,15 @@ protected:
     [[nodiscard]] int cellWidth() const;
     void waitForCellWidth(const std::function<bool(int)> &isRight);
     void waitForLetter(QPoint place, char letter);
+    // The cell shows the letter's color as that of a residue that is selected, or of one that is
+    // not.
+    void waitForSelected(int row, int column, char letter, bool isSelected = true);
+    [[nodiscard]] bool isSelected(int row, int column, char letter) const;
     // Waits until the part of the screen has a pixel of the color, or none.
     void waitForColorIn(const QRect &area, const QColor &color, bool isThere = true);
+    // The middle of the uppermost pixels of the color, in a part of the screen; a null point where
+    // none is.
+    [[nodiscard]] QPoint placeOf(const QColor &color, const QRect &area) const;
     void waitForLastColumn(bool isInSight);
     void waitFor(const std::function<bool()> &condition);
     void waitForPicture(const QRect &area, const QImage &picture, bool isSame = true);

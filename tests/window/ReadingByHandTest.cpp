@@ -166,7 +166,7 @@ TEST_F(ReadingByHand, ColorsByColumnComeWithALegendAndGoByUndo)
     open();
     const QImage before = settledEditor();
     m_Screen.click(corner(), 3);
-    chooseByKeys("d");
+    chooseByKeys("y i");
     // The last column is the same in all rows; the others are not.
     waitForColor(m_Grid.corner, Qt::white);
     // The legend is below the cells, which have the room again when it is closed.
@@ -179,7 +179,7 @@ TEST_F(ReadingByHand, TheTableOfIdentitiesOpensAndEscapeClosesIt)
 {
     open();
     m_Screen.click(corner(), 3);
-    chooseByKeys("t");
+    chooseByKeys("i");
     m_Screen.pressKey(window("Identities in hand"), "Escape");
     waitForWindows("Identities in hand", 0);
 }

@@ -244,6 +244,12 @@ void VirtualScreen::moveWindow(const QString &window, QPoint place) const
         xdotool({"windowmove", window, QString::number(place.x()), QString::number(place.y())}));
 }
 
+void VirtualScreen::resizeWindow(const QString &window, QSize size) const
+{
+    EXPECT_TRUE(xdotool(
+        {"windowsize", window, QString::number(size.width()), QString::number(size.height())}));
+}
+
 void VirtualScreen::activate(const QString &window) const
 {
     EXPECT_TRUE(xdotool({"windowactivate", "--sync", window}));

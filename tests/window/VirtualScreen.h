@@ -45,6 +45,7 @@ public:
     // Where the pointer is, so many times while the key is held; 4 and 5 turn the wheel.
     void pressWithKey(const QString &key, int button, int times) const;
     void moveWindow(const QString &window, QPoint place) const;
+    void resizeWindow(const QString &window, QSize size) const;
     // Gives it the keyboard.
     void activate(const QString &window) const;
     // To the window, after it has got the keyboard; several keys stand apart.
