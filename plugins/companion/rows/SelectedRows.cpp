@@ -21,13 +21,14 @@ std::optional<SelectedRows> selectedRows(TAMBO::AlignmentWindow &window)
             touched.clear();
         },
         [&](const TAMBO::Alignment &alignment, unsigned long row) {
-            if (alignment.isRowSelected(row)) {
-                // One of gaps alone counts as selected.
-                if (alignment.residueCount(row, alignment.width()) > 0)
-                    whole.push_back(row);
-            } else if (whole.empty() && TAMBO::AlignmentDetails::hasSelected(alignment, row)) {
+            // Of most rows nothing is selected, which is known at once. Rows of gaps alone are
+            // such, and would count as selected.
+            if (!TAMBO::AlignmentDetails::hasSelected(alignment, row))
+                return true;
+            if (alignment.isRowSelected(row))
+                whole.push_back(row);
+            else if (whole.empty())
                 touched.push_back(row);
-            }
             return true;
         });
     if (!finish(pass, tr("Looking for selected rows…"), window))
