@@ -30,7 +30,7 @@ QString copied(const TAMBO::Alignment &alignment, const std::vector<bool> &rows,
                      .arg(made->width());
 }
 
-std::vector<bool> flags(unsigned long size, unsigned long begin, unsigned long end)
+std::vector<bool> flagsIn(unsigned long size, unsigned long begin, unsigned long end)
 {
     std::vector<bool> wanted(size);
     for (unsigned long i = begin; i < end; ++i)
@@ -57,8 +57,8 @@ QString newAlignmentOfBlock(TAMBO::AlignmentWindow &window, const TAMBO::CellBlo
     if (block.isEmpty())
         return tr("No alignment is made: there is no block.");
     return copied(
-        *alignment, flags(alignment->height(), block.rowBegin, block.rowEnd),
-        flags(alignment->width(), block.colBegin, block.colEnd),
+        *alignment, flagsIn(alignment->height(), block.rowBegin, block.rowEnd),
+        flagsIn(alignment->width(), block.colBegin, block.colEnd),
         placesText(tr("row %1"), tr("rows %1-%2"), block.rowBegin, block.rowEnd) +
             QStringLiteral(", ") +
             placesText(tr("column %1"), tr("columns %1-%2"), block.colBegin, block.colEnd));

@@ -21,6 +21,16 @@ std::vector<Command> columnCommands()
          [](Companion &companion) { companion.columns().askForGaps(); },
          false,
          menu},
+        {tr("New &Alignment of Block"),
+         tr("Make an alignment of the rows and columns of the block"),
+         {},
+         [](Companion &companion) {
+             const CellCursor &cursor = companion.cursor();
+             companion.columns().newAlignmentOfBlock(cursor.hasBlock() ? cursor.block()
+                                                                       : std::nullopt);
+         },
+         false,
+         menu},
     };
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "window/CompanionFixture.h"
 
+#include "CommandLists.h"
 #include "GapColumnsBar.h"
 
 #include <QDoubleSpinBox>
@@ -157,6 +158,21 @@ TEST_F(InTheColumns, ABlockBecomesAnAlignmentThatIsToldApart)
     m_Companion->columns().newAlignmentOfBlock(std::nullopt);
     EXPECT_EQ(told(), "No alignment is made: there is no block.");
     EXPECT_EQ(history.position(), 2U);
+}
+
+TEST_F(InTheColumns, TheCommandTakesTheBlockAndNotACellAlone)
+{
+    shown({"AC-D-", "-CE--", "A---F"});
+    const companion::Command command = companion::columnCommands().back();
+    command.run(*m_Companion);
+    EXPECT_EQ(told(), "No alignment is made: there is no block.");
+    m_Companion->cursor().set(TAMBO::CellIndex{1, 1});
+    command.run(*m_Companion);
+    EXPECT_EQ(told(), "No alignment is made: there is no block.");
+    m_Companion->cursor().setBlock({2, 0}, {1, 4});
+    command.run(*m_Companion);
+    EXPECT_EQ(alignments().back()->Name(), "rows (rows 2-3, columns 1-5)");
+    EXPECT_EQ(rowsOf(*alignments().back()), (Texts{"-CE--", "A---F"}));
 }
 
 TEST_F(InTheColumns, TheLinesHaveAccessibleNamesAndDoNotWidenTheWindow)

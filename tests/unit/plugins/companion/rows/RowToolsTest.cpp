@@ -168,6 +168,20 @@ TEST_F(InTheRows, TheMostIdenticalComeBehindTheRowThatTheyAreComparedWith)
     EXPECT_EQ(told(), "The rows stay as they are: there is no cell cursor in a row.");
 }
 
+TEST_F(InTheRows, TheRowOfTheCellCursorIsTheOneToCompareWith)
+{
+    TAMBO::Alignment &rows = shown({"ACDE", "WWWW", "AWWW"});
+    for (const companion::Command &command : companion::rowCommands()) {
+        if (!command.text.contains("Cursor"))
+            continue;
+        command.run(*m_Companion);
+        EXPECT_EQ(told(), "The rows stay as they are: there is no cell cursor in a row.");
+        m_Companion->cursor().set(TAMBO::CellIndex{1, 2});
+        command.run(*m_Companion);
+    }
+    EXPECT_EQ(namesOf(rows), (Texts{"s1", "s2", "s0"}));
+}
+
 TEST_F(InTheRows, SortingCanBeCancelledAndThenNothingChanges)
 {
     TAMBO::Alignment &many = large(600, 300);
