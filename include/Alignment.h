@@ -166,6 +166,9 @@ public:
     // The cells [from, from + count) of a row come to stand at [to, to + count), and what was
     // between closes up. Nothing changes unless all of them are gaps.
     void moveGaps(unsigned long row, unsigned long from, unsigned long count, unsigned long to);
+    // In each of the rows for which rows says true the residues in the columns come to stand side
+    // by side at their left end, or else at their right one, and the gaps at the other.
+    void pushResidues(const std::vector<bool> &rows, const Range &columns, bool toLeft);
     // Row from moves to place to, the rows between close up.
     void bubbleRow(unsigned long from, unsigned long to);
     // All rows at once: the row that stands at order[i] comes to stand at i. Nothing changes unless

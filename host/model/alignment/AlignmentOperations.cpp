@@ -187,6 +187,34 @@ void Alignment::moveGaps(unsigned long row, unsigned long from, unsigned long co
         TAMBO::moveGaps(*m_Table, row, from, count, to);
 }
 
+void Alignment::pushResidues(const std::vector<bool> &rows, const Range &columns, bool toLeft)
+{
+    if (!isRange(columns, m_Width) || !mayChange(*this))
+        return;
+    const unsigned long count = columns.second - columns.first;
+    BitBuffer pushed;
+    pushed.reserve(m_Table->rowCount() * count);
+    bool isSame = true;
+    for (std::size_t i = 0; i < m_Table->rowCount(); ++i) {
+        const OccupancyRow &cells = m_Table->row(i).cells();
+        auto words = cells.columns(columns.first, count);
+        if (i < rows.size() && rows[i]) {
+            const std::uint32_t residues = cells.rank(columns.second) - cells.rank(columns.first);
+            OccupancyRow side = OccupancyRow::filled(residues);
+            if (!toLeft)
+                side.insertGaps(0, count - residues);
+            auto placed = side.columns(0, count);
+            isSame = isSame && placed == words;
+            words = std::move(placed);
+        }
+        pushed.append(words, count);
+    }
+    if (isSame)
+        return;
+    const ChangeScope scope;
+    replaceCells(*m_Table, "push residues", columns, std::move(pushed));
+}
+
 void Alignment::bubbleRow(unsigned long from, unsigned long to)
 {
     if (from < height() && to < height() && from != to && mayChange(*this))

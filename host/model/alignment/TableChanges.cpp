@@ -112,6 +112,20 @@ bool replaceColumns(AlignmentTable &table, const Range &range,
     return true;
 }
 
+void replaceCells(AlignmentTable &table, const char *kind, const Range &range, BitBuffer cells)
+{
+    const Column count = range.second - range.first;
+    std::vector<std::string> texts;
+    if (table.annotation() != nullptr) {
+        texts = table.annotation()->texts(range.first, count);
+        clearColumnTexts(table, kind, range.first, count);
+    }
+    ReplaceColumnsEdit edit(table, kind, {range.first, count, count}, std::move(cells));
+    recordInverse(edit.apply());
+    if (table.annotation() != nullptr)
+        recordTexts(table, kind, range.first, std::move(texts));
+}
+
 void clearColumnTexts(AlignmentTable &table, const char *kind, Column begin, Column count)
 {
     if (table.annotation() != nullptr)

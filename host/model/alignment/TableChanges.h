@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AlignmentTable.h"
+#include "BitBuffer.h"
 #include "PointerSet.h"
 
 #include <vector>
@@ -19,6 +20,11 @@ bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences);
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.
 bool replaceColumns(AlignmentTable &table, const AlignmentTable::Range &range,
                     const std::vector<OccupancyRow> &rows, AlignmentTable::Column count);
+
+// The cells of the range, row by row, with as many residues in each row as there are. What is said
+// of the columns stays. Inside a ChangeScope.
+void replaceCells(AlignmentTable &table, const char *kind, const AlignmentTable::Range &range,
+                  BitBuffer cells);
 
 // What the annotation says of the columns is about to lose them. Inside a ChangeScope.
 void clearColumnTexts(AlignmentTable &table, const char *kind, AlignmentTable::Column begin,

@@ -125,6 +125,10 @@ Outcome GapEditRun::apply(TAMBO::Alignment &alignment)
 bool GapEditRun::change(TAMBO::Alignment &alignment)
 {
     const StepName name(stepNameOf(m_Edit));
+    if (m_Rows->pushesTogether()) {
+        pushRows(alignment);
+        return true;
+    }
     const unsigned long wanted = alignment.width() + m_Growth;
     if (m_Growth > 0)
         changeRow(alignment, m_WidestRow);
@@ -135,6 +139,15 @@ bool GapEditRun::change(TAMBO::Alignment &alignment)
             changeRow(alignment, row);
     }
     return true;
+}
+
+void GapEditRun::pushRows(TAMBO::Alignment &alignment) const
+{
+    const TAMBO::CellBlock &block = m_Edit.block;
+    std::vector<bool> rows(m_RowEnd);
+    std::fill(rows.begin() + static_cast<std::ptrdiff_t>(block.rowBegin), rows.end(), true);
+    alignment.pushResidues(rows, {block.colBegin, std::min(block.colEnd, alignment.width())},
+                           m_Edit.kind == GapEdit::Kind::PushLeft);
 }
 
 void GapEditRun::changeRow(TAMBO::Alignment &alignment, unsigned long row)

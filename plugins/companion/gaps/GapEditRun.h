@@ -34,6 +34,7 @@ private:
     void refuse(const QString &reason);
     // False when the workbench does not do it.
     bool change(TAMBO::Alignment &alignment);
+    void pushRows(TAMBO::Alignment &alignment) const;
     void changeRow(TAMBO::Alignment &alignment, unsigned long row);
 
     const TAMBO::Alignment &m_Alignment;

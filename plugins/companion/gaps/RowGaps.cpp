@@ -11,6 +11,8 @@ namespace {
 
 using Kind = GapEdit::Kind;
 
+constexpr unsigned long kRowsPushedOneByOne = 64;
+
 bool isOfBlock(const GapEdit &edit)
 {
     return edit.kind == Kind::PushLeft || edit.kind == Kind::PushRight ||
@@ -93,7 +95,7 @@ public:
     {
         const std::size_t before = m_Steps.size();
         planKind();
-        if (m_Steps.size() == before)
+        if (m_Steps.size() == before && !m_All.pushesTogether())
             m_Plan.moved = 0;
         return m_Plan;
     }
@@ -222,12 +224,11 @@ private:
     {
         const unsigned long end = m_Edit.block.colEnd;
         m_Plan.hasResidues = m_Cells.residuesIn(m_Col, end) > 0;
-        const unsigned long last = m_Cells.endOfResidues(end);
-        const std::vector<GapRun> runs = m_Cells.lastGaps(m_Col, end);
-        // Behind the last residue they are where they are to be.
-        if (!m_Plan.hasResidues || runs.empty() || runs.back().begin == last)
-            return;
+        const unsigned long last = std::max(m_Cells.endOfResidues(end), m_Col);
         m_Plan.moved = -static_cast<long>(last - m_Col - m_Cells.residuesIn(m_Col, last));
+        if (m_Plan.moved == 0 || m_All.pushesTogether())
+            return;
+        const std::vector<GapRun> runs = m_Cells.lastGaps(m_Col, end);
         GapRun gathered = runs.back();
         for (auto run = runs.rbegin() + 1; run != runs.rend(); ++run) {
             m_Steps.push_back({gathered.begin, gathered.count, run->begin - gathered.count});
@@ -241,10 +242,10 @@ private:
     {
         const unsigned long end = m_Edit.block.colEnd;
         m_Plan.hasResidues = m_Cells.residuesIn(m_Col, end) > 0;
-        if (!m_Plan.hasResidues)
-            return;
         const unsigned long first = m_Col + m_Cells.gapsFrom(m_Col, end);
         m_Plan.moved = static_cast<long>(end - first - m_Cells.residuesIn(first, end));
+        if (m_Plan.moved == 0 || m_All.pushesTogether())
+            return;
         gather(m_Cells.lastGaps(m_Col, end), m_Col);
     }
 
@@ -312,6 +313,11 @@ QString RowGaps::refusal() const
         return tr("%1 stays as it is in the kept %2.")
             .arg(name, columnsText(m_Kept->first, m_Kept->second));
     return {};
+}
+
+bool RowGaps::pushesTogether() const noexcept
+{
+    return isPush(m_Edit.kind) && m_Edit.block.rowEnd - m_Edit.block.rowBegin > kRowsPushedOneByOne;
 }
 
 QString RowGaps::withoutResidues() const

@@ -37,6 +37,9 @@ public:
 
     // Why no row can take the edit, which is said of the block's first one; empty when one may.
     [[nodiscard]] QString refusal() const;
+    // Rows have no steps: so many are pushed that one edit of all rows is less than one for each
+    // run of gaps in them.
+    [[nodiscard]] bool pushesTogether() const noexcept;
     // The steps are put behind those that are there.
     [[nodiscard]] RowPlan plan(unsigned long row, std::vector<GapStep> &steps) const;
     // By how much the alignment widens for steps of the row.

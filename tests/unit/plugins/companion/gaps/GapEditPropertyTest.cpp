@@ -21,6 +21,7 @@ class GapEditsBesidePlainOnes : public AlignmentFixture, public testing::WithPar
 {
 protected:
     unsigned long below(unsigned long limit) { return m_Random() % limit; }
+    static bool isPush() { return GetParam() == Kind::PushLeft || GetParam() == Kind::PushRight; }
 
     // Of few gaps, or of many, alone or side by side.
     std::string row(unsigned long width)
@@ -38,7 +39,8 @@ protected:
     {
         // More than a word of cells, now and then.
         const unsigned long width = 1 + (below(5) == 0 ? below(300) : below(20));
-        Texts all(1 + below(5));
+        // Many are pushed together.
+        Texts all(1 + (isPush() && below(9) == 0 ? 64 + below(9) : below(5)));
         for (std::string &each : all)
             each = row(width);
         return all;
@@ -49,6 +51,10 @@ protected:
         TAMBO::CellBlock one;
         one.rowBegin = below(rows.size() + 1 - (below(9) == 0 ? 0 : 1));
         one.rowEnd = one.rowBegin + 1 + below(rows.size());
+        if (rows.size() > 60) {
+            one.rowBegin = below(4);
+            one.rowEnd = rows.size() - below(3);
+        }
         one.colBegin = below(width + (below(9) == 0 ? 1 : 0));
         one.colEnd = one.colBegin + 1 + (below(2) == 0 ? 0 : below(width));
         return one;

@@ -746,6 +746,25 @@ TEST_F(GapEdits, AreLookedAtRowByRowBetweenEvents)
     EXPECT_EQ(history.undoCount(), 1U);
 }
 
+// As many edits as there are runs of gaps would take memory for each.
+TEST_F(GapEdits, PushManyRowsByOneEdit)
+{
+    Texts before(100, "A-B-C-D-");
+    before[99] = "--------";
+    Texts after(100, "A---BCD-");
+    after[99] = before[99];
+    after[0] = before[0];
+    TAMBO::Alignment &rows = alignment(before);
+    const Outcome outcome = applyGapEdit(rows, {Kind::PushRight, {1, 200, 1, 7}}, std::nullopt);
+    EXPECT_TRUE(outcome.isDone) << textOf(outcome);
+    EXPECT_EQ(outcome.moved, 2);
+    EXPECT_EQ(rowsOf(rows), after);
+    ASSERT_EQ(history.undoCount(), 1U);
+    EXPECT_EQ(history.last().size(), 1U);
+    history.undo();
+    EXPECT_EQ(rowsOf(rows), before);
+}
+
 TEST_F(GapEdits, LookAgainAtRowsThatHaveChangedMeanwhile)
 {
     Texts before(600, "A-BC");
