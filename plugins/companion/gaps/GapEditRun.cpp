@@ -2,10 +2,12 @@
 #include "GapEditRun.h"
 
 #include "DataPoint.h"
+#include "SlicedWork.h"
 #include "StepName.h"
 #include "Texts.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 
 namespace companion {
@@ -33,6 +35,12 @@ const char *stepNameOf(const GapEdit &edit)
         return "Push residues right";
     }
     return "";
+}
+
+void lookAtAll(GapEditRun &run)
+{
+    while (run.goOn(std::chrono::hours(1))) {
+    }
 }
 
 } // namespace
@@ -107,8 +115,7 @@ int GapEditRun::percent() const
 
 Outcome GapEditRun::apply(TAMBO::Alignment &alignment)
 {
-    while (goOn(std::chrono::hours(1))) {
-    }
+    lookAtAll(*this);
     if (!m_Outcome.isDone || m_Outcome.moved == 0)
         return m_Outcome;
     DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
@@ -160,6 +167,31 @@ void GapEditRun::changeRow(TAMBO::Alignment &alignment, unsigned long row)
         else
             alignment.insertGaps(row, step.to, step.count);
     }
+}
+
+Outcome checkGapEdit(const TAMBO::Alignment &alignment, const GapEdit &edit,
+                     const KeptColumns &kept)
+{
+    GapEditRun run(alignment, edit, kept);
+    lookAtAll(run);
+    return run.outcome();
+}
+
+Outcome applyGapEdit(TAMBO::Alignment &alignment, const GapEdit &edit, const KeptColumns &kept)
+{
+    GapEditRun run(alignment, edit, kept);
+    lookAtAll(run);
+    return run.apply(alignment);
+}
+
+Outcome applyGapEdit(TAMBO::Alignment &alignment, const GapEdit &edit, const KeptColumns &kept,
+                     QWidget *over)
+{
+    GapEditRun run(alignment, edit, kept);
+    const bool isDone =
+        finish({[&](auto most) { return run.goOn(most); }, [&] { return run.percent(); }},
+               tr("Looking at the gaps…"), over);
+    return isDone ? run.apply(alignment) : Outcome();
 }
 
 } // namespace companion
