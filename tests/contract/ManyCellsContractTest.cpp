@@ -61,14 +61,20 @@ protected:
         const unsigned row = below(alignment.height() + 1);
         const unsigned col = below(alignment.width() + 1);
         const unsigned count = below(5);
-        switch (below(4)) {
+        switch (below(5)) {
         case 0:
             alignment.insertGaps(row, col, count);
             break;
         case 1:
             alignment.moveGaps(row, col, count, below(alignment.width() + 1));
             break;
-        case 2:
+        case 2: {
+            const std::vector<bool> rows = flags(alignment.height());
+            const unsigned end = below(alignment.width() + 2);
+            alignment.pushResidues(rows, {col, end}, below(2) == 0);
+            break;
+        }
+        case 3:
             alignment.removeRows(flags(alignment.height()));
             break;
         default:
@@ -123,6 +129,38 @@ TEST_P(ManyCellsContract, RemovedColumnsTakeAlongWhatStandsInThemAndNothingElse)
         ASSERT_EQ(AlignmentDetails::columnText(alignment, 0, 0, alignment.width()), line);
         ASSERT_EQ(alignment.width(), line.size());
         ASSERT_LE(alignment.range().second, std::max(alignment.width(), alignment.range().first));
+        history.clear();
+        space().reset();
+    }
+}
+
+TEST_P(ManyCellsContract, PushedResiduesStandAtTheEdgeInTheirOrderAndNothingElseMoves)
+{
+    for (int round = 0; round < 60; ++round) {
+        Alignment &alignment = family();
+        const std::vector<bool> rows = flags(alignment.height());
+        const unsigned begin = below(alignment.width());
+        const unsigned end = begin + 1 + below(alignment.width() - begin);
+        const bool toLeft = below(2) == 0;
+        std::vector<std::string> wanted;
+        for (unsigned long row = 0; row < alignment.height(); ++row) {
+            std::string text = alignment.GetSequence(row, false);
+            if (isSet(rows, row))
+                std::stable_partition(text.begin() + begin, text.begin() + end,
+                                      [&](char cell) { return (cell != '-') == toLeft; });
+            wanted.push_back(text);
+        }
+        const auto lines = [&] {
+            return AlignmentDetails::columnText(alignment, 0, 0, alignment.width()) +
+                   AlignmentDetails::columnText(alignment, 1, 0, alignment.width());
+        };
+        const std::string said = lines();
+        const Alignment::Range range = alignment.range();
+        alignment.pushResidues(rows, {begin, end}, toLeft);
+        for (unsigned long row = 0; row < alignment.height(); ++row)
+            ASSERT_EQ(alignment.GetSequence(row, false), wanted[row]);
+        ASSERT_EQ(lines(), said);
+        ASSERT_EQ(alignment.range(), range);
         history.clear();
         space().reset();
     }

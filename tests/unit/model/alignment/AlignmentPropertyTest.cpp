@@ -121,7 +121,14 @@ protected:
         const std::size_t from = below(reference.width + 2);
         const std::size_t to = chance(3) ? below(reference.width + 2)
                                          : from + below(7) - std::min<std::size_t>(from, 3);
-        switch (below(9)) {
+        switch (below(10)) {
+        case 9: {
+            const std::vector<bool> rows = flags(reference.rows.size());
+            const bool toLeft = chance(2);
+            alignment.pushResidues(rows, Range(from, to), toLeft);
+            reference.pushResidues(rows, from, to, toLeft);
+            break;
+        }
         case 6: {
             const std::size_t count = below(chance(5) ? 90 : 4);
             alignment.insertGaps(row, from, count);

@@ -164,6 +164,18 @@ struct ReferenceAlignment
                         [](long index) { return index < 0; }))
             takeAndPut(cells, from, count, to);
     }
+    void pushResidues(const std::vector<bool> &flags, std::size_t begin, std::size_t end,
+                      bool toLeft)
+    {
+        if (begin >= end || end > width)
+            return;
+        for (std::size_t row = 0; row < std::min(flags.size(), height()); ++row) {
+            if (flags[row])
+                std::stable_partition(rows[row].cells.begin() + long(begin),
+                                      rows[row].cells.begin() + long(end),
+                                      [&](long index) { return (index >= 0) == toLeft; });
+        }
+    }
     // Column by column, and row by row. Flags that are missing say no.
     void removeColumns(const std::vector<bool> &flags)
     {
