@@ -2,7 +2,7 @@
 // The commands by what they are about: for each submenu a list of its own.
 #pragma once
 
-#include "Commands.h"
+#include "Command.h"
 
 #include <vector>
 

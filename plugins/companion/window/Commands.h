@@ -2,9 +2,7 @@
 // The commands of this plug-in: the one table that menus and keys are made from.
 #pragma once
 
-#include <QKeySequence>
-#include <QList>
-#include <QString>
+#include "Command.h"
 
 #include <functional>
 #include <vector>
@@ -14,22 +12,6 @@ class QMenu;
 namespace companion {
 
 class Companion;
-
-struct Command
-{
-    // As in a menu.
-    QString text;
-    QString toolTip;
-    QList<QKeySequence> keys;
-    std::function<void(Companion &)> run;
-    // A line is drawn above it.
-    bool beginsGroup = false;
-    // The title of the submenu that it is in; empty for none. Those of one stand beside each other.
-    QString menu = {};
-    // The workbench has a command of its own with these keys, which does the same: its menu shows
-    // them, and they are taken in alignment windows only.
-    bool hasKeysOfWorkbench = false;
-};
 
 [[nodiscard]] const std::vector<Command> &commands();
 
