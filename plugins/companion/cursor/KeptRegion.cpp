@@ -127,10 +127,15 @@ void KeptRegions::look()
 
 void KeptRegions::stepEnds(const StepChanges &changes)
 {
+    // Of a million sequences that change none is looked at as long as nothing is kept.
+    if (m_States.empty())
+        return;
     for (const StepChange &change : changes.objects) {
         const auto found = m_States.find(change.object);
+        if (found == m_States.end() || change.isNew)
+            continue;
         auto *const alignment = dynamic_cast<TAMBO::Alignment *>(change.object);
-        if (found == m_States.end() || alignment == nullptr || change.isNew)
+        if (alignment == nullptr)
             continue;
         const State &state = found->second;
         // Others may have been chosen in this step.
