@@ -102,6 +102,10 @@ bool BlockDrag::press(const QMouseEvent &mouse)
     m_Drag = drag;
     m_IsRefused = false;
     shown().areaWidget(WindowArea::Cells)->setCursor(Qt::ClosedHandCursor);
+    if (drag.isOfBlock && !keptColumns(*alignment) && m_News.began) {
+        m_News.began({*cell, mouse.button(), cell->col}, drag.cells);
+        m_News.moved(cell);
+    }
     return true;
 }
 
@@ -117,6 +121,8 @@ void BlockDrag::moveTo(const QPoint &point)
     if (to == m_Drag->to)
         return;
     m_Drag->to = to;
+    if (m_News.moved)
+        m_News.moved(to ? std::optional(TAMBO::CellIndex{m_Drag->from.row, *to}) : std::nullopt);
     beginLooking();
 }
 
@@ -213,6 +219,8 @@ void BlockDrag::end()
     if (!m_Drag)
         return;
     repaintRows();
+    if (m_News.ended)
+        m_News.ended();
     m_Drag.reset();
     m_Run.reset();
     m_Looking.stop();

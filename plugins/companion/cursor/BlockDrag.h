@@ -11,7 +11,9 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 class QMouseEvent;
 
@@ -31,6 +33,18 @@ public:
     // The cursor is made before this and goes behind it.
     BlockDrag(TAMBO::AlignmentWindow &window, CellCursor &cursor, Telling telling);
     ~BlockDrag() override;
+
+    // Of the drags of a block, while no columns are kept.
+    struct News
+    {
+        // Where it was pressed, and the rows.
+        std::function<void(const TAMBO::GapDrag &press, const TAMBO::CellBlock &rows)> began;
+        // Nothing where letting go would do nothing.
+        std::function<void(const std::optional<TAMBO::CellIndex> &pointer)> moved;
+        // Before anything changes.
+        std::function<void()> ended;
+    };
+    void setNews(News news) { m_News = std::move(news); }
 
     [[nodiscard]] bool isDragging() const noexcept { return m_Drag.has_value(); }
 
@@ -70,6 +84,7 @@ private:
 
     CellCursor &m_Cursor;
     Telling m_Telling;
+    News m_News;
     // While a button is held.
     std::optional<Drag> m_Drag;
     std::optional<GapEditRun> m_Run;

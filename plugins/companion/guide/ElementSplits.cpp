@@ -3,6 +3,8 @@
 
 #include "Texts.h"
 
+#include <algorithm>
+
 namespace companion {
 
 namespace {
@@ -76,7 +78,9 @@ QString splitText(const TAMBO::Alignment &alignment, const SplitElement &split)
 std::optional<unsigned long> nearestWhole(const TAMBO::Alignment &alignment, const MovesAt &movesAt,
                                           unsigned long column)
 {
-    for (unsigned long far = 0; far <= kFarthestPlace; ++far) {
+    const std::size_t rows = std::max<std::size_t>(1, movesAt(column).size());
+    const unsigned long farthest = std::max(kLeastFarthest, kFarthestPlace / rows);
+    for (unsigned long far = 0; far <= farthest; ++far) {
         if (far <= column && !splitBy(alignment, movesAt(column - far)))
             return column - far;
         if (column + far < alignment.width() && !splitBy(alignment, movesAt(column + far)))

@@ -32,8 +32,10 @@ struct SplitElement
 // "splits helix 45–57 of chain A": the residues of it that the row has.
 [[nodiscard]] QString splitText(const TAMBO::Alignment &alignment, const SplitElement &split);
 
-// Where on both sides of a column nobody looks any more.
+// Where on both sides of a column nobody looks any more: of so many rows that move, a part of it,
+// but that of the least spread at least.
 inline constexpr unsigned long kFarthestPlace = 200;
+inline constexpr unsigned long kLeastFarthest = 10;
 // The nearest column where letting go would split nothing, of two the left one.
 [[nodiscard]] std::optional<unsigned long>
 nearestWhole(const TAMBO::Alignment &alignment, const MovesAt &movesAt, unsigned long column);

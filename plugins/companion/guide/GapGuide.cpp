@@ -98,6 +98,25 @@ void GapGuide::hold(MovesAt movesAt)
     m_Colors = TAMBO::distanceColors();
 }
 
+void GapGuide::holdRows(const TAMBO::GapDrag &press, unsigned long begin, unsigned long end)
+{
+    if (end - begin > kMostRows)
+        return;
+    hold([this, press, begin, end](unsigned long column) {
+        GapMoves all;
+        const TAMBO::Alignment *const alignment = shown().alignment();
+        if (alignment == nullptr)
+            return all;
+        const bool stays = column == press.from.col;
+        const Qt::MouseButton button = stays ? press.button : Qt::MiddleButton;
+        for (unsigned long row = begin; row < end; ++row)
+            for (const GapMove &move :
+                 movesOf(*alignment, {{row, press.from.col}, button, column}, column))
+                all.push_back(move);
+        return all;
+    });
+}
+
 void GapGuide::aim(const std::optional<TAMBO::CellIndex> &pointer)
 {
     const TAMBO::Alignment *const alignment = shown().alignment();

@@ -50,6 +50,10 @@ public:
     // Something is dragged: what letting go over a column would move. The alignment stays as it is
     // until letGo().
     void hold(MovesAt movesAt);
+    // The same of several rows at once, each of which does what the middle button would do in it;
+    // nothing is said of more than kMostRows.
+    static constexpr unsigned long kMostRows = 100;
+    void holdRows(const TAMBO::GapDrag &press, unsigned long begin, unsigned long end);
     // The pointer is over a cell of it; without a column, letting go would do nothing.
     void aim(const std::optional<TAMBO::CellIndex> &pointer);
     void letGo();

@@ -46,6 +46,11 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
 {
     // Beside each other the tracks would not be below their cells.
     window.mainWindow()->splitDockWidget(m_Tracks, m_Overview, Qt::Vertical);
+    m_Editing.drag().setNews({[this](const TAMBO::GapDrag &press, const TAMBO::CellBlock &rows) {
+                                  m_Guide.holdRows(press, rows.rowBegin, rows.rowEnd);
+                              },
+                              [this](const CellCursor::Place &pointer) { m_Guide.aim(pointer); },
+                              [this] { m_Guide.letGo(); }});
     m_KeptTracks.emplace(*window.mainWindow(), *m_Tracks);
     m_KeptOverview.emplace(*window.mainWindow(), *m_Overview);
 }

@@ -255,6 +255,27 @@ TEST_F(GuidedDrag, ABlockThatSomebodyElseDragsIsGuidedAsWell)
     EXPECT_NEAR(*table.total()->value(), announced, 1e-9 * announced);
 }
 
+TEST_F(GuidedDrag, GapsThatAreDraggedInABlockAreGuidedInAllOfItsRows)
+{
+    look(family());
+    m_Companion->cursor().setBlock({1, kGap}, {2, kGap + 1});
+    hold(1, kGap, 6);
+    const auto place = guide().place();
+    ASSERT_TRUE(place && place->spread && place->total);
+    EXPECT_EQ(guide().spread().moves(), (companion::GapMoves{{1, kGap, 2, 6}, {2, kGap, 2, 6}}));
+    EXPECT_TRUE(place->split);
+    const double announced = *place->spread->total(*place->total).value();
+    EXPECT_EQ(history.size(), 0U);
+    release(cells(), Qt::LeftButton, middle(1, 6));
+    settle();
+    EXPECT_FALSE(guide().isHolding());
+    EXPECT_EQ(history.size(), 1U);
+    companion::SpreadTable table;
+    while (table.goOn(*m_Shown, std::chrono::hours(1))) {
+    }
+    EXPECT_NEAR(*table.total()->value(), announced, 1e-9 * announced);
+}
+
 TEST_F(GuidedDrag, AnotherAlignmentEndsIt)
 {
     look(family());
