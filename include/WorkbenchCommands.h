@@ -34,7 +34,8 @@ class WorkbenchCommands
 public:
     using Outcome = PluginManager::Outcome;
 
-    // Execute without data: the user chooses files, which are opened.
+    // Execute: the user chooses files, which are opened. Without data, or with a bool that is set
+    // to whether one was chosen.
     static constexpr CommandName kOpenFile{"Data", "OpenFile", "open"};
     // Command with a SaveRequest.
     static constexpr CommandName kSaveAlignment{"Parse", "PIR", "SaveALI"};
@@ -43,13 +44,17 @@ public:
     // Execute with an Alignment.
     static constexpr CommandName kRealign{"Calculate", "Alignment", "Malign"};
 
-    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure, kRealign};
+    // Execute with an Alignment.
+    static constexpr CommandName kShowAlignment{"Data", "Alignment", "show"};
 
-    // Choosing nothing is no failure.
-    static Outcome openFile(const std::string &caller)
+    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure, kRealign,
+                                           kShowAlignment};
+
+    // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
+    static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
     {
-        return PluginManager::Execute(kOpenFile.group, kOpenFile.service, caller,
-                                      kOpenFile.command);
+        return PluginManager::Execute(kOpenFile.group, kOpenFile.service, caller, kOpenFile.command,
+                                      static_cast<void *>(isChosen));
     }
 
     // As a PIR file. Failed, with a message for the user, when it cannot be written; the file is as
@@ -78,6 +83,14 @@ public:
     {
         return PluginManager::Execute(kRealign.group, kRealign.service, caller, kRealign.command,
                                       static_cast<void *>(&alignment));
+    }
+
+    // In a window of its own, or in the one that shows it already. Failed, with a message for the
+    // user, when no window can be opened.
+    static Outcome showAlignment(const std::string &caller, Alignment &alignment)
+    {
+        return PluginManager::Execute(kShowAlignment.group, kShowAlignment.service, caller,
+                                      kShowAlignment.command, static_cast<void *>(&alignment));
     }
 };
 

@@ -155,6 +155,16 @@ HistoryStep::Toggled History::toggle(std::size_t index, LongWork::Kind kind)
     return toggled;
 }
 
+void History::forEachPastStep(const Visitor &visit) const
+{
+    for (std::size_t step = m_Position; step > 0; --step) {
+        const HistoryStep &past = m_Steps[step - 1];
+        if (!visit({past.edits(), [&past] { return past.label(); }, m_Forgotten + step - 1,
+                    past.isTrusted()}))
+            return;
+    }
+}
+
 StepJournal *History::journal() const noexcept
 {
     return editRecorder() == this ? stepJournal() : nullptr;

@@ -4,6 +4,7 @@
 
 #include "ForgottenChanges.h"
 #include "HistoryStep.h"
+#include "PastSteps.h"
 #include "SavedMarks.h"
 
 #include <cstddef>
@@ -31,7 +32,7 @@ struct UnsavedObject
     EditParts parts;
 };
 
-class History final : public EditRecorder
+class History final : public EditRecorder, public PastSteps
 {
 public:
     static constexpr std::size_t kDefaultLimit = std::size_t(256) << 20;
@@ -46,6 +47,14 @@ public:
     void describe(const std::string &name, std::size_t own) override;
     void end() override;
     [[nodiscard]] bool isTravelling() const noexcept override { return m_IsApplying; }
+
+    // ---- PastSteps
+
+    void forEachPastStep(const Visitor &visit) const override;
+    [[nodiscard]] std::size_t stepsToSaved(const Compound &object) const override
+    {
+        return m_Saved.stepsOf(object);
+    }
 
     // ---- Moving along the steps. Refused, with nothing changed, inside a guard, while changes are
     // published, and when an object of the step is locked.

@@ -68,6 +68,11 @@ public:
                            [&](const std::unique_ptr<Edit> &edit) { return visit(*edit); });
     }
 
+    // Whether they need not be asked whether they fit.
+    [[nodiscard]] bool isTrusted() const noexcept { return m_IsTrusted; }
+    // Applied from the last to the first when it is toggled.
+    [[nodiscard]] std::span<const std::unique_ptr<Edit>> edits() const noexcept { return m_Edits; }
+
     void store(EditWriter &out) const;
     // Whether its edits fit is found out when it is toggled.
     [[nodiscard]] static Result<HistoryStep> load(EditReader &in);

@@ -136,8 +136,15 @@ TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
     EXPECT_EQ(readPath, "/tmp/\xe4.pdb");
     EXPECT_EQ(WorkbenchCommands::openFile("Mine"), Outcome::Done);
     EXPECT_EQ(m_Call.data, nullptr);
+    bool isChosen = false;
+    EXPECT_EQ(WorkbenchCommands::openFile("Mine", &isChosen), Outcome::Done);
+    EXPECT_EQ(m_Call.data, &isChosen);
     routes.registerExecute("Calculate", "Alignment", "Malign", record());
     EXPECT_EQ(WorkbenchCommands::realign("Mine", *alignment), Outcome::Done);
+    EXPECT_EQ(m_Call.data, alignment.get());
+    m_Call = {};
+    routes.registerExecute("Data", "Alignment", "show", record());
+    EXPECT_EQ(WorkbenchCommands::showAlignment("Mine", *alignment), Outcome::Done);
     EXPECT_EQ(m_Call.data, alignment.get());
 }
 

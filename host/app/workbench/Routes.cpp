@@ -57,12 +57,15 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
     const auto execute = [&routes](const CommandName &name, PluginRoutes::Handler handler) {
         routes.registerExecute(name.group, name.service, name.command, std::move(handler));
     };
-    execute(WorkbenchCommands::kOpenFile, [this](const PluginCall &) { return openFile(); });
+    execute(WorkbenchCommands::kOpenFile,
+            [this](const PluginCall &call) { return openFile(call); });
     command(WorkbenchCommands::kReadStructure,
             [this](const PluginCall &call) { return readPdb(call); });
     command(WorkbenchCommands::kSaveAlignment,
             [this](const PluginCall &call) { return savePir(call); });
     execute(WorkbenchCommands::kRealign, [this](const PluginCall &call) { return realign(call); });
+    execute(WorkbenchCommands::kShowAlignment,
+            [this](const PluginCall &call) { return show(call); });
 }
 
 Routes::~Routes()
@@ -75,9 +78,11 @@ Routes::~Routes()
 }
 
 // Choosing nothing is no failure.
-bool Routes::openFile()
+bool Routes::openFile(const PluginCall &call)
 {
-    m_Actions.askAndOpen(QApplication::activeWindow());
+    const bool isChosen = m_Actions.askAndOpen(QApplication::activeWindow());
+    if (call.data != nullptr)
+        *static_cast<bool *>(call.data) = isChosen;
     return true;
 }
 
@@ -121,6 +126,12 @@ bool Routes::realign(const PluginCall &call)
 {
     auto *alignment = static_cast<Alignment *>(call.data);
     return alignment != nullptr && m_Actions.realign(*alignment);
+}
+
+bool Routes::show(const PluginCall &call)
+{
+    auto *alignment = static_cast<Alignment *>(call.data);
+    return alignment != nullptr && m_Actions.show(*alignment);
 }
 
 // The file is complete, or as it was, when this returns.

@@ -30,9 +30,11 @@ public:
     // What the workbench does for them.
     struct Actions
     {
-        // With a file dialog over the window.
-        std::function<void(QWidget *parent)> askAndOpen;
+        // With a file dialog over the window; whether one was chosen.
+        std::function<bool(QWidget *parent)> askAndOpen;
         std::function<bool(Alignment &alignment)> realign;
+        // In a window.
+        std::function<bool(Alignment &alignment)> show;
         std::function<void(const LoadReport &report)> tellBadFiles;
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
         // Writes, and returns when the file is complete, or as it was. When empty, it is written in
@@ -54,9 +56,10 @@ public:
     Routes &operator=(const Routes &) = delete;
 
 private:
-    bool openFile();
+    bool openFile(const PluginCall &call);
     bool readPdb(const PluginCall &call);
     bool realign(const PluginCall &call);
+    bool show(const PluginCall &call);
     bool savePir(const PluginCall &call);
 
     // What has to wait may come to its turn when the loader has gone, and this too.

@@ -229,8 +229,9 @@ void Workbench::connectWindow()
 void Workbench::makeRoutes()
 {
     Routes::Actions actions;
-    actions.askAndOpen = [this](QWidget *parent) { askAndOpen(parent); };
+    actions.askAndOpen = [this](QWidget *parent) { return askAndOpen(parent); };
     actions.realign = [this](Alignment &alignment) { return realign(alignment); };
+    actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);

@@ -484,4 +484,78 @@ std::size_t RestoreRunsEdit::bytes() const
            bytesOf(m_Cells.breaks);
 }
 
+// ---- The same of another alignment
+
+std::unique_ptr<Edit> GapEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<GapEdit>(table, m_Kind, m_Move);
+}
+
+std::unique_ptr<Edit> RowMoveEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RowMoveEdit>(table, m_From, m_To);
+}
+
+std::unique_ptr<Edit> RowOrderEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RowOrderEdit>(table, m_Order);
+}
+
+std::unique_ptr<Edit> InsertRowsEdit::copyFor(AlignmentTable &table) const
+{
+    AlignmentTable::Rows rows;
+    rows.reserve(m_Rows.size());
+    for (const auto &row : m_Rows)
+        rows.push_back(std::make_unique<AlignmentRow>(*row));
+    return std::make_unique<InsertRowsEdit>(table, m_Kind, m_Indices, std::move(rows), m_Width);
+}
+
+std::unique_ptr<Edit> RemoveRowsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RemoveRowsEdit>(table, m_Kind, m_Indices, m_Width);
+}
+
+std::unique_ptr<Edit> OpenColumnsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<OpenColumnsEdit>(table, m_Kind, m_Runs);
+}
+
+std::unique_ptr<Edit> CloseColumnsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<CloseColumnsEdit>(table, m_Kind, m_Runs, RangeStep{});
+}
+
+std::unique_ptr<Edit> RemoveColumnsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RemoveColumnsEdit>(table, m_Kind, m_Begin, m_Count);
+}
+
+std::unique_ptr<Edit> RestoreColumnsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RestoreColumnsEdit>(table, m_Kind, m_Begin, m_Count,
+                                                Cells{m_Cells.bits, m_Cells.residues, {}, {}},
+                                                RangeStep{});
+}
+
+std::unique_ptr<Edit> RemoveRunsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RemoveRunsEdit>(table, m_Kind, m_Runs);
+}
+
+std::unique_ptr<Edit> RestoreRunsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<RestoreRunsEdit>(
+        table, m_Kind, m_Runs, Cells{m_Cells.bits, m_Cells.residues, {}, {}}, RangeStep{});
+}
+
+std::unique_ptr<Edit> ColumnTextEdit::copyFor(AlignmentTable &) const
+{
+    return nullptr;
+}
+
+std::unique_ptr<Edit> ReplaceColumnsEdit::copyFor(AlignmentTable &table) const
+{
+    return std::make_unique<ReplaceColumnsEdit>(table, m_Kind, m_Stretch, m_Bits);
+}
+
 } // namespace TAMBO

@@ -28,6 +28,9 @@ public:
     const char *kind() const override { return m_Kind; }
     EditPart part() const override { return EditPart::Cells; }
     Compound *subject() const override { return &m_Table.alignment(); }
+    // The same change of the cells of another alignment, which is in the same state and in no tree;
+    // null for one that changes no cells. The current range and breaks between chains are left out.
+    [[nodiscard]] virtual std::unique_ptr<Edit> copyFor(AlignmentTable &table) const = 0;
 
 protected:
     AlignmentEdit(AlignmentTable &table, const char *kind) : m_Table(table), m_Kind(kind) { }
@@ -64,6 +67,7 @@ public:
                                                     EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -82,6 +86,7 @@ public:
     { }
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override { return sizeof(*this); }
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -106,6 +111,7 @@ public:
     [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -127,6 +133,7 @@ public:
                                                     EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     // With the sequences of the rows.
     void appendNeeded(std::vector<const Compound *> &out) const override;
@@ -150,6 +157,7 @@ public:
                                                     EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -212,6 +220,7 @@ public:
                     const RangeStep &step = {});
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -228,6 +237,7 @@ public:
                      const RangeStep &step);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -247,6 +257,7 @@ public:
     { }
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override { return sizeof(*this); }
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -283,6 +294,7 @@ public:
     [[nodiscard]] static Cells joined(std::vector<Cells> parts);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -308,6 +320,7 @@ public:
                                                     EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -339,6 +352,7 @@ public:
                        const RangeStep &step = {});
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -366,6 +380,7 @@ public:
     [[nodiscard]] bool prepare(LongWork &work);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
@@ -398,6 +413,7 @@ public:
                                                     EditReader &in);
 
     std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
     std::size_t bytes() const override;
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;

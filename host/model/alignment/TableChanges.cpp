@@ -79,7 +79,7 @@ bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences)
 }
 
 bool replaceColumns(AlignmentTable &table, const Range &range,
-                    const std::vector<OccupancyRow> &rows, Column count)
+                    const std::vector<OccupancyRow> &rows, Column count, const char *kind)
 {
     if (!mayChange(table.alignment()))
         return false;
@@ -103,12 +103,12 @@ bool replaceColumns(AlignmentTable &table, const Range &range,
     std::vector<std::string> texts;
     if (table.annotation() != nullptr) {
         texts = carriedTexts(table, range, rows, count);
-        clearColumnTexts(table, "realign", range.first, oldCount);
+        clearColumnTexts(table, kind, range.first, oldCount);
     }
-    ReplaceColumnsEdit edit(table, "realign", {range.first, oldCount, count}, std::move(bits));
+    ReplaceColumnsEdit edit(table, kind, {range.first, oldCount, count}, std::move(bits));
     recordInverse(edit.apply());
     if (table.annotation() != nullptr)
-        recordTexts(table, "realign", range.first, std::move(texts));
+        recordTexts(table, kind, range.first, std::move(texts));
     return true;
 }
 

@@ -18,8 +18,10 @@ bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences);
 
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.
+// kind: a literal.
 bool replaceColumns(AlignmentTable &table, const AlignmentTable::Range &range,
-                    const std::vector<OccupancyRow> &rows, AlignmentTable::Column count);
+                    const std::vector<OccupancyRow> &rows, AlignmentTable::Column count,
+                    const char *kind = "realign");
 
 // The cells of the range, row by row, with as many residues in each row as there are. What is said
 // of the columns stays. Inside a ChangeScope.

@@ -2,6 +2,7 @@
 // Each kind of edit, and its inverse, does as bytes what it does itself.
 #include "unit/history/ReplayFixture.h"
 
+#include "RowLayouts.h"
 #include "StepReplay.h"
 
 #include <functional>
@@ -148,6 +149,9 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
         auto shifted = cells;
         shifted.insertGaps(0, 2);
         TAMBO::replaceColumns(plain().table(), {1, 3}, {cells, shifted}, 5);
+    });
+    check("placed residues", [&] {
+        EXPECT_TRUE(TAMBO::RowLayouts::place(plain(), {1, 3}, 5, {{0b11}, {0b1100}}));
     });
     check("combined alignments", [&] { family().combine(*all<TAMBO::Alignment>()[1]); });
     check("a sequence", [&] { peptide("new", "ACDE"); });
