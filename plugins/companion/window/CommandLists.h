@@ -18,6 +18,7 @@ namespace companion {
 [[nodiscard]] std::vector<Command> rowCommands();
 [[nodiscard]] std::vector<Command> columnCommands();
 [[nodiscard]] std::vector<Command> colorCommands();
+[[nodiscard]] std::vector<Command> compareCommands();
 [[nodiscard]] std::vector<Command> treeCommands();
 [[nodiscard]] std::vector<Command> nameCommands();
 [[nodiscard]] std::vector<Command> keyboardCommands();

@@ -62,6 +62,7 @@ std::vector<Command> makeCommands()
     append(all, columnCommands());
     append(all, colorCommands(), true);
     append(all, {identitiesCommand()});
+    append(all, compareCommands());
     append(all, treeCommands());
     append(all, nameCommands(), true);
     append(all, keyboardCommands());

@@ -39,6 +39,9 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_GoTo(new GoToBar(window)),
       m_Find(new FindBar(window)),
       m_Select(new SelectBar(window)),
+      m_Compare(new CompareBar(
+          window, [this](const QString &message) { tell(message); },
+          [this] { return m_Cursor.block(); })),
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
       m_Tracks(new Tracks(window)),
@@ -64,6 +67,7 @@ Companion::~Companion()
     delete m_Tracks;
     delete m_Legend;
     delete m_Overview;
+    delete m_Compare;
     delete m_Select;
     delete m_Find;
     delete m_GoTo;

@@ -5,6 +5,7 @@
 #include "CellCursor.h"
 #include "ColumnRules.h"
 #include "ColumnTools.h"
+#include "CompareBar.h"
 #include "Editing.h"
 #include "FindBar.h"
 #include "FocusStops.h"
@@ -49,6 +50,7 @@ public:
     [[nodiscard]] GoToBar &goTo() noexcept { return *m_GoTo; }
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
     [[nodiscard]] SelectBar &selecting() noexcept { return *m_Select; }
+    [[nodiscard]] CompareBar &compare() noexcept { return *m_Compare; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
     [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
@@ -97,6 +99,7 @@ private:
     QPointer<GoToBar> m_GoTo;
     QPointer<FindBar> m_Find;
     QPointer<SelectBar> m_Select;
+    QPointer<CompareBar> m_Compare;
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
     QPointer<Tracks> m_Tracks;
