@@ -30,7 +30,7 @@ TEST_F(RowsByHand, ASelectedRowMovesByKeys)
     waitForColor(m_Grid.ground(2, 0), selectedColorOf(row(0)[0]));
     keys("alt+Up");
     waitForColor(m_Grid.ground(1, 0), selectedColorOf(row(0)[0]));
-    keys("alt+shift+Up");
+    keys("alt+Home");
     waitForColor(m_Grid.corner, selectedColorOf(row(0)[0]));
     keys("ctrl+z");
     waitForLetter(m_Grid.corner, row(1)[0]);

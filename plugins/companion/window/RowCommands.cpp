@@ -11,7 +11,7 @@ std::vector<Command> rowCommands()
     return {
         {tr("Move to &Top"),
          tr("Move the selected rows above all others"),
-         {QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Up)},
+         {QKeySequence(Qt::ALT | Qt::Key_Home)},
          [](Companion &companion) { companion.rows().move(RowMove::ToTop); },
          false,
          menu},
