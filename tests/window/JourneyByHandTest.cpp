@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An afternoon's work: a family with errors is opened, put right and saved, by the mouse alone.
+// An afternoon's work: a family with errors is opened, put right and saved, by keys alone and by
+// the mouse alone.
 #include "CompanionByHand.h"
 
 #include <QFile>
@@ -108,6 +109,55 @@ protected:
     QByteArray m_Wrong;
     QString m_File;
 };
+
+class JourneyByKeys : public Journey
+{
+protected:
+    static QString times(const char *key, int count)
+    {
+        return (QString(key) + ' ').repeated(count).trimmed();
+    }
+    void goTo(int row, int column)
+    {
+        m_Screen.pressKey("ctrl+Home");
+        if (row > 0)
+            m_Screen.pressKey(times("Down", row));
+        if (column > 0)
+            m_Screen.pressKey(times("Right", column));
+        waitFor([&] { return isSettled(); });
+    }
+    // The cursor's frame would cover some of it.
+    void leaveAndWaitForRight(const Error &error)
+    {
+        m_Screen.pressKey("ctrl+Home");
+        waitForRight(error);
+    }
+};
+
+TEST_F(JourneyByKeys, PutsThreeErrorsRightAndSavesTheFile)
+{
+    openWrong();
+    keys("F7");
+    // The gaps go first: then there is room for them at the end of the row.
+    goTo(kLate.row, kLate.column + kLate.shift);
+    m_Screen.pressKey("3 Delete");
+    m_Screen.pressKey(times("Left", kLate.shift));
+    m_Screen.pressKey("3 space");
+    leaveAndWaitForRight(kLate);
+
+    // From behind them.
+    goTo(kEarly.row, kEarly.column + kEarly.shift + kEarly.count);
+    m_Screen.pressKey("3 BackSpace");
+    m_Screen.pressKey(times("Right", -kEarly.shift));
+    m_Screen.pressKey("3 space");
+    leaveAndWaitForRight(kEarly);
+
+    // The residues with their gaps on both sides.
+    goTo(kSlid.row, kSlid.column + kSlid.shift + kSlid.count);
+    m_Screen.pressKey("4 alt+Left");
+    leaveAndWaitForRight(kSlid);
+    saveAndCompare();
+}
 
 class JourneyByMouse : public Journey
 {
