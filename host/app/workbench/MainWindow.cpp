@@ -59,6 +59,7 @@ using services::UndoActions;
 
 constexpr const char *kPlaceKey = "Workbench";
 constexpr int kSayMilliseconds = 8000;
+constexpr const char *kTourPage = "tour.html";
 
 // Beside the places of windows, which are no settings either.
 ConfigStore dockStore()
@@ -252,6 +253,7 @@ void MainWindow::makeHelpMenu()
     services::WorkbenchMenus::instance().setMenuBar(*menuBar(), menu->menuAction());
     menu->addAction(tr("&Contents"), QKeySequence::HelpContents, this,
                     [] { HelpViewer::Show(QString()); });
+    menu->addAction(tr("&Tour"), this, [] { HelpViewer::Show(QString::fromLatin1(kTourPage)); });
     menu->addAction(tr("&Plug-ins…"), this, [this] {
         PluginsDialog(m_Parts.plugins,
                       ModellingTools(QCoreApplication::applicationDirPath()).stateText(), this)
@@ -475,6 +477,8 @@ void MainWindow::offerStart()
         m_Start = new StartPage(m_Parts.recentFiles, *m_Tree->viewport());
         connect(m_Start, &StartPage::openAsked, this, &MainWindow::filesAsked);
         connect(m_Start, &StartPage::exampleAsked, this, &MainWindow::exampleAsked);
+        connect(m_Start, &StartPage::tourAsked, this,
+                [] { HelpViewer::Show(QString::fromLatin1(kTourPage)); });
         connect(m_Start, &StartPage::helpAsked, this, [] { HelpViewer::Show(QString()); });
         connect(m_Start, &StartPage::fileAsked, this,
                 [this](const QString &file) { emit openAsked({file}); });

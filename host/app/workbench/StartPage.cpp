@@ -71,10 +71,14 @@ StartPage::StartPage(const RecentFiles &recent, QWidget &over)
     QPushButton *const example = startButton(tr("Open the e&xample, a family with its structures"));
     example->setIcon(startIcon("kind-alignment"));
     connect(example, &QPushButton::clicked, this, &StartPage::exampleAsked);
+    QPushButton *const tour =
+        startButton(tr("Take the to&ur, from two structures and a sequence to a model"));
+    tour->setIcon(startIcon("help"));
+    connect(tour, &QPushButton::clicked, this, &StartPage::tourAsked);
     QPushButton *const help = startButton(tr("&Read how it works"));
     help->setIcon(startIcon("help"));
     connect(help, &QPushButton::clicked, this, &StartPage::helpAsked);
-    for (QPushButton *const button : {open, example, help})
+    for (QPushButton *const button : {open, example, tour, help})
         column->addWidget(button, 0, Qt::AlignLeft);
     column->addSpacing(kStartMargin / 2);
     column->addLayout(m_List);

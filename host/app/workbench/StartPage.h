@@ -24,6 +24,7 @@ public:
 signals:
     void openAsked();
     void exampleAsked();
+    void tourAsked();
     void helpAsked();
     void fileAsked(const QString &file);
 
