@@ -73,7 +73,11 @@ bool setRefitted(TAMBO::Alignment &alignment, bool isOn)
     return true;
 }
 
-Refit::Refit() = default;
+Refit::Refit()
+{
+    lookForOthers();
+}
+
 Refit::~Refit() = default;
 
 void Refit::stepEnds(const StepChanges &changes)
@@ -84,26 +88,34 @@ void Refit::stepEnds(const StepChanges &changes)
         auto *const alignment = dynamic_cast<TAMBO::Alignment *>(change.object);
         if (alignment == nullptr)
             continue;
-        if (!isRefitted(*alignment))
-            m_Known.erase(alignment);
+        if (!isRefitted(*alignment)) {
+            if (m_Known.erase(alignment) > 0)
+                m_Off.insert(alignment);
+            continue;
+        }
+        m_Off.erase(alignment);
         // A copy lies as what it is a copy of.
-        else if (change.isNew)
-            m_Known[alignment] = {LayoutChanges::revision(*alignment), 0, {}};
+        if (change.isNew)
+            m_Known[alignment] = {LayoutChanges::revision(*alignment), 0, {}, false};
         // Values are no reason to move anything.
-        else if (change.isDisplayOnly && !m_Known.contains(alignment))
-            m_Known[alignment] = {LayoutChanges::revision(*alignment),
-                                  TAMBO::StructureDetails::revision(),
-                                  StructureFits::rows(*alignment)};
-        else
+        else if (!change.isDisplayOnly)
             follow(*alignment);
+        else if (!m_Known.contains(alignment))
+            m_Known[alignment] = knownOf(*alignment);
     }
+}
+
+Refit::Known Refit::knownOf(const TAMBO::Alignment &alignment)
+{
+    return {LayoutChanges::revision(alignment), TAMBO::StructureDetails::revision(),
+            StructureFits::rows(alignment), false};
 }
 
 void Refit::follow(TAMBO::Alignment &alignment)
 {
     const auto before = m_Known.find(&alignment);
     const std::uint64_t layout = LayoutChanges::revision(alignment);
-    if (before != m_Known.end() && before->second.layout == layout)
+    if (before != m_Known.end() && before->second.layout == layout && !before->second.isOwed)
         return;
     Known known = before == m_Known.end() ? Known() : before->second;
     if (before == m_Known.end())
@@ -118,14 +130,20 @@ void Refit::follow(TAMBO::Alignment &alignment)
         std::erase(rows, fixed);
         const DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
         // It is made up for with the next step.
-        if (!change.m_good)
+        if (!change.m_good) {
+            if (before == m_Known.end())
+                m_Known[&alignment] = {layout, 0, {}, true};
+            else
+                before->second.isOwed = true;
             return;
+        }
         if (!rows.empty()) {
             StructureFits::superpose(alignment, fixed, rows);
             m_Fits += rows.size();
         }
     }
     known.layout = layout;
+    known.isOwed = false;
     known.structures = TAMBO::StructureDetails::revision();
     m_Known[&alignment] = std::move(known);
 }
@@ -150,18 +168,63 @@ std::vector<unsigned long> Refit::concerned(const TAMBO::Alignment &alignment, K
     return rows;
 }
 
-// Undo takes the value back without a step that could be followed.
-void Refit::commUpdate()
+void Refit::look()
 {
-    std::erase_if(m_Known, [](const auto &each) { return !isRefitted(*each.first); });
+    for (auto each = m_Known.begin(); each != m_Known.end();) {
+        const TAMBO::Alignment &alignment = *each->first;
+        if (!isRefitted(alignment)) {
+            m_Off.insert(each->first);
+            each = m_Known.erase(each);
+            continue;
+        }
+        Known &known = each->second;
+        ++each;
+        if (known.isOwed || known.layout == LayoutChanges::revision(alignment))
+            continue;
+        // Where the structures are has been taken back with the cells.
+        if (known.structures == TAMBO::StructureDetails::revision() &&
+            rowsWithMovedGaps(LayoutChanges::since(alignment, known.layout)))
+            known.layout = LayoutChanges::revision(alignment);
+        else
+            known = knownOf(alignment);
+    }
+    std::erase_if(m_Off, [this](TAMBO::Alignment *alignment) {
+        const bool isOn = isRefitted(*alignment);
+        if (isOn)
+            m_Known[alignment] = knownOf(*alignment);
+        return isOn;
+    });
 }
 
-void Refit::commAdd() { }
+void Refit::commUpdate()
+{
+    look();
+}
+
+void Refit::commAdd()
+{
+    look();
+    lookForOthers();
+}
+
+// Some come with it on: from a session, or back by undo.
+void Refit::lookForOthers()
+{
+    for (TAMBO::Compound *const object : *TAMBO::Space::instance()) {
+        if (object->Kind() != TAMBO::CompoundKind::Alignment)
+            continue;
+        auto *const alignment = dynamic_cast<TAMBO::Alignment *>(object);
+        if (alignment != nullptr && !m_Known.contains(alignment) && isRefitted(*alignment))
+            m_Known[alignment] = knownOf(*alignment);
+    }
+}
 
 // Whoever has gone is there until all have been told.
 void Refit::commDelete()
 {
     std::erase_if(m_Known, [](const auto &each) { return each.first->Parent() == nullptr; });
+    std::erase_if(m_Off, [](const auto *alignment) { return alignment->Parent() == nullptr; });
+    look();
 }
 
 } // namespace companion

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace companion {
@@ -43,14 +44,23 @@ private:
         std::uint64_t layout = 0;
         std::uint64_t structures = 0;
         std::vector<TAMBO::StructureRow> rows;
+        // Edits since then could not be followed.
+        bool isOwed = false;
     };
 
+    // As it is.
+    [[nodiscard]] static Known knownOf(const TAMBO::Alignment &alignment);
+    // Takes over what undo and redo have done, of which no step is told.
+    void look();
+    void lookForOthers();
     void follow(TAMBO::Alignment &alignment);
     // Those to be looked at again; all rows with structures in known afterwards.
     [[nodiscard]] static std::vector<unsigned long> concerned(const TAMBO::Alignment &alignment,
                                                               Known &known);
     // Of those that have been looked at.
     std::map<TAMBO::Alignment *, Known> m_Known;
+    // For which it has been on, and may be so again by undo or redo.
+    std::set<TAMBO::Alignment *> m_Off;
     std::size_t m_Fits = 0;
 };
 

@@ -9,6 +9,7 @@
 #include "FileReader.h"
 #include "LetterColors.h"
 #include "ObjectOperations.h"
+#include "PluginValues.h"
 
 #include <filesystem>
 #include <fstream>
@@ -64,6 +65,18 @@ protected:
         ASSERT_TRUE(change.m_good);
         for (; count > 0; --count)
             alignment.insertGap(row, alignment.columnOfResidue(row, residue));
+    }
+    // Away from where it was.
+    void moveByHand(std::size_t structure)
+    {
+        TAMBO::moveStructures(
+            {{structures[structure], TAMBO::Superposition({{{0, 0, 0}, {5, 5, 5}}})}});
+    }
+    static void setValue(TAMBO::Alignment &alignment)
+    {
+        const DataPoint<TAMBO::Alignment> change(nullptr, &alignment);
+        ASSERT_TRUE(change.m_good);
+        EXPECT_TRUE(PluginValues::Set(&alignment, "another", "key", "value"));
     }
     // Each structure lies as near to the first as a superposition of the two brings it.
     static void expectSuperposed(const TAMBO::Alignment &alignment)
@@ -190,8 +203,7 @@ TEST_F(Refitting, DoesNotRunWhenNoCellHasMoved)
 {
     TAMBO::Alignment &alignment = apart();
     setRefitted(alignment, true);
-    // By hand, away from where it was.
-    TAMBO::moveStructures({{structures[1], TAMBO::Superposition({{{0, 0, 0}, {5, 5, 5}}})}});
+    moveByHand(1);
     const auto before = bits();
     const std::size_t fits = refit.fits();
     {
@@ -205,6 +217,105 @@ TEST_F(Refitting, DoesNotRunWhenNoCellHasMoved)
     TAMBO::renameObject(alignment, "other");
     EXPECT_EQ(refit.fits(), fits);
     EXPECT_EQ(bits(), before);
+}
+
+TEST_F(Refitting, NothingButAnEditMovesAnythingAfterUndoAndRedo)
+{
+    TAMBO::Alignment &alignment = apart(5);
+    setRefitted(alignment, true);
+    slide(alignment, 3, 8);
+    slide(alignment, 1, 8);
+    history.undo();
+    history.undo();
+    history.redo();
+    history.undo();
+    moveByHand(2);
+    const auto before = bits();
+    const std::size_t fits = refit.fits();
+    setValue(alignment);
+    TAMBO::renameObject(alignment, "other");
+    EXPECT_EQ(refit.fits(), fits);
+    EXPECT_EQ(bits(), before);
+    slide(alignment, 4, 8);
+    EXPECT_EQ(refit.fits(), fits + 1) << "the row that is edited now, not what was undone";
+}
+
+TEST_F(Refitting, ReadsTheRowsAnewThatUndoBringsBack)
+{
+    TAMBO::Alignment &alignment = apart(4);
+    setRefitted(alignment, true);
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
+        alignment.removeRow(0);
+    }
+    history.undo();
+    const std::size_t fits = refit.fits();
+    slide(alignment, 3, 8);
+    EXPECT_EQ(refit.fits(), fits + 1);
+    expectSuperposed(alignment);
+}
+
+TEST_F(Refitting, ANewNameMovesNothingWhenItIsOnAgainByUndo)
+{
+    TAMBO::Alignment &alignment = apart();
+    setRefitted(alignment, true);
+    const auto renamed = [&](const char *name) {
+        moveByHand(1);
+        const auto before = bits();
+        const std::size_t fits = refit.fits();
+        TAMBO::renameObject(alignment, name);
+        EXPECT_EQ(refit.fits(), fits) << name;
+        EXPECT_EQ(bits(), before) << name;
+        history.undo();
+        history.undo();
+    };
+    setRefitted(alignment, false);
+    history.undo();
+    ASSERT_TRUE(isRefitted(alignment));
+    renamed("switched on again");
+    TAMBO::DataMaker::Destroy(&alignment);
+    history.undo();
+    ASSERT_TRUE(isRefitted(alignment));
+    renamed("there again");
+    history.undo();
+    ASSERT_FALSE(isRefitted(alignment));
+    history.redo();
+    ASSERT_TRUE(isRefitted(alignment));
+    renamed("redone");
+    slide(alignment, 2, 10);
+    expectSuperposed(alignment);
+}
+
+TEST_F(Refitting, ANewNameMovesNothingWhenItWasOnBefore)
+{
+    TAMBO::Alignment &alignment = apart();
+    setRefitted(alignment, true);
+    Refit another;
+    moveByHand(1);
+    const auto before = bits();
+    TAMBO::renameObject(alignment, "other");
+    EXPECT_EQ(another.fits(), 0U);
+    EXPECT_EQ(bits(), before);
+    slide(alignment, 3, 10);
+    EXPECT_EQ(another.fits(), 1U) << "the row that was edited";
+}
+
+TEST_F(Refitting, MakesUpForAnEditThatItCouldNotFollow)
+{
+    TAMBO::Alignment &alignment = apart(4);
+    setRefitted(alignment, true);
+    const auto before = bits();
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
+        alignment.insertGap(3, alignment.columnOfResidue(3, 8));
+        TAMBO::setObjectLocked(space(), true);
+    }
+    TAMBO::setObjectLocked(space(), false);
+    EXPECT_EQ(bits(), before);
+    const std::size_t fits = refit.fits();
+    slide(alignment, 4, 8);
+    EXPECT_EQ(refit.fits(), fits + 2);
+    expectSuperposed(alignment);
 }
 
 TEST_F(Refitting, AnEditThatLeavesThePairsAsTheyAreMovesNothing)
