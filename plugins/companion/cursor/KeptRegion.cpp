@@ -51,6 +51,13 @@ bool store(TAMBO::Alignment &alignment, const ColumnRange &columns)
                : PluginValues::Remove(&alignment, kKeptOf, kKeptColumns);
 }
 
+void tellLost(const TAMBO::Alignment &alignment)
+{
+    Logger::Write(tr("The columns that were kept in %1 are not kept any more: too many columns "
+                     "have come or gone at once to tell which they are now.")
+                      .arg(QString::fromStdString(alignment.Name())));
+}
+
 } // namespace
 
 std::optional<ColumnRange> keptColumns(const TAMBO::Alignment &alignment)
@@ -115,44 +122,68 @@ void KeptRegions::look()
             continue;
         const std::uint64_t revision = TAMBO::LayoutChanges::revision(*alignment);
         const auto known = m_States.find(alignment);
-        if (known != m_States.end() && known->second.revision == revision &&
+        if (known != m_States.end() &&
+            (known->second.revision == revision || known->second.isOwed) &&
             known->second.columns == *columns)
             states.insert(m_States.extract(known));
         else
             states.emplace(alignment,
-                           State{revision, *columns, ColumnAnchors(*alignment, *columns)});
+                           State{revision, *columns, ColumnAnchors(*alignment, *columns), false});
     }
     m_States = std::move(states);
 }
 
+void KeptRegions::followCopy(TAMBO::Alignment &copy)
+{
+    const auto columns = storedColumns(copy);
+    if (!columns)
+        return;
+    const auto edits = TAMBO::LayoutChanges::since(copy, 0);
+    const ColumnRange there = edits ? followed(*columns, *edits) : ColumnRange{};
+    if (there == *columns)
+        return;
+    DataPoint<TAMBO::Alignment> guard(nullptr, &copy);
+    if (!guard.m_good)
+        return;
+    if (!edits)
+        tellLost(copy);
+    store(copy, there);
+}
+
 void KeptRegions::stepEnds(const StepChanges &changes)
 {
-    // Of a million sequences that change none is looked at as long as nothing is kept.
-    if (m_States.empty())
-        return;
     for (const StepChange &change : changes.objects) {
+        if (change.object->Kind() != TAMBO::CompoundKind::Alignment)
+            continue;
         const auto found = m_States.find(change.object);
-        if (found == m_States.end() || change.isNew)
+        if (found == m_States.end() && !change.isNew)
             continue;
         auto *const alignment = dynamic_cast<TAMBO::Alignment *>(change.object);
         if (alignment == nullptr)
             continue;
-        const State &state = found->second;
+        if (change.isNew) {
+            followCopy(*alignment);
+            continue;
+        }
+        State &state = found->second;
         // Others may have been chosen in this step.
         if (storedColumns(*alignment) != state.columns)
             continue;
         const auto edits = TAMBO::LayoutChanges::since(*alignment, state.revision);
         const std::optional<ColumnRange> columns =
             edits ? followed(state.columns, *edits) : state.anchors.find(*alignment);
+        state.isOwed = false;
         if (columns == state.columns)
             continue;
-        if (!columns)
-            Logger::Write(tr("The columns that were kept in %1 are not kept any more: too many "
-                             "columns have come or gone at once to tell which they are now.")
-                              .arg(QString::fromStdString(alignment->Name())));
         DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
-        if (guard.m_good)
-            store(*alignment, columns.value_or(ColumnRange{}));
+        // It is made up for with the next step.
+        if (!guard.m_good) {
+            state.isOwed = true;
+            continue;
+        }
+        if (!columns)
+            tellLost(*alignment);
+        store(*alignment, columns.value_or(ColumnRange{}));
     }
 }
 

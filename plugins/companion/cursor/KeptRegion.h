@@ -46,7 +46,12 @@ private:
         std::uint64_t revision;
         ColumnRange columns;
         ColumnAnchors anchors;
+        // Edits since then could not be taken over.
+        bool isOwed = false;
     };
+
+    // What a copy that leaves out columns takes over counts in what it is a copy of.
+    static void followCopy(TAMBO::Alignment &copy);
 
     std::map<const TAMBO::Compound *, State> m_States;
 };

@@ -26,6 +26,14 @@ protected:
         }
         QCoreApplication::processEvents();
     }
+    template <typename IsKept> TAMBO::Alignment *copyOf(const IsKept &isKept)
+    {
+        std::vector<bool> columns(m_Shown.width());
+        for (std::size_t col = 0; col < columns.size(); ++col)
+            columns[col] = isKept(col);
+        const DataPointBase guard(nullptr, Publisher::Add);
+        return m_Shown.duplicate(std::vector<bool>(m_Shown.height(), true), columns, "part");
+    }
     void keepByCommand() { m_Companion->editing().kept().keep(); }
 };
 
@@ -165,6 +173,36 @@ TEST_F(Kept, GoWithACopyOfTheAlignment)
         copy = m_Shown.duplicate(10);
     }
     EXPECT_EQ(keptColumns(*copy), ColumnRange(5, 10));
+}
+
+TEST_F(Kept, AreTheSameColumnsInACopyThatLeavesOutOthers)
+{
+    keepColumns(m_Shown, {100, 120});
+    const TAMBO::Alignment *const block = copyOf([](std::size_t col) { return col >= 90; });
+    EXPECT_EQ(keptColumns(*block), ColumnRange(10, 30));
+    const TAMBO::Alignment *const holes =
+        copyOf([](std::size_t col) { return col != 10 && col != 50 && col != 105 && col != 200; });
+    EXPECT_EQ(keptColumns(*holes), ColumnRange(98, 117));
+    const TAMBO::Alignment *const without = copyOf([](std::size_t col) { return col < 100; });
+    EXPECT_FALSE(keptColumns(*without));
+    const TAMBO::Alignment *const scattered = copyOf([](std::size_t col) { return col % 2 == 0; });
+    EXPECT_FALSE(keptColumns(*scattered)) << "more have gone than is known of it";
+    EXPECT_EQ(kept(), ColumnRange(100, 120));
+}
+
+TEST_F(Kept, MoveWithTheNextEditWhenTheyCouldNotMoveWithOne)
+{
+    keepColumns(m_Shown, {5, 10});
+    edit([&] {
+        m_Shown.insertGapCol(2, 3);
+        TAMBO::setObjectLocked(m_Shown, true);
+    });
+    TAMBO::setObjectLocked(m_Shown, false);
+    EXPECT_EQ(kept(), ColumnRange(5, 10));
+    edit([&] { m_Shown.insertGapCol(0, 1); });
+    EXPECT_EQ(kept(), ColumnRange(9, 14));
+    edit([&] { m_Shown.insertGapCol(0, 1); });
+    EXPECT_EQ(kept(), ColumnRange(10, 15));
 }
 
 TEST_F(Kept, AreNoneWhenAValueIsNone)
