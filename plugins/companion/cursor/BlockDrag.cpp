@@ -33,7 +33,7 @@ constexpr QColor kTarget(0, 120, 60);
 constexpr QColor kRefused(200, 0, 0);
 constexpr int kTargetGroundAlpha = 80;
 
-QString distanceText(unsigned long rows, long columns)
+QString wayText(unsigned long rows, long columns)
 {
     const QString text =
         columns < 0 ? tr("To the left by %L1, rows: %L2") : tr("To the right by %L1, rows: %L2");
@@ -99,6 +99,7 @@ bool BlockDrag::press(const QMouseEvent &mouse)
     } else {
         m_Cursor.click(*cell);
     }
+    drag.button = mouse.button();
     m_Drag = drag;
     m_IsRefused = false;
     shown().areaWidget(WindowArea::Cells)->setCursor(Qt::ClosedHandCursor);
@@ -140,8 +141,7 @@ void BlockDrag::beginLooking()
     repaintRows();
     if (!m_Drag->to || *m_Drag->to == m_Drag->from.col)
         return m_Telling.show({});
-    m_Telling.show(
-        distanceText(m_Drag->cells.rowEnd - m_Drag->cells.rowBegin, edit(*m_Drag->to).count));
+    m_Telling.show(wayText(m_Drag->cells.rowEnd - m_Drag->cells.rowBegin, edit(*m_Drag->to).count));
     const TAMBO::Alignment &alignment = *shown().alignment();
     m_Run.emplace(alignment, edit(*m_Drag->to), keptColumns(alignment));
     m_Looking.start();
@@ -211,7 +211,7 @@ void BlockDrag::release(Qt::MouseButton button)
     if (!outcome.isDone && !outcome.reason.isEmpty())
         m_Telling.tell(outcome.reason);
     else if (outcome.isDone && drag.isOfBlock)
-        m_Cursor.moveBy(isInserting ? 0 : wanted.count);
+        m_Cursor.moveBy(isInserting || outcome.moved == 0 ? 0 : wanted.count);
 }
 
 void BlockDrag::end()
@@ -297,6 +297,9 @@ bool BlockDrag::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
     case QEvent::MouseButtonRelease:
         if (!m_Drag)
             return false;
+        // Another one went down and up on the way.
+        if (static_cast<const QMouseEvent &>(event).button() != m_Drag->button)
+            return true;
         moveTo(static_cast<const QMouseEvent &>(event).pos());
         if (m_Drag)
             release(static_cast<const QMouseEvent &>(event).button());

@@ -32,7 +32,7 @@ constexpr QColor kBlockOuter(0, 40, 140);
 // Above the frames of hits.
 constexpr int kCursorZ = 20;
 // So many cells of a block are looked at for a residue.
-constexpr int kMostLookedAt = 4096;
+constexpr int kCellsOfALook = 4096;
 constexpr auto kBetweenScrolls = std::chrono::milliseconds(40);
 
 // By so many, and not beyond the last of all.
@@ -91,7 +91,7 @@ TAMBO::Compound *residueOf(const TAMBO::Alignment &alignment, const TAMBO::CellI
         for (unsigned long col = block.colBegin; col < block.colEnd; ++col) {
             if (TAMBO::Compound *const residue = alignment.getItem(row, col))
                 return residue;
-            if (++looks == kMostLookedAt)
+            if (++looks == kCellsOfALook)
                 return nullptr;
         }
     }
@@ -362,6 +362,8 @@ bool CellCursor::handleKey(const QKeyEvent &key)
     const bool extends = modifiers.testFlag(Qt::ShiftModifier);
     const bool isCtrl = modifiers.testFlag(Qt::ControlModifier);
     const std::optional<Toward> toward = towardOf(key.key());
+    if (isCtrl && !toward && key.key() != Qt::Key_Home && key.key() != Qt::Key_End)
+        return false;
     if (!m_Place) {
         // An arrow shows first where the cursor is.
         set(beginning());
@@ -372,8 +374,6 @@ bool CellCursor::handleKey(const QKeyEvent &key)
     }
     if (isCtrl && toward)
         walk(*toward, extends);
-    else if (isCtrl && key.key() != Qt::Key_Home && key.key() != Qt::Key_End)
-        return false;
     else if (const Place to = target(key.key(), isCtrl))
         change(extends ? Place(m_Anchor.value_or(*m_Place)) : std::nullopt, to, Shown::Yes);
     return true;

@@ -39,6 +39,7 @@ GapKeys::~GapKeys() = default;
 
 void GapKeys::edit(GapEdit::Kind kind, long count)
 {
+    m_Count.reset();
     TAMBO::Alignment *const alignment = window()->alignment();
     const std::optional<TAMBO::CellBlock> block = m_Cursor.block();
     if (alignment == nullptr)
@@ -71,6 +72,12 @@ void GapKeys::repeat(std::optional<long> count)
     }
     const long sign = m_Last->count < 0 ? -1 : 1;
     edit(m_Last->kind, count ? sign * *count : m_Last->count);
+}
+
+void GapKeys::dropCount()
+{
+    if (std::exchange(m_Count, std::nullopt))
+        m_Telling.show({});
 }
 
 bool GapKeys::handleDigit(int key)
@@ -115,6 +122,8 @@ bool GapKeys::handleEdit(const QKeyEvent &key, std::optional<long> typed)
 
 bool GapKeys::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
 {
+    if (event.type() == QEvent::MouseButtonPress)
+        dropCount();
     if (event.type() != QEvent::KeyPress)
         return false;
     const auto &key = static_cast<const QKeyEvent &>(event);
@@ -122,8 +131,12 @@ bool GapKeys::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
         m_Count.reset();
         return false;
     }
-    if (isOfModifier(key.key()))
+    if (isOfModifier(key.key())) {
+        // Keys of commands are not offered here, but for what is pressed before them.
+        if (key.key() == Qt::Key_Control || key.key() == Qt::Key_Meta)
+            dropCount();
         return false;
+    }
     const bool isPlain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (isPlain && key.key() >= Qt::Key_0 && key.key() <= Qt::Key_9)
         return handleDigit(key.key());

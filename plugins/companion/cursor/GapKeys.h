@@ -15,7 +15,8 @@ namespace companion {
 class CellCursor;
 
 // Asked before the cursor is, which has to be there. Digits make a count for the next one of the
-// keys; any other key drops it, and so does Escape, without meaning anything else then.
+// keys; any other key and any button of the mouse drops it, and so does Escape, without meaning
+// anything else then.
 class GapKeys : public TAMBO::CellEventFilter
 {
 public:
@@ -37,6 +38,7 @@ private:
         long count;
     };
 
+    void dropCount();
     bool handleDigit(int key);
     bool handleEdit(const QKeyEvent &key, std::optional<long> typed);
 

@@ -15,7 +15,7 @@ namespace companion {
 namespace {
 
 // Between two looks at the clock.
-constexpr unsigned long kRowsBetweenLooks = 256;
+constexpr unsigned long kRowsPlannedAtOnce = 256;
 
 const char *stepNameOf(const GapEdit &edit)
 {
@@ -77,7 +77,7 @@ bool GapEditRun::goOn(std::chrono::microseconds most)
     if (m_Alignment.layoutRevision() != m_Revision)
         begin();
     while (m_NextRow < m_RowEnd) {
-        for (unsigned long i = 0; i < kRowsBetweenLooks && m_NextRow < m_RowEnd; ++i)
+        for (unsigned long i = 0; i < kRowsPlannedAtOnce && m_NextRow < m_RowEnd; ++i)
             lookAtRow(m_NextRow++);
         if (std::chrono::steady_clock::now() >= end)
             break;

@@ -12,6 +12,8 @@ namespace {
 using Kind = GapEdit::Kind;
 
 constexpr unsigned long kRowsPushedOneByOne = 64;
+// More at once if they are this share of all: undo keeps the cells of all rows then.
+constexpr unsigned long kLeastShareOfRows = 8;
 
 bool isOfBlock(const GapEdit &edit)
 {
@@ -317,7 +319,9 @@ QString RowGaps::refusal() const
 
 bool RowGaps::pushesTogether() const noexcept
 {
-    return isPush(m_Edit.kind) && m_Edit.block.rowEnd - m_Edit.block.rowBegin > kRowsPushedOneByOne;
+    const unsigned long rows = m_Edit.block.rowEnd - m_Edit.block.rowBegin;
+    return isPush(m_Edit.kind) && rows > kRowsPushedOneByOne &&
+           rows >= m_Alignment.height() / kLeastShareOfRows;
 }
 
 QString RowGaps::withoutResidues() const

@@ -66,6 +66,26 @@ TEST_F(Drag, FromAResidueWithTheMiddleButtonPushesAllRowsOfTheBlock)
     EXPECT_EQ(rows(), (Texts{"ACD--EFGHI---", "AC---DEFGHI--", "ACDE-FGHIK---"}));
 }
 
+TEST_F(Drag, EndsWithTheButtonThatItBeganWith)
+{
+    cursor().setBlock({0, 3}, {1, 4});
+    begin({0, 4}, {0, 6}, Qt::LeftButton);
+    drop({0, 6}, Qt::MiddleButton);
+    EXPECT_TRUE(isDragging());
+    EXPECT_EQ(rows(), (Texts{"ACD--EFGHI---", "AC---DEFGHI--", "ACDE-FGHIK---"}));
+    drop({0, 6}, Qt::LeftButton);
+    EXPECT_EQ(rows(), (Texts{"ACDEF--GHI---", "ACDE---FGHI--", "ACDE-FGHIK---"}));
+}
+
+TEST_F(Drag, ABlockInWhichNothingMovesStaysWhereItIs)
+{
+    const Texts before = rows();
+    cursor().setBlock({0, 11}, {0, 11});
+    dragFrom({0, 11}, {0, 12}, Qt::LeftButton);
+    EXPECT_EQ(rows(), before);
+    EXPECT_EQ(block(), (CellBlock{0, 1, 11, 12}));
+}
+
 TEST_F(Drag, AMiddleClickPutsAGapIntoAllRowsOfTheBlock)
 {
     cursor().setBlock({0, 1}, {2, 2});

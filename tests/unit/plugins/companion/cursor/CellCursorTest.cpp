@@ -42,6 +42,12 @@ TEST_F(Cursor, BeginsAtTheCellThatWasClickedLast)
     EXPECT_EQ(place(), (CellIndex{4, 7}));
 }
 
+TEST_F(Cursor, DoesNotComeWithAKeyThatIsNotItsOwn)
+{
+    key(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_FALSE(cursor().place());
+}
+
 TEST_F(Cursor, ComesBackWhereItWas)
 {
     cursor().set(CellIndex{2, 6});

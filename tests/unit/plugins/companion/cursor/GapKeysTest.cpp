@@ -57,6 +57,25 @@ TEST_F(GapsByKeys, SpacePutsAGapInAndTheCursorStaysOnItsResidue)
     EXPECT_EQ(row(1), "AC--DEFGHI----");
 }
 
+TEST_F(GapsByKeys, ACountIsGoneWithAClickACommandsKeyAndACommand)
+{
+    cursor().set(CellIndex{0, 2});
+    keys({Qt::Key_5, Qt::Key_0});
+    mouse(cells(), QEvent::MouseButtonPress, Qt::LeftButton, middleOf({0, 2}), Qt::LeftButton);
+    mouse(cells(), QEvent::MouseButtonRelease, Qt::LeftButton, middleOf({0, 2}), {});
+    key(Qt::Key_Space);
+    EXPECT_EQ(row(0), "AC-DEFGHIKL---");
+    keys({Qt::Key_5, Qt::Key_0});
+    key(Qt::Key_Control);
+    EXPECT_FALSE(line().contains("50")) << line().toStdString();
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(row(0), "ACDEFGHIKL----");
+    keys({Qt::Key_5, Qt::Key_0});
+    m_Companion->editing().keys().edit(GapEdit::Kind::Insert, 1);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(row(0), "ACDEFGHIKL----");
+}
+
 TEST_F(GapsByKeys, BackspaceTakesOutWhatSpaceHasPutIn)
 {
     const Texts before = rows();

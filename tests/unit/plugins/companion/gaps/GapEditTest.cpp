@@ -685,6 +685,16 @@ INSTANTIATE_TEST_SUITE_P(
                     "“s0” stays as it is in the kept column 6."}),
     [](const auto &one) { return one.param.name; });
 
+TEST_F(GapEdits, ThatPushFewOfManyRowsKeepNothingOfTheOthersForUndo)
+{
+    TAMBO::Alignment &rows = alignment(Texts(600, "A-B-"));
+    history.clear();
+    EXPECT_TRUE(applyGapEdit(rows, {Kind::PushLeft, {0, 70, 0, 4}, 1}, std::nullopt).isDone);
+    EXPECT_EQ(history.lastKinds(), Texts(70, "move gap"));
+    EXPECT_TRUE(applyGapEdit(rows, {Kind::PushLeft, {0, 600, 0, 4}, 1}, std::nullopt).isDone);
+    EXPECT_EQ(history.lastKinds().size(), 1U);
+}
+
 TEST_F(GapEdits, ThatWidenTheAlignmentTooMuchAreRefusedBeforeAnythingChanges)
 {
     TAMBO::Alignment &rows = alignment({"AB--", "CDEF", "GH--"});
