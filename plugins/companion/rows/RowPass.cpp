@@ -13,7 +13,7 @@ namespace companion {
 namespace {
 
 // Between two looks at the clock, of which one takes as long as a short row.
-constexpr unsigned long kRowsOfALook = 16;
+constexpr unsigned long kRowsOfAPass = 16;
 
 } // namespace
 
@@ -39,7 +39,7 @@ bool RowPass::goOn(std::chrono::microseconds most)
     const unsigned long rows = alignment->height();
     while (!m_IsAtTheEnd && m_Row < rows) {
         m_IsAtTheEnd = !m_Look(*alignment, m_Row++);
-        if (m_Row % kRowsOfALook == 0 && std::chrono::steady_clock::now() >= end)
+        if (m_Row % kRowsOfAPass == 0 && std::chrono::steady_clock::now() >= end)
             break;
     }
     m_IsAtTheEnd = m_IsAtTheEnd || m_Row == rows;
