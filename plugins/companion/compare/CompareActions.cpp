@@ -35,7 +35,7 @@ bool CompareBar::canTakeOver()
     else if (!isFresh())
         reason = companion::tr("The alignments are still being compared.");
     else if (m_Compared->comparison.stretches.empty())
-        reason = companion::tr("Both are the same.");
+        reason = companion::tr("There is no difference in what both have.");
     if (!reason.isEmpty())
         m_Tell(reason);
     return reason.isEmpty();

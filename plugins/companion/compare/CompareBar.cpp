@@ -50,6 +50,14 @@ QString shareText(std::uint64_t part, std::uint64_t whole)
                                       'f', 2);
 }
 
+// Without a stretch that differs.
+QString noDifference(const Comparison &found)
+{
+    return found.here.alone > 0 || found.there.alone > 0
+               ? companion::tr(": no difference in the residues that both have")
+               : companion::tr(": no difference");
+}
+
 } // namespace
 
 CompareBar::CompareBar(TAMBO::AlignmentWindow &window, std::function<void(const QString &)> tell,
@@ -442,7 +450,7 @@ void CompareBar::go(int step)
     }
     const std::vector<Stretch> &all = m_Compared->comparison.stretches;
     if (all.empty()) {
-        m_Tell(companion::tr("Both are the same."));
+        m_Tell(companion::tr("There is no difference in what both have."));
         return;
     }
     if (m_Present) {
@@ -527,7 +535,7 @@ void CompareBar::showState()
                                  : companion::tr("Comparing… %1 %").arg(m_Job->percent());
     } else {
         const std::vector<Stretch> &all = m_Compared->comparison.stretches;
-        what += all.empty() ? companion::tr(": no difference")
+        what += all.empty() ? noDifference(m_Compared->comparison)
                 : m_Present ? companion::tr(": difference %1 of %2, columns %3")
                                   .arg(*m_Present + 1)
                                   .arg(all.size())

@@ -39,6 +39,8 @@ public:
           m_There(there),
           m_HereCounts(here.width),
           m_ThereCounts(there.width),
+          m_HereAll(here.width),
+          m_ThereAll(there.width),
           m_Only(here.width, kNone),
           m_Least(here.width + 1),
           m_Most(here.width + 1, std::uint32_t(there.width)),
@@ -100,8 +102,10 @@ private:
         const auto cells = m_There.rows.cells(row);
         const auto runs = m_There.rows.residues(row);
         ResidueWalk &walk = m_Walks[row].second;
-        for (; !walk.isAtEnd() && walk.residue(runs) < residue; walk.next(cells, runs))
+        for (; !walk.isAtEnd() && walk.residue(runs) < residue; walk.next(cells, runs)) {
             ++m_Result.there.alone;
+            ++m_ThereAll[walk.column()];
+        }
     }
 
     void gather(std::size_t row, unsigned long begin, unsigned long end)
@@ -113,6 +117,7 @@ private:
         auto &[walk, other] = m_Walks[row];
         for (; !walk.isAtEnd() && walk.column() < end; walk.next(cells, runs)) {
             const unsigned long residue = walk.residue(runs);
+            ++m_HereAll[walk.column()];
             if (!other.isAtEnd() && other.residue(otherRuns) < residue)
                 skipThere(row, residue);
             if (other.isAtEnd() || other.residue(otherRuns) != residue) {
@@ -123,6 +128,7 @@ private:
             const auto place = std::uint32_t(other.column());
             m_Gathered[column - begin].push_back(place);
             ++m_ThereCounts[place];
+            ++m_ThereAll[place];
             // A cut behind this residue here is one behind it there, and one before it before it.
             m_Least[column + 1] = std::max(m_Least[column + 1], place + 1);
             m_Most[column] = std::min(m_Most[column], place);
@@ -154,6 +160,7 @@ private:
         places.clear();
     }
 
+    // All residues count, so that a reference is not whole when some of it is missing.
     static void sumUp(ComparedColumns &columns, const PlaceList &counts)
     {
         for (const std::uint32_t count : counts) {
@@ -164,11 +171,12 @@ private:
 
     void sumUp()
     {
-        sumUp(m_Result.here, m_HereCounts);
-        sumUp(m_Result.there, m_ThereCounts);
+        sumUp(m_Result.here, m_HereAll);
+        sumUp(m_Result.there, m_ThereAll);
         for (std::size_t column = 0; column < m_Only.size(); ++column) {
             const std::uint32_t only = m_Only[column];
-            if (only == kNone || m_ThereCounts[only] != m_HereCounts[column])
+            if (only == kNone || m_HereAll[column] != m_HereCounts[column] ||
+                m_ThereAll[only] != m_HereCounts[column])
                 continue;
             m_Result.here.isSame[column] = m_Result.there.isSame[only] = 1;
             m_Result.sameColumns += m_HereCounts[column] > 1 ? 1 : 0;
@@ -212,8 +220,11 @@ private:
     std::vector<std::pair<ResidueWalk, ResidueWalk>> m_Walks;
     // Of some columns here, where their residues stand there.
     std::vector<PlaceList> m_Gathered;
+    // Of each column, its residues that both have, and all of them.
     PlaceList m_HereCounts;
     PlaceList m_ThereCounts;
+    PlaceList m_HereAll;
+    PlaceList m_ThereAll;
     // Where all residues of a column stand, if it is one.
     PlaceList m_Only;
     // Where a cut before each column may be there.

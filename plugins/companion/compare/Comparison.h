@@ -13,8 +13,8 @@
 
 namespace companion {
 
-// Row i of one alignment is the row i of the other. Residues that only one of both has count as
-// gaps.
+// Row i of one alignment is the row i of the other. Residues that only one of both has count in its
+// pairs and columns, and make no stretch.
 struct ComparedLayout
 {
     LayoutRows rows;

@@ -139,6 +139,21 @@ TEST_F(InTheCompareBar, RowsThatOnlyOneHasAreToldAndLeftOut)
     EXPECT_EQ(text("State"), "They have fewer than two sequences in common.");
 }
 
+TEST_F(InTheCompareBar, RemovedColumnsAreMissingInTheSharesOfThoseThere)
+{
+    std::vector<bool> columns(m_Shown->width());
+    columns[1] = true;
+    edit(*m_Shown, [&columns](TAMBO::Alignment &here) { here.removeColumns(columns); });
+    bar().compareWithFormer(1);
+    settle();
+    EXPECT_EQ(text("What"), "Compared with what it was before the last step: no difference in the "
+                            "residues that both have");
+    EXPECT_EQ(text("State"),
+              "Equal pairs: 89.28 % of those there (SP), 100.00 % of those here. Equal columns: "
+              "90.00 % of those there (TC), 100.00 % of those here. Residues only here 0, only "
+              "there 3.");
+}
+
 TEST_F(InTheCompareBar, OneGoesFromOneDifferenceToTheNextAndAround)
 {
     compareWithOther();

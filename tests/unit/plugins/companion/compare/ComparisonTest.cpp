@@ -37,12 +37,16 @@ Plain plainOf(const Texts &rows)
     for (std::size_t column = 0; column < rows.front().size(); ++column) {
         Column found;
         for (std::size_t row = 0; row < rows.size(); ++row)
-            if (rows[row][column] != '-')
-                found.emplace(row, ordinals[row]++);
+            if (rows[row][column] != '-') {
+                if (!isLost(rows[row][column]))
+                    found.emplace(row, ordinals[row]);
+                ++ordinals[row];
+            }
         for (auto first = found.begin(); first != found.end(); ++first)
             for (auto second = std::next(first); second != found.end(); ++second)
                 plain.pairs.emplace(*first, *second);
-        plain.columns.insert(found);
+        if (!found.empty())
+            plain.columns.insert(found);
     }
     return plain;
 }
@@ -170,7 +174,7 @@ TEST(Comparison, ColumnsInAnotherOrderAreTheSameAndYetAStretch)
     EXPECT_THAT(found.stretches, ElementsAre(Stretch{1, 3, 1, 3}));
 }
 
-TEST(Comparison, ResiduesThatOneAlignmentLacksAreLeftOut)
+TEST(Comparison, ResiduesThatOneAlignmentLacksCountInTheOtherAndMakeNoStretch)
 {
     using Residues = companion::LayoutRows::Residues;
     ComparedLayout here{{}, 3};
@@ -185,9 +189,41 @@ TEST(Comparison, ResiduesThatOneAlignmentLacksAreLeftOut)
     const Comparison found = compared(here, there);
     EXPECT_EQ(found.here.alone, 1U);
     EXPECT_EQ(found.there.alone, 1U);
-    EXPECT_EQ(found.here.pairs, 2U);
+    EXPECT_EQ(found.here.pairs, 3U);
+    EXPECT_EQ(found.there.pairs, 3U);
     EXPECT_EQ(found.samePairs, 2U);
+    EXPECT_EQ(found.here.columns, 3U);
+    EXPECT_EQ(found.sameColumns, 2U);
+    EXPECT_THAT(found.here.isSame, ElementsAre(1, 0, 1));
+    EXPECT_THAT(found.there.isSame, ElementsAre(1, 0, 1));
     EXPECT_THAT(found.stretches, IsEmpty());
+}
+
+TEST(Comparison, RemovedColumnsAreMissingFromTheReference)
+{
+    const Comparison found =
+        compared(layoutsOf({"AcDE", "AcDE", "AcDE"}), layoutsOf({"ACDE", "ACDE", "ACDE"}));
+    EXPECT_EQ(found.there.alone, 3U);
+    EXPECT_EQ(found.there.pairs, 12U);
+    EXPECT_EQ(found.here.pairs, 9U);
+    EXPECT_EQ(found.samePairs, 9U);
+    EXPECT_EQ(found.there.columns, 4U);
+    EXPECT_EQ(found.here.columns, 3U);
+    EXPECT_EQ(found.sameColumns, 3U);
+    EXPECT_THAT(found.there.isSame, ElementsAre(1, 0, 1, 1));
+    EXPECT_THAT(found.stretches, IsEmpty());
+}
+
+TEST(Comparison, AColumnThatHasLostAResidueIsNotTheSame)
+{
+    const Comparison found =
+        compared(layoutsOf({"ACD", "AcD", "ACD"}), layoutsOf({"ACD", "ACD", "ACD"}));
+    EXPECT_EQ(found.samePairs, 7U);
+    EXPECT_EQ(found.here.pairs, 7U);
+    EXPECT_EQ(found.there.pairs, 9U);
+    EXPECT_EQ(found.sameColumns, 2U);
+    EXPECT_THAT(found.here.isSame, ElementsAre(1, 0, 1));
+    EXPECT_THAT(found.there.isSame, ElementsAre(1, 0, 1));
 }
 
 TEST(Comparison, NoRowsAndNoColumnsAreNoDifference)
@@ -209,6 +245,26 @@ TEST(Comparison, ItIsWhatAllPairsOfRowsGive)
         ASSERT_EQ(back.samePairs, found.samePairs);
         ASSERT_EQ(back.stretches.size(), found.stretches.size());
     }
+}
+
+TEST(Comparison, ItIsWhatAllPairsOfRowsGiveWhenResiduesAreMissing)
+{
+    std::mt19937 random(2682);
+    std::uint64_t alone = 0;
+    for (int round = 0; round < 300; ++round) {
+        TwoLayouts made =
+            randomLayouts(random, 1 + random() % 9, 1 + random() % (round % 10 == 0 ? 300 : 40));
+        for (Texts *const rows : {&made.here, &made.there})
+            for (std::string &row : *rows)
+                for (char &letter : row)
+                    if (letter != '-' && random() % 8 == 0)
+                        letter = char(letter - 'A' + 'a');
+        const Comparison found = compared(layoutsOf(made.here), layoutsOf(made.there));
+        ASSERT_NO_FATAL_FAILURE(expectAsPlain(made, found)) << round;
+        ASSERT_FALSE(testing::Test::HasFailure()) << round;
+        alone += found.here.alone + found.there.alone;
+    }
+    EXPECT_GT(alone, 1000U);
 }
 
 TEST(Comparison, ItCanBeGivenUpAtAnyMoment)

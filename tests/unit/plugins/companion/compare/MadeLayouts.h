@@ -15,19 +15,37 @@
 
 using Texts = std::vector<std::string>;
 
-// Letters and gaps; small letters are residues that the other alignment does not have.
+inline bool isLost(char letter)
+{
+    return letter >= 'a' && letter <= 'z';
+}
+
+// Letters and gaps; small letters are residues of the sequence that the row has lost.
 inline companion::ComparedLayout layoutsOf(const Texts &texts)
 {
     companion::ComparedLayout made;
     for (const std::string &text : texts) {
         std::vector<std::uint64_t> cells;
+        std::vector<companion::LayoutRows::Residues> runs;
+        bool isBroken = false;
+        unsigned long residue = 0;
         for (std::size_t column = 0; column < text.size(); ++column) {
             if (text[column] == '-')
                 continue;
+            const unsigned long present = residue++;
+            if (isLost(text[column])) {
+                isBroken = true;
+                continue;
+            }
+            if (runs.empty() || runs.back().first + runs.back().count != present)
+                runs.push_back({present, 0});
+            ++runs.back().count;
             cells.resize(std::max(cells.size(), column / 64 + 1));
             cells[column / 64] |= std::uint64_t(1) << column % 64;
         }
-        made.rows.add(cells, {});
+        if (!isBroken)
+            runs.clear();
+        made.rows.add(cells, runs);
         made.width = std::max<unsigned long>(made.width, text.size());
     }
     return made;
