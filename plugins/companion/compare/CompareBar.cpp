@@ -140,9 +140,17 @@ CompareDialog *CompareBar::ask()
 {
     if (shown() == nullptr)
         return nullptr;
+    TAMBO::Alignment *const here = shown();
+    // The window may show another alignment before one has chosen.
+    const auto chosen = [this, here](const CompareChoice &choice) {
+        if (shown() == here)
+            compareWith(choice);
+        else
+            m_Tell(companion::tr("The window does not show %1 any more. Nothing was compared.")
+                       .arg(alignmentName(*here)));
+    };
     auto *const dialog =
-        new CompareDialog(*shown(), AlignmentViewObserver::window()->mainWindow(),
-                          [this](const CompareChoice &choice) { compareWith(choice); });
+        new CompareDialog(*here, AlignmentViewObserver::window()->mainWindow(), chosen);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
     return dialog;

@@ -48,6 +48,11 @@ protected:
     {
         return bar().findChild<QLabel *>(name)->text().toStdString();
     }
+    std::string told()
+    {
+        auto *const line = m_Window->findChild<QToolBar *>("UnderThePointer");
+        return line->findChild<QLabel *>()->text().toStdString();
+    }
     void settle()
     {
         const QDeadlineTimer late(std::chrono::minutes(2));
@@ -422,6 +427,20 @@ TEST_F(InTheCompareBar, TheDialogListsAlignmentsAndFormerStates)
     settle();
     EXPECT_TRUE(text("What").starts_with("Compared with other: "));
     EXPECT_FALSE(rowsOf(other).empty());
+}
+
+TEST_F(InTheCompareBar, TheDialogComparesNothingWhenTheWindowShowsAnotherAlignment)
+{
+    laidOut(kOthers);
+    TAMBO::Alignment &third = alignment(kOthers, "third");
+    companion::CompareDialog &dialog = *bar().ask();
+    while (dialog.isLooking())
+        QCoreApplication::processEvents();
+    m_Window->Populate(&third);
+    dialog.accept();
+    settle();
+    EXPECT_TRUE(bar().isHidden());
+    EXPECT_EQ(told(), "The window does not show family any more. Nothing was compared.");
 }
 
 TEST_F(InTheCompareBar, TheDialogFollowsWhatComesGoesAndChanges)
