@@ -292,7 +292,7 @@ void CompareBar::forget()
     m_Job.reset();
     m_Compared.reset();
     m_Present.reset();
-    m_Marks.setCompared(nullptr);
+    m_Marks.setCompared(nullptr, nullptr);
     m_OtherMarks.clear();
     m_Other = nullptr;
     m_Former.reset();
@@ -341,7 +341,7 @@ void CompareBar::start()
     connect(m_Job.get(), &CompareJob::failed, this, [this](const QString &cause) {
         m_Trouble = cause;
         m_Compared.reset();
-        m_Marks.setCompared(nullptr);
+        m_Marks.setCompared(nullptr, nullptr);
         m_OtherMarks.clear();
         m_Job.release()->deleteLater();
         showState();
@@ -357,7 +357,7 @@ void CompareBar::take(const std::shared_ptr<const Compared> &compared)
     m_Job.release()->deleteLater();
     // Where the user was is still a difference, or it is not.
     m_Present.reset();
-    m_Marks.setCompared(compared);
+    m_Marks.setCompared(compared, shown());
     markOthers();
     showState();
 }
@@ -372,7 +372,7 @@ void CompareBar::markOthers()
             continue;
         auto &marks = m_OtherMarks[window];
         marks = std::make_unique<CompareMarks>(*window, CompareMarks::Side::There);
-        marks->setCompared(m_Compared);
+        marks->setCompared(m_Compared, m_Other);
         marks->setPresent(m_Present);
     }
 }
@@ -488,7 +488,9 @@ void CompareBar::goTo(std::size_t stretch)
     show(*AlignmentViewObserver::window(), at.begin, at.end);
     for (const auto &[window, marks] : m_OtherMarks) {
         marks->setPresent(stretch);
-        show(*window, at.otherBegin, at.otherEnd);
+        // It may show a third one by now.
+        if (window->alignment() == m_Other)
+            show(*window, at.otherBegin, at.otherEnd);
     }
     showState();
 }

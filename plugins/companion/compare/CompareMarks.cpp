@@ -44,8 +44,10 @@ CompareMarks::CompareMarks(TAMBO::AlignmentWindow &window, Side side)
 
 CompareMarks::~CompareMarks() = default;
 
-void CompareMarks::setCompared(std::shared_ptr<const Compared> compared)
+void CompareMarks::setCompared(std::shared_ptr<const Compared> compared,
+                               const TAMBO::Alignment *alignment)
 {
+    m_Alignment = alignment;
     m_Compared = std::move(compared);
     m_Present.reset();
     repaintAll();
@@ -65,7 +67,7 @@ void CompareMarks::repaintAll() const
 
 bool CompareMarks::isTrueOf(const TAMBO::AlignmentWindow &window) const
 {
-    return m_Compared != nullptr && window.alignment() != nullptr &&
+    return m_Compared != nullptr && m_Alignment != nullptr && window.alignment() == m_Alignment &&
            TAMBO::LayoutChanges::revision(*window.alignment()) ==
                (m_Side == Side::Here ? m_Compared->revisionHere : m_Compared->revisionThere);
 }

@@ -21,8 +21,8 @@ public:
     CompareMarks(TAMBO::AlignmentWindow &window, Side side);
     ~CompareMarks() override;
 
-    // Null for none. It is painted as long as the window's alignment is what was compared.
-    void setCompared(std::shared_ptr<const Compared> compared);
+    // Null for none. It is painted while the window shows that alignment as it was compared.
+    void setCompared(std::shared_ptr<const Compared> compared, const TAMBO::Alignment *alignment);
     // The stretch that the user has gone to.
     void setPresent(std::optional<std::size_t> stretch);
 
@@ -41,6 +41,8 @@ private:
     void repaintAll() const;
 
     Side m_Side;
+    // Compared with the window's one, and not looked into.
+    const TAMBO::Alignment *m_Alignment = nullptr;
     std::shared_ptr<const Compared> m_Compared;
     std::optional<std::size_t> m_Present;
 };

@@ -383,6 +383,32 @@ TEST_F(InTheCompareBar, BothWindowsMarkTheirColumnsAndResidues)
     EXPECT_EQ(look(otherServed, {1, 3}), Marked(false, false));
 }
 
+TEST_F(InTheCompareBar, AWindowThatShowsAThirdOneIsNeitherMarkedNorScrolled)
+{
+    TAMBO::Alignment &other = laidOut(kOthers);
+    ZEP::KALMO2 &otherWindow = show(other, {300, 300});
+    TAMBO::AlignmentWindow &otherServed = served(otherWindow);
+    bar().compareWith(other);
+    settle();
+    TAMBO::Alignment &third = large();
+    otherWindow.Populate(&third);
+    otherServed.showCell({0, third.width() - 1});
+    settle();
+    const auto picture = [&otherServed] {
+        return pictureOf(otherServed.areaWidget(WindowArea::Cells));
+    };
+    const TAMBO::CellBlock seen = otherServed.visibleCells();
+    ASSERT_GT(seen.colBegin, 10U);
+    bar().next();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bar().present(), 0U);
+    EXPECT_EQ(otherServed.visibleCells().colBegin, seen.colBegin);
+    otherServed.showCell({0, 0});
+    const QImage marked = picture();
+    bar().end();
+    EXPECT_EQ(marked, picture());
+}
+
 TEST_F(InTheCompareBar, TakingOverCanBeCancelledAndThenNothingChanges)
 {
     compareWithOther();
