@@ -140,6 +140,7 @@ CompareDialog *CompareBar::ask()
 {
     if (shown() == nullptr)
         return nullptr;
+    expectNoFile();
     TAMBO::Alignment *const here = shown();
     // The window may show another alignment before one has chosen.
     const auto chosen = [this, here](const CompareChoice &choice) {
@@ -185,6 +186,7 @@ void CompareBar::compareWithFormer(std::size_t steps)
 {
     if (shown() == nullptr)
         return;
+    expectNoFile();
     auto former = TAMBO::RowLayouts::before(*shown(), steps);
     if (!former) {
         m_Tell(companion::tr("The state before the last %1 steps is not known.").arg(steps));
@@ -201,6 +203,7 @@ void CompareBar::compareWithAligner()
     TAMBO::Alignment *const here = shown();
     if (here == nullptr)
         return;
+    expectNoFile();
     const QPointer<CompareBar> self(this);
     TAMBO::Alignment *copy = nullptr;
     {
@@ -235,6 +238,7 @@ void CompareBar::compareWithFile()
 {
     if (shown() == nullptr)
         return;
+    expectNoFile();
     std::vector<TAMBO::Alignment *> before = allAlignments();
     const QPointer<CompareBar> self(this);
     bool isChosen = false;
@@ -242,8 +246,25 @@ void CompareBar::compareWithFile()
     if (self == nullptr || !isChosen)
         return;
     m_BeforeFile = std::move(before);
+    m_HasArrived = false;
     // It may be there already.
-    commAdd();
+    beginLooks();
+}
+
+void CompareBar::expectNoFile()
+{
+    m_BeforeFile.reset();
+    m_HasArrived = false;
+    m_FileCandidates.reset();
+    m_FileLooks.stop();
+}
+
+void CompareBar::beginLooks()
+{
+    if (!m_BeforeFile || shown() == nullptr)
+        return;
+    m_FileCandidates.emplace(*shown());
+    m_FileLooks.start(0);
 }
 
 // Files are read beside the user's work.
@@ -269,11 +290,14 @@ void CompareBar::lookForFile()
         return std::ranges::find(*m_BeforeFile, each) == m_BeforeFile->end();
     };
     const auto arrived = std::ranges::find_if(now, isNew);
-    if (arrived == now.end())
+    // The file is still being read.
+    if (arrived == now.end() && !m_HasArrived)
         return;
-    m_Tell(companion::tr("%1 has fewer than two sequences of this alignment.")
-               .arg(alignmentName(**arrived)));
-    m_BeforeFile.reset();
+    m_Tell(arrived == now.end()
+               ? companion::tr("No alignment has come that could be compared.")
+               : companion::tr("%1 has fewer than two sequences of this alignment.")
+                     .arg(alignmentName(**arrived)));
+    expectNoFile();
 }
 
 void CompareBar::begin(const QString &title)
@@ -285,9 +309,7 @@ void CompareBar::begin(const QString &title)
 
 void CompareBar::forget()
 {
-    m_BeforeFile.reset();
-    m_FileCandidates.reset();
-    m_FileLooks.stop();
+    expectNoFile();
     m_Restart.stop();
     m_Job.reset();
     m_Compared.reset();
@@ -417,10 +439,8 @@ void CompareBar::commUpdate()
 
 void CompareBar::commAdd()
 {
-    if (m_BeforeFile && shown() != nullptr) {
-        m_FileCandidates.emplace(*shown());
-        m_FileLooks.start(0);
-    }
+    m_HasArrived = true;
+    beginLooks();
     // A window may show it only now.
     if (m_Other != nullptr && m_Compared != nullptr)
         markOthers();
@@ -429,7 +449,7 @@ void CompareBar::commAdd()
 void CompareBar::commDelete()
 {
     if (m_FileCandidates)
-        commAdd();
+        beginLooks();
     commUpdate();
 }
 

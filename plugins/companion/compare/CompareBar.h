@@ -101,6 +101,9 @@ private:
     [[nodiscard]] bool canTakeOver();
     // Of the rows for which it says true; empty for all.
     void takeOver(std::vector<Stretch> stretches, std::vector<bool> rows, const QString &name);
+    // What comes from now on is not compared by itself.
+    void expectNoFile();
+    void beginLooks();
     void lookForFile();
     void showState();
     [[nodiscard]] QString scores() const;
@@ -126,6 +129,8 @@ private:
     std::map<TAMBO::AlignmentWindow *, std::unique_ptr<CompareMarks>> m_OtherMarks;
     // Those that were there when the user was asked for a file.
     std::optional<std::vector<TAMBO::Alignment *>> m_BeforeFile;
+    // Whether anything has come since.
+    bool m_HasArrived = false;
     QTimer m_FileLooks;
     std::optional<Candidates> m_FileCandidates;
     QLabel *m_What = nullptr;

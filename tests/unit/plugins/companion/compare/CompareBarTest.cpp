@@ -79,6 +79,25 @@ protected:
         TAMBO::ObjectSpace::get().add(std::move(owned));
         return result;
     }
+    static void chooseFiles()
+    {
+        PluginRoutes::instance().registerExecute("Data", "OpenFile", "open",
+                                                 [](const PluginCall &call) {
+                                                     *static_cast<bool *>(call.data) = true;
+                                                     return true;
+                                                 });
+    }
+    void arrives(const std::string &name)
+    {
+        const DataAdder<TAMBO::Space> arrival(nullptr, TAMBO::Space::instance());
+        alignment(kOthers, name, {"s0", "s1", "s2"});
+    }
+    // Longer than it takes to look at a few alignments.
+    static void lookThrough()
+    {
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
     TAMBO::Alignment &compareWithOther()
     {
         TAMBO::Alignment &other = laidOut(kOthers);
@@ -309,10 +328,6 @@ TEST_F(InTheCompareBar, AChosenFileThatComesLaterIsComparedByNamesAndResidues)
                                                  *static_cast<bool *>(call.data) = chooses;
                                                  return true;
                                              });
-    const auto arrives = [this](const std::string &name) {
-        const DataAdder<TAMBO::Space> arrival(nullptr, TAMBO::Space::instance());
-        alignment(kOthers, name, {"s0", "s1", "s2"});
-    };
     bar().compareWithFile();
     arrives("not asked for");
     settle();
@@ -327,6 +342,35 @@ TEST_F(InTheCompareBar, AChosenFileThatComesLaterIsComparedByNamesAndResidues)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     settle();
     EXPECT_EQ(text("What"), "Compared with of the file: 2 differences");
+}
+
+TEST_F(InTheCompareBar, AnArrivalWithoutAnAlignmentEndsTheWaitForAFile)
+{
+    chooseFiles();
+    bar().compareWithFile();
+    lookThrough();
+    {
+        const DataAdder<TAMBO::Space> arrival(nullptr, TAMBO::Space::instance());
+        peptide("lonely", "ACDEF");
+    }
+    lookThrough();
+    EXPECT_EQ(told(), "No alignment has come that could be compared.");
+    arrives("later");
+    lookThrough();
+    settle();
+    EXPECT_TRUE(bar().isHidden());
+}
+
+TEST_F(InTheCompareBar, AskingAnewEndsTheWaitForAFile)
+{
+    chooseFiles();
+    bar().compareWithFile();
+    lookThrough();
+    bar().ask();
+    arrives("later");
+    lookThrough();
+    settle();
+    EXPECT_TRUE(bar().isHidden());
 }
 
 TEST_F(InTheCompareBar, ItEndsWhenTheOtherOneGoes)
