@@ -2,6 +2,7 @@
 // What the line of a comparison does with the alignments.
 #include "CompareBar.h"
 
+#include "DataMaker.h"
 #include "DataPoint.h"
 #include "SlicedWork.h"
 #include "Space.h"
@@ -163,9 +164,23 @@ void CompareBar::showOther()
                                    alignment.Name() + " (compared)");
         if (copy == nullptr)
             return;
-        TAMBO::RowLayouts::place(*copy, work.range(), work.count(), work.cells());
+        // All or nothing: a copy as it is now would pass for the former state.
+        if (!TAMBO::RowLayouts::place(*copy, work.range(), work.count(), work.cells())) {
+            TAMBO::DataMaker::Destroy(copy);
+            copy = nullptr;
+        }
+    }
+    if (self == nullptr)
+        return;
+    if (copy == nullptr) {
+        m_Tell(companion::tr("The former state cannot be laid out. Nothing was made."));
+        return;
     }
     compareWith(*copy);
+    if (const std::size_t leftOut = compared->placesThere.size() - compared->rows(); leftOut > 0)
+        m_Tell(companion::tr("Rows of the former state that are left out, since they are not here "
+                             "any more: %1.")
+                   .arg(leftOut));
     TAMBO::WorkbenchCommands::showAlignment(kCompareCaller, *copy);
 }
 

@@ -291,6 +291,19 @@ TEST_F(InTheCompareBar, AFormerStateIsShownAsAnAlignment)
     EXPECT_EQ(m_Shown->GetSequence(0, false), "AC-DEFGH-IK");
 }
 
+TEST_F(InTheCompareBar, RowsOfAFormerStateThatAreNotHereAnyMoreAreTold)
+{
+    edit(*m_Shown, [](TAMBO::Alignment &here) { here.moveGap(0, 3, 2, true); });
+    edit(*m_Shown, [](TAMBO::Alignment &here) { here.removeRows({false, false, true}); });
+    bar().compareWithFormer(2);
+    settle();
+    bar().showOther();
+    EXPECT_EQ(told(),
+              "Rows of the former state that are left out, since they are not here any more: 1.");
+    settle();
+    EXPECT_EQ(text("What"), "Compared with family (compared): 1 differences");
+}
+
 TEST_F(InTheCompareBar, WhatTheAlignerMakesOfACopyIsCompared)
 {
     PluginRoutes::instance().registerExecute(
