@@ -170,8 +170,7 @@ void DragSpread::setMoving(const SpreadTable &table, const GapMoves &moves)
         if (std::ranges::binary_search(table.rows(), move.row))
             moving.push_back(move.row);
     std::ranges::sort(moving);
-    const auto twice = std::ranges::unique(moving);
-    moving.erase(twice.begin(), twice.end());
+    moving.erase(std::unique(moving.begin(), moving.end()), moving.end());
     if (moving == m_Moving)
         return;
     m_Moving = std::move(moving);

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QPolygon>
 #include <QScopedValueRollback>
+#include <QTextDocument>
 #include <QToolTip>
 #include <QWidget>
 
