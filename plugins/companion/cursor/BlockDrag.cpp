@@ -99,7 +99,6 @@ bool BlockDrag::press(const QMouseEvent &mouse)
     } else {
         m_Cursor.click(*cell);
     }
-    drag.button = mouse.button();
     m_Drag = drag;
     m_IsRefused = false;
     shown().areaWidget(WindowArea::Cells)->setCursor(Qt::ClosedHandCursor);
@@ -297,9 +296,6 @@ bool BlockDrag::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
     case QEvent::MouseButtonRelease:
         if (!m_Drag)
             return false;
-        // Another one went down and up on the way.
-        if (static_cast<const QMouseEvent &>(event).button() != m_Drag->button)
-            return true;
         moveTo(static_cast<const QMouseEvent &>(event).pos());
         if (m_Drag)
             release(static_cast<const QMouseEvent &>(event).button());

@@ -65,8 +65,6 @@ private:
         // Where the pointer is; nothing where letting go would do nothing.
         std::optional<unsigned long> to;
         unsigned long revision = 0;
-        // That began it, and ends it.
-        Qt::MouseButton button = Qt::NoButton;
     };
 
     [[nodiscard]] TAMBO::AlignmentWindow &shown() const;
