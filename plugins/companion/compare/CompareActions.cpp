@@ -123,7 +123,9 @@ void CompareBar::takeOver(std::vector<Stretch> stretches, std::vector<bool> rows
             return;
         }
     }
-    m_Tell(companion::tr("%1: %2 rows changed.").arg(name).arg(work.changedRows()));
+    m_Tell(work.changedRows() == 1
+               ? companion::tr("%1: 1 row changed.").arg(name)
+               : companion::tr("%1: %2 rows changed.").arg(name).arg(work.changedRows()));
     followEdits();
 }
 

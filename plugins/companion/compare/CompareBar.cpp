@@ -570,7 +570,8 @@ void CompareBar::showState()
                                   .arg(*m_Present + 1)
                                   .arg(all.size())
                                   .arg(stretchText(all[*m_Present]))
-                            : companion::tr(": %1 differences").arg(all.size());
+                : all.size() == 1 ? companion::tr(": 1 difference")
+                                  : companion::tr(": %1 differences").arg(all.size());
         state = scores();
     }
     const bool hasStretches = m_Trouble.isEmpty() && m_Compared != nullptr && isFresh() &&

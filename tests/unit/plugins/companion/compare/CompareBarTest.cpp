@@ -204,7 +204,7 @@ TEST_F(InTheCompareBar, ADifferenceIsTakenOverInOneStepThatIsUndone)
     EXPECT_EQ(history.undoLabel(), "Take over columns 3–4 in family");
     EXPECT_EQ(m_Shown->GetSequence(0, false), "AC-DEFGH-IK");
     settle();
-    EXPECT_EQ(text("What"), "Compared with other: 1 differences");
+    EXPECT_EQ(text("What"), "Compared with other: 1 difference");
     ASSERT_TRUE(history.undo());
     settle();
     EXPECT_EQ(rowsOf(*m_Shown), kRows);
@@ -244,7 +244,7 @@ TEST_F(InTheCompareBar, EditsOfBothAreFollowed)
 {
     TAMBO::Alignment &other = compareWithOther();
     edit(*m_Shown, [](TAMBO::Alignment &here) { here.moveGap(0, 3, 2, true); });
-    EXPECT_EQ(text("What"), "Compared with other: 1 differences");
+    EXPECT_EQ(text("What"), "Compared with other: 1 difference");
     edit(other, [](TAMBO::Alignment &there) { there.moveGap(0, 7, 8, true); });
     EXPECT_EQ(text("What"), "Compared with other: no difference");
 }
@@ -255,7 +255,7 @@ TEST_F(InTheCompareBar, WhatItWasBeforeTheLastStepsIsCompared)
     edit(*m_Shown, [](TAMBO::Alignment &here) { here.moveGap(0, 8, 7, true); });
     bar().compareWithFormer(1);
     settle();
-    EXPECT_EQ(text("What"), "Compared with what it was before the last step: 1 differences");
+    EXPECT_EQ(text("What"), "Compared with what it was before the last step: 1 difference");
     bar().compareWithFormer(2);
     settle();
     EXPECT_EQ(text("What"), "Compared with what it was before the last 2 steps: 2 differences");
@@ -287,7 +287,7 @@ TEST_F(InTheCompareBar, AFormerStateIsShownAsAnAlignment)
     EXPECT_EQ(rowsOf(*opened), kRows);
     EXPECT_EQ(history.size(), before + 1);
     settle();
-    EXPECT_EQ(text("What"), "Compared with family (compared): 1 differences");
+    EXPECT_EQ(text("What"), "Compared with family (compared): 1 difference");
     EXPECT_EQ(m_Shown->GetSequence(0, false), "AC-DEFGH-IK");
 }
 
@@ -301,7 +301,7 @@ TEST_F(InTheCompareBar, RowsOfAFormerStateThatAreNotHereAnyMoreAreTold)
     EXPECT_EQ(told(),
               "Rows of the former state that are left out, since they are not here any more: 1.");
     settle();
-    EXPECT_EQ(text("What"), "Compared with family (compared): 1 differences");
+    EXPECT_EQ(text("What"), "Compared with family (compared): 1 difference");
 }
 
 TEST_F(InTheCompareBar, WhatTheAlignerMakesOfACopyIsCompared)
@@ -316,7 +316,7 @@ TEST_F(InTheCompareBar, WhatTheAlignerMakesOfACopyIsCompared)
     const std::size_t before = history.size();
     bar().compareWithAligner();
     settle();
-    EXPECT_EQ(text("What"), "Compared with family (aligned): 1 differences");
+    EXPECT_EQ(text("What"), "Compared with family (aligned): 1 difference");
     EXPECT_EQ(rowsOf(*m_Shown), kRows);
     EXPECT_EQ(history.size(), before + 1);
     EXPECT_EQ(history.undoLabel().substr(0, 22), "Align a copy of family");
