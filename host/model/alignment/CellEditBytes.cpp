@@ -33,6 +33,31 @@ BitBuffer bitsNow(const AlignmentTable &table, Column begin, Column count)
     return cells;
 }
 
+// What comes back must be residues of the rows' sequences, which a copy of each row tells: restore
+// puts the cells of so many columns into it.
+template <typename Restore>
+bool cellsFit(const AlignmentTable &table, const RestoreColumnsEdit::Cells &kept, Column count,
+              Restore restore)
+{
+    auto next = kept.residues.begin();
+    for (std::size_t i = 0; i < table.rowCount(); ++i) {
+        const std::vector<BitBuffer::Word> cells = kept.bits.bits(i * count, count);
+        std::vector<ResidueRun> residues;
+        std::uint64_t sum = 0;
+        for (; next != kept.residues.end() && next->row == i; ++next) {
+            residues.push_back(next->run);
+            sum += next->run.count;
+        }
+        if (!residues.empty() && sum != bitsIn(cells))
+            return false;
+        AlignmentRow row(table.row(i));
+        restore(row, cells, residues);
+        if (!isOfItsSequence(row))
+            return false;
+    }
+    return next == kept.residues.end();
+}
+
 } // namespace
 
 void RemoveColumnsEdit::store(EditWriter &out) const
@@ -107,7 +132,6 @@ void RestoreColumnsEdit::storeInverse(EditWriter &out) const
     storeFormerRange(out);
 }
 
-// What comes back must be residues of the rows' sequences, which a copy of each row tells.
 bool RestoreColumnsEdit::fits() const
 {
     const Column width = m_Table.width() + m_Count;
@@ -115,23 +139,10 @@ bool RestoreColumnsEdit::fits() const
         m_Cells.bits.size() != m_Table.rowCount() * m_Count || !fitsRange(width) ||
         !canOpen(m_Table.annotation(), m_Begin, m_Count))
         return false;
-    auto next = m_Cells.residues.begin();
-    for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
-        const std::vector<BitBuffer::Word> cells = m_Cells.bits.bits(i * m_Count, m_Count);
-        std::vector<ResidueRun> residues;
-        std::uint64_t sum = 0;
-        for (; next != m_Cells.residues.end() && next->row == i; ++next) {
-            residues.push_back(next->run);
-            sum += next->run.count;
-        }
-        if (!residues.empty() && sum != bitsIn(cells))
-            return false;
-        AlignmentRow row(m_Table.row(i));
-        row.restoreColumns(m_Begin, cells, m_Count, width, residues);
-        if (!isOfItsSequence(row))
-            return false;
-    }
-    return next == m_Cells.residues.end();
+    return cellsFit(m_Table, m_Cells, m_Count,
+                    [&](AlignmentRow &row, const auto &cells, const auto &residues) {
+                        row.restoreColumns(m_Begin, cells, m_Count, width, residues);
+                    });
 }
 
 void ReplaceColumnsEdit::store(EditWriter &out) const
@@ -256,7 +267,6 @@ void RestoreRunsEdit::storeInverse(EditWriter &out) const
     storeFormerRange(out);
 }
 
-// What comes back must be residues of the rows' sequences, which a copy of each row tells.
 bool RestoreRunsEdit::fits() const
 {
     const Column count = columnsIn(m_Runs);
@@ -266,23 +276,10 @@ bool RestoreRunsEdit::fits() const
         !breaksFit(m_Table, m_Cells.breaks) ||
         !canOpen(m_Table.annotation(), m_Runs.front().column, count))
         return false;
-    auto next = m_Cells.residues.begin();
-    for (std::size_t i = 0; i < m_Table.rowCount(); ++i) {
-        const std::vector<BitBuffer::Word> cells = m_Cells.bits.bits(i * count, count);
-        std::vector<ResidueRun> residues;
-        std::uint64_t sum = 0;
-        for (; next != m_Cells.residues.end() && next->row == i; ++next) {
-            residues.push_back(next->run);
-            sum += next->run.count;
-        }
-        if (!residues.empty() && sum != bitsIn(cells))
-            return false;
-        AlignmentRow row(m_Table.row(i));
-        row.restoreRuns(m_Runs, cells, width, residues);
-        if (!isOfItsSequence(row))
-            return false;
-    }
-    return next == m_Cells.residues.end();
+    return cellsFit(m_Table, m_Cells, count,
+                    [&](AlignmentRow &row, const auto &cells, const auto &residues) {
+                        row.restoreRuns(m_Runs, cells, width, residues);
+                    });
 }
 
 } // namespace TAMBO
