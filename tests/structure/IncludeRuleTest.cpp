@@ -279,7 +279,9 @@ const std::map<std::string, Rule> kRules = {
        "host/services/search", "host/services/plugins", "host/services/widgets",
        "host/app/commandline", "host/app/handover", "host/app/tools", "host/app/workbench"},
       Std | System | Qt}},
-    {"modelling", {{"host/base", "host/model", "host/formats"}, Std | System | Gemmi}},
+    {"modelling/record", {{"host/base", "host/formats"}, Std | Json}},
+    {"modelling",
+     {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Gemmi}},
 };
 
 bool mayInclude(const Rule &rule, const fs::path &home)
