@@ -20,7 +20,9 @@ if(TARGET kestram)
 endif()
 install(TARGETS ${own_plugins} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
 install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
-        PATTERN CMakeLists.txt EXCLUDE)
+        PATTERN CMakeLists.txt EXCLUDE
+        REGEX "/families/(array[.]sbatch|slurm/status)$"
+        PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 install(FILES CHANGELOG.md DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
 install(DIRECTORY examples DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN plugins EXCLUDE)

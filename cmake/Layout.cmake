@@ -17,7 +17,7 @@ endif()
 set(TAMBO_LIBRARY_DIR lib/tambo/parts)
 set(TAMBO_PLUGIN_DIR lib/tambo/plugins)
 set(TAMBO_SHARE_DIR share/tambo)
-set(TAMBO_SHARED_ENTRIES icons colormaps scales help defaults.ini)
+set(TAMBO_SHARED_ENTRIES icons colormaps scales help families defaults.ini)
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 

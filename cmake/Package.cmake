@@ -28,7 +28,7 @@ set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_WORKBENCH_PACKAGE_DEPENDS
     "libcairo2 (>= 1.16), libpoppler-glib8 (>= 22.12), libqt6svg6 (>= 6.4), fonts-dejavu-core")
 set(CPACK_DEBIAN_WORKBENCH_PACKAGE_RECOMMENDS "mafft, fasttree")
-set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SUGGESTS "promod3, qt6-wayland, tambo-dev")
+set(CPACK_DEBIAN_WORKBENCH_PACKAGE_SUGGESTS "promod3, qt6-wayland, snakemake, tambo-dev")
 set(CPACK_DEBIAN_WORKBENCH_DESCRIPTION "workbench for protein structures with an alignment editor
 An interactive editor of multiple sequence alignments, which shows them as a
 grid of residue letters tied to the structures that the sequences come from.
