@@ -2,11 +2,14 @@
 #include "LoadProgress.h"
 
 #include "Loader.h"
+#include "ModelsReader.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -16,18 +19,34 @@ constexpr int kSteps = 1000;
 
 } // namespace
 
-LoadProgress::LoadProgress(Loader &loader, QWidget *parent) : QDialog(parent), m_Loader(loader)
+LoadProgress::LoadProgress(std::function<void()> cancel, QWidget *parent)
+    : QDialog(parent), m_Cancel(std::move(cancel))
 {
     setObjectName(QStringLiteral("LoadProgress"));
     setWindowTitle(tr("Opening"));
     m_Patience.setSingleShot(true);
     m_Patience.setInterval(kPatienceMilliseconds);
     connect(&m_Patience, &QTimer::timeout, this, &LoadProgress::appear);
+}
+
+LoadProgress::LoadProgress(Loader &loader, QWidget *parent)
+    : LoadProgress([&loader] { loader.cancel(); }, parent)
+{
     connect(&loader, &Loader::started, this, &LoadProgress::begin);
     connect(&loader, &Loader::progressed, this, &LoadProgress::advance);
     connect(&loader, &Loader::making, this, &LoadProgress::advanceMaking);
     connect(&loader, &Loader::finished, this, &LoadProgress::end);
     if (loader.isBusy())
+        begin();
+}
+
+LoadProgress::LoadProgress(ModelsReader &reader, QWidget *parent)
+    : LoadProgress([&reader] { reader.cancel(); }, parent)
+{
+    connect(&reader, &ModelsReader::started, this, &LoadProgress::begin);
+    connect(&reader, &ModelsReader::progressed, this, &LoadProgress::advance);
+    connect(&reader, &ModelsReader::finished, this, &LoadProgress::end);
+    if (reader.isBusy())
         begin();
 }
 
@@ -50,7 +69,7 @@ void LoadProgress::make()
 
 void LoadProgress::reject()
 {
-    m_Loader.cancel();
+    m_Cancel();
     if (m_Text != nullptr)
         m_Text->setText(tr("Cancelling…"));
 }

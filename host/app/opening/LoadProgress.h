@@ -6,12 +6,15 @@
 #include <QString>
 #include <QTimer>
 
+#include <functional>
+
 class QLabel;
 class QProgressBar;
 
 namespace TAMBO::app {
 
 class Loader;
+class ModelsReader;
 
 class LoadProgress : public QDialog
 {
@@ -20,14 +23,17 @@ class LoadProgress : public QDialog
 public:
     static constexpr int kPatienceMilliseconds = 300;
 
-    // The loader outlives the dialog.
+    // They outlive the dialog.
     LoadProgress(Loader &loader, QWidget *parent);
+    LoadProgress(ModelsReader &reader, QWidget *parent);
     ~LoadProgress() override;
 
     // Gives up the loading.
     void reject() override;
 
 private:
+    LoadProgress(std::function<void()> cancel, QWidget *parent);
+
     void begin();
     void end();
     // Comes up; what stands in it is made when it does so for the first time.
@@ -37,7 +43,7 @@ private:
     void advance(const QString &fileName, double fraction);
     void advanceMaking(double fraction);
 
-    Loader &m_Loader;
+    std::function<void()> m_Cancel;
     QString m_FileName;
     // The files are read.
     bool m_IsMaking = false;

@@ -83,15 +83,6 @@ std::size_t rowsIn(const std::vector<ReadFile> &files)
     return rows;
 }
 
-LoadReport cancelledReport()
-{
-    Logger::Write(
-        QCoreApplication::translate("Loader", "Opening was cancelled, nothing is loaded."));
-    LoadReport report;
-    report.isCancelled = true;
-    return report;
-}
-
 } // namespace
 
 struct Loader::Prepared
@@ -134,6 +125,14 @@ void Loader::open(std::vector<fs::path> files)
     m_Waiting.push_back(std::move(files));
     if (!isBusy())
         startNext();
+}
+
+LoadReport Loader::cancelledReport()
+{
+    Logger::Write(tr("Opening was cancelled, nothing is loaded."));
+    LoadReport report;
+    report.isCancelled = true;
+    return report;
 }
 
 void Loader::cancel()

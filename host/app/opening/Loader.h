@@ -72,6 +72,8 @@ public:
     // being published.
     [[nodiscard]] static ReadOutcome readNow(const std::filesystem::path &file);
     [[nodiscard]] LoadReport makeObjects(ReadOutcome &outcome);
+    // Of what the user has given up, with a line in the log.
+    [[nodiscard]] static LoadReport cancelledReport();
     // Gives up the command under way; nothing of it is loaded.
     void cancel();
     // The same with those that wait, of which finished() tells at once.
