@@ -11,6 +11,7 @@
 #include "KeptState.h"
 #include "LongWork.h"
 #include "ObjectFacts.h"
+#include "ObjectNotes.h"
 #include "ObjectOperations.h"
 #include "ObjectReferences.h"
 #include "ObjectSources.h"
@@ -219,7 +220,14 @@ void ObjectCommands::showProperties(const Compound &object) const
         if (!news.isEmpty())
             facts.emplace_back(tr("File on the disk"), news);
     }
-    PropertiesDialog(nameText(object), facts, m_DialogParent).exec();
+    PropertiesDialog dialog(nameText(object), facts, m_DialogParent);
+    if (const ObjectNote *const note = m_Notes == nullptr ? nullptr : m_Notes->of(object)) {
+        std::vector<Fact> known;
+        for (const auto &[name, value] : note->values)
+            known.emplace_back(QString::fromStdString(name), QString::fromStdString(value));
+        dialog.add(QString::fromStdString(note->title), known);
+    }
+    dialog.exec();
 }
 
 bool ObjectCommands::canExport()

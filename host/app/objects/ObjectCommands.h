@@ -20,6 +20,7 @@ class Compound;
 namespace TAMBO::app {
 
 class ExportRuns;
+class ObjectNotes;
 class ObjectSources;
 class SavedPlaces;
 
@@ -43,6 +44,8 @@ public:
 
     // Learns what an export has saved; outlives the commands.
     void setPlaces(SavedPlaces &places) { m_Places = &places; }
+    // Shown among the properties of their objects; outlives the commands.
+    void setNotes(const ObjectNotes &notes) { m_Notes = &notes; }
     // Takes over exports that take long; outlives the commands. Without it they are waited for.
     void setExports(ExportRuns &exports) { m_Exports = &exports; }
 
@@ -83,6 +86,7 @@ private:
     const ObjectSources &m_Sources;
     QWidget *m_DialogParent = nullptr;
     SavedPlaces *m_Places = nullptr;
+    const ObjectNotes *m_Notes = nullptr;
     ExportRuns *m_Exports = nullptr;
     std::function<void(Alignment &alignment)> m_Editor;
 };

@@ -10,9 +10,35 @@ namespace TAMBO::app {
 
 PropertiesDialog::PropertiesDialog(const QString &name, const std::vector<Fact> &facts,
                                    QWidget *parent)
-    : QDialog(parent)
+    : QDialog(parent), m_Facts(new QVBoxLayout)
 {
     setWindowTitle(tr("Properties of %1").arg(name));
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(m_Facts);
+    layout->addStretch();
+    layout->addWidget(buttons);
+    addForm(facts);
+    setMinimumWidth(360);
+}
+
+PropertiesDialog::~PropertiesDialog() = default;
+
+void PropertiesDialog::add(const QString &heading, const std::vector<Fact> &facts)
+{
+    auto *label = new QLabel(heading);
+    label->setTextFormat(Qt::PlainText);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    m_Facts->addSpacing(8);
+    m_Facts->addWidget(label);
+    addForm(facts);
+}
+
+void PropertiesDialog::addForm(const std::vector<Fact> &facts)
+{
     auto *form = new QFormLayout;
     form->setHorizontalSpacing(16);
     for (const Fact &fact : facts) {
@@ -21,16 +47,8 @@ PropertiesDialog::PropertiesDialog(const QString &name, const std::vector<Fact> 
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         form->addRow(fact.first + u':', value);
     }
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addStretch();
-    layout->addWidget(buttons);
-    setMinimumWidth(360);
+    m_Facts->addLayout(form);
 }
-
-PropertiesDialog::~PropertiesDialog() = default;
 
 } // namespace TAMBO::app
 

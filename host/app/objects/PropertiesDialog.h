@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+class QVBoxLayout;
+
 namespace TAMBO::app {
 
 class PropertiesDialog : public QDialog
@@ -15,6 +17,14 @@ class PropertiesDialog : public QDialog
 public:
     PropertiesDialog(const QString &name, const std::vector<Fact> &facts, QWidget *parent);
     ~PropertiesDialog() override;
+
+    // Below those that are there.
+    void add(const QString &heading, const std::vector<Fact> &facts);
+
+private:
+    void addForm(const std::vector<Fact> &facts);
+
+    QVBoxLayout *m_Facts = nullptr;
 };
 
 } // namespace TAMBO::app

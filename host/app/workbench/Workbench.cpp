@@ -71,6 +71,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
       m_Marks(ObjectSpace::get(), m_Values),
       m_Places(m_History, m_Sources),
       m_Files(m_Sources, m_Places),
+      m_KeptNotes(m_Notes),
       m_Exports(m_Places),
       m_Document(m_History),
       m_Saving(m_Document, m_History, m_Values, m_Sources),
@@ -83,6 +84,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
       m_RecentFiles(std::make_unique<RecentFiles>(services::ConfigStore::instance()))
 {
     m_Values.add(m_Files);
+    m_Values.add(m_KeptNotes);
     m_Values.add(m_Arriving);
     m_Arriving.setRecords(
         {[this] { return m_LiveStore == nullptr ? 0 : m_LiveStore->recordCount(); },
@@ -106,6 +108,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     if (m_Attendance == Attendance::User)
         m_Progress = std::make_unique<services::WorkProgress>([this] { return windowInUse(); });
     m_Commands.setPlaces(m_Places);
+    m_Commands.setNotes(m_Notes);
     m_Commands.setExports(m_Exports);
     connect(&m_Exports, &ExportRuns::exported, this, [this](const QString &file) {
         say(tr("Exported %1").arg(QFileInfo(file).fileName()));

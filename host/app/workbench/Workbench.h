@@ -7,9 +7,11 @@
 #include "ExportRuns.h"
 #include "History.h"
 #include "KeptFiles.h"
+#include "KeptNotes.h"
 #include "KeptValues.h"
 #include "Loader.h"
 #include "ObjectCommands.h"
+#include "ObjectNotes.h"
 #include "ObjectSources.h"
 #include "Plugins.h"
 #include "SavedPlaces.h"
@@ -69,6 +71,7 @@ public:
     [[nodiscard]] Plugins &plugins() noexcept { return m_Plugins; }
     [[nodiscard]] ExportRuns &exports() noexcept { return m_Exports; }
     [[nodiscard]] const ObjectCommands &commands() const noexcept { return m_Commands; }
+    [[nodiscard]] ObjectNotes &notes() noexcept { return m_Notes; }
     [[nodiscard]] UndoCommands &undo() noexcept { return *m_Undo; }
     [[nodiscard]] sessions::KeptValues &values() noexcept { return m_Values; }
     [[nodiscard]] const SessionDocument &session() const noexcept { return m_Document; }
@@ -194,6 +197,8 @@ private:
     ObjectSources m_Sources;
     SavedPlaces m_Places;
     KeptFiles m_Files;
+    ObjectNotes m_Notes;
+    KeptNotes m_KeptNotes;
     ArrivingFiles m_Arriving;
     ExportRuns m_Exports;
     SessionDocument m_Document;

@@ -170,6 +170,20 @@ TEST_F(RecoveredWorkTest, WhatIsSelectedAndLockedAndRangesAreThere)
     EXPECT_TRUE(space().object(0)->IsSelected());
 }
 
+TEST_F(RecoveredWorkTest, WhatIsNotedOfObjectsIsThere)
+{
+    const app::ObjectNote note{"Model of globins", {{"Identity (%)", "35.2"}}};
+    m_Workbench->keepWork();
+    open(write("family.fasta", ">a\nAC-D\n>b\nACCD\n"));
+    m_Workbench->notes().set(*m_Report.alignments.back(), note);
+    waitUntil([&] { return left() && hasValue("notes"); });
+    killAndRecover();
+    const app::ObjectNote *const found =
+        m_Workbench->notes().of(*space().object(space().objectCount() - 1));
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(*found, note);
+}
+
 TEST_F(RecoveredWorkTest, AFileThatWasBeingOpenedIsNamedAndOpenedAgain)
 {
     m_Workbench->keepWork();

@@ -426,4 +426,21 @@ TEST_F(SavingTest, PropertiesTellThatTheFileHasChanged)
     EXPECT_TRUE(facts().contains("File on the disk:\nIt was deleted"));
 }
 
+TEST_F(SavingTest, PropertiesTellWhatIsNotedOfTheObjectBelowItsFacts)
+{
+    const Alignment &family = openFamily("x.fasta");
+    m_Workbench->notes().set(family, {"Model of globins", {{"Identity (%)", "35.2"}}});
+    QStringList texts;
+    answering<app::PropertiesDialog>([&](app::PropertiesDialog &dialog) {
+        for (const QLabel *label : dialog.findChildren<QLabel *>())
+            texts << label->text();
+        dialog.reject();
+    });
+    m_Workbench->commands().showProperties(family);
+    const qsizetype heading = texts.indexOf("Model of globins");
+    ASSERT_GT(heading, texts.indexOf("Kind:"));
+    EXPECT_GT(texts.indexOf("Identity (%):"), heading);
+    EXPECT_TRUE(texts.contains("35.2"));
+}
+
 } // namespace SavingTest

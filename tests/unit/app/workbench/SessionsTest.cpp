@@ -395,6 +395,19 @@ TEST_F(SessionsTest, ItsFileHasNothingOfTheRunningWorkbench)
         EXPECT_FALSE(names.contains(name)) << name;
 }
 
+TEST_F(SessionsTest, WhatIsNotedOfObjectsIsThereAgain)
+{
+    const app::ObjectNote note{"Model of globins", {{"Identity (%)", "35.2"}}};
+    openFamily();
+    m_Workbench->notes().set(family(), note);
+    ASSERT_NO_FATAL_FAILURE(saveSessionAs("work.tambo"));
+    end();
+    begin();
+    openSession(session());
+    ASSERT_NE(m_Workbench->notes().of(family()), nullptr);
+    EXPECT_EQ(*m_Workbench->notes().of(family()), note);
+}
+
 TEST_F(SessionsTest, ItOpensAsItWasWithAllStepsOfUndo)
 {
     ASSERT_NO_FATAL_FAILURE(prepareSession());
