@@ -53,6 +53,8 @@ if(TAMBO_COMMON_HEADERS)
     set(plain_headers <algorithm> <array> <cmath> <cstddef> <cstdint> <functional> <map> <memory>
         <optional> <set> <string> <string_view> <unordered_map> <utility> <variant> <vector>)
     tambo_common_headers(product_plain_headers KIND library FLAGS Tambo::flags HEADERS ${plain_headers})
+    tambo_common_headers(product_core_headers KIND library FLAGS Tambo::flags HEADERS ${plain_headers})
+    tambo_flags_of_core(product_core_headers)
     tambo_common_headers(product_toolkit_headers KIND library FLAGS Tambo::flags LIBRARIES Qt6::Widgets
         HEADERS ${plain_headers} <filesystem> <QtWidgets>)
 endif()

@@ -13,7 +13,7 @@ endforeach()
 
 if(TARGET tambo)
     install(TARGETS tambo RUNTIME DESTINATION bin COMPONENT workbench)
-    install(TARGETS tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
+    install(TARGETS tambo-core tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
 endif()
 if(TARGET kestram)
     install(TARGETS kestram RUNTIME DESTINATION bin COMPONENT workbench)

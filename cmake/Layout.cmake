@@ -13,7 +13,7 @@ if(NOT "${CMAKE_INSTALL_LIBDIR}" MATCHES "^(lib)?$")
     message(STATUS "Nothing goes into CMAKE_INSTALL_LIBDIR (${CMAKE_INSTALL_LIBDIR}): "
                    "the libraries of Tambo are for itself alone, and lie in lib/tambo.")
 endif()
-# What the program opens when it needs it, and what it looks through.
+# What the program is started with or opens when it needs it, and what it looks through.
 set(TAMBO_LIBRARY_DIR lib/tambo/parts)
 set(TAMBO_PLUGIN_DIR lib/tambo/plugins)
 set(TAMBO_SHARE_DIR share/tambo)

@@ -57,3 +57,11 @@ set(CMAKE_CXX_FLAGS_SANITIZE "")
 # For the sanitizers what compiles fastest among what is fast enough for a run of all tests.
 target_compile_options(tambo_flags INTERFACE
     $<$<CONFIG:Release>:-O2;-DNDEBUG;${TAMBO_HARDENING}> $<$<CONFIG:Sanitize>:-Og;-g1>)
+
+# tambo_flags_of_core(target): its objects are in libtambo-core.so, which hands out whatever it defines to the
+# programs that it is installed with. Nothing takes the place of what it defines, so its own calls need no
+# detour, and may be compiled into the caller.
+function(tambo_flags_of_core target)
+    set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET default)
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+endfunction()

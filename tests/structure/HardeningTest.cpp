@@ -35,7 +35,7 @@ std::vector<std::string> installedFiles()
 TEST(Hardening, WhatIsOpenedOfUsersFilesGuardsItsMemory)
 {
     const std::vector<std::string> files = installedFiles();
-    EXPECT_GE(files.size(), 6U);
+    EXPECT_GE(files.size(), 7U);
     for (const std::string &file : files) {
         const std::vector<std::string> segments = outputOf("readelf -lW '" + file + "'");
         EXPECT_TRUE(hasLine(segments, "GNU_RELRO")) << file;
@@ -51,7 +51,7 @@ TEST(Hardening, WhatIsOpenedOfUsersFilesGuardsItsMemory)
 
 TEST(Hardening, CopiesAreCheckedInThePrograms)
 {
-    for (const char *const file : {WORKBENCH_FILE, ADAPTER_FILE}) {
+    for (const char *const file : {WORKBENCH_FILE, CORE_FILE, ADAPTER_FILE}) {
         const std::vector<std::string> names =
             outputOf("nm -D --undefined-only '" + std::string(file) + "'");
         EXPECT_TRUE(hasLine(names, "__[a-z]+_chk")) << file;

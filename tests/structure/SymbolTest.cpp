@@ -84,11 +84,19 @@ TEST(EditorLibrary, LeavesNoPathOfTheBuildMachine)
     EXPECT_TRUE(dynamicEntries("RPATH", EDITOR_FILE).empty());
 }
 
-std::set<std::string> workbenchNames()
+std::set<std::string> namesOf(const std::string &file)
 {
     std::set<std::string> names;
-    for (const Symbol &symbol : symbols("--defined-only", WORKBENCH_FILE))
+    for (const Symbol &symbol : symbols("--defined-only", file))
         names.insert(symbol.name);
+    return names;
+}
+
+// The program and the library that it is started with.
+std::set<std::string> workbenchNames()
+{
+    std::set<std::string> names = namesOf(WORKBENCH_FILE);
+    names.merge(namesOf(CORE_FILE));
     return names;
 }
 
@@ -216,8 +224,9 @@ TEST(Workbench, ExportsEveryFunctionThatTheKitDeclares)
     // Functions that give a std::string carry the tag of its layout.
     static const std::regex abiTag(R"(\[abi:\w+\])");
     std::string exported;
-    for (const Symbol &symbol : symbols("-C --defined-only", WORKBENCH_FILE))
-        exported += " " + std::regex_replace(symbol.name, abiTag, "") + "\n";
+    for (const char *const file : {WORKBENCH_FILE, CORE_FILE})
+        for (const Symbol &symbol : symbols("-C --defined-only", file))
+            exported += " " + std::regex_replace(symbol.name, abiTag, "") + "\n";
     std::size_t checked = 0;
     for (const auto &entry : fs::directory_iterator(fs::path(SOURCE_DIR) / "include")) {
         if (entry.path().extension() != ".h")
@@ -230,6 +239,54 @@ TEST(Workbench, ExportsEveryFunctionThatTheKitDeclares)
         }
     }
     EXPECT_GT(checked, 60u);
+}
+
+TEST(Workbench, FindsItsLibraryWhereverBothAre)
+{
+    EXPECT_TRUE(dynamicEntries("NEEDED", WORKBENCH_FILE).contains("libtambo-core.so"));
+    EXPECT_EQ(dynamicEntries("RUNPATH", WORKBENCH_FILE),
+              std::set<std::string>{"$ORIGIN/../lib/tambo/parts"});
+    EXPECT_EQ(dynamicEntries("SONAME", CORE_FILE), std::set<std::string>{"libtambo-core.so"});
+}
+
+TEST(CoreLibrary, NeedsNoToolkit)
+{
+    const std::regex allowed(
+        R"((libz|libsqlite3|libc|libm|libstdc\+\+|libgcc_s|ld-linux-.*)\.so\.\d+)");
+    for (const std::string &name : dynamicEntries("NEEDED", CORE_FILE))
+        EXPECT_TRUE(std::regex_match(name, allowed)) << name;
+    EXPECT_TRUE(dynamicEntries("RUNPATH", CORE_FILE).empty());
+}
+
+TEST(CoreLibrary, HandsOutNothingOfOtherLibraries)
+{
+    for (const std::string &name : namesOf(CORE_FILE))
+        EXPECT_FALSE(std::regex_search(name, std::regex("^_ZN?K?(St|5gemmi|3tao|10fast_float)")))
+            << name;
+}
+
+// The names of variables that are defined in a file, those that it keeps to itself included, but
+// for those of one source and constants.
+std::set<std::string> variablesOf(const std::string &file)
+{
+    static const std::regex pattern(
+        R"(^[0-9a-f]+ [bBdDuV] (TAMBO::.+|guard variable for TAMBO::.+)$)");
+    static const std::regex constant(R"(\(anonymous namespace\)|::k[A-Z]\w*$|::Rare<.*::usual$)");
+    std::set<std::string> names;
+    for (const std::string &line : outputOf("nm -C --defined-only '" + file + "'")) {
+        std::smatch match;
+        if (std::regex_match(line, match, pattern) && !std::regex_search(match[1].str(), constant))
+            names.insert(match[1]);
+    }
+    return names;
+}
+
+TEST(CoreLibrary, HasEachVariableOfTheModelForAllWhoUseIt)
+{
+    const std::set<std::string> shared = variablesOf(CORE_FILE);
+    EXPECT_TRUE(shared.contains("TAMBO::SequenceText::s_Empty"));
+    for (const std::string &name : variablesOf(WORKBENCH_FILE))
+        EXPECT_FALSE(shared.contains(name)) << name << " is there twice: define it in a source";
 }
 
 } // namespace SymbolTest

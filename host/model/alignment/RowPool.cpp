@@ -36,6 +36,9 @@ struct RowPool::Block
     }
 };
 
+RowPool::Block *RowPool::s_Open = nullptr;
+std::size_t RowPool::s_Blocks = 0;
+
 RowPool::Block &RowPool::blockOf(void *row) noexcept
 {
     const auto address = reinterpret_cast<std::uintptr_t>(row);

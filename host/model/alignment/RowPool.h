@@ -28,8 +28,8 @@ private:
     static void unlink(Block &block) noexcept;
 
     // Those with room, the last used first.
-    static inline Block *s_Open = nullptr;
-    static inline std::size_t s_Blocks = 0;
+    static Block *s_Open;
+    static std::size_t s_Blocks;
 };
 
 } // namespace TAMBO

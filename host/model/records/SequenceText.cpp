@@ -6,6 +6,8 @@
 
 namespace TAMBO {
 
+SequenceText::Head SequenceText::s_Empty{0, 0};
+
 SequenceText::SequenceText(std::string_view name, std::string_view letters)
     : SequenceText(name, letters.size())
 {

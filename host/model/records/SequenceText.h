@@ -58,7 +58,7 @@ private:
     }
 
     // Of texts without a character. Nothing is ever written into it.
-    static inline Head s_Empty{0, 0};
+    static Head s_Empty;
 
     Head *m_Head = &s_Empty;
 };

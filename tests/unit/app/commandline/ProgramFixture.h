@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
@@ -38,13 +39,16 @@ protected:
     {
         return runProgram(QStringLiteral(BUILD_DIR "/bin/tambo"), arguments);
     }
-    // A copy of it without what is installed beside it; what was installed on the machine is never
-    // looked at.
+    // A copy of it without what is installed beside it, but for the library that it is started
+    // with; what was installed on the machine is never looked at.
     Finished runAlone(const QStringList &arguments)
     {
         const QString copy = m_Folder.filePath("bin/tambo");
-        EXPECT_TRUE(QDir(m_Folder.path()).mkpath("bin"));
-        EXPECT_TRUE(QFile::exists(copy) || QFile::copy(BUILD_DIR "/bin/tambo", copy));
+        for (const QString file : {"bin/tambo", "lib/tambo/parts/libtambo-core.so"}) {
+            const QString to = m_Folder.filePath(file);
+            EXPECT_TRUE(QDir().mkpath(QFileInfo(to).path()));
+            EXPECT_TRUE(QFile::exists(to) || QFile::copy(BUILD_DIR "/" + file, to));
+        }
         return runProgram(copy, arguments);
     }
     Finished runProgram(const QString &program, const QStringList &arguments)
