@@ -229,18 +229,6 @@ AtomRecord makeAtom(const Atom &atom)
             atom.occupancy()};
 }
 
-ResidueRecord makeResidue(const Peptide &chain, std::size_t index)
-{
-    ResidueRecord record;
-    record.typeName = chain.typeName(index);
-    record.letter = chain.letter(index);
-    record.number = chain.number(index);
-    record.atoms.reserve(chain.atomCount(index));
-    for (std::size_t i = 0; i < chain.atomCount(index); ++i)
-        record.atoms.push_back(makeAtom(*chain.atom(index, i)));
-    return record;
-}
-
 ResidueRecord makeGroup(const ResidueGroup &group)
 {
     ResidueRecord record;
@@ -355,6 +343,18 @@ RowRecord makeRowRecord(const Alignment &alignment, std::size_t row)
     return makeRow(alignment.table().row(row), alignment.width());
 }
 
+ResidueRecord makeRecord(const Peptide &chain, std::size_t index)
+{
+    ResidueRecord record;
+    record.typeName = chain.typeName(index);
+    record.letter = chain.letter(index);
+    record.number = chain.number(index);
+    record.atoms.reserve(chain.atomCount(index));
+    for (std::size_t i = 0; i < chain.atomCount(index); ++i)
+        record.atoms.push_back(makeAtom(*chain.atom(index, i)));
+    return record;
+}
+
 StructureRecord makeRecord(const Structure &structure)
 {
     StructureRecord record;
@@ -367,7 +367,7 @@ StructureRecord makeRecord(const Structure &structure)
         made.name = chain->Name();
         record.hasOwnColors = record.hasOwnColors || hasOwnColors(*chain);
         for (std::size_t i = 0; i < chain->residueCount(); ++i)
-            made.residues.push_back(makeResidue(*chain, i));
+            made.residues.push_back(makeRecord(*chain, i));
         for (std::size_t i = 0; i < chain->objectCount(); ++i) {
             if (const auto *const group = dynamic_cast<const ResidueGroup *>(chain->object(i)))
                 made.residues.push_back(makeGroup(*group));

@@ -11,6 +11,7 @@
 namespace TAMBO {
 
 class Alignment;
+class Peptide;
 class Structure;
 
 // What the file that a row came from said of it is kept; a row whose residues have coordinates says
@@ -22,6 +23,8 @@ class Structure;
 [[nodiscard]] std::optional<AlignmentSnapshot> askedSnapshot(const Alignment &alignment);
 // One row of it, for writers that go row by row.
 [[nodiscard]] RowRecord makeRowRecord(const Alignment &alignment, std::size_t row);
+// One residue of a chain, with its atoms.
+[[nodiscard]] ResidueRecord makeRecord(const Peptide &chain, std::size_t index);
 // An element that is not in one piece becomes several.
 [[nodiscard]] StructureRecord makeRecord(const Structure &structure);
 
