@@ -244,6 +244,7 @@ const std::map<std::string, Rule> kRules = {
        "host/services/log", "host/services/colors", "host/services/search", "host/services/plugins",
        "host/services/widgets", "host/app/objects"},
       Std | System | Qt}},
+    {"host/app/families", {{"include", "host/base", "host/model", "families"}, Std | System | Qt}},
     {"host/app/commandline",
      {{"include", "host/base", "host/model", "pages", "host/formats", "host/services/settings",
        "host/services/log", "host/services/colors", "host/services/search", "host/services/plugins",
@@ -279,6 +280,8 @@ const std::map<std::string, Rule> kRules = {
        "host/services/search", "host/services/plugins", "host/services/widgets",
        "host/app/commandline", "host/app/handover", "host/app/tools", "host/app/workbench"},
       Std | System | Qt}},
+    {"families",
+     {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Json}},
     {"modelling/record", {{"host/base", "host/formats"}, Std | Json}},
     {"modelling",
      {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Gemmi}},
@@ -400,7 +403,8 @@ INSTANTIATE_TEST_SUITE_P(Folders, IncludeRule, testing::ValuesIn(folders()), [](
 
 TEST(Sources, EveryFolderWithCodeHasARule)
 {
-    for (const std::string top : {"canvas", "host", "include", "modelling", "pages", "plugins"})
+    for (const std::string top :
+         {"canvas", "families", "host", "include", "modelling", "pages", "plugins"})
         for (const fs::path &file : sourcesIn(fs::path(SOURCE_DIR) / top)) {
             const std::string folder =
                 fs::relative(file.parent_path(), fs::path(SOURCE_DIR)).string();
@@ -410,8 +414,8 @@ TEST(Sources, EveryFolderWithCodeHasARule)
 
 TEST(Sources, EachOpensWithItsLicence)
 {
-    for (const std::string top :
-         {"bench", "canvas", "host", "include", "modelling", "pages", "plugins", "tests"})
+    for (const std::string top : {"bench", "canvas", "families", "host", "include", "modelling",
+                                  "pages", "plugins", "tests"})
         for (const fs::path &file : sourcesIn(fs::path(SOURCE_DIR) / top)) {
             const std::vector<std::string> lines = linesOf(file);
             EXPECT_TRUE(!lines.empty() &&
@@ -435,8 +439,8 @@ TEST(Sources, HeadersAreIncludedOnce)
 TEST(Sources, NoFolderHoldsMoreThanFortyEight)
 {
     std::map<fs::path, int> counts;
-    for (const std::string top :
-         {"bench", "canvas", "host", "include", "modelling", "pages", "plugins", "tests"})
+    for (const std::string top : {"bench", "canvas", "families", "host", "include", "modelling",
+                                  "pages", "plugins", "tests"})
         for (const fs::path &file : sourcesIn(fs::path(SOURCE_DIR) / top))
             ++counts[file.parent_path()];
     EXPECT_FALSE(counts.empty());
@@ -448,7 +452,8 @@ TEST(Sources, NoFolderHoldsMoreThanFortyEight)
 
 TEST(Sources, NoneIsLongerThanSixHundredLines)
 {
-    for (const std::string top : {"canvas", "host", "include", "modelling", "pages", "plugins"})
+    for (const std::string top :
+         {"canvas", "families", "host", "include", "modelling", "pages", "plugins"})
         for (const fs::path &file : sourcesIn(fs::path(SOURCE_DIR) / top))
             EXPECT_LE(linesOf(file).size(), 600u) << file;
 }
