@@ -8,14 +8,13 @@
 #include "Peptide.h"
 #include "ResidueTies.h"
 #include "RowsForModels.h"
-#include "SequenceMatch.h"
 #include "Structure.h"
 #include "Superposition.h"
-#include "Text.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <optional>
 
 namespace TAMBO::app {
 
@@ -23,8 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Fewer equal letters, in percent of the model's, mean that it was built for another sequence.
-constexpr std::size_t kLeastIdentity = 70;
 // A template that was moved as a whole has its CA atoms, but for this much, where the motion puts
 // those that the engine got: in Angstrom, root mean square.
 constexpr double kRigid = 0.1;
@@ -32,37 +29,10 @@ constexpr double kRigid = 0.1;
 constexpr double kMoved = 0.01;
 // Fewer points can be laid on each other in more than one way.
 constexpr std::size_t kLeastPairs = 3;
-// Engines build in the place of the template. Only one that does not leaves this much, in Angstrom,
-// to be gained by moving the model.
-constexpr double kWorthMoving = 0.5;
 
 QString text(const char *sentence)
 {
     return QCoreApplication::translate("ModelReader", sentence);
-}
-
-bool isSameLetter(char a, char b)
-{
-    return TAMBO::smallLetter(a) == TAMBO::smallLetter(b);
-}
-
-// The amino acids of the model, which has one chain.
-std::vector<ResidueRecord *> residuesOf(StructureRecord &model)
-{
-    std::vector<ResidueRecord *> residues;
-    if (model.chains.empty())
-        return residues;
-    for (ResidueRecord &residue : model.chains.front().residues) {
-        if (residue.isAminoAcid)
-            residues.push_back(&residue);
-    }
-    return residues;
-}
-
-Vertex placeOf(const ResidueRecord &residue)
-{
-    const auto atom = std::ranges::find(residue.atoms, "CA", &AtomRecord::name);
-    return atom == residue.atoms.end() ? Vertex() : atom->position;
 }
 
 // By the number of their letter, which is how the job's template is numbered.
@@ -73,7 +43,7 @@ std::vector<Vertex> placesOf(const StructureRecord &structure, std::size_t lette
         for (const ResidueRecord &residue : chain.residues) {
             const int number = residue.number.number();
             if (number >= 1 && std::size_t(number) <= letters)
-                places[std::size_t(number) - 1] = placeOf(residue);
+                places[std::size_t(number) - 1] = alphaPlace(residue);
         }
     }
     return places;
@@ -127,38 +97,17 @@ void setTemplate(ModelJob &job, const FileContents &contents)
         job.places = placesOf(contents.structures.front(), job.templateRow.sequence.letters.size());
 }
 
-BuiltModel::Runs BuiltModel::agreement(const std::string &target, const std::string &model)
-{
-    Runs runs;
-    std::size_t equal = 0;
-    for (const MatchRun &match : matchSequences(target, model, {}).runs) {
-        for (std::size_t i = 0; i < match.count; ++i) {
-            if (!isSameLetter(target[match.first + i], model[match.second + i]))
-                continue;
-            ++equal;
-            const bool goesOn = !runs.empty() &&
-                                runs.back().target + runs.back().count == match.first + i &&
-                                runs.back().model + runs.back().count == match.second + i;
-            if (goesOn)
-                ++runs.back().count;
-            else
-                runs.push_back({match.first + i, match.second + i, 1});
-        }
-    }
-    return equal * 100 < model.size() * kLeastIdentity ? Runs() : runs;
-}
-
 std::set<std::string> BuiltModel::rows() const
 {
     return {m_Job.templateRow.name, m_Job.target.name};
 }
 
-BuiltModel::Runs BuiltModel::runsIn(const Peptide &sequence, const std::string &model) const
+std::vector<ModelRun> BuiltModel::runsIn(const Peptide &sequence, const std::string &model) const
 {
     const std::string letters(sequence.letters());
     return model == m_Letters && letters == m_Job.target.sequence.letters
                ? m_Runs
-               : agreement(letters, model);
+               : modelRuns(letters, model);
 }
 
 void BuiltModel::prepare(FileContents &contents, RowsForModels &rows, Place place)
@@ -167,9 +116,8 @@ void BuiltModel::prepare(FileContents &contents, RowsForModels &rows, Place plac
         return;
     StructureRecord &model = contents.structures.front();
     model.isModel = true;
-    for (const ResidueRecord *residue : residuesOf(model))
-        m_Letters += residue->letter;
-    m_Runs = agreement(m_Job.target.sequence.letters, m_Letters);
+    m_Letters = modelLetters(model);
+    m_Runs = modelRuns(m_Job.target.sequence.letters, m_Letters);
     if (m_Runs.empty()) {
         model.remarks.push_back(m_File.filename().string() +
                                 ": the sequence is not that of the modelling job's target");
@@ -194,7 +142,7 @@ std::vector<Vertex> BuiltModel::placesOfRow(const RowsForModels &rows) const
     for (const Peptide *sequence : rows.templatesFor(m_Job.target.name, m_Job.templateRow.name)) {
         std::vector<Vertex> places(letters.size());
         std::size_t count = 0;
-        for (const Run &run : agreement(std::string(sequence->letters()), letters)) {
+        for (const ModelRun &run : modelRuns(std::string(sequence->letters()), letters)) {
             for (std::size_t i = 0; i < run.count; ++i) {
                 places[run.model + i] = sequence->position(run.target + i);
                 count += places[run.model + i].isDefined() ? 1 : 0;
@@ -227,49 +175,26 @@ void BuiltModel::follow(StructureRecord &model, std::vector<Vertex> now)
 
 void BuiltModel::fit(StructureRecord &model) const
 {
-    const std::vector<ResidueRecord *> built = residuesOf(model);
-    std::vector<const ResidueRecord *> residues(m_Job.target.sequence.letters.size(), nullptr);
-    for (const Run &run : m_Runs)
-        std::copy_n(built.begin() + std::ptrdiff_t(run.model), run.count,
-                    residues.begin() + std::ptrdiff_t(run.target));
-    const std::string templateRow = m_Job.templateRow.sequence.text();
-    const std::string targetRow = m_Job.target.sequence.text();
-    std::vector<PointPair> pairs;
-    std::size_t letter = 0;
-    std::size_t target = 0;
-    for (std::size_t col = 0; col < std::min(templateRow.size(), targetRow.size()); ++col) {
-        const bool isTemplate = templateRow[col] != '-';
-        const bool isTarget = targetRow[col] != '-';
-        if (isTemplate && isTarget && letter < m_Job.places.size() && residues[target] != nullptr) {
-            const PointPair pair{placeOf(*residues[target]), m_Job.places[letter]};
-            if (pair.moving.isDefined() && pair.fixed.isDefined())
-                pairs.push_back(pair);
-        }
-        letter += isTemplate ? 1 : 0;
-        target += isTarget ? 1 : 0;
-    }
-    if (pairs.size() < kLeastPairs)
+    const std::optional<ModelFit> fit =
+        fitModel({m_Job.templateRow.sequence.text(), m_Job.target.sequence.text(), m_Job.places},
+                 model, m_Runs);
+    if (!fit)
         return;
-    const Superposition superposition(pairs);
-    const double before = rootMeanSquareDistance(pairs);
-    for (PointPair &pair : pairs)
-        pair.moving = superposition(pair.moving);
-    const double after = rootMeanSquareDistance(pairs);
-    const bool isMoved = before - after > kWorthMoving && after < before / 2;
     const QString sentence =
-        isMoved ? text("%1 was moved onto %2 and lies %3 Å from it (root mean square of %4 CA "
-                       "atoms)")
-                : text("%1 lies %3 Å from %2 (root mean square of %4 CA atoms)");
+        fit->motion ? text("%1 was moved onto %2 and lies %3 Å from it (root mean square of %4 CA "
+                           "atoms)")
+                    : text("%1 lies %3 Å from %2 (root mean square of %4 CA atoms)");
     Logger::Write(sentence.arg(
         QString::fromStdString(model.name), QString::fromStdString(m_Job.templateRow.name),
-        QString::number(isMoved ? after : before, 'f', 2), QString::number(pairs.size())));
-    if (isMoved)
-        moveModel(model, superposition);
+        QString::number(fit->distance, 'f', 2), QString::number(fit->count)));
+    if (fit->motion)
+        moveModel(model, *fit->motion);
 }
 
-void BuiltModel::describe(StructureRecord &model, const Peptide &target, const Runs &runs)
+void BuiltModel::describe(StructureRecord &model, const Peptide &target,
+                          const std::vector<ModelRun> &runs)
 {
-    const std::vector<ResidueRecord *> residues = residuesOf(model);
+    const std::vector<ResidueRecord *> residues = modelResidues(model);
     // All or none, so that no number comes twice.
     if (runs.size() == 1 && runs.front().count == residues.size()) {
         for (std::size_t i = 0; i < residues.size(); ++i)
@@ -279,7 +204,7 @@ void BuiltModel::describe(StructureRecord &model, const Peptide &target, const R
         const auto *element = dynamic_cast<const Element *>(target.object(k));
         if (element == nullptr)
             continue;
-        for (const Run &run : runs) {
+        for (const ModelRun &run : runs) {
             std::size_t i = 0;
             while (i < run.count && !element->contains(run.target + i))
                 ++i;
@@ -312,9 +237,9 @@ void BuiltModel::tie(Structure &model, Peptide &target) const
     Peptide &chain = *model.chain(0);
     const std::vector<Look> looks = looksOf(target);
     ResidueTies ties;
-    const Runs runs = runsIn(target, std::string(chain.letters()));
+    const std::vector<ModelRun> runs = runsIn(target, std::string(chain.letters()));
     std::size_t count = 0;
-    for (const Run &run : runs) {
+    for (const ModelRun &run : runs) {
         ties.append({std::uint32_t(run.target), std::uint32_t(run.count), std::uint32_t(run.model),
                      &chain});
         for (std::size_t i = 0; i < run.count; ++i) {

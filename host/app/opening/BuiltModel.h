@@ -4,9 +4,9 @@
 #pragma once
 
 #include "FileReader.h"
+#include "ModelFit.h"
 #include "Result.h"
 
-#include <cstddef>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -59,19 +59,9 @@ public:
     void tie(Structure &model) const;
 
 private:
-    // Residues [model, model + count) of the model's chain are letters [target, target + count).
-    struct Run
-    {
-        std::size_t target = 0;
-        std::size_t model = 0;
-        std::size_t count = 0;
-    };
-    using Runs = std::vector<Run>;
-
-    // Where residues of both have the same letter; nothing when they are not of one sequence.
-    [[nodiscard]] static Runs agreement(const std::string &target, const std::string &model);
-    // The same, of what most rows have in common with the job at once.
-    [[nodiscard]] Runs runsIn(const Peptide &sequence, const std::string &model) const;
+    // modelRuns(), of what most rows have in common with the job at once.
+    [[nodiscard]] std::vector<ModelRun> runsIn(const Peptide &sequence,
+                                               const std::string &model) const;
 
     // Where the CA atoms of the template's letters are in a loaded alignment; empty without one.
     [[nodiscard]] std::vector<Vertex> placesOfRow(const RowsForModels &rows) const;
@@ -79,14 +69,15 @@ private:
     void follow(StructureRecord &model, std::vector<Vertex> now);
     void fit(StructureRecord &model) const;
     // Numbers and secondary structure of the target go over to the model.
-    static void describe(StructureRecord &model, const Peptide &target, const Runs &runs);
+    static void describe(StructureRecord &model, const Peptide &target,
+                         const std::vector<ModelRun> &runs);
     void tie(Structure &model, Peptide &target) const;
 
     std::filesystem::path m_File;
     ModelJob m_Job;
     // Of the model, and where the job's target has them.
     std::string m_Letters;
-    Runs m_Runs;
+    std::vector<ModelRun> m_Runs;
     // The sequences of the loaded alignments' rows that the model was built for.
     std::vector<Peptide *> m_Sequences;
 };
