@@ -91,7 +91,7 @@ std::optional<ModelFit> fitModel(const ModelRows &rows, const StructureRecord &m
         for (std::size_t i = 0; i < run.count && run.target + i < places.size(); ++i)
             places[run.target + i] = alphaPlace(*built[run.model + i]);
     }
-    std::vector<PointPair> pairs = pairsOf(job, places);
+    std::vector<PointPair> pairs = pairsOf(rows, places);
     if (pairs.size() < kLeastPairs)
         return std::nullopt;
     ModelFit fit{rootMeanSquareDistance(pairs), pairs.size(), {}};
