@@ -13,6 +13,7 @@
 #include "InfoCommand.h"
 #include "MainWindow.h"
 #include "ModellingTools.h"
+#include "ModelsCommand.h"
 #include "PaintedWindows.h"
 #include "Picture.h"
 #include "PluginCommands.h"
@@ -317,6 +318,11 @@ int main(int argc, char **argv)
         return TAMBO::app::runIdentity(line.files.front(), std::cout, std::cerr);
     case CommandLine::Mode::Print:
         return runWithoutScreen([&] { return TAMBO::app::runPrint(line.print, std::cerr); }, argv);
+    case CommandLine::Mode::Models:
+        return TAMBO::app::runModels(
+            line.models,
+            [argv](const std::function<int()> &work) { return runWithoutScreen(work, argv); },
+            std::cout, std::cerr);
     case CommandLine::Mode::Workbench:
     case CommandLine::Mode::Picture:
         break;

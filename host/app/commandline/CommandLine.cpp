@@ -83,10 +83,24 @@ Result<CommandLine> parseIdentity(const std::vector<std::string> &words)
     return line;
 }
 
+Result<CommandLine> parseModels(const std::vector<std::string> &words)
+{
+    Result<FamilyOrder> order = parseFamilyOrder(words);
+    if (!order)
+        return order.error();
+    CommandLine line;
+    line.mode = CommandLine::Mode::Models;
+    line.models = std::move(order).value();
+    return line;
+}
+
 // The commands whose options are not those of the toolkit.
 using Parse = Result<CommandLine> (*)(const std::vector<std::string> &words);
-constexpr std::array<std::pair<std::string_view, Parse>, 3> kCommands = {
-    {{"print", parsePrint}, {"convert", parseConvert}, {"identity", parseIdentity}}};
+constexpr std::array<std::pair<std::string_view, Parse>, 4> kCommands = {
+    {{"print", parsePrint},
+     {"convert", parseConvert},
+     {"identity", parseIdentity},
+     {"models", parseModels}}};
 
 // The words up to "--" may ask for help.
 bool asksForHelp(const std::vector<std::string> &words)
@@ -204,6 +218,20 @@ std::string usageText()
            "                                     which is empty without --force\n"
            "       tambo identity IN             how alike the rows of an alignment are, a line\n"
            "                                     for each pair\n"
+           "       tambo models FAMILY [FILE...] --out DIR [--template NAME|best]\n"
+           "                    [--targets NAME,NAME...] [--object NAME] [--prepare]\n"
+           "                    [--jobs N] [--profile NAME] [--pool]\n"
+           "                                     models of the rows without a structure, or of "
+           "the\n"
+           "                                     targets, each on the row NAME or on the most "
+           "like\n"
+           "                                     it, and results.tsv; by Snakemake, or by N\n"
+           "                                     processes; FILEs are structures of its rows; "
+           "with\n"
+           "                                     --prepare DIR is written, and nothing is built\n"
+           "       tambo models --continue DIR [--jobs N] [--profile NAME] [--pool]\n"
+           "                                     what is missing there\n"
+           "       tambo models --table DIR      results.tsv of what is there\n"
            "       tambo COMMAND ARGUMENTS...    a command that a plug-in adds\n"
            "       tambo --help | --version\n"
            "\n"
@@ -215,7 +243,7 @@ std::string usageText()
            formats +
            ".\n"
            "A file called like a command is written ./info and so on. Exit status: 0; 1 when a\n"
-           "file is bad; 2 when the call is wrong.\n";
+           "file is bad, or a model is missing; 2 when the call is wrong.\n";
 }
 
 } // namespace TAMBO::app

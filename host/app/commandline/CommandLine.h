@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ConvertOrder.h"
+#include "FamilyOrder.h"
 #include "PrintOrder.h"
 #include "Result.h"
 
@@ -14,7 +15,7 @@ namespace TAMBO::app {
 
 struct CommandLine
 {
-    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Help, Version };
+    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Models, Help, Version };
 
     Mode mode = Mode::Workbench;
     std::vector<std::string> files;
@@ -28,6 +29,7 @@ struct CommandLine
     bool withExample = false;
     PrintOrder print;
     ConvertOrder convert;
+    FamilyOrder models;
 };
 
 // arguments without the program's name. Options of the toolkit ("-platform x", "-style x") are
