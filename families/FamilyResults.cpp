@@ -59,7 +59,8 @@ ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, bool fol
     }
     std::error_code error;
     row.hasModel = fs::is_regular_file(folder.modelOf(target), error);
-    Result<JobRecord> record = kestram::readJobRecord(folder.recordOf(target));
+    Result<JobRecord> record =
+        kestram::readJobRecord(folder.recordOf(target), kestram::RecordParts::WithoutScores);
     if (record) {
         row.record = std::move(record).value();
         row.state = stateOf(row.record.state, isAtWork(row.record, folderIsAtWork));
@@ -68,8 +69,9 @@ ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, bool fol
     } else if (record.error().kind != FailureKind::NotFound) {
         row.record.message = record.error().message();
     }
-    // It is put in place when it is complete, and taken away when it is of something else.
-    if (row.hasModel)
+    // It is put in place when it is complete, just before the record says so, and taken away when
+    // it is of something else.
+    if (row.hasModel && row.state != TargetState::Running)
         row.state = TargetState::Ok;
     return row;
 }

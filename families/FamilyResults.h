@@ -21,7 +21,7 @@ struct ResultRow
 {
     FamilyTarget target;
     TargetState state = TargetState::NotRun;
-    // Of the last run; as new when there was none.
+    // Of the last run, without the scores of residues; as new when there was none.
     kestram::JobRecord record;
     bool hasModel = false;
 };

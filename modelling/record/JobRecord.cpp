@@ -33,6 +33,7 @@ constexpr std::array<std::pair<JobState, std::string_view>, 4> kStates = {
      {JobState::Failed, "failed"},
      {JobState::Killed, "killed"}}};
 
+constexpr const char *kScores = "residue_scores";
 // A target of 100,000 residues needs 3 MB.
 constexpr std::uintmax_t kMostBytes = std::uintmax_t{1} << 26U;
 
@@ -172,8 +173,18 @@ JobRecord recordOf(const RecordJson &json)
     fields.read("ca_rms", record.caRms);
     fields.read("ca_count", record.caCount);
     fields.read("backbone_score", record.backboneScore);
-    fields.read("residue_scores", record.residueScores);
+    fields.read(kScores, record.residueScores);
     return record;
+}
+
+// None for all of it.
+RecordJson::parser_callback_t filterOf(RecordParts parts)
+{
+    if (parts == RecordParts::All)
+        return nullptr;
+    return [](int, RecordJson::parse_event_t event, const RecordJson &parsed) {
+        return event != RecordJson::parse_event_t::key || parsed != kScores;
+    };
 }
 
 // A line for each field but the scores, which would take one for each residue otherwise.
@@ -197,7 +208,7 @@ std::string_view textOf(JobState state)
     return std::ranges::find(kStates, state, [](const auto &pair) { return pair.first; })->second;
 }
 
-Result<JobRecord> readJobRecord(const fs::path &file)
+Result<JobRecord> readJobRecord(const fs::path &file, RecordParts parts)
 {
     const Result<std::string> text = recordText(file);
     if (!text)
@@ -208,7 +219,7 @@ Result<JobRecord> readJobRecord(const fs::path &file)
                        {file.filename().string()}};
     };
     try {
-        const RecordJson json = RecordJson::parse(text.value());
+        const RecordJson json = RecordJson::parse(text.value(), filterOf(parts));
         if (!json.is_object())
             return bad("it does not begin with {");
         return recordOf(json);
@@ -238,7 +249,7 @@ Result<void> writeJobRecord(const fs::path &file, const JobRecord &record)
     add(json, "ca_rms", record.caRms);
     add(json, "ca_count", record.caCount);
     add(json, "backbone_score", record.backboneScore);
-    json["residue_scores"] = record.residueScores;
+    json[kScores] = record.residueScores;
     TAMBO::formats::ReplacementFile replacement(file);
     replacement.write(textOf(json));
     if (Result<void> completed = replacement.complete(); !completed)

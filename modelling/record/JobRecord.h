@@ -52,9 +52,13 @@ struct JobRecord
     std::vector<std::pair<std::size_t, double>> residueScores;
 };
 
+// The scores of residues are most of a record, and few who read it want them.
+enum class RecordParts { All, WithoutScores };
+
 // Fields that are not there are as in a new record, those that nobody knows are passed over. What
 // is no record is a failure with the file's name and what is wrong in it.
-[[nodiscard]] TAMBO::Result<JobRecord> readJobRecord(const std::filesystem::path &file);
+[[nodiscard]] TAMBO::Result<JobRecord> readJobRecord(const std::filesystem::path &file,
+                                                     RecordParts parts = RecordParts::All);
 
 // Readers meet the old record or the new one, never a part of it.
 [[nodiscard]] TAMBO::Result<void> writeJobRecord(const std::filesystem::path &file,

@@ -153,6 +153,13 @@ TEST_F(FamilyResults, AModelThatIsThereIsOkWhateverTheRecordSays)
     EXPECT_EQ(stateOf(0), TargetState::Ok);
 }
 
+TEST_F(FamilyResults, AModelWhoseJobIsAboutToSayItsEndIsRunning)
+{
+    write("family/models/a.pdb", "ATOM\n");
+    record("a", runningRecord());
+    EXPECT_EQ(stateOf(0), TargetState::Running);
+}
+
 TEST_F(FamilyResults, AModelThatWasTakenAwayIsNotRun)
 {
     JobRecord made = runningRecord();

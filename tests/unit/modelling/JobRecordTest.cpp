@@ -74,6 +74,17 @@ TEST_F(JobRecordTest, WhatIsWrittenIsRead)
     }
 }
 
+TEST_F(JobRecordTest, TheScoresOfResiduesMayBeLeftOut)
+{
+    JobRecord record = fullRecord();
+    ASSERT_TRUE(writeJobRecord(path() / "x.json", record));
+    const auto read = readJobRecord(path() / "x.json", kestram::RecordParts::WithoutScores);
+    ASSERT_TRUE(read) << read.error().message();
+    EXPECT_TRUE(read.value().residueScores.empty());
+    record.residueScores.clear();
+    expectSame(read.value(), record);
+}
+
 TEST_F(JobRecordTest, EveryStateHasATextOfItsOwn)
 {
     std::string all;
