@@ -28,6 +28,10 @@ constexpr int kSignalled = 128;
     prctl(PR_SET_PDEATHSIG, deathSignal);
     if (getppid() != parent)
         _exit(kCannotStart);
+    // A shell that starts this program in the background has it ignore interruptions. Whoever is
+    // started here is alone in its group, and is interrupted by this program only.
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
     constexpr mode_t kRights = 0666;
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     const bool isPlaced = chdir(folder) == 0;

@@ -129,8 +129,10 @@ private:
         Result<JobRecord> found = kestram::readJobRecord(file);
         if (found && found.value().state != JobState::Running)
             return;
-        JobRecord record = found ? std::move(found).value() : JobRecord();
-        if (!found) {
+        JobRecord record;
+        if (found) {
+            record = std::move(found).value();
+        } else {
             record.host = hostName();
             record.started = job.started;
             record.target = job.target.name;

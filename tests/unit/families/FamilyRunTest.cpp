@@ -365,6 +365,18 @@ TEST_F(FamilyRun, AStopInterruptsSnakemakeAndWaitsForIt)
     EXPECT_EQ(field("a", "state"), "not run");
 }
 
+TEST_F(FamilyRun, SnakemakeIsInterruptedAlsoByARunThatIgnoresThatItself)
+{
+    installSnakemake("trap 'echo interrupted; exit 1' INT\nkill -s TERM $PPID\n"
+                     "while :; do sleep 0.05; done\n");
+    const auto before = std::signal(SIGINT, SIG_IGN);
+    const auto outcome = runAll();
+    std::signal(SIGINT, before);
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome.value().signal, SIGTERM);
+    EXPECT_THAT(read("family/snakemake.log"), HasSubstr("interrupted\n"));
+}
+
 TEST_F(FamilyRun, TwoRunsInOneFolderAreRefused)
 {
     const auto lock = FolderLock::take(family());

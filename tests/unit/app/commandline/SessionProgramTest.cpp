@@ -274,6 +274,29 @@ TEST_F(SessionProgram, AnEmptySessionGivesNothing)
     EXPECT_FALSE(QFile::exists(path("out")));
 }
 
+TEST_F(SessionProgram, ModelsAreOfAnAlignmentWithTheStructuresOfItsRows)
+{
+    openStructure();
+    const QByteArray letters =
+        "MQIFVKTLTGKTITLEVEPSDTIENVKAKIQDKEGIPPDQQRLIFAGKQLEDGRTLSDYNIQKESTLHLVLRLRGG";
+    open(write("family.ali", ">P1;known\nstructureX:ubiquitin_1ubi:1:A:76:A::::\n" + letters +
+                                 "*\n>P1;wanted\nsequence:wanted::::::::\n" + letters + "*\n"));
+    openAlignment("other");
+    const QString file = save();
+    m_Environment.insert("PATH", "/usr/bin:/bin");
+    const QStringList call = {"models", file, "--out", path("models"), "--prepare"};
+    EXPECT_EQ(run(call).errors, "tambo: " + file.toUtf8() +
+                                    ": holds 2 alignments; say which one with --object NAME\n");
+    const Finished further = run(call + QStringList{"--object", "family", path("family.ali")});
+    EXPECT_EQ(further.status, 1);
+    EXPECT_FALSE(QFile::exists(path("models")));
+    const Finished prepared = run(call + QStringList{"--object", "family"});
+    EXPECT_EQ(prepared.status, 0) << prepared.errors.toStdString();
+    EXPECT_EQ(prepared.lines().front(), "wanted on known, 100.0 % identical");
+    EXPECT_TRUE(QFile::exists(path("models/inputs/wanted.ali")));
+    EXPECT_EQ(read(path("models/templates/known.pdb")).count(" CA "), 76);
+}
+
 TEST_F(SessionProgram, OptionsOfSessionsAreForSessions)
 {
     const QString file = write("x.fasta", ">a\nACD\n");
