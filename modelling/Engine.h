@@ -6,34 +6,31 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace kestram {
 
 // Where the engine's program is, or what to install.
 [[nodiscard]] TAMBO::Result<std::filesystem::path> findEngine();
 
-// A new folder for one run, removed when this goes.
-class RunFolder
-{
-public:
-    RunFolder();
-    ~RunFolder();
-    RunFolder(const RunFolder &) = delete;
-    RunFolder &operator=(const RunFolder &) = delete;
+// The names of files in the folder that the engine runs in.
+constexpr const char *kAlignmentFile = "alignment.fasta";
+constexpr const char *kTemplateFile = "template.pdb";
+constexpr const char *kModelFile = "model.pdb";
 
-    // Empty when none could be made.
-    [[nodiscard]] const std::filesystem::path &path() const noexcept { return m_Path; }
+// What starts the engine. action is one of its own, or the name of a script. launcher, unless
+// empty, holds words that are put before the engine's, such as those of a batch system.
+[[nodiscard]] std::vector<std::string> engineCommand(const std::filesystem::path &engine,
+                                                     const std::string &action,
+                                                     const std::string &launcher);
 
-private:
-    std::filesystem::path m_Path;
-};
+// The status of a process of which the program could not be started.
+constexpr int kCannotStart = 127;
 
-// Runs the engine in folder on "alignment.fasta" and "template.pdb" there and gives the text of the
-// model. What the engine prints goes to standard error. launcher, unless empty, holds words that
-// are put before the engine's command, such as those of a batch system. The engine ends when this
-// program is ended.
-[[nodiscard]] TAMBO::Result<std::string> runEngine(const std::filesystem::path &engine,
-                                                   const std::string &launcher,
-                                                   const std::filesystem::path &folder);
+// The text of the model in the folder, or why there is none: status is what wait() told of the
+// command.
+[[nodiscard]] TAMBO::Result<std::string> builtModel(int status,
+                                                    const std::vector<std::string> &command,
+                                                    const std::filesystem::path &folder);
 
 } // namespace kestram

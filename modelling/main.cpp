@@ -1,29 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestram: builds a model of the second sequence of an alignment on the structure of the first.
 #include "Engine.h"
+#include "EngineRun.h"
+#include "ExitStatus.h"
+#include "Job.h"
 #include "ModellingInput.h"
+#include "RunFolder.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
+#include <string>
+#include <string_view>
 
 namespace {
 
-constexpr int kBadInput = 1;
-constexpr int kWrongCall = 2;
-constexpr int kNoEngine = 3;
-constexpr int kEngineFailed = 4;
+namespace fs = std::filesystem;
 
 constexpr const char *kUsage =
     "usage: kestram ALIGNMENT STRUCTURE\n"
+    "       kestram --job RECORD MODEL ALIGNMENT STRUCTURE\n"
     "Builds a model of the alignment's second sequence (the target) on STRUCTURE, the coordinates\n"
     "of its first (the template), and prints it in PDB format. Messages go to standard error.\n"
-    "The words of KESTRAM_RUN, if set, are put before the engine's command.\n"
-    "Exit status: 0; 1 the input is bad; 2 the call is wrong; 3 the engine is missing; 4 it "
-    "failed.\n";
+    "With --job the model goes into the file MODEL, when it is complete, and how the job goes and\n"
+    "what came of it into the file RECORD.\n"
+    "The words of KESTRAM_RUN, if set, are put before the engine's command. Where that runs must\n"
+    "see the engine's folder, which stands beside MODEL with --job, else beside ALIGNMENT;\n"
+    "without KESTRAM_RUN and --job it is a temporary one.\n"
+    "Exit status: 0; 1 the input is bad; 2 the call is wrong; 3 the engine is missing; 4 it\n"
+    "failed, or what it gave cannot be written.\n";
 
 int complain(const std::string &sentence, int status)
 {
@@ -31,36 +39,45 @@ int complain(const std::string &sentence, int status)
     return status;
 }
 
-bool write(const std::filesystem::path &path, const std::string &text)
+std::string launcherWords()
 {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    file.close();
-    return !file.fail();
+    const char *const words = std::getenv("KESTRAM_RUN");
+    return words == nullptr ? std::string() : std::string(words);
 }
 
-int run(const char *alignment, const char *structure)
+// A launcher may start the engine on another machine, which does not see this one's temporary
+// files.
+fs::path parentFolder(const std::string &launcher, const fs::path &alignment)
+{
+    if (launcher.find_first_not_of(" \t\n") != std::string::npos)
+        return fs::absolute(alignment).parent_path();
+    return fs::temp_directory_path();
+}
+
+int printModel(const fs::path &alignment, const fs::path &structure)
 {
     const auto input = kestram::readInput(alignment, structure);
     if (!input)
-        return complain(input.error().message(), kBadInput);
+        return complain(input.error().message(), kestram::kBadInput);
     for (const std::string &remark : input.value().remarks)
         complain(remark, EXIT_SUCCESS);
     const auto engine = kestram::findEngine();
     if (!engine)
-        return complain(engine.error().message(), kNoEngine);
-    const kestram::RunFolder folder;
-    if (folder.path().empty() ||
-        !write(folder.path() / "alignment.fasta", kestram::fastaText(input.value())) ||
-        !write(folder.path() / "template.pdb", kestram::pdbText(input.value())))
-        return complain("no temporary file can be written", kEngineFailed);
-    const char *launcher = std::getenv("KESTRAM_RUN");
-    const auto model =
-        kestram::runEngine(engine.value(), launcher == nullptr ? "" : launcher, folder.path());
+        return complain(engine.error().message(), kestram::kNoEngine);
+    const std::string launcher = launcherWords();
+    const auto run = kestram::EngineRun::begin(
+        {kestram::engineCommand(engine.value(), "build-model", launcher),
+         engine.value(),
+         [&] { return kestram::RunFolder::make(parentFolder(launcher, alignment)); },
+         {}});
+    if (!run)
+        return complain(run.error().message(), kestram::kEngineFailed);
+    const auto model = run.value()->build(input.value());
     if (!model)
-        return complain(model.error().message(), kEngineFailed);
+        return complain(model.error().message(), kestram::kEngineFailed);
     std::cout << model.value() << std::flush;
-    return std::cout.fail() ? complain("the model cannot be written", kEngineFailed) : EXIT_SUCCESS;
+    return std::cout.fail() ? complain("the model cannot be written", kestram::kEngineFailed)
+                            : EXIT_SUCCESS;
 }
 
 } // namespace
@@ -74,15 +91,19 @@ int main(int argc, char **argv)
         std::cout << kUsage;
         return EXIT_SUCCESS;
     }
-    if (argc != 3) {
+    constexpr int kJobArguments = 6;
+    const bool isJob = argc == kJobArguments && std::string_view(argv[1]) == "--job";
+    if (!isJob && argc != 3) {
         std::cerr << kUsage;
-        return kWrongCall;
+        return kestram::kWrongCall;
     }
-    // Who is ended by a reader that has gone leaves the folder of the run behind.
+    // Who is ended by a reader that has gone, or by a file that may not grow, cannot say so.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
-        return run(argv[1], argv[2]);
+        return isJob ? kestram::Job({argv[2], argv[3], argv[4], argv[5]}, launcherWords()).run()
+                     : printModel(argv[1], argv[2]);
     } catch (const std::exception &error) {
-        return complain(error.what(), kEngineFailed);
+        return complain(error.what(), kestram::kEngineFailed);
     }
 }

@@ -7,7 +7,6 @@
 
 namespace EngineTest {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 using EngineTest = ModellingFolder;
@@ -29,20 +28,6 @@ TEST_F(EngineTest, AMissingEngineSaysWhatToInstall)
     EXPECT_THAT(missing.error().message(), HasSubstr("install the package promod3"));
     write("bin/promod", "no program");
     EXPECT_FALSE(kestram::findEngine().has_value()) << "a file that cannot be started";
-}
-
-TEST_F(EngineTest, ARunFolderGoesWithItsObject)
-{
-    fs::path folder;
-    {
-        const kestram::RunFolder made;
-        folder = made.path();
-        EXPECT_TRUE(fs::is_directory(folder));
-        EXPECT_EQ(folder.parent_path(), path() / "tmp");
-    }
-    EXPECT_FALSE(fs::exists(folder));
-    setenv("TMPDIR", (path() / "none").c_str(), 1);
-    EXPECT_TRUE(kestram::RunFolder().path().empty());
 }
 
 } // namespace EngineTest

@@ -4,10 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
@@ -126,32 +122,54 @@ TEST_F(KestramProgram, AnEngineThatFailsOrDiesGivesNoModel)
     EXPECT_TRUE(isTidy());
 }
 
-TEST_F(KestramProgram, WhenItIsEndedTheEngineAndItsChildrenEndToo)
+TEST_F(KestramProgram, AModelThatBreaksOffIsNotPrinted)
 {
-    // Both hold the pipe open as long as they live.
-    const fs::path alive = path() / "alive";
-    ASSERT_EQ(mkfifo(alive.c_str(), 0600), 0);
-    const int pipe = open(alive.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    fcntl(pipe, F_SETFL, 0);
-    installEngine("exec > '" + alive.string() +
-                  "'; sleep 1000000 & echo up; kill -s TERM \"$(cat '" + (path() / "pid").string() +
-                  "')\"; wait");
-    const Finished run = kestram("", "sh -c 'echo $$ > pid; exec \"$0\" seq.ali str.pdb'");
-    ASSERT_EQ(run.status, 4) << run.errors;
-    EXPECT_THAT(run.errors, HasSubstr("ended by signal 15"));
-    std::string said;
-    char letter = 0;
-    while (::read(pipe, &letter, 1) > 0)
-        said += letter;
-    close(pipe);
-    EXPECT_EQ(said, "up\n");
+    installEngine("printf 'ATOM  the mo' > model.pdb");
+    const Finished run = kestram();
+    EXPECT_EQ(run.status, 4);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("breaks off; is the disk full?"));
+    EXPECT_TRUE(isTidy());
+}
+
+// The other machine sees what the alignment stands on, and not this one's temporary files.
+TEST_F(KestramProgram, WithALauncherTheEnginesFolderStandsBesideTheAlignment)
+{
+    installEngine(std::string("pwd; ") + kModel);
+    fs::create_directory(path() / "job");
+    fs::rename(path() / "seq.ali", path() / "job/seq.ali");
+    const Finished run = kestram("job/seq.ali str.pdb", "KESTRAM_RUN=env");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_THAT(run.errors, HasSubstr((path() / "job/kestram-").string()));
+    EXPECT_THAT(kestram("job/seq.ali str.pdb").errors,
+                HasSubstr((path() / "tmp/kestram-").string()));
+    EXPECT_TRUE(isTidy());
+    EXPECT_EQ(std::distance(fs::directory_iterator(path() / "job"), fs::directory_iterator()), 1);
+}
+
+TEST_F(KestramProgram, AFolderThatCannotBeMadeIsNamed)
+{
+    installEngine(kModel);
+    const Finished run = kestram("seq.ali str.pdb", "TMPDIR=/proc/self");
+    EXPECT_EQ(run.status, 4);
+    EXPECT_THAT(run.errors, HasSubstr("kestram: /proc/self: the engine's folder cannot be made: "));
+}
+
+TEST_F(KestramProgram, AFileOfTheEngineThatCannotBeWrittenIsNamed)
+{
+    installEngine(kModel);
+    const Finished run = kestram("seq.ali str.pdb", "ulimit -f 1 &&");
+    EXPECT_EQ(run.status, 4);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("template.pdb: cannot be written: File too large"));
     EXPECT_TRUE(isTidy());
 }
 
 TEST_F(KestramProgram, NothingIsLeftBehindWhenNobodyReadsTheModel)
 {
     // More than a pipe holds, so that it cannot be written before the reader has gone.
-    installEngine("{ echo 'ATOM  the model'; head -c 4000000 /dev/zero; } > model.pdb");
+    installEngine("{ echo 'ATOM  the model'; head -c 4000000 /dev/zero; "
+                  "printf '\\nEND\\n'; } > model.pdb");
     (void)kestram("seq.ali str.pdb 2> why | true");
     EXPECT_TRUE(isTidy());
     EXPECT_EQ(read("why"), "kestram: the model cannot be written\n");

@@ -4,11 +4,15 @@
 #include "ModellingInput.h"
 
 #include "FileReader.h"
+#include "JobRecord.h"
 #include "ModellingFolder.h"
+
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 #include <optional>
 
 namespace RealModelTest {
@@ -135,5 +139,55 @@ TEST_P(RealModel, HoldsTheTargetBetweenTheTemplatesEndsInItsPlace)
 INSTANTIATE_TEST_SUITE_P(Families, RealModel, testing::ValuesIn(jobs()), [](const auto &made) {
     return std::string(made.param.targetName) + "_on_" + made.param.templateName;
 });
+
+using RealJob = ModellingFolder;
+
+// The first residues of a chain, as its file has them.
+std::string firstResidues(const std::filesystem::path &file, std::size_t count)
+{
+    std::ifstream stream(file);
+    std::string text;
+    std::string last;
+    for (std::string line; std::getline(stream, line);) {
+        if (!line.starts_with("ATOM"))
+            continue;
+        // Its name, chain and number.
+        if (line.substr(17, 10) != last && count-- == 0)
+            break;
+        last = line.substr(17, 10);
+        text += line + '\n';
+    }
+    return text;
+}
+
+// The first quarter of two proteases takes the engine no longer than it takes to start.
+TEST_F(RealJob, HasTheModelOfTheEnginesOwnCommandAndItsScore)
+{
+    const std::string known = "IVGGYECRKNSASYQASLQSG---------YHFCGGSLISSTWVVSAAHCY";
+    const std::string wanted = "IVGGRRARPHAWPFMVSLQL------RGGH--FCGATLIAPNFVMSAAHCV";
+    write("seq.ali", pir(known, wanted));
+    write("str.pdb", firstResidues(std::filesystem::path(TEST_DATA_DIR) /
+                                       "families/serine_proteases/1A0J_A_superposed.pdb",
+                                   42));
+    const Finished printed = kestram();
+    ASSERT_EQ(printed.status, 0) << printed.errors;
+    const Finished job = kestram("--job r.json model.pdb seq.ali str.pdb");
+    ASSERT_EQ(job.status, 0) << job.errors;
+    EXPECT_EQ(read("model.pdb"), printed.output);
+
+    const kestram::JobRecord record = kestram::readJobRecord(path() / "r.json").value();
+    EXPECT_EQ(record.state, kestram::JobState::Ok);
+    EXPECT_EQ(record.message, "");
+    EXPECT_THAT(record.engine, testing::MatchesRegex("ProMod3 [0-9.]+, OpenStructure [0-9.]+"));
+    EXPECT_EQ(record.residues, 43U);
+    EXPECT_EQ(record.modelled, 43U);
+    EXPECT_EQ(record.gaps, 1U);
+    EXPECT_EQ(record.caCount, 39U);
+    EXPECT_LT(record.caRms.value(), 1.0);
+    EXPECT_TRUE(record.backboneScore.has_value());
+    ASSERT_EQ(record.residueScores.size(), 43U);
+    EXPECT_EQ(record.residueScores.front().first, 1U);
+    EXPECT_EQ(record.residueScores.back().first, 43U);
+}
 
 } // namespace RealModelTest
