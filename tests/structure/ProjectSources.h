@@ -13,8 +13,8 @@ namespace ProjectSources {
 namespace fs = std::filesystem;
 
 // Where product code stands.
-inline const std::vector<std::string> kTops = {"canvas",    "families", "host",   "include",
-                                               "modelling", "pages",    "plugins"};
+inline const std::vector<std::string> kTops = {"canvas",    "families", "host",    "include",
+                                               "modelling", "pages",    "plugins", "python"};
 
 struct Include
 {

@@ -1,0 +1,350 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentNumbers.h"
+#include "AlignmentTable.h"
+#include "Changes.h"
+#include "DataMaker.h"
+#include "Declarations.h"
+#include "NamedObjects.h"
+#include "ObjectFactory.h"
+#include "Places.h"
+#include "Rows.h"
+#include "Space.h"
+
+#include <pybind11/stl.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace TAMBO::script {
+
+namespace {
+
+std::size_t rowCount(const AlignmentReference &self)
+{
+    return (*self).table().rowCount();
+}
+
+std::size_t rowOf(const Alignment &alignment, py::ssize_t row)
+{
+    return placeOf(row, alignment.table().rowCount(), "row");
+}
+
+std::size_t columnOf(const Alignment &alignment, py::ssize_t column)
+{
+    return placeOf(column, alignment.width(), "column");
+}
+
+// Counts are what a caller may have got wrong by sign.
+unsigned long countOf(py::ssize_t count)
+{
+    if (count < 0)
+        throw py::value_error("a negative count: " + std::to_string(count));
+    return static_cast<unsigned long>(count);
+}
+
+// ---- Reading
+
+std::vector<std::string> names(const AlignmentReference &self)
+{
+    const AlignmentTable &table = (*self).table();
+    std::vector<std::string> found;
+    found.reserve(table.rowCount());
+    for (std::size_t row = 0; row < table.rowCount(); ++row)
+        found.push_back(table.row(row).name());
+    return found;
+}
+
+RowReference rowNamed(const AlignmentReference &self, const std::string &name)
+{
+    const AlignmentTable &table = (*self).table();
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        if (table.row(row).name() == name)
+            return RowReference(self, row);
+    }
+    throw py::key_error("no row is called " + name);
+}
+
+py::object item(const AlignmentReference &self, const py::object &named)
+{
+    if (py::isinstance<py::str>(named))
+        return py::cast(rowNamed(self, named.cast<std::string>()));
+    if (py::isinstance<py::slice>(named)) {
+        py::list rows;
+        for (const std::size_t row : placesOf(named, rowCount(self), "row"))
+            rows.append(RowReference(self, row));
+        return rows;
+    }
+    return py::cast(RowReference(self, placeOf(named.cast<py::ssize_t>(), rowCount(self), "row")));
+}
+
+bool holds(const AlignmentReference &self, const py::object &what)
+{
+    if (py::isinstance<py::str>(what)) {
+        const std::vector<std::string> all = names(self);
+        return std::find(all.begin(), all.end(), what.cast<std::string>()) != all.end();
+    }
+    return py::isinstance<RowReference>(what) &&
+           what.cast<const RowReference &>().alignment() == self;
+}
+
+std::string shownAlignment(const AlignmentReference &self)
+{
+    if (!self.isThere())
+        return "<tambo.Alignment, gone>";
+    const Alignment &alignment = *self;
+    return "<tambo.Alignment " + std::string(py::repr(py::str(alignment.Name()))) + ", " +
+           std::to_string(alignment.table().rowCount()) + " rows, " +
+           std::to_string(alignment.width()) + " columns>";
+}
+
+// ---- Gaps
+
+void insertGaps(const AlignmentReference &self, py::ssize_t row, py::ssize_t column,
+                py::ssize_t count)
+{
+    Alignment &alignment = *self;
+    const std::size_t line = rowOf(alignment, row);
+    const std::size_t at = cutOf(column, alignment.width(), "column");
+    const unsigned long gaps = countOf(count);
+    changed(alignment, [&](Alignment &changing) { changing.insertGaps(line, at, gaps); });
+}
+
+void moveGaps(const AlignmentReference &self, py::ssize_t row, py::ssize_t from, py::ssize_t count,
+              py::ssize_t to)
+{
+    Alignment &alignment = *self;
+    const std::size_t line = rowOf(alignment, row);
+    const unsigned long gaps = countOf(count);
+    const std::size_t begin = cutOf(from, alignment.width(), "column");
+    const std::size_t place = cutOf(to, alignment.width(), "column");
+    if (begin + gaps > alignment.width() || place + gaps > alignment.width())
+        throw py::index_error("the gaps reach beyond the last column");
+    if (alignment.residueCount(line, begin + gaps) != alignment.residueCount(line, begin))
+        throw py::value_error("not all cells from column " + std::to_string(begin) + " to " +
+                              std::to_string(begin + gaps) + " are gaps");
+    changed(alignment, [&](Alignment &changing) { changing.moveGaps(line, begin, gaps, place); });
+}
+
+void drag(const AlignmentReference &self, py::ssize_t row, py::ssize_t from, py::ssize_t to,
+          bool single)
+{
+    Alignment &alignment = *self;
+    const std::size_t line = rowOf(alignment, row);
+    const std::size_t begin = columnOf(alignment, from);
+    const std::size_t end = columnOf(alignment, to);
+    changed(alignment, [&](Alignment &changing) { changing.moveGap(line, begin, end, single); });
+}
+
+void push(const AlignmentReference &self, const py::object &rows, const py::object &columns,
+          const std::string &to)
+{
+    if (to != "left" && to != "right")
+        throw py::value_error("residues are pushed to 'left' or to 'right', and not to '" + to +
+                              "'");
+    Alignment &alignment = *self;
+    const std::vector<bool> lines = flagsOf(rows, alignment.table().rowCount(), "row");
+    const Alignment::Range range = rangeOf(columns, alignment.width(), "column");
+    changed(alignment,
+            [&](Alignment &changing) { changing.pushResidues(lines, range, to == "left"); });
+}
+
+// ---- Columns and rows
+
+void insertColumns(const AlignmentReference &self, py::ssize_t column, py::ssize_t count)
+{
+    Alignment &alignment = *self;
+    const std::size_t at = cutOf(column, alignment.width(), "column");
+    const unsigned long gaps = countOf(count);
+    changed(alignment, [&](Alignment &changing) { changing.insertGapCol(at, gaps); });
+}
+
+void removeColumns(const AlignmentReference &self, const py::object &columns)
+{
+    Alignment &alignment = *self;
+    const std::vector<bool> chosen = flagsOf(columns, alignment.width(), "column");
+    changed(alignment, [&](Alignment &changing) { changing.removeColumns(chosen); });
+}
+
+void removeRows(const AlignmentReference &self, const py::object &rows)
+{
+    Alignment &alignment = *self;
+    const std::vector<bool> chosen = flagsOf(rows, alignment.table().rowCount(), "row");
+    changed(alignment, [&](Alignment &changing) { changing.removeRows(chosen); });
+}
+
+void moveRow(const AlignmentReference &self, py::ssize_t from, py::ssize_t to)
+{
+    Alignment &alignment = *self;
+    const std::size_t begin = rowOf(alignment, from);
+    const std::size_t end = rowOf(alignment, to);
+    changed(alignment, [&](Alignment &changing) { changing.bubbleRow(begin, end); });
+}
+
+void reorder(const AlignmentReference &self, const std::vector<py::ssize_t> &order)
+{
+    Alignment &alignment = *self;
+    const std::size_t count = alignment.table().rowCount();
+    std::vector<unsigned long> places;
+    std::vector<bool> isNamed(count);
+    for (const py::ssize_t row : order) {
+        const std::size_t place = placeOf(row, count, "row");
+        if (isNamed[place])
+            throw py::value_error("row " + std::to_string(row) + " is named twice");
+        isNamed[place] = true;
+        places.push_back(place);
+    }
+    if (places.size() != count)
+        throw py::value_error(std::to_string(places.size()) + " places for " +
+                              std::to_string(count) + " rows");
+    changed(alignment, [&](Alignment &changing) { changing.reorderRows(places); });
+}
+
+void addRows(const AlignmentReference &self, const std::vector<ChainReference> &chains)
+{
+    Alignment &alignment = *self;
+    std::vector<Compound *> sequences;
+    for (const ChainReference &chain : chains)
+        sequences.push_back(&(*chain));
+    changed(alignment, [&](Alignment &changing) { changing.addRows(sequences); });
+}
+
+void combine(const AlignmentReference &self, const AlignmentReference &other)
+{
+    const Alignment &added = *other;
+    changed(*self, [&](Alignment &changing) { changing.combine(added); });
+}
+
+AlignmentReference part(const AlignmentReference &self, const py::object &rows,
+                        const py::object &columns, const std::optional<std::string> &name)
+{
+    Alignment &alignment = *self;
+    const std::vector<bool> lines = flagsOf(rows, alignment.table().rowCount(), "row");
+    const std::vector<bool> cells = flagsOf(columns, alignment.width(), "column");
+    const Alignment *made = nullptr;
+    changed(
+        *Space::instance(),
+        [&](Space &) { made = alignment.duplicate(lines, cells, name.value_or(alignment.Name())); },
+        Publisher::Add);
+    if (made == nullptr)
+        throw RefusedError("no alignment was made");
+    return AlignmentReference(const_cast<Alignment &>(*made));
+}
+
+AlignmentReference newAlignment(const std::string &name,
+                                const std::vector<std::pair<std::string, std::string>> &rows)
+{
+    AlignmentRecord record;
+    record.name = name;
+    for (const auto &[rowName, text] : rows) {
+        if (text.size() != rows.front().second.size())
+            throw py::value_error("row " + rowName + " has " + std::to_string(text.size()) +
+                                  " columns, and the first one " +
+                                  std::to_string(rows.front().second.size()));
+        for (const char cell : text) {
+            const bool isLetter =
+                (cell >= 'A' && cell <= 'Z') || (cell >= 'a' && cell <= 'z') || cell == '*';
+            if (!isLetter && cell != '-' && cell != '.' && cell != '~')
+                throw py::value_error("row " + rowName +
+                                      " has a character that is neither a letter nor a gap: " +
+                                      std::string(py::repr(py::str(std::string(1, cell)))));
+        }
+        RowRecord &row = record.rows.emplace_back();
+        row.name = rowName;
+        row.sequence.append(text);
+    }
+    Alignment *made = nullptr;
+    changed(
+        *Space::instance(), [&](Space &) { made = ObjectFactory::adopt(std::move(record)); },
+        Publisher::Add);
+    if (made == nullptr)
+        throw RefusedError("no alignment was made");
+    return AlignmentReference(*made);
+}
+
+std::vector<AlignmentReference> alignments()
+{
+    std::vector<AlignmentReference> found;
+    ProcessModel::get();
+    for (Compound *const object : *Space::instance()) {
+        if (auto *const alignment = dynamic_cast<Alignment *>(object))
+            found.emplace_back(*alignment);
+    }
+    return found;
+}
+
+void declareEdits(py::class_<AlignmentReference> &type)
+{
+    type.def("insert_gaps", &insertGaps, py::arg("row"), py::arg("column"), py::arg("count") = 1,
+             "Cells of the row from the column on move right.")
+        .def("move_gaps", &moveGaps, py::arg("row"), py::arg("start"), py::arg("count"),
+             py::arg("to"),
+             "The gaps [start, start + count) of a row come to stand at [to, to + count).")
+        .def("drag", &drag, py::arg("row"), py::arg("start"), py::arg("end"),
+             py::arg("single") = false,
+             "As a cell that is dragged in the editor: the run of gaps around it, with single the "
+             "one gap, "
+             "or from a residue on what follows it.")
+        .def("push", &push, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
+             py::arg("to") = "left",
+             "The residues of the rows come to stand side by side at one end of the columns.")
+        .def("insert_columns", &insertColumns, py::arg("column"), py::arg("count") = 1,
+             "Columns of gaps before a column, or behind the last one.")
+        .def("remove_columns", &removeColumns, py::arg("columns"), "With the residues in them.")
+        .def("remove_rows", &removeRows, py::arg("rows"), "Their sequences stay loaded.")
+        .def("move_row", &moveRow, py::arg("start"), py::arg("end"), "The rows between close up.")
+        .def("reorder", &reorder, py::arg("order"),
+             "The row that stands at order[i] comes to stand at i; order names each row once.")
+        .def("add_rows", &addRows, py::arg("chains"),
+             "A row without gaps for each, from column 0 on.")
+        .def("combine", &combine, py::arg("other"),
+             "Adds the rows that the other alignment has more, matched along the first common "
+             "sequence.")
+        .def("part", &part, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
+             py::arg("name") = py::none(),
+             "A new alignment of the cells in these rows and columns, over the same sequences.");
+}
+
+} // namespace
+
+void declareAlignments(py::module_ &module)
+{
+    declareRows(module);
+    py::class_<AlignmentReference> type(
+        module, "Alignment", "Rows of sequences with gaps; rows and columns count from 0.");
+    declareObject(type, &shownAlignment);
+    type.def("__len__", &rowCount)
+        .def("__getitem__", &item, py::arg("row"),
+             "A row by its place or its name, or the rows of a slice.")
+        .def("__contains__", &holds, py::arg("row"))
+        .def_property_readonly(
+            "width", [](const AlignmentReference &self) { return (*self).width(); }, "Columns.")
+        .def_property_readonly(
+            "shape",
+            [](const AlignmentReference &self) {
+                return py::make_tuple(rowCount(self), (*self).width());
+            },
+            "Rows and columns.")
+        .def_property_readonly("names", &names, "The names of the rows.")
+        .def("letters", &letters, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
+             py::arg("gap") = "-",
+             "An array of rows x columns of uint8: the codes of the letters, and of gap.")
+        .def("occupancy", &occupancy, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
+             "An array of rows x columns of bool: where there are residues.")
+        .def("_identities", &identities, py::arg("of"))
+        .def("conservation", &conservations,
+             "Of each column, from 0 to nearly 1: the Jensen-Shannon divergence of its amino acids "
+             "from the "
+             "usual ones, times the share of rows that have one. An array of float64.")
+        .def("column_distances", &distances,
+             "Of each column the mean distance of its CA atoms over all pairs, in Angstrom; nan of "
+             "fewer "
+             "than two. An array of float64.")
+        .def("neighbor_tree", &neighborTree,
+             "The tree of neighbor joining by shares of identical pairs, as text in Newick form.");
+    declareEdits(type);
+    module.def("new_alignment", &newAlignment, py::arg("name"), py::arg("rows"),
+               "Adds an alignment of pairs of a name and a text with gaps.");
+    module.def("alignments", &alignments, "The alignments that are loaded, in their order.");
+}
+
+} // namespace TAMBO::script

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Alignment.h"
+#include "Changes.h"
+#include "Declarations.h"
+#include "FileReader.h"
+#include "FileWriter.h"
+#include "ObjectFactory.h"
+#include "ObjectSpace.h"
+#include "Peptide.h"
+#include "RecordMaker.h"
+#include "RowPacking.h"
+#include "Structure.h"
+#include "WriteLosses.h"
+
+#include <pybind11/stl.h>
+#include <pybind11/stl/filesystem.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+namespace TAMBO::script {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What a file has brought.
+struct Opened
+{
+    fs::path file;
+    std::vector<AlignmentReference> alignments;
+    std::vector<StructureReference> structures;
+    // Of rows that are not aligned.
+    std::vector<ChainReference> sequences;
+    std::vector<std::string> remarks;
+};
+
+Result<FileContents> readContents(const fs::path &file)
+{
+    if (std::error_code error; !fs::exists(file, error))
+        return Failure{FailureKind::NotFound, "No such file or directory", {file.string()}};
+    // Other threads may run: nothing that is loaded is looked at.
+    const py::gil_scoped_release others;
+    return readPackedFile(file, [](std::uint64_t, std::uint64_t) {
+        const py::gil_scoped_acquire lock;
+        return PyErr_CheckSignals() == 0;
+    });
+}
+
+void addSequences(std::size_t from, Opened &opened)
+{
+    const ObjectSpace &space = ObjectSpace::get();
+    for (std::size_t i = from; i < space.objectCount(); ++i) {
+        if (Peptide *const sequence = Peptide::from(space.object(i)))
+            opened.sequences.emplace_back(*sequence);
+    }
+}
+
+void addAll(FileContents &contents, Opened &opened)
+{
+    for (StructureRecord &record : contents.structures) {
+        std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
+        if (Structure *const structure = ObjectFactory::adopt(std::move(record)))
+            opened.structures.emplace_back(*structure);
+    }
+    for (AlignmentRecord &record : contents.alignments) {
+        std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
+        const std::size_t before = ObjectSpace::get().objectCount();
+        if (Alignment *const alignment = ObjectFactory::adopt(std::move(record)))
+            opened.alignments.emplace_back(*alignment);
+        else
+            addSequences(before, opened);
+    }
+}
+
+Opened openFile(const fs::path &file)
+{
+    ProcessModel &model = ProcessModel::get();
+    Result<FileContents> contents = readContents(file);
+    if (!contents)
+        throw FileError{contents.error()};
+    Opened opened{file, {}, {}, {}, {}};
+    changed(
+        *Space::instance(), [&](Space &) { addAll(contents.value(), opened); }, Publisher::Add);
+    for (const AlignmentReference &alignment : opened.alignments)
+        model.history().markSaved(*alignment);
+    for (const StructureReference &structure : opened.structures)
+        model.history().markSaved(*structure);
+    return opened;
+}
+
+WriteOptions optionsOf(const fs::path &file, const std::optional<std::string> &format)
+{
+    const std::optional<WriteOptions> options =
+        format ? writeOptionsNamed(*format) : writeOptionsFor(file);
+    if (options)
+        return *options;
+    std::string known;
+    for (const std::string_view name : writeFormatNames())
+        known += (known.empty() ? "" : " ") + std::string(name);
+    throw py::value_error(format ? "there is no format " + *format + "; there are " + known
+                                 : "the name " + file.string() +
+                                       " does not tell the format; say one of " + known);
+}
+
+// What is written has been copied, so other threads may run.
+template <typename Source>
+std::vector<std::string> writeCopy(const Source &source, const fs::path &file,
+                                   const WriteOptions &options)
+{
+    Result<void> written;
+    std::vector<std::string> told;
+    {
+        const py::gil_scoped_release others;
+        WriteAids aids;
+        aids.step = [](WriteStage, double) {
+            const py::gil_scoped_acquire lock;
+            return PyErr_CheckSignals() == 0;
+        };
+        written = writeFile(file, source, options, &aids);
+        told = aids.remarks;
+    }
+    if (!written)
+        throw FileError{written.error()};
+    for (const std::string &loss : lossesOf(source, options))
+        told.push_back(loss);
+    return told;
+}
+
+void checkKind(const WriteOptions &options, bool isStructure)
+{
+    if (isStructureFormat(options.format) != isStructure)
+        throw py::value_error(isStructure
+                                  ? "the format is one of alignments, and this is a structure"
+                                  : "the format is one of structures, and this is an alignment");
+}
+
+std::vector<std::string> saveAlignment(const AlignmentReference &alignment, const fs::path &file,
+                                       const std::optional<std::string> &format)
+{
+    const WriteOptions options = optionsOf(file, format);
+    checkKind(options, false);
+    std::vector<std::string> losses = writeCopy(makeSnapshot(*alignment), file, options);
+    History &history = ProcessModel::get().history();
+    if (losses.empty())
+        history.markSaved(*alignment);
+    else
+        history.markWritten(*alignment);
+    return losses;
+}
+
+std::vector<std::string> saveStructure(const StructureReference &structure, const fs::path &file,
+                                       const std::optional<std::string> &format)
+{
+    const WriteOptions options = optionsOf(file, format);
+    checkKind(options, true);
+    std::vector<std::string> losses = writeCopy(makeRecord(*structure), file, options);
+    History &history = ProcessModel::get().history();
+    if (losses.empty())
+        history.markSaved(*structure);
+    else
+        history.markWritten(*structure);
+    return losses;
+}
+
+template <typename T> T onlyOne(const std::vector<T> &all, const fs::path &file, const char *what)
+{
+    if (all.size() != 1)
+        throw py::value_error(file.string() + " holds " + std::to_string(all.size()) + ' ' + what +
+                              "s, and not one");
+    return all.front();
+}
+
+std::string shownOpened(const Opened &opened)
+{
+    return "<tambo.Opened " + std::string(py::repr(py::str(opened.file.filename().string()))) +
+           ", " + std::to_string(opened.alignments.size()) + " alignments, " +
+           std::to_string(opened.structures.size()) + " structures, " +
+           std::to_string(opened.sequences.size()) + " sequences>";
+}
+
+} // namespace
+
+void declareFiles(py::module_ &module)
+{
+    py::class_<Opened>(module, "Opened", "What a file has brought.")
+        .def_readonly("file", &Opened::file)
+        .def_readonly("alignments", &Opened::alignments)
+        .def_readonly("structures", &Opened::structures)
+        .def_readonly("sequences", &Opened::sequences,
+                      "Those of a file whose rows are not aligned.")
+        .def_readonly("remarks", &Opened::remarks, "What the reader has to say.")
+        .def_property_readonly(
+            "alignment",
+            [](const Opened &opened) {
+                return onlyOne(opened.alignments, opened.file, "alignment");
+            },
+            "The one alignment of the file.")
+        .def_property_readonly(
+            "structure",
+            [](const Opened &opened) {
+                return onlyOne(opened.structures, opened.file, "structure");
+            },
+            "The one structure of the file.")
+        .def("__repr__", &shownOpened);
+    module.def("open", &openFile, py::arg("path"),
+               "Loads a file of alignments, sequences or structures, as one step of undo.");
+    module.def(
+        "write_copy",
+        [](const StructureReference &structure, const fs::path &file) {
+            return writeCopy(makeRecord(*structure), file, optionsOf(file, std::nullopt));
+        },
+        py::arg("structure"), py::arg("path"), "As save(), which nobody takes for saving.");
+    module.def("save", &saveAlignment, py::arg("object"), py::arg("path"),
+               py::arg("format") = py::none(),
+               "Writes an alignment or a structure, and tells what the file has lost.");
+    module.def("save", &saveStructure, py::arg("object"), py::arg("path"),
+               py::arg("format") = py::none());
+}
+
+} // namespace TAMBO::script

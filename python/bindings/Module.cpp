@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The compiled half of the Python package tambo.
+#include "Declarations.h"
+#include "ProcessModel.h"
+
+PYBIND11_MODULE(_tambo, module)
+{
+    using namespace TAMBO::script;
+    module.attr("__version__") = TAMBO_VERSION;
+    // Its thread is the one that may go on.
+    ProcessModel::get();
+    declareExceptions(module);
+    declareSteps(module);
+    declareChains(module);
+    declareAlignments(module);
+    declareStructures(module);
+    declareFiles(module);
+    // Before the interpreter takes apart what the model's hooks call.
+    py::module_::import("atexit").attr("register")(
+        py::cpp_function([] { ProcessModel::get().clear(); }));
+}

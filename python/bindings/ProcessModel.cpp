@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ProcessModel.h"
+
+#include "Alignment.h"
+#include "ChangeScope.h"
+#include "ChangeSession.h"
+#include "Edit.h"
+#include "Hooks.h"
+#include "ObjectOperations.h"
+#include "ObjectSpace.h"
+#include "Peptide.h"
+#include "StepName.h"
+#include "StoredObject.h"
+#include "Structure.h"
+
+#include <pybind11/pybind11.h>
+
+#include <utility>
+
+namespace TAMBO::script {
+
+namespace py = pybind11;
+
+class OpenStep
+{
+public:
+    explicit OpenStep(const std::string &name) : m_Name(name) { }
+
+private:
+    ChangeScope m_Scope;
+    StepName m_Name;
+};
+
+namespace {
+
+const char *levelOf(LogSeverity severity) noexcept
+{
+    switch (severity) {
+    case LogSeverity::Info:
+        return "info";
+    case LogSeverity::Warning:
+        return "warning";
+    case LogSeverity::Error:
+        break;
+    }
+    return "error";
+}
+
+// To whoever has set up Python's logging.
+void logToPython(const std::string &message, LogSeverity severity)
+{
+    const py::gil_scoped_acquire lock;
+    const py::error_scope kept;
+    try {
+        py::module_::import("logging").attr("getLogger")("tambo").attr(levelOf(severity))("%s",
+                                                                                          message);
+    } catch (py::error_already_set &error) {
+        error.discard_as_unraisable("tambo's log");
+    }
+}
+
+// False when the user has pressed Ctrl+C; the exception waits for the end of the operation.
+bool mayGoOn()
+{
+    const py::gil_scoped_acquire lock;
+    return PyErr_Occurred() == nullptr && PyErr_CheckSignals() == 0;
+}
+
+} // namespace
+
+ProcessModel &ProcessModel::get()
+{
+    // Never destroyed: the interpreter ends in an order of its own.
+    static ProcessModel &model = *new ProcessModel;
+    if (std::this_thread::get_id() != model.m_Owner)
+        throw ThreadError("tambo may be used by the thread that has imported it alone");
+    return model;
+}
+
+ProcessModel::ProcessModel()
+{
+    hook();
+}
+
+void ProcessModel::hook()
+{
+    setEditRecorder(&m_History);
+    ModelHooks &hooks = modelHooks();
+    hooks.log = logToPython;
+    hooks.refused = [this](const Compound &locked) { m_Refusal = locked.Name() + " is locked"; };
+    hooks.denied = [this](const std::string &reason, const Compound *) { m_Refusal = reason; };
+    hooks.working = [](const char *, double, bool) { return mayGoOn(); };
+}
+
+std::uint32_t ProcessModel::number(Compound &object)
+{
+    StoredObject *const stored = StoredObject::from(&object);
+    m_Index.add(*stored);
+    return stored->identity();
+}
+
+Compound *ProcessModel::find(std::uint32_t number) const
+{
+    Compound *const object = m_Index.find(number);
+    return object != nullptr && isInTree(*object) ? object : nullptr;
+}
+
+std::size_t ProcessModel::openStep(const std::string &name)
+{
+    m_Steps.push_back(std::make_unique<OpenStep>(name));
+    return m_Steps.size();
+}
+
+void ProcessModel::closeStep(std::size_t depth, bool hasFailed)
+{
+    if (depth != m_Steps.size())
+        throw StepError("steps end in the order in which they were begun, the last one first");
+    if (hasFailed && depth == 1)
+        ChangeSession::get().takeBackChanges();
+    m_Steps.pop_back();
+    settle();
+}
+
+void ProcessModel::settle()
+{
+    if (PyErr_Occurred() != nullptr)
+        throw py::error_already_set();
+    if (!m_Refusal.empty())
+        throw RefusedError(std::exchange(m_Refusal, {}));
+}
+
+void ProcessModel::clear()
+{
+    while (!m_Steps.empty())
+        m_Steps.pop_back();
+    m_History.clear();
+    ObjectSpace::get().reset();
+    m_Refusal.clear();
+}
+
+template <typename T>
+Reference<T>::Reference(T &object) : m_Number(ProcessModel::get().number(object))
+{ }
+
+namespace {
+
+const char *kindOf(const Alignment *)
+{
+    return "the alignment";
+}
+
+const char *kindOf(const Structure *)
+{
+    return "the structure";
+}
+
+const char *kindOf(const Peptide *)
+{
+    return "the chain";
+}
+
+template <typename T> T *cast(Compound *object)
+{
+    // The number was given to an object of the kind, and to no other one.
+    return static_cast<T *>(object);
+}
+
+template <> Peptide *cast<Peptide>(Compound *object)
+{
+    return Peptide::from(object);
+}
+
+} // namespace
+
+template <typename T> T &Reference<T>::operator*() const
+{
+    T *const object = cast<T>(ProcessModel::get().find(m_Number));
+    if (object == nullptr)
+        throw GoneError(std::string(kindOf(object)) + " is gone");
+    return *object;
+}
+
+template <typename T> bool Reference<T>::isThere() const
+{
+    return ProcessModel::get().find(m_Number) != nullptr;
+}
+
+template class Reference<Alignment>;
+template class Reference<Structure>;
+template class Reference<Peptide>;
+
+} // namespace TAMBO::script

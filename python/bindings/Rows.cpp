@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Rows.h"
+
+#include "AlignmentTable.h"
+#include "Declarations.h"
+#include "Places.h"
+
+#include <functional>
+
+namespace TAMBO::script {
+
+RowReference::RowReference(const AlignmentReference &alignment, std::size_t row)
+    : m_Alignment(alignment), m_Chain((*alignment).table().row(row).sequence()), m_Hint(row)
+{ }
+
+std::size_t RowReference::index() const
+{
+    const AlignmentTable &table = (*m_Alignment).table();
+    const Peptide &chain = *m_Chain;
+    if (m_Hint < table.rowCount() && &table.row(m_Hint).sequence() == &chain)
+        return m_Hint;
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        if (&table.row(row).sequence() == &chain)
+            return m_Hint = row;
+    }
+    throw GoneError("the row is no more in the alignment");
+}
+
+std::string RowReference::text(std::size_t begin, std::size_t end) const
+{
+    const AlignmentRow &row = (*m_Alignment).table().row(index());
+    const std::string_view letters = row.sequence().letters();
+    std::string text(end - begin, '-');
+    row.forEachRun(begin, end, [&](unsigned long column, std::uint32_t first, std::uint32_t count) {
+        letters.copy(text.data() + (column - begin), count, first);
+    });
+    return text;
+}
+
+namespace {
+
+std::size_t widthOf(const RowReference &row)
+{
+    return (*row.alignment()).width();
+}
+
+std::string wholeText(const RowReference &row)
+{
+    return row.text(0, widthOf(row));
+}
+
+std::string nameOfRow(const RowReference &row)
+{
+    return (*row.alignment()).table().row(row.index()).name();
+}
+
+std::string lettersOfRow(const RowReference &row)
+{
+    return (*row.alignment()).GetSequence(row.index(), true);
+}
+
+py::object cell(const RowReference &row, const py::object &named)
+{
+    const std::size_t width = widthOf(row);
+    if (!py::isinstance<py::slice>(named)) {
+        const std::size_t column = placeOf(named.cast<py::ssize_t>(), width, "column");
+        return py::str(row.text(column, column + 1));
+    }
+    return py::str(wholeText(row)).attr("__getitem__")(named);
+}
+
+std::string shownRow(const RowReference &row)
+{
+    if (!row.alignment().isThere())
+        return "<tambo.Row, gone>";
+    constexpr std::size_t most = 40;
+    const std::size_t width = widthOf(row);
+    return "<tambo.Row " + std::to_string(row.index()) + ' ' +
+           std::string(py::repr(py::str(nameOfRow(row)))) + ": " +
+           row.text(0, std::min(width, most)) + (width > most ? "...>" : ">");
+}
+
+} // namespace
+
+void declareRows(py::module_ &module)
+{
+    py::class_<RowReference>(module, "Row",
+                             "A row of an alignment: a chain or a sequence, with gaps.")
+        .def_property_readonly("alignment", &RowReference::alignment,
+                               "The alignment that it is a row of.")
+        .def_property_readonly("chain", &RowReference::chain,
+                               "The chain or sequence that it shows.")
+        .def_property_readonly("index", &RowReference::index,
+                               "Where it stands in the alignment, from 0.")
+        .def_property_readonly("name", &nameOfRow, "As the alignment's views show it.")
+        .def_property_readonly("letters", &lettersOfRow,
+                               "The letters of its residues, without gaps.")
+        .def("__str__", &wholeText)
+        .def("__len__", &widthOf)
+        .def("__getitem__", &cell, py::arg("column"),
+             "The letter of a column, or the text of a slice.")
+        .def(
+            "column_of",
+            [](const RowReference &row, py::ssize_t residue) {
+                const Alignment &alignment = *row.alignment();
+                const std::size_t index = row.index();
+                const std::size_t count = alignment.table().row(index).cells().residues();
+                return alignment.columnOfResidue(index, placeOf(residue, count, "residue"));
+            },
+            py::arg("residue"),
+            "The column in which a residue of the row stands; both count from 0.")
+        .def(
+            "__eq__",
+            [](const RowReference &row, const RowReference &other) { return row == other; },
+            py::is_operator())
+        .def("__hash__",
+             [](const RowReference &row) {
+                 return std::hash<std::uint64_t>()(std::uint64_t(row.alignment().number()) << 32 |
+                                                   row.chain().number());
+             })
+        .def("__repr__", &shownRow);
+}
+
+} // namespace TAMBO::script

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A row of an alignment as Python holds it: it stays the same row when others come, go or move.
+#pragma once
+
+#include "ProcessModel.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace TAMBO::script {
+
+class RowReference
+{
+public:
+    RowReference(const AlignmentReference &alignment, std::size_t row);
+
+    [[nodiscard]] const AlignmentReference &alignment() const noexcept { return m_Alignment; }
+    [[nodiscard]] const ChainReference &chain() const noexcept { return m_Chain; }
+    // Where it stands now; a GoneError when it has left the alignment.
+    [[nodiscard]] std::size_t index() const;
+    // With a '-' for each gap.
+    [[nodiscard]] std::string text(std::size_t begin, std::size_t end) const;
+
+    friend bool operator==(const RowReference &a, const RowReference &b)
+    {
+        return a.m_Alignment == b.m_Alignment && a.m_Chain == b.m_Chain;
+    }
+
+private:
+    AlignmentReference m_Alignment;
+    ChainReference m_Chain;
+    // Where it stood last.
+    mutable std::size_t m_Hint;
+};
+
+} // namespace TAMBO::script

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Declarations.h"
+#include "ProcessModel.h"
+
+#include <pybind11/stl.h>
+
+#include <string>
+#include <utility>
+
+namespace TAMBO::script {
+
+namespace {
+
+// What "with" holds: one step of undo.
+class Step
+{
+public:
+    explicit Step(std::string name) : m_Name(std::move(name)) { }
+
+    void enter()
+    {
+        if (m_Depth != 0)
+            throw StepError("the step is open already");
+        m_Depth = ProcessModel::get().openStep(m_Name);
+    }
+    void exit(const py::object &type, const py::object &, const py::object &)
+    {
+        ProcessModel::get().closeStep(std::exchange(m_Depth, 0), !type.is_none());
+    }
+
+private:
+    std::string m_Name;
+    std::size_t m_Depth = 0;
+};
+
+ProcessModel &outsideOfSteps(const char *what)
+{
+    ProcessModel &model = ProcessModel::get();
+    if (model.isInStep())
+        throw StepError(std::string(what) + " is not possible inside of a step");
+    return model;
+}
+
+bool undo()
+{
+    ProcessModel &model = outsideOfSteps("undo");
+    const bool isDone = model.history().undo();
+    model.settle();
+    return isDone;
+}
+
+bool redo()
+{
+    ProcessModel &model = outsideOfSteps("redo");
+    const bool isDone = model.history().redo();
+    model.settle();
+    return isDone;
+}
+
+std::vector<std::string> history()
+{
+    const History &steps = ProcessModel::get().history();
+    std::vector<std::string> labels;
+    for (std::size_t i = 0; i < steps.position(); ++i)
+        labels.push_back(steps.label(i));
+    return labels;
+}
+
+} // namespace
+
+void declareSteps(py::module_ &module)
+{
+    py::class_<Step>(module, "Step", "One step of undo, made by step().")
+        .def("__enter__", &Step::enter)
+        .def("__exit__", &Step::exit);
+    module.def(
+        "step", [](std::string name) { return Step(std::move(name)); }, py::arg("name"),
+        "All changes of a with-block as one step of undo. An exception that leaves the outermost "
+        "block "
+        "takes all of them back.");
+    module.def("undo", &undo, "Takes the last step back. False when there is none.");
+    module.def("redo", &redo,
+               "Does the step that was taken back last again. False when there is none.");
+    module.def("history", &history, "What the steps that can be undone did, the oldest first.");
+    module.def(
+        "clear", [] { outsideOfSteps("clearing").clear(); },
+        "Forgets all objects and all steps, saved or not.");
+}
+
+} // namespace TAMBO::script

@@ -1,0 +1,49 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Alignments and structures as the Tambo workbench has them, for scripts.
+
+Rows, columns and residues count from 0, and ranges are half-open. Every change is a step of undo,
+and all of a with-block of step() are one. What is called from another thread than the one that has
+imported the package raises ThreadError.
+
+>>> import tambo
+>>> family = tambo.new_alignment("family", [("one", "MK-V"), ("two", "MRAV")])
+>>> family
+<tambo.Alignment 'family', 2 rows, 4 columns>
+>>> with tambo.step("Tidy up"):
+...     family.remove_columns([2])
+...     family.move_row(1, 0)
+>>> [str(row) for row in family]
+['MRV', 'MKV']
+>>> tambo.undo()
+True
+>>> [str(row) for row in family]
+['MK-V', 'MRAV']
+"""
+from . import _interop, _notebook
+from ._sorting import sort as _sort
+from ._tambo import (Alignment, Chain, FormatError, GoneError, Opened, RefusedError, Row, Step,
+                     StepError, Structure, ThreadError, __version__, alignments, clear, history,
+                     new_alignment, new_sequence, open, redo, save, step, structures, superpose,
+                     undo)
+from ._identity import IdentityMatrix, identity_matrix as _identity_matrix
+from ._interop import from_biopython
+
+__all__ = ["Alignment", "Chain", "FormatError", "GoneError", "IdentityMatrix", "Opened",
+           "RefusedError", "Row", "Step", "StepError", "Structure", "ThreadError", "alignments",
+           "clear", "from_biopython", "history", "new_alignment", "new_sequence", "open", "redo",
+           "save", "step", "structures", "superpose", "undo"]
+
+# What is written in Python belongs to the classes all the same.
+Alignment.sort = _sort
+Alignment.identity_matrix = _identity_matrix
+Alignment.to_biopython = _interop.alignment_to_biopython
+Alignment.to_dataframe = _interop.alignment_to_dataframe
+Alignment._repr_html_ = _notebook.alignment_html
+Structure.to_biopython = _interop.structure_to_biopython
+Structure.to_dataframe = _interop.structure_to_dataframe
+Alignment.save = _interop.save
+Structure.save = _interop.save
+for _class in (Alignment, Chain, FormatError, GoneError, Opened, RefusedError, Row, Step, StepError,
+               Structure, ThreadError):
+    _class.__module__ = "tambo"
+del _class

@@ -1,0 +1,54 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""How alike the rows of an alignment are."""
+import numpy
+
+from . import _notebook
+
+
+class IdentityMatrix:
+    """Shares of identical pairs: values[i, j], from 0 to 1, of the rows called names[i] and names[j].
+
+    values is an array of rows x rows of float64; nan where there is nothing to compare.
+    """
+
+    def __init__(self, names, values, of):
+        self.names = names
+        self.values = values
+        self.of = of
+
+    def __array__(self, dtype=None):
+        return numpy.asarray(self.values, dtype=dtype)
+
+    def __len__(self):
+        return len(self.names)
+
+    def __getitem__(self, place):
+        return self.values[place]
+
+    def __repr__(self):
+        return f"<tambo.IdentityMatrix of {len(self)} rows, share of {self.of}>"
+
+    def _repr_html_(self):
+        return _notebook.matrix_html(self)
+
+    def to_dataframe(self):
+        """The matrix with the names of its rows, for pandas."""
+        import pandas
+        return pandas.DataFrame(self.values, index=self.names, columns=self.names)
+
+
+IdentityMatrix.__module__ = "tambo"
+
+
+def identity_matrix(alignment, of="shorter"):
+    """The identical pairs of each two rows as a share of what `of` says.
+
+    "shorter": the residues of the row that has fewer; "aligned": the columns in which both have one;
+    "overlap": the columns between the first and the last one in which both have one.
+
+    >>> import tambo
+    >>> family = tambo.new_alignment("family", [("one", "MK-V"), ("two", "MRAV")])
+    >>> float(family.identity_matrix(of="overlap")[0, 1])
+    0.5
+    """
+    return IdentityMatrix(alignment.names, alignment._identities(of), of)

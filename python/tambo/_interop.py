@@ -1,0 +1,74 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""To and from files, and Biopython and pandas, where they are installed."""
+import io
+import os
+import tempfile
+
+from . import _tambo
+
+
+def save(self, path, format=None):
+    """Writes it into a file, and tells what that has lost, one sentence each.
+
+    Without a format the ending of the file's name says which.
+    """
+    return _tambo.save(self, path, format)
+
+
+def alignment_to_biopython(alignment):
+    """A Bio.Align.MultipleSeqAlignment of the same rows."""
+    from Bio.Align import MultipleSeqAlignment
+    from Bio.Seq import Seq
+    from Bio.SeqRecord import SeqRecord
+    return MultipleSeqAlignment(
+        [SeqRecord(Seq(str(row)), id=row.name, name=row.name, description="") for row in alignment])
+
+
+def alignment_to_dataframe(alignment):
+    """A pandas.DataFrame with a row for each row and a column for each column: one letter, '-' for a gap."""
+    import pandas
+    letters = alignment.letters()
+    return pandas.DataFrame(letters.view("S1").astype("U1"), index=alignment.names)
+
+
+def structure_to_biopython(structure):
+    """A Bio.PDB structure of what a file of mmCIF would say of this one."""
+    from Bio.PDB.MMCIFParser import MMCIFParser
+    with tempfile.TemporaryDirectory() as folder:
+        file = os.path.join(folder, "structure.cif")
+        _tambo.write_copy(structure, file)
+        return MMCIFParser(QUIET=True).get_structure(structure.name, file)
+
+
+def structure_to_dataframe(structure):
+    """A pandas.DataFrame with a row for each atom: chain, number, residue, name, element, b_factor,
+    occupancy, and x, y, z in Angstrom."""
+    import pandas
+    table = pandas.DataFrame(structure.atoms())
+    table[["x", "y", "z"]] = structure.atom_positions()
+    return table
+
+
+def from_biopython(what, name="biopython"):
+    """Loads a Bio.Align.MultipleSeqAlignment, or a structure of Bio.PDB, and gives the new object."""
+    if hasattr(what, "get_level"):
+        return _structure_from_biopython(what)
+    return _tambo.new_alignment(name, [(record.id, str(record.seq)) for record in what])
+
+
+def _structure_from_biopython(structure):
+    from Bio.PDB.mmcifio import MMCIFIO
+    writer = MMCIFIO()
+    writer.set_structure(structure)
+    text = io.StringIO()
+    writer.save(text)
+    with tempfile.TemporaryDirectory() as folder:
+        # The name of the structure is that of its file.
+        file = os.path.join(folder, f"{_file_name(structure.id)}.cif")
+        with open(file, "w", encoding="utf-8") as out:
+            out.write(text.getvalue())
+        return _tambo.open(file).structure
+
+
+def _file_name(name):
+    return "".join(c if c.isalnum() or c in "-_" else "_" for c in str(name)) or "structure"
