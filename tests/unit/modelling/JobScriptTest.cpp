@@ -6,6 +6,10 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace JobScriptTest {
 
 namespace fs = std::filesystem;
@@ -29,7 +33,7 @@ protected:
                                                "    sys.exit(status)\n");
         write("python/ost/__init__.py", "VERSION = '3.4'\n");
         installEngine("PROMOD3_ROOT='" + path().string() + "' PYTHONPATH='" +
-                      (path() / "python").string() + "' exec python3 -B \"$@\"");
+                      (path() / "python").string() + "' python3 -B \"$@\"; exit $?");
     }
     // What the engine's command does, in Python.
     void installCommand(const std::string &text) const
@@ -82,6 +86,42 @@ TEST_F(JobScript, AnErrorThatTheEngineDoesNotCatchIsTold)
     installCommand("raise ValueError('no such atom')\n");
     EXPECT_EQ(job().status, 4);
     EXPECT_THAT(record().message, HasSubstr("status 1: ValueError: no such atom"));
+}
+
+// Adapter and watcher killed at once have nobody who would end what they have started.
+TEST_F(JobScript, EndsWithTheLastOneThatWatchedOverIt)
+{
+    const fs::path alive = path() / "alive";
+    ASSERT_EQ(mkfifo(alive.c_str(), 0600), 0);
+    const int pipe = open(alive.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    fcntl(pipe, F_SETFL, 0);
+    installCommand("import os, signal\n"
+                   "alive = open('../alive', 'w')\n"
+                   "print('up', file=alive, flush=True)\n"
+                   "def parent(process):\n"
+                   "    return int(open(f'/proc/{process}/stat').read().split()[3])\n"
+                   "watcher = parent(os.getppid())\n"
+                   "adapter = parent(watcher)\n"
+                   "os.kill(watcher, signal.SIGSTOP)\n"
+                   "os.kill(adapter, signal.SIGKILL)\n"
+                   "os.kill(watcher, signal.SIGKILL)\n"
+                   "while True:\n"
+                   "    signal.pause()\n");
+    EXPECT_EQ(job().status, 137);
+    std::string said;
+    char letter = 0;
+    while (::read(pipe, &letter, 1) > 0)
+        said += letter;
+    close(pipe);
+    EXPECT_EQ(said, "up\n");
+    EXPECT_EQ(record().state, kestram::JobState::Running) << "nobody was left to change it";
+    EXPECT_TRUE(fs::exists(path() / ".m.work"));
+
+    installCommand("import shutil\nshutil.copy('../built.pdb', 'model.pdb')\n");
+    EXPECT_EQ(job().status, 0);
+    EXPECT_EQ(record().state, kestram::JobState::Ok);
+    EXPECT_FALSE(fs::exists(path() / ".m.work"));
+    EXPECT_FALSE(fs::exists(path() / ".m.lock"));
 }
 
 } // namespace JobScriptTest
