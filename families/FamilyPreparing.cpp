@@ -384,8 +384,27 @@ private:
     PreparedFamily m_Done;
 };
 
+// Two families may have one name. Those of a file that is still there, and of which the folder has
+// no target, are another one.
+bool isOfAnotherFile(const FamilyFolder &folder, const Family &family,
+                     const std::vector<PlannedModel> &plan)
+{
+    std::error_code error;
+    if (folder.source().empty() || family.source.empty() || folder.targets().empty() ||
+        !fs::exists(folder.source(), error) ||
+        fs::equivalent(folder.source(), family.source, error))
+        return false;
+    std::set<std::string> names;
+    for (const FamilyTarget &target : folder.targets())
+        names.insert(target.name);
+    return std::ranges::none_of(plan, [&](const PlannedModel &model) {
+        return names.contains(formats::cleanText(family.rows[model.target].name));
+    });
+}
+
 // Of a folder that may be used: what stands in it, or nothing.
-Result<FamilyFolder> lookAt(const Family &family, const fs::path &path)
+Result<FamilyFolder> lookAt(const Family &family, const std::vector<PlannedModel> &plan,
+                            const fs::path &path)
 {
     const std::string name = formats::cleanText(family.name);
     std::error_code error;
@@ -393,10 +412,13 @@ Result<FamilyFolder> lookAt(const Family &family, const fs::path &path)
         return Failure{FailureKind::Refused, "is a file where a folder is needed", {path.string()}};
     Result<FamilyFolder> known = FamilyFolder::open(path);
     if (known) {
-        if (known.value().name() == name)
+        const FamilyFolder &folder = known.value();
+        const bool isOther = isOfAnotherFile(folder, family, plan);
+        if (folder.name() == name && !isOther)
             return known;
         return Failure{FailureKind::Refused,
-                       "is the folder of another family, " + quotedName(known.value().name()),
+                       "is the folder of another family, " + quotedName(folder.name()) +
+                           (isOther ? " of " + folder.source().string() : ""),
                        {path.string()}};
     }
     if (known.error().kind != FailureKind::NotFound)
@@ -417,7 +439,7 @@ Result<PreparedFamily> prepareFamily(const Family &family, const std::vector<Pla
                                      const TemplateSource &templates, const fs::path &path,
                                      const FamilySettings &settings)
 {
-    Result<FamilyFolder> folder = lookAt(family, path);
+    Result<FamilyFolder> folder = lookAt(family, plan, path);
     if (!folder)
         return folder.error();
     std::error_code error;

@@ -238,7 +238,7 @@ std::string usageText()
            "Files are structures (" +
            formatTitles([](const FormatEntry &entry) { return isStructureFormat(entry.format); }) +
            ") and alignments or sequences, plain or gzipped;\n"
-           "the workbench, info and convert know sessions (.tambo), too.\n"
+           "the workbench, info, convert and models know sessions (.tambo), too.\n"
            "A FORMAT is one of" +
            formats +
            ".\n"

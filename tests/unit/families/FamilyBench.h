@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 class FamilyBench : public testing::Test
@@ -37,4 +39,27 @@ protected:
 
 private:
     std::filesystem::path m_Path;
+};
+
+// For as long as it lives, no file may grow beyond so many bytes.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes) : m_Handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_Before);
+        const rlimit limit{bytes, m_Before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_Before);
+        std::signal(SIGXFSZ, m_Handler);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    void (*m_Handler)(int);
+    rlimit m_Before{};
 };

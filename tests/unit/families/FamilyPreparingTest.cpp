@@ -6,9 +6,6 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include <csignal>
-#include <sys/resource.h>
-
 namespace FamilyPreparingTest {
 
 namespace fs = std::filesystem;
@@ -33,29 +30,6 @@ protected:
         const auto prepared = prepare(of);
         return prepared ? "prepared" : prepared.error().message();
     }
-};
-
-// For as long as it lives, no file may grow beyond so many bytes.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes) : m_Handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_Before);
-        const rlimit limit{bytes, m_Before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_Before);
-        std::signal(SIGXFSZ, m_Handler);
-    }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-private:
-    void (*m_Handler)(int);
-    rlimit m_Before{};
 };
 
 TEST_F(FamilyPreparing, EachTargetGetsItsPairAndEachTemplateItsCoordinates)
@@ -261,6 +235,28 @@ TEST_F(FamilyPreparing, AFolderOfAnotherFamilyOrOfSomethingElseStaysAsItIs)
     write("family", "a file");
     EXPECT_THAT(failure(), HasSubstr("family: is a file where a folder is needed"));
     EXPECT_EQ(read("family"), "a file");
+}
+
+TEST_F(FamilyPreparing, AFamilyOfTheSameNameInAnotherFileIsAnotherOneUnlessItsTargetsAreThere)
+{
+    write("one/globins.ali", "");
+    write("two/globins.ali", "");
+    Family one = smallFamily();
+    one.source = path() / "one/globins.ali";
+    ASSERT_TRUE(prepare(one));
+    Family two = smallFamily();
+    two.source = path() / "two/globins.ali";
+    // A copy.
+    EXPECT_EQ(failure(two), "prepared");
+    fs::remove_all(family());
+    ASSERT_TRUE(prepare(one));
+    for (FamilyRow &row : two.rows)
+        row.name += "x";
+    EXPECT_THAT(failure(two), HasSubstr("is the folder of another family, \"globins\" of " +
+                                        one.source.string()));
+    // The file was moved, and other targets are asked for.
+    fs::remove(one.source);
+    EXPECT_EQ(failure(two), "prepared");
 }
 
 TEST_F(FamilyPreparing, AFolderAtWorkIsLeftAlone)

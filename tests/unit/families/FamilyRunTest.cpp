@@ -265,6 +265,25 @@ TEST_F(FamilyRun, ATargetWithoutACommonColumnIsInTheTableAndNotBuilt)
     EXPECT_EQ(field("c", "state"), "failed");
 }
 
+TEST_F(FamilyRun, AFullDiskIsToldAndTheOldTableStays)
+{
+    write("family/results.tsv", "as it was\n");
+    {
+        const FullDisk disk(0);
+        const auto outcome = runAll();
+        ASSERT_TRUE(outcome) << outcome.error().message();
+        EXPECT_THAT(outcome.value().remarks,
+                    ElementsAre(HasSubstr("results.tsv: cannot be written: File too large")));
+    }
+    EXPECT_EQ(read("family/results.tsv"), "as it was\n");
+    EXPECT_FALSE(isThere("family/models/a.pdb"));
+    // What was begun is done again.
+    const auto outcome = runAll();
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(field("a", "state"), "ok");
+    EXPECT_THAT(outcome.value().remarks, IsEmpty());
+}
+
 // ---- Snakemake
 
 // Builds what is asked for, as the workflow does it.
