@@ -2,12 +2,16 @@
 #include "FamilyRun.h"
 
 #include "ModelPool.h"
+#include "ProcessLife.h"
 #include "RunProgress.h"
 #include "RunSignals.h"
 #include "SnakemakeRun.h"
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <iterator>
+#include <thread>
 #include <unordered_set>
 #include <utility>
 
@@ -63,6 +67,22 @@ std::vector<ResultRow> rowsOf(const std::vector<ResultRow> &all,
     return rows;
 }
 
+// What a run has left behind on this computer that was killed with all its might: nobody else has
+// the folder, and two must not work at one model.
+void endLeftBehind(const std::vector<ResultRow> &rows)
+{
+    constexpr std::chrono::milliseconds kShortWait{20};
+    constexpr int kMostWaits = 500;
+    for (const ResultRow &row : rows) {
+        const kestram::JobRecord &record = row.record;
+        if (row.state != TargetState::Running || record.host != hostName() || !record.job.empty())
+            continue;
+        kill(pid_t(record.process), SIGTERM);
+        for (int i = 0; i < kMostWaits && isAlive(record.process, record.started); ++i)
+            std::this_thread::sleep_for(kShortWait);
+    }
+}
+
 } // namespace
 
 Result<RunOutcome> runFamily(const FamilyFolder &folder, const std::vector<FamilyTarget> &asked,
@@ -71,6 +91,8 @@ Result<RunOutcome> runFamily(const FamilyFolder &folder, const std::vector<Famil
     std::vector<FamilyTarget> missing = missingOf(folder, asked);
     if (const Result<void> checked = checkInputs(folder, missing); !checked)
         return checked.error();
+    if (const Result<void> free = checkForeignLock(folder); !free)
+        return free.error();
     const fs::path snakemake = settings.usesPool ? fs::path() : programOnPath("snakemake");
     if (snakemake.empty() && !settings.profile.empty())
         return Failure{FailureKind::NotFound,
@@ -79,6 +101,7 @@ Result<RunOutcome> runFamily(const FamilyFolder &folder, const std::vector<Famil
     RunOutcome outcome;
     const RunSignals signals;
     RunProgress progress(folder, std::move(missing), tell);
+    endLeftBehind(progress.rows());
     Result<int> ended = 0;
     if (!progress.missing().empty()) {
         ended = snakemake.empty()

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 namespace TAMBO::families {
@@ -44,23 +45,17 @@ public:
           m_Mark(folder.path() / kMarkName)
     { }
 
-    // Nobody but this run has the folder. A lock that one of ours has left behind is nobody's.
+    // One that a run of ours has left behind is nobody's.
     [[nodiscard]] Result<void> openLock()
     {
         if (!isLocked(m_Folder))
             return {};
-        std::error_code error;
-        if (!fs::exists(m_Mark, error))
-            return Failure{
-                FailureKind::Refused,
-                "is locked by a call of Snakemake that is not ours; wait for its end, or, "
-                "when it has ended, call snakemake --unlock there",
-                {m_Folder.path().string()}};
         Result<ChildProcess> unlocking = start({"--unlock"});
         if (!unlocking)
             return unlocking.error();
+        // A signal that comes now is for the run.
         while (!unlocking.value().ended())
-            static_cast<void>(m_Signals.wait(kShortWait));
+            std::this_thread::sleep_for(std::chrono::milliseconds(kShortWait));
         if (isLocked(m_Folder))
             return Failure{FailureKind::System,
                            "Snakemake cannot take back the lock of a run that was killed",
@@ -160,6 +155,18 @@ private:
 };
 
 } // namespace
+
+Result<void> checkForeignLock(const FamilyFolder &folder)
+{
+    std::error_code error;
+    if (!isLocked(folder) || fs::exists(folder.path() / kMarkName, error))
+        return {};
+    return Failure{
+        FailureKind::Refused,
+        "is locked by a call of Snakemake that is not ours; wait for its end, or, when it "
+        "has ended, call snakemake --unlock there",
+        {folder.path().string()}};
+}
 
 Result<int> runSnakemake(const FamilyFolder &folder, const fs::path &snakemake,
                          const RunSettings &settings, const RunSignals &signals,

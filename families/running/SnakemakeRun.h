@@ -11,6 +11,10 @@ namespace TAMBO::families {
 class RunProgress;
 class RunSignals;
 
+// Refused when a call of Snakemake that is not of a run of ours has the folder, or has left its
+// lock there.
+[[nodiscard]] Result<void> checkForeignLock(const FamilyFolder &folder);
+
 // The signal that has ended it, 0 when it has ended by itself. What it says goes into snakemake.log
 // in the folder; remarks get what the user should know of it.
 [[nodiscard]] Result<int> runSnakemake(const FamilyFolder &folder,

@@ -2,12 +2,16 @@
 // Runs with programs in the place of the adapter and of Snakemake that do what the test wants.
 #include "FamilyRun.h"
 #include "FamilyBench.h"
+#include "ProcessLife.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace FamilyRunTest {
 
@@ -241,6 +245,27 @@ TEST_F(FamilyRun, ASignalThatTheCallerHasIgnoredStopsNothing)
     EXPECT_EQ(told.size(), 3U);
 }
 
+TEST_F(FamilyRun, WhatAKilledRunHasLeftBehindIsEndedFirst)
+{
+    const pid_t left = fork();
+    if (left == 0) {
+        execl("/bin/sleep", "sleep", "1000000", static_cast<char *>(nullptr));
+        _exit(1);
+    }
+    kestram::JobRecord record;
+    record.host = hostName();
+    record.process = left;
+    record.started = double(std::time(nullptr));
+    ASSERT_TRUE(kestram::writeJobRecord(family() / "runs/b.json", record));
+    const auto outcome = runAll();
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(told.size(), 3U);
+    int status = 0;
+    ASSERT_EQ(waitpid(left, &status, WNOHANG), left);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGTERM);
+}
+
 TEST_F(FamilyRun, AFolderThatIsNotWholeIsNamedBeforeAnythingIsBuilt)
 {
     fs::remove(family() / "inputs/b.ali");
@@ -364,6 +389,9 @@ TEST_F(FamilyRun, TheLockOfAKilledRunOfOursIsTakenBackAndThatOfAnotherIsTold)
     ASSERT_FALSE(refused);
     EXPECT_THAT(refused.error().message(), HasSubstr("is locked by a call of Snakemake"));
     EXPECT_FALSE(isThere("family/asked"));
+    run.usesPool = true;
+    EXPECT_FALSE(runAll());
+    run.usesPool = false;
     // As a run leaves it that was killed together with Snakemake.
     write("family/.snakemake-run", "");
     ASSERT_TRUE(runAll());
