@@ -6,6 +6,8 @@
 #include "Logger.h"
 #include "Space.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace TAMBO::app {
@@ -17,11 +19,8 @@ QString angstrom(double distance)
     return QString::number(distance, 'f', 2);
 }
 
-bool move(const SuperposePlan &plan)
+bool moveAll(const std::vector<StructureMotion> &motions)
 {
-    std::vector<StructureMotion> motions;
-    for (const PlannedMove &move : plan.moves)
-        motions.push_back(move.motion);
     const DataPoint<Space> guard(nullptr, Space::instance());
     return guard.m_good && moveStructures(motions);
 }
@@ -32,7 +31,12 @@ Result<SuperposePlan> SuperposeCommand::run(Alignment &alignment,
                                             const std::vector<unsigned long> &rows)
 {
     Result<SuperposePlan> plan = planSuperposition(alignment, rows);
-    if (plan && !move(plan.value()))
+    std::vector<StructureMotion> motions;
+    if (plan) {
+        for (const PlannedMove &planned : plan->moves)
+            motions.push_back(planned.motion);
+    }
+    if (plan && !moveAll(motions))
         plan = Failure{FailureKind::Refused,
                        tr("the structures cannot be changed now.").toStdString()};
     if (!plan) {
@@ -44,6 +48,29 @@ Result<SuperposePlan> SuperposeCommand::run(Alignment &alignment,
     for (const PlannedMove &move : plan->moves)
         Logger::Write(lineOf(plan.value(), move));
     return plan;
+}
+
+std::size_t SuperposeCommand::runEach(const std::vector<Pair> &pairs)
+{
+    std::vector<StructureMotion> motions;
+    QStringList lines;
+    for (const Pair &pair : pairs) {
+        const Result<SuperposePlan> plan =
+            planSuperposition(*pair.alignment, {pair.fixed, pair.moving});
+        if (!plan) {
+            Logger::Write(tr("Nothing was superposed: %1")
+                              .arg(QString::fromStdString(plan.error().message())),
+                          Logger::Severity::Warning);
+            continue;
+        }
+        motions.push_back(plan.value().moves.front().motion);
+        lines << lineOf(plan.value(), plan.value().moves.front());
+    }
+    if (motions.empty() || !moveAll(motions))
+        return 0;
+    for (const QString &line : lines)
+        Logger::Write(line);
+    return motions.size();
 }
 
 QString SuperposeCommand::lineOf(const SuperposePlan &plan, const PlannedMove &move)

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <cstddef>
 #include <vector>
 
 namespace TAMBO::app {
@@ -19,6 +20,17 @@ public:
     // The structures of the rows onto that of the first one, as one step of undo, with a line in
     // the log for each. The failure has changed nothing and stands in the log, too.
     static Result<SuperposePlan> run(Alignment &alignment, const std::vector<unsigned long> &rows);
+
+    // One structure of an alignment onto another.
+    struct Pair
+    {
+        Alignment *alignment = nullptr;
+        unsigned long fixed = 0;
+        unsigned long moving = 0;
+    };
+    // Each onto its own, all as one step of undo. Those that cannot be are left out,
+    // with a line in the log. How many have been.
+    static std::size_t runEach(const std::vector<Pair> &pairs);
 
     // In one line: "Superposed 2 structures on 1abc_A: RMSD 0.81 to 1.20 Å over 169 pairs …".
     static QString summary(const SuperposePlan &plan);

@@ -137,6 +137,21 @@ TEST_F(SuperposeTest, TheCommandMovesAllOntoTheFirstInOneStep)
     EXPECT_TRUE(log.texts()[1].startsWith("Superposed three_A on one_A: RMSD 0.00 Å over 8 pairs"));
 }
 
+TEST_F(SuperposeTest, EachMovesOntoItsOwnInOneStepAndOneThatCannotIsLeftOut)
+{
+    const LogLines log;
+    EXPECT_EQ(SuperposeCommand::runEach({{m_Family, 0, 1}, {m_Family, 0, 4}, {m_Family, 0, 3}}),
+              2U);
+    EXPECT_NEAR(place(*m_Two).x(), place(*m_One).x(), 1e-3);
+    EXPECT_NEAR(place(*m_Three).z(), place(*m_One).z(), 1e-3);
+    EXPECT_EQ(m_History.size(), 1U);
+    EXPECT_EQ(m_History.undoLabel(), "superpose two and another");
+    ASSERT_EQ(log.count(), 3);
+    EXPECT_EQ(log.texts()[0], "Nothing was superposed: sequence has no coordinates.");
+    EXPECT_EQ(SuperposeCommand::runEach({{m_Family, 0, 4}}), 0U);
+    EXPECT_EQ(m_History.size(), 1U);
+}
+
 TEST_F(SuperposeTest, AFailureIsLoggedOnceAndChangesNothing)
 {
     Window window;
