@@ -39,6 +39,11 @@ void ModellingTools::offer() const
         qputenv(kSwitch, "1");
 }
 
+bool ModellingTools::isPossible() const
+{
+    return !qEnvironmentVariableIsEmpty(kSwitch) && (m_IsBeside || m_IsOnSearchPath);
+}
+
 QString ModellingTools::stateText() const
 {
     if (qEnvironmentVariableIsSet(kSwitch) && qEnvironmentVariableIsEmpty(kSwitch))

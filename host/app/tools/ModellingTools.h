@@ -16,6 +16,8 @@ public:
     // there and the user has not decided otherwise by setting it, be it to nothing. An adapter
     // beside the program can be found by its name afterwards, behind all others of that name.
     void offer() const;
+    // As the editor's command is: once offer() has been called.
+    [[nodiscard]] bool isPossible() const;
     // What is there, or what is missing and how to get it.
     [[nodiscard]] QString stateText() const;
 

@@ -5,6 +5,7 @@
 #include "Config.h"
 #include "ConfigStore.h"
 #include "Directories.h"
+#include "FamilyDesk.h"
 #include "FirstPlaces.h"
 #include "HelpTexts.h"
 #include "HelpViewer.h"
@@ -245,6 +246,14 @@ void MainWindow::makeToolsMenu()
         const std::vector<Compound *> objects = m_Tree->pickedObjects();
         emit superposeAsked(objects.size() == 1 ? objects.front() : nullptr);
     });
+    menu->addSeparator();
+    m_Models = menu->addAction(tr("Models of a &Family…"), this, [this] {
+        const std::vector<Compound *> objects = m_Tree->pickedObjects();
+        emit modelsAsked(objects.size() == 1 ? objects.front() : nullptr);
+    });
+    menu->addAction(tr("&Results of a Family…"), this, &MainWindow::modelResultsAsked)
+        ->setToolTip(tr("What has come of the models in a folder"));
+    menu->setToolTipsVisible(true);
 }
 
 void MainWindow::makeHelpMenu()
@@ -397,6 +406,16 @@ void MainWindow::enableActions()
     m_Properties->setEnabled(objects.size() == 1);
 }
 
+void MainWindow::enableModels(bool hasAlignment)
+{
+    const QString reason =
+        hasAlignment ? FamilyDesk::whyNot() : tr("It takes an alignment, and none is open.");
+    m_Models->setEnabled(reason.isEmpty());
+    m_Models->setToolTip(reason.isEmpty()
+                             ? tr("Build models of many rows of an alignment on its structures")
+                             : plainToolTip(reason));
+}
+
 void MainWindow::about()
 {
     QMessageBox::about(this, tr("About Tambo"),
@@ -511,6 +530,7 @@ void MainWindow::countObjects()
         sequences += kind == ObjectKind::Sequence ? 1 : 0;
         alignments += kind == ObjectKind::Alignment ? 1 : 0;
     }
+    enableModels(alignments > 0);
     QStringList parts;
     const auto add = [&parts](std::size_t count, const QString &one, const QString &many) {
         if (count > 0)

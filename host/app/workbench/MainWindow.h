@@ -85,6 +85,10 @@ signals:
     void toolAsked(const TAMBO::services::PluginRecord &plugin);
     // Along the object, if it is an alignment; null when none is picked.
     void superposeAsked(const TAMBO::Compound *object);
+    // Models of a family: of the object, if it is an alignment; null when none is picked.
+    void modelsAsked(const TAMBO::Compound *object);
+    // What has come of them, in a folder.
+    void modelResultsAsked();
     void quitAsked();
     void failed(const QString &headline, const QStringList &causes);
     void closed();
@@ -116,6 +120,7 @@ private:
     void closePicked();
     void deletePicked();
     void enableActions();
+    void enableModels(bool hasAlignment);
     void countObjects();
     void offerStart();
     void about();
@@ -140,6 +145,7 @@ private:
     QAction *m_Rename = nullptr;
     QAction *m_Delete = nullptr;
     QAction *m_Properties = nullptr;
+    QAction *m_Models = nullptr;
     QMenu *m_Recent = nullptr;
     std::vector<QAction *> m_Tools;
     QDockWidget *m_LogDock = nullptr;

@@ -6,6 +6,7 @@
 #include "ConfigStore.h"
 #include "EmptiedWindows.h"
 #include "FailureBoxes.h"
+#include "FamilyDesk.h"
 #include "FirstPlaces.h"
 #include "Hooks.h"
 #include "JobList.h"
@@ -226,6 +227,9 @@ void Workbench::connectWindow()
     connect(window, &MainWindow::editorAsked, this, &Workbench::openInEditor);
     connect(window, &MainWindow::toolAsked, this, &Workbench::openTool);
     connect(window, &MainWindow::superposeAsked, this, &Workbench::askSuperpose);
+    connect(window, &MainWindow::modelsAsked, this, &Workbench::askForModels);
+    connect(window, &MainWindow::modelResultsAsked, this,
+            [this, window] { families().askForFolder(window); });
     connect(window, &MainWindow::failed, this, &Workbench::tellFailure);
 }
 
@@ -317,13 +321,20 @@ bool Workbench::realign(Alignment &alignment)
     return RealignCommand(windowInUse(), m_Attendance == Attendance::User).run(alignment);
 }
 
-void Workbench::askSuperpose(const Compound *chosen)
+// In the order of the tree.
+std::vector<Alignment *> Workbench::loadedAlignments()
 {
     std::vector<Alignment *> alignments;
     for (Compound *object : *Space::instance()) {
         if (auto *alignment = dynamic_cast<Alignment *>(object))
             alignments.push_back(alignment);
     }
+    return alignments;
+}
+
+void Workbench::askSuperpose(const Compound *chosen)
+{
+    const std::vector<Alignment *> alignments = loadedAlignments();
     if (alignments.empty()) {
         say(tr("Superposing takes an alignment, and none is open."));
         return;
@@ -332,6 +343,28 @@ void Workbench::askSuperpose(const Compound *chosen)
     SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, &window());
     if (dialog.exec() == QDialog::Accepted && dialog.alignment() != nullptr)
         superpose(*dialog.alignment(), dialog.rows());
+}
+
+FamilyDesk &Workbench::families()
+{
+    if (m_Families == nullptr) {
+        FamilyDesk::Actions actions;
+        actions.opened = [this](const LoadReport &report) { modelsOpened(report); };
+        actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
+            tellFailure(headline, causes);
+        };
+        m_Families = std::make_unique<FamilyDesk>(FamilyDesk::Parts{m_Loader, m_Sources, m_Notes},
+                                                  std::move(actions),
+                                                  QCoreApplication::applicationFilePath());
+    }
+    return *m_Families;
+}
+
+void Workbench::askForModels(const Compound *chosen)
+{
+    const std::vector<Alignment *> alignments = loadedAlignments();
+    if (!alignments.empty())
+        families().askForModels(alignments, chosen, &window());
 }
 
 bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows)

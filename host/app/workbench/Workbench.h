@@ -38,6 +38,7 @@ class WorkProgress;
 namespace TAMBO::app {
 
 class EmptiedWindows;
+class FamilyDesk;
 class FirstPlaces;
 class LateWindow;
 struct LeftSession;
@@ -124,8 +125,14 @@ public:
     bool realign(Alignment &alignment);
     // Asks which structures, along which alignment: chosen, if it is one.
     void askSuperpose(const Compound *chosen);
+    // Has models of many rows built, and shows what comes of them.
+    [[nodiscard]] FamilyDesk &families();
+    // Of chosen, if it is an alignment.
+    void askForModels(const Compound *chosen);
     // The structures of the rows onto that of the first; the status line says what came of it.
     bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows);
+
+    [[nodiscard]] static std::vector<Alignment *> loadedAlignments();
 
     void openTool(const services::PluginRecord &plugin);
     // The window; null when there is none, which the status line explains.
@@ -181,6 +188,7 @@ private:
     void filesOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void finishStart(const LoadReport &report);
+    void modelsOpened(const LoadReport &report);
     void noteOpened(const Compound &object, const LoadReport::Origin &origin);
     void rememberFiles(const LoadReport &report);
     void closeDialogsAndQuit();
@@ -222,6 +230,8 @@ private:
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
     // Null when there is nobody to see it.
     std::unique_ptr<services::WorkProgress> m_Progress;
+    // Null until somebody asks for models of a family.
+    std::unique_ptr<FamilyDesk> m_Families;
     Starter m_Starter;
     std::vector<const services::PluginRecord *> m_ToolsAtStart;
     std::unique_ptr<OpenWindows> m_OpenWindows;

@@ -246,6 +246,18 @@ void Workbench::filesOpened(const LoadReport &report)
     emit opened(report);
 }
 
+// They lie in the folder of their family. It is no file to save them to: what they are there, the
+// engine has made them.
+void Workbench::modelsOpened(const LoadReport &report)
+{
+    for (const Structure *const model : report.structures)
+        m_History.markSaved(*model);
+    if (m_LiveStore != nullptr)
+        m_LiveStore->writeStepValues();
+    tellFailures(report);
+    emit opened(report);
+}
+
 // What has just been read is as it is on the disk.
 void Workbench::noteOpened(const Compound &object, const LoadReport::Origin &origin)
 {
