@@ -26,7 +26,7 @@ RunProgress::RunProgress(const FamilyFolder &folder, std::vector<FamilyTarget> m
     for (std::size_t i = 0; i < m_Rows.size(); ++i)
         m_Places[m_Rows[i].target.file] = i;
     for (const FamilyTarget &target : m_Missing)
-        m_Waiting[target.file] = stampOf(folder.recordOf(target));
+        m_Waiting[target.file] = {stampOf(folder.recordOf(target)), false};
     m_Table = writeResults(folder, m_Rows);
 }
 
@@ -58,13 +58,13 @@ void RunProgress::look()
         if (waiting == m_Waiting.end())
             continue;
         const Stamp stamp = stampOf(m_Folder.recordOf(target));
-        if (stamp == waiting->second)
+        // One that has begun may have been killed, and then it says no more.
+        if (stamp == waiting->second.stamp && !waiting->second.hasBegun)
             continue;
+        waiting->second = {stamp, true};
         ResultRow &row = m_Rows[m_Places.at(target.file)];
         row = resultOf(m_Folder, target, FolderWork::GoesOn);
-        if (row.state == TargetState::Running) {
-            waiting->second = stamp;
-        } else if (row.state != TargetState::NotRun) {
+        if (row.state != TargetState::Running && row.state != TargetState::NotRun) {
             m_Waiting.erase(waiting);
             tellOf(row);
         }
@@ -77,13 +77,16 @@ void RunProgress::look()
 void RunProgress::finish()
 {
     for (const FamilyTarget &target : m_Missing) {
+        ResultRow &row = m_Rows[m_Places.at(target.file)];
         const auto waiting = m_Waiting.find(target.file);
+        // One that was told of may have been tried again.
+        if (waiting != m_Waiting.end() || row.state != TargetState::Ok)
+            row = resultOf(m_Folder, target, FolderWork::HasEnded);
         if (waiting == m_Waiting.end())
             continue;
-        ResultRow &row = m_Rows[m_Places.at(target.file)];
-        row = resultOf(m_Folder, target, FolderWork::HasEnded);
-        const bool hasRun =
-            stampOf(m_Folder.recordOf(target)) != waiting->second || row.state == TargetState::Ok;
+        const bool hasRun = waiting->second.hasBegun ||
+                            stampOf(m_Folder.recordOf(target)) != waiting->second.stamp ||
+                            row.state == TargetState::Ok;
         m_Waiting.erase(waiting);
         if (hasRun)
             tellOf(row);

@@ -57,8 +57,15 @@ private:
     std::vector<ResultRow> m_Rows;
     // Of each file its row.
     std::unordered_map<std::string, std::size_t> m_Places;
-    // Those that have not ended, with the record as it was when it was last looked at.
-    std::unordered_map<std::string, Stamp> m_Waiting;
+    struct Waiting
+    {
+        // The record as it was when it was last looked at.
+        Stamp stamp;
+        // In this run.
+        bool hasBegun = false;
+    };
+    // Those that have not ended.
+    std::unordered_map<std::string, Waiting> m_Waiting;
     std::size_t m_Done = 0;
     Clock::time_point m_NextLook;
     Clock::time_point m_NextTable;

@@ -348,6 +348,27 @@ TEST_F(FamilyRun, WhenSnakemakeFailsTheTableHasWhatIsThere)
     EXPECT_EQ(field("b", "state"), "ok");
 }
 
+TEST_F(FamilyRun, OneThatSnakemakeLosesIsToldAsKilledWhileTheOthersAreBuilt)
+{
+    install("lost", std::string(kBuild) + "say running runs/a.json; kill -s KILL $$\n");
+    // The next one waits until the first one is told of.
+    installSnakemake("../bin/lost\nuntil [ -e told ]; do sleep 0.01; done\n" +
+                     std::string(kWorkflow));
+    const FamilyFolder folder = FamilyFolder::open(family()).value();
+    const auto lock = FolderLock::take(family());
+    const auto outcome = runFamily(folder, {folder.targets()[0], folder.targets()[1]}, run,
+                                   lock.value(), [this](const TargetEnd &end) {
+                                       told.push_back(end.row.target.name + ' ' +
+                                                      std::string(textOf(end.row.state)));
+                                       write("family/told", "");
+                                   });
+    ASSERT_TRUE(outcome) << outcome.error().message();
+    EXPECT_THAT(told, ElementsAre("a killed", "b ok"));
+    // It was tried again.
+    EXPECT_EQ(outcome.value().rows[0].state, TargetState::Ok);
+    EXPECT_EQ(field("a", "state"), "ok");
+}
+
 TEST_F(FamilyRun, AProfileOfTheFolderIsNamedByItsPathAndAnotherOneAsItIs)
 {
     installSnakemake(kWorkflow);
