@@ -129,4 +129,62 @@ TEST_F(Modelling, AJobGoesOnWhenTheWorkbenchIsQuit)
     EXPECT_FALSE(exists("user/cache/tmp/model.pdb"));
 }
 
+// The engine's place has a program that makes the template the model.
+TEST_F(Modelling, AFamilyIsBuiltFromTheMenuAndItsModelsAreOpened)
+{
+    QDir(m_Folder.path()).mkdir("bin");
+    const QString engine = write("bin/promod", "#!/bin/sh\ncp template.pdb model.pdb\n");
+    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
+    QProcessEnvironment environment = m_Program.processEnvironment();
+    environment.insert("PATH", m_Folder.filePath("bin") + ":" + environment.value("PATH"));
+    m_Program.setProcessEnvironment(environment);
+    TAMBO::Result<TAMBO::FileContents> family =
+        TAMBO::readFile(SOURCE_DIR "/examples/serine_proteases.ali");
+    const QByteArray letters =
+        QByteArray::fromStdString(family->alignments.at(0).rows.at(0).sequence.letters);
+    const QString structure = m_Folder.filePath("1A0J_A_superposed.pdb");
+    ASSERT_TRUE(QFile::copy(SOURCE_DIR "/examples/1A0J_A_superposed.pdb", structure));
+    const QString rows =
+        write("twins.ali", ">P1;1A0J_A\nstructureX:1A0J_A_superposed.pdb:16:A:245:A::::\n" +
+                               letters + "*\n>P1;alpha\nsequence:::::::::\n" + letters +
+                               "*\n>P1;beta\nsequence:::::::::\n" + letters + "*\n");
+
+    start({rows, structure});
+    const QString editor = window(kEditor);
+    const CellGrid grid = this->grid(editor, "IVGGYECRKNSA");
+    const QString workbench = window(kWorkbench);
+    m_Screen.pressKey(workbench, "alt+t");
+    waitUntil([&] { return !m_Screen.findPopups().isEmpty() || !isRunning(); });
+    m_Screen.pressKey("f");
+    const QString dialog = window("Models of a Family");
+    waitUntil([&] { return isSettled(); });
+    m_Screen.pressKey(dialog, "alt+b");
+    const QString models = window("Models of twins");
+    // Beside the editor.
+    m_Screen.moveWindow(models, QPoint(600, 700));
+    const auto exists = [this](const char *name) {
+        return QFile::exists(m_Folder.filePath(QString::fromLatin1(name)));
+    };
+    waitUntilWithin(kModelPatience, [&] {
+        return (exists("twins-models/models/alpha.pdb") &&
+                exists("twins-models/models/beta.pdb")) ||
+               !isRunning();
+    });
+    // The models are opened as soon as the window has seen them.
+    const QPoint corner = m_Screen.geometryOf(workbench).topLeft();
+    const QPoint beta = grid.ground(2, 0);
+    waitForColor(beta, colorOf('I'));
+    waitUntil([&] {
+        m_Screen.pressKey(models, "alt+o");
+        m_Screen.activate(workbench);
+        m_Screen.click(corner + kFirstObject + 3 * kNextObject);
+        return m_Screen.picture().pixelColor(beta) != colorOf('I') || !isRunning();
+    });
+    EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 0)), colorOf('I'));
+    // They lie in their folder, and are no work that could be lost.
+    m_Screen.pressKey(workbench, "ctrl+q");
+    EXPECT_EQ(waitForEnd(), 0);
+    EXPECT_TRUE(exists("twins-models/results.tsv"));
+}
+
 } // namespace ModellingTest
