@@ -47,6 +47,23 @@ Headers, a CMake package, a page that explains both, and examples: what is
 needed to write a plug-in that adds windows, commands, marks on alignments or
 commands of the program.")
 
+if(TAMBO_PYTHON)
+    list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-tambo)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+# The library that it shares with the workbench is of one version with both, and the compiled half is for one
+# version of Python.
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "tambo (= ${PROJECT_VERSION}), python3 (>= ${PYTHON_VERSION}~), python3 (<< ${PYTHON_NEXT_VERSION}), python3-numpy, libc6, libgcc-s1, libstdc++6 (>= 12)")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-biopython, python3-pandas")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    "${PROJECT_SOURCE_DIR}/packaging/debian/python3-tambo/postinst;${PROJECT_SOURCE_DIR}/packaging/debian/python3-tambo/prerm")
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION "alignments and structures of the Tambo workbench for Python
+What the windows of the workbench do with alignments and protein structures,
+for scripts: files of all its formats, numpy arrays of letters and positions,
+edits of gaps, rows and columns, superposing, and undo. Needs no screen.")
+
 # What a package has beside what is installed.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/Finish.cmake)
 include(CPack)

@@ -1,12 +1,9 @@
 # Puts into the folders that packages are made of what Debian asks for: changelog, copyright, compressed
 # manual pages; without a time of their own, so that they are the same each time.
-foreach(component IN ITEMS workbench development)
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component})
-    if(component STREQUAL workbench)
-        set(package tambo)
-    else()
-        set(package tambo-dev)
-    endif()
+    string(TOUPPER ${component} name)
+    set(package ${CPACK_DEBIAN_${name}_PACKAGE_NAME})
     set(doc ${root}/usr/share/doc/${package})
     file(MAKE_DIRECTORY ${doc})
     file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${doc})
