@@ -36,7 +36,8 @@ void declareObject(py::class_<Reference<T>> &type, std::string (*shown)(const Re
         .def(
             "__eq__", [](const Self &self, const Self &other) { return self == other; },
             py::is_operator())
-        .def("__hash__", [](const Self &self) { return std::hash<std::uint32_t>()(self.number()); })
+        .def("__hash__",
+             [](const Self &self) { return std::hash<std::uint32_t>()(self.number().identity); })
         .def("__repr__", shown);
 }
 

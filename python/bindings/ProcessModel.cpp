@@ -5,11 +5,15 @@
 #include "ChangeScope.h"
 #include "ChangeSession.h"
 #include "Edit.h"
+#include "FileWriter.h"
 #include "Hooks.h"
 #include "ObjectOperations.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "SessionFile.h"
+#include "SessionReading.h"
 #include "StepName.h"
+#include "StoreReader.h"
 #include "StoredObject.h"
 #include "Structure.h"
 
@@ -92,16 +96,17 @@ void ProcessModel::hook()
     hooks.working = [](const char *, double, bool) { return mayGoOn(); };
 }
 
-std::uint32_t ProcessModel::number(Compound &object)
+ObjectNumber ProcessModel::number(Compound &object)
 {
     StoredObject *const stored = StoredObject::from(&object);
     m_Index.add(*stored);
-    return stored->identity();
+    return {stored->identity(), m_Generation};
 }
 
-Compound *ProcessModel::find(std::uint32_t number) const
+Compound *ProcessModel::find(const ObjectNumber &number) const
 {
-    Compound *const object = m_Index.find(number);
+    Compound *const object =
+        number.generation == m_Generation ? m_Index.find(number.identity) : nullptr;
     return object != nullptr && isInTree(*object) ? object : nullptr;
 }
 
@@ -135,7 +140,42 @@ void ProcessModel::clear()
         m_Steps.pop_back();
     m_History.clear();
     ObjectSpace::get().reset();
+    m_Index.clear();
+    ++m_Generation;
+    m_Values.clear();
     m_Refusal.clear();
+}
+
+Result<void> ProcessModel::readSession(const std::filesystem::path &file)
+{
+    auto reader = sessions::openSession(file);
+    if (!reader)
+        return reader.error();
+    m_Index.clear();
+    ++m_Generation;
+    if (const Result<void> read =
+            sessions::readSession(*reader.value(), ObjectSpace::get(), m_History, m_Index);
+        !read)
+        return read;
+    m_Values.clear();
+    return reader.value()->forEachValue([&](std::string_view name, std::string_view content) {
+        if (name != sessions::kMadeBy && name != sessions::kMadeAt)
+            m_Values.push_back({std::string(name), std::string(content)});
+        return Result<void>();
+    });
+}
+
+Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
+{
+    Result<sessions::SessionContent> content = sessions::takeSession(
+        ObjectSpace::get(), m_History, m_Values, sessions::SessionOrigin::now(TAMBO_VERSION));
+    if (!content)
+        return content.error();
+    // These are bytes that share nothing with the objects.
+    const py::gil_scoped_release others;
+    WriteAids aids;
+    aids.step = [](WriteStage, double) { return mayGoOn(); };
+    return sessions::writeSession(std::move(content).value(), file, aids);
 }
 
 template <typename T>

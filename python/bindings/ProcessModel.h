@@ -6,8 +6,10 @@
 #include "History.h"
 #include "ObjectIndex.h"
 #include "Result.h"
+#include "StoreRecord.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -48,6 +50,15 @@ struct FileError
 
 class OpenStep;
 
+struct ObjectNumber
+{
+    std::uint32_t identity = 0;
+    // How often all was forgotten before: a session may bring numbers that others had in it.
+    std::uint32_t generation = 0;
+
+    friend bool operator==(const ObjectNumber &, const ObjectNumber &) = default;
+};
+
 class ProcessModel
 {
 public:
@@ -57,9 +68,9 @@ public:
     [[nodiscard]] History &history() noexcept { return m_History; }
 
     // The number of an object, by which it is found from now on.
-    [[nodiscard]] std::uint32_t number(Compound &object);
+    [[nodiscard]] ObjectNumber number(Compound &object);
     // Null when it is gone, or stands in no tree.
-    [[nodiscard]] Compound *find(std::uint32_t number) const;
+    [[nodiscard]] Compound *find(const ObjectNumber &number) const;
 
     // ---- Steps that with-blocks hold open
 
@@ -77,6 +88,9 @@ public:
 
     // Forgets all objects and steps; those that Python still knows are gone.
     void clear();
+    // Into an empty model: all of a session, or nothing.
+    [[nodiscard]] Result<void> readSession(const std::filesystem::path &file);
+    [[nodiscard]] Result<void> writeSession(const std::filesystem::path &file);
 
 private:
     ProcessModel();
@@ -85,6 +99,9 @@ private:
     const std::thread::id m_Owner = std::this_thread::get_id();
     History m_History;
     mutable ObjectIndex m_Index;
+    std::uint32_t m_Generation = 0;
+    // Of the session that was read, what is no object and no step: it stays with it.
+    std::vector<sessions::NamedValue> m_Values;
     std::vector<std::unique_ptr<OpenStep>> m_Steps;
     std::string m_Refusal;
 };
@@ -97,13 +114,13 @@ public:
 
     // The object, which is there for as long as nothing is changed.
     [[nodiscard]] T &operator*() const;
-    [[nodiscard]] std::uint32_t number() const noexcept { return m_Number; }
+    [[nodiscard]] const ObjectNumber &number() const noexcept { return m_Number; }
     [[nodiscard]] bool isThere() const;
 
     friend bool operator==(const Reference &, const Reference &) = default;
 
 private:
-    std::uint32_t m_Number;
+    ObjectNumber m_Number;
 };
 
 using AlignmentReference = Reference<Alignment>;

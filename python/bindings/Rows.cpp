@@ -115,8 +115,9 @@ void declareRows(py::module_ &module)
             py::is_operator())
         .def("__hash__",
              [](const RowReference &row) {
-                 return std::hash<std::uint64_t>()(std::uint64_t(row.alignment().number()) << 32 |
-                                                   row.chain().number());
+                 return std::hash<std::uint64_t>()(std::uint64_t(row.alignment().number().identity)
+                                                       << 32 |
+                                                   row.chain().number().identity);
              })
         .def("__repr__", &shownRow);
 }

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Declarations.h"
+#include "ObjectSpace.h"
 #include "ProcessModel.h"
 
 #include <pybind11/stl.h>
+#include <pybind11/stl/filesystem.h>
 
+#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -57,6 +60,26 @@ bool redo()
     return isDone;
 }
 
+void openSession(const std::filesystem::path &file)
+{
+    ProcessModel &model = outsideOfSteps("opening a session");
+    if (ObjectSpace::get().objectCount() > 0 || model.history().size() > 0)
+        throw RefusedError("a session is opened when nothing is loaded: clear() forgets what is");
+    if (std::error_code error; !std::filesystem::exists(file, error))
+        throw FileError{{FailureKind::NotFound, "No such file or directory", {file.string()}}};
+    if (const Result<void> read = model.readSession(file); !read)
+        throw FileError{read.error()};
+    model.settle();
+}
+
+void saveSession(const std::filesystem::path &file)
+{
+    ProcessModel &model = outsideOfSteps("saving a session");
+    if (const Result<void> written = model.writeSession(file); !written)
+        throw FileError{written.error()};
+    model.settle();
+}
+
 std::vector<std::string> history()
 {
     const History &steps = ProcessModel::get().history();
@@ -82,6 +105,11 @@ void declareSteps(py::module_ &module)
     module.def("redo", &redo,
                "Does the step that was taken back last again. False when there is none.");
     module.def("history", &history, "What the steps that can be undone did, the oldest first.");
+    module.def("open_session", &openSession, py::arg("path"),
+               "All objects and steps of a session's file, when nothing is loaded.");
+    module.def("save_session", &saveSession, py::arg("path"),
+               "Writes all objects, with the steps of undo, into one file, which the workbench "
+               "opens, too.");
     module.def(
         "clear", [] { outsideOfSteps("clearing").clear(); },
         "Forgets all objects and all steps, saved or not.");

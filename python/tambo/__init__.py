@@ -23,15 +23,15 @@ from . import _interop, _notebook
 from ._sorting import sort as _sort
 from ._tambo import (Alignment, Chain, FormatError, GoneError, Opened, RefusedError, Row, Step,
                      StepError, Structure, ThreadError, __version__, alignments, clear, history,
-                     new_alignment, new_sequence, open, redo, save, step, structures, superpose,
-                     undo)
+                     new_alignment, new_sequence, open, open_session, redo, save, save_session,
+                     step, structures, superpose, undo)
 from ._identity import IdentityMatrix, identity_matrix as _identity_matrix
 from ._interop import from_biopython
 
 __all__ = ["Alignment", "Chain", "FormatError", "GoneError", "IdentityMatrix", "Opened",
            "RefusedError", "Row", "Step", "StepError", "Structure", "ThreadError", "alignments",
-           "clear", "from_biopython", "history", "new_alignment", "new_sequence", "open", "redo",
-           "save", "step", "structures", "superpose", "undo"]
+           "clear", "from_biopython", "history", "new_alignment", "new_sequence", "open",
+           "open_session", "redo", "save", "save_session", "step", "structures", "superpose", "undo"]
 
 # What is written in Python belongs to the classes all the same.
 Alignment.sort = _sort

@@ -1,7 +1,55 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 import tambo
 
-from cases import EXAMPLES, STRUCTURES, Case
+from cases import EXAMPLES, SOURCE, STRUCTURES, Case
+
+
+class Sessions(Case):
+    def test_a_session_keeps_objects_and_steps(self):
+        family = self.family()
+        family.insert_gaps(0, 0)
+        tambo.save_session(self.folder / "all.tambo")
+        with self.assertRaisesRegex(tambo.RefusedError, "nothing is loaded"):
+            tambo.open_session(self.folder / "all.tambo")
+        tambo.clear()
+        tambo.open_session(self.folder / "all.tambo")
+        self.assertFalse(family.exists)
+        again = tambo.alignments()[0]
+        self.assertEqual(str(again[0]), "-MK-V-L")
+        tambo.undo()
+        self.assertEqual(str(again[0]), "MK-V-L")
+
+    def test_those_of_the_workbench_open(self):
+        for file in sorted((SOURCE / "tests" / "data" / "sessions").glob("*.tambo")):
+            tambo.clear()
+            tambo.open_session(file)
+            self.assertTrue(tambo.alignments() or tambo.structures(), file)
+            tambo.save_session(self.folder / file.name)
+            tambo.clear()
+            tambo.open_session(self.folder / file.name)
+            self.assertTrue(tambo.alignments() or tambo.structures(), file)
+
+    def test_an_object_of_before_is_not_taken_for_one_of_the_session(self):
+        tambo.save_session(self.folder / "empty.tambo")
+        before = [self.family() for _ in range(5)]
+        structure = tambo.open(STRUCTURES / "lysozyme_1aki.pdb").structure
+        tambo.save_session(self.folder / "all.tambo")
+        tambo.clear()
+        tambo.open_session(self.folder / "all.tambo")
+        for one in (*before, structure):
+            self.assertFalse(one.exists)
+        self.assertEqual(len(set(before) & set(tambo.alignments())), 0)
+
+    def test_what_is_no_session_is_refused_and_leaves_nothing(self):
+        (self.folder / "bad.tambo").write_text("nonsense")
+        with self.assertRaises((tambo.FormatError, tambo.RefusedError, OSError)) as caught:
+            tambo.open_session(self.folder / "bad.tambo")
+        self.assertIn("bad.tambo", str(caught.exception))
+        with self.assertRaises(FileNotFoundError):
+            tambo.open_session(self.folder / "none.tambo")
+        with tambo.step("open"), self.assertRaises(tambo.StepError):
+            tambo.save_session(self.folder / "x.tambo")
+        self.assertEqual(tambo.alignments(), [])
 
 
 class Files(Case):
