@@ -79,7 +79,7 @@ void takeStartMessage(QtMsgType type, const QMessageLogContext &, const QString 
 int tellBadFiles(const LoadReport &report)
 {
     int status = EXIT_SUCCESS;
-    for (const TAMBO::app::FileFailure &failure : report.failures)
+    for (const TAMBO::FileFailure &failure : report.failures)
         status = complain(failure.failure.message(), kBadInput);
     return status;
 }

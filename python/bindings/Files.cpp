@@ -2,11 +2,11 @@
 #include "Alignment.h"
 #include "Changes.h"
 #include "Declarations.h"
-#include "FileReader.h"
 #include "FileWriter.h"
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
+#include "ReadJob.h"
 #include "RecordMaker.h"
 #include "RowPacking.h"
 #include "Structure.h"
@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <set>
 
 namespace TAMBO::script {
 
@@ -36,16 +37,35 @@ struct Opened
     std::vector<std::string> remarks;
 };
 
-Result<FileContents> readContents(const fs::path &file)
+std::set<std::string> loadedStructures()
+{
+    std::set<std::string> names;
+    for (const Compound *const object : *Space::instance()) {
+        if (const auto *const structure = dynamic_cast<const Structure *>(object))
+            names.insert(structure->code());
+    }
+    return names;
+}
+
+// With the structures that stand beside it and are named by its rows.
+ReadOutcome readFiles(const fs::path &file)
 {
     if (std::error_code error; !fs::exists(file, error))
-        return Failure{FailureKind::NotFound, "No such file or directory", {file.string()}};
+        throw FileError{{FailureKind::NotFound, "No such file or directory", {file.string()}}};
+    ReadJob job({file}, loadedStructures());
     // Other threads may run: nothing that is loaded is looked at.
     const py::gil_scoped_release others;
-    return readPackedFile(file, [](std::uint64_t, std::uint64_t) {
+    Result<ReadOutcome> outcome = job.run([](const std::string &, double) {
         const py::gil_scoped_acquire lock;
         return PyErr_CheckSignals() == 0;
     });
+    if (!outcome)
+        throw FileError{outcome.error()};
+    for (const FileFailure &failure : outcome.value().failures) {
+        if (failure.file == file)
+            throw FileError{failure.failure};
+    }
+    return std::move(outcome).value();
 }
 
 void addSequences(std::size_t from, Opened &opened)
@@ -77,12 +97,17 @@ void addAll(FileContents &contents, Opened &opened)
 Opened openFile(const fs::path &file)
 {
     ProcessModel &model = ProcessModel::get();
-    Result<FileContents> contents = readContents(file);
-    if (!contents)
-        throw FileError{contents.error()};
+    ReadOutcome outcome = readFiles(file);
     Opened opened{file, {}, {}, {}, {}};
+    for (const FileFailure &failure : outcome.failures)
+        opened.remarks.push_back(failure.failure.message());
     changed(
-        *Space::instance(), [&](Space &) { addAll(contents.value(), opened); }, Publisher::Add);
+        *Space::instance(),
+        [&](Space &) {
+            for (ReadFile &read : outcome.files)
+                addAll(read.contents, opened);
+        },
+        Publisher::Add);
     for (const AlignmentReference &alignment : opened.alignments)
         model.history().markSaved(*alignment);
     for (const StructureReference &structure : opened.structures)
@@ -205,7 +230,9 @@ void declareFiles(py::module_ &module)
             "The one structure of the file.")
         .def("__repr__", &shownOpened);
     module.def("open", &openFile, py::arg("path"),
-               "Loads a file of alignments, sequences or structures, as one step of undo.");
+               "Loads a file of alignments, sequences or structures, with the structures beside it "
+               "that its rows "
+               "name, as one step of undo.");
     module.def(
         "write_copy",
         [](const StructureReference &structure, const fs::path &file) {

@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
+import numpy
 import tambo
 
 from cases import EXAMPLES, SOURCE, STRUCTURES, Case
@@ -57,11 +58,23 @@ class Files(Case):
         family = tambo.open(EXAMPLES / "serine_proteases.ali").alignment
         self.assertEqual(family.shape, (6, 303))
         losses = family.save(self.folder / "family.fasta")
-        self.assertEqual(len(losses), 1)
+        self.assertEqual(len(losses), 1, losses)
         self.assertIn("not tied", losses[0])
         again = tambo.open(self.folder / "family.fasta").alignment
         self.assertEqual(self.texts(again), self.texts(family))
         self.assertEqual(tambo.save(family, self.folder / "same.ali"), [])
+
+    def test_structures_beside_an_alignment_come_with_it(self):
+        for file in EXAMPLES.iterdir():
+            if file.is_file():
+                (self.folder / file.name).write_bytes(file.read_bytes())
+        opened = tambo.open(self.folder / "serine_proteases.ali")
+        self.assertGreater(len(opened.structures), 1)
+        family = opened.alignment
+        self.assertGreater(numpy.isfinite(family.column_distances()).sum(), 100)
+        self.assertEqual(family.save(self.folder / "same.ali"), [])
+        tambo.undo()
+        self.assertEqual((tambo.structures(), tambo.alignments()), ([], []))
 
     def test_a_format_can_be_named(self):
         family = self.family()

@@ -247,7 +247,7 @@ TEST_F(ModelsReaderTest, ThatCannotBeReadAreLeftOutAndTold)
     EXPECT_THAT(m_Report.failures[0].failure.message(), HasSubstr("broken.pdb"));
     EXPECT_THAT(m_Report.failures[1].failure.message(), HasSubstr("none.ali"));
     EXPECT_THAT(m_Report.failures[2].failure.message(), HasSubstr("none.pdb"));
-    for (const app::FileFailure &failure : m_Report.failures)
+    for (const FileFailure &failure : m_Report.failures)
         EXPECT_EQ(log.texts().count(QString::fromStdString(failure.failure.message())), 1);
 }
 

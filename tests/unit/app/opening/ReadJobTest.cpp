@@ -8,8 +8,8 @@
 namespace ReadJobTest {
 
 using namespace TAMBO;
-using TAMBO::app::ReadJob;
-using TAMBO::app::ReadOutcome;
+using TAMBO::ReadJob;
+using TAMBO::ReadOutcome;
 using Texts = std::vector<std::string>;
 
 class ReadJobTest : public AppFixture
@@ -25,7 +25,7 @@ protected:
     static Texts namesOf(const ReadOutcome &outcome)
     {
         Texts names;
-        for (const app::ReadFile &file : outcome.files)
+        for (const ReadFile &file : outcome.files)
             names.push_back(file.file.filename().string());
         return names;
     }

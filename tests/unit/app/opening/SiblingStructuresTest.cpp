@@ -31,7 +31,7 @@ protected:
             row.link.change().structure = structure;
             record.rows.push_back(row);
         }
-        return TAMBO::app::siblingStructures(touch("x.ali"), {record});
+        return TAMBO::siblingStructures(touch("x.ali"), {record});
     }
 
     QTemporaryDir m_Folder;
@@ -133,9 +133,9 @@ TEST_F(SiblingStructures, ADirectoryIsNoStructure)
 
 TEST(StructureName, IsTheFileNameWithoutEndings)
 {
-    EXPECT_EQ(TAMBO::app::structureName("/data/1abc.pdb"), "1abc");
-    EXPECT_EQ(TAMBO::app::structureName("1abc_fit.cif.gz"), "1abc_fit");
-    EXPECT_EQ(TAMBO::app::structureName("1abc"), "1abc");
+    EXPECT_EQ(TAMBO::structureName("/data/1abc.pdb"), "1abc");
+    EXPECT_EQ(TAMBO::structureName("1abc_fit.cif.gz"), "1abc_fit");
+    EXPECT_EQ(TAMBO::structureName("1abc"), "1abc");
 }
 
 } // namespace SiblingStructuresTest

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 // A row names its structure by a file name or by a code, to which one of the usual endings is
 // added; what is not there as written is looked for in upper and lower case and under the archive's
@@ -19,4 +19,4 @@ siblingStructures(const std::filesystem::path &alignmentFile,
 // The name of the structure that a file will give: without directory, ".gz" and ending.
 [[nodiscard]] std::string structureName(const std::filesystem::path &file);
 
-} // namespace TAMBO::app
+} // namespace TAMBO

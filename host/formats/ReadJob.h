@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 struct FileFailure
 {
@@ -59,4 +59,4 @@ private:
     std::size_t m_Done = 0;
 };
 
-} // namespace TAMBO::app
+} // namespace TAMBO

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 namespace {
 
@@ -86,4 +86,4 @@ void ReadJob::addSiblings(const ReadFile &file)
     }
 }
 
-} // namespace TAMBO::app
+} // namespace TAMBO

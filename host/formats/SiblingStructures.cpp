@@ -12,7 +12,7 @@
 #include <set>
 #include <utility>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 namespace {
 
@@ -145,4 +145,4 @@ std::string structureName(const fs::path &file)
     return name.stem().string();
 }
 
-} // namespace TAMBO::app
+} // namespace TAMBO
