@@ -77,8 +77,6 @@ FamilyWindow::~FamilyWindow() = default;
 
 void FamilyWindow::Kill(BaseWindow *)
 {
-    if (m_Actions.closed)
-        m_Actions.closed(this);
     deleteLater();
 }
 

@@ -48,7 +48,6 @@ public:
         // Those of them that are loaded; what came of it.
         std::function<QString(const std::vector<Chosen> &models)> superpose;
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
-        std::function<void(FamilyWindow *window)> closed;
     };
 
     // The run outlives the window.

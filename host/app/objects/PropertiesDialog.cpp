@@ -8,6 +8,13 @@
 
 namespace TAMBO::app {
 
+namespace {
+
+// In characters; what a program says may be longer.
+constexpr qsizetype kLongestLine = 100;
+
+} // namespace
+
 PropertiesDialog::PropertiesDialog(const QString &name, const std::vector<Fact> &facts,
                                    QWidget *parent)
     : QDialog(parent), m_Facts(new QVBoxLayout)
@@ -44,6 +51,7 @@ void PropertiesDialog::addForm(const std::vector<Fact> &facts)
     for (const Fact &fact : facts) {
         auto *value = new QLabel(fact.second);
         value->setTextFormat(Qt::PlainText);
+        value->setWordWrap(fact.second.size() > kLongestLine);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         form->addRow(fact.first + u':', value);
     }

@@ -443,4 +443,21 @@ TEST_F(SavingTest, PropertiesTellWhatIsNotedOfTheObjectBelowItsFacts)
     EXPECT_TRUE(texts.contains("35.2"));
 }
 
+TEST_F(SavingTest, PropertiesWithALongTextAreNoWiderThanAScreen)
+{
+    const Alignment &family = openFamily("x.fasta");
+    std::string words;
+    for (int i = 0; i < 100; ++i)
+        words += "words and ";
+    m_Workbench->notes().set(family, {"Model", {{"Last line", words}}});
+    int width = 0;
+    answering<app::PropertiesDialog>([&](app::PropertiesDialog &dialog) {
+        width = dialog.width();
+        dialog.reject();
+    });
+    m_Workbench->commands().showProperties(family);
+    EXPECT_GT(width, 0);
+    EXPECT_LT(width, 1000);
+}
+
 } // namespace SavingTest
