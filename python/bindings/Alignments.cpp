@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AlignmentDetails.h"
 #include "AlignmentNumbers.h"
 #include "AlignmentTable.h"
 #include "Changes.h"
@@ -95,6 +96,18 @@ std::string shownAlignment(const AlignmentReference &self)
     return "<tambo.Alignment " + std::string(py::repr(py::str(alignment.Name()))) + ", " +
            std::to_string(alignment.table().rowCount()) + " rows, " +
            std::to_string(alignment.width()) + " columns>";
+}
+
+py::dict columnLines(const AlignmentReference &self)
+{
+    const Alignment &alignment = *self;
+    py::dict lines;
+    const std::vector<std::string> tags = AlignmentDetails::columnLines(alignment);
+    for (std::size_t i = 0; i < tags.size(); ++i)
+        lines[py::str(tags[i])] =
+            py::bytes(AlignmentDetails::columnText(alignment, i, 0, alignment.width()))
+                .attr("decode")("utf-8", "replace");
+    return lines;
 }
 
 // ---- Gaps
@@ -325,6 +338,9 @@ void declareAlignments(py::module_ &module)
             },
             "Rows and columns.")
         .def_property_readonly("names", &names, "The names of the rows.")
+        .def_property_readonly(
+            "annotations", &columnLines,
+            "What its file says of the columns: a dictionary of texts by their tags.")
         .def("letters", &letters, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("gap") = "-",
              "An array of rows x columns of uint8: the codes of the letters, and of gap.")

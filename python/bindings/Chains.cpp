@@ -5,6 +5,7 @@
 #include "NamedObjects.h"
 #include "Peptide.h"
 #include "Places.h"
+#include "ResidueTies.h"
 #include "Space.h"
 #include "StructureDetails.h"
 
@@ -13,6 +14,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
+#include <utility>
 
 namespace TAMBO::script {
 
@@ -141,6 +144,47 @@ void makeElement(const ChainReference &self, const std::string &name, const std:
         throw RefusedError("no element was made");
 }
 
+// Pairs of a residue here and one of the chain, in place of the ties there are.
+void tie(const ChainReference &self, const ChainReference &to,
+         const std::vector<std::pair<py::ssize_t, py::ssize_t>> &pairs)
+{
+    Peptide &sequence = *self;
+    Peptide &chain = *to;
+    if (sequence.Parent() != Space::instance())
+        throw py::value_error("only a sequence that stands by itself is tied to a chain");
+    if (chain.Parent() == Space::instance())
+        throw py::value_error("what a sequence is tied to is a chain of a structure");
+    ResidueTies ties;
+    std::optional<std::size_t> last;
+    for (const auto &[here, there] : pairs) {
+        const std::size_t residue = placeOf(here, sequence.residueCount(), "residue");
+        const std::size_t place = placeOf(there, chain.residueCount(), "residue");
+        if (last && residue <= *last)
+            throw py::value_error("the residues have to ascend, and " + std::to_string(residue) +
+                                  " comes behind " + std::to_string(*last));
+        last = residue;
+        ties.append({std::uint32_t(residue), 1, std::uint32_t(place), &chain});
+    }
+    changed(sequence, [&](Peptide &changing) { changing.retie(std::move(ties)); });
+}
+
+void untie(const ChainReference &self, const ChainReference &from)
+{
+    const Peptide &chain = *from;
+    changed(*self, [&](Peptide &changing) { changing.untieFrom(chain); });
+}
+
+std::vector<ChainReference> tiedTo(const ChainReference &self)
+{
+    std::vector<ChainReference> found;
+    (*self).forEachTiedChain([&](const Peptide &chain) {
+        const ChainReference one(const_cast<Peptide &>(chain));
+        if (std::find(found.begin(), found.end(), one) == found.end())
+            found.push_back(one);
+    });
+    return found;
+}
+
 ChainReference newSequence(const std::string &name, const std::string &text)
 {
     Compound *made = nullptr;
@@ -177,6 +221,13 @@ void declareChains(py::module_ &module)
              "The residues of the slice count from this number on.")
         .def("make_element", &makeElement, py::arg("name"), py::arg("type"), py::arg("residues"),
              "A helix (H), strand (E) or turn (T).");
+    type.def_property_readonly("tied_to", &tiedTo,
+                               "The chains that residues of the sequence are tied to.")
+        .def("tie", &tie, py::arg("chain"), py::arg("pairs"),
+             "In place of its ties: pairs of a residue here and one of the chain, whose number, "
+             "color, "
+             "secondary structure and place it shares from now on.")
+        .def("untie", &untie, py::arg("chain"), "Cuts all ties to the chain.");
     module.def("new_sequence", &newSequence, py::arg("name"), py::arg("letters"),
                "Adds a sequence.");
 }

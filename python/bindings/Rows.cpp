@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Rows.h"
 
+#include "AlignmentDetails.h"
 #include "AlignmentTable.h"
 #include "Declarations.h"
 #include "Places.h"
@@ -59,6 +60,19 @@ std::string lettersOfRow(const RowReference &row)
     return (*row.alignment()).GetSequence(row.index(), true);
 }
 
+py::dict residueLines(const RowReference &row)
+{
+    const Alignment &alignment = *row.alignment();
+    const std::size_t index = row.index();
+    py::dict lines;
+    const std::vector<std::string> tags = AlignmentDetails::residueLines(alignment, index);
+    for (std::size_t i = 0; i < tags.size(); ++i)
+        lines[py::str(tags[i])] =
+            py::bytes(AlignmentDetails::residueText(alignment, index, i, 0, alignment.width()))
+                .attr("decode")("utf-8", "replace");
+    return lines;
+}
+
 py::object cell(const RowReference &row, const py::object &named)
 {
     const std::size_t width = widthOf(row);
@@ -95,6 +109,10 @@ void declareRows(py::module_ &module)
         .def_property_readonly("name", &nameOfRow, "As the alignment's views show it.")
         .def_property_readonly("letters", &lettersOfRow,
                                "The letters of its residues, without gaps.")
+        .def_property_readonly(
+            "annotations", &residueLines,
+            "What its file says of the residues: a dictionary of texts, a character for "
+            "each column, by their tags.")
         .def("__str__", &wholeText)
         .def("__len__", &widthOf)
         .def("__getitem__", &cell, py::arg("column"),

@@ -85,6 +85,15 @@ class Files(Case):
                 family.save(self.folder / "family.other", format=format)
         self.assertFalse((self.folder / "family.other").exists())
 
+    def test_annotations_of_columns_and_residues_are_texts(self):
+        (self.folder / "a.sto").write_text("# STOCKHOLM 1.0\none MK-V\n#=GR one SS HH.E\ntwo MRAV\n"
+                                           "#=GC SS_cons HH.E\n//\n")
+        family = tambo.open(self.folder / "a.sto").alignment
+        self.assertEqual(family.annotations, {"SS_cons": "HH.E"})
+        self.assertEqual((family[0].annotations, family[1].annotations), ({"SS": "HH.E"}, {}))
+        family.remove_columns(0)
+        self.assertEqual(family.annotations, {"SS_cons": "H.E"})
+
     def test_sequences_come_without_an_alignment(self):
         (self.folder / "two.fasta").write_text(">one\nMKV\n>two\nMK\n")
         opened = tambo.open(self.folder / "two.fasta")

@@ -97,6 +97,32 @@ class Structures(Case):
         with self.assertRaises(tambo.RefusedError):
             tambo.superpose(self.family(), rows=[1])
 
+    def test_a_sequence_is_tied_to_a_chain(self):
+        chain = self.lysozyme()["A"]
+        sequence = tambo.new_sequence("tied", "VFG")
+        sequence.tie(chain, [(0, 1), (2, 3)])
+        self.assertEqual(sequence.tied_to, [chain])
+        self.assertEqual(sequence.numbers[::2], ["2", "4"])
+        places = sequence.ca_positions()
+        numpy.testing.assert_array_equal(places[::2], chain.ca_positions()[1:4:2])
+        self.assertTrue(numpy.isnan(places[1]).all())
+        tambo.undo()
+        self.assertEqual(sequence.tied_to, [])
+        tambo.redo()
+        sequence.untie(chain)
+        self.assertEqual(sequence.tied_to, [])
+
+    def test_ties_that_make_no_sense_are_refused(self):
+        chain = self.lysozyme()["A"]
+        sequence = tambo.new_sequence("tied", "VFG")
+        for one, other, pairs in ((sequence, chain, [(1, 1), (0, 0)]), (sequence, chain, [(0, 0), (0, 1)]),
+                                  (chain, chain, [(0, 0)]), (sequence, sequence, [(0, 0)])):
+            with self.assertRaises(ValueError):
+                one.tie(other, pairs)
+        with self.assertRaises(IndexError):
+            sequence.tie(chain, [(3, 0)])
+        self.assertEqual(sequence.tied_to, [])
+
     def test_a_deleted_structure_takes_its_chains_along(self):
         structure = self.lysozyme()
         chain = structure["A"]
