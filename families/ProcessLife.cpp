@@ -3,11 +3,14 @@
 
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <csignal>
 #include <ctime>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <sstream>
+#include <sys/types.h>
 #include <unistd.h>
 
 namespace TAMBO::families {
@@ -35,7 +38,9 @@ std::string hostName()
 
 bool isAlive(long process, double started)
 {
-    if (process <= 0 || (kill(pid_t(process), 0) != 0 && errno == ESRCH))
+    // A number that is none would be one of all processes, or of a group of them.
+    if (process <= 0 || process > std::numeric_limits<pid_t>::max() ||
+        (kill(pid_t(process), 0) != 0 && errno == ESRCH))
         return false;
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     const std::string text{std::istreambuf_iterator<char>(file), {}};
@@ -55,7 +60,7 @@ bool isAlive(long process, double started)
     if (state == "Z" || state == "X")
         return false;
     const double age = secondsOf(CLOCK_BOOTTIME) - ticks / double(sysconf(_SC_CLK_TCK));
-    return secondsOf(CLOCK_REALTIME) - age <= started + kSlack;
+    return std::abs(secondsOf(CLOCK_REALTIME) - age - started) <= kSlack;
 }
 
 } // namespace TAMBO::families

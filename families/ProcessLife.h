@@ -9,7 +9,7 @@ namespace TAMBO::families {
 // Of this computer.
 [[nodiscard]] std::string hostName();
 // started: when it said that it had begun, in seconds since 1970. One of that number that began
-// later is another one.
+// at another time is another one.
 [[nodiscard]] bool isAlive(long process, double started);
 
 } // namespace TAMBO::families

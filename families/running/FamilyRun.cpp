@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <iterator>
+#include <string>
 #include <thread>
 #include <unordered_set>
 #include <utility>
@@ -67,15 +69,30 @@ std::vector<ResultRow> rowsOf(const std::vector<ResultRow> &all,
     return rows;
 }
 
+// By its words and its folder: of a folder that comes from elsewhere the number is anybody's.
+bool isJobOf(const FamilyFolder &folder, const ResultRow &row)
+{
+    const fs::path process = "/proc/" + std::to_string(row.record.process);
+    std::error_code error;
+    if (!fs::equivalent(process / "cwd", folder.path(), error) || error)
+        return false;
+    std::ifstream file(process / "cmdline", std::ios::binary);
+    const std::string words{std::istreambuf_iterator<char>(file), {}};
+    const fs::path record = folder.recordOf(row.target).lexically_relative(folder.path());
+    using namespace std::string_literals;
+    return words.find("\0--job\0"s + record.string() + '\0') != std::string::npos;
+}
+
 // What a run has left behind on this computer that was killed with all its might: nobody else has
 // the folder, and two must not work at one model.
-void endLeftBehind(const std::vector<ResultRow> &rows)
+void endLeftBehind(const FamilyFolder &folder, const std::vector<ResultRow> &rows)
 {
     constexpr std::chrono::milliseconds kShortWait{20};
     constexpr int kMostWaits = 500;
     for (const ResultRow &row : rows) {
         const kestram::JobRecord &record = row.record;
-        if (row.state != TargetState::Running || record.host != hostName() || !record.job.empty())
+        if (row.state != TargetState::Running || record.host != hostName() || !record.job.empty() ||
+            !isJobOf(folder, row))
             continue;
         kill(pid_t(record.process), SIGTERM);
         for (int i = 0; i < kMostWaits && isAlive(record.process, record.started); ++i)
@@ -101,7 +118,7 @@ Result<RunOutcome> runFamily(const FamilyFolder &folder, const std::vector<Famil
     RunOutcome outcome;
     const RunSignals signals;
     RunProgress progress(folder, std::move(missing), tell);
-    endLeftBehind(progress.rows());
+    endLeftBehind(folder, progress.rows());
     Result<int> ended = 0;
     if (!progress.missing().empty()) {
         ended = snakemake.empty()

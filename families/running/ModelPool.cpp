@@ -88,9 +88,11 @@ private:
     }
     [[nodiscard]] Result<void> start(const FamilyTarget &target)
     {
-        // What is found there at the end is of this run.
-        if (Result<void> removed = removeFile(m_Folder.recordOf(target)); !removed)
-            return removed;
+        // What is found there at the end is of this run. A link would lead its words elsewhere.
+        for (const fs::path &file : {m_Folder.recordOf(target), m_Folder.logOf(target)}) {
+            if (Result<void> removed = removeFile(file); !removed)
+                return removed;
+        }
         ChildProcess::Command command;
         command.words = {m_Settings.kestram.string(),
                          "--job",

@@ -123,12 +123,25 @@ TEST_F(FamilyResults, OneThatRunsHereIsRunningAsLongAsItsProcessIsThere)
     EXPECT_EQ(stateOf(1), TargetState::Killed);
 }
 
-TEST_F(FamilyResults, AProcessThatBeganLaterThanTheRunIsAnotherOne)
+TEST_F(FamilyResults, AProcessThatBeganAtAnotherTimeThanTheRunIsAnotherOne)
 {
-    JobRecord old = runningRecord();
-    old.started -= 100'000;
-    record("a", old);
-    EXPECT_EQ(stateOf(0), TargetState::Killed);
+    for (const double away : {-100'000.0, 100'000.0}) {
+        JobRecord other = runningRecord();
+        other.started += away;
+        record("a", other);
+        EXPECT_EQ(stateOf(0), TargetState::Killed) << away;
+    }
+}
+
+TEST_F(FamilyResults, ANumberThatIsNoneOfAProcessRunsNothing)
+{
+    // As signed 32-bit numbers they would be all processes, and the group of this one.
+    for (const long number : {0xffff'ffffL, 0x1'0000'0000L, 0L}) {
+        JobRecord wrong = runningRecord();
+        wrong.process = number;
+        record("a", wrong);
+        EXPECT_EQ(stateOf(0), TargetState::Killed) << number;
+    }
 }
 
 TEST_F(FamilyResults, OneOfAnotherComputerRunsAsLongAsTheFolderIsAtWork)

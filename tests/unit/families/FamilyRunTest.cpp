@@ -6,11 +6,15 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace FamilyRunTest {
@@ -249,9 +253,18 @@ TEST_F(FamilyRun, WhatAKilledRunHasLeftBehindIsEndedFirst)
 {
     const pid_t left = fork();
     if (left == 0) {
-        execl("/bin/sleep", "sleep", "1000000", static_cast<char *>(nullptr));
+        if (chdir(family().c_str()) == 0)
+            execl("/bin/sh", "sh", "-c", "while :; do sleep 1; done", "kestram", "--job",
+                  "runs/b.json", static_cast<char *>(nullptr));
         _exit(1);
     }
+    // Until it is what its words say.
+    const auto words = [left] {
+        std::ifstream file("/proc/" + std::to_string(left) + "/cmdline");
+        return std::string{std::istreambuf_iterator<char>(file), {}};
+    };
+    while (words().find("runs/b.json") == std::string::npos)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     kestram::JobRecord record;
     record.host = hostName();
     record.process = left;
@@ -264,6 +277,33 @@ TEST_F(FamilyRun, WhatAKilledRunHasLeftBehindIsEndedFirst)
     ASSERT_EQ(waitpid(left, &status, WNOHANG), left);
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_EQ(WTERMSIG(status), SIGTERM);
+}
+
+TEST_F(FamilyRun, AProcessOfThatNumberThatIsNoJobOfTheFolderIsLeftAlone)
+{
+    const pid_t other = fork();
+    if (other == 0) {
+        execl("/bin/sleep", "sleep", "1000000", static_cast<char *>(nullptr));
+        _exit(1);
+    }
+    kestram::JobRecord record;
+    record.host = hostName();
+    record.process = other;
+    record.started = double(std::time(nullptr));
+    ASSERT_TRUE(kestram::writeJobRecord(family() / "runs/b.json", record));
+    ASSERT_TRUE(runAll());
+    int status = 0;
+    EXPECT_EQ(waitpid(other, &status, WNOHANG), 0);
+    kill(other, SIGKILL);
+    waitpid(other, &status, 0);
+}
+
+TEST_F(FamilyRun, ALogThatIsALinkLeavesWhereItLeadsToAlone)
+{
+    write("precious", "text");
+    fs::create_symlink(path() / "precious", family() / "runs/b.log");
+    ASSERT_TRUE(runAll());
+    EXPECT_EQ(read("precious"), "text");
 }
 
 TEST_F(FamilyRun, AFolderThatIsNotWholeIsNamedBeforeAnythingIsBuilt)
