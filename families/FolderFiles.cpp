@@ -17,6 +17,9 @@ namespace {
 namespace fs = std::filesystem;
 using formats::FileDescriptor;
 
+// A list of a million targets has as many.
+constexpr off_t kMostBytes = off_t{1} << 28U;
+
 Failure systemFailure(const fs::path &file, const char *what, int error)
 {
     return {error == ENOENT ? FailureKind::NotFound : FailureKind::System,
@@ -57,6 +60,8 @@ Result<std::string> readText(const fs::path &file)
         return systemFailure(file, kUnreadable, errno);
     if (!S_ISREG(state.st_mode))
         return Failure{FailureKind::BadInput, "is no plain file", {file.string()}};
+    if (state.st_size > kMostBytes)
+        return Failure{FailureKind::BadInput, "is too large", {file.string()}};
     std::string text(std::size_t(state.st_size), '\0');
     std::size_t size = 0;
     if (const int error = opened.read(text.data(), text.size(), size); error != 0)

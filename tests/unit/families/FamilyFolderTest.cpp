@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
+#include <filesystem>
+
 namespace FamilyFolderTest {
 
 using namespace TAMBO;
@@ -40,6 +43,15 @@ TEST_F(FamilyFolderFile, AFolderWithoutAFamilySaysSo)
     ASSERT_FALSE(folder);
     EXPECT_EQ(folder.error().kind, FailureKind::NotFound);
     EXPECT_THAT(folder.error().message(), HasSubstr("holds no models of a family"));
+}
+
+TEST_F(FamilyFolderFile, AListLargerThanAnyIsNotRead)
+{
+    write("family.json", "{");
+    std::filesystem::resize_file(path() / "family.json", std::uintmax_t{1} << 40U);
+    const auto folder = FamilyFolder::open(path());
+    ASSERT_FALSE(folder);
+    EXPECT_THAT(folder.error().message(), HasSubstr("family.json: is too large"));
 }
 
 TEST_F(FamilyFolderFile, AListThatWasCutOrChangedIsOneMessageWhereverThatIs)
