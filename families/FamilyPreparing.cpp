@@ -7,6 +7,7 @@
 #include "FolderFiles.h"
 #include "FolderLock.h"
 #include "FormatText.h"
+#include "MovedTemplate.h"
 #include "StructureWriter.h"
 #include "TargetFiles.h"
 
@@ -27,6 +28,9 @@ namespace TAMBO::families {
 namespace {
 
 namespace fs = std::filesystem;
+
+// Hidden, so that it is none of the templates.
+constexpr const char *kTriedName = ".tried.pdb";
 
 std::string quotedName(const std::string &name)
 {
@@ -219,17 +223,29 @@ private:
                            std::string("cannot be written: ") + error.what(),
                            {templateName(row)}};
         }
-        if (oldText(file) == text)
+        const std::string old = oldText(file);
+        if (old == text)
             return {};
+        if (isOnlyMoved(old, text)) {
+            m_Done.remarks.push_back(quotedName(templateName(row)) +
+                                     " was moved as a whole; the models on it stay as they are");
+            return {};
+        }
+        // Before anything is taken back for it.
+        const fs::path tried = m_Done.folder.path() / "templates" / kTriedName;
+        Result<void> checked = placeText(tried, text);
+        if (checked)
+            checked = checkTemplate(tried, record.value());
+        static_cast<void>(removeFile(tried));
+        if (!checked)
+            return checked;
         for (const FamilyTarget &target : m_Targets) {
             if (target.templateFile != any.templateFile)
                 continue;
             if (Result<void> gone = takeBack(target); !gone)
                 return gone;
         }
-        if (Result<void> placed = placeText(file, text); !placed)
-            return placed;
-        return checkTemplate(file, record.value());
+        return placeText(file, text);
     }
     // A file that says something else would be found out by each job alone.
     [[nodiscard]] static Result<void> checkTemplate(const fs::path &file,
@@ -242,13 +258,11 @@ private:
             return Failure{FailureKind::System, "has lost its structure", {file.string()}};
         const Result<void> same =
             formats::checkSame(record, contents.value().structures.front(), FileFormat::Pdb);
-        if (!same) {
-            static_cast<void>(removeFile(file));
+        if (!same)
             return Failure{FailureKind::Refused,
                            "cannot be a template, because a PDB file of it says something else: " +
                                same.error().cause,
                            {record.name}};
-        }
         return {};
     }
 
@@ -296,6 +310,10 @@ private:
     [[nodiscard]] FamilyTarget targetOf(const PlannedModel &model)
     {
         FamilyTarget &target = entryOf(model);
+        // Rows of one name and one sequence may have structures of their own, which the input does
+        // not tell apart.
+        if (!target.templateFile.empty() && target.templateFile != templateFile(model.templateRow))
+            static_cast<void>(removeFile(m_Done.folder.inputOf(target)));
         target.templateName = templateName(model.templateRow);
         target.templateFile = templateFile(model.templateRow);
         target.residues = model.residues;
@@ -402,6 +420,17 @@ bool isOfAnotherFile(const FamilyFolder &folder, const Family &family,
     });
 }
 
+// The lock of a call that has come to nothing, or of this one, is no contents.
+bool isFree(const fs::path &folder, std::error_code &error)
+{
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().filename() != FolderLock::kName)
+            return false;
+    }
+    return true;
+}
+
 // Of a folder that may be used: what stands in it, or nothing.
 Result<FamilyFolder> lookAt(const Family &family, const std::vector<PlannedModel> &plan,
                             const fs::path &path)
@@ -423,7 +452,7 @@ Result<FamilyFolder> lookAt(const Family &family, const std::vector<PlannedModel
     }
     if (known.error().kind != FailureKind::NotFound)
         return known;
-    const bool isUsed = fs::exists(path, error) && !fs::is_empty(path, error);
+    const bool isUsed = fs::exists(path, error) && !isFree(path, error);
     if (error)
         return Failure{FailureKind::System, "cannot be read: " + error.message(), {path.string()}};
     if (isUsed)
@@ -450,10 +479,17 @@ Result<PreparedFamily> prepareFamily(const Family &family, const std::vector<Pla
         const Result<FolderLock> lock = FolderLock::take(path);
         if (!lock)
             return lock.error();
-        return Preparing(family, plan, templates, settings, std::move(folder).value()).run();
+        // Somebody else may have made it one since, and then it is not this call's to remove.
+        folder = lookAt(family, plan, path);
+        if (!folder)
+            return folder.error();
+        const bool isOurs = isNew && !fs::exists(folder->listFile(), error);
+        Result<PreparedFamily> made =
+            Preparing(family, plan, templates, settings, std::move(folder).value()).run();
+        if (!made && isOurs)
+            fs::remove_all(path, error);
+        return made;
     }();
-    if (!prepared && isNew)
-        fs::remove_all(path, error);
     return prepared;
 }
 

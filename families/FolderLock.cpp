@@ -13,8 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *kLockName = ".lock";
-
 // Of the open file, and not of the process: children have it as well.
 struct flock wholeFile()
 {
@@ -28,7 +26,7 @@ struct flock wholeFile()
 
 Result<FolderLock> FolderLock::take(const fs::path &folder)
 {
-    const fs::path name = folder / kLockName;
+    const fs::path name = folder / kName;
     constexpr mode_t kRights = 0666;
     // Open in those processes, too.
     // NOLINTNEXTLINE(android-cloexec-open)
@@ -52,7 +50,7 @@ Result<FolderLock> FolderLock::take(const fs::path &folder)
 bool FolderLock::isTaken(const fs::path &folder)
 {
     const formats::FileDescriptor file(
-        open((folder / kLockName).c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+        open((folder / kName).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     struct flock lock = wholeFile();
     return file.isOpen() && fcntl(file.number(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }

@@ -13,6 +13,9 @@ namespace TAMBO::families {
 class FolderLock
 {
 public:
+    // Of its file.
+    static constexpr const char *kName = ".lock";
+
     // Refused while somebody has it. The folder is there.
     [[nodiscard]] static Result<FolderLock> take(const std::filesystem::path &folder);
     // Whether somebody has it, this process or another; nobody is kept from taking it by that.

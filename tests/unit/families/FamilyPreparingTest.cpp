@@ -113,6 +113,61 @@ TEST_F(FamilyPreparing, ATargetThatHasChangedLosesItsModelAndThatIsTold)
     EXPECT_THAT(read("family/inputs/a.ali"), HasSubstr("ACDEFG-IKM"));
 }
 
+TEST_F(FamilyPreparing, ATemplateThatWasMovedAsAWholeKeepsItsModels)
+{
+    const Family family = smallFamily();
+    ASSERT_TRUE(prepare(family));
+    fakeModel("a");
+    const std::string before = read("family/templates/t1.pdb");
+    const auto plan = planModels(family, {});
+    const auto prepareMoved = [&](float stretch) {
+        return prepareFamily(
+            family, plan.value(),
+            [&](std::size_t row) -> Result<StructureRecord> {
+                StructureRecord structure = structureOf(family.rows[row]);
+                for (ResidueRecord &residue : structure.chains[0].residues) {
+                    // A quarter of a turn, and away.
+                    for (AtomRecord &atom : residue.atoms)
+                        atom.position =
+                            Vertex(20 - atom.position.y(), atom.position.x() * stretch + 3,
+                                   atom.position.z() - 1.5F);
+                }
+                return structure;
+            },
+            this->family(), settings);
+    };
+    const auto moved = prepareMoved(1);
+    ASSERT_TRUE(moved);
+    EXPECT_THAT(moved.value().changed, IsEmpty());
+    EXPECT_THAT(moved.value().remarks, testing::Contains(HasSubstr("\"t1\" was moved as a whole")));
+    EXPECT_TRUE(isThere("family/models/a.pdb"));
+    EXPECT_EQ(read("family/templates/t1.pdb"), before) << "the models lie on it";
+    const auto changed = prepareMoved(1.01F);
+    ASSERT_TRUE(changed);
+    EXPECT_THAT(changed.value().changed, ElementsAre(HasSubstr("\"a\"")));
+    EXPECT_NE(read("family/templates/t1.pdb"), before);
+}
+
+TEST_F(FamilyPreparing, ATemplateThatCannotBeWrittenTakesNoModel)
+{
+    const Family family = smallFamily();
+    ASSERT_TRUE(prepare(family));
+    fakeModel("a");
+    const std::string before = read("family/templates/t1.pdb");
+    const auto plan = planModels(family, {});
+    const auto prepared = prepareFamily(
+        family, plan.value(),
+        [&](std::size_t row) -> Result<StructureRecord> {
+            StructureRecord structure = structureOf(family.rows[row]);
+            structure.chains[0].residues[3].atoms[1].position = Vertex(1234567, 1, 1);
+            return structure;
+        },
+        this->family(), settings);
+    ASSERT_FALSE(prepared);
+    EXPECT_TRUE(isThere("family/models/a.pdb")) << prepared.error().message();
+    EXPECT_EQ(read("family/templates/t1.pdb"), before);
+}
+
 TEST_F(FamilyPreparing, ATemplateThatHasMovedTakesTheModelsOnItAlsoThoseNotAskedFor)
 {
     const Family family = smallFamily();
@@ -265,6 +320,26 @@ TEST_F(FamilyPreparing, AFolderAtWorkIsLeftAlone)
     const auto lock = FolderLock::take(family());
     ASSERT_TRUE(lock);
     EXPECT_THAT(failure(), HasSubstr("another run is at work in this folder"));
+}
+
+TEST_F(FamilyPreparing, AFolderThatAnotherCallHasTakenMeanwhileStays)
+{
+    const Family family = smallFamily();
+    const auto plan = planModels(family, {});
+    // The other call is quicker: all of its work is done when this one is refused.
+    fs::create_directory(this->family());
+    const auto lock = FolderLock::take(this->family());
+    ASSERT_TRUE(lock);
+    write("family/models-of-the-other", "x");
+    EXPECT_NE(failure(), "prepared");
+    EXPECT_TRUE(isThere("family/models-of-the-other"));
+}
+
+TEST_F(FamilyPreparing, AnEmptyFolderInWhichACallHasComeToNothingIsAsGoodAsNew)
+{
+    fs::create_directory(family());
+    write("family/.lock", "");
+    EXPECT_EQ(failure(), "prepared");
 }
 
 TEST_F(FamilyPreparing, ATemplateThatFailsLeavesNoFolderBehind)
