@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cstdio>
+#include <ctime>
+#include <sys/stat.h>
 #include <system_error>
 #include <utility>
 
@@ -21,15 +23,25 @@ using kestram::JobState;
 
 constexpr const char *kUnknown = "NA";
 
-bool goesOn(const FamilyFolder &folder, FolderWork work)
+// A lock is seen on its own computer only, and an array has none.
+FolderWork workIn(const FamilyFolder &folder, FolderWork work)
 {
-    return work == FolderWork::AsLocked ? FolderLock::isTaken(folder.path())
-                                        : work == FolderWork::GoesOn;
+    return work == FolderWork::AsLocked && FolderLock::isTaken(folder.path()) ? FolderWork::GoesOn
+                                                                              : work;
 }
 
-bool isAtWork(const JobRecord &record, bool folderIsAtWork)
+bool isSilent(const fs::path &file)
 {
-    return record.host == hostName() ? isAlive(record.process, record.started) : folderIsAtWork;
+    struct stat state = {};
+    return stat(file.c_str(), &state) != 0 ||
+           std::difftime(std::time(nullptr), state.st_mtime) > kestram::kLongestSilence;
+}
+
+bool isAtWork(const JobRecord &record, const fs::path &file, FolderWork work)
+{
+    if (record.host == hostName())
+        return isAlive(record.process, record.started);
+    return work == FolderWork::AsLocked ? !isSilent(file) : work == FolderWork::GoesOn;
 }
 
 TargetState stateOf(JobState state, bool isRunning)
@@ -48,7 +60,7 @@ TargetState stateOf(JobState state, bool isRunning)
     return TargetState::NotRun;
 }
 
-ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, bool folderIsAtWork)
+ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, FolderWork work)
 {
     ResultRow row;
     row.target = target;
@@ -63,7 +75,7 @@ ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, bool fol
         kestram::readJobRecord(folder.recordOf(target), kestram::RecordParts::WithoutScores);
     if (record) {
         row.record = std::move(record).value();
-        row.state = stateOf(row.record.state, isAtWork(row.record, folderIsAtWork));
+        row.state = stateOf(row.record.state, isAtWork(row.record, folder.recordOf(target), work));
         if (row.state == TargetState::NotRun && !row.hasModel)
             row.record = {};
     } else if (record.error().kind != FailureKind::NotFound) {
@@ -124,17 +136,17 @@ std::string_view textOf(TargetState state)
 
 std::vector<ResultRow> resultsOf(const FamilyFolder &folder, FolderWork work)
 {
-    const bool isAtWork = goesOn(folder, work);
+    const FolderWork known = workIn(folder, work);
     std::vector<ResultRow> rows;
     rows.reserve(folder.targets().size());
     for (const FamilyTarget &target : folder.targets())
-        rows.push_back(rowOf(folder, target, isAtWork));
+        rows.push_back(rowOf(folder, target, known));
     return rows;
 }
 
 ResultRow resultOf(const FamilyFolder &folder, const FamilyTarget &target, FolderWork work)
 {
-    return rowOf(folder, target, goesOn(folder, work));
+    return rowOf(folder, target, workIn(folder, work));
 }
 
 const std::vector<std::string> &resultTitles()

@@ -26,8 +26,9 @@ struct ResultRow
     bool hasModel = false;
 };
 
-// Whether somebody is at work in the folder; by its lock, for who does not know. A job of another
-// computer that has not said its end is running or killed by that.
+// Whether somebody is at work in the folder; for who does not know, by its lock, and by how long a
+// job has not been heard of. A job of another computer that has not said its end is running or
+// killed by that.
 enum class FolderWork { AsLocked, GoesOn, HasEnded };
 
 // Never a failure: of what is missing or damaged nothing is known, and the row's message says why.

@@ -22,8 +22,9 @@ Result<std::unique_ptr<EngineRun>> EngineRun::begin(const Plan &plan)
         if (!isDone && whenLeft)
             whenLeft();
     };
-    run->m_Watcher = std::make_unique<Watcher>(
-        EngineWork{plan.command, run->m_Folder->path(), plan.engine.parent_path(), atEnd});
+    run->m_Watcher = std::make_unique<Watcher>(EngineWork{plan.command, run->m_Folder->path(),
+                                                          plan.engine.parent_path(), atEnd,
+                                                          plan.atTimes, plan.pause});
     return run;
 }
 

@@ -7,6 +7,7 @@
 #include "RunFolder.h"
 #include "Watcher.h"
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -26,6 +27,9 @@ public:
         std::function<TAMBO::Result<std::unique_ptr<RunFolder>>()> makeFolder;
         // Called in another process when this one has gone without a call of finish().
         std::function<void()> whenLeft;
+        // Called there, too, each time that so long has passed.
+        std::function<void()> atTimes = {};
+        std::chrono::milliseconds pause{60'000};
     };
 
     [[nodiscard]] static TAMBO::Result<std::unique_ptr<EngineRun>> begin(const Plan &plan);

@@ -54,6 +54,10 @@ void EngineWatch::run()
             signalDescendants(SIGKILL);
             m_Deadline = Clock::now() + std::chrono::seconds(1);
         }
+        if (m_Work.atTimes && Clock::now() >= m_NextTime) {
+            m_Work.atTimes();
+            m_NextTime = Clock::now() + m_Work.pause;
+        }
         if (ends[1].revents != 0)
             reap();
         if (ends[0].revents != 0)
@@ -84,10 +88,12 @@ void EngineWatch::separate()
 
 int EngineWatch::timeLeft() const
 {
-    if (!m_Deadline)
+    std::optional<Clock::time_point> next = m_Deadline;
+    if (m_Work.atTimes)
+        next = std::min(m_NextTime, next.value_or(m_NextTime));
+    if (!next)
         return -1;
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(*m_Deadline - Clock::now());
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*next - Clock::now());
     return static_cast<int>(std::max<std::int64_t>(left.count() + 1, 0));
 }
 

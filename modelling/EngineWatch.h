@@ -26,6 +26,9 @@ struct EngineWork
     // Called when nothing of the engine runs any more and the adapter has gone; isDone is false
     // when it has not said before that it was done.
     std::function<void(bool isDone)> atEnd;
+    // Called each time that so long has passed.
+    std::function<void()> atTimes = {};
+    std::chrono::milliseconds pause{60'000};
 };
 
 class EngineWatch
@@ -54,7 +57,7 @@ private:
     void reap();
     void passOn(int signal);
     void tellStatus(int status) const;
-    // In milliseconds, as poll() takes it.
+    // Until there is something to do without being told: in milliseconds, as poll() takes it.
     [[nodiscard]] int timeLeft() const;
 
     const EngineWork &m_Work;
@@ -69,6 +72,7 @@ private:
     int m_EarlySignal = 0;
     // When the engine is ended that was asked to end.
     std::optional<Clock::time_point> m_Deadline;
+    Clock::time_point m_NextTime = Clock::now() + m_Work.pause;
     bool m_IsDone = false;
 };
 

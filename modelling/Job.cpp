@@ -144,9 +144,10 @@ Result<void> Job::build()
     if (!engine)
         return engine.error();
     m_Status = kEngineFailed;
-    Result<std::unique_ptr<EngineRun>> run = EngineRun::begin(
-        {engineCommand(engine.value(), kScriptFile, m_Launcher), engine.value(),
-         [this] { return RunFolder::makeFor(m_Files.model); }, [this] { noteEnd(); }});
+    Result<std::unique_ptr<EngineRun>> run =
+        EngineRun::begin({engineCommand(engine.value(), kScriptFile, m_Launcher), engine.value(),
+                          [this] { return RunFolder::makeFor(m_Files.model); },
+                          [this] { noteEnd(); }, [this] { sayThatItGoesOn(m_Files.record); }});
     if (!run)
         return run.error();
     m_Run = std::move(run).value();

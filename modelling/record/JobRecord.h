@@ -60,6 +60,12 @@ enum class RecordParts { All, WithoutScores };
 [[nodiscard]] TAMBO::Result<JobRecord> readJobRecord(const std::filesystem::path &file,
                                                      RecordParts parts = RecordParts::All);
 
+// A job that goes on says so by the time of its record, at least each minute: a reader on another
+// computer cannot see its process. Of a record that is older than this, in seconds, the computer
+// was switched off.
+constexpr double kLongestSilence = 300;
+void sayThatItGoesOn(const std::filesystem::path &file);
+
 // Readers meet the old record or the new one, never a part of it.
 [[nodiscard]] TAMBO::Result<void> writeJobRecord(const std::filesystem::path &file,
                                                  const JobRecord &record);

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <ctime>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -144,11 +145,24 @@ TEST_F(FamilyResults, ANumberThatIsNoneOfAProcessRunsNothing)
     }
 }
 
-TEST_F(FamilyResults, OneOfAnotherComputerRunsAsLongAsTheFolderIsAtWork)
+TEST_F(FamilyResults, OneOfAnotherComputerRunsAsLongAsItIsHeardOf)
 {
     JobRecord far = runningRecord();
     far.host = "node7.elsewhere";
     record("a", far);
+    EXPECT_EQ(stateOf(0), TargetState::Running);
+    EXPECT_EQ(stateOf(0, FolderWork::HasEnded), TargetState::Killed);
+}
+
+TEST_F(FamilyResults, OneOfAnotherComputerThatWasNotHeardOfRunsAsLongAsTheFolderIsAtWork)
+{
+    JobRecord far = runningRecord();
+    far.host = "node7.elsewhere";
+    record("a", far);
+    const auto silence =
+        std::chrono::duration_cast<fs::file_time_type::duration>(std::chrono::minutes(6));
+    const fs::path file = family() / "runs" / "a.json";
+    fs::last_write_time(file, fs::last_write_time(file) - silence);
     EXPECT_EQ(stateOf(0), TargetState::Killed);
     EXPECT_EQ(stateOf(0, FolderWork::GoesOn), TargetState::Running);
     const auto lock = FolderLock::take(family());

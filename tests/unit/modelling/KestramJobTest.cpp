@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A model built into a file, with a record of how it went.
+#include "Engine.h"
+#include "EngineRun.h"
 #include "JobRecord.h"
 
 #include "ModellingFolder.h"
@@ -247,6 +249,33 @@ TEST_F(KestramJob, AWrongCallPrintsTheUsage)
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_THAT(run.errors, HasSubstr("kestram --job RECORD MODEL ALIGNMENT STRUCTURE"));
     }
+}
+
+TEST_F(KestramJob, ThatIsLongSaysByTheTimeOfItsRecordThatItGoesOn)
+{
+    write("long.json", "{}");
+    const fs::path record = path() / "long.json";
+    const fs::file_time_type before = fs::last_write_time(record) - std::chrono::hours(1);
+    fs::last_write_time(record, before);
+    write("heard", "");
+    fs::last_write_time(path() / "heard", before);
+    installEngine("left=600; while [ $left -gt 0 ] && ! [ '" + record.string() + "' -nt '" +
+                  (path() / "heard").string() + "' ]; do left=$((left - 1)); sleep 0.1; done");
+    const auto engine = kestram::findEngine();
+    ASSERT_TRUE(engine);
+    kestram::EngineRun::Plan plan;
+    plan.command = kestram::engineCommand(engine.value(), "job.py", "");
+    plan.engine = engine.value();
+    plan.makeFolder = [this] { return kestram::RunFolder::makeFor(path() / "models" / "P1.pdb"); };
+    plan.atTimes = [&record] { kestram::sayThatItGoesOn(record); };
+    plan.pause = std::chrono::milliseconds(20);
+    const auto run = kestram::EngineRun::begin(plan);
+    ASSERT_TRUE(run) << run.error().message();
+    const auto input = kestram::readInput(path() / "seq.ali", path() / "str.pdb");
+    ASSERT_TRUE(input);
+    EXPECT_FALSE(run.value()->build(input.value()));
+    run.value()->finish();
+    EXPECT_GT(fs::last_write_time(record), before);
 }
 
 } // namespace KestramJobTest
