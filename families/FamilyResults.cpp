@@ -81,8 +81,8 @@ ResultRow rowOf(const FamilyFolder &folder, const FamilyTarget &target, FolderWo
     } else if (record.error().kind != FailureKind::NotFound) {
         row.record.message = record.error().message();
     }
-    // It is put in place when it is complete, just before the record says so, and taken away when
-    // it is of something else.
+    // It is put in place when it is complete, just behind a record that says so, and taken away
+    // when it is of something else.
     if (row.hasModel && row.state != TargetState::Running)
         row.state = TargetState::Ok;
     return row;

@@ -18,9 +18,10 @@ Result<std::unique_ptr<EngineRun>> EngineRun::begin(const Plan &plan)
         return folder.error();
     run->m_Folder = std::move(folder).value();
     const auto atEnd = [&made = *run->m_Folder, whenLeft = plan.whenLeft](bool isDone) {
-        made.remove();
+        // First, since who waits for the folder writes a record of its own.
         if (!isDone && whenLeft)
             whenLeft();
+        made.remove();
     };
     run->m_Watcher = std::make_unique<Watcher>(EngineWork{plan.command, run->m_Folder->path(),
                                                           plan.engine.parent_path(), atEnd,

@@ -18,6 +18,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -335,14 +336,24 @@ void FamilyWindow::exportTable()
 {
     const QString tsv = tr("Tab-separated values (*.tsv)");
     const QString csv = tr("Comma-separated values (*.csv)");
-    QString filter;
-    QString file = QFileDialog::getSaveFileName(
-        this, tr("Export Table"), QDir(folderText(m_Path)).filePath(QStringLiteral("table.tsv")),
-        tsv + QStringLiteral(";;") + csv, &filter);
-    if (file.isEmpty())
+    // Goes with the window, which may be closed meanwhile.
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(this, tr("Export Table"), folderText(m_Path));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setNameFilters({tsv, csv});
+    // Put behind a name without one before the dialog asks whether the file is to be replaced.
+    dialog->setDefaultSuffix(QStringLiteral("tsv"));
+    connect(dialog, &QFileDialog::filterSelected, dialog, [dialog, csv](const QString &filter) {
+        dialog->setDefaultSuffix(filter == csv ? QStringLiteral("csv") : QStringLiteral("tsv"));
+    });
+    dialog->selectFile(QStringLiteral("table.tsv"));
+    const bool isChosen = dialog->exec() == QDialog::Accepted;
+    if (dialog == nullptr)
         return;
-    if (QFileInfo(file).suffix().isEmpty())
-        file += filter == csv ? QStringLiteral(".csv") : QStringLiteral(".tsv");
+    dialog->deleteLater();
+    if (!isChosen)
+        return;
+    const QString file = dialog->selectedFiles().constFirst();
     QList<QStringList> lines{ResultsModel::fieldNames()};
     for (int shown = 0; shown < m_Shown->rowCount(); ++shown)
         lines << m_Results->texts(m_Shown->mapToSource(m_Shown->index(shown, 0)).row());

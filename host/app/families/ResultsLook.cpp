@@ -109,7 +109,7 @@ ResultsLook::News ResultsLook::look()
     m_Models = std::move(models);
     const bool isOtherWork = news.isAtWork != m_WasAtWork;
     m_WasAtWork = news.isAtWork;
-    const FolderWork work = news.isAtWork ? FolderWork::GoesOn : FolderWork::HasEnded;
+    const FolderWork work = news.isAtWork ? FolderWork::GoesOn : FolderWork::AsLocked;
     for (std::size_t i = 0; i < isChanged.size(); ++i) {
         if (!isChanged[i] && !m_IsRunning[i] && !isOtherWork)
             continue;

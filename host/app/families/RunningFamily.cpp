@@ -71,7 +71,8 @@ Result<void> RunningFamily::start(const RunOrder &order)
     m_Process = new QProcess(this);
     m_Process->setWorkingDirectory(fileText(m_Folder));
     m_Process->setStandardInputFile(QProcess::nullDevice());
-    // A pipe would break when the workbench ends.
+    // A pipe would break when the workbench ends. What a link of this name leads to stays as it is.
+    QFile::remove(fileText(m_Folder / kSaysFile));
     m_Process->setProcessChannelMode(QProcess::MergedChannels);
     m_Process->setStandardOutputFile(fileText(m_Folder / kSaysFile));
     // The end of a terminal, or Ctrl+C there, is not meant for it.

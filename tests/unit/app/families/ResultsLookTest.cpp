@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <unistd.h>
 
 namespace ResultsLookTest {
@@ -112,6 +113,12 @@ TEST_F(ResultsLookTest, AJobThatHasEndedWithoutAWordIsSeenWithoutANewRecord)
         EXPECT_EQ(look.look().rows.front().second.state, TargetState::Running);
         EXPECT_EQ(namesIn(look.look()), (Names{"a"})) << "those that run are looked at again";
     }
+    EXPECT_EQ(look.look().rows.front().second.state, TargetState::Running)
+        << "an array has no lock, and the job was heard of just now";
+    const auto silence =
+        std::chrono::duration_cast<fs::file_time_type::duration>(std::chrono::minutes(6));
+    const fs::path file = folder.recordOf(folder.targets().front());
+    fs::last_write_time(file, fs::last_write_time(file) - silence);
     EXPECT_EQ(look.look().rows.front().second.state, TargetState::Killed);
 }
 
