@@ -152,7 +152,8 @@ private:
         if (WIFSIGNALED(status))
             record.message = "ended by signal " + std::to_string(WTERMSIG(status));
         else if (!hasModel && record.message.empty())
-            record.message = "ended without a word";
+            record.message = "failed with status " + std::to_string(exitStatusOf(status)) +
+                             " and wrote no reason; is the disk full?";
         // On a disk that is full the table says what it can.
         static_cast<void>(kestram::writeJobRecord(file, record));
     }

@@ -309,7 +309,7 @@ const std::map<std::string, Rule> kRules = {
      {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Json}},
     {"families/running",
      {{"host/base", "host/formats", "modelling/record", "families"}, Std | System}},
-    {"modelling/record", {{"host/base", "host/formats"}, Std | Json}},
+    {"modelling/record", {{"host/base", "host/formats"}, Std | System | Json}},
     {"modelling",
      {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Gemmi}},
 };

@@ -185,6 +185,16 @@ TEST_F(FamilyRun, OneThatFailsOrIsKilledLeavesTheOthersAndSaysWhy)
     EXPECT_EQ(field("a", "exit_status"), "NA");
 }
 
+TEST_F(FamilyRun, OneThatCannotWriteWhyItFailsIsToldWithItsStatus)
+{
+    install("kestram", "exit 4\n");
+    ASSERT_TRUE(runAll());
+    EXPECT_EQ(field("a", "state"), "failed");
+    EXPECT_EQ(field("a", "exit_status"), "4");
+    EXPECT_EQ(field("a", "last_line"),
+              "failed with status 4 and wrote no reason; is the disk full?");
+}
+
 TEST_F(FamilyRun, AnAdapterThatIsNotThereFailsEachTarget)
 {
     run.kestram = path() / "bin/none";
