@@ -16,10 +16,11 @@ import numpy
 
 def left_out(shares, lengths, cut):
     """Of each row that goes the row that it is most like among the longer ones that stay."""
+    shares = numpy.nan_to_num(shares)
     stay, like = [], {}
     for row in sorted(range(len(lengths)), key=lambda row: -lengths[row]):
-        most = max(stay, key=lambda other: numpy.nan_to_num(shares[row, other]), default=None)
-        if most is not None and shares[row, most] >= cut:
+        most = stay[shares[row, stay].argmax()] if stay else row
+        if most != row and shares[row, most] >= cut:
             like[row] = most
         else:
             stay.append(row)
