@@ -42,7 +42,7 @@ constexpr int kHour = 60 * kMinute;
 // A family of proteins has longer names than these in few rows only.
 constexpr int kNameWidth = 240;
 
-std::filesystem::path pathOf(const QString &file)
+std::filesystem::path folderPath(const QString &file)
 {
     return QFile::encodeName(file).toStdString();
 }
@@ -285,7 +285,7 @@ std::vector<families::PlannedModel> FamilyDialog::plan() const
 
 std::filesystem::path FamilyDialog::folder() const
 {
-    return pathOf(QFileInfo(m_Folder->text().trimmed()).absoluteFilePath());
+    return folderPath(QFileInfo(m_Folder->text().trimmed()).absoluteFilePath());
 }
 
 QString FamilyDialog::objection() const

@@ -11,7 +11,7 @@ namespace TAMBO::app {
 namespace {
 
 // In characters; what a program says may be longer.
-constexpr qsizetype kLongestLine = 100;
+constexpr qsizetype kLongestFact = 100;
 
 } // namespace
 
@@ -51,7 +51,7 @@ void PropertiesDialog::addForm(const std::vector<Fact> &facts)
     for (const Fact &fact : facts) {
         auto *value = new QLabel(fact.second);
         value->setTextFormat(Qt::PlainText);
-        value->setWordWrap(fact.second.size() > kLongestLine);
+        value->setWordWrap(fact.second.size() > kLongestFact);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         form->addRow(fact.first + u':', value);
     }
