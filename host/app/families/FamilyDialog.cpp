@@ -37,8 +37,8 @@ namespace {
 // Of one model, on a processor of its own.
 constexpr int kLeastSeconds = 10;
 constexpr int kMostSeconds = 30;
-constexpr int kMinute = 60;
-constexpr int kHour = 60 * kMinute;
+constexpr int kMinuteOfWork = 60;
+constexpr int kHourOfWork = 60 * kMinuteOfWork;
 // A family of proteins has longer names than these in few rows only.
 constexpr int kNameWidth = 240;
 
@@ -62,11 +62,11 @@ QString folderWord(const QString &name)
 
 QString spanText(std::size_t seconds)
 {
-    if (seconds < 2 * kMinute)
+    if (seconds < 2 * kMinuteOfWork)
         return FamilyDialog::tr("%1 s").arg(seconds);
-    if (seconds < 2 * kHour)
-        return FamilyDialog::tr("%1 min").arg((seconds + kMinute / 2) / kMinute);
-    return FamilyDialog::tr("%1 h").arg((seconds + kHour / 2) / kHour);
+    if (seconds < 2 * kHourOfWork)
+        return FamilyDialog::tr("%1 min").arg((seconds + kMinuteOfWork / 2) / kMinuteOfWork);
+    return FamilyDialog::tr("%1 h").arg((seconds + kHourOfWork / 2) / kHourOfWork);
 }
 
 } // namespace

@@ -35,10 +35,10 @@ namespace TAMBO::app {
 
 namespace {
 
-constexpr int kSayMilliseconds = 8000;
+constexpr int kSaidMilliseconds = 8000;
 // By whose texts columns get their widths; all of ten thousand would take too long.
 constexpr int kMeasuredRows = 200;
-constexpr int kWidestColumn = 260;
+constexpr int kWidestResult = 260;
 
 QString folderText(const std::filesystem::path &folder)
 {
@@ -189,7 +189,7 @@ void FamilyWindow::setNotes(const QStringList &notes)
 
 void FamilyWindow::say(const QString &text)
 {
-    statusBar()->showMessage(text, kSayMilliseconds);
+    statusBar()->showMessage(text, kSaidMilliseconds);
 }
 
 // ---- What there is
@@ -208,7 +208,7 @@ void FamilyWindow::take(const ResultsLook::News &news)
     if (isFirst) {
         m_Table->resizeColumnsToContents();
         for (int column = 0; column < ResultsModel::ColumnCount; ++column)
-            m_Table->setColumnWidth(column, std::min(m_Table->columnWidth(column), kWidestColumn));
+            m_Table->setColumnWidth(column, std::min(m_Table->columnWidth(column), kWidestResult));
     }
     follow();
 }

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::chrono::milliseconds kBetweenLooks = 1s;
+constexpr std::chrono::milliseconds kBetweenWatches = 1s;
 
 } // namespace
 
@@ -20,7 +20,7 @@ ResultsWatch::ResultsWatch(const std::filesystem::path &folder, QObject *parent)
     m_Worker->moveToThread(&m_Thread);
     connect(&m_Thread, &QThread::finished, m_Worker, &QObject::deleteLater);
     m_Pause.setSingleShot(true);
-    m_Pause.setInterval(kBetweenLooks);
+    m_Pause.setInterval(kBetweenWatches);
     connect(&m_Pause, &QTimer::timeout, this, &ResultsWatch::lookNow);
     m_Thread.start();
 }
