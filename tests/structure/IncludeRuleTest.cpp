@@ -204,6 +204,7 @@ const std::map<std::string, Rule> kRules = {
        "host/sessions/live"},
       Std}},
     {"host/realign", {{"include", "host/base", "host/model"}, Std | System | Qt}},
+    {"host/scripting", {{"host/base"}, Std | System}},
     {"host/services/settings", {{"include", "host/base"}, Std | System | Qt}},
     {"host/services/log",
      {{"include", "host/base", "host/model", "host/services/settings"}, Std | Qt}},
