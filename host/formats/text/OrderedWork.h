@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <condition_variable>
 #include <cstddef>
 #include <exception>
 #include <map>
@@ -28,7 +29,8 @@ public:
     {
         constexpr unsigned most = 4;
         const unsigned threads =
-            isWorthThreads ? std::min(most, std::thread::hardware_concurrency()) : 1;
+            isWorthThreads ? std::clamp(std::thread::hardware_concurrency(), 1U, most) : 1;
+        m_MostAhead = 2 * std::size_t{threads};
         std::vector<std::thread> others;
         try {
             for (unsigned i = 1; i < threads; ++i)
@@ -48,7 +50,12 @@ private:
     {
         std::unique_lock lock(m_Mutex);
         try {
-            while (m_Exception == nullptr) {
+            while (true) {
+                m_HasPut.wait(lock, [this] {
+                    return m_Exception != nullptr || m_Taken - m_Finished < m_MostAhead;
+                });
+                if (m_Exception != nullptr)
+                    return;
                 std::unique_ptr<Piece> piece = m_Take();
                 if (piece == nullptr)
                     return;
@@ -63,6 +70,7 @@ private:
             if (!lock.owns_lock())
                 lock.lock();
             m_Exception = std::current_exception();
+            m_HasPut.notify_all();
         }
     }
     void putDone()
@@ -73,11 +81,15 @@ private:
             m_Done.erase(next);
             ++m_Finished;
         }
+        m_HasPut.notify_all();
     }
 
     Take m_Take;
     Put m_Put;
     std::mutex m_Mutex;
+    std::condition_variable m_HasPut;
+    // A thread that the system holds up must not have the others fill the memory behind its piece.
+    std::size_t m_MostAhead = 0;
     std::size_t m_Taken = 0;
     std::size_t m_Finished = 0;
     // Those behind one that is still being done.

@@ -12,7 +12,6 @@
 #include "support/WaitUntil.h"
 
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QPushButton>
 
 #include <fcntl.h>
@@ -20,6 +19,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <map>
 
 namespace ModelsReaderTest {
@@ -273,10 +274,20 @@ TEST_F(ModelsReaderTest, AreGivenUpWithoutATrace)
     EXPECT_FALSE(m_Reader.open({first})) << "it is busy";
     waitUntil([&dialog] { return dialog.isVisible(); });
     dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
-    QFile end(pipe);
-    ASSERT_TRUE(end.open(QIODevice::WriteOnly));
-    end.write(pdb("ACDEFGH"));
-    end.close();
+    // The reader may have left the pipe by now.
+    const auto ignored = std::signal(SIGPIPE, SIG_IGN);
+    int end = -1;
+    waitUntil([&] {
+        end = ::open(pipe.toUtf8().constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+        return end >= 0 || !m_Reader.isBusy();
+    });
+    if (end >= 0) {
+        const QByteArray text = pdb("ACDEFGH");
+        const ssize_t written = ::write(end, text.constData(), std::size_t(text.size()));
+        EXPECT_TRUE(written == text.size() || errno == EPIPE) << errno;
+        ::close(end);
+    }
+    std::signal(SIGPIPE, ignored);
     waitUntil([this] { return !m_Reader.isBusy(); });
     EXPECT_TRUE(m_Report.isCancelled);
     EXPECT_TRUE(topLevelNames().empty());
