@@ -23,8 +23,9 @@ struct Command
     bool beginsGroup = false;
     // The title of the submenu that it is in; empty for none. Those of one stand beside each other.
     QString menu = {};
-    // The workbench has a command of its own with these keys, which does the same: its menu shows
-    // them, and they are taken in alignment windows only.
+    // The workbench has a command of its own with these keys, which does the same, or lists in
+    // which they mean something of their own: its menu shows them, and they are taken in alignment
+    // windows only.
     bool hasKeysOfWorkbench = false;
 };
 

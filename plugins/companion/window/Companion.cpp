@@ -4,6 +4,7 @@
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
 #include "DuplicatesDialog.h"
+#include "FastaCopy.h"
 #include "Logger.h"
 #include "PairsDialog.h"
 #include "RedundancyDialog.h"
@@ -132,6 +133,16 @@ DuplicatesDialog *Companion::showDuplicates()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->show();
     return dialog;
+}
+
+void Companion::copyAsFasta()
+{
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    const QString told =
+        companion::copyAsFasta(m_Window, m_Cursor.hasBlock() ? m_Cursor.block() : std::nullopt);
+    // The window, and this with it, may have gone meanwhile.
+    if (window != nullptr)
+        tell(told);
 }
 
 void Companion::selectAll()

@@ -73,6 +73,8 @@ public:
     // Null when no alignment is shown, or the user has given up the search.
     RedundancyDialog *showRedundancy();
     DuplicatesDialog *showDuplicates();
+    // The block, or the selected rows.
+    void copyAsFasta();
     // Of the alignment that is shown.
     void selectAll();
     void invertSelection();

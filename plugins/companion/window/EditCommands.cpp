@@ -51,6 +51,13 @@ std::vector<Command> editCommands()
          [](Companion &companion) { companion.editing().keys().repeat(); },
          false,
          tr("&Edit")},
+        {tr("&Copy as FASTA"),
+         tr("Put the block, or else the selected rows, on the clipboard as FASTA"),
+         {QKeySequence(Qt::CTRL | Qt::Key_C)},
+         [](Companion &companion) { companion.copyAsFasta(); },
+         false,
+         tr("&Edit"),
+         true},
         {tr("&Keep Columns"),
          tr("Let the columns of the block, or else of the range, stay where they are when gaps are "
             "edited"),
