@@ -15,5 +15,6 @@ void declareStructures(py::module_ &module);
 void declareRows(py::module_ &module);
 void declareAlignments(py::module_ &module);
 void declareFiles(py::module_ &module);
+void declareRealigning(py::module_ &module);
 
 } // namespace TAMBO::script

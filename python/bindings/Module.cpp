@@ -15,6 +15,7 @@ PYBIND11_MODULE(_tambo, module)
     declareAlignments(module);
     declareStructures(module);
     declareFiles(module);
+    declareRealigning(module);
     // Before the interpreter takes apart what the model's hooks call.
     py::module_::import("atexit").attr("register")(
         py::cpp_function([] { ProcessModel::get().clear(); }));

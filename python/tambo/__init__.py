@@ -27,14 +27,17 @@ from ._tambo import (Alignment, Chain, FormatError, GoneError, Opened, RefusedEr
                      step, structures, superpose, undo)
 from ._identity import IdentityMatrix, identity_matrix as _identity_matrix
 from ._interop import from_biopython
+from ._programs import ProgramError
+from ._realigning import realign as _realign
 
 __all__ = ["Alignment", "Chain", "FormatError", "GoneError", "IdentityMatrix", "Opened",
-           "RefusedError", "Row", "Step", "StepError", "Structure", "ThreadError", "alignments",
+           "ProgramError", "RefusedError", "Row", "Step", "StepError", "Structure", "ThreadError", "alignments",
            "clear", "from_biopython", "history", "new_alignment", "new_sequence", "open",
            "open_session", "redo", "save", "save_session", "step", "structures", "superpose", "undo"]
 
 # What is written in Python belongs to the classes all the same.
 Alignment.sort = _sort
+Alignment.realign = _realign
 Alignment.identity_matrix = _identity_matrix
 Alignment.to_biopython = _interop.alignment_to_biopython
 Alignment.to_dataframe = _interop.alignment_to_dataframe

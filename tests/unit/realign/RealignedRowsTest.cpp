@@ -63,6 +63,19 @@ TEST_F(RealignedRowsTest, ColumnsWithoutAResidueAreLeftOut)
     EXPECT_EQ(cells(columns.value()), (std::vector<std::string>{"xxx", "x-x"}));
 }
 
+TEST_F(RealignedRowsTest, RowsThatAreNotChosenKeepTheirCells)
+{
+    const RealignedRows rows(alignment("a", {"WAC-D", "WA--D", "WA-CD", "WA---"}), {1, 5},
+                             {true, true, false, false});
+    EXPECT_EQ(rows.fasta(), ">r0\nACD\n>r1\nAD\n");
+    const auto same = rows.read(">r0\nACD\n>r1\nA-D\n");
+    ASSERT_TRUE(same);
+    EXPECT_EQ(cells(same.value()), (std::vector<std::string>{"xxx-", "x-x-", "x-xx", "x---"}));
+    const auto wider = rows.read(">r0\n--AC-D\n>r1\n--A--D\n");
+    ASSERT_TRUE(wider);
+    EXPECT_EQ(cells(wider.value()), (std::vector<std::string>{"-xxx", "-x-x", "xxx-", "x---"}));
+}
+
 TEST_F(RealignedRowsTest, LowerCaseAnswersAreTheSameResidues)
 {
     const RealignedRows rows(alignment("a", {"aC", "AC"}), {0, 2});

@@ -16,10 +16,13 @@ namespace TAMBO::realign {
 class RealignedRows
 {
 public:
-    // The rows of the alignment as they are now.
-    RealignedRows(const Alignment &alignment, const Alignment::Range &range);
+    // The rows of the alignment as they are now. Those that are not chosen keep their cells; empty
+    // for all.
+    RealignedRows(const Alignment &alignment, const Alignment::Range &range,
+                  const std::vector<bool> &chosen = {});
 
-    // How many rows have residues in the range. An aligner has nothing to do with less than two.
+    // How many of the rows have residues in the range. An aligner has nothing to do with less than
+    // two.
     [[nodiscard]] std::size_t count() const noexcept { return m_Sent.size(); }
     [[nodiscard]] std::size_t letters() const noexcept;
 
@@ -33,8 +36,9 @@ public:
         std::vector<OccupancyRow> rows;
         unsigned long count = 0;
     };
-    // What an aligner printed; columns without a residue are left out. The failure says what is
-    // wrong with it, as the end of a sentence.
+    // What an aligner printed; columns without a residue are left out. Where rows keep their cells,
+    // the columns of the answer begin with theirs, and gaps are added to whichever are fewer. The
+    // failure says what is wrong with it, as the end of a sentence.
     [[nodiscard]] Result<Columns> read(std::string_view answer) const;
 
 private:
@@ -44,8 +48,12 @@ private:
         std::string letters;
     };
 
+    [[nodiscard]] Result<std::vector<std::string>> answersIn(std::string_view answer) const;
+
     std::size_t m_RowCount = 0;
     std::vector<Row> m_Sent;
+    // Those that keep their cells, with the gaps between them.
+    std::vector<Row> m_Kept;
 };
 
 } // namespace TAMBO::realign

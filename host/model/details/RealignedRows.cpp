@@ -13,6 +13,7 @@ namespace TAMBO::realign {
 namespace {
 
 constexpr char kNamePrefix = 'r';
+constexpr char kGap = '-';
 
 char asKnown(char letter) noexcept
 {
@@ -43,21 +44,45 @@ std::optional<std::size_t> numberOf(std::string_view header)
 
 bool isGap(char c) noexcept
 {
-    return c == '-' || c == '.';
+    return c == kGap || c == '.';
+}
+
+// The cells of the columns that are kept; a row may end before the last one.
+OccupancyRow cellsOf(std::string_view row, const std::vector<bool> &isKept, std::size_t count)
+{
+    std::vector<OccupancyRow::Word> words(count / OccupancyRow::kWordColumns + 1);
+    std::uint64_t place = 0;
+    for (std::size_t col = 0; col < row.size(); ++col) {
+        if (!isKept[col])
+            continue;
+        if (!isGap(row[col]))
+            words[place / OccupancyRow::kWordColumns] |= OccupancyRow::Word(1)
+                                                         << place % OccupancyRow::kWordColumns;
+        ++place;
+    }
+    return OccupancyRow(std::move(words));
 }
 
 } // namespace
 
-RealignedRows::RealignedRows(const Alignment &alignment, const Alignment::Range &range)
+RealignedRows::RealignedRows(const Alignment &alignment, const Alignment::Range &range,
+                             const std::vector<bool> &chosen)
     : m_RowCount(alignment.height())
 {
     for (std::size_t row = 0; row < m_RowCount; ++row) {
+        const bool isSent = chosen.empty() || chosen[row];
+        bool hasResidues = false;
         std::string letters;
-        for (unsigned long col = range.first; col < range.second; ++col)
-            if (const char letter = alignment.letterAt(row, col); letter != '\0')
+        for (unsigned long col = range.first; col < range.second; ++col) {
+            const char letter = alignment.letterAt(row, col);
+            hasResidues = hasResidues || letter != '\0';
+            if (letter != '\0')
                 letters += asKnown(letter);
-        if (!letters.empty())
-            m_Sent.push_back({row, std::move(letters)});
+            else if (!isSent)
+                letters += kGap;
+        }
+        if (hasResidues)
+            (isSent ? m_Sent : m_Kept).push_back({row, std::move(letters)});
     }
 }
 
@@ -76,7 +101,7 @@ std::string RealignedRows::fasta() const
     return text;
 }
 
-Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) const
+Result<std::vector<std::string>> RealignedRows::answersIn(std::string_view answer) const
 {
     std::vector<std::optional<std::string>> answered(m_Sent.size());
     std::string *current = nullptr;
@@ -97,42 +122,48 @@ Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) cons
         }
     }
 
-    std::size_t width = 0;
+    std::vector<std::string> rows;
+    rows.reserve(m_Sent.size());
     for (std::size_t i = 0; i < m_Sent.size(); ++i) {
         if (!answered[i])
             return Failure{FailureKind::BadInput, "its answer lacks a sequence"};
-        if (i > 0 && answered[i]->size() != width)
+        if (i > 0 && answered[i]->size() != rows.front().size())
             return Failure{FailureKind::BadInput, "the rows of its answer differ in length"};
-        width = answered[i]->size();
         std::string letters;
         std::ranges::copy_if(*answered[i], std::back_inserter(letters),
                              [](char c) { return !isGap(c); });
         std::ranges::transform(letters, letters.begin(), asKnown);
         if (letters != m_Sent[i].letters)
             return Failure{FailureKind::BadInput, "it changed the residues of a sequence"};
+        rows.push_back(std::move(*answered[i]));
     }
+    return rows;
+}
 
-    std::vector<bool> isKept(width, false);
-    for (const auto &row : answered)
-        for (std::size_t col = 0; col < width; ++col)
-            if (!isGap((*row)[col]))
+Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) const
+{
+    const Result<std::vector<std::string>> answered = answersIn(answer);
+    if (!answered)
+        return answered.error();
+    std::vector<bool> isKept;
+    const auto keepColumnsOf = [&isKept](const std::string &row) {
+        isKept.resize(std::max(isKept.size(), row.size()));
+        for (std::size_t col = 0; col < row.size(); ++col) {
+            if (!isGap(row[col]))
                 isKept[col] = true;
+        }
+    };
+    for (const std::string &row : answered.value())
+        keepColumnsOf(row);
+    for (const Row &row : m_Kept)
+        keepColumnsOf(row.letters);
     Columns columns;
     columns.count = static_cast<unsigned long>(std::ranges::count(isKept, true));
     columns.rows.resize(m_RowCount);
-    for (std::size_t i = 0; i < m_Sent.size(); ++i) {
-        std::vector<OccupancyRow::Word> words(columns.count / OccupancyRow::kWordColumns + 1);
-        std::uint64_t place = 0;
-        for (std::size_t col = 0; col < width; ++col) {
-            if (!isKept[col])
-                continue;
-            if (!isGap((*answered[i])[col]))
-                words[place / OccupancyRow::kWordColumns] |= OccupancyRow::Word(1)
-                                                             << place % OccupancyRow::kWordColumns;
-            ++place;
-        }
-        columns.rows[m_Sent[i].index] = OccupancyRow(std::move(words));
-    }
+    for (std::size_t i = 0; i < m_Sent.size(); ++i)
+        columns.rows[m_Sent[i].index] = cellsOf(answered.value()[i], isKept, columns.count);
+    for (const Row &row : m_Kept)
+        columns.rows[row.index] = cellsOf(row.letters, isKept, columns.count);
     return columns;
 }
 

@@ -1,0 +1,135 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Other programs: where they are, and runs of them that end with the call."""
+import collections
+import contextlib
+import os
+import pathlib
+import selectors
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+# How long a look at what a program has said takes at most, so that Ctrl+C is heard, in seconds.
+LOOK = 0.1
+# What shells end with when a program that a script calls is not there.
+SHELL_FOUND_NOTHING = 127
+
+
+class ProgramError(RuntimeError):
+    """A program that is needed is not there, has failed, or gave an answer that is not to be trusted.
+
+    program is its name, status what it ended with: below 0 a signal, and None when it did not run.
+    """
+
+    def __init__(self, message, program, status=None):
+        super().__init__(message)
+        self.program = program
+        self.status = status
+
+
+ProgramError.__module__ = "tambo"
+
+# status is None of a program that could not be started.
+Ended = collections.namedtuple("Ended", "status output last_line")
+
+
+def installation():
+    """The folder with bin, lib and share of which this package is a part."""
+    return pathlib.Path(os.path.abspath(__file__)).parents[4]
+
+
+def own_program(name):
+    """One that belongs to the workbench: of the same installation, else whichever is on the search path."""
+    beside = installation() / "bin" / name
+    if os.access(beside, os.X_OK):
+        return str(beside)
+    return shutil.which(name)
+
+
+@contextlib.contextmanager
+def work_folder():
+    """A folder that is gone afterwards, also when a program that was just ended still makes files."""
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="tambo-"))
+    try:
+        yield folder
+    finally:
+        for attempt in range(100):
+            shutil.rmtree(folder, ignore_errors=True)
+            if not folder.exists():
+                break
+            time.sleep(0.01)
+
+
+def last_line(text):
+    lines = text.decode(errors="replace").strip().splitlines()
+    return lines[-1].strip() if lines else ""
+
+
+def run(words, folder, environment=None, patience=0.0, most=None):
+    """Runs a program until it ends; other processes and threads go on.
+
+    What ends the call, as Ctrl+C does, ends the program with all that it has started: it is asked to
+    end, and ended after patience seconds. A program that prints more than most bytes is ended, too.
+    """
+    try:
+        process = subprocess.Popen(words, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=0, process_group=0)
+    except OSError:
+        return Ended(None, b"", "")
+    try:
+        said = _listen(process, most)
+        return Ended(process.returncode, *said)
+    except BaseException:
+        _end(process, patience)
+        raise
+    finally:
+        process.stdout.close()
+        process.stderr.close()
+
+
+def _listen(process, most):
+    output, errors = bytearray(), bytearray()
+    with selectors.DefaultSelector() as waiting:
+        for pipe, text in ((process.stdout, output), (process.stderr, errors)):
+            os.set_blocking(pipe.fileno(), False)
+            waiting.register(pipe, selectors.EVENT_READ, text)
+        while True:
+            if waiting.get_map() or process.poll() is not None:
+                # What is said before the end is there by then; others may hold the pipes open for longer.
+                has_ended = process.poll() is not None
+                ready = waiting.select(0 if has_ended else LOOK)
+                if has_ended and not ready:
+                    return bytes(output), last_line(errors)
+            else:
+                ready = []
+                with contextlib.suppress(subprocess.TimeoutExpired):
+                    process.wait(LOOK)
+            for key, _ in ready:
+                part = key.fileobj.read(1 << 16)
+                if part:
+                    key.data.extend(part)
+                elif part is not None:
+                    waiting.unregister(key.fileobj)
+            # Of what it tells, the end is wanted.
+            del errors[:-(1 << 16)]
+            if most is not None and len(output) > most:
+                raise PrintsForEver
+
+
+class PrintsForEver(Exception):
+    pass
+
+
+def _end(process, patience):
+    try:
+        if patience > 0 and process.poll() is None:
+            process.send_signal(signal.SIGTERM)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                process.wait(patience)
+    finally:
+        if process.poll() is None:
+            with contextlib.suppress(ProcessLookupError):
+                os.killpg(process.pid, signal.SIGKILL)
+            process.wait()
