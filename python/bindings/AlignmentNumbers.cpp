@@ -7,7 +7,6 @@
 #include "IdentityDistances.h"
 #include "LetterSpread.h"
 #include "NeighborJoining.h"
-#include "Newick.h"
 #include "PairIdentity.h"
 #include "Places.h"
 #include "RecordMaker.h"
@@ -255,27 +254,26 @@ py::array distances(const AlignmentReference &reference)
     return means;
 }
 
-std::string neighborTree(const AlignmentReference &reference)
+companion::Tree neighborTree(const AlignmentReference &reference)
 {
     const Alignment &alignment = *reference;
     const std::vector<std::string> texts = textsOf(alignment);
     std::vector<std::string> names;
     for (std::size_t row = 0; row < texts.size(); ++row)
         names.push_back(alignment.table().row(row).name());
-    std::string text;
-    bool isDone = false;
+    if (texts.empty())
+        throw RefusedError("there are no rows to make a tree of");
+    std::optional<companion::Tree> tree;
     {
         const py::gil_scoped_release others;
         const companion::GoOn goOn = [](double) { return goesOnWithout(); };
         const auto matrix =
             companion::identityDistances(texts, companion::IdentityOf::AlignedPairs, goOn);
-        const auto tree = matrix ? companion::neighborJoining(*matrix, names, goOn) : std::nullopt;
-        isDone = tree.has_value();
-        if (tree)
-            text = companion::writeNewick(*tree);
+        if (matrix)
+            tree = companion::neighborJoining(*matrix, names, goOn);
     }
-    throwIfCalledOff(isDone);
-    return text;
+    throwIfCalledOff(tree.has_value());
+    return std::move(*tree);
 }
 
 } // namespace TAMBO::script

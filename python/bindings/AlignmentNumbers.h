@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ProcessModel.h"
+#include "Tree.h"
 
 #include <pybind11/numpy.h>
 
@@ -21,6 +22,6 @@ namespace py = pybind11;
 [[nodiscard]] py::array identities(const AlignmentReference &alignment, const std::string &of);
 [[nodiscard]] py::array conservations(const AlignmentReference &alignment);
 [[nodiscard]] py::array distances(const AlignmentReference &alignment);
-[[nodiscard]] std::string neighborTree(const AlignmentReference &alignment);
+[[nodiscard]] companion::Tree neighborTree(const AlignmentReference &alignment);
 
 } // namespace TAMBO::script

@@ -10,6 +10,7 @@
 #include "Places.h"
 #include "Rows.h"
 #include "Space.h"
+#include "Trees.h"
 
 #include <pybind11/stl.h>
 
@@ -193,22 +194,30 @@ void moveRow(const AlignmentReference &self, py::ssize_t from, py::ssize_t to)
     changed(alignment, [&](Alignment &changing) { changing.bubbleRow(begin, end); });
 }
 
-void reorder(const AlignmentReference &self, const std::vector<py::ssize_t> &order)
+std::vector<unsigned long> orderNamed(const AlignmentReference &self, const py::object &order)
 {
-    Alignment &alignment = *self;
-    const std::size_t count = alignment.table().rowCount();
+    if (py::isinstance<TreeValue>(order))
+        return rowOrder(order.cast<const TreeValue &>(), self);
+    const std::size_t count = rowCount(self);
     std::vector<unsigned long> places;
     std::vector<bool> isNamed(count);
-    for (const py::ssize_t row : order) {
-        const std::size_t place = placeOf(row, count, "row");
+    for (const py::handle row : order) {
+        const std::size_t place = placeOf(row.cast<py::ssize_t>(), count, "row");
         if (isNamed[place])
-            throw py::value_error("row " + std::to_string(row) + " is named twice");
+            throw py::value_error("row " + std::to_string(place) + " is named twice");
         isNamed[place] = true;
         places.push_back(place);
     }
     if (places.size() != count)
         throw py::value_error(std::to_string(places.size()) + " places for " +
                               std::to_string(count) + " rows");
+    return places;
+}
+
+void reorder(const AlignmentReference &self, const py::object &order)
+{
+    Alignment &alignment = *self;
+    const std::vector<unsigned long> places = orderNamed(self, order);
     changed(alignment, [&](Alignment &changing) { changing.reorderRows(places); });
 }
 
@@ -216,6 +225,7 @@ void addRows(const AlignmentReference &self, const std::vector<ChainReference> &
 {
     Alignment &alignment = *self;
     std::vector<Compound *> sequences;
+    sequences.reserve(chains.size());
     for (const ChainReference &chain : chains)
         sequences.push_back(&(*chain));
     changed(alignment, [&](Alignment &changing) { changing.addRows(sequences); });
@@ -306,7 +316,9 @@ void declareEdits(py::class_<AlignmentReference> &type)
         .def("remove_rows", &removeRows, py::arg("rows"), "Their sequences stay loaded.")
         .def("move_row", &moveRow, py::arg("start"), py::arg("end"), "The rows between close up.")
         .def("reorder", &reorder, py::arg("order"),
-             "The row that stands at order[i] comes to stand at i; order names each row once.")
+             "The row that stands at order[i] comes to stand at i; order names each row once. Or "
+             "the rows come to stand as the leaves of a Tree do, from top to bottom; a ValueError "
+             "when these are not its leaves.")
         .def("add_rows", &addRows, py::arg("chains"),
              "A row without gaps for each, from column 0 on.")
         .def("combine", &combine, py::arg("other"),
@@ -355,8 +367,16 @@ void declareAlignments(py::module_ &module)
              "Of each column the mean distance of its CA atoms over all pairs, in Angstrom; nan of "
              "fewer "
              "than two. An array of float64.")
-        .def("neighbor_tree", &neighborTree,
-             "The tree of neighbor joining by shares of identical pairs, as text in Newick form.");
+        .def(
+            "neighbor_tree",
+            [](const AlignmentReference &self) { return treeOfRows(neighborTree(self), self); },
+            "The Tree of neighbor joining (N. Saitou and M. Nei, Mol. Biol. Evol. 4, 406, 1987; "
+            "J. A. Studier and K. J. Keppler, 5, 729, 1988). The distance of two rows is the share "
+            "of pairs that differ among the columns in which both have a residue; branches that "
+            "would be negative have length 0, and the other one of the pair all of its distance "
+            "(M. K. Kuhner and J. Felsenstein, 11, 459, 1994). It has no root by itself: "
+            "midpoint_rooted() gives it one. Takes time with the third power of the rows. Raises "
+            "RefusedError without a row.");
     declareEdits(type);
     module.def("new_alignment", &newAlignment, py::arg("name"), py::arg("rows"),
                "Adds an alignment of pairs of a name and a text with gaps.");

@@ -14,6 +14,7 @@ void declareChains(py::module_ &module);
 void declareStructures(py::module_ &module);
 void declareRows(py::module_ &module);
 void declareAlignments(py::module_ &module);
+void declareTrees(py::module_ &module);
 void declareFiles(py::module_ &module);
 void declareRealigning(py::module_ &module);
 

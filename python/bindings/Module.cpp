@@ -13,6 +13,7 @@ PYBIND11_MODULE(_tambo, module)
     declareSteps(module);
     declareChains(module);
     declareAlignments(module);
+    declareTrees(module);
     declareStructures(module);
     declareFiles(module);
     declareRealigning(module);

@@ -21,19 +21,75 @@ True
 """
 from . import _interop, _notebook
 from ._sorting import sort as _sort
-from ._tambo import (Alignment, Chain, FormatError, GoneError, Opened, RefusedError, Row, Step,
-                     StepError, Structure, ThreadError, __version__, alignments, clear, history,
-                     new_alignment, new_sequence, open, open_session, redo, save, save_session,
-                     step, structures, superpose, undo)
+from ._tambo import (
+    Alignment,
+    Chain,
+    Clade,
+    FormatError,
+    GoneError,
+    Opened,
+    RefusedError,
+    Row,
+    Step,
+    StepError,
+    Structure,
+    ThreadError,
+    Tree,
+    __version__,
+    alignments,
+    clear,
+    history,
+    new_alignment,
+    new_sequence,
+    open,
+    open_session,
+    read_tree,
+    redo,
+    save,
+    save_session,
+    step,
+    structures,
+    superpose,
+    undo,
+)
 from ._identity import IdentityMatrix, identity_matrix as _identity_matrix
 from ._interop import from_biopython
 from ._programs import ProgramError
 from ._realigning import realign as _realign
 
-__all__ = ["Alignment", "Chain", "FormatError", "GoneError", "IdentityMatrix", "Opened",
-           "ProgramError", "RefusedError", "Row", "Step", "StepError", "Structure", "ThreadError", "alignments",
-           "clear", "from_biopython", "history", "new_alignment", "new_sequence", "open",
-           "open_session", "redo", "save", "save_session", "step", "structures", "superpose", "undo"]
+__all__ = [
+    "Alignment",
+    "Chain",
+    "Clade",
+    "FormatError",
+    "GoneError",
+    "IdentityMatrix",
+    "Opened",
+    "ProgramError",
+    "RefusedError",
+    "Row",
+    "Step",
+    "StepError",
+    "Structure",
+    "ThreadError",
+    "Tree",
+    "alignments",
+    "clear",
+    "from_biopython",
+    "history",
+    "new_alignment",
+    "new_sequence",
+    "open",
+    "open_session",
+    "read_tree",
+    "redo",
+    "save",
+    "save_session",
+    "step",
+    "structures",
+    "superpose",
+    "undo",
+]
 
 # What is written in Python belongs to the classes all the same.
 Alignment.sort = _sort
@@ -46,7 +102,8 @@ Structure.to_biopython = _interop.structure_to_biopython
 Structure.to_dataframe = _interop.structure_to_dataframe
 Alignment.save = _interop.save
 Structure.save = _interop.save
-for _class in (Alignment, Chain, FormatError, GoneError, Opened, RefusedError, Row, Step, StepError,
-               Structure, ThreadError):
+Tree.to_biopython = _interop.tree_to_biopython
+for _class in (Alignment, Chain, Clade, FormatError, GoneError, Opened, RefusedError, Row, Step, StepError,
+               Structure, ThreadError, Tree):
     _class.__module__ = "tambo"
 del _class

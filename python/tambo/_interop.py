@@ -49,11 +49,48 @@ def structure_to_dataframe(structure):
     return table
 
 
+def tree_to_biopython(tree):
+    """A Bio.Phylo tree of the same clades, names and lengths; it has as many branches at its root as this one."""
+    from Bio.Phylo.Newick import Clade, Tree
+    made = {}
+    for clade in tree:
+        made[clade] = Clade(branch_length=clade.length, name=clade.name or None)
+        if clade.parent is not None:
+            made[clade.parent].clades.append(made[clade])
+    return Tree(root=made[tree.root], rooted=False)
+
+
 def from_biopython(what, name="biopython"):
-    """Loads a Bio.Align.MultipleSeqAlignment, or a structure of Bio.PDB, and gives the new object."""
+    """Loads a Bio.Align.MultipleSeqAlignment, or a structure of Bio.PDB, and gives the new object.
+
+    Of a tree of Bio.Phylo a Tree, which belongs to no alignment.
+    """
     if hasattr(what, "get_level"):
         return _structure_from_biopython(what)
+    if hasattr(what, "get_terminals"):
+        return _tambo.Tree(_newick(what.root) + ";")
     return _tambo.new_alignment(name, [(record.id, str(record.seq)) for record in what])
+
+
+def _newick(root):
+    # A tree may be as deep as it has clades, so no function calls itself.
+    parts, waiting = [], [(root, False)]
+    while waiting:
+        clade, is_done = waiting.pop()
+        if isinstance(clade, str):
+            parts.append(clade)
+        elif clade.clades and not is_done:
+            parts.append("(")
+            waiting.append((clade, True))
+            for i, child in enumerate(reversed(clade.clades)):
+                waiting += [(",", True)] * (i > 0) + [(child, False)]
+        else:
+            said = clade.name if clade.name is not None else getattr(clade, "confidence", None)
+            name = "" if said is None else str(said)
+            parts.append((")" if is_done else "") + "'" + name.replace("'", "''") + "'")
+            if clade.branch_length is not None:
+                parts.append(f":{float(clade.branch_length)!r}")
+    return "".join(parts)
 
 
 def _structure_from_biopython(structure):

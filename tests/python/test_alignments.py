@@ -78,12 +78,6 @@ class Reading(Case):
         self.assertGreater(scores[0], scores[1])
         self.assertEqual(scores[2], 0)
 
-    def test_the_tree_names_every_row(self):
-        tree = self.family().neighbor_tree()
-        self.assertTrue(tree.endswith(";"))
-        for name in ("one", "two", "three"):
-            self.assertIn(name, tree)
-
     def test_distances_need_positions(self):
         self.assertTrue(numpy.isnan(self.family().column_distances()).all())
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TreeFile.h"
 
+#include "LeafNames.h"
 #include "Newick.h"
 #include "Texts.h"
 
@@ -9,7 +10,7 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <unordered_map>
+#include <utility>
 
 namespace companion {
 
@@ -19,17 +20,6 @@ namespace {
 constexpr qint64 kMostBytes = qint64(256) << 20;
 // Of names in a message.
 constexpr std::size_t kMostNamed = 3;
-
-std::string plainName(std::string_view name)
-{
-    constexpr std::string_view kSigns = "()[]':;,";
-    std::string plain(name);
-    for (char &letter : plain)
-        if (static_cast<unsigned char>(letter) <= ' ' ||
-            kSigns.find(letter) != std::string_view::npos)
-            letter = '_';
-    return plain;
-}
 
 QString quoted(const std::string &name)
 {
@@ -41,112 +31,65 @@ QString quoted(const std::string &name)
 }
 
 // "“a”, “b” and 7 more"
-class SomeNames
+template <typename Entry, typename TextOf>
+QString someOf(const std::vector<Entry> &entries, const TextOf &textOf)
+{
+    QStringList texts;
+    for (std::size_t i = 0; i < std::min(entries.size(), kMostNamed); ++i)
+        texts << textOf(entries[i]);
+    const QString all = texts.join(QStringLiteral(", "));
+    return entries.size() <= kMostNamed
+               ? all
+               : tr("%1 and %L2 more").arg(all).arg(entries.size() - kMostNamed);
+}
+
+// What keeps a tree from being one of the rows; empty when nothing does.
+class LeafCauses
 {
 public:
-    template <typename Text> void add(Text text)
+    LeafCauses(std::string_view text, const std::vector<std::size_t> &places, const Tree &tree,
+               std::span<const std::string> names)
+        : m_Text(text), m_Places(places), m_Tree(tree), m_Names(names)
+    { }
+
+    [[nodiscard]] QString of(const LeafNames &match) const
     {
-        if (m_Count++ < kMostNamed)
-            m_Texts << text();
-    }
-    [[nodiscard]] std::size_t count() const noexcept { return m_Count; }
-    [[nodiscard]] QString text() const
-    {
-        const QString all = m_Texts.join(QStringLiteral(", "));
-        return m_Count <= kMostNamed ? all
-                                     : tr("%1 and %L2 more").arg(all).arg(m_Count - kMostNamed);
+        QStringList all;
+        const auto atPlace = [this](std::size_t leaf) { return atLine(leaf); };
+        if (!match.unknown.empty())
+            all << tr("leaves that are no row: %1").arg(someOf(match.unknown, atPlace));
+        if (!match.doubled.empty())
+            all << tr("leaves that are there already: %1").arg(someOf(match.doubled, atPlace));
+        if (!match.ambiguous.empty())
+            all << tr("names that several rows have: %1")
+                       .arg(someOf(match.ambiguous, [this](const LeafNames::Ambiguous &name) {
+                           return tr("%1 (%L2 rows)")
+                               .arg(quoted(m_Tree.nodes[name.leaf].name))
+                               .arg(name.rows);
+                       }));
+        if (!match.missing.empty())
+            all << tr("rows that are no leaf: %1")
+                       .arg(someOf(match.missing,
+                                   [this](std::size_t row) { return quoted(m_Names[row]); }));
+        return all.isEmpty() ? QString()
+                             : tr("The tree is not one of these rows. It has %1.")
+                                   .arg(all.join(QStringLiteral("; ")));
     }
 
 private:
-    QStringList m_Texts;
-    std::size_t m_Count = 0;
-};
-
-class LeafMatch
-{
-public:
-    LeafMatch(std::string_view text, const std::vector<std::size_t> &places,
-              std::span<const std::string> names)
-        : m_Text(text), m_Places(places), m_Names(names)
+    [[nodiscard]] QString atLine(std::size_t leaf) const
     {
-        for (std::size_t row = 0; row < names.size(); ++row) {
-            m_Exact[names[row]].push_back(row);
-            m_Plain[plainName(names[row])].push_back(row);
-        }
-    }
-
-    std::variant<NamedTree, QString> match(Tree tree)
-    {
-        const std::vector<std::size_t> leaves = leafOrder(tree);
-        std::vector<std::size_t> rows;
-        std::vector<std::size_t> leafOfRow(m_Names.size(), kNoNode);
-        for (const std::size_t leaf : leaves) {
-            const std::string &name = tree.nodes[leaf].name;
-            const std::vector<std::size_t> *const found = rowsOf(name);
-            if (found == nullptr) {
-                m_Unknown.add([&] { return atLine(name, leaf); });
-            } else if (found->size() > 1) {
-                m_Ambiguous.add(
-                    [&] { return tr("%1 (%L2 rows)").arg(quoted(name)).arg(found->size()); });
-            } else if (leafOfRow[found->front()] != kNoNode) {
-                m_Doubled.add([&] { return atLine(name, leaf); });
-            } else {
-                leafOfRow[found->front()] = leaf;
-                rows.push_back(found->front());
-            }
-        }
-        if (m_Ambiguous.count() == 0)
-            for (std::size_t row = 0; row < m_Names.size(); ++row)
-                if (leafOfRow[row] == kNoNode)
-                    m_Missing.add([&] { return quoted(m_Names[row]); });
-        const QString cause = causes();
-        if (!cause.isEmpty())
-            return cause;
-        return NamedTree{std::move(tree), std::move(rows)};
-    }
-
-private:
-    [[nodiscard]] const std::vector<std::size_t> *rowsOf(const std::string &name) const
-    {
-        if (const auto found = m_Exact.find(name); found != m_Exact.end())
-            return &found->second;
-        const auto found = m_Plain.find(plainName(name));
-        return found == m_Plain.end() ? nullptr : &found->second;
-    }
-
-    [[nodiscard]] QString atLine(const std::string &name, std::size_t leaf) const
-    {
+        const std::string &name = m_Tree.nodes[leaf].name;
         const std::string_view before = m_Text.substr(0, m_Places[leaf]);
         const auto line = 1 + std::ranges::count(before, '\n');
         return name.empty() ? tr("one without a name (line %1)").arg(line)
                             : tr("%1 (line %2)").arg(quoted(name)).arg(line);
     }
 
-    [[nodiscard]] QString causes() const
-    {
-        QStringList all;
-        if (m_Unknown.count() > 0)
-            all << tr("leaves that are no row: %1").arg(m_Unknown.text());
-        if (m_Doubled.count() > 0)
-            all << tr("leaves that are there already: %1").arg(m_Doubled.text());
-        if (m_Ambiguous.count() > 0)
-            all << tr("names that several rows have: %1").arg(m_Ambiguous.text());
-        if (m_Missing.count() > 0)
-            all << tr("rows that are no leaf: %1").arg(m_Missing.text());
-        return all.isEmpty() ? QString()
-                             : tr("The tree is not one of these rows. It has %1.")
-                                   .arg(all.join(QStringLiteral("; ")));
-    }
-
     std::string_view m_Text;
     const std::vector<std::size_t> &m_Places;
+    const Tree &m_Tree;
     std::span<const std::string> m_Names;
-    std::unordered_map<std::string, std::vector<std::size_t>> m_Exact;
-    std::unordered_map<std::string, std::vector<std::size_t>> m_Plain;
-    SomeNames m_Unknown;
-    SomeNames m_Doubled;
-    SomeNames m_Ambiguous;
-    SomeNames m_Missing;
 };
 
 } // namespace
@@ -158,7 +101,12 @@ std::variant<NamedTree, QString> readNamedTree(std::string_view newick,
     std::variant<Tree, NewickError> read = readNewick(newick, &places);
     if (const auto *const error = std::get_if<NewickError>(&read))
         return QString::fromStdString(error->text());
-    return LeafMatch(newick, places, names).match(std::move(std::get<Tree>(read)));
+    Tree &tree = std::get<Tree>(read);
+    LeafNames match = findLeafRows(tree, names);
+    const QString cause = LeafCauses(newick, places, tree, names).of(match);
+    if (!cause.isEmpty())
+        return cause;
+    return NamedTree{std::move(tree), std::move(match.rows)};
 }
 
 std::variant<NamedTree, QString> readTreeFile(const QString &file,
