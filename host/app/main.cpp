@@ -278,9 +278,10 @@ int runWindows(const CommandLine &line, int argc, char **argv)
     std::optional<FontSettings> fonts(std::in_place);
     const TAMBO::app::Application application(argc, argv);
     qInstallMessageHandler(standard);
+    introduce();
+    // Not before there is a log.
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));
-    introduce();
     TAMBO::app::ModellingTools(QCoreApplication::applicationDirPath()).offer();
     if (line.mode == CommandLine::Mode::Workbench)
         return runWorkbench(line, fonts);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The lines that have come to the log since this was made.
+// The lines for users that have come to the log since this was made.
 #pragma once
 
 #include "LogBook.h"
@@ -15,7 +15,7 @@ public:
     {
         QStringList texts;
         for (const auto &entry : TAMBO::services::LogBook::instance().entries())
-            if (entry.number > m_Before)
+            if (entry.number > m_Before && !entry.isForDevelopers)
                 texts.append(entry.text);
         return texts;
     }

@@ -11,15 +11,35 @@
 #include <QDateTime>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QLineEdit>
-#include <QListView>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QTreeView>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace TAMBO::app {
+
+namespace {
+
+QString logTimeOf(const QModelIndex &entry)
+{
+    return entry.data(LogModel::TimeRole).toDateTime().toString(QStringLiteral("HH:mm:ss"));
+}
+
+// The lines that stand for the entry: itself, or those of a fold that are let through.
+QModelIndexList logLinesOf(const QModelIndex &entry)
+{
+    const int count = entry.model()->rowCount(entry);
+    if (count == 0)
+        return {entry};
+    QModelIndexList lines;
+    for (int line = 0; line < count; ++line)
+        lines << entry.model()->index(line, 0, entry);
+    return lines;
+}
+
+} // namespace
 
 LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
 {
@@ -28,14 +48,17 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
 
     m_Severity = new QComboBox;
     m_Severity->setObjectName(QStringLiteral("LogSeverity"));
-    m_Severity->addItems({tr("All messages"), tr("Warnings and errors"), tr("Errors")});
-    connect(m_Severity, &QComboBox::currentIndexChanged, this,
-            [this](int index) { m_Filter->setLowestSeverity(Logger::Severity(index)); });
+    m_Severity->addItems({tr("All messages"), tr("Warnings and errors"), tr("Errors"),
+                          tr("All, and checks for developers")});
+    connect(m_Severity, &QComboBox::currentIndexChanged, this, &LogPanel::filterBySeverity);
 
     m_Text = new QLineEdit;
     m_Text->setObjectName(QStringLiteral("LogText"));
     m_Text->setPlaceholderText(tr("Filter"));
-    connect(m_Text, &QLineEdit::textChanged, m_Filter, &LogFilter::setText);
+    connect(m_Text, &QLineEdit::textChanged, this, [this](const QString &text) {
+        m_Filter->setText(text);
+        followFilter();
+    });
     // The button is not seen before, and its icon has to be searched for.
     connect(m_Text, &QLineEdit::textChanged, this, [this] { m_Text->setClearButtonEnabled(true); });
 
@@ -44,20 +67,29 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
     clear->setToolTip(tr("Empty the list; the log file keeps everything"));
     connect(clear, &QToolButton::clicked, this, [&model] { model.clear(); });
 
-    m_List = new QListView;
+    m_List = new QTreeView;
     m_List->setObjectName(QStringLiteral("LogList"));
     m_List->setModel(m_Filter);
-    m_List->setUniformItemSizes(true);
+    m_List->setHeaderHidden(true);
+    m_List->setUniformRowHeights(true);
+    // A double click opens what has no lines below it, and unfolds what has.
+    m_List->setExpandsOnDoubleClick(false);
     m_List->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_List->setTextElideMode(Qt::ElideRight);
     m_List->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     const int icon = m_List->fontMetrics().height();
     m_List->setIconSize(QSize(icon, icon));
+    m_List->setIndentation(icon);
 
     auto *open = new QAction(tr("Open"), m_List);
     connect(open, &QAction::triggered, this, [this] { openEntry(m_List->currentIndex()); });
     m_List->addAction(open);
-    connect(m_List, &QListView::activated, this, &LogPanel::openEntry);
+    connect(m_List, &QTreeView::activated, this, [this](const QModelIndex &entry) {
+        if (m_Filter->hasChildren(entry))
+            m_List->setExpanded(entry, !m_List->isExpanded(entry));
+        else
+            openEntry(entry);
+    });
 
     auto *copy = new QAction(tr("Copy"), m_List);
     copy->setShortcut(QKeySequence::Copy);
@@ -73,7 +105,11 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
     connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
         if (m_FollowsEnd)
             bar->setValue(maximum);
+        else
+            m_FollowsEnd = bar->value() == maximum;
     });
+    // Who unfolds lines begins to read with the first one.
+    connect(m_List, &QTreeView::expanded, this, [this] { m_FollowsEnd = false; });
 
     auto *controls = new QHBoxLayout;
     controls->addWidget(m_Severity);
@@ -88,13 +124,30 @@ LogPanel::LogPanel(LogModel &model, QWidget *parent) : QWidget(parent)
 
 LogPanel::~LogPanel() = default;
 
+void LogPanel::filterBySeverity(int choice)
+{
+    const int checks = m_Severity->count() - 1;
+    m_Filter->setLowestSeverity(
+        choice == checks ? Logger::Severity::Info : Logger::Severity(choice), choice == checks);
+    followFilter();
+}
+
+void LogPanel::followFilter()
+{
+    if (m_Filter->isNarrow())
+        m_List->expandAll();
+    else
+        m_List->collapseAll();
+}
+
 void LogPanel::openEntry(const QModelIndex &entry)
 {
     if (!entry.isValid())
         return;
-    const QDateTime time = entry.data(LogModel::TimeRole).toDateTime();
-    auto *dialog = new LogEntryDialog(tr("Log, %1").arg(time.toString(QStringLiteral("HH:mm:ss"))),
-                                      entry.data(LogModel::TextRole).toString(), this);
+    QStringList lines;
+    for (const QModelIndex &line : logLinesOf(entry))
+        lines << line.data(LogModel::TextRole).toString();
+    auto *dialog = new LogEntryDialog(tr("Log, %1").arg(logTimeOf(entry)), lines.join(u'\n'), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // Beside the others, for comparing.
     dialog->show();
@@ -102,12 +155,16 @@ void LogPanel::openEntry(const QModelIndex &entry)
 
 void LogPanel::copySelected() const
 {
-    QModelIndexList rows = m_List->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
+    QItemSelectionModel &selection = *m_List->selectionModel();
     QStringList lines;
-    for (const QModelIndex &row : rows)
-        lines << row.data(LogModel::TimeRole).toDateTime().toString(QStringLiteral("HH:mm:ss  ")) +
-                     row.data(LogModel::TextRole).toString();
+    for (int row = 0; row < m_Filter->rowCount(); ++row) {
+        const QModelIndex entry = m_Filter->index(row, 0);
+        const bool isChosen = selection.isSelected(entry);
+        for (const QModelIndex &line : logLinesOf(entry))
+            if (isChosen || selection.isSelected(line))
+                lines << logTimeOf(line) + QStringLiteral("  ") +
+                             line.data(LogModel::TextRole).toString();
+    }
     QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 

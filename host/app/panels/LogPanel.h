@@ -7,7 +7,7 @@
 
 class QComboBox;
 class QLineEdit;
-class QListView;
+class QTreeView;
 
 namespace TAMBO::app {
 
@@ -24,14 +24,17 @@ public:
     ~LogPanel() override;
 
 private:
-    // In full, in a window of its own.
+    // In full, in a window of its own; of a fold all lines.
     void openEntry(const QModelIndex &entry);
     void copySelected() const;
+    void filterBySeverity(int choice);
+    // While something is looked for, what is found in folds is in sight.
+    void followFilter();
 
     LogFilter *m_Filter = nullptr;
     QComboBox *m_Severity = nullptr;
     QLineEdit *m_Text = nullptr;
-    QListView *m_List = nullptr;
+    QTreeView *m_List = nullptr;
     bool m_FollowsEnd = true;
 };
 

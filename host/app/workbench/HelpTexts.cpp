@@ -28,9 +28,11 @@ namespace {
 constexpr QSize kNewsSize(760, 620);
 constexpr std::size_t kReportLines = 200;
 
-QString severityText(Logger::Severity severity)
+QString lineKindText(const services::LogEntry &entry)
 {
-    switch (severity) {
+    if (entry.isForDevelopers)
+        return QStringLiteral("check");
+    switch (entry.severity) {
     case Logger::Severity::Info:
         return QStringLiteral("info");
     case Logger::Severity::Warning:
@@ -78,9 +80,9 @@ QString reportText(const Plugins &plugins)
                 .arg(entries.size())
                 .arg(services::LogBook::instance().path());
     for (auto entry = entries.end() - std::ptrdiff_t(told); entry != entries.end(); ++entry)
-        text += QStringLiteral("%1 %2: %3\n")
-                    .arg(entry->time.toString(Qt::ISODateWithMs), severityText(entry->severity),
-                         entry->text);
+        text +=
+            QStringLiteral("%1 %2: %3\n")
+                .arg(entry->time.toString(Qt::ISODateWithMs), lineKindText(*entry), entry->text);
     return text;
 }
 

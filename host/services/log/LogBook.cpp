@@ -5,6 +5,10 @@
 #include "Hooks.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <QRegularExpression>
+#include <QThread>
 
 #include <algorithm>
 #include <utility>
@@ -15,9 +19,12 @@ namespace {
 
 QtMessageHandler s_NextHandler = nullptr;
 
-const char *severityName(Logger::Severity severity)
+// In the file.
+const char *kindName(const LogEntry &entry)
 {
-    switch (severity) {
+    if (entry.isForDevelopers)
+        return "check";
+    switch (entry.severity) {
     case Logger::Severity::Info:
         return "info";
     case Logger::Severity::Warning:
@@ -41,16 +48,41 @@ Logger::Severity fromModel(LogSeverity severity)
     return Logger::Severity::Error;
 }
 
+Logger::Severity fromToolkit(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+    case QtInfoMsg:
+        return Logger::Severity::Info;
+    case QtWarningMsg:
+        return Logger::Severity::Warning;
+    case QtCriticalMsg:
+    case QtFatalMsg:
+        break;
+    }
+    return Logger::Severity::Error;
+}
+
+// The checks of the kit, and what the toolkit says of its own classes or in its own categories.
+bool isForDevelopers(QtMsgType type, const char *category, const QString &text)
+{
+    static const QRegularExpression kOfChecks(
+        QStringLiteral("^(ASSERT: \"|In file .*, line \\d+: Out of memory$|Q[A-Z]\\w*(::|: ))"));
+    return type == QtDebugMsg || QByteArrayView(category).startsWith("qt.") ||
+           kOfChecks.match(text).hasMatch();
+}
+
 void routeToolkitMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     // A slot of the log dock may itself make the toolkit complain.
     thread_local bool isWriting = false;
-    if (!isWriting && type != QtDebugMsg) {
+    if (!isWriting) {
         isWriting = true;
-        const bool isError = type == QtCriticalMsg || type == QtFatalMsg;
-        LogBook::instance().write(text, type == QtInfoMsg ? Logger::Severity::Info
-                                        : isError         ? Logger::Severity::Error
-                                                          : Logger::Severity::Warning);
+        LogBook &book = LogBook::instance();
+        if (isForDevelopers(type, context.category, text))
+            book.writeForDevelopers(text, fromToolkit(type));
+        else
+            book.write(text, fromToolkit(type));
         isWriting = false;
     }
     if (s_NextHandler != nullptr)
@@ -92,13 +124,23 @@ QString LogBook::trimmed(const QString &text)
 
 void LogBook::write(const QString &text, Logger::Severity severity)
 {
+    write(text, severity, false);
+}
+
+void LogBook::writeForDevelopers(const QString &text, Logger::Severity severity)
+{
+    write(text, severity, true);
+}
+
+void LogBook::write(const QString &text, Logger::Severity severity, bool isForDevelopers)
+{
     const QString line = trimmed(text);
     if (line.isEmpty())
         return;
     std::vector<LogEntry> added;
     {
         const std::lock_guard lock(m_Mutex);
-        addTo(added, line, severity);
+        addTo(added, {0, {}, severity, line, commandNow(), isForDevelopers});
     }
     for (const LogEntry &entry : added)
         emit written(entry);
@@ -113,8 +155,9 @@ void LogBook::write(std::size_t count, const Logger::LineAt &lineAt)
     {
         const std::lock_guard lock(m_Mutex);
         m_Count += skipped;
+        const quint64 command = commandNow();
         for (const Logger::Line &line : lines)
-            addTo(added, line.text, line.severity);
+            addTo(added, {0, {}, line.severity, line.text, command, false});
     }
     const std::size_t kept = std::min(added.size(), m_Largest);
     for (auto entry = added.end() - std::ptrdiff_t(kept); entry != added.end(); ++entry)
@@ -139,18 +182,37 @@ std::vector<Logger::Line> LogBook::keptOf(std::size_t count, const Logger::LineA
     return lines;
 }
 
-void LogBook::addTo(std::vector<LogEntry> &added, const QString &text, Logger::Severity severity)
+// While a command runs in the GUI thread nobody looks at events.
+quint64 LogBook::commandNow()
 {
-    added.push_back(add(text, severity));
+    if (QThread::currentThread() != thread() || QCoreApplication::instance() == nullptr)
+        return ++m_Command;
+    if (!m_OpenCommand) {
+        m_OpenCommand = ++m_Command;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                const std::lock_guard lock(m_Mutex);
+                m_OpenCommand.reset();
+            },
+            Qt::QueuedConnection);
+    }
+    return *m_OpenCommand;
+}
+
+void LogBook::addTo(std::vector<LogEntry> &added, LogEntry entry)
+{
+    added.push_back(add(std::move(entry)));
     if (!m_File || writeToFile(added.back()))
         return;
     const QString complaint = QStringLiteral("The log file cannot be written: %1: %2")
                                   .arg(m_File->path(), m_File->error());
     m_File.reset();
-    added.push_back(add(complaint, Logger::Severity::Warning));
+    added.push_back(
+        add({0, {}, Logger::Severity::Warning, complaint, added.back().command, false}));
 }
 
-LogEntry LogBook::add(const QString &text, Logger::Severity severity)
+LogEntry LogBook::add(LogEntry entry)
 {
     // A search of many rows writes hundreds of lines a millisecond.
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
@@ -159,7 +221,8 @@ LogEntry LogBook::add(const QString &text, Logger::Severity severity)
         m_Time = QDateTime::fromMSecsSinceEpoch(now);
         m_TimeText = m_Time.toString(Qt::ISODateWithMs).toUtf8();
     }
-    LogEntry entry{++m_Count, m_Time, severity, text};
+    entry.number = ++m_Count;
+    entry.time = m_Time;
     m_Entries.push_back(entry);
     if (m_Entries.size() > m_Largest)
         m_Entries.pop_front();
@@ -170,7 +233,7 @@ bool LogBook::writeToFile(const LogEntry &entry)
 {
     QByteArray line = m_TimeText;
     line += ' ';
-    line += severityName(entry.severity);
+    line += kindName(entry);
     line += ' ';
     // The further lines of a text are set in, so that every entry starts with its time.
     if (entry.text.contains(u'\n'))

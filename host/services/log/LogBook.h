@@ -16,6 +16,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace TAMBO::services {
@@ -27,6 +28,11 @@ struct LogEntry
     QDateTime time;
     Logger::Severity severity = Logger::Severity::Info;
     QString text;
+    // Lines of one command have one, also counted from 1: what the GUI thread writes without a look
+    // at events, and what any thread writes at once.
+    quint64 command = 0;
+    // A failed check, or what the toolkit says of itself: of no use but for who mends the program.
+    bool isForDevelopers = false;
 };
 
 class LogBook : public QObject
@@ -52,6 +58,7 @@ public:
     [[nodiscard]] static QString leftOut(qsizetype length);
     // A text without any character but blanks is not worth an entry.
     void write(const QString &text, Logger::Severity severity);
+    void writeForDevelopers(const QString &text, Logger::Severity severity);
     // So many, in their order. Of those that would be gone again behind the last one nobody hears,
     // but they are counted.
     void write(std::size_t count, const Logger::LineAt &lineAt);
@@ -60,7 +67,7 @@ public:
     void clear();
     [[nodiscard]] QString path() const;
 
-    // Sends the toolkit's warnings, and what the model has to say, here. What showed messages
+    // Sends all messages of the toolkit, and what the model has to say, here. What showed messages
     // before goes on showing them.
     static void routeMessages();
 
@@ -75,9 +82,12 @@ private:
     // before them.
     [[nodiscard]] std::vector<Logger::Line> keptOf(std::size_t count, const Logger::LineAt &lineAt,
                                                    std::size_t &skipped) const;
-    LogEntry add(const QString &text, Logger::Severity severity);
+    void write(const QString &text, Logger::Severity severity, bool isForDevelopers);
+    // Of the line that is being written.
+    quint64 commandNow();
+    LogEntry add(LogEntry entry);
     // With the file's complaint behind it, if there is one.
-    void addTo(std::vector<LogEntry> &added, const QString &text, Logger::Severity severity);
+    void addTo(std::vector<LogEntry> &added, LogEntry entry);
     bool writeToFile(const LogEntry &entry);
 
     mutable std::mutex m_Mutex;
@@ -85,6 +95,9 @@ private:
     std::size_t m_Largest;
     qint64 m_FileSize;
     quint64 m_Count = 0;
+    quint64 m_Command = 0;
+    // Of the thread that the book lives in, until it looks at events.
+    std::optional<quint64> m_OpenCommand;
     // Of the last entry.
     qint64 m_Now = 0;
     QDateTime m_Time;

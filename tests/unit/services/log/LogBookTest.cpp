@@ -4,10 +4,13 @@
 #include "support/ExpectMessage.h"
 #include "support/LogLines.h"
 
+#include "Check.h"
 #include "Hooks.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -224,10 +227,62 @@ TEST(LogBook, MessagesOfTheModelAndWarningsOfTheToolkitCanBeRoutedHere)
         const ExpectMessage still(QtWarningMsg, "from the toolkit");
         qWarning("from the toolkit");
     }
-    qDebug("not worth a line");
     EXPECT_EQ(log.texts(), QStringList({"from the model", "from the toolkit"}));
     installTestMessageHandler();
     TAMBO::modelHooks().log = hookBefore;
+}
+
+// What is on the terminal is in the log, too.
+TEST(LogBook, ChecksAndTalkOfTheToolkitAreThereForDevelopers)
+{
+    const auto hookBefore = TAMBO::modelHooks().log;
+    LogBook::routeMessages();
+    const quint64 before = LogBook::instance().entries().back().number;
+    const LogLines log;
+    {
+        const MessageRecorder still;
+        qDebug("Got Alignment 5 by 3");
+        TAMBO::checkCondition(false, "0 < Count", "KALMO2", 993);
+        TAMBO::checkPointer(nullptr, "AcidColor", 12);
+        qWarning("QFont::setPixelSize: Pixel size <= 0 (0)");
+        qCWarning(QLoggingCategory("qt.qpa.screen"), "no screen");
+        qWarning("Quite another thing");
+    }
+    EXPECT_EQ(log.texts(), QStringList{"Quite another thing"});
+    QStringList forDevelopers;
+    for (const LogEntry &entry : LogBook::instance().entries())
+        if (entry.number > before && entry.isForDevelopers)
+            forDevelopers << entry.text;
+    EXPECT_EQ(forDevelopers,
+              QStringList({"Got Alignment 5 by 3", "ASSERT: \"0 < Count\" in KALMO2 (993)",
+                           "In file AcidColor, line 12: Out of memory",
+                           "QFont::setPixelSize: Pixel size <= 0 (0)", "no screen"}));
+    installTestMessageHandler();
+    TAMBO::modelHooks().log = hookBefore;
+}
+
+TEST(LogBook, TheFileSaysWhatIsForDevelopers)
+{
+    const QTemporaryDir directory;
+    LogBook book(directory.filePath("tambo.log"));
+    book.writeForDevelopers("0 < Count", Severity::Warning);
+    ASSERT_EQ(linesOf(book.path()).size(), 1);
+    EXPECT_TRUE(linesOf(book.path()).front().endsWith(" check 0 < Count"));
+}
+
+TEST(LogBook, LinesOfOneCommandAreThoseBetweenTwoLooksAtEvents)
+{
+    LogBook book{QString()};
+    book.write("one", Severity::Info);
+    book.write(2, [](std::size_t) { return Logger::Line{"of several", Severity::Info}; });
+    QCoreApplication::processEvents();
+    book.write("another", Severity::Info);
+    std::thread([&book] { book.write("beside it", Severity::Info); }).join();
+    book.write("the other again", Severity::Info);
+    std::vector<quint64> commands;
+    for (const LogEntry &entry : book.entries())
+        commands.push_back(entry.command);
+    EXPECT_EQ(commands, (std::vector<quint64>{1, 1, 1, 2, 3, 2}));
 }
 
 TEST(LogBook, OfATextThatIsTooLongBeginningAndEndAreKept)
