@@ -4,6 +4,7 @@
 #include "ChangeScope.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "ConsolePanel.h"
 #include "Directories.h"
 #include "FamilyDesk.h"
 #include "FirstPlaces.h"
@@ -28,6 +29,8 @@
 #include "PrintNotice.h"
 #include "PrintoutDesk.h"
 #include "RecentFiles.h"
+#include "ScriptDesk.h"
+#include "ScriptMenu.h"
 #include "Space.h"
 #include "StartPage.h"
 #include "UndoActions.h"
@@ -159,9 +162,31 @@ void MainWindow::makeDocks()
     m_LogDock = addDock(tr("Log"), "LogDock", new LogPanel(m_Parts.log));
     m_HistoryDock = addDock(tr("History"), "HistoryDock", new HistoryPanel(m_Parts.undo));
     tabifyDockWidget(m_LogDock, m_HistoryDock);
+    makeConsole();
     m_LogDock->raise();
     setTabPosition(Qt::BottomDockWidgetArea, QTabWidget::North);
     resizeDocks({m_LogDock}, {260}, Qt::Vertical);
+}
+
+// Not to be seen before somebody wants it.
+void MainWindow::makeConsole()
+{
+    auto *panel = new ConsolePanel(m_Parts.scripts);
+    m_ConsoleDock = addDock(tr("Console"), "ConsoleDock", panel);
+    tabifyDockWidget(m_HistoryDock, m_ConsoleDock);
+    m_ConsoleDock->hide();
+    const auto raise = [this, panel] {
+        m_ConsoleDock->show();
+        m_ConsoleDock->raise();
+        panel->focusInput();
+    };
+    m_ConsoleDock->toggleViewAction()->setText(tr("&Console"));
+    connect(m_ConsoleDock->toggleViewAction(), &QAction::triggered, this, [raise](bool isShown) {
+        if (isShown)
+            raise();
+    });
+    connect(&m_Parts.scripts, &ScriptDesk::consoleAsked, this, raise);
+    connect(panel, &ConsolePanel::said, this, &MainWindow::say);
 }
 
 void MainWindow::makeFileMenu()
@@ -226,6 +251,7 @@ void MainWindow::makeViewMenu()
     QMenu *menu = menuBar()->addMenu(tr("&View"));
     menu->addAction(m_LogDock->toggleViewAction());
     menu->addAction(m_HistoryDock->toggleViewAction());
+    menu->addAction(m_ConsoleDock->toggleViewAction());
 }
 
 void MainWindow::makeToolsMenu()
@@ -253,6 +279,8 @@ void MainWindow::makeToolsMenu()
     });
     menu->addAction(tr("&Results of a Family…"), this, &MainWindow::modelResultsAsked)
         ->setToolTip(tr("What has come of the models in a folder"));
+    menu->addSeparator();
+    new ScriptMenu(m_Parts.scripts, *menu);
     menu->setToolTipsVisible(true);
 }
 

@@ -33,6 +33,7 @@ class ObjectTree;
 class ObjectTreeModel;
 class Plugins;
 class RecentFiles;
+class ScriptDesk;
 class StartPage;
 class UndoCommands;
 
@@ -50,6 +51,7 @@ public:
         UndoCommands &undo;
         RecentFiles &recentFiles;
         LogModel &log;
+        ScriptDesk &scripts;
     };
 
     explicit MainWindow(const Parts &parts);
@@ -106,6 +108,7 @@ private:
 
     void makeTree();
     void makeDocks();
+    void makeConsole();
     void makeFileMenu();
     void makeEditMenu();
     void makeViewMenu();
@@ -150,6 +153,7 @@ private:
     std::vector<QAction *> m_Tools;
     QDockWidget *m_LogDock = nullptr;
     QDockWidget *m_HistoryDock = nullptr;
+    QDockWidget *m_ConsoleDock = nullptr;
     QLabel *m_Count = nullptr;
     QLabel *m_Warning = nullptr;
     bool m_IsPlaced = false;

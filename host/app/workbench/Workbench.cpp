@@ -30,6 +30,7 @@
 #include "RealignCommand.h"
 #include "RecentFiles.h"
 #include "Routes.h"
+#include "ScriptDesk.h"
 #include "SessionCommands.h"
 #include "Space.h"
 #include "Structure.h"
@@ -121,6 +122,7 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     if (!m_Plugins.alignmentViewers().empty())
         m_Commands.setEditor([this](Alignment &alignment) { openInEditor(&alignment); });
     makeRoutes();
+    makeScripts();
     connect(&services::JobList::instance(), &services::JobList::failed, this,
             &Workbench::tellFailure);
     installHooks();
@@ -158,8 +160,8 @@ QWidget *Workbench::shownWindow() const
 
 void Workbench::makeWindow()
 {
-    m_Window = std::make_unique<MainWindow>(
-        MainWindow::Parts{m_Loader, m_Plugins, m_Commands, *m_Undo, *m_RecentFiles, *m_LogModel});
+    m_Window = std::make_unique<MainWindow>(MainWindow::Parts{
+        m_Loader, m_Plugins, m_Commands, *m_Undo, *m_RecentFiles, *m_LogModel, *m_Scripts});
     m_FirstPlaces->setWorkbench(*m_Window);
     m_FailureBoxes = std::make_unique<services::FailureBoxes>(*m_Window);
     m_Commands.setDialogParent(m_Window.get());
@@ -258,6 +260,17 @@ void Workbench::makeRoutes()
         noteWritten(alignment, {file, WriteOptions()}, losses, state);
     };
     m_Routes = std::make_unique<Routes>(m_Loader, std::move(actions));
+}
+
+void Workbench::makeScripts()
+{
+    ScriptDesk::Actions actions;
+    actions.say = [this](const QString &text) { say(text); };
+    actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
+        tellFailure(headline, causes);
+    };
+    m_Scripts = std::make_unique<ScriptDesk>(m_History, services::ConfigStore::instance(),
+                                             std::move(actions));
 }
 
 void Workbench::installHooks()
@@ -402,6 +415,10 @@ bool Workbench::mayQuit()
     m_WaitsForJobs = false;
     if (m_IsEnding || m_Attendance == Attendance::Nobody)
         return true;
+    if (m_Scripts->isRunning()) {
+        say(tr("A script is running. Tambo can be closed when it has ended; Escape stops it."));
+        return false;
+    }
     // What they write may be what would be asked for.
     if (m_Exports.isAwaited() || !m_Exports.waitForAll(&window()))
         return false;
@@ -441,6 +458,11 @@ void Workbench::quit()
 void Workbench::endOnRequest()
 {
     if (isWriteAwaited() || (m_Progress != nullptr && m_Progress->isShown())) {
+        QTimer::singleShot(kPause, this, &Workbench::endOnRequest);
+        return;
+    }
+    if (m_Scripts->isRunning()) {
+        m_Scripts->stopForGood();
         QTimer::singleShot(kPause, this, &Workbench::endOnRequest);
         return;
     }

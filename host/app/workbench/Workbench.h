@@ -49,6 +49,7 @@ class OpenWindows;
 class RecentFiles;
 class PluginParts;
 class Routes;
+class ScriptDesk;
 class SessionCommands;
 class UndoCommands;
 
@@ -77,6 +78,7 @@ public:
     [[nodiscard]] sessions::KeptValues &values() noexcept { return m_Values; }
     [[nodiscard]] const SessionDocument &session() const noexcept { return m_Document; }
     [[nodiscard]] RecentFiles &recentFiles() noexcept { return *m_RecentFiles; }
+    [[nodiscard]] ScriptDesk &scripts() noexcept { return *m_Scripts; }
     [[nodiscard]] LogModel &logModel() noexcept { return *m_LogModel; }
     // Made when somebody asks for it: an editor that comes first does not wait for it.
     [[nodiscard]] MainWindow &window();
@@ -175,6 +177,7 @@ private:
     [[nodiscard]] services::FailureBoxes &boxes();
     [[nodiscard]] QWidget *windowInUse();
     void makeRoutes();
+    void makeScripts();
     void installHooks();
     void askToRecover();
     void recoverWork(const LeftSession &session);
@@ -220,6 +223,7 @@ private:
     std::unique_ptr<LogModel> m_LogModel;
     std::unique_ptr<RecentFiles> m_RecentFiles;
     std::unique_ptr<Routes> m_Routes;
+    std::unique_ptr<ScriptDesk> m_Scripts;
     std::unique_ptr<MainWindow> m_Window;
     // What it is to be told when it is made.
     std::vector<std::function<void(MainWindow &)>> m_ForWindow;

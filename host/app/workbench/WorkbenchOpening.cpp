@@ -11,6 +11,7 @@
 #include "MainWindow.h"
 #include "OpenDialog.h"
 #include "RecentFiles.h"
+#include "ScriptDesk.h"
 #include "SessionCommands.h"
 #include "SessionFile.h"
 #include "Structure.h"
@@ -191,6 +192,13 @@ void Workbench::openHandedOver(const QStringList &files)
     window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
     window().raise();
     window().activateWindow();
+    // It waits for no answer to a question.
+    if (m_Scripts->isRunning()) {
+        connect(
+            m_Scripts.get(), &ScriptDesk::ended, this, [this, files] { openHandedOver(files); },
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        return;
+    }
     const std::vector<fs::path> asked = toPaths(files);
     // Sessions bring their windows along. Other commands may be under way.
     if (std::ranges::none_of(asked, sessions::isSessionFile)) {
