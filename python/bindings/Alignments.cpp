@@ -3,11 +3,10 @@
 #include "AlignmentNumbers.h"
 #include "AlignmentTable.h"
 #include "Changes.h"
-#include "DataMaker.h"
 #include "Declarations.h"
 #include "NamedObjects.h"
-#include "ObjectFactory.h"
 #include "Places.h"
+#include "RowTexts.h"
 #include "Rows.h"
 #include "Space.h"
 #include "Trees.h"
@@ -109,6 +108,21 @@ py::dict columnLines(const AlignmentReference &self)
             py::bytes(AlignmentDetails::columnText(alignment, i, 0, alignment.width()))
                 .attr("decode")("utf-8", "replace");
     return lines;
+}
+
+std::vector<std::pair<std::string, std::string>> pairsOf(const std::vector<Annotation> &annotations)
+{
+    std::vector<std::pair<std::string, std::string>> pairs;
+    pairs.reserve(annotations.size());
+    for (const Annotation &said : annotations)
+        pairs.emplace_back(said.tag, said.text);
+    return pairs;
+}
+
+std::vector<std::pair<std::string, std::string>> remarks(const AlignmentReference &self)
+{
+    const AlignmentAnnotation *const annotation = (*self).table().annotation();
+    return pairsOf(annotation == nullptr ? std::vector<Annotation>() : annotation->remarks());
 }
 
 // ---- Gaps
@@ -221,16 +235,6 @@ void reorder(const AlignmentReference &self, const py::object &order)
     changed(alignment, [&](Alignment &changing) { changing.reorderRows(places); });
 }
 
-void addRows(const AlignmentReference &self, const std::vector<ChainReference> &chains)
-{
-    Alignment &alignment = *self;
-    std::vector<Compound *> sequences;
-    sequences.reserve(chains.size());
-    for (const ChainReference &chain : chains)
-        sequences.push_back(&(*chain));
-    changed(alignment, [&](Alignment &changing) { changing.addRows(sequences); });
-}
-
 void combine(const AlignmentReference &self, const AlignmentReference &other)
 {
     const Alignment &added = *other;
@@ -251,37 +255,6 @@ AlignmentReference part(const AlignmentReference &self, const py::object &rows,
     if (made == nullptr)
         throw RefusedError("no alignment was made");
     return AlignmentReference(const_cast<Alignment &>(*made));
-}
-
-AlignmentReference newAlignment(const std::string &name,
-                                const std::vector<std::pair<std::string, std::string>> &rows)
-{
-    AlignmentRecord record;
-    record.name = name;
-    for (const auto &[rowName, text] : rows) {
-        if (text.size() != rows.front().second.size())
-            throw py::value_error("row " + rowName + " has " + std::to_string(text.size()) +
-                                  " columns, and the first one " +
-                                  std::to_string(rows.front().second.size()));
-        for (const char cell : text) {
-            const bool isLetter =
-                (cell >= 'A' && cell <= 'Z') || (cell >= 'a' && cell <= 'z') || cell == '*';
-            if (!isLetter && cell != '-' && cell != '.' && cell != '~')
-                throw py::value_error("row " + rowName +
-                                      " has a character that is neither a letter nor a gap: " +
-                                      std::string(py::repr(py::str(std::string(1, cell)))));
-        }
-        RowRecord &row = record.rows.emplace_back();
-        row.name = rowName;
-        row.sequence.append(text);
-    }
-    Alignment *made = nullptr;
-    changed(
-        *Space::instance(), [&](Space &) { made = ObjectFactory::adopt(std::move(record)); },
-        Publisher::Add);
-    if (made == nullptr)
-        throw RefusedError("no alignment was made");
-    return AlignmentReference(*made);
 }
 
 std::vector<AlignmentReference> alignments()
@@ -319,8 +292,12 @@ void declareEdits(py::class_<AlignmentReference> &type)
              "The row that stands at order[i] comes to stand at i; order names each row once. Or "
              "the rows come to stand as the leaves of a Tree do, from top to bottom; a ValueError "
              "when these are not its leaves.")
-        .def("add_rows", &addRows, py::arg("chains"),
-             "A row without gaps for each, from column 0 on.")
+        .def("add_rows", &addRows, py::arg("chains") = py::none(), py::arg("texts") = py::none(),
+             "Rows behind the others. Of chains alone: a row without gaps for each, from column 0 "
+             "on. Of texts alone, pairs of a name and letters with '-' for gaps: a row of a new "
+             "sequence for each. Of both, where texts are letters with gaps: of each chain as its "
+             "text says. The alignment gets as wide as the longest one. A ValueError, and nothing "
+             "is changed, when a text has other letters than its chain, or what is no letter.")
         .def("combine", &combine, py::arg("other"),
              "Adds the rows that the other alignment has more, matched along the first common "
              "sequence.")
@@ -337,7 +314,13 @@ void declareAlignments(py::module_ &module)
     py::class_<AlignmentReference> type(
         module, "Alignment", "Rows of sequences with gaps; rows and columns count from 0.");
     declareObject(type, &shownAlignment);
-    type.def("__len__", &rowCount)
+    type.def("__len__", &rowCount, "How many rows it has.")
+        .def(
+            "__iter__",
+            [](const py::object &self) {
+                return py::reinterpret_steal<py::object>(PySeqIter_New(self.ptr()));
+            },
+            "Its rows, in their order.")
         .def("__getitem__", &item, py::arg("row"),
              "A row by its place or its name, or the rows of a slice.")
         .def("__contains__", &holds, py::arg("row"))
@@ -352,7 +335,12 @@ void declareAlignments(py::module_ &module)
         .def_property_readonly("names", &names, "The names of the rows.")
         .def_property_readonly(
             "annotations", &columnLines,
-            "What its file says of the columns: a dictionary of texts by their tags.")
+            "What its file says of the columns ('#=GC' of Stockholm): a dictionary of texts by "
+            "their tags, a character for each column, '.' where nothing is said.")
+        .def_property_readonly(
+            "remarks", &remarks,
+            "What its file says of all of it ('#=GF' of Stockholm): pairs of a tag and a text, in "
+            "order; a tag may come again.")
         .def("letters", &letters, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("gap") = "-",
              "An array of rows x columns of uint8: the codes of the letters, and of gap.")

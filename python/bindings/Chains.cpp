@@ -6,6 +6,7 @@
 #include "Peptide.h"
 #include "Places.h"
 #include "ResidueTies.h"
+#include "Residues.h"
 #include "Space.h"
 #include "StructureDetails.h"
 
@@ -205,7 +206,23 @@ void declareChains(py::module_ &module)
         module, "Chain",
         "A chain of a structure, or a sequence that stands by itself; residues count from 0.");
     declareObject(type, &shownChain);
-    type.def("__len__", &residueCountOf)
+    declareResidues(module);
+    type.def("__len__", &residueCountOf, "How many residues it has.")
+        .def(
+            "__getitem__", &residuesNamed, py::arg("residue"),
+            "A Residue by its place, or by its number as text: chain[0], chain['60A']; the list of "
+            "those of a slice of places. An IndexError or a KeyError when there is none.")
+        .def(
+            "__iter__",
+            [](const py::object &self) {
+                return py::reinterpret_steal<py::object>(PySeqIter_New(self.ptr()));
+            },
+            "Its residues, in their order.")
+        .def("__contains__", &holdsResidue, py::arg("residue"),
+             "Whether it has a Residue, or one of a number.")
+        .def_property_readonly(
+            "structure", [](const ChainReference &self) { return structureOf(*self); },
+            "The Structure that it is a chain of, or that it is tied to first; None without.")
         .def("__str__", &lettersOfChain)
         .def_property_readonly("letters", &lettersOfChain, "One for each residue.")
         .def_property_readonly("numbers", &numbers,

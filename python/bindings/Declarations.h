@@ -11,6 +11,7 @@ namespace py = pybind11;
 void declareExceptions(py::module_ &module);
 void declareSteps(py::module_ &module);
 void declareChains(py::module_ &module);
+void declareResidues(py::module_ &module);
 void declareStructures(py::module_ &module);
 void declareRows(py::module_ &module);
 void declareAlignments(py::module_ &module);

@@ -3,6 +3,7 @@
 #include "Changes.h"
 #include "Declarations.h"
 #include "FileWriter.h"
+#include "MissingStructures.h"
 #include "ObjectFactory.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
@@ -35,6 +36,8 @@ struct Opened
     // Of rows that are not aligned.
     std::vector<ChainReference> sequences;
     std::vector<std::string> remarks;
+    // Structures that rows name and that were not found.
+    std::vector<std::string> missing;
 };
 
 std::set<std::string> loadedStructures()
@@ -77,7 +80,18 @@ void addSequences(std::size_t from, Opened &opened)
     }
 }
 
-void addAll(FileContents &contents, Opened &opened)
+// "1abc, 2abc and 17 more".
+std::string listText(const std::vector<std::string> &names)
+{
+    constexpr std::size_t most = 10;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(names.size(), most); ++i)
+        text += (i == 0 ? "" : ", ") + names[i];
+    return names.size() <= most ? text
+                                : text + " and " + std::to_string(names.size() - most) + " more";
+}
+
+void addAll(const fs::path &file, FileContents &contents, Opened &opened)
 {
     for (StructureRecord &record : contents.structures) {
         std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
@@ -86,6 +100,14 @@ void addAll(FileContents &contents, Opened &opened)
     }
     for (AlignmentRecord &record : contents.alignments) {
         std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
+        if (const std::vector<std::string> missing = missingStructures(record); !missing.empty()) {
+            const std::string name = file.filename().string();
+            opened.remarks.push_back(name + ": found no structure for rows that name " +
+                                     listText(missing) +
+                                     ": none is loaded, and no such file stands beside " + name +
+                                     ". These rows have no coordinates.");
+            std::ranges::copy(missing, std::back_inserter(opened.missing));
+        }
         const std::size_t before = ObjectSpace::get().objectCount();
         if (Alignment *const alignment = ObjectFactory::adopt(std::move(record)))
             opened.alignments.emplace_back(*alignment);
@@ -98,14 +120,14 @@ Opened openFile(const fs::path &file)
 {
     ProcessModel &model = ProcessModel::get();
     ReadOutcome outcome = readFiles(file);
-    Opened opened{file, {}, {}, {}, {}};
+    Opened opened{file, {}, {}, {}, {}, {}};
     for (const FileFailure &failure : outcome.failures)
         opened.remarks.push_back(failure.failure.message());
     changed(
         *Space::instance(),
         [&](Space &) {
             for (ReadFile &read : outcome.files)
-                addAll(read.contents, opened);
+                addAll(read.file, read.contents, opened);
         },
         Publisher::Add);
     for (const AlignmentReference &alignment : opened.alignments)
@@ -215,7 +237,13 @@ void declareFiles(py::module_ &module)
         .def_readonly("structures", &Opened::structures)
         .def_readonly("sequences", &Opened::sequences,
                       "Those of a file whose rows are not aligned.")
-        .def_readonly("remarks", &Opened::remarks, "What the reader has to say.")
+        .def_readonly("remarks", &Opened::remarks,
+                      "What the workbench's log says of the file, a sentence each: what its reader "
+                      "has left out or taken otherwise, which structures beside it cannot be read, "
+                      "and which were not found.")
+        .def_readonly("missing_structures", &Opened::missing,
+                      "Structures that rows name, as the file writes them, and that neither are "
+                      "loaded nor stand beside it; their rows have no coordinates.")
         .def_property_readonly(
             "alignment",
             [](const Opened &opened) {

@@ -5,8 +5,13 @@
 #include "AlignmentTable.h"
 #include "Declarations.h"
 #include "Places.h"
+#include "Residues.h"
+
+#include <pybind11/stl.h>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace TAMBO::script {
 
@@ -83,6 +88,45 @@ py::object cell(const RowReference &row, const py::object &named)
     return py::str(wholeText(row)).attr("__getitem__")(named);
 }
 
+std::string descriptionOfRow(const RowReference &row)
+{
+    const RowLabel *const label = (*row.alignment()).table().row(row.index()).label();
+    return label == nullptr ? std::string() : label->description;
+}
+
+std::vector<std::pair<std::string, std::string>> remarksOfRow(const RowReference &row)
+{
+    std::vector<std::pair<std::string, std::string>> remarks;
+    if (const RowLabel *const label = (*row.alignment()).table().row(row.index()).label()) {
+        for (const Annotation &said : label->annotations)
+            remarks.emplace_back(said.tag, said.text);
+    }
+    return remarks;
+}
+
+ResidueReference residueOfRow(const RowReference &row, std::uint32_t ordinal)
+{
+    return {row.chain(), (*row.alignment()).table().row(row.index()).residueIndex(ordinal)};
+}
+
+std::vector<ResidueReference> residuesOfRow(const RowReference &row)
+{
+    std::vector<ResidueReference> residues;
+    const std::uint32_t count = (*row.alignment()).table().row(row.index()).cells().residues();
+    for (std::uint32_t i = 0; i < count; ++i)
+        residues.push_back(residueOfRow(row, i));
+    return residues;
+}
+
+std::optional<ResidueReference> residueInColumn(const RowReference &row, py::ssize_t column)
+{
+    const std::size_t place = placeOf(column, widthOf(row), "column");
+    const OccupancyRow &cells = (*row.alignment()).table().row(row.index()).cells();
+    if (!cells.isResidue(place))
+        return std::nullopt;
+    return residueOfRow(row, cells.rank(place));
+}
+
 std::string shownRow(const RowReference &row)
 {
     if (!row.alignment().isThere())
@@ -104,11 +148,23 @@ void declareRows(py::module_ &module)
                                "The alignment that it is a row of.")
         .def_property_readonly("chain", &RowReference::chain,
                                "The chain or sequence that it shows.")
+        .def_property_readonly(
+            "structure", [](const RowReference &row) { return structureOf(*row.chain()); },
+            "The Structure that its chain is of, or its sequence is tied to; None without.")
+        .def_property_readonly("residues", &residuesOfRow,
+                               "Those that it shows, in their order, as a list.")
+        .def("residue_at", &residueInColumn, py::arg("column"),
+             "The Residue in a column; None where there is a gap.")
         .def_property_readonly("index", &RowReference::index,
                                "Where it stands in the alignment, from 0.")
         .def_property_readonly("name", &nameOfRow, "As the alignment's views show it.")
         .def_property_readonly("letters", &lettersOfRow,
                                "The letters of its residues, without gaps.")
+        .def_property_readonly("description", &descriptionOfRow,
+                               "What stands behind its name in the file, or ''.")
+        .def_property_readonly("remarks", &remarksOfRow,
+                               "What its file says of the sequence ('#=GS' of Stockholm): pairs of "
+                               "a tag and a text, in order; a tag may come again.")
         .def_property_readonly(
             "annotations", &residueLines,
             "What its file says of the residues: a dictionary of texts, a character for "

@@ -23,12 +23,14 @@ from . import _interop, _notebook
 from ._sorting import sort as _sort
 from ._tambo import (
     Alignment,
+    Atom,
     Chain,
     Clade,
     FormatError,
     GoneError,
     Opened,
     RefusedError,
+    Residue,
     Row,
     Step,
     StepError,
@@ -59,6 +61,7 @@ from ._realigning import realign as _realign
 
 __all__ = [
     "Alignment",
+    "Atom",
     "Chain",
     "Clade",
     "FormatError",
@@ -67,6 +70,7 @@ __all__ = [
     "Opened",
     "ProgramError",
     "RefusedError",
+    "Residue",
     "Row",
     "Step",
     "StepError",
@@ -103,7 +107,8 @@ Structure.to_dataframe = _interop.structure_to_dataframe
 Alignment.save = _interop.save
 Structure.save = _interop.save
 Tree.to_biopython = _interop.tree_to_biopython
-for _class in (Alignment, Chain, Clade, FormatError, GoneError, Opened, RefusedError, Row, Step, StepError,
-               Structure, ThreadError, Tree):
-    _class.__module__ = "tambo"
-del _class
+# Wherever it is written, a class is known by the package's name.
+for _name in __all__:
+    if isinstance(globals()[_name], type):
+        globals()[_name].__module__ = "tambo"
+del _name

@@ -141,6 +141,36 @@ class Editing(Case):
         family.add_rows([tambo.new_sequence("new", "MKVLL")])
         self.assertEqual(self.texts(family)[-1], "MKVLL-")
 
+    def test_rows_are_added_as_text(self):
+        family = self.family()
+        family.add_rows(texts=[("four", "-M.K~V"), ("five", "--------W-")])
+        self.assertEqual(self.texts(family)[3:], ["-M-K-V---", "--------W"])
+        self.assertEqual((family.names[3:], family["four"].chain.letters), (["four", "five"], "MKV"))
+        chain = tambo.new_sequence("six", "MKVLL")
+        family.add_rows([chain, chain], texts=["M-KVLL", "MKVLL"])
+        self.assertEqual(self.texts(family)[5:], ["M-KVLL---", "MKVLL----"])
+        for _ in range(3):
+            tambo.undo()
+        self.assertEqual((family.shape, tambo.history()), ((3, 6), ["add family"]))
+
+    def test_texts_that_are_no_rows_add_nothing(self):
+        family = self.family()
+        chain = tambo.new_sequence("new", "MKV")
+        steps = tambo.history()
+        for texts in ([("a", "M K")], [("a", "MK"), ("", "M")], [("a", "---")]):
+            with self.assertRaises(ValueError):
+                family.add_rows(texts=texts)
+        for texts in (["MKL"], ["MKV", "MKV"], ["MKVV"]):
+            with self.assertRaises(ValueError):
+                family.add_rows([chain], texts=texts)
+        with self.assertRaises(TypeError):
+            family.add_rows()
+        family.locked = True
+        for arguments in ({"texts": [("a", "MK")]}, {"chains": [chain]}):
+            with self.assertRaisesRegex(tambo.RefusedError, "family is locked"):
+                family.add_rows(**arguments)
+        self.assertEqual((family.shape, tambo.history()), ((3, 6), steps))
+
     def test_what_cannot_be_an_alignment_leaves_nothing(self):
         for rows in ([("one", "MK"), ("two", "M")], [("one", "M K")], [("one", "M\xe9")]):
             with self.assertRaises(ValueError):

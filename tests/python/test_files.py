@@ -94,6 +94,27 @@ class Files(Case):
         family.remove_columns(0)
         self.assertEqual(family.annotations, {"SS_cons": "H.E"})
 
+    def test_remarks_of_files_and_rows_are_pairs(self):
+        (self.folder / "a.sto").write_text("# STOCKHOLM 1.0\n#=GF ID fam\n#=GF CC one\n#=GF CC two\n"
+                                           "#=GS one AC P1\none MK\ntwo MR\n//\n")
+        family = tambo.open(self.folder / "a.sto").alignment
+        self.assertEqual(family.remarks, [("ID", "fam"), ("CC", "one"), ("CC", "two")])
+        self.assertEqual([row.remarks for row in family], [[("AC", "P1")], []])
+        (self.folder / "a.fasta").write_text(">one of  many\nMK\n>two\nMR\n")
+        self.assertEqual([row.description for row in tambo.open(self.folder / "a.fasta").alignment],
+                         ["of  many", ""])
+
+    def test_structures_that_are_not_found_are_told(self):
+        (self.folder / "a.ali").write_text(">P1;one\nstructure:2abc:1:A:2:A::::\nMK*\n"
+                                           ">P1;two\nstructureX:3abc_A:::::::: \nMR*\n")
+        opened = tambo.open(self.folder / "a.ali")
+        self.assertEqual(opened.missing_structures, ["2abc", "3abc_A"])
+        self.assertEqual(opened.remarks, [
+            "a.ali: found no structure for rows that name 2abc, 3abc_A: none is loaded, and no such file "
+            "stands beside a.ali. These rows have no coordinates."])
+        whole = tambo.open(STRUCTURES / "lysozyme_1aki.pdb")
+        self.assertEqual(whole.missing_structures, [])
+
     def test_sequences_come_without_an_alignment(self):
         (self.folder / "two.fasta").write_text(">one\nMKV\n>two\nMK\n")
         opened = tambo.open(self.folder / "two.fasta")

@@ -137,3 +137,115 @@ class Structures(Case):
     def test_a_chain_is_not_deleted_by_itself(self):
         with self.assertRaisesRegex(tambo.RefusedError, "part of another"):
             self.lysozyme()["A"].delete()
+
+
+class Residues(Case):
+    def chain(self):
+        return tambo.open(STRUCTURES / "lysozyme_1aki.pdb").structure["A"]
+
+    def test_a_chain_is_a_sequence_of_residues(self):
+        chain = self.chain()
+        self.assertEqual([residue.letter for residue in chain], list(chain.letters))
+        self.assertEqual([residue.number for residue in chain[2:5]], ["3", "4", "5"])
+        self.assertEqual((chain[-1], chain[0]), (chain["129"], chain["1"]))
+        self.assertEqual(len({*chain, *chain}), 129)
+        self.assertIn("7", chain)
+        self.assertNotIn("130", chain)
+        self.assertIn(chain[3], chain)
+        for named, error in ((129, IndexError), (-130, IndexError), ("130", KeyError), ("x", KeyError)):
+            with self.assertRaises(error):
+                chain[named]
+
+    def test_a_residue_tells_what_is_known_of_it(self):
+        chain = self.chain()
+        residue = chain["6"]
+        self.assertEqual((residue.index, residue.chain, residue.letter, residue.type_name),
+                         (5, chain, "C", "CYS"))
+        self.assertEqual((residue.sequence_number, residue.insertion_code), (6, ""))
+        self.assertEqual(residue.secondary_structure, chain.secondary_structure[5])
+        self.assertEqual(residue.color, chain.colors[5])
+        numpy.testing.assert_array_equal(residue.ca_position, chain.ca_positions()[5])
+        self.assertIn("CYS", repr(residue))
+
+    def test_insertion_codes_find_their_residue(self):
+        chain = tambo.open(STRUCTURES / "insertion_codes_1dix.pdb").structure.chains[0]
+        number = next(number for number in chain.numbers if number[-1].isalpha())
+        residue = chain[number]
+        self.assertEqual((residue.number, residue.index), (number, chain.numbers.index(number)))
+        self.assertEqual((str(residue.sequence_number), residue.insertion_code), (number[:-1], number[-1]))
+
+    def test_atoms_are_those_of_the_file(self):
+        structure = tambo.open(STRUCTURES / "lysozyme_1aki.pdb").structure
+        table, places = structure.atoms(), structure.atom_positions()
+        atoms = [atom for residue in structure["A"] for atom in residue.atoms]
+        self.assertEqual([atom.name for atom in atoms], table["name"][:len(atoms)])
+        self.assertEqual([atom.element for atom in atoms], table["element"][:len(atoms)])
+        self.assertEqual([atom.b_factor for atom in atoms], table["b_factor"][:len(atoms)].tolist())
+        self.assertEqual({atom.occupancy for atom in atoms}, {1.0})
+        numpy.testing.assert_array_equal([atom.position for atom in atoms], places[:len(atoms)])
+        residue = structure["A"][0]
+        numpy.testing.assert_array_equal(residue["CA"].position, residue.ca_position)
+        self.assertEqual((residue["CA"].residue, len({*residue.atoms, *residue.atoms})), (residue, len(residue.atoms)))
+        with self.assertRaises(KeyError):
+            residue["XX"]
+
+    def test_number_and_color_are_set_in_a_step_of_undo(self):
+        residue = self.chain()[3]
+        before, color = residue.number, residue.color
+        residue.number = "60A"
+        self.assertEqual((residue.number, residue.insertion_code), ("60A", "A"))
+        residue.color = 0x123456
+        self.assertEqual(residue.color, 0xff123456)
+        tambo.undo()
+        tambo.undo()
+        self.assertEqual((residue.number, residue.color), (before, color))
+        with self.assertRaisesRegex(ValueError, "no number"):
+            residue.number = "x"
+        residue.chain.structure.locked = True
+        with self.assertRaises(tambo.RefusedError):
+            residue.number = "60A"
+
+    def test_selecting_is_no_step_of_undo(self):
+        residue = self.chain()[3]
+        steps = tambo.history()
+        residue.selected = True
+        self.assertEqual([other.index for other in residue.chain if other.selected], [3])
+        self.assertEqual(tambo.history(), steps)
+
+    def test_a_residue_of_what_is_gone_raises(self):
+        chain = self.chain()
+        residue, atom = chain[3], chain[3]["CA"]
+        chain.structure.delete()
+        for use in (lambda: residue.number, lambda: residue.atoms, lambda: atom.position, lambda: chain[3]):
+            with self.assertRaises(tambo.GoneError):
+                use()
+        self.assertIn("gone", repr(residue))
+        self.assertIn("gone", repr(atom))
+        tambo.undo()
+        self.assertEqual(residue["CA"], atom)
+
+    def test_a_tied_residue_has_its_own_letter_and_the_atoms_of_the_chain(self):
+        chain = self.chain()
+        sequence = tambo.new_sequence("tied", "WFG")
+        self.assertEqual((sequence[0].atoms, sequence.structure), ([], None))
+        sequence.tie(chain, [(0, 1), (2, 3)])
+        atom = sequence[0]["CA"]
+        self.assertEqual((sequence[0].letter, sequence[0].number), ("W", "2"))
+        numpy.testing.assert_array_equal(atom.position, chain[1].ca_position)
+        self.assertEqual(sequence.structure, chain.structure)
+        sequence.untie(chain)
+        with self.assertRaises(tambo.GoneError):
+            atom.position
+
+    def test_a_row_leads_to_its_residues_and_its_structure(self):
+        chain = self.chain()
+        family = self.family([("a", "MK-V")])
+        self.assertIsNone(family[0].structure)
+        self.assertEqual([residue.letter for residue in family[0].residues], ["M", "K", "V"])
+        self.assertEqual(family[0].residue_at(3), family[0].chain[2])
+        self.assertIsNone(family[0].residue_at(2))
+        family.add_rows([chain])
+        self.assertEqual(family[1].structure, chain.structure)
+        family.remove_columns([1, 2])
+        self.assertEqual([residue.index for residue in family[1].residues][:3], [0, 3, 4])
+        self.assertEqual(family[1].residue_at(1), chain[3])

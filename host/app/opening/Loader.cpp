@@ -7,13 +7,12 @@
 #include "DataAdder.h"
 #include "Logger.h"
 #include "LongWork.h"
+#include "MissingStructures.h"
 #include "ObjectFactory.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
 #include "ObjectSpace.h"
-#include "RowPacking.h"
 #include "Structure.h"
-#include "StructureLookup.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -43,16 +42,11 @@ QString fileText(const fs::path &file)
     return QString::fromStdString(file.filename().string());
 }
 
-// The structures that rows name and that are not loaded, each as the file writes it first.
-QStringList missingStructures(const AlignmentRecord &alignment)
+QStringList missingStructuresOf(const AlignmentRecord &alignment)
 {
-    const StructureLookup loaded;
     QStringList missing;
-    std::set<std::string> known;
-    forEachNamedStructure(alignment, [&](const std::string &name) {
-        if (known.insert(name).second && loaded.findWithChain(name).structures.empty())
-            missing << QString::fromStdString(name);
-    });
+    for (const std::string &name : missingStructures(alignment))
+        missing << QString::fromStdString(name);
     return missing;
 }
 
@@ -267,7 +261,7 @@ LoadReport Loader::arrive(ReadOutcome &outcome)
 
 Loader::Prepared Loader::prepare(AlignmentRecord &&record)
 {
-    Prepared prepared{std::move(record.remarks), missingStructures(record), nullptr};
+    Prepared prepared{std::move(record.remarks), missingStructuresOf(record), nullptr};
     prepared.making = std::make_unique<AlignmentMaking>(std::move(record));
     return prepared;
 }

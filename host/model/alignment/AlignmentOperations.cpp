@@ -234,17 +234,8 @@ void Alignment::reorderRows(const std::vector<unsigned long> &order)
 
 void Alignment::addRows(const std::vector<Compound *> &sequences)
 {
-    if (!mayChange(*this))
-        return;
-    AlignmentTable::Rows rows = AlignmentTable::rowsOf(sequences);
-    if (rows.empty())
-        return;
-    std::vector<std::size_t> indices(rows.size());
-    std::iota(indices.begin(), indices.end(), m_Table->rowCount());
-    unsigned long width = m_Width;
-    for (const auto &row : rows)
-        width = std::max<unsigned long>(width, row->cells().end());
-    perform(InsertRowsEdit(*m_Table, "add sequences", std::move(indices), std::move(rows), width));
+    if (mayChange(*this))
+        addRowsTo(*m_Table, AlignmentTable::rowsOf(sequences));
 }
 
 } // namespace TAMBO

@@ -5,6 +5,8 @@
 #include "CarriedColumns.h"
 #include "ChangeScope.h"
 
+#include <algorithm>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -76,6 +78,20 @@ bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences)
     RemoveRowsEdit edit(table, "remove row", std::move(indices), table.width());
     recordInverse(edit.apply());
     return true;
+}
+
+void addRowsTo(AlignmentTable &table, AlignmentTable::Rows rows)
+{
+    if (!mayChange(table.alignment()) || rows.empty())
+        return;
+    std::vector<std::size_t> indices(rows.size());
+    std::iota(indices.begin(), indices.end(), table.rowCount());
+    Column width = table.width();
+    for (const auto &row : rows)
+        width = std::max<Column>(width, row->cells().end());
+    const ChangeScope scope;
+    InsertRowsEdit edit(table, "add sequences", std::move(indices), std::move(rows), width);
+    recordInverse(edit.apply());
 }
 
 bool replaceColumns(AlignmentTable &table, const Range &range,

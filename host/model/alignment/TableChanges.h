@@ -16,6 +16,10 @@ void removeRowsOf(AlignmentTable &table, const Peptide &sequence);
 // The same for several at once. False when no row shows one of them.
 bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences);
 
+// Behind the others. The alignment gets as wide as they are, if it was not. Nothing when it is
+// locked.
+void addRowsTo(AlignmentTable &table, AlignmentTable::Rows rows);
+
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.
 // kind: a literal.
