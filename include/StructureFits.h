@@ -5,6 +5,7 @@
 #include "Export.h"
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,23 @@ struct StructureRow
     friend bool operator==(const StructureRow &, const StructureRow &) = default;
 };
 
+// What structures are superposed by.
+struct FitChoice
+{
+    static constexpr unsigned long kAllColumns = std::numeric_limits<unsigned long>::max();
+    // In Angstrom, as most often used.
+    static constexpr double kUsualCutoff = 2;
+
+    // Pairs of these columns alone, half-open.
+    unsigned long begin = 0;
+    unsigned long end = kAllColumns;
+    // In Angstrom: of pairs that are farther apart once superposed some are left out, and the rest
+    // is superposed anew, until there are none. 0: all count.
+    double cutoff = 0;
+
+    [[nodiscard]] bool isOfAll() const noexcept { return begin == 0 && end == kAllColumns; }
+};
+
 // How far the structure of a row is from that of the row that stays.
 struct StructureFit
 {
@@ -31,6 +49,10 @@ struct StructureFit
     std::size_t pairs = 0;
     // In Angstrom, of the CA atoms of these columns, as they are now.
     double rmsd = 0;
+    // Of the pairs that are not left out: how many, and their distance once superposed by them.
+    // All, when nothing is to be left out, or fewer than three would be left.
+    std::size_t corePairs = 0;
+    double coreRmsd = 0;
     // The structure has been moved.
     bool hasMoved = false;
     // Why nothing can be said or done, in a sentence; empty when it can. The numbers above are 0
@@ -54,13 +76,15 @@ public:
     [[nodiscard]] static Compound *structureOf(const Alignment &alignment, unsigned long row);
     // As things are; nothing changes.
     [[nodiscard]] static StructureFit measure(const Alignment &alignment, unsigned long fixed,
-                                              unsigned long row);
+                                              unsigned long row, const FitChoice &choice = {});
     // A change, to be made inside a guard: the structure of each row, as a whole, to where the sum
-    // of the squares of the distances to the fixed row's is least. One that is there already, so
-    // that no CA atom of the row would move by kNear, stays, as does one with a problem. A
-    // structure that is locked, or that two of the rows have, is a problem. An entry for each row.
+    // of the squares of the distances to the fixed row's is least, of the pairs that count. One
+    // that is there already, so that no CA atom of the row would move by kNear, stays, as does one
+    // with a problem. A structure that is locked, or that two of the rows have, is a problem. An
+    // entry for each row.
     static std::vector<StructureFit> superpose(const Alignment &alignment, unsigned long fixed,
-                                               const std::vector<unsigned long> &rows);
+                                               const std::vector<unsigned long> &rows,
+                                               const FitChoice &choice = {});
 };
 
 } // namespace TAMBO

@@ -14,7 +14,9 @@
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
+#include <cmath>
 #include <limits>
+#include <optional>
 
 namespace TAMBO::script {
 
@@ -97,8 +99,15 @@ py::dict atoms(const StructureReference &self)
 }
 
 // The rows whose structures have moved, with what they are apart now.
-py::list superpose(const AlignmentReference &reference, py::ssize_t fixed, const py::object &rows)
+py::list superpose(const AlignmentReference &reference, py::ssize_t fixed, const py::object &rows,
+                   const std::optional<double> &prune)
 {
+    FitChoice choice;
+    if (prune) {
+        if (!(*prune > 0) || !std::isfinite(*prune))
+            throw py::value_error("prune is a distance in Angstrom");
+        choice.cutoff = *prune;
+    }
     Alignment &alignment = *reference;
     const std::size_t count = alignment.table().rowCount();
     const std::size_t stays = placeOf(fixed, count, "row");
@@ -115,12 +124,12 @@ py::list superpose(const AlignmentReference &reference, py::ssize_t fixed, const
     }
     std::vector<StructureFit> fits;
     for (const unsigned long row : moving) {
-        const StructureFit fit = StructureFits::measure(alignment, stays, row);
+        const StructureFit fit = StructureFits::measure(alignment, stays, row, choice);
         if (!fit.problem.empty())
             throw RefusedError(fit.problem);
     }
     changed(*Space::instance(),
-            [&](Space &) { fits = StructureFits::superpose(alignment, stays, moving); });
+            [&](Space &) { fits = StructureFits::superpose(alignment, stays, moving, choice); });
     py::list found;
     for (const StructureFit &fit : fits) {
         if (!fit.problem.empty())
@@ -129,6 +138,8 @@ py::list superpose(const AlignmentReference &reference, py::ssize_t fixed, const
         entry["row"] = fit.row;
         entry["pairs"] = fit.pairs;
         entry["rmsd"] = fit.rmsd;
+        entry["core_pairs"] = fit.corePairs;
+        entry["core_rmsd"] = fit.coreRmsd;
         found.append(entry);
     }
     return found;
@@ -173,11 +184,12 @@ void declareStructures(py::module_ &module)
              "lists and "
              "arrays.");
     module.def("superpose", &superpose, py::arg("alignment"), py::arg("fixed") = 0,
-               py::arg("rows") = py::none(),
+               py::arg("rows") = py::none(), py::arg("prune") = py::none(),
                "Superposes the structures of the rows, or of all rows, on that of the fixed row, "
-               "by the CA "
-               "atoms of common columns. Tells of each row how many pairs it has, and their RMSD "
-               "in Angstrom.");
+               "by the CA atoms of common columns. With prune the farthest pairs are left out, "
+               "some at a time, until none is farther apart than so many Angstrom. Tells of each "
+               "row how many pairs it has, and their RMSD in Angstrom; and of those that are not "
+               "left out core_pairs and core_rmsd.");
     module.def("structures", &structures, "The structures that are loaded, in their order.");
 }
 

@@ -110,6 +110,28 @@ TEST_F(StructureFitsContract, AProblemIsToldAndTheOthersAreMoved)
     TAMBO::setObjectLocked(*three, false);
 }
 
+TEST_F(StructureFitsContract, PairsOfOtherColumnsAndThoseThatDoNotFitAreLeftOut)
+{
+    const StructureFit part = StructureFits::measure(*alignment, 1, 2, {5, 12, 0});
+    EXPECT_EQ(part.pairs, 7U);
+    EXPECT_EQ(part.corePairs, 7U);
+    EXPECT_LT(part.coreRmsd, 1e-4);
+    TAMBO::FitChoice pruned;
+    pruned.cutoff = TAMBO::FitChoice::kUsualCutoff;
+    const StructureFit core = StructureFits::measure(*alignment, 1, 4, pruned);
+    EXPECT_EQ(core.pairs, 18U);
+    EXPECT_LT(core.corePairs, 18U);
+    EXPECT_GE(core.corePairs, 3U);
+    EXPECT_LT(core.coreRmsd, 2);
+    const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
+    const auto fits = StructureFits::superpose(*alignment, 1, {4}, pruned);
+    EXPECT_EQ(fits.at(0).corePairs, core.corePairs);
+    EXPECT_NEAR(fits[0].coreRmsd, core.coreRmsd, 1e-6);
+    // All of them, where they are now.
+    EXPECT_GT(fits[0].rmsd, core.coreRmsd);
+    EXPECT_NEAR(fits[0].rmsd, StructureFits::measure(*alignment, 1, 4).rmsd, 1e-4);
+}
+
 TEST_F(StructureFitsContract, FewerThanThreePairsAreAProblem)
 {
     const TAMBO::Alignment &apart =

@@ -154,7 +154,7 @@ public:
         inWorkbench("alt+t s");
         m_Screen.pressKey(window("Superpose Structures"), "Return");
         waitForWindows("Superpose Structures", 0);
-        waitForLog("Superposed hemoglobin_A on myoglobin_A: RMSD 1.8");
+        waitForLog("Superposed hemoglobin_A on myoglobin_A: core RMSD 1.");
         const QColor color = colorOf('V');
         choose(m_Editor, ColorMenu, kByDistance);
         waitUntil([&] {

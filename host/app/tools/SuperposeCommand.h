@@ -19,7 +19,8 @@ class SuperposeCommand
 public:
     // The structures of the rows onto that of the first one, as one step of undo, with a line in
     // the log for each. The failure has changed nothing and stands in the log, too.
-    static Result<SuperposePlan> run(Alignment &alignment, const std::vector<unsigned long> &rows);
+    static Result<SuperposePlan> run(Alignment &alignment, const std::vector<unsigned long> &rows,
+                                     const FitChoice &choice = {});
 
     // One structure of an alignment onto another.
     struct Pair
@@ -34,6 +35,8 @@ public:
 
     // In one line: "Superposed 2 structures on 1abc_A: RMSD 0.81 to 1.20 Å over 169 pairs …".
     static QString summary(const SuperposePlan &plan);
+    // "98 of 146 (67 %)"; what a move is made by.
+    static QString shareText(const SuperposePlan &plan, const PlannedMove &move);
 
 private:
     static QString lineOf(const SuperposePlan &plan, const PlannedMove &move);

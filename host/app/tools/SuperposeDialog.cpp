@@ -6,10 +6,13 @@
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
 #include "Structure.h"
+#include "SuperposeCommand.h"
 #include "SuperposePlan.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -26,7 +29,18 @@ namespace TAMBO::app {
 
 namespace {
 
-enum Column { ChainColumn, StructureColumn, AtomsColumn, ColumnCount };
+enum Column {
+    ChainColumn,
+    StructureColumn,
+    AtomsColumn,
+    CoreColumn,
+    CoreRmsdColumn,
+    WholeRmsdColumn
+};
+
+constexpr double kLeastCutoff = 0.5;
+constexpr double kMostCutoff = 20;
+constexpr double kCutoffStep = 0.5;
 
 constexpr int kRowRole = Qt::UserRole;
 
@@ -63,7 +77,7 @@ SuperposeDialog::SuperposeDialog(const std::vector<Alignment *> &alignments, con
     setWindowTitle(tr("Superpose Structures"));
     makeControls();
     fillAlignments(alignments, chosen);
-    resize(520, 440);
+    resize(760, 500);
     m_Rows->setFocus();
 }
 
@@ -75,7 +89,12 @@ void SuperposeDialog::makeControls()
     m_Alignments->setObjectName(QStringLiteral("Alignment"));
     m_Rows = new QTreeWidget;
     m_Rows->setObjectName(QStringLiteral("Rows"));
-    m_Rows->setHeaderLabels({tr("Chain"), tr("Structure"), tr("CA atoms")});
+    m_Rows->setHeaderLabels({tr("Chain"), tr("Structure"), tr("CA atoms"), tr("Core"),
+                             tr("Core RMSD (Å)"), tr("RMSD of all (Å)")});
+    m_Rows->headerItem()->setToolTip(CoreColumn, tr("The pairs of CA atoms that are not left out"));
+    m_Rows->headerItem()->setToolTip(CoreRmsdColumn, tr("What it will be of the core"));
+    m_Rows->headerItem()->setToolTip(WholeRmsdColumn,
+                                     tr("What it will be of all pairs, those left out, too"));
     m_Rows->setRootIsDecorated(false);
     m_Rows->setUniformRowHeights(true);
     m_Rows->setAlternatingRowColors(true);
@@ -83,7 +102,8 @@ void SuperposeDialog::makeControls()
     m_Rows->header()->setStretchLastSection(false);
     m_Rows->header()->setSectionResizeMode(ChainColumn, QHeaderView::Stretch);
     m_Rows->header()->setSectionResizeMode(StructureColumn, QHeaderView::Stretch);
-    m_Rows->header()->setSectionResizeMode(AtomsColumn, QHeaderView::ResizeToContents);
+    for (const int column : {AtomsColumn, CoreColumn, CoreRmsdColumn, WholeRmsdColumn})
+        m_Rows->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
     m_Reference = new QComboBox;
     m_Reference->setObjectName(QStringLiteral("Reference"));
     m_Reference->setToolTip(tr("The structure that stays where it is"));
@@ -123,10 +143,72 @@ void SuperposeDialog::makeControls()
     layout->addWidget(chains);
     layout->addWidget(m_Rows, 1);
     layout->addLayout(below);
+    layout->addLayout(makeChoice());
     layout->addLayout(plan);
     layout->addWidget(buttons);
     // Of this dialog, which it knows from here on.
     m_Superpose->setDefault(true);
+}
+
+QLayout *SuperposeDialog::makeChoice()
+{
+    m_InRange = new QCheckBox;
+    m_InRange->setObjectName(QStringLiteral("InRange"));
+    m_Prune = new QCheckBox(tr("&Leave out pairs that stay farther apart than"));
+    m_Prune->setObjectName(QStringLiteral("Prune"));
+    m_Prune->setChecked(true);
+    m_Prune->setToolTip(
+        tr("Superposes by the core alone: the farthest pairs are left out, some at a "
+           "time, until all are nearer than this"));
+    m_Cutoff = new QDoubleSpinBox;
+    m_Cutoff->setObjectName(QStringLiteral("Cutoff"));
+    m_Cutoff->setAccessibleName(tr("Pairs that stay farther apart are left out"));
+    m_Cutoff->setDecimals(1);
+    m_Cutoff->setRange(kLeastCutoff, kMostCutoff);
+    m_Cutoff->setSingleStep(kCutoffStep);
+    m_Cutoff->setValue(FitChoice::kUsualCutoff);
+    m_Cutoff->setSuffix(tr(" Å"));
+    connect(m_InRange, &QCheckBox::toggled, this, &SuperposeDialog::showPlan);
+    connect(m_Prune, &QCheckBox::toggled, m_Cutoff, &QWidget::setEnabled);
+    connect(m_Prune, &QCheckBox::toggled, this, &SuperposeDialog::showPlan);
+    connect(m_Cutoff, &QDoubleSpinBox::valueChanged, this, &SuperposeDialog::showPlan);
+
+    auto *prune = new QHBoxLayout;
+    prune->addWidget(m_Prune);
+    prune->addWidget(m_Cutoff);
+    prune->addStretch();
+    auto *layout = new QVBoxLayout;
+    layout->addWidget(m_InRange);
+    layout->addLayout(prune);
+    return layout;
+}
+
+void SuperposeDialog::offerRange()
+{
+    const Alignment *const shown = alignment();
+    const Alignment::Range range = shown == nullptr ? Alignment::Range() : shown->range();
+    const bool isPart = shown != nullptr && range.first < range.second &&
+                        (range.first > 0 || range.second < shown->width());
+    const QSignalBlocker silence(m_InRange);
+    m_InRange->setEnabled(isPart);
+    if (!isPart)
+        m_InRange->setChecked(false);
+    m_InRange->setText(isPart ? tr("&Only the columns of the range, %1 to %2")
+                                    .arg(range.first + 1)
+                                    .arg(std::min(range.second, shown->width()))
+                              : tr("&Only the columns of the range, which is all of them now"));
+}
+
+FitChoice SuperposeDialog::choice() const
+{
+    FitChoice choice;
+    const Alignment *const shown = alignment();
+    if (m_InRange->isChecked() && shown != nullptr) {
+        choice.begin = shown->range().first;
+        choice.end = shown->range().second;
+    }
+    choice.cutoff = m_Prune->isChecked() ? m_Cutoff->value() : 0;
+    return choice;
 }
 
 void SuperposeDialog::fillAlignments(const std::vector<Alignment *> &alignments,
@@ -149,6 +231,7 @@ void SuperposeDialog::fillAlignments(const std::vector<Alignment *> &alignments,
 
 void SuperposeDialog::fillRows()
 {
+    offerRange();
     {
         const QSignalBlocker silence(m_Rows);
         m_Rows->clear();
@@ -163,7 +246,8 @@ void SuperposeDialog::fillRows()
             item->setData(ChainColumn, kRowRole, qulonglong(row.row));
             item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable |
                            Qt::ItemNeverHasChildren);
-            item->setTextAlignment(AtomsColumn, Qt::AlignRight | Qt::AlignVCenter);
+            for (const int column : {AtomsColumn, CoreColumn, CoreRmsdColumn, WholeRmsdColumn})
+                item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
             item->setCheckState(ChainColumn,
                                 met.insert(row.structure).second ? Qt::Checked : Qt::Unchecked);
         }
@@ -203,18 +287,41 @@ std::vector<unsigned long> SuperposeDialog::rows() const
     return rows;
 }
 
+void SuperposeDialog::showFits(const SuperposePlan *plan)
+{
+    const QSignalBlocker silence(m_Rows);
+    // Of the checked ones without the reference, in the order of the moves.
+    std::size_t next = 0;
+    for (int i = 0; i < m_Rows->topLevelItemCount(); ++i) {
+        QTreeWidgetItem &item = *m_Rows->topLevelItem(i);
+        const bool isMoving = item.checkState(ChainColumn) == Qt::Checked &&
+                              rowOf(item) != m_Reference->currentData().toULongLong();
+        const PlannedMove *const move = plan != nullptr && isMoving && next < plan->moves.size()
+                                            ? &plan->moves[next++]
+                                            : nullptr;
+        item.setText(CoreColumn,
+                     move == nullptr ? QString() : SuperposeCommand::shareText(*plan, *move));
+        item.setText(CoreRmsdColumn,
+                     move == nullptr ? QString() : QString::number(move->rmsdCore, 'f', 2));
+        item.setText(WholeRmsdColumn,
+                     move == nullptr ? QString() : QString::number(move->rmsdAfter, 'f', 2));
+    }
+}
+
 void SuperposeDialog::showPlan()
 {
     const Alignment *const shown = alignment();
     QString text;
     bool isGood = false;
+    showFits(nullptr);
     if (shown == nullptr) {
         text = tr("The alignment is not loaded any more.");
     } else if (m_Rows->topLevelItemCount() < 2) {
         text = tr("Fewer than two rows of this alignment belong to structures that are loaded.");
     } else {
-        const Result<SuperposePlan> plan = planSuperposition(*shown, rows());
+        const Result<SuperposePlan> plan = planSuperposition(*shown, rows(), choice());
         isGood = plan.has_value();
+        showFits(isGood ? &plan.value() : nullptr);
         text = plan ? tr("%1 will move onto %2, on %3 columns in which all of them have a CA atom.")
                           .arg(plan.value().moves.size() == 1
                                    ? tr("1 structure")

@@ -2,19 +2,25 @@
 // Asks which structures are to be superposed along which alignment, and shows what it will do.
 #pragma once
 
+#include "StructureFits.h"
+
 #include <QDialog>
 
 #include <memory>
 #include <vector>
 
+class QCheckBox;
 class QComboBox;
+class QDoubleSpinBox;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QTreeWidget;
 
 namespace TAMBO {
 class Alignment;
 class Compound;
+struct SuperposePlan;
 } // namespace TAMBO
 
 namespace TAMBO::app {
@@ -36,9 +42,16 @@ public:
     [[nodiscard]] Alignment *alignment() const;
     // The reference first.
     [[nodiscard]] std::vector<unsigned long> rows() const;
+    // Which pairs count.
+    [[nodiscard]] FitChoice choice() const;
 
 private:
     void makeControls();
+    // Which columns, and which pairs of them.
+    [[nodiscard]] QLayout *makeChoice();
+    // Offers the columns of the alignment's range, if it is a part of it.
+    void offerRange();
+    void showFits(const SuperposePlan *plan);
     void fillAlignments(const std::vector<Alignment *> &alignments, const Compound *chosen);
     // The rows of the alignment that have coordinates, the first of each structure checked.
     void fillRows();
@@ -51,6 +64,9 @@ private:
     QComboBox *m_Alignments = nullptr;
     QTreeWidget *m_Rows = nullptr;
     QComboBox *m_Reference = nullptr;
+    QCheckBox *m_InRange = nullptr;
+    QCheckBox *m_Prune = nullptr;
+    QDoubleSpinBox *m_Cutoff = nullptr;
     QLabel *m_Picture = nullptr;
     QLabel *m_Plan = nullptr;
     QPushButton *m_Superpose = nullptr;

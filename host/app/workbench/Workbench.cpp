@@ -355,7 +355,7 @@ void Workbench::askSuperpose(const Compound *chosen)
     const bool isOne = dynamic_cast<const Alignment *>(chosen) != nullptr;
     SuperposeDialog dialog(alignments, isOne ? chosen : nullptr, &window());
     if (dialog.exec() == QDialog::Accepted && dialog.alignment() != nullptr)
-        superpose(*dialog.alignment(), dialog.rows());
+        superpose(*dialog.alignment(), dialog.rows(), dialog.choice());
 }
 
 FamilyDesk &Workbench::families()
@@ -380,9 +380,10 @@ void Workbench::askForModels(const Compound *chosen)
         families().askForModels(alignments, chosen, &window());
 }
 
-bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows)
+bool Workbench::superpose(Alignment &alignment, const std::vector<unsigned long> &rows,
+                          const FitChoice &choice)
 {
-    const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows);
+    const Result<SuperposePlan> plan = SuperposeCommand::run(alignment, rows, choice);
     say(plan ? SuperposeCommand::summary(plan.value())
              : QString::fromStdString(plan.error().message()));
     return plan.has_value();

@@ -18,6 +18,7 @@
 #include "SessionDocument.h"
 #include "SessionMarks.h"
 #include "SessionSaving.h"
+#include "StructureFits.h"
 #include "UnsavedQuestion.h"
 
 #include <QObject>
@@ -132,7 +133,8 @@ public:
     // Of chosen, if it is an alignment.
     void askForModels(const Compound *chosen);
     // The structures of the rows onto that of the first; the status line says what came of it.
-    bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows);
+    bool superpose(Alignment &alignment, const std::vector<unsigned long> &rows,
+                   const FitChoice &choice = {});
 
     [[nodiscard]] static std::vector<Alignment *> loadedAlignments();
 

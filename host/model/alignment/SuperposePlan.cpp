@@ -2,11 +2,11 @@
 #include "SuperposePlan.h"
 
 #include "AlignmentTable.h"
+#include "FittingCore.h"
 #include "Structure.h"
 #include "StructureLock.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -16,10 +16,6 @@ namespace TAMBO {
 namespace {
 
 using Column = AlignmentTable::Column;
-
-constexpr std::size_t kFewestColumns = 3;
-// Angstrom. Points nearer to a line than this are on it.
-constexpr double kLineWidth = 0.01;
 
 // The CA atoms of a row that belong to one structure.
 struct RowPlaces
@@ -108,29 +104,6 @@ std::vector<Vertex> pointsAt(const RowPlaces &row, const std::vector<Column> &co
     return points;
 }
 
-// A turn about the line would change nothing, so that no turn is the best one.
-bool areOnLine(const std::vector<Vertex> &points)
-{
-    using Point = std::array<double, 3>;
-    const auto fromFirst = [&](const Vertex &point) {
-        const Vertex &first = points.front();
-        return Point{double(point.x()) - first.x(), double(point.y()) - first.y(),
-                     double(point.z()) - first.z()};
-    };
-    const auto length = [](const Point &p) { return std::hypot(p[0], p[1], p[2]); };
-    const Vertex &farthest = *std::ranges::max_element(
-        points, {}, [&](const Vertex &point) { return length(fromFirst(point)); });
-    const Point along = fromFirst(farthest);
-    const double extent = length(along);
-    return extent < kLineWidth || std::ranges::all_of(points, [&](const Vertex &point) {
-               const Point p = fromFirst(point);
-               const Point cross = {along[1] * p[2] - along[2] * p[1],
-                                    along[2] * p[0] - along[0] * p[2],
-                                    along[0] * p[1] - along[1] * p[0]};
-               return length(cross) / extent < kLineWidth;
-           });
-}
-
 // Whether the choice itself is fine.
 Result<void> objection(const std::vector<RowPlaces> &rows)
 {
@@ -165,17 +138,34 @@ std::string countText(std::size_t columns)
 }
 
 PlannedMove plannedMove(const RowPlaces &row, const std::vector<Vertex> &fixed,
-                        const std::vector<Vertex> &moving)
+                        const std::vector<Vertex> &moving, double cutoff)
 {
     std::vector<PointPair> pairs;
     pairs.reserve(fixed.size());
     for (std::size_t i = 0; i < fixed.size(); ++i)
         pairs.push_back({moving[i], fixed[i]});
-    const Superposition motion(pairs);
     const double before = rootMeanSquareDistance(pairs);
-    for (PointPair &pair : pairs)
-        pair.moving = motion(pair.moving);
-    return {row.name, {row.structure, motion}, before, rootMeanSquareDistance(pairs)};
+    const auto rmsdMoved = [&pairs](const Superposition &motion) {
+        std::vector<PointPair> moved = pairs;
+        for (PointPair &pair : moved)
+            pair.moving = motion(pair.moving);
+        return rootMeanSquareDistance(moved);
+    };
+    if (cutoff > 0) {
+        const FittingCore core = fittingCore(pairs, cutoff);
+        const double after = rmsdMoved(core.motion);
+        const bool lacksCore = core.pairs.empty();
+        return {row.name,
+                {row.structure, core.motion},
+                before,
+                after,
+                lacksCore ? pairs.size() : core.pairs.size(),
+                lacksCore ? after : core.rmsd,
+                lacksCore};
+    }
+    const Superposition motion(pairs);
+    const double after = rmsdMoved(motion);
+    return {row.name, {row.structure, motion}, before, after, pairs.size(), after, false};
 }
 
 } // namespace
@@ -202,7 +192,8 @@ std::vector<SuperposableRow> superposableRows(const Alignment &alignment)
 }
 
 Result<SuperposePlan> planSuperposition(const Alignment &alignment,
-                                        const std::vector<unsigned long> &rows)
+                                        const std::vector<unsigned long> &rows,
+                                        const FitChoice &choice)
 {
     std::vector<RowPlaces> places;
     for (const unsigned long row : rows) {
@@ -213,11 +204,15 @@ Result<SuperposePlan> planSuperposition(const Alignment &alignment,
     }
     if (const Result<void> fine = objection(places); !fine)
         return fine.error();
-    const std::vector<Column> columns = commonColumns(places);
-    if (columns.size() < kFewestColumns)
-        return Failure{FailureKind::Refused, "The chosen chains have CA atoms in " +
-                                                 countText(columns.size()) +
-                                                 " together; superposing takes 3."};
+    std::vector<Column> columns = commonColumns(places);
+    std::erase_if(columns, [&choice](Column column) {
+        return column < choice.begin || column >= choice.end;
+    });
+    if (columns.size() < kFewestPairs)
+        return Failure{FailureKind::Refused,
+                       "The chosen chains have CA atoms in " + countText(columns.size()) +
+                           (choice.isOfAll() ? " together" : " of the range together") +
+                           "; superposing takes 3."};
     SuperposePlan plan{places.front().name, columns.size(), {}};
     const std::vector<Vertex> fixed = pointsAt(places.front(), columns);
     for (const RowPlaces &row : places) {
@@ -229,7 +224,7 @@ Result<SuperposePlan> planSuperposition(const Alignment &alignment,
                     " of all chosen chains stand in one line, which leaves open how to turn "
                     "them."};
         if (&row != &places.front())
-            plan.moves.push_back(plannedMove(row, fixed, points));
+            plan.moves.push_back(plannedMove(row, fixed, points, choice.cutoff));
     }
     return plan;
 }

@@ -4,6 +4,7 @@
 
 #include "PositionEdit.h"
 #include "Result.h"
+#include "StructureFits.h"
 
 #include <optional>
 #include <string>
@@ -38,13 +39,20 @@ struct PlannedMove
     // Angstrom, of the CA atoms of the common columns.
     double rmsdBefore;
     double rmsdAfter;
+    // Those that the motion is made for: all of them, when nothing was to be left out, and also
+    // when nothing would have been left.
+    std::size_t corePairs;
+    double rmsdCore;
+    // Something was to be left out, and too little would have been left.
+    bool lacksCore;
 };
 
 struct SuperposePlan
 {
     // The name of the row that stays.
     std::string reference;
-    // In which all chosen rows have a CA atom: the pairs of each move.
+    // In which all chosen rows have a CA atom, of those that were to be looked at: the pairs of
+    // each move.
     std::size_t columns;
     std::vector<PlannedMove> moves;
 };
@@ -52,6 +60,7 @@ struct SuperposePlan
 // The structures of the rows onto that of the first one, each as a whole. The failure says in one
 // sentence what is in the way.
 [[nodiscard]] Result<SuperposePlan> planSuperposition(const Alignment &alignment,
-                                                      const std::vector<unsigned long> &rows);
+                                                      const std::vector<unsigned long> &rows,
+                                                      const FitChoice &choice = {});
 
 } // namespace TAMBO

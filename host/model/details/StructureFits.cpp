@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
 
 namespace TAMBO {
 
@@ -20,10 +22,19 @@ struct PlannedFit
     double rmsdAfter = 0;
 };
 
-PlannedFit planFit(const Alignment &alignment, unsigned long fixed, unsigned long row)
+StructureFit problemOf(unsigned long row, std::string problem)
 {
-    PlannedFit planned{{row, 0, 0, false, {}}, {}, 0};
-    const Result<SuperposePlan> plan = planSuperposition(alignment, {fixed, row});
+    StructureFit fit;
+    fit.row = row;
+    fit.problem = std::move(problem);
+    return fit;
+}
+
+PlannedFit planFit(const Alignment &alignment, unsigned long fixed, unsigned long row,
+                   const FitChoice &choice)
+{
+    PlannedFit planned{problemOf(row, {}), {}, 0};
+    const Result<SuperposePlan> plan = planSuperposition(alignment, {fixed, row}, choice);
     if (!plan) {
         planned.fit.problem = plan.error().message();
         return planned;
@@ -31,6 +42,8 @@ PlannedFit planFit(const Alignment &alignment, unsigned long fixed, unsigned lon
     const PlannedMove &move = plan.value().moves.front();
     planned.fit.pairs = plan.value().columns;
     planned.fit.rmsd = move.rmsdBefore;
+    planned.fit.corePairs = move.corePairs;
+    planned.fit.coreRmsd = move.rmsdCore;
     planned.motion.push_back(move.motion);
     planned.rmsdAfter = move.rmsdAfter;
     return planned;
@@ -70,24 +83,24 @@ Compound *StructureFits::structureOf(const Alignment &alignment, unsigned long r
 }
 
 StructureFit StructureFits::measure(const Alignment &alignment, unsigned long fixed,
-                                    unsigned long row)
+                                    unsigned long row, const FitChoice &choice)
 {
-    return planFit(alignment, fixed, row).fit;
+    return planFit(alignment, fixed, row, choice).fit;
 }
 
 std::vector<StructureFit> StructureFits::superpose(const Alignment &alignment, unsigned long fixed,
-                                                   const std::vector<unsigned long> &rows)
+                                                   const std::vector<unsigned long> &rows,
+                                                   const FitChoice &choice)
 {
     std::vector<StructureFit> fits;
     std::vector<StructureMotion> motions;
     for (const unsigned long row : rows) {
-        PlannedFit planned = planFit(alignment, fixed, row);
+        PlannedFit planned = planFit(alignment, fixed, row, choice);
         for (const StructureMotion &motion : planned.motion) {
             if (std::ranges::find(motions, motion.structure, &StructureMotion::structure) !=
                 motions.end()) {
-                planned.fit = {row, 0, 0, false,
-                               motion.structure->Name() +
-                                   " belongs to another one of the rows, too."};
+                planned.fit = problemOf(row, motion.structure->Name() +
+                                                 " belongs to another one of the rows, too.");
             } else if (!staysNear(alignment, row, motion.motion)) {
                 planned.fit.rmsd = planned.rmsdAfter;
                 planned.fit.hasMoved = true;
@@ -99,7 +112,7 @@ std::vector<StructureFit> StructureFits::superpose(const Alignment &alignment, u
     if (!moveStructures(motions)) {
         for (StructureFit &fit : fits)
             if (fit.hasMoved)
-                fit = {fit.row, 0, 0, false, "The structures cannot be changed now."};
+                fit = problemOf(fit.row, "The structures cannot be changed now.");
     }
     return fits;
 }

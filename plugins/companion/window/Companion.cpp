@@ -34,6 +34,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
                  [this](const QString &text) { tell(text); }}),
       m_Guide(window),
       m_Refit(window),
+      m_Advice(window, [this](const QString &message) { tell(message); }),
       m_Stops(window),
       m_Rows(window, [this](const QString &message) { tell(message); }),
       m_Columns(window, [this](const QString &message) { tell(message); }),

@@ -6,6 +6,7 @@
 #include "ColumnRules.h"
 #include "ColumnTools.h"
 #include "CompareBar.h"
+#include "DistanceAdvice.h"
 #include "Editing.h"
 #include "FindBar.h"
 #include "FocusStops.h"
@@ -94,6 +95,7 @@ private:
     Editing m_Editing;
     GapGuide m_Guide;
     RefitLine m_Refit;
+    DistanceAdvice m_Advice;
     FocusStops m_Stops;
     RowTools m_Rows;
     ColumnTools m_Columns;

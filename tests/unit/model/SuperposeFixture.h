@@ -142,9 +142,10 @@ protected:
     }
 
     // What a row's plan says, carried out.
-    static TAMBO::SuperposePlan superpose(const TAMBO::Alignment &alignment, const Rows &rows)
+    static TAMBO::SuperposePlan superpose(const TAMBO::Alignment &alignment, const Rows &rows,
+                                          const TAMBO::FitChoice &choice = {})
     {
-        auto plan = TAMBO::planSuperposition(alignment, rows);
+        auto plan = TAMBO::planSuperposition(alignment, rows, choice);
         EXPECT_TRUE(plan.has_value()) << (plan ? "" : plan.error().message());
         if (!plan)
             return {};
@@ -154,9 +155,10 @@ protected:
         EXPECT_TRUE(TAMBO::moveStructures(motions));
         return std::move(plan).value();
     }
-    static std::string refusal(const TAMBO::Alignment &alignment, const Rows &rows)
+    static std::string refusal(const TAMBO::Alignment &alignment, const Rows &rows,
+                               const TAMBO::FitChoice &choice = {})
     {
-        const auto plan = TAMBO::planSuperposition(alignment, rows);
+        const auto plan = TAMBO::planSuperposition(alignment, rows, choice);
         return plan ? "no failure" : plan.error().message();
     }
 };

@@ -11,9 +11,12 @@
 
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "DataPoint.h"
 #include "Subscriber.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -193,17 +196,85 @@ TEST_F(SuperposeTest, NothingMovesWhileChangesArePublished)
 
 TEST_F(SuperposeTest, TheSummaryTellsOneOrTheRangeOfSeveral)
 {
-    SuperposePlan plan{"1abc_A", 169, {{"2abc_A", {m_One, Superposition({})}, 12.341, 0.806}}};
+    SuperposePlan plan{
+        "1abc_A", 169, {{"2abc_A", {m_One, Superposition({})}, 12.341, 0.806, 169, 0.806, false}}};
     EXPECT_EQ(
         SuperposeCommand::summary(plan),
         "Superposed 2abc_A on 1abc_A: RMSD 0.81 Å over 169 pairs of CA atoms, 12.34 Å before");
-    plan.moves.push_back({"3abc_A", {m_One, Superposition({})}, 1, 2});
-    plan.moves.push_back({"4abc_A", {m_One, Superposition({})}, 1, 1});
+    plan.moves.push_back({"3abc_A", {m_One, Superposition({})}, 1, 2, 169, 2, false});
+    plan.moves.push_back({"4abc_A", {m_One, Superposition({})}, 1, 1, 169, 1, false});
     EXPECT_EQ(SuperposeCommand::summary(plan), "Superposed 3 structures on 1abc_A: RMSD 0.81 to "
                                                "2.00 Å over 169 pairs of CA atoms each");
 }
 
+TEST_F(SuperposeTest, TheCoreIsToldBesideTheWhole)
+{
+    SuperposePlan plan{
+        "1abc_A", 146, {{"2abc_A", {m_One, Superposition({})}, 34.5, 13.912, 98, 0.806, false}}};
+    EXPECT_EQ(SuperposeCommand::summary(plan),
+              "Superposed 2abc_A on 1abc_A: core RMSD 0.81 Å over 98 of 146 (67 %) pairs of CA "
+              "atoms, RMSD of all 13.91 Å, 34.50 Å before");
+    plan.moves.push_back({"3abc_A", {m_One, Superposition({})}, 9, 1.3, 146, 1.3, false});
+    EXPECT_EQ(SuperposeCommand::summary(plan),
+              "Superposed 2 structures on 1abc_A: core RMSD 0.81 to 1.30 Å over 98 to 146 of 146 "
+              "pairs of CA atoms, RMSD of all 1.30 to 13.91 Å");
+    plan.moves = {{"2abc_A", {m_One, Superposition({})}, 34.5, 30, 146, 30, true}};
+    EXPECT_EQ(SuperposeCommand::summary(plan),
+              "Superposed 2abc_A on 1abc_A: RMSD 30.00 Å over 146 pairs of CA atoms, 34.50 Å "
+              "before; no three of them fit, so none was left out");
+}
+
 // ---- The dialog
+
+TEST_F(SuperposeTest, TheDialogTellsTheCoreOfEachAndLeavesNothingOutWhenNotWanted)
+{
+    // Its last two residues are elsewhere.
+    StructureRecord bent = helix("bent", 1, 1, 5);
+    for (int i : {6, 7})
+        bent.chains[0].residues[std::size_t(i)].atoms[0].position = Vertex(60 + float(9 * i), 0, 9);
+    Alignment &pair = align("pair", {m_One->chain(0), load(std::move(bent)).chain(0)});
+    const SuperposeDialog dialog({&pair}, nullptr, nullptr);
+    const QTreeWidget &rows = list(dialog);
+    const auto texts = [&rows](int row) {
+        QStringList found;
+        for (int column = 3; column < 6; ++column)
+            found << rows.topLevelItem(row)->text(column);
+        return found;
+    };
+    EXPECT_EQ(texts(0), QStringList({"", "", ""}));
+    EXPECT_EQ(texts(1).mid(0, 2), QStringList({"6 of 8 (75 %)", "0.00"}));
+    EXPECT_GT(texts(1)[2].toDouble(), 20);
+    EXPECT_EQ(dialog.choice().cutoff, 2);
+    auto &cutoff = child<QDoubleSpinBox>(dialog, "Cutoff");
+    EXPECT_EQ(cutoff.text(), "2.0 Å");
+    child<QCheckBox>(dialog, "Prune").setChecked(false);
+    EXPECT_FALSE(cutoff.isEnabled());
+    EXPECT_EQ(dialog.choice().cutoff, 0);
+    EXPECT_EQ(texts(1)[0], "8 of 8 (100 %)");
+    EXPECT_EQ(texts(1)[1], texts(1)[2]);
+    rows.topLevelItem(1)->setCheckState(0, Qt::Unchecked);
+    EXPECT_EQ(texts(1), QStringList({"", "", ""}));
+}
+
+TEST_F(SuperposeTest, TheDialogOffersTheRangeWhenItIsAPart)
+{
+    const SuperposeDialog whole({m_Family}, nullptr, nullptr);
+    EXPECT_FALSE(child<QCheckBox>(whole, "InRange").isEnabled());
+    EXPECT_TRUE(whole.choice().isOfAll());
+    {
+        const DataPoint<Alignment> guard(nullptr, m_Family);
+        m_Family->range({2, 7});
+    }
+    const SuperposeDialog part({m_Family}, nullptr, nullptr);
+    auto &inRange = child<QCheckBox>(part, "InRange");
+    EXPECT_EQ(inRange.text(), "&Only the columns of the range, 3 to 7");
+    EXPECT_FALSE(inRange.isChecked());
+    inRange.setChecked(true);
+    EXPECT_EQ(part.choice().begin, 2U);
+    EXPECT_EQ(part.choice().end, 7U);
+    EXPECT_EQ(plan(part), "2 structures will move onto one_A, on 5 columns in which all of them "
+                          "have a CA atom.");
+}
 
 TEST_F(SuperposeTest, TheDialogListsRowsWithCoordinatesAndChecksEachStructureOnce)
 {

@@ -102,6 +102,39 @@ TEST_F(SuperposeFamiliesTest, CytochromesAreBroughtTogetherFromTheirCrystals)
                      {0.7144, 30.5927}});
 }
 
+// By the same other program, which leaves out pairs by the same rule.
+TEST_F(SuperposeFamiliesTest, GlobinsLieOnEachOtherByWhatIsLeftOfThem)
+{
+    struct Core
+    {
+        std::size_t pairs;
+        double rmsd, whole;
+    };
+    const Alignment &alignment =
+        overChains("globins/globins_structural_alignment_a.fasta",
+                   [](const std::string &name) { return "globin_" + name + ".pdb"; });
+    const std::vector<Core> ofTwo = {
+        {100, 1.1307, 2.1862}, {95, 1.0063, 2.8151}, {101, 1.1281, 2.2062}, {104, 1.1922, 1.9564},
+        {78, 1.0775, 2.4796},  {84, 1.1307, 2.4582}, {80, 1.0953, 2.4356},  {81, 1.0528, 3.2414}};
+    const std::vector<Core> ofOne = {
+        {52, 0.6177, 2.4219}, {55, 0.5787, 2.9944}, {51, 0.5341, 2.5330}, {50, 0.6793, 2.0931},
+        {47, 0.5759, 2.5376}, {45, 0.6787, 2.5815}, {47, 0.6008, 2.4900}, {46, 0.6109, 3.3379}};
+    for (const auto &[cutoff, expected] : {std::pair(2.0, ofTwo), std::pair(1.0, ofOne)}) {
+        const auto found = planSuperposition(alignment, {0, 1, 2, 3, 4, 5, 6, 7, 8},
+                                             {0, FitChoice::kAllColumns, cutoff});
+        ASSERT_TRUE(found);
+        const SuperposePlan &plan = found.value();
+        EXPECT_EQ(plan.columns, 129U);
+        ASSERT_EQ(plan.moves.size(), expected.size());
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            SCOPED_TRACE(plan.moves[i].name);
+            EXPECT_EQ(plan.moves[i].corePairs, expected[i].pairs);
+            EXPECT_NEAR(plan.moves[i].rmsdCore, expected[i].rmsd, kPrecision);
+            EXPECT_NEAR(plan.moves[i].rmsdAfter, expected[i].whole, kPrecision);
+        }
+    }
+}
+
 TEST_F(SuperposeFamiliesTest, GlobinsAreBroughtTogetherFromTheirCrystals)
 {
     const Alignment &alignment =

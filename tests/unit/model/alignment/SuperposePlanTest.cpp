@@ -67,6 +67,63 @@ TEST_F(SuperposePlanTest, OnlyColumnsInWhichAllChosenRowsHaveACarbonCount)
     EXPECT_EQ(plan.moves[1].name, "three_A");
 }
 
+TEST_F(SuperposePlanTest, OnlyTheChosenColumnsCount)
+{
+    const Points fold = randomFold(20, 3);
+    Points moved = turned(fold, 1);
+    // From the eleventh on elsewhere.
+    const Points elsewhere = turned(fold, 2);
+    std::copy(elsewhere.begin() + 10, elsewhere.end(), moved.begin() + 10);
+    Structure &one = structureAt("one", fold);
+    Structure &two = structureAt("two", moved);
+    const Alignment &alignment = ungapped({&one, &two});
+    EXPECT_EQ(refusal(alignment, {0, 1}, {8, 10, 0}),
+              "The chosen chains have CA atoms in 2 columns of the range together; superposing "
+              "takes 3.");
+    EXPECT_EQ(refusal(alignment, {0, 1}, {20, 30, 0}),
+              "The chosen chains have CA atoms in no column of the range together; superposing "
+              "takes 3.");
+    const SuperposePlan plan = superpose(alignment, {0, 1}, {0, 10, 0});
+    EXPECT_EQ(plan.columns, 10U);
+    EXPECT_LT(plan.moves.at(0).rmsdAfter, 1e-4);
+    EXPECT_NEAR(two.chain(0)->position(4).x(), one.chain(0)->position(4).x(), 1e-3);
+    EXPECT_EQ(superpose(alignment, {0, 1}, {10, FitChoice::kAllColumns, 0}).columns, 10U);
+    EXPECT_NEAR(two.chain(0)->position(14).x(), one.chain(0)->position(14).x(), 1e-3);
+}
+
+TEST_F(SuperposePlanTest, PairsThatDoNotFitAreLeftOutAndBothDistancesAreTold)
+{
+    const Points fold = randomFold(60, 3);
+    Points moved = turned(fold, 1);
+    const Points elsewhere = turned(fold, 2);
+    std::copy(elsewhere.begin() + 45, elsewhere.end(), moved.begin() + 45);
+    Structure &one = structureAt("one", fold);
+    Structure &two = structureAt("two", moved);
+    Structure &three = structureAt("three", turned(fold, 4));
+    const SuperposePlan plan =
+        superpose(ungapped({&one, &two, &three}), {0, 1, 2}, {0, FitChoice::kAllColumns, 2});
+    EXPECT_EQ(plan.columns, 60U);
+    EXPECT_EQ(plan.moves.at(0).corePairs, 45U);
+    EXPECT_LT(plan.moves[0].rmsdCore, 1e-4);
+    EXPECT_GT(plan.moves[0].rmsdAfter, 5);
+    EXPECT_FALSE(plan.moves[0].lacksCore);
+    EXPECT_EQ(plan.moves.at(1).corePairs, 60U);
+    EXPECT_DOUBLE_EQ(plan.moves[1].rmsdCore, plan.moves[1].rmsdAfter);
+    EXPECT_NEAR(two.chain(0)->position(44).z(), one.chain(0)->position(44).z(), 1e-3);
+}
+
+TEST_F(SuperposePlanTest, WithoutACoreAllCount)
+{
+    Structure &one = structureAt("one", {{0, 0, 0}, {9, 0, 0}, {0, 9, 0}});
+    Structure &two = structureAt("two", {{0, 0, 0}, {99, 0, 0}, {0, 99, 0}});
+    const Alignment &alignment = ungapped({&one, &two});
+    const double whole = planSuperposition(alignment, {0, 1}).value().moves.at(0).rmsdAfter;
+    const SuperposePlan plan = superpose(alignment, {0, 1}, {0, FitChoice::kAllColumns, 2});
+    EXPECT_TRUE(plan.moves.at(0).lacksCore);
+    EXPECT_EQ(plan.moves[0].corePairs, 3U);
+    EXPECT_DOUBLE_EQ(plan.moves[0].rmsdAfter, whole);
+}
+
 TEST_F(SuperposePlanTest, ResiduesWithoutACarbonAreNoPairs)
 {
     const Points points = randomFold(6, 4);
