@@ -55,7 +55,7 @@ set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 # The library that it shares with the workbench is of one version with both, and the compiled half is for one
 # version of Python.
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
-    "tambo (= ${PROJECT_VERSION}), python3 (>= ${PYTHON_VERSION}~), python3 (<< ${PYTHON_NEXT_VERSION}), python3-numpy, libc6, libgcc-s1, libstdc++6 (>= 12)")
+    "tambo (= ${PROJECT_VERSION}), python3 (>= ${PYTHON_VERSION}~), python3 (<< ${PYTHON_NEXT_VERSION}), libpython${PYTHON_VERSION}, python3-numpy, libc6, libgcc-s1, libstdc++6 (>= 12)")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-biopython, python3-pandas")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
     "${PROJECT_SOURCE_DIR}/packaging/debian/python3-tambo/postinst;${PROJECT_SOURCE_DIR}/packaging/debian/python3-tambo/prerm")

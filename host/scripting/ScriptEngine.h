@@ -49,8 +49,9 @@ public:
     virtual History &history() = 0;
     // UTF-8, as it comes; often a part of a line, and maybe a great many of them.
     virtual void write(std::string_view text, OutputKind kind) = 0;
-    // In the GUI thread, about 20 times a second. The model may be in the middle of a step; false
-    // stops the script.
+    // In the GUI thread, about 20 times a second. The model may be in the middle of a step. False,
+    // once for each time that the user asks for it, raises KeyboardInterrupt in the script; from
+    // the second time on again and again, until the script has ended.
     virtual bool breathe() = 0;
 };
 

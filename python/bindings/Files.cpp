@@ -123,6 +123,7 @@ Opened openFile(const fs::path &file)
     Opened opened{file, {}, {}, {}, {}, {}};
     for (const FileFailure &failure : outcome.failures)
         opened.remarks.push_back(failure.failure.message());
+    const auto savedBefore = model.savedInStep();
     changed(
         *Space::instance(),
         [&](Space &) {
@@ -130,10 +131,11 @@ Opened openFile(const fs::path &file)
                 addAll(read.file, read.contents, opened);
         },
         Publisher::Add);
+    model.keepSavedInStep(savedBefore);
     for (const AlignmentReference &alignment : opened.alignments)
-        model.history().markSaved(*alignment);
+        model.markSaved(*alignment, true);
     for (const StructureReference &structure : opened.structures)
-        model.history().markSaved(*structure);
+        model.markSaved(*structure, true);
     return opened;
 }
 
@@ -189,11 +191,7 @@ std::vector<std::string> saveAlignment(const AlignmentReference &alignment, cons
     const WriteOptions options = optionsOf(file, format);
     checkKind(options, false);
     std::vector<std::string> losses = writeCopy(makeSnapshot(*alignment), file, options);
-    History &history = ProcessModel::get().history();
-    if (losses.empty())
-        history.markSaved(*alignment);
-    else
-        history.markWritten(*alignment);
+    ProcessModel::get().markSaved(*alignment, losses.empty());
     return losses;
 }
 
@@ -203,11 +201,7 @@ std::vector<std::string> saveStructure(const StructureReference &structure, cons
     const WriteOptions options = optionsOf(file, format);
     checkKind(options, true);
     std::vector<std::string> losses = writeCopy(makeRecord(*structure), file, options);
-    History &history = ProcessModel::get().history();
-    if (losses.empty())
-        history.markSaved(*structure);
-    else
-        history.markWritten(*structure);
+    ProcessModel::get().markSaved(*structure, losses.empty());
     return losses;
 }
 

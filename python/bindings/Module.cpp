@@ -2,6 +2,7 @@
 // The compiled half of the Python package tambo.
 #include "Declarations.h"
 #include "ProcessModel.h"
+#include "WorkbenchRun.h"
 
 PYBIND11_MODULE(_tambo, module)
 {
@@ -17,6 +18,11 @@ PYBIND11_MODULE(_tambo, module)
     declareStructures(module);
     declareFiles(module);
     declareRealigning(module);
+    // The workbench's own objects stay when Python goes.
+    if (RunSteps *const steps = ProcessModel::get().workbenchRun()) {
+        module.attr(kRunSteps) = py::capsule(steps, kRunSteps);
+        return;
+    }
     // Before the interpreter takes apart what the model's hooks call.
     py::module_::import("atexit").attr("register")(
         py::cpp_function([] { ProcessModel::get().clear(); }));

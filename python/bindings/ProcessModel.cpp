@@ -2,20 +2,21 @@
 #include "ProcessModel.h"
 
 #include "Alignment.h"
-#include "ChangeScope.h"
 #include "ChangeSession.h"
 #include "Edit.h"
+#include "Embedding.h"
 #include "FileWriter.h"
 #include "Hooks.h"
 #include "ObjectOperations.h"
 #include "ObjectSpace.h"
+#include "OpenStep.h"
 #include "Peptide.h"
 #include "SessionFile.h"
 #include "SessionReading.h"
-#include "StepName.h"
 #include "StoreReader.h"
 #include "StoredObject.h"
 #include "Structure.h"
+#include "WorkbenchRun.h"
 
 #include <pybind11/pybind11.h>
 
@@ -24,16 +25,6 @@
 namespace TAMBO::script {
 
 namespace py = pybind11;
-
-class OpenStep
-{
-public:
-    explicit OpenStep(const std::string &name) : m_Name(name) { }
-
-private:
-    ChangeScope m_Scope;
-    StepName m_Name;
-};
 
 namespace {
 
@@ -63,7 +54,14 @@ void logToPython(const std::string &message, LogSeverity severity)
     }
 }
 
-// False when the user has pressed Ctrl+C; the exception waits for the end of the operation.
+Embedding *givenEmbedding()
+{
+    PyObject *const capsule = PySys_GetObject(kEmbedding);
+    return capsule != nullptr ? static_cast<Embedding *>(PyCapsule_GetPointer(capsule, kEmbedding))
+                              : nullptr;
+}
+
+// False when the user has pressed Ctrl+C or Stop; the exception waits for the end of the operation.
 bool mayGoOn()
 {
     const py::gil_scoped_acquire lock;
@@ -81,16 +79,29 @@ ProcessModel &ProcessModel::get()
     return model;
 }
 
-ProcessModel::ProcessModel()
+ProcessModel::ProcessModel() : m_Embedding(givenEmbedding())
 {
-    hook();
+    if (m_Embedding != nullptr) {
+        m_Run = std::make_unique<WorkbenchRun>(
+            *m_Embedding, WorkbenchRun::Actions{[this](ModelHooks &hooks) { hear(hooks); },
+                                                [this] { leaveSteps(); },
+                                                [this](bool hasFailed) { endStep(hasFailed); }});
+        return;
+    }
+    setEditRecorder(&m_History);
+    modelHooks().log = logToPython;
+    hear(modelHooks());
 }
 
-void ProcessModel::hook()
+ProcessModel::~ProcessModel() = default;
+
+History &ProcessModel::history() noexcept
 {
-    setEditRecorder(&m_History);
-    ModelHooks &hooks = modelHooks();
-    hooks.log = logToPython;
+    return m_Embedding != nullptr ? m_Embedding->history() : m_History;
+}
+
+void ProcessModel::hear(ModelHooks &hooks)
+{
     hooks.refused = [this](const Compound &locked) { m_Refusal = locked.Name() + " is locked"; };
     hooks.denied = [this](const std::string &reason, const Compound *) { m_Refusal = reason; };
     hooks.working = [](const char *, double, bool) { return mayGoOn(); };
@@ -100,18 +111,26 @@ ObjectNumber ProcessModel::number(Compound &object)
 {
     StoredObject *const stored = StoredObject::from(&object);
     m_Index.add(*stored);
-    return {stored->identity(), m_Generation};
+    const auto [given, isNew] =
+        m_Given.try_emplace(stored->identity(), Given{&object, m_Generation});
+    if (!isNew && given->second.object != &object)
+        given->second = {&object, ++m_Generation};
+    return {stored->identity(), given->second.generation};
 }
 
 Compound *ProcessModel::find(const ObjectNumber &number) const
 {
-    Compound *const object =
-        number.generation == m_Generation ? m_Index.find(number.identity) : nullptr;
+    const auto given = m_Given.find(number.identity);
+    if (given == m_Given.end() || given->second.generation != number.generation)
+        return nullptr;
+    Compound *const object = m_Index.find(number.identity);
     return object != nullptr && isInTree(*object) ? object : nullptr;
 }
 
 std::size_t ProcessModel::openStep(const std::string &name)
 {
+    if (m_Run != nullptr && m_Steps.empty())
+        m_Run->leave();
     m_Steps.push_back(std::make_unique<OpenStep>(name));
     return m_Steps.size();
 }
@@ -120,9 +139,18 @@ void ProcessModel::closeStep(std::size_t depth, bool hasFailed)
 {
     if (depth != m_Steps.size())
         throw StepError("steps end in the order in which they were begun, the last one first");
-    if (hasFailed && depth == 1)
+    if (hasFailed && depth == 1) {
+        // It is not given up on the way.
+        const auto working = std::exchange(modelHooks().working, nullptr);
         ChangeSession::get().takeBackChanges();
+        modelHooks().working = working;
+    }
     m_Steps.pop_back();
+    if (m_Steps.empty()) {
+        endStep(hasFailed);
+        if (m_Run != nullptr)
+            m_Run->enter();
+    }
     settle();
 }
 
@@ -134,16 +162,40 @@ void ProcessModel::settle()
         throw RefusedError(std::exchange(m_Refusal, {}));
 }
 
-void ProcessModel::clear()
+void ProcessModel::leaveSteps()
 {
     while (!m_Steps.empty())
         m_Steps.pop_back();
+}
+
+void ProcessModel::markSaved(const Compound &object, bool isComplete)
+{
+    m_SavedInStep.emplace_back(number(const_cast<Compound &>(object)), isComplete);
+    if (!ChangeSession::get().isOpen())
+        endStep(false);
+}
+
+void ProcessModel::endStep(bool hasFailed)
+{
+    for (const auto &[saved, isComplete] : std::exchange(m_SavedInStep, {})) {
+        const Compound *const object = hasFailed ? nullptr : find(saved);
+        if (object != nullptr && isComplete)
+            history().markSaved(*object);
+        else if (object != nullptr)
+            history().markWritten(*object);
+    }
+}
+
+void ProcessModel::clear()
+{
+    leaveSteps();
     m_History.clear();
     ObjectSpace::get().reset();
     m_Index.clear();
+    m_Given.clear();
     ++m_Generation;
     m_Values.clear();
-    m_Refusal.clear();
+    clearRefusal();
 }
 
 Result<void> ProcessModel::readSession(const std::filesystem::path &file)
@@ -152,6 +204,7 @@ Result<void> ProcessModel::readSession(const std::filesystem::path &file)
     if (!reader)
         return reader.error();
     m_Index.clear();
+    m_Given.clear();
     ++m_Generation;
     if (const Result<void> read =
             sessions::readSession(*reader.value(), ObjectSpace::get(), m_History, m_Index);
@@ -168,7 +221,7 @@ Result<void> ProcessModel::readSession(const std::filesystem::path &file)
 Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
 {
     Result<sessions::SessionContent> content = sessions::takeSession(
-        ObjectSpace::get(), m_History, m_Values, sessions::SessionOrigin::now(TAMBO_VERSION));
+        ObjectSpace::get(), history(), m_Values, sessions::SessionOrigin::now(TAMBO_VERSION));
     if (!content)
         return content.error();
     // These are bytes that share nothing with the objects.
@@ -201,7 +254,8 @@ const char *kindOf(const Peptide *)
 
 template <typename T> T *cast(Compound *object)
 {
-    // The number was given to an object of the kind, and to no other one.
+    // The number was given to an object of the kind; another one that gets it has another
+    // generation.
     return static_cast<T *>(object);
 }
 

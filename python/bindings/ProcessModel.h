@@ -4,6 +4,7 @@
 #pragma once
 
 #include "History.h"
+#include "Hooks.h"
 #include "ObjectIndex.h"
 #include "Result.h"
 #include "StoreRecord.h"
@@ -14,6 +15,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <unordered_map>
 #include <vector>
 
 namespace TAMBO {
@@ -48,12 +50,14 @@ struct FileError
     Failure failure;
 };
 
+class Embedding;
 class OpenStep;
+class WorkbenchRun;
 
 struct ObjectNumber
 {
     std::uint32_t identity = 0;
-    // How often all was forgotten before: a session may bring numbers that others had in it.
+    // Which of those that had it: a session may bring numbers that others had before.
     std::uint32_t generation = 0;
 
     friend bool operator==(const ObjectNumber &, const ObjectNumber &) = default;
@@ -65,7 +69,10 @@ public:
     // Refused to other threads than the one that has imported the module.
     static ProcessModel &get();
 
-    [[nodiscard]] History &history() noexcept { return m_History; }
+    // The workbench's inside of it.
+    [[nodiscard]] History &history() noexcept;
+    // Null outside of the workbench.
+    [[nodiscard]] WorkbenchRun *workbenchRun() noexcept { return m_Run.get(); }
 
     // The number of an object, by which it is found from now on.
     [[nodiscard]] ObjectNumber number(Compound &object);
@@ -80,11 +87,31 @@ public:
     // it has failed.
     void closeStep(std::size_t depth, bool hasFailed);
     [[nodiscard]] bool isInStep() const noexcept { return !m_Steps.empty(); }
+    // Ends all of them.
+    void leaveSteps();
+    // The outermost one has ended.
+    void endStep(bool hasFailed);
+
+    // The object is as its file. Inside of a step that holds from its end on, unless more is
+    // changed in it; isComplete: the file lacks nothing.
+    void markSaved(const Compound &object, bool isComplete);
+    // Keeps what has been saved so, since what is changed next is something new.
+    [[nodiscard]] auto savedInStep() const { return m_SavedInStep; }
+    void keepSavedInStep(std::vector<std::pair<ObjectNumber, bool>> saved)
+    {
+        m_SavedInStep = std::move(saved);
+    }
 
     // After each operation: what the model has refused meanwhile, and Ctrl+C, are thrown.
     void settle();
     // Before an operation that takes no guard.
-    void clearRefusal() noexcept { m_Refusal.clear(); }
+    void clearRefusal() noexcept
+    {
+        m_Refusal.clear();
+        m_SavedInStep.clear();
+    }
+    // What the model asks on the way goes to Python.
+    void hear(ModelHooks &hooks);
 
     // Forgets all objects and steps; those that Python still knows are gone.
     void clear();
@@ -94,15 +121,27 @@ public:
 
 private:
     ProcessModel();
-    void hook();
+    ~ProcessModel();
 
     const std::thread::id m_Owner = std::this_thread::get_id();
+    // Null outside of the workbench.
+    Embedding *m_Embedding;
     History m_History;
     mutable ObjectIndex m_Index;
+    struct Given
+    {
+        const Compound *object;
+        std::uint32_t generation;
+    };
+    // Whom numbers were given for.
+    std::unordered_map<std::uint32_t, Given> m_Given;
     std::uint32_t m_Generation = 0;
     // Of the session that was read, what is no object and no step: it stays with it.
     std::vector<sessions::NamedValue> m_Values;
     std::vector<std::unique_ptr<OpenStep>> m_Steps;
+    std::unique_ptr<WorkbenchRun> m_Run;
+    // Whether the file has all of it.
+    std::vector<std::pair<ObjectNumber, bool>> m_SavedInStep;
     std::string m_Refusal;
 };
 

@@ -2,6 +2,7 @@
 #include "Declarations.h"
 #include "ObjectSpace.h"
 #include "ProcessModel.h"
+#include "WorkbenchRun.h"
 
 #include <pybind11/stl.h>
 #include <pybind11/stl/filesystem.h>
@@ -44,9 +45,18 @@ ProcessModel &outsideOfSteps(const char *what)
     return model;
 }
 
+// What would take away the ground from a run in the workbench.
+ProcessModel &outsideOfRuns(const char *what)
+{
+    ProcessModel &model = outsideOfSteps(what);
+    if (model.workbenchRun() != nullptr)
+        throw StepError(std::string(what) + " is not possible for a script in the workbench");
+    return model;
+}
+
 bool undo()
 {
-    ProcessModel &model = outsideOfSteps("undo");
+    ProcessModel &model = outsideOfRuns("undo");
     const bool isDone = model.history().undo();
     model.settle();
     return isDone;
@@ -54,7 +64,7 @@ bool undo()
 
 bool redo()
 {
-    ProcessModel &model = outsideOfSteps("redo");
+    ProcessModel &model = outsideOfRuns("redo");
     const bool isDone = model.history().redo();
     model.settle();
     return isDone;
@@ -62,7 +72,7 @@ bool redo()
 
 void openSession(const std::filesystem::path &file)
 {
-    ProcessModel &model = outsideOfSteps("opening a session");
+    ProcessModel &model = outsideOfRuns("opening a session");
     if (ObjectSpace::get().objectCount() > 0 || model.history().size() > 0)
         throw RefusedError("a session is opened when nothing is loaded: clear() forgets what is");
     if (std::error_code error; !std::filesystem::exists(file, error))
@@ -75,7 +85,14 @@ void openSession(const std::filesystem::path &file)
 void saveSession(const std::filesystem::path &file)
 {
     ProcessModel &model = outsideOfSteps("saving a session");
-    if (const Result<void> written = model.writeSession(file); !written)
+    WorkbenchRun *const run = model.workbenchRun();
+    // The file holds steps that have ended.
+    if (run != nullptr)
+        run->leave();
+    const Result<void> written = model.writeSession(file);
+    if (run != nullptr)
+        run->enter();
+    if (!written)
         throw FileError{written.error()};
     model.settle();
 }
@@ -111,7 +128,7 @@ void declareSteps(py::module_ &module)
                "Writes all objects, with the steps of undo, into one file, which the workbench "
                "opens, too.");
     module.def(
-        "clear", [] { outsideOfSteps("clearing").clear(); },
+        "clear", [] { outsideOfRuns("clearing").clear(); },
         "Forgets all objects and all steps, saved or not.");
 }
 

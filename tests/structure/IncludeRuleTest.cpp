@@ -311,6 +311,8 @@ const std::map<std::string, Rule> kRules = {
      {{"include", "host/base", "host/model", "host/formats", "host/history", "host/sessions/store",
        "host/sessions/file", "plugins/companion/columns"},
       Std | System}},
+    {"python/embedding",
+     {{"include", "host/base", "host/model", "host/scripting", "python/bindings"}, Std | System}},
     {"families",
      {{"host/base", "host/model", "host/formats", "modelling/record"}, Std | System | Json}},
     {"families/running",

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the module and whoever starts Python inside of the workbench hand to each other, as
+// capsules. Without it the module has objects and a history of its own.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace TAMBO {
+class History;
+} // namespace TAMBO
+
+namespace TAMBO::script {
+
+// Stands in sys when the module is imported, and lives as long as the process.
+class Embedding
+{
+public:
+    [[nodiscard]] virtual History &history() = 0;
+
+protected:
+    ~Embedding() = default;
+};
+constexpr const char *kEmbedding = "_tambo_embedding";
+
+// Of one run of a script, or one input of the console; the module has it.
+class RunSteps
+{
+public:
+    // What is changed from now on is one step of undo, unless the script opens steps itself.
+    virtual void begin(const std::string &name) = 0;
+    // Takes back what is in no step that has ended when the run has failed. How many steps stay.
+    virtual std::size_t end(bool hasFailed) = 0;
+
+protected:
+    ~RunSteps() = default;
+};
+constexpr const char *kRunSteps = "_tambo_run_steps";
+
+} // namespace TAMBO::script

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WorkbenchRun.h"
+
+#include "ChangeSession.h"
+#include "History.h"
+
+namespace TAMBO::script {
+
+void WorkbenchRun::begin(const std::string &name)
+{
+    m_Name = name;
+    m_Steps = 0;
+    m_LastState = m_Embedding.history().state();
+    m_Pause.emplace();
+    ModelHooks &hooks = modelHooks();
+    m_Hooks = hooks;
+    m_Actions.hear(hooks);
+    hooks.worked = nullptr;
+    enter();
+}
+
+std::size_t WorkbenchRun::end(bool hasFailed)
+{
+    ModelHooks &hooks = modelHooks();
+    // Taking back is not given up on the way.
+    hooks.working = nullptr;
+    if (hasFailed && ChangeSession::get().isOpen())
+        ChangeSession::get().takeBackChanges();
+    hooks.working = m_Hooks.working;
+    hooks.worked = m_Hooks.worked;
+    // Those that the script has left open, too.
+    m_Actions.leaveSteps();
+    close();
+    hooks.refused = m_Hooks.refused;
+    hooks.denied = m_Hooks.denied;
+    m_Actions.endStep(hasFailed);
+    m_Pause.reset();
+    return m_Steps;
+}
+
+void WorkbenchRun::leave()
+{
+    if (!isUnderWay())
+        return;
+    close();
+    m_Actions.endStep(false);
+}
+
+void WorkbenchRun::enter()
+{
+    if (!isUnderWay())
+        return;
+    // The script's own one.
+    countStep();
+    m_Step = std::make_unique<OpenStep>(m_Name);
+}
+
+void WorkbenchRun::close()
+{
+    m_Step.reset();
+    countStep();
+}
+
+void WorkbenchRun::countStep()
+{
+    if (const std::uint64_t state = m_Embedding.history().state(); state != m_LastState) {
+        m_LastState = state;
+        ++m_Steps;
+    }
+}
+
+} // namespace TAMBO::script
