@@ -20,6 +20,7 @@
 #include "Plugins.h"
 #include "PrintCommand.h"
 #include "PrivateDirectory.h"
+#include "Readability.h"
 #include "Services.h"
 #include "Workbench.h"
 
@@ -279,6 +280,7 @@ int runWindows(const CommandLine &line, int argc, char **argv)
     const TAMBO::app::Application application(argc, argv);
     qInstallMessageHandler(standard);
     introduce();
+    TAMBO::services::makeReadable();
     // Not before there is a log.
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));

@@ -57,6 +57,28 @@ TEST(ArchitecturePage, NamesTheFoldersWithCodeAndNoOthers)
     EXPECT_EQ(foldersOnThePage(), folders);
 }
 
+// ---- Colors
+
+// Of texts a case of the room computes whether they can be read, so they have names of their own.
+// Gray is for lines and balls, yellow for the selection.
+TEST(ProductSources, TheToolkitsNamedColorsAreForNoTextButBlackAndWhite)
+{
+    static const std::regex pen(
+        R"(setPen\([^;]*Qt::(\w*(gray|green|red|blue|yellow|cyan|magenta))\b)", std::regex::icase);
+    for (const char *folder : {"host", "plugins/companion", "plugins/structures"}) {
+        for (const path &source : ProjectSources::sourcesIn(kRoot / folder)) {
+            // Frames of colored squares, and names in the words of the editor.
+            const std::string name = source.filename().string();
+            if (name == "LegendBar.cpp" || name == "NameColumn.cpp")
+                continue;
+            for (const std::string &line : ProjectSources::linesOf(source)) {
+                std::smatch match;
+                EXPECT_FALSE(std::regex_search(line, match, pen)) << source << ": " << line;
+            }
+        }
+    }
+}
+
 // ---- Circles
 
 // A header and the source of the same name are one unit: "host/model/Peptide". The rooms of a

@@ -133,14 +133,14 @@ QByteArray HtmlPages::head() const
         "table { border-collapse: collapse; margin: 0 0 1em; font: " +
         markupNumber(m_Plan.order.fontSize) +
         "pt 'DejaVu Sans Mono', Menlo, Consolas, monospace; }\n"
-        "caption { text-align: left; font-family: sans-serif; color: #555; }\n"
+        "caption { text-align: left; font-family: sans-serif; color: #595959; }\n"
         "th, td { padding: 0; }\n"
         "th { font-weight: normal; text-align: left; padding-right: 1em; white-space: pre; }\n"
         ".s { white-space: pre; letter-spacing: " +
         kSpacing +
         "; }\n"
         ".e { padding-left: 1em; text-align: right; }\n"
-        ".ruler td, .e, .t th, .line { color: #555; }\n"
+        ".ruler td, .e, .t th, .line { color: #595959; }\n"
         ".t svg { display: block; margin-top: 0.3em; }\n"
         "span, svg { print-color-adjust: exact; -webkit-print-color-adjust: exact; }\n";
     std::map<int, QRgb> colors;

@@ -3,6 +3,7 @@
 
 #include "CellLooks.h"
 #include "Ruler.h"
+#include "TextColors.h"
 #include "TrackLabels.h"
 #include "TrackPainting.h"
 
@@ -12,11 +13,7 @@
 
 namespace companion {
 
-namespace {
-
-constexpr QColor kPageGrey(110, 110, 110);
-
-} // namespace
+namespace { } // namespace
 
 PaintedPages::PaintedPages(const PagePlan &plan, QPainter &painter, double dots,
                            PlaceOfPage placeOfPage)
@@ -75,7 +72,7 @@ void PaintedPages::beginPage(const Page &page)
     m_Painter.setPen(Qt::black);
     write({margin, baseline},
           cut(m_Plan.order.title, width - numberWidth - m_Plan.measures.cellWidth));
-    m_Painter.setPen(kPageGrey);
+    m_Painter.setPen(kQuietText);
     writeBefore({margin + width, baseline}, number);
 }
 
@@ -86,7 +83,7 @@ void PaintedPages::beginPart(const PagePart &part)
     const double cell = m_Plan.measures.cellWidth;
     const unsigned long step = rulerStep(double(QString::number(part.colEnd).size()), 1);
     m_Painter.setFont(m_Font);
-    m_Painter.setPen(kPageGrey);
+    m_Painter.setPen(kQuietText);
     for (const RulerMark &mark : rulerMarks(part.colBegin, part.colEnd, step, 1, 1))
         writeBefore({m_Plan.layout.cellsLeft() + double(mark.col + 1 - part.colBegin) * cell,
                      part.top + m_Plan.measures.baseline},
@@ -125,7 +122,7 @@ void PaintedPages::addRow(const PagePart &part, const PageRow &row)
     }
     if (row.number.isEmpty())
         return;
-    m_Painter.setPen(kPageGrey);
+    m_Painter.setPen(kQuietText);
     writeBefore(
         {left + double(part.colEnd - part.colBegin) * measures.cellWidth + measures.numberWidth,
          baseline},
@@ -146,7 +143,7 @@ void PaintedPages::addLine(const PagePart &part, std::size_t place, const std::s
     const PageMeasures &measures = m_Plan.measures;
     const double baseline = topOfLine(m_Plan, part, place) + measures.baseline;
     m_Painter.setFont(m_Font);
-    m_Painter.setPen(kPageGrey);
+    m_Painter.setPen(kQuietText);
     if (m_Plan.order.hasNames)
         write({m_Plan.order.margin, baseline},
               cut(m_Plan.order.lines[place].name, measures.nameWidth - measures.cellWidth / 2));
@@ -161,7 +158,7 @@ void PaintedPages::addTracks(const PagePart &part, const ColumnOfTrack &columns)
     const double cell = m_Plan.measures.cellWidth;
     for (const PlacedTrack &track : placedTracks(m_Plan, part)) {
         m_Painter.setFont(m_Font);
-        m_Painter.setPen(kPageGrey);
+        m_Painter.setPen(kQuietText);
         if (m_Plan.order.hasNames)
             write(nameOfTrack(m_Plan, track),
                   cut(trackName(track.track), m_Plan.measures.nameWidth - cell / 2));

@@ -18,7 +18,7 @@ namespace {
 
 // Fonts are measured so much larger, since small ones are rounded to pixels.
 constexpr int kLargeFont = 1000;
-const QByteArray kGreyText = QByteArrayLiteral(" fill=\"#6e6e6e\"");
+const QByteArray kGreyText = QByteArrayLiteral(" fill=\"#595959\"");
 const QByteArray kEndsThere = QByteArrayLiteral(" text-anchor=\"end\"");
 
 QFont largeFont()

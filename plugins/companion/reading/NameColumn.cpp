@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "NameText.h"
+#include "TextColors.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
@@ -102,8 +103,25 @@ void NameColumn::paint(QPainter &painter, const TAMBO::AlignmentWindow &window,
                        const TAMBO::OverlayExposure &exposed)
 {
     const TAMBO::Alignment *const alignment = window.alignment();
+    if (alignment == nullptr)
+        return;
+    paintNames(painter, exposed);
+    const int third = std::max(1, margin(window) / 3);
+    for (unsigned long row = exposed.cells.rowBegin; row < exposed.cells.rowEnd; ++row) {
+        if (!alignment->isRowSelected(row))
+            continue;
+        const QRect place = window.blockRect({row, row + 1, 0, 1}, WindowArea::Names);
+        painter.fillRect(window.nameWidth() - 2 * third, place.top(), third, place.height(),
+                         kSelectedText);
+    }
+}
+
+void NameColumn::paintNames(QPainter &painter, const TAMBO::OverlayExposure &exposed) const
+{
+    const TAMBO::AlignmentWindow &window = *this->window();
+    const TAMBO::Alignment *const alignment = window.alignment();
     const std::optional<QFont> font = window.nameFont();
-    if (alignment == nullptr || !font)
+    if (!font)
         return;
     const QFontMetrics metrics(*font);
     const int right = window.nameWidth() - margin(window);

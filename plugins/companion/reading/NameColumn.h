@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The names of an alignment window: as wide as they are long when an alignment is shown, cut in the
-// middle where there is no room, whole in the tool tip, and with a border that can be dragged.
+// middle where there is no room, whole in the tool tip, and with a border that can be dragged. A
+// bar behind the name says what is selected, since the window's green can hardly be seen.
 #pragma once
 
 #include "AlignmentViewObserver.h"
@@ -35,6 +36,7 @@ private:
     [[nodiscard]] TAMBO::AlignmentWindow *window() const noexcept;
     // What the longest of the names [begin, end) needs, with the mark behind it.
     [[nodiscard]] int neededWidth(unsigned long begin, unsigned long end) const;
+    void paintNames(QPainter &painter, const TAMBO::OverlayExposure &exposed) const;
     [[nodiscard]] bool isBorder(int x) const;
     void showToolTip(const QPoint &place, const QPoint &global) const;
 

@@ -6,6 +6,7 @@
 #include "FastTreeRun.h"
 #include "LineLabel.h"
 #include "RowChanges.h"
+#include "TextColors.h"
 #include "TreeFile.h"
 #include "TreePainting.h"
 #include "TreeView.h"
@@ -449,7 +450,7 @@ void TreeDock::showState()
         tell(stateText());
     QPalette colors = palette();
     if (isOld)
-        colors.setColor(QPalette::WindowText, QColor(176, 64, 0));
+        colors.setColor(QPalette::WindowText, warningTextOn(colors.color(QPalette::Window)));
     m_State->setPalette(colors);
     m_Compute->setText(hasTree() ? tr("Compute Anew") : tr("Compute"));
     for (QWidget *const widget : std::initializer_list<QWidget *>{m_Compute, m_Sort})

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TreePainting.h"
 
+#include "TextColors.h"
 #include "Texts.h"
 
 #include <QFontMetrics>
@@ -18,8 +19,6 @@ namespace {
 constexpr QColor kBranch(50, 50, 50);
 constexpr QColor kToName(190, 190, 190);
 constexpr QColor kTriangle(200, 214, 232);
-constexpr QColor kNumber(0, 90, 140);
-constexpr QColor kLabel(120, 60, 140);
 constexpr QColor kPresent(208, 88, 0);
 // In pixels.
 constexpr double kReach = 5;
@@ -108,10 +107,10 @@ public:
             return;
         const TreeNode &node = m_Tree.nodes[each.node];
         if (m_Look.showsLengths && node.length && m_Sight.pitch >= kLeastPitchOfNames)
-            paintAtBranch(QString::number(*node.length, 'g', kDigits), from, x, y, kNumber);
+            paintAtBranch(QString::number(*node.length, 'g', kDigits), from, x, y, kLengthText);
         // What is known of the clade, mostly how well it is supported.
         if (!each.isLeaf() && m_Sight.pitch >= kLeastPitchOfLabels)
-            paintAtBranch(QString::fromStdString(node.name), from, x, y, kLabel);
+            paintAtBranch(QString::fromStdString(node.name), from, x, y, kCladeText);
     }
 
     void paintPresent(const ShownNode &each)
@@ -170,7 +169,7 @@ private:
             return;
         m_Painter.setFont(small);
         m_Painter.setPen(color);
-        const double baseline = color == kLabel ? y + metrics.ascent() : y - 2;
+        const double baseline = color == kCladeText ? y + metrics.ascent() : y - 2;
         m_Painter.drawText(QPointF(x - width - kNode, baseline), text);
     }
 

@@ -10,6 +10,7 @@
 #include "RowNumbers.h"
 #include "Ruler.h"
 #include "Space.h"
+#include "TextColors.h"
 #include "WorkbenchValues.h"
 #include "ZoomSteps.h"
 
@@ -295,7 +296,7 @@ void WrappedView::paintRuler(QPainter &painter, const WrapLine &line, int top) c
     const unsigned long step =
         rulerStep(double(QString::number(m_Layout.columns()).size()) * digit, cell);
     painter.setFont(m_RulerFont);
-    painter.setPen(Qt::darkGray);
+    painter.setPen(kQuietText);
     const int up = top - int(line.rulerLine) * cellSize().height();
     for (const RulerMark &mark : rulerMarks(line.colBegin, line.colEnd, step, digit, cell)) {
         const int right = m_NameWidth + int(mark.col - line.colBegin + 1) * cell;
@@ -317,14 +318,14 @@ void WrappedView::paintRow(QPainter &painter, const WrapLine &line, int top)
         return;
     const QFontMetrics metrics(*m_NameFont);
     painter.setFont(*m_NameFont);
-    painter.setPen(shown.isRowSelected(line.row) ? Qt::green : Qt::black);
+    painter.setPen(shown.isRowSelected(line.row) ? kSelectedText : QColor(Qt::black));
     const QString name = QString::fromStdString(shown.GetSeqName(line.row));
     painter.drawText(QRect(kBesideCells, top, m_NameWidth - 2 * kBesideCells, height),
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
                      cutInTheMiddle(name, m_NameWidth - 2 * kBesideCells, metrics));
     if (!m_HasNumbers)
         return;
-    painter.setPen(Qt::darkGray);
+    painter.setPen(kQuietText);
     const int end = m_NameWidth + int(line.colEnd - line.colBegin) * cellSize().width();
     painter.drawText(QRect(end, top, m_NumberWidth, height),
                      Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip,

@@ -5,6 +5,7 @@
 #include "AppFixture.h"
 #include "LogFilter.h"
 #include "LogPanel.h"
+#include "support/Contrast.h"
 #include "support/ShownText.h"
 
 #include <QAbstractItemModelTester>
@@ -164,6 +165,24 @@ TEST_F(LogModelTest, SeveritiesHaveColorsOfTheirOwn)
     EXPECT_TRUE(color(1).isValid());
     EXPECT_TRUE(color(2).isValid());
     EXPECT_NE(color(1).value<QColor>(), color(2).value<QColor>());
+}
+
+TEST_F(LogModelTest, SeveritiesCanBeReadOnLightAndDarkGround)
+{
+    LogModel model(m_Book);
+    writeThree();
+    for (const QColor &ground : {QColor(Qt::white), QColor(0xf7, 0xf7, 0xf7),
+                                 QColor(0x2b, 0x2b, 0x2b), QColor(Qt::black)}) {
+        QPalette palette;
+        palette.setColor(QPalette::Base, ground);
+        QApplication::setPalette(palette);
+        for (const int row : {1, 2})
+            EXPECT_GE(
+                contrastOf(model.index(row, 0).data(Qt::ForegroundRole).value<QColor>(), ground),
+                kReadableContrast)
+                << ground.name().toStdString();
+    }
+    QApplication::setPalette(QPalette());
 }
 
 TEST_F(LogModelTest, ALineShowsTimeAndTextWithoutBreaks)

@@ -4,6 +4,7 @@
 #include "Commands.h"
 #include "Companions.h"
 #include "WindowCommands.h"
+#include "support/Contrast.h"
 
 #include <QLabel>
 #include <QMenu>
@@ -94,6 +95,32 @@ TEST_F(AlignmentCompanion, TheBorderOfTheNamesCanBeDragged)
     release(names, Qt::LeftButton, border + QPoint(50, 0));
     EXPECT_EQ(m_Served->nameWidth(), before + 50);
     EXPECT_FALSE(m_Shown.isRowSelected(1));
+}
+
+TEST_F(LongNames, OfSelectedRowsHaveABarThatIsSeenBesideTheLightLetters)
+{
+    QWidget *const names = m_Served->areaWidget(WindowArea::Names);
+    // In all lines of a row that is selected, and in none of the other one.
+    const auto darkLines = [&](unsigned long row) {
+        QCoreApplication::processEvents();
+        const QRect place = m_Served->blockRect({row, row + 1, 0, 1}, WindowArea::Names);
+        const QImage picture = pictureOf(names).copy(place);
+        const int x = m_Served->nameWidth() - 3 * (m_Served->ownCellSize().width() / 3) / 2;
+        int dark = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            dark += contrastOf(picture.pixelColor(x, y), Qt::white) >= kReadableContrast ? 1 : 0;
+        return std::pair(dark, picture.height());
+    };
+    EXPECT_EQ(darkLines(1).first, 0);
+    {
+        TAMBO::Alignment &alignment = *m_Served->alignment();
+        const DataPoint<TAMBO::Alignment> change(nullptr, &alignment);
+        alignment.selectInRow(1, {0, alignment.width()});
+    }
+    for (int zoom = 0; zoom < 3; ++zoom, m_Companion->zoom().out()) {
+        EXPECT_EQ(darkLines(1).first, darkLines(1).second);
+        EXPECT_EQ(darkLines(0).first, 0);
+    }
 }
 
 TEST_F(LongNames, HaveRoomUpToAThirdOfTheWindowWhenTheyAreShown)
