@@ -36,6 +36,24 @@ TEST_F(RowsByHand, ASelectedRowMovesByKeys)
     waitForLetter(m_Grid.corner, row(1)[0]);
 }
 
+TEST_F(RowsByHand, ASelectedRowHasADarkBarAndIsCopiedByKeys)
+{
+    open();
+    const QRect names(m_Place.left(), m_Grid.corner.y(), m_Grid.corner.x() - m_Place.left(),
+                      m_Grid.cell.height());
+    const QColor bar(0, 100, 0);
+    waitForColorIn(names, bar, false);
+    m_Screen.click(name(0));
+    waitForColorIn(names, bar);
+    keys("ctrl+c");
+    waitFor([this] { return m_Screen.clipboardText().startsWith(u'>'); });
+    const QStringList lines = m_Screen.clipboardText().split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(lines.filter(QStringLiteral(">")).size(), 1);
+    EXPECT_EQ(lines.mid(1).join(QString()).toLatin1(), row(0).replace("-", ""));
+    m_Screen.click(name(0));
+    waitForColorIn(names, bar, false);
+}
+
 TEST_F(RowsByHand, RedundantRowsAreLookedThroughAndRemovedByKeys)
 {
     open();

@@ -270,6 +270,11 @@ void VirtualScreen::typeText(const QString &window, const QString &text) const
     EXPECT_TRUE(xdotool({"windowactivate", "--sync", window, "type", "--delay", "1", text}));
 }
 
+QString VirtualScreen::clipboardText() const
+{
+    return run("xclip", {"-selection", "clipboard", "-out"}).value_or(QString());
+}
+
 void VirtualScreen::pasteText(const QString &window, const QString &text) const
 {
     QFile file(m_Folder.filePath("pasted.txt"));

@@ -55,6 +55,8 @@ public:
     void pasteText(const QString &window, const QString &text) const;
     // To whatever has the keyboard.
     void pressKey(const QString &keys) const;
+    // The text that other programs would get; empty when there is none.
+    [[nodiscard]] QString clipboardText() const;
 
     // Whether all threads of the process wait for something, rather than for the processor.
     [[nodiscard]] static bool isAsleep(qint64 process);
