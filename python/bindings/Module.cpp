@@ -7,7 +7,10 @@
 PYBIND11_MODULE(_tambo, module)
 {
     using namespace TAMBO::script;
+    namespace py = pybind11;
     module.attr("__version__") = TAMBO_VERSION;
+    // What is public, the package says.
+    module.attr("__all__") = py::list();
     // Its thread is the one that may go on.
     ProcessModel::get();
     declareExceptions(module);

@@ -1,17 +1,20 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-import os
 import types
 from collections.abc import Callable, Iterator, Sequence
-from typing import Any, Literal, Optional, Union, overload
+from typing import Any, Literal, NoReturn, Optional, Union, overload
 
 import numpy
 from numpy.typing import NDArray
 
+from ._types import Path, Places
+
 __version__: str
 
-# Rows, columns or residues: all, one, a slice, places, or an array of truth values.
-Places = Union[None, int, slice, Sequence[int], NDArray[Any]]
-Path = Union[str, "os.PathLike[str]"]
+# What pybind11 has made: only some of it can be made by a call.
+class _Type(type): ...
+
+class _Compiled(metaclass=_Type):
+    def __init__(self, *args: NoReturn, **kwargs: NoReturn) -> None: ...
 
 class FormatError(ValueError):
     file: str
@@ -26,16 +29,17 @@ class RefusedError(RuntimeError):
 class ProgramError(RuntimeError):
     program: str
     status: Optional[int]
+    def __init__(self, message: str, program: str, status: Optional[int] = ...) -> None: ...
 
 class StepError(RuntimeError): ...
 class ThreadError(RuntimeError): ...
 
-class Step:
+class Step(_Compiled):
     def __enter__(self) -> None: ...
     def __exit__(self, type: Optional[type[BaseException]], value: Optional[BaseException],
                  traceback: Optional[types.TracebackType]) -> None: ...
 
-class Atom:
+class Atom(_Compiled):
     @property
     def residue(self) -> Residue: ...
     @property
@@ -51,7 +55,7 @@ class Atom:
     def __eq__(self, other: object) -> bool: ...
     def __hash__(self) -> int: ...
 
-class Residue:
+class Residue(_Compiled):
     number: str
     color: int
     selected: bool
@@ -77,7 +81,7 @@ class Residue:
     def __eq__(self, other: object) -> bool: ...
     def __hash__(self) -> int: ...
 
-class Chain:
+class Chain(_Compiled):
     name: str
     locked: bool
     @property
@@ -112,7 +116,7 @@ class Chain:
     def make_element(self, name: str, type: str, residues: Places) -> None: ...
     def delete(self) -> None: ...
 
-class Clade:
+class Clade(_Compiled):
     @property
     def tree(self) -> Tree: ...
     @property
@@ -138,7 +142,7 @@ class Clade:
     def __eq__(self, other: object) -> bool: ...
     def __hash__(self) -> int: ...
 
-class Tree:
+class Tree(_Compiled):
     def __init__(self, newick: str, alignment: Optional[Alignment] = ...) -> None: ...
     @property
     def root(self) -> Clade: ...
@@ -158,7 +162,7 @@ class Tree:
     def save(self, path: Path) -> None: ...
     def to_biopython(self) -> Any: ...
 
-class Structure:
+class Structure(_Compiled):
     name: str
     locked: bool
     @property
@@ -181,7 +185,7 @@ class Structure:
     def to_dataframe(self) -> Any: ...
     def delete(self) -> None: ...
 
-class Row:
+class Row(_Compiled):
     @property
     def alignment(self) -> Alignment: ...
     @property
@@ -219,7 +223,7 @@ class IdentityMatrix:
     def __getitem__(self, place: Any) -> Any: ...
     def to_dataframe(self) -> Any: ...
 
-class Alignment:
+class Alignment(_Compiled):
     name: str
     locked: bool
     @property
@@ -271,7 +275,7 @@ class Alignment:
     def to_dataframe(self) -> Any: ...
     def delete(self) -> None: ...
 
-class Opened:
+class Opened(_Compiled):
     @property
     def file(self) -> Any: ...
     @property

@@ -33,14 +33,14 @@ class IdentityMatrix:
 
     def to_dataframe(self):
         """The matrix with the names of its rows, for pandas."""
-        import pandas
+        import pandas  # type: ignore
         return pandas.DataFrame(self.values, index=self.names, columns=self.names)
 
 
 IdentityMatrix.__module__ = "tambo"
 
 
-def identity_matrix(alignment, of="shorter"):
+def identity_matrix(self, of="shorter"):
     """The identical pairs of each two rows as a share of what `of` says.
 
     "shorter": the residues of the row that has fewer; "aligned": the columns in which both have one;
@@ -51,4 +51,4 @@ def identity_matrix(alignment, of="shorter"):
     >>> float(family.identity_matrix(of="overlap")[0, 1])
     0.5
     """
-    return IdentityMatrix(alignment.names, alignment._identities(of), of)
+    return IdentityMatrix(self.names, self._identities(of), of)

@@ -15,49 +15,49 @@ def save(self, path, format=None):
     return _tambo.save(self, path, format)
 
 
-def alignment_to_biopython(alignment):
+def alignment_to_biopython(self):
     """A Bio.Align.MultipleSeqAlignment of the same rows."""
-    from Bio.Align import MultipleSeqAlignment
-    from Bio.Seq import Seq
-    from Bio.SeqRecord import SeqRecord
+    from Bio.Align import MultipleSeqAlignment  # type: ignore
+    from Bio.Seq import Seq  # type: ignore
+    from Bio.SeqRecord import SeqRecord  # type: ignore
     return MultipleSeqAlignment(
-        [SeqRecord(Seq(str(row)), id=row.name, name=row.name, description="") for row in alignment])
+        [SeqRecord(Seq(str(row)), id=row.name, name=row.name, description="") for row in self])
 
 
-def alignment_to_dataframe(alignment):
+def alignment_to_dataframe(self):
     """A pandas.DataFrame with a row for each row and a column for each column: one letter, '-' for a gap."""
-    import pandas
-    letters = alignment.letters()
-    return pandas.DataFrame(letters.view("S1").astype("U1"), index=alignment.names)
+    import pandas  # type: ignore
+    letters = self.letters()
+    return pandas.DataFrame(letters.view("S1").astype("U1"), index=self.names)
 
 
-def structure_to_biopython(structure):
+def structure_to_biopython(self):
     """A Bio.PDB structure of what a file of mmCIF would say of this one."""
-    from Bio.PDB.MMCIFParser import MMCIFParser
+    from Bio.PDB.MMCIFParser import MMCIFParser  # type: ignore
     with tempfile.TemporaryDirectory() as folder:
         file = os.path.join(folder, "structure.cif")
-        _tambo.write_copy(structure, file)
-        return MMCIFParser(QUIET=True).get_structure(structure.name, file)
+        _tambo.write_copy(self, file)
+        return MMCIFParser(QUIET=True).get_structure(self.name, file)
 
 
-def structure_to_dataframe(structure):
+def structure_to_dataframe(self):
     """A pandas.DataFrame with a row for each atom: chain, number, residue, name, element, b_factor,
     occupancy, and x, y, z in Angstrom."""
-    import pandas
-    table = pandas.DataFrame(structure.atoms())
-    table[["x", "y", "z"]] = structure.atom_positions()
+    import pandas  # type: ignore
+    table = pandas.DataFrame(self.atoms())
+    table[["x", "y", "z"]] = self.atom_positions()
     return table
 
 
-def tree_to_biopython(tree):
+def tree_to_biopython(self):
     """A Bio.Phylo tree of the same clades, names and lengths; it has as many branches at its root as this one."""
-    from Bio.Phylo.Newick import Clade, Tree
+    from Bio.Phylo.Newick import Clade, Tree  # type: ignore
     made = {}
-    for clade in tree:
+    for clade in self:
         made[clade] = Clade(branch_length=clade.length, name=clade.name or None)
         if clade.parent is not None:
             made[clade.parent].clades.append(made[clade])
-    return Tree(root=made[tree.root], rooted=False)
+    return Tree(root=made[self.root], rooted=False)
 
 
 def from_biopython(what, name="biopython"):
@@ -94,7 +94,7 @@ def _newick(root):
 
 
 def _structure_from_biopython(structure):
-    from Bio.PDB.mmcifio import MMCIFIO
+    from Bio.PDB.mmcifio import MMCIFIO  # type: ignore
     writer = MMCIFIO()
     writer.set_structure(structure)
     text = io.StringIO()

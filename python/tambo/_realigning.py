@@ -10,7 +10,7 @@ from ._programs import ProgramError
 LEAST, TIMES_INPUT = 1 << 24, 1000
 
 
-def realign(alignment, columns=None, rows=None, program=None, arguments=None):
+def realign(self, columns=None, rows=None, program=None, arguments=None):
     """Aligns the columns of a slice anew, or all of them, and gives the slice in which they stand then.
 
     The residues of the rows, or of all rows, in these columns go to an aligner; of its answer nothing
@@ -27,14 +27,14 @@ def realign(alignment, columns=None, rows=None, program=None, arguments=None):
     Ctrl+C ends the program; the alignment is as it was then.
     """
     words = command(program, arguments)
-    realigning = _tambo._Realigning(alignment, columns, rows)
+    realigning = _tambo._Realigning(self, columns, rows)
     if realigning.count < 2:
         return realigning.range
-    answer = _answer(words, realigning.fasta, alignment.name)
+    answer = _answer(words, realigning.fasta, self.name)
     # Of every letter one byte, whatever the program has printed.
     problem = realigning.take(answer)
     if problem:
-        raise ProgramError(f"The columns of {alignment.name} were not realigned: the answer of {words[0]} is not "
+        raise ProgramError(f"The columns of {self.name} were not realigned: the answer of {words[0]} is not "
                            f"to be trusted; {problem}.", words[0], 0)
     return realigning.range
 

@@ -2,7 +2,7 @@
 """Sorting rows, which Python does as it sorts anything."""
 
 
-def sort(alignment, key="name", reverse=False):
+def sort(self, key="name", reverse=False):
     """Sorts the rows by "name", by "length" (residues), or by what key gives for each row.
 
     Rows that are alike keep their order.
@@ -21,5 +21,5 @@ def sort(alignment, key="name", reverse=False):
         if key not in known:
             raise ValueError(f"rows are sorted by 'name' or 'length', or by a function, and not by {key!r}")
         key = known[key]
-    values = [key(row) for row in alignment]
-    alignment.reorder(sorted(range(len(values)), key=values.__getitem__, reverse=reverse))
+    values = [key(row) for row in self]
+    self.reorder(sorted(range(len(values)), key=values.__getitem__, reverse=reverse))

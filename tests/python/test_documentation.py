@@ -5,6 +5,7 @@ import os
 import pathlib
 import pkgutil
 import subprocess
+import sys
 import unittest
 
 import tambo
@@ -62,10 +63,17 @@ class Stubs(unittest.TestCase):
         checked = self.mypy(WRONG)
         self.assertIn('Argument 1 to "insert_gaps"', checked.stdout)
 
+    def test_they_are_what_there_is(self):
+        environment = dict(os.environ, MYPYPATH=str(PACKAGE.parent))
+        checked = subprocess.run([sys.executable, "-m", "mypy.stubtest", "--concise", "tambo"],
+                                 capture_output=True, text=True, env=environment, cwd="/")
+        self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
+
     def test_they_have_what_the_package_has(self):
         tree = ast.parse(STUB.read_text())
         functions = {node.name for node in tree.body if isinstance(node, ast.FunctionDef)}
-        classes = {node.name: node for node in tree.body if isinstance(node, ast.ClassDef)}
+        classes = {node.name: node for node in tree.body
+                   if isinstance(node, ast.ClassDef) and not node.name.startswith("_")}
         self.assertEqual(functions | set(classes), set(tambo.__all__))
         for name, node in classes.items():
             said = {entry.name for entry in node.body if isinstance(entry, ast.FunctionDef)}
