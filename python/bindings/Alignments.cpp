@@ -271,7 +271,9 @@ std::vector<AlignmentReference> alignments()
 void declareEdits(py::class_<AlignmentReference> &type)
 {
     type.def("insert_gaps", &insertGaps, py::arg("row"), py::arg("column"), py::arg("count") = 1,
-             "Cells of the row from the column on move right.")
+             "Cells of the row from the column on move right by count, into the gaps at its end as "
+             "far as "
+             "there are; the alignment gets wider by the rest.")
         .def("move_gaps", &moveGaps, py::arg("row"), py::arg("start"), py::arg("count"),
              py::arg("to"),
              "The gaps [start, start + count) of a row come to stand at [to, to + count).")
@@ -282,12 +284,16 @@ void declareEdits(py::class_<AlignmentReference> &type)
              "or from a residue on what follows it.")
         .def("push", &push, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("to") = "left",
-             "The residues of the rows come to stand side by side at one end of the columns.")
+             "The residues of the rows come to stand side by side at one end of the columns, "
+             "'left' or "
+             "'right'; those outside of the columns stay.")
         .def("insert_columns", &insertColumns, py::arg("column"), py::arg("count") = 1,
-             "Columns of gaps before a column, or behind the last one.")
-        .def("remove_columns", &removeColumns, py::arg("columns"), "With the residues in them.")
-        .def("remove_rows", &removeRows, py::arg("rows"), "Their sequences stay loaded.")
-        .def("move_row", &moveRow, py::arg("start"), py::arg("end"), "The rows between close up.")
+             "So many columns of gaps before a column; before width, behind the last one.")
+        .def("remove_columns", &removeColumns, py::arg("columns"),
+             "They go with the residues in them, which stay in their sequences.")
+        .def("remove_rows", &removeRows, py::arg("rows"), "They go; their sequences stay loaded.")
+        .def("move_row", &moveRow, py::arg("start"), py::arg("end"),
+             "The row that stands at start comes to stand at end; the rows between close up.")
         .def("reorder", &reorder, py::arg("order"),
              "The row that stands at order[i] comes to stand at i; order names each row once. Or "
              "the rows come to stand as the leaves of a Tree do, from top to bottom; a ValueError "
@@ -303,7 +309,9 @@ void declareEdits(py::class_<AlignmentReference> &type)
              "sequence.")
         .def("part", &part, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("name") = py::none(),
-             "A new alignment of the cells in these rows and columns, over the same sequences.");
+             "A new alignment of the cells in these rows and columns, in their order here, over "
+             "the same "
+             "sequences. Without a name it has that of this one, with a number if it is taken.");
 }
 
 } // namespace
@@ -322,10 +330,13 @@ void declareAlignments(py::module_ &module)
             },
             "Its rows, in their order.")
         .def("__getitem__", &item, py::arg("row"),
-             "A row by its place or its name, or the rows of a slice.")
-        .def("__contains__", &holds, py::arg("row"))
+             "A Row by its place, or the first one of a name; the list of those of a slice. An "
+             "IndexError or a KeyError when there is none.")
+        .def("__contains__", &holds, py::arg("row"),
+             "Whether a Row is one of it, or one has the name.")
         .def_property_readonly(
-            "width", [](const AlignmentReference &self) { return (*self).width(); }, "Columns.")
+            "width", [](const AlignmentReference &self) { return (*self).width(); },
+            "How many columns it has.")
         .def_property_readonly(
             "shape",
             [](const AlignmentReference &self) {
@@ -343,18 +354,30 @@ void declareAlignments(py::module_ &module)
             "order; a tag may come again.")
         .def("letters", &letters, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("gap") = "-",
-             "An array of rows x columns of uint8: the codes of the letters, and of gap.")
-        .def("occupancy", &occupancy, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
-             "An array of rows x columns of bool: where there are residues.")
+             "An array of rows x columns of uint8: the codes of the letters, and of gap, which is "
+             "one "
+             "character. Rows come in the order in which they are named; columns are a slice. A "
+             "copy: "
+             "changing it changes nothing else.")
+        .def(
+            "occupancy", &occupancy, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
+            "An array of rows x columns of bool: where there are residues. Rows and columns as for "
+            "letters().")
         .def("_identities", &identities, py::arg("of"))
-        .def("conservation", &conservations,
-             "Of each column, from 0 to nearly 1: the Jensen-Shannon divergence of its amino acids "
-             "from the "
-             "usual ones, times the share of rows that have one. An array of float64.")
-        .def("column_distances", &distances,
-             "Of each column the mean distance of its CA atoms over all pairs, in Angstrom; nan of "
-             "fewer "
-             "than two. An array of float64.")
+        .def(
+            "conservation", &conservations,
+            "Of each column, from 0 to nearly 1: the Jensen-Shannon divergence, in bits, of its "
+            "amino "
+            "acids from those of proteins in general, times the share of rows that have one (J. A. "
+            "Capra and M. Singh, Bioinformatics 23, 1875, 2007, without windows and with equal "
+            "weights of rows). Letters that say no amino acid, as X, count as gaps. An array of "
+            "columns of float64.")
+        .def(
+            "column_distances", &distances,
+            "Of each column the mean distance of its CA atoms over all pairs, in Angstrom; nan of "
+            "fewer "
+            "than two. All structures count as they lie: superpose() lays them upon each other. An "
+            "array of columns of float64.")
         .def(
             "neighbor_tree",
             [](const AlignmentReference &self) { return treeOfRows(neighborTree(self), self); },
@@ -367,7 +390,9 @@ void declareAlignments(py::module_ &module)
             "RefusedError without a row.");
     declareEdits(type);
     module.def("new_alignment", &newAlignment, py::arg("name"), py::arg("rows"),
-               "Adds an alignment of pairs of a name and a text with gaps.");
+               "Adds an alignment of rows: pairs of a name and a text of letters, with '-', '.' or "
+               "'~' for "
+               "gaps. A ValueError when texts differ in length or have other characters.");
     module.def("alignments", &alignments, "The alignments that are loaded, in their order.");
 }
 

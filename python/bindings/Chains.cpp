@@ -231,22 +231,31 @@ void declareChains(py::module_ &module)
         .def_property_readonly("secondary_structure", &secondaryStructure,
                                "A letter for each residue: H, E, T, or - without.")
         .def_property_readonly("colors", &colors, "Of the residues, as 0xAARRGGBB.")
-        .def("set_color", &setColor, py::arg("residues"), py::arg("color"), "0xRRGGBB is opaque.")
+        .def("set_color", &setColor, py::arg("residues"), py::arg("color"),
+             "Residues get a color, 0xAARRGGBB or, opaque, 0xRRGGBB.")
         .def("ca_positions", &caPositions,
              "An array of residues x 3 of float32, in Angstrom; nan where there is no CA atom.")
         .def("renumber", &renumber, py::arg("first"), py::arg("residues") = py::none(),
-             "The residues of the slice count from this number on.")
+             "The residues of the slice, or all, count from this number on, as '12' or '60A'; the "
+             "next "
+             "one has the next number without an insertion code. A ValueError when the text is no "
+             "number.")
         .def("make_element", &makeElement, py::arg("name"), py::arg("type"), py::arg("residues"),
-             "A helix (H), strand (E) or turn (T).");
+             "Makes a helix (type 'H'), strand ('E') or turn ('T') of three residues at least; a "
+             "ValueError when one of them is in an element already.");
     type.def_property_readonly("tied_to", &tiedTo,
                                "The chains that residues of the sequence are tied to.")
         .def("tie", &tie, py::arg("chain"), py::arg("pairs"),
              "In place of its ties: pairs of a residue here and one of the chain, whose number, "
-             "color, "
-             "secondary structure and place it shares from now on.")
-        .def("untie", &untie, py::arg("chain"), "Cuts all ties to the chain.");
-    module.def("new_sequence", &newSequence, py::arg("name"), py::arg("letters"),
-               "Adds a sequence.");
+             "color, secondary structure and place it shares from now on. Places here ascend; a "
+             "ValueError when they do not, when the sequence is a chain itself, or the chain is "
+             "none.")
+        .def("untie", &untie, py::arg("chain"),
+             "Cuts all ties to the chain; residues keep what they have themselves.");
+    module.def(
+        "new_sequence", &newSequence, py::arg("name"), py::arg("letters"),
+        "Adds a sequence that stands by itself. A ValueError when it has no name, or anything but "
+        "letters.");
 }
 
 } // namespace TAMBO::script

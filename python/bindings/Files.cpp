@@ -226,9 +226,10 @@ std::string shownOpened(const Opened &opened)
 void declareFiles(py::module_ &module)
 {
     py::class_<Opened>(module, "Opened", "What a file has brought.")
-        .def_readonly("file", &Opened::file)
-        .def_readonly("alignments", &Opened::alignments)
-        .def_readonly("structures", &Opened::structures)
+        .def_readonly("file", &Opened::file, "Its path, as it was asked for.")
+        .def_readonly("alignments", &Opened::alignments, "Those that it has brought, in order.")
+        .def_readonly("structures", &Opened::structures,
+                      "Those that it has brought, and those beside it that its rows name.")
         .def_readonly("sequences", &Opened::sequences,
                       "Those of a file whose rows are not aligned.")
         .def_readonly("remarks", &Opened::remarks,
@@ -243,29 +244,43 @@ void declareFiles(py::module_ &module)
             [](const Opened &opened) {
                 return onlyOne(opened.alignments, opened.file, "alignment");
             },
-            "The one alignment of the file.")
+            "The one alignment of the file; a ValueError when it has another number of them.")
         .def_property_readonly(
             "structure",
             [](const Opened &opened) {
                 return onlyOne(opened.structures, opened.file, "structure");
             },
-            "The one structure of the file.")
+            "The one structure that has come; a ValueError when it is another number of them.")
         .def("__repr__", &shownOpened);
-    module.def("open", &openFile, py::arg("path"),
-               "Loads a file of alignments, sequences or structures, with the structures beside it "
-               "that its rows "
-               "name, as one step of undo.");
+    module.def(
+        "open", &openFile, py::arg("path"),
+        "Loads a file of alignments, sequences or structures, with the structures beside it "
+        "that its rows "
+        "name, as one step of undo. The format is recognised by the content, also of a gzip file. "
+        "Raises FileNotFoundError, FormatError with file and line when the file cannot be "
+        "understood, and OSError when it cannot be read; nothing is loaded then.");
     module.def(
         "write_copy",
         [](const StructureReference &structure, const fs::path &file) {
             return writeCopy(makeRecord(*structure), file, optionsOf(file, std::nullopt));
         },
         py::arg("structure"), py::arg("path"), "As save(), which nobody takes for saving.");
-    module.def("save", &saveAlignment, py::arg("object"), py::arg("path"),
-               py::arg("format") = py::none(),
-               "Writes an alignment or a structure, and tells what the file has lost.");
-    module.def("save", &saveStructure, py::arg("object"), py::arg("path"),
-               py::arg("format") = py::none());
+    module.def(
+        "save",
+        [](const py::object &object, const fs::path &file,
+           const std::optional<std::string> &format) {
+            if (py::isinstance<AlignmentReference>(object))
+                return saveAlignment(object.cast<AlignmentReference>(), file, format);
+            if (py::isinstance<StructureReference>(object))
+                return saveStructure(object.cast<StructureReference>(), file, format);
+            throw py::type_error("what is saved is an Alignment or a Structure");
+        },
+        py::arg("object"), py::arg("path"), py::arg("format") = py::none(),
+        "Writes an Alignment or a Structure, and tells what the file has lost, one sentence each. "
+        "Without a format, as 'pir' or 'pdb', the ending of the file's name says which. Raises "
+        "ValueError when that is none of the object's, and OSError when the file cannot be "
+        "written; "
+        "what was there stays then.");
 }
 
 } // namespace TAMBO::script

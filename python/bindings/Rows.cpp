@@ -165,12 +165,12 @@ void declareRows(py::module_ &module)
         .def_property_readonly("remarks", &remarksOfRow,
                                "What its file says of the sequence ('#=GS' of Stockholm): pairs of "
                                "a tag and a text, in order; a tag may come again.")
-        .def_property_readonly(
-            "annotations", &residueLines,
-            "What its file says of the residues: a dictionary of texts, a character for "
-            "each column, by their tags.")
-        .def("__str__", &wholeText)
-        .def("__len__", &widthOf)
+        .def_property_readonly("annotations", &residueLines,
+                               "What its file says of the residues ('#=GR' of Stockholm): a "
+                               "dictionary of texts by their "
+                               "tags, a character for each column, '.' at gaps.")
+        .def("__str__", &wholeText, "A character for each column, '-' for a gap.")
+        .def("__len__", &widthOf, "How many columns the alignment has.")
         .def("__getitem__", &cell, py::arg("column"),
              "The letter of a column, or the text of a slice.")
         .def(

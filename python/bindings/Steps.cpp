@@ -111,25 +111,30 @@ std::vector<std::string> history()
 void declareSteps(py::module_ &module)
 {
     py::class_<Step>(module, "Step", "One step of undo, made by step().")
-        .def("__enter__", &Step::enter)
-        .def("__exit__", &Step::exit);
+        .def("__enter__", &Step::enter, "Opens it.")
+        .def("__exit__", &Step::exit, "Ends it; with an exception all changes are taken back.");
     module.def(
         "step", [](std::string name) { return Step(std::move(name)); }, py::arg("name"),
         "All changes of a with-block as one step of undo. An exception that leaves the outermost "
         "block "
         "takes all of them back.");
-    module.def("undo", &undo, "Takes the last step back. False when there is none.");
+    module.def("undo", &undo,
+               "Takes the last step back. False when there is none. A StepError inside of a step.");
     module.def("redo", &redo,
-               "Does the step that was taken back last again. False when there is none.");
+               "Does the step that was taken back last again. False when there is none. A "
+               "StepError inside "
+               "of a step.");
     module.def("history", &history, "What the steps that can be undone did, the oldest first.");
-    module.def("open_session", &openSession, py::arg("path"),
-               "All objects and steps of a session's file, when nothing is loaded.");
+    module.def(
+        "open_session", &openSession, py::arg("path"),
+        "All objects and steps of a session's file. Raises RefusedError when something is loaded, "
+        "FileNotFoundError, and FormatError when it is no session; nothing has changed then.");
     module.def("save_session", &saveSession, py::arg("path"),
                "Writes all objects, with the steps of undo, into one file, which the workbench "
-               "opens, too.");
+               "opens, too. Raises OSError when it cannot be written; what was there stays then.");
     module.def(
         "clear", [] { outsideOfRuns("clearing").clear(); },
-        "Forgets all objects and all steps, saved or not.");
+        "Forgets all objects and all steps, saved or not. A StepError inside of a step.");
 }
 
 } // namespace TAMBO::script

@@ -163,11 +163,12 @@ void declareStructures(py::module_ &module)
     py::class_<StructureReference> type(
         module, "Structure", "What a structure file holds: chains of residues with atoms.");
     declareObject(type, &shownStructure);
-    type.def_property_readonly("chains", &chains)
+    type.def_property_readonly("chains", &chains, "In the order of the file.")
         .def(
             "__len__", [](const StructureReference &self) { return (*self).objectCount(); },
             "How many chains it has.")
-        .def("__getitem__", &chainNamed, py::arg("chain"), "A chain by its name.")
+        .def("__getitem__", &chainNamed, py::arg("chain"),
+             "A Chain by its name; a KeyError when there is none.")
         .def_property_readonly(
             "code", [](const StructureReference &self) { return (*self).code(); },
             "What files of alignments call it, whatever its name is now.")
@@ -178,18 +179,23 @@ void declareStructures(py::module_ &module)
             "model_count", [](const StructureReference &self) { return (*self).modelCount(); },
             "How many models its file has; the first one is loaded.")
         .def("atom_positions", &atomPositions,
-             "An array of atoms x 3 of float32, in Angstrom, in the order of the file.")
+             "An array of atoms x 3 of float32, in Angstrom, chain by chain in the order of the "
+             "file; "
+             "nan of an atom without a place.")
         .def("atoms", &atoms,
              "What is known of the atoms beside their places, in the same order: a dictionary of "
              "lists and "
              "arrays.");
-    module.def("superpose", &superpose, py::arg("alignment"), py::arg("fixed") = 0,
-               py::arg("rows") = py::none(), py::arg("prune") = py::none(),
-               "Superposes the structures of the rows, or of all rows, on that of the fixed row, "
-               "by the CA atoms of common columns. With prune the farthest pairs are left out, "
-               "some at a time, until none is farther apart than so many Angstrom. Tells of each "
-               "row how many pairs it has, and their RMSD in Angstrom; and of those that are not "
-               "left out core_pairs and core_rmsd.");
+    module.def(
+        "superpose", &superpose, py::arg("alignment"), py::arg("fixed") = 0,
+        py::arg("rows") = py::none(), py::arg("prune") = py::none(),
+        "Superposes the structures of the rows, or of all rows, on that of the fixed row, "
+        "by the CA atoms of common columns, with the least sum of squared distances (B. K. P. "
+        "Horn, J. Opt. Soc. Am. A 4, 629, 1987). With prune the farthest pairs are left out, "
+        "some at a time, until none is farther apart than so many Angstrom. Tells of each "
+        "row how many pairs it has, and their RMSD in Angstrom; and of those that are not "
+        "left out core_pairs and core_rmsd. A RefusedError, and nothing moves, when a row has no "
+        "structure, or too few pairs.");
     module.def("structures", &structures, "The structures that are loaded, in their order.");
 }
 

@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
+import pathlib
 import types
 from collections.abc import Callable, Iterator, Sequence
 from typing import Any, Literal, NoReturn, Optional, Union, overload
@@ -277,7 +278,7 @@ class Alignment(_Compiled):
 
 class Opened(_Compiled):
     @property
-    def file(self) -> Any: ...
+    def file(self) -> pathlib.Path: ...
     @property
     def alignments(self) -> list[Alignment]: ...
     @property

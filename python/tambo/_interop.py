@@ -10,13 +10,14 @@ from . import _tambo
 def save(self, path, format=None):
     """Writes it into a file, and tells what that has lost, one sentence each.
 
-    Without a format the ending of the file's name says which.
+    Without a format, as 'pir' or 'pdb', the ending of the file's name says which. Raises ValueError when
+    that is none of its kind, and OSError when the file cannot be written; what was there stays then.
     """
     return _tambo.save(self, path, format)
 
 
 def alignment_to_biopython(self):
-    """A Bio.Align.MultipleSeqAlignment of the same rows."""
+    """A Bio.Align.MultipleSeqAlignment of the same rows, with '-' for gaps. Needs Biopython."""
     from Bio.Align import MultipleSeqAlignment  # type: ignore
     from Bio.Seq import Seq  # type: ignore
     from Bio.SeqRecord import SeqRecord  # type: ignore
@@ -32,7 +33,7 @@ def alignment_to_dataframe(self):
 
 
 def structure_to_biopython(self):
-    """A Bio.PDB structure of what a file of mmCIF would say of this one."""
+    """A Bio.PDB structure of what a file of mmCIF would say of this one. Needs Biopython."""
     from Bio.PDB.MMCIFParser import MMCIFParser  # type: ignore
     with tempfile.TemporaryDirectory() as folder:
         file = os.path.join(folder, "structure.cif")

@@ -5,7 +5,7 @@
 def sort(self, key="name", reverse=False):
     """Sorts the rows by "name", by "length" (residues), or by what key gives for each row.
 
-    Rows that are alike keep their order.
+    Rows that are alike keep their order. ValueError when key is another text.
 
     >>> import tambo
     >>> family = tambo.new_alignment("family", [("b", "MKV"), ("a", "M-V")])

@@ -88,6 +88,17 @@ class Stubs(unittest.TestCase):
         for name in tambo.__all__:
             what = getattr(tambo, name)
             self.assertTrue(what.__doc__, name)
+            members = vars(what) if isinstance(what, type) and not issubclass(what, Exception) else {}
+            for member in members:
+                if not member.startswith("_"):
+                    # The compiled half says arguments first.
+                    text = (getattr(what, member).__doc__ or "").split(" -> ")[-1]
+                    self.assertRegex(text, r"[A-Za-z]{3}.*[.]", f"{name}.{member}")
+
+    def test_the_reference_is_what_the_docstrings_say(self):
+        checked = subprocess.run([sys.executable, str(SOURCE / "docs" / "make-python-reference"), "--check"],
+                                 capture_output=True, text=True)
+        self.assertEqual(checked.returncode, 0, checked.stderr)
 
 
 if __name__ == "__main__":
