@@ -21,6 +21,7 @@
 #include "PrintCommand.h"
 #include "PrivateDirectory.h"
 #include "Readability.h"
+#include "ScriptCommand.h"
 #include "Services.h"
 #include "Workbench.h"
 
@@ -326,6 +327,8 @@ int main(int argc, char **argv)
             line.models,
             [argv](const std::function<int()> &work) { return runWithoutScreen(work, argv); },
             std::cout, std::cerr);
+    case CommandLine::Mode::Script:
+        return TAMBO::app::runScriptCommand(line.script, std::cerr);
     case CommandLine::Mode::Workbench:
     case CommandLine::Mode::Picture:
         break;

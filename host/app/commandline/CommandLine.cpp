@@ -94,18 +94,40 @@ Result<CommandLine> parseModels(const std::vector<std::string> &words)
     return line;
 }
 
+// What comes behind the file is the script's own.
+Result<CommandLine> parseScript(const std::vector<std::string> &words)
+{
+    CommandLine line;
+    line.mode = CommandLine::Mode::Script;
+    line.script = words;
+    if (!words.empty() && words.front() == "--")
+        line.script.erase(line.script.begin());
+    else if (!words.empty() && words.front().starts_with('-'))
+        return wrong("script knows no option " + words.front());
+    if (line.script.empty())
+        return wrong("script needs a file");
+    if (line.script.front().empty())
+        return wrong("a file name is empty");
+    return line;
+}
+
 // The commands whose options are not those of the toolkit.
 using Parse = Result<CommandLine> (*)(const std::vector<std::string> &words);
-constexpr std::array<std::pair<std::string_view, Parse>, 4> kCommands = {
+constexpr std::array<std::pair<std::string_view, Parse>, 5> kCommands = {
     {{"print", parsePrint},
      {"convert", parseConvert},
      {"identity", parseIdentity},
-     {"models", parseModels}}};
+     {"models", parseModels},
+     {"script", parseScript}}};
 
-// The words up to "--" may ask for help.
+// The words up to "--" may ask for help; of a script's call the first one, since the others are its
+// own.
 bool asksForHelp(const std::vector<std::string> &words)
 {
-    const auto end = std::ranges::find(words, "--");
+    const bool isScript = words.front() == "script";
+    const auto end = isScript
+                         ? words.begin() + std::ptrdiff_t(std::min<std::size_t>(2, words.size()))
+                         : std::ranges::find(words, "--");
     return std::find(words.begin(), end, "--help") != end ||
            std::find(words.begin(), end, "-h") != end;
 }
@@ -232,6 +254,8 @@ std::string usageText()
            "       tambo models --continue DIR [--jobs N] [--profile NAME] [--pool]\n"
            "                                     what is missing there\n"
            "       tambo models --table DIR      results.tsv of what is there\n"
+           "       tambo script FILE [ARGUMENT...]\n"
+           "                                     a script in Python, with the package tambo\n"
            "       tambo COMMAND ARGUMENTS...    a command that a plug-in adds\n"
            "       tambo --help | --version\n"
            "\n"

@@ -15,7 +15,18 @@ namespace TAMBO::app {
 
 struct CommandLine
 {
-    enum class Mode { Workbench, Picture, Info, Print, Convert, Identity, Models, Help, Version };
+    enum class Mode {
+        Workbench,
+        Picture,
+        Info,
+        Print,
+        Convert,
+        Identity,
+        Models,
+        Script,
+        Help,
+        Version
+    };
 
     Mode mode = Mode::Workbench;
     std::vector<std::string> files;
@@ -30,6 +41,8 @@ struct CommandLine
     PrintOrder print;
     ConvertOrder convert;
     FamilyOrder models;
+    // Script: its file, and what it is called with.
+    std::vector<std::string> script;
 };
 
 // arguments without the program's name. Options of the toolkit ("-platform x", "-style x") are
