@@ -179,7 +179,8 @@ TEST(PluginWords, AreToldFromFilesAndFromCommandsOfTheProgram)
     EXPECT_TRUE(mayBePluginCommand({"statistics", "x.ali"}));
     EXPECT_TRUE(mayBePluginCommand({"make-picture_2"}));
     EXPECT_FALSE(mayBePluginCommand({}));
-    for (const char *word : {"info", "print", "convert", "identity", "script", "x.ali", "./x", "-h", "", "2"})
+    for (const char *word :
+         {"info", "print", "convert", "identity", "script", "x.ali", "./x", "-h", "", "2"})
         EXPECT_FALSE(mayBePluginCommand({word})) << word;
 }
 
