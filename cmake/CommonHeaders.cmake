@@ -57,4 +57,5 @@ if(TAMBO_COMMON_HEADERS)
     tambo_flags_of_core(product_core_headers)
     tambo_common_headers(product_toolkit_headers KIND library FLAGS Tambo::flags LIBRARIES Qt6::Widgets
         HEADERS ${plain_headers} <filesystem> <QtWidgets>)
+    tambo_compile_quickly(product_toolkit_headers)
 endif()
