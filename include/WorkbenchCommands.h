@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <string>
+#include <vector>
 
 namespace TAMBO {
 
@@ -18,6 +19,18 @@ struct SaveRequest
     // The file; an old one is replaced by a complete new one.
     QString path;
     Alignment *alignment;
+};
+
+// What AlignRows is handed. Lives for the one call.
+struct AlignRowsRequest
+{
+    Alignment *alignment;
+    // Those that are aligned to the others.
+    std::vector<unsigned long> rows;
+    // No column comes: rows with residues that have no place then stay as they are.
+    bool keepsColumns;
+    // What was done, for the user. He has been told already why nothing was.
+    QString told;
 };
 
 struct CommandName
@@ -44,11 +57,14 @@ public:
     // Execute with an Alignment.
     static constexpr CommandName kRealign{"Calculate", "Alignment", "Malign"};
 
+    // Execute with an AlignRowsRequest.
+    static constexpr CommandName kAlignRows{"Calculate", "Alignment", "AlignRows"};
+
     // Execute with an Alignment.
     static constexpr CommandName kShowAlignment{"Data", "Alignment", "show"};
 
-    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure, kRealign,
-                                           kShowAlignment};
+    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure,
+                                           kRealign,  kAlignRows,     kShowAlignment};
 
     // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
     static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
@@ -83,6 +99,15 @@ public:
     {
         return PluginManager::Execute(kRealign.group, kRealign.service, caller, kRealign.command,
                                       static_cast<void *>(&alignment));
+    }
+
+    // The rows are aligned by another program to the others, whose columns stay together; one step
+    // of undo. The user waits for it, and may cancel it. Failed when nothing has changed; he has
+    // been told why.
+    static Outcome alignRows(const std::string &caller, AlignRowsRequest &request)
+    {
+        return PluginManager::Execute(kAlignRows.group, kAlignRows.service, caller,
+                                      kAlignRows.command, static_cast<void *>(&request));
     }
 
     // In a window of its own, or in the one that shows it already. Failed, with a message for the

@@ -9,14 +9,17 @@ namespace {
 
 const QString kInput = QStringLiteral("{input}");
 const QString kOutput = QStringLiteral("{output}");
+const QString kAdded = QStringLiteral("{added}");
 
 } // namespace
 
-QStringList AlignerCommand::argumentsFor(const QString &input, const QString &output) const
+QStringList AlignerCommand::argumentsFor(const QString &input, const QString &output,
+                                         const QString &added) const
 {
     QStringList result = arguments;
     result.replaceInStrings(kInput, input);
     result.replaceInStrings(kOutput, output);
+    result.replaceInStrings(kAdded, added);
     return result;
 }
 

@@ -12,12 +12,13 @@ namespace TAMBO::realign {
 struct AlignerCommand
 {
     QString program;
-    // "{input}" and "{output}" stand for the names of the files. Without "{output}" the program
-    // prints the alignment.
+    // "{input}", "{added}" and "{output}" stand for the names of the files. Without "{output}" the
+    // program prints the alignment.
     QStringList arguments;
     bool printsAnswer = true;
 
-    [[nodiscard]] QStringList argumentsFor(const QString &input, const QString &output) const;
+    [[nodiscard]] QStringList argumentsFor(const QString &input, const QString &output,
+                                           const QString &added = {}) const;
 };
 
 // Words are parted by blanks; quotes hold a word with blanks together. There has to be "{input}".

@@ -17,6 +17,7 @@ namespace TAMBO::realign {
 namespace {
 
 const char *const kInputFile = "input.fasta";
+const char *const kAddedFile = "added.fasta";
 const char *const kOutputFile = "output.fasta";
 const char *const kWork = "work";
 const char *const kTemporary = "tmp";
@@ -48,8 +49,8 @@ void removeFolder(const std::filesystem::path &folder)
 
 } // namespace
 
-AlignerRun::AlignerRun(AlignerCommand command, std::string fasta)
-    : m_Command(std::move(command)), m_Fasta(std::move(fasta))
+AlignerRun::AlignerRun(AlignerCommand command, std::string fasta, std::string added)
+    : m_Command(std::move(command)), m_Fasta(std::move(fasta)), m_Added(std::move(added))
 {
     m_Folder.setAutoRemove(false);
     connect(&m_Process, &QProcess::readyReadStandardOutput, this, &AlignerRun::readAnswer);
@@ -83,20 +84,19 @@ AlignerRun::~AlignerRun()
 void AlignerRun::start()
 {
     const QDir folder(m_Folder.path());
-    QFile input(workFile(kInputFile));
-    const auto size = static_cast<qint64>(m_Fasta.size());
-    if (!m_Folder.isValid() || !folder.mkdir(kWork) || !folder.mkdir(kTemporary) ||
-        !input.open(QIODevice::WriteOnly) || input.write(m_Fasta.data(), size) != size ||
-        !input.flush())
-        return fail(FailureKind::System,
-                    tr("has no folder to work in: %1").arg(input.errorString()));
-    input.close();
+    QString cause;
+    if (!m_Folder.isValid() || !folder.mkdir(kWork) || !folder.mkdir(kTemporary))
+        cause = m_Folder.errorString();
+    else if (cause = written(kInputFile, m_Fasta); cause.isEmpty() && !m_Added.empty())
+        cause = written(kAddedFile, m_Added);
+    if (!cause.isEmpty())
+        return fail(FailureKind::System, tr("has no folder to work in: %1").arg(cause));
     m_Process.setWorkingDirectory(folder.filePath(kWork));
     m_Process.setProcessEnvironment(environmentWith(folder.filePath(kTemporary)));
     m_Process.setStandardInputFile(QProcess::nullDevice());
     // Aligners may be scripts: what they start has to end with them.
     m_Process.setChildProcessModifier([] { setpgid(0, 0); });
-    m_Process.start(m_Command.program, m_Command.argumentsFor(kInputFile, kOutputFile));
+    m_Process.start(m_Command.program, m_Command.argumentsFor(kInputFile, kOutputFile, kAddedFile));
 }
 
 void AlignerRun::stop(const Failure &failure)
@@ -107,6 +107,15 @@ void AlignerRun::stop(const Failure &failure)
         finish(failure);
         m_Process.waitForFinished();
     }
+}
+
+QString AlignerRun::written(const char *name, const std::string &text) const
+{
+    QFile file(workFile(name));
+    const auto size = static_cast<qint64>(text.size());
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.flush();
+    return isWritten ? QString() : file.errorString();
 }
 
 QString AlignerRun::workFile(const char *name) const
@@ -129,7 +138,8 @@ void AlignerRun::readAnswer()
     constexpr qint64 kLeast = 1 << 24;
     constexpr qint64 kTimesInput = 1000;
     m_Answer += m_Process.readAllStandardOutput();
-    if (m_Answer.size() > kLeast + kTimesInput * static_cast<qint64>(m_Fasta.size()))
+    if (m_Answer.size() >
+        kLeast + kTimesInput * static_cast<qint64>(m_Fasta.size() + m_Added.size()))
         stop({FailureKind::BadInput, tr("printed more than any alignment needs").toStdString()});
 }
 

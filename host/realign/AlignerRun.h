@@ -17,7 +17,8 @@ class AlignerRun : public QObject
     Q_OBJECT
 
 public:
-    AlignerRun(AlignerCommand command, std::string fasta);
+    // added: sequences that are to be added to those of fasta; without any there is no such file.
+    AlignerRun(AlignerCommand command, std::string fasta, std::string added = {});
     // Ends the program and all that it has started.
     ~AlignerRun() override;
 
@@ -41,6 +42,8 @@ signals:
 
 private:
     [[nodiscard]] QString workFile(const char *name) const;
+    // Empty, or why it could not be written.
+    [[nodiscard]] QString written(const char *name, const std::string &text) const;
     void readAnswer();
     void readErrors();
     void finish(const Result<void> &outcome);
@@ -48,6 +51,7 @@ private:
 
     AlignerCommand m_Command;
     std::string m_Fasta;
+    std::string m_Added;
     QTemporaryDir m_Folder;
     QProcess m_Process;
     QByteArray m_Answer;

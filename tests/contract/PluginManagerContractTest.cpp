@@ -33,6 +33,7 @@ protected:
         routes.removeCommand("Parse", "PDB", "ReadPDB");
         routes.removeExecute("Data", "OpenFile", "open");
         routes.removeExecute("Calculate", "Alignment", "Malign");
+        routes.removeExecute("Calculate", "Alignment", "AlignRows");
     }
 
     PluginRoutes::Handler record()
@@ -142,6 +143,10 @@ TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
     routes.registerExecute("Calculate", "Alignment", "Malign", record());
     EXPECT_EQ(WorkbenchCommands::realign("Mine", *alignment), Outcome::Done);
     EXPECT_EQ(m_Call.data, alignment.get());
+    TAMBO::AlignRowsRequest rows{alignment.get(), {1, 2}, true, {}};
+    routes.registerExecute("Calculate", "Alignment", "AlignRows", record());
+    EXPECT_EQ(WorkbenchCommands::alignRows("Mine", rows), Outcome::Done);
+    EXPECT_EQ(m_Call.data, &rows);
     m_Call = {};
     routes.registerExecute("Data", "Alignment", "show", record());
     EXPECT_EQ(WorkbenchCommands::showAlignment("Mine", *alignment), Outcome::Done);

@@ -67,6 +67,26 @@ TEST_F(RowsByHand, RedundantRowsAreLookedThroughAndRemovedByKeys)
     EXPECT_EQ(rows.size(), 8);
 }
 
+// As one that Add Seqs has brought, which begins in the first column.
+TEST_F(RowsByHand, ARowIsAlignedToTheRestByMafft)
+{
+    constexpr int kMissing = 10;
+    const QByteArray first = row(0);
+    const QByteArray gaps(kMissing, '-');
+    const QByteArray added = first.mid(kMissing);
+    open(">added\n" + added + gaps + '\n' + wholeText(), QString::fromLatin1(added.left(8)));
+    m_Screen.click(name(0));
+    waitForColor(m_Grid.corner, selectedColorOf(added[0]));
+    chooseInMenu("r e");
+    waitForLetter(m_Grid.corner, '-');
+    const QStringList rows = save(m_Editor, m_Folder.filePath("added.ali"));
+    ASSERT_EQ(rows.size(), kRowCount + 1);
+    EXPECT_EQ(rows[0], QString::fromLatin1(gaps + added));
+    EXPECT_EQ(rows[1], QString::fromLatin1(first));
+    keys("ctrl+z");
+    waitForColor(m_Grid.corner, selectedColorOf(added[0]));
+}
+
 TEST_F(RowsByHand, ColumnsWithGapsGoByTheLineThatCountsThem)
 {
     open();

@@ -3,6 +3,7 @@
 
 #include "AlignerCommand.h"
 #include "AlignerRun.h"
+#include "AlignerWait.h"
 #include "Alignment.h"
 #include "Config.h"
 #include "DataPoint.h"
@@ -13,13 +14,8 @@
 #include "RealignedRows.h"
 #include "TableChanges.h"
 
-#include <QEventLoop>
-#include <QLabel>
-#include <QProgressDialog>
-#include <QTimer>
-
 #include <algorithm>
-#include <chrono>
+#include <optional>
 
 namespace TAMBO::app {
 
@@ -27,12 +23,6 @@ namespace {
 
 using realign::AlignerRun;
 using realign::RealignedRows;
-using namespace std::chrono_literals;
-
-// Short runs come and go without a dialog.
-constexpr auto kSilence = 300ms;
-// Nobody is there to cancel.
-constexpr auto kLongestAlone = 10min;
 
 Failure cancelled()
 {
@@ -50,12 +40,6 @@ QString commandLine()
     const std::string choice = Config::GetSetting("Realign", "Aligner").ToString();
     const std::string command = Config::GetSetting("Realign", choice).ToString();
     return QString::fromStdString(command.empty() ? choice : command);
-}
-
-bool isStillThere(const Alignment &alignment)
-{
-    auto &space = ObjectSpace::get();
-    return std::find(space.begin(), space.end(), &alignment) != space.end();
 }
 
 } // namespace
@@ -97,7 +81,12 @@ Result<void> RealignCommand::realign(Alignment &alignment) const
     const unsigned long revision = alignment.layoutRevision();
     const QString name = nameText(alignment);
     AlignerRun aligner(command.value(), rows.fasta());
-    wait(aligner, name);
+    const auto user =
+        m_HasUser
+            ? std::optional(AlignerUser{m_Parent, tr("Realign"),
+                                        tr("Realigning %1 with %2…").arg(name, aligner.program())})
+            : std::nullopt;
+    waitForAligner(aligner, user);
     if (!aligner.outcome())
         return refusal(aligner, name);
     if (!isStillThere(alignment) || alignment.layoutRevision() != revision)
@@ -129,51 +118,6 @@ Failure RealignCommand::refusal(const AlignerRun &aligner, const QString &name)
     if (failure.kind == FailureKind::NotFound)
         sentence += tr(" Install it, or choose another aligner in the settings.");
     return unaligned(failure.kind, sentence);
-}
-
-void RealignCommand::wait(AlignerRun &aligner, const QString &name) const
-{
-    if (m_HasUser)
-        return waitWithUser(aligner, name);
-    QEventLoop loop;
-    QTimer::singleShot(kLongestAlone, &loop, [&aligner] {
-        aligner.stop({FailureKind::System, tr("did not come to an end").toStdString()});
-    });
-    QObject::connect(&aligner, &AlignerRun::ended, &loop, &QEventLoop::quit);
-    aligner.start();
-    if (!aligner.isOver())
-        loop.exec();
-}
-
-void RealignCommand::waitWithUser(AlignerRun &aligner, const QString &name) const
-{
-    QEventLoop loop;
-    QObject::connect(&aligner, &AlignerRun::ended, &loop, &QEventLoop::quit);
-    aligner.start();
-    if (aligner.isOver())
-        return;
-    // Windows repaint, but nobody can edit before the dialog is there to keep them from it.
-    QTimer::singleShot(kSilence, &loop, &QEventLoop::quit);
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (aligner.isOver())
-        return;
-    const QString title = tr("Realigning %1 with %2…").arg(name, aligner.program());
-    QProgressDialog progress(QString(), tr("Cancel"), 0, 0, m_Parent);
-    auto *label = new QLabel(title);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignCenter);
-    progress.setLabel(label);
-    progress.setWindowTitle(tr("Realign"));
-    progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(0);
-    QObject::connect(&aligner, &AlignerRun::said, &progress, [&](const QString &line) {
-        progress.setLabelText(title + '\n' + line.left(80));
-    });
-    QObject::connect(&progress, &QProgressDialog::canceled, &aligner,
-                     [&aligner] { aligner.stop(cancelled()); });
-    progress.show();
-    if (!aligner.isOver())
-        loop.exec();
 }
 
 } // namespace TAMBO::app

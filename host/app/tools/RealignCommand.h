@@ -37,9 +37,6 @@ private:
     [[nodiscard]] Result<void> realign(Alignment &alignment) const;
     // What is told of a run that did not end well.
     [[nodiscard]] static Failure refusal(const realign::AlignerRun &aligner, const QString &name);
-    // Until the program has ended; windows repaint meanwhile.
-    void wait(realign::AlignerRun &aligner, const QString &name) const;
-    void waitWithUser(realign::AlignerRun &aligner, const QString &name) const;
 
     // It may be closed while the program runs.
     QPointer<QWidget> m_Parent;

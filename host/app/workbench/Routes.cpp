@@ -64,6 +64,8 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
     command(WorkbenchCommands::kSaveAlignment,
             [this](const PluginCall &call) { return savePir(call); });
     execute(WorkbenchCommands::kRealign, [this](const PluginCall &call) { return realign(call); });
+    execute(WorkbenchCommands::kAlignRows,
+            [this](const PluginCall &call) { return alignRows(call); });
     execute(WorkbenchCommands::kShowAlignment,
             [this](const PluginCall &call) { return show(call); });
 }
@@ -126,6 +128,12 @@ bool Routes::realign(const PluginCall &call)
 {
     auto *alignment = static_cast<Alignment *>(call.data);
     return alignment != nullptr && m_Actions.realign(*alignment);
+}
+
+bool Routes::alignRows(const PluginCall &call)
+{
+    auto *request = static_cast<AlignRowsRequest *>(call.data);
+    return request != nullptr && request->alignment != nullptr && m_Actions.alignRows(*request);
 }
 
 bool Routes::show(const PluginCall &call)

@@ -15,6 +15,7 @@ struct PluginCall;
 
 namespace TAMBO {
 class Alignment;
+struct AlignRowsRequest;
 class Compound;
 class KeptState;
 } // namespace TAMBO
@@ -33,6 +34,7 @@ public:
         // With a file dialog over the window; whether one was chosen.
         std::function<bool(QWidget *parent)> askAndOpen;
         std::function<bool(Alignment &alignment)> realign;
+        std::function<bool(AlignRowsRequest &request)> alignRows;
         // In a window.
         std::function<bool(Alignment &alignment)> show;
         std::function<void(const LoadReport &report)> tellBadFiles;
@@ -59,6 +61,7 @@ private:
     bool openFile(const PluginCall &call);
     bool readPdb(const PluginCall &call);
     bool realign(const PluginCall &call);
+    bool alignRows(const PluginCall &call);
     bool show(const PluginCall &call);
     bool savePir(const PluginCall &call);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Workbench.h"
 
+#include "AddRowsCommand.h"
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
@@ -38,6 +39,7 @@
 #include "SuperposeDialog.h"
 #include "UndoCommands.h"
 #include "WorkProgress.h"
+#include "WorkbenchCommands.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
 #include "WriteWait.h"
@@ -240,6 +242,7 @@ void Workbench::makeRoutes()
     Routes::Actions actions;
     actions.askAndOpen = [this](QWidget *parent) { return askAndOpen(parent); };
     actions.realign = [this](Alignment &alignment) { return realign(alignment); };
+    actions.alignRows = [this](AlignRowsRequest &request) { return alignRows(request); };
     actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
@@ -332,6 +335,14 @@ void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
 bool Workbench::realign(Alignment &alignment)
 {
     return RealignCommand(windowInUse(), m_Attendance == Attendance::User).run(alignment);
+}
+
+bool Workbench::alignRows(AlignRowsRequest &request)
+{
+    using Columns = AddRowsCommand::Columns;
+    return AddRowsCommand(windowInUse(), m_Attendance == Attendance::User)
+        .run(*request.alignment, request.rows,
+             request.keepsColumns ? Columns::Kept : Columns::AsNeeded, &request.told);
 }
 
 // In the order of the tree.

@@ -31,6 +31,10 @@
 #include <memory>
 #include <vector>
 
+namespace TAMBO {
+struct AlignRowsRequest;
+}
+
 namespace TAMBO::services {
 class FailureBoxes;
 class WorkProgress;
@@ -126,6 +130,8 @@ public:
 
     // The columns of its range, with the aligner of the settings.
     bool realign(Alignment &alignment);
+    // Rows to the others.
+    bool alignRows(AlignRowsRequest &request);
     // Asks which structures, along which alignment: chosen, if it is one.
     void askSuperpose(const Compound *chosen);
     // Has models of many rows built, and shows what comes of them.

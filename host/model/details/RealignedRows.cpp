@@ -1,51 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RealignedRows.h"
 
-#include "Text.h"
+#include "AnsweredRows.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
-#include <optional>
 
 namespace TAMBO::realign {
 
 namespace {
 
-constexpr char kNamePrefix = 'r';
 constexpr char kGap = '-';
-
-char asKnown(char letter) noexcept
-{
-    constexpr std::string_view kKnown = "ACDEFGHIKLMNPQRSTVWY";
-    if (letter >= 'a' && letter <= 'z')
-        letter = static_cast<char>(letter - 'a' + 'A');
-    return kKnown.find(letter) == std::string_view::npos ? 'X' : letter;
-}
-
-std::string_view nextLine(std::string_view &text)
-{
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
-        line.remove_suffix(1);
-    return line;
-}
-
-// The number in a name of ours.
-std::optional<std::size_t> numberOf(std::string_view header)
-{
-    const std::string_view name = header.substr(1, header.find_first_of(" \t") - 1);
-    if (name.size() < 2 || name.front() != kNamePrefix)
-        return std::nullopt;
-    return numberIn<std::size_t>(name.substr(1));
-}
-
-bool isGap(char c) noexcept
-{
-    return c == kGap || c == '.';
-}
 
 // The cells of the columns that are kept; a row may end before the last one.
 OccupancyRow cellsOf(std::string_view row, const std::vector<bool> &isKept, std::size_t count)
@@ -55,7 +21,7 @@ OccupancyRow cellsOf(std::string_view row, const std::vector<bool> &isKept, std:
     for (std::size_t col = 0; col < row.size(); ++col) {
         if (!isKept[col])
             continue;
-        if (!isGap(row[col]))
+        if (!isAnsweredGap(row[col]))
             words[place / OccupancyRow::kWordColumns] |= OccupancyRow::Word(1)
                                                          << place % OccupancyRow::kWordColumns;
         ++place;
@@ -97,46 +63,16 @@ std::string RealignedRows::fasta() const
 {
     std::string text;
     for (std::size_t i = 0; i < m_Sent.size(); ++i)
-        text += '>' + (kNamePrefix + std::to_string(i)) + '\n' + m_Sent[i].letters + '\n';
+        text += fastaRecord(i, m_Sent[i].letters);
     return text;
 }
 
 Result<std::vector<std::string>> RealignedRows::answersIn(std::string_view answer) const
 {
-    std::vector<std::optional<std::string>> answered(m_Sent.size());
-    std::string *current = nullptr;
-    while (!answer.empty()) {
-        const std::string_view line = nextLine(answer);
-        if (line.starts_with('>')) {
-            const auto number = numberOf(line);
-            if (!number || *number >= m_Sent.size())
-                return Failure{FailureKind::BadInput,
-                               "it answered with a sequence that it was not given"};
-            if (answered[*number])
-                return Failure{FailureKind::BadInput, "it answered with one sequence twice"};
-            current = &answered[*number].emplace();
-        } else if (current != nullptr) {
-            *current += line;
-        } else if (!line.empty()) {
-            return Failure{FailureKind::BadInput, "its answer is no FASTA"};
-        }
-    }
-
-    std::vector<std::string> rows;
-    rows.reserve(m_Sent.size());
-    for (std::size_t i = 0; i < m_Sent.size(); ++i) {
-        if (!answered[i])
-            return Failure{FailureKind::BadInput, "its answer lacks a sequence"};
-        if (i > 0 && answered[i]->size() != rows.front().size())
-            return Failure{FailureKind::BadInput, "the rows of its answer differ in length"};
-        std::string letters;
-        std::ranges::copy_if(*answered[i], std::back_inserter(letters),
-                             [](char c) { return !isGap(c); });
-        std::ranges::transform(letters, letters.begin(), asKnown);
-        if (letters != m_Sent[i].letters)
+    Result<std::vector<std::string>> rows = answeredRows(answer, m_Sent.size());
+    for (std::size_t i = 0; rows && i < m_Sent.size(); ++i)
+        if (lettersOf(rows.value()[i]) != m_Sent[i].letters)
             return Failure{FailureKind::BadInput, "it changed the residues of a sequence"};
-        rows.push_back(std::move(*answered[i]));
-    }
     return rows;
 }
 
@@ -149,7 +85,7 @@ Result<RealignedRows::Columns> RealignedRows::read(std::string_view answer) cons
     const auto keepColumnsOf = [&isKept](const std::string &row) {
         isKept.resize(std::max(isKept.size(), row.size()));
         for (std::size_t col = 0; col < row.size(); ++col) {
-            if (!isGap(row[col]))
+            if (!isAnsweredGap(row[col]))
                 isKept[col] = true;
         }
     };

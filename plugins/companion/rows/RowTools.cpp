@@ -9,6 +9,7 @@
 #include "RowSorting.h"
 #include "SelectedRows.h"
 #include "Texts.h"
+#include "WorkbenchCommands.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +17,9 @@
 namespace companion {
 
 namespace {
+
+// As the log has it.
+constexpr const char *kRowToolsCaller = "companion";
 
 QString moveStep(RowMove move)
 {
@@ -93,6 +97,26 @@ void RowTools::newAlignmentOfSelected()
     const std::optional<SelectedRows> selected = selectedRows(m_Window);
     m_Tell(selected ? newAlignmentOfRows(m_Window, selected->rows)
                     : tr("No alignment is made: it was cancelled."));
+}
+
+void RowTools::alignToRest(bool keepsColumns)
+{
+    if (m_Window.alignment() == nullptr)
+        return m_Tell(tr("No alignment is shown."));
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    const std::optional<SelectedRows> selected = selectedRows(m_Window);
+    if (!window || m_Window.alignment() == nullptr)
+        return;
+    if (!selected)
+        return m_Tell(tr("Nothing is aligned: it was cancelled."));
+    if (selected->rows.empty())
+        return m_Tell(tr("Nothing is aligned: no row has selected residues. Select a residue of "
+                         "each row that is to be aligned to the rest."));
+    TAMBO::AlignRowsRequest request{m_Window.alignment(), selected->rows, keepsColumns, {}};
+    TAMBO::WorkbenchCommands::alignRows(kRowToolsCaller, request);
+    // The window, and this with it, may have gone meanwhile.
+    if (window && !request.told.isEmpty())
+        m_Tell(request.told);
 }
 
 // ---- Sorting

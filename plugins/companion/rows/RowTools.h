@@ -33,6 +33,9 @@ public:
     // Those of selectedRows().
     void move(RowMove move);
     void newAlignmentOfSelected();
+    // By another program, for which it waits. keepsColumns: or not at all, when it takes columns
+    // that are not there.
+    void alignToRest(bool keepsColumns);
 
     void sortByName();
     void sortByLength();
