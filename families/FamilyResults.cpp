@@ -149,6 +149,13 @@ ResultRow resultOf(const FamilyFolder &folder, const FamilyTarget &target, Folde
     return rowOf(folder, target, workIn(folder, work));
 }
 
+std::vector<std::pair<std::size_t, double>> residueScoresIn(const fs::path &record)
+{
+    Result<JobRecord> read = kestram::readJobRecord(record);
+    return read ? std::move(read).value().residueScores
+                : std::vector<std::pair<std::size_t, double>>();
+}
+
 const std::vector<std::string> &resultTitles()
 {
     static const std::vector<std::string> kTitles = {

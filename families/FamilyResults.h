@@ -37,6 +37,11 @@ enum class FolderWork { AsLocked, GoesOn, HasEnded };
 [[nodiscard]] ResultRow resultOf(const FamilyFolder &folder, const FamilyTarget &target,
                                  FolderWork work = FolderWork::AsLocked);
 
+// What the engine said of the letters of a target, from the record of its job: none when nobody
+// knows, or when it cannot be read.
+[[nodiscard]] std::vector<std::pair<std::size_t, double>>
+residueScoresIn(const std::filesystem::path &record);
+
 // The names of the columns, and what a row has in each; "NA" for what is not known.
 [[nodiscard]] const std::vector<std::string> &resultTitles();
 [[nodiscard]] std::vector<std::string> resultTexts(const ResultRow &row);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestram: builds a model of the second sequence of an alignment on the structure of the first.
 #include "Engine.h"
+#include "EngineReport.h"
 #include "EngineRun.h"
 #include "ExitStatus.h"
 #include "Job.h"
+#include "ModelScores.h"
 #include "ModellingInput.h"
 #include "RunFolder.h"
 
@@ -66,16 +68,22 @@ int printModel(const fs::path &alignment, const fs::path &structure)
         return complain(engine.error().message(), kestram::kNoEngine);
     const std::string launcher = launcherWords();
     const auto run = kestram::EngineRun::begin(
-        {kestram::engineCommand(engine.value(), "build-model", launcher),
+        {kestram::engineCommand(engine.value(), kestram::kScriptFile, launcher),
          engine.value(),
          [&] { return kestram::RunFolder::make(parentFolder(launcher, alignment)); },
          {}});
     if (!run)
         return complain(run.error().message(), kestram::kEngineFailed);
+    const fs::path folder = run.value()->folder().path();
+    if (const auto written =
+            run.value()->folder().write(kestram::kScriptFile, kestram::scriptText());
+        !written)
+        return complain(written.error().message(), kestram::kEngineFailed);
     const auto model = run.value()->build(input.value());
     if (!model)
         return complain(model.error().message(), kestram::kEngineFailed);
-    std::cout << model.value() << std::flush;
+    const kestram::EngineReport report = kestram::readReport(folder / kestram::kReportFile);
+    std::cout << TAMBO::scoreRemarks(report.residueScores) << model.value() << std::flush;
     return std::cout.fail() ? complain("the model cannot be written", kestram::kEngineFailed)
                             : EXIT_SUCCESS;
 }

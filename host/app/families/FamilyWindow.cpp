@@ -262,7 +262,8 @@ void FamilyWindow::follow()
 FamilyWindow::Chosen FamilyWindow::chosenAt(int row) const
 {
     const families::FamilyTarget &target = m_Results->line(row).target;
-    return {{m_Folder->modelOf(target), m_Folder->inputOf(target), m_Folder->templateOf(target)},
+    return {{m_Folder->modelOf(target), m_Folder->inputOf(target), m_Folder->templateOf(target),
+             [record = m_Folder->recordOf(target)] { return families::residueScoresIn(record); }},
             m_Results->note(row, m_Family),
             target.name,
             target.templateName};

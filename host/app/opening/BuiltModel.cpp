@@ -221,6 +221,7 @@ void BuiltModel::describe(StructureRecord &model, const Peptide &target,
 
 void BuiltModel::tie(Structure &model) const
 {
+    keepScores(model, m_Job.scores, m_Runs);
     for (Peptide *sequence : m_Sequences)
         tie(model, *sequence);
 }

@@ -5,6 +5,7 @@
 
 #include "FileReader.h"
 #include "ModelFit.h"
+#include "ModelScores.h"
 #include "Result.h"
 
 #include <filesystem>
@@ -29,6 +30,8 @@ struct ModelJob
     RowRecord target;
     // The CA atoms of the template's letters, as the engine got them.
     std::vector<Vertex> places;
+    // The engine's, of the target's letters; none when nobody knows them.
+    ModelScores scores;
 };
 
 // The alignment has the template first and the target second. Knows nothing of loaded objects, so
@@ -55,7 +58,7 @@ public:
     [[nodiscard]] std::set<std::string> rows() const;
     // What the file holds, before an object is made of it.
     void prepare(FileContents &contents, RowsForModels &rows, Place place);
-    // The object, in the same step. A row that is locked stays as it is.
+    // The object, in the same step; it keeps its scores. A row that is locked stays as it is.
     void tie(Structure &model) const;
 
 private:

@@ -6,6 +6,9 @@
 #include "RowsForModels.h"
 #include "Space.h"
 
+#include <algorithm>
+#include <fstream>
+#include <string>
 #include <utility>
 
 namespace TAMBO::app {
@@ -13,6 +16,17 @@ namespace TAMBO::app {
 namespace {
 
 namespace fs = std::filesystem;
+
+// What there is of remarks stands there.
+std::string beginningOf(const fs::path &file)
+{
+    constexpr std::size_t kMost = std::size_t(16) << 20;
+    std::string text(kMost, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(text.data(), std::streamsize(text.size()));
+    text.resize(std::size_t(std::max<std::streamsize>(0, stream.gcount())));
+    return text;
+}
 
 // Without it the model is a structure that nothing is known of.
 ModelJob jobBeside(const fs::path &file)
@@ -22,6 +36,7 @@ ModelJob jobBeside(const fs::path &file)
         return {};
     if (const Result<FileContents> known = readFile(file.parent_path() / "str.pdb"))
         setTemplate(job.value(), known.value());
+    job->scores = scoresInRemarks(beginningOf(file));
     return std::move(job).value();
 }
 

@@ -49,6 +49,8 @@ Result<ReadModel> ModelsJob::read(const ModelFiles &files, const ReadProgress &p
     if (!known)
         return known.error();
     setTemplate(job.value(), known.value());
+    if (files.scores)
+        job->scores = files.scores();
     Result<FileContents> contents = readPackedFile(files.model, progress);
     if (!contents)
         return contents.error();

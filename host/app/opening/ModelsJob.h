@@ -7,6 +7,7 @@
 #include "ReadJob.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
@@ -19,6 +20,8 @@ struct ModelFiles
     std::filesystem::path model;
     std::filesystem::path alignment;
     std::filesystem::path structure;
+    // Reads what the engine said of the residues, in the reading thread; may be empty.
+    std::function<ModelScores()> scores = {};
 };
 
 struct ReadModel

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LegendBar.h"
 
+#include "LineLabel.h"
+#include "PlainText.h"
+
 #include <QLabel>
 #include <QMainWindow>
 #include <QPainter>
@@ -61,6 +64,12 @@ void LegendBar::show(const Legend &legend)
         swatch->setContentsMargins(kBetween, 0, 0, 0);
         addWidget(swatch);
         addWidget(textLabel(QString::fromStdString(entry.label)));
+    }
+    if (!legend.note.empty()) {
+        auto *const note = makeLineLabel();
+        note->setText(QString::fromStdString(legend.note));
+        note->setToolTip(TAMBO::plainToolTip(note->text()));
+        addWidget(note);
     }
     auto *const close = new QToolButton;
     close->setText(tr("Close"));

@@ -35,6 +35,8 @@ struct Legend
     // The ends of the scale; what is in no entry's range has no color.
     std::optional<LegendRange> scale;
     std::vector<LegendEntry> entries;
+    // What is to be known beside it; empty for nothing.
+    std::string note = {};
 };
 
 } // namespace companion

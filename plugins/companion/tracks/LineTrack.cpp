@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "AlignmentDetails.h"
+#include "ResidueScores.h"
 #include "Texts.h"
 
 #include <QStringList>
@@ -19,6 +20,8 @@ using TAMBO::AlignmentDetails;
 namespace {
 
 constexpr char kStructureKey[] = "structure";
+constexpr char kScoreKey[] = "model-score";
+constexpr std::size_t kTenths = 10;
 
 struct LineKind
 {
@@ -88,8 +91,30 @@ QString elementText(char character)
     }
 }
 
+// A digit for the tenth of its model that each residue is in.
+std::string scoreText(const Alignment &alignment, unsigned long row, unsigned long begin,
+                      unsigned long end)
+{
+    const std::optional<ResidueScores> scores = residueScores(alignment, row);
+    std::vector<TAMBO::AlignmentCell> cells;
+    alignment.readRow(row, begin, end, cells);
+    std::string text(cells.size(), ' ');
+    unsigned long residue = alignment.residueCount(row, begin);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (cells[i].isGap())
+            continue;
+        const auto tenth = scores ? scores->partOf(residue, kTenths) : std::nullopt;
+        if (tenth)
+            text[i] = char('0' + *tenth);
+        ++residue;
+    }
+    return text;
+}
+
 QString barText(const LineTrack &track, char character)
 {
+    if (track.isScore)
+        return tr("%1 of 10, from the lowest of its model").arg(character - '0' + 1);
     const bool isAccess = withoutCons(track.name.toStdString()).ends_with("SA");
     if (character == '*' && !isAccess)
         return percents(95, 100);
@@ -118,6 +143,14 @@ std::vector<LineTrack> lineTracks(const Alignment &alignment,
             {QLatin1String(kStructureKey), name,
              tr("Secondary structure of %1: boxes are helices, arrows strands.").arg(name),
              LineTrack::Look::Symbols, row, std::nullopt});
+        if (residueScores(alignment, row))
+            tracks.push_back(
+                {QLatin1String(kScoreKey), tr("%1 score").arg(name),
+                 tr("The engine's score of the residues of %1, by tenths of its model; lower fits "
+                    "better. It is no confidence, and says nothing between models: each has a "
+                    "highest tenth, and a wrong alignment can score well.")
+                     .arg(name),
+                 LineTrack::Look::Bars, row, std::nullopt, true});
         const std::vector<std::string> residues = AlignmentDetails::residueLines(alignment, row);
         for (std::size_t line = 0; line < residues.size(); ++line) {
             LineTrack track = ofFile(residues[line], line);
@@ -134,6 +167,8 @@ QString lineTitle(const LineTrack &track)
 {
     if (!track.row)
         return tr("%1 of the file").arg(track.name);
+    if (track.isScore)
+        return tr("Model score of rows");
     if (!track.line)
         return tr("Secondary structure of rows");
     return tr("%1 of rows, from the file").arg(track.key.mid(track.key.indexOf(u':') + 1));
@@ -141,10 +176,10 @@ QString lineTitle(const LineTrack &track)
 
 bool isOnAtFirst(const LineTrack &track)
 {
-    static const QStringList kOn = {QLatin1String(kStructureKey), QStringLiteral("gc:SS_cons"),
-                                    QStringLiteral("gc:SA_cons"), QStringLiteral("gc:PP_cons"),
-                                    QStringLiteral("gc:RF"),      QStringLiteral("gr:SS"),
-                                    QStringLiteral("gr:SA"),      QStringLiteral("gr:PP")};
+    static const QStringList kOn = {
+        QLatin1String(kStructureKey), QLatin1String(kScoreKey),     QStringLiteral("gc:SS_cons"),
+        QStringLiteral("gc:SA_cons"), QStringLiteral("gc:PP_cons"), QStringLiteral("gc:RF"),
+        QStringLiteral("gr:SS"),      QStringLiteral("gr:SA"),      QStringLiteral("gr:PP")};
     return kOn.contains(track.key);
 }
 
@@ -168,6 +203,8 @@ std::string lineText(const Alignment &alignment, const LineTrack &track, unsigne
         std::ranges::replace(text, AlignmentDetails::kNothing, ' ');
         return text;
     }
+    if (track.isScore)
+        return scoreText(alignment, *track.row, begin, end);
     std::string text = AlignmentDetails::elements(alignment, *track.row, begin, end);
     std::vector<TAMBO::AlignmentCell> cells;
     alignment.readRow(*track.row, begin, end, cells);
@@ -189,6 +226,19 @@ QString lineValue(const LineTrack &track, char character)
     return meaning.isEmpty() ? text : text + QStringLiteral(", ") + meaning;
 }
 
+QString columnValue(const Alignment &alignment, const LineTrack &track, unsigned long col)
+{
+    const std::string text = lineText(alignment, track, col, col + 1);
+    if (text.empty())
+        return {};
+    if (!track.isScore || text.front() == ' ')
+        return lineValue(track, text.front());
+    const std::optional<ResidueScores> scores = residueScores(alignment, *track.row);
+    const double score = scores->of(alignment.residueCount(*track.row, col)).value_or(0);
+    return QStringLiteral("%1: %2, %3")
+        .arg(track.name, QString::number(score, 'f', 2), barText(track, text.front()));
+}
+
 // The letters are those of DSSP: W. Kabsch and C. Sander, Biopolymers 22, 2577 (1983).
 char elementOf(char character) noexcept
 {
@@ -207,10 +257,10 @@ char elementOf(char character) noexcept
 double lineShare(const LineTrack &track, char character) noexcept
 {
     // Above the digits there is '*' where it means something.
-    const double most =
-        track.key.endsWith(QLatin1String("SA")) || track.key.endsWith(QLatin1String("SA_cons"))
-            ? 10
-            : 11;
+    const double most = track.isScore || track.key.endsWith(QLatin1String("SA")) ||
+                                track.key.endsWith(QLatin1String("SA_cons"))
+                            ? 10
+                            : 11;
     if (character == '*')
         return 1;
     return character >= '0' && character <= '9' ? (character - '0' + 1) / most : 0;

@@ -33,8 +33,10 @@ struct LineTrack
     Look look = Look::Letters;
     // Nothing for what is said of columns.
     std::optional<unsigned long> row;
-    // Which line of the file it is; nothing for the secondary structure of the row's residues.
+    // Which line of the file it is; nothing for what is known of the row's residues.
     std::optional<std::size_t> line;
+    // Of the row's residues: their score, else their secondary structure.
+    bool isScore = false;
 
     friend bool operator==(const LineTrack &, const LineTrack &) = default;
 };
@@ -54,6 +56,9 @@ struct LineTrack
                                    unsigned long begin, unsigned long end);
 // What one of the characters means.
 [[nodiscard]] QString lineValue(const LineTrack &track, char character);
+// What it says of a column, with the number where the character stands for one.
+[[nodiscard]] QString columnValue(const TAMBO::Alignment &alignment, const LineTrack &track,
+                                  unsigned long col);
 
 // The character of secondary structure as one of "HET-", or ' '.
 [[nodiscard]] char elementOf(char character) noexcept;

@@ -401,10 +401,8 @@ void TrackCanvas::paintItem(QPainter &painter, const Item &item, const QRect &pl
 
 QString TrackCanvas::valueText(const Item &item, unsigned long col) const
 {
-    if (item.line) {
-        const std::string text = lineText(*shown().alignment(), *item.line, col, col + 1);
-        return text.empty() ? QString() : lineValue(*item.line, text.front());
-    }
+    if (item.line)
+        return columnValue(*shown().alignment(), *item.line, col);
     const TrackColumn *const column = m_Columns.isKnown(col) ? m_Columns.at(col) : nullptr;
     return column == nullptr ? tr("is being computed") : trackValue(*item.track, *column);
 }

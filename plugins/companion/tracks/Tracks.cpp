@@ -77,7 +77,8 @@ void Tracks::fillRows(QMenu &menu)
     choose->setToolTip(tr("Secondary structure and annotation of the rows with selected residues"));
     connect(choose, &QAction::triggered, this, &Tracks::chooseRows);
     for (const LineTrack &line : m_Canvas->lines()) {
-        if (!line.row || line.line)
+        // Each row once.
+        if (!line.row || line.line || line.isScore)
             continue;
         const QString name = QString(line.name).replace(u'&', QStringLiteral("&&"));
         QAction *const action = menu.addAction(tr("Without %1").arg(name));

@@ -33,6 +33,14 @@ Command marksCommand()
             [](Companion &companion) { companion.marks().toggle(); }};
 }
 
+Command scoreCommand()
+{
+    return {tr("Color by Mode&l Score"),
+            tr("Color the residues of models by the modelling engine's score of them"),
+            {},
+            [](Companion &companion) { companion.colorByModelScore(); }};
+}
+
 Command identitiesCommand()
 {
     return {tr("&Identities…"),
@@ -61,6 +69,7 @@ std::vector<Command> makeCommands()
     append(all, rowCommands(), true);
     append(all, columnCommands());
     append(all, colorCommands(), true);
+    append(all, {scoreCommand()});
     append(all, {identitiesCommand()});
     append(all, compareCommands());
     append(all, treeCommands());

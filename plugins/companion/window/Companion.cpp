@@ -8,6 +8,7 @@
 #include "Logger.h"
 #include "PairsDialog.h"
 #include "RedundancyDialog.h"
+#include "ScoreColoring.h"
 #include "Texts.h"
 #include "WholeSelection.h"
 
@@ -86,6 +87,22 @@ void Companion::colorBy(ColumnRule rule)
     TAMBO::Alignment *const alignment = m_Window.alignment();
     if (alignment != nullptr && colorByColumn(*alignment, rule, m_Window.mainWindow()))
         m_Legend->show(legendOf(rule));
+}
+
+void Companion::colorByModelScore()
+{
+    if (m_Window.alignment() == nullptr)
+        return tell(companion::tr("No alignment is shown."));
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    const ScoreColored colored = colorByScore(m_Window);
+    // The window, and this with it, may have gone meanwhile.
+    if (window == nullptr)
+        return;
+    if (colored.rows == 0)
+        tell(companion::tr("No row shows a model whose score is known: Kestram and Models of a "
+                           "Family build such."));
+    else if (colored.isDone)
+        m_Legend->show(scoreLegend());
 }
 
 void Companion::showPairs()

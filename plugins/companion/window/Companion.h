@@ -70,6 +70,8 @@ public:
     void tell(const QString &message);
     // Of the alignment that is shown, with a legend.
     void colorBy(ColumnRule rule);
+    // Of the models that are shown, with a legend.
+    void colorByModelScore();
     void showPairs();
     // Null when no alignment is shown, or the user has given up the search.
     RedundancyDialog *showRedundancy();

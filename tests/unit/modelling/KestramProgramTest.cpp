@@ -33,13 +33,25 @@ TEST_F(KestramProgram, TheModelIsPrintedAndAllElseGoesToStandardError)
     EXPECT_TRUE(isTidy());
 }
 
+TEST_F(KestramProgram, ScoresOfResiduesStandBeforeTheModel)
+{
+    installEngine(
+        std::string(
+            "printf 'engine x\\nresidue 2 -0.5\\nresidue 3 1\\nscore 1\\n' > report.txt; ") +
+        kModel);
+    const Finished run = kestram();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "REMARK   6 KESTRAM SCORE OF LETTER 2 -0.5000\n"
+                          "REMARK   6 KESTRAM SCORE OF LETTER 3 1.0000\nATOM  the model\nEND\n");
+}
+
 TEST_F(KestramProgram, TheEngineIsCalledInAFolderOfItsOwnWithTheFilesThere)
 {
     installEngine(std::string("echo \"$@\"; cat alignment.fasta; head -1 template.pdb; "
                               "case $PWD in */tmp/kestram-*) echo own;; esac; ") +
                   kModel);
     const Finished run = kestram();
-    EXPECT_THAT(run.errors, HasSubstr("build-model -f alignment.fasta -p template.pdb -o "
+    EXPECT_THAT(run.errors, HasSubstr("job.py -f alignment.fasta -p template.pdb -o "
                                       "model.pdb\n>target\nACDEFGH\n>template.A\nACDEFGH\nATOM "));
     EXPECT_THAT(run.errors, HasSubstr("own\n"));
 }
@@ -161,7 +173,7 @@ TEST_F(KestramProgram, AFileOfTheEngineThatCannotBeWrittenIsNamed)
     const Finished run = kestram("seq.ali str.pdb", "ulimit -f 1 &&");
     EXPECT_EQ(run.status, 4);
     EXPECT_EQ(run.output, "");
-    EXPECT_THAT(run.errors, HasSubstr("template.pdb: cannot be written: File too large"));
+    EXPECT_THAT(run.errors, HasSubstr("job.py: cannot be written: File too large"));
     EXPECT_TRUE(isTidy());
 }
 

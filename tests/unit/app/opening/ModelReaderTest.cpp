@@ -9,8 +9,10 @@
 #include "DataPoint.h"
 #include "Element.h"
 #include "LogBook.h"
+#include "ModelScores.h"
 #include "ObjectOperations.h"
 #include "PluginManager.h"
+#include "PluginValues.h"
 #include "Subscriber.h"
 #include "UndoCommands.h"
 #include "Workbench.h"
@@ -164,6 +166,22 @@ TEST_F(ModelReaderTest, TheModelIsCalledByTargetAndTemplate)
     EXPECT_TRUE(newest()->isModel());
     ASSERT_TRUE(read());
     EXPECT_EQ(newest()->Name(), "wanted on known (2)");
+}
+
+TEST_F(ModelReaderTest, ScoresInTheFileStayWithTheModel)
+{
+    family();
+    job();
+    put("model.pdb", "REMARK   6 KESTRAM SCORE OF LETTER 3 -0.5000\n"
+                     "REMARK   6 KESTRAM SCORE OF LETTER 8 1.2500\n" +
+                         pdb("ACDE", 3, 0) + pdb("GH", 7, 5));
+    ASSERT_TRUE(read());
+    const Structure *const model = newest();
+    const auto scores = [model] { return PluginValues::Get(model, kScoresOf, kScoresKey); };
+    EXPECT_EQ(scores(), "-0.5000 - - - - 1.2500");
+    history().undo();
+    history().redo();
+    EXPECT_EQ(scores(), "-0.5000 - - - - 1.2500");
 }
 
 TEST_F(ModelReaderTest, TheTargetsResiduesGetThePlacesOfTheModel)

@@ -7,6 +7,7 @@
 #include "DataPoint.h"
 #include "LoadProgress.h"
 #include "ObjectSources.h"
+#include "PluginValues.h"
 #include "PositionEdit.h"
 #include "support/LogLines.h"
 #include "support/WaitUntil.h"
@@ -131,6 +132,24 @@ protected:
     ModelsReader m_Reader{m_Loader};
     LoadReport m_Report;
 };
+
+TEST_F(ModelsReaderTest, KeepWhatTheEngineSaidOfTheirResiduesThroughUndo)
+{
+    family({"known", "a"});
+    ModelFiles scored = model("a");
+    scored.scores = [] { return ModelScores{{1, -0.5}, {3, 2}}; };
+    open({scored, model("b")});
+    ASSERT_EQ(m_Report.structures.size(), 2U);
+    const auto scoresOf = [](const Structure *structure) {
+        return PluginValues::Get(structure, kScoresOf, kScoresKey);
+    };
+    const Structure *const made = m_Report.structures[0];
+    EXPECT_EQ(scoresOf(made), "-0.5000 - 2.0000 - - - -");
+    EXPECT_EQ(scoresOf(m_Report.structures[1]), std::nullopt);
+    EXPECT_TRUE(m_History.undo());
+    EXPECT_TRUE(m_History.redo());
+    EXPECT_EQ(scoresOf(made), "-0.5000 - 2.0000 - - - -");
+}
 
 TEST_F(ModelsReaderTest, ComeInOneStepOfUndoWithOneName)
 {

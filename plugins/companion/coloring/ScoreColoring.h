@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Coloring models by the engine's score of their residues.
+#pragma once
+
+#include "Legend.h"
+
+#include <cstddef>
+
+class QWidget;
+
+namespace TAMBO {
+class AlignmentWindow;
+}
+
+namespace companion {
+
+struct ScoreColored
+{
+    // Rows that have scores.
+    std::size_t rows = 0;
+    // They have their colors; false when nothing can be changed now, of which the workbench tells
+    // why, or when the user has given it up.
+    bool isDone = false;
+};
+
+// Each residue with a score, by the fifth of its own model that it is in; one step of undo. Others
+// keep their colors.
+ScoreColored colorByScore(TAMBO::AlignmentWindow &window);
+
+// Says what the colors do not mean, too.
+[[nodiscard]] Legend scoreLegend();
+
+} // namespace companion

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Models colored by the engine's score of their residues, and its track.
+#include "guide/GuidedFamily.h"
+
+#include "Commands.h"
+#include "LineTrack.h"
+#include "support/LogLines.h"
+
+#include "AlignmentDetails.h"
+#include "PluginValues.h"
+
+#include <QLabel>
+#include <QToolBar>
+
+#include <algorithm>
+
+namespace ModelScoreTest {
+
+class ScoresOfModels : public GuidedFamily
+{
+protected:
+    // The second row is a model: its residues have the scores 0 to 23, but for the third.
+    TAMBO::Alignment &scored()
+    {
+        TAMBO::Alignment &shown = family(3);
+        std::string value;
+        for (std::size_t i = 0; i < kResidues; ++i)
+            value += (i == 0 ? "" : " ") + (i == 2 ? std::string("-") : std::to_string(i));
+        {
+            const DataPointBase guard(nullptr, Publisher::Update);
+            PluginValues::Set(shown.GetSeq(1)->Parent(), "kestram", "residue-scores", value);
+        }
+        history.clear();
+        return shown;
+    }
+    void run(const QString &text)
+    {
+        const auto &all = companion::commands();
+        const auto command = std::ranges::find(all, text, &companion::Command::text);
+        ASSERT_NE(command, all.end());
+        command->run(*m_Companion);
+    }
+    unsigned colorAt(unsigned long row, unsigned long col) const
+    {
+        std::vector<TAMBO::AlignmentCell> cells;
+        m_Shown->readRow(row, col, col + 1, cells);
+        return cells.front().color.rgb() & 0xffffffU;
+    }
+    QStringList legend() const
+    {
+        QStringList texts;
+        const auto *const bar = m_Window->findChild<QToolBar *>("Legend");
+        for (const QLabel *label : bar->findChildren<QLabel *>())
+            if (!label->text().isEmpty())
+                texts << label->text();
+        return bar->isHidden() ? QStringList() : texts;
+    }
+};
+
+TEST_F(ScoresOfModels, ColorsAreFifthsOfTheModelAndALineSaysWhatTheyDoNotMean)
+{
+    look(scored());
+    const unsigned before = colorAt(1, 2);
+    const unsigned other = colorAt(0, 0);
+    run("Color by Mode&l Score");
+    EXPECT_EQ(colorAt(1, 0), 0x67a9cfU);
+    EXPECT_EQ(colorAt(1, 25), 0xef8a62U) << "behind the two gaps";
+    EXPECT_EQ(colorAt(1, 2), before) << "without a score";
+    EXPECT_EQ(colorAt(0, 0), other) << "of another row";
+    EXPECT_TRUE(legend().join(' ').contains("It is no confidence, and says nothing between models"))
+        << qPrintable(legend().join('\n'));
+    EXPECT_TRUE(legend().contains("lowest: fits best"));
+    EXPECT_EQ(history.size(), 1U);
+    EXPECT_EQ(history.undoLabel().substr(0, 20), "Color by model score");
+    history.undo();
+    EXPECT_NE(colorAt(1, 0), 0x67a9cfU);
+}
+
+TEST_F(ScoresOfModels, WithoutAModelALineSaysSo)
+{
+    look(family(3));
+    const LogLines log;
+    run("Color by Mode&l Score");
+    EXPECT_EQ(log.texts(), QStringList("No row shows a model whose score is known: Kestram and "
+                                       "Models of a Family build such."));
+    EXPECT_EQ(history.size(), 0U);
+    EXPECT_EQ(legend(), QStringList());
+}
+
+TEST_F(ScoresOfModels, TheTrackHasATenthForEachResidueAndTheNumberInWords)
+{
+    const TAMBO::Alignment &shown = scored();
+    const auto tracks = companion::lineTracks(shown, {0, 1});
+    ASSERT_EQ(tracks.size(), 3U);
+    const companion::LineTrack &track = tracks[2];
+    EXPECT_EQ(track.name, "m1_A score");
+    EXPECT_TRUE(track.isScore);
+    EXPECT_TRUE(companion::isOnAtFirst(track));
+    EXPECT_EQ(companion::lineTitle(track), "Model score of rows");
+    EXPECT_TRUE(track.meaning.contains("It is no confidence"));
+    const std::string text = companion::lineText(shown, track, 0, shown.width());
+    EXPECT_EQ(text.substr(0, 4), "00 0");
+    EXPECT_EQ(text.substr(kGap - 1, 4), "6  7");
+    EXPECT_EQ(text.substr(25), "9  ");
+    EXPECT_EQ(companion::lineText(shown, track, 25, 26), "9");
+    EXPECT_EQ(companion::columnValue(shown, track, 25),
+              "m1_A score: 23.00, 10 of 10, from the lowest of its model");
+    EXPECT_EQ(companion::columnValue(shown, track, 2), "m1_A score: nothing");
+    EXPECT_DOUBLE_EQ(companion::lineShare(track, '9'), 1);
+    EXPECT_DOUBLE_EQ(companion::lineShare(track, '0'), 0.1);
+}
+
+} // namespace ModelScoreTest
