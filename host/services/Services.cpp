@@ -6,6 +6,7 @@
 #include "Hooks.h"
 #include "LogBook.h"
 #include "SelectionColor.h"
+#include "TitleWidths.h"
 
 #include <QColor>
 #include <QObject>
@@ -28,6 +29,7 @@ void applySelectionColor()
 void installServices()
 {
     LogBook::routeMessages();
+    TitleWidths::install();
     applySelectionColor();
     QObject::connect(&ConfigStore::instance(), &ConfigStore::changed, &ConfigStore::instance(),
                      [](const QString &section, const QString &key) {

@@ -5,15 +5,18 @@
 #include "Alignment.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
+#include "ObjectOrigins.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
 #include "SelectObjectAnswers.h"
+#include "ShownObjects.h"
 #include "support/FakeCompound.h"
 #include "support/KeptQuestion.h"
 #include "support/LogLines.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -283,6 +286,66 @@ TEST_F(SelectObjectContract, NoneOfSeveralIsAChoice)
     EXPECT_THAT(m_Several, IsEmpty());
 }
 
+TEST_F(SelectObjectContract, TheOnlyMatchIsWhatEnterTakes)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        EXPECT_FALSE(ok(dialog)->isEnabled());
+        type("alp");
+        EXPECT_TRUE(says(dialog, "1 of 3 shown: OK takes it"));
+        EXPECT_TRUE(ok(dialog)->isEnabled());
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_THAT(m_Several, ElementsAre(&m_Alpha));
+}
+
+TEST_F(SelectObjectContract, TheOnlyMatchIsNotAddedToWhatIsTicked)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        press(Qt::Key_Space);
+        type("alp");
+        EXPECT_TRUE(says(dialog, "1 of 3 shown, 1 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(&m_Beta));
+}
+
+TEST_F(SelectObjectContract, EnterWithNothingTickedSaysSoAndStays)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        type("a");
+        press(Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(says(dialog, "Nothing is ticked yet. Space ticks the highlighted row."));
+        press(Qt::Key_Space);
+        EXPECT_TRUE(says(dialog, "3 offered, 1 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_THAT(m_Several, ElementsAre(&m_Beta));
+}
+
+TEST_F(SelectObjectContract, AFilterThatNothingMatchesOffersNothingToTake)
+{
+    SelectObject dialog(m_Candidates, m_Several, nullptr, "sequences");
+    const int result = run(dialog, [&] {
+        type("nothing has this name");
+        EXPECT_FALSE(ok(dialog)->isEnabled());
+        const QImage empty = list(dialog)->viewport()->grab().toImage();
+        EXPECT_TRUE(says(dialog, "0 of 3 shown, 0 chosen"));
+        bool isWritten = false;
+        for (int y = 0; y < empty.height() && !isWritten; ++y)
+            for (int x = 0; x < empty.width() && !isWritten; ++x)
+                isWritten = empty.pixel(x, y) != empty.pixel(0, 0);
+        EXPECT_TRUE(isWritten) << "the list says why it is empty";
+        press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Rejected);
+}
+
 TEST_F(SelectObjectContract, CancelLeavesSeveralAsTheyWere)
 {
     m_Several = {&m_Gamma};
@@ -358,6 +421,7 @@ protected:
     void TearDown() override
     {
         SelectObjectContract::TearDown();
+        ObjectOrigins::remove();
         TAMBO::ObjectSpace::get().reset();
     }
     static QString cell(const SelectObject &dialog, int row, int column)
@@ -386,6 +450,66 @@ TEST_F(SelectObjectOfTheWorkbench, KindAndSizeAreShown)
     EXPECT_EQ(cell(dialog, 1, 2), "2 × 5");
     for (int row : {0, 1})
         EXPECT_FALSE(list(dialog)->model()->index(row, 0).data(Qt::DecorationRole).isNull());
+}
+
+TEST_F(SelectObjectOfTheWorkbench, WhatIsPickedInTheTreeIsTickedAtFirst)
+{
+    ObjectOrigins::install({}, [this] { return std::vector<Compound *>{m_Sequences[1]}; });
+    SelectObject dialog(m_Sequences, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        EXPECT_TRUE(says(dialog, "2 offered, 1 chosen"));
+        EXPECT_EQ(list(dialog)->currentIndex().row(), 1);
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[1]));
+    m_Several.clear();
+    SelectObject typed(m_Sequences, m_Several, nullptr, "sequences");
+    run(typed, [&] {
+        type("first");
+        EXPECT_TRUE(says(typed, "1 of 2 shown: OK takes it"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0])) << "what is typed says more";
+    SelectObject other(m_Sequences, m_Several, nullptr, "sequences");
+    run(other, [] { press(Qt::Key_Return); });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0])) << "the caller's own choice comes first";
+}
+
+TEST_F(SelectObjectOfTheWorkbench, WhatIsARowAlreadySaysSoAndIsNotTickedByItself)
+{
+    QWidget window;
+    ShownObjects::Set(&window, m_Alignment);
+    auto &space = TAMBO::ObjectSpace::get();
+    space.insertObject(0, std::make_unique<TAMBO::Peptide>("new", "AC"));
+    const std::vector<Compound *> offered{space.object(0), m_Sequences[0], m_Sequences[1]};
+    ObjectOrigins::install({}, [&] { return offered; });
+    const SelectObject dialog(offered, m_Several, &window, "sequences to add");
+    EXPECT_FALSE(list(dialog)->isColumnHidden(3));
+    EXPECT_EQ(cell(dialog, 0, 3), "");
+    EXPECT_EQ(cell(dialog, 1, 3), "already row 1");
+    EXPECT_EQ(cell(dialog, 2, 3), "already row 2");
+    EXPECT_TRUE(says(dialog, "3 offered, 1 chosen"));
+    // Making a new one: there is no row that they could have.
+    const SelectObject making(offered, m_Several, &window, "sequences");
+    EXPECT_TRUE(list(making)->isColumnHidden(3));
+    EXPECT_TRUE(says(making, "3 offered, 3 chosen"));
+    const SelectObject combining({m_Alignment}, m_One, &window, "Alignment to combine");
+    EXPECT_EQ(cell(combining, 0, 3), "shown in this window");
+    ShownObjects::Set(&window, nullptr);
+}
+
+TEST_F(SelectObjectOfTheWorkbench, EqualNamesAreToldApart)
+{
+    auto &space = TAMBO::ObjectSpace::get();
+    space.insertObject(0, std::make_unique<TAMBO::Peptide>("first", "AC"));
+    const std::vector<Compound *> offered{space.object(0), m_Sequences[0], m_Sequences[1]};
+    SelectObject dialog(offered, m_One, nullptr, "sequence");
+    EXPECT_EQ(shown(dialog), QStringList({"first (2 residues)", "first (5 residues)", "second"}));
+    run(dialog, [&] {
+        destroy(offered[0]);
+        EXPECT_EQ(shown(dialog), QStringList({"first", "second"}));
+        press(Qt::Key_Escape);
+    });
 }
 
 TEST_F(SelectObjectOfTheWorkbench, AnObjectDeletedMeanwhileIsNotOfferedAnyMore)

@@ -7,6 +7,7 @@
 #include "KindIcons.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
+#include "ObjectTwins.h"
 #include "TargetsModel.h"
 
 #include <QComboBox>
@@ -204,13 +205,16 @@ void FamilyDialog::fillAlignments(const std::vector<Alignment *> &alignments,
     const QSignalBlocker silence(m_Alignments);
     KindIcons icons;
     int current = 0;
+    const std::vector<QString> texts = listTexts({alignments.begin(), alignments.end()});
     for (Alignment *alignment : alignments) {
         if (alignment == chosen)
             current = m_Alignments->count();
         m_References.push_back(
             std::make_unique<ObjectReferences>(std::vector<Compound *>{alignment}));
         m_Alignments->addItem(icons.icon(ObjectKind::Alignment, false),
-                              tr("%1 (%2)").arg(nameText(*alignment), sizeText(*alignment)));
+                              texts[std::size_t(m_Alignments->count())]);
+        m_Alignments->setItemData(m_Alignments->count() - 1,
+                                  services::ObjectTwins::toolTip(*alignment), Qt::ToolTipRole);
     }
     m_Alignments->setCurrentIndex(current);
     takeAlignment();
@@ -224,10 +228,11 @@ void FamilyDialog::takeAlignment()
     m_Template->addItem(tr("Best for each target"));
     m_Targets->setFamily(chosen == nullptr ? families::Family()
                                            : familyOf(*chosen, m_SourceOf(*chosen)));
-    for (const families::FamilyRow &row : m_Targets->family().rows) {
-        if (row.hasStructure)
-            m_Template->addItem(QString::fromStdString(row.name),
-                                QByteArray::fromStdString(row.name));
+    const std::vector<families::FamilyRow> &rows = m_Targets->family().rows;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (rows[row].hasStructure)
+            m_Template->addItem(m_Targets->nameText(row),
+                                QByteArray::fromStdString(rows[row].name));
     }
     if (chosen != nullptr && m_Folder->text() == m_Suggested) {
         m_Suggested = suggestedFolder(*chosen);

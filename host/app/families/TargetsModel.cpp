@@ -29,8 +29,13 @@ void TargetsModel::setFamily(families::Family family)
     beginResetModel();
     m_Family = std::move(family);
     m_Lines.assign(m_Family.rows.size(), {});
-    for (std::size_t row = 0; row < m_Lines.size(); ++row)
+    std::unordered_map<std::string, int> counts;
+    for (const families::FamilyRow &row : m_Family.rows)
+        ++counts[row.name];
+    for (std::size_t row = 0; row < m_Lines.size(); ++row) {
         m_Lines[row].isTicked = !m_Family.rows[row].hasStructure;
+        m_Lines[row].isTwin = counts[m_Family.rows[row].name] > 1;
+    }
     endResetModel();
     setTemplate({});
 }
@@ -130,18 +135,24 @@ int TargetsModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : int(ColumnCount);
 }
 
+QString TargetsModel::nameText(std::size_t row) const
+{
+    const QString name = QString::fromStdString(m_Family.rows[row].name);
+    return m_Lines[row].isTwin ? tr("%1 (row %2)").arg(name).arg(row + 1) : name;
+}
+
 QString TargetsModel::text(std::size_t row, int column) const
 {
     const std::optional<PlannedModel> &model = m_Lines[row].model;
     if (column == TargetColumn)
-        return QString::fromStdString(m_Family.rows[row].name);
+        return nameText(row);
     if (!model)
         return {};
     switch (column) {
     case ResiduesColumn:
         return QLocale().toString(qulonglong(model->residues));
     case TemplateColumn:
-        return QString::fromStdString(m_Family.rows[model->templateRow].name);
+        return nameText(model->templateRow);
     default:
         return QLocale().toString(identityIn(*model), 'f', 1);
     }

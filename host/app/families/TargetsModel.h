@@ -30,6 +30,8 @@ public:
     // Empty: the best one for each. What is ticked stays so.
     void setTemplate(const std::string &name);
 
+    // Of rows of one name, with its number.
+    [[nodiscard]] QString nameText(std::size_t row) const;
     // Why nothing can be built at all; empty when something can.
     [[nodiscard]] QString objection() const { return m_Objection; }
     // Rows that can be built, one change for all of them.
@@ -52,6 +54,8 @@ private:
     struct Line
     {
         bool isTicked = false;
+        // Another row has its name.
+        bool isTwin = false;
         // None: it cannot be built.
         std::optional<families::PlannedModel> model;
     };

@@ -8,6 +8,7 @@
 #include "Logger.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
+#include "ObjectTwins.h"
 #include "SavedPlaces.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
@@ -154,13 +155,15 @@ void ExportDialog::fillObjects(const std::vector<Compound *> &objects, const Com
     const QSignalBlocker silence(m_Objects);
     KindIcons icons;
     int current = 0;
+    const std::vector<QString> texts = listTexts({objects.begin(), objects.end()});
     for (Compound *object : objects) {
         if (object == chosen)
             current = m_Objects->count();
         m_References.push_back(std::make_unique<ObjectReferences>(std::vector<Compound *>{object}));
         m_Objects->addItem(icons.icon(kindOf(*object), false),
-                           tr("%1 (%2)").arg(nameText(*object), sizeText(*object)),
-                           nameText(*object));
+                           texts[std::size_t(m_Objects->count())], nameText(*object));
+        m_Objects->setItemData(m_Objects->count() - 1, services::ObjectTwins::toolTip(*object),
+                               Qt::ToolTipRole);
     }
     m_Objects->setCurrentIndex(current);
     choose(current);

@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "Element.h"
+#include "ObjectTwins.h"
 #include "Peptide.h"
 #include "Structure.h"
 
@@ -176,6 +177,19 @@ QString nameText(const Compound &object)
 {
     const QString name = QString::fromStdString(object.Name());
     return name.isEmpty() ? tr("(no name)") : name;
+}
+
+std::vector<QString> listTexts(const std::vector<const Compound *> &objects)
+{
+    const std::vector<QString> differences = services::ObjectTwins::differences(
+        objects, [](const Compound &object) { return object.Name(); });
+    std::vector<QString> texts;
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        // Among those of one name, the size is told where it makes a difference.
+        const QString more = differences[i].isEmpty() ? sizeText(*objects[i]) : differences[i];
+        texts.push_back(services::ObjectTwins::label(nameText(*objects[i]), more));
+    }
+    return texts;
 }
 
 bool isRenamable(const Compound &object)

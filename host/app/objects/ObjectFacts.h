@@ -34,6 +34,8 @@ using Fact = std::pair<QString, QString>;
 // Short, for a column: "6 x 303", "223 residues".
 [[nodiscard]] QString sizeText(const Compound &object);
 [[nodiscard]] QString nameText(const Compound &object);
+// For a list of them: "obp (6 × 303)", and what tells those of one name apart.
+[[nodiscard]] std::vector<QString> listTexts(const std::vector<const Compound *> &objects);
 // Names of residues and atoms come from their coordinates and stay.
 [[nodiscard]] bool isRenamable(const Compound &object);
 // For the properties dialog, in its order.

@@ -3,7 +3,7 @@
 
 #include "Compound.h"
 #include "ObjectFacts.h"
-#include "PlainText.h"
+#include "ObjectTwins.h"
 
 #include <QLocale>
 
@@ -47,12 +47,14 @@ void ObjectTreeModel::scheduleRefresh()
 // Views repaint what they show and ask for nothing else.
 void ObjectTreeModel::refresh()
 {
+    m_KnowsDifferences = false;
     if (!m_Rows.top().rows.empty())
         emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
 void ObjectTreeModel::synchronise()
 {
+    m_KnowsDifferences = false;
     m_Rows.synchronise();
     scheduleRefresh();
 }
@@ -231,15 +233,16 @@ QVariant ObjectTreeModel::objectData(const Compound &object, int column, int rol
     case Qt::DisplayRole:
         if (column == KindColumn)
             return kindText(kindOf(object));
-        return column == SizeColumn ? sizeText(object) : nameText(object);
+        return column == SizeColumn
+                   ? sizeText(object)
+                   : services::ObjectTwins::label(nameText(object), difference(object));
     case Qt::EditRole:
         return column == NameColumn ? nameText(object) : QVariant();
     case Qt::DecorationRole:
         return column == NameColumn ? QVariant(m_Icons.icon(kindOf(object), object.IsLocked()))
                                     : QVariant();
     case Qt::ToolTipRole: {
-        const QString name = QString::fromStdString(object.GetFQName());
-        return plainToolTip(object.IsLocked() ? tr("%1 (locked)").arg(name) : name);
+        return services::ObjectTwins::toolTip(object, object.IsLocked() ? tr("locked") : QString());
     }
     case Qt::BackgroundRole:
         return object.IsSelected() ? QVariant(m_SelectionColor) : QVariant();
@@ -247,6 +250,35 @@ QVariant ObjectTreeModel::objectData(const Compound &object, int column, int rol
         return object.IsSelected() ? QVariant(QColor(Qt::black)) : QVariant();
     default:
         return {};
+    }
+}
+
+QString ObjectTreeModel::difference(const Compound &object) const
+{
+    if (object.Parent() != m_Rows.top().object)
+        return {};
+    if (!m_KnowsDifferences)
+        findDifferences();
+    const QString *const found = m_Differences.find(object);
+    return found == nullptr ? QString() : *found;
+}
+
+void ObjectTreeModel::findDifferences() const
+{
+    m_KnowsDifferences = true;
+    m_Differences = {};
+    const Compound &root = *m_Rows.top().object;
+    services::ObjectTwins::Objects objects;
+    const std::size_t count = root.ChildCount();
+    for (std::size_t i = 0; i < count && count <= services::ObjectTwins::kMost; ++i) {
+        if (const Compound *const object = root.Child(i))
+            objects.push_back(object);
+    }
+    const std::vector<QString> texts = services::ObjectTwins::differences(
+        objects, [](const Compound &object) { return object.Name(); });
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        if (!texts[i].isEmpty())
+            m_Differences[*objects[i]] = texts[i];
     }
 }
 

@@ -5,6 +5,7 @@
 #include "Compound.h"
 #include "KindIcons.h"
 #include "ObjectRows.h"
+#include "PointerMap.h"
 #include "Subscriber.h"
 
 #include <QAbstractItemModel>
@@ -79,11 +80,17 @@ private:
     [[nodiscard]] QModelIndex indexOfRow(const Row &row) const;
     [[nodiscard]] QVariant objectData(const Compound &object, int column, int role) const;
     [[nodiscard]] QVariant sequencesData(int column, int role) const;
+    // Behind the name of a top-level object of which there is another one of that name.
+    [[nodiscard]] QString difference(const Compound &object) const;
+    void findDifferences() const;
 
     ObjectRows m_Rows;
     mutable KindIcons m_Icons;
     QColor m_SelectionColor;
     QTimer m_RefreshTimer;
+    // Of the objects with a name that others have; looked for when the first one is shown.
+    mutable PointerMap<Compound, QString> m_Differences;
+    mutable bool m_KnowsDifferences = false;
 };
 
 } // namespace TAMBO::app

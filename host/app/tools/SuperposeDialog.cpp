@@ -5,6 +5,7 @@
 #include "KindIcons.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
+#include "ObjectTwins.h"
 #include "Structure.h"
 #include "SuperposeCommand.h"
 #include "SuperposePlan.h"
@@ -23,6 +24,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace TAMBO::app {
@@ -57,6 +59,40 @@ std::vector<QTreeWidgetItem *> checkedItems(const QTreeWidget &rows)
             items.push_back(rows.topLevelItem(i));
     }
     return items;
+}
+
+// Structures of one name are told apart; one that several rows lie in has one text.
+std::vector<QString> structureTexts(const std::vector<SuperposableRow> &rows)
+{
+    std::vector<const Compound *> structures;
+    for (const SuperposableRow &row : rows) {
+        if (std::ranges::find(structures, row.structure) == structures.end())
+            structures.push_back(row.structure);
+    }
+    const std::vector<QString> differences = services::ObjectTwins::differences(
+        structures, [](const Compound &structure) { return structure.Name(); });
+    std::vector<QString> texts;
+    for (const SuperposableRow &row : rows) {
+        const auto place = std::ranges::find(structures, row.structure) - structures.begin();
+        texts.push_back(services::ObjectTwins::label(QString::fromStdString(row.structure->Name()),
+                                                     differences[std::size_t(place)]));
+    }
+    return texts;
+}
+
+// Rows of one name by where they stand.
+std::vector<QString> rowTexts(const std::vector<SuperposableRow> &rows)
+{
+    std::map<std::string, int> counts;
+    for (const SuperposableRow &row : rows)
+        ++counts[row.name];
+    std::vector<QString> texts;
+    for (const SuperposableRow &row : rows) {
+        const QString difference =
+            counts[row.name] > 1 ? SuperposeDialog::tr("row %1").arg(row.row + 1) : QString();
+        texts.push_back(services::ObjectTwins::label(QString::fromStdString(row.name), difference));
+    }
+    return texts;
 }
 
 bool canBeUsed(const Alignment &alignment)
@@ -217,13 +253,16 @@ void SuperposeDialog::fillAlignments(const std::vector<Alignment *> &alignments,
     const QSignalBlocker silence(m_Alignments);
     KindIcons icons;
     int current = -1;
+    const std::vector<QString> texts = listTexts({alignments.begin(), alignments.end()});
     for (Alignment *alignment : alignments) {
         if (alignment == chosen || (chosen == nullptr && current < 0 && canBeUsed(*alignment)))
             current = m_Alignments->count();
         m_References.push_back(
             std::make_unique<ObjectReferences>(std::vector<Compound *>{alignment}));
         m_Alignments->addItem(icons.icon(ObjectKind::Alignment, false),
-                              tr("%1 (%2)").arg(nameText(*alignment), sizeText(*alignment)));
+                              texts[std::size_t(m_Alignments->count())]);
+        m_Alignments->setItemData(m_Alignments->count() - 1,
+                                  services::ObjectTwins::toolTip(*alignment), Qt::ToolTipRole);
     }
     m_Alignments->setCurrentIndex(std::max(current, 0));
     fillRows();
@@ -237,12 +276,15 @@ void SuperposeDialog::fillRows()
         m_Rows->clear();
         std::set<const Structure *> met;
         const Alignment *const shown = alignment();
-        for (const SuperposableRow &row :
-             shown != nullptr ? superposableRows(*shown) : std::vector<SuperposableRow>()) {
-            auto *item =
-                new QTreeWidgetItem(m_Rows, {QString::fromStdString(row.name),
-                                             QString::fromStdString(row.structure->Name()),
-                                             QLocale().toString(qulonglong(row.residues))});
+        const std::vector<SuperposableRow> rows =
+            shown != nullptr ? superposableRows(*shown) : std::vector<SuperposableRow>();
+        const std::vector<QString> structures = structureTexts(rows);
+        const std::vector<QString> names = rowTexts(rows);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const SuperposableRow &row = rows[i];
+            auto *item = new QTreeWidgetItem(
+                m_Rows, {names[i], structures[i], QLocale().toString(qulonglong(row.residues))});
+            item->setToolTip(StructureColumn, services::ObjectTwins::toolTip(*row.structure));
             item->setData(ChainColumn, kRowRole, qulonglong(row.row));
             item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable |
                            Qt::ItemNeverHasChildren);

@@ -478,6 +478,11 @@ void MainWindow::showEvent(QShowEvent *event)
     QMetaObject::invokeMethod(this, &MainWindow::offerStart, Qt::QueuedConnection);
 }
 
+std::vector<Compound *> MainWindow::pickedObjects() const
+{
+    return m_Tree->pickedObjects();
+}
+
 QRect MainWindow::firstPlace()
 {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();

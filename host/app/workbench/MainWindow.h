@@ -61,6 +61,7 @@ public:
     [[nodiscard]] static QRect firstPlace();
 
     [[nodiscard]] ObjectTree &tree() noexcept { return *m_Tree; }
+    [[nodiscard]] std::vector<Compound *> pickedObjects() const;
     [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
     // In the status line for a while.
     void say(const QString &text);

@@ -20,6 +20,7 @@
 #include "LossBox.h"
 #include "MainWindow.h"
 #include "ObjectFacts.h"
+#include "ObjectOrigins.h"
 #include "ObjectReferences.h"
 #include "ObjectSpace.h"
 #include "ObjectTree.h"
@@ -139,6 +140,7 @@ Workbench::~Workbench()
     hooks.denied = nullptr;
     hooks.changed = nullptr;
     services::PrintoutDesk::instance().setFolderOf(nullptr);
+    services::ObjectOrigins::remove();
 }
 
 MainWindow &Workbench::window()
@@ -298,6 +300,15 @@ void Workbench::installHooks()
         m_Document.follow();
         m_EmptiedWindows->follow(m_History.isAsTravelled());
     };
+
+    services::ObjectOrigins::install(
+        [this](const Compound &object) {
+            const std::optional<SavedPlaces::Place> place = m_Places.lastPlaceOf(object);
+            return place ? place->file : QFile::decodeName(m_Sources.fileOf(object).c_str());
+        },
+        [this] {
+            return m_Window == nullptr ? std::vector<Compound *>() : m_Window->pickedObjects();
+        });
 
     auto &desk = services::PrintoutDesk::instance();
     desk.setFolderOf([this](const Compound &object) {

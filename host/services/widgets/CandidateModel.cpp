@@ -4,8 +4,8 @@
 #include "Alignment.h"
 #include "Compound.h"
 #include "Directories.h"
+#include "ObjectTwins.h"
 #include "Peptide.h"
-#include "PlainText.h"
 #include "Space.h"
 
 #include <QFileInfo>
@@ -71,6 +71,19 @@ qulonglong CandidateModel::amount(int row) const
     return candidate->ChildCount();
 }
 
+QString CandidateModel::shownName(int row) const
+{
+    const QString plain = QString::fromStdString(name(row));
+    if (!m_TellsApart)
+        return plain;
+    if (!m_Differences) {
+        m_Differences =
+            ObjectTwins::differences({m_Objects.begin(), m_Objects.end()},
+                                     [](const Compound &object) { return object.GetFQName(); });
+    }
+    return ObjectTwins::label(plain, (*m_Differences)[std::size_t(row)]);
+}
+
 QString CandidateModel::sizeText(int row) const
 {
     const qulonglong count = amount(row);
@@ -79,6 +92,37 @@ QString CandidateModel::sizeText(int row) const
     if (Peptide::from(object(row)) != nullptr)
         return count == 1 ? tr("1 residue") : tr("%1 residues").arg(count);
     return QString::number(count);
+}
+
+void CandidateModel::setShown(const Alignment *shown)
+{
+    m_Present = {};
+    if (shown == nullptr)
+        return;
+    m_Present[*shown] = 0;
+    for (unsigned long row = 0; row < shown->height(); ++row) {
+        const Compound *const sequence = shown->GetSeq(row);
+        if (sequence == nullptr)
+            continue;
+        const auto [place, isNew] = m_Present.insert(*sequence);
+        if (isNew)
+            place = row;
+    }
+}
+
+qulonglong CandidateModel::present(int row) const
+{
+    const qulonglong *const found = m_Present.find(*object(row));
+    return found == nullptr ? kAbsent : *found;
+}
+
+QString CandidateModel::presentText(int row) const
+{
+    const qulonglong place = present(row);
+    if (place == kAbsent)
+        return {};
+    return object(row)->Kind() == CompoundKind::Alignment ? tr("shown in this window")
+                                                          : tr("already row %1").arg(place + 1);
 }
 
 int CandidateModel::rowCount(const QModelIndex &parent) const
@@ -97,11 +141,13 @@ QVariant CandidateModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole) {
         switch (index.column()) {
         case NameColumn:
-            return QString::fromStdString(name(row));
+            return shownName(row);
         case KindColumn:
             return kindText(kind(row));
-        default:
+        case SizeColumn:
             return sizeText(row);
+        default:
+            return presentText(row);
         }
     }
     if (index.column() != NameColumn)
@@ -109,7 +155,7 @@ QVariant CandidateModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DecorationRole)
         return icon(kindText(kind(row)));
     if (role == Qt::ToolTipRole)
-        return plainToolTip(QString::fromStdString(name(row)));
+        return ObjectTwins::toolTip(*object(row));
     if (role == Qt::CheckStateRole && m_Ticks == Ticks::With)
         return isTicked(row) ? Qt::Checked : Qt::Unchecked;
     return {};
@@ -124,8 +170,10 @@ QVariant CandidateModel::headerData(int section, Qt::Orientation orientation, in
         return tr("Name");
     case KindColumn:
         return tr("Kind");
-    default:
+    case SizeColumn:
         return tr("Size");
+    default:
+        return tr("In the alignment");
     }
 }
 
@@ -189,6 +237,7 @@ std::vector<int> CandidateModel::forgetDeletedObjects()
     if (kept == count)
         return {};
     beginResetModel();
+    m_Differences.reset();
     std::vector<int> places(count, -1);
     for (std::size_t row = 0; row < kept; ++row)
         places[row] = int(row);

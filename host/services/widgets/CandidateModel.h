@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The objects that SelectObject offers, one per row: name, kind, size, and a tick where several can
-// be chosen. Maybe a million of them, so that a text is made when it is shown.
+// The objects that SelectObject offers, one per row: name, kind, size, whether they are in the
+// alignment that the asking window shows, and a tick where several can be chosen. Maybe a million
+// of them, so that a text is made when it is shown.
 #pragma once
+
+#include "PointerMap.h"
 
 #include <QAbstractTableModel>
 #include <QIcon>
@@ -9,12 +12,14 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace TAMBO {
+class Alignment;
 class Compound;
-}
+} // namespace TAMBO
 
 namespace TAMBO::services {
 
@@ -23,7 +28,7 @@ class CandidateModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    enum Column { NameColumn, KindColumn, SizeColumn, ColumnCount };
+    enum Column { NameColumn, KindColumn, SizeColumn, PresentColumn, ColumnCount };
 
     enum class Ticks { Without, With };
 
@@ -45,6 +50,17 @@ public:
     // Rows of an alignment, residues of a sequence, parts of other objects.
     [[nodiscard]] qulonglong amount(int row) const;
 
+    // Says of those that have rows in the alignment which one, and of the alignment itself that it
+    // is shown. Null: nothing.
+    void setShown(const Alignment *shown);
+    // The first row, from 0; kAbsent for what is not there.
+    [[nodiscard]] qulonglong present(int row) const;
+    static constexpr qulonglong kAbsent = ~qulonglong(0);
+    // Names that several of them have are followed by what tells these apart.
+    void tellApart() { m_TellsApart = true; }
+    // An object may have got another name.
+    void forgetNames() { m_Differences.reset(); }
+
     [[nodiscard]] bool isTicked(int row) const { return m_IsTicked[std::size_t(row)]; }
     void setTicked(int row, bool ticked) { setTicked(std::vector<int>{row}, ticked); }
     // One change for all of them.
@@ -57,7 +73,9 @@ public:
     std::vector<int> forgetDeletedObjects();
 
 private:
+    [[nodiscard]] QString shownName(int row) const;
     [[nodiscard]] QString sizeText(int row) const;
+    [[nodiscard]] QString presentText(int row) const;
     [[nodiscard]] QIcon icon(const QString &kind) const;
 
     std::vector<Compound *> m_Objects;
@@ -67,6 +85,11 @@ private:
     Ticks m_Ticks;
     int m_TickedCount = 0;
     mutable std::map<QString, QIcon> m_Icons;
+    bool m_TellsApart = false;
+    // Behind the names; made when the first one is shown.
+    mutable std::optional<std::vector<QString>> m_Differences;
+    // By what they stand for; alone for comparing.
+    PointerMap<Compound, qulonglong> m_Present;
 };
 
 } // namespace TAMBO::services

@@ -88,6 +88,8 @@ void CandidateOrder::readKeys()
         const int row = int(m_Next);
         if (m_Column == CandidateModel::SizeColumn) {
             m_Heads.push_back(m_Candidates.amount(row));
+        } else if (m_Column == CandidateModel::PresentColumn) {
+            m_Heads.push_back(m_Candidates.present(row));
         } else if (m_Column == CandidateModel::KindColumn) {
             std::string kind;
             appendFolded(m_Candidates.kind(row), kind);

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SelectObject.h"
 
+#include "Alignment.h"
+#include "CandidateList.h"
 #include "CandidateModel.h"
 #include "Logger.h"
+#include "ObjectOrigins.h"
 #include "PointerSet.h"
 #include "SelectObjectAnswers.h"
 #include "ShownCandidates.h"
+#include "ShownObjects.h"
 #include "Subscriber.h"
 #include "WindowPlaces.h"
 
@@ -30,7 +34,16 @@ namespace {
 
 constexpr QSize kFirstSize(560, 460);
 constexpr int kNameWidth = 300;
+// Who asks in such words adds what is chosen to what its window shows.
+const QString kAdding = QStringLiteral(" to add");
 const QString kPlaceKey = QStringLiteral("SelectObject");
+
+bool isBelowOneOf(const Compound *object, const PointerSet<Compound> &picked)
+{
+    while (object != nullptr && !picked.contains(object))
+        object = object->Parent();
+    return object != nullptr;
+}
 
 } // namespace
 
@@ -47,6 +60,8 @@ public:
     // The widgets, once. A question that has been answered in advance takes none.
     void make();
     void preselect(const std::vector<Compound *> &objects);
+    // Once caption and former choice are known.
+    void begin();
     // False for a single choice without anything chosen.
     bool writeChoice();
     // The result of exec() when there is an answer.
@@ -61,6 +76,7 @@ private:
     // What is shown may have got another name.
     void commUpdate() override
     {
+        m_Model.forgetNames();
         if (m_List != nullptr)
             m_List->viewport()->update();
     }
@@ -74,7 +90,13 @@ private:
     void toggleCurrent();
     void tickAllShown(bool ticked);
     void refresh();
+    // What the user has picked in the tree is the start where the caller has none.
+    void startWithPicked();
+    void showPresent();
+    [[nodiscard]] std::vector<int> pickedRows() const;
     [[nodiscard]] QString counts() const;
+    // The only row that is shown when the user has ticked none: it is what he means; else below 0.
+    [[nodiscard]] int onlyMatch() const;
     // Of the candidates; below 0 for none.
     [[nodiscard]] int currentRow() const;
 
@@ -86,8 +108,13 @@ private:
     ShownCandidates m_Shown;
     // Of a single choice.
     Compound *m_Wanted = nullptr;
+    // Of several: what the caller has handed over may be taken back, so that none is an answer.
+    bool m_CameWithChoice = false;
+    bool m_IsBegun = false;
+    // What is ticked is what was picked in the tree, and the user has not touched it.
+    bool m_AreTicksOfTree = false;
     QLineEdit *m_Filter = nullptr;
-    QTreeView *m_List = nullptr;
+    CandidateList *m_List = nullptr;
     QLabel *m_Counts = nullptr;
     QPushButton *m_Ok = nullptr;
 };
@@ -109,11 +136,14 @@ void SelectObject::Picker::make()
 {
     if (m_List != nullptr)
         return;
+    m_Model.tellApart();
     m_Filter = new QLineEdit(&m_Dialog);
-    m_List = new QTreeView(&m_Dialog);
+    m_List = new CandidateList(&m_Dialog);
     m_Counts = new QLabel(&m_Dialog);
     auto *layout = new QVBoxLayout(&m_Dialog);
-    auto *heading = new QLabel(isSeveral() ? tr("Choose one or several:") : tr("Choose one:"));
+    auto *heading = new QLabel(
+        isSeveral() ? tr("Choose one or several: tick them by a click on the box, or by Space.")
+                    : tr("Choose one:"));
     heading->setBuddy(m_Filter);
     layout->addWidget(heading);
     m_Filter->setPlaceholderText(tr("Type a part of the name"));
@@ -129,6 +159,7 @@ void SelectObject::Picker::make()
             [this](const QString &text) { m_Shown.setFilter(text, currentRow()); });
     connect(&m_Shown, &ShownCandidates::changed, this, [this] { follow(); });
     connect(&m_Model, &QAbstractItemModel::dataChanged, this, [this] {
+        m_AreTicksOfTree = false;
         m_List->viewport()->update();
         refresh();
     });
@@ -143,6 +174,8 @@ void SelectObject::Picker::make()
     if (m_Shown.rowCount() > 0)
         m_List->setCurrentIndex(m_Shown.index(0, CandidateModel::NameColumn));
     chooseWanted();
+    if (m_IsBegun)
+        begin();
     refresh();
     m_Filter->setFocus();
 }
@@ -152,6 +185,60 @@ void SelectObject::Picker::chooseWanted()
     const int row = m_Wanted == nullptr ? -1 : m_Model.rowOf(m_Wanted);
     if (row >= 0)
         m_List->setCurrentIndex(m_Shown.indexOf(row));
+}
+
+void SelectObject::Picker::begin()
+{
+    m_IsBegun = true;
+    if (m_List == nullptr)
+        return;
+    showPresent();
+    startWithPicked();
+    refresh();
+}
+
+// By the window that asks: which of the candidates it has already.
+void SelectObject::Picker::showPresent()
+{
+    const QWidget *const window =
+        m_Dialog.parentWidget() == nullptr ? nullptr : m_Dialog.parentWidget()->window();
+    const auto *const shown =
+        window == nullptr ? nullptr : dynamic_cast<const Alignment *>(ShownObjects::Of(window));
+    const bool isOfAlignments =
+        m_Model.rowCount() > 0 && m_Model.object(0)->Kind() == CompoundKind::Alignment;
+    const bool isAsked = m_Dialog.windowTitle().endsWith(kAdding) || isOfAlignments;
+    m_Model.setShown(isAsked ? shown : nullptr);
+    bool isAnyPresent = false;
+    for (int row = 0; row < m_Model.rowCount() && !isAnyPresent; ++row)
+        isAnyPresent = m_Model.present(row) != CandidateModel::kAbsent;
+    m_List->setColumnHidden(CandidateModel::PresentColumn, !isAnyPresent);
+}
+
+// With what lies below them. What is there already is not meant.
+std::vector<int> SelectObject::Picker::pickedRows() const
+{
+    const std::vector<Compound *> objects = ObjectOrigins::picked();
+    const PointerSet<Compound> picked(objects.begin(), objects.end());
+    std::vector<int> rows;
+    for (int row = 0; row < m_Model.rowCount() && !objects.empty(); ++row) {
+        if (isBelowOneOf(m_Model.object(row), picked) &&
+            m_Model.present(row) == CandidateModel::kAbsent)
+            rows.push_back(row);
+    }
+    return rows;
+}
+
+void SelectObject::Picker::startWithPicked()
+{
+    if (m_CameWithChoice || m_Wanted != nullptr || m_Model.tickedCount() > 0)
+        return;
+    const std::vector<int> rows = pickedRows();
+    if (rows.empty())
+        return;
+    if (isSeveral())
+        m_Model.setTicked(rows, true);
+    m_AreTicksOfTree = true;
+    m_List->setCurrentIndex(m_Shown.indexOf(rows.front()));
 }
 
 void SelectObject::Picker::makeList()
@@ -188,6 +275,8 @@ void SelectObject::Picker::makeButtons(QVBoxLayout &layout)
     auto *box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &m_Dialog);
     m_Ok = box->button(QDialogButtonBox::Ok);
     m_Ok->setDefault(true);
+    if (isSeveral())
+        m_Ok->setToolTip(tr("Takes what is ticked, or the only row that is shown"));
     connect(box, &QDialogButtonBox::accepted, &m_Dialog, &SelectObject::accept);
     connect(box, &QDialogButtonBox::rejected, &m_Dialog, &SelectObject::reject);
     layout.addWidget(box);
@@ -200,6 +289,11 @@ bool SelectObject::Picker::eventFilter(QObject *watched, QEvent *event)
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->key() == Qt::Key_Space && isSeveral() && key->modifiers() == Qt::NoModifier) {
         toggleCurrent();
+        return true;
+    }
+    const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    if (isEnter && isSeveral() && !m_Ok->isEnabled()) {
+        m_Counts->setText(tr("Nothing is ticked yet. Space ticks the highlighted row."));
         return true;
     }
     if (watched != m_Filter)
@@ -251,13 +345,32 @@ QString SelectObject::Picker::counts() const
     return shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
 }
 
+int SelectObject::Picker::onlyMatch() const
+{
+    const bool isUntouched = m_Model.tickedCount() == 0 || m_AreTicksOfTree;
+    const bool isOne = isSeveral() && !m_CameWithChoice && isUntouched && !m_Shown.isWorking() &&
+                       m_Shown.rowCount() == 1;
+    return isOne ? m_Shown.rows().front() : -1;
+}
+
 void SelectObject::Picker::refresh()
 {
     QString text = counts();
-    if (isSeveral())
+    if (onlyMatch() >= 0)
+        text += tr(": OK takes it");
+    else if (isSeveral())
         text += tr(", %1 chosen").arg(m_Model.tickedCount());
     m_Counts->setText(text);
-    m_Ok->setEnabled(isSeveral() || currentRow() >= 0);
+    const bool hasChoice = isSeveral()
+                               ? m_Model.tickedCount() > 0 || m_CameWithChoice || onlyMatch() >= 0
+                               : currentRow() >= 0;
+    m_Ok->setEnabled(hasChoice);
+    m_List->setEmptyText(
+        m_Shown.isWorking() || m_Filter->text().isEmpty()
+            ? QString()
+            : tr("No name holds \u201c%1\u201d.\nType less of it, or clear the line "
+                 "above.")
+                  .arg(m_Filter->text()));
 }
 
 SelectObjectQuestion SelectObject::Picker::question() const
@@ -273,7 +386,8 @@ void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
             chooseWanted();
         return;
     }
-    if (objects.empty())
+    m_CameWithChoice = !objects.empty();
+    if (!m_CameWithChoice)
         return;
     // Of a candidate that is offered twice the first one.
     const PointerSet<Compound> wanted(objects.begin(), objects.end());
@@ -289,11 +403,12 @@ void SelectObject::Picker::preselect(const std::vector<Compound *> &objects)
 
 bool SelectObject::Picker::writeChoice()
 {
+    m_Shown.finish();
     if (isSeveral()) {
-        m_Write(m_Model.ticked());
+        const int match = onlyMatch();
+        m_Write(match < 0 ? m_Model.ticked() : std::vector<Compound *>{m_Model.object(match)});
         return true;
     }
-    m_Shown.finish();
     const int row = currentRow();
     if (row < 0)
         return false;
@@ -329,6 +444,7 @@ SelectObject::SelectObject(const std::vector<Compound *> &candidates, Compound *
 {
     setWindowTitle(caption);
     m_Picker->preselect({chosen});
+    m_Picker->begin();
 }
 
 SelectObject::SelectObject(const std::vector<Compound *> &candidates,
@@ -340,6 +456,7 @@ SelectObject::SelectObject(const std::vector<Compound *> &candidates,
 {
     setWindowTitle(caption);
     m_Picker->preselect(chosen);
+    m_Picker->begin();
 }
 
 SelectObject::~SelectObject() = default;

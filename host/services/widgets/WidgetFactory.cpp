@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WidgetFactory.h"
 
+#include "TwinTips.h"
+
 #include <QComboBox>
 #include <QListWidget>
 
@@ -11,6 +13,7 @@ QListWidget *WidgetFactory::CreateListbox(QWidget *parent)
     list->setUniformItemSizes(true);
     list->setAlternatingRowColors(true);
     list->setTextElideMode(Qt::ElideMiddle);
+    new TAMBO::services::TwinTips(*list);
     return list;
 }
 

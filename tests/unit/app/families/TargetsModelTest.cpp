@@ -54,6 +54,15 @@ TEST_F(TargetsModelTest, RowsWithoutAStructureAreTickedAtFirst)
     EXPECT_EQ(planned(), (Rows{2, 3}));
 }
 
+TEST_F(TargetsModelTest, RowsOfOneNameSayWhereTheyStand)
+{
+    m_Model.setFamily(
+        {"obps", {}, {{"t", "ACD", true}, {"obp", "ACD", false}, {"obp", "A-D", false}}});
+    EXPECT_EQ(at(0, TargetsModel::TargetColumn), "t");
+    EXPECT_EQ(at(1, TargetsModel::TargetColumn), "obp (row 2)");
+    EXPECT_EQ(at(2, TargetsModel::TargetColumn), "obp (row 3)");
+}
+
 TEST_F(TargetsModelTest, EachTargetSaysItsTemplateAndTheIdentity)
 {
     EXPECT_EQ(at(2, TargetsModel::TemplateColumn), "known");

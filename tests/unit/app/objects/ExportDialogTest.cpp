@@ -79,6 +79,16 @@ protected:
     }
 };
 
+TEST_F(ExportDialogTest, ObjectsOfOneNameAreToldApart)
+{
+    Alignment &first = alignment("obp", {"AC-D"});
+    Alignment &second = alignment("obp", {"ACDDD"});
+    Alignment &other = alignment("other", {"AC"});
+    const ExportDialog dialog({&first, &second, &other}, nullptr, nullptr);
+    EXPECT_EQ(texts(control<QComboBox>(dialog, "Object")),
+              QStringList({"obp (1 × 4)", "obp (1 × 5)", "other (1 × 2)"}));
+}
+
 TEST_F(ExportDialogTest, EveryObjectThatCanBeWrittenIsOffered)
 {
     Alignment &family = alignment("family", {"AC", "A-"});

@@ -60,6 +60,16 @@ TEST_F(ObjectTreeModelTest, AddedObjectsShowAtOnce)
     EXPECT_EQ(topTexts(), QStringList({"1abc", "family", "Sequences"}));
 }
 
+TEST_F(ObjectTreeModelTest, TopLevelObjectsOfOneNameAreToldApartAsLongAsThereAreSeveral)
+{
+    Alignment &first = alignment("obp", {"AC-D"});
+    alignment("obp", {"ACDDD", "ACDDD"});
+    EXPECT_EQ(topTexts(), QStringList({"obp (1 × 4)", "obp (2 × 5)", "Sequences"}));
+    EXPECT_EQ(m_Model.index(0, 0).data(Qt::EditRole).toString(), "obp");
+    destroy(first);
+    EXPECT_EQ(topTexts(), QStringList({"obp", "Sequences"}));
+}
+
 TEST_F(ObjectTreeModelTest, ColumnsSayNameKindAndSize)
 {
     structure("1abc", "A", "ACDE");

@@ -295,6 +295,24 @@ TEST_F(SuperposeTest, TheDialogListsRowsWithCoordinatesAndChecksEachStructureOnc
     EXPECT_TRUE(canSuperpose(dialog));
 }
 
+TEST_F(SuperposeTest, AlignmentsRowsAndStructuresOfOneNameAreToldApart)
+{
+    renameObject(*m_Three, "one");
+    Alignment &other = align("family", {m_One->chain(0), m_Three->chain(0)});
+    renameObject(*m_Family, "family");
+    const SuperposeDialog dialog({m_Family, &other}, &other, nullptr);
+    const auto &alignments = child<QComboBox>(dialog, "Alignment");
+    EXPECT_NE(alignments.itemText(0), alignments.itemText(1));
+    EXPECT_TRUE(alignments.itemText(0).startsWith("family ("));
+    const QTreeWidget &rows = list(dialog);
+    ASSERT_EQ(rows.topLevelItemCount(), 2);
+    EXPECT_EQ(rows.topLevelItem(0)->text(1), "one (no. 1)");
+    EXPECT_EQ(rows.topLevelItem(1)->text(1), "one (no. 2)");
+    EXPECT_EQ(rows.topLevelItem(0)->text(0), "one_A (row 1)");
+    EXPECT_EQ(rows.topLevelItem(1)->text(0), "one_A (row 2)");
+    EXPECT_EQ(child<QComboBox>(dialog, "Reference").itemText(1), "one_A (row 2)");
+}
+
 TEST_F(SuperposeTest, TheReferenceIsOneOfTheCheckedAndComesFirst)
 {
     const SuperposeDialog dialog({m_Family}, nullptr, nullptr);
