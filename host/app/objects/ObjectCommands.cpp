@@ -17,6 +17,8 @@
 #include "ObjectSources.h"
 #include "PointerSet.h"
 #include "PropertiesDialog.h"
+#include "RenumberDialog.h"
+#include "RenumberTable.h"
 #include "SavedPlaces.h"
 #include "Space.h"
 #include "StoredObject.h"
@@ -71,6 +73,19 @@ ObjectCommands::Objects writableObjects()
             objects.push_back(object);
     }
     return objects;
+}
+
+bool hasSequence(const Compound &object)
+{
+    switch (object.Kind()) {
+    case CompoundKind::Structure:
+    case CompoundKind::Chain:
+    case CompoundKind::Sequence:
+    case CompoundKind::Alignment:
+        return true;
+    default:
+        return false;
+    }
 }
 
 // The object itself, or what it is a part of.
@@ -204,6 +219,18 @@ void ObjectCommands::askRename(Compound &object) const
         rename(object, name);
 }
 
+void ObjectCommands::askRenumber(const Objects &objects) const
+{
+    const Objects sequences = RenumberTable::sequencesOf(objects);
+    if (sequences.empty())
+        return;
+    const ObjectReferences references(sequences);
+    RenumberDialog dialog(sequences, m_DialogParent);
+    // Without one of them the rows of the table are not those of the objects any more.
+    if (dialog.exec() == QDialog::Accepted && references.objects().size() == sequences.size())
+        dialog.table().apply(sequences);
+}
+
 void ObjectCommands::showProperties(const Compound &object) const
 {
     std::vector<Fact> facts = factsOf(object);
@@ -297,6 +324,8 @@ void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
     menu.addSeparator();
     add(tr("&Rename…"), isSingle && isRenamable(*objects.front()),
         [this](const Objects &chosen) { askRename(*chosen.front()); });
+    add(tr("Re&number…"), all([](const Compound *object) { return hasSequence(*object); }),
+        [this](const Objects &chosen) { askRenumber(chosen); });
     add(areLocked ? tr("Un&lock") : tr("&Lock"),
         all([](Compound *object) { return stateOf(*object) != nullptr; }),
         [areLocked](const Objects &chosen) { setLocked(chosen, !areLocked); });

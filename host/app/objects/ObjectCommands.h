@@ -67,6 +67,8 @@ public:
     // With a dialog each.
     void askColor(const Objects &objects) const;
     void askRename(Compound &object) const;
+    // New residue numbers of what the objects are or hold, in one table.
+    void askRenumber(const Objects &objects) const;
     void showProperties(const Compound &object) const;
     // Offers all objects that can be written, that of the first one picked chosen. The file that
     // was written, if any; one that takes long is written while the user goes on.

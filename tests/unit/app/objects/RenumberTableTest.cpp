@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// New residue numbers of many sequences in one table.
+#include "RenumberTable.h"
+
+#include "AppFixture.h"
+#include "DataMaker.h"
+#include "ObjectCommands.h"
+#include "ObjectOperations.h"
+#include "ObjectSources.h"
+#include "RenumberDialog.h"
+#include "SequenceNumber.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+namespace RenumberTableTest {
+
+using namespace TAMBO;
+using app::RenumberDialog;
+using app::RenumberTable;
+
+class RenumberTableTest : public RecordedFixture
+{
+protected:
+    static QString cell(const RenumberTable &table, int row, int column)
+    {
+        return table.index(row, column).data().toString();
+    }
+    static bool type(RenumberTable &table, int row, const QString &text)
+    {
+        return table.setData(table.index(row, RenumberTable::FromColumn), text, Qt::EditRole);
+    }
+    static QStringList numbers(const Peptide &peptide)
+    {
+        QStringList texts;
+        for (std::size_t i = 0; i < peptide.residueCount(); ++i)
+            texts << QString::fromStdString(peptide.number(i).getValue());
+        return texts;
+    }
+    template <typename Widget> static Widget &child(const QWidget &dialog, const char *name)
+    {
+        auto *found = dialog.findChild<Widget *>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+};
+
+TEST_F(RenumberTableTest, SequencesChainsAndRowsAreFoundOnce)
+{
+    Structure &one = structure("1abc", "A", "ACD");
+    Alignment &family = alignment("family", {"AC-D", "----"});
+    Compound *const row = family.GetSeq(0);
+    EXPECT_EQ(RenumberTable::sequencesOf({&family, row, &one, one.chain(0)->residue(0)}),
+              (Compounds{row, one.chain(0)}));
+}
+
+TEST_F(RenumberTableTest, ARowWithANumberSaysWhereItEnds)
+{
+    RenumberTable table({&sequence("a", "ACD"), &sequence("b", "A")});
+    EXPECT_EQ(cell(table, 0, RenumberTable::NowColumn), "1 to 3");
+    EXPECT_EQ(cell(table, 1, RenumberTable::NowColumn), "1");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ToColumn), "");
+    EXPECT_TRUE(type(table, 0, " 10 "));
+    EXPECT_EQ(cell(table, 0, RenumberTable::FromColumn), "10");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ToColumn), "12");
+    EXPECT_EQ(table.changedCount(), 1);
+    EXPECT_EQ(table.clashCount(), 0);
+    table.setAll(-1);
+    EXPECT_EQ(cell(table, 1, RenumberTable::FromColumn), "-1");
+    EXPECT_EQ(table.changedCount(), 2);
+    table.setAll({});
+    EXPECT_EQ(table.changedCount(), 0);
+}
+
+TEST_F(RenumberTableTest, AllAreRenumberedInOneStepOfUndo)
+{
+    Peptide &a = sequence("a", "ACD");
+    Peptide &b = sequence("b", "AC");
+    Peptide &c = sequence("c", "AC");
+    m_History.clear();
+    RenumberTable table({&a, &b, &c});
+    type(table, 0, "10");
+    type(table, 2, "-3");
+    EXPECT_EQ(table.apply({&a, &b, &c}), 2U);
+    EXPECT_EQ(numbers(a), QStringList({"10", "11", "12"}));
+    EXPECT_EQ(numbers(b), QStringList({"1", "2"})) << "it has no new number";
+    EXPECT_EQ(numbers(c), QStringList({"-3", "-2"}));
+    m_History.undo();
+    EXPECT_EQ(numbers(a), QStringList({"1", "2", "3"}));
+    EXPECT_EQ(numbers(c), QStringList({"1", "2"}));
+    EXPECT_FALSE(m_History.canUndo());
+}
+
+TEST_F(RenumberTableTest, NumbersThatAreLeftOutStayLeftOutUnlessTheUserWantsThemFilled)
+{
+    Peptide &a = sequence("a", "ACD");
+    {
+        const DataPointBase guard(nullptr, Publisher::Update);
+        a.setNumber(2, SequenceNumber("7B"));
+    }
+    RenumberTable table({&a});
+    EXPECT_TRUE(table.hasJumps());
+    type(table, 0, "100");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ToColumn), "106B");
+    table.setKeepsJumps(false);
+    EXPECT_EQ(cell(table, 0, RenumberTable::ToColumn), "102");
+    table.setKeepsJumps(true);
+    table.apply({&a});
+    EXPECT_EQ(numbers(a), QStringList({"100", "101", "106B"}));
+}
+
+TEST_F(RenumberTableTest, WhatIsInTheWayIsSaid)
+{
+    StructureRecord record;
+    record.name = "1abc";
+    record.chains.push_back({"A", {{"ALA", 'A', SequenceNumber("1"), {}}}});
+    record.chains.back().residues.push_back({"HEM", 'X', SequenceNumber("50"), {}, false});
+    Structure *made = nullptr;
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        made = ObjectFactory::adopt(std::move(record));
+    }
+    Peptide &locked = sequence("locked", "AC");
+    setObjectLocked(locked, true);
+    RenumberTable table({made->chain(0), &locked, &sequence("c", "ACD")});
+    type(table, 0, "50");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn),
+              "50 is the number of another group of the chain");
+    type(table, 1, "5");
+    EXPECT_EQ(cell(table, 1, RenumberTable::ClashColumn), "locked");
+    type(table, 2, "9998");
+    EXPECT_EQ(cell(table, 2, RenumberTable::ClashColumn), "PDB files hold -999 to 9999 only");
+    type(table, 2, "ten");
+    EXPECT_EQ(cell(table, 2, RenumberTable::ClashColumn), "\"ten\" is no whole number");
+    EXPECT_EQ(table.clashCount(), 3);
+    table.setAll({});
+    EXPECT_EQ(table.clashCount(), 0);
+}
+
+TEST_F(RenumberTableTest, TheDialogRenumbersByTheKeyboardFromTheMenuOfAnAlignment)
+{
+    Alignment &family = alignment("family", {"AC-D", "A--D"});
+    m_History.clear();
+    app::ObjectSources sources;
+    const app::ObjectCommands commands(sources);
+    bool isAsked = false;
+    QTimer::singleShot(0, [&] {
+        auto *dialog = qobject_cast<RenumberDialog *>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        isAsked = true;
+        EXPECT_FALSE(child<QPushButton>(*dialog, "Renumber").isEnabled());
+        child<QSpinBox>(*dialog, "First").setValue(20);
+        child<QPushButton>(*dialog, "FillIn").click();
+        EXPECT_EQ(child<QLabel>(*dialog, "Says").text(),
+                  "2 of 2 sequences get new numbers, in one step of undo.");
+        auto &list = child<QTreeView>(*dialog, "Sequences");
+        list.setFocus();
+        list.setCurrentIndex(dialog->table().index(1, RenumberTable::FromColumn));
+        QTest::keyClicks(&list, "x");
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        // The view takes it from the event loop.
+        QCoreApplication::processEvents();
+        EXPECT_EQ(child<QLabel>(*dialog, "Says").text(), "family2: \"x\" is no whole number");
+        EXPECT_FALSE(child<QPushButton>(*dialog, "Renumber").isEnabled());
+        type(dialog->table(), 1, "5");
+        child<QPushButton>(*dialog, "Renumber").click();
+    });
+    commands.askRenumber({&family});
+    EXPECT_TRUE(isAsked);
+    EXPECT_EQ(numbers(*Peptide::from(family.GetSeq(0))), QStringList({"20", "21", "22"}));
+    EXPECT_EQ(numbers(*Peptide::from(family.GetSeq(1))), QStringList({"5", "6"}));
+    m_History.undo();
+    EXPECT_EQ(numbers(*Peptide::from(family.GetSeq(0))), QStringList({"1", "2", "3"}));
+    EXPECT_EQ(numbers(*Peptide::from(family.GetSeq(1))), QStringList({"1", "2"}));
+}
+
+} // namespace RenumberTableTest
