@@ -45,6 +45,16 @@ TEST_F(SelectingByHand, TheOtherWayRoundAndNothingHaveKeys)
     waitForRow(5, false);
 }
 
+TEST_F(SelectingByHand, ColumnsAreMarkedByDraggingOverTheirMarks)
+{
+    open();
+    m_Screen.drag(m_Grid.middle(-1, 2), m_Grid.middle(-1, 5));
+    for (const int column : {2, 3, 4, 5})
+        waitForSelected(0, column, row(0)[column]);
+    for (const int column : {1, 6})
+        EXPECT_FALSE(isSelected(0, column, row(0)[column])) << column;
+}
+
 // Each eighth row has the same letters but for what is to be found.
 TEST_F(SelectingByHand, RowsLikeTheOneUnderThePointerAreSelectedByKeys)
 {

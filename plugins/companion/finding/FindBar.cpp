@@ -204,13 +204,25 @@ void FindBar::showState()
 {
     const std::size_t count = m_Run->hits().size();
     QString text = m_Present                       ? tr("%1 of %2").arg(*m_Present + 1).arg(count)
-                   : count == 0 && m_Run->isDone() ? tr("nothing found")
+                   : count == 0 && m_Run->isDone() ? nothingText()
                                                    : tr("%n found", nullptr, int(count));
     if (m_Run->isFull())
         text += tr("; those behind are not looked for");
     else if (!m_Run->isDone())
         text += tr(", %1 % searched").arg(m_Run->percent());
     m_State->setText(text);
+}
+
+// With what may help.
+QString FindBar::nothingText() const
+{
+    if (m_OnlySelected->isChecked())
+        return tr("nothing found among what is selected: untick “selected only”");
+    if (m_Where->currentIndex() == 1)
+        return tr("nothing found: look in sequences, or type less");
+    if (m_Language->currentIndex() == 0 && m_Mismatches->value() == 0)
+        return tr("nothing found: allow mismatches, or look in names");
+    return tr("nothing found: look in names, or type less");
 }
 
 std::size_t FindBar::firstInSight() const

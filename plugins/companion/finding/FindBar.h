@@ -51,6 +51,7 @@ private:
     void leave();
     void giveUp();
     void showState();
+    [[nodiscard]] QString nothingText() const;
     void remember();
     // The one that comes first behind what is to be seen first.
     [[nodiscard]] std::size_t firstInSight() const;

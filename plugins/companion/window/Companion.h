@@ -3,11 +3,13 @@
 #pragma once
 
 #include "CellCursor.h"
+#include "ColumnDrag.h"
 #include "ColumnRules.h"
 #include "ColumnTools.h"
 #include "CompareBar.h"
 #include "DistanceAdvice.h"
 #include "Editing.h"
+#include "EmptyHint.h"
 #include "FindBar.h"
 #include "FocusStops.h"
 #include "GapGuide.h"
@@ -90,6 +92,7 @@ private:
     TAMBO::AlignmentWindow &m_Window;
     NameColumn m_Names;
     Zoom m_Zoom;
+    EmptyHint m_Empty;
     PlaceLine m_Place;
     StructureMarks m_Marks;
     GridAccess m_Access;
@@ -99,6 +102,7 @@ private:
     RefitLine m_Refit;
     DistanceAdvice m_Advice;
     FocusStops m_Stops;
+    ColumnDrag m_ColumnDrag;
     RowTools m_Rows;
     ColumnTools m_Columns;
     // Children of the window.
