@@ -2,19 +2,10 @@
 // Changes as the windows make them: inside a guard, each a step of undo unless a step is open.
 #pragma once
 
-#include "DataPointBase.h"
+#include "ObjectGuard.h"
 #include "ProcessModel.h"
 
 namespace TAMBO::script {
-
-// The kit's guards without what their checks take of the toolkit.
-class [[nodiscard]] ObjectGuard : public DataPointBase
-{
-public:
-    ObjectGuard(Publisher::ActionType action, const Compound &object)
-        : DataPointBase(nullptr, action, &object)
-    { }
-};
 
 // Arguments have been looked at before. What the model refuses is thrown afterwards.
 template <typename T, typename Change>

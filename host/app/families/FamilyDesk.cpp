@@ -16,6 +16,7 @@
 #include "Structure.h"
 #include "SuperposeCommand.h"
 #include "SuperposePlan.h"
+#include "TemplateRecord.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppFixture.h"
 
+#include "Logger.h"
 #include "Space.h"
 
 #include <QFile>
@@ -37,6 +38,13 @@ AppFixture::~AppFixture()
     setEditRecorder(nullptr);
     space().reset();
     modelHooks() = {};
+}
+
+void AppFixture::logTheModel()
+{
+    modelHooks().log = [](const std::string &message, LogSeverity) {
+        Logger::Write(QString::fromStdString(message));
+    };
 }
 
 Structure &AppFixture::structure(const std::string &name, const std::string &chain,

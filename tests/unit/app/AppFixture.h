@@ -41,6 +41,9 @@ protected:
     static std::vector<std::string> rowsOf(const TAMBO::Alignment &alignment);
     static std::vector<std::string> topLevelNames();
 
+    // What the model has to tell comes to the log, as in the program.
+    static void logTheModel();
+
     // In a folder of the test's own.
     [[nodiscard]] QString path(const QString &name) const { return m_Folder.filePath(name); }
     QString write(const QString &name, const QByteArray &text);

@@ -2,6 +2,7 @@
 #include "FamilyOfAlignment.h"
 
 #include "AppFixture.h"
+#include "TemplateRecord.h"
 
 #include <gmock/gmock.h>
 
@@ -98,7 +99,7 @@ TEST_F(FamilyOfAlignment, ATemplateIsOneChainNumberedByTheLettersOfItsRow)
 TEST_F(FamilyOfAlignment, ARowWithoutCoordinatesIsNoTemplate)
 {
     Alignment &alignment = family({{"wanted", "AAAA"}});
-    const auto record = app::templateRecord(alignment, 0);
+    const auto record = TAMBO::templateRecord(alignment, 0);
     ASSERT_FALSE(record);
     EXPECT_THAT(record.error().message(),
                 HasSubstr("wanted: no residue of it has a whole backbone"));

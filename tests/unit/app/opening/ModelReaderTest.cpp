@@ -55,6 +55,7 @@ class ModelReaderTest : public AppFixture
 protected:
     ModelReaderTest()
     {
+        logTheModel();
         m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::Nobody, withoutPlugins());
     }
     ~ModelReaderTest() override

@@ -28,8 +28,8 @@ namespace ModelsReaderTest {
 
 using namespace TAMBO;
 using app::LoadReport;
-using app::ModelFiles;
 using app::ModelsReader;
+using TAMBO::ModelFiles;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -65,6 +65,7 @@ class ModelsReaderTest : public RecordedFixture
 protected:
     ModelsReaderTest()
     {
+        logTheModel();
         QObject::connect(&m_Reader, &ModelsReader::finished, &m_Reader,
                          [this](const LoadReport &report) { m_Report = report; });
     }

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 namespace {
 
@@ -67,4 +67,4 @@ const Result<FileContents> &ModelsJob::structureIn(const fs::path &file)
                                        : m_Structures.emplace(file, readFile(file)).first->second;
 }
 
-} // namespace TAMBO::app
+} // namespace TAMBO

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 namespace {
 
@@ -83,4 +83,4 @@ std::vector<const Peptide *> RowsForModels::templatesFor(const std::string &targ
     return sequences;
 }
 
-} // namespace TAMBO::app
+} // namespace TAMBO

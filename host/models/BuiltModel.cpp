@@ -1,22 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BuiltModel.h"
 
-#include "DataPoint.h"
 #include "Element.h"
-#include "Logger.h"
-#include "ObjectFacts.h"
+#include "Hooks.h"
+#include "ObjectGuard.h"
 #include "Peptide.h"
 #include "ResidueTies.h"
 #include "RowsForModels.h"
 #include "Structure.h"
 #include "Superposition.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <optional>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 namespace {
 
@@ -30,9 +29,11 @@ constexpr double kMoved = 0.01;
 // Fewer points can be laid on each other in more than one way.
 constexpr std::size_t kLeastPairs = 3;
 
-QString text(const char *sentence)
+std::string inAngstrom(double distance)
 {
-    return QCoreApplication::translate("ModelReader", sentence);
+    std::array<char, 32> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.2f Å", distance);
+    return digits.data();
 }
 
 // By the number of their letter, which is how the job's template is numbered.
@@ -180,13 +181,12 @@ void BuiltModel::fit(StructureRecord &model) const
                  model, m_Runs);
     if (!fit)
         return;
-    const QString sentence =
-        fit->motion ? text("%1 was moved onto %2 and lies %3 Å from it (root mean square of %4 CA "
-                           "atoms)")
-                    : text("%1 lies %3 Å from %2 (root mean square of %4 CA atoms)");
-    Logger::Write(sentence.arg(
-        QString::fromStdString(model.name), QString::fromStdString(m_Job.templateRow.name),
-        QString::number(fit->distance, 'f', 2), QString::number(fit->count)));
+    const std::string &known = m_Job.templateRow.name;
+    const std::string distance = inAngstrom(fit->distance);
+    writeLog(model.name +
+             (fit->motion ? " was moved onto " + known + " and lies " + distance + " from it"
+                          : " lies " + distance + " from " + known) +
+             " (root mean square of " + std::to_string(fit->count) + " CA atoms)");
     if (fit->motion)
         moveModel(model, *fit->motion);
 }
@@ -228,11 +228,11 @@ void BuiltModel::tie(Structure &model) const
 
 void BuiltModel::tie(Structure &model, Peptide &target) const
 {
-    const DataPoint<Peptide> guard(nullptr, &target);
+    const ObjectGuard guard(Publisher::Update, target);
     if (!guard.m_good) {
-        Logger::Write(text("%1 is locked, so its residues do not get the coordinates of %2.")
-                          .arg(nameText(target), nameText(model)),
-                      Logger::Severity::Warning);
+        writeLog(target.Name() + " is locked, so its residues do not get the coordinates of " +
+                     model.Name() + '.',
+                 LogSeverity::Warning);
         return;
     }
     Peptide &chain = *model.chain(0);
@@ -253,11 +253,9 @@ void BuiltModel::tie(Structure &model, Peptide &target) const
         count += run.count;
     }
     target.retie(std::move(ties));
-    Logger::Write(text("%1: %2 of %3 residues have the coordinates of %4 now")
-                      .arg(nameText(target))
-                      .arg(count)
-                      .arg(target.residueCount())
-                      .arg(nameText(model)));
+    writeLog(target.Name() + ": " + std::to_string(count) + " of " +
+             std::to_string(target.residueCount()) + " residues have the coordinates of " +
+             model.Name() + " now");
 }
 
-} // namespace TAMBO::app
+} // namespace TAMBO

@@ -15,13 +15,10 @@
 #include <vector>
 
 namespace TAMBO {
+
 class Peptide;
-class Structure;
-} // namespace TAMBO
-
-namespace TAMBO::app {
-
 class RowsForModels;
+class Structure;
 
 // What a model was built from.
 struct ModelJob
@@ -85,4 +82,4 @@ private:
     std::vector<Peptide *> m_Sequences;
 };
 
-} // namespace TAMBO::app
+} // namespace TAMBO

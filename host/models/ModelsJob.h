@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-namespace TAMBO::app {
+namespace TAMBO {
 
 // A model, what the engine aligned, and the template as the engine got it.
 struct ModelFiles
@@ -54,4 +54,4 @@ private:
     std::map<std::filesystem::path, Result<FileContents>> m_Structures;
 };
 
-} // namespace TAMBO::app
+} // namespace TAMBO

@@ -12,11 +12,9 @@
 #include <vector>
 
 namespace TAMBO {
+
 class Alignment;
 class Peptide;
-} // namespace TAMBO
-
-namespace TAMBO::app {
 
 class RowsForModels
 {
@@ -44,4 +42,4 @@ private:
     std::set<std::string> m_Names;
 };
 
-} // namespace TAMBO::app
+} // namespace TAMBO
