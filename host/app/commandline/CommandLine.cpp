@@ -228,8 +228,10 @@ std::string usageText()
            "too\n"
            "       tambo info FILE...            one JSON object a line about each file\n"
            "       tambo print FILE --style fat|slim|bw --output OUT [--font NAME,SIZE] [--sse]\n"
-           "                                     the pages of the first alignment; OUT ends in\n"
-           "                                     .pdf, .ps, .svg or .png\n"
+           "                   [--alignment N] [--rows PLACES] [--columns PLACES]\n"
+           "                                     the pages of the first alignment, or of the N-th;\n"
+           "                                     PLACES as 1-5,8; OUT ends in .pdf, .ps, .svg or\n"
+           "                                     .png\n"
            "       tambo convert IN OUT [--to FORMAT]\n"
            "                                     the same in the format that OUT ends in, or in\n"
            "                                     FORMAT; says what is lost by it\n"
@@ -262,7 +264,7 @@ std::string usageText()
            "Files are structures (" +
            formatTitles([](const FormatEntry &entry) { return isStructureFormat(entry.format); }) +
            ") and alignments or sequences, plain or gzipped;\n"
-           "the workbench, info, convert and models know sessions (.tambo), too.\n"
+           "all but identity know sessions (.tambo), too.\n"
            "A FORMAT is one of" +
            formats +
            ".\n"

@@ -35,4 +35,14 @@ Result<std::unique_ptr<OpenedSession>> OpenedSession::open(const std::filesystem
     return session;
 }
 
+Result<void> OpenedSession::loadObjects(const std::filesystem::path &file)
+{
+    auto reader = sessions::openSession(file);
+    if (!reader)
+        return reader.error();
+    History history;
+    ObjectIndex index;
+    return sessions::readSession(*reader.value(), ObjectSpace::get(), history, index);
+}
+
 } // namespace TAMBO::app

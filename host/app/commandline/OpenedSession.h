@@ -24,6 +24,8 @@ public:
     // The failure names the file.
     [[nodiscard]] static Result<std::unique_ptr<OpenedSession>>
     open(const std::filesystem::path &file);
+    // Its objects alone, into an empty space, where they stay.
+    [[nodiscard]] static Result<void> loadObjects(const std::filesystem::path &file);
     ~OpenedSession();
     OpenedSession(const OpenedSession &) = delete;
     OpenedSession &operator=(const OpenedSession &) = delete;

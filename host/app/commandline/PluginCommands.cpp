@@ -3,17 +3,22 @@
 
 #include "CommandLine.h"
 #include "ExitStatus.h"
+#include "FormatText.h"
 #include "Loader.h"
 #include "Logger.h"
 #include "ObjectSources.h"
+#include "ObjectSpace.h"
+#include "OpenedSession.h"
 #include "PluginManager.h"
 #include "Plugins.h"
 #include "ProgramCommand.h"
+#include "SessionFile.h"
 
 #include <QFile>
 #include <QIODevice>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace TAMBO::app {
 
@@ -24,11 +29,27 @@ using services::PluginRecord;
 // Where what a command does begins in the usage of the program.
 constexpr qsizetype kSummaryColumn = 37;
 
+Result<void> loadSessionAlone(const std::filesystem::path &file)
+{
+    if (ObjectSpace::get().objectCount() > 0)
+        return Failure{FailureKind::Refused,
+                       "a session is opened before other files",
+                       {formats::cleanText(file.filename().string())}};
+    return OpenedSession::loadObjects(file);
+}
+
 bool openFor(QIODevice &errors, const QString &file)
 {
+    const std::filesystem::path path = QFile::encodeName(file).toStdString();
+    if (sessions::isSessionFile(path)) {
+        const Result<void> loaded = loadSessionAlone(path);
+        if (!loaded)
+            errors.write("tambo: " + QByteArray::fromStdString(loaded.error().message()) + '\n');
+        return loaded.has_value();
+    }
     ObjectSources sources;
     Loader loader(sources);
-    const LoadReport report = loader.openNow(QFile::encodeName(file).toStdString());
+    const LoadReport report = loader.openNow(path);
     for (const FileFailure &failure : report.failures)
         errors.write("tambo: " + QByteArray::fromStdString(failure.failure.message()) + '\n');
     return report.failures.empty();

@@ -4,13 +4,19 @@
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "DataAdder.h"
 #include "ExitStatus.h"
 #include "Loader.h"
+#include "ObjectOperations.h"
 #include "ObjectSources.h"
+#include "ObjectSpace.h"
+#include "OpenedSession.h"
 #include "PageFile.h"
 #include "PagePictures.h"
 #include "Plugins.h"
 #include "Result.h"
+#include "SessionFile.h"
+#include "Text.h"
 
 #include <QFile>
 #include <QFontDatabase>
@@ -20,8 +26,10 @@
 #include <QTemporaryFile>
 #include <QWidget>
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
+#include <vector>
 
 namespace TAMBO::app {
 
@@ -126,20 +134,78 @@ Result<void> writePages(const PrintOrder &order, const QString &title, const QSt
     return error.isEmpty() ? Result<void>() : Failure{FailureKind::System, error.toStdString()};
 }
 
-Result<void> print(const PrintOrder &order)
+Result<void> load(const std::string &file)
 {
+    if (sessions::isSessionFile(file))
+        return OpenedSession::loadObjects(file);
     ObjectSources sources;
     Loader loader(sources);
-    const LoadReport report = loader.openNow(order.file);
-    const std::string file = QFile::decodeName(order.file.c_str()).toStdString();
-    if (!report.failures.empty())
-        return report.failures.front().failure;
-    if (report.alignments.empty())
+    const LoadReport report = loader.openNow(file);
+    return report.failures.empty() ? Result<void>() : Result<void>(report.failures.front().failure);
+}
+
+Result<std::vector<bool>> flagsOf(const std::vector<PrintOrder::Range> &ranges, std::size_t count,
+                                  const char *noun, const std::string &file)
+{
+    std::vector<bool> flags(count, ranges.empty());
+    for (const auto &[begin, end] : ranges) {
+        if (end > count)
+            return Failure{FailureKind::BadInput,
+                           "the alignment has " + counted(count, noun) + ", and no " + noun + ' ' +
+                               std::to_string(end),
+                           {file}};
+        std::fill(flags.begin() + std::ptrdiff_t(begin), flags.begin() + std::ptrdiff_t(end), true);
+    }
+    return flags;
+}
+
+// The one that is asked for, or an alignment of the part of it, under its name.
+Result<Alignment *> printedAlignment(const PrintOrder &order, const std::string &file)
+{
+    std::vector<Alignment *> found;
+    ObjectSpace &space = ObjectSpace::get();
+    for (Compound *const object : space) {
+        if (auto *const alignment = dynamic_cast<Alignment *>(object))
+            found.push_back(alignment);
+    }
+    if (found.empty())
         return Failure{FailureKind::BadInput, file + " holds no alignment"};
+    if (order.alignment > found.size())
+        return Failure{FailureKind::BadInput,
+                       "there " + std::string(found.size() == 1 ? "is " : "are ") +
+                           counted(found.size(), "alignment") + ", and no number " +
+                           std::to_string(order.alignment),
+                       {file}};
+    Alignment &whole = *found[order.alignment - 1];
+    if (order.rows.empty() && order.columns.empty())
+        return &whole;
+    const auto rows = flagsOf(order.rows, whole.height(), "row", file);
+    const auto columns = rows ? flagsOf(order.columns, whole.width(), "column", file) : rows;
+    if (!columns)
+        return columns.error();
+    setObjectLocked(space, false);
+    setObjectLocked(whole, false);
+    const DataAdder<Space> guard(nullptr, Space::instance());
+    const std::string name = whole.Name();
+    renameObject(whole, "whole");
+    Alignment *const part = whole.duplicate(rows.value(), columns.value(), name);
+    if (part == nullptr)
+        return Failure{FailureKind::Refused, "the part was not made", {file}};
+    return part;
+}
+
+Result<void> print(const PrintOrder &order)
+{
+    const std::string file = QFile::decodeName(order.file.c_str()).toStdString();
+    if (const Result<void> loaded = load(order.file); !loaded)
+        return loaded.error();
+    const Result<Alignment *> printed = printedAlignment(order, file);
+    if (!printed)
+        return printed.error();
 
     Plugins plugins;
     plugins.find();
-    Alignment &alignment = *report.alignments.front();
+    Alignment &alignment = *printed.value();
     // Left open at the end: closing it would remember where it stood.
     const Result<QWidget *> window = plugins.show(alignment);
     if (!window)

@@ -42,12 +42,58 @@ std::optional<Kind> kindOf(const std::string &output)
     return found == kKinds.end() ? std::nullopt : std::optional(found->second);
 }
 
+// "1-5" or "8": as people count.
+std::optional<PrintOrder::Range> rangeIn(const std::string &text)
+{
+    const std::size_t dash = text.find('-');
+    const auto first = numberIn<std::size_t>(text.substr(0, dash));
+    const auto last =
+        dash == std::string::npos ? first : numberIn<std::size_t>(text.substr(dash + 1));
+    if (!first || !last || *first == 0 || *last < *first)
+        return std::nullopt;
+    return PrintOrder::Range{*first - 1, *last};
+}
+
+std::optional<std::vector<PrintOrder::Range>> rangesIn(const std::string &text)
+{
+    std::vector<PrintOrder::Range> ranges;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        const auto range = rangeIn(text.substr(begin, end - begin));
+        if (!range)
+            return std::nullopt;
+        ranges.push_back(*range);
+        begin = end + 1;
+    }
+    return ranges;
+}
+
+Failure wrongValue(const std::string &option, const char *expected, const std::string &found)
+{
+    return {FailureKind::BadInput, option + " needs " + expected + " instead of \"" + found + '"'};
+}
+
+Result<void> readPlaces(const std::string &option, const std::string &text,
+                        std::vector<PrintOrder::Range> &ranges)
+{
+    if (text.empty())
+        return {};
+    auto found = rangesIn(text);
+    if (!found)
+        return wrongValue(option, "places that count from 1, as in 1-5,8,", text);
+    ranges = std::move(*found);
+    return {};
+}
+
 } // namespace
 
 Result<PrintOrder> parsePrintOrder(const std::vector<std::string> &words)
 {
     PrintOrder order;
     std::string style;
+    std::string alignment;
+    std::string rows;
+    std::string columns;
     bool optionsEnded = false;
     for (auto word = words.begin(); word != words.end(); ++word) {
         std::string *value = nullptr;
@@ -65,6 +111,12 @@ Result<PrintOrder> parsePrintOrder(const std::vector<std::string> &words)
             value = &order.output;
         } else if (*word == "--font") {
             value = &order.font;
+        } else if (*word == "--alignment") {
+            value = &alignment;
+        } else if (*word == "--rows") {
+            value = &rows;
+        } else if (*word == "--columns") {
+            value = &columns;
         } else {
             return Failure{FailureKind::BadInput, "unknown option " + *word + " of print"};
         }
@@ -84,6 +136,14 @@ Result<PrintOrder> parsePrintOrder(const std::vector<std::string> &words)
     if (!kind)
         return Failure{FailureKind::BadInput,
                        "print needs --output with a name that ends in .pdf, .ps, .svg or .png"};
+    if (const auto number = numberIn<std::size_t>(alignment); number && *number > 0)
+        order.alignment = *number;
+    else if (!alignment.empty())
+        return wrongValue("--alignment", "a number that counts from 1", alignment);
+    if (const Result<void> read = readPlaces("--rows", rows, order.rows); !read)
+        return read.error();
+    if (const Result<void> read = readPlaces("--columns", columns, order.columns); !read)
+        return read.error();
     order.style = *knownStyle;
     order.kind = *kind;
     return order;

@@ -4,7 +4,9 @@
 
 #include "Result.h"
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TAMBO::app {
@@ -15,7 +17,15 @@ struct PrintOrder
     enum class Style { Slim = 1, Fat = 2, BlackAndWhite = 3 };
     enum class Kind { Pdf, PostScript, Svg, Png };
 
+    // Half-open, from 0.
+    using Range = std::pair<std::size_t, std::size_t>;
+
     std::string file;
+    // Which of its alignments, from 1.
+    std::size_t alignment = 1;
+    // Those that are printed; empty for all.
+    std::vector<Range> rows;
+    std::vector<Range> columns;
     Style style = Style::Fat;
     std::string output;
     // By the ending of output.

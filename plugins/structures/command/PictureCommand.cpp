@@ -67,8 +67,10 @@ QString usageText()
                    "             [--color %2]\n"
                    "             [--view %3]\n"
                    "             [--ground %4] [--transparent] [--perspective]\n"
-                   "The structures of the files, without a screen. Without options: 1600x1200, a "
-                   "style\n"
+                   "             [--structures NUMBERS]\n"
+                   "The structures of the files, or those of a session, without a screen; with "
+                   "--structures\n"
+                   "1,3 the first and the third one. Without options: 1600x1200, a style\n"
                    "for each by what it is, color alignment, view front, ground white.\n")
         .arg(wordsOf(kStyles, "|"), wordsOf(kColorings, "|"), wordsOf(views(), "|"),
              wordsOf(kGrounds, "|"));
@@ -78,6 +80,8 @@ struct Wishes
 {
     QStringList files;
     QString output;
+    // Those that are drawn, from 1; empty for all.
+    QList<qsizetype> structures;
     QSize size = kSize;
     std::optional<Style> style;
     Coloring coloring = Coloring::Workbench;
@@ -109,6 +113,18 @@ std::optional<QSize> sizeOf(const QString &text)
     return size;
 }
 
+std::optional<QList<qsizetype>> numbersIn(const QString &text)
+{
+    QList<qsizetype> numbers;
+    for (const QString &word : text.split(u',')) {
+        bool isNumber = false;
+        numbers.append(word.toInt(&isNumber));
+        if (!isNumber || numbers.back() < 1)
+            return std::nullopt;
+    }
+    return numbers;
+}
+
 std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
 {
     QCommandLineParser parser;
@@ -119,7 +135,8 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
                        {"view", "", "view", "front"},
                        {"ground", "", "ground", "white"},
                        {"transparent", ""},
-                       {"perspective", ""}});
+                       {"perspective", ""},
+                       {"structures", "", "numbers"}});
     if (!parser.parse(QStringList("picture") + arguments)) {
         error = parser.errorText();
         return std::nullopt;
@@ -139,6 +156,15 @@ std::optional<Wishes> wishesOf(const QStringList &arguments, QString &error)
         return std::nullopt;
     }
     wishes.size = *size;
+    if (parser.isSet("structures")) {
+        const auto numbers = numbersIn(parser.value("structures"));
+        if (!numbers) {
+            error = QString("--structures needs numbers that count from 1, as in 1,3, not %1")
+                        .arg(parser.value("structures"));
+            return std::nullopt;
+        }
+        wishes.structures = *numbers;
+    }
     if (parser.isSet("style")) {
         wishes.style = chosen(parser, "style", kStyles, error);
         if (!wishes.style)
@@ -180,9 +206,20 @@ void makePicture(ProgramCommand &call)
             return;
         }
     StructureScene scene([] {});
-    for (const auto &structure : scene.structures())
+    const auto count = qsizetype(scene.structures().size());
+    for (const qsizetype number : wishes->structures)
+        if (number > count)
+            return fail(QString("%1: there are %2 structures, and no number %3")
+                            .arg(wishes->files.join(", "))
+                            .arg(count)
+                            .arg(number),
+                        kBadFile);
+    for (qsizetype i = 0; i < count; ++i) {
+        ViewedStructure &structure = *scene.structures()[std::size_t(i)];
+        structure.setVisible(wishes->structures.isEmpty() || wishes->structures.contains(i + 1));
         if (wishes->style)
-            structure->setStyle(*wishes->style);
+            structure.setStyle(*wishes->style);
+    }
     const std::shared_ptr<const PictureScene> shown = scene.picture();
     if (shown->parts.empty())
         return fail(QString("%1: has no structure to be drawn").arg(wishes->files.join(", ")),

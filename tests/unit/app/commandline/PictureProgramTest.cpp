@@ -61,6 +61,43 @@ TEST_F(PictureProgram, AWrongCallWritesNothingAndSaysWhatIsKnown)
     EXPECT_FALSE(QFile::exists(out));
 }
 
+TEST_F(PictureProgram, SomeStructuresOfASessionAreDrawnAlone)
+{
+    const auto draw = [this](const QStringList &words) {
+        const QString out = m_Folder.filePath("out.png");
+        const Finished call = run(QStringList{"picture", data("sessions/version-4.tambo"),
+                                              "--output", out, "--size", "200x150"} +
+                                  words);
+        EXPECT_EQ(call.status, 0) << call.errors.toStdString();
+        return QImage(out);
+    };
+    const QImage all = draw({});
+    const QImage first = draw({"--structures", "1"});
+    const QImage second = draw({"--structures", "2"});
+    ASSERT_EQ(all.size(), QSize(200, 150));
+    EXPECT_NE(first, all);
+    EXPECT_NE(second, all);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(draw({"--structures", "2,1"}), all);
+}
+
+TEST_F(PictureProgram, AStructureThatIsNotThereIsTold)
+{
+    const QString session = data("sessions/version-4.tambo");
+    const QString out = m_Folder.filePath("out.png");
+    const Finished third = run({"picture", session, "--output", out, "--structures", "3"});
+    EXPECT_EQ(third.status, 1);
+    EXPECT_EQ(third.errors,
+              "tambo: " + session.toUtf8() + ": there are 2 structures, and no number 3\n");
+    const Finished wrong = run({"picture", session, "--output", out, "--structures", "1-2"});
+    EXPECT_EQ(wrong.status, 2);
+    const Finished late =
+        run({"picture", data("structures/six_residue_peptide_5e5z.pdb"), session, "--output", out});
+    EXPECT_EQ(late.status, 1);
+    EXPECT_EQ(late.errors, "tambo: version-4.tambo: a session is opened before other files\n");
+    EXPECT_FALSE(QFile::exists(out));
+}
+
 TEST_F(PictureProgram, ItsHelpHasAllWordsOfItsOptions)
 {
     const Finished call = run({"picture", "--help"});

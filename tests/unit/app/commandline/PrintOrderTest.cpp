@@ -55,6 +55,24 @@ TEST(PrintOrder, TheEndingTellsTheKind)
     }
 }
 
+TEST(PrintOrder, PlacesAreCountedFromOneAndRangesHaveTheirEnds)
+{
+    using Ranges = std::vector<PrintOrder::Range>;
+    const auto order = parsePrintOrder({"a", "--style", "fat", "--output", "o.pdf", "--alignment",
+                                        "2", "--rows", "1-5,8", "--columns", "10-10"});
+    ASSERT_TRUE(order) << order.error().message();
+    EXPECT_EQ(order.value().alignment, 2U);
+    EXPECT_EQ(order.value().rows, (Ranges{{0, 5}, {7, 8}}));
+    EXPECT_EQ(order.value().columns, (Ranges{{9, 10}}));
+    for (const std::string wrong : {"0", "5-1", "x", "1,", "-3", "1-", "1-2-3", "0-2"})
+        EXPECT_EQ(errorOf({"a", "--style", "fat", "--output", "o.pdf", "--rows", wrong}),
+                  "--rows needs places that count from 1, as in 1-5,8, instead of \"" + wrong +
+                      '"');
+    for (const std::string wrong : {"0", "x", "1-2"})
+        EXPECT_EQ(errorOf({"a", "--style", "fat", "--output", "o.pdf", "--alignment", wrong}),
+                  "--alignment needs a number that counts from 1 instead of \"" + wrong + '"');
+}
+
 TEST(PrintOrder, AfterTwoDashesEverythingIsAFile)
 {
     const auto order = parsePrintOrder({"--style", "fat", "--output", "o.ps", "--", "--sse"});

@@ -125,6 +125,35 @@ TEST_F(PrintProgram, PicturesShowThePagesOfThePdf)
     EXPECT_LT(QFileInfo(path("out-1.svg")).size(), 1 << 20);
 }
 
+TEST_F(PrintProgram, SomeRowsAndColumnsArePrintedAlone)
+{
+    expectDone(print(family(), "out.pdf", "bw", {"--rows", "2,4-5", "--columns", "40-60"}));
+    const PrintedFile file(path("out.pdf"));
+    ASSERT_EQ(file.pageCount(), 1);
+    EXPECT_EQ(file.title(), "serine_proteases");
+    const QString text = file.text(0);
+    for (const QString name : {"1ABI_H", "1AU8_A", "1PPF_E"})
+        EXPECT_TRUE(text.contains(name)) << name.toStdString();
+    EXPECT_FALSE(text.contains("1A0J_A"));
+    expectRefused(print(family(), "out2.pdf", "bw", {"--rows", "2-7"}), 1,
+                  "the alignment has 6 rows, and no row 7");
+    expectRefused(print(family(), "out2.pdf", "bw", {"--columns", "999"}), 1, "303 columns");
+    expectRefused(print(family(), "out2.pdf", "bw", {"--alignment", "2"}), 1,
+                  "there is 1 alignment, and no number 2");
+    EXPECT_EQ(files(), QStringList{"out.pdf"});
+}
+
+TEST_F(PrintProgram, SessionsArePrinted)
+{
+    const QString session = data("sessions/version-4.tambo");
+    expectDone(print(session, "out.pdf", "fat", {"--rows", "2-3"}));
+    const PrintedFile file(path("out.pdf"));
+    EXPECT_EQ(file.title(), "renamed");
+    EXPECT_TRUE(file.text(0).contains("5fd1"));
+    EXPECT_FALSE(file.text(0).contains("trypsin"));
+    expectRefused(print(write("bad.tambo", "nonsense"), "out2.pdf"), 1, "bad.tambo");
+}
+
 TEST_F(PrintProgram, TheFontIsTakenForThisRunOnly)
 {
     expectDone(print(family(), "out.pdf"));
