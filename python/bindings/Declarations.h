@@ -18,5 +18,7 @@ void declareAlignments(py::module_ &module);
 void declareTrees(py::module_ &module);
 void declareFiles(py::module_ &module);
 void declareRealigning(py::module_ &module);
+void declareModelling(py::module_ &module);
+void declareShowing(py::module_ &module);
 
 } // namespace TAMBO::script

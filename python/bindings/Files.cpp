@@ -265,6 +265,9 @@ void declareFiles(py::module_ &module)
             return writeCopy(makeRecord(*structure), file, optionsOf(file, std::nullopt));
         },
         py::arg("structure"), py::arg("path"), "As save(), which nobody takes for saving.");
+    module.def("_check_format",
+               [](const fs::path &file, const std::optional<std::string> &format,
+                  bool isStructure) { checkKind(optionsOf(file, format), isStructure); });
     module.def(
         "save",
         [](const py::object &object, const fs::path &file,

@@ -21,6 +21,8 @@ PYBIND11_MODULE(_tambo, module)
     declareStructures(module);
     declareFiles(module);
     declareRealigning(module);
+    declareModelling(module);
+    declareShowing(module);
     // The workbench's own objects stay when Python goes.
     if (RunSteps *const steps = ProcessModel::get().workbenchRun()) {
         module.attr(kRunSteps) = py::capsule(steps, kRunSteps);

@@ -31,6 +31,10 @@ void declareObject(py::class_<Reference<T>> &type, std::string (*shown)(const Re
             "Whether changes are refused. No step of undo.")
         .def_property_readonly("exists", &Self::isThere,
                                "False when the object is gone, until undo brings it back.")
+        .def_property_readonly(
+            "modified", [](const Self &self) { return ProcessModel::get().isUnsaved(*self); },
+            "Whether no file has it as it is now: neither one of its own, nor the session that was "
+            "opened or saved last. Of a chain, whether its structure is.")
         .def(
             "delete", [](const Self &self) { remove(*self); }, "Takes it out of the workbench.")
         .def(

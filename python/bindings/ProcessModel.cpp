@@ -13,6 +13,7 @@
 #include "Peptide.h"
 #include "SessionFile.h"
 #include "SessionReading.h"
+#include "Space.h"
 #include "StoreReader.h"
 #include "StoredObject.h"
 #include "Structure.h"
@@ -195,6 +196,7 @@ void ProcessModel::clear()
     m_Given.clear();
     ++m_Generation;
     m_Values.clear();
+    m_SessionState.reset();
     clearRefusal();
 }
 
@@ -210,6 +212,7 @@ Result<void> ProcessModel::readSession(const std::filesystem::path &file)
             sessions::readSession(*reader.value(), ObjectSpace::get(), m_History, m_Index);
         !read)
         return read;
+    m_SessionState = m_History.state();
     m_Values.clear();
     return reader.value()->forEachValue([&](std::string_view name, std::string_view content) {
         if (name != sessions::kMadeBy && name != sessions::kMadeAt)
@@ -218,10 +221,10 @@ Result<void> ProcessModel::readSession(const std::filesystem::path &file)
     });
 }
 
-Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
+namespace {
+
+Result<void> write(Result<sessions::SessionContent> content, const std::filesystem::path &file)
 {
-    Result<sessions::SessionContent> content = sessions::takeSession(
-        ObjectSpace::get(), history(), m_Values, sessions::SessionOrigin::now(TAMBO_VERSION));
     if (!content)
         return content.error();
     // These are bytes that share nothing with the objects.
@@ -229,6 +232,52 @@ Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
     WriteAids aids;
     aids.step = [](WriteStage, double) { return mayGoOn(); };
     return sessions::writeSession(std::move(content).value(), file, aids);
+}
+
+} // namespace
+
+Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
+{
+    const std::uint64_t state = history().state();
+    const Result<void> written =
+        write(sessions::takeSession(ObjectSpace::get(), history(), m_Values,
+                                    sessions::SessionOrigin::now(TAMBO_VERSION)),
+              file);
+    if (written)
+        m_SessionState = state;
+    return written;
+}
+
+Result<void> ProcessModel::writeObjects(const std::filesystem::path &file)
+{
+    return write(sessions::takeSession(ObjectSpace::get(), History(), {},
+                                       sessions::SessionOrigin::now(TAMBO_VERSION)),
+                 file);
+}
+
+std::vector<Compound *> ProcessModel::unsavedObjects()
+{
+    std::vector<const Compound *> modified;
+    for (const UnsavedObject &unsaved : history().unsavedObjects())
+        modified.push_back(unsaved.object);
+    std::vector<bool> isSaved(modified.size(), false);
+    if (m_SessionState)
+        isSaved = history().areAsInState(modified, *m_SessionState);
+    std::vector<Compound *> unsaved;
+    for (std::size_t i = 0; i < modified.size(); ++i) {
+        if (!isSaved[i])
+            unsaved.push_back(const_cast<Compound *>(modified[i]));
+    }
+    return unsaved;
+}
+
+bool ProcessModel::isUnsaved(const Compound &object)
+{
+    const Compound *top = &object;
+    while (top->Parent() != nullptr && top->Parent() != Space::instance())
+        top = top->Parent();
+    return history().isModified(*top) &&
+           !(m_SessionState && history().areAsInState({top}, *m_SessionState).front());
 }
 
 template <typename T>

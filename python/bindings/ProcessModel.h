@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -118,6 +119,12 @@ public:
     // Into an empty model: all of a session, or nothing.
     [[nodiscard]] Result<void> readSession(const std::filesystem::path &file);
     [[nodiscard]] Result<void> writeSession(const std::filesystem::path &file);
+    // All objects without the steps, for a program that only looks at them.
+    [[nodiscard]] Result<void> writeObjects(const std::filesystem::path &file);
+    // Of objects of Space: those that are in no file as they are now, neither in one of their own
+    // nor in the session that was read or written last.
+    [[nodiscard]] std::vector<Compound *> unsavedObjects();
+    [[nodiscard]] bool isUnsaved(const Compound &object);
 
 private:
     ProcessModel();
@@ -138,6 +145,8 @@ private:
     std::uint32_t m_Generation = 0;
     // Of the session that was read, what is no object and no step: it stays with it.
     std::vector<sessions::NamedValue> m_Values;
+    // What the history calls the state that it has.
+    std::optional<std::uint64_t> m_SessionState;
     std::vector<std::unique_ptr<OpenStep>> m_Steps;
     std::unique_ptr<WorkbenchRun> m_Run;
     // Whether the file has all of it.

@@ -129,9 +129,11 @@ void declareSteps(py::module_ &module)
         "open_session", &openSession, py::arg("path"),
         "All objects and steps of a session's file. Raises RefusedError when something is loaded, "
         "FileNotFoundError, and FormatError when it is no session; nothing has changed then.");
-    module.def("save_session", &saveSession, py::arg("path"),
-               "Writes all objects, with the steps of undo, into one file, which the workbench "
-               "opens, too. Raises OSError when it cannot be written; what was there stays then.");
+    module.def(
+        "save_session", &saveSession, py::arg("path"),
+        "Writes all objects, with the steps of undo, into one file, which the workbench "
+        "opens, too; nothing is unsaved then. Raises OSError when it cannot be written; what "
+        "was there stays then.");
     module.def(
         "clear", [] { outsideOfRuns("clearing").clear(); },
         "Forgets all objects and all steps, saved or not. A StepError inside of a step.");

@@ -53,9 +53,17 @@ from ._tambo import (
     structures,
     superpose,
     undo,
+    unsaved,
 )
 from ._identity import IdentityMatrix, identity_matrix as _identity_matrix
 from ._interop import from_biopython
+from ._modelling import Model, model as _model
+from ._pictures import (
+    alignment_picture as _alignment_picture,
+    picture,
+    structure_picture as _structure_picture,
+    structure_png as _structure_png,
+)
 from ._programs import ProgramError
 from ._realigning import realign as _realign
 
@@ -67,6 +75,7 @@ __all__ = [
     "FormatError",
     "GoneError",
     "IdentityMatrix",
+    "Model",
     "Opened",
     "ProgramError",
     "RefusedError",
@@ -85,6 +94,7 @@ __all__ = [
     "new_sequence",
     "open",
     "open_session",
+    "picture",
     "read_tree",
     "redo",
     "save",
@@ -93,15 +103,20 @@ __all__ = [
     "structures",
     "superpose",
     "undo",
+    "unsaved",
 ]
 
 # What is written in Python belongs to the classes all the same.
+Alignment.model = _model
+Alignment.picture = _alignment_picture
 Alignment.sort = _sort
 Alignment.realign = _realign
 Alignment.identity_matrix = _identity_matrix
 Alignment.to_biopython = _interop.alignment_to_biopython
 Alignment.to_dataframe = _interop.alignment_to_dataframe
 Alignment._repr_html_ = _notebook.alignment_html
+Structure.picture = _structure_picture
+Structure._repr_png_ = _structure_png
 Structure.to_biopython = _interop.structure_to_biopython
 Structure.to_dataframe = _interop.structure_to_dataframe
 Alignment.save = _interop.save

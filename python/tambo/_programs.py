@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Other programs: where they are, and runs of them that end with the call."""
-import collections
 import contextlib
 import os
 import pathlib
@@ -10,6 +9,7 @@ import signal
 import subprocess
 import tempfile
 import time
+import typing
 
 # How long a look at what a program has said takes at most, so that Ctrl+C is heard, in seconds.
 LOOK = 0.1
@@ -31,8 +31,17 @@ class ProgramError(RuntimeError):
 
 ProgramError.__module__ = "tambo"
 
-# status is None of a program that could not be started.
-Ended = collections.namedtuple("Ended", "status output last_line")
+class Ended(typing.NamedTuple):
+    """How a program has ended: status is None when it could not be started."""
+
+    status: typing.Optional[int]
+    output: bytes
+    # The end of what it has told of itself.
+    errors: list[str]
+
+    @property
+    def last_line(self):
+        return self.errors[-1] if self.errors else ""
 
 
 def installation():
@@ -62,9 +71,8 @@ def work_folder():
             time.sleep(0.01)
 
 
-def last_line(text):
-    lines = text.decode(errors="replace").strip().splitlines()
-    return lines[-1].strip() if lines else ""
+def _lines(text):
+    return [line.strip() for line in text.decode(errors="replace").splitlines() if line.strip()]
 
 
 def run(words, folder, environment=None, patience=0.0, most=None):
@@ -77,7 +85,7 @@ def run(words, folder, environment=None, patience=0.0, most=None):
         process = subprocess.Popen(words, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=0, process_group=0)
     except OSError:
-        return Ended(None, b"", "")
+        return Ended(None, b"", [])
     try:
         said = _listen(process, most)
         return Ended(process.returncode, *said)
@@ -101,7 +109,7 @@ def _listen(process, most):
                 has_ended = process.poll() is not None
                 ready = waiting.select(0 if has_ended else LOOK)
                 if has_ended and not ready:
-                    return bytes(output), last_line(errors)
+                    return bytes(output), _lines(errors)
             else:
                 ready = []
                 with contextlib.suppress(subprocess.TimeoutExpired):

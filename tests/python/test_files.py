@@ -156,3 +156,50 @@ class Files(Case):
         self.assertFalse(opened.alignments[0].exists)
         tambo.redo()
         self.assertTrue(opened.alignment.exists)
+
+
+class Unsaved(Case):
+    def test_what_no_file_has_is_unsaved_until_it_is_saved(self):
+        self.assertEqual(tambo.unsaved(), [])
+        family = self.family()
+        opened = tambo.open(STRUCTURES / "ubiquitin_1ubi.pdb").structure
+        self.assertEqual((tambo.unsaved(), family.modified, opened.modified), ([family], True, False))
+        family.save(self.folder / "family.ali")
+        self.assertEqual((tambo.unsaved(), family.modified), ([], False))
+        family.insert_gaps(0, 0)
+        self.assertTrue(family.modified)
+        tambo.undo()
+        self.assertFalse(family.modified)
+
+    def test_a_session_saves_all(self):
+        family = self.family()
+        sequence = tambo.new_sequence("alone", "MKV")
+        structure = tambo.open(STRUCTURES / "ubiquitin_1ubi.pdb").structure
+        structure.chains[0].renumber("5")
+        self.assertEqual(set(tambo.unsaved()), {family, sequence, structure})
+        tambo.save_session(self.folder / "all.tambo")
+        self.assertEqual((tambo.unsaved(), family.modified), ([], False))
+        family.insert_gaps(0, 0)
+        later = tambo.new_sequence("later", "MKV")
+        self.assertEqual((set(tambo.unsaved()), structure.modified), ({family, later}, False))
+        tambo.undo()
+        tambo.undo()
+        self.assertEqual(tambo.unsaved(), [])
+        tambo.undo()
+        # Its own file has it as it is now.
+        self.assertEqual(tambo.unsaved(), [])
+        tambo.clear()
+        self.assertEqual(tambo.unsaved(), [])
+        tambo.open_session(self.folder / "all.tambo")
+        self.assertEqual((len(tambo.alignments()), tambo.unsaved()), (1, []))
+        tambo.alignments()[0].insert_gaps(0, 0)
+        self.assertEqual(tambo.unsaved(), tambo.alignments())
+
+    def test_a_session_that_was_not_written_saves_nothing(self):
+        family = self.family()
+        with self.assertRaises(OSError):
+            tambo.save_session(self.folder / "none" / "all.tambo")
+        self.assertEqual(tambo.unsaved(), [family])
+        with self.assertRaises(tambo.StepError), tambo.step("open"):
+            tambo.save_session(self.folder / "all.tambo")
+        self.assertEqual(tambo.unsaved(), [family])
