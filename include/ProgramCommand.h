@@ -24,8 +24,8 @@ struct ProgramCommand
     QIODevice *output = nullptr;
     QIODevice *errors = nullptr;
     // Opens a structure, an alignment or sequences in any format that the workbench reads, or,
-    // before all other files, a session; what it holds is in Space afterwards. False, with a message on errors and nothing changed, when it
-    // cannot be read.
+    // before all other files, a session; what it holds is in Space afterwards. False, with a
+    // message on errors and nothing changed, when it cannot be read.
     std::function<bool(const QString &file)> openFile;
     // What the shell is told: 0, as long as nothing else is set; 1 when a file is bad; 2 when the
     // arguments are wrong.
