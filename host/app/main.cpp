@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program `tambo`: the workbench, or a command that needs no window.
 #include "Application.h"
+#include "ColorPicking.h"
 #include "CommandLine.h"
 #include "Config.h"
 #include "ConvertCommand.h"
@@ -282,6 +283,7 @@ int runWindows(const CommandLine &line, int argc, char **argv)
     qInstallMessageHandler(standard);
     introduce();
     TAMBO::services::makeReadable();
+    TAMBO::services::restoreOwnColors();
     // Not before there is a log.
     for (const QString &message : std::exchange(s_StartMessages, {}))
         qWarning("%s", qPrintable(message));

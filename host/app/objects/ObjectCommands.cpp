@@ -3,6 +3,7 @@
 
 #include "Alignment.h"
 #include "ChangedFileBox.h"
+#include "ColorPicking.h"
 #include "DataDelete.h"
 #include "DataPoint.h"
 #include "DestroyedObjects.h"
@@ -25,7 +26,6 @@
 #include "WritableObject.h"
 #include "WriteJob.h"
 
-#include <QColorDialog>
 #include <QCursor>
 #include <QFile>
 #include <QInputDialog>
@@ -201,7 +201,7 @@ void ObjectCommands::askColor(const Objects &objects) const
         return;
     const ObjectReferences references(objects);
     const QColor chosen =
-        QColorDialog::getColor(objects.front()->OwnColor().toQColor(), m_DialogParent, tr("Color"));
+        services::pickColor(objects.front()->OwnColor().toQColor(), m_DialogParent, tr("Color"));
     if (chosen.isValid())
         color(references.objects(), chosen);
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Application.h"
 
+#include "ColorPicking.h"
 #include "Logger.h"
 
+#include <QColorDialog>
+#include <QEvent>
 #include <QMetaObject>
 
 #include <exception>
@@ -15,6 +18,10 @@ bool Application::notify(QObject *receiver, QEvent *event)
 {
     // Known now; the handler may delete the receiver before it throws.
     const QMetaObject *const kind = receiver == nullptr ? nullptr : receiver->metaObject();
+    // Of all dialogs, also those of plug-ins, which know nothing of it.
+    if (event->type() == QEvent::Hide)
+        if (const auto *const colors = qobject_cast<const QColorDialog *>(receiver))
+            services::keepColorsOf(*colors);
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception &exception) {

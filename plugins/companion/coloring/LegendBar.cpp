@@ -50,12 +50,15 @@ LegendBar::~LegendBar() = default;
 void LegendBar::show(const Legend &legend)
 {
     clear();
+    if (legend.entries.empty())
+        return hide();
     QString title = QString::fromStdString(legend.title);
     if (legend.scale)
-        title += tr(" (%1 to %2 %3)")
-                     .arg(legend.scale->above)
-                     .arg(legend.scale->upTo)
-                     .arg(QString::fromStdString(legend.unit));
+        title += tr(" (%1)").arg(tr("%1 to %2 %3")
+                                     .arg(legend.scale->above)
+                                     .arg(legend.scale->upTo)
+                                     .arg(QString::fromStdString(legend.unit))
+                                     .trimmed());
     addWidget(textLabel(title + u':'));
     for (const LegendEntry &entry : legend.entries) {
         auto *const swatch = new QLabel;

@@ -20,6 +20,7 @@ public:
     explicit LegendBar(QMainWindow &window);
     ~LegendBar() override;
 
+    // Goes out of sight when it has no entries.
     void show(const Legend &legend);
     using QToolBar::show;
 };

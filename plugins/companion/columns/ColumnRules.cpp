@@ -3,6 +3,7 @@
 
 #include "Blosum62.h"
 #include "ClustalColors.h"
+#include "ColumnScores.h"
 #include "Consensus.h"
 
 #include <algorithm>
@@ -20,6 +21,18 @@ struct IdentityShade
 // From the strongest.
 constexpr std::array<IdentityShade, 3> kIdentityShades = {
     {{80, Color(0x6464ff)}, {60, Color(0x9999ff)}, {40, Color(0xccccff)}}};
+
+struct ConservationShade
+{
+    double above;
+    Color color;
+};
+
+// From the strongest. On each of them the cells' letters have 4.5:1 and more.
+constexpr std::array<ConservationShade, 4> kConservationShades = {{{0.8, Color(0x1f5fa8)},
+                                                                   {0.6, Color(0x7fb2dd)},
+                                                                   {0.4, Color(0xb3d3ee)},
+                                                                   {0.2, Color(0xdcebf8)}}};
 
 constexpr Color kMostFrequentColor(0x9a9aff);
 constexpr Color kPositiveScoreColor(0xccccff);
@@ -53,6 +66,31 @@ ColumnColors blosumColors(const ColumnCounts &counts)
     return colors;
 }
 
+ColumnColors conservationColors(const ColumnCounts &counts)
+{
+    ColumnColors colors;
+    const double score = conservation(counts);
+    const auto shade = std::ranges::find_if(
+        kConservationShades, [&](const ConservationShade &each) { return score > each.above; });
+    if (shade != kConservationShades.end())
+        for (char letter = 'A'; letter <= 'Z'; ++letter)
+            colors.set(letter, shade->color);
+    return colors;
+}
+
+Legend conservationLegend()
+{
+    Legend legend = {"Conservation", {}, LegendRange{0, 1}, {}};
+    double upTo = 1;
+    for (const ConservationShade &shade : kConservationShades) {
+        const std::string tenths = std::to_string(int(shade.above * 10 + 0.5));
+        legend.entries.push_back(
+            {"above 0." + tenths, shade.color, LegendRange{shade.above, upTo}});
+        upTo = shade.above;
+    }
+    return legend;
+}
+
 Legend identityLegend()
 {
     Legend legend = {"Percentage identity", "%", LegendRange{0, 100}, {}};
@@ -83,6 +121,8 @@ ColumnColors columnColors(ColumnRule rule, const ColumnCounts &counts)
         return identityColors(counts);
     case ColumnRule::Blosum62:
         return blosumColors(counts);
+    case ColumnRule::Conservation:
+        return conservationColors(counts);
     case ColumnRule::ClustalX:
         break;
     }
@@ -96,6 +136,8 @@ Legend legendOf(ColumnRule rule)
         return identityLegend();
     case ColumnRule::Blosum62:
         return blosumLegend();
+    case ColumnRule::Conservation:
+        return conservationLegend();
     case ColumnRule::ClustalX:
         break;
     }

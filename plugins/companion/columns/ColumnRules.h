@@ -19,12 +19,16 @@ enum class ColumnRule {
     // frequent.
     Blosum62,
     // See ClustalColors.h.
-    ClustalX
+    ClustalX,
+    // All letters of a column in one of four shades of blue, by conservation() of it: above 0.8,
+    // 0.6, 0.4 and 0.2.
+    Conservation
 };
 
 [[nodiscard]] ColumnColors columnColors(ColumnRule rule, const ColumnCounts &counts);
 
-// With the unit % and the scale from 0 to 100 for Identity; the others are of kinds.
+// With the unit % and the scale from 0 to 100 for Identity, with the scale from 0 to 1 for
+// Conservation; the others are of kinds.
 [[nodiscard]] Legend legendOf(ColumnRule rule);
 
 } // namespace companion

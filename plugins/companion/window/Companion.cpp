@@ -49,6 +49,10 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
           [this] { return m_Cursor.block(); })),
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
+      m_EditorColors(new EditorColors(*window.mainWindow(),
+                                      [this](const Legend &legend) { m_Legend->show(legend); })),
+      m_ColorTools(
+          new ColorTools(*window.mainWindow(), [this] { colorBy(ColumnRule::Conservation); })),
       m_Tracks(new Tracks(window)),
       m_Tree(new TreeDock(window))
 {
@@ -70,6 +74,8 @@ Companion::~Companion()
     delete m_Tree;
     delete m_Wrapped;
     delete m_Tracks;
+    delete m_ColorTools;
+    delete m_EditorColors;
     delete m_Legend;
     delete m_Overview;
     delete m_Compare;

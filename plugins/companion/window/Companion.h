@@ -3,12 +3,14 @@
 #pragma once
 
 #include "CellCursor.h"
+#include "ColorTools.h"
 #include "ColumnDrag.h"
 #include "ColumnRules.h"
 #include "ColumnTools.h"
 #include "CompareBar.h"
 #include "DistanceAdvice.h"
 #include "Editing.h"
+#include "EditorColors.h"
 #include "EmptyHint.h"
 #include "FindBar.h"
 #include "FocusStops.h"
@@ -112,6 +114,8 @@ private:
     QPointer<CompareBar> m_Compare;
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
+    QPointer<EditorColors> m_EditorColors;
+    QPointer<ColorTools> m_ColorTools;
     QPointer<Tracks> m_Tracks;
     std::optional<KeptDock> m_KeptTracks;
     std::optional<KeptDock> m_KeptOverview;

@@ -9,6 +9,7 @@
 #include "ObjectOperations.h"
 #include "ObjectSources.h"
 #include "support/Answering.h"
+#include "support/ScopedSettings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -316,6 +317,18 @@ TEST_F(ObjectCommandsTest, TheColorDialogBeginsWithTheObjectsColor)
     m_Commands.askColor({one.residue(0)});
     EXPECT_EQ(one.residue(0)->OwnColor(), Color(0x0000ff));
     EXPECT_EQ(one.residue(1)->OwnColor(), Color(0x00ff00));
+}
+
+TEST_F(ObjectCommandsTest, TheColorDialogBeginsWithTheColorThatWasPickedLast)
+{
+    const ScopedSettings settings("[General]\nLastColor = #ff8800\n");
+    Peptide &one = sequence("one", "AC");
+    answering<QColorDialog>([](QColorDialog &dialog) {
+        EXPECT_EQ(dialog.currentColor(), QColor(0xff, 0x88, 0));
+        dialog.accept();
+    });
+    m_Commands.askColor({&one});
+    EXPECT_EQ(one.OwnColor(), Color(0xff8800));
 }
 
 TEST_F(ObjectCommandsTest, PropertiesSayWhatTheObjectIsAndWhereItComesFrom)

@@ -2,7 +2,9 @@
 #include "Application.h"
 
 #include "support/LogLines.h"
+#include "support/ScopedSettings.h"
 
+#include <QColorDialog>
 #include <QEvent>
 #include <QTimer>
 
@@ -85,6 +87,20 @@ TEST_F(ApplicationTest, AReceiverThatDeletesItselfBeforeItThrowsIsNotAsked)
     EXPECT_FALSE(QCoreApplication::sendEvent(new Leaver, &event));
     ASSERT_EQ(m_Log.count(), 1);
     EXPECT_TRUE(m_Log.texts().front().contains("gone"));
+}
+
+// The editor's are such: it asks the toolkit alone.
+TEST_F(ApplicationTest, WhatAnyDialogForAColorGivesIsKept)
+{
+    const ScopedSettings settings("");
+    QTimer::singleShot(0, [] {
+        auto *dialog = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setCurrentColor(Qt::magenta);
+        dialog->accept();
+    });
+    EXPECT_TRUE(QColorDialog::getColor(Qt::black).isValid());
+    EXPECT_EQ(TAMBO::services::ConfigStore::instance().value("General", "LastColor"), "#ff00ff");
 }
 
 } // namespace ApplicationTest

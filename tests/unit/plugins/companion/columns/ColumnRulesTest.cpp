@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ColumnRules.h"
 
+#include "ColumnScores.h"
+
 #include "Blosum62.h"
 #include "Consensus.h"
 
@@ -189,6 +191,27 @@ TEST(ColumnColors, OnlyLettersHaveColors)
     EXPECT_TRUE(colors.isEmpty());
     colors.set('z', Color(0x123456));
     EXPECT_EQ(colors.of('Z'), Color(0x123456));
+}
+
+TEST(ColumnRules, ConservationShadesAllLettersOfAColumnByItsRangeInTheLegend)
+{
+    const Legend legend = legendOf(ColumnRule::Conservation);
+    std::size_t colored = 0;
+    for (const std::string_view column : {"WWWWW", "WWWWF", "LLLIV", "AAG--", "ACDEF", "-----"}) {
+        const ColumnCounts counts(std::span<const char>(column.data(), column.size()));
+        const ColumnColors colors = columnColors(ColumnRule::Conservation, counts);
+        const double score = conservation(counts);
+        const auto entry = std::ranges::find_if(legend.entries, [&](const LegendEntry &each) {
+            return score > each.range->above && score <= each.range->upTo;
+        });
+        const auto expected =
+            entry == legend.entries.end() ? std::nullopt : std::optional(entry->color);
+        colored += expected ? 1 : 0;
+        for (const char letter : {'A', 'W', 'X', 'w'})
+            EXPECT_EQ(colors.of(letter), expected) << column << ' ' << score;
+    }
+    EXPECT_GE(colored, 2U);
+    EXPECT_TRUE(columnColors(ColumnRule::Conservation, ColumnCounts()).isEmpty());
 }
 
 } // namespace ColumnRulesTest

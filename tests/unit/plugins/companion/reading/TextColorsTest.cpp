@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TextColors.h"
 
+#include "CellLooks.h"
+#include "ColumnRules.h"
 #include "TrackPainting.h"
 #include "support/Contrast.h"
 
@@ -18,6 +20,17 @@ TEST(TextColors, OfTheLogoCanBeReadOnWhite)
 {
     for (char letter = 'A'; letter <= 'Z'; ++letter)
         EXPECT_GE(contrastOf(companion::logoColor(letter), Qt::white), kReadableContrast) << letter;
+}
+
+TEST(TextColors, OfCellsCanBeReadOnTheShadesOfConservation)
+{
+    for (const auto &entry : companion::legendOf(companion::ColumnRule::Conservation).entries) {
+        const QColor ground = entry.color.toQColor();
+        EXPECT_GE(
+            contrastOf(companion::hasWhiteLetter(ground.rgb()) ? Qt::white : Qt::black, ground),
+            kReadableContrast)
+            << entry.label;
+    }
 }
 
 TEST(TextColors, OfWarningsCanBeReadOnLightAndDarkDocks)

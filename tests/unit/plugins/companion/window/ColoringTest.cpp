@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CompanionFixture.h"
 
+#include "AcidColor.h"
 #include "ColumnColoring.h"
+#include "DialogDriver.h"
+#include "ResidueTypes.h"
+#include "Toolbar.h"
+
+#include <QColorDialog>
+#include <QInputDialog>
+#include <QMenu>
 
 namespace ColoringTest {
 
@@ -19,7 +27,7 @@ protected:
 TEST_F(ColoredByColumn, EachResidueHasTheColorOfTheRule)
 {
     for (const auto rule : {companion::ColumnRule::Identity, companion::ColumnRule::Blosum62,
-                            companion::ColumnRule::ClustalX}) {
+                            companion::ColumnRule::ClustalX, companion::ColumnRule::Conservation}) {
         TAMBO::Alignment &shown = alignment({"ACDWa-", "ACEWL-", "AGKwlG", "LC-WVG"}, "rows");
         ASSERT_TRUE(companion::colorByColumn(shown, rule));
         for (unsigned long col = 0; col < shown.width(); ++col) {
@@ -78,6 +86,159 @@ TEST_F(ColoredByColumn, TheLegendSaysWhatTheColorsMean)
         EXPECT_TRUE(texts.contains(QString::fromStdString(entry.label)));
     m_Companion->colorBy(companion::ColumnRule::ClustalX);
     EXPECT_FALSE(legend->isHidden());
+}
+
+// ---- Legends of the window's own commands
+
+class ColoredByTheEditor : public ColoredByColumn
+{
+protected:
+    ColoredByTheEditor()
+    {
+        m_Companion.reset();
+        TAMBO::Alignment &rows = alignment({"ARC", "AIC", "ANC"}, "rows");
+        {
+            const DataPoint<TAMBO::Alignment> change(nullptr, &rows);
+            rows.selectInRow(0, {0, 1});
+        }
+        m_Window = &show(rows, {700, 400});
+        m_Served = &served(*m_Window);
+        // As the installed settings give every window some.
+        m_Tools = new Toolbar("Tools9", m_Window, "Tools", Qt::LeftToolBarArea, m_Window,
+                              SLOT(ButtonPressed(int, int, bool)));
+        m_Companion = std::make_unique<Companion>(*m_Served);
+    }
+    [[nodiscard]] QToolBar &legend() const { return *m_Window->findChild<QToolBar *>("Legend"); }
+    [[nodiscard]] QStringList texts() const
+    {
+        QStringList texts;
+        for (const QLabel *const label : legend().findChildren<QLabel *>())
+            if (!label->text().isEmpty())
+                texts << label->text();
+        return texts;
+    }
+    // Of the squares, as assistive technology has them.
+    [[nodiscard]] QStringList colors() const
+    {
+        QStringList names;
+        for (const QLabel *const label : legend().findChildren<QLabel *>())
+            if (label->text().isEmpty())
+                names << label->accessibleName();
+        return names;
+    }
+    static DialogDriver::Handler pick(const QColor &color)
+    {
+        return [color](QDialog &dialog) {
+            dynamic_cast<QColorDialog &>(dialog).setCurrentColor(color);
+            dialog.accept();
+        };
+    }
+    static void cancel(QDialog &dialog) { dialog.reject(); }
+    void choose(const QString &text) const
+    {
+        for (const QAction *const menu : m_Window->menuBar()->actions())
+            for (QAction *const action : menu->menu()->actions())
+                if (menu->text() == "Color" && action->text() == text)
+                    action->trigger();
+    }
+
+    Toolbar *m_Tools = nullptr;
+};
+
+TEST_F(ColoredByTheEditor, SelectedAndConservedShowTheColorThatWasPicked)
+{
+    DialogDriver dialogs;
+    dialogs.expect(pick(Qt::red));
+    choose("Selected");
+    EXPECT_EQ(texts(), QStringList({"Selected:", "selected when it was colored"}));
+    EXPECT_EQ(colors(), QStringList{"Color #ff0000"});
+    dialogs.expect(pick(Qt::blue));
+    choose("Conserved");
+    EXPECT_EQ(texts().front(), "Conserved:");
+    EXPECT_EQ(colors(), QStringList{"Color #0000ff"});
+    dialogs.expect(pick(Qt::green));
+    dialogs.expect([](QDialog &dialog) {
+        dynamic_cast<QInputDialog &>(dialog).setIntValue(2);
+        dialog.accept();
+    });
+    choose("ConservedN");
+    EXPECT_EQ(texts().back(), "most frequent in its column, in 2 rows or more");
+    EXPECT_EQ(colors(), QStringList{"Color #00ff00"});
+}
+
+TEST_F(ColoredByTheEditor, AButtonOfTheToolBarHasTheLegendOfItsCommand)
+{
+    DialogDriver dialogs;
+    dialogs.expect(pick(Qt::red));
+    emit m_Tools->pressed(6, 0, false);
+    EXPECT_EQ(texts().front(), "Selected:");
+    EXPECT_EQ(colors(), QStringList{"Color #ff0000"});
+    dialogs.expect(pick(Qt::blue));
+    emit m_Tools->pressed(8, 0, false);
+    EXPECT_EQ(texts().front(), "Conserved:");
+    EXPECT_EQ(colors(), QStringList{"Color #0000ff"});
+}
+
+TEST_F(ColoredByTheEditor, ACancelledDialogLeavesTheLegend)
+{
+    DialogDriver dialogs;
+    dialogs.expect(cancel);
+    choose("Selected");
+    EXPECT_TRUE(legend().isHidden());
+    dialogs.expect(pick(Qt::green));
+    dialogs.expect(cancel);
+    choose("ConservedN");
+    EXPECT_TRUE(legend().isHidden());
+    dialogs.expect(cancel);
+    choose("Conserved");
+    EXPECT_TRUE(legend().isHidden()) << "the color of the command before";
+}
+
+TEST_F(ColoredByTheEditor, ByDistanceShowsItsScale)
+{
+    choose("By Distance");
+    EXPECT_EQ(texts(), QStringList({"Mean distance in the column:", "0 Å", "1.5 Å", "3 Å", "4.5 Å",
+                                    "6 Å and more", "alone in the column"}));
+    EXPECT_EQ(colors().size(), 6);
+}
+
+TEST_F(ColoredByTheEditor, AScaleShowsValuesAndLettersInTheirColors)
+{
+    auto *const dialog = m_Window->findChild<ZEP::AcidColor *>();
+    auto *const method = dialog->findChild<QComboBox *>();
+    ASSERT_GT(method->count(), 1);
+    method->setCurrentIndex(1);
+    dialog->MethodSelected(1);
+    dialog->Apply();
+    EXPECT_EQ(texts().front(), method->currentText() + ':');
+    EXPECT_EQ(texts().back(), "no value, or left out");
+    ASSERT_EQ(colors().size(), 6);
+    // The residues that are named have the colors.
+    float least = 0;
+    ASSERT_TRUE(ResidueTypes::GetValue(method->currentText().toStdString(), 'R', least));
+    EXPECT_EQ(texts().at(1), QStringLiteral("%1 (R)").arg(double(least), 0, 'g', 3));
+    EXPECT_EQ(colors().front(),
+              "Color " + QColor(QRgb(colorAt(*m_Served->alignment(), 0, 1))).name());
+    method->setCurrentIndex(0);
+    dialog->MethodSelected(0);
+    dialog->Apply();
+    EXPECT_TRUE(legend().isHidden()) << "white means nothing";
+}
+
+TEST_F(ColoredByTheEditor, OneButtonColorsByConservationOnWhite)
+{
+    TAMBO::Alignment &rows = *m_Served->alignment();
+    auto *const tools = m_Window->findChild<QToolBar *>("ColorTools");
+    ASSERT_NE(tools, nullptr);
+    ASSERT_EQ(tools->actions().size(), 1);
+    EXPECT_FALSE(tools->actions().front()->icon().isNull());
+    EXPECT_EQ(m_Window->toolBarArea(tools), Qt::LeftToolBarArea) << "beside the others";
+    tools->actions().front()->trigger();
+    EXPECT_EQ(history.position(), 1U);
+    EXPECT_EQ(texts().front(), "Conservation (0 to 1):");
+    // All have C there, and three letters in the column before.
+    EXPECT_NE(colorAt(rows, 0, 2), 0xffffffU);
+    EXPECT_NE(colorAt(rows, 0, 2), colorAt(rows, 0, 1));
 }
 
 } // namespace ColoringTest
