@@ -7,6 +7,7 @@
 #include <QCompleter>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QStringListModel>
@@ -20,7 +21,7 @@ namespace TAMBO::app {
 namespace {
 
 constexpr int kMostShownLines = 8;
-constexpr int kMostShownWords = 12;
+constexpr int kMostShownWords = 10;
 constexpr int kIndent = 4;
 
 QString indentOfLine(const QString &line)
@@ -53,7 +54,6 @@ ConsoleInput::ConsoleInput(ConsoleHistory &history, Language language, QWidget *
     setAccessibleName(tr("Input for Python"));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_Completer->setWidget(this);
@@ -61,6 +61,9 @@ ConsoleInput::ConsoleInput(ConsoleHistory &history, Language language, QWidget *
     m_Completer->setMaxVisibleItems(kMostShownWords);
     m_Completer->popup()->setObjectName(QStringLiteral("ConsoleWords"));
     m_Completer->popup()->setFont(font());
+    // Lines that stand close cut the lowest parts of letters.
+    if (auto *const list = qobject_cast<QListView *>(m_Completer->popup()))
+        list->setSpacing(1);
     connect(m_Completer, qOverload<const QString &>(&QCompleter::activated), this,
             &ConsoleInput::insertWord);
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
@@ -75,6 +78,7 @@ void ConsoleInput::setBusy(bool isBusy, const QString &placeholder)
 {
     setReadOnly(isBusy);
     setPlaceholderText(placeholder);
+    viewport()->update();
 }
 
 void ConsoleInput::fitHeight()
@@ -84,8 +88,10 @@ void ConsoleInput::fitHeight()
     for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
         lines += std::max(1, block.lineCount());
     const int shown = std::clamp(lines, 1, kMostShownLines);
+    // A pixel more than the lines take, or the last one would have to be scrolled to.
     const int height = int(2 * document()->documentMargin()) + 2 * frameWidth() +
-                       shown * fontMetrics().lineSpacing();
+                       shown * fontMetrics().lineSpacing() + 1;
+    setVerticalScrollBarPolicy(lines > shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     if (height != maximumHeight())
         setFixedHeight(height);
 }
@@ -265,18 +271,26 @@ void ConsoleInput::offerWords(bool isAsked)
         if (found.words.size() == 1)
             return;
     }
-    m_Words->setStringList(found.words);
+    // What stands before the last dot is seen in the input.
+    const qsizetype dot = typed.lastIndexOf(u'.') + 1;
+    QStringList shown = found.words;
+    if (commonBegin(found.words).startsWith(QStringView(typed).first(dot))) {
+        m_WordStart += dot;
+        for (QString &word : shown)
+            word.remove(0, dot);
+    }
+    m_Words->setStringList(shown);
     // They have been chosen already.
     m_Completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    m_Completer->popup()->setCurrentIndex(m_Words->index(0));
     QTextCursor place = textCursor();
-    place.setPosition(int(start));
+    place.setPosition(int(m_WordStart));
     QRect area = cursorRect(place);
     area.setWidth(m_Completer->popup()->sizeHintForColumn(0) +
                   2 * m_Completer->popup()->frameWidth() +
                   m_Completer->popup()->verticalScrollBar()->sizeHint().width());
     m_Completer->complete(area);
     m_Completer->popup()->setCurrentIndex(m_Completer->completionModel()->index(0, 0));
+    m_Completer->popup()->scrollToTop();
 }
 
 void ConsoleInput::insertWord(const QString &word)

@@ -77,6 +77,14 @@ ConsoleOutput::ConsoleOutput(QWidget *parent) : QPlainTextEdit(parent), m_Marks(
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setViewportMargins(marksWidth(), 0, 0, 0);
+    QScrollBar *const bar = verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { m_FollowsEnd = value == bar->maximum(); });
+    // Also once lines have been wrapped.
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (m_FollowsEnd)
+            bar->setValue(maximum);
+    });
     connect(this, &QPlainTextEdit::updateRequest, m_Marks, qOverload<>(&QWidget::update));
 }
 
@@ -92,7 +100,7 @@ void ConsoleOutput::show(const OutputLines::News &news)
     if (news.lines.empty())
         return;
     QScrollBar *const bar = verticalScrollBar();
-    const bool followsEnd = bar->value() == bar->maximum();
+    const bool followsEnd = m_FollowsEnd;
     // A reader who has scrolled up keeps what he reads, also when lines above it go.
     QTextCursor read(firstVisibleBlock());
     append(news);

@@ -47,6 +47,7 @@ private:
 
     Marks *m_Marks;
     QPoint m_Pressed;
+    bool m_FollowsEnd = true;
 };
 
 } // namespace TAMBO::app

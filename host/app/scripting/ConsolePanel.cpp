@@ -143,8 +143,7 @@ void ConsolePanel::showState()
         return;
     const bool isBusy = m_Desk.isRunning();
     m_Input->setBusy(isBusy, isBusy ? tr("Running… Escape stops it")
-                                    : tr("Python, such as tambo.alignments. Tab completes, Up has "
-                                         "earlier ones, Shift+Enter begins a line"));
+                                    : tr("Python: tambo.alignments(). Tab completes"));
     m_Stop->setEnabled(isBusy);
 }
 

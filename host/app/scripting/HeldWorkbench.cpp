@@ -70,17 +70,16 @@ bool hasSelectedText()
 
 HeldWorkbench::HeldWorkbench(QWidget &console) : m_Console(&console)
 {
+    // What stands in windows, not these themselves: they still show what they have painted when
+    // another one has covered them.
     for (QWidget *const window : QApplication::topLevelWidgets()) {
-        if (window != console.window() && window->isVisible())
-            freeze(*window);
-    }
-    // What stands beside it, and beside what it stands in.
-    for (const QWidget *inner = &console; !inner->isWindow(); inner = inner->parentWidget()) {
-        for (QObject *const child : inner->parentWidget()->children()) {
-            auto *const beside = qobject_cast<QWidget *>(child);
-            if (beside != nullptr && beside != inner && !beside->isWindow() &&
-                beside->isVisible() && qobject_cast<QStatusBar *>(beside) == nullptr)
-                freeze(*beside);
+        if (!window->isVisible())
+            continue;
+        for (QObject *const child : window->children()) {
+            auto *const part = qobject_cast<QWidget *>(child);
+            if (part != nullptr && !part->isWindow() && part != &console &&
+                !part->isAncestorOf(&console) && qobject_cast<QStatusBar *>(part) == nullptr)
+                freeze(*part);
         }
     }
     qApp->installEventFilter(this);

@@ -239,8 +239,7 @@ void ScriptDesk::hold()
 
 void ScriptDesk::refuse()
 {
-    m_Actions.say(
-        tr("%1 is still running, and the workbench waits for it. Escape stops it.").arg(m_Title));
+    m_Actions.say(tr("%1 is still running. Escape stops it.").arg(m_Title));
 }
 
 void ScriptDesk::stop()

@@ -235,8 +235,7 @@ TEST_F(ScriptDeskTest, NothingElsePaintsOrTakesInputMeanwhile)
     run();
     EXPECT_EQ(m_Clicks, 0);
     EXPECT_TRUE(clicked.isEmpty());
-    EXPECT_TRUE(m_Said.contains(
-        "sites.py is still running, and the workbench waits for it. Escape stops it."));
+    EXPECT_TRUE(m_Said.contains("sites.py is still running. Escape stops it."));
     ASSERT_TRUE(waitUntil([&] { return m_Beside->m_Count > before; }));
     QTest::mouseClick(m_Beside, Qt::LeftButton);
     EXPECT_EQ(m_Clicks, 1);
