@@ -23,6 +23,7 @@ namespace {
 constexpr int kMostShownLines = 8;
 constexpr int kMostShownWords = 10;
 constexpr int kIndent = 4;
+constexpr int kWordSpacing = 1;
 
 QString indentOfLine(const QString &line)
 {
@@ -63,7 +64,7 @@ ConsoleInput::ConsoleInput(ConsoleHistory &history, Language language, QWidget *
     m_Completer->popup()->setFont(font());
     // Lines that stand close cut the lowest parts of letters.
     if (auto *const list = qobject_cast<QListView *>(m_Completer->popup()))
-        list->setSpacing(1);
+        list->setSpacing(kWordSpacing);
     connect(m_Completer, qOverload<const QString &>(&QCompleter::activated), this,
             &ConsoleInput::insertWord);
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
@@ -285,7 +286,7 @@ void ConsoleInput::offerWords(bool isAsked)
     QTextCursor place = textCursor();
     place.setPosition(int(m_WordStart));
     QRect area = cursorRect(place);
-    area.setWidth(m_Completer->popup()->sizeHintForColumn(0) +
+    area.setWidth(m_Completer->popup()->sizeHintForColumn(0) + 4 * kWordSpacing +
                   2 * m_Completer->popup()->frameWidth() +
                   m_Completer->popup()->verticalScrollBar()->sizeHint().width());
     m_Completer->complete(area);

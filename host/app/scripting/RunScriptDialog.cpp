@@ -29,6 +29,11 @@ RunScriptDialog::RunScriptDialog(const RecentScripts &recent, QWidget *parent)
         grid->addWidget(m_Arguments, row, 1);
     }
     connect(this, &QFileDialog::currentChanged, this, &RunScriptDialog::offerArguments);
+    // By its name in the toolkit's dialog: what is typed is told nowhere else.
+    if (auto *const name = findChild<QLineEdit *>(QStringLiteral("fileNameEdit")))
+        connect(name, &QLineEdit::textChanged, this, [this](const QString &typed) {
+            offerArguments(directory().absoluteFilePath(typed));
+        });
     // Those that come with the program are a beginning.
     const QString examples = services::Directories::shared() + QStringLiteral("/examples/scripts");
     if (!recent.folder().isEmpty())

@@ -70,6 +70,10 @@ TEST_F(RecentScriptsTest, TheDialogBeginsWithTheLastScriptAndItsArguments)
     auto *const arguments = dialog.findChild<QLineEdit *>("ScriptArguments");
     ASSERT_NE(arguments, nullptr);
     EXPECT_EQ(dialog.script(), (Script{two, "a b"}));
+    auto *const name = dialog.findChild<QLineEdit *>("fileNameEdit");
+    ASSERT_NE(name, nullptr);
+    name->setText(path("other.py"));
+    EXPECT_EQ(arguments->text(), "");
     emit dialog.currentChanged(one);
     EXPECT_EQ(arguments->text(), "--fast");
     // What the user has typed stays.
