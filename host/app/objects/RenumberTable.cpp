@@ -29,7 +29,7 @@ bool isLockedAnywhere(const Compound *object)
     return object != nullptr;
 }
 
-QString spanText(const SequenceNumber &first, const SequenceNumber &last)
+QString numbersText(const SequenceNumber &first, const SequenceNumber &last)
 {
     const QString from = QString::fromStdString(first.getValue());
     const QString to = QString::fromStdString(last.getValue());
@@ -87,7 +87,7 @@ RenumberTable::Line RenumberTable::lineOf(Peptide &sequence)
     Line line;
     line.count = sequence.residueCount();
     line.first = sequence.number(0);
-    line.now = spanText(line.first, sequence.number(line.count - 1));
+    line.now = numbersText(line.first, sequence.number(line.count - 1));
     line.isLocked = isLockedAnywhere(&sequence);
     line.owner = &sequence.dataOwner(0);
     if (sequence.hasOwnNumbers() || sequence.hasTies()) {

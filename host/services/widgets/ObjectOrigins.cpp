@@ -18,7 +18,7 @@ struct KnownOrigins
     ObjectOrigins::Picked picked;
 };
 
-KnownOrigins &known()
+KnownOrigins &knownOrigins()
 {
     static KnownOrigins origins;
     return origins;
@@ -28,12 +28,12 @@ KnownOrigins &known()
 
 void ObjectOrigins::install(FileOf fileOf, Picked picked)
 {
-    known() = {std::move(fileOf), std::move(picked)};
+    knownOrigins() = {std::move(fileOf), std::move(picked)};
 }
 
 void ObjectOrigins::remove()
 {
-    known() = {};
+    knownOrigins() = {};
 }
 
 QString ObjectOrigins::fileOf(const Compound &object)
@@ -44,7 +44,7 @@ QString ObjectOrigins::fileOf(const Compound &object)
 std::vector<QString> ObjectOrigins::filesOf(const std::vector<const Compound *> &objects)
 {
     std::vector<QString> files(objects.size());
-    const FileOf &fileOf = known().fileOf;
+    const FileOf &fileOf = knownOrigins().fileOf;
     if (!fileOf)
         return files;
     PointerMap<Compound, std::size_t> sequences;
@@ -75,7 +75,7 @@ std::vector<QString> ObjectOrigins::filesOf(const std::vector<const Compound *> 
 
 std::vector<Compound *> ObjectOrigins::picked()
 {
-    return known().picked ? known().picked() : std::vector<Compound *>();
+    return knownOrigins().picked ? knownOrigins().picked() : std::vector<Compound *>();
 }
 
 } // namespace TAMBO::services
