@@ -12,6 +12,7 @@
 #include <vector>
 
 namespace TAMBO {
+class Compound;
 class History;
 } // namespace TAMBO
 
@@ -53,6 +54,8 @@ public:
     // once for each time that the user asks for it, raises KeyboardInterrupt in the script; from
     // the second time on again and again, until the script has ended.
     virtual bool breathe() = 0;
+    // An object has come from a file, whose name is a full one.
+    virtual void opened(const Compound &, const std::filesystem::path &) { }
 };
 
 // All of it in the GUI thread. A call while another one runs is refused: it fails with a message.

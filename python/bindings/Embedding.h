@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <string>
 
 namespace TAMBO {
+class Compound;
 class History;
 } // namespace TAMBO
 
@@ -17,6 +19,7 @@ class Embedding
 {
 public:
     [[nodiscard]] virtual History &history() = 0;
+    virtual void opened(const Compound &object, const std::filesystem::path &file) = 0;
 
 protected:
     ~Embedding() = default;

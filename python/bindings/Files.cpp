@@ -91,12 +91,16 @@ std::string listText(const std::vector<std::string> &names)
                                 : text + " and " + std::to_string(names.size() - most) + " more";
 }
 
-void addAll(const fs::path &file, FileContents &contents, Opened &opened)
+void addAll(const fs::path &file, FileContents &contents, Opened &opened, bool isSource)
 {
+    ProcessModel &model = ProcessModel::get();
     for (StructureRecord &record : contents.structures) {
         std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
-        if (Structure *const structure = ObjectFactory::adopt(std::move(record)))
+        if (Structure *const structure = ObjectFactory::adopt(std::move(record))) {
             opened.structures.emplace_back(*structure);
+            if (isSource)
+                model.noteFile(*structure, file);
+        }
     }
     for (AlignmentRecord &record : contents.alignments) {
         std::ranges::copy(record.remarks, std::back_inserter(opened.remarks));
@@ -109,14 +113,18 @@ void addAll(const fs::path &file, FileContents &contents, Opened &opened)
             std::ranges::copy(missing, std::back_inserter(opened.missing));
         }
         const std::size_t before = ObjectSpace::get().objectCount();
-        if (Alignment *const alignment = ObjectFactory::adopt(std::move(record)))
+        if (Alignment *const alignment = ObjectFactory::adopt(std::move(record))) {
             opened.alignments.emplace_back(*alignment);
-        else
+            if (isSource)
+                model.noteFile(*alignment, file);
+        } else {
             addSequences(before, opened);
+        }
     }
 }
 
-Opened openFile(const fs::path &file)
+// isSource: the objects are saved there.
+Opened openFile(const fs::path &file, bool isSource)
 {
     ProcessModel &model = ProcessModel::get();
     ReadOutcome outcome = readFiles(file);
@@ -128,10 +136,12 @@ Opened openFile(const fs::path &file)
         *Space::instance(),
         [&](Space &) {
             for (ReadFile &read : outcome.files)
-                addAll(read.file, read.contents, opened);
+                addAll(read.file, read.contents, opened, isSource);
         },
         Publisher::Add);
     model.keepSavedInStep(savedBefore);
+    if (!isSource)
+        return opened;
     for (const AlignmentReference &alignment : opened.alignments)
         model.markSaved(*alignment, true);
     for (const StructureReference &structure : opened.structures)
@@ -253,7 +263,10 @@ void declareFiles(py::module_ &module)
             "The one structure that has come; a ValueError when it is another number of them.")
         .def("__repr__", &shownOpened);
     module.def(
-        "open", &openFile, py::arg("path"),
+        "open_copy", [](const fs::path &file) { return openFile(file, false); }, py::arg("path"),
+        "As open(), of a file that will be gone.");
+    module.def(
+        "open", [](const fs::path &file) { return openFile(file, true); }, py::arg("path"),
         "Loads a file of alignments, sequences or structures, with the structures beside it "
         "that its rows "
         "name, as one step of undo. The format is recognised by the content, also of a gzip file. "

@@ -176,6 +176,12 @@ void ProcessModel::markSaved(const Compound &object, bool isComplete)
         endStep(false);
 }
 
+void ProcessModel::noteFile(const Compound &object, const std::filesystem::path &file)
+{
+    if (m_Embedding != nullptr)
+        m_Embedding->opened(object, std::filesystem::absolute(file));
+}
+
 void ProcessModel::endStep(bool hasFailed)
 {
     for (const auto &[saved, isComplete] : std::exchange(m_SavedInStep, {})) {

@@ -96,6 +96,8 @@ public:
     // The object is as its file. Inside of a step that holds from its end on, unless more is
     // changed in it; isComplete: the file lacks nothing.
     void markSaved(const Compound &object, bool isComplete);
+    // Tells the workbench.
+    void noteFile(const Compound &object, const std::filesystem::path &file);
     // Keeps what has been saved so, since what is changed next is something new.
     [[nodiscard]] auto savedInStep() const { return m_SavedInStep; }
     void keepSavedInStep(std::vector<std::pair<ObjectNumber, bool>> saved)

@@ -34,6 +34,10 @@ public:
     void forget() override;
 
     [[nodiscard]] History &history() override { return m_Host->history(); }
+    void opened(const Compound &object, const std::filesystem::path &file) override
+    {
+        m_Host->opened(object, file);
+    }
 
     // The process ends: what scripts have left open is closed, and nobody is told any more.
     void end();

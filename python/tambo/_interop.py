@@ -105,7 +105,7 @@ def _structure_from_biopython(structure):
         file = os.path.join(folder, f"{_file_name(structure.id)}.cif")
         with open(file, "w", encoding="utf-8") as out:
             out.write(text.getvalue())
-        return _tambo.open(file).structure
+        return _tambo.open_copy(file).structure
 
 
 def _file_name(name):

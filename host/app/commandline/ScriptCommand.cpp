@@ -61,6 +61,7 @@ int runScriptCommand(const std::vector<std::string> &words, std::ostream &err)
         addToPath(folder);
     call.insert(call.begin(), kPython);
     std::vector<char *> arguments;
+    arguments.reserve(call.size() + 1);
     for (std::string &word : call)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

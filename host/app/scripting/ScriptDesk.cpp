@@ -212,6 +212,12 @@ bool ScriptDesk::breathe()
     return !std::exchange(m_IsStopNew, false) && m_Stops < 2;
 }
 
+void ScriptDesk::opened(const Compound &object, const std::filesystem::path &file)
+{
+    if (m_Actions.opened)
+        m_Actions.opened(object, file);
+}
+
 void ScriptDesk::look()
 {
     if (!m_IsRunning || m_IsLooking || m_Clock.elapsed() < m_NextLook)

@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -30,6 +31,8 @@ public:
         std::function<void(const QString &text)> say;
         // In a box.
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
+        // A script has opened a file. May be empty.
+        std::function<void(const Compound &object, const std::filesystem::path &file)> opened;
     };
     // How the engine is found; for tests.
     using Opener = std::function<Result<scripting::ScriptEngine *>(scripting::ScriptHost &host)>;
@@ -77,6 +80,7 @@ private:
     History &history() override { return m_History; }
     void write(std::string_view text, scripting::OutputKind kind) override;
     bool breathe() override;
+    void opened(const Compound &object, const std::filesystem::path &file) override;
 
     [[nodiscard]] bool mayBegin();
     [[nodiscard]] Result<scripting::ScriptEngine *> openEngine();

@@ -274,6 +274,9 @@ void Workbench::makeScripts()
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);
     };
+    actions.opened = [this](const Compound &object, const fs::path &file) {
+        m_Sources.set(object, file);
+    };
     m_Scripts = std::make_unique<ScriptDesk>(m_History, services::ConfigStore::instance(),
                                              std::move(actions));
 }

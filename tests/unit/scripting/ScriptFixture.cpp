@@ -36,6 +36,11 @@ void ScriptFixture::write(std::string_view text, Kind kind)
     written.emplace_back(kind, text);
 }
 
+void ScriptFixture::opened(const TAMBO::Compound &object, const std::filesystem::path &file)
+{
+    sources.emplace_back(object.Name(), file);
+}
+
 TAMBO::scripting::ScriptEngine &ScriptFixture::engine()
 {
     const TAMBO::Result<TAMBO::scripting::ScriptEngine *> found =

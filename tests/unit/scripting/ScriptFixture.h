@@ -32,6 +32,8 @@ protected:
         return !atBreath || atBreath();
     }
 
+    void opened(const TAMBO::Compound &object, const std::filesystem::path &file) override;
+
     TAMBO::scripting::ScriptEngine &engine();
     // A file in a folder of the case's own.
     std::filesystem::path write(const std::string &name, const std::string &text);
@@ -52,6 +54,8 @@ protected:
     TAMBO::History m_History;
     std::filesystem::path folder;
     std::vector<std::pair<Kind, std::string>> written;
+    // Names of objects, and their files.
+    std::vector<std::pair<std::string, std::filesystem::path>> sources;
     // False stops the script.
     std::function<bool()> atBreath;
     int breaths = 0;

@@ -193,6 +193,17 @@ TEST_F(Steps, WhatWasOpenedAndNotChangedIsSaved)
     EXPECT_FALSE(m_History.isModified(alignment()));
 }
 
+TEST_F(Steps, OfAFileThatIsOpenedTellTheWorkbenchItsName)
+{
+    write("a.fasta", ">one\nMKV\n>two\nMRV\n");
+    runWell("import os, tambo\n"
+            "os.chdir(os.path.dirname(__file__))\n"
+            "tambo.open('a.fasta')\n");
+    ASSERT_EQ(sources.size(), 1U);
+    EXPECT_EQ(sources[0].first, "a");
+    EXPECT_EQ(sources[0].second, folder / "a.fasta");
+}
+
 TEST_F(Steps, WhatArrivesWaitsForTheEnd)
 {
     makeAlignment();
