@@ -6,8 +6,8 @@
 
 Each line of the table is an old name, a tab and a new name; empty lines and those that begin with # are comments. Rows
 that the table does not have keep their names. A name that no row has, or that several have, is told with its line, and
-so is a new name that two rows would have; nothing is written then. Rows stay tied to their structures; the other words
-of the description of such a row in a PIR file go.
+so is a new name that two rows would have; nothing is written then. Rows stay tied to their structures, and what the file
+says of them beside their names stays.
 """
 import collections
 import pathlib
@@ -40,19 +40,6 @@ def new_names(path, names):
     return renamed
 
 
-def rename(family, row, name):
-    if common.structure_of(row)[1] != row.chain:
-        row.chain.name = name
-        return
-    # The row shows a chain of a structure, whose name is the chain's in there; a sequence tied to it takes its place.
-    place = row.index
-    sequence = tambo.new_sequence(name, row.letters)
-    sequence.tie(row.chain, [(residue, residue) for residue in range(len(row.letters))])
-    common.add_row(family, sequence, str(row))
-    family.move_row(len(family) - 1, place)
-    family.remove_rows([place + 1])
-
-
 def main():
     parser = common.parser(__doc__)
     parser.add_argument("family", help="a file with one alignment")
@@ -66,7 +53,7 @@ def main():
     with tambo.step("Rename"):
         for row in list(family):
             if row.name in renamed:
-                rename(family, row, renamed[row.name])
+                row.name = renamed[row.name]
     common.save(family, given.output)
     common.tell(f"{len(renamed)} of {len(family)} rows have new names")
 

@@ -9,6 +9,7 @@
 #include "RowTexts.h"
 #include "Rows.h"
 #include "Space.h"
+#include "TableChanges.h"
 #include "Trees.h"
 
 #include <pybind11/stl.h>
@@ -123,6 +124,27 @@ std::vector<std::pair<std::string, std::string>> remarks(const AlignmentReferenc
 {
     const AlignmentAnnotation *const annotation = (*self).table().annotation();
     return pairsOf(annotation == nullptr ? std::vector<Annotation>() : annotation->remarks());
+}
+
+// Of lines that there are already: no kind of edit adds one.
+void setColumnLines(const AlignmentReference &self, const py::dict &lines)
+{
+    const Alignment &alignment = *self;
+    std::vector<std::string> texts;
+    for (const std::string &tag : AlignmentDetails::columnLines(alignment)) {
+        if (!lines.contains(tag.c_str()))
+            throw py::value_error("there is nothing for the line " + tag);
+        texts.push_back(lines[tag.c_str()].cast<std::string>());
+        if (texts.back().size() != alignment.width())
+            throw py::value_error("line " + tag + " has " + std::to_string(texts.back().size()) +
+                                  " characters for " + std::to_string(alignment.width()) +
+                                  " columns");
+    }
+    if (texts.size() != lines.size())
+        throw py::value_error("lines are rewritten, and none is added: there are " +
+                              std::to_string(texts.size()));
+    changed(*self,
+            [&](Alignment &changing) { rewriteColumns(changing.table(), 0, std::move(texts)); });
 }
 
 // ---- Gaps
@@ -344,10 +366,12 @@ void declareAlignments(py::module_ &module)
             },
             "Rows and columns.")
         .def_property_readonly("names", &names, "The names of the rows.")
-        .def_property_readonly(
-            "annotations", &columnLines,
+        .def_property(
+            "annotations", &columnLines, &setColumnLines,
             "What its file says of the columns ('#=GC' of Stockholm): a dictionary of texts by "
-            "their tags, a character for each column, '.' where nothing is said.")
+            "their tags, a character for each column, '.' where nothing is said; a copy. Can be "
+            "set, with "
+            "the same tags: a ValueError when there are others.")
         .def_property_readonly(
             "remarks", &remarks,
             "What its file says of all of it ('#=GF' of Stockholm): pairs of a tag and a text, in "

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Rows.h"
 
+#include "AlignmentAnnotation.h"
 #include "AlignmentDetails.h"
 #include "AlignmentTable.h"
+#include "Changes.h"
 #include "Declarations.h"
+#include "NamedObjects.h"
 #include "Places.h"
 #include "Residues.h"
+#include "Space.h"
+#include "TableChanges.h"
 
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -94,6 +100,118 @@ std::string descriptionOfRow(const RowReference &row)
     return label == nullptr ? std::string() : label->description;
 }
 
+// Of one line, as files have it.
+void checkLine(const std::string &text, const char *what)
+{
+    const bool isLine = std::all_of(text.begin(), text.end(), [](char letter) {
+        return static_cast<unsigned char>(letter) >= ' ' && letter != '\x7f';
+    });
+    if (!isLine)
+        throw py::value_error(std::string(what) +
+                              " is one line without control characters, and not " +
+                              std::string(py::repr(py::str(text))));
+}
+
+// Of Stockholm: one word.
+void checkTag(const std::string &tag)
+{
+    checkLine(tag, "a tag");
+    if (tag.empty() || tag.find(' ') != std::string::npos)
+        throw py::value_error("a tag is one word, and not '" + tag + "'");
+}
+
+template <typename Change>
+void changeLabel(const RowReference &row, const char *kind, const Change &change)
+{
+    const std::size_t index = row.index();
+    changed(*row.alignment(), [&](Alignment &changing) {
+        RowLabel label = labelOf(changing.table().row(index));
+        change(label, changing.table().row(index));
+        relabelRow(changing.table(), index, std::move(label), kind);
+    });
+}
+
+// As the workbench renames: a sequence that stands by itself, in all alignments that show it. A
+// chain has the name that its file gives it, and a row of it one of its own.
+void renameRow(const RowReference &row, const std::string &name)
+{
+    checkLine(name, "a name");
+    if (name.empty())
+        throw py::value_error("a name is empty");
+    const RowLabel *const label = (*row.alignment()).table().row(row.index()).label();
+    Peptide &chain = *row.chain();
+    if ((label == nullptr || label->name.empty()) && chain.Parent() == Space::instance())
+        rename(chain, name);
+    else
+        changeLabel(row, "rename row",
+                    [&](RowLabel &changing, const AlignmentRow &) { changing.name = name; });
+}
+
+void describeRow(const RowReference &row, const std::string &text)
+{
+    checkLine(text, "a description");
+    changeLabel(row, "describe row",
+                [&](RowLabel &label, const AlignmentRow &) { label.description = text; });
+}
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+void setRemarks(const RowReference &row, const Pairs &remarks)
+{
+    std::vector<Annotation> said;
+    for (const auto &[tag, text] : remarks) {
+        checkTag(tag);
+        checkLine(text, "a remark");
+        said.push_back({tag, text});
+    }
+    changeLabel(row, "annotate row",
+                [&](RowLabel &label, const AlignmentRow &) { label.annotations = said; });
+}
+
+// Residues that the row does not show keep what is said of them.
+std::string textOfResidues(const RowLabel &label, const AlignmentRow &row, const std::string &tag,
+                           const std::string &columns)
+{
+    std::string text;
+    for (const Annotation &said : label.residueAnnotations) {
+        if (said.tag == tag)
+            text = said.text;
+    }
+    row.forEachResidue(0, columns.size(), [&](std::size_t column, std::uint32_t index) {
+        const std::size_t place = index - label.firstResidue;
+        if (place >= text.size())
+            text.resize(place + 1, AlignmentAnnotation::kNothing);
+        text[place] = columns[column];
+    });
+    return text;
+}
+
+void setResidueLines(const RowReference &row, const Pairs &lines)
+{
+    const std::size_t width = (*row.alignment()).width();
+    for (const auto &[tag, text] : lines) {
+        checkTag(tag);
+        checkLine(text, "a line");
+        if (text.size() != width)
+            throw py::value_error("line " + tag + " has " + std::to_string(text.size()) +
+                                  " characters for " + std::to_string(width) + " columns");
+    }
+    changeLabel(row, "annotate row", [&](RowLabel &label, const AlignmentRow &cells) {
+        std::vector<Annotation> said;
+        for (const auto &[tag, text] : lines)
+            said.push_back({tag, textOfResidues(label, cells, tag, text)});
+        label.residueAnnotations = std::move(said);
+    });
+}
+
+void setResidueLinesOf(const RowReference &row, const py::dict &lines)
+{
+    Pairs pairs;
+    for (const auto &[tag, text] : lines)
+        pairs.emplace_back(tag.cast<std::string>(), text.cast<std::string>());
+    setResidueLines(row, pairs);
+}
+
 std::vector<std::pair<std::string, std::string>> remarksOfRow(const RowReference &row)
 {
     std::vector<std::pair<std::string, std::string>> remarks;
@@ -157,18 +275,23 @@ void declareRows(py::module_ &module)
              "The Residue in a column; None where there is a gap.")
         .def_property_readonly("index", &RowReference::index,
                                "Where it stands in the alignment, from 0.")
-        .def_property_readonly("name", &nameOfRow, "As the alignment's views show it.")
+        .def_property("name", &nameOfRow, &renameRow,
+                      "As the alignment's views show it. Can be set: of a row of a sequence that "
+                      "stands by itself the sequence gets the name, as in the workbench; of a row "
+                      "of a chain the row alone. What files say beside the name stays.")
         .def_property_readonly("letters", &lettersOfRow,
                                "The letters of its residues, without gaps.")
-        .def_property_readonly("description", &descriptionOfRow,
-                               "What stands behind its name in the file, or ''.")
-        .def_property_readonly("remarks", &remarksOfRow,
-                               "What its file says of the sequence ('#=GS' of Stockholm): pairs of "
-                               "a tag and a text, in order; a tag may come again.")
-        .def_property_readonly("annotations", &residueLines,
-                               "What its file says of the residues ('#=GR' of Stockholm): a "
-                               "dictionary of texts by their "
-                               "tags, a character for each column, '.' at gaps.")
+        .def_property("description", &descriptionOfRow, &describeRow,
+                      "What stands behind its name in the file, or ''. Can be set.")
+        .def_property("remarks", &remarksOfRow, &setRemarks,
+                      "What its file says of the sequence ('#=GS' of Stockholm): pairs of "
+                      "a tag and a text, in order; a tag may come again. Can be set, all at once.")
+        .def_property(
+            "annotations", &residueLines, &setResidueLinesOf,
+            "What its file says of the residues ('#=GR' of Stockholm): a dictionary of texts by "
+            "their tags, a character for each column, '.' at gaps; a copy. Can be set, all "
+            "lines at once: residues keep what is said of them wherever they stand, gaps "
+            "get nothing.")
         .def("__str__", &wholeText, "A character for each column, '-' for a gap.")
         .def("__len__", &widthOf, "How many columns the alignment has.")
         .def("__getitem__", &cell, py::arg("column"),

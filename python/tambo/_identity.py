@@ -48,9 +48,10 @@ def identity_matrix(self, of="shorter"):
     """The identical pairs of each two rows as a share of what `of` says.
 
     "shorter": the residues of the row that has fewer; "aligned": the columns in which both have one;
-    "overlap": the columns between the first and the last one in which both have one (A. C. W. May,
-    Structure 12, 737, 2004, compares such measures). A pair is identical when both letters are,
-    whatever their case. ValueError when `of` is none of these.
+    "overlap": the columns from the first to the last one in which both have one, without those in which
+    both have a gap (A. C. W. May, Structure 12, 737, 2004, compares such measures). A pair is identical
+    when both have the same letter; a small one is another than a capital one. ValueError when `of` is
+    none of these.
 
     >>> import tambo
     >>> family = tambo.new_alignment("family", [("one", "MK-V"), ("two", "MRAV")])

@@ -104,6 +104,83 @@ class Files(Case):
         self.assertEqual([row.description for row in tambo.open(self.folder / "a.fasta").alignment],
                          ["of  many", ""])
 
+    def test_what_files_say_of_rows_and_columns_is_set_in_steps_of_undo(self):
+        (self.folder / "a.sto").write_text("# STOCKHOLM 1.0\none MK-V\n#=GR one SS HH.E\ntwo MRAV\n"
+                                           "#=GC SS_cons HH.E\n//\n")
+        family = tambo.open(self.folder / "a.sto").alignment
+        one, two = family
+        one.annotations = {"SS": "H-xE", "SA": "0123"}
+        self.assertEqual(one.annotations, {"SS": "H-.E", "SA": "01.3"})
+        family.insert_gaps(0, 0)
+        self.assertEqual(one.annotations, {"SS": ".H-.E", "SA": ".01.3"})
+        two.remarks = [("AC", "P2"), ("DE", "the second")]
+        two.description = "another  one"
+        family.annotations = {"SS_cons": "EEEEE"}
+        family.save(self.folder / "b.sto")
+        said = tambo.open(self.folder / "b.sto").alignment
+        self.assertEqual((said[0].annotations, said.annotations), (one.annotations, {"SS_cons": "EEEEE"}))
+        self.assertIn(("AC", "P2"), said[1].remarks)
+        tambo.undo()
+        for _ in range(5):
+            tambo.undo()
+        self.assertEqual((one.annotations, two.annotations, family.annotations), ({"SS": "HH.E"}, {}, {"SS_cons": "HH.E"}))
+        self.assertEqual((two.remarks, two.description, two.index), ([], "", 1))
+
+    def test_what_no_file_could_say_is_refused(self):
+        family = self.family()
+        row = family[0]
+        for change in (lambda: setattr(row, "name", ""), lambda: setattr(row, "name", "a\nb"),
+                       lambda: setattr(row, "description", "a\rb"), lambda: setattr(row, "remarks", [("a b", "x")]),
+                       lambda: setattr(row, "annotations", {"SS": "HH"}), lambda: setattr(row, "annotations", {"": "HH----"}),
+                       lambda: setattr(family, "annotations", {"SS": "HHHHHH"})):
+            with self.assertRaises(ValueError):
+                change()
+        family.locked = True
+        with self.assertRaises(tambo.RefusedError):
+            row.description = "x"
+        self.assertEqual(tambo.history(), ["add family"])
+
+    def test_a_row_of_a_chain_is_renamed_and_keeps_what_its_file_says(self):
+        for file in EXAMPLES.iterdir():
+            if file.is_file():
+                (self.folder / file.name).write_bytes(file.read_bytes())
+        family = tambo.open(self.folder / "serine_proteases.ali").alignment
+        row = family["1BRU_P"]
+        chain, index, text, annotations = row.chain, row.index, str(row), row.annotations
+        row.name = "elastase"
+        self.assertEqual((family["elastase"], row.name, row.chain, row.index, str(row), row.annotations),
+                         (row, "elastase", chain, index, text, annotations))
+        self.assertIsNotNone(row.structure)
+        self.assertEqual(len(family), 6)
+        self.assertEqual(family.save(self.folder / "renamed.ali"), [])
+        before = (self.folder / "serine_proteases.ali").read_text().split(">P1;1BRU_P\n")[1].split("\n")[0]
+        after = (self.folder / "renamed.ali").read_text().split(">P1;elastase\n")[1].split("\n")[0]
+        self.assertEqual(after.strip(), before.strip())
+        tambo.save_session(self.folder / "all.tambo")
+        tambo.undo()
+        self.assertEqual((row.name, row.index), ("1BRU_P", index))
+        tambo.clear()
+        tambo.open_session(self.folder / "all.tambo")
+        again = tambo.alignments()[0]
+        self.assertEqual(again.names[index], "elastase")
+        tambo.undo()
+        self.assertEqual(again.names[index], "1BRU_P")
+
+    def test_a_sequence_of_its_own_is_renamed_as_in_the_workbench(self):
+        family = self.family()
+        part = family.part(rows=[0])
+        family[0].name = "other"
+        self.assertEqual((part.names, family[0].chain.name), (["other"], "other"))
+        tambo.undo()
+        self.assertEqual(part.names, ["one"])
+
+    def test_a_part_tells_the_range_that_it_has(self):
+        family = tambo.open(EXAMPLES / "serine_proteases.ali").alignment
+        part = family.part(rows=[0], columns=slice(50, 100))
+        part.save(self.folder / "part.fasta")
+        self.assertEqual((self.folder / "part.fasta").read_text().split("\n")[0],
+                         ">1A0J_A structureX:1A0J_A_superposed.pdb:59:A:91:A:serine protease: : :")
+
     def test_structures_that_are_not_found_are_told(self):
         (self.folder / "a.ali").write_text(">P1;one\nstructure:2abc:1:A:2:A::::\nMK*\n"
                                            ">P1;two\nstructureX:3abc_A:::::::: \nMR*\n")

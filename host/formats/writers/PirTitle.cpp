@@ -32,6 +32,14 @@ void update(std::string &field, const std::string &value)
         field = fieldText(value);
 }
 
+void updateRange(PirFields &fields, const StructureLink &link)
+{
+    update(fields[PirFirst], link.first);
+    update(fields[PirFirstChain], link.chain);
+    update(fields[PirLast], link.last);
+    update(fields[PirLastChain], link.lastChain);
+}
+
 } // namespace
 
 std::optional<PirFields> pirFieldsOf(std::string_view title)
@@ -72,10 +80,7 @@ std::string pirTitle(const RowRecord &row, std::string_view name)
         made[PirName] = fields ? fields->at(PirName) : fieldText(text);
         fields = std::move(made);
     }
-    update(fields->at(PirFirst), link.first);
-    update(fields->at(PirFirstChain), link.chain);
-    update(fields->at(PirLast), link.last);
-    update(fields->at(PirLastChain), link.lastChain);
+    updateRange(*fields, link);
     return joined(*fields);
 }
 
@@ -96,7 +101,13 @@ bool isTitleKept(const RowRecord &row)
 std::string plainDescription(const RowRecord &row)
 {
     std::string text = cleanText(trimmed(row.description));
-    const std::optional<PirFields> fields = pirFieldsOf(text);
+    std::optional<PirFields> fields = pirFieldsOf(text);
+    if (fields && fields->at(PirType).starts_with("structure") && !row.link->structure.empty()) {
+        // A part of the row has not the whole range any more.
+        const PirFields before = *fields;
+        updateRange(*fields, *row.link);
+        return *fields == before ? text : joined(*fields);
+    }
     const bool isEmpty =
         fields && fields->at(PirType) == "sequence" &&
         std::all_of(fields->begin() + PirFirst, fields->end(),

@@ -23,6 +23,13 @@ AlignmentRow::AlignmentRow(Peptide &sequence, OccupancyRow cells, RowLabel label
         m_Extras.setLabel(std::make_shared<RowLabel>(std::move(label)));
 }
 
+void AlignmentRow::presetLabel(RowLabel label)
+{
+    if (const RowLabel *const former = this->label())
+        label.chainBreaks = former->chainBreaks;
+    m_Extras.setLabel(std::make_shared<RowLabel>(std::move(label)));
+}
+
 AlignmentRow::AlignmentRow(const AlignmentRow &other) = default;
 
 AlignmentRow::~AlignmentRow() = default;

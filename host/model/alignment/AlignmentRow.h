@@ -101,6 +101,9 @@ public:
     // Whether the place of one cannot be told when the columns have gone and come back.
     [[nodiscard]] bool hasBreaksIn(Column begin, Column count) const;
 
+    // No edit: for a row that is in no alignment yet. Breaks between chains are those that it has.
+    void presetLabel(RowLabel label);
+
     // ---- As bytes
 
     void write(ObjectWriter &out) const;

@@ -6,6 +6,7 @@
 #include "ChangeScope.h"
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -92,6 +93,39 @@ void addRowsTo(AlignmentTable &table, AlignmentTable::Rows rows)
     const ChangeScope scope;
     InsertRowsEdit edit(table, "add sequences", std::move(indices), std::move(rows), width);
     recordInverse(edit.apply());
+}
+
+RowLabel labelOf(const AlignmentRow &row)
+{
+    if (const RowLabel *const label = row.label())
+        return *label;
+    RowLabel label;
+    label.firstResidue = row.cells().residues() == 0 ? 0 : row.residueIndex(0);
+    return label;
+}
+
+// The row comes back as another one, so that the edits are those that sessions know.
+void relabelRow(AlignmentTable &table, std::size_t row, RowLabel label, const char *kind)
+{
+    if (!mayChange(table.alignment()))
+        return;
+    AlignmentTable::Rows rows;
+    rows.push_back(std::make_unique<AlignmentRow>(table.row(row)));
+    rows.back()->presetLabel(std::move(label));
+    const Column width = table.width();
+    const ChangeScope scope;
+    RemoveRowsEdit removal(table, kind, {row}, width);
+    recordInverse(removal.apply());
+    InsertRowsEdit insertion(table, kind, {row}, std::move(rows), width);
+    recordInverse(insertion.apply());
+}
+
+void rewriteColumns(AlignmentTable &table, Column begin, std::vector<std::string> texts)
+{
+    if (table.annotation() == nullptr || !mayChange(table.alignment()))
+        return;
+    const ChangeScope scope;
+    recordTexts(table, "annotate columns", begin, std::move(texts));
 }
 
 bool replaceColumns(AlignmentTable &table, const Range &range,

@@ -6,6 +6,8 @@
 #include "BitBuffer.h"
 #include "PointerSet.h"
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 namespace TAMBO {
@@ -19,6 +21,16 @@ bool removeRowsOf(AlignmentTable &table, const PointerSet<Peptide> &sequences);
 // Behind the others. The alignment gets as wide as they are, if it was not. Nothing when it is
 // locked.
 void addRowsTo(AlignmentTable &table, AlignmentTable::Rows rows);
+
+// What is said of a row beside its cells gives way to what the label says. Nothing when the
+// alignment is locked. kind: a literal.
+void relabelRow(AlignmentTable &table, std::size_t row, RowLabel label, const char *kind);
+// The label of a row, or one that says nothing of it yet.
+[[nodiscard]] RowLabel labelOf(const AlignmentRow &row);
+// The lines of the annotation say this of the columns from begin on; one text of equal length for
+// each line. Nothing when the alignment is locked.
+void rewriteColumns(AlignmentTable &table, AlignmentTable::Column begin,
+                    std::vector<std::string> texts);
 
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.

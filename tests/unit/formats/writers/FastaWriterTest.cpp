@@ -44,6 +44,9 @@ TEST(FastaWriter, ATitleOfAPirFileThatSaysNothingIsLeftOut)
     record.rows[0].description = "sequence:a: : : : ::::";
     record.rows[1].description = "structureX:1abc:1:A:2:A::::";
     EXPECT_EQ(fastaOf(record), ">a\nAC\n>b structureX:1abc:1:A:2:A::::\nAC\n");
+    // A part of the row tells the range that it has.
+    record.rows[1].link = StructureLink{"1abc", "A", "5", "6", "A"};
+    EXPECT_EQ(fastaOf(record), ">a\nAC\n>b structureX:1abc:5:A:6:A::::\nAC\n");
 }
 
 TEST(FastaWriter, ANameWithBlanksOrLikeAPirRecordIsMadeFit)

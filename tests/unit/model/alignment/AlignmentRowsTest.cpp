@@ -3,10 +3,12 @@
 
 #include "AlignmentEdits.h"
 #include "DataMaker.h"
+#include "ObjectOperations.h"
 #include "Structure.h"
 #include "TableChanges.h"
 
 using TAMBO::Alignment;
+using TAMBO::AlignmentTable;
 using TAMBO::Compound;
 using TAMBO::Peptide;
 
@@ -212,6 +214,56 @@ TEST_F(AlignmentRows, NothingToAddIsNoStep)
 }
 
 // ---- duplicate
+
+TEST_F(AlignmentRows, RowsWithGapsAreAddedAndWidenTheAlignment)
+{
+    Alignment &sample = alignment({"AC-D"});
+    AlignmentTable::Rows rows;
+    auto cells = TAMBO::OccupancyRow::filled(3);
+    cells.insertGaps(1, 3);
+    rows.push_back(std::make_unique<TAMBO::AlignmentRow>(peptide("new", "MKV"), cells));
+    TAMBO::addRowsTo(sample.table(), std::move(rows));
+    EXPECT_EQ(sample.GetSequence(1, false), "M---KV");
+    EXPECT_EQ(sample.GetSequence(0, false), "AC-D--");
+    history.undo();
+    EXPECT_EQ(sample.width(), 4U);
+    EXPECT_EQ(sample.height(), 1U);
+}
+
+TEST_F(AlignmentRows, RelabelledRowStaysAsItIsButForWhatIsSaidOfIt)
+{
+    Alignment &sample = alignment({"AC-D", "-MK-"});
+    const Compound *const sequence = sample.GetSeq(0);
+    TAMBO::RowLabel label = TAMBO::labelOf(sample.table().row(0));
+    label.name = "other";
+    label.description = "a row";
+    TAMBO::relabelRow(sample.table(), 0, label, "rename row");
+    EXPECT_EQ(sample.GetSeqName(0), "other");
+    EXPECT_EQ(TAMBO::labelOf(sample.table().row(0)).description, "a row");
+    EXPECT_EQ(sample.GetSequence(0, false), "AC-D");
+    EXPECT_EQ(sample.GetSeq(0), sequence);
+    EXPECT_EQ(history.undoCount(), 1U);
+    history.undo();
+    EXPECT_EQ(sample.table().row(0).label(), nullptr);
+    history.redo();
+    EXPECT_EQ(sample.GetSeqName(0), "other");
+    EXPECT_EQ(sample.width(), 4U);
+    EXPECT_EQ(sample.GetSequence(1, false), "-MK-");
+}
+
+TEST_F(AlignmentRows, LockedAlignmentTakesNoRowsAndNoLabels)
+{
+    Alignment &sample = alignment({"AC-D"});
+    AlignmentTable::Rows rows;
+    rows.push_back(std::make_unique<TAMBO::AlignmentRow>(peptide("new", "MKV"),
+                                                         TAMBO::OccupancyRow::filled(3)));
+    TAMBO::setObjectLocked(sample, true);
+    TAMBO::addRowsTo(sample.table(), std::move(rows));
+    TAMBO::relabelRow(sample.table(), 0, {.name = "other"}, "rename row");
+    EXPECT_EQ(sample.height(), 1U);
+    EXPECT_EQ(sample.table().row(0).label(), nullptr);
+    EXPECT_EQ(history.undoCount(), 0U);
+}
 
 TEST_F(AlignmentRows, DuplicateHasCellsOfItsOwnOverTheSameSequences)
 {
