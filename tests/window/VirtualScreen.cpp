@@ -138,7 +138,7 @@ std::optional<QString> VirtualScreen::xdotool(const QStringList &arguments) cons
 QStringList VirtualScreen::findWindows(const QString &title) const
 {
     const std::optional<QString> found =
-        xdotool({"search", "--onlyvisible", "--name", '^' + title + '$'});
+        xdotool({"search", "--onlyvisible", "--name", '^' + title + QStringLiteral("( – .*)?$")});
     QStringList windows = found.value_or(QString()).split('\n', Qt::SkipEmptyParts);
     const auto area = [this](const QString &window) {
         const QSize size = geometryOf(window).size();

@@ -23,7 +23,8 @@ public:
     // Whether neither the server nor the window manager has anything to do at this moment.
     [[nodiscard]] bool isIdle() const;
 
-    // The visible windows of exactly this title, the largest first.
+    // The visible windows of exactly this title, or with the name of what they show behind it, the
+    // largest first.
     [[nodiscard]] QStringList findWindows(const QString &title) const;
     // Menus and tool tips.
     [[nodiscard]] QStringList findPopups() const;

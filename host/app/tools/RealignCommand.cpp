@@ -12,6 +12,7 @@
 #include "ObjectFacts.h"
 #include "ObjectSpace.h"
 #include "RealignedRows.h"
+#include "StatusLine.h"
 #include "TableChanges.h"
 
 #include <algorithm>
@@ -69,7 +70,11 @@ Result<void> RealignCommand::realign(Alignment &alignment) const
                                  std::min(alignment.range().second, alignment.width())};
     const RealignedRows rows(alignment, range);
     if (rows.count() < 2) {
-        Logger::Write(tr("Nothing to realign: fewer than two sequences have residues there."));
+        const QString reason = tr("Nothing to realign in %1: fewer than two sequences have "
+                                  "residues there.")
+                                   .arg(nameText(alignment));
+        Logger::Write(reason);
+        StatusLine::Say(reason);
         return {};
     }
     const auto command = realign::parseAlignerCommand(commandLine());

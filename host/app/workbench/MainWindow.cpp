@@ -348,6 +348,16 @@ void MainWindow::makeStatusBar()
     m_Count = new QLabel;
     m_Count->setObjectName(QStringLiteral("ObjectCount"));
     statusBar()->addPermanentWidget(m_Count);
+    connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::makeRoomForMessage);
+}
+
+// What is said is worth more than how much is loaded, and the rest of it is in the tool tip.
+void MainWindow::makeRoomForMessage(const QString &text)
+{
+    constexpr int kMargin = 16;
+    const int room = statusBar()->width() - m_Count->sizeHint().width() - kMargin;
+    m_Count->setVisible(statusBar()->fontMetrics().horizontalAdvance(text) < room);
+    statusBar()->setToolTip(plainToolTip(text));
 }
 
 void MainWindow::say(const QString &text)

@@ -117,6 +117,7 @@ private:
     void makeHelpMenu();
     void makeToolBar();
     void makeStatusBar();
+    void makeRoomForMessage(const QString &text);
 
     QDockWidget *addDock(const QString &title, const char *name, QWidget *content);
     void fillRecentMenu();

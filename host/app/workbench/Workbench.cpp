@@ -35,6 +35,7 @@
 #include "ScriptDesk.h"
 #include "SessionCommands.h"
 #include "Space.h"
+#include "StatusDesk.h"
 #include "Structure.h"
 #include "SuperposeCommand.h"
 #include "SuperposeDialog.h"
@@ -319,6 +320,7 @@ void Workbench::installHooks()
     });
     connect(&desk, &services::PrintoutDesk::refused, this,
             [this](const QString &cause) { tellFailure(cause, {}); });
+    connect(&services::StatusDesk::instance(), &services::StatusDesk::said, this, &Workbench::say);
 }
 
 // ---- Closing

@@ -188,8 +188,12 @@ void BlockDrag::release(Qt::MouseButton button)
     TAMBO::Alignment *const alignment = shown().alignment();
     const bool isDrop = drag.to && (button == Qt::LeftButton || button == Qt::MiddleButton) &&
                         alignment->layoutRevision() == drag.revision;
-    if (!isDrop)
-        return end();
+    if (!isDrop) {
+        end();
+        if (!drag.to)
+            m_Telling.tell(tr("The gaps were let go outside of their rows: nothing was moved."));
+        return;
+    }
     const bool isInserting = *drag.to == drag.from.col;
     if (isInserting && button != Qt::MiddleButton)
         return end();

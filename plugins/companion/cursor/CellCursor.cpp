@@ -7,6 +7,7 @@
 #include "SlicedWork.h"
 #include "Texts.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -349,10 +350,8 @@ void CellCursor::goOnWalking()
 bool CellCursor::handleKey(const QKeyEvent &key)
 {
     const Qt::KeyboardModifiers modifiers = withoutKeypad(key);
-    if (key.key() == Qt::Key_Escape && modifiers == Qt::NoModifier && m_Place) {
-        set(hasBlock() ? m_Place : std::nullopt);
-        return true;
-    }
+    if (key.key() == Qt::Key_Escape && modifiers == Qt::NoModifier)
+        return handleEscape();
     if (key.key() == Qt::Key_Space && modifiers == Qt::ControlModifier && m_Place) {
         toggleSelected();
         return true;
@@ -376,6 +375,30 @@ bool CellCursor::handleKey(const QKeyEvent &key)
         walk(*toward, extends);
     else if (const Place to = target(key.key(), isCtrl))
         change(extends ? Place(m_Anchor.value_or(*m_Place)) : std::nullopt, to, Shown::Yes);
+    return true;
+}
+
+// One thing at a time.
+bool CellCursor::handleEscape()
+{
+    if (m_Pointer) {
+        m_Pointer.reset();
+        m_Scrolling.stop();
+        set(m_Anchor);
+        return true;
+    }
+    // Rows and columns are dragged in the panels.
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        shown().endDrag();
+        return true;
+    }
+    if (hasBlock())
+        set(m_Place);
+    else if (!m_News.deselect || !m_News.deselect()) {
+        if (!m_Place)
+            return false;
+        set(std::nullopt);
+    }
     return true;
 }
 

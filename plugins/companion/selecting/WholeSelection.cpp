@@ -2,6 +2,7 @@
 #include "WholeSelection.h"
 
 #include "Alignment.h"
+#include "AlignmentDetails.h"
 #include "DataPoint.h"
 #include "Space.h"
 
@@ -30,6 +31,16 @@ bool selectNothing()
     for (TAMBO::Compound *const object : *TAMBO::Space::instance())
         object->SetSelected(false);
     return true;
+}
+
+bool selectNothingOf(const TAMBO::Alignment *alignment)
+{
+    if (alignment == nullptr)
+        return false;
+    for (unsigned long row = 0; row < alignment->height(); ++row)
+        if (TAMBO::AlignmentDetails::hasSelected(*alignment, row))
+            return selectNothing();
+    return false;
 }
 
 bool selectEverything(TAMBO::Alignment &alignment)

@@ -20,17 +20,20 @@ namespace companion {
 
 Companion::Companion(TAMBO::AlignmentWindow &window)
     : m_Window(window),
+      m_Caption(window),
       m_Names(window),
       m_Zoom(window),
       m_Empty(window),
       m_Place(window),
+      m_Quiet(window, [this](const QString &text) { m_Place.tell(text); }),
       m_Marks(window),
       m_Access(window),
       m_Cursor(window, {[this](const CellCursor::Place &cell) {
                             m_Place.setCursor(cell);
                             m_Access.setCursor(cell);
                         },
-                        [this](const QString &text) { m_Place.tell(text); }}),
+                        [this](const QString &text) { m_Place.tell(text); },
+                        [this] { return selectNothingOf(m_Window.alignment()); }}),
       m_Editing(window, m_Cursor,
                 {[this](const QString &text) { m_Place.tell(text); },
                  [this](const QString &text) { tell(text); }}),

@@ -2,6 +2,7 @@
 // All that this plug-in adds to one alignment window.
 #pragma once
 
+#include "Caption.h"
 #include "CellCursor.h"
 #include "ColorTools.h"
 #include "ColumnDrag.h"
@@ -23,6 +24,7 @@
 #include "Overview.h"
 #include "PageDialog.h"
 #include "PlaceLine.h"
+#include "QuietCommands.h"
 #include "RefitLine.h"
 #include "RowTools.h"
 #include "SelectBar.h"
@@ -92,10 +94,12 @@ public:
 
 private:
     TAMBO::AlignmentWindow &m_Window;
+    Caption m_Caption;
     NameColumn m_Names;
     Zoom m_Zoom;
     EmptyHint m_Empty;
     PlaceLine m_Place;
+    QuietCommands m_Quiet;
     StructureMarks m_Marks;
     GridAccess m_Access;
     CellCursor m_Cursor;

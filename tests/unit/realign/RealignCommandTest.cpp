@@ -123,8 +123,9 @@ TEST_F(RealignCommandTest, FewerThanTwoRowsWithResiduesNeedNoProgram)
     const LogLines log;
     EXPECT_TRUE(RealignCommand(nullptr, true).run(ali));
     EXPECT_EQ(rowsOf(ali), (Texts{"ACD", "A--"}));
-    EXPECT_EQ(log.texts(),
-              QStringList{"Nothing to realign: fewer than two sequences have residues there."});
+    EXPECT_EQ(
+        log.texts(),
+        QStringList{"Nothing to realign in sample: fewer than two sequences have residues there."});
 }
 
 TEST_F(RealignCommandTest, TheProgramsFolderHoldsNothingButItsInput)

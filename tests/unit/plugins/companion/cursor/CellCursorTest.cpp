@@ -2,6 +2,8 @@
 #include "CellCursor.h"
 
 #include "CursorFixture.h"
+
+#include "AlignmentDetails.h"
 #include "support/WaitUntil.h"
 
 #include <random>
@@ -93,6 +95,47 @@ TEST_F(Cursor, EscapeDropsTheBlockAndThenTheCursor)
     key(Qt::Key_Escape);
     EXPECT_FALSE(cursor().place());
     EXPECT_TRUE(line().isEmpty()) << line().toStdString();
+}
+
+TEST_F(Cursor, EscapeDropsTheBlockThenDeselectsThenTakesTheCursorAway)
+{
+    cursor().setBlock({0, 0}, {1, 3});
+    key(Qt::Key_Space, Qt::ControlModifier);
+    ASSERT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(cursor().hasBlock());
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(cursor().place());
+    EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(cursor().place());
+}
+
+TEST_F(Cursor, EscapeDeselectsWithoutACursor)
+{
+    click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    ASSERT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    EXPECT_EQ(history.size(), 0U) << "the selection is no step of undo";
+}
+
+TEST_F(Cursor, EscapeEndsTheDrawingOfABlockAndKeepsWhatIsSelected)
+{
+    click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    mouse(cells(), QEvent::MouseButtonPress, Qt::LeftButton, middleOf({2, 2}), Qt::LeftButton,
+          Qt::AltModifier);
+    mouse(cells(), QEvent::MouseMove, Qt::NoButton, middleOf({4, 6}), Qt::LeftButton,
+          Qt::AltModifier);
+    ASSERT_TRUE(cursor().hasBlock());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(cursor().hasBlock());
+    mouse(cells(), QEvent::MouseMove, Qt::NoButton, middleOf({5, 7}), Qt::LeftButton,
+          Qt::AltModifier);
+    EXPECT_FALSE(cursor().hasBlock());
+    release(cells(), Qt::LeftButton, middleOf({5, 7}));
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
 }
 
 TEST_F(Cursor, ItsCommandSwitchesItOnAndOff)
