@@ -11,8 +11,8 @@
 class QBoxLayout;
 class QDialogButtonBox;
 
-// Size and place are remembered under the caption. Whatever way the dialog is left, but by OK, ends
-// in Cancel().
+// It comes up over its parent; where the user has moved it, and its size, are remembered under the
+// caption. Whatever way the dialog is left, but by OK, ends in Cancel().
 class TAMBO_API BaseDialog : public QDialog
 {
     Q_OBJECT

@@ -28,6 +28,9 @@ public:
     // new overrides it to delete itself.
     virtual void Kill(BaseWindow *window);
 
+    // Under which size and place are kept. A window steps aside of others with the same one.
+    [[nodiscard]] const QString &placeKey() const noexcept { return m_PlaceKey; }
+
     // The place is chosen before the window system hears of the window.
     void setVisible(bool visible) override;
     using QWidget::close;

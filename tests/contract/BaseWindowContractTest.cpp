@@ -405,4 +405,46 @@ TEST(BaseWindowContract, ASecondWindowOfAKindDoesNotHideTheFirst)
     EXPECT_TRUE(second.screen()->availableGeometry().contains(second.frameGeometry()));
 }
 
+TEST(BaseWindowContract, ASecondWindowStepsAsideOfOneThatIsSomePixelsBeside)
+{
+    RecordingWindow first("Neighbors", QSize(600, 400));
+    first.show();
+    // As window managers do, which count the frame in another way.
+    first.move(104, 123);
+    RecordingWindow second("Neighbors", QSize(600, 400));
+    second.move(100, 100);
+    second.show();
+    const QPoint distance = second.pos() - first.pos();
+    EXPECT_TRUE(std::abs(distance.x()) >= 20 || std::abs(distance.y()) >= 20);
+}
+
+TEST(BaseWindowContract, WindowsThatNobodyHasPlacedStandBesideEachOther)
+{
+    std::vector<std::unique_ptr<RecordingWindow>> windows;
+    for (int i = 0; i < 12; ++i) {
+        windows.push_back(std::make_unique<RecordingWindow>("Family", QSize(600, 400)));
+        windows.back()->show();
+        if (i == 0)
+            windows.back()->move(40, 50);
+    }
+    const QRect room = windows.front()->screen()->availableGeometry();
+    for (const auto &one : windows) {
+        EXPECT_TRUE(room.contains(one->pos()));
+        for (const auto &other : windows)
+            EXPECT_TRUE(one == other || one->pos() != other->pos());
+    }
+}
+
+TEST(BaseWindowContract, ASecondWindowStepsAsideWhateverStandsBehindTheCaption)
+{
+    RecordingWindow first("Captions", QSize(600, 400));
+    first.move(30, 30);
+    first.show();
+    first.setWindowTitle("Captions – and more");
+    RecordingWindow second("Captions", QSize(600, 400));
+    second.show();
+    EXPECT_EQ(second.placeKey(), first.placeKey());
+    EXPECT_EQ(second.pos(), first.pos() + QPoint(28, 28));
+}
+
 } // namespace BaseWindowContractTest

@@ -2,6 +2,7 @@
 #include "ObjectCommands.h"
 
 #include "Alignment.h"
+#include "BaseWindow.h"
 #include "ChangedFileBox.h"
 #include "ColorPicking.h"
 #include "DataDelete.h"
@@ -26,6 +27,7 @@
 #include "WritableObject.h"
 #include "WriteJob.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QFile>
 #include <QInputDialog>
@@ -88,6 +90,12 @@ bool hasSequence(const Compound &object)
     }
 }
 
+QString wholeName(const ObjectCommands::Objects &objects)
+{
+    return objects.size() == 1 ? fullNameText(*objects.front())
+                               : ObjectCommands::tr("%1 objects").arg(objects.size());
+}
+
 // The object itself, or what it is a part of.
 const Compound *writableAt(const Compound *object)
 {
@@ -99,6 +107,15 @@ const Compound *writableAt(const Compound *object)
 } // namespace
 
 ObjectCommands::ObjectCommands(const ObjectSources &sources) : m_Sources(sources) { }
+
+// A window of a plug-in ends its dialogs when it is closed; others are the workbench's to ask over.
+QWidget *ObjectCommands::dialogParent() const
+{
+    QWidget *const active = QApplication::activeWindow();
+    const bool isCaller =
+        active != nullptr && active->isVisible() && qobject_cast<BaseWindow *>(active) != nullptr;
+    return isCaller ? active : m_DialogParent;
+}
 
 bool ObjectCommands::select(const Objects &objects, bool selected)
 {
@@ -201,7 +218,8 @@ void ObjectCommands::askColor(const Objects &objects) const
         return;
     const ObjectReferences references(objects);
     const QColor chosen =
-        services::pickColor(objects.front()->OwnColor().toQColor(), m_DialogParent, tr("Color"));
+        services::pickColor(objects.front()->OwnColor().toQColor(), dialogParent(),
+                            tr("Color of %1").arg(wholeName(objects)));
     if (chosen.isValid())
         color(references.objects(), chosen);
 }
@@ -211,7 +229,7 @@ void ObjectCommands::askRename(Compound &object) const
     const ObjectReferences references({&object});
     bool accepted = false;
     const QString name =
-        QInputDialog::getText(m_DialogParent, tr("Rename"),
+        QInputDialog::getText(dialogParent(), tr("Rename %1").arg(fullNameText(object)),
                               tr("Name of the %1:").arg(kindText(kindOf(object))),
                               QLineEdit::Normal, QString::fromStdString(object.Name()), &accepted)
             .trimmed();
@@ -247,7 +265,7 @@ void ObjectCommands::showProperties(const Compound &object) const
         if (!news.isEmpty())
             facts.emplace_back(tr("File on the disk"), news);
     }
-    PropertiesDialog dialog(nameText(object), facts, m_DialogParent);
+    PropertiesDialog dialog(fullNameText(object), facts, dialogParent());
     if (const ObjectNote *const note = m_Notes == nullptr ? nullptr : m_Notes->of(object)) {
         std::vector<Fact> known;
         for (const auto &[name, value] : note->values)
@@ -274,7 +292,7 @@ QString ObjectCommands::askExport(const Objects &picked) const
     const Compound *chosen = nullptr;
     for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
         chosen = writableAt(picked[i]);
-    ExportDialog dialog(objects, chosen, m_DialogParent);
+    ExportDialog dialog(objects, chosen, dialogParent());
     if (dialog.isGivenUp())
         return {};
     if (m_Places != nullptr)
@@ -345,10 +363,7 @@ void ObjectCommands::popUpMenu(const Objects &objects) const
     const ObjectReferences references(objects);
     QMenu menu;
     menu.setObjectName(QStringLiteral("ObjectMenu"));
-    const QString title = objects.size() == 1 ? tr("%1 %2").arg(kindText(kindOf(*objects.front())),
-                                                                nameText(*objects.front()))
-                                              : tr("%1 objects").arg(objects.size());
-    menu.addSection(title);
+    menu.addSection(wholeName(objects));
     std::vector<Entry> entries;
     fillMenu(menu, objects, entries);
     const QAction *chosen = menu.exec(QCursor::pos());

@@ -35,6 +35,7 @@ public:
     explicit ObjectCommands(const ObjectSources &sources);
 
     // Whatever hangs on the objects at that time hangs on the dialogs' parent.
+    // Dialogs are over the window in use, when that is one of the program's own, else over this.
     void setDialogParent(QWidget *parent) { m_DialogParent = parent; }
     // Shows an alignment in an editor window; without it the menu does not offer to.
     void setEditor(std::function<void(Alignment &alignment)> editor)
@@ -83,6 +84,7 @@ private:
     // What the user chooses in a menu, by its entry.
     struct Entry;
 
+    [[nodiscard]] QWidget *dialogParent() const;
     void fillMenu(QMenu &menu, const Objects &objects, std::vector<Entry> &entries) const;
 
     const ObjectSources &m_Sources;

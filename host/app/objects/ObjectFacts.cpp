@@ -5,6 +5,7 @@
 #include "Element.h"
 #include "ObjectTwins.h"
 #include "Peptide.h"
+#include "Space.h"
 #include "Structure.h"
 
 #include <QCoreApplication>
@@ -190,6 +191,17 @@ std::vector<QString> listTexts(const std::vector<const Compound *> &objects)
         texts.push_back(services::ObjectTwins::label(nameText(*objects[i]), more));
     }
     return texts;
+}
+
+QString fullNameText(const Compound &object)
+{
+    QStringList parts;
+    const Compound *const root = Space::instance();
+    for (const Compound *at = &object; at != nullptr && at != root; at = at->Parent())
+        parts << (at == &object || at->Parent() != root
+                      ? QStringLiteral("%1 %2").arg(kindText(kindOf(*at)), nameText(*at))
+                      : nameText(*at));
+    return parts.join(tr(" of "));
 }
 
 bool isRenamable(const Compound &object)

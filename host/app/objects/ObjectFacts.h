@@ -36,6 +36,8 @@ using Fact = std::pair<QString, QString>;
 [[nodiscard]] QString nameText(const Compound &object);
 // For a list of them: "obp (6 × 303)", and what tells those of one name apart.
 [[nodiscard]] std::vector<QString> listTexts(const std::vector<const Compound *> &objects);
+// With what it is, and what it is a part of: "chain A of 1abc".
+[[nodiscard]] QString fullNameText(const Compound &object);
 // Names of residues and atoms come from their coordinates and stay.
 [[nodiscard]] bool isRenamable(const Compound &object);
 // For the properties dialog, in its order.

@@ -67,6 +67,7 @@ SavedPlaces::SavedPlaces(History &history, const ObjectSources &sources)
         std::erase_if(m_Places, isFreed);
         std::erase_if(m_Accepted, isFreed);
         std::erase_if(m_Written, isFreed);
+        std::erase_if(m_LastFiles, isFreed);
         ++m_Revision;
     });
 }
@@ -210,6 +211,12 @@ SavedPlaces::Place SavedPlaces::suggestionFor(const Compound &object) const
             writeOptionsFor(file).value_or(WriteOptions())};
 }
 
+QString SavedPlaces::lastFileOf(const Compound &object) const
+{
+    const auto last = m_LastFiles.find(&object);
+    return last != m_LastFiles.end() ? last->second : suggestionFor(object).file;
+}
+
 std::unique_ptr<KeptState> SavedPlaces::keepState(const Compound &object) const
 {
     return std::make_unique<KeptState>(m_History, object);
@@ -251,6 +258,7 @@ void SavedPlaces::noteSaved(const Compound &object, const Place &place)
     takeFile(object, place.file);
     setPlace(object, withState(place));
     m_History.markSaved(object);
+    wrote(object, place.file);
 }
 
 void SavedPlaces::noteSaved(const Compound &object, const Place &place, const KeptState &state)
@@ -258,6 +266,14 @@ void SavedPlaces::noteSaved(const Compound &object, const Place &place, const Ke
     takeFile(object, place.file);
     setPlace(object, withState(place));
     m_History.markSaved(state);
+    wrote(object, place.file);
+}
+
+void SavedPlaces::wrote(const Compound &object, const QString &file)
+{
+    m_LastFiles[&object] = file;
+    if (m_Saved)
+        m_Saved(file);
 }
 
 // ---- On behalf of others
@@ -286,6 +302,7 @@ void SavedPlaces::noteWritten(const Compound &object, const Place &place, const 
         m_History.markWritten(object);
     if (losses.isEmpty() || isAccepted(object, losses))
         acceptWritten(object);
+    wrote(object, place.file);
 }
 
 void SavedPlaces::acceptWritten(const Compound &object)
@@ -336,6 +353,7 @@ void SavedPlaces::clear()
     m_Places.clear();
     m_Accepted.clear();
     m_Written.clear();
+    m_LastFiles.clear();
     ++m_Revision;
 }
 

@@ -15,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -65,6 +66,9 @@ public:
     SavedPlaces(const SavedPlaces &) = delete;
     SavedPlaces &operator=(const SavedPlaces &) = delete;
 
+    // Told of each file that is written for the user, as soon as it is complete.
+    void setSaved(std::function<void(const QString &file)> saved) { m_Saved = std::move(saved); }
+
     [[nodiscard]] std::vector<Unsaved> unsaved() const;
     [[nodiscard]] bool isUnsaved(const Compound &object) const;
     [[nodiscard]] std::vector<Compound *> unsavedObjects() const;
@@ -79,6 +83,9 @@ public:
                                        const WritableObject &content) const;
     // Where the object, or what it is a part of, came from or was saved to, whatever else is there.
     [[nodiscard]] std::optional<Place> lastPlaceOf(const Compound &object) const;
+    // That was written last for the user, by whatever command, else what it came from; may be
+    // empty.
+    [[nodiscard]] QString lastFileOf(const Compound &object) const;
     // What to suggest for an object without such a file; an empty file name suggests no folder.
     [[nodiscard]] Place suggestionFor(const Compound &object) const;
 
@@ -139,10 +146,13 @@ private:
         std::uint32_t identity = 0;
     };
     void setPlace(const Compound &object, const Place &place);
+    void wrote(const Compound &object, const QString &file);
     [[nodiscard]] static Place withState(Place place);
 
+    std::function<void(const QString &file)> m_Saved;
     std::map<const Compound *, Known> m_Places;
     std::map<const Compound *, QStringList> m_Accepted;
+    std::map<const Compound *, QString> m_LastFiles;
     // Not accepted yet.
     struct Written
     {

@@ -89,12 +89,17 @@ PrintNotice::PrintNotice(services::PrintoutDesk &desk, QWidget *parent) : QWidge
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(new QLabel(tr("Printed:")));
+    auto *what = new QLabel;
+    what->setObjectName(QStringLiteral("PrintedFormat"));
+    what->setTextFormat(Qt::PlainText);
+    layout->addWidget(what);
     layout->addWidget(file);
     layout->addWidget(open);
     layout->addWidget(dismiss);
-    connect(&desk, &services::PrintoutDesk::written, this, [this, file](const QString &path) {
+    connect(&desk, &services::PrintoutDesk::written, this, [this, file, what](const QString &path) {
         m_Path = path;
+        const QString format = services::PrintoutDesk::formatOf(path);
+        what->setText(format.isEmpty() ? tr("Printed:") : tr("Printed %1:").arg(format));
         file->setPath(path);
         show();
     });

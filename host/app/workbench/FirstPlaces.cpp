@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FirstPlaces.h"
 
+#include "BaseWindow.h"
 #include "WindowPlaces.h"
 
 #include <QApplication>
@@ -25,6 +26,13 @@ constexpr int kHighest = 860;
 // Of a window among several: below that one sees too little of an alignment, or of a picture.
 constexpr int kBroad = 760;
 constexpr int kLow = 300;
+
+// The title of an editor window goes on with what it shows.
+QString keyOf(const QWidget &window)
+{
+    const auto *const kept = qobject_cast<const BaseWindow *>(&window);
+    return kept != nullptr ? kept->placeKey() : window.windowTitle();
+}
 
 int areaOf(const QRect &rect)
 {
@@ -114,10 +122,10 @@ void FirstPlaces::place(QWidget &tool, const QRect &workbench) const
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
     const bool hasTwin = std::ranges::any_of(windows, [&](const QWidget *other) {
-        return other != &tool && other->isVisible() && other->windowTitle() == tool.windowTitle();
+        return other != &tool && other->isVisible() && keyOf(*other) == keyOf(tool);
     });
     QWidget probe;
-    if (hasTwin || services::WindowPlaces::restore(probe, tool.windowTitle()))
+    if (hasTwin || services::WindowPlaces::restore(probe, keyOf(tool)))
         return;
     const bool isThere = m_Workbench != nullptr && m_Workbench->isVisible();
     const QScreen *const screen =

@@ -5,6 +5,8 @@
 #include "Alignment.h"
 #include "Config.h"
 #include "ConfigStore.h"
+#include "DialogPlaces.h"
+#include "EditorDialogs.h"
 #include "EmptiedWindows.h"
 #include "FailureBoxes.h"
 #include "FamilyDesk.h"
@@ -110,6 +112,13 @@ Workbench::Workbench(Attendance attendance, services::PluginFolders plugins)
     m_Values.add(m_Document);
     m_LateWindow = std::make_unique<LateWindow>([this]() -> QWidget & { return window(); });
     m_FirstPlaces = std::make_unique<FirstPlaces>();
+    m_DialogPlaces = std::make_unique<services::DialogPlaces>();
+    m_EditorDialogs = std::make_unique<EditorDialogs>([this](const Alignment &alignment) {
+        const QString file = m_Places.lastFileOf(alignment);
+        return file.isEmpty() ? QString() : QFileInfo(file).absolutePath();
+    });
+    if (m_Attendance == Attendance::User)
+        m_Places.setSaved([this](const QString &file) { m_RecentFiles->add({file}); });
     m_EmptiedWindows = std::make_unique<EmptiedWindows>(&Plugins::showIn);
     if (m_Attendance == Attendance::User)
         m_Progress = std::make_unique<services::WorkProgress>([this] { return windowInUse(); });
@@ -320,6 +329,11 @@ void Workbench::installHooks()
     });
     connect(&desk, &services::PrintoutDesk::refused, this,
             [this](const QString &cause) { tellFailure(cause, {}); });
+    connect(&desk, &services::PrintoutDesk::written, this, [this](const QString &path) {
+        say(tr("Printed %1 %2")
+                .arg(services::PrintoutDesk::formatOf(path), QFileInfo(path).fileName())
+                .simplified());
+    });
     connect(&services::StatusDesk::instance(), &services::StatusDesk::said, this, &Workbench::say);
 }
 

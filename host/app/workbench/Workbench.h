@@ -36,6 +36,7 @@ struct AlignRowsRequest;
 }
 
 namespace TAMBO::services {
+class DialogPlaces;
 class FailureBoxes;
 class WorkProgress;
 } // namespace TAMBO::services
@@ -44,6 +45,7 @@ namespace TAMBO::app {
 
 class EmptiedWindows;
 class FamilyDesk;
+class EditorDialogs;
 class FirstPlaces;
 class LateWindow;
 struct LeftSession;
@@ -238,6 +240,8 @@ private:
     std::unique_ptr<LateWindow> m_LateWindow;
     std::unique_ptr<SessionCommands> m_Sessions;
     std::unique_ptr<FirstPlaces> m_FirstPlaces;
+    std::unique_ptr<services::DialogPlaces> m_DialogPlaces;
+    std::unique_ptr<EditorDialogs> m_EditorDialogs;
     std::unique_ptr<services::FailureBoxes> m_FailureBoxes;
     std::unique_ptr<EmptiedWindows> m_EmptiedWindows;
     // Null when there is nobody to see it.

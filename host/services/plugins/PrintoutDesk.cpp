@@ -6,6 +6,7 @@
 #include "Printouts.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace TAMBO::services {
@@ -44,8 +45,23 @@ void PrintoutDesk::noteWritten(const QString &path)
     ConfigStore &store = ConfigStore::instance();
     store.setValue(kSection, kKey, QFileInfo(path).absolutePath().toStdString());
     store.saveOrLog();
-    Logger::Write(QStringLiteral("Printed to %1").arg(path));
+    const QString format = formatOf(path);
+    Logger::Write(format.isEmpty() ? QStringLiteral("Printed to %1").arg(path)
+                                   : QStringLiteral("Printed to %1 (%2)").arg(path, format));
     emit written(path);
+}
+
+QString PrintoutDesk::formatOf(const QString &path)
+{
+    const auto postScript = QStringLiteral("PostScript");
+    QFile file(path);
+    const QByteArray begin = file.open(QIODevice::ReadOnly) ? file.read(4) : QByteArray();
+    if (begin == "%!PS")
+        return postScript;
+    if (begin == "%PDF")
+        return QStringLiteral("PDF");
+    const QString ending = QFileInfo(path).suffix().toUpper();
+    return ending == u"PS" ? postScript : ending;
 }
 
 void PrintoutDesk::noteSent(const QString &printer)

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] QString folderFor(const Compound &object) const;
     // Its folder is the one that is offered from now on, in later sessions too.
     void noteWritten(const QString &path);
+    // What the file is, "PostScript": by what is in it, else by its ending; may be empty.
+    [[nodiscard]] static QString formatOf(const QString &path);
     void noteSent(const QString &printer);
     void noteRefused(const QString &cause);
 

@@ -2,9 +2,10 @@
 #include "BaseDialog.h"
 
 #include "Config.h"
+#include "DialogPlaces.h"
 #include "LateIcons.h"
-#include "WindowPlaces.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QDialogButtonBox>
@@ -119,16 +120,18 @@ void BaseDialog::closeEvent(QCloseEvent *event)
 
 void BaseDialog::showEvent(QShowEvent *event)
 {
-    if (!m_Placed) {
-        m_Placed = true;
-        StartWidget();
-        WindowPlaces::restore(*this, windowTitle());
-    }
+    m_Placed = true;
+    StartWidget();
+    QWidget *const caller =
+        parentWidget() != nullptr ? parentWidget()->window() : QApplication::activeWindow();
+    // Not when it comes back from the task bar.
+    if (!event->spontaneous())
+        DialogPlaces::comeUp(*this, caller, windowTitle());
     QDialog::showEvent(event);
 }
 
 void BaseDialog::savePlace() const
 {
     if (m_Placed && isVisible())
-        WindowPlaces::remember(*this, windowTitle());
+        DialogPlaces::leave(*this);
 }

@@ -13,6 +13,7 @@
 #include <QShowEvent>
 
 #include <algorithm>
+#include <cstdlib>
 #include <vector>
 
 using namespace TAMBO::services;
@@ -148,21 +149,37 @@ void BaseWindow::choosePlace()
         stepAsideOfTwins();
 }
 
+// One that nobody has placed begins where another one is: the window manager might put it there.
 void BaseWindow::stepAsideOfTwins()
 {
-    const auto isTaken = [this](QPoint place) {
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        return std::any_of(windows.begin(), windows.end(), [&](QWidget *other) {
-            const auto *twin = qobject_cast<const BaseWindow *>(other);
-            return twin != nullptr && twin != this && twin->isVisible() &&
-                   twin->m_PlaceKey == m_PlaceKey && twin->pos() == place;
+    std::vector<const QWidget *> twins;
+    for (const QWidget *const other : QApplication::topLevelWidgets()) {
+        const auto *twin = qobject_cast<const BaseWindow *>(other);
+        if (twin != nullptr && twin != this && twin->isVisible() && !twin->isMinimized() &&
+            twin->m_PlaceKey == m_PlaceKey)
+            twins.push_back(twin);
+    }
+    if (twins.empty())
+        return;
+    // Window managers put a window some pixels beside where it wants to be.
+    const auto isTaken = [&twins](const QPoint &place) {
+        return std::any_of(twins.begin(), twins.end(), [&place](const QWidget *twin) {
+            const QPoint distance = twin->pos() - place;
+            return std::abs(distance.x()) < kAside.x() && std::abs(distance.y()) < kAside.y();
         });
     };
-    const QRect room = screen()->availableGeometry();
-    QPoint place = pos();
-    while (isTaken(place) && room.contains(QRect(place + kAside, size())))
+    const bool isPlaced = testAttribute(Qt::WA_Moved);
+    const QRect room = (isPlaced ? this : twins.front())->screen()->availableGeometry();
+    const bool isSmaller =
+        room.width() >= width() + kAside.x() && room.height() >= height() + kAside.y();
+    QPoint place = isPlaced ? pos() : twins.front()->pos();
+    int rows = 0;
+    for (std::size_t i = 0; i <= twins.size() && isTaken(place); ++i) {
         place += kAside;
-    if (place != pos())
+        if (isSmaller && !room.contains(QRect(place, size())))
+            place = room.topLeft() + QPoint(kAside.x() * rows++, 0);
+    }
+    if (place != pos() || !isPlaced)
         move(place);
 }
 

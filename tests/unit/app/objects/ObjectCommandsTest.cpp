@@ -3,9 +3,11 @@
 #include "ObjectCommands.h"
 
 #include "AppFixture.h"
+#include "BaseWindow.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
 #include "LongWork.h"
+#include "ObjectFacts.h"
 #include "ObjectOperations.h"
 #include "ObjectSources.h"
 #include "support/Answering.h"
@@ -19,6 +21,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QTest>
 #include <QTimer>
 
 namespace ObjectCommandsTest {
@@ -254,6 +257,48 @@ TEST_F(ObjectCommandsTest, TheMenuRenamesWithADialog)
     });
     choose({&one}, "Rename…");
     EXPECT_EQ(one.Name(), "two");
+}
+
+TEST_F(ObjectCommandsTest, MenuAndDialogsSayWhoseChainItIs)
+{
+    Structure &structure = this->structure("1abc", "A", "AC");
+    Peptide &chain = *structure.chain(0);
+    QStringList titles;
+    const auto look = [&titles](QDialog &dialog) {
+        titles << dialog.windowTitle();
+        dialog.reject();
+    };
+    answering<QColorDialog>(look);
+    m_Commands.askColor({&chain});
+    answering<QInputDialog>(look);
+    m_Commands.askRename(chain);
+    answering<QDialog>(look);
+    m_Commands.showProperties(chain);
+    answering<QColorDialog>(look);
+    m_Commands.askColor({&chain, &structure});
+    EXPECT_EQ(titles, (QStringList{"Color of chain A of 1abc", "Rename chain A of 1abc",
+                                   "Properties of chain A of 1abc", "Color of 2 objects"}));
+    withMenu({&chain}, [](const QMenu &menu) {
+        EXPECT_EQ(menu.actions().front()->text(), "chain A of 1abc");
+    });
+    EXPECT_EQ(TAMBO::app::fullNameText(structure), "structure 1abc");
+    EXPECT_TRUE(TAMBO::app::fullNameText(*chain.residue(0)).endsWith(" of chain A of 1abc"));
+}
+
+TEST_F(ObjectCommandsTest, ADialogIsOverTheWindowThatItIsCalledFrom)
+{
+    Peptide &one = sequence("one", "AC");
+    BaseWindow caller("Caller", {400, 300}, QString(), false, nullptr, nullptr);
+    caller.show();
+    caller.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&caller));
+    const QWidget *parent = nullptr;
+    answering<QInputDialog>([&](QInputDialog &dialog) {
+        parent = dialog.parentWidget();
+        dialog.reject();
+    });
+    m_Commands.askRename(one);
+    EXPECT_EQ(parent, &caller);
 }
 
 TEST_F(ObjectCommandsTest, ACancelledOrEmptyNameChangesNothing)

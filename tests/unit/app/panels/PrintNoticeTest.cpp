@@ -6,6 +6,7 @@
 
 #include <QDesktopServices>
 #include <QFile>
+#include <QLabel>
 #include <QMainWindow>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -73,6 +74,23 @@ TEST_F(PrintNoticeTest, NothingIsShownUntilSomethingIsPrinted)
     EXPECT_FALSE(m_Notice->isVisible());
     print("x.ps");
     EXPECT_TRUE(m_Notice->isVisible());
+}
+
+TEST_F(PrintNoticeTest, WhatWasMadeIsNamedByWhatIsInTheFile)
+{
+    const auto said = [this] { return m_Notice->findChild<QLabel *>("PrintedFormat")->text(); };
+    print("x.ps");
+    EXPECT_EQ(said(), "Printed PostScript:");
+    print("x.pdf");
+    EXPECT_EQ(said(), "Printed PDF:");
+    print("x");
+    EXPECT_EQ(said(), "Printed:");
+    QFile file(m_Folder.filePath("y.ps"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("%PDF-1.4");
+    file.close();
+    m_Desk.noteWritten(file.fileName());
+    EXPECT_EQ(said(), "Printed PDF:");
 }
 
 TEST_F(PrintNoticeTest, TheLatestFileIsOpened)

@@ -3,6 +3,7 @@
 #include "Workbench.h"
 
 #include "AppFixture.h"
+#include "Config.h"
 #include "ConfigStore.h"
 #include "DataDelete.h"
 #include "DataMaker.h"
@@ -17,6 +18,7 @@
 #include "Printouts.h"
 #include "RecentFiles.h"
 #include "SelectObjectAnswers.h"
+#include "StatusLine.h"
 #include "TestTexts.h"
 #include "UndoActions.h"
 #include "UndoCommands.h"
@@ -683,6 +685,52 @@ TEST_F(WorkbenchTest, TheStatusLineTellsWhereAPrintWent)
     const QMessageBox *box = failureBox(window());
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->text(), m_Folder.filePath("x.ps") + " is not there any more.");
+}
+
+TEST_F(WorkbenchTest, TheStatusLineTellsWhatWasPrinted)
+{
+    show();
+    Printouts::Written(m_Folder.filePath("x.ps"));
+    EXPECT_EQ(window().statusBar()->currentMessage(), "Printed PostScript x.ps");
+    EXPECT_EQ(window().findChild<QLabel *>("PrintedFormat")->text(), "Printed PostScript:");
+}
+
+TEST_F(WorkbenchTest, APluginSpeaksInTheStatusLineWhichMakesRoomForIt)
+{
+    show();
+    sequence("one", "AC");
+    const auto *count = window().findChild<QLabel *>("ObjectCount");
+    StatusLine::Say("Nothing was found.");
+    EXPECT_EQ(window().statusBar()->currentMessage(), "Nothing was found.");
+    EXPECT_FALSE(count->isHidden());
+    const QString longer = QString(300, 'x');
+    StatusLine::Say(longer);
+    EXPECT_TRUE(count->isHidden());
+    EXPECT_TRUE(window().statusBar()->toolTip().contains(longer));
+    StatusLine::Say({});
+    EXPECT_EQ(window().statusBar()->currentMessage(), longer);
+    window().statusBar()->clearMessage();
+    EXPECT_FALSE(count->isHidden());
+}
+
+TEST_F(WorkbenchTest, ASavedFileIsInOpenRecentAndOneForAnotherProgramIsNot)
+{
+    const auto save = [](Alignment &alignment, const QString &file) {
+        struct
+        {
+            QString path;
+            Alignment *alignment;
+        } request{file, &alignment};
+        return PluginManager::Command("Parse", "PIR", "KALMO", "Save PIR", "SaveALI",
+                                      static_cast<void *>(&request));
+    };
+    Alignment &made = alignment("new", {"AC-D"});
+    const QString file = m_Folder.filePath("new.ali");
+    ASSERT_EQ(save(made, file), Outcome::Done);
+    EXPECT_EQ(m_Workbench->recentFiles().files().value(0), file);
+    ASSERT_EQ(save(made, QString::fromStdString(Config::GetPersonalTmpDir()) + "/seq.ali"),
+              Outcome::Done);
+    EXPECT_EQ(m_Workbench->recentFiles().files().value(0), file);
 }
 
 TEST_F(WorkbenchTest, ARefusedPrintIsToldInABox)

@@ -420,7 +420,7 @@ TEST_F(PrintingFiles, TheWorkbenchIsToldWhereTheFileIs)
     printInto(window, "&Print BW", path("x.ps"));
     ASSERT_EQ(written.size(), 1);
     EXPECT_EQ(written[0][0].toString(), path("x.ps"));
-    EXPECT_EQ(log.texts(), QStringList{"Printed to " + path("x.ps")});
+    EXPECT_EQ(log.texts(), QStringList{"Printed to " + path("x.ps") + " (PostScript)"});
 }
 
 TEST_F(PrintingFiles, TheFolderOfTheAlignmentIsOfferedAndThenTheOneLastPrintedTo)
