@@ -363,7 +363,13 @@ void ObjectCommands::popUpMenu(const Objects &objects) const
     const ObjectReferences references(objects);
     QMenu menu;
     menu.setObjectName(QStringLiteral("ObjectMenu"));
-    menu.addSection(wholeName(objects));
+    const QString title = wholeName(objects);
+    menu.addSection(title);
+    // A menu is as broad as its entries only.
+    constexpr int kMargins = 32;
+    constexpr int kBroadest = 640;
+    menu.setMinimumWidth(
+        std::min(menu.fontMetrics().horizontalAdvance(title) + kMargins, kBroadest));
     std::vector<Entry> entries;
     fillMenu(menu, objects, entries);
     const QAction *chosen = menu.exec(QCursor::pos());

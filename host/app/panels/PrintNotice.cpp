@@ -20,7 +20,7 @@ namespace {
 
 // In characters.
 constexpr int kWidestPath = 40;
-constexpr int kNarrowestPath = 14;
+constexpr int kNarrowestPath = 8;
 
 // The end of a path tells most. The whole is in the tool tip.
 class PathLabel : public QWidget

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 
@@ -89,10 +90,15 @@ void EditorDialogs::nameFormat(QDialog &dialog)
         printers->setItemText(printers->count() - 1, tr("Print to File (%1)").arg(format));
         dialog.setWindowTitle(isFileChosen(*printers) ? tr("Print – %1 file").arg(format)
                                                       : tr("Print"));
+        auto *const type = dialog.findChild<QLabel *>(QStringLiteral("type"));
+        if (type != nullptr && isFileChosen(*printers))
+            type->setText(tr("Write %1 file").arg(format));
     };
     connect(name, &QLineEdit::textChanged, &dialog, tell);
     connect(printers, &QComboBox::currentIndexChanged, &dialog, tell);
     tell();
+    // The longer text has room, too.
+    dialog.adjustSize();
 }
 
 } // namespace TAMBO::app

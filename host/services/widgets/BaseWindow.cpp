@@ -13,7 +13,9 @@
 #include <QShowEvent>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <optional>
 #include <vector>
 
 using namespace TAMBO::services;
@@ -170,14 +172,21 @@ void BaseWindow::stepAsideOfTwins()
     };
     const bool isPlaced = testAttribute(Qt::WA_Moved);
     const QRect room = (isPlaced ? this : twins.front())->screen()->availableGeometry();
-    const bool isSmaller =
-        room.width() >= width() + kAside.x() && room.height() >= height() + kAside.y();
-    QPoint place = isPlaced ? pos() : twins.front()->pos();
-    int rows = 0;
-    for (std::size_t i = 0; i <= twins.size() && isTaken(place); ++i) {
-        place += kAside;
-        if (isSmaller && !room.contains(QRect(place, size())))
-            place = room.topLeft() + QPoint(kAside.x() * rows++, 0);
+    const QPoint begin = isPlaced ? pos() : twins.front()->pos();
+    // At the right edge of the screen to the left, at the lower one upwards.
+    const std::array<QPoint, 4> ways = {kAside, QPoint(-kAside.x(), kAside.y()),
+                                        QPoint(kAside.x(), -kAside.y()), -kAside};
+    std::optional<QPoint> found;
+    QPoint place = begin;
+    for (std::size_t way = 0; way < ways.size() && isTaken(begin) && !found; ++way) {
+        QPoint tried = begin;
+        while (isTaken(tried))
+            tried += ways[way];
+        if (room.contains(QRect(tried, size())))
+            found = tried;
+        // Where none fits, its caption is seen at least.
+        if (found || way == 0)
+            place = tried;
     }
     if (place != pos() || !isPlaced)
         move(place);

@@ -138,7 +138,9 @@ std::optional<Reason> modelledRow(const Alignment &alignment, const QMainWindow 
 {
     if (alignment.height() < 2)
         return rows(alignment, window);
-    const QList<QProcess *> jobs = window.findChildren<QProcess *>();
+    // Those of docks are no models.
+    const QList<QProcess *> jobs =
+        window.findChildren<QProcess *>(QString(), Qt::FindDirectChildrenOnly);
     if (std::ranges::any_of(
             jobs, [](const QProcess *job) { return job->state() != QProcess::NotRunning; }))
         return Reason{tr("a run of this window has not ended, and no other was begun")};
