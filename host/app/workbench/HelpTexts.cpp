@@ -14,6 +14,8 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QGuiApplication>
+#include <QMessageBox>
+#include <QObject>
 #include <QScreen>
 #include <QSysInfo>
 #include <QTextBrowser>
@@ -112,6 +114,17 @@ void showNews(QWidget *parent)
     column->addWidget(buttons);
     dialog->resize(kNewsSize);
     dialog->show();
+}
+
+void showAbout(QWidget *parent)
+{
+    QMessageBox::about(
+        parent, QObject::tr("About Tambo"),
+        QObject::tr("<h3>Tambo %1</h3>"
+                    "<p>A workbench for protein structures, sequences and alignments.</p>"
+                    "<p>Free software under the GNU General Public License, version 3 or "
+                    "later.</p>")
+            .arg(QCoreApplication::applicationVersion()));
 }
 
 } // namespace TAMBO::app

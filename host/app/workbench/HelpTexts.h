@@ -17,4 +17,7 @@ void copyReport(const Plugins &plugins);
 // What has come with the versions.
 void showNews(QWidget *parent);
 
+// Version and license.
+void showAbout(QWidget *parent);
+
 } // namespace TAMBO::app

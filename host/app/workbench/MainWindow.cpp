@@ -48,7 +48,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
@@ -305,7 +304,7 @@ void MainWindow::makeHelpMenu()
         ->setToolTip(
             tr("Put versions and the log into the clipboard, for whoever looks into a fault"));
     menu->addSeparator();
-    QAction *about = menu->addAction(tr("&About"), this, &MainWindow::about);
+    QAction *about = menu->addAction(tr("&About"), this, [this] { showAbout(this); });
     about->setMenuRole(QAction::AboutRole);
 }
 
@@ -452,16 +451,6 @@ void MainWindow::enableModels(bool hasAlignment)
     m_Models->setToolTip(reason.isEmpty()
                              ? tr("Build models of many rows of an alignment on its structures")
                              : plainToolTip(reason));
-}
-
-void MainWindow::about()
-{
-    QMessageBox::about(this, tr("About Tambo"),
-                       tr("<h3>Tambo %1</h3>"
-                          "<p>A workbench for protein structures, sequences and alignments.</p>"
-                          "<p>Free software under the GNU General Public License, version 3 or "
-                          "later.</p>")
-                           .arg(QCoreApplication::applicationVersion()));
 }
 
 // ---- Events

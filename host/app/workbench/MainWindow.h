@@ -128,7 +128,6 @@ private:
     void enableModels(bool hasAlignment);
     void countObjects();
     void offerStart();
-    void about();
     void chooseFirstPlace();
     void restoreDocks();
     void rememberDocks() const;
