@@ -243,7 +243,7 @@ void ObjectCommands::askRenumber(const Objects &objects) const
     if (sequences.empty())
         return;
     const ObjectReferences references(sequences);
-    RenumberDialog dialog(sequences, m_DialogParent);
+    RenumberDialog dialog(sequences, dialogParent());
     // Without one of them the rows of the table are not those of the objects any more.
     if (dialog.exec() == QDialog::Accepted && references.objects().size() == sequences.size())
         dialog.table().apply(sequences);
