@@ -94,13 +94,12 @@ ScoreColored colorByScore(TAMBO::AlignmentWindow &window)
 Legend scoreLegend()
 {
     Legend legend;
-    legend.title = "Engine's score, by fifths of each model";
+    legend.title = "Model score, by fifths";
     const std::array<const char *, kFifths.size()> labels = {"lowest: fits best", "low", "middle",
-                                                             "high", "highest: look here"};
+                                                             "high", "highest"};
     for (std::size_t i = 0; i < kFifths.size(); ++i)
         legend.entries.push_back({labels[i], Color(kFifths[i]), std::nullopt});
-    legend.note = "It is no confidence, and says nothing between models: each has a highest fifth, "
-                  "and a wrong alignment can score well";
+    legend.note = "No confidence. Do not compare models by it: each has a highest fifth";
     return legend;
 }
 

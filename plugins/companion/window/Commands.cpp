@@ -35,7 +35,7 @@ Command marksCommand()
 
 Command scoreCommand()
 {
-    return {tr("Color by Mode&l Score"),
+    return {tr("&Color by Model Score"),
             tr("Color the residues of models by the modelling engine's score of them"),
             {},
             [](Companion &companion) { companion.colorByModelScore(); }};

@@ -62,12 +62,12 @@ TEST_F(ScoresOfModels, ColorsAreFifthsOfTheModelAndALineSaysWhatTheyDoNotMean)
     look(scored());
     const unsigned before = colorAt(1, 2);
     const unsigned other = colorAt(0, 0);
-    run("Color by Mode&l Score");
+    run("&Color by Model Score");
     EXPECT_EQ(colorAt(1, 0), 0x67a9cfU);
     EXPECT_EQ(colorAt(1, 25), 0xef8a62U) << "behind the two gaps";
     EXPECT_EQ(colorAt(1, 2), before) << "without a score";
     EXPECT_EQ(colorAt(0, 0), other) << "of another row";
-    EXPECT_TRUE(legend().join(' ').contains("It is no confidence, and says nothing between models"))
+    EXPECT_TRUE(legend().join(' ').contains("No confidence. Do not compare models by it"))
         << qPrintable(legend().join('\n'));
     EXPECT_TRUE(legend().contains("lowest: fits best"));
     EXPECT_EQ(history.size(), 1U);
@@ -80,7 +80,7 @@ TEST_F(ScoresOfModels, WithoutAModelALineSaysSo)
 {
     look(family(3));
     const LogLines log;
-    run("Color by Mode&l Score");
+    run("&Color by Model Score");
     EXPECT_EQ(log.texts(), QStringList("No row shows a model whose score is known: Kestram and "
                                        "Models of a Family build such."));
     EXPECT_EQ(history.size(), 0U);
