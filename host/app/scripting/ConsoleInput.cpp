@@ -105,7 +105,7 @@ void ConsoleInput::resizeEvent(QResizeEvent *event)
 
 // ---- Keys
 
-// Tab would lead to the next widget; Shift+Tab and Ctrl+Tab still lead away.
+// Tab would lead to the next widget; Shift+Tab still leads away.
 bool ConsoleInput::event(QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
@@ -119,8 +119,13 @@ bool ConsoleInput::event(QEvent *event)
     }
     if (event->type() == QEvent::KeyPress) {
         auto *const key = static_cast<QKeyEvent *>(event);
-        if (key->key() == Qt::Key_Backtab || (key->key() == Qt::Key_Tab && isReadOnly()))
-            return QWidget::event(event);
+        if (key->key() == Qt::Key_Backtab || (key->key() == Qt::Key_Tab && isReadOnly())) {
+            setTabChangesFocus(true);
+            focusNextPrevChild(key->key() == Qt::Key_Tab);
+            setTabChangesFocus(false);
+            key->accept();
+            return true;
+        }
     }
     return QPlainTextEdit::event(event);
 }

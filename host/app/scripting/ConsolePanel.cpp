@@ -114,7 +114,8 @@ void ConsolePanel::make()
     layout->setSpacing(4);
     layout->addWidget(m_Output, 1);
     layout->addLayout(line);
-    setFocusProxy(m_Input);
+    setTabOrder(m_Output, m_Input);
+    setTabOrder(m_Input, m_Stop);
     showState();
     showNews();
 }

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QWidget>
@@ -139,6 +140,9 @@ bool HeldWorkbench::eventFilter(QObject *watched, QEvent *event)
         if (widget->isAncestorOf(m_Console) || qobject_cast<QStatusBar *>(widget) != nullptr ||
             qobject_cast<QStatusBar *>(widget->parentWidget()) != nullptr)
             return false;
+        // A window that has become larger has something there, at least.
+        QPainter(widget).fillRect(static_cast<QPaintEvent *>(event)->rect(),
+                                  widget->palette().color(widget->backgroundRole()));
         if (std::find(m_Unpainted.begin(), m_Unpainted.end(), widget) == m_Unpainted.end())
             m_Unpainted.emplace_back(widget);
         return true;

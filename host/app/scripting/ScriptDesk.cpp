@@ -57,6 +57,16 @@ private:
     decltype(ModelHooks::worked) m_Worked;
 };
 
+// Where in Python it comes from is left to the log.
+QString reasonOf(const Failure &failure)
+{
+    const QString text = QString::fromStdString(failure.message());
+    const qsizetype end = text.indexOf(u'\n');
+    if (end >= 0)
+        Logger::Write(text, Logger::Severity::Error);
+    return end < 0 ? text : text.first(end);
+}
+
 QString asTyped(const QString &source)
 {
     QString shown = source;
@@ -129,7 +139,7 @@ bool ScriptDesk::run(const RecentScripts::Script &script)
     }
     const Result<ScriptEngine *> engine = openEngine();
     if (!engine) {
-        m_Actions.tellFailure(headline, {QString::fromStdString(engine.error().message())});
+        m_Actions.tellFailure(headline, {reasonOf(engine.error())});
         return false;
     }
     m_Recent.setFolder(file.absolutePath());
@@ -155,7 +165,7 @@ ScriptEngine *ScriptDesk::engineForConsole()
     const Result<ScriptEngine *> engine = openEngine();
     if (engine)
         return engine.value();
-    m_Lines.addLines(QString::fromStdString(engine.error().message()), LineKind::Error);
+    m_Lines.addLines(reasonOf(engine.error()), LineKind::Error);
     emit newsCame();
     return nullptr;
 }

@@ -392,6 +392,15 @@ TEST_F(ScriptDeskTest, UndoIsTheWorkbenchsUntilSomethingIsTyped)
     EXPECT_EQ(input.toPlainText(), "");
 }
 
+TEST_F(ScriptDeskTest, ShiftTabLeadsOutOfTheInput)
+{
+    waitUntil([this] { return QApplication::activeWindow() == &m_Window; });
+    auto &input = part<ConsoleInput>("ConsoleInput");
+    input.setFocus();
+    QTest::keyClick(&input, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &part<ConsoleOutput>("ConsoleOutput"));
+}
+
 TEST_F(ScriptDeskTest, TheMenuRunsTheLastScriptsAgain)
 {
     QMenu menu(&m_Window);
