@@ -13,7 +13,10 @@ endforeach()
 
 if(TARGET tambo)
     install(TARGETS tambo RUNTIME DESTINATION bin COMPONENT workbench)
-    install(TARGETS tambo-core tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
+    install(TARGETS tambo-page-painter LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT workbench)
+    # Scripts need it, too, and which programs there are for what.
+    install(TARGETS tambo-core LIBRARY DESTINATION ${TAMBO_LIBRARY_DIR} COMPONENT core)
+    install(FILES share/defaults.ini DESTINATION ${TAMBO_SHARE_DIR} COMPONENT core)
 endif()
 if(TARGET kestram)
     install(TARGETS kestram RUNTIME DESTINATION bin COMPONENT workbench)
@@ -21,6 +24,7 @@ endif()
 install(TARGETS ${own_plugins} LIBRARY DESTINATION ${TAMBO_PLUGIN_DIR} COMPONENT workbench)
 install(DIRECTORY share/ DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench
         PATTERN CMakeLists.txt EXCLUDE
+        PATTERN defaults.ini EXCLUDE
         REGEX "/families/(array[.]sbatch|slurm/status)$"
         PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 install(FILES CHANGELOG.md DESTINATION ${TAMBO_SHARE_DIR} COMPONENT workbench)
