@@ -266,15 +266,28 @@ Result<void> writeFile(const std::filesystem::path &path, const AlignmentSource 
 Result<void> writeFile(const std::filesystem::path &path, const StructureRecord &structure,
                        const WriteOptions &options, WriteAids *aids)
 {
-    if (const Result<void> fits = checkWritable(structure, options); !fits)
-        return refusal(cleanText(path.filename().string()), fits.error().cause);
+    return writeModels(path, {&structure, 1}, options, aids);
+}
+
+Result<void> writeModels(const std::filesystem::path &path,
+                         std::span<const StructureRecord> structures, const WriteOptions &options,
+                         WriteAids *aids)
+{
+    for (const StructureRecord &structure : structures)
+        if (const Result<void> fits = checkWritable(structure, options); !fits)
+            return refusal(cleanText(path.filename().string()),
+                           structures.size() == 1 ? fits.error().cause
+                                                  : structure.name + ": " + fits.error().cause);
     return replace(
-        path, aids, 0,
-        [&](TextSink &sink) { sink.write(structureText(structure, options.format)); },
+        path, aids, 0, [&](TextSink &sink) { sink.write(modelsText(structures, options.format)); },
         [&](const FileContents &contents) -> Result<void> {
             if (contents.structures.empty())
                 return different("it holds no structure");
-            return checkSame(structure, contents.structures.front(), options.format);
+            const StructureRecord &readBack = contents.structures.front();
+            if (readBack.models != structures.size())
+                return different("it holds " + std::to_string(readBack.models) +
+                                 " models instead of " + std::to_string(structures.size()));
+            return checkSame(structures.front(), readBack, options.format);
         });
 }
 

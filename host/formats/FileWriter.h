@@ -56,4 +56,9 @@ struct WriteAids
                                      const StructureRecord &structure, const WriteOptions &options,
                                      WriteAids *aids = nullptr);
 
+// Several as the models of one file, the first of which is compared with what is read back.
+[[nodiscard]] Result<void> writeModels(const std::filesystem::path &path,
+                                       std::span<const StructureRecord> structures,
+                                       const WriteOptions &options, WriteAids *aids = nullptr);
+
 } // namespace TAMBO

@@ -24,6 +24,8 @@
 #include "SavedPlaces.h"
 #include "Space.h"
 #include "StoredObject.h"
+#include "Structure.h"
+#include "StructuresDialog.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
 
@@ -94,6 +96,17 @@ QString wholeName(const ObjectCommands::Objects &objects)
 {
     return objects.size() == 1 ? fullNameText(*objects.front())
                                : ObjectCommands::tr("%1 objects").arg(objects.size());
+}
+
+// Two at least, when nothing else was picked; else none.
+std::vector<const Structure *> structuresOf(const ObjectCommands::Objects &picked)
+{
+    std::vector<const Structure *> structures;
+    for (const Compound *const object : picked)
+        if (const auto *const structure = dynamic_cast<const Structure *>(object))
+            structures.push_back(structure);
+    const bool areAll = structures.size() == picked.size() && structures.size() > 1;
+    return areAll ? structures : std::vector<const Structure *>{};
 }
 
 // The object itself, or what it is a part of.
@@ -286,6 +299,11 @@ bool ObjectCommands::canExport()
 
 QString ObjectCommands::askExport(const Objects &picked) const
 {
+    if (const std::vector<const Structure *> several = structuresOf(picked); !several.empty()) {
+        StructuresDialog dialog(several, m_DialogParent);
+        dialog.exec();
+        return dialog.files().value(0);
+    }
     const Objects objects = writableObjects();
     if (objects.empty())
         return {};
@@ -347,7 +365,8 @@ void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,
     add(areLocked ? tr("Un&lock") : tr("&Lock"),
         all([](Compound *object) { return stateOf(*object) != nullptr; }),
         [areLocked](const Objects &chosen) { setLocked(chosen, !areLocked); });
-    add(tr("E&xport…"), isSingle && writableAt(objects.front()) != nullptr,
+    add(tr("E&xport…"),
+        (isSingle && writableAt(objects.front()) != nullptr) || !structuresOf(objects).empty(),
         [this](const Objects &chosen) { askExport(chosen); });
     add(tr("&Delete"), all([](const Compound *object) { return isDestroyable(*object); }),
         [](const Objects &chosen) { destroy(chosen); });

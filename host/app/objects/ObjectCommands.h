@@ -72,7 +72,8 @@ public:
     void askRenumber(const Objects &objects) const;
     void showProperties(const Compound &object) const;
     // Offers all objects that can be written, that of the first one picked chosen. The file that
-    // was written, if any; one that takes long is written while the user goes on.
+    // was written, if any; one that takes long is written while the user goes on. Of several
+    // structures, and nothing else, how they are written together, and the first file of them.
     QString askExport(const Objects &picked) const;
     [[nodiscard]] static bool canExport();
 

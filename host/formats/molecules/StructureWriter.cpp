@@ -257,7 +257,17 @@ std::vector<std::string> elementNames(const std::vector<ElementRecord> &written,
 
 std::string structureText(const StructureRecord &structure, FileFormat format)
 {
-    gemmi::Structure made = makeStructure(structure, format);
+    return modelsText({&structure, 1}, format);
+}
+
+std::string modelsText(std::span<const StructureRecord> structures, FileFormat format)
+{
+    gemmi::Structure made = makeStructure(structures.front(), format);
+    for (std::size_t i = 1; i < structures.size(); ++i) {
+        gemmi::Structure further = makeStructure(structures[i], format);
+        made.models.push_back(std::move(further.models.front()));
+        made.models.back().name = std::to_string(i + 1);
+    }
     return format == FileFormat::Pdb ? pdbTextOf(made) : cifTextOf(made);
 }
 

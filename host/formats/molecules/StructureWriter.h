@@ -6,6 +6,7 @@
 #include "Result.h"
 #include "WriteOptions.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,11 @@ namespace TAMBO::formats {
 
 // Throws what the coordinate library throws.
 [[nodiscard]] std::string structureText(const StructureRecord &structure, FileFormat format);
+
+// The same of several, each of which is a model of the file; helices and strands are those of the
+// first one.
+[[nodiscard]] std::string modelsText(std::span<const StructureRecord> structures,
+                                     FileFormat format);
 
 // Whether a structure read from the file is the same; the failure says where it differs.
 [[nodiscard]] Result<void> checkSame(const StructureRecord &structure,
