@@ -69,7 +69,8 @@ protected:
         return {[this](const QString &text) { m_Said << text; },
                 [this](const QString &headline, const QStringList &causes) {
                     m_Failures << headline + " " + causes.join(" ");
-                }};
+                },
+                {}};
     }
     ScriptDesk::Opener opener()
     {
