@@ -7,6 +7,7 @@
 #include "SlicedWork.h"
 #include "Texts.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -126,6 +127,8 @@ CellCursor::CellCursor(TAMBO::AlignmentWindow &window, News news)
     m_Walking.callOnTimeout([this] { goOnWalking(); });
     m_Scrolling.setInterval(kBetweenScrolls);
     m_Scrolling.callOnTimeout([this] { drawTo(*m_Pointer); });
+    QObject::connect(qApp, &QApplication::focusChanged, &m_Scrolling,
+                     [this] { m_IsAboutToDeselect = false; });
 }
 
 CellCursor::~CellCursor() = default;
@@ -351,7 +354,8 @@ bool CellCursor::handleKey(const QKeyEvent &key)
 {
     const Qt::KeyboardModifiers modifiers = withoutKeypad(key);
     if (key.key() == Qt::Key_Escape && modifiers == Qt::NoModifier)
-        return handleEscape();
+        return handleEscape(key);
+    m_IsAboutToDeselect = false;
     if (key.key() == Qt::Key_Space && modifiers == Qt::ControlModifier && m_Place) {
         toggleSelected();
         return true;
@@ -379,7 +383,7 @@ bool CellCursor::handleKey(const QKeyEvent &key)
 }
 
 // One thing at a time.
-bool CellCursor::handleEscape()
+bool CellCursor::handleEscape(const QKeyEvent &key)
 {
     if (m_Pointer) {
         m_Pointer.reset();
@@ -392,13 +396,30 @@ bool CellCursor::handleEscape()
         shown().endDrag();
         return true;
     }
+    // Who holds the key down wants one thing to end.
+    if (key.isAutoRepeat())
+        return true;
     if (hasBlock())
         set(m_Place);
-    else if (!m_News.deselect || !m_News.deselect()) {
+    else if (!askOrDeselect()) {
         if (!m_Place)
             return false;
         set(std::nullopt);
     }
+    return true;
+}
+
+// No undo brings a selection back, and whoever closes a bar may press the key once too often.
+bool CellCursor::askOrDeselect()
+{
+    const bool isAsked = std::exchange(m_IsAboutToDeselect, false);
+    if (!m_News.isAnySelected || !m_News.isAnySelected())
+        return false;
+    if (isAsked)
+        return m_News.deselect && m_News.deselect();
+    m_IsAboutToDeselect = true;
+    m_News.tell(tr("Escape once more takes everything out of the selection, which cannot be "
+                   "undone."));
     return true;
 }
 
@@ -491,6 +512,7 @@ bool CellCursor::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
         return handleKey(static_cast<const QKeyEvent &>(event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
+        m_IsAboutToDeselect = false;
         return handlePress(static_cast<const QMouseEvent &>(event));
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:

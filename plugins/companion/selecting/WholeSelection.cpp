@@ -33,13 +33,13 @@ bool selectNothing()
     return true;
 }
 
-bool selectNothingOf(const TAMBO::Alignment *alignment)
+bool isAnySelectedOf(const TAMBO::Alignment *alignment)
 {
     if (alignment == nullptr)
         return false;
     for (unsigned long row = 0; row < alignment->height(); ++row)
         if (TAMBO::AlignmentDetails::hasSelected(*alignment, row))
-            return selectNothing();
+            return true;
     return false;
 }
 

@@ -6,6 +6,9 @@
 #include "AlignmentDetails.h"
 #include "support/WaitUntil.h"
 
+#include <QKeyEvent>
+#include <QLineEdit>
+
 #include <random>
 
 namespace CellCursorTest {
@@ -105,20 +108,43 @@ TEST_F(Cursor, EscapeDropsTheBlockThenDeselectsThenTakesTheCursorAway)
     key(Qt::Key_Escape);
     EXPECT_FALSE(cursor().hasBlock());
     EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    key(Qt::Key_Escape);
+    keys({Qt::Key_Escape, Qt::Key_Escape});
     EXPECT_TRUE(cursor().place());
     EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
     key(Qt::Key_Escape);
     EXPECT_FALSE(cursor().place());
 }
 
-TEST_F(Cursor, EscapeDeselectsWithoutACursor)
+TEST_F(Cursor, EscapeDeselectsWithoutACursorWhenItIsPressedTwice)
 {
     click(cells(), Qt::LeftButton, middleOf({0, 0}));
     ASSERT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
     key(Qt::Key_Escape);
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    EXPECT_EQ(line(), "Escape once more takes everything out of the selection, which cannot be "
+                      "undone.");
+    key(Qt::Key_Escape);
     EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
     EXPECT_EQ(history.size(), 0U) << "the selection is no step of undo";
+}
+
+TEST_F(Cursor, EscapeThatIsHeldDownOrPressedAfterSomethingElseKeepsTheSelection)
+{
+    click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    key(Qt::Key_Escape);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(&view(), &held);
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    key(Qt::Key_Right);
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    // As to a bar and back, which takes an Escape, too.
+    QLineEdit bar(cells()->window());
+    bar.show();
+    bar.setFocus();
+    view().setFocus();
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
 }
 
 TEST_F(Cursor, EscapeEndsTheDrawingOfABlockAndKeepsWhatIsSelected)
