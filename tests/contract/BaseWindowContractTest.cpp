@@ -435,6 +435,21 @@ TEST(BaseWindowContract, WindowsThatNobodyHasPlacedStandBesideEachOther)
     }
 }
 
+TEST(BaseWindowContract, ManyLargeWindowsCanAllBeTakenHoldOf)
+{
+    std::vector<std::unique_ptr<RecordingWindow>> windows;
+    for (int i = 0; i < 40; ++i) {
+        windows.push_back(std::make_unique<RecordingWindow>("Crowd", QSize(780, 700)));
+        windows.back()->show();
+        if (i == 0)
+            windows.back()->move(0, 0);
+    }
+    const QRect room = windows.front()->screen()->availableGeometry();
+    for (const auto &one : windows)
+        EXPECT_TRUE(room.contains(QRect(one->pos(), QSize(120, 40))))
+            << one->pos().x() << ' ' << one->pos().y();
+}
+
 TEST(BaseWindowContract, ASecondWindowStepsAsideWhateverStandsBehindTheCaption)
 {
     RecordingWindow first("Captions", QSize(600, 400));

@@ -24,6 +24,8 @@ namespace {
 
 // By how much windows of one key are shifted, so that none hides another.
 constexpr QPoint kAside(28, 28);
+// As much of a window can be taken hold of.
+constexpr QSize kCaption(160, 60);
 
 // A modal dialog that is asked on somebody's stack must not go with its parent: neither while it
 // waits for an answer, nor when it has one and is still on its way back. A dialog that deletes
@@ -173,6 +175,7 @@ void BaseWindow::stepAsideOfTwins()
     const bool isPlaced = testAttribute(Qt::WA_Moved);
     const QRect room = (isPlaced ? this : twins.front())->screen()->availableGeometry();
     const QPoint begin = isPlaced ? pos() : twins.front()->pos();
+    const QRect captions = room.adjusted(0, 0, -kCaption.width(), -kCaption.height());
     // At the right edge of the screen to the left, at the lower one upwards.
     const std::array<QPoint, 4> ways = {kAside, QPoint(-kAside.x(), kAside.y()),
                                         QPoint(kAside.x(), -kAside.y()), -kAside};
@@ -185,7 +188,7 @@ void BaseWindow::stepAsideOfTwins()
         if (room.contains(QRect(tried, size())))
             found = tried;
         // Where none fits, its caption is seen at least.
-        if (found || way == 0)
+        if (found || (place == begin && captions.contains(tried)))
             place = tried;
     }
     if (place != pos() || !isPlaced)

@@ -100,15 +100,18 @@ void DialogPlaces::comeUp(QDialog &dialog, QWidget *caller, const QString &key)
     shown->caller = canCallDialogs(caller) ? caller : nullptr;
     const QRect place = callersPlace(caller);
     const std::optional<QRect> kept = key.isEmpty() ? std::nullopt : WindowPlaces::dialogPlace(key);
-    if (kept && !kept->size().isEmpty())
-        dialog.resize(kept->size().expandedTo(dialog.minimumSizeHint()));
-    const QPoint middle =
-        QRect(QPoint(0, 0), place.size()).center() - QRect(QPoint(0, 0), dialog.size()).center();
     const QScreen *const screen =
         shown->caller != nullptr ? caller->screen() : QGuiApplication::primaryScreen();
-    const QPoint wanted = place.topLeft() + (kept ? kept->topLeft() : middle);
     // Its own frame is not known before it has been shown.
     const QSize frame = shown->caller != nullptr ? place.size() - caller->size() : QSize(0, 0);
+    // It may have been made larger on another screen, and its buttons are at its end.
+    if (kept && !kept->size().isEmpty())
+        dialog.resize(kept->size()
+                          .boundedTo(screen->availableSize() - frame)
+                          .expandedTo(dialog.minimumSizeHint()));
+    const QPoint middle =
+        QRect(QPoint(0, 0), place.size()).center() - QRect(QPoint(0, 0), dialog.size()).center();
+    const QPoint wanted = place.topLeft() + (kept ? kept->topLeft() : middle);
     const QPoint at = inRoom(wanted, dialog.size() + frame, screen->availableGeometry());
     dialog.move(at);
     shown->offset = at - place.topLeft();

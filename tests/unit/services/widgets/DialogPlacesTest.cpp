@@ -2,6 +2,7 @@
 #include "DialogPlaces.h"
 
 #include "BaseDialog.h"
+#include "WindowPlaces.h"
 
 #include <QInputDialog>
 #include <QMainWindow>
@@ -17,6 +18,7 @@
 namespace DialogPlacesTest {
 
 using TAMBO::services::DialogPlaces;
+using TAMBO::services::WindowPlaces;
 
 class DialogPlace : public testing::Test
 {
@@ -53,6 +55,14 @@ TEST_F(DialogPlace, ADialogComesUpOverItsCallerWhereverThatIs)
     m_Caller.move(180, 160);
     dialog.show();
     EXPECT_TRUE(isOver(dialog, m_Caller));
+}
+
+TEST_F(DialogPlace, ADialogThatWasMadeLargeOnAnotherScreenFitsThisOne)
+{
+    WindowPlaces::rememberDialog("Large", {-300, -200, 5000, 4000});
+    QDialog dialog(&m_Caller);
+    DialogPlaces::comeUp(dialog, &m_Caller, "Large");
+    EXPECT_TRUE(m_Caller.screen()->availableGeometry().contains(dialog.geometry()));
 }
 
 TEST_F(DialogPlace, WhereAUserHasMovedItItComesUpAgainBesideItsCallerInItsSize)
