@@ -18,15 +18,40 @@ namespace TAMBO::app {
 
 namespace {
 
-// Four columns of a PDB file.
+// What PDB files can hold, which write those above 9999 with letters.
 constexpr int kLeastInFiles = -999;
-constexpr int kMostInFiles = 9999;
+constexpr int kMostInFiles = 1'000'000;
 
 bool isLockedAnywhere(const Compound *object)
 {
     while (object != nullptr && !object->IsLocked())
         object = object->Parent();
     return object != nullptr;
+}
+
+using NumbersOfOthers = std::vector<std::pair<int, char>>;
+
+void addGroups(const Peptide &chain, NumbersOfOthers &others)
+{
+    for (std::size_t i = 0; i < chain.objectCount(); ++i) {
+        if (const auto *const group = dynamic_cast<const Group *>(chain.object(i)))
+            others.emplace_back(group->GetSeqId().number(), group->GetSeqId().insertionCode());
+    }
+}
+
+// A row may stand for a part of its chain, and the rest of it keeps its numbers.
+void addRest(const Peptide &chain, const Peptide &sequence, NumbersOfOthers &others)
+{
+    std::vector<bool> isHere(chain.residueCount(), false);
+    for (std::size_t i = 0; i < sequence.residueCount(); ++i) {
+        const ResiduePlace place = sequence.resolve(i);
+        if (place.peptide == &chain)
+            isHere[place.index] = true;
+    }
+    for (std::size_t i = 0; i < isHere.size(); ++i) {
+        if (!isHere[i])
+            others.emplace_back(chain.number(i).number(), chain.number(i).insertionCode());
+    }
 }
 
 QString numbersText(const SequenceNumber &first, const SequenceNumber &last)
@@ -102,26 +127,35 @@ RenumberTable::Line RenumberTable::lineOf(Peptide &sequence)
         if (isJumping)
             line.jumping = std::move(numbers);
     }
-    for (std::size_t i = 0; i < sequence.objectCount(); ++i) {
-        if (const auto *const group = dynamic_cast<const Group *>(sequence.object(i)))
-            line.others.emplace_back(group->GetSeqId().number(), group->GetSeqId().insertionCode());
-    }
+    addGroups(sequence, line.others);
+    sequence.forEachTiedChain([&](const Peptide &chain) {
+        line.isLocked = line.isLocked || isLockedAnywhere(&chain);
+        addGroups(chain, line.others);
+        addRest(chain, sequence, line.others);
+    });
     std::ranges::sort(line.others);
     return line;
 }
 
 SequenceNumber RenumberTable::numberOf(const Line &line, std::size_t index) const
 {
+    // A clash says so where it is beyond; the sum would be too large for a number.
+    const int from = std::clamp(*line.from, kLeastInFiles, kMostInFiles);
     if (!m_KeepsJumps || line.jumping.empty())
-        return SequenceNumber(*line.from + int(index));
+        return SequenceNumber(from + int(index));
     const SequenceNumber &old = line.jumping[index];
-    return SequenceNumber(old.number() - line.first.number() + *line.from, old.insertionCode());
+    return SequenceNumber(old.number() - line.first.number() + from, old.insertionCode());
 }
 
 bool RenumberTable::isAskedTwice(const Line &line) const
 {
     const int *const asked = m_Asked.find(*line.owner);
     return asked != nullptr && *asked > 1;
+}
+
+QString RenumberTable::rangeText()
+{
+    return tr("numbers go from %1 to %2").arg(kLeastInFiles).arg(kMostInFiles);
 }
 
 // Empty when nothing is in the way.
@@ -135,16 +169,17 @@ QString RenumberTable::clashOf(const Line &line) const
         return tr("locked");
     if (isAskedTwice(line))
         return tr("another row has the same residues");
-    const int last = numberOf(line, line.count - 1).number();
-    if (*line.from < kLeastInFiles || last > kMostInFiles)
-        return tr("PDB files hold %1 to %2 only").arg(kLeastInFiles).arg(kMostInFiles);
-    if (line.others.empty())
-        return {};
-    for (std::size_t i = 0; i < line.count; ++i) {
+    if (*line.from < kLeastInFiles || *line.from > kMostInFiles ||
+        line.count > std::size_t(kMostInFiles))
+        return rangeText();
+    const bool isEach = !line.others.empty() || (m_KeepsJumps && !line.jumping.empty());
+    for (std::size_t i = isEach ? 0 : line.count - 1; i < line.count; ++i) {
         const SequenceNumber number = numberOf(line, i);
+        if (number.number() < kLeastInFiles || number.number() > kMostInFiles)
+            return rangeText();
         if (std::ranges::binary_search(line.others,
                                        std::pair(number.number(), number.insertionCode())))
-            return tr("%1 is the number of another group of the chain")
+            return tr("%1 is the number of another residue or group of the chain")
                 .arg(QString::fromStdString(number.getValue()));
     }
     return {};

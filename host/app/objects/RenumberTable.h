@@ -84,6 +84,7 @@ private:
     static Line lineOf(Peptide &sequence);
     [[nodiscard]] SequenceNumber numberOf(const Line &line, std::size_t index) const;
     [[nodiscard]] QString clashOf(const Line &line) const;
+    [[nodiscard]] static QString rangeText();
     // Rows may stand for the same residues.
     [[nodiscard]] bool isAskedTwice(const Line &line) const;
     void announce();

@@ -115,6 +115,44 @@ TEST_F(RenumberTableTest, NumbersThatAreLeftOutStayLeftOutUnlessTheUserWantsThem
     EXPECT_EQ(numbers(a), QStringList({"100", "101", "106B"}));
 }
 
+TEST_F(RenumberTableTest, ASequenceOfMoreResiduesThanAPdbFileHasDigitsForIsRenumbered)
+{
+    RenumberTable table({&sequence("titin", std::string(12000, 'A'))});
+    type(table, 0, "5");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn), "");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ToColumn), "12004");
+}
+
+TEST_F(RenumberTableTest, WhatTheChainOfARowHasBesideTheRowIsInTheWay)
+{
+    StructureRecord record;
+    record.name = "1abc";
+    record.chains.push_back({"A", {}});
+    for (int i = 1; i <= 6; ++i)
+        record.chains.back().residues.push_back({"ALA", 'A', SequenceNumber(i), {}});
+    record.chains.back().residues.push_back({"HEM", 'X', SequenceNumber("50"), {}, false});
+    Structure *made = nullptr;
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        made = ObjectFactory::adopt(std::move(record));
+    }
+    Peptide &row = sequence("row", "AAA");
+    row.tie(0, *made->chain(0), 0, 3);
+    RenumberTable table({&row});
+    type(table, 0, "3");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn),
+              "4 is the number of another residue or group of the chain");
+    type(table, 0, "49");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn),
+              "50 is the number of another residue or group of the chain");
+    type(table, 0, "-1");
+    EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn), "");
+    setObjectLocked(*made, true);
+    RenumberTable locked({&row});
+    type(locked, 0, "-1");
+    EXPECT_EQ(cell(locked, 0, RenumberTable::ClashColumn), "locked");
+}
+
 TEST_F(RenumberTableTest, WhatIsInTheWayIsSaid)
 {
     StructureRecord record;
@@ -131,11 +169,14 @@ TEST_F(RenumberTableTest, WhatIsInTheWayIsSaid)
     RenumberTable table({made->chain(0), &locked, &sequence("c", "ACD")});
     type(table, 0, "50");
     EXPECT_EQ(cell(table, 0, RenumberTable::ClashColumn),
-              "50 is the number of another group of the chain");
+              "50 is the number of another residue or group of the chain");
     type(table, 1, "5");
     EXPECT_EQ(cell(table, 1, RenumberTable::ClashColumn), "locked");
-    type(table, 2, "9998");
-    EXPECT_EQ(cell(table, 2, RenumberTable::ClashColumn), "PDB files hold -999 to 9999 only");
+    for (const char *number : {"-1000", "999999", "2147483647", "-2147483648"}) {
+        type(table, 2, number);
+        EXPECT_EQ(cell(table, 2, RenumberTable::ClashColumn), "numbers go from -999 to 1000000")
+            << number;
+    }
     type(table, 2, "ten");
     EXPECT_EQ(cell(table, 2, RenumberTable::ClashColumn), "\"ten\" is no whole number");
     EXPECT_EQ(table.clashCount(), 3);
