@@ -392,7 +392,8 @@ bool CellCursor::handleEscape(const QKeyEvent &key)
         return true;
     }
     // Rows and columns are dragged in the panels.
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+    const bool wasDragged = m_News.endDrag && m_News.endDrag();
+    if (wasDragged || QGuiApplication::mouseButtons() != Qt::NoButton) {
         shown().endDrag();
         return true;
     }

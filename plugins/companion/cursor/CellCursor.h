@@ -39,6 +39,8 @@ public:
         std::function<void(const Place &)> moved;
         // What users are to read; after moved().
         std::function<void(const QString &)> tell;
+        // Whether something was dragged, and is not any more.
+        std::function<bool()> endDrag = {};
         // Escape with nothing of the cursor's to drop: whether something is selected.
         std::function<bool()> isAnySelected = {};
         // False when nothing can be deselected now.

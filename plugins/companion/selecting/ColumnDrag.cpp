@@ -85,6 +85,7 @@ void ColumnDrag::markUpTo(TAMBO::AlignmentWindow &window, unsigned long column)
     if (!m_IsDragging) {
         // What the press has done to the first one; beside the marks it has done nothing.
         const bool isMark = alignment->range() == TAMBO::Alignment::Range(*m_From, *m_From + 1);
+        m_Before = alignment->range();
         m_Selects = !isMark || alignment->isColumnSelected(*m_From);
     }
     m_IsDragging = true;
@@ -111,6 +112,19 @@ void ColumnDrag::release(TAMBO::AlignmentWindow &window)
     guard->selectCells(std::vector<bool>(alignment->height(), true), columns,
                        selects ? TAMBO::Alignment::Selecting::Add
                                : TAMBO::Alignment::Selecting::Remove);
+}
+
+bool ColumnDrag::giveUp()
+{
+    const bool wasDragging = m_IsDragging;
+    forget();
+    TAMBO::Alignment *const alignment = AlignmentViewObserver::window()->alignment();
+    if (!wasDragging || alignment == nullptr)
+        return wasDragging;
+    const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
+    if (guard.m_good)
+        guard->range(m_Before);
+    return true;
 }
 
 void ColumnDrag::forget()

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <optional>
+#include <utility>
 
 class QMouseEvent;
 
@@ -23,6 +24,9 @@ public:
     explicit ColumnDrag(TAMBO::AlignmentWindow &window);
     ~ColumnDrag() override;
 
+    // The range is that of the press again, and nothing is selected when the button is let go.
+    // False when there is no drag.
+    bool giveUp();
     [[nodiscard]] bool isDragging() const noexcept { return m_IsDragging; }
 
     void alignmentShown() override { forget(); }
@@ -42,6 +46,7 @@ private:
     std::optional<unsigned long> m_From;
     unsigned long m_To = 0;
     bool m_IsDragging = false;
+    std::pair<unsigned long, unsigned long> m_Before;
     bool m_Selects = true;
     QPoint m_Pointer;
     QTimer m_Scrolling;

@@ -33,6 +33,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
                             m_Access.setCursor(cell);
                         },
                         [this](const QString &text) { m_Place.tell(text); },
+                        [this] { return m_ColumnDrag.giveUp(); },
                         [this] { return isAnySelectedOf(m_Window.alignment()); }, &selectNothing}),
       m_Editing(window, m_Cursor,
                 {[this](const QString &text) { m_Place.tell(text); },

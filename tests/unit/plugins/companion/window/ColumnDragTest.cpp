@@ -6,6 +6,7 @@
 #include "support/WaitUntil.h"
 
 #include <QLabel>
+#include <QTest>
 
 namespace ColumnDragTest {
 
@@ -65,6 +66,19 @@ TEST_F(OverTheHeader, APressThatDeselectsAColumnDeselectsAllThatTheDragMeets)
     drag(5, {7});
     EXPECT_EQ(m_Shown.range(), Range(5, 8));
     EXPECT_EQ(selected(), (Columns{3, 4, 8}));
+}
+
+TEST_F(OverTheHeader, EscapeGivesTheDragUp)
+{
+    press(header(), Qt::LeftButton, markOf(3));
+    move(header(), Qt::LeftButton, markOf(6));
+    ASSERT_EQ(m_Shown.range(), Range(3, 7));
+    QTest::keyClick(m_Served->areaWidget(WindowArea::Cells)->parentWidget(), Qt::Key_Escape);
+    EXPECT_EQ(m_Shown.range(), Range(3, 4));
+    move(header(), Qt::LeftButton, markOf(8));
+    release(header(), Qt::LeftButton, markOf(8));
+    EXPECT_EQ(m_Shown.range(), Range(3, 4));
+    EXPECT_EQ(selected(), Columns{3});
 }
 
 TEST_F(OverTheHeader, AClickMeansWhatItMeantWithoutIt)
