@@ -18,10 +18,12 @@ constexpr int kPatience = 3;
 
 } // namespace
 
-Breathing::Breathing(std::function<void()> show) : m_Show(std::move(show))
+Breathing::Breathing(std::function<void()> show)
+    : m_Show(std::move(show)),
+      m_Handler(py::cpp_function([this](const py::object &, const py::object &) { breathe(); }))
 {
-    py::module_::import("signal").attr("signal")(
-        kSignal, py::cpp_function([this](const py::object &, const py::object &) { breathe(); }));
+    hear();
+    ::sigaction(kSignal, nullptr, &m_Action);
 }
 
 Breathing::~Breathing()
@@ -30,8 +32,28 @@ Breathing::~Breathing()
     ::signal(kSignal, SIG_DFL);
 }
 
+void Breathing::hear()
+{
+    const py::module_ signals = py::module_::import("_signal");
+    if (!signals.attr("getsignal")(kSignal).is(m_Handler))
+        signals.attr("signal")(kSignal, m_Handler);
+}
+
+int Breathing::hearAgain(void *breathing)
+{
+    auto &self = *static_cast<Breathing *>(breathing);
+    self.m_IsCalled = false;
+    try {
+        self.hear();
+    } catch (py::error_already_set &error) {
+        error.discard_as_unraisable("the signal by which scripts are stopped");
+    }
+    return 0;
+}
+
 void Breathing::begin(ScriptHost &host)
 {
+    hearAgain(this);
     m_Host = &host;
     m_Stops = 0;
     m_Missed = 0;
@@ -60,9 +82,24 @@ void Breathing::tick()
         if (m_IsLooking)
             continue;
         PyErr_SetInterruptEx(kSignal);
-        if (++m_Missed > kPatience)
-            ::pthread_kill(m_Owner, kSignal);
+        if (++m_Missed <= kPatience)
+            continue;
+        insist();
     }
+}
+
+// A script that sets all handlers takes this one, too. What is asked for here is done between two
+// instructions as well, but only when a signal has come there.
+void Breathing::insist()
+{
+    struct sigaction present = {};
+    ::sigaction(kSignal, nullptr, &present);
+    if (present.sa_handler != m_Action.sa_handler) {
+        if (!m_IsCalled.exchange(true) && Py_AddPendingCall(hearAgain, this) != 0)
+            m_IsCalled = false;
+        ::sigaction(kSignal, &m_Action, nullptr);
+    }
+    ::pthread_kill(m_Owner, kSignal);
 }
 
 void Breathing::breathe()

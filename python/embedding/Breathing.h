@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -35,10 +36,20 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void tick();
+    // Makes the handler Python's, unless it is.
+    void hear();
+    static int hearAgain(void *breathing);
+    // By the signal itself.
+    void insist();
     // Called by Python; raises KeyboardInterrupt.
     void breathe();
 
     const std::function<void()> m_Show;
+    const pybind11::object m_Handler;
+    // What the process does on the signal: Python's.
+    struct sigaction m_Action
+    {
+    };
     const pthread_t m_Owner = ::pthread_self();
     ScriptHost *m_Host = nullptr;
     int m_Stops = 0;
@@ -46,6 +57,8 @@ private:
     // What the thread knows: the ticks since the last look, and that one is being taken.
     std::atomic<int> m_Missed = 0;
     std::atomic<bool> m_IsLooking = false;
+    // Of hearAgain(), which has not come yet.
+    std::atomic<bool> m_IsCalled = false;
     std::mutex m_Mutex;
     std::condition_variable m_Ended;
     bool m_HasEnded = false;

@@ -92,6 +92,19 @@ TEST_F(Stop, EndsLongWorkOfTheModel)
     EXPECT_EQ(outcome.end, Outcome::End::Stopped) << outcome.trace;
 }
 
+TEST_F(Stop, EndsAScriptThatHasSetTheHandlersOfAllSignals)
+{
+    const std::string takesAll = "import signal\n"
+                                 "for number in set(signal.Signals) - {9, 19}:\n"
+                                 "    signal.signal(number, signal.SIG_DFL)\n";
+    stopFrom(1);
+    EXPECT_EQ(run(takesAll + "while True: pass\n").end, Outcome::End::Stopped);
+    atBreath = nullptr;
+    EXPECT_EQ(run(takesAll).end, Outcome::End::Done);
+    stopFrom(1);
+    EXPECT_EQ(run("import time; time.sleep(3600)").end, Outcome::End::Stopped);
+}
+
 TEST_F(Stop, TakesTheStepBack)
 {
     runWell("import tambo; tambo.new_alignment('a', [('x', 'MK')])");
