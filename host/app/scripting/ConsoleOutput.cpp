@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
+#include <algorithm>
+
 namespace TAMBO::app {
 
 namespace {
@@ -100,7 +102,11 @@ void ConsoleOutput::show(const OutputLines::News &news)
     if (news.lines.empty())
         return;
     QScrollBar *const bar = verticalScrollBar();
-    const bool followsEnd = m_FollowsEnd;
+    // Whoever types something wants to see what comes of it.
+    const bool followsEnd = m_FollowsEnd || std::any_of(news.lines.begin(), news.lines.end(),
+                                                        [](const OutputLine &line) {
+                                                            return line.kind == LineKind::Input;
+                                                        });
     // A reader who has scrolled up keeps what he reads, also when lines above it go.
     QTextCursor read(firstVisibleBlock());
     append(news);
@@ -108,6 +114,7 @@ void ConsoleOutput::show(const OutputLines::News &news)
         bar->setValue(bar->maximum());
     else
         bar->setValue(read.block().firstLineNumber());
+    m_FollowsEnd = followsEnd || bar->value() == bar->maximum();
     m_Marks->update();
 }
 

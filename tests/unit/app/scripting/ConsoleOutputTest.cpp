@@ -71,6 +71,60 @@ TEST_F(ConsoleOutputTest, TheViewFollowsTheEnd)
     EXPECT_EQ(bar->value(), bar->maximum());
 }
 
+TEST_F(ConsoleOutputTest, TheViewFollowsTheEndOfLinesThatAreWrapped)
+{
+    const QScrollBar *const bar = m_Output.verticalScrollBar();
+    QTextCursor last(m_Output.document());
+    for (int i = 0; i < 60; ++i) {
+        const QString text = QString("line %1 of what was written ").arg(i).repeated(1 + i % 7);
+        m_Output.show({false, {{"Traceback:", LineKind::Error}, {text, LineKind::Output}}});
+        if (i % 3 == 0)
+            QCoreApplication::processEvents();
+        if (i % 10 == 0)
+            m_Output.resize(200 + 7 * i, 120 + i);
+        EXPECT_EQ(bar->value(), bar->maximum()) << i;
+        last.movePosition(QTextCursor::End);
+        EXPECT_TRUE(m_Output.viewport()->rect().contains(m_Output.cursorRect(last).center())) << i;
+    }
+}
+
+TEST_F(ConsoleOutputTest, WhatWasWrittenBeforeItIsShownFirstIsShownByItsEnd)
+{
+    ConsoleOutput output;
+    output.resize(300, 200);
+    const QString text = QString("what was written ").repeated(9);
+    for (int i = 0; i < 50; ++i)
+        output.show({false, {{text, LineKind::Output}}});
+    output.QWidget::show();
+    QCoreApplication::processEvents();
+    const QScrollBar *const bar = output.verticalScrollBar();
+    EXPECT_EQ(bar->value(), bar->maximum());
+    output.hide();
+    for (int i = 0; i < 50; ++i)
+        output.show({false, {{text, LineKind::Output}}});
+    output.resize(220, 90);
+    output.QWidget::show();
+    QCoreApplication::processEvents();
+    output.show({false, {{text, LineKind::Output}}});
+    EXPECT_EQ(bar->value(), bar->maximum());
+    QTextCursor last(output.document());
+    last.movePosition(QTextCursor::End);
+    EXPECT_TRUE(output.viewport()->rect().contains(output.cursorRect(last).center()));
+}
+
+TEST_F(ConsoleOutputTest, WhoeverHasScrolledUpAndTypesSeesWhatComesOfIt)
+{
+    m_Output.show(lines(0, 500));
+    QScrollBar *const bar = m_Output.verticalScrollBar();
+    bar->setValue(0);
+    m_Output.show(lines(500, 501));
+    EXPECT_EQ(bar->value(), 0);
+    m_Output.show({false, {{">>> 1", LineKind::Input}, {"1", LineKind::Output}}});
+    EXPECT_EQ(bar->value(), bar->maximum());
+    m_Output.show(lines(501, 600));
+    EXPECT_EQ(bar->value(), bar->maximum());
+}
+
 TEST_F(ConsoleOutputTest, AReaderWhoHasScrolledUpStaysWithHisLine)
 {
     m_Output.show(lines(0, ConsoleOutput::kMostLines));
