@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QWidget>
 
 #include <algorithm>
@@ -55,6 +56,13 @@ bool isDone(QEvent::Type type)
            type == QEvent::TouchBegin || type == QEvent::TabletPress;
 }
 
+// Lines of the status and tabs of docks, which may come up with the console.
+bool isEdge(const QWidget *widget)
+{
+    return qobject_cast<const QStatusBar *>(widget) != nullptr ||
+           qobject_cast<const QTabBar *>(widget) != nullptr;
+}
+
 bool isModifier(int key)
 {
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
@@ -79,7 +87,7 @@ HeldWorkbench::HeldWorkbench(QWidget &console) : m_Console(&console)
         for (QObject *const child : window->children()) {
             auto *const part = qobject_cast<QWidget *>(child);
             if (part != nullptr && !part->isWindow() && part != &console &&
-                !part->isAncestorOf(&console) && qobject_cast<QStatusBar *>(part) == nullptr)
+                !part->isAncestorOf(&console) && !isEdge(part))
                 freeze(*part);
         }
     }
@@ -137,8 +145,7 @@ bool HeldWorkbench::eventFilter(QObject *watched, QEvent *event)
         return true;
     if (type == QEvent::Paint && !isFree(*widget)) {
         // The line at the edge of the window and what frames the console know no model.
-        if (widget->isAncestorOf(m_Console) || qobject_cast<QStatusBar *>(widget) != nullptr ||
-            qobject_cast<QStatusBar *>(widget->parentWidget()) != nullptr)
+        if (widget->isAncestorOf(m_Console) || isEdge(widget) || isEdge(widget->parentWidget()))
             return false;
         // A window that has become larger has something there, at least.
         QPainter(widget).fillRect(static_cast<QPaintEvent *>(event)->rect(),

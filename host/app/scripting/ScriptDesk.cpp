@@ -192,6 +192,8 @@ ScriptOutcome ScriptDesk::runWork(const Work &work)
     m_Clock.start();
     m_NextLook = kPatience;
     emit begun();
+    // What was put off knows the objects as they are now, and not in the middle of a step.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     ScriptOutcome outcome;
     {
         // Files and models that arrive wait.

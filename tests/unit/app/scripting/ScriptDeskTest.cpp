@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -133,6 +134,55 @@ TEST_F(ScriptDeskTest, AScriptGetsItsArgumentsAndItsOutputIsShown)
     EXPECT_EQ(m_Said.last(), "sites.py is done: one step of undo.");
     ASSERT_EQ(m_Desk.recent().scripts().size(), 1U);
     EXPECT_EQ(m_Desk.recent().folder(), m_Folder.path());
+}
+
+TEST_F(ScriptDeskTest, WhatWasPutOffBeforeIsDoneBefore)
+{
+    QStringList order;
+    QMetaObject::invokeMethod(
+        m_Beside, [&] { order << "put off"; }, Qt::QueuedConnection);
+    m_Engine.m_Act = [&](Host &host) {
+        order << "script";
+        EXPECT_TRUE(breatheAWhile(host));
+        return Outcome();
+    };
+    run();
+    EXPECT_EQ(order, (QStringList{"put off", "script"}));
+}
+
+TEST_F(ScriptDeskTest, TabsOfDocksThatComeUpWithTheConsoleArePainted)
+{
+    class Paints : public QObject
+    {
+    public:
+        int m_Count = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            m_Count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } paints;
+    auto *const console = m_Window.findChild<QDockWidget *>();
+    auto *const log = new QDockWidget("Log");
+    m_Window.addDockWidget(Qt::BottomDockWidgetArea, log);
+    m_Window.tabifyDockWidget(log, console);
+    console->hide();
+    QCoreApplication::processEvents();
+    QObject::connect(&m_Desk, &ScriptDesk::consoleAsked, console, [&] {
+        console->show();
+        console->raise();
+    });
+    m_Engine.m_Act = [&](Host &host) {
+        EXPECT_TRUE(breatheAWhile(host));
+        for (QTabBar *const tabs : m_Window.findChildren<QTabBar *>()) {
+            tabs->installEventFilter(&paints);
+            tabs->update();
+        }
+        EXPECT_TRUE(FakeEngine::breatheUntil(host, [&] { return paints.m_Count > 0; }));
+        return Outcome();
+    };
+    run();
+    EXPECT_GT(paints.m_Count, 0);
 }
 
 TEST_F(ScriptDeskTest, AFailureIsOneLineInConsoleStatusLineAndLog)
