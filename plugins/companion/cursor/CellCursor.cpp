@@ -416,8 +416,12 @@ bool CellCursor::askOrDeselect()
     const bool isAsked = std::exchange(m_IsAboutToDeselect, false);
     if (!m_News.isAnySelected || !m_News.isAnySelected())
         return false;
-    if (isAsked)
-        return m_News.deselect && m_News.deselect();
+    if (isAsked) {
+        if (!m_News.deselect || !m_News.deselect())
+            return false;
+        m_News.tell(tr("Nothing is selected any more."));
+        return true;
+    }
     m_IsAboutToDeselect = true;
     m_News.tell(tr("Escape once more takes everything out of the selection, which cannot be "
                    "undone."));

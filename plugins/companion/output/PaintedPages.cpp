@@ -13,8 +13,6 @@
 
 namespace companion {
 
-namespace { } // namespace
-
 PaintedPages::PaintedPages(const PagePlan &plan, QPainter &painter, double dots,
                            PlaceOfPage placeOfPage)
     : m_Plan(plan),

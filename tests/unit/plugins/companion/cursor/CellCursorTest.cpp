@@ -125,6 +125,7 @@ TEST_F(Cursor, EscapeDeselectsWithoutACursorWhenItIsPressedTwice)
                       "undone.");
     key(Qt::Key_Escape);
     EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    EXPECT_EQ(line(), "Nothing is selected any more.");
     EXPECT_EQ(history.size(), 0U) << "the selection is no step of undo";
 }
 
