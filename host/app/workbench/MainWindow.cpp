@@ -5,6 +5,7 @@
 #include "Config.h"
 #include "ConfigStore.h"
 #include "ConsolePanel.h"
+#include "CountedStatusBar.h"
 #include "Directories.h"
 #include "FamilyDesk.h"
 #include "FirstPlaces.h"
@@ -50,7 +51,6 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QStatusBar>
 #include <QToolBar>
 
 namespace TAMBO::app {
@@ -332,36 +332,25 @@ void MainWindow::makeToolBar()
 
 void MainWindow::makeStatusBar()
 {
+    m_Status = new CountedStatusBar;
+    setStatusBar(m_Status);
     auto *printed = new PrintNotice(services::PrintoutDesk::instance());
     connect(printed, &PrintNotice::failed, this,
             [this](const QString &cause) { emit failed(cause, {}); });
-    statusBar()->addPermanentWidget(printed);
+    m_Status->addNotice(printed);
     auto *jobs = new JobStatus(services::JobList::instance());
     connect(jobs, &JobStatus::failureAsked, this, &MainWindow::failed);
-    statusBar()->addPermanentWidget(jobs);
+    m_Status->addNotice(jobs);
     m_Warning = new QLabel;
     m_Warning->setObjectName(QStringLiteral("Warning"));
     m_Warning->setTextFormat(Qt::PlainText);
     m_Warning->hide();
-    statusBar()->addPermanentWidget(m_Warning);
-    m_Count = new QLabel;
-    m_Count->setObjectName(QStringLiteral("ObjectCount"));
-    statusBar()->addPermanentWidget(m_Count);
-    connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::makeRoomForMessage);
-}
-
-// What is said is worth more than how much is loaded, and the rest of it is in the tool tip.
-void MainWindow::makeRoomForMessage(const QString &text)
-{
-    constexpr int kMargin = 16;
-    const int room = statusBar()->width() - m_Count->sizeHint().width() - kMargin;
-    m_Count->setVisible(statusBar()->fontMetrics().horizontalAdvance(text) < room);
-    statusBar()->setToolTip(plainToolTip(text));
+    m_Status->addNotice(m_Warning);
 }
 
 void MainWindow::say(const QString &text)
 {
-    statusBar()->showMessage(text, kSayMilliseconds);
+    m_Status->showMessage(text, kSayMilliseconds);
 }
 
 void MainWindow::sayOfLock(const QString &text, std::shared_ptr<const ObjectReferences> locked)
@@ -381,8 +370,8 @@ void MainWindow::followLock()
         return;
     m_Locked.reset();
     // Something else may have been said since.
-    if (statusBar()->currentMessage() == m_LockText)
-        statusBar()->clearMessage();
+    if (m_Status->currentMessage() == m_LockText)
+        m_Status->clearMessage();
 }
 
 void MainWindow::warn(const QString &text)
@@ -572,7 +561,7 @@ void MainWindow::countObjects()
     add(structures, tr("structure"), tr("structures"));
     add(alignments, tr("alignment"), tr("alignments"));
     add(sequences, tr("sequence"), tr("sequences"));
-    m_Count->setText(parts.join(QStringLiteral(", ")));
+    m_Status->setCount(parts.join(QStringLiteral(", ")));
     offerStart();
 }
 

@@ -25,6 +25,7 @@ struct PluginRecord;
 
 namespace TAMBO::app {
 
+class CountedStatusBar;
 class Loader;
 class LogModel;
 class ObjectCommands;
@@ -117,7 +118,6 @@ private:
     void makeHelpMenu();
     void makeToolBar();
     void makeStatusBar();
-    void makeRoomForMessage(const QString &text);
 
     QDockWidget *addDock(const QString &title, const char *name, QWidget *content);
     void fillRecentMenu();
@@ -155,7 +155,7 @@ private:
     QDockWidget *m_LogDock = nullptr;
     QDockWidget *m_HistoryDock = nullptr;
     QDockWidget *m_ConsoleDock = nullptr;
-    QLabel *m_Count = nullptr;
+    CountedStatusBar *m_Status = nullptr;
     QLabel *m_Warning = nullptr;
     bool m_IsPlaced = false;
 };
