@@ -2,6 +2,7 @@
 #include "PluginFolders.h"
 
 #include "Directories.h"
+#include "LogBook.h"
 #include "Logger.h"
 #include "PluginDescriptor.h"
 
@@ -101,8 +102,9 @@ std::vector<PluginFolders::Library> PluginFolders::libraries() const
         }
     }
     if (!missing.isEmpty())
-        Logger::Write(QStringLiteral("There is no folder of plug-ins %1")
-                          .arg(missing.join(QStringLiteral(", "))));
+        LogBook::instance().writeForDevelopers(QStringLiteral("There is no folder of plug-ins %1")
+                                                   .arg(missing.join(QStringLiteral(", "))),
+                                               Logger::Severity::Info);
     return found;
 }
 

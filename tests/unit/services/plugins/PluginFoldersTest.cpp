@@ -2,6 +2,7 @@
 #include "PluginFolders.h"
 
 #include "Directories.h"
+#include "LogBook.h"
 #include "support/LogLines.h"
 
 #include <QDir>
@@ -86,11 +87,15 @@ TEST_F(PluginFoldersTest, ANamedFolderThatIsMissingIsTold)
                                          " cannot be read: No such file or directory"));
 }
 
-TEST_F(PluginFoldersTest, AllOthersThatAreMissingAreOneLine)
+TEST_F(PluginFoldersTest, AllOthersThatAreMissingAreOneLineForDevelopers)
 {
     EXPECT_THAT(libraries({{path("none")}, {path("nothing")}}), IsEmpty());
-    EXPECT_EQ(m_Log.texts(), QStringList("There is no folder of plug-ins " + path("none") + ", " +
-                                         path("nothing")));
+    EXPECT_EQ(m_Log.texts(), QStringList());
+    const auto entries = LogBook::instance().entries();
+    ASSERT_FALSE(entries.empty());
+    EXPECT_TRUE(entries.back().isForDevelopers);
+    EXPECT_EQ(entries.back().text,
+              "There is no folder of plug-ins " + path("none") + ", " + path("nothing"));
 }
 
 TEST_F(PluginFoldersTest, OneThatCannotBeReadIsToldWhoeverNamedIt)
