@@ -78,6 +78,9 @@ void DuplicatesDialog::makeControls()
     m_Table->setModel(m_Model);
     m_Table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_Table->setTabKeyNavigation(false);
+    m_Table->setWordWrap(false);
+    m_Table->setTextElideMode(Qt::ElideMiddle);
+    m_Table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_Table->horizontalHeader()->setSectionResizeMode(DuplicateModel::Name, QHeaderView::Stretch);
     m_Table->horizontalHeader()->setSectionResizeMode(DuplicateModel::SameAs, QHeaderView::Stretch);
     m_Table->verticalHeader()->hide();

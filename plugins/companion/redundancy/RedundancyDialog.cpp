@@ -28,7 +28,7 @@ namespace {
 
 constexpr double kUsualRedundancy = 90;
 constexpr double kPercentOfAll = 100;
-constexpr QSize kRedundancySize(720, 520);
+constexpr QSize kRedundancySize(760, 520);
 constexpr int kRowSpace = 6;
 
 QPushButton *plainButton(const QString &text)
@@ -93,7 +93,11 @@ void RedundancyDialog::makeControls()
     m_Table->setModel(m_Model);
     m_Table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_Table->setTabKeyNavigation(false);
+    // A name is broken at a slash otherwise, and what is behind it, residue numbers, is not shown.
+    m_Table->setWordWrap(false);
+    m_Table->setTextElideMode(Qt::ElideMiddle);
     QHeaderView &header = *m_Table->horizontalHeader();
+    header.setSectionResizeMode(QHeaderView::ResizeToContents);
     header.setSectionResizeMode(RedundancyModel::Name, QHeaderView::Stretch);
     header.setSectionResizeMode(RedundancyModel::KeptName, QHeaderView::Stretch);
     m_Table->verticalHeader()->hide();

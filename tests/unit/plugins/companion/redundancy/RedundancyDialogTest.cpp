@@ -70,6 +70,19 @@ TEST_F(InTheRedundantRows, AreListedWithTheRowThatTheyAreLike)
     EXPECT_EQ(history.position(), 0U);
 }
 
+TEST_F(InTheRedundantRows, NamesHaveTheRoomThatNumbersLeave)
+{
+    m_Dialog->show();
+    QCoreApplication::processEvents();
+    const auto &table = *m_Dialog->findChild<QTableView *>();
+    const QString longName = "A0A0B2VV24_TOXCA/1469-1521";
+    for (const int column : {RedundancyModel::Name, RedundancyModel::KeptName})
+        EXPECT_GT(table.columnWidth(column), table.fontMetrics().horizontalAdvance(longName));
+    // At a slash a name would be broken, and the numbers behind it be on a line that is not seen.
+    EXPECT_FALSE(table.wordWrap());
+    EXPECT_EQ(table.textElideMode(), Qt::ElideMiddle);
+}
+
 TEST_F(InTheRedundantRows, AnotherRuleFindsOthers)
 {
     m_Dialog->findChild<QDoubleSpinBox *>()->setValue(80);
