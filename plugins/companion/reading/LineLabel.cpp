@@ -2,6 +2,8 @@
 #include "LineLabel.h"
 
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
 
 namespace companion {
 
@@ -9,11 +11,28 @@ namespace {
 
 constexpr int kLineMargin = 6;
 
+class LineLabel : public QLabel
+{
+protected:
+    // A label cuts its text in the middle of a word, and nobody sees that there is more.
+    void paintEvent(QPaintEvent *event) override
+    {
+        const QRect room = contentsRect();
+        const QString shown =
+            fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextSingleLine);
+        if (shown == text())
+            return QLabel::paintEvent(event);
+        QPainter painter(this);
+        style()->drawItemText(&painter, room, int(alignment()) | Qt::TextSingleLine, palette(),
+                              isEnabled(), shown, foregroundRole());
+    }
+};
+
 } // namespace
 
 QLabel *makeLineLabel()
 {
-    auto *const label = new QLabel;
+    auto *const label = new LineLabel;
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(kLineMargin, 0, kLineMargin, 0);
     // Else a tool bar would make it as wide as its text.

@@ -6,8 +6,8 @@ class QLabel;
 
 namespace companion {
 
-// Plain text, which takes the room that there is and never asks for a wider window. For a tool bar,
-// which it then belongs to.
+// Plain text, which takes the room that there is and never asks for a wider window; an ellipsis
+// stands for what has no room. For a tool bar, which it then belongs to.
 [[nodiscard]] QLabel *makeLineLabel();
 
 } // namespace companion
