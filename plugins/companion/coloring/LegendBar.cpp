@@ -78,7 +78,10 @@ void LegendBar::show(const Legend &legend)
     close->setText(tr("Close"));
     close->setToolTip(tr("Close the legend"));
     close->setAccessibleName(close->toolTip());
-    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    connect(close, &QToolButton::clicked, this, [this] {
+        hide();
+        emit closed();
+    });
     addWidget(close);
     show();
 }

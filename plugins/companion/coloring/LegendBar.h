@@ -23,6 +23,10 @@ public:
     // Goes out of sight when it has no entries.
     void show(const Legend &legend);
     using QToolBar::show;
+
+signals:
+    // By the user.
+    void closed();
 };
 
 } // namespace companion

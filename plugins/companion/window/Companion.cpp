@@ -53,8 +53,9 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
           [this] { return m_Cursor.block(); })),
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
+      m_Legends(window, *m_Legend),
       m_EditorColors(new EditorColors(*window.mainWindow(),
-                                      [this](const Legend &legend) { m_Legend->show(legend); })),
+                                      [this](const Legend &legend) { m_Legends.show(legend); })),
       m_ColorTools(
           new ColorTools(*window.mainWindow(), [this] { colorBy(ColumnRule::Conservation); })),
       m_Tracks(new Tracks(window)),
@@ -98,7 +99,7 @@ void Companion::colorBy(ColumnRule rule)
 {
     TAMBO::Alignment *const alignment = m_Window.alignment();
     if (alignment != nullptr && colorByColumn(*alignment, rule, m_Window.mainWindow()))
-        m_Legend->show(legendOf(rule));
+        m_Legends.show(legendOf(rule));
 }
 
 void Companion::colorByModelScore()
@@ -114,7 +115,7 @@ void Companion::colorByModelScore()
         tell(companion::tr("No row shows a model whose score is known: Kestram and Models of a "
                            "Family build such."));
     else if (colored.isDone)
-        m_Legend->show(scoreLegend());
+        m_Legends.show(scoreLegend());
 }
 
 void Companion::showPairs()

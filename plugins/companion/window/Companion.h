@@ -20,6 +20,7 @@
 #include "GridAccess.h"
 #include "KeptDock.h"
 #include "LegendBar.h"
+#include "LegendFollower.h"
 #include "NameColumn.h"
 #include "Overview.h"
 #include "PageDialog.h"
@@ -58,6 +59,7 @@ public:
     [[nodiscard]] FindBar &find() noexcept { return *m_Find; }
     [[nodiscard]] SelectBar &selecting() noexcept { return *m_Select; }
     [[nodiscard]] CompareBar &compare() noexcept { return *m_Compare; }
+    [[nodiscard]] LegendFollower &legends() noexcept { return m_Legends; }
     [[nodiscard]] Overview &overview() noexcept { return *m_Overview; }
     [[nodiscard]] Tracks &tracks() noexcept { return *m_Tracks; }
     [[nodiscard]] StructureMarks &marks() noexcept { return m_Marks; }
@@ -118,6 +120,7 @@ private:
     QPointer<CompareBar> m_Compare;
     QPointer<Overview> m_Overview;
     QPointer<LegendBar> m_Legend;
+    LegendFollower m_Legends;
     QPointer<EditorColors> m_EditorColors;
     QPointer<ColorTools> m_ColorTools;
     QPointer<Tracks> m_Tracks;

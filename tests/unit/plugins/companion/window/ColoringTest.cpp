@@ -6,10 +6,12 @@
 #include "DialogDriver.h"
 #include "ResidueTypes.h"
 #include "Toolbar.h"
+#include "support/WaitUntil.h"
 
 #include <QColorDialog>
 #include <QInputDialog>
 #include <QMenu>
+#include <QToolButton>
 
 namespace ColoringTest {
 
@@ -86,6 +88,94 @@ TEST_F(ColoredByColumn, TheLegendSaysWhatTheColorsMean)
         EXPECT_TRUE(texts.contains(QString::fromStdString(entry.label)));
     m_Companion->colorBy(companion::ColumnRule::ClustalX);
     EXPECT_FALSE(legend->isHidden());
+}
+
+class LegendOfColumns : public ColoredByColumn
+{
+protected:
+    LegendOfColumns() { m_Window->Populate(&m_Rows); }
+
+    [[nodiscard]] QString title() const
+    {
+        const auto *const legend = m_Window->findChild<QToolBar *>("Legend");
+        if (legend->isHidden())
+            return "none";
+        // Those of legends before are deleted later.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (const QLabel *const label : legend->findChildren<QLabel *>())
+            if (label->text().endsWith(u':'))
+                return label->text().section(u' ', 0, 0).remove(u':');
+        return "no title";
+    }
+    void close() const
+    {
+        for (auto *const button :
+             m_Window->findChild<QToolBar *>("Legend")->findChildren<QToolButton *>())
+            if (button->text() == "Close")
+                return button->click();
+        FAIL() << "nothing to press";
+    }
+    void expectTitle(const QString &expected) const
+    {
+        waitUntil([&] { return title() == expected; });
+        EXPECT_EQ(title().toStdString(), expected.toStdString());
+    }
+
+    TAMBO::Alignment &m_Rows = alignment({"ACDWA-", "ACEWL-", "AGDWLG", "ACDWVG"}, "family");
+};
+
+TEST_F(LegendOfColumns, GoesAndComesBackWithItsColors)
+{
+    const std::size_t before = history.position();
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    expectTitle("Conservation");
+    const std::size_t conserved = history.position();
+    m_Companion->colorBy(companion::ColumnRule::ClustalX);
+    const QString clustal = title();
+    EXPECT_NE(clustal, "Conservation");
+    const std::size_t both = history.position();
+    EXPECT_TRUE(history.goTo(conserved));
+    expectTitle("Conservation");
+    EXPECT_TRUE(history.goTo(before));
+    expectTitle("none");
+    EXPECT_TRUE(history.goTo(both));
+    expectTitle(clustal);
+}
+
+TEST_F(LegendOfColumns, StaysWhileCellsMoveAndGoesWhenTheyHaveTheirColorsOfBefore)
+{
+    const std::size_t before = history.position();
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    {
+        const DataPoint<TAMBO::Alignment> change(nullptr, &m_Rows);
+        m_Rows.insertGapCol(0, 1);
+    }
+    EXPECT_TRUE(m_Companion->legends().isLooking());
+    waitUntil([this] { return !m_Companion->legends().isLooking(); });
+    EXPECT_EQ(title(), "Conservation");
+    EXPECT_TRUE(history.goTo(before));
+    expectTitle("none");
+}
+
+TEST_F(LegendOfColumns, ThatTheUserHasClosedStaysAway)
+{
+    const std::size_t before = history.position();
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    const std::size_t colored = history.position();
+    close();
+    EXPECT_EQ(title(), "none");
+    EXPECT_TRUE(history.goTo(before));
+    EXPECT_TRUE(history.goTo(colored));
+    waitUntil([this] { return !m_Companion->legends().isLooking(); });
+    EXPECT_EQ(title(), "none");
+}
+
+TEST_F(LegendOfColumns, GoesWhenAnotherAlignmentIsShown)
+{
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    expectTitle("Conservation");
+    m_Window->Populate(&alignment({"ACD", "ACE"}, "other"));
+    expectTitle("none");
 }
 
 // ---- Legends of the window's own commands
