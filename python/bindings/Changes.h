@@ -17,8 +17,12 @@ void changed(T &object, const Change &change, Publisher::ActionType action = Pub
     {
         const ObjectGuard guard(action, object);
         isGranted = guard.m_good;
-        if (isGranted)
+        if (isGranted) {
             change(object);
+            // Of a part that is locked. The end of the step, which may be far, tells nothing of it
+            // when something else was done.
+            model.hearPart();
+        }
     }
     model.settle();
     if (!isGranted)

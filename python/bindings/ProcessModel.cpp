@@ -103,6 +103,8 @@ History &ProcessModel::history() noexcept
 
 void ProcessModel::hear(ModelHooks &hooks)
 {
+    // Of a run before.
+    m_Refusal.clear();
     hooks.refused = [this](const Compound &locked) { m_Refusal = locked.Name() + " is locked"; };
     hooks.denied = [this](const std::string &reason, const Compound *) { m_Refusal = reason; };
     hooks.working = [](const char *, double, bool) { return mayGoOn(); };
@@ -161,6 +163,20 @@ void ProcessModel::settle()
         throw py::error_already_set();
     if (!m_Refusal.empty())
         throw RefusedError(std::exchange(m_Refusal, {}));
+}
+
+void ProcessModel::clearRefusal() noexcept
+{
+    static_cast<void>(ChangeSession::get().takeRefusal());
+    m_Refusal.clear();
+    m_SavedInStep.clear();
+}
+
+void ProcessModel::hearPart() noexcept
+{
+    std::string refused = ChangeSession::get().takeRefusal();
+    if (m_Refusal.empty())
+        m_Refusal = std::move(refused);
 }
 
 void ProcessModel::leaveSteps()

@@ -108,11 +108,9 @@ public:
     // After each operation: what the model has refused meanwhile, and Ctrl+C, are thrown.
     void settle();
     // Before an operation that takes no guard.
-    void clearRefusal() noexcept
-    {
-        m_Refusal.clear();
-        m_SavedInStep.clear();
-    }
+    void clearRefusal() noexcept;
+    // What the model has refused inside of the change that was granted.
+    void hearPart() noexcept;
     // What the model asks on the way goes to Python.
     void hear(ModelHooks &hooks);
 

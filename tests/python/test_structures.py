@@ -93,6 +93,26 @@ class Structures(Case):
         tambo.undo()
         numpy.testing.assert_array_equal(other.atom_positions(), before)
 
+    def test_what_a_lock_holds_is_refused_inside_of_a_step_as_well(self):
+        fixed, other, pair = self.superposable()
+        before = other.atom_positions()
+        other.locked = True
+        for name in ("Superpose", "Color"):
+            with self.assertRaisesRegex(tambo.RefusedError, "locked"), tambo.step(name):
+                pair.name = name
+                if name == "Superpose":
+                    tambo.superpose(pair)
+                else:
+                    sequence = tambo.new_sequence("tied", "VFG")
+                    sequence.tie(other["A"], [(0, 1)])
+                    sequence[0].color = 0x123456
+        numpy.testing.assert_array_equal(other.atom_positions(), before)
+        self.assertNotIn(pair.name, ("Superpose", "Color"))
+        # Nothing of it is left for what comes next.
+        with tambo.step("Rename"):
+            pair.name = "next"
+        self.assertEqual(pair.name, "next")
+
     def test_rows_without_structures_cannot_be_superposed(self):
         with self.assertRaises(tambo.RefusedError):
             tambo.superpose(self.family(), rows=[1])

@@ -369,6 +369,12 @@ void ChangeSession::noteRefusal(const std::string &reason, const Compound &locke
     m_Step.refusing = &locked;
 }
 
+std::string ChangeSession::takeRefusal() noexcept
+{
+    m_Step.refusing = nullptr;
+    return std::exchange(m_Step.refusal, {});
+}
+
 void setEditRecorder(EditRecorder *recorder) noexcept
 {
     ChangeSession::get().setRecorder(recorder);

@@ -91,6 +91,8 @@ public:
     bool writeLogOnce(const std::string &message, LogSeverity severity);
     // A part of the step was refused: that is news for the user when nothing else is done.
     void noteRefusal(const std::string &reason, const Compound &locked);
+    // For whoever hears of it at once: the step's end does not tell it any more.
+    [[nodiscard]] std::string takeRefusal() noexcept;
 
 private:
     struct Publication
