@@ -7,6 +7,7 @@
 #include "Export.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,11 @@ public:
     // Appends to out how the cells [begin, end) of a row fit their chain.
     static void readTies(const Alignment &alignment, unsigned long row, unsigned long begin,
                          unsigned long end, std::vector<CellTie> &out);
+
+    // Which residues of its sequence a row shows, in its order: those in columns that were removed
+    // are not among them. What Alignment::residueCount() counts are places in this.
+    [[nodiscard]] static std::vector<std::uint32_t> shownResidues(const Alignment &alignment,
+                                                                  unsigned long row);
 
     // Whether a residue of the row is selected.
     [[nodiscard]] static bool hasSelected(const Alignment &alignment, unsigned long row);

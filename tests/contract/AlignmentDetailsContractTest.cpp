@@ -102,6 +102,16 @@ TEST_F(AlignmentDetailsContract, LinesOverResiduesStandWhereTheirResiduesDo)
     EXPECT_EQ(AlignmentDetails::residueText(shown, 1, 0, 0, 5), ".HHEE");
 }
 
+TEST_F(AlignmentDetailsContract, ARowShowsTheResiduesOfColumnsThatAreThere)
+{
+    Alignment &shown = annotated();
+    EXPECT_THAT(AlignmentDetails::shownResidues(shown, 0), ElementsAre(0, 1, 2, 3));
+    shown.removeColumns({false, true});
+    EXPECT_THAT(AlignmentDetails::shownResidues(shown, 0), ElementsAre(0, 2, 3));
+    EXPECT_EQ(shown.residueCount(0, shown.width()), 3U);
+    EXPECT_THAT(AlignmentDetails::shownResidues(shown, 2), IsEmpty());
+}
+
 TEST_F(AlignmentDetailsContract, WhatIsNotThereIsEmptyAndWhatReachesBeyondIsCutOff)
 {
     const Alignment &shown = annotated();

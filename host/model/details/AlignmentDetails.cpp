@@ -136,6 +136,18 @@ void AlignmentDetails::readTies(const Alignment &alignment, unsigned long row, u
     });
 }
 
+std::vector<std::uint32_t> AlignmentDetails::shownResidues(const Alignment &alignment,
+                                                           unsigned long row)
+{
+    std::vector<std::uint32_t> shown;
+    if (const AlignmentRow *const found = rowAt(alignment, row)) {
+        shown.reserve(found->cells().residues());
+        found->forEachResidue(0, alignment.width(),
+                              [&shown](Column, std::uint32_t index) { shown.push_back(index); });
+    }
+    return shown;
+}
+
 bool AlignmentDetails::hasSelected(const Alignment &alignment, unsigned long row)
 {
     const AlignmentRow *const found = rowAt(alignment, row);

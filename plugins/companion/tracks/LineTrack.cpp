@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace companion {
@@ -99,12 +100,14 @@ std::string scoreText(const Alignment &alignment, unsigned long row, unsigned lo
     std::vector<TAMBO::AlignmentCell> cells;
     alignment.readRow(row, begin, end, cells);
     std::string text(cells.size(), ' ');
+    if (!scores)
+        return text;
+    const std::vector<std::uint32_t> shownHere = AlignmentDetails::shownResidues(alignment, row);
     unsigned long residue = alignment.residueCount(row, begin);
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (cells[i].isGap())
             continue;
-        const auto tenth = scores ? scores->partOf(residue, kTenths) : std::nullopt;
-        if (tenth)
+        if (const auto tenth = scores->partOf(shownHere[residue], kTenths))
             text[i] = char('0' + *tenth);
         ++residue;
     }
@@ -234,7 +237,9 @@ QString columnValue(const Alignment &alignment, const LineTrack &track, unsigned
     if (!track.isScore || text.front() == ' ')
         return lineValue(track, text.front());
     const std::optional<ResidueScores> scores = residueScores(alignment, *track.row);
-    const double score = scores->of(alignment.residueCount(*track.row, col)).value_or(0);
+    const std::vector<std::uint32_t> shownHere =
+        AlignmentDetails::shownResidues(alignment, *track.row);
+    const double score = scores->of(shownHere[alignment.residueCount(*track.row, col)]).value_or(0);
     return QStringLiteral("%1: %2, %3")
         .arg(track.name, QString::number(score, 'f', 2), barText(track, text.front()));
 }

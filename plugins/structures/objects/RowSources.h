@@ -2,9 +2,11 @@
 #pragma once
 
 #include "Alignment.h"
+#include "AlignmentDetails.h"
 #include "StructureDetails.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace structures {
@@ -18,9 +20,11 @@ template <typename Visit> void forEachSource(const TAMBO::Alignment &alignment, 
             continue;
         const std::vector<TAMBO::ResidueSource> sources =
             TAMBO::StructureDetails::sources(alignment.GetSeq(row));
-        for (std::size_t i = 0; i < sources.size(); ++i)
-            if (sources[i].chain != nullptr)
-                visit(row, i, sources[i]);
+        const std::vector<std::uint32_t> shown =
+            TAMBO::AlignmentDetails::shownResidues(alignment, row);
+        for (std::size_t i = 0; i < shown.size(); ++i)
+            if (sources[shown[i]].chain != nullptr)
+                visit(row, i, sources[shown[i]]);
     }
 }
 

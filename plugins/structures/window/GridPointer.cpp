@@ -2,11 +2,15 @@
 #include "GridPointer.h"
 
 #include "Alignment.h"
+#include "AlignmentDetails.h"
 #include "AlignmentWindow.h"
 #include "CellEventFilter.h"
 #include "StructureDetails.h"
 
 #include <QMouseEvent>
+
+#include <cstdint>
+#include <vector>
 
 namespace structures {
 
@@ -76,7 +80,8 @@ void GridPointer::point(const TAMBO::Alignment &alignment, unsigned long row, un
         for (const TAMBO::ResidueSource &source : TAMBO::StructureDetails::sources(sequence))
             m_Residues.push_back({source.chain, source.child});
     }
-    const unsigned long residue = alignment.residueCount(row, column);
+    const std::vector<std::uint32_t> shown = TAMBO::AlignmentDetails::shownResidues(alignment, row);
+    const std::uint32_t residue = shown[alignment.residueCount(row, column)];
     show(residue < m_Residues.size() && m_Residues[residue].chain != nullptr ? m_Residues[residue]
                                                                              : Residue());
 }

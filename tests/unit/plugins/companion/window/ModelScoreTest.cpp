@@ -7,6 +7,7 @@
 #include "support/LogLines.h"
 
 #include "AlignmentDetails.h"
+#include "DataPoint.h"
 #include "PluginValues.h"
 
 #include <QLabel>
@@ -108,6 +109,23 @@ TEST_F(ScoresOfModels, TheTrackHasATenthForEachResidueAndTheNumberInWords)
     EXPECT_EQ(companion::columnValue(shown, track, 2), "m1_A score: nothing");
     EXPECT_DOUBLE_EQ(companion::lineShare(track, '9'), 1);
     EXPECT_DOUBLE_EQ(companion::lineShare(track, '0'), 0.1);
+}
+
+TEST_F(ScoresOfModels, TheTrackStaysWithItsResiduesWhenColumnsAreRemoved)
+{
+    TAMBO::Alignment &shown = scored();
+    const auto tracks = companion::lineTracks(shown, {1});
+    const companion::LineTrack &track = tracks.back();
+    const std::string before = companion::lineText(shown, track, 0, shown.width());
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, &shown);
+        std::vector<bool> removed(shown.width(), false);
+        std::fill(removed.begin(), removed.begin() + 4, true);
+        ASSERT_TRUE(guard->removeColumns(removed));
+    }
+    EXPECT_EQ(companion::lineText(shown, track, 0, shown.width()), before.substr(4));
+    EXPECT_EQ(companion::columnValue(shown, track, 21),
+              "m1_A score: 23.00, 10 of 10, from the lowest of its model");
 }
 
 } // namespace ModelScoreTest

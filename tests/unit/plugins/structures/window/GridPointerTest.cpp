@@ -9,6 +9,7 @@
 #include "unit/model/ModelFixture.h"
 
 #include "Alignment.h"
+#include "DataPoint.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -76,6 +77,17 @@ TEST_F(GridPointerOverCells, ACellOfAChainIsItsResidueAndHeardOfOnce)
     moveTo({81, 25});
     TAMBO::Compound *const chain = m_Structure->Child(0);
     EXPECT_EQ(m_Heard, (std::vector<Pointed>{{chain, 7}, {chain, 8}}));
+}
+
+TEST_F(GridPointerOverCells, ResiduesInRemovedColumnsAreCountedToo)
+{
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, m_Grid->m_Alignment);
+        ASSERT_TRUE(guard->removeColumns({true, false, true, true}));
+    }
+    moveTo({75, 30});
+    TAMBO::Compound *const chain = m_Structure->Child(0);
+    EXPECT_EQ(m_Heard, (std::vector<Pointed>{{chain, 10}}));
 }
 
 TEST_F(GridPointerOverCells, NothingIsPointedAtWithoutAStructureOrACell)
