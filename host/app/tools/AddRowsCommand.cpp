@@ -172,7 +172,7 @@ Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned
                                            : tr("Aligned %1 rows to the others").arg(sent.added());
     return inserted == 0   ? tr("%1; no column has come").arg(what)
            : inserted == 1 ? tr("%1; one column has come").arg(what)
-                           : tr("%1; %2 columns have come").arg(what).arg(inserted);
+                           : tr("%1; %2 columns have come").arg(what, QString::number(inserted));
 }
 
 } // namespace TAMBO::app

@@ -152,8 +152,7 @@ std::optional<Reason> modelledRow(const Alignment &alignment, const QMainWindow 
     for (unsigned long row = 2; row < alignment.height(); ++row)
         if (isMarked(row))
             return Reason{tr("builds row 2, %1, not row %2, which is marked")
-                              .arg(nameOf(alignment, 1))
-                              .arg(row + 1),
+                              .arg(nameOf(alignment, 1), QString::number(row + 1)),
                           tr("It takes row 1, %1, as the template; move %2 to row 2 to have it "
                              "built.")
                               .arg(nameOf(alignment, 0), nameOf(alignment, row))};

@@ -3,6 +3,7 @@
 #include "AddRowsCommand.h"
 
 #include "AppFixture.h"
+#include "DataPoint.h"
 #include "ObjectOperations.h"
 #include "support/LogLines.h"
 #include "support/ScopedSettings.h"
@@ -113,6 +114,19 @@ TEST_F(AddRowsCommandTest, TheRowsComeToStandInOneStepAndTheOthersStayTogether)
     EXPECT_EQ(rowsOf(family), (Texts{"AC--DEF", "A-C-DEF", "CDEF---"}));
     EXPECT_TRUE(m_History.redo());
     EXPECT_EQ(rowsOf(family), (Texts{"AC-DE-F", "A-CDE-F", "--CDEF-"}));
+}
+
+TEST_F(AddRowsCommandTest, ANameWithAPercentSignIsToldAsItIs)
+{
+    useScript("printf '>r0\\nAC-DE--F\\n>r1\\nA-CDE--F\\n>r2\\n--CD-EF-\\n'\n");
+    Alignment &family = sample();
+    {
+        const DataPointBase guard(nullptr, Publisher::Update);
+        renameObject(*family.GetSeq(2), "a%2Bb");
+    }
+    QString told;
+    EXPECT_TRUE(AddRowsCommand(nullptr, false).run(family, {2}, Columns::AsNeeded, &told));
+    EXPECT_EQ(told, "Aligned a%2Bb to the other rows; 2 columns have come");
 }
 
 TEST_F(AddRowsCommandTest, WithoutRowsOrOthersNothingRuns)
