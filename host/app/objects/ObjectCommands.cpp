@@ -95,7 +95,7 @@ bool hasSequence(const Compound &object)
 QString wholeName(const ObjectCommands::Objects &objects)
 {
     return objects.size() == 1 ? fullNameText(*objects.front())
-                               : ObjectCommands::tr("%1 objects").arg(objects.size());
+                               : ObjectCommands::tr("%L1 objects").arg(objects.size());
 }
 
 // Two at least, when nothing else was picked; else none.

@@ -13,14 +13,30 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace TAMBO::app {
 
 namespace {
 
 constexpr int kMostNumber = 1'000'000;
 constexpr QSize kRenumberSize(720, 440);
+// As wide as the longest name, within these.
 constexpr int kSequenceWidth = 200;
+constexpr int kMostSequenceWidth = 360;
+constexpr int kNameMargin = 16;
 constexpr int kNumberWidth = 70;
+
+int nameWidth(const RenumberTable &table, const QFontMetrics &metrics)
+{
+    int width = kSequenceWidth;
+    for (int row = 0; row < table.rowCount() && width < kMostSequenceWidth; ++row)
+        width =
+            std::max(width, kNameMargin +
+                                metrics.horizontalAdvance(
+                                    table.index(row, RenumberTable::NameColumn).data().toString()));
+    return std::min(width, kMostSequenceWidth);
+}
 
 } // namespace
 
@@ -51,7 +67,7 @@ void RenumberDialog::makeControls()
     m_List->setSelectionBehavior(QAbstractItemView::SelectItems);
     m_List->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed |
                             QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked);
-    m_List->setColumnWidth(RenumberTable::NameColumn, kSequenceWidth);
+    m_List->setColumnWidth(RenumberTable::NameColumn, nameWidth(*m_Table, m_List->fontMetrics()));
     m_List->setColumnWidth(RenumberTable::FromColumn, kNumberWidth);
     m_List->setColumnWidth(RenumberTable::ToColumn, kNumberWidth);
 
@@ -113,7 +129,7 @@ void RenumberDialog::follow()
 {
     const int changed = m_Table->changedCount();
     const int clashes = m_Table->clashCount();
-    QString text = tr("%1 of %2 sequences get new numbers, in one step of undo.")
+    QString text = tr("%L1 of %L2 sequences get new numbers, in one step of undo.")
                        .arg(changed)
                        .arg(m_Table->rowCount());
     if (clashes > 0)

@@ -169,7 +169,7 @@ Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned
     const QString what = sent.added() == 1 ? tr("Aligned %1 to the other rows")
                                                  .arg(QString::fromStdString(alignment.GetSeqName(
                                                      layout.value().rows.front().first)))
-                                           : tr("Aligned %1 rows to the others").arg(sent.added());
+                                           : tr("Aligned %L1 rows to the others").arg(sent.added());
     return inserted == 0   ? tr("%1; no column has come").arg(what)
            : inserted == 1 ? tr("%1; one column has come").arg(what)
                            : tr("%1; %2 columns have come").arg(what, QString::number(inserted));

@@ -92,9 +92,9 @@ QString PickedSaving::save(const Objects &picked) const
         return {};
     if (!isWritten)
         return files.size() == 1 ? tr("%1 is up to date.").arg(lastPartOf(files.front()))
-                                 : tr("%1 files are up to date.").arg(files.size());
+                                 : tr("%L1 files are up to date.").arg(files.size());
     return files.size() == 1 ? tr("Saved %1").arg(lastPartOf(files.front()))
-                             : tr("Saved %1 files").arg(files.size());
+                             : tr("Saved %L1 files").arg(files.size());
 }
 
 QString PickedSaving::saveAs(const Objects &picked) const

@@ -289,7 +289,7 @@ void Workbench::rememberFiles(const LoadReport &report)
         return;
     m_RecentFiles->add(files);
     say(files.size() == 1 ? tr("Opened %1").arg(QFileInfo(files.front()).fileName())
-                          : tr("Opened %1 files").arg(files.size()));
+                          : tr("Opened %L1 files").arg(files.size()));
 }
 
 void Workbench::tellFailures(const LoadReport &report)
@@ -300,7 +300,7 @@ void Workbench::tellFailures(const LoadReport &report)
     for (const FileFailure &failure : report.failures)
         lines << QString::fromStdString(failure.failure.message());
     tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
-                                  : tr("%1 files could not be opened.").arg(lines.size()),
+                                  : tr("%L1 files could not be opened.").arg(lines.size()),
                 lines);
 }
 

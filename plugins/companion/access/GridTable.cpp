@@ -66,7 +66,7 @@ QString GridTable::text(QAccessible::Text kind) const
     if (kind == QAccessible::Description)
         return alignment == nullptr
                    ? companion::tr("No alignment is shown.")
-                   : companion::tr("%1 rows, %2 columns").arg(grid->rows()).arg(grid->columns());
+                   : companion::tr("%L1 rows, %L2 columns").arg(grid->rows()).arg(grid->columns());
     return QAccessibleWidget::text(kind);
 }
 

@@ -114,7 +114,7 @@ void CompareDialog::goOn()
     for (; m_Alignments < found.size(); ++m_Alignments) {
         TAMBO::Alignment *const alignment = found[m_Alignments];
         add(titleOfAlignment(*alignment),
-            tr("%1 rows × %2 columns").arg(alignment->height()).arg(alignment->width()),
+            tr("%L1 rows × %L2 columns").arg(alignment->height()).arg(alignment->width()),
             {CompareChoice::Kind::Alignment, alignment}, int(m_Alignments));
         // Most want the first one.
         if (m_Alignments == 0)

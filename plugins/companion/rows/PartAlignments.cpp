@@ -78,7 +78,7 @@ QString newAlignmentOfRows(TAMBO::AlignmentWindow &window, const std::vector<uns
     if (!columns)
         return tr("No alignment is made: it was cancelled.");
     return copied(*alignment, wanted, *columns,
-                  rows.size() == 1 ? tr("1 row") : tr("%1 rows").arg(rows.size()));
+                  rows.size() == 1 ? tr("1 row") : tr("%L1 rows").arg(rows.size()));
 }
 
 } // namespace companion

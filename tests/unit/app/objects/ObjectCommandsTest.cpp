@@ -20,6 +20,7 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>
@@ -278,6 +279,12 @@ TEST_F(ObjectCommandsTest, MenuAndDialogsSayWhoseChainItIs)
     m_Commands.askColor({&chain, &structure});
     EXPECT_EQ(titles, (QStringList{"Color of chain A of 1abc", "Rename chain A of 1abc",
                                    "Properties of chain A of 1abc", "Color of 2 objects"}));
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    answering<QColorDialog>(look);
+    m_Commands.askColor(std::vector<Compound *>(1024, &chain));
+    QLocale::setDefault(before);
+    EXPECT_EQ(titles.back(), "Color of 1,024 objects");
     withMenu({&chain}, [](const QMenu &menu) {
         EXPECT_EQ(menu.actions().front()->text(), "chain A of 1abc");
     });

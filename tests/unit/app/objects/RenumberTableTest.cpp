@@ -184,6 +184,20 @@ TEST_F(RenumberTableTest, WhatIsInTheWayIsSaid)
     EXPECT_EQ(table.clashCount(), 0);
 }
 
+TEST_F(RenumberTableTest, TheDialogShowsLongNamesInFull)
+{
+    const QString longest = "A0A0N5BGB3_STREA/1321-1377/A0A0N5BGB3";
+    RenumberDialog dialog({&sequence("c", "ACD"), &sequence(longest.toStdString(), "ACD")},
+                          nullptr);
+    auto &list = child<QTreeView>(dialog, "Sequences");
+    EXPECT_GT(list.columnWidth(RenumberTable::NameColumn),
+              list.fontMetrics().horizontalAdvance(longest));
+    RenumberDialog other({&sequence(std::string(500, 'x'), "ACD")}, nullptr);
+    EXPECT_LT(child<QTreeView>(other, "Sequences").columnWidth(RenumberTable::NameColumn),
+              other.width() / 2 + 1)
+        << "numbers are in sight";
+}
+
 TEST_F(RenumberTableTest, TheDialogRenumbersByTheKeyboardFromTheMenuOfAnAlignment)
 {
     Alignment &family = alignment("family", {"AC-D", "A--D"});
