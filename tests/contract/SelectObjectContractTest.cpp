@@ -16,9 +16,11 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -220,6 +222,19 @@ TEST_F(SelectObjectContract, SpaceTicksAndTheChoiceComesInTheOrderOfTheCandidate
     });
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_THAT(m_Several, ElementsAre(&m_Beta, &m_Gamma));
+}
+
+TEST_F(SelectObjectContract, ThousandsAreCountedWithSeparators)
+{
+    const std::vector<Compound *> many(1024, &m_Beta);
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    SelectObject dialog(many, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        EXPECT_TRUE(says(dialog, "1,024 offered, 0 chosen"));
+        press(Qt::Key_Escape);
+    });
+    QLocale::setDefault(before);
 }
 
 TEST_F(SelectObjectContract, SpaceTicksInTheListTooAndTakesBack)
@@ -495,6 +510,19 @@ TEST_F(SelectObjectOfTheWorkbench, WhatIsARowAlreadySaysSoAndIsNotTickedByItself
     EXPECT_TRUE(says(making, "3 offered, 3 chosen"));
     const SelectObject combining({m_Alignment}, m_One, &window, "Alignment to combine");
     EXPECT_EQ(cell(combining, 0, 3), "shown in this window");
+    ShownObjects::Set(&window, nullptr);
+}
+
+TEST_F(SelectObjectOfTheWorkbench, AtFirstAllColumnsAreInSight)
+{
+    QWidget window;
+    ShownObjects::Set(&window, m_Alignment);
+    SelectObject dialog({m_Sequences[0], m_Sequences[1]}, m_Several, &window, "sequences to add");
+    run(dialog, [&] {
+        EXPECT_FALSE(list(dialog)->isColumnHidden(3));
+        EXPECT_LE(list(dialog)->header()->length(), list(dialog)->viewport()->width());
+        press(Qt::Key_Escape);
+    });
     ShownObjects::Set(&window, nullptr);
 }
 

@@ -32,7 +32,7 @@ using namespace services;
 
 namespace {
 
-constexpr QSize kFirstSize(560, 460);
+constexpr QSize kFirstSize(680, 460);
 constexpr int kNameWidth = 300;
 // Who asks in such words adds what is chosen to what its window shows.
 const QString kAdding = QStringLiteral(" to add");
@@ -339,10 +339,10 @@ QString SelectObject::Picker::counts() const
     const int all = m_Model.rowCount();
     const int shown = m_Shown.rowCount();
     if (m_Shown.isSorting())
-        return tr("sorting %1").arg(all);
+        return tr("sorting %L1").arg(all);
     if (m_Shown.isWorking())
-        return tr("%1 of %2 shown so far").arg(shown).arg(all);
-    return shown == all ? tr("%1 offered").arg(all) : tr("%1 of %2 shown").arg(shown).arg(all);
+        return tr("%L1 of %L2 shown so far").arg(shown).arg(all);
+    return shown == all ? tr("%L1 offered").arg(all) : tr("%L1 of %L2 shown").arg(shown).arg(all);
 }
 
 int SelectObject::Picker::onlyMatch() const
@@ -359,7 +359,7 @@ void SelectObject::Picker::refresh()
     if (onlyMatch() >= 0)
         text += tr(": OK takes it");
     else if (isSeveral())
-        text += tr(", %1 chosen").arg(m_Model.tickedCount());
+        text += tr(", %L1 chosen").arg(m_Model.tickedCount());
     m_Counts->setText(text);
     const bool hasChoice = isSeveral()
                                ? m_Model.tickedCount() > 0 || m_CameWithChoice || onlyMatch() >= 0
