@@ -161,6 +161,34 @@ TEST_F(ScriptsByHand, AnExceptionShowsItsLineAndTakesTheStepBack)
     waitForGaps(false);
 }
 
+TEST_F(ScriptsByHand, WhatWasDoneBeforeAScriptTookTheWorkbenchAlongIsRecovered)
+{
+    open();
+    runScript("shift.py", "import tambo\n"
+                          "tambo.alignments()[0].insert_gaps(row=0, column=4, count=1)\n");
+    waitForColor(m_Cells.ground(0, 4), Qt::white);
+    waitUntil([this] { return isSettled() || !isRunning(); });
+    runScript("crash.py", "import os\n"
+                          "import time\n"
+                          "import tambo\n"
+                          "tambo.alignments()[0].insert_gaps(row=0, column=6, count=1)\n"
+                          "open(__file__ + '.begun', 'w').close()\n"
+                          "while not os.path.exists(__file__ + '.go'):\n"
+                          "    time.sleep(0.02)\n"
+                          "os.abort()\n");
+    waitForFile("crash.py.begun");
+    write("crash.py.go", "");
+    ASSERT_TRUE(m_Program.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(m_Program.exitStatus(), QProcess::CrashExit);
+
+    start({});
+    m_Screen.pressKey(window("Recover"), "Return");
+    m_Cells = grid(window("Alignment Editor"), kRow.left(4));
+    waitForColor(m_Cells.ground(0, 4), Qt::white);
+    waitForColor(m_Cells.ground(0, 5), colorOf(kRow[4].toLatin1()));
+    waitForColor(m_Cells.ground(0, 6), colorOf(kRow[5].toLatin1()));
+}
+
 TEST_F(ScriptsByHand, WhoEndsTheWorkbenchFromOutsideEndsTheScriptFirst)
 {
     open();
