@@ -115,6 +115,15 @@ void HeldWorkbench::freeze(QWidget &widget)
     m_Frozen.emplace_back(&widget);
 }
 
+// What it has painted fits no more; it is filled with its ground instead.
+void HeldWorkbench::thaw(const QWidget &window)
+{
+    for (const QPointer<QWidget> &widget : m_Frozen) {
+        if (widget && widget->window() == &window)
+            widget->setUpdatesEnabled(true);
+    }
+}
+
 bool HeldWorkbench::isFree(const QWidget &widget) const
 {
     if (m_Console && (&widget == m_Console || m_Console->isAncestorOf(&widget)))
@@ -141,6 +150,8 @@ bool HeldWorkbench::eventFilter(QObject *watched, QEvent *event)
     auto *const widget = qobject_cast<QWidget *>(watched);
     if (widget == nullptr)
         return false;
+    if (type == QEvent::Resize && widget->isWindow())
+        thaw(*widget);
     if ((type == QEvent::KeyPress || type == QEvent::ShortcutOverride) && takeKey(*event, *widget))
         return true;
     if (type == QEvent::Paint && !isFree(*widget)) {

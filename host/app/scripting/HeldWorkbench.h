@@ -34,6 +34,7 @@ private:
     [[nodiscard]] bool isFree(const QWidget &widget) const;
     [[nodiscard]] bool takeKey(QEvent &event, const QWidget &widget);
     void freeze(QWidget &widget);
+    void thaw(const QWidget &window);
 
     QPointer<QWidget> m_Console;
     std::vector<QPointer<QWidget>> m_Frozen;

@@ -47,6 +47,24 @@ protected:
     }
 };
 
+// Counts how often it is asked for.
+class Paints : public QObject
+{
+public:
+    explicit Paints(QObject *of = nullptr) : m_Of(of) { }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && (m_Of == nullptr || watched == m_Of))
+            ++m_Count;
+        return false;
+    }
+
+    int m_Count = 0;
+
+private:
+    QObject *m_Of;
+};
+
 class ScriptDeskTest : public RecordedFixture
 {
 protected:
@@ -152,16 +170,7 @@ TEST_F(ScriptDeskTest, WhatWasPutOffBeforeIsDoneBefore)
 
 TEST_F(ScriptDeskTest, TabsOfDocksThatComeUpWithTheConsoleArePainted)
 {
-    class Paints : public QObject
-    {
-    public:
-        int m_Count = 0;
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            m_Count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    } paints;
+    Paints paints;
     auto *const console = m_Window.findChild<QDockWidget *>();
     auto *const log = new QDockWidget("Log");
     m_Window.addDockWidget(Qt::BottomDockWidgetArea, log);
@@ -183,6 +192,23 @@ TEST_F(ScriptDeskTest, TabsOfDocksThatComeUpWithTheConsoleArePainted)
     };
     run();
     EXPECT_GT(paints.m_Count, 0);
+}
+
+TEST_F(ScriptDeskTest, AWindowThatIsResizedIsFilledWithItsGround)
+{
+    m_Engine.m_Act = [&](Host &host) {
+        EXPECT_TRUE(breatheAWhile(host));
+        const int before = m_Beside->m_Count;
+        Paints paints(m_Beside);
+        qApp->installEventFilter(&paints);
+        m_Window.resize(900, 700);
+        EXPECT_TRUE(FakeEngine::breatheUntil(host, [&] { return paints.m_Count > 0; }));
+        EXPECT_EQ(m_Beside->m_Count, before);
+        return Outcome();
+    };
+    run();
+    const int before = m_Beside->m_Count;
+    waitUntil([&] { return m_Beside->m_Count > before; });
 }
 
 TEST_F(ScriptDeskTest, AFailureIsOneLineInConsoleStatusLineAndLog)
