@@ -63,7 +63,7 @@ std::vector<Command> rowCommands()
          menu},
         {tr("Align to the R&est"),
          tr("Align the selected rows to the others with MAFFT; the others' columns stay together"),
-         {},
+         {QKeySequence(Qt::CTRL | Qt::Key_R)},
          [](Companion &companion) { companion.rows().alignToRest(false); },
          false,
          menu},
