@@ -34,7 +34,9 @@ public:
     {
         TAMBO::Result<TAMBO::FileContents> contents = TAMBO::readFile(file.toStdString());
         EXPECT_TRUE(contents.has_value()) << file.toStdString();
-        return contents.has_value() ? std::move(contents).value() : TAMBO::FileContents();
+        TAMBO::FileContents empty;
+        empty.alignments.resize(1);
+        return contents.has_value() ? std::move(contents).value() : std::move(empty);
     }
     static QString lettersOf(const QString &structure)
     {
@@ -156,7 +158,7 @@ public:
         m_Screen.click(name(kRows - 1));
         waitForColor(m_Grid.ground(kRows - 1, 0), selectedColorOf(m_Letters.back()[0].toLatin1()));
         chooseInMenu("r e");
-        waitForLog("neuroglobin");
+        waitForLog("Aligned neuroglobin to the other rows");
         m_Screen.pressKey(m_Editor, "ctrl+shift+a");
         const QStringList rows = saveAs("added.ali");
         ASSERT_EQ(rows.size(), kRows);
@@ -212,13 +214,14 @@ public:
     {
         m_Screen.shiftClick(name(kRows - 1), 3);
         chooseByKeys("r");
-        const QString dialog = window("Rename");
+        const QString dialog = window("Rename sequence neuroglobin");
         m_Screen.pressKey(dialog, "ctrl+a");
         m_Screen.typeText(dialog, "NGB_HUMAN");
         m_Screen.pressKey(dialog, "Return");
-        waitForWindows("Rename", 0);
+        waitForWindows("Rename sequence neuroglobin", 0);
         saveAs("renamed.ali");
         const auto rows = contentsOf(m_Folder.filePath("renamed.ali")).alignments.front().rows;
+        ASSERT_EQ(rows.size(), std::size_t(kRows));
         EXPECT_EQ(rows.back().name, "NGB_HUMAN");
     }
     void renumber()
@@ -231,7 +234,9 @@ public:
         waitForWindows("Renumber Residues", 0);
         saveAs("renumbered.ali");
         const auto rows = contentsOf(m_Folder.filePath("renumbered.ali")).alignments.front().rows;
-        EXPECT_EQ(rows.at(0).link->first, "501");
+        ASSERT_EQ(rows.size(), std::size_t(kRows));
+        ASSERT_FALSE(rows[0].link.isUsual());
+        EXPECT_EQ(rows[0].link->first, "501");
     }
     // A model is built of the second row on the structure of the first.
     void model()

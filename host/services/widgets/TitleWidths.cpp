@@ -22,13 +22,10 @@ void widenToTitle(QDialog &dialog)
     int wanted = TitleWidths::widthFor(dialog.windowTitle());
     if (const QScreen *const screen = dialog.screen())
         wanted = std::min(wanted, int(kMostOfScreen * screen->availableGeometry().width()));
-    const int missing = wanted - dialog.width();
-    if (missing <= 0 || dialog.maximumWidth() < wanted)
+    if (wanted <= dialog.width() || dialog.maximumWidth() < wanted)
         return;
+    // The toolkit puts it over its parent afterwards, unless it has been moved.
     dialog.resize(wanted, dialog.height());
-    // Where the toolkit has put it, it stays in the middle.
-    if (dialog.parentWidget() != nullptr && !dialog.testAttribute(Qt::WA_Moved))
-        dialog.setGeometry(dialog.geometry().translated(-missing / 2, 0));
 }
 
 } // namespace
