@@ -230,7 +230,8 @@ public:
         chooseByKeys("n");
         const QString dialog = window("Renumber Residues");
         m_Screen.typeText(dialog, "501");
-        m_Screen.pressKey(dialog, "Return");
+        // The first ends what is typed.
+        m_Screen.pressKey(dialog, "Return Return");
         waitForWindows("Renumber Residues", 0);
         saveAs("renumbered.ali");
         const auto rows = contentsOf(m_Folder.filePath("renumbered.ali")).alignments.front().rows;
@@ -242,6 +243,7 @@ public:
     void model()
     {
         m_Screen.click(name(kRows - 1));
+        waitForSelected(kRows - 1, 10, m_Rows.back()[10].toLatin1());
         m_Screen.pressKey(m_Editor, "alt+Up alt+Up");
         m_Screen.pressKey(m_Editor, "ctrl+shift+a");
         m_Rows.move(kRows - 1, 1);

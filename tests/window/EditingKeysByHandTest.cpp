@@ -69,13 +69,13 @@ TEST_F(EditingByKeys, ABlockIsDrawnWithAltAndItsResiduesAreSelectedByKeys)
     drawBlock(cell(1, 2), cell(3, 6));
     // The cursor stays in the last cell without the block.
     keys("ctrl+space Escape");
-    waitForColor(m_Grid.ground(1, 2), selectedColorOf(row(1)[2]));
-    waitForColor(m_Grid.ground(2, 6), selectedColorOf(row(2)[6]));
+    waitForSelected(1, 2, row(1)[2]);
+    waitForSelected(3, 4, row(3)[4]);
     waitForLetter(m_Grid.ground(3, 7), row(3)[7]);
     waitForLetter(m_Grid.ground(0, 2), row(0)[2]);
-    keys("Escape");
-    waitForLetter(m_Grid.ground(1, 2), row(1)[2]);
-    waitForLetter(m_Grid.ground(2, 6), row(2)[6]);
+    keys("Escape Escape");
+    waitForSelected(1, 2, row(1)[2], false);
+    waitForSelected(3, 4, row(3)[4], false);
 }
 
 TEST_F(EditingByKeys, AllRowsOfABlockAreDraggedAndAllOrNone)

@@ -76,6 +76,8 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
     setFrameShape(NoFrame);
     setItemDelegate(new RowDelegate(this));
     setModel(&model);
+    // The toolkit repaints the rows that are named alone, and not those below them.
+    connect(&model, &QAbstractItemModel::dataChanged, viewport(), qOverload<>(&QWidget::update));
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::Interactive);

@@ -10,7 +10,10 @@
 #include "ObjectOperations.h"
 #include "ObjectTreeModel.h"
 
+#include "support/WaitUntil.h"
+
 #include <QContextMenuEvent>
+#include <QPaintEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -54,6 +57,37 @@ TEST_F(ObjectTreeTest, AClickSelectsTheObjectAndLeavesNoStep)
     EXPECT_TRUE(first.chain(0)->isSelected(1));
     EXPECT_FALSE(second.IsSelected());
     EXPECT_EQ(m_History.size(), steps);
+}
+
+TEST_F(ObjectTreeTest, ASequenceBelowTheOthersIsPaintedAnewWhenItIsRenamed)
+{
+    class Painted : public QObject
+    {
+    public:
+        QRegion region;
+
+    protected:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                region += static_cast<QPaintEvent *>(event)->region();
+            return false;
+        }
+    };
+    structure("first", "A", "AC");
+    structure("second", "A", "AC");
+    Peptide &one = sequence("one", "AC");
+    m_Tree.expandAll();
+    QCoreApplication::processEvents();
+    Painted painted;
+    m_Tree.viewport()->installEventFilter(&painted);
+    const QModelIndex sequences = m_Model.index(m_Model.rowCount() - 1, 0);
+    const QRect place = m_Tree.visualRect(m_Model.index(0, 0, sequences));
+    ASSERT_FALSE(place.isEmpty());
+    waitUntil([&] { return m_Tree.isVisible(); });
+    painted.region = {};
+    app::ObjectCommands::rename(one, "other");
+    waitUntil([&] { return painted.region.contains(place); });
 }
 
 TEST_F(ObjectTreeTest, AClickElsewhereMovesTheSelection)
