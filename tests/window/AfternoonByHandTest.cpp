@@ -83,7 +83,16 @@ public:
     }
     // What the editor shows, as its own Save writes it; each under a name of its own.
     QStringList saveAs(const QString &name) { return save(m_Editor, m_Folder.filePath(name)); }
-    [[nodiscard]] QPoint name(int row) const { return {m_Place.left() + 20, cell(row, 0).y()}; }
+    // Once residues have numbers that no structure file has, which is told.
+    QStringList saveRenumberedAs(const QString &name)
+    {
+        const QStringList rows = saveAs(name);
+        m_Screen.pressKey(window("Save"), "Return");
+        waitForWindows("Save", 0);
+        return rows;
+    }
+    // Short names stand at the right.
+    [[nodiscard]] QPoint name(int row) const { return cell(row, -4); }
     void chooseInMenu(const QString &names)
     {
         m_Screen.pressKey(m_Editor, "shift+F10");
@@ -233,7 +242,7 @@ public:
         // The first ends what is typed.
         m_Screen.pressKey(dialog, "Return Return");
         waitForWindows("Renumber Residues", 0);
-        saveAs("renumbered.ali");
+        saveRenumberedAs("renumbered.ali");
         const auto rows = contentsOf(m_Folder.filePath("renumbered.ali")).alignments.front().rows;
         ASSERT_EQ(rows.size(), std::size_t(kRows));
         ASSERT_FALSE(rows[0].link.isUsual());
@@ -274,7 +283,7 @@ public:
     // And out of the program.
     QByteArray saveAll()
     {
-        EXPECT_EQ(saveAs("final.ali"), m_Rows);
+        EXPECT_EQ(saveRenumberedAs("final.ali"), m_Rows);
         const QString session = m_Folder.filePath("globins.tambo");
         inWorkbench("ctrl+alt+s");
         enterFile("Save Session", session);
@@ -318,12 +327,12 @@ TEST_F(AfternoonByHand, EndsInFilesThatHoldWhatWasMeantAndOpenAgainTheSame)
     m_Place = m_Screen.geometryOf(m_Editor);
     m_Grid = grid(m_Editor, m_Rows[0].left(3));
     waitForCells(m_Rows);
-    EXPECT_EQ(saveAs("again.ali"), m_Rows);
+    EXPECT_EQ(saveRenumberedAs("again.ali"), m_Rows);
     EXPECT_EQ(bytesOf(m_Folder.filePath("again.ali")), saved);
     // Back to the morning, and to the evening once more.
     m_Screen.pressKey(m_Editor, "ctrl+z");
     m_Screen.pressKey(m_Editor, "ctrl+shift+z");
-    EXPECT_EQ(saveAs("once-more.ali"), m_Rows);
+    EXPECT_EQ(saveRenumberedAs("once-more.ali"), m_Rows);
     EXPECT_EQ(bytesOf(m_Folder.filePath("once-more.ali")), saved);
 }
 

@@ -81,10 +81,10 @@ TEST_F(DialogsByHand, ADialogComesUpOverTheEditor)
 TEST_F(DialogsByHand, EscapeAndCtrlShiftATakeTheSelectionBackInAnEditor)
 {
     const QString editor = open();
-    for (const char *const key : {"Escape", "ctrl+shift+a"}) {
+    for (const char *const keys : {"Escape Escape", "ctrl+shift+a"}) {
         m_Screen.click(m_Grid.middle(0, 1));
         waitForColor(m_Grid.ground(0, 1), selectedColorOf('C'));
-        m_Screen.pressKey(editor, key);
+        m_Screen.pressKey(editor, keys);
         waitForColor(m_Grid.ground(0, 1), colorOf('C'));
     }
     EXPECT_TRUE(isRunning());

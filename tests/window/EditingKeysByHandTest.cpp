@@ -71,7 +71,8 @@ TEST_F(EditingByKeys, ABlockIsDrawnWithAltAndItsResiduesAreSelectedByKeys)
     keys("ctrl+space Escape");
     waitForSelected(1, 2, row(1)[2]);
     waitForSelected(3, 4, row(3)[4]);
-    waitForLetter(m_Grid.ground(3, 7), row(3)[7]);
+    // Not beside the cursor, whose frame covers some of it.
+    waitForLetter(m_Grid.ground(2, 7), row(2)[7]);
     waitForLetter(m_Grid.ground(0, 2), row(0)[2]);
     keys("Escape Escape");
     waitForSelected(1, 2, row(1)[2], false);
