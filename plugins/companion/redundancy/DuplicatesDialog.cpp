@@ -55,7 +55,11 @@ DuplicatesDialog::DuplicatesDialog(TAMBO::AlignmentWindow &window, DuplicateRows
     showKind();
 }
 
-DuplicatesDialog::~DuplicatesDialog() = default;
+// While it is hidden at its end, the table asks for its columns' widths once more.
+DuplicatesDialog::~DuplicatesDialog()
+{
+    m_Table->setModel(nullptr);
+}
 
 void DuplicatesDialog::makeControls()
 {

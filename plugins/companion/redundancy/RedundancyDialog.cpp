@@ -70,6 +70,8 @@ RedundancyDialog::RedundancyDialog(TAMBO::AlignmentWindow &window, Tell tell)
 RedundancyDialog::~RedundancyDialog()
 {
     m_Search.disconnect(this);
+    // While it is hidden at its end, the table asks for its columns' widths once more.
+    m_Table->setModel(nullptr);
 }
 
 void RedundancyDialog::makeControls()
