@@ -204,4 +204,39 @@ TEST_F(ScriptsByHand, WhoEndsTheWorkbenchFromOutsideEndsTheScriptFirst)
     EXPECT_EQ(waitForEnd(), 0);
 }
 
+// Whatever stands in files: not even what runs scripts is opened.
+TEST_F(ScriptsByHand, NoFileThatIsOpenedStartsAScript)
+{
+    const QString trace = m_Folder.filePath("trace");
+    const QByteArray line = "__import__('os').system('touch " + trace.toLocal8Bit() + "')";
+    const QString rows = write("rows.fasta", ">" + line + "\nACDEFGHIKL\n>two\nACDEFGHIKL\n");
+    const QString remarks =
+        write("remarks.sto", "# STOCKHOLM 1.0\n#=GF CC " + line + "\n#=GS one DE " + line +
+                                 "\none ACDEF\ntwo ACDEF\n//\n");
+    const QString structure =
+        write("structure.pdb",
+              "REMARK   1 " + line + "\nATOM      1  CA  ALA A   1       0.000   0.000   0.000\n");
+    const auto mappings = [this] {
+        QFile file(QStringLiteral("/proc/%1/maps").arg(m_Program.processId()));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    start({rows, remarks, structure});
+    m_Main = window(kWorkbench);
+    waitUntil([&] { return isSettled() || !isRunning(); });
+    EXPECT_TRUE(mappings().contains("libtambo-core.so"));
+    EXPECT_FALSE(mappings().contains("libtambo-scripting.so"));
+    EXPECT_FALSE(QFile::exists(trace));
+    // As a session, too.
+    const QString session = m_Folder.filePath("work.tambo");
+    m_Screen.pressKey(m_Main, "ctrl+alt+s");
+    enterFile("Save Session", session);
+    send(SIGTERM);
+    EXPECT_EQ(waitForEnd(), 0);
+    start({session});
+    window("work.tambo – Tambo");
+    EXPECT_FALSE(mappings().contains("libtambo-scripting.so"));
+    EXPECT_FALSE(QFile::exists(trace));
+}
+
 } // namespace ScriptsByHandTest
