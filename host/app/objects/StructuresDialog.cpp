@@ -24,19 +24,19 @@ namespace TAMBO::app {
 namespace {
 
 constexpr const char *kFolderSection = "Files";
-constexpr const char *kFolderKey = "ExportDirectory";
+constexpr const char *kExportFolderKey = "ExportDirectory";
 
 QString lastExportFolder()
 {
     return QString::fromStdString(services::ConfigStore::instance()
-                                      .value(kFolderSection, kFolderKey)
+                                      .value(kFolderSection, kExportFolderKey)
                                       .value_or(std::string()));
 }
 
 void keepExportFolder(const QString &folder)
 {
     services::ConfigStore &store = services::ConfigStore::instance();
-    store.setValue(kFolderSection, kFolderKey, folder.toStdString());
+    store.setValue(kFolderSection, kExportFolderKey, folder.toStdString());
     store.saveOrLog();
 }
 

@@ -16,7 +16,7 @@ constexpr int kSettleMilliseconds = 50;
 constexpr std::size_t kMostKnown = 16;
 constexpr std::size_t kMostCells = 512;
 // So many cells are looked at for them; of larger alignments only some rows.
-constexpr unsigned long kMostLookedAt = 4000000;
+constexpr unsigned long kMostCellsLookedAt = 4000000;
 // With more of its residues in other colors a legend would explain what is not seen.
 constexpr double kEnoughLeft = 0.5;
 constexpr unsigned int kWithoutMeaning = 0xffffffU;
@@ -142,7 +142,7 @@ LegendFollower::cellsIn(const std::vector<unsigned int> &colors) const
     if (alignment == nullptr)
         return found;
     std::vector<TAMBO::AlignmentCell> cells;
-    const unsigned long rowStep = 1 + alignment->width() * alignment->height() / kMostLookedAt;
+    const unsigned long rowStep = 1 + alignment->width() * alignment->height() / kMostCellsLookedAt;
     std::size_t step = 1;
     std::size_t passed = 0;
     for (unsigned long row = 0; row < alignment->height(); row += rowStep) {

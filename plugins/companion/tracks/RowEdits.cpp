@@ -8,7 +8,6 @@
 namespace companion {
 
 using TAMBO::LayoutChange;
-using Kind = LayoutChange::Kind;
 
 namespace {
 
@@ -48,9 +47,9 @@ std::optional<std::vector<RowEdit>> movedGaps(const TAMBO::Alignment &alignment,
 {
     std::map<unsigned long, std::pair<unsigned long, unsigned long>> reaches;
     for (const LayoutChange &change : changes) {
-        if (change.kind == Kind::EndMoved)
+        if (change.kind == LayoutChange::Kind::EndMoved)
             continue;
-        if (change.kind != Kind::GapsMoved)
+        if (change.kind != LayoutChange::Kind::GapsMoved)
             return std::nullopt;
         const auto [begin, end] = reachOf(change);
         auto &reach = reaches.try_emplace(change.row, begin, end).first->second;
@@ -67,7 +66,7 @@ std::optional<std::vector<RowEdit>> movedGaps(const TAMBO::Alignment &alignment,
         RowEdit edit{row, begin, {}, lettersOf(alignment, row, begin, end)};
         edit.before = edit.after;
         for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-            if (change->kind == Kind::GapsMoved && change->row == row)
+            if (change->kind == LayoutChange::Kind::GapsMoved && change->row == row)
                 takeBack(*change, begin, edit.before);
         edits.push_back(std::move(edit));
     }
@@ -82,9 +81,10 @@ std::optional<std::vector<RowEdit>> newRows(const TAMBO::Alignment &alignment,
     const unsigned long width = alignment.width();
     for (const LayoutChange &change : changes) {
         const bool isBehind = edits.empty() || edits.back().row < change.row;
-        if (change.kind == Kind::EndMoved && change.oldCount == 0)
+        if (change.kind == LayoutChange::Kind::EndMoved && change.oldCount == 0)
             continue;
-        if (change.kind != Kind::RowAdded || !isBehind || (edits.size() + 1) * width > kMostEdited)
+        if (change.kind != LayoutChange::Kind::RowAdded || !isBehind ||
+            (edits.size() + 1) * width > kMostEdited)
             return std::nullopt;
         edits.push_back({change.row, 0, std::string(width, '\0'),
                          lettersOf(alignment, change.row, 0, width), true});
