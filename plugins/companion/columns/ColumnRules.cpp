@@ -7,6 +7,7 @@
 #include "Consensus.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace companion {
 
@@ -83,7 +84,7 @@ Legend conservationLegend()
     Legend legend = {"Conservation", {}, LegendRange{0, 1}, {}};
     double upTo = 1;
     for (const ConservationShade &shade : kConservationShades) {
-        const std::string tenths = std::to_string(int(shade.above * 10 + 0.5));
+        const std::string tenths = std::to_string(std::lround(shade.above * 10));
         legend.entries.push_back(
             {"above 0." + tenths, shade.color, LegendRange{shade.above, upTo}});
         upTo = shade.above;
