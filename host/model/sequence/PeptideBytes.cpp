@@ -22,7 +22,7 @@ constexpr unsigned kHasSelection = 4;
 constexpr unsigned kHasTies = 8;
 constexpr unsigned kHasContents = 16;
 constexpr unsigned kHasModels = 32;
-constexpr unsigned kHasAll = 63;
+constexpr unsigned kPeptideHasAll = 63;
 
 // As they were written, the chains by their numbers.
 struct StoredRun
@@ -130,7 +130,7 @@ std::unique_ptr<Peptide> Peptide::read(ObjectReader &in)
     const std::string_view letters = in.text();
     if (name.size() > ObjectReader::kMostIndex || letters.size() > ObjectReader::kMostIndex)
         in.fail("a sequence is too long");
-    const std::uint64_t has = in.number(kHasAll);
+    const std::uint64_t has = in.number(kPeptideHasAll);
     auto made =
         in.failed() ? std::make_unique<Peptide>("", "") : std::make_unique<Peptide>(name, letters);
     if ((has & kHasColors) != 0)

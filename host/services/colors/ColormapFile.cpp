@@ -21,7 +21,7 @@ namespace {
 
 constexpr double kFullColor = 255;
 // Their differences are numbers still.
-constexpr double kFarthest = 1e100;
+constexpr double kFarthestPosition = 1e100;
 constexpr std::string_view kClasses = "classes";
 
 std::vector<QString> mapDirectories()
@@ -62,8 +62,8 @@ std::optional<ColorStop> parseStop(const std::string &line)
     std::optional<ColorStop> stop = plainStop(line);
     if (!stop)
         stop = spelledStop(line);
-    const bool good = stop && std::abs(stop->position) <= kFarthest && isColorPart(stop->red) &&
-                      isColorPart(stop->green) && isColorPart(stop->blue);
+    const bool good = stop && std::abs(stop->position) <= kFarthestPosition &&
+                      isColorPart(stop->red) && isColorPart(stop->green) && isColorPart(stop->blue);
     return good ? stop : std::nullopt;
 }
 

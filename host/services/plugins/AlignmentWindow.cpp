@@ -13,14 +13,14 @@ namespace TAMBO {
 namespace {
 
 // Far from the end of int, so that sums of positions and lengths stay within it.
-constexpr long kFarthest = 0x3fffffff;
+constexpr long kLastPlace = 0x3fffffff;
 
 int cellEdge(unsigned long index, int size, int scrolled)
 {
     const long step = std::max(1, size);
-    const auto last = static_cast<unsigned long>(kFarthest / step);
-    const long place = index > last ? kFarthest : static_cast<long>(index) * step;
-    return static_cast<int>(std::clamp(place - scrolled, -kFarthest, kFarthest));
+    const auto last = static_cast<unsigned long>(kLastPlace / step);
+    const long place = index > last ? kLastPlace : static_cast<long>(index) * step;
+    return static_cast<int>(std::clamp(place - scrolled, -kLastPlace, kLastPlace));
 }
 
 std::optional<unsigned long> indexAt(int at, int size, int scrolled, unsigned long count)

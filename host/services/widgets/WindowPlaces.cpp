@@ -21,7 +21,7 @@ constexpr double kShareOfScreen = 0.6;
 const std::string kPlacesSection = "Windows";
 const std::string kDialogsSection = "Dialogs";
 // No screen is as large.
-constexpr int kFarthest = 100000;
+constexpr int kFarthestPixel = 100000;
 
 // Captions may hold any character.
 std::string keyName(const QString &key)
@@ -63,7 +63,7 @@ std::optional<QRect> WindowPlaces::dialogPlace(const QString &key)
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         bool isNumber = false;
         numbers[i] = parts[qsizetype(i)].toInt(&isNumber);
-        if (!isNumber || std::abs(numbers[i]) > kFarthest)
+        if (!isNumber || std::abs(numbers[i]) > kFarthestPixel)
             return std::nullopt;
     }
     return QRect(numbers[0], numbers[1], numbers[2], numbers[3]);
