@@ -49,7 +49,9 @@ public:
         for (std::size_t i = 0; i < m_Size; i += kWord) {
             const std::uint64_t here = wordAt(m_Texts[a], i);
             const std::uint64_t same = bits::sameBytes(here, wordAt(m_Texts[b], i));
-            count += bits::count(same & ~bits::sameBytes(here, kGaps));
+            // Two unknown residues need not be the same one.
+            count += bits::count(same & ~bits::sameBytes(here, kGaps) &
+                                 ~bits::sameBytes(here, kUnknowns));
         }
         return count;
     }
@@ -67,6 +69,7 @@ public:
 
 private:
     static constexpr std::uint64_t kGaps = 0x2d2d2d2d2d2d2d2dU;
+    static constexpr std::uint64_t kUnknowns = 0x5858585858585858U;
 
     std::size_t m_Size = 0;
     std::vector<std::string> m_Texts;

@@ -41,7 +41,7 @@ struct PlannedModel
     // Rows of the family.
     std::size_t target = 0;
     std::size_t templateRow = 0;
-    // Columns in which both have the same letter, and in which both have one.
+    // Columns in which both have the same letter, X left out, and in which both have one.
     std::size_t identical = 0;
     std::size_t aligned = 0;
     // Of the target.

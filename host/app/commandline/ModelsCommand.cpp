@@ -200,7 +200,8 @@ private:
         if (const Result<void> written = families::writeResults(m_Prepared->folder); !written)
             return complain(m_Err, written.error(), kBadInput);
         m_Out << m_Order.folder << ": " << counted(m_Prepared->asked.size(), "target")
-              << " prepared; tambo models --continue " << m_Order.folder << " builds the models\n";
+              << " prepared; tambo models --continue " << formats::shellWord(m_Order.folder)
+              << " builds the models\n";
         return m_Out.flush() ? 0 : complain(m_Err, unwrittenOutput(), kBadInput);
     }
 
@@ -252,8 +253,8 @@ private:
         }
         m_Out << '\n' << std::flush;
         if (outcome.signal != 0) {
-            m_Err << "tambo: stopped; tambo models --continue " << m_Order.folder
-                  << " builds what is missing\n";
+            m_Err << "tambo: stopped; tambo models --continue "
+                  << formats::shellWord(m_Order.folder) << " builds what is missing\n";
             return kEndedBySignal + outcome.signal;
         }
         if (!m_Out)

@@ -3,6 +3,7 @@
 
 #include "FormatTable.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -83,6 +84,26 @@ std::string cleanText(std::string_view text)
         }
     }
     return clean;
+}
+
+std::string shellWord(std::string_view text)
+{
+    // A tilde means a home folder only where the word begins.
+    constexpr std::string_view kPlain = "/._-+=:,@%~";
+    const auto isPlain = [&](unsigned char byte) {
+        return byte >= 0x80 || isLetter(char(byte)) || isDigit(char(byte)) ||
+               kPlain.find(char(byte)) != std::string_view::npos;
+    };
+    if (!text.empty() && text.front() != '~' && std::ranges::all_of(text, isPlain))
+        return std::string(text);
+    std::string quoted = "'";
+    for (const char character : text) {
+        if (character == '\'')
+            quoted += "'\\''";
+        else
+            quoted += character;
+    }
+    return quoted + '\'';
 }
 
 std::string baseName(const std::string &file)

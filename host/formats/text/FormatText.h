@@ -38,6 +38,9 @@ void padTo(std::string &text, std::size_t characters);
 // UTF-8 without control characters; a text that is not UTF-8 is taken for Latin-1.
 [[nodiscard]] std::string cleanText(std::string_view text);
 
+// As a word of a command that is shown to be copied into a shell: quoted where it has to be.
+[[nodiscard]] std::string shellWord(std::string_view text);
+
 // Whether it is printable ASCII throughout, which cleanText() leaves as it is.
 [[nodiscard]] constexpr bool isPlainText(std::string_view text) noexcept
 {

@@ -53,10 +53,24 @@ TEST_F(FamilyPlan, CapitalsAndSmallLettersAreTheSame)
     EXPECT_EQ(planModels(family, {}).value()[0].identical, 8U);
 }
 
+TEST_F(FamilyPlan, TwoUnknownResiduesAreNoIdenticalPair)
+{
+    Family family = smallFamily();
+    const auto replace = [](std::string &text, char letter) {
+        const std::size_t place = text.find('C');
+        ASSERT_NE(place, std::string::npos);
+        text[place] = letter;
+    };
+    replace(family.rows[0].text, 'X');
+    replace(family.rows[1].text, 'x');
+    EXPECT_EQ(planModels(family, {}).value()[0].identical, 7U);
+    EXPECT_EQ(planModels(family, {}).value()[0].aligned, 9U);
+}
+
 TEST_F(FamilyPlan, ItIsWhatAPlainCountOfColumnsGives)
 {
     std::mt19937 random(7);
-    const std::string letters = "ACDE-";
+    const std::string letters = "ACDEX-";
     Family family{"random", {}, {}};
     for (int row = 0; row < 40; ++row) {
         std::string text;
@@ -76,7 +90,8 @@ TEST_F(FamilyPlan, ItIsWhatAPlainCountOfColumnsGives)
                 continue;
             std::size_t identical = 0;
             for (std::size_t col = 0; col < target.size(); ++col)
-                identical += target[col] != '-' && target[col] == family.rows[row].text[col];
+                identical += target[col] != '-' && target[col] != 'X' &&
+                             target[col] == family.rows[row].text[col];
             if (bestRow == family.rows.size() || identical > best) {
                 best = identical;
                 bestRow = row;

@@ -14,6 +14,19 @@ TEST(FormatText, CharactersThatCannotBeShownAreShownAsBytes)
     EXPECT_EQ(shown('\xff'), "byte 0xff");
 }
 
+TEST(FormatText, AWordOfACommandIsQuotedWhereTheShellWantsIt)
+{
+    EXPECT_EQ(shellWord("/home/me/out-1.d"), "/home/me/out-1.d");
+    EXPECT_EQ(shellWord("Gl\xc3\xbc"
+                        "ck"),
+              "Gl\xc3\xbc"
+              "ck");
+    EXPECT_EQ(shellWord("my models"), "'my models'");
+    EXPECT_EQ(shellWord("it's $HOME"), "'it'\\''s $HOME'");
+    EXPECT_EQ(shellWord("~me"), "'~me'");
+    EXPECT_EQ(shellWord(""), "''");
+}
+
 TEST(FormatText, LongTextIsCutBetweenCharacters)
 {
     EXPECT_EQ(shown(std::string_view("  short \nsecond line")), "\"short\"");
