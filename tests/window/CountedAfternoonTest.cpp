@@ -28,7 +28,6 @@ constexpr QPoint kRealign(282, 39);
 constexpr QPoint kConservation(330, 39);
 constexpr QPoint kFirstEntry(30, 11);
 constexpr int kEntryHeight = 22;
-constexpr int kTwoSeparators = 14;
 constexpr QPoint kFirstInTree(80, 89);
 constexpr int kTreeHeight = 23;
 // Behind the structures and the alignments of one row.
@@ -108,7 +107,6 @@ public:
             {"Full", [this] { return entry(0); }},
             {"Kestram", [this] { return entry(0); }},
             {"Add Seqs", [this] { return entry(1); }},
-            {"Save", [this] { return entry(6) + QPoint(0, kTwoSeparators); }},
             {"By Distance", [this] { return entry(4); }},
             {"Realign", [this] { return inEditor(kRealign); }},
             {"Conservation", [this] { return inEditor(kConservation); }},

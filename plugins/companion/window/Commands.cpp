@@ -41,6 +41,18 @@ Command scoreCommand()
             [](Companion &companion) { companion.colorByModelScore(); }};
 }
 
+// It does the same as Save As of the workbench, for the alignment that is looked at.
+Command saveCommand()
+{
+    return {tr("Sa&ve as PIR…"),
+            tr("Save the alignment that is shown, as File, Save in its window"),
+            {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+            [](Companion &companion) { companion.save(); },
+            false,
+            {},
+            true};
+}
+
 Command identitiesCommand()
 {
     return {tr("&Identities…"),
@@ -66,6 +78,7 @@ std::vector<Command> makeCommands()
     append(all, {marksCommand()});
     append(all, guideCommands());
     append(all, pageCommands());
+    append(all, {saveCommand()});
     append(all, rowCommands(), true);
     append(all, columnCommands());
     append(all, colorCommands(), true);

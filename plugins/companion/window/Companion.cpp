@@ -12,11 +12,34 @@
 #include "Texts.h"
 #include "WholeSelection.h"
 
+#include <QAction>
 #include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 
 #include <utility>
 
 namespace companion {
+
+namespace {
+
+// Null when the window has no such command.
+QAction *ownCommand(const QMainWindow &window, const QString &menu, const QString &text)
+{
+    const auto isCalled = [](const QAction *action, const QString &name) {
+        return action->text().remove(u'&') == name;
+    };
+    for (const QAction *const title : window.menuBar()->actions()) {
+        if (title->menu() == nullptr || !isCalled(title, menu))
+            continue;
+        for (QAction *const action : title->menu()->actions())
+            if (isCalled(action, text))
+                return action;
+    }
+    return nullptr;
+}
+
+} // namespace
 
 Companion::Companion(TAMBO::AlignmentWindow &window)
     : m_Window(window),
@@ -186,6 +209,16 @@ void Companion::invertSelection()
 {
     if (TAMBO::Alignment *const alignment = m_Window.alignment())
         companion::invertSelection(*alignment);
+}
+
+void Companion::save()
+{
+    QAction *const save =
+        ownCommand(*m_Window.mainWindow(), QStringLiteral("File"), QStringLiteral("Save"));
+    if (save == nullptr)
+        return tell(companion::tr("Nothing is saved: this window has no command for it."));
+    // The window, and this with it, may be gone when it returns.
+    save->trigger();
 }
 
 PageDialog *Companion::askForPages(PageDialog::For what)

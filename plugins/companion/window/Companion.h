@@ -91,6 +91,8 @@ public:
     void invertSelection();
     // The window is made when it is asked for the first time.
     WrappedWindow &showWrapped();
+    // As the window's own command in the menu File.
+    void save();
     // Null when no alignment is shown.
     PageDialog *askForPages(PageDialog::For what);
 

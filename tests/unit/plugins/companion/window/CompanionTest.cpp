@@ -306,7 +306,7 @@ TEST_F(AlignmentCompanion, KeysOfTheWorkbenchAreShownInTheMenuAndNotTakenThere)
             ++shown;
         }
     }
-    EXPECT_EQ(shown, 2U);
+    EXPECT_EQ(shown, 3U);
 }
 
 TEST_F(AlignmentCompanion, KeysAreNoneOfTheWindowsOwn)
