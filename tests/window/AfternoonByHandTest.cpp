@@ -272,7 +272,6 @@ public:
         m_Screen.pressKey(window(kPages), "Return");
         enterFile("Export Pages", file);
         waitUntil([&] { return QFile::exists(file) || !isRunning(); });
-        m_Screen.pressKey(window(kPages), "Escape");
         waitForWindows(kPages, 0);
         const PrintedFile pages(file);
         EXPECT_TRUE(pages.isPdf());

@@ -329,11 +329,9 @@ void Workbench::installHooks()
     });
     connect(&desk, &services::PrintoutDesk::refused, this,
             [this](const QString &cause) { tellFailure(cause, {}); });
-    connect(&desk, &services::PrintoutDesk::written, this, [this](const QString &path) {
-        say(tr("Printed %1 %2")
-                .arg(services::PrintoutDesk::formatOf(path), QFileInfo(path).fileName())
-                .simplified());
-    });
+    // Of a file the notice beside the line tells.
+    connect(&desk, &services::PrintoutDesk::sent, this,
+            [this](const QString &printer) { say(tr("Sent to the printer %1").arg(printer)); });
     connect(&services::StatusDesk::instance(), &services::StatusDesk::said, this, &Workbench::say);
 }
 

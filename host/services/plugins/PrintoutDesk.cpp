@@ -67,6 +67,7 @@ QString PrintoutDesk::formatOf(const QString &path)
 void PrintoutDesk::noteSent(const QString &printer)
 {
     Logger::Write(QStringLiteral("Sent to the printer %1").arg(printer));
+    emit sent(printer);
 }
 
 void PrintoutDesk::noteRefused(const QString &cause)

@@ -36,6 +36,7 @@ public:
 
 signals:
     void written(const QString &path);
+    void sent(const QString &printer);
     void refused(const QString &cause);
 
 private:

@@ -278,7 +278,7 @@ bool PageDialog::exportTo(const QString &file)
     const QPointer<PageDialog> alive(this);
     const PagePlan plan(order(), *m_Window.alignment());
     const OutputOutcome outcome = writePages(m_Window, plan, file, m_Resolution->value());
-    return alive && tell(outcome, tr("Written: %1").arg(file));
+    return alive && leaveOrTell(outcome);
 }
 
 bool PageDialog::printOn(QPrinter &printer)
@@ -287,14 +287,15 @@ bool PageDialog::printOn(QPrinter &printer)
     m_Remark->clear();
     const QPointer<PageDialog> alive(this);
     const OutputOutcome outcome = printPages(m_Window, order(), printer);
-    return alive && tell(outcome, tr("Printed."));
+    return alive && leaveOrTell(outcome);
 }
 
-bool PageDialog::tell(const OutputOutcome &outcome, const QString &done)
+// The workbench tells where the pages are; what was chosen is kept for the next ones.
+bool PageDialog::leaveOrTell(const OutputOutcome &outcome)
 {
     switch (outcome.end) {
     case OutputEnd::Done:
-        m_Remark->setText(done);
+        accept();
         return true;
     case OutputEnd::GivenUp:
         m_Remark->setText(tr("Cancelled. Nothing was written."));

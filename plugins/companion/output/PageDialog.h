@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Chooses what of an alignment is to be on pages, and writes or prints them.
+// Chooses what of an alignment is to be on pages, writes or prints them, and closes; it stays when
+// that fails.
 #pragma once
 
 #include "AlignmentViewObserver.h"
@@ -35,7 +36,8 @@ public:
     void setChoices(const PageChoices &choices);
     // Where a file is offered: called after the alignment, in the folder that was used last.
     [[nodiscard]] QString suggestedFile() const;
-    // False, and told in the dialog, when it is not written; then the file is as it was.
+    // The dialog closes then. False, and told in the dialog, when it is not written; then the file
+    // is as it was.
     bool exportTo(const QString &file);
     // Likewise.
     bool printOn(QPrinter &printer);
@@ -49,7 +51,7 @@ private:
     [[nodiscard]] PageOrder order() const;
     void askAndExport();
     void askAndPrint();
-    bool tell(const OutputOutcome &outcome, const QString &done);
+    bool leaveOrTell(const OutputOutcome &outcome);
 
     TAMBO::AlignmentWindow &m_Window;
     PageTracks m_Tracks;

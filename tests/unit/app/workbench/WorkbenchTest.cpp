@@ -687,12 +687,15 @@ TEST_F(WorkbenchTest, TheStatusLineTellsWhereAPrintWent)
     EXPECT_EQ(box->text(), m_Folder.filePath("x.ps") + " is not there any more.");
 }
 
-TEST_F(WorkbenchTest, TheStatusLineTellsWhatWasPrinted)
+TEST_F(WorkbenchTest, TheStatusLineTellsOnceWhatWasPrinted)
 {
     show();
+    StatusLine::Say("Before.");
     Printouts::Written(m_Folder.filePath("x.ps"));
-    EXPECT_EQ(window().statusBar()->currentMessage(), "Printed PostScript x.ps");
+    EXPECT_EQ(window().statusBar()->currentMessage(), "Before.") << "the notice tells of it";
     EXPECT_EQ(window().findChild<QLabel *>("PrintedFormat")->text(), "Printed PostScript:");
+    Printouts::Sent("laser");
+    EXPECT_EQ(window().statusBar()->currentMessage(), "Sent to the printer laser");
 }
 
 TEST_F(WorkbenchTest, APluginSpeaksInTheStatusLineWhichMakesRoomForIt)

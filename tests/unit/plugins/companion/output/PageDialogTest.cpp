@@ -156,11 +156,11 @@ TEST_F(DialogOfPages, EveryFilterHasItsEnding)
     EXPECT_FALSE(companion::pageFormatOf("pdf").has_value());
 }
 
-TEST_F(DialogOfPages, WritesTheFileAndSaysSo)
+TEST_F(DialogOfPages, WritesTheFileAndCloses)
 {
     PageDialog &dialog = ask();
     EXPECT_TRUE(dialog.exportTo(path("out.pdf")));
-    EXPECT_TRUE(shownTexts(dialog).contains("Written: " + path("out.pdf")));
+    EXPECT_FALSE(dialog.isVisible());
     EXPECT_GT(PrintedFile(path("out.pdf")).pageCount(), 1);
 }
 
@@ -225,6 +225,7 @@ TEST_F(DialogOfPages, CancelLeavesNoFile)
     EXPECT_FALSE(dialog.exportTo(path("out.pdf")));
     EXPECT_TRUE(isAsked);
     EXPECT_TRUE(shownTexts(dialog).contains("Cancelled. Nothing was written."));
+    EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(
         QDir(m_Folder.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
@@ -236,7 +237,9 @@ TEST_F(DialogOfPages, ThePrintersPaperIsTaken)
     printer.setOutputFileName(path("printed.pdf"));
     printer.setPageSize(QPageSize(QPageSize::A5));
     printer.setPageOrientation(QPageLayout::Landscape);
-    EXPECT_TRUE(ask().printOn(printer));
+    PageDialog &dialog = ask();
+    EXPECT_TRUE(dialog.printOn(printer));
+    EXPECT_FALSE(dialog.isVisible());
     const PrintedFile pdf(path("printed.pdf"));
     EXPECT_NEAR(pdf.pageSize().width(), 595, 1);
     EXPECT_NEAR(pdf.pageSize().height(), 420, 1);
