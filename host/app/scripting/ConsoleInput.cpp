@@ -7,10 +7,10 @@
 #include <QCompleter>
 #include <QFontDatabase>
 #include <QKeyEvent>
-#include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QStringListModel>
+#include <QStyledItemDelegate>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -24,6 +24,21 @@ constexpr int kMostShownLines = 8;
 constexpr int kMostShownWords = 10;
 constexpr int kIndent = 4;
 constexpr int kWordSpacing = 1;
+
+// Lines that stand close cut the lowest parts of letters. The list is made as high as its lines say
+// that they are; what a list has between them it does not count.
+class WordLine : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,
+                                 const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) +
+               QSize(2 * kWordSpacing, 2 * kWordSpacing);
+    }
+};
 
 QString indentOfLine(const QString &line)
 {
@@ -62,9 +77,7 @@ ConsoleInput::ConsoleInput(ConsoleHistory &history, Language language, QWidget *
     m_Completer->setMaxVisibleItems(kMostShownWords);
     m_Completer->popup()->setObjectName(QStringLiteral("ConsoleWords"));
     m_Completer->popup()->setFont(font());
-    // Lines that stand close cut the lowest parts of letters.
-    if (auto *const list = qobject_cast<QListView *>(m_Completer->popup()))
-        list->setSpacing(kWordSpacing);
+    m_Completer->popup()->setItemDelegate(new WordLine(m_Completer));
     connect(m_Completer, qOverload<const QString &>(&QCompleter::activated), this,
             &ConsoleInput::insertWord);
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
@@ -291,12 +304,28 @@ void ConsoleInput::offerWords(bool isAsked)
     QTextCursor place = textCursor();
     place.setPosition(int(m_WordStart));
     QRect area = cursorRect(place);
-    area.setWidth(m_Completer->popup()->sizeHintForColumn(0) + 4 * kWordSpacing +
+    area.setWidth(m_Completer->popup()->sizeHintForColumn(0) + 2 * kWordSpacing +
                   2 * m_Completer->popup()->frameWidth() +
                   m_Completer->popup()->verticalScrollBar()->sizeHint().width());
     m_Completer->complete(area);
+    fitList();
     m_Completer->popup()->setCurrentIndex(m_Completer->completionModel()->index(0, 0));
     m_Completer->popup()->scrollToTop();
+}
+
+// The toolkit leaves some pixels, in which a part of another line is seen.
+void ConsoleInput::fitList()
+{
+    QAbstractItemView &list = *m_Completer->popup();
+    const int shown = std::min(kMostShownWords, list.model()->rowCount());
+    const int height = shown * list.sizeHintForRow(0) + 2 * list.frameWidth();
+    QRect place = list.geometry();
+    const bool isAbove = place.top() < viewport()->mapToGlobal(cursorRect().topLeft()).y();
+    if (isAbove)
+        place.setTop(place.bottom() + 1 - height);
+    else
+        place.setHeight(height);
+    list.setGeometry(place);
 }
 
 void ConsoleInput::insertWord(const QString &word)

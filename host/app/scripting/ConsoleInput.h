@@ -57,6 +57,7 @@ private:
     void enter();
     void beginLine();
     void offerWords(bool isAsked);
+    void fitList();
     void insertWord(const QString &word);
     void replaceWord(const QString &word);
     void showEntry(const QString *entry);

@@ -169,6 +169,17 @@ TEST_F(ConsoleInputTest, TheListFollowsWhatIsTypedAndEscapeClosesIt)
     EXPECT_EQ(m_Input.toPlainText(), "tambo.o");
 }
 
+TEST_F(ConsoleInputTest, TheListIsAsHighAsItsLines)
+{
+    type("tambo.");
+    key(Qt::Key_Tab);
+    const QAbstractItemView &view = *m_Input.completer().popup();
+    const QAbstractItemModel *const model = view.model();
+    const QRect last = view.visualRect(model->index(model->rowCount() - 1, 0));
+    EXPECT_GE(last.height(), view.fontMetrics().height() + 2);
+    EXPECT_EQ(view.viewport()->height(), last.bottom() + 1);
+}
+
 TEST_F(ConsoleInputTest, TabAtTheBeginOfALineIndents)
 {
     key(Qt::Key_Tab);
