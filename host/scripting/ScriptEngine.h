@@ -37,6 +37,8 @@ struct ScriptOutcome
     std::string trace;
     // Steps of undo that stay.
     std::size_t steps = 0;
+    // What the script has changed behind them.
+    bool hasTakenBack = false;
     // What the script has ended with: sys.exit(2).
     int exitStatus = 0;
 };

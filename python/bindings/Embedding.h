@@ -32,8 +32,15 @@ class RunSteps
 public:
     // What is changed from now on is one step of undo, unless the script opens steps itself.
     virtual void begin(const std::string &name) = 0;
-    // Takes back what is in no step that has ended when the run has failed. How many steps stay.
-    virtual std::size_t end(bool hasFailed) = 0;
+    struct End
+    {
+        // That stay.
+        std::size_t steps = 0;
+        // What was changed behind them.
+        bool hasTakenBack = false;
+    };
+    // Takes back what is in no step that has ended when the run has failed.
+    virtual End end(bool hasFailed) = 0;
 
 protected:
     ~RunSteps() = default;

@@ -145,6 +145,8 @@ void ProcessModel::closeStep(std::size_t depth, bool hasFailed)
     if (hasFailed && depth == 1) {
         // It is not given up on the way.
         const auto working = std::exchange(modelHooks().working, nullptr);
+        if (m_Run != nullptr)
+            m_Run->noteTakenBack();
         ChangeSession::get().takeBackChanges();
         modelHooks().working = working;
     }

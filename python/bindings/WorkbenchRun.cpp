@@ -10,6 +10,7 @@ void WorkbenchRun::begin(const std::string &name)
 {
     m_Name = name;
     m_Steps = 0;
+    m_HasTakenBack = false;
     m_LastState = m_Embedding.history().state();
     m_Pause.emplace();
     ModelHooks &hooks = modelHooks();
@@ -19,13 +20,15 @@ void WorkbenchRun::begin(const std::string &name)
     enter();
 }
 
-std::size_t WorkbenchRun::end(bool hasFailed)
+RunSteps::End WorkbenchRun::end(bool hasFailed)
 {
     ModelHooks &hooks = modelHooks();
     // Taking back is not given up on the way.
     hooks.working = nullptr;
-    if (hasFailed && ChangeSession::get().isOpen())
+    if (hasFailed && ChangeSession::get().isOpen()) {
+        noteTakenBack();
         ChangeSession::get().takeBackChanges();
+    }
     hooks.working = m_Hooks.working;
     hooks.worked = m_Hooks.worked;
     // Those that the script has left open, too.
@@ -35,7 +38,14 @@ std::size_t WorkbenchRun::end(bool hasFailed)
     hooks.denied = m_Hooks.denied;
     m_Actions.endStep(hasFailed);
     m_Pause.reset();
-    return m_Steps;
+    return {m_Steps, m_HasTakenBack};
+}
+
+void WorkbenchRun::noteTakenBack() noexcept
+{
+    // One that can be taken back from now on has changed nothing.
+    if (!ChangeSession::get().canTakeBack())
+        m_HasTakenBack = true;
 }
 
 void WorkbenchRun::leave()
@@ -66,6 +76,7 @@ void WorkbenchRun::countStep()
     if (const std::uint64_t state = m_Embedding.history().state(); state != m_LastState) {
         m_LastState = state;
         ++m_Steps;
+        m_HasTakenBack = false;
     }
 }
 

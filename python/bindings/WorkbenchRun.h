@@ -35,7 +35,9 @@ public:
     { }
 
     void begin(const std::string &name) override;
-    std::size_t end(bool hasFailed) override;
+    End end(bool hasFailed) override;
+    // A step of the script's own is taken back, maybe an empty one.
+    void noteTakenBack() noexcept;
     [[nodiscard]] bool isUnderWay() const noexcept { return m_Pause.has_value(); }
 
     // Around a step of the script's own, and what has to see all changes in the history. Nothing
@@ -54,6 +56,8 @@ private:
     // By which it is seen whether a step has changed something.
     std::uint64_t m_LastState = 0;
     std::size_t m_Steps = 0;
+    // Behind the last of them.
+    bool m_HasTakenBack = false;
     std::optional<ArrivalPause> m_Pause;
     ModelHooks m_Hooks;
 };

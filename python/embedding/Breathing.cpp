@@ -2,6 +2,9 @@
 #include "Breathing.h"
 
 #include <csignal>
+#include <stdexcept>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace TAMBO::scripting {
@@ -54,12 +57,18 @@ int Breathing::hearAgain(void *breathing)
 void Breathing::begin(ScriptHost &host)
 {
     hearAgain(this);
-    m_Host = &host;
     m_Stops = 0;
     m_Missed = 0;
     m_LastLook = Clock::now();
     m_HasEnded = false;
-    m_Thread = std::thread([this] { tick(); });
+    try {
+        m_Thread = std::thread([this] { tick(); });
+    } catch (const std::system_error &error) {
+        throw std::runtime_error("Nothing was run, since it could not be stopped: the system "
+                                 "begins no thread (" +
+                                 error.code().message() + ").");
+    }
+    m_Host = &host;
 }
 
 void Breathing::end()

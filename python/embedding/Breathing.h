@@ -27,6 +27,7 @@ public:
     Breathing(const Breathing &) = delete;
     Breathing &operator=(const Breathing &) = delete;
 
+    // Throws when there is no thread to be had.
     void begin(ScriptHost &host);
     void end();
     // Whether the run was to be stopped.

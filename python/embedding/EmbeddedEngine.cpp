@@ -3,10 +3,11 @@
 
 #include "ChangeScope.h"
 #include "Publisher.h"
-#include "SignalHandlers.h"
+#include "Surroundings.h"
 
 #include <pybind11/stl.h>
 
+#include <exception>
 #include <unistd.h>
 
 namespace TAMBO::scripting {
@@ -46,6 +47,34 @@ py::str pathText(const std::filesystem::path &file)
 {
     return py::reinterpret_steal<py::str>(PyUnicode_DecodeFSDefault(file.c_str()));
 }
+
+// True as long as it lives.
+class Mark
+{
+public:
+    explicit Mark(bool &mark) noexcept : m_Mark(mark) { m_Mark = true; }
+    ~Mark() { m_Mark = false; }
+    Mark(const Mark &) = delete;
+    Mark &operator=(const Mark &) = delete;
+
+private:
+    bool &m_Mark;
+};
+
+class Breaths
+{
+public:
+    Breaths(Breathing &breathing, ScriptHost &host) : m_Breathing(breathing)
+    {
+        m_Breathing.begin(host);
+    }
+    ~Breaths() { m_Breathing.end(); }
+    Breaths(const Breaths &) = delete;
+    Breaths &operator=(const Breaths &) = delete;
+
+private:
+    Breathing &m_Breathing;
+};
 
 } // namespace
 
@@ -100,7 +129,23 @@ void EmbeddedEngine::flush()
     } catch (py::error_already_set &error) {
         error.discard_as_unraisable("the output of a script");
     }
-    m_Output.flush();
+    try {
+        m_Output.flush();
+    } catch (const std::exception &) {
+        // What cannot be shown is lost; the run comes to its end all the same.
+    }
+}
+
+template <typename Work>
+ScriptOutcome EmbeddedEngine::outcomeOfWork(const py::object &runner, const Work &work)
+{
+    try {
+        return work();
+    } catch (py::error_already_set &error) {
+        return outcomeOf(error, runner);
+    } catch (const std::exception &error) {
+        return refused(error.what());
+    }
 }
 
 ScriptOutcome EmbeddedEngine::run(const std::filesystem::path &file,
@@ -109,17 +154,17 @@ ScriptOutcome EmbeddedEngine::run(const std::filesystem::path &file,
     if (const std::string why = hindrance(); !why.empty())
         return refused(why);
     const py::gil_scoped_acquire lock;
-    connectOutput();
-    const py::object script = m_Workbench.attr("Script")(pathText(file));
-    ScriptOutcome outcome;
-    try {
+    const Surroundings kept;
+    py::object script = py::none();
+    ScriptOutcome outcome = outcomeOfWork(script, [&] {
+        connectOutput();
+        script = m_Workbench.attr("Script")(pathText(file));
         const py::object code = script.attr("begin")(arguments);
-        outcome = runCodes("script " + file.filename().string(), script, {code});
-    } catch (py::error_already_set &error) {
-        outcome = outcomeOf(error, script);
-    }
+        return runCodes("script " + file.filename().string(), script, {code});
+    });
     try {
-        script.attr("close")();
+        if (!script.is_none())
+            script.attr("close")();
     } catch (py::error_already_set &error) {
         error.discard_as_unraisable("the end of a script");
     }
@@ -132,45 +177,52 @@ ScriptOutcome EmbeddedEngine::execute(const std::string &source)
     if (const std::string why = hindrance(); !why.empty())
         return refused(why);
     const py::gil_scoped_acquire lock;
-    connectOutput();
-    try {
-        return runCodes(
-            "console", m_Console,
-            m_Console.attr("compiled")(py::str(source)).cast<std::vector<py::object>>());
-    } catch (py::error_already_set &error) {
-        return outcomeOf(error, m_Console);
-    }
+    const Surroundings kept;
+    return outcomeOfWork(m_Console, [&] {
+        connectOutput();
+        const auto codes =
+            m_Console.attr("compiled")(py::str(source)).cast<std::vector<py::object>>();
+        m_Console.attr("enter_folder")();
+        const ScriptOutcome outcome = runCodes("console", m_Console, codes);
+        m_Console.attr("keep_folder")();
+        return outcome;
+    });
 }
 
 ScriptOutcome EmbeddedEngine::runCodes(const std::string &name, const py::object &runner,
                                        const std::vector<py::object> &codes)
 {
+    const Mark running(m_IsRunning);
+    m_Steps->begin(name);
+    ScriptOutcome outcome = outcomeOfWork(runner, [&] {
+        const py::object error = evaluate(runner, codes);
+        return outcomeOf(error, runner, m_Breathing.isStopAsked());
+    });
+    flush();
+    const auto [steps, hasTakenBack] = m_Steps->end(outcome.end != ScriptOutcome::End::Done);
+    outcome.steps = steps;
+    outcome.hasTakenBack = hasTakenBack;
+    return outcome;
+}
+
+py::object EmbeddedEngine::evaluate(const py::object &runner, const std::vector<py::object> &codes)
+{
     const py::object names = runner.attr("names");
     const pid_t process = ::getpid();
+    const Breaths breaths(m_Breathing, *m_Host);
     py::object error = py::none();
-    m_IsRunning = true;
-    m_Steps->begin(name);
-    {
-        const SignalHandlers kept;
-        m_Breathing.begin(*m_Host);
-        for (const py::object &code : codes) {
-            if (code.is_none() || !error.is_none())
-                continue;
-            const auto value = py::reinterpret_steal<py::object>(
-                PyEval_EvalCode(code.ptr(), names.ptr(), names.ptr()));
-            error = takeError();
-        }
-        // A child that the script has forked, and that has not ended itself, must not go on as a
-        // second workbench.
-        if (::getpid() != process)
-            ::_exit(outcomeOf(error, runner, false).exitStatus);
-        m_Breathing.end();
+    for (const py::object &code : codes) {
+        if (code.is_none() || !error.is_none())
+            continue;
+        const auto value = py::reinterpret_steal<py::object>(
+            PyEval_EvalCode(code.ptr(), names.ptr(), names.ptr()));
+        error = takeError();
     }
-    ScriptOutcome outcome = outcomeOf(error, runner, m_Breathing.isStopAsked());
-    flush();
-    outcome.steps = m_Steps->end(outcome.end != ScriptOutcome::End::Done);
-    m_IsRunning = false;
-    return outcome;
+    // A child that the script has forked, and that has not ended itself, must not go on as a second
+    // workbench.
+    if (::getpid() != process)
+        ::_exit(outcomeOf(error, runner, false).exitStatus);
+    return error;
 }
 
 ScriptOutcome EmbeddedEngine::outcomeOf(py::error_already_set &error, const py::object &runner)
@@ -192,7 +244,7 @@ ScriptOutcome EmbeddedEngine::outcomeOf(const py::object &error, const py::objec
         outcome.text = told[4].cast<std::string>();
         outcome.trace = told[5].cast<std::string>();
         outcome.exitStatus = told[6].cast<int>();
-    } catch (py::error_already_set &untold) {
+    } catch (const std::exception &untold) {
         outcome = refused(untold.what());
     }
     return outcome;
@@ -203,7 +255,7 @@ bool EmbeddedEngine::isComplete(const std::string &source)
     const py::gil_scoped_acquire lock;
     try {
         return m_Console.attr("is_complete")(py::str(source)).cast<bool>();
-    } catch (const py::error_already_set &) {
+    } catch (const std::exception &) {
         return true;
     }
 }
@@ -220,7 +272,7 @@ ScriptEngine::Completion EmbeddedEngine::complete(const std::string &source, std
         const py::object before = py::str(text)[py::slice(0, found[0].cast<py::ssize_t>(), 1)];
         completion.start = before.cast<std::string>().size();
         completion.words = found[1].cast<std::vector<std::string>>();
-    } catch (const py::error_already_set &) {
+    } catch (const std::exception &) {
         return {cursor, {}};
     }
     return completion;

@@ -46,10 +46,16 @@ private:
     // Why nothing can be run now; empty when it can.
     [[nodiscard]] std::string hindrance() const;
     void connectOutput();
+    // With what is thrown on the way.
+    template <typename Work>
+    ScriptOutcome outcomeOfWork(const pybind11::object &runner, const Work &work);
     void flush();
     // Runs the codes one after the other as one step; what is none is left out.
     ScriptOutcome runCodes(const std::string &name, const pybind11::object &runner,
                            const std::vector<pybind11::object> &codes);
+    // What was raised; none when nothing was.
+    pybind11::object evaluate(const pybind11::object &runner,
+                              const std::vector<pybind11::object> &codes);
     // Of what was raised before anything has run.
     ScriptOutcome outcomeOf(pybind11::error_already_set &error, const pybind11::object &runner);
     ScriptOutcome outcomeOf(const pybind11::object &error, const pybind11::object &runner,

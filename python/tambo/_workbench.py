@@ -93,7 +93,7 @@ class Script:
         main.__file__ = self._file
         main.__builtins__ = __builtins__
         self.names = main.__dict__
-        self._before = (sys.argv, list(sys.path), sys.modules.get("__main__"), set(sys.modules), _folder_in_use())
+        self._before = (sys.argv, list(sys.path), sys.modules.get("__main__"), set(sys.modules))
         sys.argv = [self._given, *arguments]
         sys.path.insert(0, self._folder)
         sys.modules["__main__"] = main
@@ -103,13 +103,11 @@ class Script:
     def close(self):
         if self._before is None:
             return
-        sys.argv, sys.path[:], main, modules, folder = self._before
+        sys.argv, sys.path[:], main, modules = self._before
         sys.modules["__main__"] = main
         for name in set(sys.modules) - modules:
             if self._is_own(sys.modules[name]):
                 del sys.modules[name]
-        if folder is not None:
-            os.chdir(folder)
         # What it has left open is complete, though the names that refer to each other go in any order.
         for left in self.names.values():
             if isinstance(left, io.IOBase) and not left.closed and left.writable():
@@ -142,6 +140,7 @@ class Console:
     def __init__(self):
         self._inputs = 0
         self._main = None
+        self._folder = self._entered = None
         self.forget()
 
     @property
@@ -153,8 +152,23 @@ class Console:
         self._main.__builtins__ = __builtins__
         self._main.__doc__ = None
         self._main.tambo = tambo
+        self._folder = None
         sys.modules["__main__"] = self._main
         gc.collect()
+
+    def enter_folder(self):
+        """The one that was chosen before; what runs has a folder of its own."""
+        if self._folder is not None:
+            try:
+                os.chdir(self._folder)
+            except OSError:
+                self._folder = None
+        self._entered = _folder_in_use()
+
+    def keep_folder(self):
+        folder = _folder_in_use()
+        if folder != self._entered:
+            self._folder = folder
 
     def compiled(self, source):
         """Code for all but the last value, and for that: one of them may be None."""
@@ -243,9 +257,9 @@ def _message(told):
 
 
 def _place(told, runner):
-    if issubclass(told.exc_type, SyntaxError) and runner.is_own_file(told.filename or ""):
+    if issubclass(told.exc_type, SyntaxError) and runner is not None and runner.is_own_file(told.filename or ""):
         return _shown(told.filename), int(told.lineno or 0), (told.text or "").strip()
-    for frame in reversed(told.stack):
+    for frame in reversed(told.stack if runner is not None else []):
         if runner.is_own_file(frame.filename):
             return _shown(frame.filename), frame.lineno or 0, frame.line or ""
     return "", 0, ""

@@ -44,18 +44,20 @@ QString consequenceText(const ScriptOutcome &outcome, const QString &name)
         return isOne ? trOutcome("%1 is done: one step of undo.").arg(name)
                      : trOutcome("%1 is done: %2 steps of undo.").arg(name).arg(outcome.steps);
     }
-    if (outcome.steps > 0) {
-        const QString stay =
-            isOne ? trOutcome("One step that it had completed stays; what it did after that is "
-                              "taken back.")
-                  : trOutcome("%1 steps that it had completed stay; what it did after these is "
-                              "taken back.")
-                        .arg(outcome.steps);
-        return stay;
-    }
+    if (outcome.steps > 0 && outcome.hasTakenBack)
+        return isOne ? trOutcome("One step that it had completed stays; what it did after that is "
+                                 "taken back.")
+                     : trOutcome("%1 steps that it had completed stay; what it did after these is "
+                                 "taken back.")
+                           .arg(outcome.steps);
+    if (outcome.steps > 0)
+        return isOne ? trOutcome("One step that it had completed stays.")
+                     : trOutcome("%1 steps that it had completed stay.").arg(outcome.steps);
+    if (outcome.hasTakenBack)
+        return trOutcome("What it had changed is taken back.");
     if (name.isEmpty() && outcome.end == ScriptOutcome::End::Failed)
         return {};
-    return trOutcome("What it had changed is taken back.");
+    return trOutcome("It had changed nothing.");
 }
 
 } // namespace TAMBO::app

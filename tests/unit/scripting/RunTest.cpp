@@ -1,9 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ScriptFixture.h"
 
+#include <clocale>
 #include <csignal>
+#include <pthread.h>
+#include <stdexcept>
+#include <sys/time.h>
 
 namespace RunTest {
+
+// The system begins no thread while it lives: none has as much memory as its stack would take.
+class NoThreads
+{
+public:
+    NoThreads()
+    {
+        ::pthread_getattr_default_np(&m_Before);
+        pthread_attr_t huge;
+        ::pthread_attr_init(&huge);
+        ::pthread_attr_setstacksize(&huge, std::size_t(1) << 60);
+        ::pthread_setattr_default_np(&huge);
+        ::pthread_attr_destroy(&huge);
+    }
+    ~NoThreads()
+    {
+        ::pthread_setattr_default_np(&m_Before);
+        ::pthread_attr_destroy(&m_Before);
+    }
+    NoThreads(const NoThreads &) = delete;
+    NoThreads &operator=(const NoThreads &) = delete;
+
+private:
+    pthread_attr_t m_Before{};
+};
 
 using ScriptRun = ScriptFixture;
 
@@ -121,6 +150,74 @@ TEST_F(ScriptRun, TheFolderInUseIsAsBefore)
     const auto before = std::filesystem::current_path();
     runWell("import os; os.chdir('/')");
     EXPECT_EQ(std::filesystem::current_path(), before);
+}
+
+TEST_F(ScriptRun, TheConsoleKeepsAFolderOfItsOwn)
+{
+    const auto before = std::filesystem::current_path();
+    EXPECT_EQ(type("import os; os.chdir('" + folder.string() + "')").end, Outcome::End::Done);
+    EXPECT_EQ(std::filesystem::current_path(), before);
+    runWell("import os; print(os.getcwd())");
+    EXPECT_EQ(type("print(os.getcwd())").end, Outcome::End::Done);
+    EXPECT_EQ(shown(), before.string() + '\n' + folder.string() + '\n');
+    EXPECT_EQ(std::filesystem::current_path(), before);
+}
+
+TEST_F(ScriptRun, ItsLocaleIsNotThatOfTheProgram)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    ASSERT_NE(before, "C.UTF-8");
+    runWell("import locale; print(locale.setlocale(locale.LC_ALL, 'C.UTF-8'))");
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+    EXPECT_EQ(type("import locale; print(locale.setlocale(locale.LC_NUMERIC, 'C.UTF-8'))").end,
+              Outcome::End::Done);
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+    EXPECT_EQ(shown(), "C.UTF-8\nC.UTF-8\n");
+}
+
+// Its signal would end the program.
+TEST_F(ScriptRun, ATimerEndsWithTheScript)
+{
+    runWell("import signal\n"
+            "signal.signal(signal.SIGALRM, lambda *a: None)\n"
+            "signal.alarm(1000)\n"
+            "signal.setitimer(signal.ITIMER_PROF, 1000)\n");
+    for (const auto timer : {ITIMER_REAL, ITIMER_VIRTUAL, ITIMER_PROF}) {
+        itimerval present{};
+        ASSERT_EQ(::getitimer(timer, &present), 0);
+        EXPECT_EQ(present.it_value.tv_sec, 0);
+    }
+}
+
+TEST_F(ScriptRun, WithoutAThreadThatCouldStopItIsRefused)
+{
+    Outcome outcome;
+    {
+        const NoThreads none;
+        outcome = run("import tambo; tambo.new_alignment('a', [('x', 'MK')])");
+    }
+    EXPECT_EQ(outcome.end, Outcome::End::Failed);
+    EXPECT_TRUE(outcome.message.starts_with("Nothing was run, since it could not be stopped"))
+        << outcome.message;
+    EXPECT_TRUE(names().empty());
+    EXPECT_EQ(m_History.size(), 0U);
+    runWell("import tambo; tambo.new_alignment('a', [('x', 'MK')])");
+    EXPECT_EQ(m_History.size(), 1U);
+}
+
+TEST_F(ScriptRun, OutputThatCannotBeConnectedFailsOneRun)
+{
+    runWell("import io\n"
+            "real = io.TextIOWrapper\n"
+            "def once(*arguments, **names):\n"
+            "    io.TextIOWrapper = real\n"
+            "    raise OSError('no output')\n"
+            "io.TextIOWrapper = once\n");
+    const Outcome outcome = run("print('not seen')");
+    EXPECT_EQ(outcome.end, Outcome::End::Failed);
+    EXPECT_EQ(outcome.message, "OSError: no output");
+    runWell("print('seen')");
+    EXPECT_EQ(shown(), "seen\n");
 }
 
 TEST_F(ScriptRun, FilesThatAreLeftOpenAreComplete)

@@ -80,6 +80,7 @@ TEST_F(Steps, AnExceptionTakesTheStepBack)
     EXPECT_EQ(outcome.end, Outcome::End::Failed);
     EXPECT_EQ(outcome.message, "ZeroDivisionError: division by zero");
     EXPECT_EQ(outcome.steps, 0U);
+    EXPECT_TRUE(outcome.hasTakenBack);
     EXPECT_EQ(names(), Labels{"family"});
     EXPECT_EQ(alignment().GetSequence(0, false), "MK-V");
     EXPECT_EQ(m_History.size(), 1U);
@@ -96,9 +97,29 @@ TEST_F(Steps, ThatHaveEndedStayWhenTheScriptFails)
                                 "    family.insert_gaps(0, 0)\n"
                                 "    raise ValueError('no')\n");
     EXPECT_EQ(outcome.steps, 1U);
+    EXPECT_TRUE(outcome.hasTakenBack);
     EXPECT_EQ(outcome.line, 7);
     EXPECT_EQ(alignment().GetSequence(0, false), "-MK-V");
     EXPECT_EQ(labels().back(), "Kept in family");
+}
+
+TEST_F(Steps, NothingIsTakenBackWhereNothingWasChangedBehindThem)
+{
+    makeAlignment();
+    EXPECT_FALSE(run("1 / 0").hasTakenBack);
+    const Outcome outcome = run("import tambo\n"
+                                "family, = tambo.alignments()\n"
+                                "try:\n"
+                                "    with tambo.step('Lost'):\n"
+                                "        family.insert_gaps(0, 0)\n"
+                                "        1 / 0\n"
+                                "except ZeroDivisionError:\n"
+                                "    pass\n"
+                                "with tambo.step('Kept'):\n"
+                                "    family.insert_gaps(0, 0)\n"
+                                "1 / 0\n");
+    EXPECT_EQ(outcome.steps, 1U);
+    EXPECT_FALSE(outcome.hasTakenBack);
 }
 
 TEST_F(Steps, ThatAScriptForgetsToEndEndWithIt)

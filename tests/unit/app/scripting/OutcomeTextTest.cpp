@@ -59,10 +59,34 @@ TEST(OutcomeText, WhatStaysIsCounted)
     outcome.steps = 3;
     EXPECT_EQ(consequenceText(outcome, "s.py"), "s.py is done: 3 steps of undo.");
     outcome.end = Outcome::End::Failed;
+    EXPECT_EQ(consequenceText(outcome, "s.py"), "3 steps that it had completed stay.");
+    outcome.steps = 1;
+    EXPECT_EQ(consequenceText(outcome, ""), "One step that it had completed stays.");
+}
+
+TEST(OutcomeText, WhatIsTakenBackIsTold)
+{
+    Outcome outcome;
+    outcome.end = Outcome::End::Stopped;
+    outcome.hasTakenBack = true;
+    EXPECT_EQ(consequenceText(outcome, "s.py"), "What it had changed is taken back.");
+    EXPECT_EQ(consequenceText(outcome, ""), "What it had changed is taken back.");
+    outcome.steps = 1;
+    EXPECT_EQ(consequenceText(outcome, "s.py"),
+              "One step that it had completed stays; what it did after that is taken back.");
+    outcome.steps = 3;
     EXPECT_EQ(consequenceText(outcome, "s.py"),
               "3 steps that it had completed stay; what it did after these is taken back.");
-    outcome.steps = 0;
-    EXPECT_EQ(consequenceText(outcome, "s.py"), "What it had changed is taken back.");
+}
+
+TEST(OutcomeText, NothingIsTakenBackOfWhatHasChangedNothing)
+{
+    Outcome outcome;
+    outcome.end = Outcome::End::Stopped;
+    EXPECT_EQ(consequenceText(outcome, "s.py"), "It had changed nothing.");
+    EXPECT_EQ(consequenceText(outcome, ""), "It had changed nothing.");
+    outcome.end = Outcome::End::Failed;
+    EXPECT_EQ(consequenceText(outcome, "s.py"), "It had changed nothing.");
     EXPECT_EQ(consequenceText(outcome, ""), "");
 }
 

@@ -222,6 +222,7 @@ TEST_F(ScriptDeskTest, AFailureIsOneLineInConsoleStatusLineAndLog)
         outcome.line = 12;
         outcome.trace = "Traceback (most recent call last):\n  File \"/a/sites.py\", line 12\n    "
                         "print(1)\nValueError: no such row\n";
+        outcome.hasTakenBack = true;
         return outcome;
     };
     run();
@@ -354,7 +355,7 @@ TEST_F(ScriptDeskTest, EscapeStopsTheScript)
         return outcome;
     };
     run();
-    EXPECT_TRUE(output().endsWith("sites.py was stopped. What it had changed is taken back."));
+    EXPECT_TRUE(output().endsWith("sites.py was stopped. It had changed nothing."));
     EXPECT_EQ(m_Said.last(), "sites.py was stopped.");
     EXPECT_FALSE(part<QToolButton>("ConsoleStop").isEnabled());
 }
