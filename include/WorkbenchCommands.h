@@ -33,6 +33,14 @@ struct AlignRowsRequest
     QString told;
 };
 
+// What RealignAll is handed. Lives for the one call.
+struct RealignRequest
+{
+    Alignment *alignment;
+    // What was done, or that there was nothing to do, for the user.
+    QString told;
+};
+
 struct CommandName
 {
     const char *group;
@@ -56,6 +64,8 @@ public:
     static constexpr CommandName kReadStructure{"Parse", "PDB", "ReadPDB"};
     // Execute with an Alignment.
     static constexpr CommandName kRealign{"Calculate", "Alignment", "Malign"};
+    // Execute with a RealignRequest.
+    static constexpr CommandName kRealignAll{"Calculate", "Alignment", "RealignAll"};
 
     // Execute with an AlignRowsRequest.
     static constexpr CommandName kAlignRows{"Calculate", "Alignment", "AlignRows"};
@@ -63,8 +73,8 @@ public:
     // Execute with an Alignment.
     static constexpr CommandName kShowAlignment{"Data", "Alignment", "show"};
 
-    static constexpr CommandName kAll[] = {kOpenFile, kSaveAlignment, kReadStructure,
-                                           kRealign,  kAlignRows,     kShowAlignment};
+    static constexpr CommandName kAll[] = {kOpenFile,   kSaveAlignment, kReadStructure, kRealign,
+                                           kRealignAll, kAlignRows,     kShowAlignment};
 
     // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
     static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
@@ -99,6 +109,14 @@ public:
     {
         return PluginManager::Execute(kRealign.group, kRealign.service, caller, kRealign.command,
                                       static_cast<void *>(&alignment));
+    }
+
+    // All columns are aligned anew, and are the range then; one step of undo. The user waits for
+    // it, and may cancel it. Failed when nothing has changed; he has been told why.
+    static Outcome realignAll(const std::string &caller, RealignRequest &request)
+    {
+        return PluginManager::Execute(kRealignAll.group, kRealignAll.service, caller,
+                                      kRealignAll.command, static_cast<void *>(&request));
     }
 
     // The rows are aligned by another program to the others, whose columns stay together; one step

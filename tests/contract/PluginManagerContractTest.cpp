@@ -33,6 +33,7 @@ protected:
         routes.removeCommand("Parse", "PDB", "ReadPDB");
         routes.removeExecute("Data", "OpenFile", "open");
         routes.removeExecute("Calculate", "Alignment", "Malign");
+        routes.removeExecute("Calculate", "Alignment", "RealignAll");
         routes.removeExecute("Calculate", "Alignment", "AlignRows");
     }
 
@@ -143,6 +144,10 @@ TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
     routes.registerExecute("Calculate", "Alignment", "Malign", record());
     EXPECT_EQ(WorkbenchCommands::realign("Mine", *alignment), Outcome::Done);
     EXPECT_EQ(m_Call.data, alignment.get());
+    TAMBO::RealignRequest all{alignment.get(), {}};
+    routes.registerExecute("Calculate", "Alignment", "RealignAll", record());
+    EXPECT_EQ(WorkbenchCommands::realignAll("Mine", all), Outcome::Done);
+    EXPECT_EQ(m_Call.data, &all);
     TAMBO::AlignRowsRequest rows{alignment.get(), {1, 2}, true, {}};
     routes.registerExecute("Calculate", "Alignment", "AlignRows", record());
     EXPECT_EQ(WorkbenchCommands::alignRows("Mine", rows), Outcome::Done);

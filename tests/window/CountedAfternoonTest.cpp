@@ -21,10 +21,8 @@ constexpr const char *kEditor = "Alignment Editor";
 // as many down.
 constexpr QPoint kFileMenu(20, 9);
 constexpr QPoint kModelMenu(62, 9);
-constexpr QPoint kRangeMenu(113, 9);
 constexpr QPoint kColorMenu(215, 9);
 constexpr QPoint kToolsMenu(141, 9);
-constexpr QPoint kRealign(282, 39);
 constexpr QPoint kConservation(330, 39);
 constexpr QPoint kFirstEntry(30, 11);
 constexpr int kEntryHeight = 22;
@@ -89,7 +87,7 @@ public:
             for (const QString &popup : m_Screen.findPopups()) {
                 corner = m_Screen.geometryOf(popup).topLeft();
                 const int below = corner.y() - m_Place.top();
-                if (below > kFileMenu.y() && below < kRealign.y() - kFileMenu.y())
+                if (below > kFileMenu.y() && below < kConservation.y() - kFileMenu.y())
                     return true;
             }
             return false;
@@ -102,13 +100,10 @@ public:
         const std::map<QString, std::function<QPoint()>> places = {
             {"File", [this] { return inEditor(kFileMenu); }},
             {"Model", [this] { return inEditor(kModelMenu); }},
-            {"Range", [this] { return inEditor(kRangeMenu); }},
             {"Color", [this] { return inEditor(kColorMenu); }},
-            {"Full", [this] { return entry(0); }},
             {"Kestram", [this] { return entry(0); }},
             {"Add Seqs", [this] { return entry(1); }},
             {"By Distance", [this] { return entry(4); }},
-            {"Realign", [this] { return inEditor(kRealign); }},
             {"Conservation", [this] { return inEditor(kConservation); }},
             {"Tools", [this] { return inWorkbench(kToolsMenu); }},
             {"the alignment in the tree",
@@ -162,7 +157,7 @@ public:
     // A menu closes by itself when the window manager gives its window the keyboard only then.
     void clickAt(const QString &what)
     {
-        const bool isMenu = QStringList{"File", "Model", "Range", "Color", "Tools"}.contains(what);
+        const bool isMenu = QStringList{"File", "Model", "Color", "Tools"}.contains(what);
         do {
             m_Screen.click(placeOf(what));
             settle();

@@ -15,7 +15,10 @@
 #include "StatusLine.h"
 #include "TableChanges.h"
 
+#include <QLocale>
+
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 
 namespace TAMBO::app {
@@ -47,36 +50,50 @@ QString commandLine()
 
 bool RealignCommand::run(Alignment &alignment) const
 {
-    const Result<void> realigned = realign(alignment);
+    const Result<Realigned> realigned = realign(alignment, alignment.range());
+    if (!realigned)
+        tell(realigned.error());
+    else if (!realigned.value().isDone) {
+        Logger::Write(realigned.value().text);
+        StatusLine::Say(realigned.value().text);
+    }
+    return bool(realigned);
+}
+
+bool RealignCommand::runOnAll(Alignment &alignment, QString *told) const
+{
+    const Result<Realigned> realigned = realign(alignment, {0, alignment.width()});
     if (realigned)
-        return true;
-    if (realigned.error().kind == FailureKind::Cancelled)
-        return false;
-    const QString sentence = QString::fromStdString(realigned.error().message());
+        *told = realigned.value().text;
+    else
+        tell(realigned.error());
+    return bool(realigned);
+}
+
+void RealignCommand::tell(const Failure &failure) const
+{
+    if (failure.kind == FailureKind::Cancelled)
+        return;
+    const QString sentence = QString::fromStdString(failure.message());
     Logger::Write(sentence, Logger::Severity::Error);
     if (m_HasUser)
         services::FailureBoxes::showOver(m_Parent, sentence, {});
-    return false;
 }
 
-Result<void> RealignCommand::realign(Alignment &alignment) const
+Result<RealignCommand::Realigned> RealignCommand::realign(Alignment &alignment,
+                                                          const Alignment::Range &asked) const
 {
     // A guard that is refused says why in the status line.
     if (alignment.IsLocked() || ObjectSpace::get().IsLocked()) {
         const DataPoint<Alignment> refused(nullptr, &alignment);
         return cancelled();
     }
-    const Alignment::Range range{alignment.range().first,
-                                 std::min(alignment.range().second, alignment.width())};
+    const Alignment::Range range{asked.first, std::min(asked.second, alignment.width())};
     const RealignedRows rows(alignment, range);
-    if (rows.count() < 2) {
-        const QString reason = tr("Nothing to realign in %1: fewer than two sequences have "
-                                  "residues there.")
-                                   .arg(nameText(alignment));
-        Logger::Write(reason);
-        StatusLine::Say(reason);
-        return {};
-    }
+    if (rows.count() < 2)
+        return Realigned{false, tr("Nothing to realign in %1: fewer than two sequences have "
+                                   "residues there.")
+                                    .arg(nameText(alignment))};
     const auto command = realign::parseAlignerCommand(commandLine());
     if (!command)
         return unaligned(command.error().kind,
@@ -107,10 +124,17 @@ Result<void> RealignCommand::realign(Alignment &alignment) const
                 .arg(name, aligner.program(), QString::fromStdString(columns.error().message())));
 
     const DataPoint<Alignment> guard(nullptr, &alignment);
-    if (guard.m_good &&
-        replaceColumns(guard->table(), range, columns.value().rows, columns.value().count))
-        guard->range({range.first, range.first + columns.value().count});
-    return {};
+    if (!guard.m_good ||
+        !replaceColumns(guard->table(), range, columns.value().rows, columns.value().count))
+        return cancelled();
+    const bool isSame = alignment.layoutRevision() == revision;
+    guard->range({range.first, range.first + columns.value().count});
+    const auto number = [](std::size_t count) { return QLocale().toString(qulonglong(count)); };
+    return Realigned{
+        true, isSame ? tr("%1 leaves the columns of %2 as they are").arg(aligner.program(), name)
+                     : tr("Realigned %1 rows of %2 with %3: %4 columns, %5 before")
+                           .arg(number(rows.count()), name, aligner.program(),
+                                number(columns.value().count), number(range.second - range.first))};
 }
 
 Failure RealignCommand::refusal(const AlignerRun &aligner, const QString &name)

@@ -2,6 +2,7 @@
 // Realigns the columns of an alignment's range with the aligner of the settings.
 #pragma once
 
+#include "Alignment.h"
 #include "Result.h"
 
 #include <QCoreApplication>
@@ -10,10 +11,6 @@
 #include <QWidget>
 
 #include <string>
-
-namespace TAMBO {
-class Alignment;
-}
 
 namespace TAMBO::realign {
 class AlignerRun;
@@ -32,9 +29,21 @@ public:
     // Returns when the alignment has its new columns, or is as it was: then with one message, or,
     // when the user cancelled, with none. One step of undo.
     bool run(Alignment &alignment) const;
+    // The same with all columns, which are the range then. What was done, or that there was
+    // nothing to do, comes into told.
+    bool runOnAll(Alignment &alignment, QString *told) const;
 
 private:
-    [[nodiscard]] Result<void> realign(Alignment &alignment) const;
+    struct Realigned
+    {
+        // Or there was nothing to do.
+        bool isDone = false;
+        QString text;
+    };
+    [[nodiscard]] Result<Realigned> realign(Alignment &alignment,
+                                            const Alignment::Range &range) const;
+    // What it says of one that failed.
+    void tell(const Failure &failure) const;
     // What is told of a run that did not end well.
     [[nodiscard]] static Failure refusal(const realign::AlignerRun &aligner, const QString &name);
 

@@ -64,6 +64,8 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
     command(WorkbenchCommands::kSaveAlignment,
             [this](const PluginCall &call) { return savePir(call); });
     execute(WorkbenchCommands::kRealign, [this](const PluginCall &call) { return realign(call); });
+    execute(WorkbenchCommands::kRealignAll,
+            [this](const PluginCall &call) { return realignAll(call); });
     execute(WorkbenchCommands::kAlignRows,
             [this](const PluginCall &call) { return alignRows(call); });
     execute(WorkbenchCommands::kShowAlignment,
@@ -128,6 +130,12 @@ bool Routes::realign(const PluginCall &call)
 {
     auto *alignment = static_cast<Alignment *>(call.data);
     return alignment != nullptr && m_Actions.realign(*alignment);
+}
+
+bool Routes::realignAll(const PluginCall &call)
+{
+    auto *request = static_cast<RealignRequest *>(call.data);
+    return request != nullptr && request->alignment != nullptr && m_Actions.realignAll(*request);
 }
 
 bool Routes::alignRows(const PluginCall &call)

@@ -16,6 +16,7 @@ struct PluginCall;
 namespace TAMBO {
 class Alignment;
 struct AlignRowsRequest;
+struct RealignRequest;
 class Compound;
 class KeptState;
 } // namespace TAMBO
@@ -34,6 +35,7 @@ public:
         // With a file dialog over the window; whether one was chosen.
         std::function<bool(QWidget *parent)> askAndOpen;
         std::function<bool(Alignment &alignment)> realign;
+        std::function<bool(RealignRequest &request)> realignAll;
         std::function<bool(AlignRowsRequest &request)> alignRows;
         // In a window.
         std::function<bool(Alignment &alignment)> show;
@@ -61,6 +63,7 @@ private:
     bool openFile(const PluginCall &call);
     bool readPdb(const PluginCall &call);
     bool realign(const PluginCall &call);
+    bool realignAll(const PluginCall &call);
     bool alignRows(const PluginCall &call);
     bool show(const PluginCall &call);
     bool savePir(const PluginCall &call);

@@ -254,6 +254,7 @@ void Workbench::makeRoutes()
     Routes::Actions actions;
     actions.askAndOpen = [this](QWidget *parent) { return askAndOpen(parent); };
     actions.realign = [this](Alignment &alignment) { return realign(alignment); };
+    actions.realignAll = [this](RealignRequest &request) { return realignAll(request); };
     actions.alignRows = [this](AlignRowsRequest &request) { return alignRows(request); };
     actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
@@ -363,6 +364,12 @@ void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
 bool Workbench::realign(Alignment &alignment)
 {
     return RealignCommand(windowInUse(), m_Attendance == Attendance::User).run(alignment);
+}
+
+bool Workbench::realignAll(RealignRequest &request)
+{
+    return RealignCommand(windowInUse(), m_Attendance == Attendance::User)
+        .runOnAll(*request.alignment, &request.told);
 }
 
 bool Workbench::alignRows(AlignRowsRequest &request)

@@ -33,7 +33,8 @@
 
 namespace TAMBO {
 struct AlignRowsRequest;
-}
+struct RealignRequest;
+} // namespace TAMBO
 
 namespace TAMBO::services {
 class DialogPlaces;
@@ -132,6 +133,7 @@ public:
 
     // The columns of its range, with the aligner of the settings.
     bool realign(Alignment &alignment);
+    bool realignAll(RealignRequest &request);
     // Rows to the others.
     bool alignRows(AlignRowsRequest &request);
     // Asks which structures, along which alignment: chosen, if it is one.

@@ -8,10 +8,18 @@
 #include "PartAlignments.h"
 #include "ResidueColumns.h"
 #include "Texts.h"
+#include "WorkbenchCommands.h"
 
 #include <utility>
 
 namespace companion {
+
+namespace {
+
+// As the log has it.
+constexpr const char *kColumnToolsCaller = "companion";
+
+} // namespace
 
 ColumnTools::ColumnTools(TAMBO::AlignmentWindow &window, Tell tell)
     : m_Window(window), m_Tell(std::move(tell))
@@ -44,6 +52,21 @@ GapColumnsBar &ColumnTools::gaps()
 void ColumnTools::askForGaps()
 {
     gaps().ask();
+}
+
+void ColumnTools::realignAll()
+{
+    TAMBO::Alignment *const alignment = m_Window.alignment();
+    if (alignment == nullptr)
+        return m_Tell(tr("No alignment is shown."));
+    if (alignment->height() < 2)
+        return m_Tell(tr("Nothing is realigned: the alignment has fewer than two rows."));
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    TAMBO::RealignRequest request{alignment, {}};
+    TAMBO::WorkbenchCommands::realignAll(kColumnToolsCaller, request);
+    // The window, and this with it, may have gone meanwhile.
+    if (window && !request.told.isEmpty())
+        m_Tell(request.told);
 }
 
 void ColumnTools::newAlignmentOfBlock(const std::optional<TAMBO::CellBlock> &block)

@@ -37,6 +37,8 @@ public:
     void askForGaps();
     // A child of the window's own widget, made when it is asked for the first time.
     [[nodiscard]] GapColumnsBar &gaps();
+    // All of them, by another program, for which it waits.
+    void realignAll();
     // As an alignment of its own.
     void newAlignmentOfBlock(const std::optional<TAMBO::CellBlock> &block);
 

@@ -98,6 +98,64 @@ TEST_F(RealignCommandTest, ReplacesTheColumnsOfTheRangeInOneStep)
     EXPECT_EQ(rowsOf(ali), (Texts{"ACDEF", "ACDEF", "ACDEF"}));
 }
 
+// ---- All columns
+
+TEST_F(RealignCommandTest, AllColumnsAreReplacedAndAreTheRangeInOneStep)
+{
+    useScript("printf '>r0\\nACDEF\\n>r1\\nACDEF\\n>r2\\nACDEF\\n'\n");
+    Alignment &ali = sample();
+    const LogLines log;
+    QString told;
+    EXPECT_TRUE(RealignCommand(nullptr, true).runOnAll(ali, &told));
+    EXPECT_EQ(rowsOf(ali), (Texts{"ACDEF", "ACDEF", "ACDEF"}));
+    EXPECT_EQ(ali.range(), Range(0, 5));
+    EXPECT_EQ(told, QStringLiteral("Realigned 3 rows of sample with %1: 5 columns, 6 before")
+                        .arg(m_Folder.filePath("aligner")));
+    EXPECT_EQ(log.count(), 0) << "who asks tells it";
+    EXPECT_TRUE(m_History.undo());
+    EXPECT_EQ(rowsOf(ali), (Texts{"AC-DEF", "A-CDEF", "ACD-EF"}));
+    EXPECT_FALSE(m_History.canUndo());
+    EXPECT_TRUE(m_History.redo());
+    EXPECT_EQ(rowsOf(ali), (Texts{"ACDEF", "ACDEF", "ACDEF"}));
+}
+
+TEST_F(RealignCommandTest, ColumnsThatStayAsTheyAreAreNoStep)
+{
+    useScript("printf '>r0\\nAC-DEF\\n>r1\\nA-CDEF\\n>r2\\nACD-EF\\n'\n");
+    Alignment &ali = sample();
+    QString told;
+    EXPECT_TRUE(RealignCommand(nullptr, false).runOnAll(ali, &told));
+    EXPECT_EQ(told, m_Folder.filePath("aligner") + " leaves the columns of sample as they are");
+    EXPECT_EQ(rowsOf(ali), (Texts{"AC-DEF", "A-CDEF", "ACD-EF"}));
+    EXPECT_EQ(ali.range(), Range(0, 6));
+    EXPECT_FALSE(m_History.canUndo());
+}
+
+TEST_F(RealignCommandTest, AllColumnsStayWithTheirRangeWhenTheProgramFails)
+{
+    for (const char *const script : {"exit 7\n", "printf '>r0\\nCD\\n>r1\\nCD\\n>r2\\nCD\\n'\n"}) {
+        useScript(script);
+        Alignment &ali = sample();
+        const LogLines log;
+        QString told;
+        EXPECT_FALSE(RealignCommand(nullptr, false).runOnAll(ali, &told));
+        EXPECT_EQ(rowsOf(ali), (Texts{"AC-DEF", "A-CDEF", "ACD-EF"}));
+        EXPECT_EQ(ali.range(), Range(1, 4));
+        EXPECT_EQ(told, QString());
+        EXPECT_EQ(log.count(), 1);
+        EXPECT_FALSE(m_History.canUndo());
+    }
+}
+
+TEST_F(RealignCommandTest, AllColumnsOfFewerThanTwoRowsWithResiduesNeedNoProgram)
+{
+    use("no-such-aligner {input}");
+    Alignment &ali = alignment("sample", {"ACD", "---"});
+    QString told;
+    EXPECT_TRUE(RealignCommand(nullptr, false).runOnAll(ali, &told));
+    EXPECT_EQ(told, "Nothing to realign in sample: fewer than two sequences have residues there.");
+}
+
 TEST_F(RealignCommandTest, AnAnswerMayComeInAFile)
 {
     use(standIn(QByteArray("exec > \"$2\"\n") + kGoodAnswer) + " {input} {output}");

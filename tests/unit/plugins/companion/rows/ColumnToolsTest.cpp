@@ -3,6 +3,8 @@
 
 #include "CommandLists.h"
 #include "GapColumnsBar.h"
+#include "PluginRoutes.h"
+#include "WorkbenchCommands.h"
 
 #include <QDoubleSpinBox>
 
@@ -191,6 +193,35 @@ TEST_F(InTheColumns, TheLinesHaveAccessibleNamesAndDoNotWidenTheWindow)
             EXPECT_TRUE(each->focusPolicy() == Qt::NoFocus || !each->accessibleName().isEmpty())
                 << each->metaObject()->className();
     }
+}
+
+// ---- Realigning
+
+TEST_F(InTheColumns, RealigningAllIsTheWorkbenchsAndToldInTheLine)
+{
+    TAMBO::Alignment &rows = shown({"-A--C-", "---DC-"});
+    std::vector<const TAMBO::Alignment *> realigned;
+    auto &routes = TAMBO::services::PluginRoutes::instance();
+    routes.registerExecute("Calculate", "Alignment", "RealignAll", [&](const PluginCall &call) {
+        auto *const request = static_cast<TAMBO::RealignRequest *>(call.data);
+        realigned.push_back(request->alignment);
+        request->told = realigned.size() == 1 ? "Realigned" : QString();
+        return true;
+    });
+    m_Companion->columns().realignAll();
+    EXPECT_EQ(told(), "Realigned");
+    m_Companion->tell("Something else");
+    m_Companion->columns().realignAll();
+    EXPECT_EQ(told(), "Something else") << "a box has told it";
+    EXPECT_EQ(realigned, std::vector<const TAMBO::Alignment *>(2, &rows));
+    shown({"ACD"});
+    m_Companion->columns().realignAll();
+    EXPECT_EQ(told(), "Nothing is realigned: the alignment has fewer than two rows.");
+    m_Window->Clear();
+    m_Companion->columns().realignAll();
+    EXPECT_EQ(told(), "No alignment is shown.");
+    EXPECT_EQ(realigned.size(), 2U);
+    routes.removeExecute("Calculate", "Alignment", "RealignAll");
 }
 
 } // namespace ColumnToolsTest
