@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace TAMBO {
@@ -58,6 +59,13 @@ public:
     virtual bool breathe() = 0;
     // An object has come from a file, whose name is a full one.
     virtual void opened(const Compound &, const std::filesystem::path &) { }
+    // Inside of a run: a step has ended that has changed something, and the next has not begun.
+    virtual void stepEnded() { }
+    // What a session has beside objects and steps, such as windows: bytes, by their names.
+    using SessionValues = std::vector<std::pair<std::string, std::string>>;
+    virtual SessionValues sessionValues() { return {}; }
+    // A session's file, whose name is a full one, has all that is loaded now.
+    virtual void sessionSaved(const std::filesystem::path &) { }
 };
 
 // All of it in the GUI thread. A call while another one runs is refused: it fails with a message.

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace TAMBO {
 class Compound;
@@ -20,6 +22,10 @@ class Embedding
 public:
     [[nodiscard]] virtual History &history() = 0;
     virtual void opened(const Compound &object, const std::filesystem::path &file) = 0;
+    virtual void stepEnded() = 0;
+    // Of a session that is being saved: bytes, by their names.
+    virtual std::vector<std::pair<std::string, std::string>> sessionValues() = 0;
+    virtual void sessionSaved(const std::filesystem::path &file) = 0;
 
 protected:
     ~Embedding() = default;

@@ -263,12 +263,22 @@ Result<void> write(Result<sessions::SessionContent> content, const std::filesyst
 Result<void> ProcessModel::writeSession(const std::filesystem::path &file)
 {
     const std::uint64_t state = history().state();
+    std::vector<sessions::NamedValue> values = m_Values;
+    if (m_Embedding != nullptr) {
+        for (auto &[name, content] : m_Embedding->sessionValues())
+            values.push_back({std::move(name), std::move(content)});
+        // It may have been given up.
+        settle();
+    }
     const Result<void> written =
-        write(sessions::takeSession(ObjectSpace::get(), history(), m_Values,
+        write(sessions::takeSession(ObjectSpace::get(), history(), std::move(values),
                                     sessions::SessionOrigin::now(TAMBO_VERSION)),
               file);
-    if (written)
-        m_SessionState = state;
+    if (!written)
+        return written;
+    m_SessionState = state;
+    if (m_Embedding != nullptr)
+        m_Embedding->sessionSaved(std::filesystem::absolute(file));
     return written;
 }
 

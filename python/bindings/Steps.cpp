@@ -82,16 +82,35 @@ void openSession(const std::filesystem::path &file)
     model.settle();
 }
 
+// The run's own step is ended meanwhile.
+class BetweenSteps
+{
+public:
+    explicit BetweenSteps(WorkbenchRun *run) : m_Run(run)
+    {
+        if (m_Run != nullptr)
+            m_Run->leave();
+    }
+    ~BetweenSteps()
+    {
+        if (m_Run != nullptr)
+            m_Run->enter();
+    }
+    BetweenSteps(const BetweenSteps &) = delete;
+    BetweenSteps &operator=(const BetweenSteps &) = delete;
+
+private:
+    WorkbenchRun *m_Run;
+};
+
 void saveSession(const std::filesystem::path &file)
 {
     ProcessModel &model = outsideOfSteps("saving a session");
-    WorkbenchRun *const run = model.workbenchRun();
-    // The file holds steps that have ended.
-    if (run != nullptr)
-        run->leave();
-    const Result<void> written = model.writeSession(file);
-    if (run != nullptr)
-        run->enter();
+    const Result<void> written = [&] {
+        // The file holds steps that have ended.
+        const BetweenSteps ended(model.workbenchRun());
+        return model.writeSession(file);
+    }();
     if (!written)
         throw FileError{written.error()};
     model.settle();

@@ -52,8 +52,10 @@ void WorkbenchRun::leave()
 {
     if (!isUnderWay())
         return;
-    close();
+    const bool hasChanged = close();
     m_Actions.endStep(false);
+    if (hasChanged)
+        m_Embedding.stepEnded();
 }
 
 void WorkbenchRun::enter()
@@ -61,23 +63,26 @@ void WorkbenchRun::enter()
     if (!isUnderWay())
         return;
     // The script's own one.
-    countStep();
+    if (countStep())
+        m_Embedding.stepEnded();
     m_Step = std::make_unique<OpenStep>(m_Name);
 }
 
-void WorkbenchRun::close()
+bool WorkbenchRun::close()
 {
     m_Step.reset();
-    countStep();
+    return countStep();
 }
 
-void WorkbenchRun::countStep()
+bool WorkbenchRun::countStep()
 {
-    if (const std::uint64_t state = m_Embedding.history().state(); state != m_LastState) {
-        m_LastState = state;
-        ++m_Steps;
-        m_HasTakenBack = false;
-    }
+    const std::uint64_t state = m_Embedding.history().state();
+    if (state == m_LastState)
+        return false;
+    m_LastState = state;
+    ++m_Steps;
+    m_HasTakenBack = false;
+    return true;
 }
 
 } // namespace TAMBO::script

@@ -46,8 +46,9 @@ public:
     void enter();
 
 private:
-    void close();
-    void countStep();
+    // Both tell whether the step has changed something.
+    bool close();
+    bool countStep();
 
     Embedding &m_Embedding;
     const Actions m_Actions;

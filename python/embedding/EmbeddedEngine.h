@@ -38,6 +38,12 @@ public:
     {
         m_Host->opened(object, file);
     }
+    void stepEnded() override { m_Host->stepEnded(); }
+    std::vector<std::pair<std::string, std::string>> sessionValues() override
+    {
+        return m_Host->sessionValues();
+    }
+    void sessionSaved(const std::filesystem::path &file) override { m_Host->sessionSaved(file); }
 
     // The process ends: what scripts have left open is closed, and nobody is told any more.
     void end();

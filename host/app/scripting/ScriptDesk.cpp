@@ -192,8 +192,7 @@ ScriptOutcome ScriptDesk::runWork(const Work &work)
     m_Clock.start();
     m_NextLook = kPatience;
     emit begun();
-    // What was put off knows the objects as they are now, and not in the middle of a step.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    doWhatWasPutOff();
     ScriptOutcome outcome;
     {
         // Files and models that arrive wait.
@@ -228,6 +227,34 @@ void ScriptDesk::opened(const Compound &object, const std::filesystem::path &fil
 {
     if (m_Actions.opened)
         m_Actions.opened(object, file);
+}
+
+// What windows have put off at its end would come in the middle of the next one.
+void ScriptDesk::stepEnded()
+{
+    if (m_IsLooking)
+        return;
+    // There is nothing to be looked at meanwhile.
+    m_IsLooking = true;
+    doWhatWasPutOff();
+    m_IsLooking = false;
+}
+
+ScriptDesk::SessionValues ScriptDesk::sessionValues()
+{
+    return m_Actions.sessionValues ? m_Actions.sessionValues() : SessionValues();
+}
+
+void ScriptDesk::sessionSaved(const std::filesystem::path &file)
+{
+    if (m_Actions.sessionSaved)
+        m_Actions.sessionSaved(file);
+}
+
+// It knows the objects as they are now, and not in the middle of a step.
+void ScriptDesk::doWhatWasPutOff()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
 }
 
 void ScriptDesk::look()

@@ -25,6 +25,7 @@ class ScriptDesk : public QObject, private scripting::ScriptHost
     Q_OBJECT
 
 public:
+    using SessionValues = scripting::ScriptHost::SessionValues;
     struct Actions
     {
         // In the status line.
@@ -33,6 +34,9 @@ public:
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
         // A script has opened a file. May be empty.
         std::function<void(const Compound &object, const std::filesystem::path &file)> opened;
+        // What it saves in a session beside objects and steps, and that it has. May be empty.
+        std::function<SessionValues()> sessionValues;
+        std::function<void(const std::filesystem::path &file)> sessionSaved;
     };
     // How the engine is found; for tests.
     using Opener = std::function<Result<scripting::ScriptEngine *>(scripting::ScriptHost &host)>;
@@ -81,7 +85,11 @@ private:
     void write(std::string_view text, scripting::OutputKind kind) override;
     bool breathe() override;
     void opened(const Compound &object, const std::filesystem::path &file) override;
+    void stepEnded() override;
+    SessionValues sessionValues() override;
+    void sessionSaved(const std::filesystem::path &file) override;
 
+    void doWhatWasPutOff();
     [[nodiscard]] bool mayBegin();
     [[nodiscard]] Result<scripting::ScriptEngine *> openEngine();
     scripting::ScriptOutcome runWork(const Work &work);

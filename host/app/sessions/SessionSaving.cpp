@@ -80,16 +80,30 @@ bool SessionSaving::saveTo(const QString &file, QWidget *parent)
     }
 }
 
+void SessionSaving::noteSaved(const std::filesystem::path &file)
+{
+    const QString name = QFile::decodeName(QByteArray::fromStdString(file.string()));
+    Logger::Write(tr("Saved the session to %1").arg(name));
+    const auto isSame = [&] {
+        std::error_code error;
+        return std::filesystem::equivalent(pathOf(m_Document.file()), file, error) && !error;
+    };
+    if (!m_Document.hasFile() || isSame())
+        m_Document.noteFile(m_Document.hasFile() ? m_Document.file() : name, lookAt(file),
+                            m_History.state());
+}
+
 Result<std::optional<FileState>> SessionSaving::write(const QString &file,
                                                       const std::optional<FileState> &expected,
                                                       QWidget *parent) const
 {
     const auto origin =
         sessions::SessionOrigin::now(QCoreApplication::applicationVersion().toStdString());
-    if (!prepareValues())
+    auto kept = values();
+    if (!kept)
         return Failure(FailureKind::Cancelled, {});
     Result<SessionContent> taken =
-        sessions::takeSession(ObjectSpace::get(), m_History, m_Values.store(), origin);
+        sessions::takeSession(ObjectSpace::get(), m_History, std::move(*kept), origin);
     if (!taken)
         return taken.error();
     const auto content = std::make_shared<SessionContent>(std::move(taken).value());
@@ -106,14 +120,14 @@ Result<std::optional<FileState>> SessionSaving::write(const QString &file,
     return job.written();
 }
 
-bool SessionSaving::prepareValues() const
+std::optional<std::vector<sessions::NamedValue>> SessionSaving::values() const
 {
     LongWork work("Saving the session", 1, LongWork::Kind::Reading);
     while (m_Values.prepare()) {
         if (!work.goesOnAt(0))
-            return false;
+            return std::nullopt;
     }
-    return true;
+    return m_Values.store();
 }
 
 // ---- The file

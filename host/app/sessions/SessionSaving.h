@@ -4,11 +4,14 @@
 
 #include "FileCheck.h"
 #include "Result.h"
+#include "StoreRecord.h"
 
 #include <QCoreApplication>
 #include <QString>
 
+#include <filesystem>
 #include <optional>
+#include <vector>
 
 class QWidget;
 
@@ -40,6 +43,11 @@ public:
     // been told, and what the user has called off need not be.
     [[nodiscard]] bool save(QWidget *parent);
     [[nodiscard]] bool saveAs(QWidget *parent);
+    // As they are now, which may take long; nothing when the user gives it up.
+    [[nodiscard]] std::optional<std::vector<sessions::NamedValue>> values() const;
+    // Somebody else has saved it as it is now: a copy, or the file of a session that had none or
+    // this one.
+    void noteSaved(const std::filesystem::path &file);
 
 private:
     enum class Choice { GoOn, SaveAs, Stop };
@@ -52,8 +60,6 @@ private:
     // expected becomes the file that may be replaced.
     [[nodiscard]] Choice askAboutChange(const QString &file, std::optional<FileState> &expected,
                                         QWidget *parent) const;
-    // What takes long about them. False when the user gives it up.
-    [[nodiscard]] bool prepareValues() const;
     [[nodiscard]] Result<std::optional<FileState>>
     write(const QString &file, const std::optional<FileState> &expected, QWidget *parent) const;
 

@@ -288,6 +288,16 @@ void Workbench::makeScripts()
     actions.opened = [this](const Compound &object, const fs::path &file) {
         m_Sources.set(object, file);
     };
+    actions.sessionValues = [this] {
+        ScriptDesk::SessionValues values;
+        auto kept = m_Saving.values();
+        if (!kept)
+            return values;
+        for (sessions::NamedValue &value : *kept)
+            values.emplace_back(std::move(value.name), std::move(value.content));
+        return values;
+    };
+    actions.sessionSaved = [this](const fs::path &file) { m_Saving.noteSaved(file); };
     m_Scripts = std::make_unique<ScriptDesk>(m_History, services::ConfigStore::instance(),
                                              std::move(actions));
 }

@@ -2,6 +2,7 @@
 // A workbench without windows, in which scripts run. The interpreter is one for all cases.
 #pragma once
 
+#include "ChangeScope.h"
 #include "History.h"
 #include "ScriptEngine.h"
 
@@ -33,6 +34,13 @@ protected:
     }
 
     void opened(const TAMBO::Compound &object, const std::filesystem::path &file) override;
+    void stepEnded() override
+    {
+        isStepOpen = isStepOpen || TAMBO::isChanging();
+        stepsEnded.push_back(m_History.position());
+    }
+    SessionValues sessionValues() override { return values; }
+    void sessionSaved(const std::filesystem::path &file) override { saved.push_back(file); }
 
     TAMBO::scripting::ScriptEngine &engine();
     // A file in a folder of the case's own.
@@ -56,6 +64,11 @@ protected:
     std::vector<std::pair<Kind, std::string>> written;
     // Names of objects, and their files.
     std::vector<std::pair<std::string, std::filesystem::path>> sources;
+    // How many steps there were when one had ended, and whether another had begun.
+    std::vector<std::size_t> stepsEnded;
+    bool isStepOpen = false;
+    SessionValues values;
+    std::vector<std::filesystem::path> saved;
     // False stops the script.
     std::function<bool()> atBreath;
     int breaths = 0;

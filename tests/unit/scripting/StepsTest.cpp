@@ -6,6 +6,8 @@
 #include "Hooks.h"
 #include "ObjectOperations.h"
 #include "ObjectSpace.h"
+#include "SessionReading.h"
+#include "StoreReader.h"
 
 namespace StepsTest {
 
@@ -166,7 +168,37 @@ TEST_F(Steps, OfASessionThatIsSavedAreInIt)
                                 "tambo.alignments()[0].insert_gaps(0, 0)\n");
     EXPECT_EQ(outcome.end, Outcome::End::Done) << outcome.trace;
     EXPECT_EQ(outcome.steps, 2U);
-    EXPECT_TRUE(std::filesystem::exists(folder / "x.tambo"));
+    EXPECT_EQ(saved, std::vector{folder / "x.tambo"});
+}
+
+TEST_F(Steps, OfASessionThatIsSavedStandBesideTheWindows)
+{
+    makeAlignment();
+    values = {{"windows", "one"}};
+    runWell("import os, tambo\n"
+            "tambo.save_session(os.path.dirname(__file__) + '/x.tambo')\n");
+    const auto session = TAMBO::sessions::openSession(folder / "x.tambo");
+    ASSERT_TRUE(session);
+    std::string found;
+    ASSERT_TRUE(session.value()->forEachValue([&](auto name, auto content) {
+        found += name == "windows" ? content : "";
+        return TAMBO::Result<void>();
+    }));
+    EXPECT_EQ(found, "one");
+}
+
+TEST_F(Steps, ThatEndWithinARunAreToldBeforeTheNextBegins)
+{
+    makeAlignment();
+    stepsEnded.clear();
+    runWell("import tambo\n"
+            "family, = tambo.alignments()\n"
+            "family.insert_gaps(0, 0)\n"
+            "for i in range(2):\n"
+            "    with tambo.step('One'):\n"
+            "        family.insert_gaps(0, 0)\n");
+    EXPECT_EQ(stepsEnded, (std::vector<std::size_t>{2, 3, 4}));
+    EXPECT_FALSE(isStepOpen);
 }
 
 TEST_F(Steps, WhatIsRefusedIsRaisedAndShownNowhere)

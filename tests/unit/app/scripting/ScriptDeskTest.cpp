@@ -89,6 +89,8 @@ protected:
                 [this](const QString &headline, const QStringList &causes) {
                     m_Failures << headline + " " + causes.join(" ");
                 },
+                {},
+                {},
                 {}};
     }
     ScriptDesk::Opener opener()
@@ -162,6 +164,20 @@ TEST_F(ScriptDeskTest, WhatWasPutOffBeforeIsDoneBefore)
     m_Engine.m_Act = [&](Host &host) {
         order << "script";
         EXPECT_TRUE(breatheAWhile(host));
+        return Outcome();
+    };
+    run();
+    EXPECT_EQ(order, (QStringList{"put off", "script"}));
+}
+
+TEST_F(ScriptDeskTest, WhatIsPutOffAtTheEndOfAStepIsDoneBeforeTheNext)
+{
+    QStringList order;
+    m_Engine.m_Act = [&](Host &host) {
+        QMetaObject::invokeMethod(
+            m_Beside, [&] { order << "put off"; }, Qt::QueuedConnection);
+        host.stepEnded();
+        order << "script";
         return Outcome();
     };
     run();

@@ -93,4 +93,38 @@ TEST_F(SessionSavingTest, BetweenTwoSlicesTheUserMayCallItOff)
     EXPECT_EQ(bytesOf(m_File), "as it was");
 }
 
+TEST_F(SessionSavingTest, ACopyThatSomebodyElseHasSavedIsNotTheSessionsFile)
+{
+    app::SessionSaving saving(m_Document, m_History, m_Values, m_Sources);
+    alignment("second", {"AC"});
+    saving.noteSaved(write("copy.tambo", "a copy").toStdString());
+    EXPECT_EQ(m_Document.file(), m_File);
+    EXPECT_TRUE(m_Document.isModified());
+}
+
+TEST_F(SessionSavingTest, ItsOwnFileThatSomebodyElseHasSavedHoldsAll)
+{
+    app::SessionSaving saving(m_Document, m_History, m_Values, m_Sources);
+    alignment("second", {"AC"});
+    EXPECT_TRUE(m_Document.isModified());
+    write("work.tambo", "anew");
+    // By another name.
+    saving.noteSaved(path("./work.tambo").toStdString());
+    EXPECT_EQ(m_Document.file(), m_File);
+    EXPECT_FALSE(m_Document.isModified());
+    EXPECT_TRUE(m_Document.fileState());
+    // Nobody is asked whether what stands there may be replaced.
+    EXPECT_TRUE(saving.save(nullptr));
+    EXPECT_EQ(keptInFile(), "0 left");
+}
+
+TEST_F(SessionSavingTest, OneWithoutAFileGetsTheFirst)
+{
+    m_Document.clear();
+    app::SessionSaving saving(m_Document, m_History, m_Values, m_Sources);
+    saving.noteSaved(write("first.tambo", "all").toStdString());
+    EXPECT_EQ(m_Document.file(), path("first.tambo"));
+    EXPECT_FALSE(m_Document.isModified());
+}
+
 } // namespace SessionSavingTest
