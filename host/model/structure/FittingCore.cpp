@@ -5,7 +5,9 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <numeric>
+#include <utility>
 
 namespace TAMBO {
 
@@ -27,12 +29,36 @@ std::vector<PointPair> chosenPairs(const std::vector<PointPair> &pairs, const Pl
     return chosen;
 }
 
-double distanceOf(const Superposition &motion, const PointPair &pair)
+// Of the distances that a motion leaves: looked at some hundred times for each pair, so that it is
+// made for that.
+class Squares
 {
-    const Vertex moved = motion(pair.moving);
-    return std::hypot(double(moved.x()) - pair.fixed.x(), double(moved.y()) - pair.fixed.y(),
-                      double(moved.z()) - pair.fixed.z());
-}
+public:
+    explicit Squares(const Superposition &motion) : m_Rotation(motion.rotation())
+    {
+        for (std::size_t i = 0; i < m_Shift.size(); ++i) {
+            m_Shift[i] = motion.to()[i];
+            for (std::size_t k = 0; k < m_Shift.size(); ++k)
+                m_Shift[i] -= m_Rotation[i][k] * motion.from()[k];
+        }
+    }
+    double operator()(const PointPair &pair) const noexcept
+    {
+        const Vertex &a = pair.moving;
+        const Vertex &b = pair.fixed;
+        const auto apart = [&](const Superposition::Point &turn, double shift, double fixed) {
+            return turn[0] * a.x() + turn[1] * a.y() + turn[2] * a.z() + shift - fixed;
+        };
+        const double x = apart(m_Rotation[0], m_Shift[0], b.x());
+        const double y = apart(m_Rotation[1], m_Shift[1], b.y());
+        const double z = apart(m_Rotation[2], m_Shift[2], b.z());
+        return x * x + y * y + z * z;
+    }
+
+private:
+    std::array<Superposition::Point, 3> m_Rotation;
+    Superposition::Point m_Shift{};
+};
 
 // Without the farthest of them; all, when none is beyond the cutoff.
 Places prunedOnce(const std::vector<PointPair> &pairs, const Places &places,
@@ -40,27 +66,32 @@ Places prunedOnce(const std::vector<PointPair> &pairs, const Places &places,
 {
     struct Apart
     {
-        double distance;
+        double square;
         std::size_t place;
     };
     std::vector<Apart> apart;
     apart.reserve(places.size());
+    const Squares squareOf(motion);
     for (const std::size_t place : places)
-        apart.push_back({distanceOf(motion, pairs[place]), place});
+        apart.push_back({squareOf(pairs[place]), place});
     const auto beyond = std::size_t(std::ranges::count_if(
-        apart, [cutoff](const Apart &pair) { return pair.distance > cutoff; }));
+        apart, [cutoff](const Apart &pair) { return pair.square > cutoff * cutoff; }));
     if (beyond == 0)
         return places;
     const std::size_t dropped =
         std::max<std::size_t>(1, std::min(apart.size() / kTenth, beyond / 2));
     // Equally far ones by their places, so that the same pairs have the same core.
-    std::ranges::sort(apart, [](const Apart &a, const Apart &b) {
-        return a.distance != b.distance ? a.distance > b.distance : a.place > b.place;
-    });
+    const auto isFarther = [](const Apart &a, const Apart &b) {
+        return a.square != b.square ? a.square > b.square : a.place > b.place;
+    };
+    std::vector<Apart> farthest = apart;
+    const auto nearestDropped = farthest.begin() + std::ptrdiff_t(dropped - 1);
+    std::ranges::nth_element(farthest, nearestDropped, isFarther);
     Places left;
-    std::transform(apart.begin() + std::ptrdiff_t(dropped), apart.end(), std::back_inserter(left),
-                   [](const Apart &pair) { return pair.place; });
-    std::ranges::sort(left);
+    left.reserve(apart.size() - dropped);
+    for (const Apart &pair : apart)
+        if (isFarther(*nearestDropped, pair))
+            left.push_back(pair.place);
     return left;
 }
 
@@ -93,20 +124,44 @@ Core pruned(const std::vector<PointPair> &pairs, Places places, double cutoff)
     }
 }
 
-Core grown(const std::vector<PointPair> &pairs, Core core, double cutoff)
+// From different starts one soon comes to the same places.
+class Growing
 {
-    while (!core.places.empty()) {
-        Places near;
-        for (std::size_t place = 0; place < pairs.size(); ++place)
-            if (distanceOf(core.motion, pairs[place]) <= cutoff)
-                near.push_back(place);
-        Core larger = pruned(pairs, std::move(near), cutoff);
-        if (larger.places.size() <= core.places.size())
-            break;
-        core = std::move(larger);
+public:
+    Growing(const std::vector<PointPair> &pairs, double cutoff) : m_Pairs(pairs), m_Cutoff(cutoff)
+    { }
+
+    Core operator()(Core core)
+    {
+        while (!core.places.empty()) {
+            Places near;
+            const Squares squareOf(core.motion);
+            for (std::size_t place = 0; place < m_Pairs.size(); ++place)
+                if (squareOf(m_Pairs[place]) <= m_Cutoff * m_Cutoff)
+                    near.push_back(place);
+            const Core &larger = prunedNear(std::move(near));
+            if (larger.places.size() <= core.places.size())
+                break;
+            core = larger;
+        }
+        return core;
     }
-    return core;
-}
+
+private:
+    const Core &prunedNear(Places near)
+    {
+        auto known = m_Known.find(near);
+        if (known == m_Known.end()) {
+            Core core = pruned(m_Pairs, near, m_Cutoff);
+            known = m_Known.emplace(std::move(near), std::move(core)).first;
+        }
+        return known->second;
+    }
+
+    const std::vector<PointPair> &m_Pairs;
+    double m_Cutoff;
+    std::map<Places, Core> m_Known;
+};
 
 double rmsdOf(const std::vector<PointPair> &pairs, const Places &places,
               const Superposition &motion)
@@ -148,19 +203,20 @@ FittingCore fittingCore(const std::vector<PointPair> &pairs, double cutoff)
     const Superposition ofAll(pairs);
     const double rmsdOfAll = rmsdOf(pairs, all, ofAll);
     Core best = pruned(pairs, all, cutoff);
+    Growing grown(pairs, cutoff);
     const auto take = [&](Core core) {
         if (core.places.size() > best.places.size() &&
             rmsdOf(pairs, core.places, core.motion) <= rmsdOfAll)
             best = std::move(core);
     };
-    take(grown(pairs, best, cutoff));
+    take(grown(best));
     if (best.places.size() < pairs.size()) {
         const std::size_t stretch = std::max(kFewestPairs, pairs.size() / kFourth);
         const std::size_t step = std::max<std::size_t>(1, stretch / 2);
         for (std::size_t begin = 0; begin + stretch <= pairs.size(); begin += step) {
             const auto first = all.begin() + std::ptrdiff_t(begin);
             const Places start(first, first + std::ptrdiff_t(stretch));
-            take(grown(pairs, pruned(pairs, start, cutoff), cutoff));
+            take(grown(pruned(pairs, start, cutoff)));
         }
     }
     if (best.places.size() < kFewestPairs || leavesTurnOpen(chosenPairs(pairs, best.places)))

@@ -18,14 +18,16 @@ std::array<double, 3> toPoint(const Vertex &vertex)
     return {vertex.x(), vertex.y(), vertex.z()};
 }
 
-// Turns matrix and vectors so that element (p, q) of the symmetric matrix becomes 0.
-void annihilate(Matrix &matrix, Matrix &vectors, std::size_t p, std::size_t q)
+// Turns matrix and vectors so that element (p, q) of the symmetric matrix becomes 0. False when it
+// is no larger than what does not matter.
+bool annihilate(Matrix &matrix, Matrix &vectors, std::size_t p, std::size_t q, double nothing)
 {
-    if (matrix[p][q] == 0)
-        return;
+    if (std::abs(matrix[p][q]) <= nothing)
+        return false;
     const double theta = (matrix[q][q] - matrix[p][p]) / (2 * matrix[p][q]);
-    const double tangent = std::copysign(1.0, theta) / (std::abs(theta) + std::hypot(theta, 1.0));
-    const double cosine = 1 / std::hypot(tangent, 1.0);
+    const double tangent =
+        std::copysign(1.0, theta) / (std::abs(theta) + std::sqrt(theta * theta + 1));
+    const double cosine = 1 / std::sqrt(tangent * tangent + 1);
     const double sine = tangent * cosine;
     const auto turn = [cosine, sine](double &a, double &b) {
         const double first = a;
@@ -38,6 +40,7 @@ void annihilate(Matrix &matrix, Matrix &vectors, std::size_t p, std::size_t q)
         turn(matrix[p][i], matrix[q][i]);
     for (std::size_t i = 0; i < kSize; ++i)
         turn(vectors[i][p], vectors[i][q]);
+    return true;
 }
 
 // The eigenvector of the largest eigenvalue of a symmetric matrix, by Jacobi's rotations.
@@ -48,10 +51,20 @@ Quaternion largestEigenvector(Matrix matrix)
     Matrix vectors{};
     for (std::size_t i = 0; i < kSize; ++i)
         vectors[i][i] = 1;
-    for (int round = 0; round < kRounds; ++round) {
+    // So far below the precision of the elements that no digit of the vectors changes.
+    constexpr double kNothing = 1e-24;
+    double squares = 0;
+    for (const Quaternion &row : matrix)
+        for (const double element : row)
+            squares += element * element;
+    const double nothing = kNothing * std::sqrt(squares);
+    bool isDone = false;
+    for (int round = 0; round < kRounds && !isDone; ++round) {
+        isDone = true;
         for (std::size_t p = 0; p < kSize; ++p) {
             for (std::size_t q = p + 1; q < kSize; ++q)
-                annihilate(matrix, vectors, p, q);
+                if (annihilate(matrix, vectors, p, q, nothing))
+                    isDone = false;
         }
     }
     std::size_t largest = 0;
@@ -90,9 +103,13 @@ Superposition::Superposition(const std::vector<PointPair> &pairs)
         const Point a = toPoint(pair.moving);
         const Point b = toPoint(pair.fixed);
         for (std::size_t i = 0; i < a.size(); ++i) {
-            m_From[i] += a[i] / double(pairs.size());
-            m_To[i] += b[i] / double(pairs.size());
+            m_From[i] += a[i];
+            m_To[i] += b[i];
         }
+    }
+    for (std::size_t i = 0; i < m_From.size(); ++i) {
+        m_From[i] /= double(pairs.size());
+        m_To[i] /= double(pairs.size());
     }
     std::array<Point, 3> s{};
     for (const PointPair &pair : pairs) {
