@@ -39,6 +39,8 @@ struct FitChoice
     double cutoff = 0;
 
     [[nodiscard]] bool isOfAll() const noexcept { return begin == 0 && end == kAllColumns; }
+
+    friend bool operator==(const FitChoice &, const FitChoice &) = default;
 };
 
 // How far the structure of a row is from that of the row that stays.
@@ -53,6 +55,8 @@ struct StructureFit
     // All, when nothing is to be left out, or fewer than three would be left.
     std::size_t corePairs = 0;
     double coreRmsd = 0;
+    // Of the same pairs, as they are now.
+    double coreRmsdNow = 0;
     // The structure has been moved.
     bool hasMoved = false;
     // Why nothing can be said or done, in a sentence; empty when it can. The numbers above are 0
@@ -85,6 +89,13 @@ public:
     static std::vector<StructureFit> superpose(const Alignment &alignment, unsigned long fixed,
                                                const std::vector<unsigned long> &rows,
                                                const FitChoice &choice = {});
+
+    // What the structures of an alignment were last superposed by: a value of the alignment, which
+    // comes back with it. With a range it is the alignment's range as it is now.
+    [[nodiscard]] static FitChoice lastChoice(const Alignment &alignment);
+    // A change, to be made inside a guard by who superposes at the user's wish. A locked alignment
+    // keeps what it has.
+    static void keepChoice(Alignment &alignment, const FitChoice &choice);
 };
 
 } // namespace TAMBO

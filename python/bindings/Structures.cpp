@@ -128,8 +128,10 @@ py::list superpose(const AlignmentReference &reference, py::ssize_t fixed, const
         if (!fit.problem.empty())
             throw RefusedError(fit.problem);
     }
-    changed(*Space::instance(),
-            [&](Space &) { fits = StructureFits::superpose(alignment, stays, moving, choice); });
+    changed(*Space::instance(), [&](Space &) {
+        fits = StructureFits::superpose(alignment, stays, moving, choice);
+        StructureFits::keepChoice(alignment, choice);
+    });
     py::list found;
     for (const StructureFit &fit : fits) {
         if (!fit.problem.empty())

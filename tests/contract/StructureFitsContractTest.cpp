@@ -132,6 +132,38 @@ TEST_F(StructureFitsContract, PairsOfOtherColumnsAndThoseThatDoNotFitAreLeftOut)
     EXPECT_NEAR(fits[0].rmsd, StructureFits::measure(*alignment, 1, 4).rmsd, 1e-4);
 }
 
+TEST_F(StructureFitsContract, TheLastChoiceIsKeptWithTheAlignmentAndItsCopies)
+{
+    using TAMBO::FitChoice;
+    EXPECT_EQ(StructureFits::lastChoice(*alignment), FitChoice());
+    const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
+    alignment->range({3, 9});
+    StructureFits::keepChoice(*alignment, {3, 9, 1.5});
+    EXPECT_EQ(StructureFits::lastChoice(*alignment), (FitChoice{3, 9, 1.5}));
+    alignment->range({4, 8});
+    EXPECT_EQ(StructureFits::lastChoice(*alignment), (FitChoice{4, 8, 1.5}))
+        << "the range as it is now";
+    alignment->rangeAll();
+    EXPECT_EQ(StructureFits::lastChoice(*alignment), (FitChoice{0, FitChoice::kAllColumns, 1.5}));
+    const TAMBO::Alignment *const copy = alignment->duplicate(alignment->height());
+    EXPECT_EQ(StructureFits::lastChoice(*copy).cutoff, 1.5);
+    StructureFits::keepChoice(*alignment, {});
+    EXPECT_EQ(StructureFits::lastChoice(*alignment), FitChoice());
+}
+
+TEST_F(StructureFitsContract, TheCoreIsMeasuredAsItLiesToo)
+{
+    TAMBO::FitChoice pruned;
+    pruned.cutoff = TAMBO::FitChoice::kUsualCutoff;
+    const StructureFit before = StructureFits::measure(*alignment, 1, 2, pruned);
+    EXPECT_GT(before.coreRmsdNow, 1);
+    EXPECT_LT(before.coreRmsd, 1e-4);
+    const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
+    const auto fits = StructureFits::superpose(*alignment, 1, {2}, pruned);
+    EXPECT_LT(fits.at(0).coreRmsdNow, 1e-4);
+    EXPECT_LT(StructureFits::measure(*alignment, 1, 2, pruned).coreRmsdNow, 1e-4);
+}
+
 TEST_F(StructureFitsContract, FewerThanThreePairsAreAProblem)
 {
     const TAMBO::Alignment &apart =

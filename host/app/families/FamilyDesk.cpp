@@ -356,7 +356,10 @@ QString FamilyDesk::superpose(const std::vector<FamilyWindow::Chosen> &models) c
     if (pairs.empty())
         return tr("Superposing takes the alignment of the family with the templates' structures; "
                   "it is not open.");
-    const std::size_t count = SuperposeCommand::runEach(pairs);
+    // A model lies exactly on its template where the two were aligned when it was built. Columns
+    // that were edited since then would pull all of it away.
+    const std::size_t count =
+        SuperposeCommand::runEach(pairs, {0, FitChoice::kAllColumns, FitChoice::kUsualCutoff});
     if (count == open)
         return count == 1 ? tr("Superposed 1 model on its template")
                           : tr("Superposed %1 models on their templates").arg(count);

@@ -25,10 +25,16 @@ QString percentText(std::size_t part, std::size_t whole)
     return QString::number(100 * part / std::max<std::size_t>(1, whole));
 }
 
-bool moveAll(const std::vector<StructureMotion> &motions)
+// Those of an alignment that is null are not the user's choice.
+bool moveAll(const std::vector<StructureMotion> &motions, Alignment *alignment,
+             const FitChoice &choice)
 {
     const DataPoint<Space> guard(nullptr, Space::instance());
-    return guard.m_good && moveStructures(motions);
+    if (!guard.m_good || !moveStructures(motions))
+        return false;
+    if (alignment != nullptr)
+        StructureFits::keepChoice(*alignment, choice);
+    return true;
 }
 
 } // namespace
@@ -43,7 +49,7 @@ Result<SuperposePlan> SuperposeCommand::run(Alignment &alignment,
         for (const PlannedMove &planned : plan->moves)
             motions.push_back(planned.motion);
     }
-    if (plan && !moveAll(motions))
+    if (plan && !moveAll(motions, &alignment, choice))
         plan = Failure{FailureKind::Refused,
                        tr("the structures cannot be changed now.").toStdString()};
     if (!plan) {
@@ -57,13 +63,13 @@ Result<SuperposePlan> SuperposeCommand::run(Alignment &alignment,
     return plan;
 }
 
-std::size_t SuperposeCommand::runEach(const std::vector<Pair> &pairs)
+std::size_t SuperposeCommand::runEach(const std::vector<Pair> &pairs, const FitChoice &choice)
 {
     std::vector<StructureMotion> motions;
     QStringList lines;
     for (const Pair &pair : pairs) {
         const Result<SuperposePlan> plan =
-            planSuperposition(*pair.alignment, {pair.fixed, pair.moving});
+            planSuperposition(*pair.alignment, {pair.fixed, pair.moving}, choice);
         if (!plan) {
             Logger::Write(tr("Nothing was superposed: %1")
                               .arg(QString::fromStdString(plan.error().message())),
@@ -73,7 +79,7 @@ std::size_t SuperposeCommand::runEach(const std::vector<Pair> &pairs)
         motions.push_back(plan.value().moves.front().motion);
         lines << lineOf(plan.value(), plan.value().moves.front());
     }
-    if (motions.empty() || !moveAll(motions))
+    if (motions.empty() || !moveAll(motions, nullptr, {}))
         return 0;
     for (const QString &line : lines)
         Logger::Write(line);

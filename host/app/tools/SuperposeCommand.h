@@ -18,7 +18,8 @@ class SuperposeCommand
 
 public:
     // The structures of the rows onto that of the first one, as one step of undo, with a line in
-    // the log for each. The failure has changed nothing and stands in the log, too.
+    // the log for each. The alignment keeps the choice, for whoever superposes along it next. The
+    // failure has changed nothing and stands in the log, too.
     static Result<SuperposePlan> run(Alignment &alignment, const std::vector<unsigned long> &rows,
                                      const FitChoice &choice = {});
 
@@ -31,7 +32,7 @@ public:
     };
     // Each onto its own, all as one step of undo. Those that cannot be are left out,
     // with a line in the log. How many have been.
-    static std::size_t runEach(const std::vector<Pair> &pairs);
+    static std::size_t runEach(const std::vector<Pair> &pairs, const FitChoice &choice = {});
 
     // In one line: "Superposed 2 structures on 1abc_A: RMSD 0.81 to 1.20 Å over 169 pairs …".
     static QString summary(const SuperposePlan &plan);

@@ -155,17 +155,21 @@ PlannedMove plannedMove(const RowPlaces &row, const std::vector<Vertex> &fixed,
         const FittingCore core = fittingCore(pairs, cutoff);
         const double after = rmsdMoved(core.motion);
         const bool lacksCore = core.pairs.empty();
+        std::vector<PointPair> ofCore;
+        std::ranges::transform(core.pairs, std::back_inserter(ofCore),
+                               [&pairs](std::size_t place) { return pairs[place]; });
         return {row.name,
                 {row.structure, core.motion},
                 before,
                 after,
                 lacksCore ? pairs.size() : core.pairs.size(),
                 lacksCore ? after : core.rmsd,
-                lacksCore};
+                lacksCore,
+                lacksCore ? before : rootMeanSquareDistance(ofCore)};
     }
     const Superposition motion(pairs);
     const double after = rmsdMoved(motion);
-    return {row.name, {row.structure, motion}, before, after, pairs.size(), after, false};
+    return {row.name, {row.structure, motion}, before, after, pairs.size(), after, false, before};
 }
 
 } // namespace

@@ -45,6 +45,8 @@ struct PlannedMove
     double rmsdCore;
     // Something was to be left out, and too little would have been left.
     bool lacksCore;
+    // Of the core, as rmsdBefore.
+    double rmsdCoreBefore = 0;
 };
 
 struct SuperposePlan

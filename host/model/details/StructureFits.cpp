@@ -2,12 +2,17 @@
 #include "StructureFits.h"
 
 #include "Alignment.h"
+#include "PluginValues.h"
 #include "Structure.h"
 #include "SuperposePlan.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace TAMBO {
@@ -44,6 +49,7 @@ PlannedFit planFit(const Alignment &alignment, unsigned long fixed, unsigned lon
     planned.fit.rmsd = move.rmsdBefore;
     planned.fit.corePairs = move.corePairs;
     planned.fit.coreRmsd = move.rmsdCore;
+    planned.fit.coreRmsdNow = move.rmsdCoreBefore;
     planned.motion.push_back(move.motion);
     planned.rmsdAfter = move.rmsdAfter;
     return planned;
@@ -62,6 +68,20 @@ bool staysNear(const Alignment &alignment, unsigned long row, const Superpositio
     return std::ranges::all_of(places, [&motion](const Vertex &place) {
         return !place.isDefined() || isNear(place, motion(place));
     });
+}
+
+constexpr char kChoiceOf[] = "tambo";
+constexpr char kChoiceKey[] = "superposed-by";
+constexpr char kInRange[] = " range";
+
+// "2", or "0 range"; empty for what there is without a value.
+std::string textOf(const FitChoice &choice)
+{
+    if (choice == FitChoice())
+        return {};
+    char number[32];
+    const auto [end, error] = std::to_chars(number, number + sizeof number, choice.cutoff);
+    return std::string(number, end) + (choice.isOfAll() ? "" : kInRange);
 }
 
 } // namespace
@@ -103,6 +123,7 @@ std::vector<StructureFit> StructureFits::superpose(const Alignment &alignment, u
                                                  " belongs to another one of the rows, too.");
             } else if (!staysNear(alignment, row, motion.motion)) {
                 planned.fit.rmsd = planned.rmsdAfter;
+                planned.fit.coreRmsdNow = planned.fit.coreRmsd;
                 planned.fit.hasMoved = true;
                 motions.push_back(motion);
             }
@@ -115,6 +136,38 @@ std::vector<StructureFit> StructureFits::superpose(const Alignment &alignment, u
                 fit = problemOf(fit.row, "The structures cannot be changed now.");
     }
     return fits;
+}
+
+FitChoice StructureFits::lastChoice(const Alignment &alignment)
+{
+    FitChoice choice;
+    const std::optional<std::string> text = PluginValues::Get(&alignment, kChoiceOf, kChoiceKey);
+    if (!text)
+        return choice;
+    // Sessions are files, and anybody may write them.
+    double cutoff = 0;
+    const char *const end = text->data() + text->size();
+    const auto [behind, error] = std::from_chars(text->data(), end, cutoff);
+    if (error != std::errc() || !std::isfinite(cutoff) || cutoff < 0)
+        return choice;
+    choice.cutoff = cutoff;
+    const Alignment::Range &range = alignment.range();
+    if (std::string_view(behind, std::size_t(end - behind)) == kInRange &&
+        range.first < range.second && (range.first > 0 || range.second < alignment.width())) {
+        choice.begin = range.first;
+        choice.end = range.second;
+    }
+    return choice;
+}
+
+void StructureFits::keepChoice(Alignment &alignment, const FitChoice &choice)
+{
+    if (alignment.IsLocked())
+        return;
+    if (const std::string text = textOf(choice); text.empty())
+        PluginValues::Remove(&alignment, kChoiceOf, kChoiceKey);
+    else
+        PluginValues::Set(&alignment, kChoiceOf, kChoiceKey, text);
 }
 
 } // namespace TAMBO

@@ -5,8 +5,6 @@
 #include "Alignment.h"
 #include "StructureFits.h"
 
-#include <QString>
-
 #include <chrono>
 #include <vector>
 
@@ -15,7 +13,7 @@ namespace companion {
 class FitsFound
 {
 public:
-    void begin();
+    void begin(const TAMBO::FitChoice &choice = {});
     // Goes on for about so long, by a row at least; false when all is known. The alignment is as it
     // was when it began.
     bool goOn(const TAMBO::Alignment &alignment, std::chrono::microseconds most);
@@ -24,19 +22,18 @@ public:
     [[nodiscard]] const std::vector<TAMBO::StructureRow> &rows() const noexcept { return m_Rows; }
     // Of the others.
     [[nodiscard]] const std::vector<TAMBO::StructureFit> &fits() const noexcept { return m_Fits; }
+    [[nodiscard]] const TAMBO::FitChoice &choice() const noexcept { return m_Choice; }
 
 private:
     void look(const TAMBO::Alignment &alignment);
 
+    TAMBO::FitChoice m_Choice;
     unsigned long m_NextRow = 0;
     std::vector<TAMBO::StructureRow> m_Rows;
     std::vector<TAMBO::StructureFit> m_Fits;
 };
 
-// "4 structures lie on 1A0J_A: RMSD 0.80 to 1.14 Å over 169 to 180 pairs of CA atoms"; or why they
-// do not.
-[[nodiscard]] QString fitsText(const TAMBO::Alignment &alignment, const FitsFound &found);
-// A line for each row, up to some tens.
-[[nodiscard]] QString fitLines(const TAMBO::Alignment &alignment, const FitsFound &found);
+// It does not lie where the choice brings it.
+[[nodiscard]] bool liesElsewhere(const TAMBO::StructureFit &fit);
 
 } // namespace companion

@@ -49,7 +49,8 @@ void superpose(const TAMBO::Alignment &alignment, const std::vector<StructureRow
         if (&row != &rows.front())
             others.push_back(row.row);
     if (!others.empty())
-        StructureFits::superpose(alignment, rows.front().row, others);
+        StructureFits::superpose(alignment, rows.front().row, others,
+                                 StructureFits::lastChoice(alignment));
 }
 
 } // namespace
@@ -96,7 +97,11 @@ void Refit::stepEnds(const StepChanges &changes)
         m_Off.erase(alignment);
         // A copy lies as what it is a copy of.
         if (change.isNew)
-            m_Known[alignment] = {LayoutChanges::revision(*alignment), 0, {}, false};
+            m_Known[alignment] = {LayoutChanges::revision(*alignment),
+                                  0,
+                                  {},
+                                  StructureFits::lastChoice(*alignment),
+                                  false};
         // Values are no reason to move anything.
         else if (!change.isDisplayOnly)
             follow(*alignment);
@@ -108,7 +113,7 @@ void Refit::stepEnds(const StepChanges &changes)
 Refit::Known Refit::knownOf(const TAMBO::Alignment &alignment)
 {
     return {LayoutChanges::revision(alignment), TAMBO::StructureDetails::revision(),
-            StructureFits::rows(alignment), false};
+            StructureFits::rows(alignment), StructureFits::lastChoice(alignment), false};
 }
 
 void Refit::follow(TAMBO::Alignment &alignment)
@@ -118,8 +123,10 @@ void Refit::follow(TAMBO::Alignment &alignment)
     if (before != m_Known.end() && before->second.layout == layout && !before->second.isOwed)
         return;
     Known known = before == m_Known.end() ? Known() : before->second;
-    if (before == m_Known.end())
+    if (before == m_Known.end()) {
         known.rows = StructureFits::rows(alignment);
+        known.choice = StructureFits::lastChoice(alignment);
+    }
     std::vector<unsigned long> rows;
     if (before == m_Known.end())
         std::ranges::transform(known.rows, std::back_inserter(rows), &StructureRow::row);
@@ -132,13 +139,13 @@ void Refit::follow(TAMBO::Alignment &alignment)
         // It is made up for with the next step.
         if (!change.m_good) {
             if (before == m_Known.end())
-                m_Known[&alignment] = {layout, 0, {}, true};
+                m_Known[&alignment] = {layout, 0, {}, {}, true};
             else
                 before->second.isOwed = true;
             return;
         }
         if (!rows.empty()) {
-            StructureFits::superpose(alignment, fixed, rows);
+            StructureFits::superpose(alignment, fixed, rows, known.choice);
             m_Fits += rows.size();
         }
     }
@@ -160,7 +167,10 @@ std::vector<unsigned long> Refit::concerned(const TAMBO::Alignment &alignment, K
     const auto isMoved = [&moved](const StructureRow &row) {
         return std::ranges::find(*moved, row.row) != moved->end();
     };
-    const bool isEach = !moved || !isSameFirst || isMoved(known.rows.front());
+    const TAMBO::FitChoice choice = StructureFits::lastChoice(alignment);
+    const bool isEach =
+        !moved || !isSameFirst || choice != known.choice || isMoved(known.rows.front());
+    known.choice = choice;
     std::vector<unsigned long> rows;
     for (const StructureRow &row : known.rows)
         if (isEach || isMoved(row))

@@ -23,7 +23,9 @@ namespace companion {
 bool setRefitted(TAMBO::Alignment &alignment, bool isOn);
 
 // The first row with a structure stays; the others' structures are moved onto it, each by the
-// columns in which both rows have a CA atom.
+// columns in which both rows have a CA atom, as the user has superposed them last: without pairs
+// that stay apart, or by the range alone. A step moves the structures of the alignments that it has
+// changed, once each; another alignment that has the same ones says so, and moves nothing.
 class Refit : public StepFollower, public Subscriber
 {
 public:
@@ -44,6 +46,8 @@ private:
         std::uint64_t layout = 0;
         std::uint64_t structures = 0;
         std::vector<TAMBO::StructureRow> rows;
+        // By which they were superposed.
+        TAMBO::FitChoice choice;
         // Edits since then could not be followed.
         bool isOwed = false;
     };

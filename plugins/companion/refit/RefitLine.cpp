@@ -2,6 +2,7 @@
 #include "RefitLine.h"
 
 #include "AlignmentWindow.h"
+#include "FitsText.h"
 #include "LayoutChanges.h"
 #include "LineLabel.h"
 #include "PlainText.h"
@@ -92,7 +93,7 @@ RefitLine::State RefitLine::state() const
 {
     const TAMBO::Alignment *const alignment = window()->alignment();
     return {alignment, TAMBO::LayoutChanges::revision(*alignment),
-            TAMBO::StructureDetails::revision()};
+            TAMBO::StructureDetails::revision(), TAMBO::StructureFits::lastChoice(*alignment)};
 }
 
 void RefitLine::look()
@@ -104,12 +105,15 @@ void RefitLine::look()
     m_Bar->setVisible(isOn);
     if (!isOn) {
         m_State.reset();
+        m_Disputes.reset();
         m_Next.stop();
         return;
     }
-    if (const State now = state(); m_State != now) {
+    const State now = state();
+    if (m_State != now || (m_Disputes && !m_Disputes->isUpToDate())) {
         m_State = now;
-        m_Found.begin();
+        m_Disputes.reset();
+        m_Found.begin(now.choice);
         m_Next.start();
     }
 }
@@ -120,8 +124,10 @@ void RefitLine::goOn()
     if (!m_State || !m_Next.isActive() || m_Found.goOn(*m_State->alignment, kSlice))
         return;
     m_Next.stop();
-    m_Text->setText(fitsText(*m_State->alignment, m_Found));
-    m_Text->setToolTip(TAMBO::plainToolTip(fitLines(*m_State->alignment, m_Found)));
+    const TAMBO::Alignment &alignment = *m_State->alignment;
+    m_Disputes.emplace(alignment, m_Found);
+    m_Text->setText(fitsText(alignment, m_Found, *m_Disputes));
+    m_Text->setToolTip(TAMBO::plainToolTip(fitLines(alignment, m_Found, *m_Disputes)));
 }
 
 } // namespace companion

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "AlignmentViewObserver.h"
-#include "FitsFound.h"
+#include "Disputes.h"
 #include "Subscriber.h"
 
 #include <QPointer>
@@ -44,6 +44,7 @@ private:
         const TAMBO::Alignment *alignment = nullptr;
         std::uint64_t layout = 0;
         std::uint64_t structures = 0;
+        TAMBO::FitChoice choice;
 
         friend bool operator==(const State &, const State &) = default;
     };
@@ -59,6 +60,8 @@ private:
     // Of what is shown; nothing while it is off.
     std::optional<State> m_State;
     FitsFound m_Found;
+    // Once all is found.
+    std::optional<Disputes> m_Disputes;
 };
 
 } // namespace companion

@@ -241,6 +241,26 @@ TEST_F(FamilyDeskTest, OpenModelsAreSuperposedOnTheirTemplatesAgain)
     expectNear(placeIn(shown, 1, 3), place(3));
 }
 
+TEST_F(FamilyDeskTest, ColumnsEditedSinceAModelWasBuiltDoNotPullItFromItsTemplate)
+{
+    Structure &moved = known();
+    Alignment &shown = family({"known", "a"});
+    const auto folder = makeFolder({"a"});
+    build(folder, "a");
+    const FamilyWindow &window = show(folder);
+    openModels(window);
+    ASSERT_TRUE(move(moved));
+    {
+        // Its last two residues stand one column farther on.
+        const DataPoint<Alignment> guard(nullptr, &shown);
+        shown.insertGap(1, 5);
+    }
+    button(window, "Superpose").click();
+    EXPECT_EQ(said(window), "Superposed 1 model on its template");
+    for (unsigned long column = 0; column < 5; ++column)
+        expectNear(placeIn(shown, 1, column), shifted(place(int(column))));
+}
+
 TEST_F(FamilyDeskTest, WithoutTheAlignmentNothingIsSuperposed)
 {
     const auto folder = makeFolder({"a"});

@@ -91,6 +91,41 @@ TEST_F(LineOfSuperposed, IsOfTheAlignmentThatIsShown)
     EXPECT_TRUE(line().text().startsWith(expected()));
 }
 
+TEST_F(LineOfSuperposed, SaysWhenAnotherAlignmentHasMovedAStructureAndWhenItIsOffAgain)
+{
+    TAMBO::Alignment &shown = family();
+    TAMBO::Alignment *other = nullptr;
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        other = shown.duplicate(shown.height());
+    }
+    TAMBO::renameObject(*other, "other");
+    look(shown);
+    run("&Keep Superposed");
+    const QString alone = line().text();
+    ASSERT_TRUE(companion::setRefitted(*other, true));
+    settleLine();
+    EXPECT_EQ(line().text(), alone) << "both want the same";
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, other);
+        for (int i = 0; i < 3; ++i)
+            other->insertGap(1, other->columnOfResidue(1, 8));
+    }
+    settleLine();
+    EXPECT_TRUE(line().text().contains("Å away, for the alignment other keeps "))
+        << qPrintable(line().text());
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, other);
+        TAMBO::renameObject(*other, "another");
+    }
+    settleLine();
+    EXPECT_TRUE(line().text().contains("for the alignment another keeps "))
+        << qPrintable(line().text());
+    ASSERT_TRUE(companion::setRefitted(*other, false));
+    settleLine();
+    EXPECT_FALSE(line().text().contains("keeps")) << qPrintable(line().text());
+}
+
 TEST_F(LineOfSuperposed, ALockedAlignmentStaysAsItIs)
 {
     look(family());

@@ -1,109 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Structures that follow the edits of their alignment, as parts of the same steps.
-#include "Refit.h"
-
-#include "FitsFound.h"
-#include "guide/FamilyInSpace.h"
+#include "Refitting.h"
 
 #include "DataMaker.h"
 #include "FileReader.h"
 #include "LetterColors.h"
-#include "ObjectOperations.h"
-#include "PluginValues.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <memory>
 #include <sstream>
 
 namespace RefitTest {
 
 namespace fs = std::filesystem;
 
-using companion::FitsFound;
 using companion::isRefitted;
 using companion::Refit;
 using companion::setRefitted;
+using TAMBO::FitChoice;
 using TAMBO::StructureFit;
 using TAMBO::StructureFits;
-
-class Refitting : public FamilyInSpace
-{
-protected:
-    // Structures that lie apart, and one sequence without any between them.
-    TAMBO::Alignment &apart(std::size_t count = 3)
-    {
-        const Points fold = randomFold(30, 11);
-        std::vector<std::pair<TAMBO::Peptide *, std::string>> rows;
-        for (std::size_t i = 0; i < count; ++i) {
-            Points points = turned(fold, unsigned(i) + 1);
-            std::normal_distribution<double> noise(0, 0.5);
-            for (TAMBO::Vertex &point : points)
-                point = {point.x() + float(noise(random)), point.y() + float(noise(random)),
-                         point.z() + float(noise(random))};
-            structures.push_back(&structureAt("s" + std::to_string(i), points));
-            rows.emplace_back(structures.back()->chain(0), withGaps(30, 36));
-            if (i == 0)
-                rows.emplace_back(&peptide("none", std::string(30, 'A')), withGaps(30, 36));
-        }
-        TAMBO::Alignment &made = alignmentOf(rows);
-        history.clear();
-        return made;
-    }
-    [[nodiscard]] std::vector<std::vector<std::uint32_t>> bits() const
-    {
-        std::vector<std::vector<std::uint32_t>> all;
-        for (const TAMBO::Structure *structure : structures)
-            all.push_back(bitsOf(*structure));
-        return all;
-    }
-    void slide(TAMBO::Alignment &alignment, unsigned long row, unsigned long residue,
-               unsigned long count = 1)
-    {
-        const DataPoint<TAMBO::Alignment> change(nullptr, &alignment);
-        ASSERT_TRUE(change.m_good);
-        for (; count > 0; --count)
-            alignment.insertGap(row, alignment.columnOfResidue(row, residue));
-    }
-    // Away from where it was.
-    void moveByHand(std::size_t structure)
-    {
-        TAMBO::moveStructures(
-            {{structures[structure], TAMBO::Superposition({{{0, 0, 0}, {5, 5, 5}}})}});
-    }
-    static void setValue(TAMBO::Alignment &alignment)
-    {
-        const DataPoint<TAMBO::Alignment> change(nullptr, &alignment);
-        ASSERT_TRUE(change.m_good);
-        EXPECT_TRUE(PluginValues::Set(&alignment, "another", "key", "value"));
-    }
-    // Each structure lies as near to the first as a superposition of the two brings it.
-    static void expectSuperposed(const TAMBO::Alignment &alignment)
-    {
-        const auto rows = StructureFits::rows(alignment);
-        ASSERT_GT(rows.size(), 1U);
-        for (std::size_t i = 1; i < rows.size(); ++i) {
-            const auto plan = planSuperposition(alignment, {rows[0].row, rows[i].row});
-            ASSERT_TRUE(plan);
-            EXPECT_NEAR(plan.value().moves[0].rmsdBefore, plan.value().moves[0].rmsdAfter, 1e-4)
-                << i;
-            EXPECT_EQ(StructureFits::measure(alignment, rows[0].row, rows[i].row).pairs,
-                      plan.value().columns);
-        }
-    }
-    static FitsFound found(const TAMBO::Alignment &alignment)
-    {
-        FitsFound fits;
-        fits.begin();
-        while (fits.goOn(alignment, std::chrono::microseconds(0))) {
-        }
-        return fits;
-    }
-
-    std::vector<TAMBO::Structure *> structures;
-    Refit refit;
-};
 
 TEST_F(Refitting, IsOffAtFirst)
 {
@@ -363,7 +280,7 @@ TEST_F(Refitting, FewerThanTwoStructuresMoveNothingAndAreTold)
     setRefitted(alignment, true);
     slide(alignment, 0, 3);
     EXPECT_EQ(bits(), before);
-    EXPECT_EQ(fitsText(alignment, found(alignment)),
+    EXPECT_EQ(lineOf(alignment),
               QString("Nothing to superpose: the rows have fewer than two structures"));
 }
 
@@ -376,7 +293,7 @@ TEST_F(Refitting, FewerThanThreePairsMoveNothingAndAreTold)
     const auto before = bits();
     setRefitted(alignment, true);
     EXPECT_EQ(bits(), before);
-    EXPECT_EQ(fitsText(alignment, found(alignment)),
+    EXPECT_EQ(lineOf(alignment),
               QString("two_A stays where it is: The chosen chains have CA atoms in 2 columns "
                       "together; superposing takes 3."));
     {
@@ -395,9 +312,7 @@ TEST_F(Refitting, ALockedStructureStaysAndIsTold)
     setRefitted(alignment, true);
     EXPECT_EQ(bits()[1], before[1]);
     EXPECT_NE(bits()[2], before[2]);
-    EXPECT_NE(fitsText(alignment, found(alignment))
-                  .indexOf(QString("; s1_A stays where it is: s1 is locked.")),
-              -1);
+    EXPECT_NE(lineOf(alignment).indexOf(QString("; s1_A stays where it is: s1 is locked.")), -1);
     TAMBO::setObjectLocked(*structures[1], false);
 }
 
@@ -458,47 +373,63 @@ protected:
     std::vector<std::string> names;
 };
 
+struct PairsOfFiles
+{
+    std::string family;
+    std::string column;
+    unsigned long gaps = 0;
+    std::string name;
+    std::size_t pairs = 0, corePairs = 0;
+    double rmsd = 0, coreRmsd = 0, rmsdByCore = 0;
+};
+
 TEST_F(FamiliesRefitted, LieAsNearAsBiopythonBringsThem)
 {
+    std::vector<PairsOfFiles> all;
     std::ifstream file(TEST_DATA_DIR "/superposed/pairs.tsv");
     std::string line;
     std::getline(file, line);
-    std::string opened;
-    std::string place;
-    TAMBO::Alignment *alignment = nullptr;
-    std::size_t lines = 0;
-    for (; std::getline(file, line); ++lines) {
+    while (std::getline(file, line)) {
         std::istringstream cells(line);
-        std::string family;
-        unsigned long column = 0;
-        unsigned long gaps = 0;
-        std::string name;
-        std::size_t pairs = 0;
-        double rmsd = 0;
-        ASSERT_TRUE(cells >> family >> column >> gaps >> name >> pairs >> rmsd) << line;
-        if (opened != family) {
-            names.clear();
-            structures.clear();
-            alignment = &open(family);
-            setRefitted(*alignment, true);
-        } else if (place != std::to_string(column)) {
-            // As it was, and then other gaps.
-            while (history.size() > 1 && isRefitted(*alignment) && history.undo()) {
-            }
-            setRefitted(*alignment, true);
-            const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
-            for (unsigned long i = 0; i < gaps; ++i)
-                alignment->insertGap(1, column);
-        }
-        opened = family;
-        place = std::to_string(column);
-        const auto row = std::ranges::find(names, name) - names.begin();
-        const StructureFit fit =
-            StructureFits::measure(*alignment, 0, static_cast<unsigned long>(row));
-        EXPECT_EQ(fit.pairs, pairs) << line;
-        EXPECT_NEAR(fit.rmsd, rmsd, 2e-4) << line;
+        PairsOfFiles &row = all.emplace_back();
+        ASSERT_TRUE(cells >> row.family >> row.column >> row.gaps >> row.name >> row.pairs >>
+                    row.rmsd >> row.corePairs >> row.coreRmsd >> row.rmsdByCore)
+            << line;
     }
-    EXPECT_EQ(lines, 51U);
+    EXPECT_EQ(all.size(), 51U);
+    for (const double cutoff : {0.0, 2.0}) {
+        std::string opened;
+        std::string place;
+        TAMBO::Alignment *alignment = nullptr;
+        for (const PairsOfFiles &row : all) {
+            SCOPED_TRACE(row.family + ' ' + row.column + ' ' + row.name);
+            if (opened != row.family) {
+                names.clear();
+                structures.clear();
+                alignment = &open(row.family);
+                choose(*alignment, {0, FitChoice::kAllColumns, cutoff});
+                setRefitted(*alignment, true);
+                history.clear();
+            } else if (place != row.column) {
+                // As it was, and then other gaps.
+                while (history.undo()) {
+                }
+                const DataPoint<TAMBO::Alignment> guard(nullptr, alignment);
+                for (unsigned long i = 0; i < row.gaps; ++i)
+                    alignment->insertGap(1, std::stoul(row.column));
+            }
+            opened = row.family;
+            place = row.column;
+            const auto of =
+                static_cast<unsigned long>(std::ranges::find(names, row.name) - names.begin());
+            const StructureFit fit =
+                StructureFits::measure(*alignment, 0, of, StructureFits::lastChoice(*alignment));
+            EXPECT_EQ(fit.pairs, row.pairs);
+            EXPECT_NEAR(fit.rmsd, cutoff > 0 ? row.rmsdByCore : row.rmsd, 2e-4);
+            EXPECT_EQ(fit.corePairs, cutoff > 0 ? row.corePairs : row.pairs);
+            EXPECT_NEAR(fit.coreRmsdNow, cutoff > 0 ? row.coreRmsd : row.rmsd, 2e-4);
+        }
+    }
 }
 
 } // namespace RefitTest
