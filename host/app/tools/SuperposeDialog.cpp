@@ -2,6 +2,8 @@
 #include "SuperposeDialog.h"
 
 #include "Alignment.h"
+#include "Config.h"
+#include "ConfigStore.h"
 #include "KindIcons.h"
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
@@ -45,6 +47,26 @@ constexpr double kMostCutoff = 20;
 constexpr double kCutoffStep = 0.5;
 
 constexpr int kRowRole = Qt::UserRole;
+
+constexpr const char *kSection = "Superpose";
+constexpr const char *kPruneKey = "LeaveOutPairs";
+constexpr const char *kCutoffKey = "Cutoff";
+constexpr const char *kRangeKey = "OnlyRange";
+
+bool keptSwitch(const char *key, bool usual)
+{
+    bool isKnown = false;
+    const bool isOn = Config::GetSetting(kSection, key).ToBool(&isKnown);
+    return isKnown ? isOn : usual;
+}
+
+double keptCutoff()
+{
+    bool isKnown = false;
+    const double cutoff = Config::GetSetting(kSection, kCutoffKey).ToDouble(&isKnown);
+    return isKnown && cutoff >= kLeastCutoff && cutoff <= kMostCutoff ? cutoff
+                                                                      : FitChoice::kUsualCutoff;
+}
 
 unsigned long rowOf(const QTreeWidgetItem &item)
 {
@@ -192,7 +214,7 @@ QLayout *SuperposeDialog::makeChoice()
     m_InRange->setObjectName(QStringLiteral("InRange"));
     m_Prune = new QCheckBox(tr("&Leave out pairs that stay farther apart than"));
     m_Prune->setObjectName(QStringLiteral("Prune"));
-    m_Prune->setChecked(true);
+    m_Prune->setChecked(keptSwitch(kPruneKey, true));
     m_Prune->setToolTip(
         tr("Superposes by the core alone: the farthest pairs are left out, some at a "
            "time, until all are nearer than this"));
@@ -202,9 +224,14 @@ QLayout *SuperposeDialog::makeChoice()
     m_Cutoff->setDecimals(1);
     m_Cutoff->setRange(kLeastCutoff, kMostCutoff);
     m_Cutoff->setSingleStep(kCutoffStep);
-    m_Cutoff->setValue(FitChoice::kUsualCutoff);
+    m_Cutoff->setValue(keptCutoff());
     m_Cutoff->setSuffix(tr(" Å"));
-    connect(m_InRange, &QCheckBox::toggled, this, &SuperposeDialog::showPlan);
+    m_Cutoff->setEnabled(m_Prune->isChecked());
+    m_WantsRange = keptSwitch(kRangeKey, false);
+    connect(m_InRange, &QCheckBox::toggled, this, [this](bool isOn) {
+        m_WantsRange = isOn;
+        showPlan();
+    });
     connect(m_Prune, &QCheckBox::toggled, m_Cutoff, &QWidget::setEnabled);
     connect(m_Prune, &QCheckBox::toggled, this, &SuperposeDialog::showPlan);
     connect(m_Cutoff, &QDoubleSpinBox::valueChanged, this, &SuperposeDialog::showPlan);
@@ -227,12 +254,22 @@ void SuperposeDialog::offerRange()
                         (range.first > 0 || range.second < shown->width());
     const QSignalBlocker silence(m_InRange);
     m_InRange->setEnabled(isPart);
-    if (!isPart)
-        m_InRange->setChecked(false);
+    m_InRange->setChecked(isPart && m_WantsRange);
     m_InRange->setText(isPart ? tr("&Only the columns of the range, %1 to %2")
                                     .arg(range.first + 1)
                                     .arg(std::min(range.second, shown->width()))
                               : tr("&Only the columns of the range, which is all of them now"));
+}
+
+void SuperposeDialog::accept()
+{
+    services::ConfigStore &store = services::ConfigStore::instance();
+    const auto textOf = [](bool isOn) { return isOn ? "true" : "false"; };
+    store.setValue(kSection, kPruneKey, textOf(m_Prune->isChecked()));
+    store.setValue(kSection, kCutoffKey, QString::number(m_Cutoff->value(), 'f', 1).toStdString());
+    store.setValue(kSection, kRangeKey, textOf(m_WantsRange));
+    store.saveOrLog();
+    QDialog::accept();
 }
 
 FitChoice SuperposeDialog::choice() const

@@ -45,6 +45,9 @@ public:
     // Which pairs count.
     [[nodiscard]] FitChoice choice() const;
 
+    // Keeps what was chosen for the next one.
+    void accept() override;
+
 private:
     void makeControls();
     // Which columns, and which pairs of them.
@@ -65,6 +68,8 @@ private:
     QTreeWidget *m_Rows = nullptr;
     QComboBox *m_Reference = nullptr;
     QCheckBox *m_InRange = nullptr;
+    // Also while no alignment is shown that has a range.
+    bool m_WantsRange = false;
     QCheckBox *m_Prune = nullptr;
     QDoubleSpinBox *m_Cutoff = nullptr;
     QLabel *m_Picture = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Tools, Superpose: the dialog, what it does, and what is said.
 #include "AppFixture.h"
+#include "ConfigStore.h"
 #include "MainWindow.h"
 #include "ObjectOperations.h"
 #include "SuperposeCommand.h"
@@ -57,11 +58,20 @@ StructureRecord helix(const std::string &name, int chains, double angle, float s
     return record;
 }
 
+// What was chosen in other cases.
+void forgetChoices()
+{
+    for (const char *key : {"LeaveOutPairs", "Cutoff", "OnlyRange"})
+        services::ConfigStore::instance().reset("Superpose", key);
+    services::ConfigStore::instance().saveOrLog();
+}
+
 class SuperposeTest : public RecordedFixture
 {
 protected:
     SuperposeTest()
     {
+        forgetChoices();
         m_One = &load(helix("one", 1, 0, 0));
         m_Two = &load(helix("two", 2, 1, 20));
         m_Three = &load(helix("three", 1, 2, -30));
@@ -256,6 +266,82 @@ TEST_F(SuperposeTest, TheDialogTellsTheCoreOfEachAndLeavesNothingOutWhenNotWante
     EXPECT_EQ(texts(1), QStringList({"", "", ""}));
 }
 
+TEST_F(SuperposeTest, WhatWasChosenIsKeptForTheNextDialogAndTheNextRun)
+{
+    Alignment &whole = align("whole", {m_One->chain(0), m_Two->chain(0)});
+    {
+        const DataPoint<Alignment> guard(nullptr, m_Family);
+        m_Family->range({2, 7});
+    }
+    {
+        SuperposeDialog given({m_Family}, nullptr, nullptr);
+        child<QCheckBox>(given, "Prune").setChecked(false);
+        child<QCheckBox>(given, "InRange").setChecked(true);
+        given.reject();
+    }
+    {
+        SuperposeDialog dialog({m_Family}, nullptr, nullptr);
+        EXPECT_TRUE(child<QCheckBox>(dialog, "Prune").isChecked()) << "given up, so not kept";
+        EXPECT_FALSE(child<QCheckBox>(dialog, "InRange").isChecked());
+        child<QDoubleSpinBox>(dialog, "Cutoff").setValue(3.5);
+        child<QCheckBox>(dialog, "Prune").setChecked(false);
+        child<QCheckBox>(dialog, "InRange").setChecked(true);
+        dialog.accept();
+    }
+    // As another run of the program reads them.
+    const services::ConfigStore read({}, services::ConfigStore::instance().userFile());
+    EXPECT_EQ(read.value("Superpose", "LeaveOutPairs"), "false");
+    EXPECT_EQ(read.value("Superpose", "Cutoff"), "3.5");
+    EXPECT_EQ(read.value("Superpose", "OnlyRange"), "true");
+    {
+        SuperposeDialog dialog({m_Family, &whole}, m_Family, nullptr);
+        EXPECT_FALSE(child<QCheckBox>(dialog, "Prune").isChecked());
+        EXPECT_FALSE(child<QDoubleSpinBox>(dialog, "Cutoff").isEnabled());
+        EXPECT_EQ(child<QDoubleSpinBox>(dialog, "Cutoff").value(), 3.5);
+        auto &inRange = child<QCheckBox>(dialog, "InRange");
+        EXPECT_TRUE(inRange.isChecked());
+        EXPECT_EQ(dialog.choice().begin, 2U);
+        child<QComboBox>(dialog, "Alignment").setCurrentIndex(1);
+        EXPECT_FALSE(inRange.isEnabled());
+        EXPECT_FALSE(inRange.isChecked());
+        EXPECT_TRUE(dialog.choice().isOfAll());
+        dialog.accept();
+    }
+    const SuperposeDialog dialog({m_Family}, nullptr, nullptr);
+    EXPECT_TRUE(child<QCheckBox>(dialog, "InRange").isChecked())
+        << "an alignment without a part as range tells nothing";
+}
+
+TEST_F(SuperposeTest, ASettingThatIsNoneIsAsNoSetting)
+{
+    for (const char *text : {"", "nan", "-3", "1e9", "near"}) {
+        services::ConfigStore::instance().setValue("Superpose", "Cutoff", text);
+        services::ConfigStore::instance().setValue("Superpose", "LeaveOutPairs", text);
+        const SuperposeDialog dialog({m_Family}, nullptr, nullptr);
+        EXPECT_EQ(dialog.choice().cutoff, 2) << text;
+    }
+}
+
+TEST_F(SuperposeTest, TheAlignmentKeepsWhatItWasSuperposedByAndUndoTakesItBack)
+{
+    EXPECT_EQ(StructureFits::lastChoice(*m_Family), FitChoice());
+    ASSERT_TRUE(SuperposeCommand::run(*m_Family, {0, 1}, {0, FitChoice::kAllColumns, 2.5}));
+    EXPECT_EQ(StructureFits::lastChoice(*m_Family).cutoff, 2.5);
+    EXPECT_EQ(m_History.size(), 1U);
+    EXPECT_EQ(m_History.undoLabel(), "superpose two");
+    m_History.undo();
+    EXPECT_EQ(m_History.redoLabel(), "superpose two");
+    EXPECT_EQ(StructureFits::lastChoice(*m_Family), FitChoice());
+    m_History.redo();
+    ASSERT_TRUE(SuperposeCommand::run(*m_Family, {0, 1}));
+    EXPECT_EQ(StructureFits::lastChoice(*m_Family), FitChoice());
+    setObjectLocked(*m_Family, true);
+    const LogLines log;
+    ASSERT_TRUE(SuperposeCommand::run(*m_Family, {0, 1}, {0, FitChoice::kAllColumns, 2.5}));
+    EXPECT_EQ(log.count(), 1) << "of what was superposed";
+    EXPECT_EQ(StructureFits::lastChoice(*m_Family), FitChoice());
+}
+
 TEST_F(SuperposeTest, TheDialogOffersTheRangeWhenItIsAPart)
 {
     const SuperposeDialog whole({m_Family}, nullptr, nullptr);
@@ -391,6 +477,7 @@ class SuperposeWorkbenchTest : public AppFixture
 protected:
     SuperposeWorkbenchTest()
     {
+        forgetChoices();
         m_Workbench = std::make_unique<Workbench>(Workbench::Attendance::User, withoutPlugins());
     }
     ~SuperposeWorkbenchTest() override
