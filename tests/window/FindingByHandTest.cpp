@@ -106,6 +106,22 @@ TEST_F(FindingByHand, TypingFindsAndKeysGoThroughTheHits)
     expectKeyboardIsAtTheCells();
 }
 
+// Who chooses in the menu of the main window types into the editor window's bar.
+TEST_F(FindingByHand, AskedForInTheMainWindowTheBarGetsTheKeyboard)
+{
+    open();
+    m_Screen.pressKey(window("Tambo"), "ctrl+f");
+    waitFor([this] { return m_Screen.activeWindow() == m_Editor; });
+    m_Screen.pressKey("y n y n F3");
+    waitForHitIn(kHitRows[0]);
+    m_Screen.pressKey("Escape");
+    expectKeyboardIsAtTheCells();
+    m_Screen.pressKey(window("Tambo"), "ctrl+g");
+    waitFor([this] { return m_Screen.activeWindow() == m_Editor; });
+    m_Screen.pressKey("1 5 0 Return");
+    waitForLastColumn(true);
+}
+
 TEST_F(FindingByHand, SelectAllIsReachedByKeys)
 {
     open();
@@ -126,6 +142,18 @@ TEST_F(FindingByHand, NamesAreFoundByKeysAlone)
     // The list of where to find it.
     m_Screen.pressKey("Tab Down Return");
     m_Screen.pressKey("F3");
+    waitForColorIn(m_Place, kPresentHit);
+}
+
+// A pattern of residues is none for names, and chosen again when residues are searched.
+TEST_F(FindingByHand, NamesAreSearchedAsTextWhenAPatternOfResiduesWasChosen)
+{
+    open();
+    find("_45_");
+    m_Screen.pressKey("Tab Tab End Tab");
+    // Back to where it is looked for.
+    m_Screen.pressKey("shift+Tab shift+Tab Down");
+    keys("F3");
     waitForColorIn(m_Place, kPresentHit);
 }
 

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "DataPoint.h"
+#include "Keyboard.h"
 #include "SlicedWork.h"
 #include "Texts.h"
 
@@ -161,7 +162,7 @@ void CellCursor::toggle()
         return set(std::nullopt);
     set(beginning());
     if (m_Place)
-        shown().areaWidget(WindowArea::Cells)->parentWidget()->setFocus(Qt::ShortcutFocusReason);
+        takeKeyboard(*shown().areaWidget(WindowArea::Cells)->parentWidget());
 }
 
 std::optional<TAMBO::CellBlock> CellCursor::block() const

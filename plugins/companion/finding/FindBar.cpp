@@ -5,6 +5,7 @@
 #include "AlignmentWindow.h"
 #include "ControlNames.h"
 #include "DataPoint.h"
+#include "Keyboard.h"
 #include "LineLabel.h"
 #include "SlicedWork.h"
 #include "Space.h"
@@ -13,13 +14,16 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
 #include <QSpinBox>
+#include <QStandardItemModel>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <string>
@@ -88,6 +92,8 @@ void FindBar::makeWidgets()
     m_Language = new QComboBox;
     m_Language->addItems({tr("plain text"), tr("regular expression"), tr("PROSITE pattern")});
     m_Language->setAccessibleName(tr("How it is written"));
+    // Before the search begins anew.
+    connect(m_Where, &QComboBox::currentIndexChanged, this, &FindBar::fitLanguages);
     m_Mismatches = new QSpinBox;
     m_Mismatches->setRange(0, kMostMismatches);
     m_Mismatches->setSuffix(tr(" mismatches"));
@@ -97,10 +103,8 @@ void FindBar::makeWidgets()
     QToolButton *const back = button(QStringLiteral("◀"), tr("Previous hit (Shift+F3)"));
     QToolButton *const forth = button(QStringLiteral("▶"), tr("Next hit (F3, Enter)"));
     QToolButton *const all = button(tr("Select All"), tr("Select all hits"));
-    for (QWidget *const widget :
-         std::initializer_list<QWidget *>{label, m_Text, m_Where, m_Language, m_Mismatches,
-                                          m_OnlySelected, back, forth, all, m_State})
-        addWidget(widget);
+    layOut({label, m_Text, m_Where, m_Language, m_Mismatches, m_OnlySelected},
+           {back, forth, all, m_State});
     nameInnerControls(*this);
 
     connect(m_Text, &QComboBox::editTextChanged, this, &FindBar::begin);
@@ -114,11 +118,50 @@ void FindBar::makeWidgets()
     connect(all, &QToolButton::clicked, this, &FindBar::selectAll);
 }
 
+// In two lines: in one, what is said of the hits would have no room in many a window.
+void FindBar::layOut(std::initializer_list<QWidget *> asking,
+                     std::initializer_list<QWidget *> going)
+{
+    auto *const lines = new QWidget;
+    auto *const layout = new QVBoxLayout(lines);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kGap / 3);
+    for (const auto &widgets : {asking, going}) {
+        auto *const line = new QHBoxLayout;
+        for (QWidget *const widget : widgets)
+            line->addWidget(widget);
+        layout->addLayout(line);
+        if (std::ranges::find(widgets, m_State) == widgets.end())
+            line->addStretch();
+    }
+    // Else the window would become as wide as the upper line.
+    lines->setMinimumWidth(1);
+    lines->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    addWidget(lines);
+}
+
+// A pattern of residues is none for names, which are looked for as text meanwhile.
+void FindBar::fitLanguages()
+{
+    const bool isInNames = m_Where->currentIndex() == 1;
+    const int pattern = int(PatternLanguage::Prosite);
+    // As the list's own model has it.
+    static_cast<QStandardItemModel &>(*m_Language->model()).item(pattern)->setEnabled(!isInNames);
+    const QSignalBlocker quiet(m_Language);
+    if (isInNames) {
+        m_IsPatternKept = m_Language->currentIndex() == pattern;
+        if (m_IsPatternKept)
+            m_Language->setCurrentIndex(int(PatternLanguage::Plain));
+    } else if (m_IsPatternKept && m_Language->currentIndex() == int(PatternLanguage::Plain)) {
+        m_Language->setCurrentIndex(pattern);
+    }
+}
+
 void FindBar::ask()
 {
     show();
     m_Text->lineEdit()->selectAll();
-    m_Text->setFocus(Qt::ShortcutFocusReason);
+    takeKeyboard(*m_Text);
     if (!m_Run)
         begin();
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include <initializer_list>
 #include <optional>
 
 class QCheckBox;
@@ -45,6 +46,8 @@ protected:
 
 private:
     void makeWidgets();
+    void layOut(std::initializer_list<QWidget *> asking, std::initializer_list<QWidget *> going);
+    void fitLanguages();
     void begin();
     void goOn();
     void go(int step);
@@ -66,6 +69,8 @@ private:
     QSpinBox *m_Mismatches = nullptr;
     QCheckBox *m_OnlySelected = nullptr;
     QLabel *m_State = nullptr;
+    // Chosen before names were to be searched.
+    bool m_IsPatternKept = false;
 };
 
 } // namespace companion

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "ControlNames.h"
+#include "Keyboard.h"
 #include "LineLabel.h"
 #include "Places.h"
 
@@ -53,7 +54,7 @@ void GoToBar::ask()
 {
     show();
     m_Place->selectAll();
-    m_Place->setFocus(Qt::ShortcutFocusReason);
+    takeKeyboard(*m_Place);
 }
 
 void GoToBar::keyPressEvent(QKeyEvent *event)

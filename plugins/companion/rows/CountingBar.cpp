@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "ControlNames.h"
+#include "Keyboard.h"
 #include "LineLabel.h"
 #include "SlicedWork.h"
 #include "Texts.h"
@@ -85,7 +86,7 @@ void CountingBar::ask()
 {
     show();
     if (m_First != nullptr)
-        m_First->setFocus(Qt::ShortcutFocusReason);
+        takeKeyboard(*m_First);
     countAnew();
 }
 

@@ -2,6 +2,7 @@
 #include "SelectBar.h"
 
 #include "ControlNames.h"
+#include "Keyboard.h"
 #include "LineLabel.h"
 #include "SlicedWork.h"
 #include "Texts.h"
@@ -245,7 +246,7 @@ void SelectBar::ask(SelectBy by)
     QWidget *const first = by == SelectBy::Block   ? m_RowFrom
                            : by == SelectBy::Names ? static_cast<QWidget *>(m_Name)
                                                    : m_Limit;
-    first->setFocus(Qt::ShortcutFocusReason);
+    takeKeyboard(*first);
     begin();
 }
 

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "FastTreeRun.h"
+#include "Keyboard.h"
 #include "LineLabel.h"
 #include "RowChanges.h"
 #include "TextColors.h"
@@ -143,7 +144,7 @@ void TreeDock::toggle()
     if (!isHidden())
         return hide();
     comeIntoSight();
-    m_View->setFocus(Qt::ShortcutFocusReason);
+    takeKeyboard(*m_View);
 }
 
 // However that happens: a session may bring the dock back.
