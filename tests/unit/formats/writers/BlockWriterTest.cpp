@@ -76,6 +76,15 @@ TEST(StockholmWriter, EveryKindOfAnnotationHasItsPlace)
                                                                       "//\n");
 }
 
+// As databases have it; the file was read before rows came or went.
+TEST(StockholmWriter, TheNumberOfSequencesIsThatOfTheRows)
+{
+    AlignmentRecord record = recordOf({{"a", "AC"}, {"b", "AC"}});
+    record.annotations = {{"SQ", "1000"}, {"SQ", "many"}};
+    EXPECT_EQ(textOf(record, optionsOf("stockholm"), writeStockholm),
+              "# STOCKHOLM 1.0\n#=GF SQ 2\n#=GF SQ many\n\na AC\nb AC\n//\n");
+}
+
 TEST(StockholmWriter, RowsAreInOnePiece)
 {
     EXPECT_EQ(
