@@ -8,6 +8,7 @@
 #include "PirTitle.h"
 
 #include <algorithm>
+#include <string>
 
 namespace TAMBO::formats {
 
@@ -220,9 +221,19 @@ bool FittedAlignment::hasCells(std::size_t row, const GappedSequence &readBack) 
            std::ranges::equal(readBack.occupancy, cells(row).occupancy);
 }
 
+std::vector<Annotation> FittedAlignment::remarks() const
+{
+    std::vector<Annotation> fitted = fittedRemarks(whole().annotations);
+    for (Annotation &said : fitted) {
+        if (said.tag == "SQ" && said.text.find_first_not_of("0123456789") == std::string::npos)
+            said.text = std::to_string(rowCount());
+    }
+    return fitted;
+}
+
 Result<void> FittedAlignment::checkAnnotation(const AlignmentRecord &readBack) const
 {
-    if (readBack.annotations != fittedRemarks(whole().annotations) ||
+    if (readBack.annotations != remarks() ||
         readBack.columnAnnotations != fittedLines(whole().columnAnnotations, width()))
         return different("its annotation differs");
     for (std::size_t i = 0; i < rowCount(); ++i) {

@@ -48,6 +48,9 @@ public:
     [[nodiscard]] std::string insertionText(std::size_t row) const;
     // In the file, if the format has any.
     [[nodiscard]] std::string description(std::size_t row) const;
+    // What is said of all of it, with the number of the rows brought up to date: some may have come
+    // or gone since the file was read.
+    [[nodiscard]] std::vector<Annotation> remarks() const;
     // Whether anything may be said of the row.
     [[nodiscard]] bool hasRemarks(std::size_t row) const;
     // What else is said of the row, if the format holds that.

@@ -7,7 +7,6 @@
 #include "TextBuffer.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 namespace TAMBO::formats {
@@ -21,16 +20,6 @@ void appendRemark(TextBuffer &text, std::string_view start, const Annotation &sa
     text.append(' ');
     text.append(said.text);
     text.append('\n');
-}
-
-// What counts the rows is brought up to date: rows may have come or gone.
-Annotation withRowCount(Annotation said, std::size_t count)
-{
-    const bool isCount =
-        said.tag == "SQ" && said.text.find_first_not_of("0123456789") == std::string::npos;
-    if (isCount)
-        said.text = std::to_string(count);
-    return said;
 }
 
 void appendLine(TextBuffer &text, std::string_view start, std::size_t place, std::string_view rest)
@@ -63,8 +52,8 @@ void writeStockholm(const FittedAlignment &alignment, TextSink &sink)
 {
     TextBuffer text(sink);
     text.append("# STOCKHOLM 1.0\n");
-    for (const Annotation &said : fittedRemarks(alignment.whole().annotations))
-        appendRemark(text, "#=GF ", withRowCount(said, alignment.rowCount()));
+    for (const Annotation &said : alignment.remarks())
+        appendRemark(text, "#=GF ", said);
     for (std::size_t row = 0; row < alignment.rowCount() && text.isOpen(); ++row) {
         if (!alignment.hasRemarks(row))
             continue;
