@@ -78,14 +78,16 @@ TEST_F(DialogsByHand, ADialogComesUpOverTheEditor)
     waitForWindows("Save As", 0);
 }
 
-TEST_F(DialogsByHand, EscapeAndCtrlShiftATakeTheSelectionBackInAnEditor)
+TEST_F(DialogsByHand, EscapeAndCtrlShiftATakeTheSelectionBackInAnEditorAndAKeyBringsItBack)
 {
     const QString editor = open();
-    for (const char *const keys : {"Escape Escape", "ctrl+shift+a"}) {
-        m_Screen.click(m_Grid.middle(0, 1));
+    m_Screen.click(m_Grid.middle(0, 1));
+    for (const char *const keys : {"Escape", "ctrl+shift+a"}) {
         waitForColor(m_Grid.ground(0, 1), selectedColorOf('C'));
         m_Screen.pressKey(editor, keys);
         waitForColor(m_Grid.ground(0, 1), colorOf('C'));
+        m_Screen.pressKey(keys[0] == 'E' ? editor : window("Tambo"), "ctrl+shift+l");
+        waitForColor(m_Grid.ground(0, 1), selectedColorOf('C'));
     }
     EXPECT_TRUE(isRunning());
 }

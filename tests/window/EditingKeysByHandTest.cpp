@@ -74,9 +74,12 @@ TEST_F(EditingByKeys, ABlockIsDrawnWithAltAndItsResiduesAreSelectedByKeys)
     // Not beside the cursor, whose frame covers some of it.
     waitForLetter(m_Grid.ground(2, 7), row(2)[7]);
     waitForLetter(m_Grid.ground(0, 2), row(0)[2]);
-    keys("Escape Escape");
+    keys("Escape");
     waitForSelected(1, 2, row(1)[2], false);
     waitForSelected(3, 4, row(3)[4], false);
+    keys("ctrl+shift+l");
+    waitForSelected(1, 2, row(1)[2]);
+    waitForSelected(3, 4, row(3)[4]);
 }
 
 TEST_F(EditingByKeys, AllRowsOfABlockAreDraggedAndAllOrNone)

@@ -22,7 +22,9 @@
 #include "RenumberDialog.h"
 #include "RenumberTable.h"
 #include "SavedPlaces.h"
+#include "Selections.h"
 #include "Space.h"
+#include "StatusLine.h"
 #include "StoredObject.h"
 #include "Structure.h"
 #include "StructuresDialog.h"
@@ -92,6 +94,12 @@ bool hasSequence(const Compound &object)
     }
 }
 
+QString residuesText(std::size_t count)
+{
+    return count == 1 ? ObjectCommands::tr("1 residue")
+                      : ObjectCommands::tr("%L1 residues").arg(count);
+}
+
 QString wholeName(const ObjectCommands::Objects &objects)
 {
     return objects.size() == 1 ? fullNameText(*objects.front())
@@ -152,8 +160,29 @@ void ObjectCommands::selectNone()
     const DataPoint<Space> guard(nullptr, Space::instance());
     if (!guard.m_good)
         return;
-    for (Compound *object : *Space::instance())
-        object->SetSelected(false);
+    const SelectedCount count = Selections::deselectAll();
+    if (count.isNone())
+        StatusLine::Say(tr("Nothing is selected."));
+    else if (count.residues == 0)
+        StatusLine::Say(tr("Nothing is selected any more; Select Again in the menu Edit selects "
+                           "again what was."));
+    else
+        StatusLine::Say(tr("Deselected %1; Select Again in the menu Edit takes that back.")
+                            .arg(residuesText(count.residues)));
+}
+
+void ObjectCommands::selectAgain()
+{
+    const DataPoint<Space> guard(nullptr, Space::instance());
+    if (!guard.m_good)
+        return;
+    const SelectedCount count = Selections::selectAgain();
+    if (count.isNone())
+        StatusLine::Say(tr("Nothing of what was deselected last is left to be selected again."));
+    else if (count.residues == 0)
+        StatusLine::Say(tr("What was deselected is selected again."));
+    else
+        StatusLine::Say(tr("Selected %1 again.").arg(residuesText(count.residues)));
 }
 
 void ObjectCommands::color(const Objects &objects, const QColor &color)

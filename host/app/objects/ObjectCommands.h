@@ -54,7 +54,9 @@ public:
     // When that takes long and the user gives it up, it stops where it is and gives false.
     static bool select(const Objects &objects, bool selected);
     static void changeSelection(const Objects &selected, const Objects &deselected);
+    // What was selected is kept until the next time. Both say what came of them in the status line.
     static void selectNone();
+    static void selectAgain();
     static void color(const Objects &objects, const QColor &color);
     static void rename(Compound &object, const QString &name);
     static void setLocked(const Objects &objects, bool locked);

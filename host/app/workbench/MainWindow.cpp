@@ -226,9 +226,12 @@ void MainWindow::makeEditMenu()
     menu->addSeparator();
     menu->addAction(tr("Select &None"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
                     [this] {
-                        m_Tree->clearSelection();
+                        // First, since the tree deselects what is picked in it.
                         ObjectCommands::selectNone();
+                        m_Tree->clearSelection();
                     });
+    menu->addAction(tr("Select A&gain"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L), this,
+                    &ObjectCommands::selectAgain);
     menu->addSeparator();
     m_Rename = menu->addAction(tr("&Rename…"), this, [this] {
         const std::vector<Compound *> objects = m_Tree->pickedObjects();

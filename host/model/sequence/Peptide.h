@@ -132,6 +132,13 @@ public:
     [[nodiscard]] std::size_t selectedCount() const noexcept;
     void select(std::unique_ptr<ResidueSelection> residues);
     void deselect(const ResidueSelection &residues);
+    // Takes the residues that it owns itself out of the selection, and keeps which they were, under
+    // a number that is not 0, until they are asked for or others are kept. How many they were.
+    std::size_t keepDeselected(std::uint32_t time);
+    // Selects what is kept under the number, which is kept no longer. How many these are.
+    std::size_t selectKept(std::uint32_t time);
+    // What is kept under another number is kept no longer.
+    void forgetKept(std::uint32_t otherThan) noexcept;
     // Adds the selected ones of the residues [begin, end).
     void addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const;
 

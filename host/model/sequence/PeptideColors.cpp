@@ -226,6 +226,33 @@ void Peptide::deselect(const ResidueSelection &residues)
         kept.reset();
 }
 
+std::size_t Peptide::keepDeselected(std::uint32_t time)
+{
+    if (selection() == nullptr)
+        return 0;
+    const ChangeScope scope;
+    extras().deselected = std::move(extras().selection);
+    extras().deselectedAt = time;
+    growSelectionRevision();
+    noteStoredMarks(*this);
+    return extras().deselected->count();
+}
+
+std::size_t Peptide::selectKept(std::uint32_t time)
+{
+    if (m_Extras == nullptr || m_Extras->deselected == nullptr || m_Extras->deselectedAt != time)
+        return 0;
+    const std::size_t count = m_Extras->deselected->count();
+    select(std::move(m_Extras->deselected));
+    return count;
+}
+
+void Peptide::forgetKept(std::uint32_t otherThan) noexcept
+{
+    if (m_Extras != nullptr && m_Extras->deselectedAt != otherThan)
+        m_Extras->deselected.reset();
+}
+
 void Peptide::addSelected(std::size_t begin, std::size_t end, ResidueSelection &out) const
 {
     const auto visit = [&](const Peptide &owner, std::size_t there, std::size_t here,

@@ -8,6 +8,7 @@
 #include "ResidueTies.h"
 #include "SequenceColors.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace TAMBO {
@@ -32,6 +33,9 @@ struct PeptideExtras
     // Null while there is nothing to be said.
     std::unique_ptr<NumberSlot> numbers;
     std::unique_ptr<ResidueSelection> selection;
+    // What was selected before everything was deselected, and at which of these times.
+    std::unique_ptr<ResidueSelection> deselected;
+    std::uint32_t deselectedAt = 0;
     std::unique_ptr<ResidueTies> ties;
     std::unique_ptr<StructureContents> contents;
 };

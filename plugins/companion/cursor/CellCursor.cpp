@@ -8,7 +8,6 @@
 #include "SlicedWork.h"
 #include "Texts.h"
 
-#include <QApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -128,8 +127,6 @@ CellCursor::CellCursor(TAMBO::AlignmentWindow &window, News news)
     m_Walking.callOnTimeout([this] { goOnWalking(); });
     m_Scrolling.setInterval(kBetweenScrolls);
     m_Scrolling.callOnTimeout([this] { drawTo(*m_Pointer); });
-    QObject::connect(qApp, &QApplication::focusChanged, &m_Scrolling,
-                     [this] { m_IsAboutToDeselect = false; });
 }
 
 CellCursor::~CellCursor() = default;
@@ -356,7 +353,6 @@ bool CellCursor::handleKey(const QKeyEvent &key)
     const Qt::KeyboardModifiers modifiers = withoutKeypad(key);
     if (key.key() == Qt::Key_Escape && modifiers == Qt::NoModifier)
         return handleEscape(key);
-    m_IsAboutToDeselect = false;
     if (key.key() == Qt::Key_Space && modifiers == Qt::ControlModifier && m_Place) {
         toggleSelected();
         return true;
@@ -401,31 +397,13 @@ bool CellCursor::handleEscape(const QKeyEvent &key)
     // Who holds the key down wants one thing to end.
     if (key.isAutoRepeat())
         return true;
-    if (hasBlock())
+    if (hasBlock()) {
         set(m_Place);
-    else if (!askOrDeselect()) {
+    } else if (!m_News.deselect || !m_News.deselect()) {
         if (!m_Place)
             return false;
         set(std::nullopt);
     }
-    return true;
-}
-
-// No undo brings a selection back, and whoever closes a bar may press the key once too often.
-bool CellCursor::askOrDeselect()
-{
-    const bool isAsked = std::exchange(m_IsAboutToDeselect, false);
-    if (!m_News.isAnySelected || !m_News.isAnySelected())
-        return false;
-    if (isAsked) {
-        if (!m_News.deselect || !m_News.deselect())
-            return false;
-        m_News.tell(tr("Nothing is selected any more."));
-        return true;
-    }
-    m_IsAboutToDeselect = true;
-    m_News.tell(tr("Escape once more takes everything out of the selection, which cannot be "
-                   "undone."));
     return true;
 }
 
@@ -518,7 +496,6 @@ bool CellCursor::handle(TAMBO::AlignmentWindow &, WindowArea, QEvent &event)
         return handleKey(static_cast<const QKeyEvent &>(event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        m_IsAboutToDeselect = false;
         return handlePress(static_cast<const QMouseEvent &>(event));
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:

@@ -24,8 +24,8 @@ namespace companion {
 // pages move it, Ctrl and an arrow to the next change between gap and residue, and the window shows
 // the cell where it is. With Shift they draw the block from where the cursor was; so does a drag
 // with Alt, or with Ctrl and Shift. Ctrl and Space select the residues of the block or deselect
-// them. Escape ends a drag, else drops the block, else deselects when it is pressed twice, else
-// takes the cursor away. A click takes the cursor along, if it is there, and is the window's.
+// them. Escape ends a drag, else drops the block, else deselects, else takes the cursor away. A
+// click takes the cursor along, if it is there, and is the window's.
 class CellCursor : public TAMBO::AlignmentViewObserver,
                    public TAMBO::CellOverlay,
                    public TAMBO::CellEventFilter
@@ -41,9 +41,8 @@ public:
         std::function<void(const QString &)> tell;
         // Whether something was dragged, and is not any more.
         std::function<bool()> endDrag = {};
-        // Escape with nothing of the cursor's to drop: whether something is selected.
-        std::function<bool()> isAnySelected = {};
-        // False when nothing can be deselected now.
+        // Escape with nothing of the cursor's to drop. False when nothing is selected, or nothing
+        // can be deselected now.
         std::function<bool()> deselect = {};
     };
 
@@ -87,8 +86,6 @@ private:
     [[nodiscard]] Place target(int key, bool isCtrl) const;
     bool handleKey(const QKeyEvent &key);
     bool handleEscape(const QKeyEvent &key);
-    // False when there is nothing to take out of the selection.
-    bool askOrDeselect();
     bool handlePress(const QMouseEvent &mouse);
     bool handleDrag(const QMouseEvent &mouse);
     void toggleSelected();
@@ -115,8 +112,6 @@ private:
     // While a block is drawn with the mouse.
     std::optional<QPoint> m_Pointer;
     QTimer m_Scrolling;
-    // Escape was pressed last, and would deselect the next time.
-    bool m_IsAboutToDeselect = false;
 };
 
 } // namespace companion

@@ -51,13 +51,14 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Quiet(window, [this](const QString &text) { m_Place.tell(text); }),
       m_Marks(window),
       m_Access(window),
-      m_Cursor(window, {[this](const CellCursor::Place &cell) {
-                            m_Place.setCursor(cell);
-                            m_Access.setCursor(cell);
-                        },
-                        [this](const QString &text) { m_Place.tell(text); },
-                        [this] { return m_ColumnDrag.giveUp(); },
-                        [this] { return isAnySelectedOf(m_Window.alignment()); }, &selectNothing}),
+      m_Cursor(window,
+               {[this](const CellCursor::Place &cell) {
+                    m_Place.setCursor(cell);
+                    m_Access.setCursor(cell);
+                },
+                [this](const QString &text) { m_Place.tell(text); },
+                [this] { return m_ColumnDrag.giveUp(); },
+                [this] { return isAnySelectedOf(m_Window.alignment()) && selectNothing(); }}),
       m_Editing(window, m_Cursor,
                 {[this](const QString &text) { m_Place.tell(text); },
                  [this](const QString &text) { tell(text); }}),
@@ -197,6 +198,20 @@ void Companion::copyAsFasta()
     // The window, and this with it, may have gone meanwhile.
     if (window != nullptr)
         tell(told);
+}
+
+bool Companion::selectNothing()
+{
+    const std::optional<TAMBO::SelectedCount> count = companion::selectNothing();
+    if (count)
+        m_Place.tell(deselectedText(*count));
+    return count && !count->isNone();
+}
+
+void Companion::selectAgain()
+{
+    if (const std::optional<TAMBO::SelectedCount> count = companion::selectAgain())
+        m_Place.tell(selectedAgainText(*count));
 }
 
 void Companion::selectAll()

@@ -86,6 +86,9 @@ public:
     DuplicatesDialog *showDuplicates();
     // The block, or the selected rows.
     void copyAsFasta();
+    // In all windows. False when nothing was selected, or nothing can be deselected now.
+    bool selectNothing();
+    void selectAgain();
     // Of the alignment that is shown.
     void selectAll();
     void invertSelection();

@@ -200,6 +200,7 @@ TEST_F(WorkbenchTest, TheMenusHoldTheCommandsWithTheirKeys)
         {"Edit", "Undo", QKeySequence("Ctrl+Z")},
         {"Edit", "Redo", QKeySequence("Ctrl+Shift+Z")},
         {"Edit", "Select None", QKeySequence("Ctrl+Shift+A")},
+        {"Edit", "Select Again", QKeySequence("Ctrl+Shift+L")},
         {"Edit", "Delete", QKeySequence("Del")},
         {"Help", "Contents", QKeySequence("F1")},
         {"Help", "Plug-ins…", QKeySequence()},
@@ -244,6 +245,10 @@ TEST_F(WorkbenchTest, SelectNoneClearsPicksAndSelections)
     EXPECT_FALSE(structure.IsSelected());
     EXPECT_FALSE(other.isSelected(1));
     EXPECT_TRUE(window().tree().pickedObjects().empty());
+    menuEntry("Edit", "Select Again")->trigger();
+    EXPECT_TRUE(structure.IsSelected());
+    EXPECT_TRUE(other.isSelected(1));
+    EXPECT_EQ(other.selectedCount(), 1U);
 }
 
 TEST_F(WorkbenchTest, ANameTypedIntoTheTreeIsTakenInOneStep)

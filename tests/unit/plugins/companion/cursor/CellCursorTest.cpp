@@ -7,7 +7,6 @@
 #include "support/WaitUntil.h"
 
 #include <QKeyEvent>
-#include <QLineEdit>
 
 #include <random>
 
@@ -108,44 +107,98 @@ TEST_F(Cursor, EscapeDropsTheBlockThenDeselectsThenTakesTheCursorAway)
     key(Qt::Key_Escape);
     EXPECT_FALSE(cursor().hasBlock());
     EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    keys({Qt::Key_Escape, Qt::Key_Escape});
+    key(Qt::Key_Escape);
     EXPECT_TRUE(cursor().place());
     EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
     key(Qt::Key_Escape);
     EXPECT_FALSE(cursor().place());
 }
 
-TEST_F(Cursor, EscapeDeselectsWithoutACursorWhenItIsPressedTwice)
+TEST_F(Cursor, EscapeDeselectsAtOnceAndSaysHowToSelectAgain)
 {
     click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    click(cells(), Qt::LeftButton, middleOf({3, 1}));
     ASSERT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
     key(Qt::Key_Escape);
-    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    EXPECT_EQ(line(), "Escape once more takes everything out of the selection, which cannot be "
-                      "undone.");
-    key(Qt::Key_Escape);
     EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    EXPECT_EQ(line(), "Nothing is selected any more.");
+    EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 3));
+    EXPECT_EQ(line(), "Deselected 2 residues; Ctrl+Shift+L selects them again.");
     EXPECT_EQ(history.size(), 0U) << "the selection is no step of undo";
+    m_Companion->selectAgain();
+    EXPECT_TRUE(m_Shown.getItem(0, 0)->IsSelected());
+    EXPECT_TRUE(m_Shown.getItem(3, 1)->IsSelected());
+    EXPECT_EQ(line(), "Selected 2 residues again.");
 }
 
-TEST_F(Cursor, EscapeThatIsHeldDownOrPressedAfterSomethingElseKeepsTheSelection)
+TEST_F(Cursor, EscapeThatIsHeldDownDoesOneThing)
 {
     click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    cursor().setBlock({0, 0}, {1, 3});
     key(Qt::Key_Escape);
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(), true);
     QCoreApplication::sendEvent(&view(), &held);
+    EXPECT_FALSE(cursor().hasBlock());
     EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    key(Qt::Key_Right);
     key(Qt::Key_Escape);
-    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
-    // As to a bar and back, which takes an Escape, too.
-    QLineEdit bar(cells()->window());
-    bar.show();
-    bar.setFocus();
-    view().setFocus();
+    QCoreApplication::sendEvent(&view(), &held);
+    EXPECT_FALSE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    EXPECT_TRUE(cursor().place());
+}
+
+TEST_F(Cursor, SelectAgainFindsItsResiduesAfterEditsOfRowsAndColumns)
+{
+    const std::string name = m_Shown.GetSeqName(3);
+    cursor().setBlock({2, 0}, {3, 3});
+    key(Qt::Key_Space, Qt::ControlModifier);
+    std::vector<TAMBO::Compound *> selected;
+    for (unsigned long row = 2; row < 4; ++row)
+        for (unsigned long col = 0; col < 4; ++col)
+            if (TAMBO::Compound *const residue = m_Shown.getItem(row, col))
+                selected.push_back(residue);
+    ASSERT_FALSE(selected.empty());
+    ASSERT_TRUE(m_Companion->selectNothing());
+    {
+        const DataPoint<TAMBO::Alignment> guard(nullptr, &m_Shown);
+        m_Shown.insertGapCol(0, 5);
+        m_Shown.removeRow(3);
+        m_Shown.bubbleRow(2, 10);
+    }
+    m_Companion->selectAgain();
+    for (const TAMBO::Compound *const residue : selected)
+        EXPECT_TRUE(residue->IsSelected()) << "also of a row that is not shown any more";
+    history.undo();
+    EXPECT_EQ(m_Shown.GetSeqName(3), name);
+    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 3));
+    m_Companion->selectAgain();
+    EXPECT_EQ(line(), "Nothing of what was deselected last is left to be selected again.");
+}
+
+TEST_F(Cursor, DeselectingNothingKeepsWhatWasSelectedBefore)
+{
+    click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    EXPECT_TRUE(m_Companion->selectNothing());
+    EXPECT_EQ(line(), "Deselected 1 residue; Ctrl+Shift+L selects it again.");
+    EXPECT_FALSE(m_Companion->selectNothing());
+    EXPECT_EQ(line(), "Nothing is selected.");
+    m_Companion->selectAgain();
+    EXPECT_TRUE(m_Shown.getItem(0, 0)->IsSelected());
+    EXPECT_EQ(line(), "Selected 1 residue again.");
+}
+
+TEST_F(Cursor, SelectAgainAddsToWhatIsSelectedMeanwhileAndIsSeenInEveryWindow)
+{
+    click(cells(), Qt::LeftButton, middleOf({0, 0}));
+    QWidget *const other = served(show(m_Shown, {700, 400})).areaWidget(TAMBO::WindowArea::Cells);
+    const QImage before = pictureOf(other);
     key(Qt::Key_Escape);
-    EXPECT_TRUE(TAMBO::AlignmentDetails::hasSelected(m_Shown, 0));
+    EXPECT_NE(pictureOf(other), before);
+    m_Companion->selectAgain();
+    EXPECT_EQ(pictureOf(other), before);
+    key(Qt::Key_Escape);
+    click(cells(), Qt::LeftButton, middleOf({5, 0}));
+    m_Companion->selectAgain();
+    EXPECT_TRUE(m_Shown.getItem(0, 0)->IsSelected());
+    EXPECT_TRUE(m_Shown.getItem(5, 0)->IsSelected());
 }
 
 TEST_F(Cursor, EscapeEndsTheDrawingOfABlockAndKeepsWhatIsSelected)
