@@ -27,21 +27,6 @@ constexpr int kBorder = 5;
 // Of an alignment that is shown: more names would be seen only after a while.
 constexpr unsigned long kLookedAt = 1000;
 
-// What the window writes behind a name, so that the place of the name is known.
-const QString kSelectedMark = QStringLiteral("  X");
-const QString kUnselectedMark = QStringLiteral("  O");
-
-QString nameOf(const TAMBO::Alignment &alignment, unsigned long row)
-{
-    return QString::fromStdString(alignment.GetSeqName(row));
-}
-
-// Between the marks and the cells.
-int margin(const TAMBO::AlignmentWindow &window)
-{
-    return window.ownCellSize().width();
-}
-
 } // namespace
 
 NameColumn::NameColumn(TAMBO::AlignmentWindow &window)
@@ -69,8 +54,8 @@ int NameColumn::neededWidth(unsigned long begin, unsigned long end) const
     const QFontMetrics metrics(*font);
     int widest = 0;
     for (unsigned long row = begin; row < end; ++row)
-        widest = std::max(widest, metrics.horizontalAdvance(nameOf(*alignment, row)));
-    return widest + metrics.horizontalAdvance(kSelectedMark) + margin(*window());
+        widest = std::max(widest, metrics.horizontalAdvance(shownName(*alignment, row)));
+    return widest + metrics.horizontalAdvance(kSelectedMark) + marginOfNames(*window());
 }
 
 void NameColumn::fitVisible()
@@ -106,7 +91,7 @@ void NameColumn::paint(QPainter &painter, const TAMBO::AlignmentWindow &window,
     if (alignment == nullptr)
         return;
     paintNames(painter, exposed);
-    const int third = std::max(1, margin(window) / 3);
+    const int third = std::max(1, marginOfNames(window) / 3);
     for (unsigned long row = exposed.cells.rowBegin; row < exposed.cells.rowEnd; ++row) {
         if (!alignment->isRowSelected(row))
             continue;
@@ -124,11 +109,11 @@ void NameColumn::paintNames(QPainter &painter, const TAMBO::OverlayExposure &exp
     if (!font)
         return;
     const QFontMetrics metrics(*font);
-    const int right = window.nameWidth() - margin(window);
+    const int right = window.nameWidth() - marginOfNames(window);
     const int room = right - metrics.horizontalAdvance(kSelectedMark);
     painter.setFont(*font);
     for (unsigned long row = exposed.cells.rowBegin; row < exposed.cells.rowEnd; ++row) {
-        const QString name = nameOf(*alignment, row);
+        const QString name = shownName(*alignment, row);
         const QString cut = cutInTheMiddle(name, room, metrics);
         // The window's own picture of a name that has room is right.
         if (cut.size() == name.size())
@@ -136,7 +121,7 @@ void NameColumn::paintNames(QPainter &painter, const TAMBO::OverlayExposure &exp
         QRect place = window.blockRect({row, row + 1, 0, 1}, WindowArea::Names);
         const bool isSelected = alignment->isRowSelected(row);
         painter.fillRect(place, Qt::white);
-        painter.setPen(isSelected ? Qt::green : Qt::black);
+        painter.setPen(isSelected ? kSelectedText : QColor(Qt::black));
         place.setRight(place.left() + right - 1);
         // As the window places it: letters of its own size stand at the upper edge.
         if (window.cellSize() == window.ownCellSize())
@@ -200,7 +185,7 @@ void NameColumn::showToolTip(const QPoint &place, const QPoint &global) const
     if (!row || window()->alignment() == nullptr)
         return QToolTip::hideText();
     // A name may look like markup.
-    QToolTip::showText(global, nameOf(*window()->alignment(), *row).toHtmlEscaped(),
+    QToolTip::showText(global, shownName(*window()->alignment(), *row).toHtmlEscaped(),
                        window()->areaWidget(WindowArea::Names),
                        window()->blockRect({*row, *row + 1, 0, 1}, WindowArea::Names));
 }

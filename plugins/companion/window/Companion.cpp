@@ -45,6 +45,7 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
     : m_Window(window),
       m_Caption(window),
       m_Names(window),
+      m_NamePresses(window),
       m_Zoom(window),
       m_Empty(window),
       m_Place(window),

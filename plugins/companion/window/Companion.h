@@ -22,6 +22,7 @@
 #include "LegendBar.h"
 #include "LegendFollower.h"
 #include "NameColumn.h"
+#include "NamePresses.h"
 #include "Overview.h"
 #include "PageDialog.h"
 #include "PlaceLine.h"
@@ -103,6 +104,7 @@ private:
     TAMBO::AlignmentWindow &m_Window;
     Caption m_Caption;
     NameColumn m_Names;
+    NamePresses m_NamePresses;
     Zoom m_Zoom;
     EmptyHint m_Empty;
     PlaceLine m_Place;

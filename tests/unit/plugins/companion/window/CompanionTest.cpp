@@ -155,6 +155,105 @@ TEST_F(LongNames, AreCutInTheMiddleAndWholeInTheToolTip)
               own.copy(place.width() - 10, 0, 10, place.height()));
 }
 
+TEST_F(LongNames, ThatAreCutCanBeReadWhenTheirRowIsSelected)
+{
+    QWidget *const names = m_Served->areaWidget(WindowArea::Names);
+    {
+        TAMBO::Alignment &alignment = *m_Served->alignment();
+        const DataPoint<TAMBO::Alignment> change(nullptr, &alignment);
+        alignment.selectInRow(1, {0, alignment.width()});
+    }
+    QCoreApplication::processEvents();
+    const QRect place = m_Served->blockRect({1, 2, 0, 1}, WindowArea::Names);
+    const QImage picture =
+        pictureOf(names).copy(place.adjusted(0, 0, -2 * m_Served->ownCellSize().width(), 0));
+    const QColor ground = picture.pixelColor(0, 0);
+    double best = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            best = std::max(best, contrastOf(picture.pixelColor(x, y), ground));
+            EXPECT_NE(picture.pixelColor(x, y), Qt::green);
+        }
+    EXPECT_GE(best, kReadableContrast);
+}
+
+// ---- Presses beside names
+
+class BesideNames : public AlignmentCompanion
+{
+protected:
+    BesideNames()
+    {
+        m_Served->setNameWidth(300);
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] QPoint leftOf(unsigned long row) const
+    {
+        return {3, m_Served->blockRect({row, row + 1, 0, 1}, WindowArea::Names).center().y()};
+    }
+    [[nodiscard]] QPoint nameOf(unsigned long row) const
+    {
+        return leftOf(row) + QPoint(300 - 3 * m_Served->ownCellSize().width(), 0);
+    }
+    [[nodiscard]] QWidget *names() const { return m_Served->areaWidget(WindowArea::Names); }
+};
+
+TEST_F(BesideNames, APressLeftOfAShortNameSelectsItsRow)
+{
+    press(names(), Qt::LeftButton, leftOf(2));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(m_Shown.isRowSelected(2));
+    release(names(), Qt::LeftButton, leftOf(2));
+    EXPECT_TRUE(m_Shown.isRowSelected(2)) << "once";
+    // Before the press has been handed on.
+    click(names(), Qt::LeftButton, leftOf(3));
+    EXPECT_TRUE(m_Shown.isRowSelected(3));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(m_Shown.isRowSelected(3)) << "once";
+    click(names(), Qt::LeftButton, nameOf(3));
+    EXPECT_FALSE(m_Shown.isRowSelected(3)) << "as a press on the name";
+}
+
+TEST_F(BesideNames, ARowIsDraggedFromThereAndLetGoThere)
+{
+    const std::string moved = m_Shown.GetSeqName(2);
+    press(names(), Qt::LeftButton, leftOf(2));
+    move(names(), Qt::LeftButton, leftOf(4));
+    move(names(), Qt::LeftButton, leftOf(5));
+    release(names(), Qt::LeftButton, leftOf(5));
+    EXPECT_EQ(m_Shown.GetSeqName(5), moved);
+    // From the name to a place beside one, and from there to a name.
+    press(names(), Qt::LeftButton, nameOf(5));
+    release(names(), Qt::LeftButton, leftOf(1));
+    EXPECT_EQ(m_Shown.GetSeqName(1), moved);
+    press(names(), Qt::LeftButton, leftOf(1));
+    QCoreApplication::processEvents();
+    release(names(), Qt::LeftButton, nameOf(0));
+    EXPECT_EQ(m_Shown.GetSeqName(0), moved);
+}
+
+TEST_F(BesideNames, OtherButtonsAndKeysMeanThereWhatTheyMeanAtTheName)
+{
+    const unsigned long rows = m_Shown.height();
+    const std::string next = m_Shown.GetSeqName(3);
+    mouse(names(), QEvent::MouseButtonPress, Qt::MiddleButton, leftOf(2), Qt::MiddleButton,
+          Qt::ShiftModifier);
+    release(names(), Qt::MiddleButton, leftOf(2));
+    EXPECT_EQ(m_Shown.height(), rows - 1);
+    EXPECT_EQ(m_Shown.GetSeqName(2), next);
+}
+
+TEST_F(BesideNames, BelowTheLastRowAPressDoesNothing)
+{
+    m_Window->Populate(&alignment({"ACD", "ACE"}, "few"));
+    QCoreApplication::processEvents();
+    m_Served->setNameWidth(300);
+    click(names(), Qt::LeftButton, leftOf(1) + QPoint(0, 60));
+    QCoreApplication::processEvents();
+    for (unsigned long row = 0; row < 2; ++row)
+        EXPECT_FALSE(m_Served->alignment()->isRowSelected(row));
+}
+
 TEST_F(LongNames, KeepTheWidthThatTheUserHasChosen)
 {
     QWidget *const names = m_Served->areaWidget(WindowArea::Names);
@@ -306,7 +405,7 @@ TEST_F(AlignmentCompanion, KeysOfTheWorkbenchAreShownInTheMenuAndNotTakenThere)
             ++shown;
         }
     }
-    EXPECT_EQ(shown, 3U);
+    EXPECT_EQ(shown, 4U);
 }
 
 TEST_F(AlignmentCompanion, KeysAreNoneOfTheWindowsOwn)
