@@ -36,6 +36,8 @@ constexpr int kMostRemembered = 20;
 constexpr int kGap = 6;
 constexpr int kTextLetters = 26;
 constexpr int kMostMismatches = 20;
+// So many hits in rows in sight are looked at for one that is in sight.
+constexpr int kMostLooks = 4096;
 
 constexpr char kValuesOf[] = "companion";
 constexpr char kHistory[] = "found";
@@ -107,11 +109,11 @@ void FindBar::makeWidgets()
            {back, forth, all, m_State});
     nameInnerControls(*this);
 
-    connect(m_Text, &QComboBox::editTextChanged, this, &FindBar::begin);
-    connect(m_Where, &QComboBox::currentIndexChanged, this, &FindBar::begin);
-    connect(m_Language, &QComboBox::currentIndexChanged, this, &FindBar::begin);
-    connect(m_Mismatches, &QSpinBox::valueChanged, this, &FindBar::begin);
-    connect(m_OnlySelected, &QCheckBox::toggled, this, &FindBar::begin);
+    connect(m_Text, &QComboBox::editTextChanged, this, &FindBar::beginAsked);
+    connect(m_Where, &QComboBox::currentIndexChanged, this, &FindBar::beginAsked);
+    connect(m_Language, &QComboBox::currentIndexChanged, this, &FindBar::beginAsked);
+    connect(m_Mismatches, &QSpinBox::valueChanged, this, &FindBar::beginAsked);
+    connect(m_OnlySelected, &QCheckBox::toggled, this, &FindBar::beginAsked);
     connect(m_Text->lineEdit(), &QLineEdit::returnPressed, this, &FindBar::next);
     connect(back, &QToolButton::clicked, this, &FindBar::previous);
     connect(forth, &QToolButton::clicked, this, &FindBar::next);
@@ -191,11 +193,14 @@ void FindBar::giveUp()
     m_Marks.setRun(nullptr);
     m_Run.reset();
     m_Present.reset();
+    m_IsFirstWanted = false;
 }
 
 void FindBar::alignmentShown()
 {
     giveUp();
+    m_FromRow = 0;
+    m_ScrolledTo.reset();
     if (!isHidden())
         begin();
 }
@@ -206,7 +211,20 @@ void FindBar::layoutRebuilt()
         begin();
 }
 
+void FindBar::scrolled()
+{
+    const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    if (shown.scrollPosition() != m_ScrolledTo)
+        m_FromRow = shown.visibleCells().rowBegin;
+}
+
 // ---- Searching
+
+void FindBar::beginAsked()
+{
+    begin();
+    m_IsFirstWanted = m_Run.has_value();
+}
 
 void FindBar::begin()
 {
@@ -240,7 +258,53 @@ void FindBar::goOn()
         m_Slices.stop();
     if (m_Run->hits().size() != before)
         m_Marks.refresh();
+    if (m_IsFirstWanted)
+        showFirst();
     showState();
+}
+
+void FindBar::showFirst()
+{
+    const std::vector<Hit> &hits = m_Run->hits();
+    const unsigned long lastRow = AlignmentViewObserver::window()->visibleCells().rowEnd;
+    const bool isKnown =
+        m_Run->isDone() || (!hits.empty() && hits.back().row >= std::max(m_FromRow, lastRow));
+    if (!isKnown)
+        return;
+    m_IsFirstWanted = false;
+    if (!hits.empty() && !isAnyInSight())
+        bringIntoSight(hits[firstFrom(m_FromRow)]);
+}
+
+bool FindBar::isAnyInSight() const
+{
+    const TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    const TAMBO::CellBlock cells = shown.visibleCells();
+    const std::vector<Hit> &hits = m_Run->hits();
+    int looks = 0;
+    for (std::size_t i = firstFrom(cells.rowBegin);
+         i < hits.size() && hits[i].row >= cells.rowBegin && hits[i].row < cells.rowEnd; ++i) {
+        if (hits[i].isName())
+            return true;
+        const auto [begin, end] = columnsOf(*shown.alignment(), hits[i]);
+        // Of so many some are, or one more look takes too long.
+        if ((begin < cells.colEnd && end > cells.colBegin) || ++looks == kMostLooks)
+            return true;
+    }
+    return false;
+}
+
+void FindBar::bringIntoSight(const Hit &hit)
+{
+    TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
+    if (hit.isName()) {
+        shown.showCell({hit.row, shown.visibleCells().colBegin});
+    } else {
+        const auto [begin, end] = columnsOf(*shown.alignment(), hit);
+        shown.showCell({hit.row, end - 1});
+        shown.showCell({hit.row, begin});
+    }
+    m_ScrolledTo = shown.scrollPosition();
 }
 
 void FindBar::showState()
@@ -270,7 +334,11 @@ QString FindBar::nothingText() const
 
 std::size_t FindBar::firstInSight() const
 {
-    const unsigned long row = AlignmentViewObserver::window()->visibleCells().rowBegin;
+    return firstFrom(AlignmentViewObserver::window()->visibleCells().rowBegin);
+}
+
+std::size_t FindBar::firstFrom(unsigned long row) const
+{
     const std::vector<Hit> &hits = m_Run->hits();
     const auto found = std::ranges::lower_bound(hits, row, {}, &Hit::row);
     return found == hits.end() ? 0 : static_cast<std::size_t>(found - hits.begin());
@@ -292,15 +360,9 @@ void FindBar::go(int step)
         m_Present = step > 0 ? firstInSight() : (firstInSight() + count - 1) % count;
     else
         m_Present = (*m_Present + (step > 0 ? 1 : count - 1)) % count;
-    TAMBO::AlignmentWindow &shown = *AlignmentViewObserver::window();
-    const Hit &hit = m_Run->hits()[*m_Present];
-    if (hit.isName()) {
-        shown.showCell({hit.row, shown.visibleCells().colBegin});
-    } else {
-        const auto [begin, end] = columnsOf(*shown.alignment(), hit);
-        shown.showCell({hit.row, end - 1});
-        shown.showCell({hit.row, begin});
-    }
+    m_IsFirstWanted = false;
+    bringIntoSight(m_Run->hits()[*m_Present]);
+    m_FromRow = AlignmentViewObserver::window()->visibleCells().rowBegin;
     m_Marks.setPresent(m_Present);
     remember();
     showState();

@@ -6,6 +6,7 @@
 #include "FindRun.h"
 #include "HitMarks.h"
 
+#include <QPoint>
 #include <QTimer>
 #include <QToolBar>
 
@@ -40,6 +41,7 @@ public:
 
     void alignmentShown() override;
     void layoutRebuilt() override;
+    void scrolled() override;
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -48,20 +50,33 @@ private:
     void makeWidgets();
     void layOut(std::initializer_list<QWidget *> asking, std::initializer_list<QWidget *> going);
     void fitLanguages();
+    // As the user has changed what is looked for.
+    void beginAsked();
     void begin();
     void goOn();
+    // The first hit comes into sight as soon as it is known, unless another one is.
+    void showFirst();
+    [[nodiscard]] bool isAnyInSight() const;
+    void bringIntoSight(const Hit &hit);
     void go(int step);
     void leave();
     void giveUp();
     void showState();
     [[nodiscard]] QString nothingText() const;
     void remember();
-    // The one that comes first behind what is to be seen first.
+    // The one that comes first from the row on.
+    [[nodiscard]] std::size_t firstFrom(unsigned long row) const;
     [[nodiscard]] std::size_t firstInSight() const;
 
     HitMarks m_Marks;
     std::optional<FindRun> m_Run;
     std::optional<std::size_t> m_Present;
+    // The first hit is still to be brought into sight.
+    bool m_IsFirstWanted = false;
+    // From where on it is looked for: what the user saw last that this has not scrolled to, since
+    // each letter more begins there anew.
+    unsigned long m_FromRow = 0;
+    std::optional<QPoint> m_ScrolledTo;
     QTimer m_Slices;
     QComboBox *m_Text = nullptr;
     QComboBox *m_Where = nullptr;

@@ -44,6 +44,58 @@ TEST_F(InTheFindBar, TheNextHitIsBroughtIntoSightAndFramed)
     EXPECT_TRUE(m_Served->visibleCells().contains({119, m_Served->visibleCells().colBegin}));
 }
 
+TEST_F(InTheFindBar, TheFirstHitAmongNamesComesIntoSightWhileOneTypes)
+{
+    bar().findChildren<QComboBox *>().at(1)->setCurrentIndex(1);
+    const QPoint before = m_Served->scrollPosition();
+    type(QString::fromStdString(m_Shown.GetSeqName(100)));
+    EXPECT_GE(m_Served->visibleCells().rowEnd, 101U);
+    EXPECT_LE(m_Served->visibleCells().rowBegin, 100U);
+    EXPECT_EQ(m_Served->scrollPosition().x(), before.x());
+    EXPECT_EQ(state(), "1 found") << "nothing was gone to";
+    QCoreApplication::processEvents();
+    bar().next();
+    EXPECT_EQ(state(), "1 of 1");
+}
+
+TEST_F(InTheFindBar, EachLetterMoreIsLookedForFromWhereTheTypingBegan)
+{
+    bar().findChildren<QComboBox *>().at(1)->setCurrentIndex(1);
+    const QString far = QString::fromStdString(m_Shown.GetSeqName(110));
+    const QString near = QString::fromStdString(m_Shown.GetSeqName(60));
+    type(far);
+    QCoreApplication::processEvents();
+    EXPECT_GE(m_Served->visibleCells().rowEnd, 111U);
+    type(near);
+    EXPECT_TRUE(m_Served->visibleCells().contains({60, m_Served->visibleCells().colBegin}));
+    // What is in sight is not moved.
+    const QPoint place = m_Served->scrollPosition();
+    type(QString::fromStdString(m_Shown.GetSeqName(60)).chopped(1));
+    EXPECT_EQ(m_Served->scrollPosition(), place);
+}
+
+TEST_F(InTheFindBar, AHitInASequenceComesIntoSightAndAnEditScrollsNothing)
+{
+    std::vector<std::string> rows(60, std::string(400, 'A'));
+    rows[50][350] = 'W';
+    TAMBO::Alignment &shown = alignment(rows, "one");
+    m_Window->Populate(&shown);
+    QCoreApplication::processEvents();
+    type("AWA");
+    EXPECT_TRUE(m_Served->visibleCells().contains({50, 350}));
+    m_Served->scrollTo({0, 0});
+    QCoreApplication::processEvents();
+    {
+        DataPoint<TAMBO::Alignment> change(nullptr, &shown);
+        shown.insertGapCol(0, 1);
+    }
+    QCoreApplication::processEvents();
+    while (bar().isSearching())
+        QCoreApplication::processEvents();
+    EXPECT_EQ(state(), "1 found");
+    EXPECT_EQ(m_Served->scrollPosition(), QPoint(0, 0));
+}
+
 TEST_F(InTheFindBar, AnEditSearchesAnew)
 {
     type("WC");
