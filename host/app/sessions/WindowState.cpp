@@ -63,6 +63,12 @@ int readPixels(ValueReader &in, int least)
     return int(in.signedNumber(least, kFarthest));
 }
 
+// What the user cannot move comes and goes with what it is about, such as a comparison or a search.
+bool isKept(const QToolBar &bar)
+{
+    return bar.isMovable() && !bar.isFloating() && !bar.objectName().isEmpty();
+}
+
 QSize readPixelSize(ValueReader &in)
 {
     const int width = readPixels(in, 1);
@@ -128,7 +134,7 @@ WindowState WindowState::of(const AlignmentWindow &window)
     state.m_Place = normal.isValid() ? normal : frame.geometry();
     for (const QToolBar *const bar :
          frame.findChildren<QToolBar *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!bar->objectName().isEmpty() && !bar->isFloating() && state.m_Bars.size() < kMostBars)
+        if (isKept(*bar) && state.m_Bars.size() < kMostBars)
             state.m_Bars.push_back(
                 {bar->objectName(), int(frame.toolBarArea(bar)), !bar->isHidden()});
     }
@@ -259,7 +265,8 @@ void WindowState::applyBars(QMainWindow &window) const
     for (const Bar &bar : m_Bars) {
         auto *const there = window.findChild<QToolBar *>(bar.name, Qt::FindDirectChildrenOnly);
         const auto area = Qt::ToolBarArea(bar.area);
-        if (there == nullptr || std::ranges::find(kBarAreas, area) == kBarAreas.end())
+        if (there == nullptr || !isKept(*there) ||
+            std::ranges::find(kBarAreas, area) == kBarAreas.end())
             continue;
         if (window.toolBarArea(there) != area)
             window.addToolBar(area, there);

@@ -43,6 +43,12 @@ protected:
             made.mainWindow()->addDockWidget(Qt::RightDockWidgetArea, dock);
             dock->hide();
         }
+        if (m_HasFixedBar) {
+            QToolBar *const bar = made.mainWindow()->addToolBar("Fixed");
+            bar->setObjectName("Fixed");
+            bar->setMovable(false);
+            bar->hide();
+        }
         return made;
     }
     Viewer &viewerOf(const QWidget &window)
@@ -68,6 +74,7 @@ protected:
 
     std::vector<std::unique_ptr<Viewer>> m_Viewers;
     bool m_HasDock = false;
+    bool m_HasFixedBar = false;
     bool m_CanOpen = true;
     bool m_IsViewer = true;
     OpenWindows m_Windows{
@@ -98,6 +105,16 @@ TEST_F(OpenWindowsTest, EachOpensAgainAsItWas)
     EXPECT_EQ(after.mainWindow()->geometry(), QRect(70, 80, 333, 222));
     EXPECT_EQ(after.mainWindow()->toolBarArea(after.m_Bar), Qt::LeftToolBarArea);
     EXPECT_TRUE(after.m_Bar->isHidden());
+}
+
+// A search or a comparison does not go on in the next run.
+TEST_F(OpenWindowsTest, BarsThatCannotBeMovedStayAsTheirWindowHasThem)
+{
+    m_HasFixedBar = true;
+    open(&m_First).mainWindow()->findChild<QToolBar *>("Fixed")->show();
+    EXPECT_THAT(closeAndLoad(), IsEmpty());
+    ASSERT_THAT(shown(), ElementsAre("first"));
+    EXPECT_TRUE(m_Viewers[0]->mainWindow()->findChild<QToolBar *>("Fixed")->isHidden());
 }
 
 TEST_F(OpenWindowsTest, WhatAWindowChoosesItselfIsLeftToIt)
