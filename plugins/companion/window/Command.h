@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
 
 namespace companion {
 
@@ -27,6 +28,14 @@ struct Command
     // which they mean something of their own: its menu shows them, and they are taken in alignment
     // windows only.
     bool hasKeysOfWorkbench = false;
+    // Of what the command switches on and off, whether it is on; empty for other commands.
+    std::function<bool(Companion &)> isOn = {};
 };
+
+[[nodiscard]] inline Command switching(std::function<bool(Companion &)> isOn, Command command)
+{
+    command.isOn = std::move(isOn);
+    return command;
+}
 
 } // namespace companion

@@ -18,19 +18,21 @@ namespace {
 
 Command overviewCommand()
 {
-    return {tr("&Overview"),
-            tr("Show or hide the whole alignment as a picture"),
-            {QKeySequence(Qt::CTRL | Qt::Key_M)},
-            [](Companion &companion) { companion.overview().toggle(); }};
+    return switching([](Companion &companion) { return !companion.overview().isHidden(); },
+                     {tr("&Overview"),
+                      tr("Show or hide the whole alignment as a picture"),
+                      {QKeySequence(Qt::CTRL | Qt::Key_M)},
+                      [](Companion &companion) { companion.overview().toggle(); }});
 }
 
 Command marksCommand()
 {
-    return {tr("&Structure Marks"),
-            tr("Mark letters that differ from the structure of their row, and residues without "
-               "coordinates, or leave that out"),
-            {},
-            [](Companion &companion) { companion.marks().toggle(); }};
+    return switching([](Companion &companion) { return companion.marks().isOn(); },
+                     {tr("&Structure Marks"),
+                      tr("Mark letters that differ from the structure of their row, and residues "
+                         "without coordinates, or leave that out"),
+                      {},
+                      [](Companion &companion) { companion.marks().toggle(); }});
 }
 
 Command scoreCommand()
@@ -101,6 +103,15 @@ void enableAll(const QMenu &menu, bool isEnabled)
     }
 }
 
+// Those of commands that switch something, by what is on in the window.
+using Switches = std::vector<std::pair<QAction *, const Command *>>;
+
+void showSwitches(const Switches &switches, Companion *companion)
+{
+    for (const auto &[action, command] : switches)
+        action->setChecked(companion != nullptr && command->isOn(*companion));
+}
+
 // The one at the end of the menu, if it has the title; else a new one.
 QMenu *submenuOf(QMenu &menu, const QString &title)
 {
@@ -120,6 +131,7 @@ const std::vector<Command> &commands()
 
 void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
 {
+    Switches switches;
     for (const Command &command : commands()) {
         if (command.beginsGroup)
             menu.addSeparator();
@@ -132,13 +144,18 @@ void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
                             command.keys.constFirst().toString(QKeySequence::NativeText));
         else
             action->setShortcuts(command.keys);
+        action->setCheckable(bool(command.isOn));
+        if (command.isOn)
+            switches.emplace_back(action, &command);
         QObject::connect(action, &QAction::triggered, &menu, [&command, target] {
             if (Companion *const companion = target())
                 command.run(*companion);
         });
     }
-    QObject::connect(&menu, &QMenu::aboutToShow, &menu,
-                     [&menu, target] { enableAll(menu, target() != nullptr); });
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, target, switches] {
+        enableAll(menu, target() != nullptr);
+        showSwitches(switches, target());
+    });
     // Keys reach what is greyed out only while the menu is open.
     QObject::connect(&menu, &QMenu::aboutToHide, &menu, [&menu] { enableAll(menu, true); });
 }

@@ -9,13 +9,15 @@ std::vector<Command> keyboardCommands()
 {
     const QString menu = tr("Key&board");
     return {
-        {tr("Cell &Cursor"),
-         tr("Read, select and edit cells by keys: the first arrow key brings it as well; or no "
-            "longer"),
-         {QKeySequence(Qt::Key_F7)},
-         [](Companion &companion) { companion.cursor().toggle(); },
-         false,
-         menu},
+        switching(
+            [](Companion &companion) { return companion.cursor().place().has_value(); },
+            {tr("Cell &Cursor"),
+             tr("Read, select and edit cells by keys: the first arrow key brings it as well; or no "
+                "longer"),
+             {QKeySequence(Qt::Key_F7)},
+             [](Companion &companion) { companion.cursor().toggle(); },
+             false,
+             menu}),
         {tr("&Next Part of the Window"),
          tr("Give the keyboard to the next one of cells, tool bars and docks; Escape gives it "
             "back"),

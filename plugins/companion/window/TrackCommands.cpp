@@ -9,12 +9,14 @@ std::vector<Command> trackCommands()
 {
     const QString menu = tr("Trac&ks");
     return {
-        {tr("&Tracks"),
-         tr("Show tracks along the columns, such as conservation and a logo, or take them away"),
-         {QKeySequence(Qt::CTRL | Qt::Key_T)},
-         [](Companion &companion) { companion.tracks().toggle(); },
-         false,
-         menu},
+        switching([](Companion &companion) { return !companion.tracks().isHidden(); },
+                  {tr("&Tracks"),
+                   tr("Show tracks along the columns, such as conservation and a logo, or take "
+                      "them away"),
+                   {QKeySequence(Qt::CTRL | Qt::Key_T)},
+                   [](Companion &companion) { companion.tracks().toggle(); },
+                   false,
+                   menu}),
         {tr("Tracks of &Selected Rows"),
          tr("Show secondary structure and annotation of the rows with selected residues"),
          {},

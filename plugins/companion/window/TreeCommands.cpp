@@ -9,12 +9,13 @@ std::vector<Command> treeCommands()
 {
     const QString menu = tr("&Tree");
     return {
-        {tr("Show &Tree"),
-         tr("Show the tree of the rows beside their names, or take it away"),
-         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T)},
-         [](Companion &companion) { companion.tree().toggle(); },
-         false,
-         menu},
+        switching([](Companion &companion) { return !companion.tree().isHidden(); },
+                  {tr("Show &Tree"),
+                   tr("Show the tree of the rows beside their names, or take it away"),
+                   {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T)},
+                   [](Companion &companion) { companion.tree().toggle(); },
+                   false,
+                   menu}),
         {tr("&Compute Tree"),
          tr("Make a tree of the rows as they are now"),
          {},

@@ -389,6 +389,39 @@ TEST_F(AlignmentCompanion, EveryCommandIsInTheMenuAndItsKeysAreInTheWindow)
     }
 }
 
+TEST_F(AlignmentCompanion, WhatIsOnInTheWindowIsTickedInTheMenu)
+{
+    Companion *target = m_Companion.get();
+    QMenu menu;
+    companion::fillMenu(menu, [&target] { return target; });
+    const auto ticked = [&menu] {
+        emit menu.aboutToShow();
+        QStringList texts;
+        for (const QAction *const action : menu.findChildren<QAction *>())
+            if (action->isChecked())
+                texts << action->text().remove(u'&');
+        emit menu.aboutToHide();
+        texts.sort();
+        return texts;
+    };
+    m_Companion->overview().hide();
+    m_Companion->tracks().hide();
+    EXPECT_EQ(ticked(), QStringList({"Spread While Dragging", "Structure Marks"}));
+    m_Companion->marks().toggle();
+    m_Companion->guide().toggle();
+    m_Companion->overview().toggle();
+    m_Companion->tracks().toggle();
+    m_Companion->tree().toggle();
+    m_Companion->cursor().toggle();
+    const QStringList shown{"Cell Cursor", "Overview", "Show Tree", "Tracks"};
+    EXPECT_EQ(ticked(), shown);
+    // However it went.
+    m_Companion->tracks().close();
+    EXPECT_EQ(ticked(), shown.mid(0, 3));
+    target = nullptr;
+    EXPECT_EQ(ticked(), QStringList());
+}
+
 TEST_F(AlignmentCompanion, KeysOfTheWorkbenchAreShownInTheMenuAndNotTakenThere)
 {
     QMenu menu;
