@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndSignals.h"
 
+#include "Logger.h"
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -15,9 +17,9 @@ constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 volatile std::sig_atomic_t s_WriteEnd = -1;
 
 // A handler may do hardly anything else. When the pipe is full, there is a request in it already.
-void passOn(int)
+void passOn(int signal)
 {
-    const char byte = 0;
+    const char byte = static_cast<char>(signal);
     // Whatever it has interrupted may be about to look at it.
     const int error = errno;
     [[maybe_unused]] const ssize_t written = ::write(s_WriteEnd, &byte, 1);
@@ -38,6 +40,11 @@ bool isIgnored(int signal)
 {
     struct sigaction action = {};
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+const char *nameOf(int signal)
+{
+    return signal == SIGTERM ? "SIGTERM" : signal == SIGHUP ? "SIGHUP" : "SIGINT";
 }
 
 std::array<int, 2> openPipe()
@@ -80,9 +87,13 @@ EndSignals::~EndSignals()
 
 void EndSignals::take()
 {
-    std::array<char, 64> bytes{};
-    while (read(m_Ends[0], bytes.data(), bytes.size()) > 0) {
-    }
+    std::array<unsigned char, 64> bytes{};
+    int signal = SIGTERM;
+    for (ssize_t count = 0; (count = read(m_Ends[0], bytes.data(), bytes.size())) > 0;)
+        signal = bytes[std::size_t(count) - 1];
+    // Who finds the program gone wants to know that nothing has failed.
+    Logger::Write(
+        tr("Tambo is asked to end, by the signal %1.").arg(QLatin1String(nameOf(signal))));
     emit asked();
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EndSignals.h"
+#include "support/LogLines.h"
 #include "support/WaitUntil.h"
 
 #include <QCoreApplication>
@@ -8,6 +9,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstring>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,6 +52,15 @@ TEST_P(EndSignalsTest, ManyTogetherAreOneRequest)
     waitForRequest();
     QCoreApplication::processEvents();
     EXPECT_EQ(m_Count, 1);
+}
+
+TEST_P(EndSignalsTest, StandsInTheLogByItsName)
+{
+    const LogLines log;
+    std::raise(GetParam());
+    waitForRequest();
+    EXPECT_EQ(log.texts(), QStringList{QStringLiteral("Tambo is asked to end, by the signal SIG%1.")
+                                           .arg(QLatin1String(::sigabbrev_np(GetParam())))});
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, EndSignalsTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
