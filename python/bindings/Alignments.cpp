@@ -120,31 +120,53 @@ std::vector<std::pair<std::string, std::string>> pairsOf(const std::vector<Annot
     return pairs;
 }
 
-std::vector<std::pair<std::string, std::string>> remarks(const AlignmentReference &self)
+std::vector<Annotation> remarksIn(const AlignmentTable &table)
 {
-    const AlignmentAnnotation *const annotation = (*self).table().annotation();
-    return pairsOf(annotation == nullptr ? std::vector<Annotation>() : annotation->remarks());
+    const AlignmentAnnotation *const annotation = table.annotation();
+    return annotation == nullptr ? std::vector<Annotation>() : annotation->remarks();
 }
 
-// Of lines that there are already: no kind of edit adds one.
+std::vector<std::pair<std::string, std::string>> remarks(const AlignmentReference &self)
+{
+    return pairsOf(remarksIn((*self).table()));
+}
+
+// Those that are not named go.
 void setColumnLines(const AlignmentReference &self, const py::dict &lines)
 {
     const Alignment &alignment = *self;
-    std::vector<std::string> texts;
-    for (const std::string &tag : AlignmentDetails::columnLines(alignment)) {
-        if (!lines.contains(tag.c_str()))
-            throw py::value_error("there is nothing for the line " + tag);
-        texts.push_back(lines[tag.c_str()].cast<std::string>());
-        if (texts.back().size() != alignment.width())
-            throw py::value_error("line " + tag + " has " + std::to_string(texts.back().size()) +
-                                  " characters for " + std::to_string(alignment.width()) +
-                                  " columns");
+    std::vector<Annotation> said;
+    for (const auto &[tag, text] : lines) {
+        said.push_back({tag.cast<std::string>(), text.cast<std::string>()});
+        checkTag(said.back().tag);
+        checkColumnTexts(said.back().tag, said.back().text, alignment.width());
     }
-    if (texts.size() != lines.size())
-        throw py::value_error("lines are rewritten, and none is added: there are " +
-                              std::to_string(texts.size()));
-    changed(*self,
-            [&](Alignment &changing) { rewriteColumns(changing.table(), 0, std::move(texts)); });
+    const bool areThere = std::ranges::equal(AlignmentDetails::columnLines(alignment), said, {}, {},
+                                             &Annotation::tag);
+    changed(*self, [&](Alignment &changing) {
+        AlignmentTable &table = changing.table();
+        if (!areThere) {
+            annotate(table, remarksIn(table), std::move(said), "annotate columns");
+            return;
+        }
+        std::vector<std::string> texts;
+        for (Annotation &line : said)
+            texts.push_back(std::move(line.text));
+        rewriteColumns(table, 0, std::move(texts));
+    });
+}
+
+void remarkOnAll(const AlignmentReference &self,
+                 const std::vector<std::pair<std::string, std::string>> &remarks)
+{
+    std::vector<Annotation> said = annotationsOf(remarks);
+    changed(*self, [&](Alignment &changing) {
+        AlignmentTable &table = changing.table();
+        const AlignmentAnnotation *const present = table.annotation();
+        annotate(table, std::move(said),
+                 present == nullptr ? std::vector<Annotation>() : present->lines(table.width()),
+                 "write remarks");
+    });
 }
 
 // ---- Gaps
@@ -370,12 +392,12 @@ void declareAlignments(py::module_ &module)
             "annotations", &columnLines, &setColumnLines,
             "What its file says of the columns ('#=GC' of Stockholm): a dictionary of texts by "
             "their tags, a character for each column, '.' where nothing is said; a copy. Can be "
-            "set, with "
-            "the same tags: a ValueError when there are others.")
-        .def_property_readonly(
-            "remarks", &remarks,
+            "set to other lines. A ValueError when a text is not as long as the alignment is "
+            "wide.")
+        .def_property(
+            "remarks", &remarks, &remarkOnAll,
             "What its file says of all of it ('#=GF' of Stockholm): pairs of a tag and a text, in "
-            "order; a tag may come again.")
+            "order; a tag may come again. Can be set.")
         .def("letters", &letters, py::arg("rows") = py::none(), py::arg("columns") = py::none(),
              py::arg("gap") = "-",
              "An array of rows x columns of uint8: the codes of the letters, and of gap, which is "

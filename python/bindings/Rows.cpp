@@ -100,7 +100,8 @@ std::string descriptionOfRow(const RowReference &row)
     return label == nullptr ? std::string() : label->description;
 }
 
-// Of one line, as files have it.
+} // namespace
+
 void checkLine(const std::string &text, const char *what)
 {
     const bool isLine = std::all_of(text.begin(), text.end(), [](char letter) {
@@ -112,13 +113,34 @@ void checkLine(const std::string &text, const char *what)
                               std::string(py::repr(py::str(text))));
 }
 
-// Of Stockholm: one word.
 void checkTag(const std::string &tag)
 {
     checkLine(tag, "a tag");
     if (tag.empty() || tag.find(' ') != std::string::npos)
         throw py::value_error("a tag is one word, and not '" + tag + "'");
 }
+
+void checkColumnTexts(const std::string &tag, const std::string &text, std::size_t width)
+{
+    checkLine(text, "a line");
+    if (text.size() != width)
+        throw py::value_error("line " + tag + " has " + std::to_string(text.size()) +
+                              " characters for " + std::to_string(width) + " columns");
+}
+
+std::vector<Annotation>
+annotationsOf(const std::vector<std::pair<std::string, std::string>> &remarks)
+{
+    std::vector<Annotation> said;
+    for (const auto &[tag, text] : remarks) {
+        checkTag(tag);
+        checkLine(text, "a remark");
+        said.push_back({tag, text});
+    }
+    return said;
+}
+
+namespace {
 
 template <typename Change>
 void changeLabel(const RowReference &row, const char *kind, const Change &change)
@@ -158,12 +180,7 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 void setRemarks(const RowReference &row, const Pairs &remarks)
 {
-    std::vector<Annotation> said;
-    for (const auto &[tag, text] : remarks) {
-        checkTag(tag);
-        checkLine(text, "a remark");
-        said.push_back({tag, text});
-    }
+    const std::vector<Annotation> said = annotationsOf(remarks);
     changeLabel(row, "annotate row",
                 [&](RowLabel &label, const AlignmentRow &) { label.annotations = said; });
 }
@@ -191,10 +208,7 @@ void setResidueLines(const RowReference &row, const Pairs &lines)
     const std::size_t width = (*row.alignment()).width();
     for (const auto &[tag, text] : lines) {
         checkTag(tag);
-        checkLine(text, "a line");
-        if (text.size() != width)
-            throw py::value_error("line " + tag + " has " + std::to_string(text.size()) +
-                                  " characters for " + std::to_string(width) + " columns");
+        checkColumnTexts(tag, text, width);
     }
     changeLabel(row, "annotate row", [&](RowLabel &label, const AlignmentRow &cells) {
         std::vector<Annotation> said;

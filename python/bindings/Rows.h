@@ -3,10 +3,13 @@
 #pragma once
 
 #include "ProcessModel.h"
+#include "Records.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace TAMBO::script {
 
@@ -33,5 +36,15 @@ private:
     // Where it stood last.
     mutable std::size_t m_Hint;
 };
+
+// A ValueError unless the text is one line, as files have it. what: for the message.
+void checkLine(const std::string &text, const char *what);
+// The same for one word, by which Stockholm says what a line is.
+void checkTag(const std::string &tag);
+// The same for a line with a character for each column.
+void checkColumnTexts(const std::string &tag, const std::string &text, std::size_t width);
+// From pairs of a tag and a text.
+[[nodiscard]] std::vector<Annotation>
+annotationsOf(const std::vector<std::pair<std::string, std::string>> &remarks);
 
 } // namespace TAMBO::script

@@ -126,13 +126,45 @@ class Files(Case):
         self.assertEqual((one.annotations, two.annotations, family.annotations), ({"SS": "HH.E"}, {}, {"SS_cons": "HH.E"}))
         self.assertEqual((two.remarks, two.description, two.index), ([], "", 1))
 
+    def test_lines_and_remarks_that_no_file_had_are_set_in_steps_of_undo(self):
+        (self.folder / "a.fasta").write_text(">one\nMK-V\n>two\nMRAV\n")
+        family = tambo.open(self.folder / "a.fasta").alignment
+        self.assertEqual((family.annotations, family.remarks), ({}, []))
+        family.annotations = {"SS_cons": "HH.E", "RF": "xx.x"}
+        family.remarks = [("ID", "fam"), ("CC", "one"), ("CC", "two")]
+        self.assertEqual(tambo.history()[1:], ["annotate columns in a", "write remarks in a"])
+        family.insert_columns(1)
+        self.assertEqual(family.annotations, {"SS_cons": "H.H.E", "RF": "x.x.x"})
+        family.save(self.folder / "b.sto")
+        said = tambo.open(self.folder / "b.sto").alignment
+        self.assertEqual((said.annotations, said.remarks), (family.annotations, family.remarks))
+        said.delete()
+        tambo.save_session(self.folder / "a.tambo")
+        tambo.clear()
+        tambo.open_session(self.folder / "a.tambo")
+        family, = tambo.alignments()
+        self.assertEqual(family.annotations, {"SS_cons": "H.H.E", "RF": "x.x.x"})
+        while tambo.history()[-1] != "write remarks in a":
+            tambo.undo()
+        self.assertEqual(family.remarks[0], ("ID", "fam"))
+        family.annotations = {"RF": "xxxx"}
+        self.assertEqual((family.annotations, family.remarks[0]), ({"RF": "xxxx"}, ("ID", "fam")))
+        family.annotations = {}
+        tambo.undo()
+        tambo.undo()
+        tambo.undo()
+        self.assertEqual((family.annotations, family.remarks), ({"SS_cons": "HH.E", "RF": "xx.x"}, []))
+        tambo.undo()
+        self.assertEqual((family.annotations, family.remarks), ({}, []))
+
     def test_what_no_file_could_say_is_refused(self):
         family = self.family()
         row = family[0]
         for change in (lambda: setattr(row, "name", ""), lambda: setattr(row, "name", "a\nb"),
                        lambda: setattr(row, "description", "a\rb"), lambda: setattr(row, "remarks", [("a b", "x")]),
                        lambda: setattr(row, "annotations", {"SS": "HH"}), lambda: setattr(row, "annotations", {"": "HH----"}),
-                       lambda: setattr(family, "annotations", {"SS": "HHHHHH"})):
+                       lambda: setattr(family, "annotations", {"SS": "HH"}), lambda: setattr(family, "annotations", {"a b": "HHHHHH"}),
+                       lambda: setattr(family, "remarks", [("CC", "a\nb")])):
             with self.assertRaises(ValueError):
                 change()
         family.locked = True

@@ -162,6 +162,8 @@ LoadedEdit AlignmentEdit::load(EditTag tag, EditReader &in)
                                           : RemoveRowsEdit::load(table, kind, in);
     } else if (tag == EditTag::ColumnText) {
         edit = ColumnTextEdit::load(table, kind, in);
+    } else if (tag == EditTag::Annotation) {
+        edit = AnnotationEdit::load(table, kind, in);
     } else {
         edit = ColumnEdit::load(tag, table, kind, in);
     }

@@ -313,6 +313,19 @@ std::size_t ColumnTextEdit::bytes() const
     return sum;
 }
 
+std::unique_ptr<Edit> AnnotationEdit::apply()
+{
+    const AlignmentAnnotation *const present = m_Table.annotation();
+    auto former = present == nullptr ? nullptr : std::make_unique<AlignmentAnnotation>(*present);
+    m_Table.presetAnnotation(std::move(m_Annotation));
+    return std::make_unique<AnnotationEdit>(m_Table, m_Kind, std::move(former));
+}
+
+std::size_t AnnotationEdit::bytes() const
+{
+    return sizeof(*this) + (m_Annotation == nullptr ? 0 : m_Annotation->bytes());
+}
+
 ReplaceColumnsEdit::ReplaceColumnsEdit(AlignmentTable &table, const char *kind,
                                        const Stretch &stretch, BitBuffer bits,
                                        std::vector<RowBreaks> breaks, const RangeStep &step)
@@ -546,6 +559,11 @@ std::unique_ptr<Edit> RestoreRunsEdit::copyFor(AlignmentTable &table) const
 {
     return std::make_unique<RestoreRunsEdit>(
         table, m_Kind, m_Runs, Cells{m_Cells.bits, m_Cells.residues, {}, {}}, RangeStep{});
+}
+
+std::unique_ptr<Edit> AnnotationEdit::copyFor(AlignmentTable &) const
+{
+    return nullptr;
 }
 
 std::unique_ptr<Edit> ColumnTextEdit::copyFor(AlignmentTable &) const

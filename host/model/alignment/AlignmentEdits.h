@@ -335,6 +335,33 @@ private:
     std::vector<std::string> m_Texts;
 };
 
+// All that is said of the alignment and of its columns gives way to something else, with the lines
+// that there are.
+class AnnotationEdit final : public AlignmentEdit
+{
+public:
+    // annotation: null for none.
+    AnnotationEdit(AlignmentTable &table, const char *kind,
+                   std::unique_ptr<AlignmentAnnotation> annotation)
+        : AlignmentEdit(table, kind), m_Annotation(std::move(annotation))
+    { }
+
+    [[nodiscard]] static std::unique_ptr<Edit> load(AlignmentTable &table, const char *kind,
+                                                    EditReader &in);
+
+    std::unique_ptr<Edit> apply() override;
+    std::unique_ptr<Edit> copyFor(AlignmentTable &table) const override;
+    std::size_t bytes() const override;
+    void store(EditWriter &out) const override;
+    void storeInverse(EditWriter &out) const override;
+    bool fits() const override;
+
+private:
+    void storeAnnotation(const AlignmentAnnotation *annotation, EditWriter &out) const;
+
+    std::unique_ptr<AlignmentAnnotation> m_Annotation;
+};
+
 // The residues in a stretch of columns are placed anew.
 class ReplaceColumnsEdit final : public ColumnEdit
 {

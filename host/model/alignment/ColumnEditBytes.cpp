@@ -192,6 +192,35 @@ bool ColumnTextEdit::fits() const
            canWrite(*m_Table.annotation(), m_Texts.size(), m_Begin + m_Count);
 }
 
+void AnnotationEdit::store(EditWriter &out) const
+{
+    storeAnnotation(m_Annotation.get(), out);
+}
+
+void AnnotationEdit::storeInverse(EditWriter &out) const
+{
+    storeAnnotation(m_Table.annotation(), out);
+}
+
+void AnnotationEdit::storeAnnotation(const AlignmentAnnotation *annotation, EditWriter &out) const
+{
+    storeHead(EditTag::Annotation, out);
+    out.flag(annotation != nullptr);
+    if (annotation != nullptr)
+        annotation->write(out);
+}
+
+bool AnnotationEdit::fits() const
+{
+    return m_Annotation == nullptr || m_Annotation->linesBehind(m_Table.width()) == 0;
+}
+
+std::unique_ptr<Edit> AnnotationEdit::load(AlignmentTable &table, const char *kind, EditReader &in)
+{
+    return std::make_unique<AnnotationEdit>(table, kind,
+                                            in.flag() ? AlignmentAnnotation::read(in) : nullptr);
+}
+
 std::unique_ptr<Edit> ColumnEdit::load(EditTag tag, AlignmentTable &table, const char *kind,
                                        EditReader &in)
 {

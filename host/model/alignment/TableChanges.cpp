@@ -128,6 +128,19 @@ void rewriteColumns(AlignmentTable &table, Column begin, std::vector<std::string
     recordTexts(table, "annotate columns", begin, std::move(texts));
 }
 
+void annotate(AlignmentTable &table, std::vector<Annotation> remarks, std::vector<Annotation> lines,
+              const char *kind)
+{
+    if (!mayChange(table.alignment()))
+        return;
+    const ChangeScope scope;
+    std::unique_ptr<AlignmentAnnotation> annotation;
+    if (!remarks.empty() || !lines.empty())
+        annotation = std::make_unique<AlignmentAnnotation>(std::move(remarks), std::move(lines));
+    AnnotationEdit edit(table, kind, std::move(annotation));
+    recordInverse(edit.apply());
+}
+
 bool replaceColumns(AlignmentTable &table, const Range &range,
                     const std::vector<OccupancyRow> &rows, Column count, const char *kind)
 {

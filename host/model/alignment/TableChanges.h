@@ -32,6 +32,11 @@ void relabelRow(AlignmentTable &table, std::size_t row, RowLabel label, const ch
 void rewriteColumns(AlignmentTable &table, AlignmentTable::Column begin,
                     std::vector<std::string> texts);
 
+// All that is said of the alignment and of its columns gives way to this, of which each line is as
+// wide as the alignment. Nothing when it is locked. kind: a literal.
+void annotate(AlignmentTable &table, std::vector<Annotation> remarks, std::vector<Annotation> lines,
+              const char *kind);
+
 // The columns of the range give way to columns in which each row holds the same residues, placed
 // anew. False, with a line in the log, when a row would not, or when the alignment is locked.
 // kind: a literal.

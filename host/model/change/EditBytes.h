@@ -42,7 +42,8 @@ enum class EditTag : std::uint8_t {
     Motion = 20,
     RowOrder = 21,
     RemoveRuns = 22,
-    RestoreRuns = 23
+    RestoreRuns = 23,
+    Annotation = 24
 };
 
 // Who knows the kinds of objects says how they are named and what they consist of.

@@ -86,6 +86,7 @@ LoadedEdit loadEdit(EditReader &in)
     case EditTag::RowOrder:
     case EditTag::RemoveRuns:
     case EditTag::RestoreRuns:
+    case EditTag::Annotation:
         return AlignmentEdit::load(tag, in);
     case EditTag::Objects:
         return ObjectsEdit::load(in);

@@ -14,7 +14,7 @@ class Database;
 // In the header of the file: "TMBO".
 constexpr std::int64_t kStoreMark = 0x544d424f;
 // Grows with every change of tables that an older program would not understand.
-constexpr std::int64_t kStoreVersion = 4;
+constexpr std::int64_t kStoreVersion = 5;
 
 // The names of values that the store keeps of its own, among the numbers.
 constexpr std::string_view kStateBegin = "state-begin";

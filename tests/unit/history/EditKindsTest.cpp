@@ -153,6 +153,18 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
     check("placed residues", [&] {
         EXPECT_TRUE(TAMBO::RowLayouts::place(plain(), {1, 3}, 5, {{0b11}, {0b1100}}));
     });
+    check("what is said of an alignment", [&] {
+        TAMBO::annotate(family().table(), {{"ID", "other"}, {"CC", "a remark"}},
+                        {{"new", std::string(family().width(), 'x')}}, "annotate columns");
+    });
+    check("nothing is said of an alignment any more",
+          [&] { TAMBO::annotate(family().table(), {}, {}, "annotate columns"); });
+    check("something is said of a plain one, of which a column goes", [&] {
+        TAMBO::annotate(plain().table(), {}, {{"new", std::string(plain().width(), 'x')}},
+                        "annotate columns");
+        plain().insertGapCol(1, 2);
+        plain().remove({2, 5});
+    });
     check("combined alignments", [&] { family().combine(*all<TAMBO::Alignment>()[1]); });
     check("a sequence", [&] { peptide("new", "ACDE"); });
     check("a structure", [&] { complex("new"); });
@@ -200,7 +212,7 @@ TEST_F(EditKindsTest, EachDoesAsBytesWhatItDoesItself)
         ligand.SetSeqId(TAMBO::SequenceNumber(12, 'A'));
     });
     // All there are. Whoever adds a kind shows it here.
-    constexpr unsigned kLast = unsigned(EditTag::RestoreRuns);
+    constexpr unsigned kLast = unsigned(EditTag::Annotation);
     for (unsigned tag = 1; tag <= kLast; ++tag)
         EXPECT_TRUE(m_Seen.contains(static_cast<EditTag>(tag))) << tag;
     EXPECT_EQ(m_Seen.size(), kLast);

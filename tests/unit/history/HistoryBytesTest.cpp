@@ -4,6 +4,7 @@
 
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
+#include "TableChanges.h"
 #include "bench/HeapCount.h"
 #include "bench/MadeAlignment.h"
 
@@ -86,6 +87,16 @@ TEST_F(HistoryBytes, OfAnotherOrderOfRowsAreTheRealOnesAndFourForEachRow)
     history.clear();
     object->reorderRows(order);
     EXPECT_LE(history.bytes(), 4 * kOrdered + 1000);
+    expectRealBytes();
+}
+
+TEST_F(HistoryBytes, OfOtherLinesOverTheColumnsAreThoseOfTheLinesBefore)
+{
+    TAMBO::Alignment &object = alignment();
+    history.clear();
+    TAMBO::annotate(object.table(), {{"CC", "a remark"}}, {{"SS", std::string(2000, 'E')}},
+                    "annotate columns");
+    EXPECT_GT(history.bytes(), 2000U);
     expectRealBytes();
 }
 

@@ -76,6 +76,7 @@ TEST(PinnedNumbers, OfKindsOfEdits)
         {EditTag::RowOrder, 21},
         {EditTag::RemoveRuns, 22},
         {EditTag::RestoreRuns, 23},
+        {EditTag::Annotation, 24},
     });
 }
 
@@ -125,7 +126,7 @@ TEST(PinnedNumbers, OfWhatObjectsBeginWith)
 TEST(PinnedNumbers, OfTheFileAndNamesOfValues)
 {
     EXPECT_EQ(sessions::kStoreMark, 0x544d424f);
-    EXPECT_EQ(sessions::kStoreVersion, 4);
+    EXPECT_EQ(sessions::kStoreVersion, 5);
     EXPECT_EQ(sessions::kStateBegin, "state-begin");
     EXPECT_EQ(sessions::kStateEnd, "state-end");
     EXPECT_EQ(sessions::kRecordsBegin, "records-begin");

@@ -28,7 +28,7 @@ using namespace TAMBO;
 using namespace TAMBO::sessions;
 
 const fs::path kSamples = fs::path(TEST_DATA_DIR) / "sessions";
-constexpr unsigned kLastTag = unsigned(EditTag::RestoreRuns);
+constexpr unsigned kLastTag = unsigned(EditTag::Annotation);
 
 std::string bytesOf(const fs::path &file)
 {
@@ -154,6 +154,10 @@ void SessionSample::makeWork()
     step([&] { DataMaker::Destroy(all<Alignment>().back()); });
     step([&] { pir.reorderRows({2, 1, 0}); });
     step([&] { pir.removeColumns({false, true, true, false, true, false, false, true}); });
+    step([&] {
+        annotate(pir.table(), {{"ID", "a family"}}, {{"kept", std::string(pir.width(), 'k')}},
+                 "annotate columns");
+    });
     // What is taken back stands the other way round in the file.
     const std::size_t position = history.position();
     step([&] { peptide("later", "ACDEFG"); });
@@ -349,6 +353,23 @@ TEST_F(SessionSample, OfTheFourthVersionHasLostColumnsInSeveralPlaces)
     // What was taken back before the session was kept.
     ASSERT_TRUE(history.goTo(history.size()));
     ASSERT_TRUE(history.goTo(0));
+}
+
+TEST_F(SessionSample, OfTheFifthVersionHasWhatIsSaidOfAnAlignment)
+{
+    const fs::path sample = sampleOf(5);
+    for (unsigned tag = 1; tag <= unsigned(EditTag::Annotation); ++tag)
+        EXPECT_TRUE(tagsIn(sample).contains(tag)) << "no change of kind " << tag;
+    ASSERT_EQ(complaintOf(load(sample)), "");
+    Alignment &pir = *all<Alignment>().front();
+    ASSERT_NE(pir.table().annotation(), nullptr);
+    EXPECT_EQ(pir.table().annotation()->remarks().front().text, "a family");
+    EXPECT_EQ(pir.table().annotation()->tags(), std::vector<std::string>{"kept"});
+    setObjectLocked(*all<Structure>().front(), false);
+    ASSERT_TRUE(history.undo());
+    EXPECT_EQ(pir.table().annotation(), nullptr);
+    ASSERT_TRUE(history.redo());
+    EXPECT_EQ(pir.table().annotation()->tags(), std::vector<std::string>{"kept"});
 }
 
 TEST_F(SessionSample, OfAVersionToComeSaysSoAndLoadsNothing)
