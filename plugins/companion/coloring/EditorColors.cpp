@@ -102,8 +102,8 @@ Legend legendOfDistances()
     return legend;
 }
 
-EditorColors::EditorColors(QMainWindow &window, std::function<void(const Legend &)> show)
-    : QObject(&window), m_Show(std::move(show))
+EditorColors::EditorColors(QMainWindow &window, Parts parts)
+    : QObject(&window), m_Parts(std::move(parts))
 {
     window.installEventFilter(this);
     followMenu(window);
@@ -135,7 +135,10 @@ void EditorColors::followMenu(const QMainWindow &window)
             else if (text == QStringLiteral("ConservedN"))
                 follow(*action, [this] { showPicked(Kind::ConservedN); });
             else if (text == QStringLiteral("By Distance"))
-                follow(*action, [this] { m_Show(legendOfDistances()); });
+                follow(*action, [this] {
+                    if (m_Parts.hasPositions())
+                        m_Parts.show(legendOfDistances());
+                });
         }
     }
 }
@@ -162,7 +165,8 @@ void EditorColors::showPicked(Kind kind)
 {
     const std::optional<QColor> color = std::exchange(m_Picked, {});
     const std::optional<int> number = std::exchange(m_Number, {});
-    if (!color || (kind == Kind::ConservedN && !number))
+    if (!color || (kind == Kind::ConservedN && !number) ||
+        (kind == Kind::Selected && !m_Parts.hasSelected()))
         return;
     Legend legend;
     QString label;
@@ -181,7 +185,7 @@ void EditorColors::showPicked(Kind kind)
         break;
     }
     legend.entries.push_back({label.toStdString(), Color(*color), {}});
-    m_Show(legend);
+    m_Parts.show(legend);
 }
 
 void EditorColors::pressed(int number, int, bool)
@@ -196,7 +200,7 @@ void EditorColors::colored(QColor *colors)
 {
     const auto *const method = sender()->findChild<QComboBox *>();
     if (method != nullptr)
-        m_Show(legendOfScale(method->currentText().toStdString(), colors));
+        m_Parts.show(legendOfScale(method->currentText().toStdString(), colors));
 }
 
 } // namespace companion

@@ -21,8 +21,16 @@ class EditorColors : public QObject
     Q_OBJECT
 
 public:
-    // show: a legend without entries when the colors mean nothing any more.
-    EditorColors(QMainWindow &window, std::function<void(const Legend &)> show);
+    struct Parts
+    {
+        // A legend without entries when the colors mean nothing any more.
+        std::function<void(const Legend &)> show;
+        // Whether there is what these commands color: else the legend stays as it is.
+        std::function<bool()> hasSelected;
+        std::function<bool()> hasPositions;
+    };
+
+    EditorColors(QMainWindow &window, Parts parts);
     ~EditorColors() override;
 
 protected:
@@ -40,7 +48,7 @@ private:
     void followMenu(const QMainWindow &window);
     void showPicked(Kind kind);
 
-    std::function<void(const Legend &)> m_Show;
+    Parts m_Parts;
     // Of the command that runs.
     std::optional<QColor> m_Picked;
     std::optional<int> m_Number;

@@ -4,8 +4,12 @@
 #include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "LegendBar.h"
+#include "Texts.h"
+#include "TypeColors.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <utility>
 
 namespace companion {
@@ -20,6 +24,11 @@ constexpr unsigned long kMostCellsLookedAt = 4000000;
 // With more of its residues in other colors a legend would explain what is not seen.
 constexpr double kEnoughLeft = 0.5;
 constexpr unsigned int kWithoutMeaning = 0xffffffU;
+// Of colors that nothing is known of.
+constexpr std::size_t kMostColorsSeen = 8;
+
+// Those there are, in any window.
+std::vector<LegendFollower *> s_LegendFollowers;
 
 std::vector<unsigned int> meaningfulColors(const Legend &legend)
 {
@@ -38,32 +47,108 @@ LegendFollower::LegendFollower(TAMBO::AlignmentWindow &window, LegendBar &bar)
     m_Later.setSingleShot(true);
     m_Later.setInterval(kSettleMilliseconds);
     m_Later.callOnTimeout([this] { look(); });
-    QObject::connect(&bar, &LegendBar::closed, &m_Later, [this] { forget(); });
+    QObject::connect(&bar, &LegendBar::closed, &m_Later, [this] { m_IsClosed = true; });
+    s_LegendFollowers.push_back(this);
+    takeOver();
 }
 
-LegendFollower::~LegendFollower() = default;
+LegendFollower::~LegendFollower()
+{
+    std::erase(s_LegendFollowers, this);
+}
 
 void LegendFollower::show(const Legend &legend)
 {
+    take(legend);
+    const TAMBO::Alignment *const alignment = window() == nullptr ? nullptr : window()->alignment();
+    for (LegendFollower *const other : s_LegendFollowers) {
+        const TAMBO::AlignmentWindow *const shown = other->window();
+        if (other != this && shown != nullptr && alignment != nullptr &&
+            shown->alignment() == alignment)
+            other->take(legend);
+    }
+}
+
+void LegendFollower::take(const Legend &legend)
+{
     if (m_Bar == nullptr)
         return;
+    m_IsClosed = false;
     const TAMBO::Alignment *const alignment = window() == nullptr ? nullptr : window()->alignment();
     if (alignment != nullptr && alignment->layoutRevision() != m_Layout) {
         m_Known.clear();
         m_Layout = alignment->layoutRevision();
     }
     m_Shown = kNone;
-    Known known{legend, cellsIn(meaningfulColors(legend))};
-    known.isOfOthers = known.cells.empty();
-    if (known.isOfOthers)
-        known.cells = cellsIn({});
-    if (!legend.entries.empty() && !known.cells.empty()) {
-        if (m_Known.size() == kMostKnown)
-            m_Known.erase(m_Known.begin());
-        m_Known.push_back(std::move(known));
-        m_Shown = int(m_Known.size()) - 1;
-    }
+    std::vector<ColoredCell> cells = cellsIn(meaningfulColors(legend));
+    const bool isOfOthers = cells.empty();
+    if (isOfOthers)
+        cells = cellsIn({});
+    if (!legend.entries.empty() && !cells.empty())
+        remember(legend, std::move(cells), isOfOthers);
     m_Bar->show(legend);
+}
+
+void LegendFollower::remember(const Legend &legend, std::vector<ColoredCell> cells, bool isOfOthers)
+{
+    if (m_Known.size() == kMostKnown)
+        m_Known.erase(m_Known.begin());
+    m_Known.push_back({legend, std::move(cells), isOfOthers});
+    m_Shown = int(m_Known.size()) - 1;
+}
+
+bool LegendFollower::toggle()
+{
+    if (m_Bar == nullptr || window() == nullptr || window()->alignment() == nullptr)
+        return false;
+    if (!m_Bar->isHidden()) {
+        m_IsClosed = true;
+        m_Bar->hide();
+        return true;
+    }
+    std::vector<ColoredCell> cells = cellsIn({});
+    if (cells.empty())
+        return false;
+    m_IsClosed = false;
+    look();
+    if (m_Shown != kNone) {
+        m_Bar->show(m_Known[std::size_t(m_Shown)].legend);
+        return true;
+    }
+    m_Layout = window()->alignment()->layoutRevision();
+    const auto typed = std::count_if(cells.begin(), cells.end(), [this](const ColoredCell &cell) {
+        return cell.color == typeColor(window()->alignment()->letterAt(cell.row, cell.col)).rgb();
+    });
+    const Legend legend = double(typed) >= kEnoughLeft * double(cells.size())
+                              ? typeLegend()
+                              : legendOfColorsSeen(cells);
+    remember(legend, std::move(cells), false);
+    m_Bar->show(legend);
+    return true;
+}
+
+Legend LegendFollower::legendOfColorsSeen(const std::vector<ColoredCell> &cells)
+{
+    constexpr double percent = 100;
+    std::map<unsigned int, std::size_t> counts;
+    for (const ColoredCell &cell : cells)
+        ++counts[cell.color];
+    std::vector<std::pair<std::size_t, unsigned int>> colors;
+    for (const auto &[color, count] : counts)
+        colors.emplace_back(count, color);
+    std::ranges::sort(colors, std::greater<>());
+    Legend legend{tr("Colors of residues").toStdString(), {}, {}, {}};
+    for (const auto &[count, color] : colors) {
+        if (legend.entries.size() == kMostColorsSeen)
+            break;
+        const double share = percent * double(count) / double(cells.size());
+        legend.entries.push_back(
+            {tr("%1 %").arg(share, 0, 'f', share < 1 ? 1 : 0).toStdString(), Color(color), {}});
+    }
+    if (colors.size() > kMostColorsSeen)
+        legend.note = tr("and others. ").toStdString();
+    legend.note += tr("No command is known that gave them").toStdString();
+    return legend;
 }
 
 void LegendFollower::alignmentShown()
@@ -71,6 +156,22 @@ void LegendFollower::alignmentShown()
     forget();
     if (m_Bar != nullptr)
         m_Bar->show(Legend());
+    takeOver();
+}
+
+void LegendFollower::takeOver()
+{
+    const TAMBO::Alignment *const alignment = window() == nullptr ? nullptr : window()->alignment();
+    if (alignment == nullptr || m_Bar == nullptr)
+        return;
+    for (const LegendFollower *const other : s_LegendFollowers) {
+        const TAMBO::AlignmentWindow *const shown = other->window();
+        if (other == this || shown == nullptr || shown->alignment() != alignment)
+            continue;
+        m_Known = other->m_Known;
+        m_Layout = other->m_Layout;
+        return look();
+    }
 }
 
 void LegendFollower::commUpdate()
@@ -84,6 +185,7 @@ void LegendFollower::forget()
     m_Later.stop();
     m_Known.clear();
     m_Shown = kNone;
+    m_IsClosed = false;
 }
 
 void LegendFollower::look()
@@ -116,7 +218,8 @@ void LegendFollower::put(int known)
     if (known == m_Shown)
         return;
     m_Shown = known;
-    m_Bar->show(known == kNone ? Legend() : m_Known[std::size_t(known)].legend);
+    if (!m_IsClosed)
+        m_Bar->show(known == kNone ? Legend() : m_Known[std::size_t(known)].legend);
 }
 
 int LegendFollower::bestKnown() const

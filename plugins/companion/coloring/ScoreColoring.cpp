@@ -91,6 +91,29 @@ ScoreColored colorByScore(TAMBO::AlignmentWindow &window)
     return {finding.found().size(), true};
 }
 
+bool mayHaveScores(const TAMBO::Alignment &alignment)
+{
+    constexpr std::chrono::milliseconds most(20);
+    constexpr std::chrono::milliseconds between(1);
+    // Mostly there are no models at all, whatever the rows are.
+    TAMBO::Space &space = *TAMBO::Space::instance();
+    if (std::none_of(space.begin(), space.end(),
+                     [](const TAMBO::Compound *object) { return hasScores(*object); }))
+        return false;
+    FindingScores finding(alignment);
+    const auto end = std::chrono::steady_clock::now() + most;
+    bool goesOn = true;
+    while (goesOn && finding.found().empty() && std::chrono::steady_clock::now() < end)
+        goesOn = finding.goOn(between);
+    return goesOn || !finding.found().empty();
+}
+
+QString lackOfScores()
+{
+    return tr("No row shows a model whose score is known: Kestram and Models of a Family build "
+              "such.");
+}
+
 Legend scoreLegend()
 {
     Legend legend;

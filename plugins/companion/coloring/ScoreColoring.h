@@ -6,11 +6,12 @@
 
 #include <cstddef>
 
-class QWidget;
+#include <QString>
 
 namespace TAMBO {
+class Alignment;
 class AlignmentWindow;
-}
+} // namespace TAMBO
 
 namespace companion {
 
@@ -26,6 +27,12 @@ struct ScoreColored
 // Each residue with a score, by the fifth of its own model that it is in; one step of undo. Others
 // keep their colors.
 ScoreColored colorByScore(TAMBO::AlignmentWindow &window);
+
+// Whether a row shows a model with scores, as far as a moment suffices to find out: true where it
+// does not.
+[[nodiscard]] bool mayHaveScores(const TAMBO::Alignment &alignment);
+// What to say where none does.
+[[nodiscard]] QString lackOfScores();
 
 // Says what the colors do not mean, too.
 [[nodiscard]] Legend scoreLegend();

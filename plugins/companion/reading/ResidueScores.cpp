@@ -73,6 +73,12 @@ std::vector<std::optional<double>> scoresIn(std::string_view value)
     return scores;
 }
 
+bool hasScores(const TAMBO::Compound &object)
+{
+    return object.Kind() == TAMBO::CompoundKind::Structure &&
+           PluginValues::Get(&object, kScoresOf, kScoresKey).has_value();
+}
+
 std::optional<ResidueScores> residueScores(const TAMBO::Alignment &alignment, unsigned long row)
 {
     if (!alignment.hasPositions(row))

@@ -36,6 +36,8 @@ private:
 // workbench knows no score of them.
 [[nodiscard]] std::optional<ResidueScores> residueScores(const TAMBO::Alignment &alignment,
                                                          unsigned long row);
+// A structure of which the workbench knows scores, whoever shows it.
+[[nodiscard]] bool hasScores(const TAMBO::Compound &object);
 // The value of a structure that has them: numbers, or "-", parted by blanks.
 [[nodiscard]] std::vector<std::optional<double>> scoresIn(std::string_view value);
 

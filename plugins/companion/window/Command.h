@@ -30,6 +30,8 @@ struct Command
     bool hasKeysOfWorkbench = false;
     // Of what the command switches on and off, whether it is on; empty for other commands.
     std::function<bool(Companion &)> isOn = {};
+    // Why it can do nothing now; empty when it can. Asked when a menu opens, which shows it.
+    std::function<QString(const Companion &)> lack = {};
 };
 
 [[nodiscard]] inline Command switching(std::function<bool(Companion &)> isOn, Command command)

@@ -3,6 +3,7 @@
 
 #include "CommandLists.h"
 #include "Companion.h"
+#include "PlainText.h"
 #include "Texts.h"
 
 #include <QAction>
@@ -40,7 +41,11 @@ Command scoreCommand()
     return {tr("&Color by Model Score"),
             tr("Color the residues of models by the modelling engine's score of them"),
             {},
-            [](Companion &companion) { companion.colorByModelScore(); }};
+            [](Companion &companion) { companion.colorByModelScore(); },
+            false,
+            {},
+            false,
+            [](const Companion &companion) { return companion.lackOfModelScores(); }};
 }
 
 // It does the same as Save As of the workbench, for the alignment that is looked at.
@@ -53,6 +58,15 @@ Command saveCommand()
             false,
             {},
             true};
+}
+
+Command legendCommand()
+{
+    return switching([](Companion &companion) { return companion.showsLegend(); },
+                     {tr("Sho&w Color Legend"),
+                      tr("Show what the present colors mean, or no longer"),
+                      {},
+                      [](Companion &companion) { companion.toggleLegend(); }});
 }
 
 Command identitiesCommand()
@@ -85,6 +99,7 @@ std::vector<Command> makeCommands()
     append(all, columnCommands());
     append(all, colorCommands(), true);
     append(all, {scoreCommand()});
+    append(all, {legendCommand()});
     append(all, {identitiesCommand()});
     append(all, compareCommands());
     append(all, treeCommands());
@@ -103,13 +118,23 @@ void enableAll(const QMenu &menu, bool isEnabled)
     }
 }
 
-// Those of commands that switch something, by what is on in the window.
-using Switches = std::vector<std::pair<QAction *, const Command *>>;
+// Those of commands that a menu asks when it opens.
+using Followed = std::vector<std::pair<QAction *, const Command *>>;
 
-void showSwitches(const Switches &switches, Companion *companion)
+void showSwitches(const Followed &switches, Companion *companion)
 {
     for (const auto &[action, command] : switches)
         action->setChecked(companion != nullptr && command->isOn(*companion));
+}
+
+// Why they can do nothing now.
+void showLacks(const Followed &lacking, const Companion &companion)
+{
+    for (const auto &[action, command] : lacking) {
+        const QString lack = command->lack(companion);
+        action->setEnabled(lack.isEmpty());
+        action->setToolTip(lack.isEmpty() ? command->toolTip : TAMBO::plainToolTip(lack));
+    }
 }
 
 // The one at the end of the menu, if it has the title; else a new one.
@@ -131,13 +156,16 @@ const std::vector<Command> &commands()
 
 void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
 {
-    Switches switches;
+    Followed switches;
+    Followed lacking;
     for (const Command &command : commands()) {
         if (command.beginsGroup)
             menu.addSeparator();
         QMenu &place = command.menu.isEmpty() ? menu : *submenuOf(menu, command.menu);
         QAction *const action = place.addAction(command.text);
         action->setToolTip(command.toolTip);
+        if (command.lack)
+            lacking.emplace_back(action, &command);
         // Two actions of a window with one key would both get nothing of it.
         if (command.hasKeysOfWorkbench)
             action->setText(command.text + u'\t' +
@@ -152,9 +180,13 @@ void fillMenu(QMenu &menu, const std::function<Companion *()> &target)
                 command.run(*companion);
         });
     }
-    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, target, switches] {
-        enableAll(menu, target() != nullptr);
-        showSwitches(switches, target());
+    menu.setToolTipsVisible(true);
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, target, switches, lacking] {
+        Companion *const companion = target();
+        enableAll(menu, companion != nullptr);
+        showSwitches(switches, companion);
+        if (companion != nullptr)
+            showLacks(lacking, *companion);
     });
     // Keys reach what is greyed out only while the menu is open.
     QObject::connect(&menu, &QMenu::aboutToHide, &menu, [&menu] { enableAll(menu, true); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Companion.h"
 
+#include "Alignment.h"
 #include "AlignmentWindow.h"
 #include "ColumnColoring.h"
 #include "DuplicatesDialog.h"
@@ -37,6 +38,14 @@ QAction *ownCommand(const QMainWindow &window, const QString &menu, const QStrin
                 return action;
     }
     return nullptr;
+}
+
+bool isAnyPositionedOf(const TAMBO::Alignment *alignment)
+{
+    for (unsigned long row = 0; alignment != nullptr && row < alignment->height(); ++row)
+        if (alignment->hasPositions(row))
+            return true;
+    return false;
 }
 
 } // namespace
@@ -79,8 +88,10 @@ Companion::Companion(TAMBO::AlignmentWindow &window)
       m_Overview(new Overview(window)),
       m_Legend(new LegendBar(*window.mainWindow())),
       m_Legends(window, *m_Legend),
-      m_EditorColors(new EditorColors(*window.mainWindow(),
-                                      [this](const Legend &legend) { m_Legends.show(legend); })),
+      m_EditorColors(new EditorColors(
+          *window.mainWindow(), {[this](const Legend &legend) { m_Legends.show(legend); },
+                                 [this] { return isAnySelectedOf(m_Window.alignment()); },
+                                 [this] { return isAnyPositionedOf(m_Window.alignment()); }})),
       m_ColorTools(
           new ColorTools(*window.mainWindow(), [this] { colorBy(ColumnRule::Conservation); })),
       m_Tracks(new Tracks(window)),
@@ -137,10 +148,24 @@ void Companion::colorByModelScore()
     if (window == nullptr)
         return;
     if (colored.rows == 0)
-        tell(companion::tr("No row shows a model whose score is known: Kestram and Models of a "
-                           "Family build such."));
+        tell(lackOfScores());
     else if (colored.isDone)
         m_Legends.show(scoreLegend());
+}
+
+QString Companion::lackOfModelScores() const
+{
+    if (m_Window.alignment() == nullptr)
+        return companion::tr("No alignment is shown.");
+    return mayHaveScores(*m_Window.alignment()) ? QString() : lackOfScores();
+}
+
+void Companion::toggleLegend()
+{
+    if (m_Window.alignment() == nullptr)
+        return tell(companion::tr("No alignment is shown."));
+    if (!m_Legends.toggle())
+        m_Place.tell(companion::tr("Nothing is colored: the alignment has no residues."));
 }
 
 void Companion::showPairs()

@@ -81,6 +81,11 @@ public:
     void colorBy(ColumnRule rule);
     // Of the models that are shown, with a legend.
     void colorByModelScore();
+    // Why that would color nothing; empty when it would.
+    [[nodiscard]] QString lackOfModelScores() const;
+    // Shows what the present colors mean, or no longer.
+    void toggleLegend();
+    [[nodiscard]] bool showsLegend() const { return m_Legend != nullptr && !m_Legend->isHidden(); }
     void showPairs();
     // Null when no alignment is shown, or the user has given up the search.
     RedundancyDialog *showRedundancy();

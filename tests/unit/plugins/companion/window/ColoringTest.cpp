@@ -2,10 +2,15 @@
 #include "CompanionFixture.h"
 
 #include "AcidColor.h"
+#include "AminoAcids.h"
 #include "ColumnColoring.h"
+#include "DataMaker.h"
 #include "DialogDriver.h"
+#include "ObjectFactory.h"
 #include "ResidueTypes.h"
+#include "Structure.h"
 #include "Toolbar.h"
+#include "TypeColors.h"
 #include "support/WaitUntil.h"
 
 #include <QColorDialog>
@@ -178,6 +183,93 @@ TEST_F(LegendOfColumns, GoesWhenAnotherAlignmentIsShown)
     expectTitle("none");
 }
 
+TEST_F(LegendOfColumns, ThatIsClosedComesBackByItsCommandWhileItFits)
+{
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    close();
+    m_Companion->toggleLegend();
+    EXPECT_EQ(title(), "Conservation");
+    m_Companion->toggleLegend();
+    EXPECT_EQ(title(), "none");
+    {
+        const DataPoint<TAMBO::Alignment> change(nullptr, &m_Rows);
+        m_Rows.insertGapCol(0, 1);
+    }
+    waitUntil([this] { return !m_Companion->legends().isLooking(); });
+    EXPECT_EQ(title(), "none");
+    m_Companion->toggleLegend();
+    EXPECT_EQ(title(), "Conservation");
+}
+
+TEST_F(LegendOfColumns, OfTypesComesByItsCommandAloneAndFollowsUndo)
+{
+    EXPECT_EQ(title(), "none") << "an untouched window loses no height";
+    m_Companion->toggleLegend();
+    EXPECT_EQ(title(), "Residue");
+    const std::size_t before = history.position();
+    m_Companion->colorBy(companion::ColumnRule::Conservation);
+    expectTitle("Conservation");
+    EXPECT_TRUE(history.goTo(before));
+    expectTitle("Residue");
+}
+
+TEST_F(LegendOfColumns, OfTypesHasTheColorsThatTheWorkbenchGives)
+{
+    for (char letter = 'A'; letter <= 'Z'; ++letter)
+        for (const char each : {letter, char(letter - 'A' + 'a')})
+            EXPECT_EQ(companion::typeColor(each).rgb(), TAMBO::aminoAcidColor(each).rgb()) << each;
+    EXPECT_EQ(companion::typeColor('*').rgb(), TAMBO::aminoAcidColor('*').rgb());
+    const companion::Legend legend = companion::typeLegend();
+    for (char letter = 'A'; letter <= 'W'; ++letter) {
+        const auto found = std::ranges::find_if(legend.entries, [letter](const auto &entry) {
+            return entry.label.find(letter) != std::string::npos;
+        });
+        ASSERT_NE(found, legend.entries.end()) << letter;
+        EXPECT_EQ(found->color.rgb(), companion::typeColor(letter).rgb()) << letter;
+    }
+}
+
+TEST_F(LegendOfColumns, OfColorsThatNobodyKnowsSaysHowManyResiduesHaveThem)
+{
+    {
+        const DataPoint<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        for (unsigned long row = 0; row < m_Rows.height(); ++row)
+            m_Rows.GetSeq(row)->SetColor(Color(row == 0 ? 0x112233U : 0x445566U));
+    }
+    m_Companion->toggleLegend();
+    EXPECT_EQ(title(), "Colors");
+    QStringList texts;
+    for (const QLabel *const label :
+         m_Window->findChild<QToolBar *>("Legend")->findChildren<QLabel *>())
+        texts << label->text();
+    // 5, 5, 6 and 6 residues.
+    EXPECT_TRUE(texts.contains("23 %")) << texts.join('\n').toStdString();
+    EXPECT_TRUE(texts.contains("77 %"));
+    EXPECT_TRUE(texts.contains("No command is known that gave them"));
+}
+
+TEST_F(LegendOfColumns, IsInEveryWindowOfTheAlignment)
+{
+    ZEP::KALMO2 &second = show(m_Rows, {700, 400});
+    const Companion other(served(second));
+    const auto titleThere = [](const QWidget &window) {
+        const auto *const legend = window.findChild<QToolBar *>("Legend");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const auto labels = legend->findChildren<QLabel *>();
+        return legend->isHidden() || labels.isEmpty() ? QString("none") : labels.front()->text();
+    };
+    EXPECT_EQ(titleThere(second), "none");
+    m_Companion->colorBy(companion::ColumnRule::ClustalX);
+    EXPECT_EQ(titleThere(second), "Clustal X:");
+    // Also in one that is opened later.
+    ZEP::KALMO2 &third = show(m_Rows, {700, 400});
+    const Companion later(served(third));
+    EXPECT_EQ(titleThere(third), "Clustal X:");
+    EXPECT_TRUE(history.undo());
+    waitUntil([&] { return titleThere(third) == "none"; });
+    EXPECT_EQ(titleThere(third), "none");
+}
+
 // ---- Legends of the window's own commands
 
 class ColoredByTheEditor : public ColoredByColumn
@@ -224,6 +316,25 @@ protected:
         };
     }
     static void cancel(QDialog &dialog) { dialog.reject(); }
+    // Two chains with a residue each.
+    static TAMBO::Alignment &positioned()
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        std::vector<TAMBO::Compound *> rows;
+        for (const char *const name : {"1abc", "2abc"}) {
+            TAMBO::StructureRecord record;
+            record.name = name;
+            TAMBO::ChainRecord &chain = record.chains.emplace_back();
+            chain.name = "A";
+            TAMBO::ResidueRecord &residue = chain.residues.emplace_back();
+            residue.typeName = "ALA";
+            residue.letter = 'A';
+            residue.number = TAMBO::SequenceNumber(1);
+            residue.atoms.push_back({"CA", "C", TAMBO::Vertex(1, 2, 3)});
+            rows.push_back(TAMBO::ObjectFactory::adopt(std::move(record))->chain(0));
+        }
+        return *TAMBO::DataMaker::makeAlignment("chains", rows);
+    }
     void choose(const QString &text) const
     {
         for (const QAction *const menu : m_Window->menuBar()->actions())
@@ -284,8 +395,24 @@ TEST_F(ColoredByTheEditor, ACancelledDialogLeavesTheLegend)
     EXPECT_TRUE(legend().isHidden()) << "the color of the command before";
 }
 
+TEST_F(ColoredByTheEditor, WhatColorsNothingHasNoLegend)
+{
+    choose("By Distance");
+    EXPECT_TRUE(legend().isHidden()) << "no row has a structure";
+    {
+        TAMBO::Alignment &rows = *m_Served->alignment();
+        const DataPoint<TAMBO::Alignment> change(nullptr, &rows);
+        rows.select({0, rows.width()}, false);
+    }
+    DialogDriver dialogs;
+    dialogs.expect(pick(Qt::red));
+    choose("Selected");
+    EXPECT_TRUE(legend().isHidden()) << "nothing is selected";
+}
+
 TEST_F(ColoredByTheEditor, ByDistanceShowsItsScale)
 {
+    m_Window->Populate(&positioned());
     choose("By Distance");
     EXPECT_EQ(texts(), QStringList({"Mean distance in the column:", "0 Å", "1.5 Å", "3 Å", "4.5 Å",
                                     "6 Å and more", "alone in the column"}));

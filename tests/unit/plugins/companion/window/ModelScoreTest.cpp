@@ -10,7 +10,9 @@
 #include "DataPoint.h"
 #include "PluginValues.h"
 
+#include <QAction>
 #include <QLabel>
+#include <QMenu>
 #include <QToolBar>
 
 #include <algorithm>
@@ -86,6 +88,45 @@ TEST_F(ScoresOfModels, WithoutAModelALineSaysSo)
                                        "Models of a Family build such."));
     EXPECT_EQ(history.size(), 0U);
     EXPECT_EQ(legend(), QStringList());
+}
+
+TEST_F(ScoresOfModels, TheCommandIsGreyWithTheReasonWhileThereAreNone)
+{
+    TAMBO::Alignment &shown = family(3);
+    look(shown);
+    QMenu menu;
+    companion::fillMenu(menu, [this] { return m_Companion.get(); });
+    const auto find = [&menu] {
+        for (QAction *const action : menu.actions())
+            if (action->text() == "&Color by Model Score")
+                return action;
+        return static_cast<QAction *>(nullptr);
+    };
+    QAction *const action = find();
+    ASSERT_NE(action, nullptr);
+    EXPECT_TRUE(menu.toolTipsVisible());
+    emit menu.aboutToShow();
+    EXPECT_FALSE(action->isEnabled());
+    EXPECT_EQ(action->toolTip(), "No row shows a model whose score is known: Kestram and Models of "
+                                 "a Family build such.");
+    emit menu.aboutToHide();
+    TAMBO::Compound *const model = shown.GetSeq(1)->Parent();
+    {
+        const DataPointBase guard(nullptr, Publisher::Update);
+        PluginValues::Set(model, "kestram", "residue-scores", "1 2 3");
+    }
+    emit menu.aboutToShow();
+    EXPECT_TRUE(action->isEnabled());
+    EXPECT_EQ(action->toolTip(),
+              "Color the residues of models by the modelling engine's score of them");
+    emit menu.aboutToHide();
+    // A model that no row of the alignment shows.
+    {
+        const DataPointBase guard(nullptr, Publisher::Update);
+        shown.removeRow(1);
+    }
+    emit menu.aboutToShow();
+    EXPECT_FALSE(action->isEnabled());
 }
 
 TEST_F(ScoresOfModels, TheTrackHasATenthForEachResidueAndTheNumberInWords)
