@@ -490,6 +490,23 @@ TEST_F(SelectObjectOfTheWorkbench, WhatIsPickedInTheTreeIsTickedAtFirst)
     EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0])) << "the caller's own choice comes first";
 }
 
+TEST_F(SelectObjectOfTheWorkbench, SelectAllOfWhatIsTypedTakesThatAloneAndNotWhatIsPicked)
+{
+    ObjectOrigins::install({}, [this] { return m_Sequences; });
+    SelectObject dialog(m_Sequences, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        EXPECT_TRUE(says(dialog, "2 offered, 2 chosen"));
+        type("first");
+        for (QPushButton *const button : dialog.findChildren<QPushButton *>()) {
+            if (button->text().remove(u'&') == "Select all")
+                button->click();
+        }
+        EXPECT_TRUE(says(dialog, "1 of 2 shown, 1 chosen"));
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0]));
+}
+
 TEST_F(SelectObjectOfTheWorkbench, WhatIsARowAlreadySaysSoAndIsNotTickedByItself)
 {
     QWidget window;

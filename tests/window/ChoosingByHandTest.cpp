@@ -50,4 +50,22 @@ TEST_F(ChoosingByHand, SpaceTicksAndEnterTakesWhatIsTicked)
     EXPECT_EQ(rows(), QStringList({"ACDEFGHIKL", "ACDEFGHIKM", "ACDEFGHIKN"}));
 }
 
+TEST_F(ChoosingByHand, WhatWasOpenedMakesAnAlignmentByEnterAlone)
+{
+    start({});
+    const QString workbench = window("Tambo");
+    m_Screen.activate(workbench);
+    write("some.fasta", ">one\nACDEFGHIKL\n>two\nACDEFGHIK\n");
+    m_Screen.pressKey(workbench, "ctrl+o");
+    enterFile("Open", '"' + m_Folder.filePath("some.fasta") + "\" \"" +
+                          write("lone.fasta", ">lone\nACDEFGHI\n") + '"');
+    static_cast<void>(settled([this] { return m_Screen.picture(); }));
+    m_Screen.pressKey(workbench, "ctrl+e");
+    m_Editor = window("Alignment Editor");
+    m_Screen.pressKey(m_Editor, "ctrl+s");
+    m_Screen.pressKey(window("sequences"), "Return");
+    waitForWindows("sequences", 0);
+    EXPECT_EQ(rows(), QStringList({"ACDEFGHIKL", "ACDEFGHIK-", "ACDEFGHI--"}));
+}
+
 } // namespace ChoosingByHandTest

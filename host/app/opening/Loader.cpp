@@ -12,6 +12,7 @@
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
 #include "ObjectSpace.h"
+#include "Space.h"
 #include "Structure.h"
 
 #include <QCoreApplication>
@@ -340,6 +341,8 @@ bool Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWor
                 return false;
             made.making->makeRows(1);
         }
+        Space &space = *Space::instance();
+        const std::size_t before = space.ChildCount();
         if (Alignment *alignment = made.making->finish()) {
             m_Sources.set(*alignment, file.file);
             report.alignments.push_back(alignment);
@@ -347,6 +350,8 @@ bool Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWor
             Logger::Write(
                 tr("%1: alignment %2, %3").arg(name, nameText(*alignment), sizeText(*alignment)));
         } else {
+            for (std::size_t i = before; i < space.ChildCount(); ++i)
+                report.sequences.push_back(space.Child(i));
             Logger::Write(tr("%1: %n sequence(s)", nullptr, int(rows)).arg(name));
         }
     }

@@ -18,6 +18,7 @@ class QThread;
 
 namespace TAMBO {
 class Alignment;
+class Compound;
 class LongWork;
 class Structure;
 } // namespace TAMBO
@@ -36,6 +37,8 @@ struct LoadReport
     std::vector<FileFailure> failures;
     std::vector<Structure *> structures;
     std::vector<Alignment *> alignments;
+    // Those of files that hold no alignment.
+    std::vector<Compound *> sequences;
     // Where an object was read from.
     struct Origin
     {

@@ -8,11 +8,13 @@
 #include "Publisher.h"
 
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -88,6 +90,7 @@ ObjectTree::ObjectTree(ObjectTreeModel &model, QWidget *parent)
     header()->resizeSection(1, roomFor(tr("alignment")));
     header()->resizeSection(2, roomFor(QStringLiteral("20,000 × 10,000")));
     connect(this, &QAbstractItemView::doubleClicked, this, &ObjectTree::activate);
+    connect(this, &QAbstractItemView::pressed, this, &ObjectTree::pressed);
     connect(&model, &QAbstractItemModel::rowsInserted, this, &ObjectTree::unfoldFewSequences);
     // Those that are there already.
     if (const int rows = model.rowCount(); rows > 0)
@@ -176,10 +179,87 @@ bool ObjectTree::appendUnfolded(const QModelIndex &parent, QItemSelection &out)
 void ObjectTree::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     QTreeView::selectionChanged(selected, deselected);
-    if (!Publisher::isPublishing()) {
-        ObjectCommands::changeSelection(objectsOf(selected), objectsOf(deselected));
-    }
+    const bool isChange = !selected.isEmpty() || !deselected.isEmpty();
+    if (isChange && !m_IsPicking && !Publisher::isPublishing())
+        userPicked(objectsOf(selected), objectsOf(deselected));
     emit picked();
+}
+
+void ObjectTree::userPicked(std::vector<Compound *> selected, std::vector<Compound *> deselected)
+{
+    ++m_UserPicks;
+    const PointerSet<Compound> forUser = std::exchange(m_PickedForUser, {});
+    if (!forUser.empty()) {
+        std::erase_if(deselected, [&](Compound *object) { return forUser.contains(object); });
+        for (Compound *const object : pickedObjects()) {
+            if (forUser.contains(object))
+                selected.push_back(object);
+        }
+    }
+    ObjectCommands::changeSelection(selected, deselected);
+}
+
+void ObjectTree::pressed()
+{
+    const bool isLeft = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
+    if (isLeft && !isPickedByUser() && !Publisher::isPublishing())
+        userPicked({}, {});
+}
+
+// ---- Picking for the user
+
+std::size_t ObjectTree::appendRowsOf(const QModelIndex &parent, const PointerSet<Compound> &objects,
+                                     QItemSelection &out) const
+{
+    std::vector<Compound *> one;
+    std::size_t count = 0;
+    int begin = 0;
+    const auto end = [&](int row) {
+        if (begin < row)
+            out.select(m_Objects.index(begin, 0, parent), m_Objects.index(row - 1, 0, parent));
+        begin = row + 1;
+    };
+    const int rows = m_Objects.rowCount(parent);
+    for (int row = 0; row < rows; ++row) {
+        one.clear();
+        m_Objects.appendObjects(parent, row, row + 1, one);
+        if (!one.empty() && objects.contains(one.front()))
+            ++count;
+        else
+            end(row);
+    }
+    end(rows);
+    return count;
+}
+
+void ObjectTree::pick(const std::vector<Compound *> &objects)
+{
+    PointerSet<Compound> wanted(objects.begin(), objects.end());
+    QItemSelection rows;
+    if (!m_Objects.fetchAll({}))
+        return;
+    const std::size_t found = appendRowsOf({}, wanted, rows);
+    const QModelIndex sequences = m_Objects.sequencesIndex();
+    if (found < wanted.size() && sequences.isValid() && m_Objects.fetchAll(sequences))
+        appendRowsOf(sequences, wanted, rows);
+    if (rows.isEmpty())
+        return;
+    m_PickedForUser = std::move(wanted);
+    m_IsPicking = true;
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    goTo(rows);
+    m_IsPicking = false;
+}
+
+// What is folded stays so: a file may have brought thousands of sequences.
+void ObjectTree::goTo(const QItemSelection &rows)
+{
+    const QItemSelectionRange &first = rows.front();
+    const bool isFolded = first.parent().isValid() && !isExpanded(first.parent());
+    const QModelIndex row =
+        isFolded ? first.parent() : m_Objects.index(first.top(), 0, first.parent());
+    selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    scrollTo(row);
 }
 
 void ObjectTree::contextMenuEvent(QContextMenuEvent *event)

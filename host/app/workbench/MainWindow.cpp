@@ -427,7 +427,8 @@ void MainWindow::enableActions()
 {
     const std::vector<Compound *> objects = m_Tree->pickedObjects();
     const auto isTop = [](const Compound *object) { return object->Parent() == Space::instance(); };
-    m_SaveAs->setEnabled(PickedSaving::canSave() && PickedSaving::savable(objects).size() <= 1);
+    const bool isForOne = !m_Tree->isPickedByUser() || PickedSaving::savable(objects).size() <= 1;
+    m_SaveAs->setEnabled(PickedSaving::canSave() && isForOne);
     m_Close->setEnabled(std::ranges::any_of(objects, isTop));
     m_Rename->setEnabled(objects.size() == 1 && isRenamable(*objects.front()));
     m_Delete->setEnabled(std::ranges::any_of(

@@ -3,6 +3,7 @@
 
 #include "Compound.h"
 #include "ObjectReferences.h"
+#include "PointerSet.h"
 #include "SaveCommand.h"
 #include "SavedPlaces.h"
 #include "Space.h"
@@ -40,9 +41,10 @@ QString lastPartOf(const QString &file)
 PickedSaving::Objects PickedSaving::savable(const Objects &picked)
 {
     Objects objects;
+    PointerSet<Compound> known;
     for (Compound *object : picked) {
         Compound *const found = savableAt(object);
-        if (found != nullptr && std::ranges::find(objects, found) == objects.end())
+        if (found != nullptr && known.insert(found))
             objects.push_back(found);
     }
     return objects;
@@ -66,9 +68,18 @@ PickedSaving::Choice PickedSaving::choose(const Objects &picked) const
                             : tr("Several objects are unsaved: select those to save.")};
 }
 
-QString PickedSaving::save(const Objects &picked) const
+PickedSaving::Objects PickedSaving::unsavedOf(const Objects &picked) const
 {
-    const Choice choice = choose(picked);
+    const Objects unsaved = m_Places.unsavedObjects();
+    const PointerSet<Compound> known(unsaved.begin(), unsaved.end());
+    Objects objects = savable(picked);
+    std::erase_if(objects, [&known](const Compound *object) { return !known.contains(object); });
+    return objects;
+}
+
+QString PickedSaving::save(const Objects &picked, bool isByUser) const
+{
+    const Choice choice = choose(isByUser ? picked : unsavedOf(picked));
     if (choice.objects.empty())
         return choice.refusal;
     // Some of them may leave while files are asked for.
@@ -97,9 +108,10 @@ QString PickedSaving::save(const Objects &picked) const
                              : tr("Saved %L1 files").arg(files.size());
 }
 
-QString PickedSaving::saveAs(const Objects &picked) const
+QString PickedSaving::saveAs(const Objects &picked, bool isByUser) const
 {
-    const Choice choice = choose(picked);
+    const bool isMeant = isByUser || savable(picked).size() == 1;
+    const Choice choice = choose(isMeant ? picked : unsavedOf(picked));
     if (choice.objects.empty())
         return choice.refusal;
     if (choice.objects.size() > 1)

@@ -33,8 +33,10 @@ public:
     [[nodiscard]] static bool canSave();
 
     // Each to its own file. What there is to say about it in one line.
-    [[nodiscard]] QString save(const Objects &picked) const;
-    [[nodiscard]] QString saveAs(const Objects &picked) const;
+    // isByUser: not picked because it was opened; then it is meant only where it is unsaved, or to
+    // be saved elsewhere.
+    [[nodiscard]] QString save(const Objects &picked, bool isByUser) const;
+    [[nodiscard]] QString saveAs(const Objects &picked, bool isByUser) const;
 
 private:
     // What is to be saved; when there is nothing, why.
@@ -44,6 +46,7 @@ private:
         QString refusal;
     };
     [[nodiscard]] Choice choose(const Objects &picked) const;
+    [[nodiscard]] Objects unsavedOf(const Objects &picked) const;
 
     SavedPlaces &m_Places;
     QWidget &m_Parent;

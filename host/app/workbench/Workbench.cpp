@@ -234,10 +234,10 @@ void Workbench::connectWindow()
     connect(window, &MainWindow::openAsked, this, &Workbench::open);
     const auto saving = std::make_shared<const PickedSaving>(m_Places, *window);
     connect(window, &MainWindow::saveAsked, this, [window, saving](const auto &objects) {
-        sayUnlessEmpty(*window, saving->save(objects));
+        sayUnlessEmpty(*window, saving->save(objects, window->tree().isPickedByUser()));
     });
     connect(window, &MainWindow::saveAsAsked, this, [window, saving](const auto &objects) {
-        sayUnlessEmpty(*window, saving->saveAs(objects));
+        sayUnlessEmpty(*window, saving->saveAs(objects, window->tree().isPickedByUser()));
     });
     connect(window, &MainWindow::closeAsked, this, &Workbench::closeObjects);
     connect(window, &MainWindow::editorAsked, this, &Workbench::openInEditor);

@@ -26,6 +26,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -201,6 +203,7 @@ private:
     void showFirstAlignment();
     void load(const QStringList &files);
     void filesOpened(const LoadReport &report);
+    void pickOpened(const LoadReport &report);
     void showAtStart(const LoadReport &report);
     void finishStart(const LoadReport &report);
     void modelsOpened(const LoadReport &report);
@@ -228,6 +231,8 @@ private:
     SessionSaving m_Saving;
     UnsavedQuestion m_Question;
     Loader m_Loader;
+    // How often the user had picked something when each open command was given; those under way.
+    std::deque<std::size_t> m_PicksBefore;
     ObjectCommands m_Commands;
     Plugins m_Plugins;
     QTimer m_SaveTimer;

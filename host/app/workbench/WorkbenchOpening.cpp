@@ -9,6 +9,8 @@
 #include "LateWindow.h"
 #include "LiveStore.h"
 #include "MainWindow.h"
+#include "ObjectReferences.h"
+#include "ObjectTree.h"
 #include "OpenDialog.h"
 #include "RecentFiles.h"
 #include "ScriptDesk.h"
@@ -22,6 +24,8 @@
 #include <QFontMetrics>
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <utility>
 
 namespace TAMBO::app {
@@ -133,6 +137,8 @@ void Workbench::load(std::vector<fs::path> files)
     m_Arriving.begin(files);
     if (m_LiveStore != nullptr)
         m_LiveStore->writeStepValues();
+    if (!files.empty())
+        m_PicksBefore.push_back(m_Window == nullptr ? 0 : m_Window->tree().userPicks());
     m_Loader.open(std::move(files));
 }
 
@@ -250,8 +256,28 @@ void Workbench::filesOpened(const LoadReport &report)
     if (m_LiveStore != nullptr)
         m_LiveStore->writeStepValues();
     rememberFiles(report);
+    pickOpened(report);
     tellFailures(report);
     emit opened(report);
+}
+
+// Commands end in the order in which they were given.
+void Workbench::pickOpened(const LoadReport &report)
+{
+    if (m_PicksBefore.empty())
+        return;
+    const std::size_t before = m_PicksBefore.front();
+    m_PicksBefore.pop_front();
+    std::vector<Compound *> objects(report.structures.begin(), report.structures.end());
+    objects.insert(objects.end(), report.alignments.begin(), report.alignments.end());
+    objects.insert(objects.end(), report.sequences.begin(), report.sequences.end());
+    if (objects.empty())
+        return;
+    const auto alive = std::make_shared<const ObjectReferences>(std::move(objects));
+    inWindow([alive, before](MainWindow &window) {
+        if (window.tree().userPicks() == before)
+            window.tree().pick(alive->objects());
+    });
 }
 
 // They lie in the folder of their family. It is no file to save them to: what they are there, the

@@ -24,7 +24,9 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <cstddef>
 #include <functional>
+#include <numeric>
 
 namespace TAMBO {
 
@@ -43,6 +45,15 @@ bool isBelowOneOf(const Compound *object, const PointerSet<Compound> &picked)
     while (object != nullptr && !picked.contains(object))
         object = object->Parent();
     return object != nullptr;
+}
+
+// A file with one sequence alone is an alignment of one row: the sequence is meant.
+const Compound *loneSequence(const Compound &object)
+{
+    if (object.Kind() != CompoundKind::Alignment)
+        return nullptr;
+    const auto &alignment = dynamic_cast<const Alignment &>(object);
+    return alignment.height() == 1 ? alignment.GetSeq(0) : nullptr;
 }
 
 } // namespace
@@ -218,7 +229,11 @@ void SelectObject::Picker::showPresent()
 std::vector<int> SelectObject::Picker::pickedRows() const
 {
     const std::vector<Compound *> objects = ObjectOrigins::picked();
-    const PointerSet<Compound> picked(objects.begin(), objects.end());
+    PointerSet<Compound> picked(objects.begin(), objects.end());
+    for (const Compound *const object : objects) {
+        if (const Compound *const lone = loneSequence(*object))
+            picked.insert(lone);
+    }
     std::vector<int> rows;
     for (int row = 0; row < m_Model.rowCount() && !objects.empty(); ++row) {
         if (isBelowOneOf(m_Model.object(row), picked) &&
@@ -331,6 +346,12 @@ void SelectObject::Picker::toggleCurrent()
 void SelectObject::Picker::tickAllShown(bool ticked)
 {
     m_Shown.finish();
+    // What is typed says more than what was picked before.
+    if (m_AreTicksOfTree && ticked && m_Shown.rowCount() < m_Model.rowCount()) {
+        std::vector<int> all(std::size_t(m_Model.rowCount()));
+        std::iota(all.begin(), all.end(), 0);
+        m_Model.setTicked(all, false);
+    }
     m_Model.setTicked(m_Shown.rows(), ticked);
 }
 

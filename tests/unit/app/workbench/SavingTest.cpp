@@ -243,9 +243,28 @@ TEST_F(SavingTest, WithNothingPickedTheOneUnsavedObjectIsSaved)
     moveGap(first);
     const QByteArray before = bytesOf(path("y.fasta"));
     second.insertGap(0, 0);
+    pick({});
     EXPECT_EQ(save(), "Several objects are unsaved: select those to save.");
     EXPECT_EQ(bytesOf(path("x.fasta")), kFasta);
     EXPECT_EQ(bytesOf(path("y.fasta")), before);
+}
+
+TEST_F(SavingTest, WhatWasPickedAsItWasOpenedIsSavedWhereItIsUnsavedAndElseTheOneThatIs)
+{
+    Alignment &first = openFamily("x.fasta");
+    Alignment &second = openFamily("y.fasta");
+    EXPECT_FALSE(m_Workbench->window().tree().isPickedByUser());
+    moveGap(first);
+    EXPECT_EQ(save(), "Saved x.fasta");
+    moveGap(second);
+    second.insertGap(0, 0);
+    moveGap(first);
+    first.insertGap(0, 0);
+    EXPECT_EQ(save(), "Saved y.fasta");
+    EXPECT_EQ(save(), "Saved x.fasta");
+    EXPECT_EQ(save(), "Nothing is unsaved.");
+    answerSaveAs("z.fasta");
+    EXPECT_EQ(save("Save As…"), "Saved z.fasta");
 }
 
 TEST_F(SavingTest, OfSeveralPickedEachGoesToItsOwnFile)
