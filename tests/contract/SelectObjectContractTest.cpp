@@ -490,6 +490,22 @@ TEST_F(SelectObjectOfTheWorkbench, WhatIsPickedInTheTreeIsTickedAtFirst)
     EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0])) << "the caller's own choice comes first";
 }
 
+TEST_F(SelectObjectOfTheWorkbench, SpaceOnWhatIsTypedTicksThatAndNotWhatIsPicked)
+{
+    ObjectOrigins::install({}, [this] { return m_Sequences; });
+    SelectObject dialog(m_Sequences, m_Several, nullptr, "sequences");
+    run(dialog, [&] {
+        type("first");
+        press(Qt::Key_Space);
+        EXPECT_TRUE(says(dialog, "1 of 2 shown, 1 chosen"));
+        press(Qt::Key_Space);
+        EXPECT_TRUE(says(dialog, "1 of 2 shown: OK takes it"));
+        press(Qt::Key_Space);
+        press(Qt::Key_Return);
+    });
+    EXPECT_THAT(m_Several, ElementsAre(m_Sequences[0]));
+}
+
 TEST_F(SelectObjectOfTheWorkbench, SelectAllOfWhatIsTypedTakesThatAloneAndNotWhatIsPicked)
 {
     ObjectOrigins::install({}, [this] { return m_Sequences; });

@@ -99,6 +99,7 @@ private:
     void chooseWanted();
     void follow();
     void toggleCurrent();
+    void preferTyped();
     void tickAllShown(bool ticked);
     void refresh();
     // What the user has picked in the tree is the start where the caller has none.
@@ -339,19 +340,28 @@ int SelectObject::Picker::currentRow() const
 
 void SelectObject::Picker::toggleCurrent()
 {
-    if (const int row = currentRow(); row >= 0)
-        m_Model.setTicked(row, !m_Model.isTicked(row));
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    preferTyped();
+    m_Model.setTicked(row, !m_Model.isTicked(row));
+}
+
+// What is typed says more than what was picked in the tree before.
+void SelectObject::Picker::preferTyped()
+{
+    if (!m_AreTicksOfTree || m_Filter->text().isEmpty())
+        return;
+    std::vector<int> all(std::size_t(m_Model.rowCount()));
+    std::iota(all.begin(), all.end(), 0);
+    m_Model.setTicked(all, false);
 }
 
 void SelectObject::Picker::tickAllShown(bool ticked)
 {
     m_Shown.finish();
-    // What is typed says more than what was picked before.
-    if (m_AreTicksOfTree && ticked && m_Shown.rowCount() < m_Model.rowCount()) {
-        std::vector<int> all(std::size_t(m_Model.rowCount()));
-        std::iota(all.begin(), all.end(), 0);
-        m_Model.setTicked(all, false);
-    }
+    if (ticked)
+        preferTyped();
     m_Model.setTicked(m_Shown.rows(), ticked);
 }
 
