@@ -12,13 +12,34 @@ import statistics
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
 EDITS, ROUNDS = 100_000, 7
 
 
+def longest_wait(work):
+    """How long another thread, which asks for the interpreter again and again, waits for it while work is done."""
+    waits, has_ended = [0], threading.Event()
+
+    def ask():
+        last = time.perf_counter()
+        while not has_ended.is_set():
+            time.sleep(0)
+            now = time.perf_counter()
+            waits[0] = max(waits[0], now - last)
+            last = now
+
+    thread = threading.Thread(target=ask)
+    thread.start()
+    work()
+    has_ended.set()
+    thread.join()
+    return waits[0]
+
+
 def letters(tambo, numpy):
-    """The array of all cells, and a copy of it, each in memory that is new."""
+    """The array of all cells, and a copy of it, each in memory that is new; and how long another thread waits."""
     random = numpy.random.default_rng(1)
     cells = random.choice(numpy.frombuffer(b"ACDEFGHIKLMNPQRSTVWY", dtype=numpy.uint8), size=(10_000, 10_000))
     cells[random.random(cells.shape) < 0.3] = ord("-")
@@ -35,8 +56,9 @@ def letters(tambo, numpy):
         copied.append(1e3 * (end - middle))
         del found, copy
     assert (alignment.letters() == cells).all()
+    waited = statistics.median(1e3 * longest_wait(alignment.letters) for _ in range(ROUNDS))
     tambo.clear()
-    return statistics.median(made), statistics.median(copied)
+    return statistics.median(made), statistics.median(copied), waited
 
 
 def edits(tambo, file):
@@ -70,8 +92,9 @@ def main():
     import numpy
     import tambo
 
-    made, copied = letters(tambo, numpy)
-    print(f"letters() of 10,000 x 10,000: {made:.1f} ms, a copy of it {copied:.1f} ms: {made / copied:.2f} times")
+    made, copied, waited = letters(tambo, numpy)
+    print(f"letters() of 10,000 x 10,000: {made:.1f} ms, a copy of it {copied:.1f} ms: {made / copied:.2f} times; "
+          f"another thread waits {waited:.1f} ms at most")
 
     with tempfile.TemporaryDirectory() as folder:
         file = os.path.join(folder, "made.fasta")

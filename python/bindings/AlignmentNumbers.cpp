@@ -38,6 +38,8 @@ void throwIfCalledOff(bool isDone)
 }
 
 constexpr std::size_t kSpreadColumns = 64;
+// What takes less is over before another thread has begun, and would wait for that.
+constexpr std::size_t kCellsForOthers = std::size_t(1) << 20;
 
 // Letters that are as good as any where it is asked whether there are some.
 constexpr std::array<char, kSpreadColumns + kSpreadReadSlack> kAnyLetters = [] {
@@ -119,12 +121,17 @@ py::array cellsOf(const AlignmentReference &reference, const py::object &rows,
     // Most of the time goes into the memory of the array, which several processors touch faster.
     const std::size_t words = width / kSpreadColumns + 1;
     const SplitLoop loop(chosen.size() * words);
+    // They may not touch objects, nor the array, which nobody has yet.
+    std::optional<py::gil_scoped_release> others;
+    if (chosen.size() * width >= kCellsForOthers)
+        others.emplace();
     loop.run([&](std::size_t part) {
         const std::size_t end = part + 1 < loop.parts() ? loop.end(part) / words : chosen.size();
         for (std::size_t i = loop.begin(part) / words; i < end; ++i)
             RowSpread(table.row(chosen[i]), hasLetters)
                 .put(range.first, range.second, gap, to + i * width);
     });
+    others.reset();
     return cells;
 }
 

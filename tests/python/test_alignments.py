@@ -1,5 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
+import sys
+import threading
+import time
+
 import numpy
 import tambo
 
@@ -80,6 +84,31 @@ class Reading(Case):
 
     def test_distances_need_positions(self):
         self.assertTrue(numpy.isnan(self.family().column_distances()).all())
+
+    def test_other_threads_run_while_the_letters_of_a_large_alignment_are_read(self):
+        family = tambo.new_alignment("large", [(f"r{i}", "ACDEFGHIKL" * 200) for i in range(2000)])
+        looks, has_ended = [0], False
+
+        def look():
+            while not has_ended:
+                looks[0] += 1
+                time.sleep(0)
+
+        interval = sys.getswitchinterval()
+        thread = threading.Thread(target=look)
+        thread.start()
+        try:
+            # From here on it runs only where the interpreter is given up.
+            sys.setswitchinterval(1000)
+            time.sleep(0.01)
+            before, deadline = looks[0], time.monotonic() + 60
+            while looks[0] == before and time.monotonic() < deadline:
+                family.letters()
+            self.assertGreater(looks[0], before)
+        finally:
+            sys.setswitchinterval(interval)
+            has_ended = True
+            thread.join()
 
 
 class Editing(Case):
