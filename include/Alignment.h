@@ -7,6 +7,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -166,6 +167,18 @@ public:
     // The cells [from, from + count) of a row come to stand at [to, to + count), and what was
     // between closes up. Nothing changes unless all of them are gaps.
     void moveGaps(unsigned long row, unsigned long from, unsigned long count, unsigned long to);
+    // Gaps of a row: those that stand at from, or else some from the row's end.
+    struct GapMove
+    {
+        unsigned long row = 0;
+        std::optional<unsigned long> from;
+        unsigned long count = 0;
+        unsigned long to = 0;
+    };
+    enum class GapsMoved { All, TooWide, GivenUp };
+    // One after the other, as moveGaps() and insertGaps(). Nothing changes when the alignment would
+    // become too wide, which is refused with a line in the log, or when the user gives it up.
+    GapsMoved moveGaps(const std::vector<GapMove> &moves);
     // In each of the rows for which rows says true the residues in the columns come to stand side
     // by side at their left end, or else at their right one, and the gaps at the other.
     void pushResidues(const std::vector<bool> &rows, const Range &columns, bool toLeft);

@@ -6,6 +6,7 @@
 #include "AlignmentEdits.h"
 #include "AlignmentTable.h"
 #include "ChangeScope.h"
+#include "LongWork.h"
 #include "MarkFollower.h"
 #include "ObjectSpace.h"
 #include "TableChanges.h"
@@ -185,6 +186,38 @@ void Alignment::moveGaps(unsigned long row, unsigned long from, unsigned long co
     const OccupancyRow &cells = m_Table->row(row).cells();
     if (cells.rank(from) == cells.rank(from + count))
         TAMBO::moveGaps(*m_Table, row, from, count, to);
+}
+
+Alignment::GapsMoved Alignment::moveGaps(const std::vector<GapMove> &moves)
+{
+    // By the gaps that come into a row, of which the moves stand side by side.
+    unsigned long growth = 0;
+    unsigned long coming = 0;
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        const GapMove &move = moves[i];
+        if (i == 0 || moves[i - 1].row != move.row)
+            coming = 0;
+        if (move.from || move.row >= height() || move.count == 0)
+            continue;
+        const unsigned long end = m_Table->row(move.row).cells().end();
+        if (move.to >= end)
+            continue;
+        coming += std::min(move.count, ~coming);
+        growth = std::max(growth, coming - std::min(coming, m_Width - end));
+    }
+    if (growth > 0 && !m_Table->hasRoomFor(growth))
+        return GapsMoved::TooWide;
+    LongWork work("Moving gaps", moves.size(), LongWork::Kind::Changing);
+    const ChangeScope scope;
+    for (const GapMove &move : moves) {
+        if (!work.goesOn())
+            return GapsMoved::GivenUp;
+        if (move.from)
+            moveGaps(move.row, *move.from, move.count, move.to);
+        else
+            insertGaps(move.row, move.to, move.count);
+    }
+    return GapsMoved::All;
 }
 
 void Alignment::pushResidues(const std::vector<bool> &rows, const Range &columns, bool toLeft)

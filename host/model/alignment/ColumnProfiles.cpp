@@ -18,6 +18,9 @@ constexpr OccupancyRow::Column kBatchColumns = 128;
 constexpr OccupancyRow::Column kWideBatch = 512;
 // Of columns that are moved for runs of others, one after the other: some milliseconds.
 constexpr std::size_t kMostMovedSlots = std::size_t(1) << 24;
+// Of all rows, and rows in any case.
+constexpr std::size_t kFollowedShare = 16;
+constexpr std::size_t kFollowedRows = 4096;
 
 } // namespace
 
@@ -28,6 +31,7 @@ ColumnProfiles::ColumnProfiles()
 
 AlignmentMajority ColumnProfiles::majority(const Rows &rows, Column width, Column column)
 {
+    m_FollowedRows = 0;
     if (slotOf(column) == kNone)
         count(rows, width, column, kBatchColumns, nullptr);
     return majorityOf(column);
@@ -67,6 +71,7 @@ AlignmentMajority ColumnProfiles::majorityOf(Column column) const noexcept
 
 void ColumnProfiles::subtract(const AlignmentRow &row, Column begin, Column end) noexcept
 {
+    forgetOfMany();
     if (isEmpty())
         return;
     row.forEachResidue(
@@ -96,6 +101,12 @@ void ColumnProfiles::add(const AlignmentRow &row, Column begin, Column end)
                                           m_PlaceOf[static_cast<unsigned char>(letter)]];
                        });
     if (!isKnown)
+        clear();
+}
+
+void ColumnProfiles::forgetOfMany() noexcept
+{
+    if (!isEmpty() && ++m_FollowedRows > std::max(kFollowedRows, m_CountedRows / kFollowedShare))
         clear();
 }
 
@@ -241,6 +252,8 @@ bool ColumnProfiles::count(const Rows &rows, Column width, Column column, Column
     const Column begin = column - column % kWordColumns;
     const bool isNextKnown = slotOf(begin + kWordColumns) != kNone;
     const Column end = std::min(width, begin + (isNextKnown ? kWordColumns : most));
+    m_CountedRows = rows.size();
+    m_FollowedRows = 0;
     LetterTally tally(begin, end);
     for (const auto &row : rows) {
         if (work != nullptr && !work->goesOn())

@@ -64,6 +64,9 @@ private:
         return column < m_SlotOf.size() ? m_SlotOf[column] : kNone;
     }
     void forgetBefore(const std::vector<GapRun> &runs) noexcept;
+    // A row's residues are about to move. Of many rows, while nobody asks for a count, what is
+    // known is forgotten: to count once more takes less than to follow each of them.
+    void forgetOfMany() noexcept;
     [[nodiscard]] Slot takeSlot();
     void release(Slot slot) noexcept;
     // The letter's place among the counts of a column; true when it has one without more room.
@@ -80,6 +83,9 @@ private:
     std::vector<Slot> m_SlotOf;
     std::vector<Slot> m_Free;
     std::size_t m_Used = 0;
+    std::size_t m_CountedRows = 0;
+    // Since somebody has asked.
+    std::size_t m_FollowedRows = 0;
     // m_Stride counts per slot, one for each letter seen so far.
     std::vector<std::uint32_t> m_Counts;
     std::size_t m_Stride = 32;

@@ -61,6 +61,7 @@ void GapEditRun::begin()
     m_Outcome = {true, {}, 0};
     m_HasResidues = false;
     m_Growth = 0;
+    m_Moves.clear();
     if (const QString reason = m_Rows->refusal(); !reason.isEmpty())
         refuse(reason);
 }
@@ -104,6 +105,8 @@ void GapEditRun::lookAtRow(unsigned long row)
         m_Growth = growth;
         m_WidestRow = row;
     }
+    for (const GapStep &step : m_Steps)
+        m_Moves.push_back({row, step.from, step.count, step.to});
 }
 
 int GapEditRun::percent() const
@@ -119,33 +122,31 @@ Outcome GapEditRun::apply(TAMBO::Alignment &alignment)
     if (!m_Outcome.isDone || m_Outcome.moved == 0)
         return m_Outcome;
     DataPoint<TAMBO::Alignment> guard(nullptr, &alignment);
-    if (!guard.m_good)
+    if (!guard.m_good) {
         refuse(tr("“%1” cannot be changed now.").arg(QString::fromStdString(alignment.Name())));
-    else if (!change(alignment))
+        return m_Outcome;
+    }
+    switch (change(alignment)) {
+    case TAMBO::Alignment::GapsMoved::All:
+        break;
+    case TAMBO::Alignment::GapsMoved::TooWide:
         refuse(tr("“%1” would make the alignment too wide.")
                    .arg(QString::fromStdString(alignment.GetSeqName(m_WidestRow))));
+        break;
+    case TAMBO::Alignment::GapsMoved::GivenUp:
+        m_Outcome = {};
+        break;
+    }
     return m_Outcome;
 }
 
-// A row that the workbench would not widen the alignment for comes first, while nothing has
-// changed; no other one needs it wider still.
-bool GapEditRun::change(TAMBO::Alignment &alignment)
+TAMBO::Alignment::GapsMoved GapEditRun::change(TAMBO::Alignment &alignment)
 {
     const StepName name(stepNameOf(m_Edit));
-    if (m_Rows->pushesTogether()) {
-        pushRows(alignment);
-        return true;
-    }
-    const unsigned long wanted = alignment.width() + m_Growth;
-    if (m_Growth > 0)
-        changeRow(alignment, m_WidestRow);
-    if (alignment.width() != wanted)
-        return false;
-    for (unsigned long row = m_Edit.block.rowBegin; row < m_RowEnd; ++row) {
-        if (m_Growth == 0 || row != m_WidestRow)
-            changeRow(alignment, row);
-    }
-    return true;
+    if (!m_Rows->pushesTogether())
+        return alignment.moveGaps(m_Moves);
+    pushRows(alignment);
+    return TAMBO::Alignment::GapsMoved::All;
 }
 
 void GapEditRun::pushRows(TAMBO::Alignment &alignment) const
@@ -155,18 +156,6 @@ void GapEditRun::pushRows(TAMBO::Alignment &alignment) const
     std::fill(rows.begin() + static_cast<std::ptrdiff_t>(block.rowBegin), rows.end(), true);
     alignment.pushResidues(rows, {block.colBegin, std::min(block.colEnd, alignment.width())},
                            m_Edit.kind == GapEdit::Kind::PushLeft);
-}
-
-void GapEditRun::changeRow(TAMBO::Alignment &alignment, unsigned long row)
-{
-    m_Steps.clear();
-    static_cast<void>(m_Rows->plan(row, m_Steps));
-    for (const GapStep &step : m_Steps) {
-        if (step.from)
-            alignment.moveGaps(row, *step.from, step.count, step.to);
-        else
-            alignment.insertGaps(row, step.to, step.count);
-    }
 }
 
 Outcome checkGapEdit(const TAMBO::Alignment &alignment, const GapEdit &edit,

@@ -32,10 +32,8 @@ private:
     void begin();
     void lookAtRow(unsigned long row);
     void refuse(const QString &reason);
-    // False when the workbench does not do it.
-    bool change(TAMBO::Alignment &alignment);
+    [[nodiscard]] TAMBO::Alignment::GapsMoved change(TAMBO::Alignment &alignment);
     void pushRows(TAMBO::Alignment &alignment) const;
-    void changeRow(TAMBO::Alignment &alignment, unsigned long row);
 
     const TAMBO::Alignment &m_Alignment;
     GapEdit m_Edit;
@@ -49,8 +47,9 @@ private:
     // The row by which the alignment becomes wider than by any other, and by how much.
     unsigned long m_WidestRow = 0;
     unsigned long m_Growth = 0;
-    // Of one row after the other.
+    // Of one row after the other, and then of all that have been looked at.
     std::vector<GapStep> m_Steps;
+    std::vector<TAMBO::Alignment::GapMove> m_Moves;
 };
 
 } // namespace companion

@@ -115,4 +115,26 @@ TEST_F(ColumnWork, OfVeryManyRunsWhatIsKnownOfColumnsIsFoundAnew)
     EXPECT_TRUE(profiles.isEmpty());
 }
 
+TEST_F(ColumnWork, OfVeryManyRowsThatMoveWhileNobodyLooksWhatIsKnownIsFoundAnew)
+{
+    constexpr std::size_t kFollowed = 4096;
+    TAMBO::Peptide sequence("a", "A");
+    TAMBO::ColumnProfiles::Rows rows;
+    rows.push_back(std::make_unique<TAMBO::AlignmentRow>(sequence, TAMBO::OccupancyRow::filled(1)));
+    TAMBO::ColumnProfiles profiles;
+    const auto follow = [&] {
+        profiles.subtract(*rows[0], 0, 1);
+        profiles.add(*rows[0], 0, 1);
+    };
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(profiles.majority(rows, 1, 0).count, 1U);
+        for (std::size_t i = 0; i < kFollowed; ++i)
+            follow();
+        EXPECT_FALSE(profiles.isEmpty());
+    }
+    follow();
+    EXPECT_TRUE(profiles.isEmpty());
+    EXPECT_EQ(profiles.majority(rows, 1, 0).count, 1U);
+}
+
 } // namespace ColumnWorkTest

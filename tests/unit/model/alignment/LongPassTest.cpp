@@ -2,6 +2,7 @@
 // Passes over all rows ask again and again whether they are to go on, and leave nothing behind when
 // they are not.
 #include "unit/model/AlignmentFixture.h"
+#include "unit/model/FullState.h"
 
 #include "Hooks.h"
 #include "LongStages.h"
@@ -168,6 +169,61 @@ TEST_F(LongPass, ColoringBehindAnotherChangeOfTheStepGoesToItsEnd)
     EXPECT_EQ(coloredRows(), kRows);
     history.undo();
     EXPECT_EQ(coloredRows(), 0U);
+}
+
+// Half of the rows widen the alignment.
+std::vector<Alignment::GapMove> movesOfAll()
+{
+    std::vector<Alignment::GapMove> moves;
+    for (std::size_t row = 0; row < kRows; ++row) {
+        moves.push_back({row, 2, 1, row % 2});
+        if (row % 2 == 1)
+            moves.push_back({row, std::nullopt, 1, 3});
+    }
+    return moves;
+}
+
+TEST_F(LongPass, MovingGapsThatIsGivenUpLeavesCellsCountsAndHistoryAsTheyWere)
+{
+    Alignment &all = family();
+    const std::string before = FullState::of(all);
+    const TAMBO::AlignmentMajority majority = all.majority(1);
+    const auto isAsItWas = [&] {
+        EXPECT_EQ(FullState::of(all), before);
+        EXPECT_EQ(all.majority(1).count, majority.count);
+        EXPECT_EQ(history.undoCount(), 0U);
+    };
+    for (std::size_t look = 1; look <= kLooks; ++look) {
+        m_Looks.clear();
+        giveUpAt(look);
+        EXPECT_EQ(all.moveGaps(movesOfAll()), Alignment::GapsMoved::GivenUp);
+        EXPECT_EQ(m_Looks.size(), look);
+        EXPECT_TRUE(m_Looks[0].canBeGivenUp);
+        isAsItWas();
+    }
+    giveUpAt(0);
+    EXPECT_EQ(all.moveGaps(movesOfAll()), Alignment::GapsMoved::All);
+    EXPECT_EQ(history.undoCount(), 1U);
+    EXPECT_EQ(all.GetSequence(0, false), "-ACD-");
+    EXPECT_EQ(all.GetSequence(1, false), "A-C-D");
+    EXPECT_EQ(all.majority(0).count, kRows / 2);
+    EXPECT_EQ(all.majority(1).count, kRows - kRows / 2);
+    history.undo();
+    isAsItWas();
+}
+
+TEST_F(LongPass, MovingGapsThatWouldWidenTheAlignmentTooMuchChangesNothing)
+{
+    Alignment &all = family();
+    const std::string before = FullState::of(all);
+    auto moves = movesOfAll();
+    moves.push_back({kRows - 1, std::nullopt, ~0UL / 2, 0});
+    EXPECT_EQ(all.moveGaps(moves), Alignment::GapsMoved::TooWide);
+    moves.back().count = ~0UL;
+    EXPECT_EQ(all.moveGaps(moves), Alignment::GapsMoved::TooWide);
+    EXPECT_EQ(FullState::of(all), before);
+    EXPECT_EQ(history.undoCount(), 0U);
+    EXPECT_EQ(log.size(), 2U);
 }
 
 TEST_F(LongPass, SelectingThatIsGivenUpSelectsNothing)

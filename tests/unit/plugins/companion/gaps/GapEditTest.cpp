@@ -2,6 +2,7 @@
 #include "GapEdit.h"
 
 #include "GapEditRun.h"
+#include "Hooks.h"
 #include "ObjectOperations.h"
 #include "unit/model/AlignmentFixture.h"
 #include "unit/model/FullState.h"
@@ -706,6 +707,24 @@ TEST_F(GapEdits, ThatWidenTheAlignmentTooMuchAreRefusedBeforeAnythingChanges)
     EXPECT_EQ(FullState::of(rows), before);
     EXPECT_EQ(history.undoCount(), 0U);
     EXPECT_EQ(log, Texts{"The alignment test would become too wide."});
+}
+
+TEST_F(GapEdits, ThatAreGivenUpWhileRowsChangeAreNoStepAndHaveNoReason)
+{
+    TAMBO::Alignment &rows = alignment({"AB--", "CDEF", "GH--"});
+    const std::string before = FullState::of(rows);
+    bool canBeGivenUp = false;
+    TAMBO::modelHooks().working = [&](const char *, double, bool can) {
+        canBeGivenUp = can;
+        return false;
+    };
+    const Outcome outcome = applyGapEdit(rows, {Kind::Insert, {0, 3, 1, 2}, 2}, std::nullopt);
+    TAMBO::modelHooks().working = nullptr;
+    EXPECT_TRUE(canBeGivenUp);
+    EXPECT_FALSE(outcome.isDone);
+    EXPECT_EQ(textOf(outcome), "");
+    EXPECT_EQ(FullState::of(rows), before);
+    EXPECT_EQ(history.undoCount(), 0U);
 }
 
 TEST_F(GapEdits, OfALockedAlignmentAreRefused)
