@@ -147,6 +147,34 @@ void readingFormer(benchmark::State &state)
         benchmark::DoNotOptimize(TAMBO::RowLayouts::before(two.here(), 1));
 }
 
+// Alignments of their own, as of a file that is read twice, in which all rows have one name.
+void matchingOneName(benchmark::State &state)
+{
+    const auto rows = static_cast<unsigned long>(state.range(0));
+    const auto oneName = [&] {
+        TAMBO::AlignmentRecord record = madeAlignment(rows, 60);
+        for (TAMBO::RowRecord &row : record.rows)
+            row.name = "one";
+        return TAMBO::ObjectFactory::adopt(std::move(record));
+    };
+    {
+        const DataPointBase guard(nullptr, Publisher::Add);
+        const TAMBO::Alignment &here = *oneName();
+        TAMBO::Alignment &there = *oneName();
+        std::vector<unsigned long> order(rows);
+        for (unsigned long row = 0; row < rows; ++row)
+            order[row] = rows - 1 - row;
+        there.reorderRows(order);
+        for (auto _ : state) {
+            companion::RowMatch match(here, &there);
+            while (match.goOn(std::chrono::milliseconds(6))) {
+            }
+            state.counters["matched"] = double(match.count());
+        }
+    }
+    TAMBO::ObjectSpace::get().reset();
+}
+
 void sizes(benchmark::internal::Benchmark *cases)
 {
     cases->Args({1000, 1000})->Args({10'000, 10'000})->Args({1'000'000, 200});
@@ -156,6 +184,12 @@ void sizes(benchmark::internal::Benchmark *cases)
 BENCHMARK(copying)->Apply(sizes);
 BENCHMARK(comparing)->Apply(sizes);
 BENCHMARK(takingAllOver)->Apply(sizes);
+BENCHMARK(matchingOneName)
+    ->Args({1000})
+    ->Args({10'000})
+    ->Args({100'000})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK(readingFormer)->Apply(sizes);
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "RowMatch.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 namespace companion {
 
@@ -19,6 +21,14 @@ std::string capitalLetters(std::string letters)
         if (letter >= 'a' && letter <= 'z')
             letter = char(letter - 'a' + 'A');
     return letters;
+}
+
+// A name has no null character.
+std::string nameAndResidues(const TAMBO::Alignment &alignment, unsigned long row)
+{
+    std::string text = alignment.GetSeqName(row);
+    text += '\0';
+    return text += capitalLetters(alignment.GetSequence(row, true));
 }
 
 } // namespace
@@ -76,20 +86,33 @@ bool RowMatch::doNext()
     if (m_Left.empty())
         return false;
     if (m_NextThere < m_PlacesThere.size()) {
-        noteThere(m_NextThere++);
+        const auto there = std::uint32_t(m_PlacesThere.size() - ++m_NextThere);
+        if (m_PlacesThere[there] == kUnmatched && m_IsByName)
+            noteName(there);
+        else if (m_PlacesThere[there] == kUnmatched)
+            noteSequence(there);
         return true;
     }
-    // All by sequences before any by its name.
-    if (m_NextLeft == 2 * m_Left.size())
-        return false;
-    const bool isNamed = m_NextLeft >= m_Left.size();
-    const unsigned long row = m_Left[m_NextLeft++ % m_Left.size()];
-    if (m_PlacesHere[row] != kUnmatched)
+    if (m_NextLeft < m_Left.size()) {
+        matchLeft(m_Left[m_NextLeft++], m_IsByName);
         return true;
+    }
+    // What an alignment was before has its own sequences, and no names.
+    if (m_IsByName || !std::holds_alternative<const TAMBO::Alignment *>(m_Other))
+        return false;
+    m_IsByName = true;
+    m_NextThere = 0;
+    m_NextLeft = 0;
+    return true;
+}
+
+void RowMatch::matchLeft(unsigned long row, bool isNamed)
+{
+    if (m_PlacesHere[row] != kUnmatched)
+        return;
     const std::uint32_t there = isNamed ? ofName(row) : ofSequence(m_Alignment.GetSeq(row));
     if (there != kUnmatched)
         pair(row, there, isNamed);
-    return true;
 }
 
 void RowMatch::matchInOrder(unsigned long row)
@@ -106,16 +129,15 @@ void RowMatch::matchInOrder(unsigned long row)
     m_Left.push_back(row);
 }
 
-// From the last one on, so that of several the first one is found first. What an alignment was
-// before has its own sequences, and no names.
-void RowMatch::noteThere(unsigned long row)
+void RowMatch::noteSequence(std::uint32_t there)
 {
-    const auto from = std::uint32_t(m_PlacesThere.size() - 1 - row);
-    if (m_PlacesThere[from] != kUnmatched)
-        return;
-    m_OfSequence[sequenceThere(from)].push_back(from);
-    if (const auto *const alignment = std::get_if<const TAMBO::Alignment *>(&m_Other))
-        m_OfName[(*alignment)->GetSeqName(from)].push_back(from);
+    m_OfSequence[sequenceThere(there)].push_back(there);
+}
+
+void RowMatch::noteName(std::uint32_t there)
+{
+    const TAMBO::Alignment &other = *std::get<const TAMBO::Alignment *>(m_Other);
+    m_OfName[std::hash<std::string>()(nameAndResidues(other, there))].push_back(there);
 }
 
 std::uint32_t RowMatch::ofSequence(const TAMBO::Compound *sequence)
@@ -130,14 +152,14 @@ std::uint32_t RowMatch::ofSequence(const TAMBO::Compound *sequence)
 
 std::uint32_t RowMatch::ofName(unsigned long row)
 {
-    const auto found = m_OfName.find(m_Alignment.GetSeqName(row));
+    const std::string wanted = nameAndResidues(m_Alignment, row);
+    const auto found = m_OfName.find(std::hash<std::string>()(wanted));
     if (found == m_OfName.end())
         return kUnmatched;
     const TAMBO::Alignment &other = *std::get<const TAMBO::Alignment *>(m_Other);
-    const std::string letters = capitalLetters(m_Alignment.GetSequence(row, true));
+    // As a rule the first one is it: others come to the same by chance alone.
     for (auto there = found->second.rbegin(); there != found->second.rend(); ++there) {
-        if (m_PlacesThere[*there] != kUnmatched ||
-            capitalLetters(other.GetSequence(*there, true)) != letters)
+        if (nameAndResidues(other, *there) != wanted)
             continue;
         const std::uint32_t place = *there;
         found->second.erase(std::next(there).base());

@@ -41,7 +41,10 @@ private:
     [[nodiscard]] const TAMBO::Compound *sequenceThere(unsigned long row) const;
     [[nodiscard]] bool doNext();
     void matchInOrder(unsigned long row);
-    void noteThere(unsigned long row);
+    // Of the rows there, the last one first, so that of several the first one is found first.
+    void noteSequence(std::uint32_t there);
+    void noteName(std::uint32_t there);
+    void matchLeft(unsigned long row, bool isNamed);
     // kNone for none.
     [[nodiscard]] std::uint32_t ofSequence(const TAMBO::Compound *sequence);
     [[nodiscard]] std::uint32_t ofName(unsigned long row);
@@ -55,11 +58,14 @@ private:
     std::size_t m_Expected = 0;
     // Those that are not the next one.
     std::vector<unsigned long> m_Left;
+    // All by sequences before any by its name.
+    bool m_IsByName = false;
     unsigned long m_NextThere = 0;
-    // Rows there that are left, by sequence and name, the last one first.
-    std::unordered_map<const TAMBO::Compound *, std::vector<std::uint32_t>> m_OfSequence;
-    std::unordered_map<std::string, std::vector<std::uint32_t>> m_OfName;
     std::size_t m_NextLeft = 0;
+    // Rows there that are left, by their sequences, and then those that still are, by what their
+    // names and residues come to.
+    std::unordered_map<const TAMBO::Compound *, std::vector<std::uint32_t>> m_OfSequence;
+    std::unordered_map<std::size_t, std::vector<std::uint32_t>> m_OfName;
     ComparedLayout m_Here;
     ComparedLayout m_There;
     std::vector<std::uint32_t> m_PlacesHere;
