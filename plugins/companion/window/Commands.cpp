@@ -45,6 +45,7 @@ Command scoreCommand()
             false,
             {},
             false,
+            {},
             [](const Companion &companion) { return companion.lackOfModelScores(); }};
 }
 
