@@ -45,6 +45,23 @@ TEST_F(ColumnEditFit, OnlyColumnsOfGapsClose)
     EXPECT_FALSE(closes(table, {{8, 2}})) << "beyond the last column";
 }
 
+TEST_F(ColumnEditFit, LinesOverTheColumnsAreNoWiderThanThese)
+{
+    AlignmentTable &table = alignment({"AC-D", "A-CD"}).table();
+    const auto says = [&](Column width) {
+        return TAMBO::AnnotationEdit(table, "say",
+                                     std::make_unique<TAMBO::AlignmentAnnotation>(
+                                         std::vector<TAMBO::Annotation>{{"ID", "family"}},
+                                         std::vector<TAMBO::Annotation>{
+                                             {"SS", "HH"}, {"RF", std::string(width, 'x')}}))
+            .fits();
+    };
+    EXPECT_TRUE(says(4));
+    EXPECT_TRUE(says(1));
+    EXPECT_FALSE(says(5));
+    EXPECT_TRUE(TAMBO::AnnotationEdit(table, "say", nullptr).fits());
+}
+
 // All runs are looked for in each row at once.
 TEST_F(ColumnEditFit, ManyRunsCloseInManyRows)
 {
