@@ -6,12 +6,14 @@
 
 #include <QString>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace TAMBO {
 
 class Alignment;
+class Compound;
 
 // What SaveALI is handed. Read in this order; lives for the one call.
 struct SaveRequest
@@ -39,6 +41,25 @@ struct RealignRequest
     Alignment *alignment;
     // What was done, or that there was nothing to do, for the user.
     QString told;
+};
+
+// What AddSequences is handed. Lives for the one call.
+struct AddSequencesRequest
+{
+    Alignment *alignment;
+    // Those that are rows of it already are left out.
+    std::vector<Compound *> sequences;
+    // What was done, or that there was nothing to do, for the user.
+    QString told;
+};
+
+// What AddFiles is handed. Lives for the one call.
+struct AddFilesRequest
+{
+    Alignment *alignment;
+    // Called with what was done, or that there was nothing to do, for the user; maybe after the
+    // call. Not when he chose no file, has cancelled it, or has been told already why nothing was.
+    std::function<void(const QString &told)> tell;
 };
 
 struct CommandName
@@ -70,11 +91,18 @@ public:
     // Execute with an AlignRowsRequest.
     static constexpr CommandName kAlignRows{"Calculate", "Alignment", "AlignRows"};
 
+    // Execute with an AddSequencesRequest.
+    static constexpr CommandName kAddSequences{"Calculate", "Alignment", "AddSequences"};
+
+    // Execute with an AddFilesRequest.
+    static constexpr CommandName kAddFiles{"Calculate", "Alignment", "AddFiles"};
+
     // Execute with an Alignment.
     static constexpr CommandName kShowAlignment{"Data", "Alignment", "show"};
 
-    static constexpr CommandName kAll[] = {kOpenFile,   kSaveAlignment, kReadStructure, kRealign,
-                                           kRealignAll, kAlignRows,     kShowAlignment};
+    static constexpr CommandName kAll[] = {kOpenFile,     kSaveAlignment, kReadStructure,
+                                           kRealign,      kRealignAll,    kAlignRows,
+                                           kAddSequences, kAddFiles,      kShowAlignment};
 
     // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
     static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
@@ -126,6 +154,23 @@ public:
     {
         return PluginManager::Execute(kAlignRows.group, kAlignRows.service, caller,
                                       kAlignRows.command, static_cast<void *>(&request));
+    }
+
+    // The sequences become rows behind the others and are aligned to them by another program, as by
+    // alignRows(); one step of undo. Nothing is added before they are aligned. Failed when nothing
+    // has changed; the user has been told why.
+    static Outcome addSequences(const std::string &caller, AddSequencesRequest &request)
+    {
+        return PluginManager::Execute(kAddSequences.group, kAddSequences.service, caller,
+                                      kAddSequences.command, static_cast<void *>(&request));
+    }
+
+    // The user chooses files, which are opened as by openFile(); when their objects have come, all
+    // their sequences are added as by addSequences(). Choosing nothing is no failure.
+    static Outcome addFiles(const std::string &caller, AddFilesRequest &request)
+    {
+        return PluginManager::Execute(kAddFiles.group, kAddFiles.service, caller, kAddFiles.command,
+                                      static_cast<void *>(&request));
     }
 
     // In a window of its own, or in the one that shows it already. Failed, with a message for the

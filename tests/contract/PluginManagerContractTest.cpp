@@ -35,6 +35,8 @@ protected:
         routes.removeExecute("Calculate", "Alignment", "Malign");
         routes.removeExecute("Calculate", "Alignment", "RealignAll");
         routes.removeExecute("Calculate", "Alignment", "AlignRows");
+        routes.removeExecute("Calculate", "Alignment", "AddSequences");
+        routes.removeExecute("Calculate", "Alignment", "AddFiles");
     }
 
     PluginRoutes::Handler record()
@@ -152,6 +154,14 @@ TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
     routes.registerExecute("Calculate", "Alignment", "AlignRows", record());
     EXPECT_EQ(WorkbenchCommands::alignRows("Mine", rows), Outcome::Done);
     EXPECT_EQ(m_Call.data, &rows);
+    TAMBO::AddSequencesRequest sequences{alignment.get(), {}, {}};
+    routes.registerExecute("Calculate", "Alignment", "AddSequences", record());
+    EXPECT_EQ(WorkbenchCommands::addSequences("Mine", sequences), Outcome::Done);
+    EXPECT_EQ(m_Call.data, &sequences);
+    TAMBO::AddFilesRequest files{alignment.get(), {}};
+    routes.registerExecute("Calculate", "Alignment", "AddFiles", record());
+    EXPECT_EQ(WorkbenchCommands::addFiles("Mine", files), Outcome::Done);
+    EXPECT_EQ(m_Call.data, &files);
     m_Call = {};
     routes.registerExecute("Data", "Alignment", "show", record());
     EXPECT_EQ(WorkbenchCommands::showAlignment("Mine", *alignment), Outcome::Done);

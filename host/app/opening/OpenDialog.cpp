@@ -35,10 +35,16 @@ QString patternsOf(const std::vector<std::string_view> &endings)
 
 } // namespace
 
-QStringList openFilters()
+QStringList openFilters(OpenPurpose purpose)
 {
     const QString structures = patternsOf(endingsOf(FormatKind::Structures));
     const QString alignments = patternsOf(endingsOf(FormatKind::Alignments));
+    if (purpose == OpenPurpose::AddAndAlign)
+        return {trOpen("Alignments, sequences and structures") +
+                    QStringLiteral(" (%1 %2)").arg(alignments, structures),
+                trOpen("Alignments and sequences") + QStringLiteral(" (%1)").arg(alignments),
+                trOpen("Structures") + QStringLiteral(" (%1)").arg(structures),
+                trOpen("All files") + QStringLiteral(" (*)")};
     const QString sessions = QStringLiteral("*.tambo");
     return {trOpen("Structures, alignments and sessions") +
                 QStringLiteral(" (%1 %2 %3)").arg(structures, alignments, sessions),
@@ -48,14 +54,16 @@ QStringList openFilters()
             trOpen("All files") + QStringLiteral(" (*)")};
 }
 
-QStringList askFilesToOpen(QWidget *parent)
+QStringList askFilesToOpen(QWidget *parent, OpenPurpose purpose)
 {
     services::ConfigStore &store = services::ConfigStore::instance();
     const std::string directory = store.value(kOpenSection, kFolderKey).value_or(std::string());
-    QFileDialog dialog(parent, trOpen("Open"), QString::fromStdString(directory));
+    const QString title =
+        purpose == OpenPurpose::Open ? trOpen("Open") : trOpen("Add File and Align");
+    QFileDialog dialog(parent, title, QString::fromStdString(directory));
     dialog.setObjectName(QStringLiteral("OpenDialog"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    dialog.setNameFilters(openFilters());
+    dialog.setNameFilters(openFilters(purpose));
     if (dialog.exec() == QDialog::Rejected)
         return {};
     store.setValue(kOpenSection, kFolderKey, dialog.directory().absolutePath().toStdString());

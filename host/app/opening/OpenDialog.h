@@ -8,10 +8,16 @@ class QWidget;
 
 namespace TAMBO::app {
 
+enum class OpenPurpose {
+    Open,
+    // Their sequences are added to an alignment, so sessions are none of them.
+    AddAndAlign
+};
+
 // What the dialog can be told to show: all files of the usual endings, those of one kind, or any.
-[[nodiscard]] QStringList openFilters();
+[[nodiscard]] QStringList openFilters(OpenPurpose purpose = OpenPurpose::Open);
 
 // Empty when cancelled.
-[[nodiscard]] QStringList askFilesToOpen(QWidget *parent);
+[[nodiscard]] QStringList askFilesToOpen(QWidget *parent, OpenPurpose purpose = OpenPurpose::Open);
 
 } // namespace TAMBO::app

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AddRowsCommand.h"
 
-#include "AddedRows.h"
 #include "AlignerCommand.h"
 #include "AlignerRun.h"
 #include "AlignerWait.h"
@@ -12,14 +11,20 @@
 #include "FailureBoxes.h"
 #include "Logger.h"
 #include "ObjectFacts.h"
+#include "ObjectReferences.h"
 #include "ObjectSpace.h"
+#include "Peptide.h"
+#include "PointerSet.h"
 #include "StepName.h"
 #include "TableChanges.h"
 
 #include <QLocale>
 
 #include <algorithm>
+#include <iterator>
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace TAMBO::app {
 
@@ -64,15 +69,60 @@ BitBuffer cellsOf(const Alignment &alignment, const AddedRows::Layout &layout)
     return cells;
 }
 
-// Inside a guard. False when the user has given up taking columns out, which leaves them empty.
-void place(Alignment &alignment, const AddedRows::Layout &layout)
+// Inside a guard.
+void openColumns(Alignment &alignment, const AddedRows::Layout &layout)
 {
     for (auto run = layout.inserted.rbegin(); run != layout.inserted.rend(); ++run)
         alignment.insertGapCol(run->column, run->count);
+}
+
+// Inside a guard. When the user gives up taking columns out, they stay, empty.
+void place(Alignment &alignment, const AddedRows::Layout &layout)
+{
+    openColumns(alignment, layout);
     replaceCells(alignment.table(), "align rows", {0, alignment.width()},
                  cellsOf(alignment, layout));
     if (std::ranges::find(layout.isEmptied, true) != layout.isEmptied.end())
         alignment.removeColumns(layout.isEmptied);
+}
+
+// A guard that is refused says why in the status line.
+bool isRefused(Alignment &alignment)
+{
+    if (!alignment.IsLocked() && !ObjectSpace::get().IsLocked())
+        return false;
+    const DataPoint<Alignment> refused(nullptr, &alignment);
+    return true;
+}
+
+Failure rowsFailure(FailureKind kind, const QString &refused, const QString &cause)
+{
+    return {kind, QStringLiteral("%1: %2.").arg(refused, cause).toStdString()};
+}
+
+// Those that can become rows, each once; and those that are rows already.
+struct Newcomers
+{
+    std::vector<Peptide *> sequences;
+    std::vector<Peptide *> present;
+};
+
+Newcomers newcomersOf(const Alignment &alignment, const std::vector<Compound *> &sequences)
+{
+    Newcomers found;
+    PointerSet<Peptide> seen;
+    for (Compound *const sequence : sequences) {
+        Peptide *const peptide = Peptide::from(sequence);
+        if (peptide == nullptr || peptide->residueCount() == 0 || !seen.insert(peptide))
+            continue;
+        (alignment.table().holds(*peptide) ? found.present : found.sequences).push_back(peptide);
+    }
+    return found;
+}
+
+QString rowNameOf(const Peptide &sequence)
+{
+    return QString::fromStdString(sequence.sequenceName());
 }
 
 } // namespace
@@ -80,53 +130,52 @@ void place(Alignment &alignment, const AddedRows::Layout &layout)
 bool AddRowsCommand::run(Alignment &alignment, const std::vector<unsigned long> &rows,
                          Columns columns, QString *told) const
 {
-    const Result<QString> aligned = align(alignment, rows, columns);
-    if (aligned) {
+    return tell(align(alignment, rows, columns), told);
+}
+
+bool AddRowsCommand::add(Alignment &alignment, const std::vector<Compound *> &sequences,
+                         QString *told) const
+{
+    return tell(alignNew(alignment, sequences), told);
+}
+
+bool AddRowsCommand::tell(const Result<QString> &outcome, QString *told) const
+{
+    if (outcome) {
         if (told != nullptr)
-            *told = aligned.value();
+            *told = outcome.value();
         else
-            Logger::Write(aligned.value());
+            Logger::Write(outcome.value());
         return true;
     }
-    if (aligned.error().kind == FailureKind::Cancelled)
+    if (outcome.error().kind == FailureKind::Cancelled)
         return false;
-    const QString sentence = QString::fromStdString(aligned.error().message());
+    const QString sentence = QString::fromStdString(outcome.error().message());
     Logger::Write(sentence, Logger::Severity::Error);
     if (m_HasUser)
         services::FailureBoxes::showOver(m_Parent, sentence, {});
     return false;
 }
 
-Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned long> rows,
-                                      Columns columns) const
+Result<AddedRows::Layout> AddRowsCommand::layoutOf(const Alignment &alignment,
+                                                   const Work &work) const
 {
-    // A guard that is refused says why in the status line.
-    if (alignment.IsLocked() || ObjectSpace::get().IsLocked()) {
-        const DataPoint<Alignment> refused(nullptr, &alignment);
-        return Failure{FailureKind::Cancelled, {}};
-    }
-    const QString name = nameText(alignment);
-    const auto refused = [&name](FailureKind kind, const QString &cause) {
-        return Failure{kind, tr("No row of %1 was aligned: %2.").arg(name, cause).toStdString()};
+    const auto refused = [&work](FailureKind kind, const QString &cause) {
+        return rowsFailure(kind, work.refused, cause);
     };
-    std::ranges::sort(rows);
-    const AddedRows sent(alignment, rows);
-    if (sent.added() == 0)
-        return refused(FailureKind::Refused, tr("none that has residues is chosen"));
-    if (sent.others() == 0)
+    if (work.sent.others() == 0)
         return refused(FailureKind::Refused,
                        tr("there are no others with residues to align them to"));
-    const auto command = realign::parseAlignerCommand(addingCommand(columns));
+    const auto command = realign::parseAlignerCommand(addingCommand(work.columns));
     if (!command)
         return refused(command.error().kind, QString::fromStdString(command.error().message()));
 
     const unsigned long revision = alignment.layoutRevision();
-    AlignerRun aligner(command.value(), sent.othersAsFasta(), sent.addedAsFasta());
-    const auto user = m_HasUser
-                          ? std::optional(AlignerUser{
-                                m_Parent, tr("Align to the Rest"),
-                                tr("Aligning rows of %1 with %2…").arg(name, aligner.program())})
-                          : std::nullopt;
+    AlignerRun aligner(command.value(), work.sent.othersAsFasta(), work.sent.addedAsFasta());
+    const auto user =
+        m_HasUser
+            ? std::optional(AlignerUser{m_Parent, work.title, work.waiting(aligner.program())})
+            : std::nullopt;
     waitForAligner(aligner, user);
     if (!aligner.outcome()) {
         const Failure &failure = aligner.outcome().error();
@@ -140,7 +189,7 @@ Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned
     }
     if (!isStillThere(alignment) || alignment.layoutRevision() != revision)
         return refused(FailureKind::Refused, tr("it was changed meanwhile"));
-    const Result<AddedRows::Layout> layout = sent.read(aligner.answer());
+    Result<AddedRows::Layout> layout = work.sent.read(aligner.answer());
     if (!layout)
         return refused(
             layout.error().kind,
@@ -150,29 +199,118 @@ Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned
         std::size_t count = 0;
         for (const auto &[row, residues] : leftOut)
             count += residues;
-        const QString first = QString::fromStdString(alignment.GetSeqName(leftOut.front().first));
-        return refused(FailureKind::Refused,
-                       tr("%1 residues, the first of them of %2, have no column among those of the "
-                          "other rows, "
-                          "and would be lost. Align to the Rest makes columns for them")
-                           .arg(QLocale().toString(qulonglong(count)), first));
+        return refused(
+            FailureKind::Refused,
+            tr("%1 residues, the first of them of %2, have no column among those of the "
+               "other rows, "
+               "and would be lost. Align to the Rest makes columns for them")
+                .arg(QLocale().toString(qulonglong(count)), work.nameOf(leftOut.front().first)));
     }
-    if (columns == Columns::Kept && !layout.value().inserted.empty())
+    if (work.columns == Columns::Kept && !layout.value().inserted.empty())
         return refused(FailureKind::BadInput, tr("%1 has made columns").arg(aligner.program()));
+    return layout;
+}
 
+Result<QString> AddRowsCommand::align(Alignment &alignment, std::vector<unsigned long> rows,
+                                      Columns columns) const
+{
+    if (isRefused(alignment))
+        return Failure{FailureKind::Cancelled, {}};
+    const QString name = nameText(alignment);
+    std::ranges::sort(rows);
+    const Work work{AddedRows(alignment, rows),
+                    columns,
+                    tr("Align to the Rest"),
+                    [&name](const QString &program) {
+                        return tr("Aligning rows of %1 with %2…").arg(name, program);
+                    },
+                    tr("No row of %1 was aligned").arg(name),
+                    [&alignment](unsigned long row) {
+                        return QString::fromStdString(alignment.GetSeqName(row));
+                    }};
+    if (work.sent.added() == 0)
+        return rowsFailure(FailureKind::Refused, work.refused,
+                           tr("none that has residues is chosen"));
+    const Result<AddedRows::Layout> layout = layoutOf(alignment, work);
+    if (!layout)
+        return layout.error();
     const DataPoint<Alignment> guard(nullptr, &alignment);
     if (!guard.m_good)
         return Failure{FailureKind::Cancelled, {}};
     const StepName step("Align rows to the rest");
     place(alignment, layout.value());
-    const unsigned long inserted = insertedIn(layout.value());
-    const QString what = sent.added() == 1 ? tr("Aligned %1 to the other rows")
-                                                 .arg(QString::fromStdString(alignment.GetSeqName(
-                                                     layout.value().rows.front().first)))
-                                           : tr("Aligned %L1 rows to the others").arg(sent.added());
+    return withColumns(
+        work.sent.added() == 1
+            ? tr("Aligned %1 to the other rows").arg(work.nameOf(layout.value().rows.front().first))
+            : tr("Aligned %L1 rows to the others").arg(work.sent.added()),
+        layout.value());
+}
+
+QString AddRowsCommand::withColumns(const QString &what, const AddedRows::Layout &layout)
+{
+    const unsigned long inserted = insertedIn(layout);
     return inserted == 0   ? tr("%1; no column has come").arg(what)
            : inserted == 1 ? tr("%1; one column has come").arg(what)
                            : tr("%1; %2 columns have come").arg(what, QString::number(inserted));
+}
+
+// ---- Sequences that become rows
+
+Result<QString> AddRowsCommand::alignNew(Alignment &alignment,
+                                         const std::vector<Compound *> &sequences) const
+{
+    if (isRefused(alignment))
+        return Failure{FailureKind::Cancelled, {}};
+    const QString name = nameText(alignment);
+    const Newcomers found = newcomersOf(alignment, sequences);
+    const std::vector<Peptide *> &added = found.sequences;
+    const std::size_t present = found.present.size();
+    if (added.empty())
+        return present == 0
+                   ? tr("Nothing was added to %1: there is no sequence with residues").arg(name)
+               : present == 1 ? tr("Nothing was added: %1 is a row of %2 already")
+                                    .arg(rowNameOf(*found.present.front()), name)
+                              : tr("Nothing was added: the %1 sequences are rows of %2 already")
+                                    .arg(QLocale().toString(qulonglong(present)), name);
+    // They may go while the program runs.
+    const ObjectReferences kept(std::vector<Compound *>(added.begin(), added.end()));
+    const unsigned long height = alignment.height();
+    std::vector<QString> names;
+    std::ranges::transform(added, std::back_inserter(names),
+                           [](const Peptide *sequence) { return rowNameOf(*sequence); });
+    const Work work{AddedRows(alignment, {}, added),
+                    Columns::AsNeeded,
+                    tr("Add and Align"),
+                    [&name](const QString &program) {
+                        return tr("Aligning what is added to %1 with %2…").arg(name, program);
+                    },
+                    tr("Nothing was added to %1").arg(name),
+                    [&names, height](unsigned long row) { return names[row - height]; }};
+    const Result<AddedRows::Layout> layout = layoutOf(alignment, work);
+    if (!layout)
+        return layout.error();
+    AlignmentTable::Rows rows;
+    for (const auto &[row, cells] : layout.value().rows) {
+        Peptide *const sequence = added[row - height];
+        if (kept.objects().size() != added.size() || cells.residues() != sequence->residueCount())
+            return rowsFailure(FailureKind::Refused, work.refused,
+                               tr("a sequence was changed meanwhile"));
+        rows.push_back(std::make_unique<AlignmentRow>(*sequence, cells));
+    }
+    const DataPoint<Alignment> guard(nullptr, &alignment);
+    if (!guard.m_good)
+        return Failure{FailureKind::Cancelled, {}};
+    const StepName step("Add and align sequences");
+    openColumns(alignment, layout.value());
+    addRowsTo(alignment.table(), std::move(rows));
+    const QString done =
+        withColumns(added.size() == 1 ? tr("Added and aligned %1").arg(names.front())
+                                      : tr("Added and aligned %L1 sequences").arg(added.size()),
+                    layout.value());
+    return present == 0 ? done
+           : present == 1
+               ? tr("%1; %2 was a row already").arg(done, rowNameOf(*found.present.front()))
+               : tr("%1; %2 were rows already").arg(done, QLocale().toString(qulonglong(present)));
 }
 
 } // namespace TAMBO::app

@@ -68,6 +68,10 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
             [this](const PluginCall &call) { return realignAll(call); });
     execute(WorkbenchCommands::kAlignRows,
             [this](const PluginCall &call) { return alignRows(call); });
+    execute(WorkbenchCommands::kAddSequences,
+            [this](const PluginCall &call) { return addSequences(call); });
+    execute(WorkbenchCommands::kAddFiles,
+            [this](const PluginCall &call) { return addFiles(call); });
     execute(WorkbenchCommands::kShowAlignment,
             [this](const PluginCall &call) { return show(call); });
 }
@@ -142,6 +146,18 @@ bool Routes::alignRows(const PluginCall &call)
 {
     auto *request = static_cast<AlignRowsRequest *>(call.data);
     return request != nullptr && request->alignment != nullptr && m_Actions.alignRows(*request);
+}
+
+bool Routes::addSequences(const PluginCall &call)
+{
+    auto *request = static_cast<AddSequencesRequest *>(call.data);
+    return request != nullptr && request->alignment != nullptr && m_Actions.addSequences(*request);
+}
+
+bool Routes::addFiles(const PluginCall &call)
+{
+    const auto *request = static_cast<const AddFilesRequest *>(call.data);
+    return request != nullptr && request->alignment != nullptr && m_Actions.addFiles(*request);
 }
 
 bool Routes::show(const PluginCall &call)

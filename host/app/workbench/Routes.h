@@ -15,6 +15,8 @@ struct PluginCall;
 
 namespace TAMBO {
 class Alignment;
+struct AddFilesRequest;
+struct AddSequencesRequest;
 struct AlignRowsRequest;
 struct RealignRequest;
 class Compound;
@@ -37,6 +39,9 @@ public:
         std::function<bool(Alignment &alignment)> realign;
         std::function<bool(RealignRequest &request)> realignAll;
         std::function<bool(AlignRowsRequest &request)> alignRows;
+        std::function<bool(AddSequencesRequest &request)> addSequences;
+        // With a file dialog.
+        std::function<bool(const AddFilesRequest &request)> addFiles;
         // In a window.
         std::function<bool(Alignment &alignment)> show;
         std::function<void(const LoadReport &report)> tellBadFiles;
@@ -65,6 +70,8 @@ private:
     bool realign(const PluginCall &call);
     bool realignAll(const PluginCall &call);
     bool alignRows(const PluginCall &call);
+    bool addSequences(const PluginCall &call);
+    bool addFiles(const PluginCall &call);
     bool show(const PluginCall &call);
     bool savePir(const PluginCall &call);
 

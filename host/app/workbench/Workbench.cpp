@@ -256,6 +256,8 @@ void Workbench::makeRoutes()
     actions.realign = [this](Alignment &alignment) { return realign(alignment); };
     actions.realignAll = [this](RealignRequest &request) { return realignAll(request); };
     actions.alignRows = [this](AlignRowsRequest &request) { return alignRows(request); };
+    actions.addSequences = [this](AddSequencesRequest &request) { return addSequences(request); };
+    actions.addFiles = [this](const AddFilesRequest &request) { return addFiles(request); };
     actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
@@ -388,6 +390,12 @@ bool Workbench::alignRows(AlignRowsRequest &request)
     return AddRowsCommand(windowInUse(), m_Attendance == Attendance::User)
         .run(*request.alignment, request.rows,
              request.keepsColumns ? Columns::Kept : Columns::AsNeeded, &request.told);
+}
+
+bool Workbench::addSequences(AddSequencesRequest &request)
+{
+    return AddRowsCommand(windowInUse(), m_Attendance == Attendance::User)
+        .add(*request.alignment, request.sequences, &request.told);
 }
 
 // In the order of the tree.

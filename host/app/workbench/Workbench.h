@@ -13,6 +13,7 @@
 #include "ObjectCommands.h"
 #include "ObjectNotes.h"
 #include "ObjectSources.h"
+#include "OpenedSequences.h"
 #include "Plugins.h"
 #include "SavedPlaces.h"
 #include "SessionDocument.h"
@@ -34,6 +35,8 @@
 #include <vector>
 
 namespace TAMBO {
+struct AddFilesRequest;
+struct AddSequencesRequest;
 struct AlignRowsRequest;
 struct RealignRequest;
 } // namespace TAMBO
@@ -138,6 +141,10 @@ public:
     bool realignAll(RealignRequest &request);
     // Rows to the others.
     bool alignRows(AlignRowsRequest &request);
+    // As new rows behind the others.
+    bool addSequences(AddSequencesRequest &request);
+    // The same of files that the user chooses, once they are open; false when he cannot be asked.
+    bool addFiles(const AddFilesRequest &request);
     // Asks which structures, along which alignment: chosen, if it is one.
     void askSuperpose(const Compound *chosen);
     // Has models of many rows built, and shows what comes of them.
@@ -233,6 +240,7 @@ private:
     Loader m_Loader;
     // How often the user had picked something when each open command was given; those under way.
     std::deque<std::size_t> m_PicksBefore;
+    OpenedSequences m_OpenedSequences;
     ObjectCommands m_Commands;
     Plugins m_Plugins;
     QTimer m_SaveTimer;

@@ -17,6 +17,7 @@
 #include "SessionCommands.h"
 #include "SessionFile.h"
 #include "Structure.h"
+#include "WorkbenchCommands.h"
 
 #include <QApplication>
 #include <QFile>
@@ -246,6 +247,35 @@ bool Workbench::askAndOpen(QWidget *parent)
     return !files.isEmpty();
 }
 
+bool Workbench::addFiles(const AddFilesRequest &request)
+{
+    if (m_Attendance != Attendance::User)
+        return false;
+    const auto alignment =
+        std::make_shared<ObjectReferences>(std::vector<Compound *>{request.alignment});
+    QStringList files = askFilesToOpen(QApplication::activeWindow(), OpenPurpose::AddAndAlign);
+    if (files.isEmpty() || alignment->objects().empty())
+        return true;
+    const QStringList sessionFiles = SessionCommands::takeSessions(files);
+    if (!sessionFiles.isEmpty()) {
+        tellFailure(tr("Nothing was opened and added."),
+                    {tr("%1 is a session, which only Open opens.").arg(sessionFiles.front())});
+        return false;
+    }
+    const std::vector<fs::path> paths = toPaths(files);
+    m_OpenedSequences.await(
+        paths, [this, alignment, tell = request.tell](const std::vector<Compound *> &sequences) {
+            if (alignment->objects().empty())
+                return tell(tr("Nothing was added: the alignment is not there any more"));
+            AddSequencesRequest added{
+                dynamic_cast<Alignment *>(alignment->objects().front()), sequences, {}};
+            if (addSequences(added))
+                tell(added.told);
+        });
+    load(paths);
+    return true;
+}
+
 void Workbench::filesOpened(const LoadReport &report)
 {
     m_Arriving.end(report.asked);
@@ -258,6 +288,7 @@ void Workbench::filesOpened(const LoadReport &report)
     rememberFiles(report);
     pickOpened(report);
     tellFailures(report);
+    m_OpenedSequences.arrived(report);
     emit opened(report);
 }
 

@@ -2,8 +2,10 @@
 #include "AddedRows.h"
 
 #include "AnsweredRows.h"
+#include "Peptide.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -40,7 +42,8 @@ private:
 
 } // namespace
 
-AddedRows::AddedRows(const Alignment &alignment, const std::vector<unsigned long> &rows)
+AddedRows::AddedRows(const Alignment &alignment, const std::vector<unsigned long> &rows,
+                     const std::vector<Peptide *> &newcomers)
     : m_Width(alignment.width()), m_HasAdded(alignment.width(), false)
 {
     std::vector<bool> isSent(m_Width, false);
@@ -62,6 +65,12 @@ AddedRows::AddedRows(const Alignment &alignment, const std::vector<unsigned long
             m_Added.push_back({row, lettersOf(text)});
         else
             m_Others.push_back({row, std::move(text)});
+    }
+    for (std::size_t i = 0; i < newcomers.size(); ++i) {
+        std::string text;
+        std::ranges::transform(newcomers[i]->letters(), std::back_inserter(text), asKnown);
+        if (!text.empty())
+            m_Added.push_back({alignment.height() + i, std::move(text)});
     }
     for (unsigned long col = 0; col < m_Width; ++col)
         if (isSent[col])

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Some rows of an alignment that are to be aligned to the others, whose columns stay together: what
+// Some rows of an alignment that are to be aligned to the others, or sequences that are to become
+// rows behind them. The columns of the others stay together: what
 // an aligner gets, and its answer as where residues come to stand. No answer is believed: each row
 // has to hold the very residues that were sent, and the others the very columns.
 #pragma once
@@ -14,14 +15,20 @@
 #include <utility>
 #include <vector>
 
+namespace TAMBO {
+class Peptide;
+}
+
 namespace TAMBO::realign {
 
 class AddedRows
 {
 public:
     // The rows of the alignment as they are now, those that are to be aligned ascending. Rows
-    // without residues, be they of these or of the others, take no part.
-    AddedRows(const Alignment &alignment, const std::vector<unsigned long> &rows);
+    // without residues, be they of these or of the others, take no part. The newcomers count on
+    // behind the rows.
+    AddedRows(const Alignment &alignment, const std::vector<unsigned long> &rows,
+              const std::vector<Peptide *> &newcomers = {});
 
     // How many take part.
     [[nodiscard]] std::size_t others() const noexcept { return m_Others.size(); }

@@ -7,7 +7,9 @@
 #include "PartAlignments.h"
 #include "Reordering.h"
 #include "RowSorting.h"
+#include "SelectObject.h"
 #include "SelectedRows.h"
+#include "Space.h"
 #include "Texts.h"
 #include "WorkbenchCommands.h"
 
@@ -117,6 +119,60 @@ void RowTools::alignToRest(bool keepsColumns)
     // The window, and this with it, may have gone meanwhile.
     if (window && !request.told.isEmpty())
         m_Tell(request.told);
+}
+
+// ---- Adding
+
+// What has come at the end is to be seen, and nothing scrolls sideways.
+void RowTools::tellAdded(const QString &told, unsigned long before)
+{
+    const TAMBO::Alignment *const alignment = m_Window.alignment();
+    if (alignment != nullptr && alignment->height() > before) {
+        const TAMBO::CellBlock seen = m_Window.visibleCells();
+        m_Window.showCell({alignment->height() - 1, (seen.colBegin + seen.colEnd) / 2});
+    }
+    m_Tell(told);
+}
+
+void RowTools::addAndAlign()
+{
+    if (m_Window.alignment() == nullptr)
+        return m_Tell(tr("No alignment is shown."));
+    std::vector<TAMBO::Compound *> candidates;
+    TAMBO::GetPeptides(TAMBO::Space::instance(), candidates, true);
+    std::vector<TAMBO::Compound *> chosen;
+    const QPointer<TAMBO::AlignmentWindow> window(&m_Window);
+    {
+        TAMBO::SelectObject dialog(candidates, chosen, m_Window.mainWindow(),
+                                   tr("Sequences to align and to add"));
+        if (dialog.exec() == QDialog::Rejected)
+            return;
+    }
+    // The dialog runs an event loop, in which the window may have gone.
+    if (!window)
+        return;
+    if (chosen.empty())
+        return m_Tell(tr("Nothing is added: no sequence is chosen."));
+    if (m_Window.alignment() == nullptr)
+        return m_Tell(tr("No alignment is shown."));
+    const unsigned long before = m_Window.alignment()->height();
+    TAMBO::AddSequencesRequest request{m_Window.alignment(), chosen, {}};
+    TAMBO::WorkbenchCommands::addSequences(kRowToolsCaller, request);
+    if (window && !request.told.isEmpty())
+        tellAdded(request.told, before);
+}
+
+void RowTools::addFileAndAlign()
+{
+    if (m_Window.alignment() == nullptr)
+        return m_Tell(tr("No alignment is shown."));
+    const unsigned long before = m_Window.alignment()->height();
+    TAMBO::AddFilesRequest request{m_Window.alignment(),
+                                   [this, life = QPointer(&m_Life), before](const QString &told) {
+                                       if (life)
+                                           tellAdded(told, before);
+                                   }};
+    TAMBO::WorkbenchCommands::addFiles(kRowToolsCaller, request);
 }
 
 // ---- Sorting

@@ -4,6 +4,7 @@
 
 #include "RowOrders.h"
 
+#include <QObject>
 #include <QPointer>
 #include <QString>
 
@@ -36,6 +37,10 @@ public:
     // By another program, for which it waits. keepsColumns: or not at all, when it takes columns
     // that are not there.
     void alignToRest(bool keepsColumns);
+    // Sequences that the user chooses, of those that are open or of files, come as rows behind the
+    // others, aligned to them in the same way.
+    void addAndAlign();
+    void addFileAndAlign();
 
     void sortByName();
     void sortByLength();
@@ -48,11 +53,14 @@ public:
     [[nodiscard]] GroupBar &groups();
 
 private:
+    void tellAdded(const QString &told, unsigned long before);
     void sort(const std::optional<RowOrder> &order, const QString &by, const char *step);
 
     TAMBO::AlignmentWindow &m_Window;
     Tell m_Tell;
     QPointer<GroupBar> m_Groups;
+    // For what comes when this may have gone.
+    QObject m_Life;
 };
 
 } // namespace companion

@@ -73,7 +73,22 @@ std::vector<Command> rowCommands()
          [](Companion &companion) { companion.rows().alignToRest(true); },
          false,
          menu},
-        {tr("New &Alignment of Selected"),
+        {tr("&Add and Align…"),
+         tr("Choose open sequences, which become rows and are aligned to the others with MAFFT; "
+            "the "
+            "others' columns stay together"),
+         {QKeySequence(Qt::CTRL | Qt::Key_J)},
+         [](Companion &companion) { companion.rows().addAndAlign(); },
+         false,
+         menu},
+        {tr("Add F&ile and Align…"),
+         tr("Open files, whose sequences become rows and are aligned to the others in the same "
+            "way"),
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_J)},
+         [](Companion &companion) { companion.rows().addFileAndAlign(); },
+         false,
+         menu},
+        {tr("New Alignment of &Selected"),
          tr("Make an alignment of the selected rows, without the columns that become empty"),
          {},
          [](Companion &companion) { companion.rows().newAlignmentOfSelected(); },

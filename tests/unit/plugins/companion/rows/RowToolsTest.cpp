@@ -4,8 +4,12 @@
 #include "CommandLists.h"
 #include "GroupBar.h"
 #include "IdentityDistances.h"
+#include "PluginRoutes.h"
 #include "RowOrders.h"
+#include "SelectObject.h"
 #include "WindowCommands.h"
+#include "WorkbenchCommands.h"
+#include "support/Answering.h"
 #include "support/LogLines.h"
 
 #include <QContextMenuEvent>
@@ -323,6 +327,113 @@ TEST_F(InTheRows, WithoutSelectedRowsNoAlignmentIsMade)
     EXPECT_EQ(told(), "No alignment is made: no row has selected residues.");
     EXPECT_EQ(alignments().size(), 2U);
     EXPECT_EQ(history.position(), 0U);
+}
+
+// ---- Adding
+
+class AddingRows : public InTheRows
+{
+protected:
+    AddingRows() : m_Rows(shown({"ACD", "ACD"}, {"first", "second"}))
+    {
+        auto &routes = TAMBO::services::PluginRoutes::instance();
+        routes.registerExecute(
+            "Calculate", "Alignment", "AddSequences", [this](const PluginCall &call) {
+                auto *const request = static_cast<TAMBO::AddSequencesRequest *>(call.data);
+                m_Alignment = request->alignment;
+                for (const TAMBO::Compound *const sequence : request->sequences)
+                    m_Added.push_back(sequence->Name());
+                request->told = m_Answer;
+                return true;
+            });
+        routes.registerExecute("Calculate", "Alignment", "AddFiles",
+                               [this](const PluginCall &call) {
+                                   m_Files = *static_cast<TAMBO::AddFilesRequest *>(call.data);
+                                   return true;
+                               });
+    }
+    ~AddingRows() override
+    {
+        auto &routes = TAMBO::services::PluginRoutes::instance();
+        routes.removeExecute("Calculate", "Alignment", "AddSequences");
+        routes.removeExecute("Calculate", "Alignment", "AddFiles");
+    }
+    void press(QKeyCombination key)
+    {
+        const companion::WindowCommands keys(*m_Served, *m_Companion);
+        for (QAction *const action : m_Window->actions())
+            if (action->shortcut() == QKeySequence(key))
+                action->trigger();
+    }
+
+    TAMBO::Alignment &m_Rows;
+    const TAMBO::Alignment *m_Alignment = nullptr;
+    Texts m_Added;
+    QString m_Answer = "Added";
+    TAMBO::AddFilesRequest m_Files{};
+};
+
+TEST_F(AddingRows, TheOnlyMatchOfTheFilterIsAddedByEnter)
+{
+    alignment({"ACDE"}, "other", {"neuroglobin"});
+    answering<TAMBO::SelectObject>([](TAMBO::SelectObject &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Sequences to align and to add");
+        dialog.findChild<QLineEdit *>()->setText("neuro");
+        dialog.accept();
+    });
+    press(Qt::CTRL | Qt::Key_J);
+    EXPECT_EQ(m_Added, Texts{"neuroglobin"});
+    EXPECT_EQ(m_Alignment, &m_Rows);
+    EXPECT_EQ(told(), "Added");
+}
+
+TEST_F(AddingRows, WhoGivesUpTheDialogAddsNothingAndWhatABoxHasToldIsNotTold)
+{
+    answering<TAMBO::SelectObject>([](TAMBO::SelectObject &dialog) { dialog.reject(); });
+    m_Companion->tell("Before");
+    m_Companion->rows().addAndAlign();
+    EXPECT_EQ(m_Alignment, nullptr);
+    EXPECT_EQ(told(), "Before");
+    m_Answer.clear();
+    answering<TAMBO::SelectObject>([](TAMBO::SelectObject &dialog) {
+        dialog.findChild<QLineEdit *>()->setText("first");
+        dialog.accept();
+    });
+    m_Companion->rows().addAndAlign();
+    EXPECT_EQ(m_Added, Texts{"first"});
+    EXPECT_EQ(told(), "Before");
+}
+
+TEST_F(AddingRows, AnAlignmentThatGoesWhileTheDialogAsksGetsNothing)
+{
+    answering<TAMBO::SelectObject>([this](TAMBO::SelectObject &dialog) {
+        m_Window->Clear();
+        dialog.findChild<QLineEdit *>()->setText("first");
+        dialog.accept();
+    });
+    m_Companion->rows().addAndAlign();
+    EXPECT_EQ(m_Alignment, nullptr);
+    EXPECT_EQ(told(), "No alignment is shown.");
+    m_Companion->rows().addAndAlign();
+    m_Companion->rows().addFileAndAlign();
+    EXPECT_EQ(m_Files.alignment, nullptr);
+}
+
+TEST_F(AddingRows, WhatHasComeOfFilesIsToldWhenTheyComeAndTheLastRowIsInSight)
+{
+    TAMBO::Alignment &many = shown(Texts(100, "ACDEF"));
+    press(Qt::CTRL | Qt::SHIFT | Qt::Key_J);
+    ASSERT_EQ(m_Files.alignment, &many);
+    {
+        const DataPoint<TAMBO::Alignment> change(nullptr, &many);
+        many.addRows({m_Rows.GetSeq(0)});
+    }
+    m_Files.tell("Added first");
+    EXPECT_EQ(told(), "Added first");
+    EXPECT_TRUE(m_Served->visibleCells().contains({100, 0}));
+    const auto tell = m_Files.tell;
+    m_Companion.reset();
+    tell("Nobody hears it");
 }
 
 } // namespace RowToolsTest
