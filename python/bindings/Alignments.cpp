@@ -136,10 +136,10 @@ void setColumnLines(const AlignmentReference &self, const py::dict &lines)
 {
     const Alignment &alignment = *self;
     std::vector<Annotation> said;
-    for (const auto &[tag, text] : lines) {
-        said.push_back({tag.cast<std::string>(), text.cast<std::string>()});
-        checkTag(said.back().tag);
-        checkColumnTexts(said.back().tag, said.back().text, alignment.width());
+    for (auto &[tag, text] : textsByTag(lines)) {
+        checkTag(tag);
+        checkColumnTexts(tag, text, alignment.width());
+        said.push_back({std::move(tag), std::move(text)});
     }
     const bool areThere = std::ranges::equal(AlignmentDetails::columnLines(alignment), said, {}, {},
                                              &Annotation::tag);

@@ -123,9 +123,28 @@ void checkTag(const std::string &tag)
 void checkColumnTexts(const std::string &tag, const std::string &text, std::size_t width)
 {
     checkLine(text, "a line");
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](char letter) {
+        return static_cast<unsigned char>(letter) < 0x80;
+    });
+    if (!isPlain)
+        throw py::value_error("line " + tag + " has other characters than those of ASCII");
     if (text.size() != width)
         throw py::value_error("line " + tag + " has " + std::to_string(text.size()) +
                               " characters for " + std::to_string(width) + " columns");
+}
+
+std::vector<std::pair<std::string, std::string>> textsByTag(const py::dict &lines)
+{
+    std::vector<std::pair<std::string, std::string>> pairs;
+    for (const auto &[tag, text] : lines) {
+        try {
+            pairs.emplace_back(tag.cast<std::string>(), text.cast<std::string>());
+        } catch (const py::cast_error &) {
+            throw py::type_error("a line is a text by its tag, and not " +
+                                 std::string(py::repr(text)) + " by " + std::string(py::repr(tag)));
+        }
+    }
+    return pairs;
 }
 
 std::vector<Annotation>
@@ -142,14 +161,23 @@ annotationsOf(const std::vector<std::pair<std::string, std::string>> &remarks)
 
 namespace {
 
+bool saysTheSame(const RowLabel &one, const RowLabel &other)
+{
+    return one.name == other.name && one.description == other.description &&
+           one.annotations == other.annotations &&
+           one.residueAnnotations == other.residueAnnotations;
+}
+
 template <typename Change>
 void changeLabel(const RowReference &row, const char *kind, const Change &change)
 {
     const std::size_t index = row.index();
     changed(*row.alignment(), [&](Alignment &changing) {
-        RowLabel label = labelOf(changing.table().row(index));
+        const RowLabel before = labelOf(changing.table().row(index));
+        RowLabel label = before;
         change(label, changing.table().row(index));
-        relabelRow(changing.table(), index, std::move(label), kind);
+        if (!saysTheSame(label, before))
+            relabelRow(changing.table(), index, std::move(label), kind);
     });
 }
 
@@ -220,10 +248,7 @@ void setResidueLines(const RowReference &row, const Pairs &lines)
 
 void setResidueLinesOf(const RowReference &row, const py::dict &lines)
 {
-    Pairs pairs;
-    for (const auto &[tag, text] : lines)
-        pairs.emplace_back(tag.cast<std::string>(), text.cast<std::string>());
-    setResidueLines(row, pairs);
+    setResidueLines(row, textsByTag(lines));
 }
 
 std::vector<std::pair<std::string, std::string>> remarksOfRow(const RowReference &row)

@@ -41,8 +41,11 @@ private:
 void checkLine(const std::string &text, const char *what);
 // The same for one word, by which Stockholm says what a line is.
 void checkTag(const std::string &tag);
-// The same for a line with a character for each column.
+// The same for a line with a character for each column, which is one byte.
 void checkColumnTexts(const std::string &tag, const std::string &text, std::size_t width);
+// Of a dictionary of lines, in its order; a TypeError when it has anything else.
+[[nodiscard]] std::vector<std::pair<std::string, std::string>>
+textsByTag(const pybind11::dict &lines);
 // From pairs of a tag and a text.
 [[nodiscard]] std::vector<Annotation>
 annotationsOf(const std::vector<std::pair<std::string, std::string>> &remarks);

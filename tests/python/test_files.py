@@ -126,6 +126,28 @@ class Files(Case):
         self.assertEqual((one.annotations, two.annotations, family.annotations), ({"SS": "HH.E"}, {}, {"SS_cons": "HH.E"}))
         self.assertEqual((two.remarks, two.description, two.index), ([], "", 1))
 
+    def test_what_is_said_already_is_no_step_of_undo(self):
+        (self.folder / "a.sto").write_text("# STOCKHOLM 1.0\n#=GF ID fam\n#=GS one OS x\none MK-V\n#=GR one SS HH.E\n"
+                                           "#=GC RF xx.x\n//\n")
+        family = tambo.open(self.folder / "a.sto").alignment
+        before = tambo.history()
+        family.remarks = family.remarks
+        family.annotations = family.annotations
+        family[0].remarks = family[0].remarks
+        family[0].annotations = family[0].annotations
+        family[0].description = family[0].description
+        self.assertEqual((tambo.history(), family.modified), (before, False))
+
+    def test_a_line_that_is_no_text_of_plain_characters_is_refused_and_named(self):
+        (self.folder / "a.fasta").write_text(">one\nMK-V\n")
+        family = tambo.open(self.folder / "a.fasta").alignment
+        for said in (family, family[0]):
+            with self.assertRaisesRegex(ValueError, "line SS has other characters than those of ASCII"):
+                said.annotations = {"SS": "\u00e9\u00e9"}
+            with self.assertRaisesRegex(TypeError, "a line is a text by its tag, and not 5 by 'SS'"):
+                said.annotations = {"SS": 5}
+            self.assertEqual(said.annotations, {})
+
     def test_lines_and_remarks_that_no_file_had_are_set_in_steps_of_undo(self):
         (self.folder / "a.fasta").write_text(">one\nMK-V\n>two\nMRAV\n")
         family = tambo.open(self.folder / "a.fasta").alignment

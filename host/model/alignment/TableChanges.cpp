@@ -131,7 +131,11 @@ void rewriteColumns(AlignmentTable &table, Column begin, std::vector<std::string
 void annotate(AlignmentTable &table, std::vector<Annotation> remarks, std::vector<Annotation> lines,
               const char *kind)
 {
-    if (!mayChange(table.alignment()))
+    const AlignmentAnnotation *const present = table.annotation();
+    const bool isSame = present == nullptr ? remarks.empty() && lines.empty()
+                                           : remarks == present->remarks() &&
+                                                 lines == present->lines(table.width());
+    if (isSame || !mayChange(table.alignment()))
         return;
     const ChangeScope scope;
     std::unique_ptr<AlignmentAnnotation> annotation;

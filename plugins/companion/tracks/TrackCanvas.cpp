@@ -2,6 +2,7 @@
 #include "TrackCanvas.h"
 
 #include "Alignment.h"
+#include "AlignmentDetails.h"
 #include "AlignmentWindow.h"
 #include "LinePainting.h"
 #include "PlainText.h"
@@ -20,6 +21,7 @@
 
 namespace companion {
 
+using TAMBO::AlignmentDetails;
 using TAMBO::WindowArea;
 
 namespace {
@@ -265,9 +267,31 @@ void TrackCanvas::layoutRebuilt()
 
 void TrackCanvas::commUpdate()
 {
+    followLines();
     const std::uint64_t now = TAMBO::StructureDetails::revision();
     if (std::exchange(m_Structures, now) != now && isOn(Track::Distance))
         follow();
+}
+
+// They are no part of the layout.
+void TrackCanvas::followLines()
+{
+    const TAMBO::Alignment *const alignment = shown().alignment();
+    if (alignment == nullptr)
+        return;
+    QStringList tags;
+    for (const std::string &tag : AlignmentDetails::columnLines(*alignment))
+        tags << QString::fromStdString(tag);
+    QStringList known;
+    for (const LineTrack &line : m_Lines)
+        if (!line.row)
+            known << line.name;
+    if (tags != known) {
+        arrange();
+        follow();
+    } else if (!tags.isEmpty()) {
+        update();
+    }
 }
 
 void TrackCanvas::cellSizeChanged()

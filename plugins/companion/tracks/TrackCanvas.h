@@ -65,7 +65,7 @@ public:
     void cellSizeChanged() override;
     void visibleSizeChanged() override;
     void scrolled() override;
-    // Structures may have moved.
+    // Structures may have moved, and lines over the columns may say something else.
     void commUpdate() override;
     void commAdd() override { commUpdate(); }
     void commDelete() override { commUpdate(); }
@@ -95,6 +95,7 @@ private:
     void arrange();
     [[nodiscard]] int heightOf(double share) const;
     void follow();
+    void followLines();
     void goOn(std::chrono::microseconds most);
     [[nodiscard]] TAMBO::AlignmentWindow &shown() const;
     // Where the cells are to be seen, in this one's coordinates, from its top to its bottom.

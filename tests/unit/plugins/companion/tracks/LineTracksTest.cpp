@@ -5,6 +5,7 @@
 #include "FileReader.h"
 #include "LinePainting.h"
 #include "Structure.h"
+#include "TableChanges.h"
 #include "Tracks.h"
 #include "window/AlignmentWindowFixture.h"
 
@@ -159,6 +160,27 @@ TEST_F(LinesOfAWindow, AToolTipTellsTheCharacterAndItsMeaning)
     const QRect most = canvas().columnRect(line("PP_cons"), 2);
     EXPECT_EQ(inked(picture, most), (most.width() - 1) * most.height());
     EXPECT_NEAR(inked(picture, least), inked(picture, most) / 11.0, least.width());
+}
+
+TEST_F(LinesOfAWindow, LinesThatAreSetAreTracksAtOnceAndThoseThatGoAreNone)
+{
+    TAMBO::Alignment *const shown = load("fibronectin3_seed.sto");
+    ASSERT_NE(shown, nullptr);
+    look(*shown);
+    const auto annotate = [&](std::vector<TAMBO::Annotation> lines) {
+        {
+            DataPoint<TAMBO::Alignment> change(nullptr, shown);
+            TAMBO::annotate(change->table(), {}, std::move(lines), "annotate columns");
+        }
+        settle();
+    };
+    const std::string text(shown->width(), '7');
+    annotate({{"SA_cons", text}});
+    EXPECT_EQ(names(), QStringList({"SA_cons"}));
+    EXPECT_EQ(toolTip("SA_cons", 1),
+              "Column 2 of " + QString::number(shown->width()) + "\nSA_cons: 7, 70 to 80 %");
+    annotate({});
+    EXPECT_EQ(names(), QStringList());
 }
 
 TEST_F(LinesOfAWindow, LinesFollowEditsOfTheirColumns)
