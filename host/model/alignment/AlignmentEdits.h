@@ -140,6 +140,8 @@ public:
     void store(EditWriter &out) const override;
     void storeInverse(EditWriter &out) const override;
     bool fits() const override;
+    // As fits(), of an alignment in no tree, into which rows of deleted sequences may come.
+    [[nodiscard]] bool fitsInCopy() const;
 
 private:
     std::vector<std::size_t> m_Indices;

@@ -181,12 +181,16 @@ void InsertRowsEdit::storeInverse(EditWriter &out) const
 
 bool InsertRowsEdit::fits() const
 {
+    return fitsInCopy() &&
+           std::ranges::all_of(m_Rows, [](const auto &row) { return isInTree(row->sequence()); });
+}
+
+bool InsertRowsEdit::fitsInCopy() const
+{
     if (!isWideEnough(m_Table, m_Width))
         return false;
     for (std::size_t i = 0; i < m_Rows.size(); ++i) {
-        const AlignmentRow &row = *m_Rows[i];
-        if (m_Indices[i] > m_Table.rowCount() + i || row.cells().end() > m_Width ||
-            !isInTree(row.sequence()))
+        if (m_Indices[i] > m_Table.rowCount() + i || m_Rows[i]->cells().end() > m_Width)
             return false;
     }
     return true;

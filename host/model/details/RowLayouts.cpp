@@ -82,6 +82,13 @@ private:
     StepJournal *m_Journal = ChangeSession::get().journal();
 };
 
+// A step that has deleted a sequence brings back its rows behind it; in the copy they come alone.
+bool fits(const Edit &copied)
+{
+    const auto *const rows = dynamic_cast<const InsertRowsEdit *>(&copied);
+    return rows != nullptr ? rows->fitsInCopy() : copied.fits();
+}
+
 // In a copy of the alignment, which nobody knows of; false for a step that is damaged.
 bool takeBack(const PastStep &step, const Alignment &alignment, AlignmentTable &copy)
 {
@@ -91,7 +98,7 @@ bool takeBack(const PastStep &step, const Alignment &alignment, AlignmentTable &
         if (edit == nullptr || edit->subject() != &alignment)
             continue;
         const std::unique_ptr<Edit> copied = edit->copyFor(copy);
-        if (copied != nullptr && !step.isTrusted && !copied->fits())
+        if (copied != nullptr && !step.isTrusted && !fits(*copied))
             return false;
         if (copied != nullptr)
             static_cast<void>(copied->apply());
