@@ -87,7 +87,9 @@ bool History::goTo(std::size_t position)
     if (journey == Journey::Lock && modelHooks().refused)
         modelHooks().refused(*locked);
     else if (journey == Journey::Damage)
-        refuse("Undo and redo stop at a step that is damaged.");
+        refuse("Undo and redo stop at the step \"" + label(stepTowards(position)) +
+               "\": what the session has of it does not fit the objects, or would take more memory "
+               "than there is.");
     return journey == Journey::There;
 }
 

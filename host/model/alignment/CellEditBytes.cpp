@@ -34,11 +34,16 @@ BitBuffer bitsNow(const AlignmentTable &table, Column begin, Column count)
 }
 
 // What comes back must be residues of the rows' sequences, which a copy of each row tells: restore
-// puts the cells of so many columns into it.
+// puts the cells of so many columns into it. One residue far behind all others takes the cells
+// before it in each row, which may be more than there is memory for.
 template <typename Restore>
 bool cellsFit(const AlignmentTable &table, const RestoreColumnsEdit::Cells &kept, Column count,
               Restore restore)
 {
+    std::uint64_t now = kept.bits.size();
+    for (std::size_t i = 0; i < table.rowCount(); ++i)
+        now += table.row(i).cells().end();
+    std::uint64_t then = 0;
     auto next = kept.residues.begin();
     for (std::size_t i = 0; i < table.rowCount(); ++i) {
         const std::vector<BitBuffer::Word> cells = kept.bits.bits(i * count, count);
@@ -52,7 +57,8 @@ bool cellsFit(const AlignmentTable &table, const RestoreColumnsEdit::Cells &kept
             return false;
         AlignmentRow row(table.row(i));
         restore(row, cells, residues);
-        if (!isOfItsSequence(row))
+        then += row.cells().end();
+        if (!isOfItsSequence(row) || !isAffordable(now, then))
             return false;
     }
     return next == kept.residues.end();

@@ -99,6 +99,26 @@ TEST_F(StepObjectsTest, UndoneStepBehindTheOneThatDeletesItsObjectIsRefused)
     expectRefused(swapped(0, 1), kNotThere);
 }
 
+TEST_F(StepObjectsTest, UndoStopsAtAStepThatDoesNotFitAndNamesIt)
+{
+    TAMBO::Alignment &rows = aligned({&peptide("a", "ACDE"), &peptide("b", "AC")});
+    history.clear();
+    rows.insertGap(0, 0);
+    rows.remove(0);
+    const Stored wrong = swapped(0, 1);
+    endProgram();
+    ASSERT_TRUE(load(wrong));
+    log.clear();
+    const std::string before = lastingPortrait();
+    EXPECT_FALSE(history.undo());
+    EXPECT_EQ(lastingPortrait(), before);
+    EXPECT_EQ(log,
+              (std::vector<std::string>{
+                  "Undo and redo stop at the step \"" + history.undoLabel() +
+                  "\": what the session has of it does not fit the objects, or would take more "
+                  "memory than there is."}));
+}
+
 TEST_F(StepObjectsTest, RowWhoseSequenceIsDeletedBeforeIsRefused)
 {
     TAMBO::Peptide &gone = peptide("gone", "ACDE");

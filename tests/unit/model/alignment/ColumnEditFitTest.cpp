@@ -196,4 +196,38 @@ TEST_F(ColumnEditFit, ColumnsThatComeBackBehindAllResiduesTakeNoMemory)
     EXPECT_LT(table.bytes(), before + 10'000);
 }
 
+// One residue of each row far behind all others takes all cells before it.
+TEST_F(ColumnEditFit, NoMoreCellsComeBackThanThereIsMemoryFor)
+{
+    constexpr std::size_t kRows = 2'000;
+    std::vector<std::pair<Peptide *, std::string>> rows;
+    for (std::size_t i = 0; i < kRows; ++i)
+        rows.emplace_back(&peptide("p", "ACDE"), "ACD-E");
+    AlignmentTable &table = alignmentOf(rows).table();
+    const std::unique_ptr<TAMBO::Edit> taken =
+        TAMBO::RemoveColumnsEdit(table, "remove", 4, 1).apply();
+    EXPECT_TRUE(taken->fits());
+    constexpr Column kMost = AlignmentTable::kMostColumns - 10;
+    OpenColumnsEdit wide(table, "open", {{4, kMost}});
+    ASSERT_TRUE(wide.fits());
+    const std::unique_ptr<TAMBO::Edit> back = wide.apply();
+    const auto oneOfEachRow = [] {
+        TAMBO::RestoreColumnsEdit::Cells cells;
+        cells.bits = TAMBO::BitBuffer(
+            std::vector<TAMBO::bits::Word>(TAMBO::bits::wordsFor(kRows), ~TAMBO::bits::Word(0)),
+            kRows);
+        return cells;
+    };
+    const auto restores = [&](Column begin) {
+        const bool fits =
+            TAMBO::RestoreColumnsEdit(table, "restore", begin, 1, oneOfEachRow(), {}).fits();
+        EXPECT_EQ(TAMBO::RestoreRunsEdit(table, "restore", {{begin, 1}}, oneOfEachRow(), {}).fits(),
+                  fits);
+        return fits;
+    };
+    EXPECT_TRUE(restores(4));
+    EXPECT_TRUE(restores(500'000));
+    EXPECT_FALSE(restores(kMost)) << "25 GB";
+}
+
 } // namespace ColumnEditFitTest
