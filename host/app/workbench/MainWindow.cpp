@@ -9,6 +9,7 @@
 #include "Directories.h"
 #include "FamilyDesk.h"
 #include "FirstPlaces.h"
+#include "ForeignData.h"
 #include "HelpTexts.h"
 #include "HelpViewer.h"
 #include "HistoryPanel.h"
@@ -68,16 +69,6 @@ constexpr const char *kTourPage = "tour.html";
 ConfigStore dockStore()
 {
     return {QString(), services::Directories::data() + QStringLiteral("/windows.ini")};
-}
-
-QStringList localFiles(const QMimeData &data)
-{
-    QStringList files;
-    for (const QUrl &url : data.urls()) {
-        if (url.isLocalFile())
-            files << url.toLocalFile();
-    }
-    return files;
 }
 
 QIcon icon(const char *name)
@@ -224,6 +215,8 @@ void MainWindow::makeEditMenu()
     menu->addAction(UndoActions::undo());
     menu->addAction(UndoActions::redo());
     menu->addSeparator();
+    menu->addAction(tr("&Paste"), QKeySequence::Paste, this, &MainWindow::pasteAsked)
+        ->setToolTip(tr("Open what is on the clipboard: sequences, an alignment, files"));
     menu->addAction(tr("Select &None"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
                     [this] {
                         // First, since the tree deselects what is picked in it.

@@ -79,6 +79,7 @@ signals:
     void filesAsked();
     void exampleAsked();
     void openAsked(const QStringList &files);
+    void pasteAsked();
     // What is picked.
     void saveAsked(const std::vector<TAMBO::Compound *> &objects);
     void saveAsAsked(const std::vector<TAMBO::Compound *> &objects);

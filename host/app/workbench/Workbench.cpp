@@ -232,6 +232,7 @@ void Workbench::connectWindow()
     connect(window, &MainWindow::filesAsked, this, [this, window] { askAndOpen(window); });
     connect(window, &MainWindow::exampleAsked, this, &Workbench::openExample);
     connect(window, &MainWindow::openAsked, this, &Workbench::open);
+    connect(window, &MainWindow::pasteAsked, this, &Workbench::paste);
     const auto saving = std::make_shared<const PickedSaving>(m_Places, *window);
     connect(window, &MainWindow::saveAsked, this, [window, saving](const auto &objects) {
         sayUnlessEmpty(*window, saving->save(objects, window->tree().isPickedByUser()));

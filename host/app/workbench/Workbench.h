@@ -5,6 +5,7 @@
 
 #include "ArrivingFiles.h"
 #include "ExportRuns.h"
+#include "ForeignData.h"
 #include "History.h"
 #include "KeptFiles.h"
 #include "KeptNotes.h"
@@ -126,6 +127,8 @@ public:
     void openExample();
     [[nodiscard]] static QString exampleFile();
     static constexpr const char *kExampleTool = "Structure View";
+    // Text of the clipboard as if it were in a file, or the files there.
+    void paste();
     // With a file dialog; false when the user chose nothing.
     bool askAndOpen(QWidget *parent);
     // Takes top-level objects out; asks when that touches unsaved work.
@@ -237,6 +240,7 @@ private:
     SessionDocument m_Document;
     SessionSaving m_Saving;
     UnsavedQuestion m_Question;
+    PastedTexts m_Pasted;
     Loader m_Loader;
     // How often the user had picked something when each open command was given; those under way.
     std::deque<std::size_t> m_PicksBefore;

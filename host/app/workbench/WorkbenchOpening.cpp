@@ -20,9 +20,11 @@
 #include "WorkbenchCommands.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontMetrics>
+#include <QMimeData>
 
 #include <algorithm>
 #include <cstddef>
@@ -240,6 +242,22 @@ void Workbench::load(const QStringList &files)
     load(toPaths(files));
 }
 
+void Workbench::paste()
+{
+    const QMimeData *const data = QGuiApplication::clipboard()->mimeData();
+    if (const QStringList files = data == nullptr ? QStringList() : localFiles(*data);
+        !files.isEmpty())
+        return open(files);
+    const QString text = data == nullptr ? QString() : data->text();
+    if (text.trimmed().isEmpty())
+        return say(tr("There is no text on the clipboard."));
+    const Result<fs::path> file = m_Pasted.add(text);
+    if (!file)
+        return tellFailure(tr("Nothing could be pasted."),
+                           {QString::fromStdString(file.error().message())});
+    load({file.value()});
+}
+
 bool Workbench::askAndOpen(QWidget *parent)
 {
     const QStringList files = askFilesToOpen(parent);
@@ -326,6 +344,9 @@ void Workbench::modelsOpened(const LoadReport &report)
 // What has just been read is as it is on the disk.
 void Workbench::noteOpened(const Compound &object, const LoadReport::Origin &origin)
 {
+    // It has no file to be saved to.
+    if (m_Pasted.has(origin.file))
+        return;
     const std::optional<WriteOptions> options = optionsOf(origin);
     const bool isStructure = object.Kind() == CompoundKind::Structure;
     if (options)
@@ -338,6 +359,10 @@ void Workbench::noteOpened(const Compound &object, const LoadReport::Origin &ori
 void Workbench::rememberFiles(const LoadReport &report)
 {
     QStringList files;
+    for (const fs::path &file : report.read) {
+        if (m_Pasted.has(file))
+            return say(tr("Pasted what was on the clipboard"));
+    }
     for (const fs::path &file : report.asked) {
         if (std::ranges::find(report.read, file) != report.read.end())
             files << toText(file);
@@ -356,6 +381,8 @@ void Workbench::tellFailures(const LoadReport &report)
     QStringList lines;
     for (const FileFailure &failure : report.failures)
         lines << QString::fromStdString(failure.failure.message());
+    if (report.asked.size() == 1 && m_Pasted.has(report.asked.front()))
+        return tellFailure(tr("What is on the clipboard could not be read."), lines);
     tellFailure(lines.size() == 1 ? tr("A file could not be opened.")
                                   : tr("%L1 files could not be opened.").arg(lines.size()),
                 lines);

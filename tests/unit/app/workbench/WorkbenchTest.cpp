@@ -199,6 +199,7 @@ TEST_F(WorkbenchTest, TheMenusHoldTheCommandsWithTheirKeys)
         {"File", "Quit", QKeySequence("Ctrl+Q")},
         {"Edit", "Undo", QKeySequence("Ctrl+Z")},
         {"Edit", "Redo", QKeySequence("Ctrl+Shift+Z")},
+        {"Edit", "Paste", QKeySequence("Ctrl+V")},
         {"Edit", "Select None", QKeySequence("Ctrl+Shift+A")},
         {"Edit", "Select Again", QKeySequence("Ctrl+Shift+L")},
         {"Edit", "Delete", QKeySequence("Del")},
