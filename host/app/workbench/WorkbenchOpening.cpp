@@ -28,6 +28,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -291,6 +292,8 @@ bool Workbench::addFiles(const AddFilesRequest &request)
                 tell(added.told);
         });
     load(paths);
+    // They are a part of what is worked on: what is picked in the tree stays so.
+    m_PicksBefore.back() = std::numeric_limits<std::size_t>::max();
     return true;
 }
 

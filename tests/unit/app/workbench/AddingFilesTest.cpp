@@ -6,6 +6,7 @@
 #include "DataDelete.h"
 #include "DataMaker.h"
 #include "MainWindow.h"
+#include "ObjectTree.h"
 #include "Space.h"
 #include "UndoCommands.h"
 #include "WorkbenchCommands.h"
@@ -98,6 +99,7 @@ TEST_F(AddingFiles, AFileIsOpenedAndItsSequenceAddedAndAlignedInTheNextStep)
     write("more.fasta", ">more\nAYIAKQRWWWQISFVKSHFSRQ\n");
     chooseAndWait("more.fasta");
     EXPECT_EQ(m_Told, "Added and aligned more; 3 columns have come");
+    EXPECT_TRUE(m_Workbench->window().tree().pickedObjects().empty()) << "as before";
     const Texts aligned = {"MKTAYIAKQR---QISFVKSHFSRQ", "MKTAYIAKQR---QISFVKSHFSRQ",
                            "---AYIAKQRWWWQISFVKSHFSRQ"};
     EXPECT_EQ(rowsOf(m_Family), aligned);
