@@ -19,7 +19,6 @@ constexpr const char *kWorkbench = "Tambo";
 constexpr const char *kEditor = "Alignment Editor";
 // From the corners of the windows to their menus and buttons, and to the entry of a menu that is
 // as many down.
-constexpr QPoint kFileMenu(20, 9);
 constexpr QPoint kModelMenu(62, 9);
 constexpr QPoint kColorMenu(215, 9);
 constexpr QPoint kToolsMenu(141, 9);
@@ -32,11 +31,15 @@ constexpr int kTreeHeight = 23;
 constexpr int kAlignmentInTree = 7;
 const QStringList kStructures = {"globin_1h97", "globin_1hho", "globin_1mbn", "globin_1urv",
                                  "globin_2oif"};
+constexpr const char *kAlpha =
+    ">alpha\nVLSPADKTNVKAAWGKVGAHAGEYGAEALERMFLSFPTTKTYFPHFDLSHGSAQVKGHGKKVADALTNAVAH\n"
+    "VDDMPNALSALSDLHAHKLRVDPVNFKLLSHCLLVTLAAHLPAEFTPAVHASLDKFLASVSTVLTSKYR\n";
+constexpr const char *kLegume = ">legume\nGALTESQAALVKSSWEEFNANIPKHTHRFFILVLEIAPAA\n";
 // In a dialog, below the line where the caret blinks.
 constexpr int kListBegin = 65;
 // From the begin of a row, in cells.
 constexpr int kName = -4;
-constexpr int kAdded = 5;
+constexpr int kAdded = 7;
 const QColor kNear(0, 0, 255);
 const QColor kConserved(0x1f, 0x5f, 0xa8);
 const QColor kHighScore(0xef, 0x8a, 0x62);
@@ -48,16 +51,16 @@ class CountedAfternoon : public CompanionByHand
 public:
     CountedAfternoon()
     {
-        QFile sequence(SOURCE_DIR "/examples/tour/neuroglobin.fasta");
-        EXPECT_TRUE(sequence.copy(m_Folder.filePath("neuroglobin.fasta")));
+        const QString another = m_Folder.filePath("neuroglobin.fasta");
+        EXPECT_TRUE(QFile::copy(SOURCE_DIR "/examples/tour/neuroglobin.fasta", another));
         QString files;
         for (const QString &structure : kStructures)
             files +=
                 QStringLiteral("\"" TEST_DATA_DIR "/families/globins/%1.pdb\" ").arg(structure);
-        files += '"' + m_Folder.filePath("neuroglobin.fasta") + "\" ";
-        files += '"' +
-                 write("legume.fasta", ">legume\nGALTESQAALVKSSWEEFNANIPKHTHRFFILVLEIAPAA\n") + '"';
+        files += '"' + write("alpha.fasta", kAlpha) + "\" ";
+        files += '"' + write("legume.fasta", kLegume) + '"';
         m_Texts = {{"the names of the files", files},
+                   {"the name of another file", another},
                    {"a name for the pages", m_Folder.filePath("pages.pdf")},
                    {"a name for the export", m_Folder.filePath("globins.fasta")},
                    {"a name for the alignment", m_Folder.filePath("globins.ali")},
@@ -87,7 +90,7 @@ public:
             for (const QString &popup : m_Screen.findPopups()) {
                 corner = m_Screen.geometryOf(popup).topLeft();
                 const int below = corner.y() - m_Place.top();
-                if (below > kFileMenu.y() && below < kConservation.y() - kFileMenu.y())
+                if (below > kModelMenu.y() && below < kConservation.y() - kModelMenu.y())
                     return true;
             }
             return false;
@@ -98,11 +101,9 @@ public:
     QPoint placeOf(const QString &what)
     {
         const std::map<QString, std::function<QPoint()>> places = {
-            {"File", [this] { return inEditor(kFileMenu); }},
             {"Model", [this] { return inEditor(kModelMenu); }},
             {"Color", [this] { return inEditor(kColorMenu); }},
             {"Kestram", [this] { return entry(0); }},
-            {"Add Seqs", [this] { return entry(1); }},
             {"By Distance", [this] { return entry(4); }},
             {"Conservation", [this] { return inEditor(kConservation); }},
             {"Tools", [this] { return inWorkbench(kToolsMenu); }},
@@ -157,7 +158,7 @@ public:
     // A menu closes by itself when the window manager gives its window the keyboard only then.
     void clickAt(const QString &what)
     {
-        const bool isMenu = QStringList{"File", "Model", "Color", "Tools"}.contains(what);
+        const bool isMenu = QStringList{"Model", "Color", "Tools"}.contains(what);
         do {
             m_Screen.click(placeOf(what));
             settle();
@@ -258,14 +259,14 @@ TEST_F(CountedAfternoon, EachActionOfTheTableDoesItsPart)
          }},
         {"align",
          [this] {
-             waitForLog("Got Alignment");
+             waitForLog("Realigned ");
              waitForWindows("Realign", 0);
              waitFor([this] { return m_Screen.activeWindow() == m_Editor; });
              // Without the tool tip of the button, and whatever else comes by itself.
              static_cast<void>(settledEditor());
          }},
         {"add a sequence and align it to the rest",
-         [this] { waitForLog("Aligned neuroglobin to the other rows"); }},
+         [this] { waitForLog("Added and aligned neuroglobin"); }},
         {"correct a gap",
          [this] {
              waitForColor(m_Grid.ground(m_Gap.y(), m_Gap.x() + 3), Qt::white);
@@ -291,12 +292,12 @@ TEST_F(CountedAfternoon, EachActionOfTheTableDoesItsPart)
          }},
         {"export as FASTA",
          [this] {
-             EXPECT_EQ(contentsOf("a name for the export").alignments.front().rows.size(), 6U);
+             EXPECT_EQ(contentsOf("a name for the export").alignments.front().rows.size(), 8U);
          }},
         {"save the alignment",
          [this] {
              const auto rows = contentsOf("a name for the alignment").alignments.front().rows;
-             ASSERT_EQ(rows.size(), 6U);
+             ASSERT_EQ(rows.size(), 8U);
              EXPECT_EQ(rows[1].name, "NGB_HUMAN");
              EXPECT_EQ(rows[0].link->first, "501");
          }},
