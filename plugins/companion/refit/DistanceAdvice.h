@@ -38,8 +38,8 @@ private:
     std::uint64_t m_Structures = 0;
 };
 
-// Of structures that lie much farther from the first than they would when superposed; empty when
-// none does.
+// Of structures that lie much farther from the first than they would when superposed, with no part
+// of them where it belongs; empty when none does.
 [[nodiscard]] QString apartText(const TAMBO::Alignment &alignment, const FitsFound &found);
 
 } // namespace companion
