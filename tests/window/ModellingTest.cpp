@@ -22,6 +22,11 @@ constexpr QPoint kNextObject(0, 23);
 // The engine computes for half a minute when it has a processor to itself.
 constexpr int kModelPatience = 2 * kPatienceMilliseconds;
 
+// Of the scores of a model.
+const QList<QColor> kFifths = {QColor(0x67, 0xa9, 0xcf), QColor(0xb6, 0xd5, 0xe7),
+                               QColor(0xf7, 0xf7, 0xf7), QColor(0xf6, 0xc0, 0xa3),
+                               QColor(0xef, 0x8a, 0x62)};
+
 class Modelling : public WindowFixture
 {
 protected:
@@ -74,6 +79,18 @@ TEST_F(Modelling, TwoFilesBecomeAModelThatIsTheTargetsStructure)
         TAMBO::readFile(m_Folder.filePath("user/cache/tmp/model.pdb").toStdString());
     ASSERT_TRUE(model.has_value());
     EXPECT_EQ(model->structures.at(0).chains.at(0).residues.size(), 216U);
+
+    // Its residues are colored by the engine's score, in one step.
+    m_Screen.pressKey(editor, "shift+F10");
+    waitUntil([&] { return !m_Screen.findPopups().isEmpty() || !isRunning(); });
+    m_Screen.pressKey("c");
+    waitUntil([&] { return m_Screen.findPopups().isEmpty() || !isRunning(); });
+    waitUntil(
+        [&] { return kFifths.contains(m_Screen.picture().pixelColor(target)) || !isRunning(); });
+    EXPECT_TRUE(kFifths.contains(m_Screen.picture().pixelColor(target)));
+    EXPECT_EQ(m_Screen.picture().pixelColor(grid.ground(0, 0)), colorOf('I'));
+    m_Screen.pressKey(editor, "ctrl+z");
+    waitForColor(target, colorOf('I'));
 
     // Picking the model in the tree marks the target's row.
     const QPoint corner = m_Screen.geometryOf(window(kWorkbench)).topLeft();
