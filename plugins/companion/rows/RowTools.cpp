@@ -13,6 +13,8 @@
 #include "Texts.h"
 #include "WorkbenchCommands.h"
 
+#include <QMainWindow>
+
 #include <algorithm>
 #include <utility>
 
