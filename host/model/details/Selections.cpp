@@ -3,13 +3,13 @@
 
 #include "ChangeScope.h"
 #include "CompoundState.h"
+#include "ObjectIndex.h"
 #include "ObjectOperations.h"
 #include "Peptide.h"
 #include "Space.h"
 #include "StoredObject.h"
 #include "Structure.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -19,8 +19,14 @@ namespace {
 
 // Of the last time when something was deselected; 0 before the first one.
 std::uint32_t s_Time = 0;
-// Which objects were selected themselves then, ascending.
-std::vector<std::uint32_t> s_KeptObjects;
+// The objects that were selected themselves then. One that is gone leaves it by itself: the next
+// session may have another one of its number.
+ObjectIndex &keptObjects()
+{
+    // Never destroyed, as objects may be that leave it.
+    static ObjectIndex &kept = *new ObjectIndex;
+    return kept;
+}
 
 template <typename Visit> void forEachPeptide(Visit visit)
 {
@@ -52,12 +58,12 @@ SelectedCount Selections::deselectAll()
 {
     const ChangeScope scope;
     SelectedCount count;
-    std::vector<std::uint32_t> objects;
+    std::vector<StoredObject *> objects;
     // Before any sequence is deselected: its residues may be those of a chain.
     forEachPeptide([&](Peptide &peptide) { count.residues += peptide.keepDeselected(s_Time + 1); });
     forEachOwnMark([&](StoredObject &object, const CompoundState &state) {
         if (state.isSelected)
-            objects.push_back(object.identity());
+            objects.push_back(&object);
     });
     count.objects = objects.size();
     for (Compound *const object : *Space::instance())
@@ -65,8 +71,9 @@ SelectedCount Selections::deselectAll()
     if (count.isNone())
         return count;
     ++s_Time;
-    std::ranges::sort(objects);
-    s_KeptObjects = std::move(objects);
+    keptObjects().clear();
+    for (StoredObject *const object : objects)
+        keptObjects().add(*object);
     forEachPeptide([](Peptide &peptide) { peptide.forgetKept(s_Time); });
     return count;
 }
@@ -76,14 +83,15 @@ SelectedCount Selections::selectAgain()
     const ChangeScope scope;
     SelectedCount count;
     forEachPeptide([&](Peptide &peptide) { count.residues += peptide.selectKept(s_Time); });
-    if (s_KeptObjects.empty())
+    ObjectIndex &kept = keptObjects();
+    if (kept.size() == 0)
         return count;
     forEachOwnMark([&](StoredObject &object, CompoundState &state) {
-        if (!std::ranges::binary_search(s_KeptObjects, object.identity()))
+        if (kept.find(object.identity()) == nullptr)
             return;
         assignSelected(object.asCompound(), state.isSelected, true);
         ++count.objects;
-        std::erase(s_KeptObjects, object.identity());
+        kept.erase(object.identity());
     });
     return count;
 }

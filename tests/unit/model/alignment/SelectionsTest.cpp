@@ -5,6 +5,7 @@
 #include "Alignment.h"
 #include "DataMaker.h"
 #include "Selections.h"
+#include "StoredObject.h"
 
 #include <vector>
 
@@ -105,6 +106,21 @@ TEST_F(SelectionsTest, OfObjectsThatAreGoneNothingIsLeft)
     TAMBO::DataMaker::Destroy(&two);
     EXPECT_EQ(selectAgain().residues, 1U);
     EXPECT_TRUE(one.isSelected(1));
+}
+
+// Numbers of objects begin anew with each session.
+TEST_F(SelectionsTest, AnotherObjectWithTheNumberOfOneThatIsGoneIsNotSelected)
+{
+    TAMBO::Peptide &one = peptide("one", "ACD");
+    TAMBO::Alignment *gone = TAMBO::DataMaker::makeAlignment("SeqAli", {&one});
+    gone->SetSelected(true);
+    deselectAll();
+    const std::uint32_t number = TAMBO::identityOf(*gone);
+    TAMBO::DataMaker::Destroy(gone);
+    TAMBO::Alignment &other = *TAMBO::DataMaker::makeAlignment("SeqAli", {&one});
+    ASSERT_TRUE(TAMBO::StoredObject::from(&other)->restoreIdentity(number));
+    EXPECT_TRUE(selectAgain().isNone());
+    EXPECT_FALSE(other.IsSelected());
 }
 
 TEST_F(SelectionsTest, WhatIsSelectedMeanwhileStaysSelected)
