@@ -100,9 +100,12 @@ public:
     // Execute with an Alignment.
     static constexpr CommandName kShowAlignment{"Data", "Alignment", "show"};
 
-    static constexpr CommandName kAll[] = {kOpenFile,     kSaveAlignment, kReadStructure,
-                                           kRealign,      kRealignAll,    kAlignRows,
-                                           kAddSequences, kAddFiles,      kShowAlignment};
+    // Execute with an Alignment.
+    static constexpr CommandName kExportAlignment{"Data", "Alignment", "export"};
+
+    static constexpr CommandName kAll[] = {
+        kOpenFile,  kSaveAlignment, kReadStructure, kRealign,       kRealignAll,
+        kAlignRows, kAddSequences,  kAddFiles,      kShowAlignment, kExportAlignment};
 
     // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
     static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
@@ -179,6 +182,15 @@ public:
     {
         return PluginManager::Execute(kShowAlignment.group, kShowAlignment.service, caller,
                                       kShowAlignment.command, static_cast<void *>(&alignment));
+    }
+
+    // The user chooses file and format, over the window in use. Choosing nothing is no failure;
+    // what takes long is written when this has returned, and the workbench tells what has come of
+    // it.
+    static Outcome exportAlignment(const std::string &caller, Alignment &alignment)
+    {
+        return PluginManager::Execute(kExportAlignment.group, kExportAlignment.service, caller,
+                                      kExportAlignment.command, static_cast<void *>(&alignment));
     }
 };
 

@@ -25,10 +25,6 @@ constexpr QPoint kToolsMenu(141, 9);
 constexpr QPoint kConservation(330, 39);
 constexpr QPoint kFirstEntry(30, 11);
 constexpr int kEntryHeight = 22;
-constexpr QPoint kFirstInTree(80, 89);
-constexpr int kTreeHeight = 23;
-// Behind the structures and the alignments of one row.
-constexpr int kAlignmentInTree = 7;
 const QStringList kStructures = {"globin_1h97", "globin_1hho", "globin_1mbn", "globin_1urv",
                                  "globin_2oif"};
 constexpr const char *kAlpha =
@@ -107,10 +103,6 @@ public:
             {"By Distance", [this] { return entry(4); }},
             {"Conservation", [this] { return inEditor(kConservation); }},
             {"Tools", [this] { return inWorkbench(kToolsMenu); }},
-            {"the alignment in the tree",
-             [this] {
-                 return inWorkbench(kFirstInTree + QPoint(0, kAlignmentInTree * kTreeHeight));
-             }},
             {"the added name", [this] { return name(kAdded); }},
             {"the first name", [this] { return name(0); }},
             {"the corner", [this] { return corner(); }},

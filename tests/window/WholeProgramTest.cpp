@@ -236,29 +236,8 @@ TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
     const QString editor = window(kEditor);
     const CellGrid grid = this->grid(editor, "AC");
     m_Screen.pressKey(window(kWorkbench), "ctrl+shift+e");
-    const QString dialog = window("Export");
-    m_Screen.pressKey(dialog, "Return");
-    window("Export", 2);
-    QStringList windows = m_Screen.findWindows("Export");
-    windows.removeOne(dialog);
-    ASSERT_EQ(windows.size(), 1);
     const QString file = held.filePath("out.ali");
-    // Names that are offered to complete the text, which may be at any time, can take a key.
-    const auto isAsking = [&] {
-        return isRunning() && m_Screen.findWindows("Export").contains(windows.front());
-    };
-    const auto waitForRest = [&] {
-        return waitUntil([&] { return isSettled() || !isAsking(); }) && isAsking();
-    };
-    while (waitForRest()) {
-        m_Screen.pressKey(windows.front(), "ctrl+a");
-        m_Screen.pasteText(windows.front(), file);
-        while (waitForRest() && !m_Screen.findPopups().isEmpty())
-            m_Screen.pressKey("Escape");
-        if (isAsking())
-            m_Screen.pressKey("Return");
-    }
-    waitForWindows("Export", 0);
+    enterFile("Export", file);
     ASSERT_TRUE(waitUntil([&] { return held.isHolding() || !isRunning(); }));
     m_Screen.activate(editor);
     m_Screen.drag(grid.middle(edited, 2), grid.middle(edited, 5));

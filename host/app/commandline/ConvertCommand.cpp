@@ -95,6 +95,8 @@ int runConvert(const ConvertOrder &order, std::ostream &err)
         err << remark << '\n';
     for (const std::string &remark : aids.remarks)
         err << remark << '\n';
+    if (const std::string remark = endingRemark(order); !remark.empty())
+        err << remark << '\n';
     for (const std::string &loss : lossesOf(contents.value(), order.options))
         err << nameOf(order.output) << ": " << loss << '\n';
     return 0;

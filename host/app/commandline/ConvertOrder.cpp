@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertOrder.h"
 
+#include "FormatText.h"
 #include "SessionFile.h"
 
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -95,6 +97,16 @@ Result<ConvertOrder> parseConvertOrder(const std::vector<std::string> &words)
     if (const Result<void> chosen = chooseFormat(sorted->format, order); !chosen)
         return chosen.error();
     return order;
+}
+
+std::string endingRemark(const ConvertOrder &order)
+{
+    const std::filesystem::path output(order.output);
+    const std::optional<WriteOptions> told = writeOptionsFor(output);
+    if (!told || told->format == order.options.format)
+        return {};
+    return formats::cleanText(output.filename().string()) + ": is " + fileOf(order.options.format) +
+           ", and ends like " + fileOf(told->format);
 }
 
 } // namespace TAMBO::app

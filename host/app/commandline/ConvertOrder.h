@@ -32,5 +32,7 @@ struct ConvertOrder
 // The words behind "convert". The error is one sentence. A file that may be a session's is looked
 // at.
 [[nodiscard]] Result<ConvertOrder> parseConvertOrder(const std::vector<std::string> &words);
+// What is to be said when the call names another format than the output's ending; else empty.
+[[nodiscard]] std::string endingRemark(const ConvertOrder &order);
 
 } // namespace TAMBO::app

@@ -118,6 +118,8 @@ private:
                            (isOfStructures ? " structures" : " alignments") + called() + "; " +
                            (m_Order.object ? "" : "say which one with --object NAME, or ") +
                            "name a folder for all of them");
+        if (const std::string remark = endingRemark(m_Order); !remark.empty())
+            m_Remarks.push_back(remark);
         return write(*found.front(), m_Output, m_Order.options);
     }
 

@@ -6,6 +6,7 @@
 #include "RecordMaker.h"
 #include "Structure.h"
 #include "StructureSet.h"
+#include "WritableObject.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -23,6 +24,17 @@ void addOnce(QStringList &sentences, const std::vector<std::string> &more)
     for (const std::string &sentence : more)
         if (const QString text = QString::fromStdString(sentence); !sentences.contains(text))
             sentences << text;
+}
+
+QString togetherLoss(MergedFiles::Kind kind)
+{
+    return kind == MergedFiles::Kind::Models
+               ? QCoreApplication::translate(
+                     "MergedFiles", "Helices and strands are those of the first one, and the names "
+                                    "of the structures are left out.")
+               : QCoreApplication::translate("MergedFiles",
+                                             "They are one structure in the file, and their names "
+                                             "are left out.");
 }
 
 } // namespace
@@ -47,6 +59,8 @@ Result<void> MergedFiles::check(const WriteOptions &options) const
 QStringList MergedFiles::notes(Kind kind, const WriteOptions &options) const
 {
     QStringList sentences;
+    if (kind != Kind::Files)
+        sentences << togetherLoss(kind);
     if (kind == Kind::Chains) {
         const MergedStructures merged = mergedChains(*m_Records, kMergedName);
         addOnce(sentences, merged.renamed);
@@ -54,14 +68,21 @@ QStringList MergedFiles::notes(Kind kind, const WriteOptions &options) const
         addOnce(sentences, looksLostOf(merged.whole));
         return sentences;
     }
-    if (kind == Kind::Models)
-        sentences << QCoreApplication::translate(
-            "MergedFiles", "Helices and strands are those of the first one, and the names of the "
-                           "structures are left out.");
     for (const StructureRecord &record : *m_Records) {
         addOnce(sentences, lossesOf(record, options));
         addOnce(sentences, looksLostOf(record));
     }
+    return sentences;
+}
+
+// What is opened from a file of several is not those again.
+QStringList MergedFiles::ownLosses(Kind kind, std::size_t structure,
+                                   const WriteOptions &options) const
+{
+    QStringList sentences;
+    if (kind != Kind::Files)
+        sentences << togetherLoss(kind);
+    addOnce(sentences, ownLossesOf((*m_Records)[structure], options));
     return sentences;
 }
 

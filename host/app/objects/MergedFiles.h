@@ -32,6 +32,9 @@ public:
     [[nodiscard]] Result<void> check(const WriteOptions &options) const;
     // What is lost, and which chains get other names: a sentence each.
     [[nodiscard]] QStringList notes(Kind kind, const WriteOptions &options) const;
+    // Of these, what is lost of the one structure that is part of it as it is loaded.
+    [[nodiscard]] QStringList ownLosses(Kind kind, std::size_t structure,
+                                        const WriteOptions &options) const;
     // For a file of each, without endings, each another one.
     [[nodiscard]] QStringList names() const;
     // Of Files the one structure. From any thread, as long as a copy of this is there.

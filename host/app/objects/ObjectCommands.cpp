@@ -107,14 +107,14 @@ QString wholeName(const ObjectCommands::Objects &objects)
 }
 
 // Two at least, when nothing else was picked; else none.
-std::vector<const Structure *> structuresOf(const ObjectCommands::Objects &picked)
+std::vector<Structure *> structuresOf(const ObjectCommands::Objects &picked)
 {
-    std::vector<const Structure *> structures;
-    for (const Compound *const object : picked)
-        if (const auto *const structure = dynamic_cast<const Structure *>(object))
+    std::vector<Structure *> structures;
+    for (Compound *const object : picked)
+        if (auto *const structure = dynamic_cast<Structure *>(object))
             structures.push_back(structure);
     const bool areAll = structures.size() == picked.size() && structures.size() > 1;
-    return areAll ? structures : std::vector<const Structure *>{};
+    return areAll ? structures : std::vector<Structure *>{};
 }
 
 // The object itself, or what it is a part of.
@@ -328,10 +328,9 @@ bool ObjectCommands::canExport()
 
 QString ObjectCommands::askExport(const Objects &picked) const
 {
-    if (const std::vector<const Structure *> several = structuresOf(picked); !several.empty()) {
-        StructuresDialog dialog(several, m_DialogParent);
-        dialog.exec();
-        return dialog.files().value(0);
+    if (const std::vector<Structure *> several = structuresOf(picked); !several.empty()) {
+        StructuresDialog dialog(several, dialogParent());
+        return runExport(dialog);
     }
     const Objects objects = writableObjects();
     if (objects.empty())
@@ -340,26 +339,25 @@ QString ObjectCommands::askExport(const Objects &picked) const
     for (std::size_t i = 0; i < picked.size() && chosen == nullptr; ++i)
         chosen = writableAt(picked[i]);
     ExportDialog dialog(objects, chosen, dialogParent());
-    if (dialog.isGivenUp())
-        return {};
+    return dialog.isGivenUp() ? QString() : runExport(dialog);
+}
+
+QString ObjectCommands::runExport(WriteDialog &dialog) const
+{
     if (m_Places != nullptr)
         dialog.setPlaces(*m_Places);
     dialog.setGoesOn(m_Exports != nullptr);
     dialog.exec();
-    ExportRuns::Order order;
-    order.job = dialog.takeJob();
-    if (dialog.object() != nullptr)
-        order.object = std::make_unique<ObjectReferences>(Objects{dialog.object()});
-    order.name = dialog.nameOfObject();
-    order.options = dialog.options();
-    order.losses = dialog.losses();
-    order.countsAsSaved = dialog.countsAsSaved();
-    order.state = dialog.takeState();
-    if (order.job != nullptr)
-        m_Exports->take(std::move(order), m_DialogParent);
-    else if (m_Places != nullptr && !dialog.file().isEmpty())
-        ExportRuns::note(*m_Places, order, dialog.file());
-    return dialog.file();
+    QString first;
+    for (const ExportRuns::Order &order : dialog.takeWritten()) {
+        if (first.isEmpty())
+            first = order.job->path();
+        if (m_Places != nullptr)
+            ExportRuns::note(*m_Places, order, order.job->path());
+    }
+    if (std::vector<ExportRuns::Order> rest = dialog.takeRest(); !rest.empty())
+        m_Exports->take(std::move(rest), m_DialogParent);
+    return first;
 }
 
 void ObjectCommands::fillMenu(QMenu &menu, const Objects &objects,

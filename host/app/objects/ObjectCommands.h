@@ -23,6 +23,7 @@ class ExportRuns;
 class ObjectNotes;
 class ObjectSources;
 class SavedPlaces;
+class WriteDialog;
 
 class ObjectCommands
 {
@@ -88,6 +89,8 @@ private:
     struct Entry;
 
     [[nodiscard]] QWidget *dialogParent() const;
+    // What was written at once, the first of several.
+    [[nodiscard]] QString runExport(WriteDialog &dialog) const;
     void fillMenu(QMenu &menu, const Objects &objects, std::vector<Entry> &entries) const;
 
     const ObjectSources &m_Sources;

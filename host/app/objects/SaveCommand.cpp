@@ -80,10 +80,13 @@ SaveCommand::Outcome SaveCommand::saveAs()
                        beside.options.format);
     if (dialog.exec() == QDialog::Rejected || object() == nullptr)
         return {};
-    m_Places.accept(*chosen, dialog.losses());
-    m_Places.noteSaved(*chosen, {dialog.file(), dialog.options(), true, false, dialog.fileState()},
-                       *dialog.takeState());
-    return {true, true, dialog.file()};
+    const std::vector<ExportRuns::Order> written = dialog.takeWritten();
+    const ExportRuns::Order &order = written.front();
+    const QString file = order.job->path();
+    m_Places.accept(*chosen, order.parts.front().losses);
+    m_Places.noteSaved(*chosen, {file, order.options, true, false, order.job->written()},
+                       *order.parts.front().state);
+    return {true, true, file};
 }
 
 SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAboutLosses)

@@ -1,219 +1,161 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructuresDialog.h"
 
-#include "ConfigStore.h"
-#include "Logger.h"
+#include "KeptState.h"
+#include "ObjectFacts.h"
+#include "ObjectReferences.h"
+#include "SavedPlaces.h"
+#include "Structure.h"
 #include "WriteJob.h"
-#include "WriteWait.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QFormLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStyle>
-#include <QVBoxLayout>
+
+#include <utility>
 
 namespace TAMBO::app {
 
-namespace {
-
-constexpr const char *kFolderSection = "Files";
-constexpr const char *kExportFolderKey = "ExportDirectory";
-
-QString lastExportFolder()
+Compound *StructuresDialog::Copied::object() const
 {
-    return QString::fromStdString(services::ConfigStore::instance()
-                                      .value(kFolderSection, kExportFolderKey)
-                                      .value_or(std::string()));
+    return structure->objects().empty() ? nullptr : structure->objects().front();
 }
 
-void keepExportFolder(const QString &folder)
+StructuresDialog::StructuresDialog(const std::vector<Structure *> &structures, QWidget *parent)
+    : WriteDialog(parent), m_Structures({structures.begin(), structures.end()})
 {
-    services::ConfigStore &store = services::ConfigStore::instance();
-    store.setValue(kFolderSection, kExportFolderKey, folder.toStdString());
-    store.saveOrLog();
-}
-
-QString usualEnding(FileFormat format)
-{
-    const std::string_view ending = fileEndings(format).front();
-    return QString::fromUtf8(ending.data(), qsizetype(ending.size()));
-}
-
-} // namespace
-
-StructuresDialog::StructuresDialog(const std::vector<const Structure *> &structures,
-                                   QWidget *parent)
-    : QDialog(parent), m_Structures(structures)
-{
+    for (Structure *const structure : structures)
+        m_Copied.push_back({std::make_unique<ObjectReferences>(std::vector<Compound *>{structure}),
+                            nameText(*structure)});
     setObjectName(QStringLiteral("StructuresDialog"));
     setWindowTitle(tr("Export %1 Structures").arg(m_Structures.count()));
+    setAcceptText(tr("&Export"));
     m_Kind = new QComboBox;
     m_Kind->setObjectName(QStringLiteral("Kind"));
     m_Kind->addItem(tr("one file, a model for each"), int(MergedFiles::Kind::Models));
     m_Kind->addItem(tr("one file, with the chains of all"), int(MergedFiles::Kind::Chains));
     m_Kind->addItem(tr("a file for each"), int(MergedFiles::Kind::Files));
-    m_Format = new QComboBox;
-    m_Format->setObjectName(QStringLiteral("Format"));
+    addRow(new QLabel(tr("&As:")), m_Kind);
+    connect(m_Kind, &QComboBox::currentIndexChanged, this, &StructuresDialog::followKind);
+    std::vector<FileFormat> formats;
     for (const FormatEntry &entry : kFormats)
         if (isStructureFormat(entry.format))
-            m_Format->addItem(QString::fromStdString(formatTitle(entry.format)), int(entry.format));
-    auto *form = new QFormLayout;
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->addRow(tr("&As:"), m_Kind);
-    form->addRow(tr("&Format:"), m_Format);
-    m_NotesLabel = new QLabel;
-    m_NotesLabel->setWordWrap(true);
-    m_Notes = new QListWidget;
-    m_Notes->setObjectName(QStringLiteral("Notes"));
-    m_Notes->setAccessibleName(tr("What is lost or changed"));
-    m_Notes->setWordWrap(true);
-    m_Notes->setSelectionMode(QAbstractItemView::NoSelection);
-    m_Notes->setAlternatingRowColors(true);
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    m_Write = buttons->addButton(tr("&Export…"), QDialogButtonBox::AcceptRole);
-    m_Write->setObjectName(QStringLiteral("Write"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &StructuresDialog::write);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(m_Kind, &QComboBox::currentIndexChanged, this, &StructuresDialog::follow);
-    connect(m_Format, &QComboBox::currentIndexChanged, this, &StructuresDialog::follow);
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(m_NotesLabel);
-    layout->addWidget(m_Notes, 1);
-    layout->addWidget(buttons);
-    m_Write->setDefault(true);
-    resize(520, 380);
+            formats.push_back(entry.format);
+    setFormats(formats);
+    offer(QStringLiteral("structures"));
     follow();
 }
 
 StructuresDialog::~StructuresDialog() = default;
+
+void StructuresDialog::setPlaces(const SavedPlaces &places)
+{
+    for (Copied &each : m_Copied)
+        if (each.object() != nullptr)
+            each.state = places.keepState(*each.object());
+    WriteDialog::setPlaces(places);
+}
 
 MergedFiles::Kind StructuresDialog::kind() const
 {
     return MergedFiles::Kind(m_Kind->currentData().toInt());
 }
 
-WriteOptions StructuresDialog::options() const
+void StructuresDialog::followKind()
 {
-    WriteOptions options;
-    options.format = FileFormat(m_Format->currentData().toInt());
-    return options;
+    setNamesFolder(kind() == MergedFiles::Kind::Files);
+    follow();
 }
 
-void StructuresDialog::follow()
+WriteDialog::Verdict StructuresDialog::verdict(const WriteOptions &chosen) const
 {
-    m_Notes->clear();
-    const Result<void> fits = m_Structures.check(options());
-    m_Write->setEnabled(fits.has_value());
-    m_NotesLabel->setText(fits ? tr("The atoms are written where they are now. This is lost or "
-                                    "changed:")
-                               : tr("This cannot be written:"));
-    if (!fits) {
-        m_Notes->addItem(new QListWidgetItem(style()->standardIcon(QStyle::SP_MessageBoxWarning),
-                                             QString::fromStdString(fits.error().message())));
-        return;
+    if (const Result<void> fits = m_Structures.check(chosen); !fits)
+        return {QString::fromStdString(fits.error().message())};
+    Verdict verdict{{},
+                    m_Structures.notes(kind(), chosen),
+                    tr("The atoms are written where they are now. This is lost or changed:")};
+    for (std::size_t i = 0; i < m_Copied.size() && places() != nullptr; ++i) {
+        const Compound *const object = m_Copied[i].object();
+        verdict.canCount =
+            verdict.canCount || (object != nullptr && places()->isUnsaved(*object) &&
+                                 !m_Structures.ownLosses(kind(), i, chosen).isEmpty());
     }
-    const QIcon icon = style()->standardIcon(QStyle::SP_MessageBoxInformation);
-    for (const QString &note : m_Structures.notes(kind(), options()))
-        m_Notes->addItem(new QListWidgetItem(icon, note));
+    return verdict;
 }
 
-QString StructuresDialog::askFile()
+ExportRuns::Part StructuresDialog::part(std::size_t structure) const
 {
-    const QString ending = usualEnding(options().format);
-    QFileDialog dialog(this, tr("Export"), lastExportFolder());
-    dialog.setObjectName(QStringLiteral("ExportFileDialog"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ending.mid(1));
-    dialog.selectFile(QStringLiteral("structures") + ending);
-    if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty())
-        return {};
-    keepExportFolder(dialog.directory().absolutePath());
-    return dialog.selectedFiles().front();
+    const Copied &copied = m_Copied[structure];
+    ExportRuns::Part part;
+    if (copied.object() != nullptr)
+        part.object = std::make_unique<ObjectReferences>(std::vector<Compound *>{copied.object()});
+    part.state = copied.state;
+    part.losses = m_Structures.ownLosses(kind(), structure, options());
+    part.countsAsSaved = isAccepted(part.losses);
+    return part;
 }
 
-QStringList StructuresDialog::askFolder()
+// Of one structure when each has a file.
+ExportRuns::Order StructuresDialog::order(const QString &file, std::size_t structure) const
 {
-    QFileDialog dialog(this, tr("Export into a Folder"), lastExportFolder());
-    dialog.setObjectName(QStringLiteral("ExportFolderDialog"));
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
-    if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty())
-        return {};
-    const QDir folder(dialog.selectedFiles().front());
-    QStringList files;
-    QStringList present;
-    for (const QString &name : m_Structures.names()) {
-        files << folder.filePath(name + usualEnding(options().format));
-        if (QFileInfo::exists(files.back()))
-            present << QFileInfo(files.back()).fileName();
-    }
-    if (!present.isEmpty()) {
-        QMessageBox box(QMessageBox::Warning, tr("Tambo"),
-                        tr("These files are there already: %1").arg(present.join(", ")),
-                        QMessageBox::Cancel, this);
-        box.setObjectName(QStringLiteral("ReplaceFiles"));
-        box.setTextFormat(Qt::PlainText);
-        const QPushButton *const replace = box.addButton(tr("&Replace"), QMessageBox::AcceptRole);
-        box.exec();
-        if (box.clickedButton() != replace)
-            return {};
-    }
-    keepExportFolder(folder.absolutePath());
-    return files;
-}
-
-bool StructuresDialog::writeTo(const QString &file, std::size_t structure)
-{
-    WriteJob job(
+    ExportRuns::Order order;
+    order.options = options();
+    order.job = std::make_unique<WriteJob>(
         [structures = m_Structures, kind = kind(), structure,
-         options = options()](const QString &path, WriteAids &aids) {
+         options = order.options](const QString &path, WriteAids &aids) {
             return structures.write(path, kind, structure, options, aids);
         },
         file);
-    job.start();
-    const Result<void> written = waitToTheEnd(job, windowTitle(), this);
-    if (written) {
-        m_Files << file;
-        return true;
+    if (kind() == MergedFiles::Kind::Files) {
+        order.name = m_Copied[structure].name;
+        order.parts.push_back(part(structure));
+        return order;
     }
-    if (written.error().kind == FailureKind::Cancelled)
-        return false;
-    const QString cause = QString::fromStdString(written.error().message());
-    Logger::Write(cause, Logger::Severity::Error);
-    QMessageBox box(QMessageBox::Warning, tr("Tambo"), cause, QMessageBox::Ok, this);
-    box.setObjectName(QStringLiteral("ExportFailure"));
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
-    return false;
+    order.name = tr("%1 structures").arg(m_Structures.count());
+    for (std::size_t i = 0; i < m_Copied.size(); ++i)
+        order.parts.push_back(part(i));
+    return order;
 }
 
-void StructuresDialog::write()
+bool StructuresDialog::mayReplaceAll(const QStringList &files)
 {
-    m_Files.clear();
-    const QString file = kind() == MergedFiles::Kind::Files ? QString() : askFile();
-    const QStringList files = kind() == MergedFiles::Kind::Files ? askFolder()
-                              : file.isEmpty()                   ? QStringList()
-                                                                 : QStringList{file};
-    std::size_t structure = 0;
-    for (const QString &each : files)
-        if (!writeTo(each, structure++))
-            break;
-    if (!m_Files.isEmpty())
-        Logger::Write(tr("Exported %1 of %2 structures to %3")
-                          .arg(kind() == MergedFiles::Kind::Files ? int(m_Files.size())
-                                                                  : int(m_Structures.count()))
-                          .arg(m_Structures.count())
-                          .arg(m_Files.join(QStringLiteral(", "))));
-    if (!files.isEmpty() && m_Files.size() == files.size())
-        accept();
+    constexpr qsizetype kMostNamed = 10;
+    QStringList present;
+    for (const QString &file : files)
+        if (QFileInfo::exists(file))
+            present << QFileInfo(file).fileName();
+    if (present.isEmpty())
+        return true;
+    QString named = present.mid(0, kMostNamed).join(QStringLiteral(", "));
+    if (present.size() > kMostNamed)
+        named = tr("%1 and %L2 more").arg(named).arg(present.size() - kMostNamed);
+    QMessageBox box(QMessageBox::Warning, tr("Tambo"),
+                    tr("These files are there already: %1").arg(named), QMessageBox::Cancel, this);
+    box.setObjectName(QStringLiteral("ReplaceFiles"));
+    box.setTextFormat(Qt::PlainText);
+    const QPushButton *const replace = box.addButton(tr("&Replace"), QMessageBox::AcceptRole);
+    box.exec();
+    return box.clickedButton() == replace;
+}
+
+std::vector<ExportRuns::Order> StructuresDialog::orders(const QString &target)
+{
+    QStringList files;
+    if (kind() != MergedFiles::Kind::Files) {
+        files << target;
+    } else {
+        for (const QString &name : m_Structures.names())
+            files << QDir(target).filePath(name + ending());
+        if (!mayReplaceAll(files))
+            return {};
+    }
+    std::vector<ExportRuns::Order> orders;
+    for (const QString &file : files)
+        orders.push_back(order(file, orders.size()));
+    return orders;
 }
 
 } // namespace TAMBO::app

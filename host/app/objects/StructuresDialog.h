@@ -3,48 +3,58 @@
 #pragma once
 
 #include "MergedFiles.h"
+#include "WriteDialog.h"
 
-#include <QDialog>
-#include <QStringList>
+#include <memory>
+#include <vector>
 
 class QComboBox;
-class QLabel;
-class QListWidget;
-class QPushButton;
+
+namespace TAMBO {
+class Compound;
+class KeptState;
+} // namespace TAMBO
 
 namespace TAMBO::app {
 
-class StructuresDialog : public QDialog
+class ObjectReferences;
+
+class StructuresDialog : public WriteDialog
 {
     Q_OBJECT
 
 public:
     // Two at least, which are copied: they may go while the dialog is open.
-    StructuresDialog(const std::vector<const Structure *> &structures, QWidget *parent);
+    StructuresDialog(const std::vector<Structure *> &structures, QWidget *parent);
     ~StructuresDialog() override;
 
-    // What has been written.
-    [[nodiscard]] const QStringList &files() const noexcept { return m_Files; }
+    void setPlaces(const SavedPlaces &places) override;
+
+protected:
+    [[nodiscard]] Verdict verdict(const WriteOptions &chosen) const override;
+    [[nodiscard]] std::vector<ExportRuns::Order> orders(const QString &target) override;
 
 private:
+    // One that was copied.
+    struct Copied
+    {
+        std::unique_ptr<ObjectReferences> structure;
+        QString name;
+        std::shared_ptr<const KeptState> state = nullptr;
+
+        // Null when it has gone.
+        [[nodiscard]] Compound *object() const;
+    };
+
     [[nodiscard]] MergedFiles::Kind kind() const;
-    [[nodiscard]] WriteOptions options() const;
-    // Shows what is lost or gets another name.
-    void follow();
-    void write();
-    [[nodiscard]] QString askFile();
-    // Nothing when the user does not want to.
-    [[nodiscard]] QStringList askFolder();
-    bool writeTo(const QString &file, std::size_t structure);
+    void followKind();
+    [[nodiscard]] ExportRuns::Part part(std::size_t structure) const;
+    [[nodiscard]] ExportRuns::Order order(const QString &file, std::size_t structure) const;
+    [[nodiscard]] bool mayReplaceAll(const QStringList &files);
 
     MergedFiles m_Structures;
-    QStringList m_Files;
-
+    std::vector<Copied> m_Copied;
     QComboBox *m_Kind = nullptr;
-    QComboBox *m_Format = nullptr;
-    QLabel *m_NotesLabel = nullptr;
-    QListWidget *m_Notes = nullptr;
-    QPushButton *m_Write = nullptr;
 };
 
 } // namespace TAMBO::app

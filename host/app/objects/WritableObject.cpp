@@ -51,7 +51,6 @@ AlignmentSnapshot recordOf(const std::string &name, const std::vector<const Pept
     return record;
 }
 
-// What is said of every structure is lost by its being opened, not by its being written.
 std::vector<std::string> lossesOfAny(const WriteOptions &options)
 {
     StructureRecord plain;
@@ -81,6 +80,14 @@ QStringList sentencesOf(const std::vector<std::string> &texts)
 }
 
 } // namespace
+
+std::vector<std::string> ownLossesOf(const StructureRecord &structure, const WriteOptions &options)
+{
+    std::vector<std::string> losses = lossesOf(structure, options);
+    for (const std::string &sentence : lossesOfAny(options))
+        std::erase(losses, sentence);
+    return losses;
+}
 
 WritableObject::WritableObject(const Compound &object) : m_Record(recordOf(object)) { }
 
@@ -142,12 +149,8 @@ QStringList WritableObject::lostLooks() const
 
 QStringList WritableObject::ownLosses(const WriteOptions &options) const
 {
-    QStringList sentences = losses(options);
-    if (std::holds_alternative<StructureRecord>(m_Record)) {
-        for (const std::string &sentence : lossesOfAny(options))
-            sentences.removeOne(QString::fromStdString(sentence));
-    }
-    return sentences;
+    const auto *const structure = std::get_if<StructureRecord>(&m_Record);
+    return structure == nullptr ? losses(options) : sentencesOf(ownLossesOf(*structure, options));
 }
 
 Result<void> WritableObject::write(const QString &path, const WriteOptions &options) const

@@ -24,6 +24,11 @@ struct WriteAids;
 
 namespace TAMBO::app {
 
+// What is lost of a structure as it is loaded. What is said of every structure is lost by its being
+// opened, not by its being written.
+[[nodiscard]] std::vector<std::string> ownLossesOf(const StructureRecord &structure,
+                                                   const WriteOptions &options);
+
 class WritableObject
 {
 public:

@@ -14,14 +14,20 @@ constexpr int kWriteTick = 50;
 } // namespace
 
 WriteProgress::WriteProgress(WriteJob &job, const QString &title, QWidget *parent)
-    : ProgressBox(title, QString(), parent), m_Job(&job)
+    : ProgressBox(title, QString(), parent)
 {
     setObjectName(QStringLiteral("WriteProgress"));
-    setText(tr("Writing %1").arg(QFileInfo(job.path()).fileName()));
+    follow(job);
     startTimer(kWriteTick);
 }
 
 WriteProgress::~WriteProgress() = default;
+
+void WriteProgress::follow(WriteJob &job)
+{
+    m_Job = &job;
+    setText(tr("Writing %1").arg(QFileInfo(job.path()).fileName()));
+}
 
 // It goes when the writing has ended.
 void WriteProgress::reject()

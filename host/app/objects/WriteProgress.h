@@ -20,6 +20,8 @@ public:
     WriteProgress(WriteJob &job, const QString &title, QWidget *parent);
     ~WriteProgress() override;
 
+    // Another one takes its place.
+    void follow(WriteJob &job);
     // Gives up the writing.
     void reject() override;
 

@@ -195,8 +195,10 @@ void MainWindow::makeFileMenu()
     m_Export = menu->addAction(tr("E&xport…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), this,
                                &MainWindow::exportPicked);
     menu->addSeparator();
+    // What is about all of the work is asked for in any window.
     menu->addAction(tr("Save Sess&ion"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S), this,
-                    &MainWindow::saveSessionAsked);
+                    &MainWindow::saveSessionAsked)
+        ->setShortcutContext(Qt::ApplicationShortcut);
     menu->addAction(tr("Save Session As…"), this, &MainWindow::saveSessionAsAsked);
     menu->addSeparator();
     m_Close = menu->addAction(tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
@@ -205,6 +207,7 @@ void MainWindow::makeFileMenu()
     QAction *quit = menu->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
                                     &MainWindow::quitAsked);
     quit->setMenuRole(QAction::QuitRole);
+    quit->setShortcutContext(Qt::ApplicationShortcut);
 }
 
 void MainWindow::makeEditMenu()
@@ -397,7 +400,12 @@ void MainWindow::fillRecentMenu()
 
 void MainWindow::exportPicked()
 {
-    const QString file = m_Parts.commands.askExport(m_Tree->pickedObjects());
+    exportObjects(m_Tree->pickedObjects());
+}
+
+void MainWindow::exportObjects(const std::vector<Compound *> &objects)
+{
+    const QString file = m_Parts.commands.askExport(objects);
     if (!file.isEmpty())
         say(tr("Exported %1").arg(QFileInfo(file).fileName()));
 }

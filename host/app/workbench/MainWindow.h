@@ -63,6 +63,8 @@ public:
 
     [[nodiscard]] ObjectTree &tree() noexcept { return *m_Tree; }
     [[nodiscard]] std::vector<Compound *> pickedObjects() const;
+    // As ObjectCommands::askExport(), and says what was written.
+    void exportObjects(const std::vector<Compound *> &objects);
     [[nodiscard]] ObjectTreeModel &objects() noexcept { return *m_Objects; }
     // In the status line for a while.
     void say(const QString &text);

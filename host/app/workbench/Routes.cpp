@@ -74,6 +74,8 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
             [this](const PluginCall &call) { return addFiles(call); });
     execute(WorkbenchCommands::kShowAlignment,
             [this](const PluginCall &call) { return show(call); });
+    execute(WorkbenchCommands::kExportAlignment,
+            [this](const PluginCall &call) { return exportTo(call); });
 }
 
 Routes::~Routes()
@@ -164,6 +166,14 @@ bool Routes::show(const PluginCall &call)
 {
     auto *alignment = static_cast<Alignment *>(call.data);
     return alignment != nullptr && m_Actions.show(*alignment);
+}
+
+bool Routes::exportTo(const PluginCall &call)
+{
+    auto *alignment = static_cast<Alignment *>(call.data);
+    if (alignment != nullptr)
+        m_Actions.exportTo(*alignment);
+    return alignment != nullptr;
 }
 
 // The file is complete, or as it was, when this returns.

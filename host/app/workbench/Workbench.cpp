@@ -260,6 +260,7 @@ void Workbench::makeRoutes()
     actions.addSequences = [this](AddSequencesRequest &request) { return addSequences(request); };
     actions.addFiles = [this](const AddFilesRequest &request) { return addFiles(request); };
     actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
+    actions.exportTo = [this](Alignment &alignment) { window().exportObjects({&alignment}); };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);

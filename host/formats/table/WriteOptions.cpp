@@ -55,6 +55,21 @@ std::vector<std::string_view> writeFormatNames()
     return names;
 }
 
+std::string withEndingOf(std::string name, FileFormat format)
+{
+    const std::optional<WriteOptions> known = writeOptionsFor(name);
+    if (known && known->format == format)
+        return name;
+    std::string compressed;
+    if (std::filesystem::path(lowerCase(name)).extension() == kCompressedEnding) {
+        compressed = name.substr(name.size() - kCompressedEnding.size());
+        name.resize(name.size() - compressed.size());
+    }
+    if (known)
+        name.resize(name.rfind('.'));
+    return name.append(fileEndings(format).front()).append(compressed);
+}
+
 std::optional<WriteOptions> writeOptionsFor(const std::filesystem::path &file)
 {
     std::filesystem::path name = lowerCase(file.filename().string());

@@ -32,5 +32,8 @@ struct WriteOptions
 [[nodiscard]] std::vector<std::string_view> writeFormatNames();
 // By a file name's ending, ".gz" aside, in any case of letters.
 [[nodiscard]] std::optional<WriteOptions> writeOptionsFor(const std::filesystem::path &file);
+// A name by which writeOptionsFor() finds the format: as it is when it does, else with the format's
+// usual ending, in place of another format's or behind the name. ".gz" stays at the end.
+[[nodiscard]] std::string withEndingOf(std::string name, FileFormat format);
 
 } // namespace TAMBO

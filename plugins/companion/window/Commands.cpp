@@ -70,6 +70,18 @@ Command legendCommand()
                       [](Companion &companion) { companion.toggleLegend(); }});
 }
 
+// Of the workbench's window it is the same key, for what is picked there.
+Command exportCommand()
+{
+    return {tr("E&xport…"),
+            tr("Write the alignment that is shown into a file of another format"),
+            {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+            [](Companion &companion) { companion.exportShown(); },
+            false,
+            {},
+            true};
+}
+
 Command identitiesCommand()
 {
     return {tr("&Identities…"),
@@ -96,6 +108,7 @@ std::vector<Command> makeCommands()
     append(all, guideCommands());
     append(all, pageCommands());
     append(all, {saveCommand()});
+    append(all, {exportCommand()});
     append(all, rowCommands(), true);
     append(all, columnCommands());
     append(all, colorCommands(), true);

@@ -12,6 +12,7 @@
 #include "ScoreColoring.h"
 #include "Texts.h"
 #include "WholeSelection.h"
+#include "WorkbenchCommands.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -260,6 +261,16 @@ void Companion::save()
         return tell(companion::tr("Nothing is saved: this window has no command for it."));
     // The window, and this with it, may be gone when it returns.
     save->trigger();
+}
+
+void Companion::exportShown()
+{
+    TAMBO::Alignment *const alignment = m_Window.alignment();
+    if (alignment == nullptr)
+        return tell(companion::tr("Export: no alignment is shown. Get Alignment in the menu File "
+                                  "chooses one."));
+    // The window, and this with it, may be gone when it returns.
+    TAMBO::WorkbenchCommands::exportAlignment("companion", *alignment);
 }
 
 PageDialog *Companion::askForPages(PageDialog::For what)

@@ -102,6 +102,8 @@ public:
     WrappedWindow &showWrapped();
     // As the window's own command in the menu File.
     void save();
+    // The workbench asks for file and format.
+    void exportShown();
     // Null when no alignment is shown.
     PageDialog *askForPages(PageDialog::For what);
 

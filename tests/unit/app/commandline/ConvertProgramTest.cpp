@@ -28,7 +28,9 @@ TEST_F(ConvertProgram, TheEndingOfTheNewFileTellsItsFormat)
 TEST_F(ConvertProgram, TheCallMayNameTheFormat)
 {
     const QString file = write("x.ali", ">P1;a\nsequence:a::::::::\nACD*\n");
-    EXPECT_EQ(run({"convert", file, path("x.ali"), "--to", "fasta"}).status, 0);
+    const Finished other = run({"convert", file, path("x.ali"), "--to", "fasta"});
+    EXPECT_EQ(other.status, 0);
+    EXPECT_EQ(other.errors, "x.ali: is a FASTA file, and ends like a PIR file\n");
     EXPECT_EQ(read(path("x.ali")), ">a\nACD\n");
     EXPECT_EQ(run({"convert", "--to", "a2m", "--", file, path("-x")}).status, 0);
     EXPECT_EQ(read(path("-x")), ">a\nACD\n");

@@ -10,18 +10,20 @@
 #include "ObjectOperations.h"
 #include "ObjectSources.h"
 #include "SaveCommand.h"
+#include "StructuresDialog.h"
 #include "TestTexts.h"
 #include "support/Answering.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTimer>
 
 namespace SavedPlacesTest {
@@ -44,12 +46,8 @@ protected:
     {
         QString suggested;
         answering<ExportDialog>([&](ExportDialog &dialog) {
-            answering<QFileDialog>([&](QFileDialog &files) {
-                suggested = files.directory().absoluteFilePath(
-                    control<QLineEdit>(files, "fileNameEdit").text());
-                files.reject();
-            });
-            control<QPushButton>(dialog, "Write").click();
+            suggested = dialog.directory().absoluteFilePath(
+                control<QLineEdit>(dialog, "fileNameEdit").text());
             dialog.reject();
         });
         EXPECT_FALSE(saveObject(m_Places, object, nullptr));
@@ -89,15 +87,13 @@ protected:
         EXPECT_NE(found, nullptr) << name;
         return *found;
     }
-    // Goes on to the file dialog, and there to a file.
     static void writeTo(ExportDialog &dialog, const QString &file)
     {
-        answering<QFileDialog>([file](QFileDialog &files) {
-            control<QLineEdit>(files, "fileNameEdit").setText(file);
-            files.setOption(QFileDialog::DontConfirmOverwrite);
-            QMetaObject::invokeMethod(&files, "accept");
-        });
-        control<QPushButton>(dialog, "Write").click();
+        // The toolkit takes the folder of a file that it knows for told.
+        dialog.setDirectory(QFileInfo(file).path());
+        control<QLineEdit>(dialog, "fileNameEdit").setText(QFileInfo(file).fileName());
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        dialog.accept();
     }
 
     app::ObjectSources m_Sources;
@@ -171,12 +167,12 @@ TEST_F(SavedPlacesTest, TheFileOfAStructureIsNotReplacedWithoutAQuestionForItHol
     QString button;
     answering<ExportDialog>([&](ExportDialog &dialog) {
         title = dialog.windowTitle();
-        button = control<QPushButton>(dialog, "Write").text();
+        button = dialog.labelText(QFileDialog::Accept);
         writeTo(dialog, m_Folder.filePath("new.pdb"));
     });
     EXPECT_TRUE(saveObject(m_Places, known, nullptr));
     EXPECT_EQ(title, "Save 1abc");
-    EXPECT_EQ(button, "&Save…") << "what was never loaded is not lost by saving";
+    EXPECT_EQ(button, "&Save") << "what was never loaded is not lost by saving";
     EXPECT_EQ(unsaved(), QStringList());
     EXPECT_TRUE(QFile::exists(m_Folder.filePath("new.pdb")));
     known.chain(0)->setNumber(0, SequenceNumber(200));
@@ -201,11 +197,8 @@ TEST_F(SavedPlacesTest, ASequenceWithoutAnAlignmentCanBeSaved)
 {
     Peptide &single = sequence("single", "ACD");
     EXPECT_EQ(unsaved(), QStringList("single: all of it -> "));
-    answering<ExportDialog>([&](ExportDialog &dialog) {
-        auto &format = control<QComboBox>(dialog, "Format");
-        format.setCurrentIndex(format.findText("FASTA"));
-        writeTo(dialog, m_Folder.filePath("single.fasta"));
-    });
+    answering<ExportDialog>(
+        [&](ExportDialog &dialog) { writeTo(dialog, m_Folder.filePath("single.fasta")); });
     EXPECT_TRUE(saveObject(m_Places, single, nullptr));
     EXPECT_EQ(unsaved(), QStringList());
     EXPECT_EQ(rowsIn(m_Folder.filePath("single.fasta")), Texts{"single ACD"});
@@ -302,13 +295,12 @@ TEST_F(SavedPlacesTest, LossesThatWereAcceptedAreNotAskedAboutAgain)
 class ExportSavesTest : public SavedPlacesTest
 {
 protected:
-    void exportAs(Compound &object, const QString &format, const QString &file, bool counts)
+    void exportAs(Compound &object, const QString &file, bool counts)
     {
         app::ObjectCommands commands(m_Sources);
         commands.setPlaces(m_Places);
         answering<ExportDialog>([&](ExportDialog &dialog) {
-            auto &formats = control<QComboBox>(dialog, "Format");
-            formats.setCurrentIndex(formats.findText(format));
+            control<QLineEdit>(dialog, "fileNameEdit").setText(file);
             auto &box = control<QCheckBox>(dialog, "CountsAsSaved");
             m_WasOffered = box.isVisible();
             EXPECT_FALSE(box.isChecked());
@@ -325,7 +317,7 @@ TEST_F(ExportSavesTest, AnExportWithoutLossesCountsAsSaved)
 {
     Alignment &family = opened("family.ali", FileFormat::Pir);
     moveGap(family);
-    exportAs(family, "Stockholm", "family.sto", false);
+    exportAs(family, "family.sto", false);
     EXPECT_FALSE(m_WasOffered);
     EXPECT_EQ(unsaved(), QStringList());
     family.moveGap(0, 1, 2, true);
@@ -336,20 +328,75 @@ TEST_F(ExportSavesTest, AnExportWithLossesCountsOnlyWhenTheUserSaysSo)
 {
     Alignment &family = opened("family.ali", FileFormat::Pir);
     renameObject(*family.GetSeq(0), "two words");
-    exportAs(family, "Clustal", "family.aln", false);
+    exportAs(family, "family.aln", false);
     EXPECT_TRUE(m_WasOffered);
     EXPECT_EQ(unsaved(), QStringList("family: names of rows -> family.ali"));
-    exportAs(family, "Clustal", "family.aln", true);
+    exportAs(family, "family.aln", true);
     EXPECT_EQ(unsaved(), QStringList());
 }
 
 TEST_F(ExportSavesTest, WhatIsSavedIsNotAskedAboutAndStaysWithItsFile)
 {
     Alignment &family = opened("family.ali", FileFormat::Pir);
-    exportAs(family, "PHYLIP", "copy.phy", false);
+    exportAs(family, "copy.phy", false);
     EXPECT_FALSE(m_WasOffered);
     moveGap(family);
     EXPECT_EQ(unsaved(), QStringList("family: rows, columns or gaps -> family.ali"));
+}
+
+// ---- Several structures together
+
+class TogetherSavesTest : public SavedPlacesTest
+{
+protected:
+    void exportAs(app::MergedFiles::Kind kind, const QString &name, bool counts)
+    {
+        app::ObjectCommands commands(m_Sources);
+        commands.setPlaces(m_Places);
+        answering<app::StructuresDialog>([&](app::StructuresDialog &dialog) {
+            control<QComboBox>(dialog, "Kind").setCurrentIndex(int(kind));
+            const bool isFolder = kind == app::MergedFiles::Kind::Files;
+            dialog.setDirectory(m_Folder.path());
+            control<QLineEdit>(dialog, "fileNameEdit")
+                .setText(isFolder ? m_Folder.filePath(name) : name);
+            auto &box = control<QCheckBox>(dialog, "CountsAsSaved");
+            m_WasOffered = box.isVisible();
+            EXPECT_FALSE(box.isChecked());
+            box.setChecked(counts);
+            dialog.accept();
+        });
+        EXPECT_NE(commands.askExport({&m_First, &m_Second}), QString());
+    }
+
+    Structure &m_First = structure("one", "A", "ACD");
+    Structure &m_Second = structure("two", "B", "AC");
+    bool m_WasOffered = false;
+};
+
+TEST_F(TogetherSavesTest, AFileForEachCountsAsSaved)
+{
+    ASSERT_TRUE(QDir(m_Folder.path()).mkdir("out"));
+    exportAs(app::MergedFiles::Kind::Files, "out", false);
+    EXPECT_FALSE(m_WasOffered);
+    EXPECT_EQ(unsaved(), QStringList());
+    m_Second.chain(0)->setNumber(0, SequenceNumber(100));
+    EXPECT_EQ(unsaved(), QStringList("two: residue numbers -> out/two.pdb"));
+}
+
+TEST_F(TogetherSavesTest, OneFileOfAllCountsWhenTheUserSaysSoAndIsNobodysOwn)
+{
+    for (const auto kind : {app::MergedFiles::Kind::Models, app::MergedFiles::Kind::Chains}) {
+        const QString name = QStringLiteral("all%1.pdb").arg(int(kind));
+        m_First.chain(0)->setNumber(0, SequenceNumber(100 + int(kind)));
+        exportAs(kind, name, false);
+        EXPECT_TRUE(m_WasOffered);
+        EXPECT_FALSE(unsaved().isEmpty());
+        QFile::remove(m_Folder.filePath(name));
+        exportAs(kind, name, true);
+        EXPECT_EQ(unsaved(), QStringList());
+    }
+    m_First.chain(0)->setNumber(0, SequenceNumber(200));
+    EXPECT_EQ(unsaved(), QStringList("one: residue numbers -> ")) << "the other one is in it, too";
 }
 
 } // namespace SavedPlacesTest

@@ -32,20 +32,16 @@ protected:
     static QStringList notes(const QWidget &dialog)
     {
         QStringList texts;
-        const auto &list = control<QListWidget>(dialog, "Notes");
+        const auto &list = control<QListWidget>(dialog, "Losses");
         for (int row = 0; row < list.count(); ++row)
             texts << list.item(row)->text();
         return texts;
     }
-    // Answers the file dialog that the button brings.
-    void press(const QWidget &dialog, const QString &name) const
+    void save(app::StructuresDialog &dialog, const QString &name) const
     {
-        answering<QFileDialog>([this, name](QFileDialog &files) {
-            control<QLineEdit>(files, "fileNameEdit").setText(m_Folder.filePath(name));
-            files.setOption(QFileDialog::DontConfirmOverwrite);
-            QMetaObject::invokeMethod(&files, "accept");
-        });
-        control<QPushButton>(dialog, "Write").click();
+        control<QLineEdit>(dialog, "fileNameEdit").setText(m_Folder.filePath(name));
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        dialog.accept();
     }
     static QByteArray read(const QString &file)
     {
@@ -58,7 +54,8 @@ protected:
         answering<app::StructuresDialog>([&](app::StructuresDialog &dialog) {
             control<QComboBox>(dialog, "Kind").setCurrentIndex(int(kind));
             m_Notes = notes(dialog);
-            press(dialog, name);
+            m_Offered = control<QLineEdit>(dialog, "fileNameEdit").text();
+            save(dialog, name);
             // When nothing was written.
             dialog.reject();
         });
@@ -69,6 +66,7 @@ protected:
     Structure &m_First = structure("one", "A", "ACD");
     Structure &m_Second = structure("two", "A", "AC");
     QStringList m_Notes;
+    QString m_Offered;
 };
 
 TEST_F(SeveralStructures, AreAModelEachOfOneFile)
@@ -76,6 +74,12 @@ TEST_F(SeveralStructures, AreAModelEachOfOneFile)
     const QByteArray text = read(exported(app::MergedFiles::Kind::Models, "all.pdb"));
     EXPECT_EQ(text.count("\nMODEL ") + text.startsWith("MODEL "), 2) << text.toStdString();
     EXPECT_EQ(text.count("\nATOM "), 5) << text.toStdString();
+    EXPECT_EQ(m_Offered, "structures.pdb");
+}
+
+TEST_F(SeveralStructures, AreOfTheFormatThatTheNameEndsWith)
+{
+    EXPECT_TRUE(read(exported(app::MergedFiles::Kind::Models, "all.cif")).startsWith("data_"));
 }
 
 TEST_F(SeveralStructures, AreTheChainsOfOneFileAndNewNamesAreToldBefore)
@@ -107,6 +111,13 @@ TEST_F(SeveralStructures, DoNotReplaceFilesUnlessTheUserSaysSo)
     EXPECT_EQ(exported(app::MergedFiles::Kind::Files, "out"), QString());
     EXPECT_EQ(read(m_Folder.filePath("out/two.pdb")), "mine");
     EXPECT_FALSE(QFile::exists(m_Folder.filePath("out/one.pdb")));
+}
+
+TEST_F(SeveralStructures, GoIntoAFolderThatIsThere)
+{
+    EXPECT_EQ(exported(app::MergedFiles::Kind::Files, "none"), QString());
+    EXPECT_FALSE(QFile::exists(m_Folder.filePath("none")));
+    EXPECT_TRUE(QDir::isAbsolutePath(m_Offered)) << m_Offered.toStdString();
 }
 
 TEST_F(SeveralStructures, OfOneNameGetFilesOfTheirOwn)

@@ -17,7 +17,6 @@
 #include "support/Answering.h"
 #include "support/WaitUntil.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QFile>
 #include <QFileDialog>
@@ -117,24 +116,17 @@ protected:
                 box.template findChild<QPushButton *>(button)->click();
         });
     }
-    // Goes through both dialogs.
     void answerSaveAs(const QString &name)
     {
         answering<ExportDialog>([this, name](ExportDialog &dialog) {
             m_Said = dialog.windowTitle();
             if (name.isEmpty())
                 return dialog.reject();
-            answering<QFileDialog>([file = path(name)](QFileDialog &files) {
-                files.setOption(QFileDialog::DontConfirmOverwrite);
-                // What is chosen in a list counts more than what is typed.
-                for (QAbstractItemView *list : files.findChildren<QAbstractItemView *>())
-                    list->clearSelection();
-                files.findChild<QLineEdit *>("fileNameEdit")->setText(file);
-                for (QAbstractItemView *list : files.findChildren<QAbstractItemView *>())
-                    list->clearSelection();
-                QMetaObject::invokeMethod(&files, "accept");
-            });
-            dialog.findChild<QPushButton *>("Write")->click();
+            // The toolkit takes the folder of a file that it knows for told.
+            dialog.setDirectory(m_Folder.path());
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(name);
+            dialog.setOption(QFileDialog::DontConfirmOverwrite);
+            dialog.accept();
         });
     }
 

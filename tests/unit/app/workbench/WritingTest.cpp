@@ -8,6 +8,7 @@
 #include "PipeFile.h"
 #include "PluginManager.h"
 #include "ProgressBox.h"
+#include "StructuresDialog.h"
 #include "UndoCommands.h"
 #include "Workbench.h"
 #include "WorkbenchCommands.h"
@@ -17,7 +18,11 @@
 #include "support/WaitUntil.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -47,16 +52,14 @@ protected:
     }
 
     History &history() { return m_Workbench->undo().history(); }
-    // Chooses the file in both dialogs.
     QString exportTo(Alignment &alignment, const QString &file)
     {
         answering<ExportDialog>([file](ExportDialog &dialog) {
-            answering<QFileDialog>([file](QFileDialog &files) {
-                files.findChild<QLineEdit *>("fileNameEdit")->setText(file);
-                files.setOption(QFileDialog::DontConfirmOverwrite);
-                QMetaObject::invokeMethod(&files, "accept");
-            });
-            dialog.findChild<QPushButton *>("Write")->click();
+            // The toolkit takes the folder of a file that it knows for told.
+            dialog.setDirectory(QFileInfo(file).path());
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(QFileInfo(file).fileName());
+            dialog.setOption(QFileDialog::DontConfirmOverwrite);
+            dialog.accept();
             // After a refusal it is still there.
             dialog.reject();
         });
@@ -102,6 +105,70 @@ TEST_F(WritingTest, AnExportThatTakesLongGoesOnAndSavesWhatWasThereThen)
     EXPECT_TRUE(history().isModified(family)) << "the edit is in no file";
     history().undo();
     EXPECT_FALSE(history().isModified(family));
+}
+
+class SeveralWritten : public WritingTest
+{
+protected:
+    SeveralWritten()
+    {
+        EXPECT_TRUE(QDir(m_Folder.path()).mkdir("out"));
+        m_Pipe = std::make_unique<PipeFile>(path("one"));
+        EXPECT_TRUE(m_Pipe->isThere());
+    }
+    QString path(const QString &name) { return m_Folder.filePath("out/" + name + ".pdb"); }
+    // A file for each, of which that of the first one is held.
+    void exportEach()
+    {
+        answering<app::StructuresDialog>([this](app::StructuresDialog &dialog) {
+            dialog.findChild<QComboBox *>("Kind")->setCurrentIndex(
+                int(app::MergedFiles::Kind::Files));
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(m_Folder.filePath("out"));
+            answering<QMessageBox>([](QMessageBox &box) {
+                for (QAbstractButton *const button : box.buttons())
+                    if (box.buttonRole(button) == QMessageBox::AcceptRole)
+                        return button->click();
+            });
+            dialog.accept();
+        });
+        EXPECT_EQ(m_Workbench->commands().askExport({&m_First, &m_Second}), QString());
+    }
+
+    std::unique_ptr<PipeFile> m_Pipe;
+    Structure &m_First = structure("one", "A", "ACD");
+    Structure &m_Second = structure("two", "B", "AC");
+};
+
+TEST_F(SeveralWritten, OneAfterTheOtherBesideTheWorkCountAsSaved)
+{
+    const LogLines log;
+    exportEach();
+    ASSERT_NE(progress(), nullptr);
+    EXPECT_FALSE(progress()->isModal());
+    EXPECT_FALSE(QFile::exists(path("two")));
+    m_Pipe->read();
+    waitUntil([this] { return m_Workbench->exports().isEmpty(); });
+    EXPECT_EQ(progress(), nullptr);
+    EXPECT_TRUE(QFile::exists(path("two")));
+    EXPECT_EQ(log.texts(),
+              QStringList({"Exported one to " + path("one"), "Exported two to " + path("two")}));
+    EXPECT_FALSE(history().isModified(m_First));
+    EXPECT_FALSE(history().isModified(m_Second));
+}
+
+TEST_F(SeveralWritten, WhatIsLeftIsNotBegunWhenTheyAreCancelled)
+{
+    const LogLines log;
+    exportEach();
+    ASSERT_NE(progress(), nullptr);
+    progress()->reject();
+    waitUntil([this] { return m_Workbench->exports().isEmpty(); });
+    EXPECT_FALSE(QFile::exists(path("two")));
+    EXPECT_EQ(log.texts(), QStringList("The export of one to " + path("one") +
+                                       " was cancelled; the file is as it was. Files that were "
+                                       "not begun: 1."));
+    EXPECT_TRUE(history().isModified(m_First));
+    EXPECT_TRUE(history().isModified(m_Second));
 }
 
 TEST_F(WritingTest, ACancelledExportSavesNothing)

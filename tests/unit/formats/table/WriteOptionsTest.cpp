@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include <algorithm>
 
 namespace TAMBO {
@@ -58,4 +62,25 @@ TEST(WriteOptions, OtherEndingsSayNothing)
 }
 
 } // namespace WriteOptionsTest
+TEST(WriteOptions, ANameGetsTheFormatsEndingUnlessItHasOne)
+{
+    for (const auto &[name, expected] :
+         std::vector<std::pair<std::string, std::string>>{{"x", "x.fasta"},
+                                                          {"x.fasta", "x.fasta"},
+                                                          {"x.FA", "x.FA"},
+                                                          {"x.fas.gz", "x.fas.gz"},
+                                                          {"x.ali", "x.fasta"},
+                                                          {"x.ali.GZ", "x.fasta.GZ"},
+                                                          {"x.gz", "x.fasta.gz"},
+                                                          {"x.v2", "x.v2.fasta"},
+                                                          {"/a.ali/x", "/a.ali/x.fasta"},
+                                                          {".fasta", ".fasta.fasta"},
+                                                          {"x.", "x..fasta"}}) {
+        EXPECT_EQ(withEndingOf(name, FileFormat::Fasta), expected);
+        EXPECT_EQ(writeOptionsFor(withEndingOf(name, FileFormat::Fasta)),
+                  WriteOptions{FileFormat::Fasta})
+            << name;
+    }
+}
+
 } // namespace TAMBO

@@ -438,7 +438,7 @@ TEST_F(AlignmentCompanion, KeysOfTheWorkbenchAreShownInTheMenuAndNotTakenThere)
             ++shown;
         }
     }
-    EXPECT_EQ(shown, 4U);
+    EXPECT_EQ(shown, 5U);
 }
 
 TEST_F(AlignmentCompanion, KeysAreNoneOfTheWindowsOwn)
