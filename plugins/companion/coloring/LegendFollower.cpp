@@ -134,6 +134,7 @@ Legend LegendFollower::legendOfColorsSeen(const std::vector<ColoredCell> &cells)
     for (const ColoredCell &cell : cells)
         ++counts[cell.color];
     std::vector<std::pair<std::size_t, unsigned int>> colors;
+    colors.reserve(counts.size());
     for (const auto &[color, count] : counts)
         colors.emplace_back(count, color);
     std::ranges::sort(colors, std::greater<>());

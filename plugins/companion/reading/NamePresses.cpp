@@ -45,7 +45,8 @@ std::optional<NamePresses::Sent> NamePresses::onName(const QMouseEvent &mouse) c
         right - mark - metrics.horizontalAdvance(shownName(*window.alignment(), *row)) - kOverhang;
     if (mouse.position().x() >= left)
         return std::nullopt;
-    const QPointF shift(right - mark / 2 - mouse.position().x(), 0);
+    const int onMark = right - mark / 2;
+    const QPointF shift(onMark - mouse.position().x(), 0);
     return Sent{mouse.type(),   mouse.position() + shift, mouse.globalPosition() + shift,
                 mouse.button(), mouse.buttons(),          mouse.modifiers()};
 }
