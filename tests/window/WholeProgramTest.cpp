@@ -237,8 +237,15 @@ TEST_F(WholeProgram, AnExportGoesOnWhileTheAlignmentIsEdited)
     const CellGrid grid = this->grid(editor, "AC");
     m_Screen.pressKey(window(kWorkbench), "ctrl+shift+e");
     const QString file = held.filePath("out.ali");
-    enterFile("Export", file);
+    const QString dialog = window("Export");
+    waitUntil([&] { return isSettled(); });
+    // All of the name is selected; those that are offered to complete it take the next key.
+    m_Screen.pasteText(dialog, file);
+    while (waitUntil([&] { return isSettled(); }) && !m_Screen.findPopups().isEmpty())
+        m_Screen.pressKey("Escape");
+    m_Screen.pressKey("Return");
     ASSERT_TRUE(waitUntil([&] { return held.isHolding() || !isRunning(); }));
+    waitForWindows("Export", 0);
     m_Screen.activate(editor);
     m_Screen.drag(grid.middle(edited, 2), grid.middle(edited, 5));
     waitForColor(grid.ground(edited, 5), Qt::white);
