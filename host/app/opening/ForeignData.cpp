@@ -12,11 +12,14 @@ namespace TAMBO::app {
 
 namespace {
 
-// As web pages show a sequence: lines of letters and nothing else.
+// As web pages show a sequence: lines of letters and nothing else. What has matched is never looked
+// at once more, since to come back to each of many lines would take more memory than there is for
+// it.
 bool isBareSequence(const QString &text)
 {
     static const QRegularExpression lines(
-        QStringLiteral("\\A\\s*(?:[A-Za-z*-]+\\s*(?:\\n|\\z))+\\z"));
+        QStringLiteral("\\A\\s*+(?:[A-Za-z*-]++[^\\S\\n]*+"
+                       "(?:\\n(?:[^\\S\\n]*+(?:\\n|\\z))*+|\\z))++\\z"));
     return lines.match(text).hasMatch();
 }
 

@@ -74,6 +74,15 @@ TEST_F(Pasting, LettersAloneAreASequence)
     EXPECT_EQ(pasted()->GetSequence(0, false), "MVLSPADKTNVKAAW");
 }
 
+TEST_F(Pasting, LettersInVeryManyLinesAreASequence)
+{
+    constexpr int kLines = 20000;
+    paste(QStringLiteral("MVLSPADKTN\n").repeated(kLines));
+    ASSERT_NE(pasted(), nullptr);
+    EXPECT_EQ(pasted()->height(), 1U);
+    EXPECT_EQ(pasted()->width(), 10U * kLines);
+}
+
 TEST_F(Pasting, EachHasANameOfItsOwnAndUndoTakesItBack)
 {
     paste(">a\nACD\n");
