@@ -137,7 +137,7 @@ void ExportRuns::note(SavedPlaces &places, const Order &order, const QString &fi
         places.takeFile(object, file);
         // Of what was saved already a copy has been written.
         if (part.countsAsSaved && part.state != nullptr && places.isUnsaved(object)) {
-            places.accept(object, part.losses);
+            places.accept(object, file, part.losses);
             places.noteSaved(object,
                              {file, order.options, isWhole, false,
                               order.job == nullptr ? std::nullopt : order.job->written()},

@@ -83,7 +83,7 @@ SaveCommand::Outcome SaveCommand::saveAs()
     const std::vector<ExportRuns::Order> written = dialog.takeWritten();
     const ExportRuns::Order &order = written.front();
     const QString file = order.job->path();
-    m_Places.accept(*chosen, order.parts.front().losses);
+    m_Places.accept(*chosen, file, order.parts.front().losses);
     m_Places.noteSaved(*chosen, {file, order.options, true, false, order.job->written()},
                        *order.parts.front().state);
     return {true, true, file};
@@ -101,7 +101,7 @@ SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAbou
             return {};
         const QStringList losses =
             asksAboutLosses ? m_Places.lossesIn(place, *object(), *content) : QStringList();
-        const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(*object(), losses);
+        const bool isNews = !m_Places.isAccepted(*object(), place.file, losses);
         const Choice onLosses =
             isNews && onChange == Choice::GoOn ? askAboutLosses(place, losses) : Choice::GoOn;
         if (onLosses == Choice::Stop || object() == nullptr)
@@ -132,7 +132,9 @@ SaveCommand::Outcome SaveCommand::saveTo(SavedPlaces::Place place, bool asksAbou
         if (object() == nullptr)
             return {true, true, place.file};
         if (isNews)
-            m_Places.accept(*object(), losses);
+            m_Places.accept(*object(), place.file, losses);
+        for (const QString &loss : losses)
+            Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + loss);
         for (const QString &sentence : m_Places.strangeNumbers(*object(), place.options))
             Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
                           Logger::Severity::Warning);

@@ -6,6 +6,7 @@
 #include "FreedObjects.h"
 #include "History.h"
 #include "KeptState.h"
+#include "LossKinds.h"
 #include "ObjectFacts.h"
 #include "ObjectSources.h"
 #include "StoredObject.h"
@@ -48,6 +49,17 @@ QString text(EditPart part)
         break;
     }
     return {};
+}
+
+// One spelling a file, also of one that is not there yet.
+QString spelledFile(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString found = info.canonicalFilePath();
+    if (!found.isEmpty())
+        return found;
+    const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
+    return folder.isEmpty() ? info.absoluteFilePath() : folder + u'/' + info.fileName();
 }
 
 bool isModel(const Compound &object)
@@ -157,7 +169,8 @@ std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object,
     if (!content.checkWritable(place.options))
         return std::nullopt;
     const QStringList losses = content.ownLosses(place.options);
-    return losses.isEmpty() || isAccepted(object, losses) ? std::optional(place) : std::nullopt;
+    return losses.isEmpty() || isAccepted(object, place.file, losses) ? std::optional(place)
+                                                                      : std::nullopt;
 }
 
 std::optional<SavedPlaces::Place> SavedPlaces::placeOf(const Compound &object) const
@@ -300,7 +313,7 @@ void SavedPlaces::noteWritten(const Compound &object, const Place &place, const 
         m_History.markWritten(*state);
     else
         m_History.markWritten(object);
-    if (losses.isEmpty() || isAccepted(object, losses))
+    if (losses.isEmpty() || isAccepted(object, place.file, losses))
         acceptWritten(object);
     wrote(object, place.file);
 }
@@ -310,23 +323,36 @@ void SavedPlaces::acceptWritten(const Compound &object)
     const auto found = m_Written.find(&object);
     if (found == m_Written.end())
         return;
-    accept(object, found->second.losses);
+    accept(object, found->second.place.file, found->second.losses);
     setPlace(object, found->second.place);
     m_Written.erase(found);
     m_History.acceptWritten(object);
 }
 
-bool SavedPlaces::isAccepted(const Compound &object, const QStringList &losses) const
+QStringList SavedPlaces::acceptedIn(const Compound &object, const QString &file) const
 {
     const auto found = m_Accepted.find(&object);
-    return found != m_Accepted.end() && std::ranges::all_of(losses, [&](const QString &loss) {
-               return found->second.contains(loss);
-           });
+    if (found == m_Accepted.end())
+        return {};
+    const auto losses = found->second.find(spelledFile(file));
+    return losses == found->second.end() ? QStringList() : losses->second;
 }
 
-void SavedPlaces::accept(const Compound &object, const QStringList &losses)
+bool SavedPlaces::isAccepted(const Compound &object, const QString &file,
+                             const QStringList &losses) const
 {
-    m_Accepted[&object] = losses;
+    return areKindsKnown(losses, acceptedIn(object, file));
+}
+
+void SavedPlaces::accept(const Compound &object, const QString &file, const QStringList &losses)
+{
+    if (losses.isEmpty())
+        return;
+    QStringList &known = m_Accepted[&object][spelledFile(file)];
+    for (const QString &loss : losses) {
+        if (!areKindsKnown({loss}, known))
+            known << loss;
+    }
     ++m_Revision;
 }
 
@@ -334,18 +360,14 @@ void SavedPlaces::accept(const Compound &object, const QStringList &losses)
 
 void SavedPlaces::forEachPlace(const PlaceVisitor &visit) const
 {
-    for (const auto &[object, known] : m_Places) {
-        const auto accepted = m_Accepted.find(object);
-        visit(known.identity, known.place,
-              accepted == m_Accepted.end() ? QStringList() : accepted->second);
-    }
+    for (const auto &[object, known] : m_Places)
+        visit(known.identity, known.place, acceptedIn(*object, known.place.file));
 }
 
 void SavedPlaces::restore(const Compound &object, const Place &place, const QStringList &accepted)
 {
     setPlace(object, place);
-    if (!accepted.isEmpty())
-        accept(object, accepted);
+    accept(object, place.file, accepted);
 }
 
 void SavedPlaces::clear()

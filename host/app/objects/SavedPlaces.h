@@ -114,9 +114,10 @@ public:
     void noteWritten(const Compound &object, const Place &place, const QStringList &losses,
                      const KeptState *state = nullptr);
     void acceptWritten(const Compound &object);
-    // Whether the user has accepted all these losses of the object before.
-    [[nodiscard]] bool isAccepted(const Compound &object, const QStringList &losses) const;
-    void accept(const Compound &object, const QStringList &losses);
+    // Whether the user has accepted losses of all these kinds of the object in the file before.
+    [[nodiscard]] bool isAccepted(const Compound &object, const QString &file,
+                                  const QStringList &losses) const;
+    void accept(const Compound &object, const QString &file, const QStringList &losses);
 
     // ---- For what is kept with a session
 
@@ -148,10 +149,13 @@ private:
     void setPlace(const Compound &object, const Place &place);
     void wrote(const Compound &object, const QString &file);
     [[nodiscard]] static Place withState(Place place);
+    // Nothing when none has been.
+    [[nodiscard]] QStringList acceptedIn(const Compound &object, const QString &file) const;
 
     std::function<void(const QString &file)> m_Saved;
     std::map<const Compound *, Known> m_Places;
-    std::map<const Compound *, QStringList> m_Accepted;
+    // By the files, each in one spelling.
+    std::map<const Compound *, std::map<QString, QStringList>> m_Accepted;
     std::map<const Compound *, QString> m_LastFiles;
     // Not accepted yet.
     struct Written

@@ -367,7 +367,7 @@ void Workbench::noteWritten(Compound &object, const SavedPlaces::Place &place,
     for (const QString &sentence : numbers)
         Logger::Write(QFileInfo(place.file).fileName() + QStringLiteral(": ") + sentence,
                       Logger::Severity::Warning);
-    const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(object, losses);
+    const bool isNews = !losses.isEmpty() && !m_Places.isAccepted(object, place.file, losses);
     if (m_Attendance == Attendance::User && (isNews || !numbers.isEmpty()))
         LossBox::showOver(windowInUse(), m_Places, object, place.file,
                           isNews ? losses : QStringList(), numbers);

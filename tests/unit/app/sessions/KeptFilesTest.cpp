@@ -64,7 +64,7 @@ TEST_F(KeptFilesTest, AnObjectIsStillThatOfItsFile)
 {
     const QString file = write("family.fasta", ">a\nAC-D\n");
     Alignment &family = opened(file);
-    m_Places.accept(family, {"descriptions are lost"});
+    m_Places.accept(family, file, {"descriptions are lost"});
     ASSERT_TRUE(loadAgain(m_Files.store()));
     EXPECT_EQ(m_Sources.fileOf(family), file.toStdString());
     const auto place = m_Places.placeOf(family);
@@ -74,7 +74,7 @@ TEST_F(KeptFilesTest, AnObjectIsStillThatOfItsFile)
     ASSERT_TRUE(place->state);
     EXPECT_TRUE(place->state->looksLike(*lookAt(file.toStdString())));
     EXPECT_EQ(place->state->hash, lookAt(file.toStdString())->hash);
-    EXPECT_TRUE(m_Places.isAccepted(family, {"descriptions are lost"}));
+    EXPECT_TRUE(m_Places.isAccepted(family, file, {"descriptions are lost"}));
     EXPECT_EQ(log(), QStringList());
 }
 
@@ -153,7 +153,7 @@ TEST_F(KeptFilesTest, ObjectsThatAreNotThereAreLeftOut)
 TEST_F(KeptFilesTest, DamagedChangesNothing)
 {
     Alignment &family = opened(write("family.fasta", ">a\nAC-D\n"));
-    m_Places.accept(family, {"descriptions are lost"});
+    m_Places.accept(family, path("family.fasta"), {"descriptions are lost"});
     const std::string content = m_Files.store();
     ObjectIndex objects;
     objects.addTree(space());

@@ -128,7 +128,7 @@ void ValueSample::keepFiles(const Alignment &first, const Alignment &second)
     place.options.isSequential = true;
     place.options.lineLength = 73;
     m_Places.noteOpened(first, place);
-    m_Places.accept(first, {kLoss});
+    m_Places.accept(first, kFile, {kLoss});
     m_Sources.set(first, kFile.toStdString());
     // Of which nobody knows the state.
     m_Sources.set(second, "/nowhere/second.pir");
@@ -249,8 +249,8 @@ TEST_P(KeptValueSample, SaysWhichFilesTheObjectsCameFrom)
     ASSERT_TRUE(place->state);
     EXPECT_TRUE(place->state->looksLike(kState));
     EXPECT_EQ(place->state->hash, kState.hash);
-    EXPECT_TRUE(m_Places.isAccepted(*m_First, {kLoss}));
-    EXPECT_FALSE(m_Places.isAccepted(*m_Second, {kLoss}));
+    EXPECT_TRUE(m_Places.isAccepted(*m_First, kFile, {kLoss}));
+    EXPECT_FALSE(m_Places.isAccepted(*m_Second, "/nowhere/second.pir", {kLoss}));
     const auto second = m_Places.lastPlaceOf(*m_Second);
     ASSERT_TRUE(second);
     EXPECT_EQ(second->file, "/nowhere/second.pir");

@@ -15,6 +15,7 @@
 #include "UndoCommands.h"
 #include "Workbench.h"
 #include "support/Answering.h"
+#include "support/LogLines.h"
 #include "support/WaitUntil.h"
 
 #include <QAction>
@@ -302,13 +303,45 @@ TEST_F(SavingTest, LossesAreAskedAboutOnce)
     moveGap(family);
     EXPECT_EQ(save(), "Saved x.aln");
     EXPECT_TRUE(bytesOf(path("x.aln")).contains("two_words"));
-    // Of another file it is asked again.
-    answerBox<LossQuestion>("SaveAs");
+    const LogLines lines;
     family.insertGap(0, 0);
     renameObject(*family.GetSeq(1), "three more words");
+    EXPECT_EQ(save(), "Saved x.aln") << "names once more, and no other loss";
+    EXPECT_TRUE(lines.texts().join(u'\n').contains("x.aln: 2 of 2 names have characters"))
+        << lines.texts().join(u'\n').toStdString();
+}
+
+TEST_F(SavingTest, ALossOfANewKindIsAskedAboutAndThoseBeforeStayAccepted)
+{
+    Alignment &family = openFamily("x.aln", "CLUSTAL\n\na AC-D\nb ACCD\n");
+    renameObject(*family.GetSeq(0), "two words");
+    answerBox<LossQuestion>("Save");
+    EXPECT_EQ(save(), "Saved x.aln");
+    renameObject(family, "relatives");
+    answerBox<LossQuestion>("SaveAs");
     answerSaveAs({});
     EXPECT_EQ(save(), QString());
-    EXPECT_EQ(m_Said, "Save x");
+    EXPECT_EQ(m_Said, "Save relatives");
+    answerBox<LossQuestion>("Save");
+    EXPECT_EQ(save(), "Saved x.aln");
+    EXPECT_TRUE(m_Said.contains("It is called relatives now")) << m_Said.toStdString();
+    renameObject(family, "kin");
+    renameObject(*family.GetSeq(1), "three more words");
+    EXPECT_EQ(save(), "Saved x.aln");
+}
+
+TEST_F(SavingTest, LossesInAnotherFileAreAskedAboutAgain)
+{
+    Alignment &family = openFamily("x.aln", "CLUSTAL\n\na AC-D\nb ACCD\n");
+    renameObject(*family.GetSeq(0), "two words");
+    answerBox<LossQuestion>("Save");
+    EXPECT_EQ(save(), "Saved x.aln");
+    m_Workbench->noteWritten(family, {path("y.aln"), {FileFormat::Clustal}}, {});
+    moveGap(family);
+    answerBox<LossQuestion>("Save");
+    EXPECT_EQ(save(), "Saved y.aln");
+    family.insertGap(0, 0);
+    EXPECT_EQ(save(), "Saved y.aln");
 }
 
 TEST_F(SavingTest, TheFileOfAStructureIsReplacedWhenTheUserKnowsWhatGoesWithIt)
