@@ -6,6 +6,7 @@
 #include "JobStatus.h"
 #include "KindIcons.h"
 #include "ObjectFacts.h"
+#include "ObjectTwins.h"
 #include "PlainText.h"
 
 #include <QDialogButtonBox>
@@ -21,6 +22,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace TAMBO::app {
 
@@ -144,8 +147,14 @@ void UnsavedDialog::makeThings()
     m_List->header()->setStretchLastSection(false);
     m_List->header()->setSectionResizeMode(WhatColumn, QHeaderView::Stretch);
     KindIcons icons;
-    for (const SavedPlaces::Unsaved &thing : m_Things) {
-        const QString name = nameText(*thing.object);
+    services::ObjectTwins::Objects objects;
+    for (const SavedPlaces::Unsaved &thing : m_Things)
+        objects.push_back(thing.object);
+    const std::vector<QString> differences = services::ObjectTwins::differences(
+        objects, [](const Compound &object) { return object.Name(); });
+    for (std::size_t i = 0; i < m_Things.size(); ++i) {
+        const SavedPlaces::Unsaved &thing = m_Things[i];
+        const QString name = services::ObjectTwins::label(nameText(*thing.object), differences[i]);
         const QString file =
             thing.file.isEmpty() ? tr("asks for a file") : QFileInfo(thing.file).fileName();
         auto *item = new QTreeWidgetItem(m_List, {name, thing.what, file});

@@ -62,6 +62,17 @@ protected:
     services::JobList m_Jobs;
 };
 
+TEST_F(UnsavedDialogTest, ThingsOfOneNameAreToldApart)
+{
+    const std::vector<SavedPlaces::Unsaved> twins = {
+        {&alignment("family", {"AC", "A-"}), "all of it", {}, {}},
+        {&alignment("family", {"ACD"}), "all of it", {}, {}}};
+    const UnsavedDialog dialog(Purpose::Quit, twins, QString(), nullptr, nullptr);
+    const auto &list = control<QTreeWidget>(dialog, "Things");
+    EXPECT_EQ(list.topLevelItem(0)->text(0), "family (2 × 2)");
+    EXPECT_EQ(list.topLevelItem(1)->text(0), "family (1 × 3)");
+}
+
 TEST_F(UnsavedDialogTest, EachThingIsListedWithABoxWithWhatAndWithWhere)
 {
     const UnsavedDialog dialog(Purpose::Quit, things(), QString(), nullptr, nullptr);
