@@ -3,6 +3,7 @@
 
 #include "RenumberTable.h"
 
+#include <QAbstractItemDelegate>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -67,6 +68,14 @@ void RenumberDialog::makeControls()
     m_List->setSelectionBehavior(QAbstractItemView::SelectItems);
     m_List->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed |
                             QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked);
+    // When the view has closed the editor.
+    connect(
+        m_List->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+        [this](QWidget *, QAbstractItemDelegate::EndEditHint hint) {
+            if (hint == QAbstractItemDelegate::SubmitModelCache)
+                enterPressed();
+        },
+        Qt::QueuedConnection);
     m_List->setColumnWidth(RenumberTable::NameColumn, nameWidth(*m_Table, m_List->fontMetrics()));
     m_List->setColumnWidth(RenumberTable::FromColumn, kNumberWidth);
     m_List->setColumnWidth(RenumberTable::ToColumn, kNumberWidth);
@@ -89,6 +98,10 @@ void RenumberDialog::makeControls()
     };
     QPushButton *const fill = button(tr("&Fill In"), "FillIn");
     QPushButton *const clear = button(tr("C&lear"), "Clear");
+    QPushButton *const names = button(tr("From &Names"), "FromNames");
+    names->setToolTip(tr("A row called NAME/23-145 from 23 on, if it has as many residues"));
+    names->setEnabled(m_Table->hasRangesInNames());
+    connect(names, &QPushButton::clicked, this, &RenumberDialog::fillFromNames);
     connect(fill, &QPushButton::clicked, this, [this] { m_Table->setAll(m_First->value()); });
     connect(clear, &QPushButton::clicked, this, [this] { m_Table->setAll({}); });
     m_Jumps = new QCheckBox(tr("&Keep numbers that are left out"));
@@ -101,6 +114,7 @@ void RenumberDialog::makeControls()
     all->addWidget(firstLabel);
     all->addWidget(m_First);
     all->addWidget(fill);
+    all->addWidget(names);
     all->addWidget(clear);
     all->addStretch();
     all->addWidget(m_Jumps);
@@ -125,13 +139,38 @@ void RenumberDialog::makeControls()
     m_Renumber->setDefault(true);
 }
 
+void RenumberDialog::enterPressed()
+{
+    const int next = m_List->currentIndex().row() + 1;
+    if (next < m_Table->rowCount())
+        m_List->setCurrentIndex(m_Table->index(next, RenumberTable::FromColumn));
+    else if (m_Renumber->isEnabled())
+        accept();
+}
+
+void RenumberDialog::fillFromNames()
+{
+    const RenumberTable::Filled filled = m_Table->fillFromNames();
+    if (filled.otherLengths == 0)
+        return;
+    const QString left = filled.otherLengths == 1
+                             ? tr("1 row is left out: the range in its name is of another length.")
+                             : tr("%L1 rows are left out: the ranges in their names are of other "
+                                  "lengths.")
+                                   .arg(filled.otherLengths);
+    m_Says->setText(m_Says->text() + u'\n' + left);
+}
+
 void RenumberDialog::follow()
 {
     const int changed = m_Table->changedCount();
     const int clashes = m_Table->clashCount();
-    QString text = tr("%L1 of %L2 sequences get new numbers, in one step of undo.")
-                       .arg(changed)
-                       .arg(m_Table->rowCount());
+    QString text =
+        tr(changed == 1 ? "%L1 of %L2 gets new numbers, in one step of undo."
+                        : "%L1 of %L2 get new numbers, in one step of undo.")
+            .arg(changed)
+            .arg(m_Table->rowCount() == 1 ? tr("1 sequence")
+                                          : tr("%L1 sequences").arg(m_Table->rowCount()));
     if (clashes > 0)
         text = clashes == 1 ? m_Table->firstClash()
                             : tr("%1 (and %2 more)").arg(m_Table->firstClash()).arg(clashes - 1);

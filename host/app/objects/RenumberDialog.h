@@ -33,6 +33,9 @@ public:
 private:
     void makeControls();
     void follow();
+    void fillFromNames();
+    // In the cell of a number: to the next row, and behind the last one it is done.
+    void enterPressed();
 
     RenumberTable *m_Table;
     QTreeView *m_List = nullptr;

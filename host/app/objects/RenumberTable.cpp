@@ -12,6 +12,8 @@
 #include "Space.h"
 #include "StepName.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace TAMBO::app {
@@ -59,6 +61,18 @@ QString numbersText(const SequenceNumber &first, const SequenceNumber &last)
     const QString from = QString::fromStdString(first.getValue());
     const QString to = QString::fromStdString(last.getValue());
     return first == last ? from : RenumberTable::tr("%1 to %2").arg(from, to);
+}
+
+// Of "HBA_HUMAN/23-145", whatever stands behind it.
+std::optional<std::pair<int, int>> rangeOf(const QString &name)
+{
+    static const QRegularExpression pattern("/(-?[0-9]+)-(-?[0-9]+)($|[/\\s])");
+    const QRegularExpressionMatch match = pattern.match(name);
+    bool isFirst = false;
+    bool isLast = false;
+    const int first = match.captured(1).toInt(&isFirst);
+    const int last = match.captured(2).toInt(&isLast);
+    return isFirst && isLast ? std::optional(std::pair(first, last)) : std::nullopt;
 }
 
 } // namespace
@@ -110,6 +124,7 @@ RenumberTable::~RenumberTable() = default;
 RenumberTable::Line RenumberTable::lineOf(Peptide &sequence)
 {
     Line line;
+    line.range = rangeOf(QString::fromStdString(sequence.Name()));
     line.count = sequence.residueCount();
     line.first = sequence.number(0);
     line.now = numbersText(line.first, sequence.number(line.count - 1));
@@ -280,6 +295,30 @@ void RenumberTable::setAll(std::optional<int> from)
         line.wrong.clear();
     }
     announce();
+}
+
+RenumberTable::Filled RenumberTable::fillFromNames()
+{
+    Filled filled;
+    for (Line &line : m_Lines) {
+        if (!line.range)
+            continue;
+        const long long length = static_cast<long long>(line.range->second) - line.range->first + 1;
+        if (length != static_cast<long long>(line.count)) {
+            ++filled.otherLengths;
+            continue;
+        }
+        line.from = line.range->first;
+        line.wrong.clear();
+        ++filled.rows;
+    }
+    announce();
+    return filled;
+}
+
+bool RenumberTable::hasRangesInNames() const
+{
+    return std::ranges::any_of(m_Lines, [](const Line &line) { return line.range.has_value(); });
 }
 
 void RenumberTable::setKeepsJumps(bool keeps)

@@ -46,6 +46,16 @@ public:
 
     // All of them from this number; nothing: they stay as they are.
     void setAll(std::optional<int> from);
+    // What came of filling in: how many rows, and of how many the name is of another length.
+    struct Filled
+    {
+        int rows = 0;
+        int otherLengths = 0;
+    };
+    // From names like "HBA_HUMAN/23-145" the number that the range begins with, where the row has
+    // as many residues. Other rows stay as they are.
+    Filled fillFromNames();
+    [[nodiscard]] bool hasRangesInNames() const;
     // Where numbers are left out now, as many are left out then; otherwise each is the next one.
     void setKeepsJumps(bool keeps);
     [[nodiscard]] bool hasJumps() const;
@@ -66,6 +76,8 @@ private:
     struct Line
     {
         QString name;
+        // In the sequence's own name.
+        std::optional<std::pair<int, int>> range;
         QString now;
         std::size_t count = 0;
         SequenceNumber first;

@@ -198,6 +198,58 @@ TEST_F(RenumberTableTest, TheDialogShowsLongNamesInFull)
         << "numbers are in sight";
 }
 
+TEST_F(RenumberTableTest, RangesInNamesFillInWhereTheyAreAsLongAsTheRow)
+{
+    RenumberTable table({&sequence("HBA_HUMAN/23-25", "ACD"), &sequence("B/7-8", "ACD"),
+                         &sequence("plain", "ACD"), &sequence("C/-1-1/x", "ACD")});
+    EXPECT_TRUE(table.hasRangesInNames());
+    type(table, 1, "70");
+    const RenumberTable::Filled filled = table.fillFromNames();
+    EXPECT_EQ(filled.rows, 2);
+    EXPECT_EQ(filled.otherLengths, 1);
+    EXPECT_EQ(cell(table, 0, RenumberTable::FromColumn), "23");
+    EXPECT_EQ(cell(table, 1, RenumberTable::FromColumn), "70");
+    EXPECT_EQ(cell(table, 2, RenumberTable::FromColumn), "");
+    EXPECT_EQ(cell(table, 3, RenumberTable::FromColumn), "-1");
+}
+
+TEST_F(RenumberTableTest, TheDialogTellsWhichRangesInNamesItLeftOut)
+{
+    RenumberDialog dialog({&sequence("a/23-25", "ACD"), &sequence("b/7-8", "ACD")}, nullptr);
+    child<QPushButton>(dialog, "FromNames").click();
+    EXPECT_EQ(child<QLabel>(dialog, "Says").text(),
+              "1 of 2 sequences gets new numbers, in one step of undo.\n"
+              "1 row is left out: the range in its name is of another length.");
+    RenumberDialog plain({&sequence("a", "ACD")}, nullptr);
+    EXPECT_FALSE(child<QPushButton>(plain, "FromNames").isEnabled());
+}
+
+TEST_F(RenumberTableTest, EnterInACellGoesToTheNextRowAndInTheLastOneRenumbers)
+{
+    RenumberDialog dialog({&sequence("a", "ACD"), &sequence("b", "ACD")}, nullptr);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto &list = child<QTreeView>(dialog, "Sequences");
+    const auto enter = [&list](const QString &text) {
+        QTest::keyClicks(&list, text);
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+    };
+    enter("5");
+    EXPECT_EQ(list.currentIndex().row(), 1);
+    EXPECT_TRUE(dialog.isVisible());
+    enter("x");
+    EXPECT_TRUE(dialog.isVisible()) << "that is no number";
+    enter("7");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(dialog.table().changedCount(), 2);
+}
+
 TEST_F(RenumberTableTest, TheDialogRenumbersByTheKeyboardFromTheMenuOfAnAlignment)
 {
     Alignment &family = alignment("family", {"AC-D", "A--D"});
