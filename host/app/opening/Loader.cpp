@@ -352,7 +352,8 @@ bool Loader::makeObjects(ReadFile &file, std::deque<Prepared> &prepared, LongWor
         } else {
             for (std::size_t i = before; i < space.ChildCount(); ++i)
                 report.sequences.push_back(space.Child(i));
-            Logger::Write(tr("%1: %n sequence(s)", nullptr, int(rows)).arg(name));
+            Logger::Write(rows == 1 ? tr("%1: 1 sequence").arg(name)
+                                    : tr("%1: %2 sequences").arg(name).arg(rows));
         }
     }
     return true;

@@ -44,9 +44,10 @@ void askAndSaveAsFiles(const LeftSession &session, ObjectSpace &space, History &
     } else {
         const WorkAsFiles &files = saved.value();
         told.setIcon(files.problems.isEmpty() ? QMessageBox::Information : QMessageBox::Warning);
-        told.setText(SavingText::tr("%n file(s) in %1. CONTENTS.txt says what is what.", nullptr,
-                                    files.files)
-                         .arg(QDir::toNativeSeparators(files.folder)));
+        const QString count = files.files == 1 ? SavingText::tr("1 file")
+                                               : SavingText::tr("%1 files").arg(files.files);
+        told.setText(SavingText::tr("%1 in %2. CONTENTS.txt says what is what.")
+                         .arg(count, QDir::toNativeSeparators(files.folder)));
         told.setInformativeText(files.problems.join(u'\n'));
     }
     told.exec();

@@ -22,7 +22,7 @@ std::string SessionSummary::store() const
     const std::size_t others = m_Space.objectCount() - std::size_t(names.size());
     QString text = names.join(QStringLiteral(", "));
     if (others > 0)
-        text += tr(" and %n other(s)", nullptr, int(others));
+        text += others == 1 ? tr(" and 1 other") : tr(" and %1 others").arg(others);
     return text.toStdString();
 }
 

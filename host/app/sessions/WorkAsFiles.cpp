@@ -7,6 +7,7 @@
 #include "Logger.h"
 #include "LongWork.h"
 #include "ObjectFiles.h"
+#include "Text.h"
 #include "WritableObject.h"
 #include "WriteJob.h"
 
@@ -124,14 +125,13 @@ private:
         const Compound &first = *file.objects.front();
         const QString name = QString::fromStdString(first.Name());
         if (const auto *const alignment = dynamic_cast<const Alignment *>(&first))
-            return FilesText::tr("%1: alignment of %2 rows and %3 columns")
-                .arg(name)
-                .arg(alignment->height())
-                .arg(alignment->width());
+            return FilesText::tr("%1: alignment of %2 and %3")
+                .arg(name, QString::fromStdString(counted(alignment->height(), "row")),
+                     QString::fromStdString(counted(alignment->width(), "column")));
         if (first.Kind() == CompoundKind::Structure)
             return FilesText::tr("%1: structure").arg(name);
-        return FilesText::tr("%n sequence(s) that no alignment shows", nullptr,
-                             int(file.objects.size()));
+        return FilesText::tr("%1 that no alignment shows")
+            .arg(QString::fromStdString(counted(file.objects.size(), "sequence")));
     }
 
     [[nodiscard]] QString pathOf(const QString &file) const

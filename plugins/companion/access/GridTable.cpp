@@ -66,7 +66,11 @@ QString GridTable::text(QAccessible::Text kind) const
     if (kind == QAccessible::Description)
         return alignment == nullptr
                    ? companion::tr("No alignment is shown.")
-                   : companion::tr("%L1 rows, %L2 columns").arg(grid->rows()).arg(grid->columns());
+                   : companion::tr("%1, %2").arg(
+                         grid->rows() == 1 ? companion::tr("1 row")
+                                           : companion::tr("%L1 rows").arg(grid->rows()),
+                         grid->columns() == 1 ? companion::tr("1 column")
+                                              : companion::tr("%L1 columns").arg(grid->columns()));
     return QAccessibleWidget::text(kind);
 }
 

@@ -98,7 +98,9 @@ QString copied(TAMBO::AlignmentWindow &window, const CopiedPart &part, std::size
     if (text->size() > most)
         return tooMuch;
     QGuiApplication::clipboard()->setText(QString::fromStdString(*text));
-    return tr("Copied as FASTA: %L1 rows × %L2 columns.").arg(rows).arg(columns);
+    return tr("Copied as FASTA: %1 × %2.")
+        .arg(rows == 1 ? tr("1 row") : tr("%L1 rows").arg(rows),
+             columns == 1 ? tr("1 column") : tr("%L1 columns").arg(columns));
 }
 
 } // namespace

@@ -84,8 +84,10 @@ void GapColumnsBar::findColumns()
 QString GapColumnsBar::countText(const TAMBO::Alignment &alignment) const
 {
     if (!m_Counting.isDone())
-        return companion::tr("%L1 columns").arg(alignment.width());
-    return companion::tr("%L1 of %L2 columns would go, with %L3 residues")
+        return alignment.width() == 1 ? companion::tr("1 column")
+                                      : companion::tr("%L1 columns").arg(alignment.width());
+    return companion::tr(m_Found.residues == 1 ? "%L1 of %L2 columns would go, with %L3 residue"
+                                               : "%L1 of %L2 columns would go, with %L3 residues")
         .arg(m_Found.count)
         .arg(alignment.width())
         .arg(m_Found.residues);
