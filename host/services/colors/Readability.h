@@ -2,6 +2,7 @@
 // What the toolkit's own looks lack for everything to be seen well.
 #pragma once
 
+#include <QColor>
 #include <QProxyStyle>
 
 namespace TAMBO::services {
@@ -20,8 +21,12 @@ public:
                                 const QStyleOption *option) const override;
 };
 
-// For the application, before it has windows: that style, and quiet texts, such as what an empty
-// field asks for, strong enough to be read.
+// The ground, if need be darker below a light text and lighter below a dark one, of the same hue,
+// so that the text has a contrast of 4.5 to 1. The ground itself where that does not help.
+[[nodiscard]] QColor readableGround(const QColor &text, const QColor &ground);
+
+// For the application, before it has windows: that style, quiet texts, such as what an empty field
+// asks for, strong enough to be read, and selected lines dark or light enough for their text.
 void makeReadable();
 
 } // namespace TAMBO::services

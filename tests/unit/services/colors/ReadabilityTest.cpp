@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 namespace ReadabilityTest {
 
 class Readability : public testing::Test
@@ -83,6 +86,54 @@ TEST_F(Readability, QuietTextsCanBeReadOnAllGrounds)
     TAMBO::services::makeReadable();
     QColor quiet = QApplication::palette().color(QPalette::PlaceholderText);
     EXPECT_GE(contrastOf(quiet, before.color(QPalette::Base)), kReadableContrast);
+}
+
+TEST_F(Readability, SelectedLinesCanBeReadInAnyGroupAndKeepTheirHue)
+{
+    const std::vector<std::pair<QColor, QColor>> lines = {
+        // Of the toolkit, of desktops, and dark text on a color that is dark, too.
+        {QColor(48, 140, 198), Qt::white},
+        {QColor(61, 174, 233), Qt::white},
+        {QColor(42, 130, 218), QColor(0xee, 0xee, 0xee)},
+        {QColor(90, 120, 60), Qt::black},
+        {QColor(128, 128, 128), Qt::white}};
+    const auto groups = {QPalette::Active, QPalette::Inactive};
+    for (const auto &[ground, text] : lines) {
+        QPalette palette;
+        for (const QPalette::ColorGroup group : groups) {
+            palette.setColor(group, QPalette::Highlight, ground);
+            palette.setColor(group, QPalette::HighlightedText, text);
+        }
+        QApplication::setPalette(palette);
+        TAMBO::services::makeReadable();
+        const QPalette made = QApplication::palette();
+        for (const QPalette::ColorGroup group : groups) {
+            const QColor now = made.color(group, QPalette::Highlight);
+            EXPECT_EQ(made.color(group, QPalette::HighlightedText), text);
+            EXPECT_GE(contrastOf(text, now), kReadableContrast) << now.name().toStdString();
+            if (ground.hslSaturation() > 0)
+                EXPECT_NEAR(now.hslHue(), ground.hslHue(), 3) << now.name().toStdString();
+        }
+    }
+}
+
+TEST_F(Readability, AGroundOnWhichTheTextCanBeReadStaysAsItIs)
+{
+    const QColor dark(20, 60, 120);
+    EXPECT_EQ(TAMBO::services::readableGround(Qt::white, dark), dark);
+    EXPECT_NE(TAMBO::services::readableGround(Qt::white, QColor(48, 140, 198)), dark);
+    const QColor gray(119, 119, 119);
+    EXPECT_GE(contrastOf(gray, TAMBO::services::readableGround(gray, Qt::white)), 4.4);
+}
+
+TEST_F(Readability, SelectedLinesOfTheToolkitsOwnLookCanBeRead)
+{
+    TAMBO::services::makeReadable();
+    const QPalette palette = QApplication::palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        EXPECT_GE(contrastOf(palette.color(group, QPalette::HighlightedText),
+                             palette.color(group, QPalette::Highlight)),
+                  kReadableContrast);
 }
 
 TEST_F(Readability, HelpPagesCanBeRead)
