@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QMargins>
 #include <QScreen>
 #include <QWidget>
 
@@ -26,6 +27,8 @@ constexpr int kHighest = 860;
 // Of a window among several: below that one sees too little of an alignment, or of a picture.
 constexpr int kBroad = 760;
 constexpr int kLow = 300;
+// Lower than this no window is made so that it covers no other.
+constexpr int kLowest = 280;
 
 // The title of an editor window goes on with what it shows.
 QString keyOf(const QWidget &window)
@@ -37,6 +40,37 @@ QString keyOf(const QWidget &window)
 int areaOf(const QRect &rect)
 {
     return rect.isEmpty() ? 0 : rect.width() * rect.height();
+}
+
+int coveredBy(const QRect &frame, const std::vector<QRect> &others)
+{
+    int area = 0;
+    for (const QRect &other : others)
+        area += areaOf(other & frame);
+    return area;
+}
+
+// Tops and left edges at which a window of that size begins or ends where another one does, or the
+// room.
+std::vector<QPoint> cornersFor(const QSize &size, const std::vector<QRect> &others,
+                               const QRect &room)
+{
+    std::vector<int> lefts;
+    std::vector<int> tops;
+    for (const QRect &other : others) {
+        lefts.insert(lefts.end(),
+                     {other.right() + 1 + kGap, other.left(), other.left() - kGap - size.width()});
+        tops.insert(tops.end(),
+                    {other.top(), other.bottom() + 1 + kGap, other.top() - kGap - size.height()});
+    }
+    lefts.insert(lefts.end(), {room.left(), room.right() + 1 - size.width()});
+    tops.insert(tops.end(), {room.top(), room.bottom() + 1 - size.height()});
+    std::vector<QPoint> corners;
+    for (const int top : tops)
+        for (const int left : lefts)
+            if (room.contains(QRect(QPoint(left, top), size)))
+                corners.emplace_back(left, top);
+    return corners;
 }
 
 } // namespace
@@ -91,6 +125,38 @@ std::vector<QRect> sharesBeside(const QRect &other, const QRect &room, std::size
     return shares;
 }
 
+QRect freestPlace(const QRect &frame, int lowest, const std::vector<QRect> &others,
+                  const QRect &room)
+{
+    const QSize size = frame.size().boundedTo(room.size());
+    QRect freest(room.topLeft(), size);
+    int least = coveredBy(freest, others) + 1;
+    for (const QPoint &corner : cornersFor(size, others, room)) {
+        const QRect place(corner, size);
+        if (const int covered = coveredBy(place, others); covered < least) {
+            least = covered;
+            freest = place;
+        }
+    }
+    if (least == 0)
+        return freest;
+    QRect lowered;
+    for (const QPoint &corner : cornersFor({size.width(), lowest}, others, room)) {
+        QRect place(corner, QSize(size.width(), lowest));
+        if (coveredBy(place, others) > 0)
+            continue;
+        int bottom = std::min(room.bottom(), place.top() + size.height() - 1);
+        for (const QRect &other : others)
+            if (other.top() > place.bottom() && other.left() <= place.right() &&
+                other.right() >= place.left())
+                bottom = std::min(bottom, other.top() - 1 - kGap);
+        place.setBottom(std::max(bottom, place.bottom()));
+        if (place.height() > lowered.height())
+            lowered = place;
+    }
+    return lowered.isEmpty() ? freest : lowered;
+}
+
 FirstPlaces::FirstPlaces()
 {
     qApp->installEventFilter(this);
@@ -136,8 +202,60 @@ void FirstPlaces::place(QWidget &tool, const QRect &workbench) const
     const QRect other(workbench.topLeft(), workbench.size() + QSize(2 * kFrame.right(), 0));
     if (m_Sharing > 1)
         return placeInShare(tool, sharesBeside(other, room, m_Sharing));
-    if (const std::optional<QPoint> place = placeBeside(frame, other, room))
-        tool.move(*place);
+    const std::optional<QPoint> beside = placeBeside(frame, other, room);
+    std::vector<QRect> others = toolsIn(room, tool);
+    const bool coversOne =
+        beside ? coveredBy(QRect(*beside, frame.size()), others) > 0 : !others.empty();
+    if (coversOne) {
+        others.insert(others.begin(), other);
+        placeFreely(tool, size, others, room);
+    } else if (beside) {
+        tool.move(*beside);
+    }
+}
+
+void FirstPlaces::placeFreely(QWidget &tool, const QSize &size, const std::vector<QRect> &others,
+                              const QRect &room) const
+{
+    const QMargins margins = frameMargins();
+    const bool isFixed = tool.minimumHeight() == tool.maximumHeight();
+    const int lowest = isFixed ? size.height() : std::max(kLowest, tool.minimumSizeHint().height());
+    const auto framed = [&margins](const QSize &inside) {
+        return QRect(QPoint(0, 0), inside).marginsAdded(margins);
+    };
+    const QRect place = freestPlace(framed(size), framed({0, lowest}).height(), others, room);
+    if (const QSize inside = place.marginsRemoved(margins).size();
+        !isFixed && inside.height() < tool.height())
+        tool.resize(tool.width(), inside.height());
+    tool.move(place.topLeft());
+}
+
+std::vector<QRect> FirstPlaces::toolsIn(const QRect &room, const QWidget &butFor) const
+{
+    std::vector<QRect> tools;
+    for (const QWidget *other : QApplication::topLevelWidgets()) {
+        if (other == &butFor || other == m_Workbench || !other->isVisible() ||
+            other->isMinimized() || other->windowType() != Qt::Window)
+            continue;
+        // One that has just been shown is not known to have a frame.
+        const QRect frame =
+            other->frameGeometry().united(other->geometry().marginsAdded(frameMargins()));
+        if (frame.intersects(room))
+            tools.push_back(frame);
+    }
+    return tools;
+}
+
+QMargins FirstPlaces::frameMargins() const
+{
+    if (m_Workbench == nullptr || !m_Workbench->isVisible())
+        return kFrame;
+    const QRect outside = m_Workbench->frameGeometry();
+    const QRect inside = m_Workbench->geometry();
+    if (outside == inside)
+        return kFrame;
+    return {inside.left() - outside.left(), inside.top() - outside.top(),
+            outside.right() - inside.right(), outside.bottom() - inside.bottom()};
 }
 
 // Some of them may have a place that is remembered: that of least others is taken.

@@ -10,6 +10,7 @@
 namespace FirstPlacesTest {
 
 using TAMBO::app::FirstPlaces;
+using TAMBO::app::freestPlace;
 using TAMBO::app::placeBeside;
 using TAMBO::app::sharesBeside;
 using TAMBO::app::workbenchPlace;
@@ -130,6 +131,77 @@ TEST(FirstPlaces, WindowsThatComeTogetherStandOnNoOther)
     later.resize(100, 50);
     later.show();
     EXPECT_EQ(later.size(), QSize(100, 50));
+}
+
+TEST(FirstPlaces, AToolThatComesLaterStandsWhereItCoversNoOther)
+{
+    const QRect room(0, 0, 2560, 1440);
+    const QRect workbench(16, 32, 640, 860);
+    const QRect editor(668, 32, 1200, 632);
+    const QRect place = freestPlace(QRect(0, 0, 908, 700), 300, {workbench, editor}, room);
+    EXPECT_EQ(place.size(), QSize(908, 700));
+    EXPECT_TRUE(room.contains(place));
+    EXPECT_FALSE(place.intersects(workbench));
+    EXPECT_FALSE(place.intersects(editor));
+}
+
+TEST(FirstPlaces, AToolIsLoweredSoThatItCoversNoOther)
+{
+    const QRect room(0, 0, 1600, 1000);
+    const QRect workbench(16, 32, 528, 860);
+    const QRect editor(556, 32, 968, 632);
+    const QRect place = freestPlace(QRect(0, 0, 908, 716), 300, {workbench, editor}, room);
+    EXPECT_EQ(place.width(), 908);
+    EXPECT_LT(place.height(), 716);
+    EXPECT_GE(place.height(), 300);
+    EXPECT_TRUE(room.contains(place));
+    EXPECT_FALSE(place.intersects(workbench));
+    EXPECT_FALSE(place.intersects(editor));
+}
+
+TEST(FirstPlaces, WhereAllIsTakenAToolCoversAsLittleAsCanBeAndKeepsItsSize)
+{
+    const QRect room(0, 0, 1000, 800);
+    const QRect workbench(0, 0, 300, 800);
+    const QRect editor(300, 0, 600, 600);
+    const QRect place = freestPlace(QRect(0, 0, 500, 500), 300, {workbench, editor}, room);
+    EXPECT_EQ(place, QRect(500, 300, 500, 500));
+}
+
+TEST(FirstPlaces, AToolBesideAnEditorDoesNotCoverIt)
+{
+    const QWidget probe;
+    const QRect room = probe.screen()->availableGeometry();
+    FirstPlaces places;
+    places.expectWorkbench(QRect(room.topLeft(), QSize(10, 200)));
+    QWidget editor;
+    editor.setWindowTitle("editor");
+    editor.resize(room.width() * 6 / 10, room.height() * 4 / 10);
+    editor.show();
+    QWidget tool;
+    tool.setWindowTitle("tool");
+    tool.resize(room.width() * 6 / 10, room.height() * 9 / 10);
+    tool.show();
+    EXPECT_FALSE(editor.frameGeometry().intersects(tool.frameGeometry()));
+    EXPECT_TRUE(room.contains(tool.frameGeometry()));
+    EXPECT_GE(tool.height(), 280);
+}
+
+TEST(FirstPlaces, AToolOfAFixedSizeIsNotLowered)
+{
+    const QWidget probe;
+    const QRect room = probe.screen()->availableGeometry();
+    FirstPlaces places;
+    places.expectWorkbench(QRect(room.topLeft(), QSize(10, 200)));
+    QWidget editor;
+    editor.setWindowTitle("editor");
+    editor.resize(room.width() * 6 / 10, room.height() * 4 / 10);
+    editor.show();
+    QWidget tool;
+    tool.setWindowTitle("tool");
+    tool.setFixedSize(room.width() * 6 / 10, room.height() * 9 / 10);
+    tool.show();
+    EXPECT_EQ(tool.size(), QSize(room.width() * 6 / 10, room.height() * 9 / 10));
 }
 
 } // namespace FirstPlacesTest
