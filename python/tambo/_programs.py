@@ -8,6 +8,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import threading
 import time
 import typing
 
@@ -81,20 +82,53 @@ def run(words, folder, environment=None, patience=0.0, most=None):
     What ends the call, as Ctrl+C does, ends the program with all that it has started: it is asked to
     end, and ended after patience seconds. A program that prints more than most bytes is ended, too.
     """
+    start = _Start(words, folder, environment)
     try:
-        process = subprocess.Popen(words, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, bufsize=0, process_group=0)
-    except OSError:
-        return Ended(None, b"", [])
-    try:
-        said = _listen(process, most)
-        return Ended(process.returncode, *said)
+        start.start()
+        start.join()
+        if isinstance(start.error, OSError):
+            return Ended(None, b"", [])
+        if start.error is not None:
+            raise start.error
+        said = _listen(start.process, most)
+        return Ended(start.process.returncode, *said)
     except BaseException:
-        _end(process, patience)
+        start.give_up()
+        if start.process is not None:
+            _end(start.process, patience)
         raise
     finally:
-        process.stdout.close()
-        process.stderr.close()
+        if start.process is not None:
+            start.process.stdout.close()
+            start.process.stderr.close()
+
+
+class _Start(threading.Thread):
+    """Starts a program where no signal is heard: one in the middle of it would leave the program running."""
+
+    def __init__(self, words, folder, environment):
+        super().__init__(daemon=True)
+        self._words, self._folder, self._environment = words, folder, environment
+        self._lock = threading.Lock()
+        self._is_given_up = False
+        self.process = None
+        self.error = None
+
+    def run(self):
+        with self._lock:
+            if self._is_given_up:
+                return
+            try:
+                self.process = subprocess.Popen(self._words, cwd=self._folder, env=self._environment,
+                                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                                stderr=subprocess.PIPE, bufsize=0, process_group=0)
+            except Exception as error:
+                self.error = error
+
+    def give_up(self):
+        """From now on there is the process, or none will be started."""
+        with self._lock:
+            self._is_given_up = True
 
 
 def _listen(process, most):

@@ -6,9 +6,10 @@ import subprocess
 import sys
 import threading
 import time
+from unittest import mock
 
 import tambo
-from tambo import _realigning, _settings
+from tambo import _programs, _realigning, _settings
 
 from cases import EXAMPLES, Case
 
@@ -160,3 +161,23 @@ class Realigning(Case):
                 time.sleep(0.01)
         self.assertFalse(pathlib.Path(folder).exists())
         self.assertFalse(pathlib.Path(folder).parent.exists())
+
+    def test_ctrl_c_while_a_program_is_being_started_ends_it(self):
+        started = []
+
+        class Interrupted(subprocess.Popen):
+            def __init__(self, *words, **how):
+                super().__init__(*words, **how)
+                started.append(self.pid)
+                signal.pthread_kill(threading.main_thread().ident, signal.SIGINT)
+                time.sleep(0.2)
+
+        with mock.patch.object(_programs.subprocess, "Popen", Interrupted):
+            with self.assertRaises(KeyboardInterrupt):
+                _programs.run(["sleep", "600"], self.folder)
+        self.assertEqual(len(started), 1)
+        with self.assertRaises(ProcessLookupError):
+            os.kill(started[0], 0)
+
+    def test_a_program_that_is_not_there_was_not_started(self):
+        self.assertIsNone(_programs.run([str(self.folder / "none")], self.folder).status)
