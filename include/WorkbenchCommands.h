@@ -103,9 +103,13 @@ public:
     // Execute with an Alignment.
     static constexpr CommandName kExportAlignment{"Data", "Alignment", "export"};
 
-    static constexpr CommandName kAll[] = {
-        kOpenFile,  kSaveAlignment, kReadStructure, kRealign,       kRealignAll,
-        kAlignRows, kAddSequences,  kAddFiles,      kShowAlignment, kExportAlignment};
+    // Execute with an Alignment.
+    static constexpr CommandName kSaveAlignmentAs{"Data", "Alignment", "saveAs"};
+
+    static constexpr CommandName kAll[] = {kOpenFile,        kSaveAlignment,  kReadStructure,
+                                           kRealign,         kRealignAll,     kAlignRows,
+                                           kAddSequences,    kAddFiles,       kShowAlignment,
+                                           kExportAlignment, kSaveAlignmentAs};
 
     // Choosing nothing is no failure; what was chosen may arrive later. isChosen may be null.
     static Outcome openFile(const std::string &caller, bool *isChosen = nullptr)
@@ -191,6 +195,14 @@ public:
     {
         return PluginManager::Execute(kExportAlignment.group, kExportAlignment.service, caller,
                                       kExportAlignment.command, static_cast<void *>(&alignment));
+    }
+
+    // The same, and the file is that of the alignment from then on: it counts as saved, and the
+    // workbench saves it there. Written when this has returned.
+    static Outcome saveAlignmentAs(const std::string &caller, Alignment &alignment)
+    {
+        return PluginManager::Execute(kSaveAlignmentAs.group, kSaveAlignmentAs.service, caller,
+                                      kSaveAlignmentAs.command, static_cast<void *>(&alignment));
     }
 };
 

@@ -170,6 +170,10 @@ TEST_F(PluginManagerContract, TheTypedCallsHandOverWhatTheNamesAskFor)
     routes.registerExecute("Data", "Alignment", "export", record());
     EXPECT_EQ(WorkbenchCommands::exportAlignment("Mine", *alignment), Outcome::Done);
     EXPECT_EQ(m_Call.data, alignment.get());
+    m_Call = {};
+    routes.registerExecute("Data", "Alignment", "saveAs", record());
+    EXPECT_EQ(WorkbenchCommands::saveAlignmentAs("Mine", *alignment), Outcome::Done);
+    EXPECT_EQ(m_Call.data, alignment.get());
 }
 
 TEST_F(PluginManagerContract, ANoServiceANoCommandAndAFailureAreDifferentAnswers)

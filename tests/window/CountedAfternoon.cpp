@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr const char *kExceptions = "\n## Where it takes more here\n";
-
 QString afternoonPage()
 {
     QFile file(SOURCE_DIR "/docs/afternoon.md");
@@ -43,13 +41,4 @@ std::vector<CountedStep> countedSteps()
         steps.push_back(std::move(step));
     }
     return steps;
-}
-
-QStringList stepsThatTakeMore()
-{
-    QStringList names;
-    for (const QString &line : afternoonPage().section(kExceptions, 1).split('\n'))
-        if (line.startsWith("- **"))
-            names << line.section("**", 1, 1);
-    return names;
 }

@@ -20,5 +20,3 @@ struct CountedStep
 };
 
 std::vector<CountedStep> countedSteps();
-// The names of the steps that the page itself says take more here than somewhere else.
-QStringList stepsThatTakeMore();

@@ -226,15 +226,11 @@ TEST(CountedAfternoonTable, CountsItsActionsAndTakesAtMostWhatOthersTake)
 {
     const std::vector<CountedStep> steps = countedSteps();
     ASSERT_GE(steps.size(), 18U);
-    QStringList more;
     for (const CountedStep &step : steps) {
         EXPECT_EQ(step.count, step.actions.size()) << step.name.toStdString();
-        if (std::ranges::any_of(step.elsewhere, [&](const std::optional<int> &count) {
-                return count && *count < step.count;
-            }))
-            more << step.name;
+        for (const std::optional<int> &count : step.elsewhere)
+            EXPECT_LE(step.count, count.value_or(step.count)) << step.name.toStdString();
     }
-    EXPECT_EQ(more.join('\n').toStdString(), stepsThatTakeMore().join('\n').toStdString());
 }
 
 TEST_F(CountedAfternoon, EachActionOfTheTableDoesItsPart)

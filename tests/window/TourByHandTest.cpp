@@ -21,8 +21,6 @@ enum Menu { FileMenu, ModelMenu, RangeMenu, SelectMenu, ColorMenu };
 constexpr int kByDistance = 4;
 // From the editor's corner to the last button of its tool bar.
 constexpr QPoint kRealignButton(282, 39);
-// In the dialog that offers sequences, below the line where the caret blinks.
-constexpr int kListBegin = 65;
 // From the begin of a row, in cells.
 constexpr int kName = -4;
 // Three gaps behind the part of myoglobin that is looked for, and where they are to begin.
@@ -110,18 +108,10 @@ public:
     }
     void makeAnAlignment()
     {
-        inWorkbench("alt+t Return");
+        inWorkbench("ctrl+n");
+        m_Screen.pressKey(window("Sequences of a New Alignment"), "Return");
+        waitForWindows("Sequences of a New Alignment", 0);
         m_Editor = window(kEditor);
-        choose(m_Editor, FileMenu, 0);
-        const QString dialog = window("sequences");
-        // The button stays down for a moment before it does anything.
-        QRect list = m_Screen.geometryOf(dialog);
-        list.adjust(0, kListBegin, 0, -list.height() / 2);
-        const QImage before = settled([&] { return m_Screen.picture(list); });
-        m_Screen.pressKey(dialog, "alt+a");
-        waitUntil([&] { return m_Screen.picture(list) != before || !isRunning(); });
-        m_Screen.pressKey(dialog, "Return");
-        waitForWindows("sequences", 0);
         m_Grid = grid(m_Editor, "VLSPADKT");
         waitForLetter(1, 3, 'E');
         waitForLetter(2, 0, 'R');
@@ -248,9 +238,7 @@ TEST_F(TourByHand, EachStepOfThePageDoesWhatItSays)
         {{"1. Open the files",
           {"File, Open…", "hemoglobin.pdb", "myoglobin.pdb", "neuroglobin.fasta"}},
          &TourByHand::openTheFiles},
-        {{"2. Make an alignment",
-          {"Tools, Alignment Editor", "File, Make from Seqs", "Select all", "OK"}},
-         &TourByHand::makeAnAlignment},
+        {{"2. Make an alignment", {"File, New Alignment…", "OK"}}, &TourByHand::makeAnAlignment},
         {{"3. Put the rows in order", {"hemoglobin_A", "neuroglobin", "Alignment, Select, None"}},
          &TourByHand::orderTheRows},
         {{"4. Let a program align them", {"Range, Full", "Realign"}}, &TourByHand::align},

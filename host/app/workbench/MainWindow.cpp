@@ -187,6 +187,9 @@ void MainWindow::makeFileMenu()
     m_Open->setToolTip(tr("Open structures, alignments, sequences or a session"));
     m_Recent = menu->addMenu(tr("Open &Recent"));
     connect(m_Recent, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
+    menu->addAction(tr("&New Alignment…"), QKeySequence(Qt::CTRL | Qt::Key_N), this,
+                    &MainWindow::newAlignmentAsked)
+        ->setToolTip(tr("Make an alignment of loaded sequences, and show it in the editor"));
     menu->addSeparator();
     m_Save = menu->addAction(icon("save"), tr("&Save"), QKeySequence(Qt::CTRL | Qt::Key_S), this,
                              [this] { emit saveAsked(m_Tree->pickedObjects()); });

@@ -91,6 +91,7 @@ signals:
     void editorAsked(TAMBO::Compound *object);
     void toolAsked(const TAMBO::services::PluginRecord &plugin);
     // Along the object, if it is an alignment; null when none is picked.
+    void newAlignmentAsked();
     void superposeAsked(const TAMBO::Compound *object);
     // Models of a family: of the object, if it is an alignment; null when none is picked.
     void modelsAsked(const TAMBO::Compound *object);

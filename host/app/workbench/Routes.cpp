@@ -76,6 +76,8 @@ Routes::Routes(Loader &loader, Actions actions) : m_Loader(&loader), m_Actions(s
             [this](const PluginCall &call) { return show(call); });
     execute(WorkbenchCommands::kExportAlignment,
             [this](const PluginCall &call) { return exportTo(call); });
+    execute(WorkbenchCommands::kSaveAlignmentAs,
+            [this](const PluginCall &call) { return saveAs(call); });
 }
 
 Routes::~Routes()
@@ -173,6 +175,14 @@ bool Routes::exportTo(const PluginCall &call)
     auto *alignment = static_cast<Alignment *>(call.data);
     if (alignment != nullptr)
         m_Actions.exportTo(*alignment);
+    return alignment != nullptr;
+}
+
+bool Routes::saveAs(const PluginCall &call)
+{
+    auto *alignment = static_cast<Alignment *>(call.data);
+    if (alignment != nullptr)
+        m_Actions.saveAs(*alignment);
     return alignment != nullptr;
 }
 

@@ -46,6 +46,7 @@ public:
         std::function<bool(Alignment &alignment)> show;
         // The user chooses file and format.
         std::function<void(Alignment &alignment)> exportTo;
+        std::function<void(Alignment &alignment)> saveAs;
         std::function<void(const LoadReport &report)> tellBadFiles;
         std::function<void(const QString &headline, const QStringList &causes)> tellFailure;
         // Writes, and returns when the file is complete, or as it was. When empty, it is written in
@@ -76,6 +77,7 @@ private:
     bool addFiles(const PluginCall &call);
     bool show(const PluginCall &call);
     bool exportTo(const PluginCall &call);
+    bool saveAs(const PluginCall &call);
     bool savePir(const PluginCall &call);
 
     // What has to wait may come to its turn when the loader has gone, and this too.

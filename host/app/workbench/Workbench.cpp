@@ -21,6 +21,7 @@
 #include "Logger.h"
 #include "LossBox.h"
 #include "MainWindow.h"
+#include "NewAlignment.h"
 #include "ObjectFacts.h"
 #include "ObjectOrigins.h"
 #include "ObjectReferences.h"
@@ -243,6 +244,7 @@ void Workbench::connectWindow()
     connect(window, &MainWindow::closeAsked, this, &Workbench::closeObjects);
     connect(window, &MainWindow::editorAsked, this, &Workbench::openInEditor);
     connect(window, &MainWindow::toolAsked, this, &Workbench::openTool);
+    connect(window, &MainWindow::newAlignmentAsked, this, &Workbench::askForNewAlignment);
     connect(window, &MainWindow::superposeAsked, this, &Workbench::askSuperpose);
     connect(window, &MainWindow::modelsAsked, this, &Workbench::askForModels);
     connect(window, &MainWindow::modelResultsAsked, this,
@@ -261,6 +263,11 @@ void Workbench::makeRoutes()
     actions.addFiles = [this](const AddFilesRequest &request) { return addFiles(request); };
     actions.show = [this](Alignment &alignment) { return openInEditor(&alignment) != nullptr; };
     actions.exportTo = [this](Alignment &alignment) { window().exportObjects({&alignment}); };
+    actions.saveAs = [this](Alignment &alignment) {
+        QWidget *const inUse = windowInUse();
+        QWidget &parent = inUse != nullptr ? *inUse : window();
+        sayUnlessEmpty(window(), PickedSaving(m_Places, parent).saveAs({&alignment}, true));
+    };
     actions.tellBadFiles = [this](const LoadReport &report) { tellFailures(report); };
     actions.tellFailure = [this](const QString &headline, const QStringList &causes) {
         tellFailure(headline, causes);
@@ -409,6 +416,15 @@ std::vector<Alignment *> Workbench::loadedAlignments()
             alignments.push_back(alignment);
     }
     return alignments;
+}
+
+void Workbench::askForNewAlignment()
+{
+    const NewAlignment made = app::askForNewAlignment(&window());
+    if (made.alignment != nullptr)
+        openInEditor(made.alignment);
+    else if (!made.refusal.isEmpty())
+        say(made.refusal);
 }
 
 void Workbench::askSuperpose(const Compound *chosen)

@@ -148,6 +148,8 @@ public:
     bool addSequences(AddSequencesRequest &request);
     // The same of files that the user chooses, once they are open; false when he cannot be asked.
     bool addFiles(const AddFilesRequest &request);
+    // Asks of which sequences, and shows it in the editor.
+    void askForNewAlignment();
     // Asks which structures, along which alignment: chosen, if it is one.
     void askSuperpose(const Compound *chosen);
     // Has models of many rows built, and shows what comes of them.

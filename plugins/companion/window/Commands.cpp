@@ -52,8 +52,8 @@ Command scoreCommand()
 // It does the same as Save As of the workbench, for the alignment that is looked at.
 Command saveCommand()
 {
-    return {tr("Sa&ve as PIR…"),
-            tr("Save the alignment that is shown, as File, Save in its window"),
+    return {tr("Sa&ve As…"),
+            tr("Save the alignment that is shown, as Save As in the workbench's window"),
             {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
             [](Companion &companion) { companion.save(); },
             false,

@@ -14,32 +14,14 @@
 #include "WholeSelection.h"
 #include "WorkbenchCommands.h"
 
-#include <QAction>
 #include <QMainWindow>
 #include <QMenu>
-#include <QMenuBar>
 
 #include <utility>
 
 namespace companion {
 
 namespace {
-
-// Null when the window has no such command.
-QAction *ownCommand(const QMainWindow &window, const QString &menu, const QString &text)
-{
-    const auto isCalled = [](const QAction *action, const QString &name) {
-        return action->text().remove(u'&') == name;
-    };
-    for (const QAction *const title : window.menuBar()->actions()) {
-        if (title->menu() == nullptr || !isCalled(title, menu))
-            continue;
-        for (QAction *const action : title->menu()->actions())
-            if (isCalled(action, text))
-                return action;
-    }
-    return nullptr;
-}
 
 bool isAnyPositionedOf(const TAMBO::Alignment *alignment)
 {
@@ -255,12 +237,12 @@ void Companion::invertSelection()
 
 void Companion::save()
 {
-    QAction *const save =
-        ownCommand(*m_Window.mainWindow(), QStringLiteral("File"), QStringLiteral("Save"));
-    if (save == nullptr)
-        return tell(companion::tr("Nothing is saved: this window has no command for it."));
+    TAMBO::Alignment *const alignment = m_Window.alignment();
+    if (alignment == nullptr)
+        return tell(companion::tr("Save: no alignment is shown. Get Alignment in the menu File "
+                                  "chooses one."));
     // The window, and this with it, may be gone when it returns.
-    save->trigger();
+    TAMBO::WorkbenchCommands::saveAlignmentAs("companion", *alignment);
 }
 
 void Companion::exportShown()
