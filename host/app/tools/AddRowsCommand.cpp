@@ -199,12 +199,16 @@ Result<AddedRows::Layout> AddRowsCommand::layoutOf(const Alignment &alignment,
         std::size_t count = 0;
         for (const auto &[row, residues] : leftOut)
             count += residues;
+        const QString first = work.nameOf(leftOut.front().first);
         return refused(
             FailureKind::Refused,
-            tr("%1 residues, the first of them of %2, have no column among those of the "
-               "other rows, "
-               "and would be lost. Align to the Rest makes columns for them")
-                .arg(QLocale().toString(qulonglong(count)), work.nameOf(leftOut.front().first)));
+            count == 1
+                ? tr("1 residue, of %1, has no column among those of the other rows, and would be "
+                     "lost. Align to the Rest makes a column for it")
+                      .arg(first)
+                : tr("%1 residues, the first of them of %2, have no column among those of the "
+                     "other rows, and would be lost. Align to the Rest makes columns for them")
+                      .arg(QLocale().toString(qulonglong(count)), first));
     }
     if (work.columns == Columns::Kept && !layout.value().inserted.empty())
         return refused(FailureKind::BadInput, tr("%1 has made columns").arg(aligner.program()));

@@ -8,6 +8,7 @@
 #include "ObjectFacts.h"
 #include "ObjectReferences.h"
 #include "ObjectTwins.h"
+#include "PlainText.h"
 #include "Structure.h"
 #include "SuperposeCommand.h"
 #include "SuperposePlan.h"
@@ -42,6 +43,7 @@ enum Column {
     WholeRmsdColumn
 };
 
+constexpr int kPlanLines = 4;
 constexpr double kLeastCutoff = 0.5;
 constexpr double kMostCutoff = 20;
 constexpr double kCutoffStep = 0.5;
@@ -181,7 +183,7 @@ void SuperposeDialog::makeControls()
     m_Plan->setTextFormat(Qt::PlainText);
     m_Plan->setWordWrap(true);
     // Room for what it may say, so that nothing jumps while chains are checked.
-    m_Plan->setMinimumHeight(3 * fontMetrics().lineSpacing());
+    m_Plan->setMinimumHeight(kPlanLines * fontMetrics().lineSpacing());
     m_Plan->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     auto *plan = new QHBoxLayout;
     plan->addWidget(m_Picture, 0, Qt::AlignTop);
@@ -410,6 +412,11 @@ void SuperposeDialog::showPlan()
                     : QString::fromStdString(plan.error().message());
     }
     m_Plan->setText(text);
+    m_Plan->setToolTip(plainToolTip(text));
+    // Long names need more lines than there is room for.
+    if (m_Plan->isVisible())
+        m_Plan->setMinimumHeight(std::max(kPlanLines * fontMetrics().lineSpacing(),
+                                          m_Plan->heightForWidth(m_Plan->width())));
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_Picture->setPixmap(
         style()

@@ -74,8 +74,13 @@ void LegendBar::show(const Legend &legend)
         note->setToolTip(TAMBO::plainToolTip(note->text()));
         addWidget(note);
     }
+    // At the end of the bar, where it is taken for none of the entries.
+    auto *const room = new QWidget;
+    room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(room);
     auto *const close = new QToolButton;
-    close->setText(tr("Close"));
+    close->setObjectName(QStringLiteral("CloseLegend"));
+    close->setText(QStringLiteral("×"));
     close->setToolTip(tr("Close the legend"));
     close->setAccessibleName(close->toolTip());
     connect(close, &QToolButton::clicked, this, [this] {

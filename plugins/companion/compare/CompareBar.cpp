@@ -100,6 +100,8 @@ void CompareBar::makeWidgets()
     m_What->setObjectName(QStringLiteral("What"));
     m_State = makeLineLabel();
     m_State->setObjectName(QStringLiteral("State"));
+    m_Only = makeLineLabel();
+    m_Only->setObjectName(QStringLiteral("Only"));
     QToolButton *const back = button(QStringLiteral("◀"), tr("Previous difference (Shift+F4)"));
     QToolButton *const forth = button(QStringLiteral("▶"), tr("Next difference (F4)"));
     QToolButton *const take =
@@ -121,6 +123,7 @@ void CompareBar::makeWidgets()
     upper->addWidget(m_What, 1);
     layout->addLayout(upper);
     layout->addWidget(m_State);
+    layout->addWidget(m_Only);
     // Else the window would become as wide as the longest text.
     lines->setMinimumWidth(1);
     lines->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -531,33 +534,41 @@ std::optional<std::size_t> CompareBar::stretchAtHand() const
 
 // ---- Telling
 
-QString CompareBar::scores() const
+// Rows and residues that only one of the two has.
+QString CompareBar::leftOut() const
 {
     const Comparison &found = m_Compared->comparison;
-    QString text =
-        companion::tr("Equal pairs: %1 of those there (SP), %2 of those here. Equal columns: %3 of "
-                      "those there (TC), %4 of those here.")
-            .arg(shareText(found.samePairs, found.there.pairs),
-                 shareText(found.samePairs, found.here.pairs),
-                 shareText(found.sameColumns, found.there.columns),
-                 shareText(found.sameColumns, found.here.columns));
+    QStringList texts;
     const std::size_t onlyHere = m_Compared->placesHere.size() - m_Compared->rows();
     const std::size_t onlyThere = m_Compared->placesThere.size() - m_Compared->rows();
     if (onlyHere > 0 || onlyThere > 0)
-        text += companion::tr(" Left out: rows only here %1, only there %2.")
-                    .arg(onlyHere)
-                    .arg(onlyThere);
+        texts << companion::tr("Left out: rows only here %1, only there %2.")
+                     .arg(onlyHere)
+                     .arg(onlyThere);
     if (found.here.alone > 0 || found.there.alone > 0)
-        text += companion::tr(" Residues only here %1, only there %2.")
-                    .arg(found.here.alone)
-                    .arg(found.there.alone);
-    return text;
+        texts << companion::tr("Residues only here %1, only there %2.")
+                     .arg(found.here.alone)
+                     .arg(found.there.alone);
+    return texts.join(u' ');
+}
+
+QString CompareBar::scores() const
+{
+    const Comparison &found = m_Compared->comparison;
+    return companion::tr(
+               "Equal pairs: %1 of those there (SP), %2 of those here. Equal columns: %3 of "
+               "those there (TC), %4 of those here.")
+        .arg(shareText(found.samePairs, found.there.pairs),
+             shareText(found.samePairs, found.here.pairs),
+             shareText(found.sameColumns, found.there.columns),
+             shareText(found.sameColumns, found.here.columns));
 }
 
 void CompareBar::showState()
 {
     QString what = companion::tr("Compared with %1").arg(m_Title);
     QString state;
+    QString only;
     if (!m_Trouble.isEmpty()) {
         state = m_Trouble;
     } else if (m_Compared == nullptr || !isFresh()) {
@@ -573,6 +584,7 @@ void CompareBar::showState()
                 : all.size() == 1 ? companion::tr(": 1 difference")
                                   : companion::tr(": %1 differences").arg(all.size());
         state = scores();
+        only = leftOut();
     }
     const bool hasStretches = m_Trouble.isEmpty() && m_Compared != nullptr && isFresh() &&
                               !m_Compared->comparison.stretches.empty();
@@ -582,6 +594,9 @@ void CompareBar::showState()
     m_What->setToolTip(what);
     m_State->setText(state);
     m_State->setToolTip(state);
+    m_Only->setText(only);
+    m_Only->setToolTip(only);
+    m_Only->setHidden(only.isEmpty());
 }
 
 } // namespace companion

@@ -107,6 +107,7 @@ private:
     void lookForFile();
     void showState();
     [[nodiscard]] QString scores() const;
+    [[nodiscard]] QString leftOut() const;
     [[nodiscard]] TAMBO::Alignment *shown() const
     {
         return AlignmentViewObserver::window()->alignment();
@@ -135,6 +136,8 @@ private:
     std::optional<Candidates> m_FileCandidates;
     QLabel *m_What = nullptr;
     QLabel *m_State = nullptr;
+    // Below it, where there is something to say.
+    QLabel *m_Only = nullptr;
     std::vector<QToolButton *> m_Needs;
 };
 

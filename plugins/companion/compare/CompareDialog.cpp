@@ -2,6 +2,8 @@
 #include "CompareDialog.h"
 
 #include "LayoutChanges.h"
+#include "ObjectNames.h"
+#include "PlainText.h"
 #include "SlicedWork.h"
 #include "Texts.h"
 
@@ -11,18 +13,30 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <cstddef>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace companion {
 
 namespace {
 
-constexpr QSize kCompareSize(520, 380);
+constexpr QSize kCompareSize(640, 400);
 constexpr int kListGap = 6;
 
 QString titleOfAlignment(const TAMBO::Alignment &alignment)
 {
     return QString::fromStdString(alignment.Name());
+}
+
+QString sizeOfAlignment(const TAMBO::Alignment &alignment)
+{
+    using companion::tr;
+    const QString rows =
+        alignment.height() == 1 ? tr("1 row") : tr("%L1 rows").arg(alignment.height());
+    return rows + QStringLiteral(" × ") +
+           (alignment.width() == 1 ? tr("1 column") : tr("%L1 columns").arg(alignment.width()));
 }
 
 } // namespace
@@ -41,7 +55,14 @@ CompareDialog::CompareDialog(const TAMBO::Alignment &here, QWidget *parent,
     setObjectName(QStringLiteral("Compare"));
     auto *const label = new QLabel(tr("Compare %1 &with:").arg(titleOfAlignment(here)));
     label->setBuddy(m_List);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
     m_List->setAccessibleName(tr("What to compare with"));
+    // Names of steps and alignments are as long as their users make them.
+    m_List->setWordWrap(true);
+    m_List->setTextElideMode(Qt::ElideNone);
+    m_List->setResizeMode(QListView::Adjust);
+    m_List->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_State->setWordWrap(true);
     m_State->setTextFormat(Qt::PlainText);
     m_Buttons->button(QDialogButtonBox::Ok)->setText(tr("C&ompare"));
@@ -101,7 +122,7 @@ void CompareDialog::add(const QString &text, const QString &toolTip, const Compa
                         int place)
 {
     auto *const item = new QListWidgetItem(text);
-    item->setToolTip(toolTip);
+    item->setToolTip(TAMBO::plainToolTip(toolTip));
     m_List->insertItem(place, item);
     m_Choices.insert(m_Choices.begin() + place, choice);
 }
@@ -111,14 +132,23 @@ void CompareDialog::goOn()
     using companion::tr;
     const bool isDone = !m_Candidates->goOn(kSlice);
     const std::vector<TAMBO::Alignment *> &found = m_Candidates->found();
+    const bool isMore = m_Alignments < found.size();
     for (; m_Alignments < found.size(); ++m_Alignments) {
         TAMBO::Alignment *const alignment = found[m_Alignments];
-        add(titleOfAlignment(*alignment),
-            tr("%L1 rows × %L2 columns").arg(alignment->height()).arg(alignment->width()),
+        add(titleOfAlignment(*alignment), sizeOfAlignment(*alignment),
             {CompareChoice::Kind::Alignment, alignment}, int(m_Alignments));
         // Most want the first one.
         if (m_Alignments == 0)
             m_List->setCurrentRow(0);
+    }
+    if (isMore) {
+        // The next one may have the name of one that stands there already,
+        // or of the one that is compared.
+        std::vector<const TAMBO::Compound *> objects(found.begin(), found.end());
+        objects.push_back(m_Here);
+        const std::vector<std::string> names = TAMBO::ObjectNames::toldApart(objects);
+        for (std::size_t i = 0; i < found.size(); ++i)
+            m_List->item(int(i))->setText(QString::fromStdString(names[i]));
     }
     if (isDone) {
         m_Slices.stop();

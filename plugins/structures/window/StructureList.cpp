@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "StructureList.h"
 
+#include "ObjectNames.h"
+#include "PlainText.h"
+
 #include <QContextMenuEvent>
+
+#include <string>
+#include <vector>
 
 namespace structures {
 
@@ -29,10 +35,18 @@ void StructureList::refresh()
                 new QTreeWidgetItem(item);
         }
     }
+    std::vector<const TAMBO::Compound *> objects;
+    objects.reserve(structures.size());
+    for (const auto &structure : structures)
+        objects.push_back(structure->object());
+    const std::vector<std::string> names = TAMBO::ObjectNames::toldApart(objects);
     for (std::size_t i = 0; i < structures.size(); ++i) {
         QTreeWidgetItem *const item = topLevelItem(int(i));
         const ViewedStructure &structure = *structures[i];
-        item->setText(0, QString::fromStdString(structure.object()->Name()));
+        const QString name = QString::fromStdString(names[i]);
+        item->setText(0, name);
+        // The list is narrow, and what tells names apart is their end.
+        item->setToolTip(0, TAMBO::plainToolTip(name));
         item->setCheckState(0, structure.isVisible() ? Qt::Checked : Qt::Unchecked);
         for (std::size_t c = 0; c < structure.molecule().chains.size(); ++c) {
             QTreeWidgetItem *const child = item->child(int(c));

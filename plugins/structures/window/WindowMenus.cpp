@@ -12,6 +12,7 @@
 
 #include "Alignment.h"
 #include "HelpViewer.h"
+#include "ObjectNames.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -23,6 +24,8 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace structures {
 
@@ -161,8 +164,11 @@ void WindowMenus::addRowsMenu(QMenu *menu)
         };
         add(tr("&Everything"), nullptr);
         rows->addSeparator();
-        for (TAMBO::Alignment *const alignment : RowFilter::choices())
-            add(QString::fromStdString(alignment->Name()).replace('&', "&&"), alignment);
+        const std::vector<TAMBO::Alignment *> choices = RowFilter::choices();
+        const std::vector<std::string> names =
+            TAMBO::ObjectNames::toldApart({choices.begin(), choices.end()});
+        for (std::size_t i = 0; i < choices.size(); ++i)
+            add(QString::fromStdString(names[i]).replace('&', "&&"), choices[i]);
     });
 }
 

@@ -158,9 +158,8 @@ TEST_F(AddRowsCommandTest, ResiduesThatWouldBeLostAreCountedAndNothingChanges)
 {
     useScript("printf '>r0\\nAC-DEF\\n>r1\\nA-CDEF\\n>r2\\n---DEF\\n'\n");
     EXPECT_EQ(refusal({2}, Columns::Kept),
-              "No row of sample was aligned: 1 residues, the first of them of sample3, have no "
-              "column among those of the other rows, and would be lost. Align to the Rest makes "
-              "columns for them.");
+              "No row of sample was aligned: 1 residue, of sample3, has no column among those of "
+              "the other rows, and would be lost. Align to the Rest makes a column for it.");
     useScript(kGoodAdding);
     EXPECT_TRUE(refusal({2}, Columns::Kept).endsWith("has made columns."));
 }

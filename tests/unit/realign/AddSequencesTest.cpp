@@ -178,8 +178,8 @@ TEST_F(AddSequences, ResiduesThatAnAnswerLacksAreCountedAndNothingIsAdded)
 {
     useScript("printf '>r0\\nAC-DEF\\n>r1\\nA-CDEF\\n>r2\\n---DEF\\n'\n");
     const std::string told = refusal({&sequence("added", "CDEF")});
-    EXPECT_TRUE(told.starts_with("Nothing was added to sample: 1 residues, the first of them of "
-                                 "added, have no column"))
+    EXPECT_TRUE(told.starts_with("Nothing was added to sample: 1 residue, of added, has no column "
+                                 "among those"))
         << told;
 }
 

@@ -4,6 +4,7 @@
 #include "Alignment.h"
 #include "Compound.h"
 #include "DataMaker.h"
+#include "ObjectNames.h"
 #include "ObjectOrigins.h"
 #include "ObjectSpace.h"
 #include "Peptide.h"
@@ -62,6 +63,15 @@ TEST_F(ObjectTwinsTest, EqualNamesAreToldApartByTheirFiles)
                              &sequence("obp", "ACD", "/d/two.pir"), &sequence("obp", "ACD")}),
                 ElementsAre("one.pir", "", "two.pir", "of no file"));
     EXPECT_EQ(ObjectTwins::label("obp", "one.pir"), "obp (one.pir)");
+}
+
+TEST_F(ObjectTwinsTest, PluginsGetNamesThatAreToldApart)
+{
+    EXPECT_THAT(TAMBO::ObjectNames::toldApart({&sequence("obp", "ACD", "/d/one.pir"), nullptr,
+                                               &sequence("other", "A"),
+                                               &sequence("obp", "ACD", "/d/two.pir")}),
+                ElementsAre("obp (one.pir)", "", "other", "obp (two.pir)"));
+    EXPECT_TRUE(TAMBO::ObjectNames::toldApart({}).empty());
 }
 
 TEST_F(ObjectTwinsTest, FilesOfOneNameAreToldWithTheirFolders)

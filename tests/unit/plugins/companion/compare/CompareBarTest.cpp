@@ -156,11 +156,12 @@ TEST_F(InTheCompareBar, RowsThatOnlyOneHasAreToldAndLeftOut)
     TAMBO::Alignment &other = laidOut({kOthers[0], kOthers[1]});
     bar().compareWith(other);
     settle();
-    EXPECT_TRUE(text("State").ends_with(" Left out: rows only here 1, only there 0."))
-        << text("State");
+    EXPECT_EQ(text("Only"), "Left out: rows only here 1, only there 0.");
+    EXPECT_FALSE(bar().findChild<QLabel *>("Only")->isHidden());
     bar().compareWith(alignment(kRows, "strangers", {"x", "y", "z"}));
     settle();
     EXPECT_EQ(text("State"), "They have fewer than two sequences in common.");
+    EXPECT_TRUE(bar().findChild<QLabel *>("Only")->isHidden());
 }
 
 TEST_F(InTheCompareBar, RemovedColumnsAreMissingInTheSharesOfThoseThere)
@@ -174,8 +175,8 @@ TEST_F(InTheCompareBar, RemovedColumnsAreMissingInTheSharesOfThoseThere)
                             "residues that both have");
     EXPECT_EQ(text("State"),
               "Equal pairs: 89.28 % of those there (SP), 100.00 % of those here. Equal columns: "
-              "90.00 % of those there (TC), 100.00 % of those here. Residues only here 0, only "
-              "there 3.");
+              "90.00 % of those there (TC), 100.00 % of those here.");
+    EXPECT_EQ(text("Only"), "Residues only here 0, only there 3.");
 }
 
 TEST_F(InTheCompareBar, OneGoesFromOneDifferenceToTheNextAndAround)
@@ -510,6 +511,36 @@ TEST_F(InTheCompareBar, TheDialogListsAlignmentsAndFormerStates)
     settle();
     EXPECT_TRUE(text("What").starts_with("Compared with other: "));
     EXPECT_FALSE(rowsOf(other).empty());
+}
+
+TEST_F(InTheCompareBar, TheDialogTellsAlignmentsOfOneNameApart)
+{
+    alignment({kOthers[0] + "-", kOthers[1] + "-", kOthers[2] + "-"}, "family");
+    laidOut(kOthers);
+    companion::CompareDialog &dialog = *bar().ask();
+    while (dialog.isLooking())
+        QCoreApplication::processEvents();
+    const auto *const list = dialog.findChild<QListWidget *>();
+    QStringList texts;
+    for (int row = 0; row < 2; ++row)
+        texts << list->item(row)->text();
+    texts.sort();
+    EXPECT_EQ(texts.join("\n").toStdString(), "family (3 × 12)\nother");
+}
+
+TEST_F(InTheCompareBar, ALongLineOfTheDialogIsWrappedAndNotCut)
+{
+    QString name;
+    while (name.size() < 200)
+        name += "a long name ";
+    alignment(kOthers, name.toStdString());
+    companion::CompareDialog &dialog = *bar().ask();
+    while (dialog.isLooking())
+        QCoreApplication::processEvents();
+    const auto *const list = dialog.findChild<QListWidget *>();
+    const QRect shown = list->visualItemRect(list->item(0));
+    EXPECT_LE(shown.width(), list->viewport()->width());
+    EXPECT_GT(shown.height(), list->visualItemRect(list->item(1)).height());
 }
 
 TEST_F(InTheCompareBar, TheDialogComparesNothingWhenTheWindowShowsAnotherAlignment)

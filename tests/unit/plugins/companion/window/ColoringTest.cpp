@@ -116,7 +116,7 @@ protected:
     {
         for (auto *const button :
              m_Window->findChild<QToolBar *>("Legend")->findChildren<QToolButton *>())
-            if (button->text() == "Close")
+            if (button->objectName() == "CloseLegend")
                 return button->click();
         FAIL() << "nothing to press";
     }

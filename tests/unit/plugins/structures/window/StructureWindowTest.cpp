@@ -222,6 +222,22 @@ TEST_F(StructureWindowOfModel, AStructureThatArrivesIsShownWithTheOthers)
     ASSERT_TRUE(waitUntil([&] { return view().isComplete() && view().camera().height > 50; }));
 }
 
+TEST_F(StructureWindowOfModel, TheListTellsStructuresOfOneNameApart)
+{
+    {
+        DataAdder<TAMBO::Space> change(nullptr, TAMBO::Space::instance());
+        MadeStructure::make("1abc", 60);
+    }
+    auto *const list = m_Window->findChild<QTreeWidget *>();
+    ASSERT_TRUE(waitUntil([&] { return list->topLevelItemCount() == 2; }));
+    const QString first = list->topLevelItem(0)->text(0);
+    const QString second = list->topLevelItem(1)->text(0);
+    EXPECT_TRUE(first.startsWith("1abc (")) << first.toStdString();
+    EXPECT_TRUE(second.startsWith("1abc (")) << second.toStdString();
+    EXPECT_NE(first, second);
+    EXPECT_EQ(list->topLevelItem(1)->toolTip(0), second);
+}
+
 TEST_F(StructureWindowOfModel, EveryViewHasTheIconOfStructuresHoweverItWasOpened)
 {
     for (QAction *const action : m_Window->findChildren<QAction *>())
