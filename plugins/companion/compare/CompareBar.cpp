@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CompareBar.h"
 
+#include "CompareTexts.h"
 #include "ControlNames.h"
 #include "DataMaker.h"
 #include "DataPoint.h"
@@ -31,31 +32,10 @@ namespace {
 constexpr auto kBeforeRestart = std::chrono::milliseconds(150);
 constexpr int kLineGap = 2;
 constexpr int kButtonGap = 6;
-constexpr double kWholePercent = 100;
 
 QString alignmentName(const TAMBO::Alignment &alignment)
 {
     return QString::fromStdString(alignment.Name());
-}
-
-// Cut off and not rounded, so that 100 % is said of all alone.
-QString shareText(std::uint64_t part, std::uint64_t whole)
-{
-    if (whole == 0)
-        return QStringLiteral("–");
-    const double percent =
-        double(std::uint64_t(double(part) / double(whole) * kWholePercent * kWholePercent)) /
-        kWholePercent;
-    return QStringLiteral("%1 %").arg(part == whole ? kWholePercent : std::min(percent, 99.99), 0,
-                                      'f', 2);
-}
-
-// Without a stretch that differs.
-QString noDifference(const Comparison &found)
-{
-    return found.here.alone > 0 || found.there.alone > 0
-               ? companion::tr(": no difference in the residues that both have")
-               : companion::tr(": no difference");
 }
 
 } // namespace
