@@ -8,6 +8,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace structures {
 
 namespace {
@@ -63,19 +65,41 @@ void PointedCells::show(const TAMBO::Compound *chain, std::uint32_t child)
         return;
     clear();
     m_Shown = {chain, child};
+    for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All())
+        for (const TAMBO::CellIndex &cell : cellsIn(*window, m_Shown))
+            m_Frames.push_back(std::make_unique<CellFrame>(*window, cell));
+}
+
+void PointedCells::bringIntoSight(const TAMBO::Compound *chain, std::uint32_t child)
+{
     for (TAMBO::AlignmentWindow *const window : TAMBO::AlignmentWindow::All()) {
-        const TAMBO::Alignment *const alignment = window->alignment();
-        if (alignment == nullptr)
-            continue;
-        const auto [begin, end] = placesIn(*alignment).equal_range(m_Shown);
-        for (auto place = begin; place != end; ++place) {
-            const auto [row, residue] = place->second;
-            const unsigned long column = alignment->columnOfResidue(row, residue);
-            if (row < window->rows() && column < window->columns())
-                m_Frames.push_back(
-                    std::make_unique<CellFrame>(*window, TAMBO::CellIndex{row, column}));
-        }
+        const std::vector<TAMBO::CellIndex> cells = cellsIn(*window, {chain, child});
+        const QRect sight(QPoint(), window->visibleSize());
+        const bool isSeen =
+            std::any_of(cells.begin(), cells.end(), [&](const TAMBO::CellIndex &cell) {
+                return sight.contains(window->cellRect(cell));
+            });
+        // With what stands around it.
+        if (!cells.empty() && !isSeen)
+            window->showCell(cells.front(), TAMBO::AlignmentWindow::Placement::Centred);
     }
+}
+
+std::vector<TAMBO::CellIndex> PointedCells::cellsIn(const TAMBO::AlignmentWindow &window,
+                                                    const Residue &residue)
+{
+    std::vector<TAMBO::CellIndex> cells;
+    const TAMBO::Alignment *const alignment = window.alignment();
+    if (alignment == nullptr)
+        return cells;
+    const auto [begin, end] = placesIn(*alignment).equal_range(residue);
+    for (auto place = begin; place != end; ++place) {
+        const auto [row, index] = place->second;
+        const unsigned long column = alignment->columnOfResidue(row, index);
+        if (row < window.rows() && column < window.columns())
+            cells.push_back({row, column});
+    }
+    return cells;
 }
 
 void PointedCells::clear()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "CellPlaces.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -10,6 +12,7 @@
 
 namespace TAMBO {
 class Alignment;
+class AlignmentWindow;
 class CellOverlay;
 class Compound;
 } // namespace TAMBO
@@ -28,6 +31,8 @@ public:
     // Of the child of a chain; in place of what was framed before.
     void show(const TAMBO::Compound *chain, std::uint32_t child);
     void clear();
+    // Scrolls the windows that have none of the residue's cells in sight.
+    void bringIntoSight(const TAMBO::Compound *chain, std::uint32_t child);
     // Rows, ties or objects may be others than before.
     void forget();
 
@@ -38,6 +43,8 @@ private:
     using Places = std::multimap<Residue, Place>;
 
     [[nodiscard]] const Places &placesIn(const TAMBO::Alignment &alignment);
+    [[nodiscard]] std::vector<TAMBO::CellIndex> cellsIn(const TAMBO::AlignmentWindow &window,
+                                                        const Residue &residue);
 
     struct Known
     {

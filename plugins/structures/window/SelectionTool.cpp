@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SelectionTool.h"
 
+#include "Compound.h"
 #include "Selecting.h"
 #include "StructureView.h"
 
@@ -107,12 +108,26 @@ void SelectionTool::click(Pick pick, Qt::KeyboardModifiers modifiers)
     }
     if (modifiers & Qt::ShiftModifier) {
         select(stretchTo(*place), Selecting::Add);
+        bringIntoSight(*place);
         return;
     }
     m_StretchStructure = place->structure->object();
     m_StretchResidue = place->place.residue;
     if (TAMBO::Compound *const residue = place->structure->residue(place->place.residue))
         select({residue}, modifiers & Qt::ControlModifier ? Selecting::Toggle : Selecting::Only);
+    bringIntoSight(*place);
+}
+
+void SelectionTool::bringIntoSight(const StructureScene::Place &place)
+{
+    const std::uint32_t index = place.place.residue;
+    const TAMBO::Compound *const residue = place.structure->residue(index);
+    // One that was taken away from the selection is not what is looked for.
+    if (residue == nullptr || !residue->IsSelected())
+        return;
+    m_Cells.bringIntoSight(
+        place.structure->chain(place.structure->molecule().residues[index].chain),
+        place.structure->childOf(index));
 }
 
 void SelectionTool::selectFramed(const std::vector<Pick> &picks,

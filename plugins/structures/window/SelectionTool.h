@@ -43,6 +43,8 @@ private:
     // Everything of a chain between the residue that was clicked last and this one.
     [[nodiscard]] std::vector<TAMBO::Compound *>
     stretchTo(const StructureScene::Place &place) const;
+    // In the windows that show alignments.
+    void bringIntoSight(const StructureScene::Place &place);
 
     StructureScene &m_Scene;
     StructureView &m_View;

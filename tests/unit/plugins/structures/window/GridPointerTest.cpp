@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QStatusBar>
+#include <QTest>
 
 #include <memory>
 
@@ -155,8 +156,45 @@ protected:
         return false;
     }
 
+    void click(std::uint32_t residue, Qt::KeyboardModifiers modifiers = {})
+    {
+        const Pick wanted =
+            pickOfResidue(m_Window->scene().structures().front()->molecule(), residue);
+        for (int y = 0; y < view().height(); ++y)
+            for (int x = 0; x < view().width(); ++x)
+                if (view().pickAt({x, y}) == wanted)
+                    return QTest::mouseClick(&view(), Qt::LeftButton, modifiers, {x, y});
+        FAIL() << "residue " << residue << " is not to be seen";
+    }
+    // Of the row with the structure.
+    [[nodiscard]] bool isInSight(unsigned long column) const
+    {
+        return QRect(QPoint(), m_Grid->m_Visible).contains(m_Grid->cellRect({1, column}));
+    }
+
     StructureWindow *m_Window = nullptr;
 };
+
+TEST_F(StructureWindowBesideAGrid, AClickOnAResidueBringsItsCellIntoSight)
+{
+    m_Grid->m_Visible = {95, 90};
+    ASSERT_FALSE(isInSight(20));
+    click(20);
+    EXPECT_TRUE(isInSight(20));
+    click(0);
+    EXPECT_TRUE(isInSight(0));
+    click(20, Qt::ShiftModifier);
+    EXPECT_TRUE(isInSight(20));
+}
+
+TEST_F(StructureWindowBesideAGrid, NothingIsScrolledForACellInSightAndForOneThatIsTakenAway)
+{
+    click(20);
+    EXPECT_EQ(m_Grid->m_Scrolled, QPoint());
+    m_Grid->m_Visible = {95, 90};
+    click(20, Qt::ControlModifier);
+    EXPECT_EQ(m_Grid->m_Scrolled, QPoint());
+}
 
 TEST_F(StructureWindowBesideAGrid, TheResidueOfTheCellHasAnOutlineAndIsNamed)
 {
