@@ -252,7 +252,7 @@ QMargins FirstPlaces::frameMargins() const
         return kFrame;
     const QRect outside = m_Workbench->frameGeometry();
     const QRect inside = m_Workbench->geometry();
-    if (outside == inside)
+    if (outside == inside || !outside.contains(inside))
         return kFrame;
     return {inside.left() - outside.left(), inside.top() - outside.top(),
             outside.right() - inside.right(), outside.bottom() - inside.bottom()};

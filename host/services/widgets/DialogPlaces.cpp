@@ -49,8 +49,10 @@ bool canCallDialogs(const QWidget *window)
 
 QRect callersPlace(const QWidget *caller)
 {
-    return canCallDialogs(caller) ? caller->frameGeometry()
-                                  : QGuiApplication::primaryScreen()->availableGeometry();
+    if (!canCallDialogs(caller))
+        return QGuiApplication::primaryScreen()->availableGeometry();
+    // While the window manager puts the frame around it, the frame may be said to be a point.
+    return caller->frameGeometry().united(caller->geometry());
 }
 
 QPoint inRoom(const QPoint &place, const QSize &size, const QRect &room)
