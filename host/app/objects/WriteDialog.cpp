@@ -397,7 +397,7 @@ void WriteDialog::accept()
     // for an ending.
     m_Target = m_NamesFolder ? typedPath() : nameFor(typedPath(), format());
     if (m_NamesFolder || mayReplace(m_Target))
-        QDialog::accept();
+        done(QDialog::Accepted);
 }
 
 bool WriteDialog::mayReplace(const QString &file)
